@@ -1,0 +1,36 @@
+#pragma once
+
+// The quantities and units that the case host knows. Numbers inside a case are always in the internal
+// unit of their quantity, the first of its list.
+
+#include <string_view>
+#include <vector>
+
+#include "host/interface/variables.h"
+
+namespace casehost {
+
+struct Quantity {
+    const char* name;                        // "Temperature", "MolarFlow"
+    host::VarType type;                      // 1 and up, never 65
+    std::vector<host::UnitRecord> units;     // internal unit first; internal = user * factor + offset
+    std::vector<const char*> defaults;       // default unit in each unit set
+};
+
+inline constexpr unsigned kUnitSets = 3;     // 0 process, 1 SI, 2 field
+
+const std::vector<Quantity>& Quantities();
+// Null for an unknown name or type.
+const Quantity* FindQuantity(std::string_view name);
+const Quantity* FindQuantity(host::VarType type);
+// Null when the quantity has no such unit.
+const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name);
+
+inline double ToInternal(double user, const host::UnitRecord& unit) {
+    return user * unit.factor + unit.offset;
+}
+inline double FromInternal(double internal, const host::UnitRecord& unit) {
+    return (internal - unit.offset) / unit.factor;
+}
+
+}  // namespace casehost

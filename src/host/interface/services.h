@@ -1,0 +1,96 @@
+#pragma once
+
+// HostServices: the host's free functions as one object that the host installs. Everything else that
+// the module needs of a simulator hangs on the objects that these functions hand out.
+//
+// Threads: every call comes on the thread that runs the simulation.
+
+#include <cstddef>
+
+#include "host/interface/object_type.h"
+#include "host/interface/simulation_case.h"
+#include "host/interface/specification.h"
+#include "host/interface/text.h"
+#include "host/interface/variables.h"
+#include "host/interface/viewable.h"
+
+namespace host {
+
+// The class records that the adapter compares against. None may be null.
+struct ObjectTypeRecords {
+    const ObjectTypeInfo* ViewableObject = nullptr;
+    const ObjectTypeInfo* SimulationObjectObject = nullptr;
+    const ObjectTypeInfo* FlowSheetObjectObject = nullptr;
+    const ObjectTypeInfo* UnitOpObject = nullptr;
+    const ObjectTypeInfo* TemplateOpObject = nullptr;
+};
+
+class HostServices {
+public:
+    // Units. Records and names live as long as the host.
+
+    // Index of the case's current unit set.
+    virtual unsigned DefaultUnits() = 0;
+    // Default unit of a unit type in a set; null for a type without units.
+    virtual const UnitRecord* def_unit(VarType type, unsigned set) = 0;
+    // Unit by name within a unit type; null when the type has no such unit.
+    virtual const UnitRecord* findunit(const char* name, VarType type) = 0;
+    // User unit to internal unit, and back.
+    virtual double calc_unit(double value, const UnitRecord* unit) = 0;
+    virtual double calc_ounit(double value, const UnitRecord* unit) = 0;
+    // Name of a unit type, such as "Temperature".
+    virtual const char* utypetoa(VarType type) = 0;
+    // Unit type of a variable type; kVariableUnitType when there is none.
+    virtual VarType GetUnitConvTypeFromVarType(VariableType type) = 0;
+    // Variable type from a unit text; kEmptyDimensionMarker when no type has such a unit.
+    virtual VariableType GetVarTypeFromUnitString(const char* unit) = 0;
+    // Walks the names of the units of a type; an empty text ends the walk.
+    virtual void UnitConvList(VarType type) = 0;
+    virtual Text GetFirstConvName() = 0;
+    virtual Text GetNextConvName() = 0;
+
+    // Objects and variables.
+
+    // Moniker of `to` seen from `from`; a null `from` means the case. `full` names every owner on
+    // the way with its name in parentheses.
+    virtual Text RelativeMoniker(Viewable* from, Viewable* to, bool full) = 0;
+    // State of a variable of `object`; may leave both out values as the caller preset them.
+    virtual void GetVariableStatus(Viewable* object, const VarDescription& variable,
+                                   ModifyState& state, int& detail) = 0;
+    // By class name; null for an unknown class. Must know "StreamObject", "UnitOpObject" and
+    // "HovexCorrelationObject".
+    virtual const ObjectTypeInfo* FindObjectType(const Text& class_name) = 0;
+    virtual const ObjectTypeRecords& ObjectTypes() = 0;
+    virtual VariableTypes* pVarTypes() = 0;
+    // Facts of a variable that is known by its moniker alone; false when the host does not know it.
+    virtual bool DescribeMoniker(const Text& moniker, VarDescription::Facts& out) = 0;
+
+    // Specifications: an empty info, and its end.
+    virtual CSpecInfo* NewSpecInfo() = 0;
+    virtual void DeleteSpecInfo(CSpecInfo* info) = 0;
+
+    // The application.
+
+    virtual Session* pSession() = 0;
+    // Refresh of open views; null means all.
+    virtual void UpdateViews(Viewable* object) = 0;
+    virtual void SetConfigData(const char* key, double value, bool flag) = 0;
+    virtual Text NumToText(double value) = 0;
+    // Yields once to the host's message loop.
+    virtual void WaitForTurn(unsigned long milliseconds) = 0;
+
+    // The host's heap, for containers that host and adapter share.
+    virtual void* IFace_malloc(std::size_t size) = 0;
+    virtual void* IFace_realloc(void* block, std::size_t size) = 0;
+    virtual void IFace_free(void* block) = 0;
+
+protected:
+    ~HostServices() = default;
+};
+
+// The services that this side of the process uses; null until a host is installed. The module and
+// the host each keep their own pointer.
+HostServices* InstalledServices();
+void SetInstalledServices(HostServices* services);
+
+}  // namespace host

@@ -1,0 +1,1 @@
+#include "value/fi_value.h"

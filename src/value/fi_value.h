@@ -1,0 +1,127 @@
+#pragma once
+
+// FIValue: the one value type that crosses every interface of the module. A small tagged value that
+// owns its text: attribute reads and writes, cursor keys, path literals, variables, error texts.
+//
+// Ownership: values are copied deeply, two values never share a buffer. A long text lives in a
+// buffer from malloc, so that a value made in one module may be cleared in another.
+// Errors: no operation reports one. Text that does not scan as a number yields 0.
+// Threads: not synchronised; a value has one owner at a time.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+class FIValue {
+public:
+    // The numbers are fixed: they stand in switches and dumps of clients.
+    enum KindNumber : int { kNull = 0, kInt = 1, kReal = 2, kShortText = 3, kLongText = 4 };
+
+    // The longest text that SetText keeps inside the value, in bytes without the NUL.
+    static constexpr int kShortLimit = 18;
+    // AppendChar may fill the inline form by one character more.
+    static constexpr int kShortCapacity = 19;
+    // Capacity of a new long buffer; it only doubles from there.
+    static constexpr std::int32_t kFirstCapacity = 32;
+
+    FIValue() noexcept = default;
+    FIValue(const FIValue& other) { CopyFrom(other); }
+    FIValue(FIValue&& other) noexcept { StealFrom(other); }
+    explicit FIValue(const char* text) { SetText(text); }
+    ~FIValue() { FreeBuffer(); }
+
+    FIValue& operator=(const FIValue& other);
+    FIValue& operator=(FIValue&& other) noexcept;
+
+    static FIValue OfInt(std::int32_t number);
+    static FIValue OfReal(double number);
+
+    // Deep copy; assigning a value to itself does nothing.
+    void Assign(const FIValue& other);
+    // A text below 19 bytes stays inline unless the value already has a long buffer, which is kept.
+    // A null pointer is taken as the empty text.
+    void SetText(const char* text);
+    void SetText(const std::string& text);
+    void SetText(const char* text, std::size_t length);
+    void SetInt(std::int32_t number) noexcept;
+    void SetReal(double number) noexcept;
+    void Clear() noexcept;
+
+    int Kind() const noexcept { return kind_; }
+    bool IsNull() const noexcept { return kind_ == kNull; }
+    bool IsText() const noexcept { return kind_ == kShortText || kind_ == kLongText; }
+    bool IsNumber() const noexcept { return kind_ == kInt || kind_ == kReal; }
+
+    // Converts in place. Numbers are formatted with "%d" and "%.12lg" and texts scanned with "%d" and
+    // "%lg". Converting a number to kLongText gives the two characters "&d" or "&g", whatever the
+    // number was: stored dumps and map files rely on it. Unknown targets change nothing.
+    void ConvertTo(int target);
+
+    std::int32_t AsInt() const noexcept;
+    double AsDouble() const noexcept;
+
+    // The text; "" for NULL, a null pointer for numbers.
+    const char* CStr() const noexcept;
+    // Length of the value's text in bytes, numbers as they would be formatted; 0 for NULL.
+    int Length() const;
+    // Writes at most `size` bytes, the last one always NUL; nothing when size is below 1.
+    void CopyText(char* buffer, int size) const;
+    // The value's text as a string, numbers formatted; "" for NULL.
+    std::string ToText() const;
+
+    // -1, 0, 1, the result of strcmp for two texts, or -2 when not comparable. Not symmetric: NULL
+    // against a number is -1, a number against NULL -2; a number against a text converts the text to
+    // the number's kind, a text against anything but a text is -2.
+    int Compare(const FIValue& other) const;
+
+    void AppendChar(char c);
+    // With `xml` set, `quote` is ignored and the eight entities are written, an `&` that already
+    // begins one of them left alone. With `quote` alone, text with path characters is put in double
+    // quotes; "#" followed by digits only is not.
+    void AppendText(const char* text, bool quote = false, bool xml = false);
+    void AppendInt(std::int32_t number);
+    void AppendReal(double number);
+    void AppendValue(const FIValue& value, bool quote = false, bool xml = false);
+    // In place on a text: `"`, `&` and `<` become entities.
+    void EscapeForAttribute();
+
+    // Name of a kind in dumps: NULL, INT, REAL, STRING, UNKNWN.
+    static const char* KindName(int kind) noexcept;
+
+    // Growth statistics of long texts, process-wide; kept for a debugger, never printed.
+    struct Statistics {
+        std::int64_t growth_checks = 0;
+        std::int32_t largest_capacity = 0;
+        std::int64_t check_at_largest = 0;
+    };
+    static const Statistics& GetStatistics() noexcept;
+
+private:
+    struct Long {
+        char* bytes;
+        std::int32_t capacity;
+        std::int32_t length;
+    };
+    union Payload {
+        std::int32_t number;
+        double real;
+        char text[kShortCapacity + 1];
+        Long buffer;
+        Payload() noexcept : real(0) {}
+    };
+
+    void CopyFrom(const FIValue& other);
+    void StealFrom(FIValue& other) noexcept;
+    void FreeBuffer() noexcept;
+    void MakeLong();
+    void Reserve(std::size_t size);
+    void AppendBytes(const char* bytes, std::size_t length);
+
+    int kind_ = kNull;
+    Payload payload_;
+};
+
+// The one format in which a double becomes text: twelve significant digits, no trailing zeros.
+// `buffer` has at least kRealTextSize bytes; answers the length.
+inline constexpr std::size_t kRealTextSize = 32;
+int FormatReal(double number, char* buffer) noexcept;
