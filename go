@@ -12,7 +12,7 @@ python    python3-dev pybind11-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
 bench     libbenchmark-dev libpugixml-dev
-fuzz      clang llvm libclang-rt-14-dev
+fuzz      clang llvm libclang-rt-dev
 coverage  gcovr
 "
 
