@@ -52,11 +52,10 @@ function(fixtop_room name)
 endfunction()
 
 # Sample cases from outside the project; tests that want them skip themselves where there are none.
+set(FIXTOP_CASES ${PROJECT_SOURCE_DIR}/../shared/cases CACHE PATH
+    "Sample cases from outside the project")
 if(DEFINED ENV{FIXTOP_CASES})
-  set(FIXTOP_CASES $ENV{FIXTOP_CASES} CACHE PATH "Sample cases from outside the project")
-else()
-  set(FIXTOP_CASES ${PROJECT_SOURCE_DIR}/../shared/cases CACHE PATH
-      "Sample cases from outside the project")
+  set_property(CACHE FIXTOP_CASES PROPERTY VALUE $ENV{FIXTOP_CASES})
 endif()
 
 # fixtop_test(name SOURCES ... LIBS ...): one test program, run by ctest under its own name.
