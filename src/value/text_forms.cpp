@@ -64,7 +64,7 @@ void EscapeXml(std::string_view text, std::string& out) {
 }
 
 bool NeedsPathQuotes(std::string_view text) noexcept {
-    return text.find_first_of(kPathSpecials) != std::string_view::npos && !IsCount(text);
+    return std::any_of(text.begin(), text.end(), IsPathSpecial) && !IsCount(text);
 }
 
 void QuoteForPath(std::string_view text, std::string& out) {

@@ -3,6 +3,7 @@
 // How text is written into other languages: XML character data, path expressions and XML
 // attributes, and how numbers are read back. Pure functions on views; nothing is kept.
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,19 @@ namespace text_forms {
 
 // The thirteen characters that mean something in a path expression.
 inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
+
+namespace detail {
+constexpr std::array<bool, 256> MarkPathSpecials() {
+    std::array<bool, 256> marks{};
+    for (char c : kPathSpecials) marks[static_cast<unsigned char>(c)] = true;
+    return marks;
+}
+inline constexpr std::array<bool, 256> kIsPathSpecial = MarkPathSpecials();
+}  // namespace detail
+
+inline bool IsPathSpecial(char c) noexcept {
+    return detail::kIsPathSpecial[static_cast<unsigned char>(c)];
+}
 
 // Whether `text` has a character that `EscapeXml` would consider; without one it is its own escape.
 bool NeedsXmlEscape(std::string_view text) noexcept;
