@@ -3,6 +3,7 @@
 // How text is written into other languages: XML character data, path expressions and XML
 // attributes, and how numbers are read back. Pure functions on views; nothing is kept.
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,20 @@ namespace text_forms {
 
 // The thirteen characters that mean something in a path expression.
 inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
+
+// A set of characters with one look-up for each test.
+class CharacterSet {
+ public:
+    explicit constexpr CharacterSet(std::string_view characters) {
+        for (char c : characters) has_[static_cast<unsigned char>(c)] = true;
+    }
+    constexpr bool operator()(char c) const noexcept { return has_[static_cast<unsigned char>(c)]; }
+
+ private:
+    std::array<bool, 256> has_{};
+};
+
+inline constexpr CharacterSet IsPathSpecial(kPathSpecials);
 
 // Whether `text` has a character that `EscapeXml` would consider; without one it is its own escape.
 bool NeedsXmlEscape(std::string_view text) noexcept;
