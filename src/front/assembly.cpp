@@ -5,6 +5,7 @@
 #include "front/find_provider.h"
 #include "front/fixtop.h"
 #include "host/fx_top_entry.h"
+#include "host/host_access.h"
 
 namespace {
 
