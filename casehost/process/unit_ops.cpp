@@ -165,6 +165,8 @@ UnitOutput SolvePump(const Thermo& thermo, const UnitInput& input) {
     return output;
 }
 
+constexpr int kMostDoublings = 14;  // a pressure ratio of 16384
+
 // The pressure at which the feed, at constant entropy, has changed its enthalpy by `change`.
 double IsentropicPressure(const Thermo& thermo, const MaterialState& feed, double change) {
     const FlashState& from = feed.flash;
@@ -175,14 +177,16 @@ double IsentropicPressure(const Thermo& thermo, const MaterialState& feed, doubl
         return std::pair(to.molar_enthalpy - from.molar_enthalpy - change,
                          to.split.vapour * kGasConstant * to.temperature_K);
     };
-    constexpr double kWidestRatio = 1e4;
-    double start = std::log(from.pressure_kPa), reach = std::log(kWidestRatio);
-    Bracket bracket = change > 0 ? Bracket{start, start + reach} : Bracket{start - reach, start};
-    double far_end = change > 0 ? bracket.high : bracket.low;
-    if (change * residual(far_end).first <= 0) {
-        throw ProcessError("no product pressure takes up the power");
+    // The far end of the bracket is sought outwards: far from the feed there may be no state at all.
+    const double sign = change > 0 ? 1 : -1;
+    double near_end = std::log(from.pressure_kPa), far_end = near_end;
+    for (int doublings = 0; sign * residual(far_end).first < 0; ++doublings) {
+        if (doublings == kMostDoublings) throw ProcessError("no product pressure takes up the power");
+        near_end = far_end;
+        far_end += sign * std::log(2.0);
     }
-    return std::exp(SolveRising(residual, bracket, start + 0.1 * (far_end - start), 1e-14));
+    Bracket bracket{std::min(near_end, far_end), std::max(near_end, far_end)};
+    return std::exp(SolveRising(residual, bracket, 0.5 * (near_end + far_end), 1e-14));
 }
 
 // Compressor (`sign` 1) and expander (-1): the ideal change of enthalpy at constant entropy is

@@ -2,6 +2,8 @@
 
 // Builders of small cases and checks of balances, for the tests of the process library.
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <initializer_list>
 #include <map>
@@ -229,13 +231,13 @@ inline Balance CheckBalance(Sample& sample, const std::vector<std::string>& in,
     return balance;
 }
 
-}  // namespace casehost::process::testing
-
 // Mass, component and energy balance close to 1e-9.
-#define EXPECT_BALANCED(sample, in, out, energy)                                                    \
-    do {                                                                                            \
-        auto balance_ = casehost::process::testing::CheckBalance(sample, in, out, energy);          \
-        EXPECT_LT(balance_.mass, 1e-9);                                                             \
-        EXPECT_LT(balance_.component, 1e-9);                                                        \
-        EXPECT_LT(balance_.energy, 1e-9);                                                           \
-    } while (false)
+inline void ExpectBalanced(Sample& sample, const std::vector<std::string>& in,
+                           const std::vector<std::string>& out, double energy_in = 0) {
+    const Balance balance = CheckBalance(sample, in, out, energy_in);
+    EXPECT_LT(balance.mass, 1e-9);
+    EXPECT_LT(balance.component, 1e-9);
+    EXPECT_LT(balance.energy, 1e-9);
+}
+
+}  // namespace casehost::process::testing
