@@ -130,7 +130,8 @@ TEST(Engine, recorded_and_incomplete_cases_are_refused) {
     EXPECT_EQ(s.engine.Prepare(s.data).message, "a recorded case can't be solved");
     s.data.recorded = false;
     s.data.compounds[0].critical_temperature_K = kEmpty;
-    EXPECT_EQ(s.engine.Prepare(s.data).message, "compound Propane: critical temperature is missing");
+    EXPECT_EQ(s.engine.Prepare(s.data).message,
+              "compound Propane: critical temperature is missing");
     s.data.compounds.clear();
     EXPECT_EQ(s.engine.Prepare(s.data).message, "the case has no compounds");
     EXPECT_EQ(s.engine.Step(0).progress, Progress::failed);
@@ -163,8 +164,10 @@ TEST(Results, stream_properties_meet_the_hand_calculation) {
 
 TEST(Results, phase_arrays_follow_their_labels) {
     Sample s({"Propane", "n-Hexane"});
-    s.Stream("Wet", {{cn::kTemperature, 50}, {cn::kPressure, 500}, {cn::kMolarFlow, 1}}, {0.6, 0.4});
-    s.Stream("Dry", {{cn::kTemperature, 250}, {cn::kPressure, 500}, {cn::kMolarFlow, 1}}, {0.6, 0.4});
+    s.Stream("Wet", {{cn::kTemperature, 50}, {cn::kPressure, 500}, {cn::kMolarFlow, 1}},
+             {0.6, 0.4});
+    s.Stream("Dry", {{cn::kTemperature, 250}, {cn::kPressure, 500}, {cn::kMolarFlow, 1}},
+             {0.6, 0.4});
     ASSERT_EQ(s.Solve().message, "");
     double v = s.Number("Wet", cn::kVapourFraction);
     EXPECT_EQ(s.Number("Wet", cn::kPhaseFraction, 0), 1);
@@ -177,7 +180,8 @@ TEST(Results, phase_arrays_follow_their_labels) {
         EXPECT_NEAR(s.Number("Dry", cn::kPhaseCompMoleFrac, 2 + i), i == 0 ? 0.6 : 0.4, 1e-15);
         EXPECT_EQ(s.Number("Dry", cn::kPhaseCompMoleFrac, 4 + i), kEmpty);
     }
-    EXPECT_GT(s.Number("Wet", cn::kPhaseCompMoleFrac, 2), s.Number("Wet", cn::kPhaseCompMoleFrac, 4));
+    EXPECT_GT(s.Number("Wet", cn::kPhaseCompMoleFrac, 2),
+              s.Number("Wet", cn::kPhaseCompMoleFrac, 4));
 }
 
 TEST(Results, composition_follows_the_labels_of_the_variable) {

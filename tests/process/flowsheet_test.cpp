@@ -11,12 +11,14 @@ namespace {
 using Role = PortData::Role;
 using Progress = SolveEngine::Progress;
 
-VariableData Ratios(const std::vector<double>& ratios) { return Variable(cn::kFlowRatio, ratios); }
+VariableData Ratios(const std::vector<double>& ratios) {
+    return Variable(cn::kFlowRatio, ratios);
+}
 
 const Numbers kFeed = {{cn::kTemperature, 30}, {cn::kPressure, 3000}, {cn::kMolarFlow, 100}};
 
-// Gas plant with two recycles: flash gas of the second vessel is compressed back to the inlet, and a
-// part of the cooled product gas goes round the cooler and the first vessel.
+// Gas plant with two recycles: flash gas of the second vessel is compressed back to the inlet, and
+// a part of the cooled product gas goes round the cooler and the first vessel.
 Sample TwoRecycles() {
     Sample s({"Methane", "Ethane", "Propane", "n-Butane", "n-Hexane"});
     s.Stream("Feed", kFeed, {0.5, 0.2, 0.1, 0.1, 0.1});
@@ -24,8 +26,8 @@ Sample TwoRecycles() {
     s.Unit(words::kCooler, "E-100", {"Mixed"}, {"Cooled"},
            {{cn::kPressureDrop, 50}, {cn::kProductTemperature, -10}});
     s.Unit(words::kSeparator, "V-100", {"Cooled"}, {"Gas", "Oil"});
-    s.Unit(words::kTee, "TEE-100", {"Gas"}, {"Sales Gas", "Slip"}).variables.push_back(
-        Ratios({0.7, kEmpty}));
+    s.Unit(words::kTee, "TEE-100", {"Gas"}, {"Sales Gas", "Slip"})
+        .variables.push_back(Ratios({0.7, kEmpty}));
     s.Unit(words::kCompressor, "K-101", {"Slip"}, {"Gas Back"},
            {{cn::kProductPressure, 3000}, {cn::kAdiabaticEfficiency, 75}});
     s.Unit(words::kValve, "VLV-100", {"Oil"}, {"Low"}, {{cn::kProductPressure, 400}});
@@ -59,7 +61,8 @@ TEST(Recycle, two_recycles_close_every_balance) {
 TEST(Recycle, changed_feed_changes_the_products) {
     Sample s = TwoRecycles();
     ASSERT_EQ(s.Solve().message, "");
-    double oil = s.Number("Product Oil", cn::kMolarFlow), gas = s.Number("Sales Gas", cn::kMolarFlow);
+    double oil = s.Number("Product Oil", cn::kMolarFlow),
+           gas = s.Number("Sales Gas", cn::kMolarFlow);
     s.Specify("Feed", cn::kMolarFlow, 150);
     ASSERT_EQ(s.Solve().message, "");
     // Everything is given by intensive numbers and ratios, so flows scale with the feed.
@@ -81,8 +84,8 @@ TEST(Recycle, return_ratio_meets_the_geometric_sum) {
         Sample s({"Methane", "n-Hexane"});
         s.Stream("Feed", kFeed, {0.5, 0.5});
         s.Unit(words::kMixer, "M", {"Feed", "Back"}, {"Round"});
-        s.Unit(words::kTee, "T", {"Round"}, {"Out", "Back"}).variables.push_back(
-            Ratios({kEmpty, back}));
+        s.Unit(words::kTee, "T", {"Round"}, {"Out", "Back"})
+            .variables.push_back(Ratios({kEmpty, back}));
         ASSERT_EQ(s.Solve().message, "");
         EXPECT_NEAR(s.Number("Round", cn::kMolarFlow), 100 / (1 - back), 1e-6 / (1 - back));
         ExpectBalanced(s, {"Feed"}, {"Out"});
@@ -96,8 +99,8 @@ TEST(Recycle, nested_returns_meet_the_geometric_sum) {
     s.Stream("Feed", kFeed, {0.5, 0.5});
     s.Unit(words::kMixer, "M-1", {"Feed", "Far"}, {"A"});
     s.Unit(words::kMixer, "M-2", {"A", "Near"}, {"B"});
-    s.Unit(words::kTee, "T", {"B"}, {"Out", "Far", "Near"}).variables.push_back(
-        Ratios({kEmpty, 0.3, 0.25}));
+    s.Unit(words::kTee, "T", {"B"}, {"Out", "Far", "Near"})
+        .variables.push_back(Ratios({kEmpty, 0.3, 0.25}));
     ASSERT_EQ(s.Solve().message, "");
     EXPECT_NEAR(s.Number("B", cn::kMolarFlow), 100 / 0.45, 1e-7);
     ExpectBalanced(s, {"Feed"}, {"Out"});
@@ -165,12 +168,17 @@ TEST(SolveOrder, long_chain_is_no_matter_of_the_stack) {
     Sample s({"Methane"});
     const int length = 20000;
     s.data.main.objects.reserve(2 * length + 2);
-    s.data.main.objects.push_back({"s0", words::kMaterialStream, {}, {}, {}, {}, {}});
+    s.data.main.objects.push_back({"0", words::kMaterialStream, {}, {}, {}, {}, {}});
     for (int i = 0; i < length; ++i) {
-        std::string in = "s" + std::to_string(i), out = "s" + std::to_string(i + 1);
+        std::string in = std::to_string(i), out = std::to_string(i + 1);
         s.data.main.objects.push_back({out, words::kMaterialStream, {}, {}, {}, {}, {}});
-        s.data.main.objects.push_back({"v" + std::to_string(i), words::kValve, {},
-                                       {{Role::feed, 0, in}, {Role::product, 0, out}}, {}, {}, {}});
+        s.data.main.objects.push_back({"Valve",
+                                       words::kValve,
+                                       {},
+                                       {{Role::feed, 0, in}, {Role::product, 0, out}},
+                                       {},
+                                       {},
+                                       {}});
     }
     Flowsheet sheet = BuildFlowsheet(s.data);
     std::vector<SolveGroup> groups = FindSolveOrder(sheet);
@@ -195,16 +203,22 @@ TEST(FeedTexts, say_what_is_missing_or_contradictory) {
     };
     const Numbers flow = {{cn::kMolarFlow, 1}};
     const FeedRow rows[] = {
-        {{{cn::kPressure, 100}, {cn::kMolarFlow, 1}}, half, under,
+        {{{cn::kPressure, 100}, {cn::kMolarFlow, 1}},
+         half,
+         under,
          "stream Feed 1: temperature is not specified"},
-        {{{cn::kTemperature, 30}, {cn::kMolarFlow, 1}}, half, under,
+        {{{cn::kTemperature, 30}, {cn::kMolarFlow, 1}},
+         half,
+         under,
          "stream Feed 1: pressure is not specified"},
         {flow, half, under, "stream Feed 1: temperature and pressure are not specified"},
         {with(flow, {cn::kVapourFraction, 0}), half, under,
          "stream Feed 1: temperature or pressure is not specified"},
         {tp, half, under, "stream Feed 1: flow is not specified"},
         {with(tp, {cn::kMolarFlow, 1}), {}, under, "stream Feed 1: composition is not specified"},
-        {with(tp, {cn::kMolarFlow, 1}), {0.5, kEmpty}, under,
+        {with(tp, {cn::kMolarFlow, 1}),
+         {0.5, kEmpty},
+         under,
          "stream Feed 1: composition of n-Hexane is not specified"},
         {with(with(tp, {cn::kMolarFlow, 1}), {cn::kMassFlow, 1}), half, error,
          "stream Feed 1: molar flow and mass flow are both specified"},
@@ -213,12 +227,16 @@ TEST(FeedTexts, say_what_is_missing_or_contradictory) {
         {with(with(flow, {cn::kTemperature, 1}), {cn::kMolarEnthalpy, 1}), half, error,
          "stream Feed 1: temperature and molar enthalpy don't determine the state"},
         {with(tp, {cn::kMolarFlow, -2}), half, error, "stream Feed 1: molar flow -2 is below zero"},
-        {with(tp, {cn::kMolarFlow, 1}), {1.5, -0.5}, error,
+        {with(tp, {cn::kMolarFlow, 1}),
+         {1.5, -0.5},
+         error,
          "stream Feed 1: fraction -0.5 of n-Hexane is below zero"},
         {with(tp, {cn::kMolarFlow, 1}), {0, 0}, error, "stream Feed 1: composition sums to zero"},
         {with(with(flow, {cn::kPressure, -5}), {cn::kTemperature, 20}), half, error,
          "stream Feed 1: pressure -5 kPa is not above zero"},
-        {with(tp, {cn::kMolarFlow, 1}), {0.3, 0.3}, ObjectStatus::warning,
+        {with(tp, {cn::kMolarFlow, 1}),
+         {0.3, 0.3},
+         ObjectStatus::warning,
          "stream Feed 1: composition sums to 0.6 and is normalised"},
     };
     for (const FeedRow& row : rows) {
@@ -273,7 +291,8 @@ TEST(Product, contradiction_with_a_specified_value_is_an_error) {
     s.Stream("Feed", {{cn::kTemperature, 30}, {cn::kPressure, 100}, {cn::kMolarFlow, 1}}, {1});
     s.Stream("Out", {{cn::kTemperature, 50}});
     s.Unit(words::kValve, "V", {"Feed"}, {"Out"}, {{cn::kPressureDrop, 10}});
-    EXPECT_EQ(s.Solve().message, "stream Out: specified temperature 50 C differs from calculated 30 C");
+    EXPECT_EQ(s.Solve().message,
+              "stream Out: specified temperature 50 C differs from calculated 30 C");
     EXPECT_EQ(s.Find("Out")->status, ObjectStatus::error);
 }
 
@@ -282,7 +301,9 @@ TEST(Connections, that_cannot_be_are_named) {
         {[](Sample& s) { s.Unit(words::kMixer, "M", {}, {"Out"}); }, "M: a feed is not connected"},
         {[](Sample& s) { s.Unit(words::kSeparator, "V", {"Feed"}, {"Gas"}); },
          "V: a product is not connected"},
-        {[](Sample& s) { s.Unit(words::kValve, "V", {"Feed", "Feed 2"}, {"Out"}); },
+        {[](Sample& s) {
+             s.Unit(words::kValve, "V", {"Feed", "Feed 2"}, {"Out"});
+         },
          "V: too many feeds are connected"},
         {[](Sample& s) { s.Unit(words::kValve, "V", {"Feed"}, {"Out"}).ports[0].stream = "No"; },
          "V: stream No does not exist"},
@@ -301,7 +322,8 @@ TEST(Connections, that_cannot_be_are_named) {
         SCOPED_TRACE(text);
         Sample s({"Argon"});
         s.Stream("Feed", {{cn::kTemperature, 30}, {cn::kPressure, 100}, {cn::kMolarFlow, 1}}, {1});
-        s.Stream("Feed 2", {{cn::kTemperature, 30}, {cn::kPressure, 100}, {cn::kMolarFlow, 1}}, {1});
+        s.Stream("Feed 2", {{cn::kTemperature, 30}, {cn::kPressure, 100}, {cn::kMolarFlow, 1}},
+                 {1});
         build(s);
         s.Solve();
         std::vector<std::string> texts;
@@ -336,7 +358,8 @@ TEST(SubFlowsheet, is_solved_through_its_boundary_also_inside_a_recycle) {
     ASSERT_EQ(s.Solve().message, "");
     EXPECT_EQ(s.Find("TPL")->status, ObjectStatus::ok);
     for (const char* name : {"Product Oil", "Vent", "Flash Gas", "Sales Gas"}) {
-        EXPECT_NEAR(s.Number(name, cn::kMolarFlow), flat.Number(name, cn::kMolarFlow), 1e-7) << name;
+        EXPECT_NEAR(s.Number(name, cn::kMolarFlow), flat.Number(name, cn::kMolarFlow), 1e-7)
+            << name;
     }
     EXPECT_EQ(s.Number("TPL/Inner Vent", cn::kMolarFlow), s.Number("Vent", cn::kMolarFlow));
     EXPECT_NEAR(s.Number("TPL/Low", cn::kTemperature), flat.Number("Low", cn::kTemperature), 1e-7);

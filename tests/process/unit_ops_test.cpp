@@ -28,8 +28,7 @@ TEST(Mixer, closes_its_balances_and_takes_the_lowest_pressure) {
                   {0, 0, 0, 0, 1});
     sample.Unit(words::kMixer, "MIX-100", {"Feed", "Cold", "Idle"}, {"Out"});
     ASSERT_EQ(sample.Solve().message, "");
-    ExpectBalanced(sample, {"Feed", "Cold", "Idle"},
-                    {"Out"}, 0);
+    ExpectBalanced(sample, {"Feed", "Cold", "Idle"}, {"Out"}, 0);
     EXPECT_EQ(sample.Number("Out", cn::kPressure), 900);
     // 700 kg/h of 17.4457 kg/kgmole.
     EXPECT_NEAR(sample.Number("Out", cn::kMolarFlow), 100 + 700 / 17.4457, 1e-9);
@@ -57,8 +56,7 @@ TEST(Tee, divides_by_its_ratios_and_fills_the_open_one) {
     EXPECT_DOUBLE_EQ(sample.Number("C", cn::kMolarFlow), 50);
     EXPECT_NEAR(sample.Number("TEE-100", cn::kFlowRatio, 1), 0.3, 1e-15);
     EXPECT_NEAR(sample.Number("B", cn::kTemperature), 26.85, 1e-12);
-    ExpectBalanced(sample, {"Feed"},
-                    {"A", "B", "C"}, 0);
+    ExpectBalanced(sample, {"Feed"}, {"A", "B", "C"}, 0);
 }
 
 TEST(Valve, is_isenthalpic_and_meets_bisection) {
@@ -94,8 +92,7 @@ TEST(Heater, each_way_of_specifying_leads_back_to_the_same_state) {
     double fraction = by_temperature.Number("Out", cn::kVapourFraction);
     ASSERT_GT(fraction, 0);
     ASSERT_LT(fraction, 1);
-    ExpectBalanced(by_temperature, {"Feed"},
-                    {"Out"}, duty);
+    ExpectBalanced(by_temperature, {"Feed"}, {"Out"}, duty);
 
     const std::pair<const char*, void (*)(Sample&, double, double)> ways[] = {
         {"duty", [](Sample& s, double q, double) { s.Specify("E-100", cn::kDuty, q); }},
@@ -129,8 +126,7 @@ TEST(Cooler, counts_the_heat_that_leaves) {
     ASSERT_EQ(sample.Solve().message, "");
     EXPECT_LT(sample.Number("Out", cn::kTemperature), 26.85);
     EXPECT_NEAR(sample.Number("Q", cn::kHeatFlow), 250000, 1e-6);
-    ExpectBalanced(sample, {"Feed"}, {"Out"},
-                    -250000);
+    ExpectBalanced(sample, {"Feed"}, {"Out"}, -250000);
 }
 
 TEST(Pump, works_by_volume_and_pressure) {
@@ -141,8 +137,7 @@ TEST(Pump, works_by_volume_and_pressure) {
     ASSERT_EQ(sample.Solve().message, "");
     // 50 kgmole/h * 0.0181 m3/kgmole * 1000 kPa / 0.8 = 1131.25 kJ/h.
     EXPECT_NEAR(sample.Number("P-100", cn::kDuty), 1131.25, 1e-6);
-    ExpectBalanced(sample, {"In"}, {"Out"},
-                    1131.25);
+    ExpectBalanced(sample, {"In"}, {"Out"}, 1131.25);
     EXPECT_GT(sample.Number("Out", cn::kTemperature), 20);
 }
 
@@ -150,7 +145,8 @@ TEST(Compressor, constant_heat_capacity_meets_the_closed_formula) {
     for (double efficiency : {100.0, 75.0, 40.0}) {
         SCOPED_TRACE(efficiency);
         Sample sample({"Argon"});
-        sample.Stream("In", {{cn::kTemperature, 25}, {cn::kPressure, 100}, {cn::kMolarFlow, 3}}, {1});
+        sample.Stream("In", {{cn::kTemperature, 25}, {cn::kPressure, 100}, {cn::kMolarFlow, 3}},
+                      {1});
         sample.Unit(words::kCompressor, "K-100", {"In"}, {"Out"},
                     {{cn::kProductPressure, 500}, {cn::kAdiabaticEfficiency, efficiency}});
         ASSERT_EQ(sample.Solve().message, "");
@@ -163,7 +159,8 @@ TEST(Compressor, constant_heat_capacity_meets_the_closed_formula) {
 }
 
 TEST(Compressor, mixture_meets_bisection) {
-    Sample sample = Light({{cn::kTemperature, 146.85}, {cn::kPressure, 300}, {cn::kMolarFlow, 100}});
+    Sample sample =
+        Light({{cn::kTemperature, 146.85}, {cn::kPressure, 300}, {cn::kMolarFlow, 100}});
     sample.Unit(words::kCompressor, "K-100", {"Feed"}, {"Out"},
                 {{cn::kProductPressure, 1200}, {cn::kAdiabaticEfficiency, 75}});
     ASSERT_EQ(sample.Solve().message, "");
@@ -201,8 +198,7 @@ TEST(Compressor, power_of_an_expander_sets_the_product_pressure) {
     double power = 3 * 473.15 * (1 - std::pow(0.25, exponent));  // over Cp
     double ratio = std::pow(1 + 0.8 * power / 2 / 298.15, 1 / exponent);
     EXPECT_NEAR(sample.Number("High", cn::kPressure), 100 * ratio, 1e-6);
-    ExpectBalanced(sample, {"Hot", "Low"},
-                    {"Spent", "High"}, 0);
+    ExpectBalanced(sample, {"Hot", "Low"}, {"Spent", "High"}, 0);
 }
 
 struct VesselRow {
@@ -221,7 +217,8 @@ TEST(Separator, products_are_the_phases_of_the_mixed_feeds) {
     for (const VesselRow& row : rows) {
         SCOPED_TRACE(row.type);
         Sample sample = Light();
-        sample.Stream("Second", {{cn::kTemperature, 0}, {cn::kPressure, 1500}, {cn::kMolarFlow, 20}},
+        sample.Stream("Second",
+                      {{cn::kTemperature, 0}, {cn::kPressure, 1500}, {cn::kMolarFlow, 20}},
                       {0.1, 0.1, 0.1, 0.2, 0.5});
         std::vector<std::string> products = {"Vapour", "Liquid"};
         if (row.type == std::string(words::kThreePhaseSeparator)) products.push_back("Heavy");
@@ -253,8 +250,10 @@ TEST(Separator, phase_that_is_absent_leaves_a_product_without_flow) {
 
 Sample Exchanger(const Numbers& given) {
     Sample sample({"Argon"});
-    sample.Stream("Hot", {{cn::kTemperature, 200}, {cn::kPressure, 300}, {cn::kMolarFlow, 10}}, {1});
-    sample.Stream("Cold", {{cn::kTemperature, 20}, {cn::kPressure, 300}, {cn::kMolarFlow, 20}}, {1});
+    sample.Stream("Hot", {{cn::kTemperature, 200}, {cn::kPressure, 300}, {cn::kMolarFlow, 10}},
+                  {1});
+    sample.Stream("Cold", {{cn::kTemperature, 20}, {cn::kPressure, 300}, {cn::kMolarFlow, 20}},
+                  {1});
     Numbers all = given;
     all.insert(all.end(), {{cn::kTubePressureDrop, 10}, {cn::kShellPressureDrop, 5}});
     sample.Unit(words::kHeatExchanger, "E-200", {"Hot", "Cold"}, {"Hot Out", "Cold Out"}, all);
@@ -287,8 +286,7 @@ TEST(HeatExchanger, each_specification_meets_the_hand_calculation) {
         EXPECT_NEAR(sample.Number("E-200", cn::kMinimumApproach), 80, 1e-8);
         EXPECT_DOUBLE_EQ(sample.Number("Hot Out", cn::kPressure), 290);
         EXPECT_DOUBLE_EQ(sample.Number("Cold Out", cn::kPressure), 295);
-        ExpectBalanced(sample, {"Hot", "Cold"},
-                        {"Hot Out", "Cold Out"}, 0);
+        ExpectBalanced(sample, {"Hot", "Cold"}, {"Hot Out", "Cold Out"}, 0);
     }
 }
 
@@ -331,29 +329,53 @@ TEST(UnitTexts, say_what_is_missing_or_contradictory) {
     const auto under = ObjectStatus::under_specified, error = ObjectStatus::error;
     const TextRow rows[] = {
         {words::kValve, {}, under, "U-1: pressure drop or product pressure must be specified"},
-        {words::kValve, {{cn::kPressureDrop, 1}, {cn::kProductPressure, 1}}, error,
+        {words::kValve,
+         {{cn::kPressureDrop, 1}, {cn::kProductPressure, 1}},
+         error,
          "U-1: pressure drop and product pressure are both specified"},
-        {words::kValve, {{cn::kPressureDrop, 2000}}, error,
+        {words::kValve,
+         {{cn::kPressureDrop, 2000}},
+         error,
          "U-1: product pressure 0 kPa is not above zero"},
-        {words::kValve, {{cn::kProductPressure, 2500}}, error,
+        {words::kValve,
+         {{cn::kProductPressure, 2500}},
+         error,
          "U-1: product pressure 2500 kPa is above feed pressure 2000 kPa"},
-        {words::kHeater, {{cn::kPressureDrop, 0}}, under,
+        {words::kHeater,
+         {{cn::kPressureDrop, 0}},
+         under,
          "U-1: product temperature or duty must be specified"},
-        {words::kCooler, {{cn::kPressureDrop, 0}, {cn::kDuty, 1}, {cn::kProductTemperature, 1}}, error,
+        {words::kCooler,
+         {{cn::kPressureDrop, 0}, {cn::kDuty, 1}, {cn::kProductTemperature, 1}},
+         error,
          "U-1: duty and product temperature are both specified"},
-        {words::kHeater, {{cn::kPressureDrop, 0}, {cn::kProductTemperature, -300}}, error,
+        {words::kHeater,
+         {{cn::kPressureDrop, 0}, {cn::kProductTemperature, -300}},
+         error,
          "U-1: temperature -300 C is outside the range of the property methods"},
-        {words::kPump, {{cn::kProductPressure, 3000}}, under,
+        {words::kPump,
+         {{cn::kProductPressure, 3000}},
+         under,
          "U-1: adiabatic efficiency must be specified"},
-        {words::kPump, {{cn::kProductPressure, 300}, {cn::kAdiabaticEfficiency, 50}}, error,
+        {words::kPump,
+         {{cn::kProductPressure, 300}, {cn::kAdiabaticEfficiency, 50}},
+         error,
          "U-1: product pressure 300 kPa is below feed pressure 2000 kPa"},
-        {words::kCompressor, {{cn::kProductPressure, 3000}, {cn::kAdiabaticEfficiency, 120}}, error,
+        {words::kCompressor,
+         {{cn::kProductPressure, 3000}, {cn::kAdiabaticEfficiency, 120}},
+         error,
          "U-1: adiabatic efficiency 120 % is not within 0 and 100"},
-        {words::kCompressor, {{cn::kAdiabaticEfficiency, 75}}, under,
+        {words::kCompressor,
+         {{cn::kAdiabaticEfficiency, 75}},
+         under,
          "U-1: pressure drop or product pressure must be specified"},
-        {words::kExpander, {{cn::kProductPressure, 3000}, {cn::kAdiabaticEfficiency, 75}}, error,
+        {words::kExpander,
+         {{cn::kProductPressure, 3000}, {cn::kAdiabaticEfficiency, 75}},
+         error,
          "U-1: product pressure 3000 kPa is above feed pressure 2000 kPa"},
-        {words::kDistillation, {}, ObjectStatus::not_solved,
+        {words::kDistillation,
+         {},
+         ObjectStatus::not_solved,
          "U-1: a DistillationObject has no steady-state model"},
     };
     for (const TextRow& row : rows) {
