@@ -19,6 +19,7 @@ using ZipHandle = std::unique_ptr<zip_t, CloseZip>;
 using ZipFileHandle = std::unique_ptr<zip_file_t, CloseZip>;
 
 constexpr std::string_view kLocalHeader = "PK\x03\x04";
+constexpr std::string_view kEmptyArchive = "PK\x05\x06";
 
 bool EndsWithXml(std::string_view name) {
     constexpr std::string_view kSuffix = ".xml";
@@ -34,7 +35,7 @@ ZipHandle OpenArchive(std::string_view archive, Problems& problems) {
         problems.Error("the file is empty; expected a zip archive");
         return nullptr;
     }
-    if (!archive.starts_with(kLocalHeader)) {
+    if (!archive.starts_with(kLocalHeader) && !archive.starts_with(kEmptyArchive)) {
         problems.Error("not a zip archive; expected a file that begins with a zip entry");
         return nullptr;
     }

@@ -19,7 +19,10 @@ bool IsNonFiniteWord(std::string_view text) {
 // Long texts would bury the message.
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kLongest = 40;
-    return "'" + std::string(text.substr(0, kLongest)) + (text.size() > kLongest ? "...'" : "'");
+    std::string quoted(1, '\'');
+    quoted += text.substr(0, kLongest);
+    quoted += text.size() > kLongest ? "...'" : "'";
+    return quoted;
 }
 
 }  // namespace
