@@ -1,0 +1,196 @@
+#pragma once
+
+// AttrMapBase<T>: gives a class of entries its attributes from one static table, and the cursor over
+// that table. T declares
+//
+//     static std::span<const AttrRow<T>> AttributeRows();
+//
+// in the order in which the attributes are listed, and has AddRef, Release, GetVarSet and SetVarSet.
+// A lookup takes the first row of a name; a row that is not available is as if it did not exist.
+
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+#include "framework/cursor.h"
+#include "framework/entry.h"
+
+template <class T>
+struct AttrRow {
+    using Available = bool (*)(T& owner, std::intptr_t extra);
+    using Plain = void (*)(T& owner, FIValue& out);
+    using WithExtra = void (*)(T& owner, FIValue& out, std::intptr_t extra);
+
+    // Kind 0: no handler, reads give NULL. Kind 1: handler(owner, out). Kind 2: with `extra`.
+    constexpr AttrRow(const char* row_name, Available is_available = nullptr)
+        : name(row_name), kind(0), available(is_available), plain(nullptr) {}
+    constexpr AttrRow(const char* row_name, Plain handler, Available is_available = nullptr,
+                      std::intptr_t row_extra = 0)
+        : name(row_name), kind(1), available(is_available), plain(handler), extra(row_extra) {}
+    constexpr AttrRow(const char* row_name, WithExtra handler, std::intptr_t row_extra,
+                      Available is_available = nullptr)
+        : name(row_name), kind(2), available(is_available), with_extra(handler), extra(row_extra) {}
+
+    bool IsAvailable(T& owner) const { return !available || available(owner, extra); }
+    void Read(T& owner, FIValue& out) const {
+        switch (kind) {
+            case 1: plain(owner, out); break;
+            case 2: with_extra(owner, out, extra); break;
+            default: out.Clear(); break;
+        }
+    }
+
+    const char* name;
+    int kind;
+    Available available;
+    union {
+        Plain plain;
+        WithExtra with_extra;
+    };
+    std::intptr_t extra = 0;
+};
+
+template <class T>
+const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
+    if (!name) return nullptr;
+    for (const AttrRow<T>& row : T::AttributeRows()) {
+        if (std::strcmp(row.name, name) == 0) return row.IsAvailable(owner) ? &row : nullptr;
+    }
+    return nullptr;
+}
+
+// Reads by name; NULL for a name that the owner does not show.
+template <class T>
+void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
+    if (const AttrRow<T>* row = FindAttrRow(owner, name.CStr())) {
+        row->Read(owner, out);
+    } else {
+        out.Clear();
+    }
+}
+
+// Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new cursor
+// stands on the first row, available or not, until it is moved.
+template <class T>
+class AttrMapCursorBase final : public FIAttributeCursorBase {
+public:
+    explicit AttrMapCursorBase(T* owner) : owner_(owner), row_(First()) {}
+
+    const void* TypeId() const override { return &kTypeId; }
+    int AddRef() override {
+        if (references_ == 0) owner_->AddRef();
+        return ++references_;
+    }
+    int Release() override {
+        const int left = --references_;
+        if (left == 0) {
+            owner_->Release();
+            delete this;
+        }
+        return left;
+    }
+    AttrMapCursorBase* Clone(bool deep) override {
+        AttrMapCursorBase* clone = this;
+        if (deep) {
+            clone = new AttrMapCursorBase(owner_);
+            clone->row_ = row_;
+        }
+        clone->AddRef();
+        return clone;
+    }
+    // From the end nothing moves back: a step stops at once there.
+    bool Seek(int origin, int delta) override {
+        if (origin == kFromFirst) {
+            row_ = First();
+            while (row_ != End() && !row_->IsAvailable(*owner_)) ++row_;
+        } else if (origin == kFromEnd) {
+            row_ = End();
+        }
+        int left = delta;
+        const int step = delta > 0 ? 1 : -1;
+        while (row_ != End() && left != 0 && !(step < 0 && row_ == First())) {
+            row_ += step;
+            if (row_ != End() && row_->IsAvailable(*owner_)) left -= step;
+        }
+        return row_ != End() && left == 0;
+    }
+    bool SeekName(int, const char* name) override {
+        const AttrRow<T>* found = FindAttrRow(*owner_, name);
+        row_ = found ? found : End();
+        return found != nullptr;
+    }
+    bool SeekValue(int origin, FIEntry& entry) override {
+        FIValue name;
+        entry.GetName(name);
+        return SeekName(origin, name.CStr());
+    }
+    bool AtBegin() override { return row_ == First(); }
+    bool AtEnd() override { return row_ == End(); }
+    int Compare(FICursorPosition& other) override {
+        if (&other == this) return 0;
+        FIValue own_key;
+        FIValue other_key;
+        GetKey(own_key);
+        other.GetKey(other_key);
+        return own_key.Compare(other_key);
+    }
+    void GetKey(FIValue& out) override {
+        if (AtEnd()) {
+            out.Clear();
+        } else {
+            out.SetText(row_->name);
+        }
+    }
+    void GetValue(FIValue& out) override {
+        if (AtEnd()) {
+            out.Clear();
+        } else {
+            row_->Read(*owner_, out);
+        }
+    }
+    FIVarSet* GetVarSet() override { return owner_->GetVarSet(); }
+    void SetVarSet(FIVarSet* vars) override { owner_->SetVarSet(vars); }
+
+private:
+    static const AttrRow<T>* First() { return T::AttributeRows().data(); }
+    static const AttrRow<T>* End() { return First() + T::AttributeRows().size(); }
+
+    static inline const char kTypeId = 0;
+    T* owner_;
+    const AttrRow<T>* row_;
+    int references_ = 0;
+};
+
+// The attribute source of T: shares the owner's reference count.
+template <class T>
+class AttrMapBase : public FIAttributeSource {
+public:
+    FIAttributeCursorBase* MakeCursor() override {
+        auto* cursor = new AttrMapCursorBase<T>(static_cast<T*>(this));
+        cursor->AddRef();
+        return cursor;
+    }
+};
+
+// An entry whose attributes come from T's table: one count for both interfaces. T derives from it,
+// gives AttributeRows, GetName and GetContext, and overrides what differs from the base entry.
+template <class T>
+class AttrMapEntry : public FIEntry, public AttrMapBase<T> {
+public:
+    int AddRef() override { return ++references_; }
+    int Release() override {
+        const int left = --references_;
+        if (left <= 0) delete this;
+        return left;
+    }
+    void GetAttribute(const FIValue& name, FIValue& out) override {
+        ReadAttribute(static_cast<T&>(*this), name, out);
+    }
+    FIAttributeSource* GetAttributeSource() override {
+        AddRef();
+        return this;
+    }
+
+private:
+    int references_ = 0;
+};

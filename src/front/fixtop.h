@@ -1,0 +1,71 @@
+#pragma once
+
+// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible.
+//
+// Every function runs on the caller's thread, which is the thread that runs the simulation. A
+// `session` is the open case, a host::SimulationCase*, or null for the active case of the installed
+// host. Objects that are answered carry one reference for the caller; null means that a feature, or
+// the host, is not present.
+
+#include "framework/entry.h"
+#include "framework/iterator.h"
+#include "framework/reference.h"
+#include "framework/solver.h"
+#include "framework/var_set.h"
+#include "value/fi_value.h"
+
+#if defined(_WIN32)
+#define FIXTOP_EXPORT extern "C" __declspec(dllexport)
+#else
+#define FIXTOP_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace host {
+class HostServices;
+}
+
+// What the host calls when the simulation changed: 0 is a change, anything else a deletion.
+using FixtopNotify = void (*)(int event);
+
+// ---- The front, found by name at run time ----
+
+// The plain top entry, late-bound through GetTopFIEntryV.
+FIXTOP_EXPORT FIEntry* GetTopHovexEntry();
+FIXTOP_EXPORT FIEntry* GetTopFIEntryV();
+// With a non-null notify owner (the address of a FixtopNotify) the entry accepts subscribers and
+// writes its dispatch function there.
+FIXTOP_EXPORT FIEntry* GetTopFIEntry(void* notifyOwner);
+// The host top context with the names of its class library, map and unit files and of its application.
+FIXTOP_EXPORT FIContext* GetTopHovexCtx(void* session, const char* library, const char* map,
+                                        const char* units, const char* name);
+// Kind 1 the steady-state solver, 4 the dynamic one; any other kind is null. Owned by the caller
+// until a top entry takes it.
+FIXTOP_EXPORT FISolver* GetTopHovexSolver(void* session, int kind);
+// The top of a case with its solver and its models.
+FIXTOP_EXPORT FIEntry* GetCombinedEntry(void* session);
+// Node and document objects; null, and null through `out`, while no provider of them is present.
+FIXTOP_EXPORT void* GetQSINode(void* session, void** out);
+FIXTOP_EXPORT void* GetDocumentAgg(void* session, const void* identity, void** out);
+FIXTOP_EXPORT void* QSVGetTopNode(void* session, void** out);
+FIXTOP_EXPORT void* QSVGetDocumentAgg(void* session, const void* identity, void** out);
+// Registers and removes the notification of a case.
+FIXTOP_EXPORT void SetTopNotify(FixtopNotify notify, void* session);
+FIXTOP_EXPORT void UnsetTopNotify(void* session);
+// Whether attachments are followed below a context. The caller gives up one reference.
+FIXTOP_EXPORT bool SetTopAttach(FIContext* context, bool follow);
+// Opens the log of the open case.
+FIXTOP_EXPORT void TestIterator();
+FIXTOP_EXPORT void TestIteratorX();
+// Writes the seek table to the debug output.
+FIXTOP_EXPORT void printECounts();
+
+// ---- For consumers that link or load the module ----
+
+// Installs the host of this process, or takes it out with null. Not owned.
+FIXTOP_EXPORT void FixtopInstallHost(host::HostServices* services);
+// An iterator that stands on a top entry. With `history` a repeat of an ancestor is not refused.
+FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
+// The steps of a path expression as text; false and the parse error when it does not parse.
+FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
+// The module's version, "0.1.0".
+FIXTOP_EXPORT const char* FixtopVersion();
