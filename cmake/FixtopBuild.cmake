@@ -5,7 +5,6 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
@@ -13,19 +12,34 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# Compilations are remembered across build folders where ccache is at hand.
+find_program(FIXTOP_CCACHE ccache)
+mark_as_advanced(FIXTOP_CCACHE)
+foreach(language C CXX)
+  if(FIXTOP_CCACHE AND NOT CMAKE_${language}_COMPILER_LAUNCHER)
+    set(CMAKE_${language}_COMPILER_LAUNCHER ${FIXTOP_CCACHE})
+  endif()
+endforeach()
+
 add_compile_options(-Wall -Wextra -Wnon-virtual-dtor -Wshadow)
+if(NOT WIN32)
+  # What the module exports is said by the list in src/front alone, so functions carry no visibility
+  # mark; within the module they still bind directly.
+  add_compile_options(-fno-semantic-interposition)
+endif()
 if(FIXTOP_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(FIXTOP_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
 if(FIXTOP_COVERAGE)
   add_compile_options(--coverage -O0)
   add_link_options(--coverage)
 endif()
-if(WIN32)
-  add_link_options(-static -static-libgcc -static-libstdc++)
-endif()
-
 # fixtop_room(name SOURCES ... LIBS ...): a room of the module. Its objects go into fixtop_core, the
 # static library from which the shared module and the test programs are linked.
 function(fixtop_room name)
@@ -37,6 +51,13 @@ function(fixtop_room name)
   target_sources(fixtop_core PRIVATE $<TARGET_OBJECTS:room_${name}>)
 endfunction()
 
+# Sample cases from outside the project; tests that want them skip themselves where there are none.
+set(FIXTOP_CASES ${PROJECT_SOURCE_DIR}/../shared/cases CACHE PATH
+    "Sample cases from outside the project")
+if(DEFINED ENV{FIXTOP_CASES})
+  set_property(CACHE FIXTOP_CASES PROPERTY VALUE $ENV{FIXTOP_CASES})
+endif()
+
 # fixtop_test(name SOURCES ... LIBS ...): one test program, run by ctest under its own name.
 function(fixtop_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
@@ -44,5 +65,26 @@ function(fixtop_test name)
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name}_test PRIVATE ${ARG_LIBS} fixtop_core GTest::gmock_main)
   add_test(NAME ${name} COMMAND ${name}_test)
-  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+    "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib")
+endfunction()
+
+# fixtop_fuzz(name SOURCES ... LIBS ...): one libFuzzer program. Its seeds stand in
+# fuzz/corpus/<name>/ and its dictionary, if it has one, in fuzz/<name>.dict.
+function(fixtop_fuzz name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name}_fuzz ${ARG_SOURCES})
+  target_link_libraries(${name}_fuzz PRIVATE ${ARG_LIBS} fixtop_core)
+  target_link_options(${name}_fuzz PRIVATE -fsanitize=fuzzer)
+  set_target_properties(${name}_fuzz PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/fuzz)
+endfunction()
+
+# fixtop_bench(name SOURCES ... LIBS ...): one benchmark program.
+function(fixtop_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name}_bench ${ARG_SOURCES})
+  target_link_libraries(${name}_bench PRIVATE ${ARG_LIBS} fixtop_core benchmark::benchmark_main)
+  set_target_properties(${name}_bench PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
 endfunction()

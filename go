@@ -1,0 +1,223 @@
+#!/usr/bin/env bash
+# Builds, tests and shows Fixtop on Debian. It asks nothing, installs what is missing, and ends with
+# a status other than 0 when anything fails. `./go --help` tells the commands.
+set -uo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
+
+# Debian packages: who needs it, and its names. A command takes the rows that it asks for.
+PACKAGES="
+build     g++ cmake ninja-build ccache pkg-config python3
+build     libexpat1-dev libzip-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libedit-dev
+python    python3-dev pybind11-dev
+test      libgtest-dev libgmock-dev libudunits2-dev
+windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
+bench     libbenchmark-dev libpugixml-dev
+fuzz      clang llvm libclang-rt-dev
+coverage  gcovr
+"
+
+usage() {
+    cat <<'TEXT'
+usage: ./go <command>
+
+  demo            build and show a case as a tree
+  test            build and run the tests on Linux
+  test --all      the same, then again with sanitizers and leak check, then as Windows programs
+  bench           build and run the benchmarks
+  fuzz [minutes]  build the fuzz targets and run each for some minutes (default 1)
+  coverage        run the tests instrumented; report in build/coverage/report/index.html
+  --help          this text
+
+Missing Debian packages are installed (with sudo, unless root). Everything built is under build/.
+TEXT
+}
+
+say() { printf '\n== %s\n' "$*"; }
+fail() {
+    printf 'go: %s\n' "$*" >&2
+    exit 1
+}
+
+as_root() {
+    if [[ $(id -u) == 0 ]]; then "$@"; else sudo "$@"; fi
+}
+
+# need <row>...: installs what the rows of the table name and the machine lacks.
+need() {
+    local row missing=() name
+    for row in "$@"; do
+        while read -r name; do
+            [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] ||
+                missing+=("$name")
+        done < <(awk -v row="$row" '$1 == row { for (i = 2; i <= NF; i++) print $i }' <<<"$PACKAGES")
+    done
+    [[ ${#missing[@]} == 0 ]] && return
+    command -v apt-get >/dev/null || fail "these packages are needed: ${missing[*]}"
+    say "installing ${missing[*]}"
+    as_root apt-get update -q </dev/null || fail "apt-get update failed"
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -q --no-install-recommends "${missing[@]}" </dev/null ||
+        fail "installing failed"
+}
+
+# build <preset> [--target <name>...]: configures and builds; the preset's folder is build/<preset>.
+build() {
+    local preset=$1
+    shift
+    say "building $preset"
+    cmake --preset "$preset" </dev/null >"build/$preset-configure.log" 2>&1 || {
+        cat "build/$preset-configure.log"
+        return 1
+    }
+    cmake --build "build/$preset" -j "$JOBS" "$@" </dev/null
+}
+
+# ---- test suites. Each leaves one line for the summary; a broken one doesn't stop the others.
+
+SUMMARY=()
+FAILED=0
+
+# suite <preset> <title> <function...>: runs the function and notes how it went and how long it took.
+suite() {
+    local preset=$1 title=$2 start=$SECONDS result counts
+    shift 2
+    rm -f "build/$preset-ctest.log"
+    if "$@"; then
+        result=passed
+    else
+        result=FAILED
+        FAILED=1
+    fi
+    counts=$(sed -nE 's/^([0-9]+)% tests passed, ([0-9]+) tests? failed out of ([0-9]+).*/\3 tests, \2 failed/p' \
+        "build/$preset-ctest.log" 2>/dev/null)
+    SUMMARY+=("$(printf '%-8s %-44s %s (%s, %d s)' "$result" "$title" "$preset" \
+        "${counts:-no test was run}" $((SECONDS - start)))")
+}
+
+summarize() {
+    say "summary"
+    printf '%s\n' "${SUMMARY[@]}"
+    exit "$FAILED"
+}
+
+# run_ctest <preset>: the whole suite of a built preset.
+run_ctest() {
+    say "testing $1"
+    ctest --test-dir "build/$1" --output-on-failure --no-tests=error -j "$JOBS" </dev/null 2>&1 |
+        tee "build/$1-ctest.log"
+}
+
+linux_suite() { build release && run_ctest release; }
+
+asan_suite() (
+    export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:check_initialization_order=1
+    export UBSAN_OPTIONS=print_stacktrace=1
+    build asan && run_ctest asan
+)
+
+# The Wine server is started apart from ctest: one that ctest starts keeps ctest's pipes open and
+# ctest then waits for it for ever.
+windows_suite() (
+    export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEARCH=win64
+    export WINEDLLOVERRIDES="winedbg.exe=d;mscoree=d;mshtml=d"
+    unset DISPLAY
+    cmake/build-windows-deps.sh && build windows || exit 1
+    say "starting Wine"
+    mkdir -p "$WINEPREFIX"
+    trap 'wineserver -k >/dev/null 2>&1' EXIT
+    wineserver -p >/dev/null 2>&1 </dev/null
+    timeout 180 wine cmd /c exit </dev/null >/dev/null 2>&1 || {
+        echo "Wine does not start"
+        exit 1
+    }
+    run_ctest windows
+)
+
+# ---- commands
+
+cmd_demo() {
+    need build python test
+    build release --target src/all tools/all || fail "the build failed"
+    exec build/release/tools/fixtop/fixtop demo
+}
+
+cmd_test() {
+    local all=0
+    case ${1-} in
+        "") ;;
+        --all) all=1 ;;
+        *) usage >&2; exit 2 ;;
+    esac
+    need build python test
+    if [[ $all == 1 ]]; then need windows; fi
+    suite release "Linux" linux_suite
+    if [[ $all == 1 ]]; then
+        suite asan "Linux, sanitizers and leak check" asan_suite
+        suite windows "Windows programs under Wine" windows_suite
+    fi
+    summarize
+}
+
+cmd_bench() {
+    local program found=0
+    need build python bench
+    build bench || fail "the build failed"
+    for program in build/bench/bench/*_bench; do
+        [[ -x $program ]] || continue
+        found=1
+        say "$(basename "$program")"
+        "$program" </dev/null || fail "$program failed"
+    done
+    [[ $found == 1 ]] || fail "no benchmark was built"
+}
+
+# fuzz_one <program> <minutes>: new inputs are kept in build/, the seeds stay as they are.
+fuzz_one() {
+    local name grown folders options=()
+    name=$(basename "$1" _fuzz)
+    grown=build/fuzz/found/$name
+    mkdir -p "$grown"
+    folders=("$grown")
+    [[ -d fuzz/corpus/$name ]] && folders+=("fuzz/corpus/$name")
+    [[ -f fuzz/$name.dict ]] && options+=("-dict=fuzz/$name.dict")
+    say "fuzzing $name for $2 min"
+    "$1" "${options[@]}" -max_total_time=$((60 * $2)) -timeout=10 -print_final_stats=1 \
+        -artifact_prefix="build/fuzz/found/$name-" "${folders[@]}" </dev/null
+}
+
+cmd_fuzz() {
+    local minutes=${1-1} program found=0
+    [[ $minutes =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
+    need build python fuzz
+    build fuzz || fail "the build failed"
+    for program in build/fuzz/fuzz/*_fuzz; do
+        [[ -x $program ]] || continue
+        found=1
+        fuzz_one "$program" "$minutes" || fail "$program found an input that breaks it"
+    done
+    [[ $found == 1 ]] || fail "no fuzz target was built"
+}
+
+cmd_coverage() {
+    need build python test coverage
+    build coverage || fail "the build failed"
+    find build/coverage -name '*.gcda' -delete
+    run_ctest coverage || fail "a test failed"
+    say "coverage"
+    mkdir -p build/coverage/report
+    gcovr --root . --filter src/ --filter casehost/ --filter tools/ --exclude-throw-branches \
+        --gcov-ignore-parse-errors --print-summary --html-details build/coverage/report/index.html \
+        build/coverage || fail "gcovr failed"
+    echo "report: build/coverage/report/index.html"
+}
+
+JOBS=$(nproc)
+mkdir -p build
+command=${1-}
+shift
+case $command in
+    demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
+    test | fuzz) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    -h | --help | help) usage ;;
+    *) usage >&2; exit 2 ;;
+esac

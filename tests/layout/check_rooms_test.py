@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""Each rule of check_rooms.py, over small invented trees: it must speak when the rule is broken."""
+
+import unittest
+
+from check_rooms import Tree, complaints
+
+HEADERS = {
+    "src/value/fi_value.h": [],
+    "src/platform/modules.h": [],
+    "src/platform/posix/handle.h": [],
+    "src/path/path_step.h": [],
+    "src/framework/iterator.h": [],
+    "src/framework/entry.h": [],
+    "src/host/interface/viewable.h": [],
+    "src/host/h_entry.h": [],
+    "src/model/ccdm_class.h": [],
+    "src/mapping/translator.h": [],
+    "src/automation/node.h": [],
+    "src/front/fixtop.h": ['#include "framework/entry.h"', "#if defined(_WIN32)"],
+    "casehost/include/casehost/case_data.h": [],
+    "casehost/src/private.h": [],
+    "casehost/model/private.h": [],
+}
+
+
+def told(name, *lines):
+    """The complaints about one more file in that tree."""
+    return complaints(Tree({**HEADERS, name: list(lines)}))
+
+
+def include(header):
+    return f'#include "{header}"'
+
+
+ALLOWED = [
+    ("src/value/a.cpp", "value/fi_value.h"),
+    ("src/platform/a.cpp", "value/fi_value.h"),
+    ("src/path/a.cpp", "platform/modules.h"),
+    ("src/path/evaluation.cpp", "framework/iterator.h"),
+    ("src/framework/a.cpp", "path/path_step.h"),
+    ("src/framework/a.cpp", "platform/modules.h"),
+    ("src/host/a.cpp", "host/interface/viewable.h"),
+    ("src/host/a.cpp", "framework/entry.h"),
+    ("src/host/interface/a.cpp", "value/fi_value.h"),
+    ("src/mapping/a.cpp", "model/ccdm_class.h"),
+    ("src/semantic/a.cpp", "framework/iterator.h"),
+    ("src/automation/a.cpp", "mapping/translator.h"),
+    ("src/front/a.cpp", "host/interface/viewable.h"),
+    ("src/front/a.cpp", "automation/node.h"),
+    ("casehost/src/a.cpp", "host/interface/viewable.h"),
+    ("casehost/src/a.cpp", "private.h"),
+    ("casehost/src/a.cpp", "model/private.h"),
+    ("casehost/src/a.cpp", "casehost/case_data.h"),
+    ("tools/fixtop/a.cpp", "front/fixtop.h"),
+    ("tools/fixtop/a.cpp", "value/fi_value.h"),
+    ("tools/fixtop/a.cpp", "framework/entry.h"),
+    ("tools/fixtop/a.cpp", "casehost/case_data.h"),
+]
+
+FORBIDDEN = [
+    ("src/value/a.cpp", "platform/modules.h"),
+    ("src/value/a.cpp", "../platform/modules.h"),
+    ("src/platform/a.cpp", "framework/entry.h"),
+    ("src/path/parser.cpp", "framework/iterator.h"),
+    ("src/framework/a.cpp", "host/h_entry.h"),
+    ("src/framework/a.cpp", "platform/posix/handle.h"),
+    ("src/framework/a.cpp", "host/interface/viewable.h"),
+    ("src/host/interface/a.cpp", "host/h_entry.h"),
+    ("src/host/a.cpp", "mapping/translator.h"),
+    ("src/host/a.cpp", "casehost/case_data.h"),
+    ("src/model/a.cpp", "framework/entry.h"),
+    ("src/mapping/a.cpp", "host/interface/viewable.h"),
+    ("src/semantic/a.cpp", "framework/entry.h"),
+    ("src/semantic/a.cpp", "host/interface/viewable.h"),
+    ("src/automation/a.cpp", "host/h_entry.h"),
+    ("casehost/src/a.cpp", "value/fi_value.h"),
+    ("casehost/src/a.cpp", "framework/entry.h"),
+    ("tools/fixtop/a.cpp", "framework/iterator.h"),
+    ("tools/fixtop/a.cpp", "host/interface/viewable.h"),
+    ("tools/fixtop/a.cpp", "casehost/private.h"),
+    ("tools/fixtop/a.cpp", "../../casehost/src/private.h"),
+]
+
+
+class CheckRooms(unittest.TestCase):
+    def test_plan_allows(self):
+        for name, header in ALLOWED:
+            with self.subTest(file=name, header=header):
+                self.assertEqual(told(name, include(header)), [])
+
+    def test_plan_forbids(self):
+        for name, header in FORBIDDEN:
+            with self.subTest(file=name, header=header):
+                self.assertEqual(len(told(name, include(header))), 1)
+
+    def test_place_is_told_as_file_and_line(self):
+        lines = ["// a comment", "", include("platform/modules.h")]
+        self.assertEqual(told("src/value/a.cpp", *lines),
+                         ["src/value/a.cpp:3: value/ must not include platform/modules.h"])
+
+    def test_operating_system_stays_in_platform(self):
+        for line in ("#include <windows.h>", "#include <unistd.h>", "#include <sys/stat.h>",
+                     "#include <expat.h>", "#ifdef _WIN32", "#if defined(_WIN32)"):
+            with self.subTest(line=line):
+                self.assertEqual(told("src/platform/posix/a.cpp", line), [])
+                self.assertEqual(told("casehost/src/a.cpp", line), [])
+                self.assertEqual(told("tools/fixtop/a.cpp", line), [])
+                self.assertEqual(len(told("src/framework/a.cpp", line)), 1)
+
+    def test_standard_headers_are_free(self):
+        for header in ("string", "cstdint", "filesystem", "system_error"):
+            with self.subTest(header=header):
+                self.assertEqual(told("src/value/a.cpp", f"#include <{header}>"), [])
+
+    def test_folder_outside_the_plan_is_told(self):
+        self.assertEqual(told("src/cellar/a.cpp", ""),
+                         ["src/cellar/a.cpp:1: src/cellar is no room of the plan"])
+
+
+if __name__ == "__main__":
+    unittest.main()
