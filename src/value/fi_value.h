@@ -11,9 +11,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class FIValue {
-public:
+ public:
     // The numbers are fixed: they stand in switches and dumps of clients.
     enum KindNumber : int { kNull = 0, kInt = 1, kReal = 2, kShortText = 3, kLongText = 4 };
 
@@ -30,7 +31,10 @@ public:
     explicit FIValue(const char* text) { SetText(text); }
     ~FIValue() { FreeBuffer(); }
 
-    FIValue& operator=(const FIValue& other);
+    FIValue& operator=(const FIValue& other) {
+        Assign(other);
+        return *this;
+    }
     FIValue& operator=(FIValue&& other) noexcept;
 
     static FIValue OfInt(std::int32_t number);
@@ -39,7 +43,8 @@ public:
     // Deep copy; assigning a value to itself does nothing.
     void Assign(const FIValue& other);
     // A text below 19 bytes stays inline unless the value already has a long buffer, which is kept.
-    // A null pointer is taken as the empty text.
+    // A null pointer is taken as the empty text. An inline text ends at its first NUL; a long one
+    // keeps the bytes behind it. The text may be a part of this value's own.
     void SetText(const char* text);
     void SetText(const std::string& text);
     void SetText(const char* text, std::size_t length);
@@ -52,16 +57,28 @@ public:
     bool IsText() const noexcept { return kind_ == kShortText || kind_ == kLongText; }
     bool IsNumber() const noexcept { return kind_ == kInt || kind_ == kReal; }
 
-    // Converts in place. Numbers are formatted with "%d" and "%.12lg" and texts scanned with "%d" and
+    // Converts in place. Numbers are formatted with "%d" and "%.12lg" and texts scanned with "%d"
+    // and
     // "%lg". Converting a number to kLongText gives the two characters "&d" or "&g", whatever the
-    // number was: stored dumps and map files rely on it. Unknown targets change nothing.
+    // number was: stored dumps and map files rely on it. Unknown targets change nothing, and
+    // neither does kShortText on any text.
     void ConvertTo(int target);
 
-    std::int32_t AsInt() const noexcept;
-    double AsDouble() const noexcept;
+    // A real is cut toward zero; one that no integer can hold gives the least integer. Text beyond
+    // the range of an integer keeps its low 32 bits.
+    std::int32_t AsInt() const noexcept {
+        return kind_ == kInt ? payload_.number : IntFromOtherKind();
+    }
+    double AsDouble() const noexcept {
+        return kind_ == kReal ? payload_.real : RealFromOtherKind();
+    }
 
     // The text; "" for NULL, a null pointer for numbers.
-    const char* CStr() const noexcept;
+    const char* CStr() const noexcept {
+        if (kind_ == kShortText) return payload_.text;
+        if (kind_ == kLongText) return payload_.buffer.bytes;
+        return kind_ == kNull ? "" : nullptr;
+    }
     // Length of the value's text in bytes, numbers as they would be formatted; 0 for NULL.
     int Length() const;
     // Writes at most `size` bytes, the last one always NUL; nothing when size is below 1.
@@ -70,8 +87,8 @@ public:
     std::string ToText() const;
 
     // -1, 0, 1, the result of strcmp for two texts, or -2 when not comparable. Not symmetric: NULL
-    // against a number is -1, a number against NULL -2; a number against a text converts the text to
-    // the number's kind, a text against anything but a text is -2.
+    // against a number is -1, a number against NULL -2; a number against a text converts the text
+    // to the number's kind, a text against anything but a text is -2.
     int Compare(const FIValue& other) const;
 
     void AppendChar(char c);
@@ -96,7 +113,7 @@ public:
     };
     static const Statistics& GetStatistics() noexcept;
 
-private:
+ private:
     struct Long {
         char* bytes;
         std::int32_t capacity;
@@ -110,12 +127,36 @@ private:
         Payload() noexcept : real(0) {}
     };
 
-    void CopyFrom(const FIValue& other);
-    void StealFrom(FIValue& other) noexcept;
-    void FreeBuffer() noexcept;
-    void MakeLong();
+    void CopyFrom(const FIValue& other) {
+        kind_ = other.kind_;
+        if (kind_ == kLongText || kind_ > kLongText || kind_ < kNull) {
+            CopyUncommon(other);
+        } else {
+            payload_ = other.payload_;
+        }
+    }
+    void StealFrom(FIValue& other) noexcept {
+        kind_ = other.kind_;
+        payload_ = other.payload_;
+        other.kind_ = kNull;
+    }
+    void FreeBuffer() noexcept {
+        if (kind_ == kLongText) ReleaseBuffer();
+    }
+
+    void CopyUncommon(const FIValue& other);
+    void ReleaseBuffer() noexcept;
+    std::int32_t IntFromOtherKind() const noexcept;
+    double RealFromOtherKind() const noexcept;
+
+    std::string_view View() const noexcept;
+    std::string_view ViewOrFormat(char* buffer) const noexcept;
+    void SetInline(std::string_view text) noexcept;
+    void MakeLong(std::string_view text);
     void Reserve(std::size_t size);
-    void AppendBytes(const char* bytes, std::size_t length);
+    void AppendBytes(std::string_view bytes);
+    void AppendView(std::string_view text, bool quote, bool xml);
+    bool Holds(const char* text) const noexcept;
 
     int kind_ = kNull;
     Payload payload_;

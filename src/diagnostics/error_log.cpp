@@ -1,0 +1,78 @@
+#include "diagnostics/error_log.h"
+
+#include <cstdio>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+std::unique_ptr<std::FILE, FileCloser> OpenFile(const std::string& name, const char* mode) {
+    return std::unique_ptr<std::FILE, FileCloser>(std::fopen(name.c_str(), mode));
+}
+
+}  // namespace
+
+void ErrorLog::SetFile(const char* name) {
+    file_ = name == nullptr ? "" : name;
+    if (!opened_) return;
+    opened_ = false;
+    level_ = kDefaultLevel;
+}
+
+int ErrorLog::SetLevel(int level) noexcept {
+    const int former = level_;
+    level_ = level;
+    return former;
+}
+
+void ErrorLog::Open(const char* name) {
+    if (name != nullptr && *name != '\0') file_ = name;
+    if (file_.empty()) file_ = kDefaultFile;
+    opened_ = true;
+    const std::time_t now = std::time(nullptr);
+    char time[16] = "";
+    char date[16] = "";
+    if (const std::tm* local = std::localtime(&now)) {
+        std::strftime(time, sizeof time, "%H:%M:%S", local);
+        std::strftime(date, sizeof date, "%m/%d/%y", local);
+    }
+    if (const auto file = OpenFile(file_, "w")) {
+        std::fprintf(file.get(), " FI Error Log, %s, %s\n\n", time, date);
+    }
+}
+
+void ErrorLog::Message(const char* text) {
+    if (!opened_) Open(nullptr);
+    if (const auto file = OpenFile(file_, "a+")) {
+        std::fprintf(file.get(), " %s\n", text == nullptr ? "" : text);
+    }
+}
+
+void ErrorLog::AtLevel(const char* text, int level) {
+    if (level <= level_) Message(text);
+}
+
+ErrorLog& ModuleLog() {
+    static ErrorLog log;
+    return log;
+}
+
+void SetLogFile(const char* name) {
+    ModuleLog().SetFile(name);
+}
+int SetLogLevel(int level) {
+    return ModuleLog().SetLevel(level);
+}
+void OpenErrorLog(const char* name) {
+    ModuleLog().Open(name);
+}
+void LogMessage(const char* text) {
+    ModuleLog().Message(text);
+}
+void LogAtLevel(const char* text, int level) {
+    ModuleLog().AtLevel(text, level);
+}

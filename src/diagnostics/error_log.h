@@ -1,0 +1,42 @@
+#pragma once
+
+// The error log: a text file that a person reads when a map or class library does not load.
+//
+// The file is opened and closed for every line, since the host may crash at any time and the last
+// line must be on disk. A relative name lies in the working directory. A file that cannot be opened
+// is passed over in silence. Not synchronised.
+
+#include <string>
+
+class ErrorLog {
+ public:
+    static constexpr int kDefaultLevel = 5;
+    static constexpr const char* kDefaultFile = "QSIErrors.log";
+
+    // Names the file, without writing. The first call after the log was opened also ends that log:
+    // the next message writes a header, and the level is back at its default.
+    void SetFile(const char* name);
+    // Answers the former level.
+    int SetLevel(int level) noexcept;
+    // Begins the log anew: the file is emptied and gets its header. A null or empty name keeps the
+    // file.
+    void Open(const char* name);
+    // Writes one line, led by a blank, behind the header if the log was not opened yet.
+    void Message(const char* text);
+    // Writes the line when `level` is at most the log's.
+    void AtLevel(const char* text, int level);
+
+ private:
+    std::string file_ = kDefaultFile;
+    int level_ = kDefaultLevel;
+    bool opened_ = false;
+};
+
+// The log of the module.
+ErrorLog& ModuleLog();
+
+void SetLogFile(const char* name);
+int SetLogLevel(int level);
+void OpenErrorLog(const char* name);
+void LogMessage(const char* text);
+void LogAtLevel(const char* text, int level);

@@ -1,0 +1,29 @@
+#include "diagnostics/seek_table.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "platform/debug_output.h"
+
+namespace {
+
+int g_seeks[kSeekRows];
+
+}  // namespace
+
+void RecordSeek(int refcount) noexcept {
+    ++g_seeks[std::clamp(refcount, 0, kSeekRows - 1)];
+}
+
+int SeekCount(int row) noexcept {
+    return row >= 0 && row < kSeekRows ? g_seeks[row] : 0;
+}
+
+void PrintSeekTable() {
+    WriteDebugLine(" refcnt   number of seeks with\n");
+    for (int row = 0; row < kSeekRows; ++row) {
+        char line[64];
+        std::snprintf(line, sizeof line, "  %d        %d\n", row, g_seeks[row]);
+        WriteDebugLine(line);
+    }
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+// How many holders shared a cursor each time it was about to be sought: a table for judging whether
+// copies on write are rare. Nothing clears it. Not synchronised.
+
+// The last row also counts every greater number of holders.
+inline constexpr int kSeekRows = 20;
+
+// Notes a seek of a cursor with this reference count.
+void RecordSeek(int refcount) noexcept;
+
+// Seeks noted in the row, 0 outside the table.
+int SeekCount(int row) noexcept;
+
+// Writes the table to the debug output, a heading and one line for each row.
+void PrintSeekTable();

@@ -1,0 +1,4 @@
+#pragma once
+
+// The system's own channel for debug output, behind platform/debug_output.h.
+void WriteToDebugChannel(const char* text);

@@ -1,0 +1,29 @@
+#include "platform/debug_output.h"
+
+#include <cstdio>
+
+#include "platform/debug_channel.h"
+
+namespace {
+
+DebugSink g_sink = nullptr;
+
+}  // namespace
+
+void WriteDebugLine(const char* text) {
+    if (g_sink != nullptr) {
+        g_sink(text);
+    } else {
+        WriteToDebugChannel(text);
+    }
+}
+
+DebugSink SetDebugSink(DebugSink sink) noexcept {
+    const DebugSink former = g_sink;
+    g_sink = sink;
+    return former;
+}
+
+void WriteToStandardError(const char* text) {
+    std::fputs(text, stderr);
+}

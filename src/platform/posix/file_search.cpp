@@ -1,0 +1,25 @@
+#include "platform/file_search.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+std::string ProgramFolder() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return error ? std::string() : program.parent_path().string();
+}
+
+std::string FindFileOnPath(const std::string& name) {
+    if (name.empty()) return {};
+    std::error_code error;
+    for (const fs::path& folder : {fs::path(ProgramFolder()), fs::current_path(error)}) {
+        // An absolute name takes the place of the folder.
+        const fs::path candidate = folder / name;
+        if (candidate.is_absolute() && fs::is_regular_file(candidate, error)) {
+            return candidate.string();
+        }
+    }
+    return {};
+}

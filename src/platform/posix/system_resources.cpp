@@ -1,0 +1,6 @@
+#include "platform/system_resources.h"
+
+// The linker keeps no named resources here: all of them come in registered tables.
+std::string_view FindSystemResource(const std::string&) {
+    return {};
+}

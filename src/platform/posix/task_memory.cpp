@@ -1,0 +1,10 @@
+#include "platform/task_memory.h"
+
+#include <cstdlib>
+
+void* AllocateTaskMemory(std::size_t size) noexcept {
+    return std::malloc(size);
+}
+void FreeTaskMemory(void* memory) noexcept {
+    std::free(memory);
+}

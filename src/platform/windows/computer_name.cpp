@@ -1,0 +1,10 @@
+#include "platform/computer_name.h"
+
+#include <windows.h>
+
+std::string ComputerName() {
+    char name[256] = "";
+    DWORD size = sizeof name;
+    if (!GetComputerNameA(name, &size)) return {};
+    return std::string(name).substr(0, kComputerNameLimit);
+}

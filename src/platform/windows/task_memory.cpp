@@ -1,0 +1,12 @@
+#include "platform/task_memory.h"
+
+#include <windows.h>
+// The component services follow the base header.
+#include <objbase.h>
+
+void* AllocateTaskMemory(std::size_t size) noexcept {
+    return CoTaskMemAlloc(size);
+}
+void FreeTaskMemory(void* memory) noexcept {
+    CoTaskMemFree(memory);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+// How text is written into other languages: XML character data, path expressions and XML
+// attributes, and how numbers are read back. Pure functions on views; nothing is kept.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace text_forms {
+
+// The thirteen characters that mean something in a path expression.
+inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
+
+// A set of characters with one look-up for each test.
+class CharacterSet {
+ public:
+    explicit constexpr CharacterSet(std::string_view characters) {
+        for (char c : characters) has_[static_cast<unsigned char>(c)] = true;
+    }
+    constexpr bool operator()(char c) const noexcept { return has_[static_cast<unsigned char>(c)]; }
+
+ private:
+    std::array<bool, 256> has_{};
+};
+
+inline constexpr CharacterSet IsPathSpecial(kPathSpecials);
+
+// Whether `text` has a character that `EscapeXml` would consider; without one it is its own escape.
+bool NeedsXmlEscape(std::string_view text) noexcept;
+
+// Appends `text` to `out` with the eight XML escapes. An `&` that already begins one of the eight
+// is kept, so escaping twice changes nothing.
+void EscapeXml(std::string_view text, std::string& out);
+
+// Whether `text` must be quoted to stand as one name in a path. A count such as "#12" need not.
+bool NeedsPathQuotes(std::string_view text) noexcept;
+
+// Appends `text` in double quotes, those inside doubled.
+void QuoteForPath(std::string_view text, std::string& out);
+
+// Whether `text` has one of the characters `"`, `&`, `<`.
+bool NeedsAttributeEscape(std::string_view text) noexcept;
+
+// Appends `text` with `"`, `&` and `<` as entities, existing entities escaped once more.
+void EscapeAttribute(std::string_view text, std::string& out);
+
+// The leading number of a NUL-terminated text as the C scanner's "%d" and "%lg" read it, 0 when
+// there is none. ScanInt keeps the low 32 bits of a number out of range.
+std::int32_t ScanInt(const char* text) noexcept;
+double ScanReal(const char* text) noexcept;
+
+}  // namespace text_forms

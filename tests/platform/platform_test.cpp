@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "platform/computer_name.h"
+#include "platform/debug_output.h"
+#include "platform/file_search.h"
+#include "platform/modules.h"
+#include "platform/resources.h"
+#include "platform/task_memory.h"
+#include "support/debug_capture.h"
+#include "support/temporary_folder.h"
+
+#ifdef _WIN32
+#define SAMPLE_EXPORT extern "C" __declspec(dllexport)
+#else
+#define SAMPLE_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+// Exported by this program, which also holds the code of the platform room.
+SAMPLE_EXPORT int FixtopSampleExport() {
+    return 42;
+}
+
+namespace {
+
+#ifdef _WIN32
+constexpr char kSystemLibrary[] = "kernel32.dll";
+constexpr char kSystemFunction[] = "GetTickCount";
+#else
+constexpr char kSystemLibrary[] = "libc.so.6";
+constexpr char kSystemFunction[] = "strlen";
+#endif
+
+void* PointerOf(int (*function)()) {
+    return reinterpret_cast<void*>(function);
+}
+int One() {
+    return 1;
+}
+int Two() {
+    return 2;
+}
+
+// A module system that knows one module and counts the calls.
+class FakeSystem final : public ModuleSystem {
+ public:
+    ModuleHandle FindLoaded(const char* name) override { return Find(name); }
+    ModuleHandle Load(const char* name) override { return Find(name); }
+    void* Function(ModuleHandle module, const char* name) override {
+        ++calls;
+        return module == this && std::strcmp(name, "Below") == 0 ? this : nullptr;
+    }
+
+    int calls = 0;
+
+ private:
+    ModuleHandle Find(const char* name) {
+        ++calls;
+        return std::strcmp(name, "below.dll") == 0 ? this : nullptr;
+    }
+};
+
+TEST(OfferedModules, stand_before_the_system) {
+    FakeSystem system;
+    OfferedModules modules(system);
+    EXPECT_EQ(modules.FindLoaded("hovex.exe"), nullptr);
+    modules.Offer("hovex.exe", {{"GetOne", PointerOf(One)}, {"GetTwo", PointerOf(Two)}});
+    system.calls = 0;
+    const ModuleHandle host = modules.FindLoaded("hovex.exe");
+    ASSERT_NE(host, nullptr);
+    EXPECT_EQ(modules.FindLoaded("HOVEX.EXE"), host);
+    EXPECT_EQ(modules.Load("hovex.exe"), host);
+    EXPECT_EQ(modules.Function(host, "GetOne"), PointerOf(One));
+    EXPECT_EQ(modules.Function(host, "GetTwo"), PointerOf(Two));
+    EXPECT_EQ(modules.Function(host, "getone"), nullptr) << "functions distinguish case";
+    EXPECT_EQ(modules.Function(host, "Other"), nullptr);
+    EXPECT_EQ(system.calls, 0);
+}
+
+TEST(OfferedModules, pass_other_names_on) {
+    FakeSystem system;
+    OfferedModules modules(system);
+    modules.Offer("hovex.exe", {});
+    EXPECT_EQ(modules.FindLoaded("below.dll"), &system);
+    EXPECT_EQ(modules.Load("below.dll"), &system);
+    EXPECT_EQ(modules.Function(&system, "Below"), &system);
+    EXPECT_EQ(modules.Function(&system, "Other"), nullptr);
+    EXPECT_EQ(modules.Load("other.dll"), nullptr);
+    EXPECT_EQ(modules.Function(nullptr, "Below"), nullptr);
+}
+
+TEST(OfferedModules, later_offers_add_and_replace) {
+    FakeSystem system;
+    OfferedModules modules(system);
+    modules.Offer("a.dll", {{"F", PointerOf(One)}});
+    const ModuleHandle module = modules.FindLoaded("a.dll");
+    modules.Offer("A.dll", {{"F", PointerOf(Two)}, {"G", PointerOf(One)}});
+    EXPECT_EQ(modules.FindLoaded("a.dll"), module);
+    EXPECT_EQ(modules.Function(module, "F"), PointerOf(Two));
+    EXPECT_EQ(modules.Function(module, "G"), PointerOf(One));
+    modules.Withdraw("a.DLL");
+    EXPECT_EQ(modules.FindLoaded("a.dll"), nullptr);
+}
+
+TEST(ProcessModules, find_functions_of_a_system_library) {
+    const ModuleHandle library = FindLoadedModule(kSystemLibrary);
+    ASSERT_NE(library, nullptr);
+    EXPECT_EQ(LoadModule(kSystemLibrary), library);
+    EXPECT_NE(FindFunction(library, kSystemFunction), nullptr);
+    EXPECT_EQ(FindFunction(library, "NoSuchFunctionAnywhere"), nullptr);
+}
+
+TEST(ProcessModules, unknown_names_give_null) {
+    for (const char* name : {"", "no_such_module.dll", "hovex.exe", "rifmos.exe"}) {
+        EXPECT_EQ(FindLoadedModule(name), nullptr) << name;
+        EXPECT_EQ(LoadModule(name), nullptr) << name;
+    }
+    EXPECT_EQ(FindFunction(nullptr, kSystemFunction), nullptr);
+}
+
+#ifndef _WIN32
+TEST(ProcessModules, own_name_is_the_module_that_holds_this_code) {
+    for (const char* name : {"fixtop.dll", "FIXTOP.DLL"}) {
+        const ModuleHandle own = LoadModule(name);
+        ASSERT_NE(own, nullptr);
+        EXPECT_EQ(FindLoadedModule(name), own);
+        EXPECT_EQ(FindFunction(own, "FixtopSampleExport"), PointerOf(FixtopSampleExport));
+    }
+}
+
+TEST(ProcessModules, library_names_are_translated) {
+    const std::string sample = FIXTOP_SAMPLE_MODULE;  // .../libfixtop_sample.so
+    const std::filesystem::path folder = std::filesystem::path(sample).parent_path();
+    const std::string name = (folder / "fixtop_sample.dll").string();
+    EXPECT_EQ(FindLoadedModule(name.c_str()), nullptr) << "not loaded yet";
+    const ModuleHandle module = LoadModule(name.c_str());
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(FindLoadedModule(name.c_str()), module);
+    EXPECT_EQ(FindLoadedModule(sample.c_str()), module);
+    const auto function =
+        reinterpret_cast<int (*)()>(FindFunction(module, "FixtopSampleModuleExport"));
+    ASSERT_NE(function, nullptr);
+    EXPECT_EQ(function(), 17);
+}
+#endif
+
+TEST(ProcessModules, accept_offers) {
+    OfferModule("hovex.exe", {{"GetOne", PointerOf(One)}});
+    EXPECT_EQ(FindFunction(FindLoadedModule("hovex.exe"), "GetOne"), PointerOf(One));
+    WithdrawModule("hovex.exe");
+    EXPECT_EQ(FindLoadedModule("hovex.exe"), nullptr);
+}
+
+TEST(DebugOutput, goes_to_the_sink_that_is_set) {
+    {
+        const DebugCapture capture;
+        WriteDebugLine("one\n");
+        WriteDebugLine("two");
+        EXPECT_EQ(capture.Pieces(), (std::vector<std::string>{"one\n", "two"}));
+        const DebugSink former = SetDebugSink(nullptr);
+        WriteDebugLine("to the system\n");
+        EXPECT_EQ(SetDebugSink(former), nullptr);
+        EXPECT_EQ(capture.Pieces().size(), 2u);
+    }
+    testing::internal::CaptureStderr();
+    const DebugSink former = SetDebugSink(WriteToStandardError);
+    EXPECT_EQ(former, nullptr) << "the capture has put back what it found";
+    WriteDebugLine("seen\n");
+    SetDebugSink(former);
+    WriteDebugLine("not seen\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "seen\n");
+}
+
+TEST(ComputerName, has_at_most_fifteen_characters) {
+    const std::string name = ComputerName();
+    EXPECT_FALSE(name.empty());
+    EXPECT_LE(name.size(), 15u);
+    EXPECT_EQ(name, ComputerName());
+}
+
+TEST(TaskMemory, holds_a_copy) {
+    const char source[] = "text";
+    char* copy = CopyToTaskMemory(source);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_NE(copy, source);
+    EXPECT_STREQ(copy, "text");
+    FreeTaskMemory(copy);
+    copy = CopyToTaskMemory({});
+    EXPECT_STREQ(copy, "");
+    FreeTaskMemory(copy);
+    void* block = AllocateTaskMemory(1000);
+    ASSERT_NE(block, nullptr);
+    std::memset(block, 1, 1000);
+    FreeTaskMemory(block);
+    FreeTaskMemory(nullptr);
+}
+
+TEST(FileSearch, finds_files_of_the_working_directory) {
+    const TemporaryFolder folder;
+    const std::string name = "fixtop_search.xml";
+    EXPECT_EQ(FindFileOnPath(name), "");
+    folder.Write(name, "x");
+    const std::string found = FindFileOnPath(name);
+    ASSERT_NE(found, "");
+    EXPECT_TRUE(std::filesystem::path(found).is_absolute()) << found;
+    EXPECT_TRUE(std::filesystem::equivalent(found, folder.File(name)));
+    EXPECT_EQ(FindFileOnPath(folder.File(name)), folder.File(name)) << "an absolute name";
+    EXPECT_EQ(FindFileOnPath(folder.File("other.xml")), "");
+    EXPECT_EQ(FindFileOnPath(""), "");
+    EXPECT_EQ(FindFileOnPath(folder.Path().string()), "") << "a folder is no file";
+}
+
+TEST(FileSearch, prefers_the_folder_of_the_program) {
+    const std::filesystem::path program = ProgramFolder();
+    ASSERT_TRUE(std::filesystem::is_directory(program)) << program;
+    const TemporaryFolder folder;
+    const std::string name = "fixtop_search_order.xml";
+    folder.Write(name, "working directory");
+    std::ofstream(program / name) << "program";
+    const std::string found = FindFileOnPath(name);
+    EXPECT_TRUE(std::filesystem::equivalent(found, program / name)) << found;
+    std::filesystem::remove(program / name);
+    EXPECT_TRUE(std::filesystem::equivalent(FindFileOnPath(name), folder.File(name)));
+}
+
+TEST(Resources, are_found_by_name_in_registered_tables) {
+    static constexpr CompiledResource kFirst[] = {{"Sample.xml", "<a/>"}, {"other.xml", ""}};
+    static constexpr CompiledResource kSecond[] = {{"sample.XML", "<b/>"}};
+    EXPECT_EQ(FindCompiledResource("Sample.xml").data(), nullptr);
+    RegisterResources(kFirst);
+    EXPECT_EQ(FindCompiledResource("Sample.xml"), "<a/>");
+    EXPECT_EQ(FindCompiledResource("SAMPLE.xml"), "<a/>");
+    EXPECT_NE(FindCompiledResource("other.xml").data(), nullptr);
+    EXPECT_EQ(FindCompiledResource("other.xm").data(), nullptr);
+    RegisterResources(kSecond);
+    EXPECT_EQ(FindCompiledResource("Sample.xml"), "<b/>") << "the last table wins";
+}
+
+}  // namespace
