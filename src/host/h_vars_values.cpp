@@ -111,7 +111,7 @@ void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out) {
 const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     static constexpr std::array<const char*, 4> kTexts = {"Calculated", "Specified", "Default",
                                                           "Specified"};
-    constexpr char missing[] = "Missing";
+    constexpr const char* missing = "Missing";
     FIValue raw;
     ReadRaw(variable, vars, raw);
     host::HostServices* services = host::InstalledServices();
