@@ -1,6 +1,8 @@
 #include "case_session.h"
 
 #include "casehost/case_host.h"
+#include "casehost/importer.h"
+#include "casehost/process_engine.h"
 
 namespace {
 
@@ -19,20 +21,20 @@ std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std:
 }  // namespace
 
 CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
+    casehost::RegisterReader(".dwxmz", casehost::ReadDwxmz);
     host_->SetEngineMaker(casehost::MakeProcessEngine);
     FixtopInstallHost(&host_->Services());
 }
 
 std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, std::string& problem) {
     std::unique_ptr<CaseSession> session(new CaseSession);
-    const casehost::OpenResult opened = name == kDemo ? session->host_->Open(casehost::DemoCase())
-                                                      : session->host_->Open(name);
+    const casehost::OpenResult opened = session->host_->Open(name);
     if (!opened) {
         problem = Texts(opened.problems, name);
         return nullptr;
     }
     session->entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(session->host_->ActiveCase()));
-    session->top_ = Node::Adopt(FixtopMakeIterator(session->entry_.Get(), false));
+    session->top_ = NodeRef::Adopt(FixtopMakeIterator(session->entry_.Get(), false));
     session->here_ = session->Top();
     return session;
 }

@@ -23,10 +23,10 @@ public:
     ~CaseSession();
 
     // An iterator on the top node.
-    Node Top() const { return CopyOf(*top_); }
+    NodeRef Top() const { return CopyOf(*top_); }
     // Where paths begin: the top node until it is moved.
     FIIteratorBase& Here() const { return *here_; }
-    void MoveTo(Node node) { here_ = std::move(node); }
+    void MoveTo(NodeRef node) { here_ = std::move(node); }
 
     // Null when the case has none. Lent.
     FISolver* Solver() const;
@@ -40,13 +40,13 @@ private:
 
     std::unique_ptr<casehost::CaseHost> host_;
     Ref<FIEntry> entry_;
-    Node top_;
-    Node here_;
+    NodeRef top_;
+    NodeRef here_;
 };
 
 // A node that a path led to, and the attribute in which the path ended.
 struct Located {
-    Node node;
+    NodeRef node;
     std::string attribute;  // empty when the path names none
 };
 

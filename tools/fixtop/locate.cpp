@@ -10,7 +10,7 @@ std::string Joined(const std::vector<std::string>& names) {
 }
 
 std::string Missing(FIIteratorBase& start, const std::string& path) {
-    const Node node = CopyOf(start);
+    const NodeRef node = CopyOf(start);
     std::string found;
     std::string wanted;
     for (const StepText& step : SplitPath(path)) {
@@ -35,7 +35,7 @@ std::optional<Located> Locate(CaseSession& session, const std::string& path, std
         problem = error.ToText();
         return std::nullopt;
     }
-    for (Node node : {CopyOf(session.Here()), session.Top()}) {
+    for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
         if (!node->SeekPath(expression)) continue;
         const bool ends_in_attribute = path.find('(') != std::string::npos;
         return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};

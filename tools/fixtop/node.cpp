@@ -82,7 +82,7 @@ bool IsVariable(FIIteratorBase& node) {
 }
 
 void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
-    const Node child = CopyOf(node);
+    const NodeRef child = CopyOf(node);
     if (!child->DownFirst()) return;
     std::map<std::string, int> seen;
     int index = 0;
@@ -117,10 +117,10 @@ std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node) 
 }
 
 std::string FullPath(FIIteratorBase& node) {
-    const Node parent = CopyOf(node);
+    const NodeRef parent = CopyOf(node);
     std::string path;
     while (parent->Depth() > 0) {
-        const Node child = CopyOf(*parent);
+        const NodeRef child = CopyOf(*parent);
         parent->Up();
         ForEachChild(*parent, [&](FIIteratorBase& sibling, const ChildPlace& place) {
             if (!sibling.Equal(*child)) return true;

@@ -14,10 +14,10 @@
 #include "path_text.h"
 #include "value/fi_value.h"
 
-using Node = Ref<FIIteratorBase>;
+using NodeRef = Ref<FIIteratorBase>;
 using Json = nlohmann::ordered_json;
 
-inline Node CopyOf(FIIteratorBase& node) { return Node::Adopt(node.Copy()); }
+inline NodeRef CopyOf(FIIteratorBase& node) { return NodeRef::Adopt(node.Copy()); }
 
 std::string NameOf(FIIteratorBase& node);
 FIValue AttributeOf(FIIteratorBase& node, const char* name);

@@ -22,7 +22,8 @@ public:
         step.name = String();
         if (Skip('#')) {
             const bool variable = Skip('%');
-            step.count = (variable ? "%" : "") + String();
+            step.count = variable ? "%" : "";
+            *step.count += String();
         }
         const std::size_t filters = at_;
         while (at_ < text_.size() && std::string_view("[|&!").find(text_[at_]) != std::string::npos) {

@@ -50,7 +50,7 @@ private:
     }
     // Some lists find an element by a name that it does not show.
     void FollowKey(FIIteratorBase& node, const std::string& path, std::size_t level) {
-        const Node child = CopyOf(node);
+        const NodeRef child = CopyOf(node);
         if (!child->SeekPath(FIValue(steps_[level].text.c_str()))) return;
         Follow(*child, JoinPath(path, steps_[level].text), level + 1);
     }

@@ -38,7 +38,7 @@ private:
     // The objects of the main flowsheet that are not well, with what they say of themselves.
     static void NameCulprits(CaseSession& session, Output& out) {
         for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-            const Node node = session.Top();
+            const NodeRef node = session.Top();
             const std::string path = std::string("appModel.FlowSheetObjects.") + list;
             if (!node->SeekPath(FIValue(path.c_str()))) continue;
             ForEachChild(*node, [&](FIIteratorBase& object, const ChildPlace&) {
