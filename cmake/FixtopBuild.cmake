@@ -80,11 +80,11 @@ function(fixtop_fuzz name)
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/fuzz)
 endfunction()
 
-# fixtop_bench(name SOURCES ... LIBS ...): one benchmark program.
+# fixtop_bench(name SOURCES ... LIBS ...): one benchmark program, with a main of its own.
 function(fixtop_bench name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name}_bench ${ARG_SOURCES})
-  target_link_libraries(${name}_bench PRIVATE ${ARG_LIBS} fixtop_core benchmark::benchmark_main)
+  target_link_libraries(${name}_bench PRIVATE ${ARG_LIBS} fixtop_core benchmark::benchmark)
   set_target_properties(${name}_bench PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
 endfunction()

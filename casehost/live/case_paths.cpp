@@ -1,104 +1,53 @@
 // How objects of a case are named by text: paths of attachments, and monikers.
 
 #include "casehost/live_case.h"
+#include "live/object_path.h"
 
 namespace casehost {
 
 namespace {
 
-constexpr char kUtilitiesPath[] = "@utilities";
-constexpr char kTablesPath[] = "@tables";
-constexpr char kReactionsPath[] = "@reactions";
-
-std::string Escape(const std::string& name) {
-    std::string text;
-    for (char c : name) {
-        if (c == '~') {
-            text += "~0";
-        } else if (c == '/') {
-            text += "~1";
-        } else if (c == '@' && text.empty()) {
-            text += "~2";
-        } else {
-            text += c;
-        }
-    }
-    return text;
-}
-
-std::string Unescape(std::string_view text) {
-    constexpr std::string_view kMeant = "~/@";
-    std::string name;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t code = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '0') : 9;
-        if (text[i] == '~' && code < kMeant.size()) {
-            name += kMeant[code];
-            ++i;
-        } else {
-            name += text[i];
-        }
-    }
-    return name;
-}
-
-std::string_view TakeStep(std::string_view& path) {
-    const std::size_t cut = path.find('/');
-    const std::string_view step = path.substr(0, cut);
-    path = cut == std::string_view::npos ? std::string_view() : path.substr(cut + 1);
-    return step;
-}
-
-// Walks names down from a list; the steps before the last one are template operations.
-Node* Descend(const NodeList* list, std::string_view path) {
-    while (list) {
-        Node* node = list->Find(Unescape(TakeStep(path)));
-        if (!node || path.empty()) return node;
-        list = node->Inner() ? &node->Inner()->Nodes() : nullptr;
-    }
-    return nullptr;
-}
-
 bool IsFlowsheet(const Node* node) { return node && node->Class() == types::FlowSheet(); }
 
 }  // namespace
 
-NodeList* Case::ListOfPrefix(std::string_view prefix) {
-    if (prefix == kUtilitiesPath) return &utilities_;
-    if (prefix == kTablesPath) return &data_tables_;
-    if (prefix == kReactionsPath) return &basis_->Nodes();
-    return nullptr;
-}
+// The case as a world of path.
+struct Case::PathWorld {
+    using List = const NodeList*;
+    using Item = Node*;
+
+    Case& of;
+
+    Node* Find(const NodeList* list, const std::string& name) const { return list->Find(name); }
+    const NodeList* Inner(Node* node) const { return node->Inner() ? &node->Inner()->Nodes() : nullptr; }
+    const NodeList* Main() const { return &of.main_->Nodes(); }
+    const NodeList* Special(std::string_view word) const {
+        if (word == path::kUtilities) return &of.utilities_;
+        if (word == path::kTables) return &of.data_tables_;
+        if (word == path::kReactions) return &of.basis_->Nodes();
+        return nullptr;
+    }
+};
 
 Node* Case::FindByPath(std::string_view path, const Node* from) {
-    if (path.empty()) return nullptr;
     FlowsheetNode* start = main_.get();
     if (from && IsFlowsheet(from->Owner())) start = static_cast<FlowsheetNode*>(from->Owner());
-    std::string_view rest = path;
-    if (path[0] == '/') {
-        start = main_.get();
-        rest.remove_prefix(1);
-        std::string_view behind = rest;
-        if (NodeList* list = ListOfPrefix(TakeStep(behind))) return Descend(list, behind);
-    }
-    if (Node* found = Descend(&start->Nodes(), rest)) return found;
-    // Names as other programs write them, not escaped.
-    if (Node* found = start->Nodes().Find(path)) return found;
-    return start == main_.get() ? nullptr : Descend(&main_->Nodes(), rest);
+    return path::FindObject(PathWorld{*this}, &start->Nodes(), path);
 }
 
 std::string Case::PathOf(const Node& node, const Node* from) {
     const Node* owner = node.Owner();
     const bool from_flowsheet = from && IsFlowsheet(from->Owner());
     const Node* start = from_flowsheet ? from->Owner() : main_.get();
-    const std::string name = Escape(node.Name().Str());
+    const std::string name = path::Escape(node.Name().Str());
     if (from && owner == start) return name;
     if (owner == main_.get()) return "/" + name;
-    if (owner == basis_.get()) return std::string("/") + kReactionsPath + "/" + name;
+    if (owner == basis_.get()) return std::string("/") + path::kReactions + "/" + name;
     if (IsFlowsheet(owner) && owner->Owner()) return PathOf(*owner->Owner(), nullptr) + "/" + name;
     if (data_tables_.IndexOf(node) < data_tables_.Size()) {
-        return std::string("/") + kTablesPath + "/" + name;
+        return std::string("/") + path::kTables + "/" + name;
     }
-    return std::string("/") + kUtilitiesPath + "/" + name;
+    return std::string("/") + path::kUtilities + "/" + name;
 }
 
 std::string Case::MonikerOf(const Node& node, bool full) const {

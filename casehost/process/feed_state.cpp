@@ -85,25 +85,36 @@ std::string Listed(unsigned conditions) {
 
 [[noreturn]] void RefuseConditions(unsigned conditions) {
     switch (conditions) {
-        case 0: throw UnderSpecified("temperature and pressure are not specified");
-        case kP: throw UnderSpecified("temperature is not specified");
+        case 0:
+            throw UnderSpecified("temperature and pressure are not specified");
+        case kP:
+            throw UnderSpecified("temperature is not specified");
         case kT:
-        case kH: throw UnderSpecified("pressure is not specified");
-        case kV: throw UnderSpecified("temperature or pressure is not specified");
+        case kH:
+            throw UnderSpecified("pressure is not specified");
+        case kV:
+            throw UnderSpecified("temperature or pressure is not specified");
         case kT | kH:
-        case kV | kH: throw ProcessError(Listed(conditions) + " don't determine the state");
-        default: throw ProcessError(Listed(conditions) + " are all specified");
+        case kV | kH:
+            throw ProcessError(Listed(conditions) + " don't determine the state");
+        default:
+            throw ProcessError(Listed(conditions) + " are all specified");
     }
 }
 
 FlashState FeedFlash(const Thermo& thermo, const StreamGiven& given, const Composition& z) {
     const double t = given.temperature_C + kZeroCelsius_K, p = given.pressure_kPa;
     switch (unsigned conditions = Conditions(given)) {
-        case kT | kP: return thermo.FlashPT(z, p, t);
-        case kP | kV: return thermo.FlashPV(z, p, given.vapour_fraction);
-        case kT | kV: return thermo.FlashTV(z, t, given.vapour_fraction);
-        case kP | kH: return thermo.FlashPH(z, p, given.molar_enthalpy, kReferenceTemperature_K);
-        default: RefuseConditions(conditions);
+        case kT | kP:
+            return thermo.FlashPT(z, p, t);
+        case kP | kV:
+            return thermo.FlashPV(z, p, given.vapour_fraction);
+        case kT | kV:
+            return thermo.FlashTV(z, t, given.vapour_fraction);
+        case kP | kH:
+            return thermo.FlashPH(z, p, given.molar_enthalpy, kReferenceTemperature_K);
+        default:
+            RefuseConditions(conditions);
     }
 }
 
@@ -131,7 +142,8 @@ std::string Contradiction(const Thermo& thermo, const StreamGiven& given,
     const double mass_flow = state.molar_flow * thermo.MolarMass(state.composition);
     const double enthalpy = state.flash.molar_enthalpy;
     const Comparison comparisons[] = {
-        {"temperature", " C", given.temperature_C, state.Temperature_C(), state.flash.temperature_K},
+        {"temperature", " C", given.temperature_C, state.Temperature_C(),
+         state.flash.temperature_K},
         {"pressure", " kPa", given.pressure_kPa, state.Pressure(), state.Pressure()},
         {"vapour fraction", "", given.vapour_fraction, state.flash.split.vapour, 1},
         {"molar enthalpy", " kJ/kgmole", given.molar_enthalpy, enthalpy,

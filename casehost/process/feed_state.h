@@ -1,7 +1,7 @@
 #pragma once
 
-// From what stands specified in a feed to its state, and from a calculated state back to what stands
-// specified: the first for streams that no unit makes, the second for those that one makes.
+// From what stands specified in a feed to its state, and from a calculated state back to what
+// stands specified: the first for streams that no unit makes, the second for those that one makes.
 
 #include <string>
 

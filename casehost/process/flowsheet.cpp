@@ -11,7 +11,9 @@ namespace {
 
 namespace cn = casehost::names;
 
-double InputNumber(const ValueData& value) { return IsInput(value) ? value.number : kEmpty; }
+double InputNumber(const ValueData& value) {
+    return IsInput(value) ? value.number : kEmpty;
+}
 
 std::vector<double> InputNumbers(const VariableData& variable) {
     std::vector<double> numbers;
@@ -22,7 +24,7 @@ std::vector<double> InputNumbers(const VariableData& variable) {
 
 struct ScalarField {
     const char* name;
-    double StreamGiven::* field;
+    double StreamGiven::*field;
 };
 
 constexpr ScalarField kScalars[] = {
@@ -74,8 +76,8 @@ Parameters ReadParameters(const ObjectData& object) {
     Parameters given;
     for (const VariableData& variable : object.variables) {
         if (!variable.spec) continue;
-        bool number = variable.spec->kind == ValueKind::real ||
-                      variable.spec->kind == ValueKind::enumeration;
+        bool number =
+            variable.spec->kind == ValueKind::real || variable.spec->kind == ValueKind::enumeration;
         std::vector<double> numbers = number ? InputNumbers(variable) : std::vector<double>();
         if (!numbers.empty()) given[variable.spec->name] = std::move(numbers);
     }
@@ -87,11 +89,11 @@ bool IsStream(const ObjectData& object) {
 }
 
 class Builder {
-public:
+ public:
     explicit Builder(CaseData& data) : data_(data) { AddLevel(data.main, ""); }
     Flowsheet Take() { return std::move(sheet_); }
 
-private:
+ private:
     using Names = std::map<std::string, int, std::less<>>;
 
     // Answers the streams of the level by name.
@@ -156,13 +158,13 @@ private:
         int& end = in ? stream.taker : stream.maker;
         if (end != kNone) {
             const std::string& other = end == index ? unit.name : sheet_.units[end].name;
-            unit.problem = "stream " + port.stream + " is already " + (in ? "a feed" : "a product") +
-                           " of " + other;
+            unit.problem = "stream " + port.stream + " is already " +
+                           (in ? "a feed" : "a product") + " of " + other;
             return;
         }
         end = index;
-        std::vector<int>& list = energy ? (in ? unit.energy_in : unit.energy_out)
-                                        : (in ? unit.feeds : unit.products);
+        std::vector<int>& list =
+            energy ? (in ? unit.energy_in : unit.energy_out) : (in ? unit.feeds : unit.products);
         list.push_back(found->second);
     }
 
@@ -181,8 +183,8 @@ private:
     }
 
     void AddTemplate(ObjectData& object, const std::string& prefix, const Names& outer) {
-        TemplateNode node{&object, prefix + object.name, sheet_.units.size(), 0,
-                          sheet_.streams.size(), 0};
+        TemplateNode node{&object, prefix + object.name,  sheet_.units.size(),
+                          0,       sheet_.streams.size(), 0};
         Names inner = AddLevel(*object.sub_flowsheet, node.name + "/");
         std::vector<int> entries, exits;
         for (const ObjectData& part : object.sub_flowsheet->objects) {
@@ -236,6 +238,8 @@ bool IsInput(const ValueData& value) {
            value.state == VariableState::specified_otherwise;
 }
 
-Flowsheet BuildFlowsheet(CaseData& data) { return Builder(data).Take(); }
+Flowsheet BuildFlowsheet(CaseData& data) {
+    return Builder(data).Take();
+}
 
 }  // namespace casehost::process

@@ -1,7 +1,7 @@
 #pragma once
 
-// A case's process as a graph: streams as edges between unit operations, each with what is specified
-// in it and, after a solve, what was calculated.
+// A case's process as a graph: streams as edges between unit operations, each with what is
+// specified in it and, after a solve, what was calculated.
 //
 // Sub-flowsheets are taken apart: their objects stand in the same graph, and a link joins each
 // stream on a template's port with the inner boundary stream of the same number (feed port n with
@@ -28,7 +28,7 @@ struct StreamGiven {
     double molar_enthalpy = kEmpty;
     double molar_flow = kEmpty;
     double mass_flow = kEmpty;
-    double heat_flow = kEmpty;       // energy streams
+    double heat_flow = kEmpty;           // energy streams
     std::vector<double> mole_fractions;  // empty: none specified; else one for each compound
     std::vector<double> mass_fractions;
 };
@@ -46,21 +46,21 @@ struct StreamNode {
     std::optional<MaterialState> state;  // material streams, once solved
     double heat_flow = kEmpty;           // energy streams, once solved
     ObjectStatus status = ObjectStatus::not_solved;
-    std::string text;                    // says why, empty when ok
+    std::string text;  // says why, empty when ok
 
     bool Solved() const { return energy ? heat_flow != kEmpty : state.has_value(); }
 };
 
 struct UnitNode {
     std::string name;
-    ObjectData* object = nullptr;       // null for a link across a sub-flowsheet's boundary
-    const UnitModel* model = nullptr;   // null for a link and for a type without a model
-    std::vector<int> feeds;             // indices of streams in port order
+    ObjectData* object = nullptr;      // null for a link across a sub-flowsheet's boundary
+    const UnitModel* model = nullptr;  // null for a link and for a type without a model
+    std::vector<int> feeds;            // indices of streams in port order
     std::vector<int> products;
     std::vector<int> energy_in;
     std::vector<int> energy_out;
     Parameters given;
-    std::string problem;                // a connection that can't be, found while building
+    std::string problem;  // a connection that can't be, found while building
 
     Parameters results;
     ObjectStatus status = ObjectStatus::not_solved;
@@ -73,7 +73,7 @@ struct UnitNode {
 struct TemplateNode {
     ObjectData* object;
     std::string name;
-    std::size_t first_unit, last_unit;      // half open
+    std::size_t first_unit, last_unit;  // half open
     std::size_t first_stream, last_stream;
 };
 

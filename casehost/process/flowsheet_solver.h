@@ -1,12 +1,13 @@
 #pragma once
 
-// Solves a flowsheet in steps: one step is one unit operation or one pass through a recycle. Between
-// steps the caller may do anything else, or drop the solver to stop.
+// Solves a flowsheet in steps: one step is one unit operation or one pass through a recycle.
+// Between steps the caller may do anything else, or drop the solver to stop.
 //
 // Sequential modular: units in the order of FindSolveOrder. A recycle is torn; its tear streams are
 // taken over from pass to pass, every third pass by the bounded secant of J. H. Wegstein (Comm. ACM
 // 1 (6), 1958, p. 9) on each component flow, the pressure and the molar enthalpy. It has converged
-// when no tear variable changes by more than 1e-12 of its scale, or by 1e-10 when it gets no better.
+// when no tear variable changes by more than 1e-12 of its scale, or by 1e-10 when it gets no
+// better.
 //
 // What can't be solved gets a status and a text; what depends on it is left unsolved.
 
@@ -22,7 +23,7 @@ namespace casehost::process {
 class Recycle;
 
 class FlowsheetSolver {
-public:
+ public:
     // Both have to outlive the solver.
     FlowsheetSolver(Flowsheet& sheet, const Thermo& thermo);
     ~FlowsheetSolver();
@@ -34,7 +35,7 @@ public:
     // What the next step works on, "K-100" or "recycle through S-4, pass 3"; empty at the end.
     std::string Progress() const;
 
-private:
+ private:
     void SolveFeeds();
     void FinishStreams();
 

@@ -38,7 +38,7 @@ constexpr SideNames kSides[2] = {
 };
 
 class Exchange {
-public:
+ public:
     Exchange(const Thermo& thermo, const UnitInput& input)
         : thermo_(thermo),
           feeds_{input.feeds[0], input.feeds[1]},
@@ -92,7 +92,7 @@ public:
         return SolveRising(residual, {0, most}, 0.5 * most, 1e-13);
     }
 
-private:
+ private:
     const Thermo& thermo_;
     MaterialState feeds_[2];
     std::size_t hot_;
@@ -100,7 +100,8 @@ private:
 };
 
 double FindDuty(const Exchange& exchange, const UnitInput& input) {
-    std::vector<Choice> choices = {{"duty", Given(input, cn::kDuty)}, {"UA", Given(input, cn::kUA)}};
+    std::vector<Choice> choices = {{"duty", Given(input, cn::kDuty)},
+                                   {"UA", Given(input, cn::kUA)}};
     for (std::size_t side : {0, 1}) {
         choices.push_back(
             {kSides[side].temperature_words, Given(input, kSides[side].outlet_temperature)});

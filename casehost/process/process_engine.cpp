@@ -82,6 +82,8 @@ void ProcessEngine::Cancel() {
     last_ = {Progress::failed, "the solve was cancelled"};
 }
 
-std::string ProcessEngine::ProgressText() const { return solver_ ? solver_->Progress() : ""; }
+std::string ProcessEngine::ProgressText() const {
+    return solver_ ? solver_->Progress() : "";
+}
 
 }  // namespace casehost::process

@@ -4,8 +4,8 @@
 //
 // One turn does a share of the work such that a case without recycles takes CaseData::solve_turns
 // turns; recycle passes come on top. A recorded case can't be computed: Prepare answers `failed`.
-// A solve fails when any object ends with a status other than ok or warning; the message is the text
-// of the first such object that has a reason of its own.
+// A solve fails when any object ends with a status other than ok or warning; the message is the
+// text of the first such object that has a reason of its own.
 
 #include <memory>
 #include <optional>
@@ -17,7 +17,7 @@
 namespace casehost::process {
 
 class ProcessEngine : public SolveEngine {
-public:
+ public:
     Outcome Prepare(const CaseData& problem) override;
     Outcome Step(int turn) override;
     const CaseData& Results() const override { return data_; }
@@ -27,7 +27,7 @@ public:
     // What the next step works on; empty when nothing is under way.
     std::string ProgressText() const;
 
-private:
+ private:
     Outcome Finish();
 
     CaseData data_;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Failures inside the process library. They never leave it: the flowsheet turns each into the status
-// and the status text of one object.
+// Failures inside the process library. They never leave it: the flowsheet turns each into the
+// status and the status text of one object.
 
 #include <cstdio>
 #include <stdexcept>
@@ -11,13 +11,13 @@ namespace casehost::process {
 
 // No such state, compound data missing, contradictory specifications.
 class ProcessError : public std::runtime_error {
-public:
+ public:
     using std::runtime_error::runtime_error;
 };
 
 // Something that the user has to give is not given.
 class UnderSpecified : public ProcessError {
-public:
+ public:
     using ProcessError::ProcessError;
 };
 

@@ -12,8 +12,8 @@ namespace {
 constexpr int kMostPasses = 2000;
 constexpr double kTightChange = 1e-12;
 constexpr double kEnoughChange = 1e-10;
-constexpr int kPatience = 6;          // passes without gain before 1e-10 is enough
-constexpr double kStrongest = -50.0;  // bound of Wegstein's q; 0 is plain substitution
+constexpr int kPatience = 6;            // passes without gain before 1e-10 is enough
+constexpr double kStrongest = -1000.0;  // bound of Wegstein's q; 0 is plain substitution
 
 }  // namespace
 
@@ -53,10 +53,9 @@ Recycle::Variables Recycle::Read(int tear) const {
     }
     const FlashState& flash = state.flash;
     variables.values.insert(variables.values.end(), {flash.pressure_kPa, flash.molar_enthalpy});
-    variables.scales.insert(
-        variables.scales.end(),
-        {flash.pressure_kPa,
-         std::max(std::abs(flash.molar_enthalpy), kGasConstant * flash.temperature_K)});
+    variables.scales.insert(variables.scales.end(),
+                            {flash.pressure_kPa, std::max(std::abs(flash.molar_enthalpy),
+                                                          kGasConstant * flash.temperature_K)});
     return variables;
 }
 
@@ -124,6 +123,7 @@ Recycle::Outcome Recycle::Pass() {
         return Outcome::converged;
     }
     if (passes_ == kMostPasses) {
+        sheet_.units[group_.units[0]].status = ObjectStatus::error;
         return Fail("the recycle did not converge in " + std::to_string(kMostPasses) + " passes");
     }
     if (passes_ % 3 == 0) {
@@ -142,11 +142,10 @@ Recycle::Outcome Recycle::Fail(const std::string& text) {
     for (int unit : group_.units) {
         UnitNode& node = sheet_.units[unit];
         node.results.clear();
-        bool own = node.status == ObjectStatus::error || node.status == ObjectStatus::under_specified;
-        if (!own) {
-            node.status = ObjectStatus::not_solved;
-            node.text = node.name + ": " + text;
-        }
+        bool own =
+            node.status == ObjectStatus::error || node.status == ObjectStatus::under_specified;
+        if (!own) node.status = ObjectStatus::not_solved;
+        if (!own || node.text.empty()) node.text = node.name + ": " + text;
         for (int product : node.products) sheet_.streams[product].state.reset();
         for (int energy : node.energy_out) sheet_.streams[energy].heat_flow = kEmpty;
         for (int energy : node.energy_in) {

@@ -12,7 +12,7 @@
 namespace casehost::process {
 
 class Recycle {
-public:
+ public:
     enum class Outcome { running, converged, failed };
 
     Recycle(Flowsheet& sheet, const SolveGroup& group, const Thermo& thermo);
@@ -22,7 +22,7 @@ public:
     Outcome Pass();
     int Passes() const { return passes_; }
 
-private:
+ private:
     // The variables of one tear stream, each with the size against which a change counts.
     struct Variables {
         std::vector<double> values;

@@ -139,8 +139,8 @@ void WriteTemplate(const Flowsheet& sheet, const TemplateNode& node) {
 }  // namespace
 
 const std::vector<std::string>& ResultPhases() {
-    static const std::vector<std::string> phases = {cn::kOverall, cn::kVapourPhase, cn::kLiquidPhase,
-                                                    kTotalLiquidPhase};
+    static const std::vector<std::string> phases = {cn::kOverall, cn::kVapourPhase,
+                                                    cn::kLiquidPhase, kTotalLiquidPhase};
     return phases;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Root of a continuous function that changes sign in a bracket, by Newton's or the secant step where
-// it stays inside and shrinks the bracket, by halving where it doesn't.
+// Root of a continuous function that changes sign in a bracket, by Newton's or the secant step
+// where it stays inside and shrinks the bracket, by halving where it doesn't.
 
 #include <algorithm>
 #include <cmath>

@@ -139,7 +139,9 @@ double Thermo::HeatCapacity(std::size_t i, double temperature_K) const {
     return value;
 }
 
-double Thermo::HeatOfVaporisation(std::size_t i) const { return constants_[i].latent_heat; }
+double Thermo::HeatOfVaporisation(std::size_t i) const {
+    return constants_[i].latent_heat;
+}
 
 double Thermo::KValue(std::size_t i, double temperature_K, double pressure_kPa) const {
     const CompoundData& c = compounds_[i];
@@ -245,7 +247,8 @@ FlashState Thermo::FlashPV(const Composition& z, double pressure_kPa,
         }
         return result;
     };
-    if (!(residual(kHighestTemperature_K).first > 0) || !(residual(kLowestTemperature_K).first < 0)) {
+    if (!(residual(kHighestTemperature_K).first > 0) ||
+        !(residual(kLowestTemperature_K).first < 0)) {
         throw ProcessError("no temperature gives vapour fraction " + FormatNumber(v) + " at " +
                            FormatNumber(pressure_kPa) + " kPa");
     }
@@ -333,7 +336,8 @@ struct TrialBracket {
 // Widens from the guess towards the target. Cp polynomials turn over far outside their range, so
 // the nearest sign change is the right one and the search doesn't start at the ends of the scale.
 TrialBracket FindBracket(double guess_K, auto&& at, const char* what) {
-    Trial first = at(std::clamp(guess_K, 1.05 * kLowestTemperature_K, 0.95 * kHighestTemperature_K));
+    Trial first =
+        at(std::clamp(guess_K, 1.05 * kLowestTemperature_K, 0.95 * kHighestTemperature_K));
     Trial last = first;
     const double factor = first.excess > 0 ? 1 / 1.1 : 1.1;
     while ((last.excess > 0) == (first.excess > 0) && last.excess != 0) {
@@ -351,7 +355,7 @@ TrialBracket FindBracket(double guess_K, auto&& at, const char* what) {
 }  // namespace
 
 FlashState Thermo::FlashByEnergy(const Composition& z, double pressure_kPa, double target,
-                                 double guess_K, double FlashState::* property) const {
+                                 double guess_K, double FlashState::*property) const {
     CheckPressure(pressure_kPa);
     const bool enthalpy = property == &FlashState::molar_enthalpy;
     auto at = [&](double t) {
@@ -385,8 +389,9 @@ FlashState Thermo::FlashByEnergy(const Composition& z, double pressure_kPa, doub
     // Boiling in no temperature interval at all, or in one of a few units in the last place: the
     // two ends are the same temperature, and the target divides the feed between them.
     double part = -low.excess / (high.excess - low.excess);
-    PhaseSplit split{low.state.split.vapour + part * (high.state.split.vapour - low.state.split.vapour),
-                     low.state.split.liquid + part * (high.state.split.liquid - low.state.split.liquid)};
+    PhaseSplit split{
+        low.state.split.vapour + part * (high.state.split.vapour - low.state.split.vapour),
+        low.state.split.liquid + part * (high.state.split.liquid - low.state.split.liquid)};
     double t = 0.5 * (low.state.temperature_K + high.state.temperature_K);
     return AtSplit(z, t, pressure_kPa, split, KValues(t, pressure_kPa));
 }

@@ -69,7 +69,7 @@ struct FlashState {
 };
 
 class Thermo {
-public:
+ public:
     // Throws ProcessError "compound X: critical pressure is missing" and the like.
     explicit Thermo(std::vector<CompoundData> compounds);
 
@@ -109,11 +109,11 @@ public:
     double BubblePressure(const Composition& z, double temperature_K) const;
     double DewPressure(const Composition& z, double temperature_K) const;
 
-private:
+ private:
     struct Constants {
-        double latent_heat;          // kJ/kgmole
-        double latent_exponent;      // 5.373 (1 + w)
-        double gas_entropy_offset;   // so that entropy is 0 at the reference
+        double latent_heat;         // kJ/kgmole
+        double latent_exponent;     // 5.373 (1 + w)
+        double gas_entropy_offset;  // so that entropy is 0 at the reference
         double gas_enthalpy_offset;
         double liquid_entropy_drop;  // from gas at 101.325 kPa to liquid
         double liquid_volume;
@@ -122,7 +122,7 @@ private:
     FlashState AtSplit(const Composition& z, double temperature_K, double pressure_kPa,
                        PhaseSplit split, const std::vector<double>& k_values) const;
     FlashState FlashByEnergy(const Composition& z, double pressure_kPa, double target,
-                             double guess_K, double FlashState::* property) const;
+                             double guess_K, double FlashState::*property) const;
 
     std::vector<CompoundData> compounds_;
     std::vector<Constants> constants_;

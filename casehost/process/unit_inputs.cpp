@@ -52,8 +52,8 @@ double MolarChange(double heat, double molar_flow) {
 MaterialState AtEnthalpy(const Thermo& thermo, const MaterialState& from, double pressure_kPa,
                          double molar_enthalpy) {
     MaterialState to = from;
-    to.flash = thermo.FlashPH(from.composition, pressure_kPa, molar_enthalpy,
-                              from.flash.temperature_K);
+    to.flash =
+        thermo.FlashPH(from.composition, pressure_kPa, molar_enthalpy, from.flash.temperature_K);
     return to;
 }
 

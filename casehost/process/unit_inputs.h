@@ -21,7 +21,8 @@ struct Choice {
     double value;
 };
 
-// The index of the only choice with a value. None: UnderSpecified "<missing> must be specified"; two:
+// The index of the only choice with a value. None: UnderSpecified "<missing> must be specified";
+// two:
 // "<words> and <words> are both specified".
 std::size_t OneOf(const std::vector<Choice>& choices, const std::string& missing);
 

@@ -42,8 +42,7 @@ UnitOutput SolveMixer(const Thermo& thermo, const UnitInput& input) {
 UnitOutput SolveTee(const Thermo&, const UnitInput& input) {
     const std::size_t count = input.products.size();
     auto found = input.given.find(cn::kFlowRatio);
-    std::vector<double> ratios =
-        found == input.given.end() ? std::vector<double>() : found->second;
+    std::vector<double> ratios = found == input.given.end() ? std::vector<double>() : found->second;
     ratios.resize(count, kEmpty);
     auto open = std::find(ratios.begin(), ratios.end(), kEmpty);
     if (std::count(ratios.begin(), ratios.end(), kEmpty) > 1) {
@@ -147,8 +146,8 @@ void FinishShaft(UnitOutput& output, const UnitInput& input, double sign) {
 void CheckRise(double feed_kPa, double product_kPa, double sign) {
     if (sign * (product_kPa - feed_kPa) >= 0) return;
     throw ProcessError("product pressure " + FormatNumber(product_kPa) + " kPa is " +
-                       (sign > 0 ? "below" : "above") + " feed pressure " +
-                       FormatNumber(feed_kPa) + " kPa");
+                       (sign > 0 ? "below" : "above") + " feed pressure " + FormatNumber(feed_kPa) +
+                       " kPa");
 }
 
 UnitOutput SolvePump(const Thermo& thermo, const UnitInput& input) {
@@ -158,31 +157,37 @@ UnitOutput SolvePump(const Thermo& thermo, const UnitInput& input) {
     CheckRise(feed.Pressure(), pressure_kPa, 1);
     double work = thermo.LiquidVolume(feed.composition) * (pressure_kPa - feed.Pressure());
     UnitOutput output;
-    output.products = {AtEnthalpy(thermo, feed, pressure_kPa,
-                                  feed.flash.molar_enthalpy + work / efficiency)};
+    output.products = {
+        AtEnthalpy(thermo, feed, pressure_kPa, feed.flash.molar_enthalpy + work / efficiency)};
     if (feed.flash.split.vapour > 0) output.warning = "the feed holds vapour";
     FinishShaft(output, input, 1);
     return output;
 }
 
+constexpr int kMostDoublings = 14;  // a pressure ratio of 16384
+
 // The pressure at which the feed, at constant entropy, has changed its enthalpy by `change`.
 double IsentropicPressure(const Thermo& thermo, const MaterialState& feed, double change) {
     const FlashState& from = feed.flash;
     auto residual = [&](double log_pressure) {
-        FlashState to = thermo.FlashPS(feed.composition, std::exp(log_pressure),
-                                       from.molar_entropy, from.temperature_K);
+        FlashState to = thermo.FlashPS(feed.composition, std::exp(log_pressure), from.molar_entropy,
+                                       from.temperature_K);
         // (dh/d ln P) at constant entropy is P v, with v of the ideal gas part.
         return std::pair(to.molar_enthalpy - from.molar_enthalpy - change,
                          to.split.vapour * kGasConstant * to.temperature_K);
     };
-    constexpr double kWidestRatio = 1e4;
-    double start = std::log(from.pressure_kPa), reach = std::log(kWidestRatio);
-    Bracket bracket = change > 0 ? Bracket{start, start + reach} : Bracket{start - reach, start};
-    double far_end = change > 0 ? bracket.high : bracket.low;
-    if (change * residual(far_end).first <= 0) {
-        throw ProcessError("no product pressure takes up the power");
+    // The far end of the bracket is sought outwards: far from the feed there may be no state at
+    // all.
+    const double sign = change > 0 ? 1 : -1;
+    double near_end = std::log(from.pressure_kPa), far_end = near_end;
+    for (int doublings = 0; sign * residual(far_end).first < 0; ++doublings) {
+        if (doublings == kMostDoublings)
+            throw ProcessError("no product pressure takes up the power");
+        near_end = far_end;
+        far_end += sign * std::log(2.0);
     }
-    return std::exp(SolveRising(residual, bracket, start + 0.1 * (far_end - start), 1e-14));
+    Bracket bracket{std::min(near_end, far_end), std::max(near_end, far_end)};
+    return std::exp(SolveRising(residual, bracket, 0.5 * (near_end + far_end), 1e-14));
 }
 
 // Compressor (`sign` 1) and expander (-1): the ideal change of enthalpy at constant entropy is
@@ -287,7 +292,8 @@ UnitOutput SolveSeparator(const Thermo& thermo, const UnitInput& input) {
     output.energy = whole.HeatFlow() - feed_heat;
     output.products = {PhaseStream(thermo, whole, true), PhaseStream(thermo, whole, false)};
     if (input.products.size() > 2) {
-        output.products.push_back(output.products[1]);  // the heavy liquid: there is one liquid only
+        output.products.push_back(
+            output.products[1]);  // the heavy liquid: there is one liquid only
         output.products.back().molar_flow = 0;
     }
     output.results[cn::kDuty] = {heated ? output.energy : 0.0};

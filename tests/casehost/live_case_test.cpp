@@ -4,6 +4,7 @@
 #include "case_builder.h"
 #include "casehost/case_host.h"
 #include "casehost/units.h"
+#include "host/interface/array_set.h"
 
 namespace casehost {
 namespace {

@@ -223,7 +223,7 @@ TEST_F(Solving, RecordedCaseNeverShowsStaleResults) {
     EXPECT_EQ(engine_->prepared, 0);
     EXPECT_EQ(Hot(), host::kEmptyReal);
     EXPECT_EQ(Get("Hot")->GetMyStatusCondition(), host::Viewable::kNotSolved);
-    EXPECT_EQ(callback_->log, "step finished stopped ");
+    EXPECT_EQ(callback_->log, "finished finished stopped ") << "the change and the end are told";
 }
 
 TEST_F(Solving, StopEndsASolveThatNeverFinishes) {

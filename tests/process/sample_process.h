@@ -2,6 +2,8 @@
 
 // Builders of small cases and checks of balances, for the tests of the process library.
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <initializer_list>
 #include <map>
@@ -79,7 +81,7 @@ using Numbers = std::vector<std::pair<const char*, double>>;
 
 // A case under construction, and after Solve() its results.
 class Sample {
-public:
+ public:
     explicit Sample(std::initializer_list<const char*> compounds) {
         data.compounds = Compounds(compounds);
     }
@@ -89,15 +91,16 @@ public:
         ObjectData stream;
         stream.name = name;
         stream.type = words::kMaterialStream;
-        Fill(stream, {cn::kTemperature, cn::kPressure, cn::kVapourFraction, cn::kMolarFlow,
-                      cn::kMassFlow, cn::kMolarEnthalpy, cn::kMolarEntropy, cn::kHeatFlow,
-                      cn::kMassDensity, cn::kMolarMass},
+        Fill(stream,
+             {cn::kTemperature, cn::kPressure, cn::kVapourFraction, cn::kMolarFlow, cn::kMassFlow,
+              cn::kMolarEnthalpy, cn::kMolarEntropy, cn::kHeatFlow, cn::kMassDensity,
+              cn::kMolarMass},
              given);
-        DimensionData by_compound{0, static_cast<int>(data.compounds.size()),
-                                  ElementNaming::attached_object, {}};
+        DimensionData by_compound{
+            0, static_cast<int>(data.compounds.size()), ElementNaming::attached_object, {}};
         for (const CompoundData& c : data.compounds) by_compound.labels.push_back(c.name);
-        DimensionData by_phase{0, 3, ElementNaming::enumeration,
-                               {cn::kOverall, cn::kVapourPhase, cn::kLiquidPhase}};
+        DimensionData by_phase{
+            0, 3, ElementNaming::enumeration, {cn::kOverall, cn::kVapourPhase, cn::kLiquidPhase}};
         std::vector<double> none(data.compounds.size(), kEmpty);
         stream.variables.push_back(Variable(cn::kCompMoleFrac, fractions.empty() ? none : fractions,
                                             VariableState::specified, {by_compound}));
@@ -131,9 +134,10 @@ public:
         };
         attach(in, PortData::Role::feed);
         attach(out, PortData::Role::product);
-        Fill(unit, {cn::kPressureDrop, cn::kDuty, cn::kProductTemperature, cn::kProductPressure,
-                    cn::kAdiabaticEfficiency, cn::kUA, cn::kLmtd, cn::kMinimumApproach,
-                    cn::kTubePressureDrop, cn::kShellPressureDrop},
+        Fill(unit,
+             {cn::kPressureDrop, cn::kDuty, cn::kProductTemperature, cn::kProductPressure,
+              cn::kAdiabaticEfficiency, cn::kUA, cn::kLmtd, cn::kMinimumApproach,
+              cn::kTubePressureDrop, cn::kShellPressureDrop},
              given);
         return Add(std::move(unit));
     }
@@ -174,12 +178,13 @@ public:
     CaseData data;
     ProcessEngine engine;
 
-private:
+ private:
     static void Fill(ObjectData& object, std::initializer_list<const char*> names,
                      const Numbers& given) {
         std::map<std::string, double> values(given.begin(), given.end());
         for (const char* name : names) values.emplace(name, kEmpty);
-        for (const auto& [name, value] : values) object.variables.push_back(Variable(name, {value}));
+        for (const auto& [name, value] : values)
+            object.variables.push_back(Variable(name, {value}));
     }
     static ObjectData* FindIn(FlowsheetData& level, const std::string& path) {
         std::size_t slash = path.find('/');
@@ -224,18 +229,19 @@ inline Balance CheckBalance(Sample& sample, const std::vector<std::string>& in,
     for (const std::string& stream : out) add(stream, -1);
     Balance balance{std::abs(mass) / mass_scale, 0, std::abs(energy) / energy_scale};
     for (std::size_t i = 0; i < count; ++i) {
-        if (scale[i] > 0) balance.component = std::max(balance.component, std::abs(moles[i]) / scale[i]);
+        if (scale[i] > 0)
+            balance.component = std::max(balance.component, std::abs(moles[i]) / scale[i]);
     }
     return balance;
 }
 
-}  // namespace casehost::process::testing
-
 // Mass, component and energy balance close to 1e-9.
-#define EXPECT_BALANCED(sample, in, out, energy)                                                    \
-    do {                                                                                            \
-        auto balance_ = casehost::process::testing::CheckBalance(sample, in, out, energy);          \
-        EXPECT_LT(balance_.mass, 1e-9);                                                             \
-        EXPECT_LT(balance_.component, 1e-9);                                                        \
-        EXPECT_LT(balance_.energy, 1e-9);                                                           \
-    } while (false)
+inline void ExpectBalanced(Sample& sample, const std::vector<std::string>& in,
+                           const std::vector<std::string>& out, double energy_in = 0) {
+    const Balance balance = CheckBalance(sample, in, out, energy_in);
+    EXPECT_LT(balance.mass, 1e-9);
+    EXPECT_LT(balance.component, 1e-9);
+    EXPECT_LT(balance.energy, 1e-9);
+}
+
+}  // namespace casehost::process::testing

@@ -63,7 +63,10 @@ TEST(RachfordRice, single_phases_are_found_by_bubble_and_dew_tests) {
         {"single compound above", {1}, {1 + 1e-12}, 1},
         {"single compound below", {1}, {1 - 1e-12}, 0},
         {"all K exactly 1", {0.4, 0.6}, {1, 1}, 0},
-        {"zero fraction with infinite K", {0.0, 1.0}, {std::numeric_limits<double>::infinity(), 0.5}, 0},
+        {"zero fraction with infinite K",
+         {0.0, 1.0},
+         {std::numeric_limits<double>::infinity(), 0.5},
+         0},
     };
     for (const LimitRow& row : rows) {
         SCOPED_TRACE(row.what);
@@ -85,24 +88,33 @@ struct FlashRow {
 
 TEST(Flash, meets_bisection_in_pressure_and_temperature) {
     const FlashRow rows[] = {
-        {300, 2000, 0.5229049864074524,
+        {300,
+         2000,
+         0.5229049864074524,
          {0.032512071493060075, 0.12312776227843729, 0.2702709590175989, 0.3672194241144468,
           0.20686978309645693},
          {0.5440541976155883, 0.2701377157495315, 0.13588524680554687, 0.047430115423196584,
           0.0024927244061368455},
-         -10237.517391780202, -41.85505924528329},
-        {250, 500, 0.5223828034005829,
+         -10237.517391780202,
+         -41.85505924528329},
+        {250,
+         500,
+         0.5223828034005829,
          {0.016644240729091053, 0.10779903781464789, 0.2833991252102004, 0.3838204406982235,
           0.20833715554783713},
          {0.5590735807194831, 0.2842997985310165, 0.12374776481454289, 0.03193205635326055,
           0.000946799581696895},
-         -13676.1118400908, -48.34298622562744},
-        {350, 1000, 0.9848235685315381,
+         -13676.1118400908,
+         -48.34298622562744},
+        {350,
+         1000,
+         0.9848235685315381,
          {0.005560558970904774, 0.019580254010586145, 0.06749276471524822, 0.2099166199304873,
           0.6974498023727732},
          {0.30453740156224457, 0.20278032329653567, 0.20204197689782444, 0.19984718186324663,
           0.09079311638014871},
-         3458.9172089834356, 4.687933709475024},
+         3458.9172089834356,
+         4.687933709475024},
     };
     const Thermo thermo = Light();
     for (const FlashRow& row : rows) {
@@ -202,9 +214,9 @@ TEST(Thermo, properties_follow_from_each_other) {
             EXPECT_NEAR((thermo.GasEntropy(i, t + d) - thermo.GasEntropy(i, t - d)) / (2 * d),
                         cp / t, 1e-5 * cp / t);
             // Clausius-Clapeyron: R d(ln K)/d(1/T) = -dH.
-            double slope = (std::log(thermo.KValue(i, t + d, 100)) -
-                            std::log(thermo.KValue(i, t - d, 100))) /
-                           (1 / (t + d) - 1 / (t - d));
+            double slope =
+                (std::log(thermo.KValue(i, t + d, 100)) - std::log(thermo.KValue(i, t - d, 100))) /
+                (1 / (t + d) - 1 / (t - d));
             EXPECT_NEAR(-kGasConstant * slope, thermo.HeatOfVaporisation(i),
                         1e-5 * thermo.HeatOfVaporisation(i));
         }
@@ -247,8 +259,8 @@ TEST(Thermo, liquid_volume_is_estimated_where_none_is_given) {
 
 // 10,000 random feeds; the seed is fixed, so a failure can be repeated.
 TEST(FlashProperty, random_feeds_keep_mass_equilibrium_and_energy) {
-    const Thermo thermo(Compounds({"Methane", "Ethane", "Propane", "n-Butane", "n-Hexane", "Water",
-                                   "Nitrogen", "Argon"}));
+    const Thermo thermo(Compounds(
+        {"Methane", "Ethane", "Propane", "n-Butane", "n-Hexane", "Water", "Nitrogen", "Argon"}));
     std::mt19937 random(20240611);
     std::uniform_real_distribution<double> unit(0, 1);
     int two_phase = 0;
@@ -312,7 +324,8 @@ TEST(FlashProperty, phases_in_equilibrium_have_equal_chemical_potentials) {
                          kGasConstant * t * std::log(s.vapour[i]);
             double liquid = thermo.LiquidEnthalpy(pure, t) - t * thermo.LiquidEntropy(pure, t) +
                             kGasConstant * t * std::log(s.liquid[i]);
-            EXPECT_NEAR(gas, liquid, 1e-8 * std::abs(gas)) << thermo.Compounds()[i].name << " " << t;
+            EXPECT_NEAR(gas, liquid, 1e-8 * std::abs(gas))
+                << thermo.Compounds()[i].name << " " << t;
         }
     }
 }

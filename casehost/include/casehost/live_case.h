@@ -47,9 +47,8 @@ public:
     void PurgeDeleted();
     std::size_t DeletedCount() const { return graveyard_.size(); }
 
-    // Paths of objects, as attachments name them: "Feed", "T-100/Inner Feed" seen from the flowsheet
-    // of `from`, "/Feed" from the main one, "/@utilities/Envelope", "/@tables/..", "/@reactions/..".
-    // '/', '~' and a leading '@' of a name are written "~1", "~0" and "~2".
+    // Paths of objects, as attachments name them (live/object_path.h), seen from the flowsheet of
+    // `from`, or from the main one when it is null.
     Node* FindByPath(std::string_view path, const Node* from);
     std::string PathOf(const Node& node, const Node* from);
     // Moniker seen from the case, with a leading '/'.
@@ -100,6 +99,7 @@ protected:
 
 private:
     using ObjectVisitor = std::function<void(Node&)>;
+    struct PathWorld;
 
     std::unique_ptr<Node> MakeObject(Node* owner, const ObjectData& data, TypeFamily family);
     void FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data);
@@ -112,7 +112,6 @@ private:
     void ApplyList(NodeList& list, const std::vector<ObjectData>& results);
     bool SameStructure(NodeList& list, const std::vector<ObjectData>& other);
     NodeList* ListOf(const Node& node);
-    NodeList* ListOfPrefix(std::string_view prefix);
     void Bury(std::unique_ptr<Node> node);
     void StructureChanged();
     void ForEach(const ObjectVisitor& visit);

@@ -1,0 +1,48 @@
+#include "ratio_table.h"
+
+#include <cstdio>
+
+namespace bench {
+
+namespace {
+
+constexpr int kSizes[] = {100, 1000, 10000, 100000};
+
+}  // namespace
+
+void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+        const bool counts = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median"
+                                                              : run.repetitions <= 1;
+        if (run.error_occurred || !counts) continue;
+        const double seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+        nanoseconds_[run.run_name.function_name + "/" + run.run_name.args] = seconds * 1e9;
+    }
+}
+
+double RatioReporter::Nanoseconds(const std::string& name, int size) const {
+    const auto found = nanoseconds_.find(name + "/" + std::to_string(size));
+    return found == nanoseconds_.end() ? 0.0 : found->second;
+}
+
+void RatioReporter::PrintTable() const {
+    std::printf("\n%-26s %-22s", "ratio of", "to");
+    for (int size : kSizes) std::printf(" %10d", size);
+    std::printf("  target\n");
+    for (const RatioRow& row : rows_) {
+        std::printf("%-26s %-22s", row.what, row.baseline);
+        for (int size : kSizes) {
+            const double time = Nanoseconds(row.what, size);
+            const double base = Nanoseconds(row.baseline, size);
+            if (time > 0 && base > 0) {
+                std::printf(" %10.3g", time / base);
+            } else {
+                std::printf(" %10s", "-");
+            }
+        }
+        std::printf("  %s\n", row.target);
+    }
+}
+
+}  // namespace bench

@@ -1,0 +1,35 @@
+#pragma once
+
+// A reporter that prints Google Benchmark's console lines and, at the end, a table of ratios between
+// benchmarks of the same run: absolute times of a borrowed machine mean little.
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct RatioRow {
+    const char* what;      // benchmark name without its size
+    const char* baseline;  // the same for what it is compared with
+    const char* target;    // what is aimed at, as text
+};
+
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    explicit RatioReporter(std::vector<RatioRow> rows) : rows_(std::move(rows)) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override;
+    // The table, to be called after the run. Rows without a measured pair are left out.
+    void PrintTable() const;
+    // Nanoseconds of one benchmark, 0 when it was not run.
+    double Nanoseconds(const std::string& name, int size) const;
+
+private:
+    std::vector<RatioRow> rows_;
+    std::map<std::string, double> nanoseconds_;
+};
+
+}  // namespace bench

@@ -1,0 +1,294 @@
+// The roads that clients take most, over cases of 100 to 100,000 objects, beside what bounds them: the
+// bare host call, and the same walk in pugixml's XPath.
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <pugixml.hpp>
+#include <vector>
+
+#include "framework/cursor.h"
+#include "framework/reference.h"
+#include "front/fixtop.h"
+#include "host/interface/services.h"
+#include "path/parser.h"
+#include "plant.h"
+#include "ratio_table.h"
+
+namespace {
+
+using bench::OpenPlant;
+using bench::PlantOf;
+using benchmark::State;
+
+constexpr char kStreams[] = "appModel.FlowSheetObjects.Streams";
+constexpr char kWideUnit[] = "appModel.FlowSheetObjects.UnitOps.Wide";
+
+int SizeOf(const State& state) { return static_cast<int>(state.range(0)); }
+
+std::string StreamPath(int objects) { return std::string(kStreams) + "." + bench::MiddleStream(objects); }
+
+std::string VariablePath(int objects) { return StreamPath(objects) + ".Temperature"; }
+
+// ---- child by name ----
+
+void child_by_name(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
+    const std::string name = bench::MiddleStream(objects);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->SeekChild(name.c_str()));
+        it->Up();
+    }
+}
+
+void seek_name(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIEntry> top = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+    Ref<FIContext> context = PlantOf(objects).ContextAt(kStreams);
+    Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
+    const std::string name = bench::MiddleStream(objects);
+    for (auto _ : state) benchmark::DoNotOptimize(cursor->SeekName(kFromFirst, name.c_str()));
+}
+
+void pugixml_child(State& state) {
+    const int objects = SizeOf(state);
+    pugi::xml_document document;
+    bench::FillMirror(objects, document);
+    const std::string name = bench::MiddleStream(objects);
+    const pugi::xml_node streams =
+        document.child("Top").child("appModel").child("FlowSheetObjects").child("Streams");
+    for (auto _ : state) benchmark::DoNotOptimize(streams.child(name.c_str()).internal_object());
+}
+
+// ---- four-level path ----
+
+void path_of_four(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At("");
+    FIValue error;
+    const ParsedPath path(FIValue(StreamPath(objects).c_str()), error);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->WalkFrom(*path));
+        while (it->Up()) {
+        }
+    }
+}
+
+void path_of_four_from_text(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At("");
+    const FIValue path(StreamPath(objects).c_str());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->SeekPath(path));
+        while (it->Up()) {
+        }
+    }
+}
+
+void pugixml_path(State& state) {
+    const int objects = SizeOf(state);
+    pugi::xml_document document;
+    bench::FillMirror(objects, document);
+    const std::string expression =
+        "/Top/appModel/FlowSheetObjects/Streams/" + bench::MiddleStream(objects);
+    const pugi::xpath_query query(expression.c_str());
+    for (auto _ : state) benchmark::DoNotOptimize(query.evaluate_node(document).node().internal_object());
+}
+
+// ---- wildcard with filter ----
+
+void wildcard_filter(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
+    FIValue error;
+    const std::string text = "*[\"Temperature\"=" + bench::MiddleTemperature(objects) + "]";
+    const ParsedPath path(FIValue(text.c_str()), error);
+    for (auto _ : state) {
+        const bool found = it->WalkFrom(*path);
+        if (!found) state.SkipWithError("the filter matches nothing");
+        it->Up();
+    }
+}
+
+void pugixml_filter(State& state) {
+    const int objects = SizeOf(state);
+    pugi::xml_document document;
+    bench::FillMirror(objects, document);
+    const std::string expression = "/Top/appModel/FlowSheetObjects/Streams/*[Temperature=" +
+                                   bench::MiddleTemperature(objects) + "]";
+    const pugi::xpath_query query(expression.c_str());
+    for (auto _ : state) {
+        const pugi::xpath_node found = query.evaluate_node(document);
+        if (!found) state.SkipWithError("the filter matches nothing");
+    }
+}
+
+// ---- held read and store ----
+
+struct HostVariable {
+    host::Viewable* object;
+    host::VarDescription description;
+};
+
+HostVariable BareTemperature(OpenPlant& plant) {
+    const std::string wanted = bench::MiddleStream(plant.Objects());
+    host::FlowSheetObjectIterator objects = plant.Host().ActiveCase()->MainFlowSheet()->Objects();
+    for (host::Viewable* object = objects.Reset(); object; object = objects.Next()) {
+        if (object->GetName().Str() != wanted) continue;
+        host::VariableNameIterator rows(object->VariableNames());
+        for (auto* row = rows.Reset(); row; row = rows.Next()) {
+            if (std::string(row->name) == "Temperature") return {object, row->description};
+        }
+    }
+    throw std::runtime_error("no such variable in the host: " + wanted);
+}
+
+void held_read(State& state) {
+    Ref<FIIteratorBase> it = PlantOf(SizeOf(state)).At(VariablePath(SizeOf(state)));
+    const FIValue name("value");
+    FIValue value;
+    for (auto _ : state) {
+        it->GetAttribute(name, value);
+        benchmark::DoNotOptimize(value);
+    }
+}
+
+void bare_host_read(State& state) {
+    const HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
+    host::Viewable* object = variable.object;
+    benchmark::DoNotOptimize(object);
+    for (auto _ : state) benchmark::DoNotOptimize(object->GetRealValue(variable.description));
+}
+
+void store_without_solve(State& state) {
+    OpenPlant& plant = PlantOf(SizeOf(state));
+    Ref<FIIteratorBase> it = plant.At(VariablePath(SizeOf(state)));
+    // A batch holds the solver back; composition edits of another stream are the batch.
+    bench::OpenBatch batch(plant);
+    const FIValue name("value");
+    FIValue out;
+    double temperature = 20;
+    for (auto _ : state) {
+        it->SetAttribute(name, FIValue::OfReal(temperature), 0, out);
+        temperature = temperature < 30 ? temperature + 0.001 : 20;
+    }
+    if (!out.IsNull()) state.SkipWithError(out.CStr());
+}
+
+void bare_host_store(State& state) {
+    const HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
+    double temperature = 20;
+    for (auto _ : state) {
+        variable.object->SetRealValue(variable.description, temperature);
+        temperature = temperature < 30 ? temperature + 0.001 : 20;
+    }
+}
+
+// ---- browse, load, memory ----
+
+void browse_60_children(State& state) {
+    Ref<FIIteratorBase> it = PlantOf(SizeOf(state)).At(kWideUnit);
+    FIValue name;
+    int children = 0;
+    for (auto _ : state) {
+        children = 0;
+        for (bool on = it->DownFirst(); on; on = it->Next()) {
+            it->GetName(name);
+            ++children;
+        }
+        it->Up();
+    }
+    state.counters["children"] = children;
+}
+
+void bare_host_browse(State& state) {
+    host::FlowSheetObjectIterator objects =
+        PlantOf(SizeOf(state)).Host().ActiveCase()->MainFlowSheet()->Objects();
+    host::Viewable* wide = objects.Reset();
+    while (wide && wide->GetName().Str() != "Wide") wide = objects.Next();
+    for (auto _ : state) {
+        host::VariableNameIterator rows(wide->VariableNames());
+        for (auto* row = rows.Reset(); row; row = rows.Next()) benchmark::DoNotOptimize(row->name);
+    }
+}
+
+void case_load(State& state) {
+    const std::string file = bench::SavedPlant(SizeOf(state));
+    for (auto _ : state) bench::LoadPlant(file);
+    state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(file));
+}
+
+void bare_json_parse(State& state) {
+    const std::string file = bench::SavedPlant(SizeOf(state));
+    for (auto _ : state) bench::ParseJson(file);
+}
+
+void held_references(State& state) {
+    Ref<FIIteratorBase> it = PlantOf(SizeOf(state)).At(VariablePath(SizeOf(state)));
+    constexpr int kCount = 1000;
+    std::vector<FIReferenceBase*> held(kCount);
+    double bytes = 0;
+    for (auto _ : state) {
+        const std::size_t before = mallinfo2().uordblks;
+        for (FIReferenceBase*& reference : held) reference = it->MakeReference();
+        bytes = static_cast<double>(mallinfo2().uordblks - before) / kCount;
+        for (FIReferenceBase* reference : held) reference->Release();
+    }
+    state.counters["bytes_each"] = bytes;
+}
+
+#define SIZES ->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)
+BENCHMARK(child_by_name) SIZES;
+BENCHMARK(seek_name) SIZES;
+BENCHMARK(pugixml_child) SIZES;
+BENCHMARK(path_of_four) SIZES;
+BENCHMARK(path_of_four_from_text) SIZES;
+BENCHMARK(pugixml_path) SIZES;
+BENCHMARK(wildcard_filter) SIZES;
+BENCHMARK(pugixml_filter) SIZES;
+BENCHMARK(held_read) SIZES;
+BENCHMARK(bare_host_read) SIZES;
+BENCHMARK(store_without_solve) SIZES;
+BENCHMARK(bare_host_store) SIZES;
+BENCHMARK(browse_60_children) SIZES;
+BENCHMARK(bare_host_browse) SIZES;
+BENCHMARK(case_load) SIZES->Unit(benchmark::kMillisecond);
+BENCHMARK(bare_json_parse) SIZES->Unit(benchmark::kMillisecond);
+BENCHMARK(held_references)->Arg(100)->Arg(100000);
+#undef SIZES
+
+const std::vector<bench::RatioRow> kRows = {
+    {"child_by_name", "pugixml_child", ""},
+    {"path_of_four", "pugixml_path", "below 1"},
+    {"path_of_four_from_text", "pugixml_path", ""},
+    {"wildcard_filter", "pugixml_filter", ""},
+    {"held_read", "bare_host_read", "4 plus 60 ns"},
+    {"store_without_solve", "bare_host_store", ""},
+    {"browse_60_children", "bare_host_browse", ""},
+    {"case_load", "bare_json_parse", ""},
+};
+
+void PrintTargets(const bench::RatioReporter& reporter) {
+    std::printf("\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: 10)\n",
+                reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
+    for (int size : {100, 1000, 10000, 100000}) {
+        const double allowed = 4 * reporter.Nanoseconds("bare_host_read", size) + 60;
+        std::printf("held_read/%d: %.1f ns, allowed %.1f ns\n", size,
+                    reporter.Nanoseconds("held_read", size), allowed);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    bench::RatioReporter reporter(kRows);
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.PrintTable();
+    PrintTargets(reporter);
+    return 0;
+}
