@@ -181,10 +181,9 @@ void Column::ReadAttachedStreams() {
         (feed ? feeds : products).push_back(stream->tag);
         (feed ? feed_stages : product_stages).push_back(number);
     }
-    sheet_.Array("Feed Stage", FileUnit::none, {LabelledBy(feeds, ElementNaming::attached_object)},
-                 feed_stages, VariableState::specified);
-    sheet_.Array("Product Stage", FileUnit::none,
-                 {LabelledBy(products, ElementNaming::attached_object)}, product_stages,
+    sheet_.Array("Feed Stage", FileUnit::none, {LabelledBy(feeds)}, feed_stages,
+                 VariableState::specified);
+    sheet_.Array("Product Stage", FileUnit::none, {LabelledBy(products)}, product_stages,
                  VariableState::specified);
 }
 

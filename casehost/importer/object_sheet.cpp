@@ -25,10 +25,10 @@ VariableSpec RealSpec(const char* name, FileUnit unit) {
 
 }  // namespace
 
-DimensionData LabelledBy(std::vector<std::string> labels, ElementNaming naming) {
+DimensionData LabelledBy(std::vector<std::string> labels) {
     DimensionData dimension;
     dimension.count = static_cast<int>(labels.size());
-    dimension.naming = naming;
+    dimension.naming = ElementNaming::text;
     dimension.labels = std::move(labels);
     return dimension;
 }

@@ -22,8 +22,7 @@ struct Choice {
     const char* shown;
 };
 
-DimensionData LabelledBy(std::vector<std::string> labels,
-                         ElementNaming naming = ElementNaming::text);
+DimensionData LabelledBy(std::vector<std::string> labels);
 
 class ObjectSheet {
  public:
