@@ -1,5 +1,6 @@
 #include "case_session.h"
 
+#include "casehost/case_file.h"
 #include "casehost/case_host.h"
 #include "casehost/importer.h"
 #include "casehost/process_engine.h"
@@ -21,6 +22,7 @@ std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std:
 }  // namespace
 
 CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
+    casehost::RegisterCaseFiles();
     casehost::RegisterReader(".dwxmz", casehost::ReadDwxmz);
     host_->SetEngineMaker(casehost::MakeProcessEngine);
     FixtopInstallHost(&host_->Services());
