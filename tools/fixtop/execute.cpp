@@ -2,6 +2,7 @@
 
 #include "case_session.h"
 #include "near_names.h"
+#include "terminal.h"
 #include "word.h"
 
 namespace {
@@ -120,6 +121,9 @@ private:
         if (!session) {
             around.out.Note(problem);
             return ExitCode::kUnreadable;
+        }
+        if (terminal::NotesAreSeen()) {
+            for (const std::string& remark : session->Remarks()) around.out.Note(remark);
         }
         Surroundings with_case{around.out, session.get()};
         return word.Run(with_case);
