@@ -37,8 +37,7 @@ def small_case():
     }
     unit = {"name": "Mixer 1", "type": "MixerOpObject", "status": "warning",
             "variables": {"Inlet": of_kind("attachment", "Feed 1"),
-                          "Note": {"spec": {"kind": "message"}}},
-            "ports": [{"role": "feed", "index": 0, "stream": "Feed 1"}]}
+                          "Note": {"spec": {"kind": "message"}}}}
     return {"format": "casehost case", "version": 1, "name": "small", "title": "", "source": "own",
             "recorded": True, "online": True, "unitSet": 0,
             "flowsheet": {"objects": [stream("Feed 1", 25, **odd), stream("Feed.2", -40),

@@ -1,12 +1,8 @@
 #include "case_session.h"
 
-#include "casehost/case_host.h"
-#include "casehost/importer.h"
-#include "casehost/process_engine.h"
+#include "casehost/standard_host.h"
 
 namespace {
-
-constexpr char kDemo[] = "demo";
 
 std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
     std::string text;
@@ -21,17 +17,19 @@ std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std:
 }  // namespace
 
 CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
-    casehost::RegisterReader(".dwxmz", casehost::ReadDwxmz);
-    host_->SetEngineMaker(casehost::MakeProcessEngine);
+    casehost::UseStandardParts(*host_);
     FixtopInstallHost(&host_->Services());
 }
 
 std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, std::string& problem) {
     std::unique_ptr<CaseSession> session(new CaseSession);
-    const casehost::OpenResult opened = session->host_->Open(name);
+    const casehost::OpenResult opened = casehost::OpenCase(*session->host_, name);
     if (!opened) {
         problem = Texts(opened.problems, name);
         return nullptr;
+    }
+    for (const casehost::CaseProblem& remark : opened.problems) {
+        session->remarks_.push_back(remark.Text());
     }
     session->entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(session->host_->ActiveCase()));
     session->top_ = NodeRef::Adopt(FixtopMakeIterator(session->entry_.Get(), false));

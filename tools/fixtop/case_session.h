@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "front/fixtop.h"
 #include "node.h"
@@ -22,6 +23,8 @@ public:
     static std::unique_ptr<CaseSession> Open(const std::string& name, std::string& problem);
     ~CaseSession();
 
+    // What the reader of the file had to say, though it could read it.
+    const std::vector<std::string>& Remarks() const { return remarks_; }
     // An iterator on the top node.
     NodeRef Top() const { return CopyOf(*top_); }
     // Where paths begin: the top node until it is moved.
@@ -42,6 +45,7 @@ private:
     Ref<FIEntry> entry_;
     NodeRef top_;
     NodeRef here_;
+    std::vector<std::string> remarks_;
 };
 
 // A node that a path led to, and the attribute in which the path ended.

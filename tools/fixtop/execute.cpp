@@ -1,6 +1,8 @@
 #include <algorithm>
 
 #include "case_session.h"
+#include "near_names.h"
+#include "terminal.h"
 #include "word.h"
 
 namespace {
@@ -17,6 +19,11 @@ void Guard(std::vector<std::string>& arguments) {
 std::string Unguarded(std::string argument) {
     if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
     return argument;
+}
+
+std::string WithoutLineEnds(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    return text;
 }
 
 // Parser and words of one command line.
@@ -38,6 +45,9 @@ public:
     }
 
     ExitCode Run(std::vector<std::string> arguments, Surroundings& around) {
+        if (const std::string unknown = UnknownWord(arguments); !unknown.empty()) {
+            return Refuse(unknown, around.out);
+        }
         try {
             Guard(arguments);
             std::reverse(arguments.begin(), arguments.end());
@@ -46,12 +56,10 @@ public:
             around.out.Line(version.what());
             return ExitCode::kOk;
         } catch (const CLI::CallForHelp&) {
-            around.out.Data(Chosen().help(Prefix()));
+            around.out.Line(WithoutLineEnds(Chosen().help(Prefix())));
             return ExitCode::kOk;
         } catch (const CLI::ParseError& error) {
-            around.out.Note(std::string("fixtop: ") + Unguarded(error.what()));
-            around.out.Note(Usage());
-            return ExitCode::kUsage;
+            return Refuse(error.what(), around.out);
         }
         return RunWord(around);
     }
@@ -73,6 +81,21 @@ private:
         words_.back()->Declare(*sub);
         rows_.push_back(&row);
     }
+    ExitCode Refuse(const std::string& problem, Output& out) {
+        out.Note("fixtop: " + problem);
+        out.Note(Usage());
+        return ExitCode::kUsage;
+    }
+    // What is to be said when the line does not begin with a word; empty when it does.
+    std::string UnknownWord(const std::vector<std::string>& arguments) const {
+        if (arguments.empty() || arguments.front().rfind('-', 0) == 0) return "";
+        std::vector<std::string> names;
+        for (const WordRow* row : rows_) names.emplace_back(row->name);
+        const std::string& word = arguments.front();
+        if (std::find(names.begin(), names.end(), word) != names.end()) return "";
+        const std::vector<std::string> near = NearNames(word, names, 1);
+        return "no such word: " + word + (near.empty() ? "" : "; near: " + near.front());
+    }
     CLI::App& Chosen() {
         const auto chosen = app_.get_subcommands();
         return chosen.empty() ? app_ : *chosen.front();
@@ -85,8 +108,7 @@ private:
                                  : InProgram()    ? "fixtop " + chosen.get_name()
                                                   : chosen.get_name();
         std::string usage = CLI::Formatter().make_usage(&chosen, name);
-        while (!usage.empty() && usage.back() == '\n') usage.pop_back();
-        return usage + "\nMore with --help.";
+        return WithoutLineEnds(std::move(usage)) + "\nMore with --help.";
     }
     ExitCode RunWord(Surroundings& around) {
         const std::string name = Chosen().get_name();
@@ -99,6 +121,9 @@ private:
         if (!session) {
             around.out.Note(problem);
             return ExitCode::kUnreadable;
+        }
+        if (terminal::NotesAreSeen()) {
+            for (const std::string& remark : session->Remarks()) around.out.Note(remark);
         }
         Surroundings with_case{around.out, session.get()};
         return word.Run(with_case);

@@ -16,9 +16,26 @@ struct Stop {
 };
 
 constexpr Stop kTour[] = {
-    {"The case is a tree. These are the nodes below its top.", "ls", "appModel"},
-    {"Streams of the main flowsheet:", "ls appModel.FlowSheetObjects.Streams", "Feed"},
-    {"A stream with its values:", "tree appModel.FlowSheetObjects.Streams.Feed", "Temperature = "},
+    {"The case is a tree. These are the nodes below its top:", "ls", "appModel"},
+    {"We go to the flowsheet; paths begin there from now on.", "cd appModel.FlowSheetObjects", ""},
+    {"Its streams:", "ls Streams", "Sales Gas"},
+    {"A cooler with all that it knows:", "tree UnitOps.E-100", "Product Temperature = -20 C"},
+    {"One value, as it is shown and in another unit:",
+     "get 'Streams.Raw Gas.Temperature'", "30\n"},
+    {"", "get 'Streams.Raw Gas.Temperature' --unit K", "303.15\n"},
+    {"Temperatures of all streams that are vapour, found by a filter:",
+     "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Sales Gas.Temperature\n"},
+    {"The plant makes this much sales gas (kgmole/h):", "get 'Streams.Sales Gas.Molar Flow'", ""},
+    {"We feed more raw gas; the store solves the case.",
+     "set 'Streams.Raw Gas.Molar Flow' 1200 --unit kgmole/h", "1200\n"},
+    {"The solver has nothing left to do:", "solve", "Solve is complete\n"},
+    {"And the product has changed:", "get 'Streams.Sales Gas.Molar Flow'", "", ExitCode::kOk, true},
+    {"What the solver calculates can't be stored:", "set 'Streams.Sales Gas.Molar Flow' 900",
+     "Value not stored\n", ExitCode::kFailed},
+    {"A path that leads nowhere says how far it came:", "get 'Streams.Raw Gass.Temperature'",
+     "near: Raw Gas", ExitCode::kFailed},
+    {"And one that can't be read says why:", "get Streams.*[Temperature",
+     "Parse error, ] expected in: Streams.*[Temperature\n", ExitCode::kFailed},
 };
 
 class Demo final : public Word {
@@ -37,14 +54,16 @@ public:
         for (const Stop& stop : kTour) {
             if (!Visit(stop, *session, around.out)) code = ExitCode::kFailed;
         }
-        around.out.Line("\nTop> quit");
+        around.out.Line('\n' + Prompt(*session) + "quit");
         return code;
     }
 
 private:
+    static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
+
     bool Visit(const Stop& stop, CaseSession& session, Output& out) {
-        out.Line(std::string("\n# ") + stop.say);
-        out.Line(NameOf(session.Here()) + "> " + stop.line);
+        if (*stop.say) out.Line(std::string("\n# ") + stop.say);
+        out.Line(Prompt(session) + stop.line);
         RecordingOutput recording(out);
         Surroundings around{recording, &session};
         std::vector<std::string> arguments;
