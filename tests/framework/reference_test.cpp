@@ -300,16 +300,18 @@ TEST_F(Reference, value_clients_need_somebody_who_tells) {
 
 TEST_F(Reference, deletion_calls_those_who_wait_for_it_and_for_values) {
     LetNotify(false, true, true);
-    const auto reference = Ref<FIReference>::Adopt(Make());
+    // They outlive the reference, which also calls those who wait for a deletion when it ends.
     Client deletion;
     Client value;
     Client structure;
+    const auto reference = Ref<FIReference>::Adopt(Make());
     ASSERT_TRUE(reference->Subscribe(&deletion, kNodeDeleted, &Client::Told));
     ASSERT_TRUE(reference->Subscribe(&value, kValueChanged, &Client::Told));
     ASSERT_TRUE(reference->Subscribe(&structure, kStructureChanged, &Client::Told));
     std::string seen;
     deletion.act = [&] { seen = Read(*reference, "value"); };
     node_.Notify(kNodeDeleted);
+    deletion.act = nullptr;
     EXPECT_EQ((Kinds{1}), deletion.kinds);
     EXPECT_EQ((Kinds{1}), value.kinds);
     EXPECT_TRUE(structure.kinds.empty());
@@ -385,9 +387,9 @@ TEST_F(Reference, who_unsubscribes_inside_a_callback_is_not_called_again_in_the_
     LetNotify(false, true, true);
     for (int kind : {kNodeDeleted, kValueChanged, kStructureChanged}) {
         SCOPED_TRACE(kind);
-        const auto reference = Ref<FIReference>::Adopt(Make());
         // Whichever is called first takes out the other and itself.
         Client clients[2];
+        const auto reference = Ref<FIReference>::Adopt(Make());
         bool left = true;
         for (Client& client : clients) {
             client.act = [&] {
