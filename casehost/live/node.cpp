@@ -140,7 +140,7 @@ Node::Place Node::LocateForStore(const host::VarDescription& variable) {
     return place;
 }
 
-double Node::ReadReal(const host::VarDescription& variable) {
+double Node::ReadOtherReal(const host::VarDescription& variable) {
     if (Blank(Script::Answer::real_value)) return host::kEmptyReal;
     const Place place = Locate(variable);
     if (place.cell < 0) {

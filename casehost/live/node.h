@@ -83,7 +83,11 @@ public:
     }
 
     // The operations of host::Viewable that concern values.
-    double ReadReal(const host::VarDescription& variable);
+    double ReadReal(const host::VarDescription& variable) {
+        const int cell = shape_ ? shape_->ScalarCell(variable.HostWord()) : -1;
+        if (cell < 0 || Blank(Script::Answer::real_value)) return ReadOtherReal(variable);
+        return IsStaleCell(CellAt(cell)) ? host::kEmptyReal : CellAt(cell).number;
+    }
     void StoreReal(const host::VarDescription& variable, double value);
     host::Text ReadText(const host::VarDescription& variable);
     void StoreText(const host::VarDescription& variable, const host::Text& value);
@@ -116,6 +120,8 @@ protected:
     CaseContext& Context() const { return *context_; }
 
 private:
+    // Array elements, descriptions from monikers and parts of other objects.
+    double ReadOtherReal(const host::VarDescription& variable);
     Place Locate(const host::VarDescription& variable);
     Place LocateByMoniker(const host::VarDescription& variable);
     Place LocateForStore(const host::VarDescription& variable);

@@ -195,6 +195,8 @@ Row& Shape::AddRow(std::shared_ptr<const VariableSpec> spec, int number) {
     row.flags = row.spec->flagged ? 1u << 6 : 0;
     row.first_cell = cell_count_;
     row.cell_count = CountCells(*row.spec);
+    const bool scalar_number = row.spec->dimensions.empty() && row.value_kind <= host::kEnumeration;
+    scalar_cells_.push_back(scalar_number ? row.first_cell : -1);
     cell_count_ += row.cell_count;
     if (row.spec->kind == ValueKind::enumeration) {
         row.names = std::make_unique<EnumNames>(row.spec->options, 0);
@@ -227,6 +229,7 @@ host::VarDescription Shape::OffsetDescription(const DimensionData& dimension,
     const int cells_before = cell_count_;
     Row& row = AddRow(std::move(spec), numbers.LabelNumber());
     cell_count_ = cells_before;
+    scalar_cells_.back() = -1;
     row.labels = &dimension;
     row.cell_count = 0;
     if (row.value_kind == host::kEnumeration) {

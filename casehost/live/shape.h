@@ -87,6 +87,12 @@ public:
         const std::size_t index = word & kIndexMask;
         return index < rows_.size() ? rows_[index].get() : nullptr;
     }
+    // The cell of a scalar number by the same word, -1 for anything else: the road of most reads.
+    int ScalarCell(std::uintptr_t word) const {
+        if (word >> kIndexBits != id_) return -1;
+        const std::size_t index = word & kIndexMask;
+        return index < scalar_cells_.size() ? scalar_cells_[index] : -1;
+    }
     // By "Class.number" such as "Double.501", without a leading ':'.
     Row* ByStem(std::string_view stem) const;
     Row* ByName(std::string_view name) const;
@@ -101,6 +107,7 @@ private:
 
     std::uintptr_t id_;
     std::vector<std::unique_ptr<Row>> rows_;
+    std::vector<int> scalar_cells_;
     std::vector<PortData> ports_;
     std::unordered_map<std::string, Row*> by_stem_;
     HolderList list_;

@@ -277,6 +277,16 @@ TEST_F(CaseFileOnDisk, FailedSaveLeavesTheOldFileAlone) {
     EXPECT_FALSE(WriteCaseFile(FullCase(), Path("no/such/folder.json")));
 }
 
+TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
+    std::ifstream page(CASEHOST_FORMAT_PAGE);
+    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    const std::size_t from = text.find("```json\n") + 8;
+    ASSERT_GT(from, 8u);
+    const CaseData data = Read(text.substr(from, text.find("```", from) - from));
+    ASSERT_EQ(data.main.objects.size(), 3u);
+    EXPECT_DOUBLE_EQ(data.main.objects[0].variables[1].values[0].number, 6000);
+}
+
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
     CaseHost host;
     EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message, "no reader for this kind of file");
