@@ -48,9 +48,12 @@ public:
         if (!answer.known) return WalkToName(element_, name, -1);
         return Stand(iterator_.MoveTo(answer.holder));
     }
+    bool IsSameList(const ListPosition& other) const {
+        return iterator_.List() == other.iterator_.List();
+    }
     // Order in the list: -1, 0, 1, or not comparable for different lists.
     int Compare(ListPosition& other) {
-        if (iterator_.List() != other.iterator_.List()) return kNotComparable;
+        if (!IsSameList(other)) return kNotComparable;
         const Element* own = Current();
         const Element* others = other.Current();
         if (own == others) return 0;

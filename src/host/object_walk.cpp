@@ -1,5 +1,7 @@
 #include "host/object_walk.h"
 
+#include <algorithm>
+
 #include "host/host_access.h"
 
 ObjectFilter::ObjectFilter(Shown shown)
@@ -71,11 +73,12 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
 }
 
 int ObjectWalk::Compare(ObjectWalk& other) {
-    if (parts_.size() != other.parts_.size()) return kNotComparable;
+    const bool same_lists = std::equal(
+        parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
+        [](const Part& one, const Part& another) { return one.IsSameList(another); });
+    if (!same_lists) return kNotComparable;
     Start();
     other.Start();
     if (at_ == other.at_) return parts_[at_].Compare(other.parts_[at_]);
-    const bool same_list = parts_[0].Compare(other.parts_[0]) != kNotComparable;
-    if (!same_list) return kNotComparable;
     return at_ < other.at_ ? -1 : 1;
 }
