@@ -24,7 +24,7 @@ constexpr Stop kTour[] = {
      "get 'Streams.Raw Gas.Temperature'", "30\n"},
     {"", "get 'Streams.Raw Gas.Temperature' --unit K", "303.15\n"},
     {"Temperatures of all streams that are vapour, found by a filter:",
-     "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Sales Gas.Temperature\n"},
+     "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Cold Gas.Temperature\n"},
     {"The plant makes this much sales gas (kgmole/h):", "get 'Streams.Sales Gas.Molar Flow'", ""},
     {"We feed more raw gas; the store solves the case.",
      "set 'Streams.Raw Gas.Molar Flow' 1200 --unit kgmole/h", "1200\n"},
@@ -66,8 +66,9 @@ private:
         out.Line(Prompt(session) + stop.line);
         RecordingOutput recording(out);
         Surroundings around{recording, &session};
+        const auto words = SplitLine(stop.line).value_or(std::vector<ShellWord>());
         std::vector<std::string> arguments;
-        for (const ShellWord& word : SplitLine(stop.line).value()) arguments.push_back(word.text);
+        for (const ShellWord& word : words) arguments.push_back(word.text);
         const ExitCode code = Execute(std::move(arguments), Place::kShell, around);
         std::string& before = written_[stop.line];
         const bool changed = before != recording.Recorded();
