@@ -86,9 +86,10 @@ void Case::ApplyList(NodeList& list, const std::vector<ObjectData>& results) {
                 const ValueData& value = values[static_cast<std::size_t>(c)];
                 Cell& cell = node.CellAt(row.first_cell + c);
                 const auto state = static_cast<VariableState>(cell.state);
-                if (value.state != kCalculated) continue;
-                if (state != kCalculated && state != VariableState::missing) continue;
-                cell.number = value.number;
+                // What was calculated before and could not be found now is calculated still, but empty.
+                const bool found = value.state == kCalculated;
+                if (state != kCalculated && !(found && state == VariableState::missing)) continue;
+                cell.number = found ? value.number : kEmpty;
                 cell.state = static_cast<std::uint8_t>(kCalculated);
                 if (row.value_kind >= host::kText) node.SetTextAt(cell, value.text);
             }
