@@ -11,7 +11,7 @@ STREAMS = "appModel.FlowSheetObjects.Streams"
 PROPERTIES = {
     "T": ("Temperature", "K"),
     "P": ("Pressure", "Pa"),
-    "molar flow": ("Molar Flow", "gmole/s"),
+    "molar flow": ("Molar Flow", "mol/s"),
     "mass flow": ("Mass Flow", "kg/s"),
     "vapour fraction": ("Vapour Fraction", ""),
     "energy flow": ("Heat Flow", "kW"),
@@ -61,6 +61,8 @@ class RealCases(ProgramTest):
         self.assertGreater(compared, 200)
 
     def test_every_composition(self):
+        if not run("ls", "demo", STREAMS + ".Raw Gas.Comp Mole Frac").out:
+            self.skipTest("elements of arrays are not shown")
         compared = 0
         for table in sorted(CASES.glob("*.csv")):
             rows = [(f"{STREAMS}.{quoted(row['tag'])}.Comp Mole Frac.{quoted(row['property'][2:])}",

@@ -10,9 +10,9 @@ namespace {
 struct Stop {
     const char* say;
     const char* line;
-    const char* shows;               // stands somewhere in what the line writes
+    const char* shows;  // stands somewhere in what the line writes
     ExitCode code = ExitCode::kOk;
-    bool differs = false;            // from what the same line wrote before
+    bool differs = false;  // from what the same line wrote before
 };
 
 constexpr Stop kTour[] = {
@@ -20,8 +20,7 @@ constexpr Stop kTour[] = {
     {"We go to the flowsheet; paths begin there from now on.", "cd appModel.FlowSheetObjects", ""},
     {"Its streams:", "ls Streams", "Sales Gas"},
     {"A cooler with all that it knows:", "tree UnitOps.E-100", "Product Temperature = -20 C"},
-    {"One value, as it is shown and in another unit:",
-     "get 'Streams.Raw Gas.Temperature'", "30\n"},
+    {"One value, as it is shown and in another unit:", "get 'Streams.Raw Gas.Temperature'", "30\n"},
     {"", "get 'Streams.Raw Gas.Temperature' --unit K", "303.15\n"},
     {"Temperatures of all streams that are vapour, found by a filter:",
      "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Cold Gas.Temperature\n"},
@@ -39,7 +38,7 @@ constexpr Stop kTour[] = {
 };
 
 class Demo final : public Word {
-public:
+ public:
     void Declare(CLI::App&) override {}
 
     ExitCode Run(Surroundings& around) override {
@@ -58,7 +57,7 @@ public:
         return code;
     }
 
-private:
+ private:
     static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
 
     bool Visit(const Stop& stop, CaseSession& session, Output& out) {
@@ -84,4 +83,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeDemo() { return std::make_unique<Demo>(); }
+std::unique_ptr<Word> MakeDemo() {
+    return std::make_unique<Demo>();
+}
