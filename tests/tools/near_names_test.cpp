@@ -48,6 +48,8 @@ TEST(NearNames, the_same_name_is_told_once) {
     EXPECT_THAT(NearNames("Fed", {"Feed", "Feed"}), ElementsAre("Feed"));
 }
 
-TEST(NearNames, limit_holds) { EXPECT_THAT(NearNames("aa", {"ab", "ac", "ad"}, 2), ElementsAre("ab", "ac")); }
+TEST(NearNames, limit_holds) {
+    EXPECT_THAT(NearNames("aa", {"ab", "ac", "ad"}, 2), ElementsAre("ab", "ac"));
+}
 
 }  // namespace

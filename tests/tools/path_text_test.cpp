@@ -24,20 +24,22 @@ struct SplitRow {
 
 class SplitPathTest : public testing::TestWithParam<SplitRow> {};
 
-TEST_P(SplitPathTest, CutsSteps) { EXPECT_EQ(GetParam().dump, Dump(GetParam().path)); }
+TEST_P(SplitPathTest, CutsSteps) {
+    EXPECT_EQ(GetParam().dump, Dump(GetParam().path));
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Paths, SplitPathTest,
-    testing::Values(
-        SplitRow{"", ""}, SplitRow{"a.b", "a / b"}, SplitRow{"a . b", "a  /  b"},
-        SplitRow{R"("a""b")", R"(a"b)"}, SplitRow{R"("a.b".c)", "a.b / c"},
-        SplitRow{"a#2.b", "a|#2 / b"}, SplitRow{"#2", "|#2"}, SplitRow{"a#%n", "a|#%n"},
-        SplitRow{"%rxn.Phase", "%rxn / Phase"}, SplitRow{"'x", "x"},
-        SplitRow{"*[a.b].c", "*|[a.b] / c"}, SplitRow{"*[a=\"]\"].c", "*|[a=\"]\"] / c"},
-        SplitRow{R"(*[[(type)="T"]["A B"=C]].D)", R"(*|[[(type)="T"]["A B"=C]] / D)"},
-        SplitRow{"a[x]|![y]&[z].b", "a|[x]|![y]&[z] / b"}, SplitRow{"a(b).c", "a|(b)"},
-        SplitRow{"a.(type)", "a / |(type)"}, SplitRow{R"(a("b c"))", "a|(b c)"},
-        SplitRow{"a#1[x](y)", "a|#1|[x]|(y)"}));
+    testing::Values(SplitRow{"", ""}, SplitRow{"a.b", "a / b"}, SplitRow{"a . b", "a  /  b"},
+                    SplitRow{R"("a""b")", R"(a"b)"}, SplitRow{R"("a.b".c)", "a.b / c"},
+                    SplitRow{"a#2.b", "a|#2 / b"}, SplitRow{"#2", "|#2"}, SplitRow{"a#%n", "a|#%n"},
+                    SplitRow{"%rxn.Phase", "%rxn / Phase"}, SplitRow{"'x", "x"},
+                    SplitRow{"*[a.b].c", "*|[a.b] / c"},
+                    SplitRow{"*[a=\"]\"].c", "*|[a=\"]\"] / c"},
+                    SplitRow{R"(*[[(type)="T"]["A B"=C]].D)", R"(*|[[(type)="T"]["A B"=C]] / D)"},
+                    SplitRow{"a[x]|![y]&[z].b", "a|[x]|![y]&[z] / b"}, SplitRow{"a(b).c", "a|(b)"},
+                    SplitRow{"a.(type)", "a / |(type)"}, SplitRow{R"(a("b c"))", "a|(b c)"},
+                    SplitRow{"a#1[x](y)", "a|#1|[x]|(y)"}));
 
 struct StepRow {
     ChildPlace place;

@@ -83,13 +83,21 @@ class Pipes(ProgramTest):
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         program.stdout.close()
         try:
-            program.stdin.write(b"appModel(type)\n" * 20000)
-            program.stdin.close()
-        except (BrokenPipeError, ConnectionError, OSError):
+            with program.stdin:
+                program.stdin.write(b"appModel(type)\n" * 20000)
+        except OSError:  # it may have ended before it has read everything
             pass
         self.assertEqual(b"", program.stderr.read())
         self.assertEqual(0, program.wait(timeout=60))
         program.stderr.close()
+
+
+class UnknownWords(ProgramTest):
+    def test_the_nearest_word_is_told(self):
+        result = self.check(run("atrs", "demo"), USAGE, "")
+        self.assertTrue(result.err.startswith("fixtop: no such word: atrs; near: attrs\n"), result)
+        result = self.check(run("zzzzzz", "demo"), USAGE, "")
+        self.assertTrue(result.err.startswith("fixtop: no such word: zzzzzz\n"), result)
 
 
 class PathWord(ProgramTest):

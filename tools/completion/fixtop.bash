@@ -17,7 +17,8 @@ _fixtop() {
     fi
     if ((COMP_CWORD == 2)); then
         mapfile -t COMPREPLY < <(compgen -W demo -- "$current"
-            compgen -f -X '!*.@(json|dwxmz)' -- "$current"
+            compgen -f -X '!*.json' -- "$current"
+            compgen -f -X '!*.dwxmz' -- "$current"
             compgen -d -S / -- "$current")
         return
     fi

@@ -51,7 +51,9 @@ FISolver* CaseSession::Solver() const {
     return static_cast<FISolver*>(solver);
 }
 
-void CaseSession::Turn() { host_->Turn(); }
+void CaseSession::Turn() {
+    host_->Turn();
+}
 
 bool CaseSession::Save(const std::string& file, std::string& problem) {
     const casehost::SaveResult saved = host_->Save(*host_->ActiveLiveCase(), file);

@@ -1,7 +1,7 @@
 #pragma once
 
-// CaseSession: one open case, its tree and its solver. There is one in a process, because the module
-// has one host.
+// CaseSession: one open case, its tree and its solver. There is one in a process, because the
+// module has one host.
 
 #include <functional>
 #include <memory>
@@ -17,7 +17,7 @@ class CaseHost;
 }
 
 class CaseSession {
-public:
+ public:
     // Opens a file or, by the name "demo", the case that the program carries. Null and the reason,
     // with file and place, when it can't be read.
     static std::unique_ptr<CaseSession> Open(const std::string& name, std::string& problem);
@@ -38,7 +38,7 @@ public:
     // False and the reason when the file can't be written.
     bool Save(const std::string& file, std::string& problem);
 
-private:
+ private:
     CaseSession();
 
     std::unique_ptr<casehost::CaseHost> host_;
@@ -54,6 +54,6 @@ struct Located {
     std::string attribute;  // empty when the path names none
 };
 
-// Looks a path up from where the session stands, then from the top. On failure `problem` is the parse
-// error, or "no such node: " and the path with what was found of it and names that are near.
+// Looks a path up from where the session stands, then from the top. On failure `problem` is the
+// parse error, or "no such node: " and the path with what was found of it and names that are near.
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem);

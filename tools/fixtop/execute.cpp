@@ -28,7 +28,7 @@ std::string WithoutLineEnds(std::string text) {
 
 // Parser and words of one command line.
 class CommandLine {
-public:
+ public:
     explicit CommandLine(Place place) : place_(place) {
         if (place == Place::kProgram) {
             app_.name("fixtop");
@@ -64,9 +64,10 @@ public:
         return RunWord(around);
     }
 
-private:
+ private:
     static constexpr const char* kNotes =
-        "A CASE is a file (.json, .dwxmz) or the word demo. A PATH leads down from the top node in\n"
+        "A CASE is a file (.json, .dwxmz) or the word demo. A PATH leads down from the top node "
+        "in\n"
         "steps with dots: appModel.FlowSheetObjects.Streams.\"Feed 1\".Temperature\n"
         "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
         "store or solve failed, 2 wrong command line, 3 the case can't be read or written.";

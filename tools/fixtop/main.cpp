@@ -8,7 +8,8 @@ int main(int count, char** values) {
     FileOutput out(stdout, stderr);
     Surroundings around{out};
     try {
-        return static_cast<int>(Execute(terminal::Arguments(count, values), Place::kProgram, around));
+        return static_cast<int>(
+            Execute(terminal::Arguments(count, values), Place::kProgram, around));
     } catch (const ClosedPipe&) {
         return static_cast<int>(ExitCode::kOk);
     } catch (const std::exception& error) {

@@ -6,7 +6,9 @@
 
 namespace {
 
-char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char Folded(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 bool BeginsWith(std::string_view name, std::string_view beginning) {
     return name.size() >= beginning.size() &&
@@ -48,7 +50,8 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
     std::vector<std::string> nearest;
     for (const auto& [distance, name] : near) {
         if (nearest.size() == limit) break;
-        if (std::find(nearest.begin(), nearest.end(), name) == nearest.end()) nearest.push_back(name);
+        if (std::find(nearest.begin(), nearest.end(), name) == nearest.end())
+            nearest.push_back(name);
     }
     return nearest;
 }

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-// Count of characters to be inserted, deleted or replaced to turn one name into the other; letters of
-// either case are equal.
+// Count of characters to be inserted, deleted or replaced to turn one name into the other; letters
+// of either case are equal.
 std::size_t EditDistance(std::string_view a, std::string_view b);
 
 // The names that are nearest to `wanted`, nearest first, at most `limit`; names that have little in

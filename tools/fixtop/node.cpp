@@ -69,7 +69,9 @@ std::string OneLine(std::string text) {
     return text;
 }
 
-std::string OneLine(const FIValue& value) { return OneLine(value.ToText()); }
+std::string OneLine(const FIValue& value) {
+    return OneLine(value.ToText());
+}
 
 std::string TextOf(FIIteratorBase& node, const char* attribute) {
     return OneLine(AttributeOf(node, attribute));
@@ -133,10 +135,14 @@ std::string FullPath(FIIteratorBase& node) {
 
 Json ToJson(const FIValue& value) {
     switch (value.Kind()) {
-        case FIValue::kNull: return nullptr;
-        case FIValue::kInt: return value.AsInt();
-        case FIValue::kReal: return std::strtod(value.ToText().c_str(), nullptr);
-        default: return value.ToText();
+        case FIValue::kNull:
+            return nullptr;
+        case FIValue::kInt:
+            return value.AsInt();
+        case FIValue::kReal:
+            return std::strtod(value.ToText().c_str(), nullptr);
+        default:
+            return value.ToText();
     }
 }
 

@@ -17,7 +17,9 @@
 using NodeRef = Ref<FIIteratorBase>;
 using Json = nlohmann::ordered_json;
 
-inline NodeRef CopyOf(FIIteratorBase& node) { return NodeRef::Adopt(node.Copy()); }
+inline NodeRef CopyOf(FIIteratorBase& node) {
+    return NodeRef::Adopt(node.Copy());
+}
 
 std::string NameOf(FIIteratorBase& node);
 FIValue AttributeOf(FIIteratorBase& node, const char* name);

@@ -1,6 +1,8 @@
 #include "output.h"
 
-void Output::Line(std::string_view text) { Data(std::string(text) + '\n'); }
+void Output::Line(std::string_view text) {
+    Data(std::string(text) + '\n');
+}
 
 void FileOutput::Data(std::string_view text) {
     const bool written = std::fwrite(text.data(), 1, text.size(), data_) == text.size();

@@ -1,7 +1,7 @@
 #pragma once
 
-// Where a command writes: data for the next program on one side, everything that is said about it on
-// the other. Both are UTF-8; a line ends with one line feed on every platform.
+// Where a command writes: data for the next program on one side, everything that is said about it
+// on the other. Both are UTF-8; a line ends with one line feed on every platform.
 
 #include <cstdio>
 #include <string>
@@ -11,7 +11,7 @@
 struct ClosedPipe {};
 
 class Output {
-public:
+ public:
     virtual ~Output() = default;
     // One line of data, out at once. Throws ClosedPipe.
     void Line(std::string_view text);
@@ -22,25 +22,25 @@ public:
 };
 
 class FileOutput final : public Output {
-public:
+ public:
     FileOutput(std::FILE* data, std::FILE* notes) : data_(data), notes_(notes) {}
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
 
-private:
+ private:
     std::FILE* data_;
     std::FILE* notes_;
 };
 
 // Passes everything on and remembers it.
 class RecordingOutput final : public Output {
-public:
+ public:
     explicit RecordingOutput(Output& next) : next_(next) {}
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
     const std::string& Recorded() const { return recorded_; }
 
-private:
+ private:
     Output& next_;
     std::string recorded_;
 };

@@ -11,7 +11,7 @@ constexpr std::string_view kSpecial = "%#'&!|()[].=\"";
 constexpr std::size_t kComparedLength = 199;
 
 class Cutter {
-public:
+ public:
     explicit Cutter(std::string_view text) : text_(text) {}
 
     StepText Step() {
@@ -26,7 +26,8 @@ public:
             *step.count += String();
         }
         const std::size_t filters = at_;
-        while (at_ < text_.size() && std::string_view("[|&!").find(text_[at_]) != std::string::npos) {
+        while (at_ < text_.size() &&
+               std::string_view("[|&!").find(text_[at_]) != std::string::npos) {
             SkipClause();
         }
         step.filters = text_.substr(filters, at_ - filters);
@@ -39,7 +40,7 @@ public:
     }
     bool NextStep() { return Skip('.'); }
 
-private:
+ private:
     bool Skip(char c) {
         if (at_ >= text_.size() || text_[at_] != c) return false;
         ++at_;

@@ -1,6 +1,7 @@
 #pragma once
 
-// Path expressions as text: cut into their steps, and written for a node so that they lead back to it.
+// Path expressions as text: cut into their steps, and written for a node so that they lead back to
+// it.
 
 #include <optional>
 #include <string>
@@ -29,9 +30,9 @@ std::string QuotedName(const std::string& name);
 
 // Where a child stands among its siblings.
 struct ChildPlace {
-    std::string name;  // by which it is sought
-    int repeat = 0;    // count of earlier siblings of the same name
-    int index = 0;     // count of all earlier siblings
+    std::string name;       // by which it is sought
+    int repeat = 0;         // count of earlier siblings of the same name
+    int index = 0;          // count of all earlier siblings
     bool by_index = false;  // no name leads to it
 };
 

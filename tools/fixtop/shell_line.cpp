@@ -7,7 +7,9 @@
 
 namespace {
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
 struct Cut {
     std::vector<ShellWord> words;
@@ -104,7 +106,8 @@ std::vector<std::string> PathCompletions(CaseSession& session, const std::string
 }
 
 // Names of attributes of the last node that the line names before `--attr`.
-std::vector<std::string> OptionCompletions(CaseSession& session, const std::vector<ShellWord>& words,
+std::vector<std::string> OptionCompletions(CaseSession& session,
+                                           const std::vector<ShellWord>& words,
                                            const std::string& beginning) {
     for (auto word = words.rbegin(); word != words.rend(); ++word) {
         std::string problem;

@@ -17,7 +17,7 @@ constexpr const char* kIncompleteText = "Solve did not complete";
 
 // Hears how a solve ended.
 class EndListener {
-public:
+ public:
     explicit EndListener(FISolver& solver) : solver_(solver) {
         for (const int kind : {kComplete, kIncomplete}) solver_.Subscribe(this, kind, &OnEnd);
     }
@@ -30,7 +30,7 @@ public:
     bool HasEnded() const { return ended_; }
     const SolveEnd& End() const { return end_; }
 
-private:
+ private:
     static void OnEnd(void* owner, int kind, const FIErrorList* report) {
         auto& self = *static_cast<EndListener*>(owner);
         self.ended_ = true;
@@ -112,4 +112,6 @@ Progress::~Progress() {
     std::fprintf(stderr, "\r%24s\r", "");
 }
 
-void Progress::Show() { std::fprintf(stderr, "\rsolving, step %d", ++steps_); }
+void Progress::Show() {
+    std::fprintf(stderr, "\rsolving, step %d", ++steps_);
+}

@@ -1,6 +1,7 @@
 #pragma once
 
-// Runs a case's solver to its end in turns of the host's loop, so that values can be watched on the way.
+// Runs a case's solver to its end in turns of the host's loop, so that values can be watched on the
+// way.
 
 #include <functional>
 #include <string>
@@ -20,13 +21,13 @@ void WaitUntilIdle(CaseSession& session, const std::function<void()>& after_turn
 
 // Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
 class Progress {
-public:
+ public:
     explicit Progress(CaseSession& session);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-private:
+ private:
     void Show();
 
     CaseSession& session_;

@@ -29,7 +29,7 @@ using Completer = std::function<Completion(const std::string& line_to_cursor)>;
 
 // Source of typed or piped lines.
 class LineReader {
-public:
+ public:
     virtual ~LineReader() = default;
     // The next line without its end; nothing when the input has ended.
     virtual std::optional<std::string> Read(const std::string& prompt) = 0;

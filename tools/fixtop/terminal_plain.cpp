@@ -8,7 +8,7 @@ namespace terminal {
 namespace {
 
 class PlainReader final : public LineReader {
-public:
+ public:
     std::optional<std::string> Read(const std::string& prompt) override {
         if (InputIsTyped()) std::fputs(prompt.c_str(), stderr);
         std::string line;
@@ -20,6 +20,8 @@ public:
 
 }  // namespace
 
-std::unique_ptr<LineReader> OpenPlainReader() { return std::make_unique<PlainReader>(); }
+std::unique_ptr<LineReader> OpenPlainReader() {
+    return std::make_unique<PlainReader>();
+}
 
 }  // namespace terminal

@@ -18,15 +18,15 @@ constexpr int kHistoryLines = 1000;
 std::string CommonBeginning(const std::vector<std::string>& candidates) {
     std::string common = candidates.front();
     for (const std::string& candidate : candidates) {
-        const auto end = std::mismatch(common.begin(), common.end(), candidate.begin(),
-                                       candidate.end()).first;
+        const auto end =
+            std::mismatch(common.begin(), common.end(), candidate.begin(), candidate.end()).first;
         common.erase(end, common.end());
     }
     return common;
 }
 
 class EditedReader final : public LineReader {
-public:
+ public:
     explicit EditedReader(Completer completer) : completer_(std::move(completer)) {
         std::setlocale(LC_CTYPE, "");
         history_ = history_init();
@@ -61,7 +61,7 @@ public:
         return line;
     }
 
-private:
+ private:
     static EditedReader& Self(EditLine* edit) {
         EditedReader* self = nullptr;
         el_get(edit, EL_CLIENTDATA, &self);
@@ -96,14 +96,20 @@ private:
 
 }  // namespace
 
-void Prepare() { std::signal(SIGPIPE, SIG_IGN); }
+void Prepare() {
+    std::signal(SIGPIPE, SIG_IGN);
+}
 
 std::vector<std::string> Arguments(int count, char** values) {
     return {values + std::min(count, 1), values + count};
 }
 
-bool InputIsTyped() { return isatty(STDIN_FILENO) != 0; }
-bool NotesAreSeen() { return isatty(STDERR_FILENO) != 0; }
+bool InputIsTyped() {
+    return isatty(STDIN_FILENO) != 0;
+}
+bool NotesAreSeen() {
+    return isatty(STDERR_FILENO) != 0;
+}
 
 std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
     if (!InputIsTyped()) return OpenPlainReader();

@@ -1,7 +1,7 @@
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
 #include <shellapi.h>
+#include <windows.h>
 
 #include <cstdio>
 
@@ -20,7 +20,9 @@ std::string Utf8(const wchar_t* text) {
     return bytes;
 }
 
-bool IsConsole(std::FILE* file) { return _isatty(_fileno(file)) != 0; }
+bool IsConsole(std::FILE* file) {
+    return _isatty(_fileno(file)) != 0;
+}
 
 }  // namespace
 
@@ -41,9 +43,15 @@ std::vector<std::string> Arguments(int, char**) {
     return arguments;
 }
 
-bool InputIsTyped() { return IsConsole(stdin); }
-bool NotesAreSeen() { return IsConsole(stderr); }
+bool InputIsTyped() {
+    return IsConsole(stdin);
+}
+bool NotesAreSeen() {
+    return IsConsole(stderr);
+}
 
-std::unique_ptr<LineReader> OpenLineReader(Completer) { return OpenPlainReader(); }
+std::unique_ptr<LineReader> OpenLineReader(Completer) {
+    return OpenPlainReader();
+}
 
 }  // namespace terminal

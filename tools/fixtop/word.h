@@ -23,7 +23,7 @@ struct Surroundings {
 };
 
 class Word {
-public:
+ public:
     virtual ~Word() = default;
     // The options are read into the word itself.
     virtual void Declare(CLI::App& app) = 0;
@@ -47,8 +47,8 @@ struct WordRow {
 
 std::span<const WordRow> Words();
 
-// Parses a command line, without the program's own name, and runs its word. In the shell the session
-// is given and words take no case. Problems of the line are told on `around.out`.
+// Parses a command line, without the program's own name, and runs its word. In the shell the
+// session is given and words take no case. Problems of the line are told on `around.out`.
 ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around);
 
 // Options; `name` without dashes is an argument by its position.

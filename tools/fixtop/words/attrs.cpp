@@ -4,7 +4,7 @@
 namespace {
 
 class Attrs final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATH", path_, "Node")->required();
         AddJson(app, json_);
@@ -30,11 +30,13 @@ public:
         return ExitCode::kOk;
     }
 
-private:
+ private:
     std::string path_;
     bool json_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<Word> MakeAttrs() { return std::make_unique<Attrs>(); }
+std::unique_ptr<Word> MakeAttrs() {
+    return std::make_unique<Attrs>();
+}

@@ -10,9 +10,9 @@ namespace {
 struct Stop {
     const char* say;
     const char* line;
-    const char* shows;               // stands somewhere in what the line writes
+    const char* shows;  // stands somewhere in what the line writes
     ExitCode code = ExitCode::kOk;
-    bool differs = false;            // from what the same line wrote before
+    bool differs = false;  // from what the same line wrote before
 };
 
 constexpr Stop kTour[] = {
@@ -20,11 +20,10 @@ constexpr Stop kTour[] = {
     {"We go to the flowsheet; paths begin there from now on.", "cd appModel.FlowSheetObjects", ""},
     {"Its streams:", "ls Streams", "Sales Gas"},
     {"A cooler with all that it knows:", "tree UnitOps.E-100", "Product Temperature = -20 C"},
-    {"One value, as it is shown and in another unit:",
-     "get 'Streams.Raw Gas.Temperature'", "30\n"},
+    {"One value, as it is shown and in another unit:", "get 'Streams.Raw Gas.Temperature'", "30\n"},
     {"", "get 'Streams.Raw Gas.Temperature' --unit K", "303.15\n"},
     {"Temperatures of all streams that are vapour, found by a filter:",
-     "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Sales Gas.Temperature\n"},
+     "find 'Streams.*[Vapour Fraction=1].Temperature'", "Streams.Cold Gas.Temperature\n"},
     {"The plant makes this much sales gas (kgmole/h):", "get 'Streams.Sales Gas.Molar Flow'", ""},
     {"We feed more raw gas; the store solves the case.",
      "set 'Streams.Raw Gas.Molar Flow' 1200 --unit kgmole/h", "1200\n"},
@@ -39,7 +38,7 @@ constexpr Stop kTour[] = {
 };
 
 class Demo final : public Word {
-public:
+ public:
     void Declare(CLI::App&) override {}
 
     ExitCode Run(Surroundings& around) override {
@@ -58,7 +57,7 @@ public:
         return code;
     }
 
-private:
+ private:
     static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
 
     bool Visit(const Stop& stop, CaseSession& session, Output& out) {
@@ -66,8 +65,9 @@ private:
         out.Line(Prompt(session) + stop.line);
         RecordingOutput recording(out);
         Surroundings around{recording, &session};
+        const auto words = SplitLine(stop.line).value_or(std::vector<ShellWord>());
         std::vector<std::string> arguments;
-        for (const ShellWord& word : SplitLine(stop.line).value()) arguments.push_back(word.text);
+        for (const ShellWord& word : words) arguments.push_back(word.text);
         const ExitCode code = Execute(std::move(arguments), Place::kShell, around);
         std::string& before = written_[stop.line];
         const bool changed = before != recording.Recorded();
@@ -83,4 +83,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeDemo() { return std::make_unique<Demo>(); }
+std::unique_ptr<Word> MakeDemo() {
+    return std::make_unique<Demo>();
+}

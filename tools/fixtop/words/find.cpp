@@ -7,7 +7,7 @@ namespace {
 
 // Follows every match of every step, where a walk takes the first.
 class Search {
-public:
+ public:
     using Found = std::function<void(FIIteratorBase& node, const std::string& path)>;
 
     Search(std::vector<StepText> steps, Found found)
@@ -15,11 +15,12 @@ public:
 
     void From(FIIteratorBase& node, const std::string& path) { Follow(node, path, 0); }
 
-private:
+ private:
     static bool Passes(FIIteratorBase& node, const StepText& step) {
         return step.filters.empty() || CopyOf(node)->SeekPath(FIValue(step.filters.c_str()));
     }
-    // The match that a count asks for, from 0; below 0 for all of them. A variable has no value here.
+    // The match that a count asks for, from 0; below 0 for all of them. A variable has no value
+    // here.
     static int Wanted(const StepText& step) {
         return step.count && step.count->front() != '%' ? std::atoi(step.count->c_str()) : -1;
     }
@@ -60,7 +61,7 @@ private:
 };
 
 class Find final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATTERN", pattern_, "Path with wildcards and filters")->required();
         AddJson(app, json_);
@@ -74,14 +75,15 @@ public:
             return ExitCode::kFailed;
         }
         if (SearchFrom(around.session->Here(), around.out) > 0) return ExitCode::kOk;
-        if (around.session->Here().Depth() > 0 && SearchFrom(*around.session->Top(), around.out) > 0) {
+        if (around.session->Here().Depth() > 0 &&
+            SearchFrom(*around.session->Top(), around.out) > 0) {
             return ExitCode::kOk;
         }
         around.out.Note("nothing matches: " + pattern_);
         return ExitCode::kFailed;
     }
 
-private:
+ private:
     int SearchFrom(FIIteratorBase& start, Output& out) const {
         int found = 0;
         const std::vector<StepText> steps = SplitPath(pattern_);
@@ -89,7 +91,8 @@ private:
         Search search(steps, [&](FIIteratorBase& node, const std::string& path) {
             if (!attribute.empty() && AttributeOf(node, attribute.c_str()).IsNull()) return;
             ++found;
-            const std::string full = attribute.empty() ? path : path + '(' + QuotedName(attribute) + ')';
+            const std::string full =
+                attribute.empty() ? path : path + '(' + QuotedName(attribute) + ')';
             out.Line(json_ ? Record(node, full) : full);
         });
         search.From(start, FullPath(start));
@@ -109,4 +112,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeFind() { return std::make_unique<Find>(); }
+std::unique_ptr<Word> MakeFind() {
+    return std::make_unique<Find>();
+}

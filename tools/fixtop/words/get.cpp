@@ -6,7 +6,7 @@
 namespace {
 
 class Get final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddTexts(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
         AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
@@ -32,7 +32,7 @@ public:
         return code;
     }
 
-private:
+ private:
     bool Read(const std::string& path, Surroundings& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
@@ -82,4 +82,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeGet() { return std::make_unique<Get>(); }
+std::unique_ptr<Word> MakeGet() {
+    return std::make_unique<Get>();
+}

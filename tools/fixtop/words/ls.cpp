@@ -4,7 +4,7 @@
 namespace {
 
 class Ls final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATH", path_, "Node; the present one when it is left out");
         AddJson(app, json_);
@@ -26,7 +26,7 @@ public:
         return ExitCode::kOk;
     }
 
-private:
+ private:
     static std::string Record(FIIteratorBase& child, const std::string& path) {
         Json record;
         record["name"] = NameOf(child);
@@ -41,4 +41,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeLs() { return std::make_unique<Ls>(); }
+std::unique_ptr<Word> MakeLs() {
+    return std::make_unique<Ls>();
+}

@@ -6,7 +6,7 @@
 namespace {
 
 class Cd final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override { AddText(app, "PATH", path_, "Node"); }
 
     ExitCode Run(Surroundings& around) override {
@@ -29,12 +29,12 @@ public:
         return ExitCode::kOk;
     }
 
-private:
+ private:
     std::string path_;
 };
 
 class Pwd final : public Word {
-public:
+ public:
     void Declare(CLI::App&) override {}
     ExitCode Run(Surroundings& around) override {
         around.out.Line(FullPath(around.session->Here()));
@@ -43,7 +43,7 @@ public:
 };
 
 class Save final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override { AddText(app, "FILE", file_, "File")->required(); }
     ExitCode Run(Surroundings& around) override {
         std::string problem;
@@ -52,12 +52,12 @@ public:
         return ExitCode::kUnreadable;
     }
 
-private:
+ private:
     std::string file_;
 };
 
 class Help final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override { AddText(app, "WORD", word_, "Word to be explained"); }
     ExitCode Run(Surroundings& around) override {
         std::vector<std::string> line{"--help"};
@@ -65,12 +65,12 @@ public:
         return Execute(std::move(line), Place::kShell, around);
     }
 
-private:
+ private:
     std::string word_;
 };
 
 class Quit final : public Word {
-public:
+ public:
     void Declare(CLI::App&) override {}
     ExitCode Run(Surroundings& around) override {
         around.leave_shell = true;
@@ -80,8 +80,18 @@ public:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeCd() { return std::make_unique<Cd>(); }
-std::unique_ptr<Word> MakePwd() { return std::make_unique<Pwd>(); }
-std::unique_ptr<Word> MakeSave() { return std::make_unique<Save>(); }
-std::unique_ptr<Word> MakeHelp() { return std::make_unique<Help>(); }
-std::unique_ptr<Word> MakeQuit() { return std::make_unique<Quit>(); }
+std::unique_ptr<Word> MakeCd() {
+    return std::make_unique<Cd>();
+}
+std::unique_ptr<Word> MakePwd() {
+    return std::make_unique<Pwd>();
+}
+std::unique_ptr<Word> MakeSave() {
+    return std::make_unique<Save>();
+}
+std::unique_ptr<Word> MakeHelp() {
+    return std::make_unique<Help>();
+}
+std::unique_ptr<Word> MakeQuit() {
+    return std::make_unique<Quit>();
+}

@@ -4,7 +4,7 @@
 namespace {
 
 class Path final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "EXPR", expression_, "Path expression")->required();
     }
@@ -22,10 +22,12 @@ public:
         return ExitCode::kOk;
     }
 
-private:
+ private:
     std::string expression_;
 };
 
 }  // namespace
 
-std::unique_ptr<Word> MakePath() { return std::make_unique<Path>(); }
+std::unique_ptr<Word> MakePath() {
+    return std::make_unique<Path>();
+}

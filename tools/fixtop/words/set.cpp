@@ -6,7 +6,7 @@
 namespace {
 
 class Set final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
             ->required();
@@ -35,7 +35,7 @@ public:
         return ExitCode::kOk;
     }
 
-private:
+ private:
     void Report(const Located& place, Output& out) const {
         const char* name = place.attribute.empty() ? "value" : place.attribute.c_str();
         const FIValue value = AttributeOf(*place.node, name);
@@ -57,4 +57,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeSet() { return std::make_unique<Set>(); }
+std::unique_ptr<Word> MakeSet() {
+    return std::make_unique<Set>();
+}

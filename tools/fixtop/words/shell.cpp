@@ -6,7 +6,7 @@
 namespace {
 
 class Shell final : public Word {
-public:
+ public:
     void Declare(CLI::App&) override {}
 
     ExitCode Run(Surroundings& around) override {
@@ -22,7 +22,7 @@ public:
         return last;
     }
 
-private:
+ private:
     static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
 
     static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
@@ -39,7 +39,7 @@ private:
 };
 
 class Complete final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "LINE", line_, "Line up to the cursor")->required();
     }
@@ -49,11 +49,15 @@ public:
         return completion.candidates.empty() ? ExitCode::kFailed : ExitCode::kOk;
     }
 
-private:
+ private:
     std::string line_;
 };
 
 }  // namespace
 
-std::unique_ptr<Word> MakeShell() { return std::make_unique<Shell>(); }
-std::unique_ptr<Word> MakeComplete() { return std::make_unique<Complete>(); }
+std::unique_ptr<Word> MakeShell() {
+    return std::make_unique<Shell>();
+}
+std::unique_ptr<Word> MakeComplete() {
+    return std::make_unique<Complete>();
+}

@@ -5,7 +5,7 @@
 namespace {
 
 class Solve final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "--save", file_, "Write the solved case to this file");
         AddJson(app, json_);
@@ -23,7 +23,7 @@ public:
         return end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 
-private:
+ private:
     static SolveEnd WithProgress(CaseSession& session) {
         const Progress progress(session);
         return SolveToEnd(session, {});
@@ -55,4 +55,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeSolve() { return std::make_unique<Solve>(); }
+std::unique_ptr<Word> MakeSolve() {
+    return std::make_unique<Solve>();
+}

@@ -6,7 +6,7 @@
 namespace {
 
 class Tree final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATH", path_, "Node; the present one when it is left out");
         app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
@@ -23,15 +23,15 @@ public:
             return ExitCode::kFailed;
         }
         if (json_) {
-            around.out.Line(Nested(*found->node, depth_).dump(2, ' ', false,
-                                                              Json::error_handler_t::replace));
+            around.out.Line(
+                Nested(*found->node, depth_).dump(2, ' ', false, Json::error_handler_t::replace));
         } else {
             Show(*found->node, 0, around.out);
         }
         return ExitCode::kOk;
     }
 
-private:
+ private:
     static bool IsAttachment(FIIteratorBase& node) { return TextOf(node, "type") == "Attachment"; }
     bool IsOpen(FIIteratorBase& node, int levels_left) const {
         return levels_left > 0 && (attachments_ || !IsAttachment(node));
@@ -81,4 +81,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeTree() { return std::make_unique<Tree>(); }
+std::unique_ptr<Word> MakeTree() {
+    return std::make_unique<Tree>();
+}

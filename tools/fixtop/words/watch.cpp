@@ -8,7 +8,7 @@ namespace {
 
 // A node whose value is compared with what it was.
 class Watched {
-public:
+ public:
     Watched(std::string path, FIIteratorBase& node)
         : path_(std::move(path)),
           node_(Ref<FIReferenceBase>::Adopt(node.MakeReference())),
@@ -31,7 +31,7 @@ public:
         }
     }
 
-private:
+ private:
     FIValue Read(const char* attribute) const {
         FIValue value;
         node_->GetAttribute(FIValue(attribute), value);
@@ -45,13 +45,13 @@ private:
 
 // A store returns at once while this lives, so that the solve goes on under our eyes.
 class StoresWithoutWaiting {
-public:
+ public:
     explicit StoresWithoutWaiting(FISolver* solver) : solver_(solver) { Set("false"); }
     ~StoresWithoutWaiting() { Set("true"); }
     StoresWithoutWaiting(const StoresWithoutWaiting&) = delete;
     StoresWithoutWaiting& operator=(const StoresWithoutWaiting&) = delete;
 
-private:
+ private:
     void Set(const char* flag) {
         FIValue refused;
         if (solver_) solver_->SetAttribute(FIValue("wait_for_solve"), FIValue(flag), refused);
@@ -61,7 +61,7 @@ private:
 };
 
 class Watch final : public Word {
-public:
+ public:
     void Declare(CLI::App& app) override {
         AddTexts(app, "PATH", paths_, "Nodes to be watched")->required();
         app.add_option("--set", stores_, "Stored before the solve; may be given several times")
@@ -86,7 +86,7 @@ public:
         return all_found && end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 
-private:
+ private:
     bool Open(Surroundings& around) {
         bool all_found = true;
         for (const std::string& path : paths_) {
@@ -122,4 +122,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Word> MakeWatch() { return std::make_unique<Watch>(); }
+std::unique_ptr<Word> MakeWatch() {
+    return std::make_unique<Watch>();
+}

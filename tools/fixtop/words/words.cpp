@@ -6,7 +6,8 @@ constexpr WordRow kWords[] = {
     {"ls", "List the names of a node's children, one a line",
      "With --json an object a line: name, path, type.", true, Place::kBoth, MakeLs},
     {"tree", "Show a node and everything below it",
-     "A variable is shown as \"name = value unit\", any other node with its type. An attachment is\n"
+     "A variable is shown as \"name = value unit\", any other node with its type. An attachment "
+     "is\n"
      "shown as \"name -> target\"; --attachments goes on below it.",
      true, Place::kBoth, MakeTree},
     {"attrs", "List a node's attributes", "A line each: name, tab, value.", true, Place::kBoth,
@@ -23,7 +24,8 @@ constexpr WordRow kWords[] = {
      "What it writes can be given to get. Exit status 1 when nothing matches.",
      true, Place::kBoth, MakeFind},
     {"set", "Store a value",
-     "The case is solved again and the value as it now stands is written. An empty VALUE takes the\n"
+     "The case is solved again and the value as it now stands is written. An empty VALUE takes "
+     "the\n"
      "value away. VALUE is in --unit, or else in the unit that get shows.",
      true, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
@@ -55,4 +57,6 @@ constexpr WordRow kWords[] = {
 
 }  // namespace
 
-std::span<const WordRow> Words() { return kWords; }
+std::span<const WordRow> Words() {
+    return kWords;
+}
