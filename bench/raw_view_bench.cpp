@@ -13,7 +13,8 @@
 #include "framework/reference.h"
 #include "front/fixtop.h"
 #include "host/interface/services.h"
-#include "path/parser.h"
+#include "path/path_step.h"
+#include "path/tokenizer.h"
 #include "plant.h"
 #include "ratio_table.h"
 
@@ -69,7 +70,7 @@ void path_of_four(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At("");
     FIValue error;
-    const ParsedPath path(FIValue(StreamPath(objects).c_str()), error);
+    const ParsedPath path = ParsePath(FIValue(StreamPath(objects).c_str()), error);
     for (auto _ : state) {
         benchmark::DoNotOptimize(it->WalkFrom(*path));
         while (it->Up()) {
@@ -105,7 +106,7 @@ void wildcard_filter(State& state) {
     Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
     FIValue error;
     const std::string text = "*[\"Temperature\"=" + bench::MiddleTemperature(objects) + "]";
-    const ParsedPath path(FIValue(text.c_str()), error);
+    const ParsedPath path = ParsePath(FIValue(text.c_str()), error);
     for (auto _ : state) {
         const bool found = it->WalkFrom(*path);
         if (!found) state.SkipWithError("the filter matches nothing");
