@@ -1,6 +1,6 @@
 // The built-in case: a gas plant. Two raw gases are mixed and chilled; the cold gas drives an
-// expander and cools the recompressed flash gas on its way to the sales line, the liquid is flashed,
-// pumped and stabilised in a sub-flowsheet.
+// expander and cools the recompressed flash gas on its way to the sales line, the liquid is
+// flashed, pumped and stabilised in a sub-flowsheet.
 
 #include "casehost/standard_host.h"
 #include "casehost/stream_names.h"
@@ -69,13 +69,17 @@ ObjectData Make(const char* name, const char* type, std::vector<VariableData> va
 DimensionData ByCompound() {
     DimensionData dimension;
     dimension.naming = ElementNaming::text;
-    for (const CompoundData& compound : demo::Compounds()) dimension.labels.push_back(compound.name);
+    for (const CompoundData& compound : demo::Compounds())
+        dimension.labels.push_back(compound.name);
     dimension.count = static_cast<int>(dimension.labels.size());
     return dimension;
 }
 
 DimensionData ByPhase() {
-    return {0, 3, ElementNaming::enumeration, {names::kOverall, names::kVapourPhase, names::kLiquidPhase}};
+    return {0,
+            3,
+            ElementNaming::enumeration,
+            {names::kOverall, names::kVapourPhase, names::kLiquidPhase}};
 }
 
 // What a feed is given; an empty composition makes a stream that is calculated.
@@ -118,13 +122,14 @@ ObjectData EnergyStream(const char* name) {
 void AddMaterialStreams(FlowsheetData& flowsheet) {
     //                                    N2    CO2   C1    C2    C3    nC4   nC5   H2O
     flowsheet.objects = {
-        MaterialStream("Raw Gas", {30, 6000, 1000, {0.02, 0.02, 0.75, 0.10, 0.06, 0.03, 0.019, 0.001}}),
+        MaterialStream("Raw Gas",
+                       {30, 6000, 1000, {0.02, 0.02, 0.75, 0.10, 0.06, 0.03, 0.019, 0.001}}),
         MaterialStream("Tail Gas", {25, 6000, 150, {0.01, 0.01, 0.60, 0.15, 0.12, 0.07, 0.04, 0}}),
     };
-    for (const char* name :
-         {"Mixed Gas", "Chilled Gas", "Cold Gas", "Cold Liquid", "Expanded Gas", "Warm Gas", "Sales Gas",
-          "Fuel Gas", "Let Down Liquid", "Flash Gas", "Compressed Gas", "Cooled Gas", "Condensate",
-          "Pumped Condensate", "Warm Condensate", "Stabiliser Gas", "Stable Condensate"}) {
+    for (const char* name : {"Mixed Gas", "Chilled Gas", "Cold Gas", "Cold Liquid", "Expanded Gas",
+                             "Warm Gas", "Sales Gas", "Fuel Gas", "Let Down Liquid", "Flash Gas",
+                             "Compressed Gas", "Cooled Gas", "Condensate", "Pumped Condensate",
+                             "Warm Condensate", "Stabiliser Gas", "Stable Condensate"}) {
         flowsheet.objects.push_back(MaterialStream(name));
     }
     for (const char* name :
@@ -134,10 +139,11 @@ void AddMaterialStreams(FlowsheetData& flowsheet) {
 }
 
 ObjectData Stabiliser() {
-    ObjectData group = Make("Stabiliser", words::kTemplate, {Words("Notes", "Heats and flashes the condensate.")},
-                            {{Role::feed, 0, "Warm Condensate"},
-                             {Role::product, 0, "Stabiliser Gas"},
-                             {Role::product, 1, "Stable Condensate"}});
+    ObjectData group =
+        Make("Stabiliser", words::kTemplate, {Words("Notes", "Heats and flashes the condensate.")},
+             {{Role::feed, 0, "Warm Condensate"},
+              {Role::product, 0, "Stabiliser Gas"},
+              {Role::product, 1, "Stable Condensate"}});
     group.sub_flowsheet = std::make_shared<FlowsheetData>();
     group.sub_flowsheet->objects = {
         MaterialStream("Inlet"),
@@ -147,10 +153,15 @@ ObjectData Stabiliser() {
         EnergyStream("Reheat"),
         Make("E-201", words::kHeater,
              {Given(names::kPressureDrop, "PressureDifference", 20),
-              Given(names::kProductTemperature, "Temperature", 110), Found(names::kDuty, "EnergyFlow")},
-             {{Role::feed, 0, "Inlet"}, {Role::product, 0, "Hot Inlet"}, {Role::energy_in, 0, "Reheat"}}),
+              Given(names::kProductTemperature, "Temperature", 110),
+              Found(names::kDuty, "EnergyFlow")},
+             {{Role::feed, 0, "Inlet"},
+              {Role::product, 0, "Hot Inlet"},
+              {Role::energy_in, 0, "Reheat"}}),
         Make("V-201", words::kSeparator, {Given(names::kPressureDrop, "PressureDifference", 0)},
-             {{Role::feed, 0, "Hot Inlet"}, {Role::product, 0, "Overhead"}, {Role::product, 1, "Bottoms"}}),
+             {{Role::feed, 0, "Hot Inlet"},
+              {Role::product, 0, "Overhead"},
+              {Role::product, 1, "Bottoms"}}),
     };
     return group;
 }
@@ -158,29 +169,40 @@ ObjectData Stabiliser() {
 std::vector<ObjectData> ColdSection() {
     return {
         Make("MIX-100", words::kMixer,
-             {Choice(names::kOutletPressureAssignment, {names::kEqualizeAll, names::kLowestInlet}, 1)},
-             {{Role::feed, 0, "Raw Gas"}, {Role::feed, 1, "Tail Gas"}, {Role::product, 0, "Mixed Gas"}}),
+             {Choice(names::kOutletPressureAssignment, {names::kEqualizeAll, names::kLowestInlet},
+                     1)},
+             {{Role::feed, 0, "Raw Gas"},
+              {Role::feed, 1, "Tail Gas"},
+              {Role::product, 0, "Mixed Gas"}}),
         Make("E-100", words::kCooler,
              {Given(names::kPressureDrop, "PressureDifference", 50),
-              Given(names::kProductTemperature, "Temperature", -20), Found(names::kDuty, "EnergyFlow"),
-              Words("Notes", "Propane chiller")},
-             {{Role::feed, 0, "Mixed Gas"}, {Role::product, 0, "Chilled Gas"},
+              Given(names::kProductTemperature, "Temperature", -20),
+              Found(names::kDuty, "EnergyFlow"), Words("Notes", "Propane chiller")},
+             {{Role::feed, 0, "Mixed Gas"},
+              {Role::product, 0, "Chilled Gas"},
               {Role::energy_out, 0, "Chiller Duty"}}),
-        Make("V-100", words::kSeparator,
-             {Given(names::kPressureDrop, "PressureDifference", 0), Words("Notes", "Cold separator"),
-              Words("Advice", "Level control is by hand.", ValueKind::message)},
-             {{Role::feed, 0, "Chilled Gas"}, {Role::product, 0, "Cold Gas"}, {Role::product, 1, "Cold Liquid"}}),
+        Make(
+            "V-100", words::kSeparator,
+            {Given(names::kPressureDrop, "PressureDifference", 0), Words("Notes", "Cold separator"),
+             Words("Advice", "Level control is by hand.", ValueKind::message)},
+            {{Role::feed, 0, "Chilled Gas"},
+             {Role::product, 0, "Cold Gas"},
+             {Role::product, 1, "Cold Liquid"}}),
         Make("EX-100", words::kExpander,
              {Given(names::kAdiabaticEfficiency, "Percent", 80),
               Given(names::kProductPressure, "Pressure", 3000), Found(names::kDuty, "EnergyFlow"),
               Words(names::kIsCompressor, "NO")},
-             {{Role::feed, 0, "Cold Gas"}, {Role::product, 0, "Expanded Gas"},
+             {{Role::feed, 0, "Cold Gas"},
+              {Role::product, 0, "Expanded Gas"},
               {Role::energy_out, 0, "Expander Power"}}),
         Make("VLV-100", words::kValve,
-             {Given(names::kProductPressure, "Pressure", 2000), Found(names::kPressureDrop, "PressureDifference")},
+             {Given(names::kProductPressure, "Pressure", 2000),
+              Found(names::kPressureDrop, "PressureDifference")},
              {{Role::feed, 0, "Cold Liquid"}, {Role::product, 0, "Let Down Liquid"}}),
         Make("V-101", words::kSeparator, {Given(names::kPressureDrop, "PressureDifference", 0)},
-             {{Role::feed, 0, "Let Down Liquid"}, {Role::product, 0, "Flash Gas"}, {Role::product, 1, "Condensate"}}),
+             {{Role::feed, 0, "Let Down Liquid"},
+              {Role::product, 0, "Flash Gas"},
+              {Role::product, 1, "Condensate"}}),
     };
 }
 
@@ -190,27 +212,37 @@ std::vector<ObjectData> WarmSection() {
              {Given(names::kAdiabaticEfficiency, "Percent", 75),
               Given(names::kProductPressure, "Pressure", 3000), Found(names::kDuty, "EnergyFlow"),
               Words(names::kIsCompressor, "YES")},
-             {{Role::feed, 0, "Flash Gas"}, {Role::product, 0, "Compressed Gas"},
+             {{Role::feed, 0, "Flash Gas"},
+              {Role::product, 0, "Compressed Gas"},
               {Role::energy_in, 0, "Compressor Power"}}),
         Make("E-101", words::kHeatExchanger,
-             {Given(names::kUA, "UA", 20000), Given(names::kTubePressureDrop, "PressureDifference", 30),
-              Given(names::kShellPressureDrop, "PressureDifference", 20), Found(names::kDuty, "EnergyFlow"),
-              Found(names::kLmtd, "TemperatureDifference"),
+             {Given(names::kUA, "UA", 20000),
+              Given(names::kTubePressureDrop, "PressureDifference", 30),
+              Given(names::kShellPressureDrop, "PressureDifference", 20),
+              Found(names::kDuty, "EnergyFlow"), Found(names::kLmtd, "TemperatureDifference"),
               Found(names::kMinimumApproach, "TemperatureDifference")},
-             {{Role::feed, 0, "Compressed Gas"}, {Role::feed, 1, "Expanded Gas"},
-              {Role::product, 0, "Cooled Gas"}, {Role::product, 1, "Warm Gas"}}),
+             {{Role::feed, 0, "Compressed Gas"},
+              {Role::feed, 1, "Expanded Gas"},
+              {Role::product, 0, "Cooled Gas"},
+              {Role::product, 1, "Warm Gas"}}),
         Make("TEE-100", words::kTee,
-             {Table(names::kFlowRatio, "", {{0, 2, ElementNaming::number, {}}}, kGiven, {0.95, 0.05})},
-             {{Role::feed, 0, "Warm Gas"}, {Role::product, 0, "Sales Gas"}, {Role::product, 1, "Fuel Gas"}}),
+             {Table(names::kFlowRatio, "", {{0, 2, ElementNaming::number, {}}}, kGiven,
+                    {0.95, 0.05})},
+             {{Role::feed, 0, "Warm Gas"},
+              {Role::product, 0, "Sales Gas"},
+              {Role::product, 1, "Fuel Gas"}}),
         Make("P-100", words::kPump,
              {Given(names::kAdiabaticEfficiency, "Percent", 70),
               Given(names::kProductPressure, "Pressure", 4000), Found(names::kDuty, "EnergyFlow")},
-             {{Role::feed, 0, "Condensate"}, {Role::product, 0, "Pumped Condensate"},
+             {{Role::feed, 0, "Condensate"},
+              {Role::product, 0, "Pumped Condensate"},
               {Role::energy_in, 0, "Pump Power"}}),
         Make("E-102", words::kHeater,
              {Given(names::kPressureDrop, "PressureDifference", 40),
-              Given(names::kProductTemperature, "Temperature", 60), Found(names::kDuty, "EnergyFlow")},
-             {{Role::feed, 0, "Pumped Condensate"}, {Role::product, 0, "Warm Condensate"},
+              Given(names::kProductTemperature, "Temperature", 60),
+              Found(names::kDuty, "EnergyFlow")},
+             {{Role::feed, 0, "Pumped Condensate"},
+              {Role::product, 0, "Warm Condensate"},
               {Role::energy_in, 0, "Heater Duty"}}),
         Stabiliser(),
     };
@@ -230,7 +262,8 @@ VariableData Link(const char* name, const char* path) {
 void AddAside(CaseData& data) {
     data.main.objects.push_back(
         Aside("Metering", "HovexCorrelationObject",
-              {Given("Meter Factor", "", 1.02), Words("Source", "Key: meter-7"), Link("Stream", "Sales Gas")}));
+              {Given("Meter Factor", "", 1.02), Words("Source", "Key: meter-7"),
+               Link("Stream", "Sales Gas")}));
     data.utilities = {
         Aside("Sales Gas Envelope", "EnvelopeUtilityObject",
               {Link("Stream", "Sales Gas"), Choice("Curve", {"Bubble Point", "Dew Point"}, 1)}),
@@ -242,9 +275,11 @@ void AddAside(CaseData& data) {
                                Link("Feed", "Raw Gas")})};
     data.reactions = {
         Aside("Reforming", "ConversionReactionObject",
-              {Words("Stoichiometry", "CH4 + 2 H2O = CO2 + 4 H2"), Given("Conversion", "Percent", 65)}),
+              {Words("Stoichiometry", "CH4 + 2 H2O = CO2 + 4 H2"),
+               Given("Conversion", "Percent", 65)}),
         Aside("Combustion", "ConversionReactionObject",
-              {Words("Stoichiometry", "CH4 + 2 O2 = CO2 + 2 H2O"), Given("Conversion", "Percent", 100)}),
+              {Words("Stoichiometry", "CH4 + 2 O2 = CO2 + 2 H2O"),
+               Given("Conversion", "Percent", 100)}),
     };
     data.published = {
         Aside("Sales Gas Target", "RTIVariable", {Given("Value", "MolarFlow", 900)}),

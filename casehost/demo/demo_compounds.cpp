@@ -7,12 +7,12 @@ namespace {
 struct Row {
     const char* name;
     const char* formula;
-    double molar_mass;     // kg/kgmole
+    double molar_mass;  // kg/kgmole
     double boiling_K;
     double critical_K;
     double critical_bar;
     double acentric;
-    double cp[4];          // kJ/(kgmole K), T in K
+    double cp[4];  // kJ/(kgmole K), T in K
 };
 
 constexpr Row kRows[] = {
@@ -21,8 +21,22 @@ constexpr Row kRows[] = {
     {"Methane", "CH4", 16.043, 111.6, 190.4, 46.0, 0.011, {19.25, 5.213e-2, 1.197e-5, -1.132e-8}},
     {"Ethane", "C2H6", 30.070, 184.6, 305.4, 48.8, 0.099, {5.409, 1.781e-1, -6.938e-5, 8.713e-9}},
     {"Propane", "C3H8", 44.094, 231.1, 369.8, 42.5, 0.153, {-4.224, 3.063e-1, -1.586e-4, 3.215e-8}},
-    {"n-Butane", "C4H10", 58.124, 272.7, 425.2, 38.0, 0.199, {9.487, 3.313e-1, -1.108e-4, -2.822e-9}},
-    {"n-Pentane", "C5H12", 72.151, 309.2, 469.7, 33.7, 0.251, {-3.626, 4.873e-1, -2.580e-4, 5.305e-8}},
+    {"n-Butane",
+     "C4H10",
+     58.124,
+     272.7,
+     425.2,
+     38.0,
+     0.199,
+     {9.487, 3.313e-1, -1.108e-4, -2.822e-9}},
+    {"n-Pentane",
+     "C5H12",
+     72.151,
+     309.2,
+     469.7,
+     33.7,
+     0.251,
+     {-3.626, 4.873e-1, -2.580e-4, 5.305e-8}},
     {"H2O", "H2O", 18.015, 373.2, 647.3, 221.2, 0.344, {32.24, 1.924e-3, 1.055e-5, -3.596e-9}},
 };
 

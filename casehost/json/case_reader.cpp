@@ -19,12 +19,12 @@ using json::JsonNode;
 using json::Tree;
 
 class TextReader {
-public:
+ public:
     explicit TextReader(Tree& tree) : tree_(tree) {}
 
     std::unique_ptr<CaseData> Read(const JsonNode& root);
 
-private:
+ private:
     using Spec = std::shared_ptr<const VariableSpec>;
     using Shape = std::vector<Spec>;
 
@@ -40,8 +40,10 @@ private:
     void Object(const JsonNode& node, ObjectData& object);
     void Variables(const JsonNode* node, const Shape& shape, ObjectData& object);
     void Variable(const JsonNode& node, VariableData& variable);
-    void Value(const JsonNode& node, const VariableSpec& spec, const host::UnitRecord* unit, ValueData& value);
-    void Real(const JsonNode& node, const VariableSpec& spec, const host::UnitRecord* unit, ValueData& value);
+    void Value(const JsonNode& node, const VariableSpec& spec, const host::UnitRecord* unit,
+               ValueData& value);
+    void Real(const JsonNode& node, const VariableSpec& spec, const host::UnitRecord* unit,
+              ValueData& value);
     void Option(const JsonNode& node, const VariableSpec& spec, ValueData& value);
     const host::UnitRecord* Unit(const JsonNode* node, const VariableSpec& spec);
     void States(const JsonNode* one, const JsonNode* each, VariableData& variable);
@@ -162,7 +164,8 @@ TextReader::Spec TextReader::VariableSpecOf(const JsonNode& node) {
             elements *= static_cast<std::size_t>(spec->dimensions.back().count);
             if (spec->dimensions.size() > 3) tree_.Report(*each, "more than three dimensions");
             if (elements > kMaxArrayElements) {
-                tree_.Report(*dimensions, "more than " + std::to_string(kMaxArrayElements) + " elements");
+                tree_.Report(*dimensions,
+                             "more than " + std::to_string(kMaxArrayElements) + " elements");
                 spec->dimensions.clear();
                 break;
             }
@@ -186,8 +189,9 @@ DimensionData TextReader::Dimension(const JsonNode& node) {
     fields.Done();
     const bool named = dimension.naming != ElementNaming::number;
     if (dimension.labels.size() != (named ? static_cast<std::size_t>(dimension.count) : 0)) {
-        tree_.Report(node, named ? "expected one label for each of the " + std::to_string(dimension.count) +
-                                       " elements, found " + std::to_string(dimension.labels.size())
+        tree_.Report(node, named ? "expected one label for each of the " +
+                                       std::to_string(dimension.count) + " elements, found " +
+                                       std::to_string(dimension.labels.size())
                                  : "numbered elements have no labels");
     }
     return dimension;
@@ -241,7 +245,8 @@ void TextReader::Object(const JsonNode& node, ObjectData& object) {
     object.status_text = fields.Text("statusText");
     Variables(fields.Object("variables"), *shape, object);
     if (const JsonNode* ports = fields.Array("ports")) {
-        for (const JsonNode* each = ports->first; each; each = each->next) object.ports.push_back(Port(*each));
+        for (const JsonNode* each = ports->first; each; each = each->next)
+            object.ports.push_back(Port(*each));
     }
     if (const JsonNode* inner = fields.Object("flowsheet")) {
         object.sub_flowsheet = std::make_shared<FlowsheetData>();
@@ -282,7 +287,8 @@ void TextReader::Variables(const JsonNode* node, const Shape& shape, ObjectData&
     }
     for (VariableData& variable : object.variables) {
         std::size_t count = 1;
-        for (const DimensionData& each : variable.spec->dimensions) count *= static_cast<std::size_t>(each.count);
+        for (const DimensionData& each : variable.spec->dimensions)
+            count *= static_cast<std::size_t>(each.count);
         variable.values.resize(count);
     }
 }
@@ -296,7 +302,8 @@ void TextReader::Variable(const JsonNode& node, VariableData& variable) {
     for (const DimensionData& each : spec.dimensions) count *= static_cast<std::size_t>(each.count);
     variable.values.resize(count);
     if (spec.dimensions.empty()) {
-        if (const JsonNode* value = fields.Find("value")) Value(*value, spec, unit, variable.values[0]);
+        if (const JsonNode* value = fields.Find("value"))
+            Value(*value, spec, unit, variable.values[0]);
     } else if (const JsonNode* values = fields.Array("values")) {
         if (values->Count() != count) {
             tree_.Report(*values, "expected " + std::to_string(count) + " values, found " +
@@ -308,7 +315,8 @@ void TextReader::Variable(const JsonNode& node, VariableData& variable) {
             }
         }
     }
-    States(fields.Find("state"), spec.dimensions.empty() ? nullptr : fields.Array("states"), variable);
+    States(fields.Find("state"), spec.dimensions.empty() ? nullptr : fields.Array("states"),
+           variable);
     fields.Done();
 }
 
@@ -335,8 +343,8 @@ const host::UnitRecord* TextReader::Unit(const JsonNode* node, const VariableSpe
 void TextReader::States(const JsonNode* one, const JsonNode* each, VariableData& variable) {
     if (one && each) tree_.Report(*each, "\"state\" and \"states\" exclude each other");
     if (each && each->Count() != variable.values.size()) {
-        tree_.Report(*each, "expected " + std::to_string(variable.values.size()) + " states, found " +
-                                std::to_string(each->Count()));
+        tree_.Report(*each, "expected " + std::to_string(variable.values.size()) +
+                                " states, found " + std::to_string(each->Count()));
         return;
     }
     const JsonNode* node = each ? each->first : one;
@@ -356,11 +364,15 @@ void TextReader::Value(const JsonNode& node, const VariableSpec& spec, const hos
                        ValueData& value) {
     if (node.kind == JsonNode::Kind::null) return;
     switch (spec.kind) {
-        case ValueKind::real: return Real(node, spec, unit, value);
-        case ValueKind::enumeration: return Option(node, spec, value);
+        case ValueKind::real:
+            return Real(node, spec, unit, value);
+        case ValueKind::enumeration:
+            return Option(node, spec, value);
         case ValueKind::text:
         case ValueKind::attachment:
-        case ValueKind::message: value.text = json::TextOf(tree_, node); return;
+        case ValueKind::message:
+            value.text = json::TextOf(tree_, node);
+            return;
     }
 }
 
@@ -371,8 +383,9 @@ void TextReader::Real(const JsonNode& node, const VariableSpec& spec, const host
     const bool below = spec.minimum != kEmpty && value.number < spec.minimum;
     const bool above = spec.maximum != kEmpty && value.number > spec.maximum;
     if (node.kind == JsonNode::Kind::number && (below || above)) {
-        tree_.Report(node, std::string("the value is ") + (below ? "below the minimum" : "above the maximum") +
-                               " of \"" + spec.name + "\"");
+        tree_.Report(node, std::string("the value is ") +
+                               (below ? "below the minimum" : "above the maximum") + " of \"" +
+                               spec.name + "\"");
     }
 }
 
@@ -391,7 +404,8 @@ void TextReader::Option(const JsonNode& node, const VariableSpec& spec, ValueDat
     if (node.kind != JsonNode::Kind::text) return;
     std::string known;
     for (const std::string& each : spec.options) known += (known.empty() ? "" : ", ") + each;
-    tree_.Report(node, Tree::Describe(node) + " is no option of \"" + spec.name + "\" (" + known + ")");
+    tree_.Report(node,
+                 Tree::Describe(node) + " is no option of \"" + spec.name + "\" (" + known + ")");
 }
 
 PortData TextReader::Port(const JsonNode& node) {
@@ -419,7 +433,8 @@ ReadResult ReadCaseFile(const std::string& path) {
     const auto size = std::filesystem::file_size(path, error);
     if (error) return {nullptr, {{path, "can't be read: " + error.message()}}};
     if (size > kMaxCaseFileBytes) {
-        return {nullptr, {{path, "larger than " + std::to_string(kMaxCaseFileBytes >> 20) + " MB"}}};
+        return {nullptr,
+                {{path, "larger than " + std::to_string(kMaxCaseFileBytes >> 20) + " MB"}}};
     }
     std::ifstream file(path, std::ios::binary);
     std::string text(static_cast<std::size_t>(size), '\0');

@@ -34,10 +34,10 @@ bool IsUnset(const VariableData& variable) {
 }
 
 class TextWriter {
-public:
+ public:
     std::string Write(const CaseData& data);
 
-private:
+ private:
     // Shapes are listed before the objects that use them, under names given in order of appearance.
     void CollectShapes(const std::vector<ObjectData>& objects);
     const std::string& ShapeOf(const ObjectData& object);
@@ -56,7 +56,8 @@ private:
     void Spec(const VariableSpec& spec);
     void Dimensions(const std::vector<DimensionData>& dimensions);
     void Texts(const std::vector<std::string>& texts);
-    void Objects(std::string_view key, const std::vector<ObjectData>& objects, int depth, bool& first);
+    void Objects(std::string_view key, const std::vector<ObjectData>& objects, int depth,
+                 bool& first);
     void Object(const ObjectData& object, int depth);
     void Variables(const ObjectData& object, int depth, bool& first);
     void Values(const VariableData& variable);
@@ -66,14 +67,15 @@ private:
     std::string out_;
     std::vector<std::pair<std::string, const ObjectData*>> shapes_;
     std::unordered_map<const VariableSpec*, std::size_t> spec_ids_;
-    std::unordered_multimap<std::string, std::pair<const VariableSpec*, std::size_t>> specs_by_name_;
+    std::unordered_multimap<std::string, std::pair<const VariableSpec*, std::size_t>>
+        specs_by_name_;
     std::unordered_map<std::string, std::size_t> shape_by_key_;
     std::unordered_map<std::string, int> shapes_of_type_;
 };
 
 std::string TextWriter::Write(const CaseData& data) {
-    const std::vector<ObjectData>* lists[] = {&data.main.objects, &data.utilities, &data.data_tables,
-                                              &data.reactions, &data.published};
+    const std::vector<ObjectData>* lists[] = {&data.main.objects, &data.utilities,
+                                              &data.data_tables, &data.reactions, &data.published};
     for (const auto* list : lists) CollectShapes(*list);
     out_ = "{";
     bool first = true;
@@ -122,7 +124,8 @@ const std::string& TextWriter::ShapeOf(const ObjectData& object) {
     const auto [place, is_new] = shape_by_key_.try_emplace(key, shapes_.size());
     if (is_new) {
         const int count = ++shapes_of_type_[object.type];
-        shapes_.emplace_back(count == 1 ? object.type : object.type + " #" + std::to_string(count), &object);
+        shapes_.emplace_back(count == 1 ? object.type : object.type + " #" + std::to_string(count),
+                             &object);
     }
     return shapes_[place->second].first;
 }
@@ -302,7 +305,7 @@ void TextWriter::Texts(const std::vector<std::string>& texts) {
 }
 
 void TextWriter::Objects(std::string_view key, const std::vector<ObjectData>& objects, int depth,
-                          bool& first) {
+                         bool& first) {
     Line(depth, first);
     Key(key);
     out_ += '[';
@@ -398,7 +401,9 @@ void TextWriter::Values(const VariableData& variable) {
 
 void TextWriter::Value(const VariableSpec& spec, const ValueData& value) {
     switch (spec.kind) {
-        case ValueKind::real: Number(value.number); return;
+        case ValueKind::real:
+            Number(value.number);
+            return;
         case ValueKind::enumeration:
             if (value.number >= 0 && value.number < static_cast<double>(spec.options.size()) &&
                 value.number == static_cast<double>(static_cast<long>(value.number))) {
@@ -435,7 +440,9 @@ void TextWriter::Ports(const std::vector<PortData>& ports) {
 
 }  // namespace
 
-std::string CaseToText(const CaseData& data) { return TextWriter().Write(data); }
+std::string CaseToText(const CaseData& data) {
+    return TextWriter().Write(data);
+}
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     const std::string text = CaseToText(data);

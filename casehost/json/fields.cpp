@@ -22,7 +22,8 @@ double NumberOf(Tree& tree, const JsonNode& node) {
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words) {
     if (!Expect(tree, node, JsonNode::Kind::text, "a text")) return 0;
     const auto found = std::find(words.begin(), words.end(), *node.text);
-    if (found != words.end() && !node.text->empty()) return static_cast<std::size_t>(found - words.begin());
+    if (found != words.end() && !node.text->empty())
+        return static_cast<std::size_t>(found - words.begin());
     std::string known;
     for (std::string_view word : words) {
         if (!word.empty()) known += (known.empty() ? "" : ", ") + std::string(word);
@@ -63,13 +64,15 @@ std::string Fields::RequiredText(std::string_view name) {
         return std::string();
     }
     std::string text = TextOf(tree_, *found);
-    if (found->kind == JsonNode::Kind::text && text.empty()) tree_.Report(*found, "must not be empty");
+    if (found->kind == JsonNode::Kind::text && text.empty())
+        tree_.Report(*found, "must not be empty");
     return text;
 }
 
 bool Fields::Flag(std::string_view name, bool otherwise) {
     const JsonNode* found = Find(name);
-    if (!found || !Expect(tree_, *found, JsonNode::Kind::boolean, "true or false")) return otherwise;
+    if (!found || !Expect(tree_, *found, JsonNode::Kind::boolean, "true or false"))
+        return otherwise;
     return found->flag;
 }
 
@@ -98,8 +101,8 @@ std::size_t Fields::Word(std::string_view name, std::span<const std::string_view
 }
 
 void Fields::Done() {
-    for (const JsonNode* member = node_.kind == JsonNode::Kind::object ? node_.first : nullptr; member;
-         member = member->next) {
+    for (const JsonNode* member = node_.kind == JsonNode::Kind::object ? node_.first : nullptr;
+         member; member = member->next) {
         if (std::find(asked_.begin(), asked_.end(), member) != asked_.end()) continue;
         tree_.Report(*member, "unknown member \"" + *member->key + "\"");
     }

@@ -17,7 +17,7 @@ double NumberOf(Tree& tree, const JsonNode& node);
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words);
 
 class Fields {
-public:
+ public:
     // A node that is no object is reported and has no members.
     Fields(Tree& tree, const JsonNode& node);
 
@@ -40,7 +40,7 @@ public:
     // Reports every member that nobody asked for.
     void Done();
 
-private:
+ private:
     Tree& tree_;
     const JsonNode& node_;
     std::vector<const JsonNode*> asked_;

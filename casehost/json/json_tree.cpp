@@ -9,7 +9,7 @@ namespace {
 
 // The parser reads through this, so that its place in the text is known at every event.
 class Reader {
-public:
+ public:
     using iterator_category = std::input_iterator_tag;
     using value_type = char;
     using difference_type = std::ptrdiff_t;
@@ -25,7 +25,7 @@ public:
     bool operator==(const Reader& other) const { return at_ == other.at_; }
     bool operator!=(const Reader& other) const { return at_ != other.at_; }
 
-private:
+ private:
     const char* at_;
     const char** shared_;
 };
@@ -35,7 +35,7 @@ constexpr std::size_t kFewMembers = 16;
 }  // namespace
 
 class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
-public:
+ public:
     TreeBuilder(Tree& tree, const char* begin) : tree_(tree), begin_(begin), at_(begin) {}
 
     const char** Place() { return &at_; }
@@ -46,8 +46,12 @@ public:
         if (node) node->flag = value;
         return node;
     }
-    bool number_integer(number_integer_t value) override { return Number(static_cast<double>(value)); }
-    bool number_unsigned(number_unsigned_t value) override { return Number(static_cast<double>(value)); }
+    bool number_integer(number_integer_t value) override {
+        return Number(static_cast<double>(value));
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return Number(static_cast<double>(value));
+    }
     bool number_float(number_float_t value, const string_t&) override { return Number(value); }
     bool string(string_t& value) override {
         JsonNode* node = Leaf(JsonNode::Kind::text);
@@ -77,7 +81,7 @@ public:
         return false;
     }
 
-private:
+ private:
     // The parser's own place is said better by ours.
     static std::string Plain(const std::string& what) {
         for (const char* mark : {"syntax error ", "number overflow "}) {
@@ -128,7 +132,8 @@ private:
                 }
             } else {
                 if (seen.empty()) {
-                    for (const JsonNode* other = object.first; other != member; other = other->next) {
+                    for (const JsonNode* other = object.first; other != member;
+                         other = other->next) {
                         seen.insert(other->key);
                     }
                 }
@@ -203,12 +208,18 @@ std::string Tree::PathOf(const JsonNode& node) {
 
 std::string Tree::Describe(const JsonNode& node) {
     switch (node.kind) {
-        case JsonNode::Kind::null: return "null";
-        case JsonNode::Kind::boolean: return node.flag ? "true" : "false";
-        case JsonNode::Kind::number: return "a number";
-        case JsonNode::Kind::text: return "\"" + node.text->substr(0, 40) + "\"";
-        case JsonNode::Kind::array: return "an array";
-        case JsonNode::Kind::object: return "an object";
+        case JsonNode::Kind::null:
+            return "null";
+        case JsonNode::Kind::boolean:
+            return node.flag ? "true" : "false";
+        case JsonNode::Kind::number:
+            return "a number";
+        case JsonNode::Kind::text:
+            return "\"" + node.text->substr(0, 40) + "\"";
+        case JsonNode::Kind::array:
+            return "an array";
+        case JsonNode::Kind::object:
+            return "an object";
     }
     return "";
 }

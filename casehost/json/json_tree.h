@@ -39,7 +39,7 @@ struct JsonNode {
 };
 
 class Tree {
-public:
+ public:
     // `file` stands in messages.
     Tree(std::string file, std::string_view text);
     Tree(const Tree&) = delete;
@@ -55,7 +55,7 @@ public:
     // "a number", "\"abc\"", "an object" and so on.
     static std::string Describe(const JsonNode& node);
 
-private:
+ private:
     friend class TreeBuilder;
 
     void ReportAt(std::size_t offset, const std::string& path, const std::string& message);

@@ -15,7 +15,7 @@ using ObjectList = std::vector<ObjectData>;
 
 // Case data as a world of path, with an index by name for each list.
 class DataWorld {
-public:
+ public:
     using List = const ObjectList*;
     using Item = const ObjectData*;
 
@@ -29,7 +29,9 @@ public:
         const auto found = names.find(name);
         return found == names.end() ? nullptr : found->second;
     }
-    List Inner(Item item) const { return item->sub_flowsheet ? &item->sub_flowsheet->objects : nullptr; }
+    List Inner(Item item) const {
+        return item->sub_flowsheet ? &item->sub_flowsheet->objects : nullptr;
+    }
     List Main() const { return &data_.main.objects; }
     List Special(std::string_view word) const {
         if (word == path::kUtilities) return &data_.utilities;
@@ -38,7 +40,7 @@ public:
         return nullptr;
     }
 
-private:
+ private:
     using Names = std::unordered_map<std::string_view, Item>;
 
     const CaseData& data_;
@@ -46,11 +48,12 @@ private:
 };
 
 class Checker {
-public:
+ public:
     Checker(Tree& tree, const CaseData& data) : tree_(tree), world_(data) {}
 
     // `scope` is the flowsheet from which the objects of `objects` look.
-    void Check(const JsonNode* nodes, const ObjectList& objects, const ObjectList* scope, bool ports) {
+    void Check(const JsonNode* nodes, const ObjectList& objects, const ObjectList* scope,
+               bool ports) {
         const JsonNode* node = nodes ? nodes->first : nullptr;
         for (std::size_t i = 0; i < objects.size() && node; ++i, node = node->next) {
             CheckAttachments(*node, objects[i], scope);
@@ -61,7 +64,7 @@ public:
         }
     }
 
-private:
+ private:
     void CheckAttachments(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
         const JsonNode* members = node.Find("variables");
         for (const VariableData& variable : object.variables) {
@@ -69,7 +72,8 @@ private:
             const JsonNode* member = members ? members->Find(variable.spec->name) : nullptr;
             for (const ValueData& value : variable.values) {
                 if (value.text.empty() || path::FindObject(world_, scope, value.text)) continue;
-                tree_.Report(member ? *member : node, "the attachment \"" + value.text + "\" names no object");
+                tree_.Report(member ? *member : node,
+                             "the attachment \"" + value.text + "\" names no object");
             }
         }
     }
@@ -82,11 +86,13 @@ private:
         }
     }
 
-    void CheckPort(const JsonNode& node, const ObjectData& object, std::size_t at, const ObjectList* scope) {
+    void CheckPort(const JsonNode& node, const ObjectData& object, std::size_t at,
+                   const ObjectList* scope) {
         const PortData& port = object.ports[at];
         const std::string row = PortRowName(port);
         for (std::size_t i = 0; i < at; ++i) {
-            if (PortRowName(object.ports[i]) == row) tree_.Report(node, "the port stands twice: " + row);
+            if (PortRowName(object.ports[i]) == row)
+                tree_.Report(node, "the port stands twice: " + row);
         }
         const auto has_name = [&](const VariableData& each) { return each.spec->name == row; };
         if (std::any_of(object.variables.begin(), object.variables.end(), has_name)) {

@@ -69,7 +69,8 @@ bool BasisSpecSource::FillSpecInfo(host::CSpecInfo* out) {
     for (const CompoundData& compound : basics_.compounds) {
         SpecInfo& constants = compounds.AddChild(compound.name);
         constants.AddText("Formula", compound.formula);
-        for (const Constant& each : kConstants) constants.AddNumber(each.name, compound.*each.value);
+        for (const Constant& each : kConstants)
+            constants.AddNumber(each.name, compound.*each.value);
     }
     host::ArraySetBlock& table = info->AddArraySet("Constants");
     for (const Constant& each : kConstants) {

@@ -15,7 +15,7 @@ namespace casehost {
 
 // A specification info with its elements, which it owns.
 class SpecInfo final : public host::CSpecInfo {
-public:
+ public:
     void SetOwner(host::Viewable* owner) override { owner_ = owner; }
     void SetReaderOptions(const host::CaseReaderOptions* options) override { options_ = options; }
     const host::LinkedList* Elements() const override { return &list_; }
@@ -29,7 +29,7 @@ public:
     SpecInfo& AddChild(std::string tag);
     host::ArraySetBlock& AddArraySet(std::string tag);
 
-private:
+ private:
     host::Viewable* owner_ = nullptr;
     const host::CaseReaderOptions* options_ = nullptr;
     std::vector<std::unique_ptr<host::CSpecElement>> elements_;
@@ -39,11 +39,11 @@ private:
 };
 
 class BasisSpecSource final : public host::CSpecSource {
-public:
+ public:
     explicit BasisSpecSource(const CaseData& basics) : basics_(basics) {}
     bool FillSpecInfo(host::CSpecInfo* info) override;
 
-private:
+ private:
     const CaseData& basics_;
 };
 

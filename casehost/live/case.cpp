@@ -47,12 +47,14 @@ Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
     solver_ = Make<SolverNode>(context_, main_.get(), types::Solver(), kSolverName);
     basis_ = Make<BasisNode>(context_, this, types::Basis(), kBasisName);
-    if (data.online) manager_ = Make<ManagerNode>(context_, this, types::OnlineManager(), kManagerName);
+    if (data.online)
+        manager_ = Make<ManagerNode>(context_, this, types::OnlineManager(), kManagerName);
     FillFlowsheet(*main_, data.main);
     FillList(utilities_, this, data.utilities, TypeFamily::utility);
     FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
     FillList(basis_->Nodes(), basis_.get(), data.reactions, TypeFamily::reaction);
-    if (manager_) FillList(manager_->Nodes(), manager_.get(), data.published, TypeFamily::published);
+    if (manager_)
+        FillList(manager_->Nodes(), manager_.get(), data.published, TypeFamily::published);
     ResolveList(main_->Nodes(), data.main.objects);
     ResolveList(utilities_, data.utilities);
     ResolveList(data_tables_, data.data_tables);
@@ -75,7 +77,8 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     } else if (type->IsA(types::TemplateOp())) {
         auto operation = Make<TemplateNode>(context_, owner, type, data.name);
         if (data.sub_flowsheet) {
-            auto inner = Make<FlowsheetNode>(context_, operation.get(), types::FlowSheet(), data.name);
+            auto inner =
+                Make<FlowsheetNode>(context_, operation.get(), types::FlowSheet(), data.name);
             FillFlowsheet(*inner, *data.sub_flowsheet);
             operation->SetInner(std::move(inner));
         }

@@ -51,9 +51,13 @@ CaseHost::~CaseHost() {
     if (host::InstalledServices() == services_.get()) host::SetInstalledServices(nullptr);
 }
 
-host::HostServices& CaseHost::Services() { return *services_; }
+host::HostServices& CaseHost::Services() {
+    return *services_;
+}
 
-unsigned long CaseHost::ViewUpdates() const { return services_->ViewUpdates(); }
+unsigned long CaseHost::ViewUpdates() const {
+    return services_->ViewUpdates();
+}
 
 OpenResult CaseHost::Open(const std::string& path) {
     const auto reader = Readers().find(LowerExtension(path));
@@ -83,7 +87,8 @@ SaveResult CaseHost::Save(Case& open_case, const std::string& path) {
     const std::string target = extension.empty() ? path + kOwnExtension : path;
     if (extension.empty()) extension = kOwnExtension;
     const auto writer = Writers().find(extension);
-    if (writer == Writers().end()) return {false, {path, "cases can't be written to this kind of file"}};
+    if (writer == Writers().end())
+        return {false, {path, "cases can't be written to this kind of file"}};
     SaveResult result = writer->second(open_case.ToData(), target);
     if (result) open_case.SetDocumentName(host::FileName(host::Text(target), host::Text()));
     return result;
@@ -100,7 +105,8 @@ void CaseHost::Close(Case& open_case) {
 }
 
 host::SimulationCase* CaseHost::ActiveCase() {
-    const bool none = !active_ || !active_->IsVisible() || script_->Blank(Script::Answer::active_case);
+    const bool none =
+        !active_ || !active_->IsVisible() || script_->Blank(Script::Answer::active_case);
     return none ? nullptr : active_;
 }
 

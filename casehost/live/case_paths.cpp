@@ -7,7 +7,9 @@ namespace casehost {
 
 namespace {
 
-bool IsFlowsheet(const Node* node) { return node && node->Class() == types::FlowSheet(); }
+bool IsFlowsheet(const Node* node) {
+    return node && node->Class() == types::FlowSheet();
+}
 
 }  // namespace
 
@@ -19,7 +21,9 @@ struct Case::PathWorld {
     Case& of;
 
     Node* Find(const NodeList* list, const std::string& name) const { return list->Find(name); }
-    const NodeList* Inner(Node* node) const { return node->Inner() ? &node->Inner()->Nodes() : nullptr; }
+    const NodeList* Inner(Node* node) const {
+        return node->Inner() ? &node->Inner()->Nodes() : nullptr;
+    }
     const NodeList* Main() const { return &of.main_->Nodes(); }
     const NodeList* Special(std::string_view word) const {
         if (word == path::kUtilities) return &of.utilities_;

@@ -24,8 +24,10 @@ void DependencyMap::AddPorts(Node& unit) {
         if (row->port < 0) continue;
         Node* stream = unit.PortTarget(*row);
         if (!stream) continue;
-        const PortData::Role role = unit.GetShape()->Ports()[static_cast<std::size_t>(row->port)].role;
-        if (role == PortData::Role::feed || role == PortData::Role::energy_in) AddEdge(*stream, unit);
+        const PortData::Role role =
+            unit.GetShape()->Ports()[static_cast<std::size_t>(row->port)].role;
+        if (role == PortData::Role::feed || role == PortData::Role::energy_in)
+            AddEdge(*stream, unit);
         if (role != PortData::Role::feed) AddEdge(unit, *stream);
         if (role == PortData::Role::product || role == PortData::Role::energy_out) {
             makers_[stream] = &unit;
@@ -37,7 +39,8 @@ void DependencyMap::AddAttachments(Node& node) {
     for (const auto& row : node.GetShape()->AllRows()) {
         if (row->value_kind != host::kAttachment) continue;
         for (int c = 0; c < row->cell_count; ++c) {
-            if (Node* target = node.Target(node.CellAt(row->first_cell + c))) AddEdge(*target, node);
+            if (Node* target = node.Target(node.CellAt(row->first_cell + c)))
+                AddEdge(*target, node);
         }
     }
 }

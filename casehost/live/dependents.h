@@ -10,7 +10,7 @@
 namespace casehost {
 
 class DependencyMap {
-public:
+ public:
     // Enters the ports and attachments of a node.
     void AddNode(Node& node);
     // Whoever depends on `from` depends on `to` too.
@@ -18,7 +18,7 @@ public:
     // `start`, the maker of `start` when it is a stream, and all that depend on these.
     std::vector<Node*> Closure(Node& start) const;
 
-private:
+ private:
     void AddPorts(Node& unit);
     void AddAttachments(Node& node);
 

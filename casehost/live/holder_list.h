@@ -16,7 +16,7 @@ inline std::uint64_t NextRevision() {
 }
 
 class HolderList final : public host::LinkedList {
-public:
+ public:
     const host::ListHolder* FirstHolder() const override { return At(0); }
     const host::ListHolder* LastHolder() const override {
         return holders_.empty() ? nullptr : &holders_.back();
@@ -48,7 +48,7 @@ public:
     // An element was renamed or otherwise changed its place in the eyes of a client.
     void Touch() { revision_ = NextRevision(); }
 
-private:
+ private:
     const host::ListHolder* At(std::size_t index) const {
         return index < holders_.size() ? &holders_[index] : nullptr;
     }

@@ -15,7 +15,9 @@ constexpr int kLastForm = 1353;
 
 constexpr std::string_view kNameMoniker = ":Name.0";
 
-std::uint8_t Code(VariableState state) { return static_cast<std::uint8_t>(state); }
+std::uint8_t Code(VariableState state) {
+    return static_cast<std::uint8_t>(state);
+}
 
 std::array<int, 3> OffsetsOf(const host::VarDescription& variable) {
     return {variable.Offset(0), variable.Offset(1), variable.Offset(2)};
@@ -33,7 +35,8 @@ std::string_view SplitMoniker(std::string_view moniker, std::array<int, 3>& offs
         end = moniker.find('.', from);
         const std::string_view digits = moniker.substr(from, end - from);
         int value = 0;
-        const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        const auto [stop, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), value);
         if (error == std::errc() && stop == digits.data() + digits.size()) offsets[d] = value;
     }
     return stem;
@@ -205,7 +208,8 @@ host::Text Node::ReadText(const host::VarDescription& variable) {
         return variable.GetMoniker() == kNameMoniker.data() ? name_ : host::Text();
     }
     const Cell& cell = CellAt(place.cell);
-    if (place.row->value_kind < host::kText || place.row->value_kind == host::kAttachment) return {};
+    if (place.row->value_kind < host::kText || place.row->value_kind == host::kAttachment)
+        return {};
     return IsStaleCell(cell) ? host::Text() : host::Text(TextAt(cell));
 }
 
@@ -242,7 +246,8 @@ host::Viewable* Node::ReadAttachment(const host::VarDescription& variable) {
 }
 
 const host::LinkedList* Node::ListVariables() const {
-    if (Blank(Script::Answer::variable_names) || !shape_ || shape_->Rows().Size() == 0) return nullptr;
+    if (Blank(Script::Answer::variable_names) || !shape_ || shape_->Rows().Size() == 0)
+        return nullptr;
     return &shape_->Rows();
 }
 
@@ -279,7 +284,8 @@ host::Viewable* Node::OwnerOfType(const host::ObjectTypeInfo* type) {
 }
 
 bool Node::LiesIn(host::Viewable* flowsheet) {
-    return owner_ && flowsheet && owner_->View() == flowsheet && owner_->Class() == types::FlowSheet();
+    return owner_ && flowsheet && owner_->View() == flowsheet &&
+           owner_->Class() == types::FlowSheet();
 }
 
 void Node::Status(const host::VarDescription& variable, host::ModifyState& state) {
@@ -323,6 +329,8 @@ Node* Node::FollowPath(std::string_view path) {
     return node;
 }
 
-Node* Node::Follow(std::string_view&) { return nullptr; }
+Node* Node::Follow(std::string_view&) {
+    return nullptr;
+}
 
 }  // namespace casehost

@@ -39,7 +39,7 @@ struct Cell {
 };
 
 class Node {
-public:
+ public:
     Node(CaseContext& context, Node* owner, const ObjectType* type, std::string name);
     virtual ~Node() = default;
     Node(const Node&) = delete;
@@ -61,8 +61,8 @@ public:
     ObjectStatus Condition() const { return stale_ ? ObjectStatus::not_solved : status_; }
     const std::string& StatusText() const { return status_text_; }
     void SetCondition(ObjectStatus status, std::string text);
-    // A stale node shows its calculated values as missing and its status as not solved until a solve
-    // fills them again.
+    // A stale node shows its calculated values as missing and its status as not solved until a
+    // solve fills them again.
     bool IsStale() const { return stale_; }
     void SetStale(bool stale) { stale_ = stale; }
     bool IsDeleted() const { return deleted_; }
@@ -104,7 +104,7 @@ public:
     void Status(const host::VarDescription& variable, host::ModifyState& state);
     bool Blank(Script::Answer answer) const { return context_->script->Blank(answer); }
 
-protected:
+ protected:
     struct Place {
         Row* row = nullptr;
         int cell = -1;
@@ -119,7 +119,7 @@ protected:
 
     CaseContext& Context() const { return *context_; }
 
-private:
+ private:
     // Array elements, descriptions from monikers and parts of other objects.
     double ReadOtherReal(const host::VarDescription& variable);
     Place Locate(const host::VarDescription& variable);
@@ -149,7 +149,7 @@ private:
 // A node behind one of the host's classes.
 template <class Face>
 class NodeOf : public Face, public Node {
-public:
+ public:
     using Node::Node;
 
     host::Viewable* View() override { return this; }
@@ -172,7 +172,9 @@ public:
     void GetVariableDimensions(const host::VarDescription& v, host::DimInfo& out) override {
         Dimensions(v, out);
     }
-    host::Viewable* GetOwner(const host::ObjectTypeInfo* type) override { return OwnerOfType(type); }
+    host::Viewable* GetOwner(const host::ObjectTypeInfo* type) override {
+        return OwnerOfType(type);
+    }
     bool IsSameFlowSheet(host::Viewable* flowsheet) override { return LiesIn(flowsheet); }
     host::VariableType GetVariableUnitType(const host::VarDescription& v) override {
         return UnitTypeOf(v);

@@ -53,7 +53,8 @@ Node* NodeList::FollowName(std::string_view& rest) const {
     for (std::size_t end = rest.size() + 1; end-- > 0;) {
         if (end < rest.size() && rest[end] != '/' && rest[end] != ':') continue;
         std::string_view name = rest.substr(0, end);
-        if (bracket && name.size() >= 2 && name.back() == ')') name = name.substr(1, name.size() - 2);
+        if (bracket && name.size() >= 2 && name.back() == ')')
+            name = name.substr(1, name.size() - 2);
         if (Node* node = Find(name)) {
             rest.remove_prefix(end);
             return node;

@@ -13,7 +13,7 @@
 namespace casehost {
 
 class NodeList {
-public:
+ public:
     const HolderList& List() const { return list_; }
     std::size_t Size() const { return nodes_.size(); }
     Node& At(std::size_t index) const { return *nodes_[index]; }
@@ -30,11 +30,12 @@ public:
     // The first of that name, null when there is none.
     Node* Find(std::string_view name) const;
     std::size_t IndexOf(const Node& node) const;
-    // Reads "(Feed)" or "Feed" at the beginning of `rest`, which must end there or go on with '/' or
+    // Reads "(Feed)" or "Feed" at the beginning of `rest`, which must end there or go on with '/'
+    // or
     // ':', and moves `rest` behind it. Names may hold such characters: the longest match counts.
     Node* FollowName(std::string_view& rest) const;
 
-private:
+ private:
     std::vector<std::unique_ptr<Node>> nodes_;
     HolderList list_;
     mutable std::unordered_map<std::string_view, Node*> by_name_;

@@ -22,7 +22,8 @@ std::string Unescape(std::string_view text) {
     constexpr std::string_view kMeant = "~/@";
     std::string name;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t code = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '0') : 9;
+        const std::size_t code =
+            i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '0') : 9;
         if (text[i] == '~' && code < kMeant.size()) {
             name += kMeant[code];
             ++i;

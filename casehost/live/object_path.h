@@ -1,7 +1,7 @@
 #pragma once
 
-// Paths by which objects of a case name each other: "Feed", "T-100/Inner Feed" from the flowsheet of
-// the object that names, "/Feed" from the main one, "/@utilities/Envelope", "/@tables/Day",
+// Paths by which objects of a case name each other: "Feed", "T-100/Inner Feed" from the flowsheet
+// of the object that names, "/Feed" from the main one, "/@utilities/Envelope", "/@tables/Day",
 // "/@reactions/Rxn-1". '/', '~' and a leading '@' of a name are written "~1", "~0" and "~2".
 
 #include <string>

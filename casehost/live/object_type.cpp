@@ -86,36 +86,94 @@ Records& MadeRecords(TypeFamily family) {
 
 const ObjectType* FamilyBase(TypeFamily family) {
     switch (family) {
-        case TypeFamily::unit_op: return UnitOp();
-        case TypeFamily::utility: return Utility();
-        case TypeFamily::data_table: return DataTable();
-        case TypeFamily::reaction: return Reaction();
-        case TypeFamily::published: return Published();
+        case TypeFamily::unit_op:
+            return UnitOp();
+        case TypeFamily::utility:
+            return Utility();
+        case TypeFamily::data_table:
+            return DataTable();
+        case TypeFamily::reaction:
+            return Reaction();
+        case TypeFamily::published:
+            return Published();
     }
     return Viewable();
 }
 
-const ObjectType* Get(const char* word) { return KnownRecords().at(word).get(); }
+const ObjectType* Get(const char* word) {
+    return KnownRecords().at(word).get();
+}
 
 }  // namespace
 
-const ObjectType* Viewable() { static const ObjectType* const type = Get("ViewableObject"); return type; }
-const ObjectType* SimulationObject() { static const ObjectType* const type = Get("SimulationObject"); return type; }
-const ObjectType* FlowSheetObject() { static const ObjectType* const type = Get("FlowSheetObject"); return type; }
-const ObjectType* Stream() { static const ObjectType* const type = Get("StreamObject"); return type; }
-const ObjectType* MaterialStream() { static const ObjectType* const type = Get(words::kMaterialStream); return type; }
-const ObjectType* UnitOp() { static const ObjectType* const type = Get("UnitOpObject"); return type; }
-const ObjectType* TemplateOp() { static const ObjectType* const type = Get(words::kTemplate); return type; }
-const ObjectType* Correlation() { static const ObjectType* const type = Get("HovexCorrelationObject"); return type; }
-const ObjectType* FlowSheet() { static const ObjectType* const type = Get("FlowSheet"); return type; }
-const ObjectType* Solver() { static const ObjectType* const type = Get("FlowSheetSolver"); return type; }
-const ObjectType* Case() { static const ObjectType* const type = Get("SimulationCase"); return type; }
-const ObjectType* Basis() { static const ObjectType* const type = Get("BasisManager"); return type; }
-const ObjectType* OnlineManager() { static const ObjectType* const type = Get("OnlineConnectivityManager"); return type; }
-const ObjectType* Utility() { static const ObjectType* const type = Get("UtilityObject"); return type; }
-const ObjectType* DataTable() { static const ObjectType* const type = Get("ProcessDataTableObject"); return type; }
-const ObjectType* Reaction() { static const ObjectType* const type = Get("ReactionObject"); return type; }
-const ObjectType* Published() { static const ObjectType* const type = Get("RTIVariable"); return type; }
+const ObjectType* Viewable() {
+    static const ObjectType* const type = Get("ViewableObject");
+    return type;
+}
+const ObjectType* SimulationObject() {
+    static const ObjectType* const type = Get("SimulationObject");
+    return type;
+}
+const ObjectType* FlowSheetObject() {
+    static const ObjectType* const type = Get("FlowSheetObject");
+    return type;
+}
+const ObjectType* Stream() {
+    static const ObjectType* const type = Get("StreamObject");
+    return type;
+}
+const ObjectType* MaterialStream() {
+    static const ObjectType* const type = Get(words::kMaterialStream);
+    return type;
+}
+const ObjectType* UnitOp() {
+    static const ObjectType* const type = Get("UnitOpObject");
+    return type;
+}
+const ObjectType* TemplateOp() {
+    static const ObjectType* const type = Get(words::kTemplate);
+    return type;
+}
+const ObjectType* Correlation() {
+    static const ObjectType* const type = Get("HovexCorrelationObject");
+    return type;
+}
+const ObjectType* FlowSheet() {
+    static const ObjectType* const type = Get("FlowSheet");
+    return type;
+}
+const ObjectType* Solver() {
+    static const ObjectType* const type = Get("FlowSheetSolver");
+    return type;
+}
+const ObjectType* Case() {
+    static const ObjectType* const type = Get("SimulationCase");
+    return type;
+}
+const ObjectType* Basis() {
+    static const ObjectType* const type = Get("BasisManager");
+    return type;
+}
+const ObjectType* OnlineManager() {
+    static const ObjectType* const type = Get("OnlineConnectivityManager");
+    return type;
+}
+const ObjectType* Utility() {
+    static const ObjectType* const type = Get("UtilityObject");
+    return type;
+}
+const ObjectType* DataTable() {
+    static const ObjectType* const type = Get("ProcessDataTableObject");
+    return type;
+}
+const ObjectType* Reaction() {
+    static const ObjectType* const type = Get("ReactionObject");
+    return type;
+}
+const ObjectType* Published() {
+    static const ObjectType* const type = Get("RTIVariable");
+    return type;
+}
 
 const ObjectType* Find(std::string_view word) {
     const Records& known = KnownRecords();

@@ -9,7 +9,7 @@
 namespace casehost {
 
 class ObjectType final : public host::ObjectTypeInfo {
-public:
+ public:
     ObjectType(const char* word, const ObjectType* base) : ObjectType(host::Text(word), base) {}
     ObjectType(host::Text word, const ObjectType* base) : word_(std::move(word)), base_(base) {}
 
@@ -22,7 +22,7 @@ public:
     const host::Text& DisplayName() const override { return word_; }
     const host::Text& ClassName() const override { return word_; }
 
-private:
+ private:
     host::Text word_;
     const ObjectType* base_;
 };

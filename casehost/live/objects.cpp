@@ -58,7 +58,9 @@ void StreamNode::Normalise(const Row& row, const std::vector<double>& before) {
     }
 }
 
-host::FlowSheetSolver* FlowsheetNode::Solver() { return OwnerCase().MainSolver(); }
+host::FlowSheetSolver* FlowsheetNode::Solver() {
+    return OwnerCase().MainSolver();
+}
 
 Node* FlowsheetNode::Follow(std::string_view& rest) {
     if (Owner() == &OwnerCase() && Skip(rest, step::kSolver)) return &OwnerCase().Solver();
@@ -72,7 +74,9 @@ Node* TemplateNode::Follow(std::string_view& rest) {
     return Skip(rest, step::kFlowSheet) ? inner_.get() : nullptr;
 }
 
-const Row* PublishedNode::ValueRow() const { return GetShape() ? GetShape()->ByName("Value") : nullptr; }
+const Row* PublishedNode::ValueRow() const {
+    return GetShape() ? GetShape()->ByName("Value") : nullptr;
+}
 
 double PublishedNode::GetValue() {
     const Row* row = ValueRow();

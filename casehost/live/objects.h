@@ -14,7 +14,7 @@ using PlainNode = NodeOf<host::Viewable>;
 // normalised with the others at once; between them once at the end. A composition whose fractions
 // have no positive sum at that time goes back to what it was when the edit began.
 class StreamNode final : public NodeOf<host::Viewable>, public host::ProcessStream {
-public:
+ public:
     using NodeOf::NodeOf;
 
     host::ProcessStream* AsProcessStream() override { return this; }
@@ -22,11 +22,11 @@ public:
     void EndDeferCompNormalize() override;
     void StartCompositionEditSession() override;
 
-protected:
+ protected:
     bool StoresCompositions() const override { return true; }
     void CompositionChanged(Row& row) override;
 
-private:
+ private:
     struct Saved {
         const Row* row;
         std::vector<double> fractions;
@@ -41,7 +41,7 @@ private:
 };
 
 class FlowsheetNode final : public NodeOf<host::FlowSheet> {
-public:
+ public:
     using NodeOf::NodeOf;
 
     host::FlowSheetObjectIterator Objects() override {
@@ -50,15 +50,15 @@ public:
     host::FlowSheetSolver* Solver() override;
     NodeList& Nodes() { return objects_; }
 
-protected:
+ protected:
     Node* Follow(std::string_view& rest) override;
 
-private:
+ private:
     NodeList objects_;
 };
 
 class TemplateNode final : public NodeOf<host::Viewable> {
-public:
+ public:
     using NodeOf::NodeOf;
 
     host::FlowSheet* SubFlowSheet() override {
@@ -67,27 +67,27 @@ public:
     FlowsheetNode* Inner() override { return inner_.get(); }
     void SetInner(std::unique_ptr<FlowsheetNode> inner) { inner_ = std::move(inner); }
 
-protected:
+ protected:
     Node* Follow(std::string_view& rest) override;
 
-private:
+ private:
     std::unique_ptr<FlowsheetNode> inner_;
 };
 
 class PublishedNode final : public NodeOf<host::RTIVariable> {
-public:
+ public:
     using NodeOf::NodeOf;
 
     double GetValue() override;
     void SetValue(double value) override;
     host::Text UnitText() override;
 
-private:
+ private:
     const Row* ValueRow() const;
 };
 
 class ManagerNode final : public NodeOf<host::COnlineConnectivityManager> {
-public:
+ public:
     using NodeOf::NodeOf;
     ~ManagerNode() override { put_ModelCallback(nullptr); }
 
@@ -100,16 +100,16 @@ public:
     NodeList& Nodes() { return published_; }
     Node* FollowPublished(std::string_view& rest) { return Follow(rest); }
 
-protected:
+ protected:
     Node* Follow(std::string_view& rest) override;
 
-private:
+ private:
     NodeList published_;
     host::IModelCallback* callback_ = nullptr;
 };
 
 class BasisNode final : public NodeOf<host::BasisManager>, public host::ReactionPackageManager {
-public:
+ public:
     BasisNode(CaseContext& context, Node* owner, const ObjectType* type, std::string name);
     ~BasisNode() override;
 
@@ -119,10 +119,10 @@ public:
     host::CSpecSource* SpecSource() override;
     NodeList& Nodes() { return reactions_; }
 
-protected:
+ protected:
     Node* Follow(std::string_view& rest) override;
 
-private:
+ private:
     NodeList reactions_;
     std::unique_ptr<class BasisSpecSource> spec_source_;
 };

@@ -129,7 +129,9 @@ bool CaseHost::ServicesImpl::DescribeMoniker(const host::Text& moniker,
     return active && active->DescribeMoniker(moniker.Str(), out);
 }
 
-host::CSpecInfo* CaseHost::ServicesImpl::NewSpecInfo() { return std::make_unique<SpecInfo>().release(); }
+host::CSpecInfo* CaseHost::ServicesImpl::NewSpecInfo() {
+    return std::make_unique<SpecInfo>().release();
+}
 
 void CaseHost::ServicesImpl::DeleteSpecInfo(host::CSpecInfo* info) {
     const std::unique_ptr<SpecInfo> owned(static_cast<SpecInfo*>(info));
@@ -146,10 +148,14 @@ host::Text CaseHost::ServicesImpl::NumToText(double value) {
     return host::Text(buffer);
 }
 
-void* CaseHost::ServicesImpl::IFace_malloc(std::size_t size) { return std::malloc(size); }
+void* CaseHost::ServicesImpl::IFace_malloc(std::size_t size) {
+    return std::malloc(size);
+}
 void* CaseHost::ServicesImpl::IFace_realloc(void* block, std::size_t size) {
     return std::realloc(block, size);
 }
-void CaseHost::ServicesImpl::IFace_free(void* block) { std::free(block); }
+void CaseHost::ServicesImpl::IFace_free(void* block) {
+    std::free(block);
+}
 
 }  // namespace casehost

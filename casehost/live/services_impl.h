@@ -10,7 +10,7 @@
 namespace casehost {
 
 class SessionImpl final : public host::Session, public host::ApplicationForm {
-public:
+ public:
     SessionImpl(CaseHost& owner, bool with_window) : owner_(owner), with_window_(with_window) {}
 
     host::SimulationCase* ActiveCase() override { return owner_.ActiveCase(); }
@@ -18,19 +18,21 @@ public:
     bool HideDocument(host::Document* document, bool hide) override;
     host::Text SessionText(bool full) override;
     void GetWindowPlacement(host::WindowPlacement& out) override { out = placement_; }
-    void SetWindowPlacement(const host::WindowPlacement& placement) override { placement_ = placement; }
+    void SetWindowPlacement(const host::WindowPlacement& placement) override {
+        placement_ = placement;
+    }
 
-private:
+ private:
     CaseHost& owner_;
     bool with_window_;
     host::WindowPlacement placement_{4};
 };
 
 class VariableTypeTable final : public host::VariableTypes {
-public:
+ public:
     host::VariableInfo* FindVarInfo(host::VariableType type) override;
 
-private:
+ private:
     struct Info final : host::VariableInfo {
         explicit Info(host::VariableType known) : type(known) {}
         host::VariableType UnitLookupType() const override { return type; }
@@ -40,7 +42,7 @@ private:
 };
 
 class CaseHost::ServicesImpl final : public host::HostServices {
-public:
+ public:
     ServicesImpl(CaseHost& owner, bool with_window);
 
     unsigned DefaultUnits() override;
@@ -78,7 +80,7 @@ public:
     SessionImpl& GetSession() { return session_; }
     unsigned long ViewUpdates() const { return view_updates_; }
 
-private:
+ private:
     bool Blank(Script::Answer answer) const { return owner_.GetScript().Blank(answer); }
 
     CaseHost& owner_;

@@ -46,11 +46,16 @@ const WellKnown* FindWellKnown(const VariableSpec& spec) {
 
 const char* ClassOf(ValueKind kind) {
     switch (kind) {
-        case ValueKind::real: return "Double";
-        case ValueKind::enumeration: return "Enum";
-        case ValueKind::text: return "Text";
-        case ValueKind::attachment: return "Attachment";
-        case ValueKind::message: return "Message";
+        case ValueKind::real:
+            return "Double";
+        case ValueKind::enumeration:
+            return "Enum";
+        case ValueKind::text:
+            return "Text";
+        case ValueKind::attachment:
+            return "Attachment";
+        case ValueKind::message:
+            return "Message";
     }
     return "";
 }
@@ -58,10 +63,14 @@ const char* ClassOf(ValueKind kind) {
 host::PartKind PartKindOf(ValueKind kind) {
     switch (kind) {
         case ValueKind::real:
-        case ValueKind::enumeration: return host::kPartReal;
-        case ValueKind::text: return host::kPartText;
-        case ValueKind::attachment: return host::kPartAttachment;
-        case ValueKind::message: return host::kPartNone;
+        case ValueKind::enumeration:
+            return host::kPartReal;
+        case ValueKind::text:
+            return host::kPartText;
+        case ValueKind::attachment:
+            return host::kPartAttachment;
+        case ValueKind::message:
+            return host::kPartNone;
     }
     return host::kPartNone;
 }
@@ -88,10 +97,13 @@ host::VariableType VariableTypeOf(const VariableSpec& spec) {
 }
 
 host::VarType UnitTypeOfVariableType(host::VariableType type) {
-    return FindQuantity(type - kFirstQuantityType) ? type - kFirstQuantityType : host::kVariableUnitType;
+    return FindQuantity(type - kFirstQuantityType) ? type - kFirstQuantityType
+                                                   : host::kVariableUnitType;
 }
 
-host::VariableType VariableTypeOfUnitType(host::VarType type) { return kFirstQuantityType + type; }
+host::VariableType VariableTypeOfUnitType(host::VarType type) {
+    return kFirstQuantityType + type;
+}
 
 EnumNames::EnumNames(const std::vector<std::string>& names, int low) : low_(low) {
     for (const std::string& name : names) entries_.push_back({name.c_str()});

@@ -1,12 +1,12 @@
 #pragma once
 
-// Shape: the variable list of all objects that have the same variables and ports. A hundred thousand
-// streams of one kind share one shape, with its rows, descriptions and enumerations; an object keeps
-// its values only.
+// Shape: the variable list of all objects that have the same variables and ports. A hundred
+// thousand streams of one kind share one shape, with its rows, descriptions and enumerations; an
+// object keeps its values only.
 //
-// A row's description carries in its host word the shape and the place of the row, so that the value
-// of a variable is found without a search. Numbers of shapes are never used twice in a process: a
-// description that outlives its case is recognised as a stranger.
+// A row's description carries in its host word the shape and the place of the row, so that the
+// value of a variable is found without a search. Numbers of shapes are never used twice in a
+// process: a description that outlives its case is recognised as a stranger.
 
 #include <array>
 #include <memory>
@@ -23,7 +23,7 @@ namespace casehost {
 
 // Names of an enumeration by ordinal, the first of which is `low`.
 class EnumNames final : public host::VarEnumInfo {
-public:
+ public:
     EnumNames(const std::vector<std::string>& names, int low);
 
     const host::VarEnumEntry* Reset() override;
@@ -31,7 +31,7 @@ public:
     const host::VarEnumEntry* FindEntry(long ordinal) override;
     const host::VarEnumEntry* FindEntry(const host::Text& name, int& ordinal) override;
 
-private:
+ private:
     std::vector<host::VarEnumEntry> entries_;
     long low_;
     std::size_t at_ = 0;
@@ -57,18 +57,18 @@ struct Row final : host::VariableNameInfo {
 // Gives variables their numbers: well-known ones by name, others in the order of their appearance,
 // the same name and kind the same number throughout a case.
 class NumberRegistry {
-public:
+ public:
     int NumberOf(const VariableSpec& spec);
     int LabelNumber() { return next_label_++; }
 
-private:
+ private:
     std::unordered_map<std::string, int> given_;
     int next_ = 10001;
     int next_label_ = 1000001;
 };
 
 class Shape {
-public:
+ public:
     Shape(std::vector<std::shared_ptr<const VariableSpec>> specs, std::vector<PortData> ports,
           NumberRegistry& numbers);
     Shape(const Shape&) = delete;
@@ -97,7 +97,7 @@ public:
     Row* ByStem(std::string_view stem) const;
     Row* ByName(std::string_view name) const;
 
-private:
+ private:
     static constexpr int kIndexBits = 20;
     static constexpr std::uintptr_t kIndexMask = (std::uintptr_t{1} << kIndexBits) - 1;
 
@@ -115,17 +115,18 @@ private:
     int cell_count_ = 0;
 };
 
-// Name of the row that shows a port: "Inlet 1", "Outlet 2", "Energy Inlet 1", "Energy Outlet 1"; the
-// number is the port's index plus one.
+// Name of the row that shows a port: "Inlet 1", "Outlet 2", "Energy Inlet 1", "Energy Outlet 1";
+// the number is the port's index plus one.
 std::string PortRowName(const PortData& port);
 
 // Shapes and variable specs of a case, each kept once.
 class ShapePool {
-public:
-    const Shape* Get(const std::vector<VariableData>& variables, const std::vector<PortData>& ports);
+ public:
+    const Shape* Get(const std::vector<VariableData>& variables,
+                     const std::vector<PortData>& ports);
     const std::vector<std::unique_ptr<Shape>>& All() const { return shapes_; }
 
-private:
+ private:
     std::shared_ptr<const VariableSpec> Intern(const std::shared_ptr<const VariableSpec>& spec);
 
     NumberRegistry numbers_;

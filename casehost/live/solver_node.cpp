@@ -67,11 +67,15 @@ void SolverNode::CaseChanged() {
 
 void SolverNode::Turn() {
     switch (phase_) {
-        case Phase::idle: finished_ = false; return;
+        case Phase::idle:
+            finished_ = false;
+            return;
         case Phase::queued:
             if (--turns_to_begin_ <= 0) Begin();
             return;
-        case Phase::solving: Advance(); return;
+        case Phase::solving:
+            Advance();
+            return;
         case Phase::ending:
             // A recorded case: nothing was computed, only the end is told.
             phase_ = Phase::idle;

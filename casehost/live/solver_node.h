@@ -14,7 +14,7 @@
 namespace casehost {
 
 class SolverNode final : public NodeOf<host::FlowSheetSolver> {
-public:
+ public:
     using NodeOf::NodeOf;
 
     void Holding(bool hold) override;
@@ -45,7 +45,7 @@ public:
     // Why the last solve did not complete; empty when it did.
     const std::string& Message() const { return message_; }
 
-private:
+ private:
     enum class Phase { idle, queued, solving, ending };
 
     void Begin();

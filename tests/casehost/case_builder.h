@@ -57,7 +57,8 @@ inline VariableData Composition(std::vector<std::string> compounds, std::vector<
 }
 
 inline ObjectData Object(const std::string& name, const std::string& type,
-                         std::vector<VariableData> variables = {}, std::vector<PortData> ports = {}) {
+                         std::vector<VariableData> variables = {},
+                         std::vector<PortData> ports = {}) {
     ObjectData object;
     object.name = name;
     object.type = type;

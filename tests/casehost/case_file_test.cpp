@@ -45,10 +45,15 @@ CaseData FullCase() {
     odd->flagged = true;
     data.main.objects.push_back(Object(
         "Everything", words::kTemplate,
-        {Real("Tiny", "", 4.9406564584124654e-324), Real("Third", "", 1.0 / 3), Real("MinusZero", "", -0.0),
-         Real("Big", "", 1.7976931348623157e308), Real("Whole", "", 9007199254740992.0),
-         Real("Unset", "", kEmpty, VariableState::missing), {odd, {{0.25, "", VariableState::defaulted}}},
-         Choice("Mode", {"on", "off"}, 1), TextVariable("Notes", "tab\there"),
+        {Real("Tiny", "", 4.9406564584124654e-324),
+         Real("Third", "", 1.0 / 3),
+         Real("MinusZero", "", -0.0),
+         Real("Big", "", 1.7976931348623157e308),
+         Real("Whole", "", 9007199254740992.0),
+         Real("Unset", "", kEmpty, VariableState::missing),
+         {odd, {{0.25, "", VariableState::defaulted}}},
+         Choice("Mode", {"on", "off"}, 1),
+         TextVariable("Notes", "tab\there"),
          Attachment("To", "/@utilities/Envelope"),
          Array("Grid", "Temperature",
                {{1, 2, ElementNaming::enumeration, {"a", "b"}}, {0, 2, ElementNaming::number, {}}},
@@ -61,7 +66,8 @@ CaseData FullCase() {
     everything.sub_flowsheet->objects = {test::Stream("Inner", VariableState::specified)};
     data.utilities = {Object("Envelope", "EnvelopeUtilityObject", {Attachment("Stream", "Feed")})};
     data.data_tables = {Object("Day", "ProcessDataTableObject")};
-    data.reactions = {Object("Rxn-1", "ConversionReactionObject", {Real("Conversion", "Percent", 80)})};
+    data.reactions = {
+        Object("Rxn-1", "ConversionReactionObject", {Real("Conversion", "Percent", 80)})};
     data.published = {Object("PV", "RTIVariable", {Real("Value", "Pressure", 3)})};
     return data;
 }
@@ -143,11 +149,13 @@ std::string WithObjects(const std::string& inside) {
 "Grid": {"dimensions": [{"count": 2}]}, "To": {"kind": "attachment"},
 "Notes": {"kind": "text"}}},
 "flowsheet": {"objects": [
-)" + inside + "]}}";
+)" + inside +
+           "]}}";
 }
 
 std::string WithVariable(const std::string& inside) {
-    return WithObjects(R"({"name": "A", "type": "MixerOpObject", "shape": "S", "variables": {)" + inside + "}}");
+    return WithObjects(R"({"name": "A", "type": "MixerOpObject", "shape": "S", "variables": {)" +
+                       inside + "}}");
 }
 
 TEST(CaseFile, ProblemsNameFileLineAndPath) {
@@ -158,33 +166,45 @@ TEST(CaseFile, ProblemsNameFileLineAndPath) {
         {WithVariable(R"("T": {"value": "abc"})"),
          "plant.json:6: /flowsheet/objects/0/variables/T/value: expected a number, found \"abc\""},
         {WithVariable(R"("T": {"value": -300})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/value: the value is below the minimum of \"T\""},
+         "plant.json:6: /flowsheet/objects/0/variables/T/value: the value is below the minimum of "
+         "\"T\""},
         {WithVariable(R"("T": {"value": 1, "unit": "kPa"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/unit: the unit \"kPa\" is none of Temperature (C, K, F, R)"},
+         "plant.json:6: /flowsheet/objects/0/variables/T/unit: the unit \"kPa\" is none of "
+         "Temperature (C, K, F, R)"},
         {WithVariable(R"("Mode": {"value": "maybe"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/Mode/value: \"maybe\" is no option of \"Mode\" (on, off)"},
+         "plant.json:6: /flowsheet/objects/0/variables/Mode/value: \"maybe\" is no option of "
+         "\"Mode\" (on, off)"},
         {WithVariable(R"("Grid": {"values": [1]})"),
          "plant.json:6: /flowsheet/objects/0/variables/Grid/values: expected 2 values, found 1"},
         {WithVariable(R"("Grid": {"values": [1, {}]})"),
-         "plant.json:6: /flowsheet/objects/0/variables/Grid/values/1: expected a number, found an object"},
+         "plant.json:6: /flowsheet/objects/0/variables/Grid/values/1: expected a number, found an "
+         "object"},
         {WithVariable(R"("To": {"value": "Nowhere"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/To: the attachment \"Nowhere\" names no object"},
+         "plant.json:6: /flowsheet/objects/0/variables/To: the attachment \"Nowhere\" names no "
+         "object"},
         {WithVariable(R"("T": {"value": 1, "state": "guessed"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/state: \"guessed\" is none of calculated, specified, "
+         "plant.json:6: /flowsheet/objects/0/variables/T/state: \"guessed\" is none of calculated, "
+         "specified, "
          "defaulted, specifiedOtherwise, missing"},
         {WithVariable(R"("T": {"value": 1}, "T": {"value": 2})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: the name \"T\" stands twice in one object"},
+         "plant.json:6: /flowsheet/objects/0/variables/T: the name \"T\" stands twice in one "
+         "object"},
         {WithVariable(R"("X": {"value": 1})"),
-         "plant.json:6: /flowsheet/objects/0/variables/X: the object's shape has no variable \"X\""},
-        {WithVariable(R"("T": {"value": NaN})"), "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
-        {WithVariable(R"("T": {"value": Infinity})"), "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
-        {WithVariable(R"("T": {"value": 1e999})"), "plant.json:6: /flowsheet/objects/0/variables/T: number overflow"},
+         "plant.json:6: /flowsheet/objects/0/variables/X: the object's shape has no variable "
+         "\"X\""},
+        {WithVariable(R"("T": {"value": NaN})"),
+         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
+        {WithVariable(R"("T": {"value": Infinity})"),
+         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
+        {WithVariable(R"("T": {"value": 1e999})"),
+         "plant.json:6: /flowsheet/objects/0/variables/T: number overflow"},
         {WithVariable(R"("T": {"valu": 1})"),
          "plant.json:6: /flowsheet/objects/0/variables/T/valu: unknown member \"valu\""},
         {WithObjects(R"({"name": "A", "type": "X"},
 {"name": "A", "type": "Y"})"),
          "plant.json:7: /flowsheet/objects/1: another object of this list is called \"A\""},
-        {WithObjects(R"({"type": "X"})"), "plant.json:6: /flowsheet/objects/0: \"name\" is missing"},
+        {WithObjects(R"({"type": "X"})"),
+         "plant.json:6: /flowsheet/objects/0: \"name\" is missing"},
         {WithObjects(R"({"name": "A", "type": "X", "shape": "None"})"),
          "plant.json:6: /flowsheet/objects/0/shape: no such shape: \"None\""},
         {WithObjects(R"({"name": "A", "type": "MixerOpObject", "ports": [{"stream": "Gone"}]})"),
@@ -194,12 +214,14 @@ TEST(CaseFile, ProblemsNameFileLineAndPath) {
         {WithObjects(R"({"name": "S", "type": "MaterialStreamObject"},
 {"name": "A", "type": "MixerOpObject", "ports": [{"stream": "S"}, {"stream": "S"}]})"),
          "plant.json:7: /flowsheet/objects/1/ports/1: the port stands twice: Inlet 1"},
-        {"{\"format\": \"casehost case\", \"version\": 2}", "plant.json:1: /: not a case file: expected format"},
+        {"{\"format\": \"casehost case\", \"version\": 2}",
+         "plant.json:1: /: not a case file: expected format"},
         {"[]", "plant.json:1: /: expected an object, found an array"},
         {"", "plant.json:1: syntax error"},
         {"{\"format\": \"casehost case\",\n \"version\": 1,\n \"unitSet\": 3}",
          "plant.json:3: /unitSet: expected a whole number from 0 to 2"},
-        {"{\"format\": \"casehost case\", \"version\": 1, \"shapes\": {\"S\": {\"X\": {\"quantity\": \"Taste\"}}}}",
+        {"{\"format\": \"casehost case\", \"version\": 1, \"shapes\": {\"S\": {\"X\": "
+         "{\"quantity\": \"Taste\"}}}}",
          "plant.json:1: /shapes/S/X/quantity: no such quantity: \"Taste\""},
         {std::string(100, '['), "plant.json:1: "},
     };
@@ -237,10 +259,11 @@ TEST(CaseFile, EveryPrefixOfAFileIsRefusedWithoutHarm) {
 }
 
 class CaseFileOnDisk : public ::testing::Test {
-protected:
+ protected:
     void SetUp() override {
         folder_ = std::filesystem::temp_directory_path() /
-                  ("casehost-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+                  ("casehost-" +
+                   std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
         std::filesystem::create_directory(folder_);
         RegisterCaseFiles();
     }
@@ -279,7 +302,8 @@ TEST_F(CaseFileOnDisk, FailedSaveLeavesTheOldFileAlone) {
 
 TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
     std::ifstream page(CASEHOST_FORMAT_PAGE);
-    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    const std::string text((std::istreambuf_iterator<char>(page)),
+                           std::istreambuf_iterator<char>());
     const std::size_t from = text.find("```json\n") + 8;
     ASSERT_GT(from, 8u);
     const CaseData data = Read(text.substr(from, text.find("```", from) - from));
@@ -289,8 +313,10 @@ TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
 
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
     CaseHost host;
-    EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message, "no reader for this kind of file");
-    EXPECT_NE(host.Open(Path("missing.json")).problems.at(0).message.find("can't be read"), std::string::npos);
+    EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message,
+              "no reader for this kind of file");
+    EXPECT_NE(host.Open(Path("missing.json")).problems.at(0).message.find("can't be read"),
+              std::string::npos);
     const OpenResult opened = host.Open(SmallCase());
     EXPECT_FALSE(host.Save(*opened.opened, Path("plant.xyz")));
     EXPECT_TRUE(host.Save(*opened.opened, Path("plant")));
@@ -300,9 +326,11 @@ TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
 TEST_F(CaseFileOnDisk, HundredThousandObjectsLoadInSeconds) {
     CaseData data;
     std::vector<VariableData> variables;
-    for (int v = 0; v < 10; ++v) variables.push_back(Real("V" + std::to_string(v), "Pressure", v + 0.1));
+    for (int v = 0; v < 10; ++v)
+        variables.push_back(Real("V" + std::to_string(v), "Pressure", v + 0.1));
     for (int i = 0; i < 100'000; ++i) {
-        data.main.objects.push_back(Object("S" + std::to_string(i), words::kMaterialStream, variables));
+        data.main.objects.push_back(
+            Object("S" + std::to_string(i), words::kMaterialStream, variables));
     }
     ASSERT_TRUE(WriteCaseFile(data, Path("big.json")));
     const auto begin = std::chrono::steady_clock::now();
@@ -321,10 +349,13 @@ TEST_F(CaseFileOnDisk, PublishedSchemaAcceptsWhatIsWritten) {
     }
     ASSERT_TRUE(WriteCaseFile(FullCase(), Path("plant.json")));
     const std::string check =
-        "python3 -c \"import json, sys, jsonschema; jsonschema.validate(*[json.load(open(f)) for f in sys.argv[1:]])\" ";
+        "python3 -c \"import json, sys, jsonschema; jsonschema.validate(*[json.load(open(f)) for f "
+        "in sys.argv[1:]])\" ";
     EXPECT_EQ(std::system((check + Path("plant.json") + " " CASEHOST_SCHEMA).c_str()), 0);
-    std::ofstream(Path("wrong.json")) << R"({"format": "casehost case", "version": 1, "unitSet": 9})";
-    EXPECT_NE(std::system((check + Path("wrong.json") + " " CASEHOST_SCHEMA " 2> /dev/null").c_str()), 0);
+    std::ofstream(Path("wrong.json"))
+        << R"({"format": "casehost case", "version": 1, "unitSet": 9})";
+    EXPECT_NE(
+        std::system((check + Path("wrong.json") + " " CASEHOST_SCHEMA " 2> /dev/null").c_str()), 0);
 }
 
 }  // namespace

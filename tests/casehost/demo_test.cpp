@@ -12,7 +12,7 @@ namespace casehost {
 namespace {
 
 class Demo : public ::testing::Test {
-protected:
+ protected:
     void SetUp() override {
         UseStandardParts(host_);
         const OpenResult result = OpenCase(host_, "demo");
@@ -51,22 +51,27 @@ TEST_F(Demo, EveryObjectIsSolved) {
 }
 
 TEST_F(Demo, EveryCalculatedScalarOfEveryObjectHasAValue) {
-    std::function<void(const std::vector<ObjectData>&)> check = [&](const std::vector<ObjectData>& objects) {
-        for (const ObjectData& object : objects) {
-            for (const VariableData& variable : object.variables) {
-                if (variable.spec->kind != ValueKind::real || !variable.spec->dimensions.empty()) continue;
-                EXPECT_NE(variable.values[0].number, kEmpty) << object.name << ": " << variable.spec->name;
+    std::function<void(const std::vector<ObjectData>&)> check =
+        [&](const std::vector<ObjectData>& objects) {
+            for (const ObjectData& object : objects) {
+                for (const VariableData& variable : object.variables) {
+                    if (variable.spec->kind != ValueKind::real ||
+                        !variable.spec->dimensions.empty())
+                        continue;
+                    EXPECT_NE(variable.values[0].number, kEmpty)
+                        << object.name << ": " << variable.spec->name;
+                }
+                if (object.sub_flowsheet) check(object.sub_flowsheet->objects);
             }
-            if (object.sub_flowsheet) check(object.sub_flowsheet->objects);
-        }
-    };
+        };
     check(demo_->ToData().main.objects);
 }
 
 TEST_F(Demo, MassComesOutAsItGoesIn) {
     const double in = Value("Raw Gas", names::kMassFlow) + Value("Tail Gas", names::kMassFlow);
     double out = 0;
-    for (const char* name : {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas", "Stable Condensate"}) {
+    for (const char* name :
+         {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas", "Stable Condensate"}) {
         out += Value(name, names::kMassFlow);
     }
     EXPECT_GT(in, 0);
@@ -75,11 +80,12 @@ TEST_F(Demo, MassComesOutAsItGoesIn) {
 
 TEST_F(Demo, EnergyComesOutAsItGoesIn) {
     double balance = 0;
-    for (const char* name : {"Raw Gas", "Tail Gas", "Compressor Power", "Pump Power", "Heater Duty", "Stabiliser/Reheat"}) {
+    for (const char* name : {"Raw Gas", "Tail Gas", "Compressor Power", "Pump Power", "Heater Duty",
+                             "Stabiliser/Reheat"}) {
         balance += Value(name, names::kHeatFlow);
     }
-    for (const char* name : {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas", "Stable Condensate",
-                             "Chiller Duty", "Expander Power"}) {
+    for (const char* name : {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas",
+                             "Stable Condensate", "Chiller Duty", "Expander Power"}) {
         balance -= Value(name, names::kHeatFlow);
     }
     EXPECT_NEAR(balance, 0, 1e-5 * std::abs(Value("Chiller Duty", names::kHeatFlow)));
@@ -91,7 +97,8 @@ TEST_F(Demo, FeedStoreIsSolvedAgain) {
     feed->StoreReal(feed->GetShape()->ByName(names::kMolarFlow)->description, 2000);
     EXPECT_EQ(Value("Sales Gas", names::kMolarFlow), kEmpty);
     demo_->MainSolver()->SolveTask();
-    for (int turn = 0; turn < 100 && (demo_->MainSolver()->Pending() || demo_->MainSolver()->Busy()); ++turn) {
+    for (int turn = 0;
+         turn < 100 && (demo_->MainSolver()->Pending() || demo_->MainSolver()->Busy()); ++turn) {
         host_.Services().WaitForTurn(0);
     }
     EXPECT_FALSE(demo_->MainSolver()->NeedsToRun()) << demo_->Solver().Message();

@@ -24,7 +24,7 @@ constexpr auto kGiven = VariableState::specified;
 constexpr auto kFound = VariableState::calculated;
 
 class LiveCase : public ::testing::Test {
-protected:
+ protected:
     Case& Open(const CaseData& data) {
         const OpenResult result = host_.Open(data);
         for (const CaseProblem& problem : result.problems) ADD_FAILURE() << problem.Text();
@@ -105,8 +105,14 @@ TEST_F(LiveCase, ArrayElementsAreCountedFromTheirLowBoundLastDimensionFastest) {
     struct {
         int first, second;
         double value;
-    } cases[] = {{5, 1, 1}, {5, 3, 3}, {6, 1, 4}, {6, 3, 6}, {4, 1, host::kEmptyReal},
-                 {7, 1, host::kEmptyReal}, {5, 0, host::kEmptyReal}, {5, 4, host::kEmptyReal}};
+    } cases[] = {{5, 1, 1},
+                 {5, 3, 3},
+                 {6, 1, 4},
+                 {6, 3, 6},
+                 {4, 1, host::kEmptyReal},
+                 {7, 1, host::kEmptyReal},
+                 {5, 0, host::kEmptyReal},
+                 {5, 4, host::kEmptyReal}};
     for (const auto& each : cases) {
         table.SetOffset(0, each.first, false);
         table.SetOffset(1, each.second, false);
@@ -156,7 +162,8 @@ TEST_F(LiveCase, PortsAreAttachmentRows) {
     } cases[] = {{"Inlet 1", "Low"}, {"Outlet 1", "Hot"}, {"Energy Inlet 1", "Duty"}};
     for (const auto& each : cases) {
         ASSERT_NE(Row(heater, each.row), nullptr) << each.row;
-        EXPECT_EQ(heater->GetVariableAttachment(Row(heater, each.row)->description), Get(each.stream));
+        EXPECT_EQ(heater->GetVariableAttachment(Row(heater, each.row)->description),
+                  Get(each.stream));
     }
 }
 
@@ -168,8 +175,9 @@ TEST_F(LiveCase, ObjectsOfOneShapeShareTheirRows) {
 
 TEST_F(LiveCase, DescriptionOfAnotherShapeIsFoundByItsMoniker) {
     CaseData data;
-    data.main.objects = {Object("A", words::kMixer, {Real("P", "Pressure", 1), Real("T", "Temperature", 2)}),
-                         Object("B", words::kTee, {Real("T", "Temperature", 3)})};
+    data.main.objects = {
+        Object("A", words::kMixer, {Real("P", "Pressure", 1), Real("T", "Temperature", 2)}),
+        Object("B", words::kTee, {Real("T", "Temperature", 3)})};
     Open(data);
     EXPECT_EQ(Get("B")->GetRealValue(Row(Get("A"), "T")->description), 3);
     EXPECT_EQ(Get("B")->GetRealValue(Row(Get("A"), "P")->description), host::kEmptyReal);
@@ -181,20 +189,22 @@ TEST_F(LiveCase, StoresAreKeptRefusedOrLimited) {
     limited->maximum = 10;
     CaseData data;
     data.main.objects = {Object("A", words::kMixer,
-                                {Real("Given", "", 1), Real("Found", "", 2, kFound),
+                                {Real("Given", "", 1),
+                                 Real("Found", "", 2, kFound),
                                  Real("Default", "", 3, VariableState::defaulted),
                                  Real("Open", "", kEmpty, VariableState::missing),
-                                 {limited, {{5, "", kGiven}}}, Choice("Mode", {"on", "off"}, 0)})};
+                                 {limited, {{5, "", kGiven}}},
+                                 Choice("Mode", {"on", "off"}, 0)})};
     Open(data);
     host::Viewable* a = Get("A");
     struct {
         const char* name;
         double stored, after;
         int state;
-    } cases[] = {{"Given", 8, 8, 1},    {"Found", 8, 2, 0},    {"Default", 8, 8, 1},
-                 {"Open", 8, 8, 1},     {"Limited", -1, 5, 1}, {"Limited", 11, 5, 1},
-                 {"Limited", 10, 10, 1}, {"Mode", 1, 1, 1},     {"Mode", 2, 1, 1},
-                 {"Mode", 0.5, 1, 1},   {"Given", kEmpty, kEmpty, 4}};
+    } cases[] = {{"Given", 8, 8, 1},     {"Found", 8, 2, 0},          {"Default", 8, 8, 1},
+                 {"Open", 8, 8, 1},      {"Limited", -1, 5, 1},       {"Limited", 11, 5, 1},
+                 {"Limited", 10, 10, 1}, {"Mode", 1, 1, 1},           {"Mode", 2, 1, 1},
+                 {"Mode", 0.5, 1, 1},    {"Given", kEmpty, kEmpty, 4}};
     for (const auto& each : cases) {
         // A fresh solve would fill the stale calculated values; here only stores are looked at.
         Node::Of(a)->SetStale(false);
@@ -299,7 +309,8 @@ TEST_F(LiveCase, MonikersNameEveryOwner) {
         {"Valve", "/FlowSht.1/UnitOpObject.400Valve", "/FlowSht.1/UnitOpObject.400(Valve)"},
         {"/T-100/Inner", "/FlowSht.1/UnitOpObject.400T-100/FlowSht.1/StreamObject.400Inner",
          "/FlowSht.1/UnitOpObject.400(T-100)/FlowSht.1/StreamObject.400(Inner)"},
-        {"Sheet Utility", "/FlowSht.1/Utility.300Sheet Utility", "/FlowSht.1/Utility.300(Sheet Utility)"},
+        {"Sheet Utility", "/FlowSht.1/Utility.300Sheet Utility",
+         "/FlowSht.1/Utility.300(Sheet Utility)"},
         {"/@utilities/Envelope", "/Utility.300Envelope", "/Utility.300(Envelope)"},
         {"/@tables/Table", "/ProcessDataTable.300Table", "/ProcessDataTable.300(Table)"},
         {"/@reactions/Rxn-1", "/FluidPkgMgr.300/RxnPackageManager.300/Rxn.300Rxn-1",
@@ -310,9 +321,11 @@ TEST_F(LiveCase, MonikersNameEveryOwner) {
         EXPECT_EQ(Moniker(each.path, false), each.plain);
         EXPECT_EQ(Moniker(each.path, true), each.full);
         for (const char* moniker : {each.plain, each.full}) {
-            EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription(moniker, 0)), Get(each.path)) << moniker;
+            EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription(moniker, 0)), Get(each.path))
+                << moniker;
             const std::string named = std::string(moniker) + "/:Name.0";
-            EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription(named.c_str(), 0)), Get(each.path));
+            EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription(named.c_str(), 0)),
+                      Get(each.path));
             EXPECT_EQ(open_case->GetTextValue(VarDescription(named.c_str(), 0)).Str(),
                       Get(each.path)->GetName().Str());
         }
@@ -321,7 +334,9 @@ TEST_F(LiveCase, MonikersNameEveryOwner) {
               "FlowSht.1/StreamObject.400(Inner)");
     EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription("FlowSht.1/Solver.400", 0)),
               open_case->MainSolver());
-    EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription("FlowSht.1/StreamObject.400(None)", 0)), nullptr);
+    EXPECT_EQ(
+        open_case->ResolveVariableOwner(VarDescription("FlowSht.1/StreamObject.400(None)", 0)),
+        nullptr);
 }
 
 TEST_F(LiveCase, OwnersLeadUpToTheCase) {
@@ -345,7 +360,8 @@ TEST_F(LiveCase, TypesKnowTheirBases) {
     EXPECT_TRUE(services.FindObjectType("MaterialStreamObject")->IsA(stream));
     EXPECT_TRUE(services.FindObjectType("EnergyStreamObject")->IsA(stream));
     EXPECT_TRUE(services.FindObjectType("TemplateOpObject")->IsA(unit_op));
-    EXPECT_FALSE(services.FindObjectType("EnvelopeUtilityObject")->IsA(services.ObjectTypes().FlowSheetObjectObject));
+    EXPECT_FALSE(services.FindObjectType("EnvelopeUtilityObject")
+                     ->IsA(services.ObjectTypes().FlowSheetObjectObject));
     EXPECT_NE(services.FindObjectType("HovexCorrelationObject"), nullptr);
     EXPECT_EQ(services.FindObjectType("NoSuchWord"), nullptr);
     CaseData odd;
@@ -482,9 +498,12 @@ TEST_F(LiveCase, PathsEscapeWhatTheyAreMadeOf) {
         CaseData data;
         data.main.objects = {Object(name, words::kMixer), Object("b", words::kTee)};
         Case& live = Open(data);
-        Node& node = live.MainFlowSheet() ? *Node::Of(live.MainFlowSheet()->Objects().EntryAt(0)) : *live.FindByPath("b", nullptr);
-        EXPECT_EQ(live.FindByPath(live.PathOf(node, nullptr), nullptr), &node) << live.PathOf(node, nullptr);
-        EXPECT_EQ(live.FindByPath(live.PathOf(node, &node), &node), &node) << live.PathOf(node, &node);
+        Node& node = live.MainFlowSheet() ? *Node::Of(live.MainFlowSheet()->Objects().EntryAt(0))
+                                          : *live.FindByPath("b", nullptr);
+        EXPECT_EQ(live.FindByPath(live.PathOf(node, nullptr), nullptr), &node)
+            << live.PathOf(node, nullptr);
+        EXPECT_EQ(live.FindByPath(live.PathOf(node, &node), &node), &node)
+            << live.PathOf(node, &node);
     }
 }
 
@@ -501,7 +520,8 @@ TEST_F(LiveCase, ReferencesThatNameNothingAreTold) {
 TEST_F(LiveCase, UnitsFollowTheCaseAndTheType) {
     CaseData data;
     data.unit_set = 2;
-    data.main.objects = {Object("A", words::kMixer, {Real("T", "Temperature", 100), Real("N", "", 1)})};
+    data.main.objects = {
+        Object("A", words::kMixer, {Real("T", "Temperature", 100), Real("N", "", 1)})};
     Open(data);
     host::HostServices& services = host_.Services();
     const VarDescription& t = Row(Get("A"), "T")->description;
@@ -515,10 +535,12 @@ TEST_F(LiveCase, UnitsFollowTheCaseAndTheType) {
     EXPECT_EQ(services.GetUnitConvTypeFromVarType(t.Type()), t.UnitType());
     const VarDescription& n = Row(Get("A"), "N")->description;
     EXPECT_EQ(n.UnitType(), host::kVariableUnitType);
-    EXPECT_EQ(services.GetUnitConvTypeFromVarType(Get("A")->GetVariableUnitType(n)), host::kVariableUnitType);
+    EXPECT_EQ(services.GetUnitConvTypeFromVarType(Get("A")->GetVariableUnitType(n)),
+              host::kVariableUnitType);
     std::vector<std::string> names;
     services.UnitConvList(t.UnitType());
-    for (host::Text name = services.GetFirstConvName(); !name.IsEmpty(); name = services.GetNextConvName()) {
+    for (host::Text name = services.GetFirstConvName(); !name.IsEmpty();
+         name = services.GetNextConvName()) {
         names.push_back(name.Str());
     }
     EXPECT_EQ(names, (std::vector<std::string>{"C", "K", "F", "R"}));
@@ -565,7 +587,8 @@ TEST_F(LiveCase, BasisShowsItsSpecification) {
     ASSERT_TRUE(source->FillSpecInfo(info));
     std::vector<std::string> tags;
     host::TypedListIterator<host::CSpecElement> elements(info->Elements());
-    for (auto* each = elements.Reset(); each; each = elements.Next()) tags.push_back(each->tag.Str());
+    for (auto* each = elements.Reset(); each; each = elements.Next())
+        tags.push_back(each->tag.Str());
     EXPECT_EQ(tags, (std::vector<std::string>{"Property Package", "Compounds", "Constants"}));
     EXPECT_EQ(elements.EntryAt(0)->value_text.Str(), "Peng-Robinson");
     EXPECT_EQ(elements.EntryAt(1)->child->CollectionCount(), 1u);

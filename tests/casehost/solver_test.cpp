@@ -10,7 +10,7 @@ using test::SmallCase;
 
 // Sets every calculated value of the flowsheet to a number that tells how often it was asked.
 class CountingEngine final : public SolveEngine {
-public:
+ public:
     Outcome Prepare(const CaseData& problem) override {
         ++prepared;
         results_ = problem;
@@ -36,12 +36,12 @@ public:
     bool fail = false;
     std::vector<int> steps;
 
-private:
+ private:
     CaseData results_;
 };
 
 class RecordingCallback final : public host::IModelCallback {
-public:
+ public:
     explicit RecordingCallback(host::FlowSheetSolver* solver) : solver_(solver) {}
     long QueryInterface(const void*, void**) override { return -1; }
     unsigned long AddRef() override { return ++references; }
@@ -54,12 +54,12 @@ public:
     unsigned long references = 0;
     std::string log;
 
-private:
+ private:
     host::FlowSheetSolver* solver_;
 };
 
 class Solving : public ::testing::Test {
-protected:
+ protected:
     Case& Open(CaseData data) {
         open_ = host_.Open(data).opened;
         auto engine = std::make_unique<CountingEngine>();
@@ -72,7 +72,9 @@ protected:
     ~Solving() override {
         if (open_ && open_->OnlineManager()) open_->OnlineManager()->put_ModelCallback(nullptr);
     }
-    host::Viewable* Get(const std::string& name) { return open_->FindByPath(name, nullptr)->View(); }
+    host::Viewable* Get(const std::string& name) {
+        return open_->FindByPath(name, nullptr)->View();
+    }
     host::VarDescription Temperature(const std::string& name) {
         return Node::Of(Get(name))->GetShape()->ByName("Temperature")->description;
     }
@@ -190,10 +192,12 @@ TEST_F(Solving, FailedSolveIsToldAndStillNeedsToRun) {
     Solver().SolveOnce();
     EXPECT_TRUE(Solver().NeedsToRun());
     EXPECT_EQ(open_->Solver().Message(), "does not converge");
-    EXPECT_NE(Solver().GetTextValue(host::VarDescription("ConsistencyVariable", 0)).Str(), "Unknown.0");
+    EXPECT_NE(Solver().GetTextValue(host::VarDescription("ConsistencyVariable", 0)).Str(),
+              "Unknown.0");
     engine_->fail = false;
     Solver().SolveOnce();
-    EXPECT_EQ(Solver().GetTextValue(host::VarDescription("ConsistencyVariable", 0)).Str(), "Unknown.0");
+    EXPECT_EQ(Solver().GetTextValue(host::VarDescription("ConsistencyVariable", 0)).Str(),
+              "Unknown.0");
 }
 
 TEST_F(Solving, CaseWithoutEngineStaysUnsolved) {

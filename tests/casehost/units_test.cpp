@@ -46,37 +46,70 @@ TEST(Units, TemperaturesAndTheirDifferences) {
     struct {
         const char* unit;
         double user, internal_C;
-    } cases[] = {{"K", 0, -273.15}, {"F", 32, 0}, {"F", 212, 100}, {"R", 491.67, 0}, {"C", -40, -40}, {"F", -40, -40}};
+    } cases[] = {{"K", 0, -273.15}, {"F", 32, 0},    {"F", 212, 100},
+                 {"R", 491.67, 0},  {"C", -40, -40}, {"F", -40, -40}};
     for (const auto& each : cases) {
         const host::UnitRecord& unit = *FindUnit(temperature, each.unit);
         EXPECT_NEAR(ToInternal(each.user, unit), each.internal_C, 1e-11) << each.user << each.unit;
-        EXPECT_NEAR(FromInternal(each.internal_C, unit), each.user, 1e-11) << each.user << each.unit;
+        EXPECT_NEAR(FromInternal(each.internal_C, unit), each.user, 1e-11)
+            << each.user << each.unit;
     }
     EXPECT_DOUBLE_EQ(ToInternal(9, *FindUnit(*FindQuantity("TemperatureDifference"), "F")), 5);
 }
 
 #ifdef CASEHOST_UDUNITS
-// Names that udunits writes otherwise; its own gallon is rounded, so the defining 231 in3 stands here. kgmole and lbmole are what the trade calls a kilogram mole and
-// a pound mole.
+// Names that udunits writes otherwise; its own gallon is rounded, so the defining 231 in3 stands
+// here. kgmole and lbmole are what the trade calls a kilogram mole and a pound mole.
 std::string UdunitsName(const std::string& quantity, const std::string& unit) {
     static const std::map<std::string, std::string> names = {
-        {"C", "degC"},           {"F", "degF"},           {"R", "degR"},
-        {"atm", "standard_atmosphere"}, {"psia", "psi"},  {"mmHg", "13.5951 g cm-3 standard_free_fall mm"},
-        {"torr", "standard_atmosphere/760"},              {"kg/cm2", "kgf/cm2"},
-        {"tonne/d", "t/day"},    {"tonne/h", "t/h"},      {"tonne", "t"},
-        {"Btu/hr", "BTU/h"},     {"MMBtu/hr", "1e6 BTU/h"},     {"Btu", "BTU"},
-        {"kcal/h", "kcal/h"},    {"hp", "550 ft lbf/s"},
-        {"mile", "mile"},        {"USGAL", "231 in3"}, {"bbl", "9702 in3"},
-        {"USGPM", "231 in3/min"},                {"bbl/d", "9702 in3/day"},
-        {"cP", "0.01 poise"},    {"P", "poise"},          {"cSt", "0.01 stokes"},
-        {"St", "stokes"},        {"Pa-s", "Pa s"},        {"mPa-s", "mPa s"},
-        {"lb/ft-s", "lb/(ft s)"}, {"W/m-K", "W/(m K)"},   {"kW/m-K", "kW/(m K)"},
-        {"dyne/cm", "dyne/cm"},  {"mph", "mile/h"},       {"rpm", "rpm"},
-        {"rev/s", "60 rpm"},     {"rad/s", "rad/s"},      {"%", "0.01"},
-        {"fraction", "1"},       {"ppm", "1e-6"},         {"seconds", "s"},
-        {"minutes", "min"},      {"hours", "h"},          {"days", "day"},
-        {"degree", "degree"},    {"rad", "rad"},          {"m3/d", "m3/day"},
-        {"kWh", "kW h"},           {"K-m2/W", "K m2/W"},    {"C-h-m2/kJ", "K h m2/kJ"},
+        {"C", "degC"},
+        {"F", "degF"},
+        {"R", "degR"},
+        {"atm", "standard_atmosphere"},
+        {"psia", "psi"},
+        {"mmHg", "13.5951 g cm-3 standard_free_fall mm"},
+        {"torr", "standard_atmosphere/760"},
+        {"kg/cm2", "kgf/cm2"},
+        {"tonne/d", "t/day"},
+        {"tonne/h", "t/h"},
+        {"tonne", "t"},
+        {"Btu/hr", "BTU/h"},
+        {"MMBtu/hr", "1e6 BTU/h"},
+        {"Btu", "BTU"},
+        {"kcal/h", "kcal/h"},
+        {"hp", "550 ft lbf/s"},
+        {"mile", "mile"},
+        {"USGAL", "231 in3"},
+        {"bbl", "9702 in3"},
+        {"USGPM", "231 in3/min"},
+        {"bbl/d", "9702 in3/day"},
+        {"cP", "0.01 poise"},
+        {"P", "poise"},
+        {"cSt", "0.01 stokes"},
+        {"St", "stokes"},
+        {"Pa-s", "Pa s"},
+        {"mPa-s", "mPa s"},
+        {"lb/ft-s", "lb/(ft s)"},
+        {"W/m-K", "W/(m K)"},
+        {"kW/m-K", "kW/(m K)"},
+        {"dyne/cm", "dyne/cm"},
+        {"mph", "mile/h"},
+        {"rpm", "rpm"},
+        {"rev/s", "60 rpm"},
+        {"rad/s", "rad/s"},
+        {"%", "0.01"},
+        {"fraction", "1"},
+        {"ppm", "1e-6"},
+        {"seconds", "s"},
+        {"minutes", "min"},
+        {"hours", "h"},
+        {"days", "day"},
+        {"degree", "degree"},
+        {"rad", "rad"},
+        {"m3/d", "m3/day"},
+        {"kWh", "kW h"},
+        {"K-m2/W", "K m2/W"},
+        {"C-h-m2/kJ", "K h m2/kJ"},
     };
     if (quantity == "TemperatureDifference") return unit == "F" || unit == "R" ? "K/1.8" : "K";
     const auto known = names.find(unit);
@@ -94,12 +127,14 @@ std::string UdunitsText(const std::string& quantity, const std::string& unit) {
         }
     };
     const std::size_t slash = text.find('/');
-    if (slash != std::string::npos) text = text.substr(0, slash) + "/(" + text.substr(slash + 1) + ")";
+    if (slash != std::string::npos)
+        text = text.substr(0, slash) + "/(" + text.substr(slash + 1) + ")";
     replace("kgmole", "kmol");
     replace("lbmole", "(453.59237 mol)");
     replace("Btu", "BTU");
     replace("hr", "h");
-    for (const char* end : {"C)", "K)", "F)"}) replace(std::string("-") + end, end[0] == 'F' ? " (K/1.8))" : " K)");
+    for (const char* end : {"C)", "K)", "F)"})
+        replace(std::string("-") + end, end[0] == 'F' ? " (K/1.8))" : " K)");
     if (text.find("/(C-") != std::string::npos) replace("/(C-", "/(K ");
     if (text.find("/(F-") != std::string::npos) replace("/(F-", "/((K/1.8) ");
     if (text.rfind("F-", 0) == 0) replace("F-", "(K/1.8) ");
@@ -108,7 +143,7 @@ std::string UdunitsText(const std::string& quantity, const std::string& unit) {
 }
 
 class UnitsAgainstUdunits : public ::testing::Test {
-protected:
+ protected:
     void SetUp() override {
         ut_set_error_message_handler(ut_ignore);
         system_ = ut_read_xml(nullptr);
@@ -132,7 +167,8 @@ TEST_F(UnitsAgainstUdunits, EveryConversionAgrees) {
             ut_unit* theirs = ut_parse(system_, text.c_str(), UT_ASCII);
             cv_converter* converter = theirs ? ut_get_converter(theirs, internal) : nullptr;
             if (!converter) {
-                ADD_FAILURE() << "udunits can't: " << quantity.name << ' ' << unit.name << ": " << text;
+                ADD_FAILURE() << "udunits can't: " << quantity.name << ' ' << unit.name << ": "
+                              << text;
                 continue;
             }
             for (double value : {1.0, 250.0}) {

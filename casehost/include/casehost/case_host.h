@@ -42,7 +42,7 @@ void RegisterWriter(const std::string& extension, CaseWriter writer);
 using EngineMaker = std::function<std::unique_ptr<SolveEngine>()>;
 
 class CaseHost {
-public:
+ public:
     // A host without a window answers no application form. The host's side of the
     // process uses the services of the host made last.
     explicit CaseHost(bool with_window = true);
@@ -80,7 +80,7 @@ public:
     // What the module told the host, for the host's own windows.
     unsigned long ViewUpdates() const;
 
-private:
+ private:
     class ServicesImpl;
 
     std::shared_ptr<Script> script_;

@@ -1,16 +1,17 @@
 #pragma once
 
-// Case: a live case, built from CaseData and turned back into it. It is the host's SimulationCase and
-// owns every object below it.
+// Case: a live case, built from CaseData and turned back into it. It is the host's SimulationCase
+// and owns every object below it.
 //
 // Deleted objects stay readable in a graveyard until PurgeDeleted, which the host's own loop calls
 // when no client is on the stack, or until the case is closed. Changes of the structure are told to
 // the model callback as SimulationStep.
 //
-// A store makes calculated values stale: those of the stored object, of the unit operation that makes
-// it when it is a stream, and of everything downstream of these, down into and up out of template
-// operations, and of utilities attached to any of them. Stale values are shown missing and their
-// objects as not solved until a solve has filled them. A store into a reaction makes all stale.
+// A store makes calculated values stale: those of the stored object, of the unit operation that
+// makes it when it is a stream, and of everything downstream of these, down into and up out of
+// template operations, and of utilities attached to any of them. Stale values are shown missing and
+// their objects as not solved until a solve has filled them. A store into a reaction makes all
+// stale.
 
 #include <functional>
 #include <memory>
@@ -27,7 +28,7 @@
 namespace casehost {
 
 class Case final : public NodeOf<host::SimulationCase> {
-public:
+ public:
     Case(const CaseData& data, std::shared_ptr<Script> script);
     ~Case() override;
 
@@ -40,8 +41,8 @@ public:
     // Structure. Objects are named as clients hold them; false when one is not of this case.
     bool Delete(host::Viewable* object);
     bool Rename(host::Viewable* object, const std::string& name);
-    // Into the main flowsheet or that of a template operation; a null `flowsheet` means the main one.
-    // Null when the name is taken.
+    // Into the main flowsheet or that of a template operation; a null `flowsheet` means the main
+    // one. Null when the name is taken.
     host::Viewable* Add(host::FlowSheet* flowsheet, const ObjectData& object);
     bool Move(host::Viewable* object, std::size_t index);
     void PurgeDeleted();
@@ -94,16 +95,17 @@ public:
     bool Save() override { return saver_ && saver_(*this); }
     bool IsVisible() override { return visible_; }
 
-protected:
+ protected:
     Node* Follow(std::string_view& rest) override;
 
-private:
+ private:
     using ObjectVisitor = std::function<void(Node&)>;
     struct PathWorld;
 
     std::unique_ptr<Node> MakeObject(Node* owner, const ObjectData& data, TypeFamily family);
     void FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data);
-    void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data, TypeFamily family);
+    void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
+                  TypeFamily family);
     void ResolveReferences(Node& node, const ObjectData& data);
     void ResolveList(NodeList& list, const std::vector<ObjectData>& data);
     ObjectData ObjectToData(Node& node);

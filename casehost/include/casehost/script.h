@@ -1,7 +1,7 @@
 #pragma once
 
-// Script: what a test orders the host to do against its nature. One script serves a host and all its
-// cases; an empty one changes nothing. Counts start at 1 with the next event after the order.
+// Script: what a test orders the host to do against its nature. One script serves a host and all
+// its cases; an empty one changes nothing. Counts start at 1 with the next event after the order.
 
 #include <cstdint>
 #include <functional>
@@ -11,7 +11,7 @@
 namespace casehost {
 
 class Script {
-public:
+ public:
     // Operations that can be told to answer null, empty or the empty real.
     enum class Answer : unsigned {
         variable_names,
@@ -75,7 +75,7 @@ public:
     void RunInStore() { RunDue(in_store_, stores_); }
     void RunAtTurn() { RunDue(at_turn_, ++turns_); }
 
-private:
+ private:
     struct Order {
         int at;
         std::function<void()> action;

@@ -10,7 +10,7 @@
 namespace casehost {
 
 class SolveEngine {
-public:
+ public:
     enum class Progress { running, done, failed };
     struct Outcome {
         Progress progress = Progress::done;
@@ -25,8 +25,9 @@ public:
     // One turn's share of the work; `turn` counts from 0 since Prepare. The host gives every solve
     // CaseData::solve_turns turns at least, and as many more as the engine answers `running`.
     virtual Outcome Step(int turn) = 0;
-    // The case of the last Prepare with calculated values, object status and status texts filled in;
-    // the same objects and variables in the same order. After `failed` too: what was found so far.
+    // The case of the last Prepare with calculated values, object status and status texts filled
+    // in; the same objects and variables in the same order. After `failed` too: what was found so
+    // far.
     virtual const CaseData& Results() const = 0;
 };
 

@@ -4,8 +4,9 @@
 // built-in case and own case files use them and the steady-state solver reads them.
 //
 // A unit operation finds its streams by its ports (PortData): feeds and products in the order of
-// their index, energy streams by energy_in and energy_out. A parameter whose state is `specified` is
-// an input; any other is a result that the solver fills. Units of the stored numbers in parentheses.
+// their index, energy streams by energy_in and energy_out. A parameter whose state is `specified`
+// is an input; any other is a result that the solver fills. Units of the stored numbers in
+// parentheses.
 
 namespace casehost::words {
 
@@ -38,11 +39,11 @@ inline constexpr char kTemplate[] = "TemplateOpObject";
 namespace casehost::names {
 
 // Of streams, beside stream_names.h.
-inline constexpr char kCompMassFrac[] = "Master Comp Mass Frac";  // array by compound
-inline constexpr char kPhaseFraction[] = "Phase Fraction";        // array by phase
-inline constexpr char kMolarEntropy[] = "Molar Entropy";          // kJ/(kgmole C)
-inline constexpr char kMassDensity[] = "Mass Density";            // kg/m3
-inline constexpr char kMolarMass[] = "Molecular Weight";          // kg/kgmole
+inline constexpr char kCompMassFrac[] = "Master Comp Mass Frac";     // array by compound
+inline constexpr char kPhaseFraction[] = "Phase Fraction";           // array by phase
+inline constexpr char kMolarEntropy[] = "Molar Entropy";             // kJ/(kgmole C)
+inline constexpr char kMassDensity[] = "Mass Density";               // kg/m3
+inline constexpr char kMolarMass[] = "Molecular Weight";             // kg/kgmole
 inline constexpr char kMolarHeatCapacity[] = "Molar Heat Capacity";  // kJ/(kgmole C)
 
 // The labels of a phase dimension.
