@@ -33,6 +33,13 @@ std::string StreamPath(int objects) { return std::string(kStreams) + "." + bench
 
 std::string VariablePath(int objects) { return StreamPath(objects) + ".Temperature"; }
 
+ParsedPath Parsed(const std::string& text) {
+    FIValue error;
+    ParsedPath path = ParsePath(FIValue(text.c_str()), error);
+    if (!error.IsNull()) throw std::runtime_error(error.CStr());
+    return path;
+}
+
 // ---- child by name ----
 
 void child_by_name(State& state) {
@@ -69,8 +76,7 @@ void pugixml_child(State& state) {
 void path_of_four(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At("");
-    FIValue error;
-    const ParsedPath path = ParsePath(FIValue(StreamPath(objects).c_str()), error);
+    const ParsedPath path = Parsed(StreamPath(objects));
     for (auto _ : state) {
         benchmark::DoNotOptimize(it->WalkFrom(*path));
         while (it->Up()) {
@@ -104,9 +110,7 @@ void pugixml_path(State& state) {
 void wildcard_filter(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
-    FIValue error;
-    const std::string text = "*[\"Temperature\"=" + bench::MiddleTemperature(objects) + "]";
-    const ParsedPath path = ParsePath(FIValue(text.c_str()), error);
+    const ParsedPath path = Parsed("*[Temperature=\"" + bench::MiddleTemperature(objects) + "\"]");
     for (auto _ : state) {
         const bool found = it->WalkFrom(*path);
         if (!found) state.SkipWithError("the filter matches nothing");
