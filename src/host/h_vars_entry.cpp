@@ -120,7 +120,7 @@ void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
     if (!ShowsValue()) return;
     ReadRaw(Variable(), GetVarSet(), out);
-    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), GetVarSet(), out);
+    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), GetVarSet(), out, &default_unit_);
 }
 
 void HVarsEntry::ReadLimit(double limit, FIValue& out) {

@@ -48,7 +48,9 @@ private:
     bool HasUnits() const;
     // No value is shown of arrays and of the custom row.
     bool ShowsValue() const { return Dimensions() == 0 && !IsCustomBlock(*row_); }
-    HVariable Variable() const { return {row_, EffectiveOwner(), &description_}; }
+    HVariable Variable() const {
+        return {row_, EffectiveOwner(), &description_, through_correlation_ ? nullptr : owner_};
+    }
 
     void ReadValue(FIValue& out);
     void ReadLimit(double limit, FIValue& out);
@@ -63,6 +65,7 @@ private:
     mutable int dimensions_ = -1;
     std::array<host::VarDescription, 3> offsets_;
     host::VarType unit_type_;
+    HUnitMemory default_unit_;
     bool attachments_;
     bool through_correlation_;
     const host::LinkedList* attached_variables_ = nullptr;

@@ -17,6 +17,8 @@ struct HVariable {
     const host::VariableNameInfo* row;
     host::Viewable* object;
     const host::VarDescription* description;
+    // An object that is known to be no correlation holder; null when none is.
+    const host::Viewable* no_correlation = nullptr;
 };
 
 // The row that shows no value, status or limits.
@@ -59,10 +61,16 @@ void StoreComposition(const HVariable& variable, const FIValue& value);
 // The unit type, with a unit type that is not fixed asked of the object.
 host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,
                                 const host::VarDescription& description);
+// The default unit that a reader of one variable found last; units live as long as the host.
+struct HUnitMemory {
+    host::VarType type = 0;
+    unsigned set = 0;
+    const host::UnitRecord* unit = nullptr;
+};
 // The unit in which the reader sees values of a type; null for a type without units.
-const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars);
+const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemory* memory = nullptr);
 // To the shown unit and back to internal units; other values than numbers are left as they are.
-void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value);
+void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory = nullptr);
 void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value);
 // Name of the shown unit; NULL without one.
 void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out);

@@ -301,6 +301,16 @@ TEST_F(Variables, numbers_are_shown_in_the_unit_asked_for) {
     EXPECT_EQ("Not supported", Write(*entry, "uom", FIValue("F")));
 }
 
+TEST_F(Variables, default_units_follow_the_unit_set_of_the_case) {
+    auto entry = Node(feed.AddReal(":D.1", "T", 100.0, 1));
+    EXPECT_EQ("REAL 100", Read(*entry, "value"));
+    host.unit_set = 1;
+    EXPECT_EQ("REAL 212", Read(*entry, "value"));
+    EXPECT_EQ("F", Read(*entry, "uom"));
+    host.unit_set = 0;
+    EXPECT_EQ("REAL 100", Read(*entry, "value"));
+}
+
 TEST_F(Variables, a_unit_type_that_is_not_fixed_is_asked_of_the_object) {
     auto entry = Node(feed.AddReal(":D.1", "V", 3.0));
     EXPECT_EQ("(NULL)", Read(*entry, "uom"));

@@ -433,7 +433,7 @@ public:
 struct UnitType {
     host::VarType type;
     const char* name;
-    std::vector<host::UnitRecord> units;  // the default one first
+    std::vector<host::UnitRecord> units;
 };
 
 class Host final : public host::HostServices {
@@ -460,10 +460,10 @@ public:
     }
     ~Host() { host::SetInstalledServices(nullptr); }
 
-    unsigned DefaultUnits() override { return 0; }
-    const host::UnitRecord* def_unit(host::VarType wanted, unsigned) override {
+    unsigned DefaultUnits() override { return unit_set; }
+    const host::UnitRecord* def_unit(host::VarType wanted, unsigned set) override {
         const UnitType* found = FindUnitType(wanted);
-        return found ? &found->units.front() : nullptr;
+        return found ? &found->units[set] : nullptr;
     }
     const host::UnitRecord* findunit(const char* name, host::VarType wanted) override {
         const UnitType* found = FindUnitType(wanted);
@@ -564,6 +564,7 @@ public:
     std::map<std::string, int> states;
     int spec_infos = 0;
     int view_updates = 0;
+    unsigned unit_set = 0;  // its default units are those at this place of the lists
     int turns = 0;
     std::function<void(int turn)> on_turn;
     std::string config;
