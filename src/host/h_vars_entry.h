@@ -11,7 +11,7 @@
 #include "host/h_vars_values.h"
 
 class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
-public:
+ public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 
     static std::span<const AttrRow<HVarsEntry>> AttributeRows();
@@ -33,14 +33,16 @@ public:
     // The object on which every read and store is done.
     host::Viewable* EffectiveOwner() const;
     const host::VarDescription& Description() const { return description_; }
-    const host::VarDescription& OffsetDescription(int dimension) const { return offsets_[dimension]; }
+    const host::VarDescription& OffsetDescription(int dimension) const {
+        return offsets_[dimension];
+    }
     host::VarType UnitType() const;
     const HovexOptions& Options() const { return options_; }
     bool IsCompositionVariable() const;
     // The object that this variable points at, null when there is none.
     host::Viewable* Holder() const;
 
-private:
+ private:
     // Null when nothing is attached or it has no variables.
     const host::LinkedList* AttachedVariables();
     bool LeadsSomewhere();

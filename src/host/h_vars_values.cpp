@@ -113,11 +113,20 @@ void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out) {
     if (!variable.object) return;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
     switch (variable.row->value_kind) {
-        case host::kReal: ReadReal(variable, place, vars, out); break;
-        case host::kEnumeration: ReadEnumeration(variable, place, out); break;
-        case host::kText: ReadText(place, out); break;
-        case host::kAttachment: ReadAttachment(place, out); break;
-        default: break;
+        case host::kReal:
+            ReadReal(variable, place, vars, out);
+            break;
+        case host::kEnumeration:
+            ReadEnumeration(variable, place, out);
+            break;
+        case host::kText:
+            ReadText(place, out);
+            break;
+        case host::kAttachment:
+            ReadAttachment(place, out);
+            break;
+        default:
+            break;
     }
 }
 
@@ -160,10 +169,14 @@ void ReadOptions(const HVariable& variable, FIValue& out) {
 
 const char* ScalarTypeText(int value_kind) {
     switch (value_kind) {
-        case host::kReal: return "Real";
-        case host::kAttachment: return "Attachment";
-        case host::kMessage: return "Message";
-        default: return "String";
+        case host::kReal:
+            return "Real";
+        case host::kAttachment:
+            return "Attachment";
+        case host::kMessage:
+            return "Message";
+        default:
+            return "String";
     }
 }
 
@@ -172,12 +185,16 @@ const char* StoreValue(const HVariable& variable, const FIValue& value,
     if (!variable.object) return kNotStored;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
     switch (variable.row->value_kind) {
-        case host::kReal: return StoreNumber(place, InternalNumber(value), simulation_case);
+        case host::kReal:
+            return StoreNumber(place, InternalNumber(value), simulation_case);
         case host::kEnumeration:
             return StoreEnumeration(variable, place, value.ToText(), simulation_case);
-        case host::kText: return StoreText(place, value.ToText(), simulation_case);
-        case host::kAttachment: return "Cannot set attachment";
-        default: return "Cannot set message";
+        case host::kText:
+            return StoreText(place, value.ToText(), simulation_case);
+        case host::kAttachment:
+            return "Cannot set attachment";
+        default:
+            return "Cannot set message";
     }
 }
 
