@@ -47,8 +47,8 @@ void* AssembleNode(void* session, const char* factory, void** out) {
     return make_node(iterator.Get(), out);
 }
 
-void* AssembleDocument(void* session, const void* identity, const char* finder,
-                       const char* factory, void** out) {
+void* AssembleDocument(void* session, const void* identity, const char* finder, const char* factory,
+                       void** out) {
     using DocumentFinder = void*(void*, const void*, void**);
     using DocumentFactory = void*(FIEntry*, void*, const void*, void**);
     if (auto* find = FindProviderAs<DocumentFinder>(finder)) {

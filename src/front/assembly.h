@@ -6,7 +6,8 @@
 #include "framework/entry.h"
 #include "framework/ref.h"
 
-// A counted context from its factory, with the files of the neutral view and the application's name.
+// A counted context from its factory, with the files of the neutral view and the application's
+// name.
 using ContextFactory = FIContext*(void* session, const char* library, const char* map,
                                   const char* units, const char* name);
 FIContext* MakeTopContext(ContextFactory* factory, void* session);
@@ -18,8 +19,8 @@ Ref<FIEntry> AssembleCombinedTop(void* session);
 void* AssembleNode(void* session, const char* factory, void** out);
 
 // A document object: the one that the finder knows for the identity, else a new one.
-void* AssembleDocument(void* session, const void* identity, const char* finder,
-                       const char* factory, void** out);
+void* AssembleDocument(void* session, const void* identity, const char* finder, const char* factory,
+                       void** out);
 
 // Asks whichever module has "SetTopAttach" to set the flag of a context, which gives up one
 // reference of its own for it. False when none has it.

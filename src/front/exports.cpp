@@ -12,9 +12,13 @@
 
 namespace {
 
-host::SimulationCase* CaseOf(void* session) { return static_cast<host::SimulationCase*>(session); }
+host::SimulationCase* CaseOf(void* session) {
+    return static_cast<host::SimulationCase*>(session);
+}
 
-std::string TextOf(const char* text) { return text ? text : ""; }
+std::string TextOf(const char* text) {
+    return text ? text : "";
+}
 
 }  // namespace
 
@@ -23,7 +27,9 @@ FIEntry* GetTopHovexEntry() {
     return make_entry ? make_entry() : nullptr;
 }
 
-FIEntry* GetTopFIEntryV() { return GetTopFIEntry(nullptr); }
+FIEntry* GetTopFIEntryV() {
+    return GetTopFIEntry(nullptr);
+}
 
 FIEntry* GetTopFIEntry(void* notifyOwner) {
     if (!host::InstalledServices()) return nullptr;
@@ -42,15 +48,22 @@ FIContext* GetTopHovexCtx(void* session, const char* library, const char* map, c
 
 FISolver* GetTopHovexSolver(void* session, int kind) {
     switch (kind) {
-        case 1: return new HSSSolver(CaseOf(session));
-        case 4: return new HDynamicSolver(CaseOf(session));
-        default: return nullptr;
+        case 1:
+            return new HSSSolver(CaseOf(session));
+        case 4:
+            return new HDynamicSolver(CaseOf(session));
+        default:
+            return nullptr;
     }
 }
 
-FIEntry* GetCombinedEntry(void* session) { return AssembleCombinedTop(session).Detach(); }
+FIEntry* GetCombinedEntry(void* session) {
+    return AssembleCombinedTop(session).Detach();
+}
 
-void* GetQSINode(void* session, void** out) { return AssembleNode(session, kNodeFactory, out); }
+void* GetQSINode(void* session, void** out) {
+    return AssembleNode(session, kNodeFactory, out);
+}
 
 void* QSVGetTopNode(void* session, void** out) {
     return AssembleNode(session, kAlternateNodeFactory, out);
@@ -91,9 +104,13 @@ void TestIteratorX() {
     OpenErrorLog((folder + "QSI" + ".log").CStr());
 }
 
-void printECounts() { PrintSeekTable(); }
+void printECounts() {
+    PrintSeekTable();
+}
 
-void FixtopInstallHost(host::HostServices* services) { host::SetInstalledServices(services); }
+void FixtopInstallHost(host::HostServices* services) {
+    host::SetInstalledServices(services);
+}
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {
     return top ? new FIIterator(top, history) : nullptr;
@@ -107,4 +124,6 @@ bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& erro
     return true;
 }
 
-const char* FixtopVersion() { return FIXTOP_VERSION; }
+const char* FixtopVersion() {
+    return FIXTOP_VERSION;
+}

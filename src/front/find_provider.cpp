@@ -25,4 +25,6 @@ void* FindProvider(const char* name) {
     return FindProvider(g_modules ? *g_modules : ProcessModules(), name);
 }
 
-void SetProviderModules(ModuleSystem* modules) { g_modules = modules; }
+void SetProviderModules(ModuleSystem* modules) {
+    g_modules = modules;
+}

@@ -4,10 +4,10 @@
 
 #include "platform/modules.h"
 
-// The modules are asked in this order, and the first hit is taken: the running host ("hovex.exe", or
-// "rifmos.exe" when that is not in the process), then "hovexeng.dll", then "fixtop.dll"; the last
-// two are loaded when they aren't yet. Null when none of them has the name: a feature that is not
-// present.
+// The modules are asked in this order, and the first hit is taken: the running host ("hovex.exe",
+// or "rifmos.exe" when that is not in the process), then "hovexeng.dll", then "fixtop.dll"; the
+// last two are loaded when they aren't yet. Null when none of them has the name: a feature that is
+// not present.
 void* FindProvider(ModuleSystem& modules, const char* name);
 // The same among the modules of this process, or among those given by SetProviderModules.
 void* FindProvider(const char* name);

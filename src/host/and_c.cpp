@@ -42,7 +42,9 @@ void HAandCContext::GetKeyValue(const char* path, FIValue& out, const char** res
     *rest = path;
 }
 
-FIEntry* HAandCContext::MakeEntry(int index) { return new HAandCEntry(this, index); }
+FIEntry* HAandCContext::MakeEntry(int index) {
+    return new HAandCEntry(this, index);
+}
 
 HAandCEntry::HAandCEntry(HAandCContext* context, int index)
     : context_(Ref<HAandCContext>::Share(context)),
@@ -76,7 +78,9 @@ std::span<const AttrRow<HAandCEntry>> HAandCEntry::AttributeRows() {
     return rows;
 }
 
-void HAandCEntry::GetName(FIValue& out) { out.SetText(HAandCCursorBase::kModelNames[index_]); }
+void HAandCEntry::GetName(FIValue& out) {
+    out.SetText(HAandCCursorBase::kModelNames[index_]);
+}
 
 void HAandCEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetSwitches(*this, attachments_, name, value, "Not supported.", out);
@@ -84,9 +88,12 @@ void HAandCEntry::SetAttribute(const FIValue& name, const FIValue& value, int, F
 
 bool HAandCEntry::HasChildren() const {
     switch (index_) {
-        case kAppModel: return true;
-        case kPublishedFile: return case_ && std::ifstream(PublishedFile(*case_)).good();
-        default: return case_ && HasPublishedVariables(*case_);
+        case kAppModel:
+            return true;
+        case kPublishedFile:
+            return case_ && std::ifstream(PublishedFile(*case_)).good();
+        default:
+            return case_ && HasPublishedVariables(*case_);
     }
 }
 

@@ -22,7 +22,7 @@ struct ModelFiles {
 };
 
 class HAandCContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     // A null case is the active one.
     HAandCContext(host::SimulationCase* simulation_case, ModelFiles files);
 
@@ -38,14 +38,14 @@ public:
     bool FollowsAttachments() const { return attachments_; }
     void FollowAttachments(bool follow) { attachments_ = follow; }
 
-private:
+ private:
     host::SimulationCase* case_;
     ModelFiles files_;
     bool attachments_ = true;
 };
 
 class HAandCCursorBase final : public FixedCursor<HAandCCursorBase, HAandCContext> {
-public:
+ public:
     using FixedCursor::FixedCursor;
 
     static constexpr std::array<const char*, 3> kModelNames = {
@@ -54,7 +54,7 @@ public:
 };
 
 class HAandCEntry final : public AttrMapEntry<HAandCEntry> {
-public:
+ public:
     enum Model : int { kAppModel = 0, kPublishedFile = 1, kPublishedVariables = 2 };
 
     HAandCEntry(HAandCContext* context, int index);
@@ -67,7 +67,7 @@ public:
 
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     bool HasChildren() const;
 
     Ref<HAandCContext> context_;

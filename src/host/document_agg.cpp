@@ -16,14 +16,18 @@ void RefuseHistory(FIErrorRecord& error) {
 HDocumentAgg::HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCalls calls)
     : case_(CaseOrActive(simulation_case)), calls_(calls) {}
 
-HDocumentAgg::~HDocumentAgg() { DropCollection(); }
+HDocumentAgg::~HDocumentAgg() {
+    DropCollection();
+}
 
 void HDocumentAgg::DocumentName(FIValue& out) const {
     out.Clear();
     if (case_) out.SetText(case_->GetDocumentName().Name().CStr());
 }
 
-void HDocumentAgg::ApplicationName(FIValue& out) const { out.SetText("Hovex"); }
+void HDocumentAgg::ApplicationName(FIValue& out) const {
+    out.SetText("Hovex");
+}
 
 void HDocumentAgg::SessionText(FIValue& out) const {
     host::HostServices* services = host::InstalledServices();
@@ -42,7 +46,9 @@ void HDocumentAgg::DropCollection() {
     collection_ = nullptr;
 }
 
-bool HDocumentAgg::Save() { return case_ && case_->Save(); }
+bool HDocumentAgg::Save() {
+    return case_ && case_->Save();
+}
 
 bool HDocumentAgg::SaveAs(const char* path) {
     if (!case_) return false;
@@ -50,5 +56,9 @@ bool HDocumentAgg::SaveAs(const char* path) {
     return case_->Save();
 }
 
-void HDocumentAgg::ReadHistory(FIErrorRecord& error) const { RefuseHistory(error); }
-void HDocumentAgg::ClearHistory(FIErrorRecord& error) const { RefuseHistory(error); }
+void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}
+void HDocumentAgg::ClearHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}

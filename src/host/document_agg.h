@@ -12,7 +12,7 @@ struct HCollectionCalls {
 };
 
 class HDocumentAgg {
-public:
+ public:
     // A null case is the active one.
     explicit HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCalls calls = {});
     HDocumentAgg(const HDocumentAgg&) = delete;
@@ -33,7 +33,7 @@ public:
     void ReadHistory(FIErrorRecord& error) const;
     void ClearHistory(FIErrorRecord& error) const;
 
-private:
+ private:
     host::SimulationCase* case_;
     HCollectionCalls calls_;
     void* collection_ = nullptr;

@@ -48,7 +48,9 @@ void HFandBContext::GetKeyValue(const char* path, FIValue& out, const char** res
     FindKeyByPrefix(kPrefixes, path, out, rest);
 }
 
-FIEntry* HFandBContext::MakeEntry(int index) { return new HFandBEntry(this, index); }
+FIEntry* HFandBContext::MakeEntry(int index) {
+    return new HFandBEntry(this, index);
+}
 
 HFandBEntry::HFandBEntry(HFandBContext* context, int index)
     : context_(Ref<HFandBContext>::Share(context)),
@@ -79,7 +81,9 @@ std::span<const AttrRow<HFandBEntry>> HFandBEntry::AttributeRows() {
     return rows;
 }
 
-void HFandBEntry::GetName(FIValue& out) { out.SetText(HFandBCursorBase::kNodeNames[index_]); }
+void HFandBEntry::GetName(FIValue& out) {
+    out.SetText(HFandBCursorBase::kNodeNames[index_]);
+}
 
 void HFandBEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);

@@ -1,7 +1,7 @@
 #pragma once
 
-// HFandBContext, HFandBCursorBase, HFandBEntry: the nodes of a case, "FlowSheetObjects", "Basis" and
-// "DataBook".
+// HFandBContext, HFandBCursorBase, HFandBEntry: the nodes of a case, "FlowSheetObjects", "Basis"
+// and "DataBook".
 
 #include <array>
 #include <memory>
@@ -13,7 +13,7 @@
 #include "host/spec_view.h"
 
 class HFandBContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     // Without options, and with a case, the context makes options of its own.
     HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
                   bool attachments, FIEntry* parent);
@@ -28,7 +28,7 @@ public:
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     host::SimulationCase* case_;
     std::unique_ptr<HovexOptions> own_options_;
     const HovexOptions* options_;
@@ -38,7 +38,7 @@ private:
 
 // Reports the end while it still stands on "DataBook": a walk that stops there does not see it.
 class HFandBCursorBase final : public FixedCursor<HFandBCursorBase, HFandBContext> {
-public:
+ public:
     using FixedCursor::FixedCursor;
 
     static constexpr std::array<const char*, 3> kNodeNames = {"FlowSheetObjects", "Basis",
@@ -47,7 +47,7 @@ public:
 };
 
 class HFandBEntry final : public AttrMapEntry<HFandBEntry> {
-public:
+ public:
     enum Node : int { kFlowSheetObjects = 0, kBasis = 1, kDataBook = 2 };
 
     HFandBEntry(HFandBContext* context, int index);
@@ -60,7 +60,7 @@ public:
 
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     Ref<HFandBContext> context_;
     host::SimulationCase* case_;
     int index_;

@@ -5,7 +5,8 @@
 //     static constexpr FixedNames kNames;
 //
 // and Context `FIEntry* MakeEntry(int index)` (not counted) and `bool IsSameList(Context& other)`.
-// Positions count from 0 and are clamped to 0 .. end. Past the end the entry is the shared empty one.
+// Positions count from 0 and are clamped to 0 .. end. Past the end the entry is the shared empty
+// one.
 
 #include <algorithm>
 #include <cstring>
@@ -27,7 +28,7 @@ struct FixedNames {
 
 template <class Derived, class Context>
 class FixedCursor : public CountedFromZero<FICursorBase> {
-public:
+ public:
     explicit FixedCursor(Context* context, int position = 0)
         : context_(Ref<Context>::Share(context)), position_(position) {}
 
@@ -74,7 +75,7 @@ public:
         return entry;
     }
 
-private:
+ private:
     static const FixedNames& Names() { return Derived::kNames; }
     void GoTo(int origin) {
         if (origin == kFromFirst) position_ = 0;

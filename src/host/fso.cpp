@@ -23,10 +23,14 @@ FICursorBase* HFSOContext::MakeCursor(int kind) {
 
 FICursorBase* HFSOContext::NewCursor() {
     switch (kind_) {
-        case kUtilities: return new HUtilCursorBase(this, MakeWalk());
-        case kDataTables: return new HDataTableCursorBase(this, MakeWalk());
-        case kReactions: return new HReactionCursorBase(this);
-        default: return new HFSOCursorBase(this, MakeWalk());
+        case kUtilities:
+            return new HUtilCursorBase(this, MakeWalk());
+        case kDataTables:
+            return new HDataTableCursorBase(this, MakeWalk());
+        case kReactions:
+            return new HReactionCursorBase(this);
+        default:
+            return new HFSOCursorBase(this, MakeWalk());
     }
 }
 
@@ -34,12 +38,15 @@ ObjectWalk HFSOContext::MakeWalk() const {
     using Part = ObjectWalk::Part;
     const host::LinkedList* objects = flowsheet_ ? flowsheet_->Objects().List() : nullptr;
     switch (kind_) {
-        case kStreams: return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kStreams))});
-        case kUnitOps: return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kUnitOps))});
+        case kStreams:
+            return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kStreams))});
+        case kUnitOps:
+            return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kUnitOps))});
         case kUtilities:
             return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kNeither)),
                                Part(case_ ? case_->CaseUtilities() : nullptr)});
-        default: return ObjectWalk({Part(case_ ? case_->ProcessDataTables() : nullptr)});
+        default:
+            return ObjectWalk({Part(case_ ? case_->ProcessDataTables() : nullptr)});
     }
 }
 
@@ -48,7 +55,9 @@ host::ReactionPackageManager* HFSOContext::Reactions() const {
     return basis ? basis->ReactionPackages() : nullptr;
 }
 
-FIEntry* HFSOContext::MakeEntry(host::Viewable& object) { return new HTopEntry(this, &object); }
+FIEntry* HFSOContext::MakeEntry(host::Viewable& object) {
+    return new HTopEntry(this, &object);
+}
 
 void HFSOContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.Clear();

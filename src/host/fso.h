@@ -11,7 +11,7 @@
 #include "host/object_walk.h"
 
 class HFSOContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
 
     // A null flowsheet is the main one of the case.
@@ -31,7 +31,7 @@ public:
     // Null when the case has no reactions.
     host::ReactionPackageManager* Reactions() const;
 
-private:
+ private:
     FICursorBase* NewCursor();
     ObjectWalk MakeWalk() const;
 
@@ -44,23 +44,24 @@ private:
 };
 
 class HFSOCursorBase final : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
-public:
+ public:
     using ListCursor::ListCursor;
 };
 
 class HUtilCursorBase final : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOContext> {
-public:
+ public:
     using ListCursor::ListCursor;
 };
 
-class HDataTableCursorBase final : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
-public:
+class HDataTableCursorBase final
+    : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
+ public:
     using ListCursor::ListCursor;
 };
 
 // The position is the number of the reaction; the count is the end.
 class HReactionCursorBase final : public CountedFromZero<FICursorBase> {
-public:
+ public:
     explicit HReactionCursorBase(HFSOContext* context, int position = 0);
 
     const void* TypeId() const override;
@@ -73,7 +74,7 @@ public:
     void GetKey(FIValue& out) override;
     FIEntry* GetEntry() override;
 
-private:
+ private:
     int Count() const;
     host::Reaction* Current() const;
 

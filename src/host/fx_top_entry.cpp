@@ -42,7 +42,9 @@ void ShowCase(host::SimulationCase& simulation_case, host::Session& session) {
     host::InstalledServices()->UpdateViews(nullptr);
 }
 
-host::VarDescription Variable(const char* moniker) { return host::VarDescription(moniker, 0); }
+host::VarDescription Variable(const char* moniker) {
+    return host::VarDescription(moniker, 0);
+}
 
 }  // namespace
 
@@ -58,9 +60,13 @@ FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_ca
     if (notify_slot) *notify_slot = &FIXTopEntry::Dispatch;
 }
 
-FIXTopEntry::~FIXTopEntry() { Subscribers().Clear(); }
+FIXTopEntry::~FIXTopEntry() {
+    Subscribers().Clear();
+}
 
-void FIXTopEntry::SetAttachCall(AttachCall call) { g_attach_call = call; }
+void FIXTopEntry::SetAttachCall(AttachCall call) {
+    g_attach_call = call;
+}
 
 std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
     static const AttrRow<Self> rows[] = {
@@ -68,9 +74,7 @@ std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
         {"type", [](Self&, FIValue& out) { out.SetText("TopNode"); }},
         {"status", [](Self& self, FIValue& out) { self.ReadStatus(out); }},
         {"server",
-         [](Self& self, FIValue& out) {
-             ReadAttribute<FITopEntry>(self, FIValue("server"), out);
-         }},
+         [](Self& self, FIValue& out) { ReadAttribute<FITopEntry>(self, FIValue("server"), out); }},
         {"visible",
          [](Self& self, FIValue& out) {
              out.Clear();
@@ -160,4 +164,6 @@ bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
     return has_subscriptions_ && Subscribers().Remove(owner, kind);
 }
 
-void FIXTopEntry::Dispatch(int event) { Subscribers().Dispatch(event); }
+void FIXTopEntry::Dispatch(int event) {
+    Subscribers().Dispatch(event);
+}

@@ -1,16 +1,17 @@
 #pragma once
 
-// FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver, whether the
-// case is shown, and whether attachments are followed below it; both of the latter can be written.
+// FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver, whether
+// the case is shown, and whether attachments are followed below it; both of the latter can be
+// written.
 //
-// Subscribers stand in one list of the module, which the destruction of any FIXTopEntry empties: the
-// design is one such entry per module.
+// Subscribers stand in one list of the module, which the destruction of any FIXTopEntry empties:
+// the design is one such entry per module.
 
 #include "framework/top_entry.h"
 #include "host/interface/simulation_case.h"
 
 class FIXTopEntry final : public FITopEntry {
-public:
+ public:
     // Sets the flag of a host top context; gets one reference to give up. False: not possible.
     using AttachCall = bool (*)(FIContext* context, bool follow);
 
@@ -34,7 +35,7 @@ public:
     // Tells the subscribers: 0 is a change, anything else a deletion.
     static void Dispatch(int event);
 
-private:
+ private:
     void ReadStatus(FIValue& out) const;
     void SetVisible(const FIValue& value, FIValue& out);
     void SetAttachments(const FIValue& value, FIValue& out);

@@ -134,9 +134,13 @@ bool HSSSolver::Subscribe(void* owner, int kind, FISolverCallback callback) {
     return notify_->Subscribe(owner, kind, callback);
 }
 
-bool HSSSolver::Unsubscribe(void* owner, int kind) { return notify_->Unsubscribe(owner, kind); }
+bool HSSSolver::Unsubscribe(void* owner, int kind) {
+    return notify_->Unsubscribe(owner, kind);
+}
 
-void HSSSolver::GetAttribute(const FIValue& name, FIValue& out) { ReadAttribute(*this, name, out); }
+void HSSSolver::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadAttribute(*this, name, out);
+}
 
 void HSSSolver::SetAttribute(const FIValue& name, const FIValue& value, FIValue& out) {
     const char* text = name.IsText() ? name.CStr() : "";
@@ -167,7 +171,9 @@ void HSSSolver::SetWaitForSolve(const FIValue& value, FIValue& out) {
     }
 }
 
-FIAttributeSource* HSSSolver::GetAttributeSource() { return this; }
+FIAttributeSource* HSSSolver::GetAttributeSource() {
+    return this;
+}
 
 std::span<const AttrRow<HDynamicSolver>> HDynamicSolver::AttributeRows() {
     static const AttrRow<HDynamicSolver> rows[] = {
@@ -177,7 +183,9 @@ std::span<const AttrRow<HDynamicSolver>> HDynamicSolver::AttributeRows() {
     return rows;
 }
 
-void* HDynamicSolver::CheckSolve(FIErrorList&) { return MainSolver(); }
+void* HDynamicSolver::CheckSolve(FIErrorList&) {
+    return MainSolver();
+}
 
 void HDynamicSolver::SolveOnceNow(FIErrorList& errors) {
     AddRecord(errors, kSeverityNotSupported, kNotSupportedSlot);
@@ -191,4 +199,6 @@ void HDynamicSolver::SetAttribute(const FIValue&, const FIValue&, FIValue& out) 
     out = FIValue(kNotSupportedSlot);
 }
 
-FIAttributeSource* HDynamicSolver::GetAttributeSource() { return this; }
+FIAttributeSource* HDynamicSolver::GetAttributeSource() {
+    return this;
+}

@@ -1,7 +1,7 @@
 #pragma once
 
-// HSSSolver and HDynamicSolver: what a client sees of the solver of a case. A steady-state solver is
-// run, paused and watched; a dynamic one only shows itself.
+// HSSSolver and HDynamicSolver: what a client sees of the solver of a case. A steady-state solver
+// is run, paused and watched; a dynamic one only shows itself.
 
 #include "framework/attr_map.h"
 #include "framework/solver.h"
@@ -9,7 +9,7 @@
 
 // What both answer alike.
 class HSolverBase : public FISolver {
-public:
+ public:
     // A null case is the active one.
     explicit HSolverBase(host::SimulationCase* simulation_case);
 
@@ -24,17 +24,17 @@ public:
     void SetVarSet(FIVarSet* vars) override { var_set_ = vars; }
     FIVarSet* GetVarSet() override { return var_set_; }
 
-protected:
+ protected:
     host::FlowSheetSolver* MainSolver() const;
 
     host::SimulationCase* case_;
 
-private:
+ private:
     FIVarSet* var_set_ = nullptr;
 };
 
 class HSSSolver final : public HSolverBase, public AttrMapBase<HSSSolver> {
-public:
+ public:
     explicit HSSSolver(host::SimulationCase* simulation_case);
 
     static std::span<const AttrRow<HSSSolver>> AttributeRows();
@@ -56,7 +56,7 @@ public:
     int AddRef() override { return 1; }
     int Release() override { return 1; }
 
-private:
+ private:
     void SetAutosolve(const FIValue& value, FIValue& out);
     void SetWaitForSolve(const FIValue& value, FIValue& out);
 
@@ -64,7 +64,7 @@ private:
 };
 
 class HDynamicSolver final : public HSolverBase, public AttrMapBase<HDynamicSolver> {
-public:
+ public:
     using HSolverBase::HSolverBase;
 
     static std::span<const AttrRow<HDynamicSolver>> AttributeRows();

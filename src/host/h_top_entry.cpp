@@ -75,8 +75,10 @@ HTopEntry::Below HTopEntry::FindBelow() {
 FIContext* HTopEntry::GetContext() {
     FIContext* context = nullptr;
     switch (FindBelow()) {
-        case Below::kNothing: return EmptyContext();
-        case Below::kSpecification: return specification_.MakeContext();
+        case Below::kNothing:
+            return EmptyContext();
+        case Below::kSpecification:
+            return specification_.MakeContext();
         case Below::kFlowSheet:
             context = new HSUandUContext(object_->SubFlowSheet(), context_->Case(), &options_,
                                          attachments_, this);

@@ -1,8 +1,8 @@
 #pragma once
 
-// HTopEntry: the node of one host object: a stream, a unit operation, a utility, a process data table
-// or a reaction. Below it lie the inner flowsheet of a template operation, or else the object's
-// variables, or, when the options say so, its specification elements.
+// HTopEntry: the node of one host object: a stream, a unit operation, a utility, a process data
+// table or a reaction. Below it lie the inner flowsheet of a template operation, or else the
+// object's variables, or, when the options say so, its specification elements.
 //
 // A stream can be held: while it is, stores to its composition neither normalise nor start the
 // solver; giving the hold back does both once.
@@ -15,7 +15,7 @@
 class HFSOContext;
 
 class HTopEntry final : public AttrMapEntry<HTopEntry> {
-public:
+ public:
     HTopEntry(HFSOContext* context, host::Viewable* object);
 
     static std::span<const AttrRow<HTopEntry>> AttributeRows();
@@ -30,7 +30,7 @@ public:
     host::Viewable* Object() const { return object_; }
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     // What lies below: decided anew at each question, as the host may have changed.
     enum class Below { kNothing, kFlowSheet, kSpecification, kVariables };
     Below FindBelow();

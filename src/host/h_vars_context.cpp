@@ -20,7 +20,9 @@ FICursorBase* HVarsContext::MakeCursor(int kind) {
     return cursor;
 }
 
-FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) { return new HVarsEntry(this, &row); }
+FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
+    return new HVarsEntry(this, &row);
+}
 
 void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.Clear();

@@ -19,13 +19,13 @@ struct VariableView {
 
 // The walk over a variable list, named for the cursor.
 class VariableWalk : public ListPosition<VariableView> {
-public:
+ public:
     using ListPosition::ListPosition;
     static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
 };
 
 class HVarsContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
     // `attachment` is that node when it is a variable that points at `owner`, else null.
     HVarsContext(const host::LinkedList* list, host::Viewable* owner, const HovexOptions* options,
@@ -43,7 +43,7 @@ public:
     bool FollowsAttachments() const { return attachments_; }
     HVarsEntry* Attachment() const { return attachment_; }
 
-private:
+ private:
     const host::LinkedList* list_;
     host::Viewable* owner_;
     const HovexOptions* options_;
@@ -53,6 +53,6 @@ private:
 };
 
 class HVarsCursorBase final : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {
-public:
+ public:
     using ListCursor::ListCursor;
 };

@@ -16,11 +16,15 @@ constexpr std::size_t kNameLimit = 255;
 // ">" becomes "&lt;" as well: clients have the texts stored so.
 const char* EntityOf(char c) {
     switch (c) {
-        case '"': return "&quot;";
-        case '&': return "&amp;";
+        case '"':
+            return "&quot;";
+        case '&':
+            return "&amp;";
         case '<':
-        case '>': return "&lt;";
-        default: return nullptr;
+        case '>':
+            return "&lt;";
+        default:
+            return nullptr;
     }
 }
 
@@ -79,7 +83,9 @@ bool HVarsEntry::HasUnits() const {
     return Dimensions() == 0 && UnitType() != host::kVariableUnitType;
 }
 
-bool HVarsEntry::IsCompositionVariable() const { return IsComposition(owner_, description_); }
+bool HVarsEntry::IsCompositionVariable() const {
+    return IsComposition(owner_, description_);
+}
 
 const host::LinkedList* HVarsEntry::AttachedVariables() {
     if (!attached_variables_) {
@@ -120,7 +126,7 @@ void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
     if (!ShowsValue()) return;
     ReadRaw(Variable(), GetVarSet(), out);
-    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), GetVarSet(), out);
+    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), GetVarSet(), out, &default_unit_);
 }
 
 void HVarsEntry::ReadLimit(double limit, FIValue& out) {
@@ -173,7 +179,9 @@ void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FI
     }
 }
 
-bool HVarsEntry::IsContainer() { return Dimensions() > 0 || LeadsSomewhere(); }
+bool HVarsEntry::IsContainer() {
+    return Dimensions() > 0 || LeadsSomewhere();
+}
 
 FIContext* HVarsEntry::GetContext() {
     if (Dimensions() > 0 || !LeadsSomewhere()) return EmptyContext();
@@ -200,8 +208,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
              out.SetText(host::InstalledServices()->utypetoa(self.UnitType()));
          },
          has_units},
-        {"uom",
-         [](Self& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
+        {"uom", [](Self& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
          has_units},
         {"can_enter",
          [](Self& self, FIValue& out) {
@@ -212,8 +219,8 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
          }},
         {"option_list", [](Self& self, FIValue& out) { ReadOptions(self.Variable(), out); },
          [](Self& self, std::intptr_t) { return self.row_->value_kind == host::kEnumeration; }},
-        {"uom_options",
-         [](Self& self, FIValue& out) { ReadUnitOptions(self.UnitType(), out); }, has_units},
+        {"uom_options", [](Self& self, FIValue& out) { ReadUnitOptions(self.UnitType(), out); },
+         has_units},
         {"browser_name", ReadNameRow<Self>},
         {"type",
          [](Self& self, FIValue& out) {
@@ -238,8 +245,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
                  self.follow_attachment_ && !IsSkippingAttachments(self.GetVarSet());
              out.SetInt(self.Dimensions() == 0 && !followed ? 1 : 0);
          }},
-        {"has_children",
-         [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 1 : 0); }},
+        {"has_children", [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 1 : 0); }},
         {"path", ReadPathRow<Self>,
          [](Self& self, std::intptr_t) { return self.GetVarSet() != nullptr; }},
         {"upper_limit",
@@ -265,8 +271,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
         {"offsetmoniker0", read_offset, 0, has_dimension},
         {"offsetmoniker1", read_offset, 1, has_dimension},
-        {"fullattachmoniker",
-         [](Self& self, FIValue& out) { self.ReadFullAttachMoniker(out); },
+        {"fullattachmoniker", [](Self& self, FIValue& out) { self.ReadFullAttachMoniker(out); },
          [](Self& self, std::intptr_t) {
              return self.Dimensions() == 0 && self.row_->value_kind == host::kAttachment;
          }},

@@ -11,7 +11,7 @@
 #include "host/h_vars_values.h"
 
 class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
-public:
+ public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 
     static std::span<const AttrRow<HVarsEntry>> AttributeRows();
@@ -33,14 +33,16 @@ public:
     // The object on which every read and store is done.
     host::Viewable* EffectiveOwner() const;
     const host::VarDescription& Description() const { return description_; }
-    const host::VarDescription& OffsetDescription(int dimension) const { return offsets_[dimension]; }
+    const host::VarDescription& OffsetDescription(int dimension) const {
+        return offsets_[dimension];
+    }
     host::VarType UnitType() const;
     const HovexOptions& Options() const { return options_; }
     bool IsCompositionVariable() const;
     // The object that this variable points at, null when there is none.
     host::Viewable* Holder() const;
 
-private:
+ private:
     // Null when nothing is attached or it has no variables.
     const host::LinkedList* AttachedVariables();
     bool LeadsSomewhere();
@@ -48,7 +50,9 @@ private:
     bool HasUnits() const;
     // No value is shown of arrays and of the custom row.
     bool ShowsValue() const { return Dimensions() == 0 && !IsCustomBlock(*row_); }
-    HVariable Variable() const { return {row_, EffectiveOwner(), &description_}; }
+    HVariable Variable() const {
+        return {row_, EffectiveOwner(), &description_, through_correlation_ ? nullptr : owner_};
+    }
 
     void ReadValue(FIValue& out);
     void ReadLimit(double limit, FIValue& out);
@@ -63,6 +67,7 @@ private:
     mutable int dimensions_ = -1;
     std::array<host::VarDescription, 3> offsets_;
     host::VarType unit_type_;
+    HUnitMemory default_unit_;
     bool attachments_;
     bool through_correlation_;
     const host::LinkedList* attached_variables_ = nullptr;

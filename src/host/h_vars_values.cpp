@@ -18,8 +18,12 @@ host::VarEnumInfo* EnumOf(const HVariable& variable) {
     return variable.row->GetEnumInfo(variable.object);
 }
 
-void ReadReal(const HVariablePlace& place, FIVarSet* vars, FIValue& out) {
-    if (IsCorrelationHolder(place.object) && IsSkippingCorrelations(vars)) return;
+void ReadReal(const HVariable& variable, const HVariablePlace& place, FIVarSet* vars,
+              FIValue& out) {
+    const bool may_be_correlation = place.object != variable.no_correlation;
+    if (may_be_correlation && IsCorrelationHolder(place.object) && IsSkippingCorrelations(vars)) {
+        return;
+    }
     const double number = place.object->GetRealValue(*place.description);
     if (number != host::kEmptyReal) out.SetReal(number);
 }
@@ -69,6 +73,15 @@ const char* StoreEnumeration(const HVariable& variable, const HVariablePlace& pl
     return StoreNumber(place, ordinal, simulation_case);
 }
 
+const host::UnitRecord* DefaultUnit(host::HostServices& services, host::VarType type,
+                                    HUnitMemory* memory) {
+    const unsigned set = services.DefaultUnits();
+    if (memory && memory->unit && memory->type == type && memory->set == set) return memory->unit;
+    const host::UnitRecord* unit = services.def_unit(type, set);
+    if (memory) *memory = {type, set, unit};
+    return unit;
+}
+
 double InternalNumber(const FIValue& value) {
     return value.IsNull() ? host::kEmptyReal : value.AsDouble();
 }
@@ -100,11 +113,20 @@ void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out) {
     if (!variable.object) return;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
     switch (variable.row->value_kind) {
-        case host::kReal: ReadReal(place, vars, out); break;
-        case host::kEnumeration: ReadEnumeration(variable, place, out); break;
-        case host::kText: ReadText(place, out); break;
-        case host::kAttachment: ReadAttachment(place, out); break;
-        default: break;
+        case host::kReal:
+            ReadReal(variable, place, vars, out);
+            break;
+        case host::kEnumeration:
+            ReadEnumeration(variable, place, out);
+            break;
+        case host::kText:
+            ReadText(place, out);
+            break;
+        case host::kAttachment:
+            ReadAttachment(place, out);
+            break;
+        default:
+            break;
     }
 }
 
@@ -147,10 +169,14 @@ void ReadOptions(const HVariable& variable, FIValue& out) {
 
 const char* ScalarTypeText(int value_kind) {
     switch (value_kind) {
-        case host::kReal: return "Real";
-        case host::kAttachment: return "Attachment";
-        case host::kMessage: return "Message";
-        default: return "String";
+        case host::kReal:
+            return "Real";
+        case host::kAttachment:
+            return "Attachment";
+        case host::kMessage:
+            return "Message";
+        default:
+            return "String";
     }
 }
 
@@ -159,12 +185,16 @@ const char* StoreValue(const HVariable& variable, const FIValue& value,
     if (!variable.object) return kNotStored;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
     switch (variable.row->value_kind) {
-        case host::kReal: return StoreNumber(place, InternalNumber(value), simulation_case);
+        case host::kReal:
+            return StoreNumber(place, InternalNumber(value), simulation_case);
         case host::kEnumeration:
             return StoreEnumeration(variable, place, value.ToText(), simulation_case);
-        case host::kText: return StoreText(place, value.ToText(), simulation_case);
-        case host::kAttachment: return "Cannot set attachment";
-        default: return "Cannot set message";
+        case host::kText:
+            return StoreText(place, value.ToText(), simulation_case);
+        case host::kAttachment:
+            return "Cannot set attachment";
+        default:
+            return "Cannot set message";
     }
 }
 
@@ -192,11 +222,11 @@ host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,
     return services->GetUnitConvTypeFromVarType(object->GetVariableUnitType(description));
 }
 
-const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars) {
+const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemory* memory) {
     static const FIValue own_quantity;
     host::HostServices* services = host::InstalledServices();
     if (!services) return nullptr;
-    const host::UnitRecord* unit = services->def_unit(type, services->DefaultUnits());
+    const host::UnitRecord* unit = DefaultUnit(*services, type, memory);
     if (!vars) return unit;
     FIValue wanted;
     vars->GetUnit(own_quantity, wanted);
@@ -205,9 +235,9 @@ const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars) {
     return other ? other : unit;
 }
 
-void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value) {
+void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory) {
     if (value.Kind() != FIValue::kReal) return;
-    if (const host::UnitRecord* unit = ShownUnit(type, vars)) {
+    if (const host::UnitRecord* unit = ShownUnit(type, vars, memory)) {
         value.SetReal(host::InstalledServices()->calc_ounit(value.AsDouble(), unit));
     }
 }

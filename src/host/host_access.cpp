@@ -62,17 +62,27 @@ bool IsInDynamics(host::SimulationCase& simulation_case) {
     return simulation_case.Dynamic() || simulation_case.SimCaseDynamic();
 }
 
-const host::ObjectTypeInfo* StreamType() { return FindType(kStreamClass); }
-const host::ObjectTypeInfo* UnitOpType() { return FindType(kUnitOpClass); }
-const host::ObjectTypeInfo* CorrelationType() { return FindType(kCorrelationClass); }
+const host::ObjectTypeInfo* StreamType() {
+    return FindType(kStreamClass);
+}
+const host::ObjectTypeInfo* UnitOpType() {
+    return FindType(kUnitOpClass);
+}
+const host::ObjectTypeInfo* CorrelationType() {
+    return FindType(kCorrelationClass);
+}
 
 bool IsA(const host::Viewable* object, const host::ObjectTypeInfo* type) {
     const host::ObjectTypeInfo* own = object && type ? object->Type() : nullptr;
     return own && own->IsA(type);
 }
 
-bool IsStream(const host::Viewable* object) { return IsA(object, StreamType()); }
-bool IsTemplateOp(const host::Viewable* object) { return IsA(object, Records().TemplateOpObject); }
+bool IsStream(const host::Viewable* object) {
+    return IsA(object, StreamType());
+}
+bool IsTemplateOp(const host::Viewable* object) {
+    return IsA(object, Records().TemplateOpObject);
+}
 bool IsExactlyTemplateOp(const host::Viewable* object) {
     return object && object->Type() && object->Type() == Records().TemplateOpObject;
 }

@@ -12,14 +12,33 @@
 #include "framework/attr_map.h"
 #include "framework/var_set.h"
 
-inline constexpr std::array<const char*, 27> kStandardAttributes = {
-    "id",           "value",           "dimension",          "uom",
-    "spec_value",   "spec_uom",        "can_enter",          "option_list",
-    "uom_options",  "browser_name",    "type",               "container",
-    "container_category", "container_type", "display_name",  "isleaf",
-    "has_children", "path",            "upper_limit",        "lower_limit",
-    "description",  "status",          "enabled",            "history_enabled",
-    "is_container", "no_containers_below", "is_hierarchy"};
+inline constexpr std::array<const char*, 27> kStandardAttributes = {"id",
+                                                                    "value",
+                                                                    "dimension",
+                                                                    "uom",
+                                                                    "spec_value",
+                                                                    "spec_uom",
+                                                                    "can_enter",
+                                                                    "option_list",
+                                                                    "uom_options",
+                                                                    "browser_name",
+                                                                    "type",
+                                                                    "container",
+                                                                    "container_category",
+                                                                    "container_type",
+                                                                    "display_name",
+                                                                    "isleaf",
+                                                                    "has_children",
+                                                                    "path",
+                                                                    "upper_limit",
+                                                                    "lower_limit",
+                                                                    "description",
+                                                                    "status",
+                                                                    "enabled",
+                                                                    "history_enabled",
+                                                                    "is_container",
+                                                                    "no_containers_below",
+                                                                    "is_hierarchy"};
 
 inline constexpr char kAttachments[] = "attachments";
 inline constexpr char kSkipCorrelations[] = "skipcorrelations";

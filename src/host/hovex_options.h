@@ -12,7 +12,7 @@
 #include "host/interface/specification.h"
 
 class HovexOptions {
-public:
+ public:
     // The end of a chain: all values, for the given case or else the active one.
     explicit HovexOptions(host::SimulationCase* simulation_case);
     // A link without values of its own. A null parent makes it answer the defaults of a top.
@@ -27,7 +27,7 @@ public:
     void SetVariableView(bool view);
     host::SimulationCase* Case() const { return case_; }
 
-private:
+ private:
     std::unique_ptr<host::CaseReaderOptions> reader_options_;
     bool has_view_ = false;
     bool variable_view_ = true;

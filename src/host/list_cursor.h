@@ -15,7 +15,7 @@
 
 template <class Derived, class Walk, class Context>
 class ListCursor : public CountedFromZero<FICursorBase> {
-public:
+ public:
     ListCursor(Context* context, const Walk& walk)
         : context_(Ref<Context>::Share(context)), walk_(walk) {}
 
@@ -58,7 +58,7 @@ public:
         return entry;
     }
 
-private:
+ private:
     static inline const char kTypeId = 0;
 
     Ref<Context> context_;

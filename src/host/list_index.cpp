@@ -5,7 +5,9 @@
 
 namespace {
 
-std::size_t HashOf(const char* name) { return std::hash<std::string_view>()(name); }
+std::size_t HashOf(const char* name) {
+    return std::hash<std::string_view>()(name);
+}
 
 std::uint64_t g_uses = 0;
 

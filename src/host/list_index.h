@@ -17,7 +17,7 @@
 #include "host/interface/list.h"
 
 class ListIndex {
-public:
+ public:
     // Elements that a search walks over before it turns to an index.
     static constexpr int kWalkedFirst = 64;
 
@@ -36,7 +36,7 @@ public:
     static Answer Find(const host::LinkedList& list, int filter, const NameOf& name_of,
                        const char* name);
 
-private:
+ private:
     static constexpr int kKept = 16;
 
     bool Serves(const host::LinkedList& list, int filter, std::uint64_t revision) const {

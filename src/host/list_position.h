@@ -20,7 +20,7 @@
 
 template <class View>
 class ListPosition {
-public:
+ public:
     using Element = typename View::Element;
 
     explicit ListPosition(const host::LinkedList* list, View view = View())
@@ -65,7 +65,7 @@ public:
         return 1;
     }
 
-private:
+ private:
     // Only a position that was never moved stands nowhere yet: finding the first element of a view
     // can take a walk, which a search by name does not need.
     void Start() {

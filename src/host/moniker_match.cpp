@@ -16,17 +16,22 @@ bool BeginsWith(const char* path, std::string_view text) {
     return true;
 }
 
-const char* End(const char* text) { return text + std::char_traits<char>::length(text); }
+const char* End(const char* text) {
+    return text + std::char_traits<char>::length(text);
+}
 
 // The rest behind a whole moniker; null when the path goes on with something else.
 const char* RestBehind(const char* path) {
     switch (*path) {
         case '/':
-        case ':': return path + 1;
+        case ':':
+            return path + 1;
         case '\0':
         case '#':
-        case '.': return End(path);
-        default: return nullptr;
+        case '.':
+            return End(path);
+        default:
+            return nullptr;
     }
 }
 

@@ -12,6 +12,6 @@ struct MonikerMatch {
     const char* rest;
 };
 
-// A ":" at the start of either is skipped, letters match without regard to case, and each "[]" of the
-// moniker takes an index of the path. Nothing when the path does not begin with the moniker.
+// A ":" at the start of either is skipped, letters match without regard to case, and each "[]" of
+// the moniker takes an index of the path. Nothing when the path does not begin with the moniker.
 std::optional<MonikerMatch> MatchMoniker(const std::string& moniker, const char* path);

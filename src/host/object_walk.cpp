@@ -9,10 +9,14 @@ ObjectFilter::ObjectFilter(Shown shown)
 
 bool ObjectFilter::Accept(const host::Viewable& object) const {
     switch (shown_) {
-        case kStreams: return IsA(&object, stream_);
-        case kUnitOps: return IsA(&object, unit_op_);
-        case kNeither: return !IsA(&object, stream_) && !IsA(&object, unit_op_);
-        default: return true;
+        case kStreams:
+            return IsA(&object, stream_);
+        case kUnitOps:
+            return IsA(&object, unit_op_);
+        case kNeither:
+            return !IsA(&object, stream_) && !IsA(&object, unit_op_);
+        default:
+            return true;
     }
 }
 
@@ -73,9 +77,9 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
 }
 
 int ObjectWalk::Compare(ObjectWalk& other) {
-    const bool same_lists = std::equal(
-        parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
-        [](const Part& one, const Part& another) { return one.IsSameList(another); });
+    const bool same_lists =
+        std::equal(parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
+                   [](const Part& one, const Part& another) { return one.IsSameList(another); });
     if (!same_lists) return kNotComparable;
     Start();
     other.Start();

@@ -10,7 +10,7 @@
 
 // Which objects of a list are shown.
 class ObjectFilter {
-public:
+ public:
     using Element = host::Viewable;
     enum Shown : int { kAll, kStreams, kUnitOps, kNeither };
 
@@ -23,14 +23,14 @@ public:
     static const char* Name(host::Viewable& object) { return object.GetName().CStr(); }
     int Id() const { return shown_; }
 
-private:
+ private:
     Shown shown_ = kAll;
     const host::ObjectTypeInfo* stream_ = nullptr;
     const host::ObjectTypeInfo* unit_op_ = nullptr;
 };
 
 class ObjectWalk {
-public:
+ public:
     using Element = host::Viewable;
     using Part = ListPosition<ObjectFilter>;
 
@@ -48,7 +48,7 @@ public:
     host::Viewable* SeekName(const char* name, bool from_here);
     int Compare(ObjectWalk& other);
 
-private:
+ private:
     // A new walk stands on its first object, which is looked for when it is wanted.
     void Start();
 

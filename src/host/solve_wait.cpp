@@ -13,8 +13,12 @@ HEditBatch& EditBatch() {
     return batch;
 }
 
-bool WaitsForSolve() { return g_wait_for_solve; }
-void SetWaitsForSolve(bool wait) { g_wait_for_solve = wait; }
+bool WaitsForSolve() {
+    return g_wait_for_solve;
+}
+void SetWaitsForSolve(bool wait) {
+    g_wait_for_solve = wait;
+}
 
 void SolveAndWait(host::SimulationCase* simulation_case, bool always_wait) {
     host::HostServices* services = host::InstalledServices();

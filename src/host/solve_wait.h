@@ -8,14 +8,14 @@
 
 // The streams under composition edit. While there is one, stores start no solve.
 class HEditBatch {
-public:
+ public:
     // True when the stream was not in the batch yet.
     bool Add(host::Viewable* stream) { return streams_.insert(stream).second; }
     // True when it was in the batch.
     bool Remove(host::Viewable* stream) { return streams_.erase(stream) != 0; }
     bool IsOpen() const { return !streams_.empty(); }
 
-private:
+ private:
     std::set<host::Viewable*> streams_;
 };
 
@@ -26,6 +26,6 @@ HEditBatch& EditBatch();
 bool WaitsForSolve();
 void SetWaitsForSolve(bool wait);
 
-// Starts the solver of the main flowsheet and lets the host's loop run until it has ended or its stop
-// flag is set. Callbacks arrive in the meantime. `always_wait` waits even where stores don't.
+// Starts the solver of the main flowsheet and lets the host's loop run until it has ended or its
+// stop flag is set. Callbacks arrive in the meantime. `always_wait` waits even where stores don't.
 void SolveAndWait(host::SimulationCase* simulation_case, bool always_wait = false);

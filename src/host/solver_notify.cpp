@@ -11,7 +11,8 @@ namespace {
 constexpr long kNoInterface = static_cast<long>(static_cast<std::int32_t>(0x80004002));
 
 // {00000000-0000-0000-C000-000000000046}
-constexpr unsigned char kIdentityInterface[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
+constexpr unsigned char kIdentityInterface[16] = {0,    0, 0, 0, 0, 0, 0, 0,
+                                                  0xC0, 0, 0, 0, 0, 0, 0, 0x46};
 
 std::map<host::SimulationCase*, HSolverNotify*>& Notifiers() {
     static std::map<host::SimulationCase*, HSolverNotify*> notifiers;
@@ -27,17 +28,22 @@ Ref<HSolverNotify> HSolverNotify::ForCase(host::SimulationCase* simulation_case)
     return Ref<HSolverNotify>::Adopt(place);
 }
 
-HSolverNotify::~HSolverNotify() { Notifiers().erase(case_); }
+HSolverNotify::~HSolverNotify() {
+    Notifiers().erase(case_);
+}
 
 long HSolverNotify::QueryInterface(const void* interface_id, void** out) {
     *out = nullptr;
-    if (!interface_id || std::memcmp(interface_id, kIdentityInterface, 16) != 0) return kNoInterface;
+    if (!interface_id || std::memcmp(interface_id, kIdentityInterface, 16) != 0)
+        return kNoInterface;
     AddRef();
     *out = static_cast<host::IModelCallback*>(this);
     return 0;
 }
 
-unsigned long HSolverNotify::AddRef() { return ++references_; }
+unsigned long HSolverNotify::AddRef() {
+    return ++references_;
+}
 
 unsigned long HSolverNotify::Release() {
     const unsigned long left = --references_;
@@ -108,9 +114,9 @@ void HSolverNotify::Tell(int kind, const FIErrorList* report) {
     const std::vector<Subscriber> round = subscribers_;
     for (const Subscriber& each : round) {
         if (each.kind != kind) continue;
-        const bool stays = std::any_of(
-            subscribers_.begin(), subscribers_.end(),
-            [&](const Subscriber& present) { return present.number == each.number; });
+        const bool stays =
+            std::any_of(subscribers_.begin(), subscribers_.end(),
+                        [&](const Subscriber& present) { return present.number == each.number; });
         if (stays) each.callback(each.owner, kind, report);
     }
 }

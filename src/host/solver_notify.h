@@ -1,12 +1,12 @@
 #pragma once
 
-// HSolverNotify: stands between the model callback of a case and the clients: keeps the run state of
-// the case's solver, tells solver subscribers, and hands on to whoever was installed before.
+// HSolverNotify: stands between the model callback of a case and the clients: keeps the run state
+// of the case's solver, tells solver subscribers, and hands on to whoever was installed before.
 //
-// Ownership: one object a case, counted; ForCase makes it or adds a reference, the last Release takes
-// it out of the map. While it has users (subscribers, or a raw callback) it stands installed in the
-// host's manager and keeps itself.
-// Reentrance: a callback may subscribe, unsubscribe, or give up the last user.
+// Ownership: one object a case, counted; ForCase makes it or adds a reference, the last Release
+// takes it out of the map. While it has users (subscribers, or a raw callback) it stands installed
+// in the host's manager and keeps itself. Reentrance: a callback may subscribe, unsubscribe, or
+// give up the last user.
 
 #include <vector>
 
@@ -16,7 +16,7 @@
 #include "host/interface/simulation_case.h"
 
 class HSolverNotify final : public host::IModelCallback {
-public:
+ public:
     enum RunState : int { kStopped = 0, kRunning = 1, kPaused = 2 };
     // Subscription kind of the changes of the run state.
     static constexpr int kStateChanged = 3;
@@ -46,7 +46,7 @@ public:
     // Moves the run state and tells the subscribers.
     void ChangeState(RunState state);
 
-private:
+ private:
     struct Subscriber {
         void* owner;
         int kind;

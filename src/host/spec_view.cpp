@@ -24,4 +24,6 @@ bool HSpecView::Fill(host::Viewable* object, const HovexOptions& options) {
     return info_ != nullptr;
 }
 
-FIContext* HSpecView::MakeContext() const { return EmptyContext(); }
+FIContext* HSpecView::MakeContext() const {
+    return EmptyContext();
+}

@@ -7,7 +7,7 @@
 #include "host/interface/specification.h"
 
 class HSpecView {
-public:
+ public:
     HSpecView() = default;
     HSpecView(const HSpecView&) = delete;
     HSpecView& operator=(const HSpecView&) = delete;
@@ -18,6 +18,6 @@ public:
     // The counted context over the elements.
     FIContext* MakeContext() const;
 
-private:
+ private:
     host::CSpecInfo* info_ = nullptr;
 };

@@ -45,7 +45,9 @@ void HSUandUContext::GetKeyValue(const char* path, FIValue& out, const char** re
     FindKeyByPrefix(kPrefixes, path, out, rest);
 }
 
-FIEntry* HSUandUContext::MakeEntry(int index) { return new HSUandUEntry(this, index); }
+FIEntry* HSUandUContext::MakeEntry(int index) {
+    return new HSUandUEntry(this, index);
+}
 
 HSUandUEntry::HSUandUEntry(HSUandUContext* context, int index)
     : context_(Ref<HSUandUContext>::Share(context)),
@@ -82,7 +84,9 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
     return rows;
 }
 
-void HSUandUEntry::GetName(FIValue& out) { out.SetText(HSUandUCursorBase::kNodeNames[index_]); }
+void HSUandUEntry::GetName(FIValue& out) {
+    out.SetText(HSUandUCursorBase::kNodeNames[index_]);
+}
 
 void HSUandUEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);

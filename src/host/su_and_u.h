@@ -11,7 +11,7 @@
 #include "host/hovex_options.h"
 
 class HSUandUContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     // A null flowsheet is the main one.
     HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
                    const HovexOptions* options, bool attachments, FIEntry* parent);
@@ -27,7 +27,7 @@ public:
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     host::SimulationCase* case_;
     host::FlowSheet* flowsheet_;
     const HovexOptions* options_;
@@ -36,7 +36,7 @@ private:
 };
 
 class HSUandUCursorBase final : public FixedCursor<HSUandUCursorBase, HSUandUContext> {
-public:
+ public:
     using FixedCursor::FixedCursor;
 
     static constexpr std::array<const char*, 4> kNodeNames = {"Streams", "UnitOps", "Utilities",
@@ -45,7 +45,7 @@ public:
 };
 
 class HSUandUEntry final : public AttrMapEntry<HSUandUEntry> {
-public:
+ public:
     HSUandUEntry(HSUandUContext* context, int index);
 
     static std::span<const AttrRow<HSUandUEntry>> AttributeRows();
@@ -56,7 +56,7 @@ public:
 
     bool FollowsAttachments() const { return attachments_; }
 
-private:
+ private:
     Ref<HSUandUContext> context_;
     host::SimulationCase* case_;
     int index_;

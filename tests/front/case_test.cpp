@@ -55,7 +55,7 @@ CaseData SmallCase() {
 }
 
 class ModuleOnCase : public testing::Test {
-protected:
+ protected:
     void SetUp() override {
         FixtopInstallHost(&host_.Services());
         ASSERT_TRUE(host_.Open(SmallCase()));
@@ -136,6 +136,5 @@ TEST_F(ModuleOnCase, stores_values_and_reads_them_back) {
     EXPECT_EQ("Value not stored", Write(pressure, FIValue::OfReal(300.0)));
     EXPECT_EQ("250", Read(pressure, "value"));
 }
-
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace {
 
 // Modules of a test: which are in the process, which can be loaded, and what they export.
 class FakeModules final : public ModuleSystem {
-public:
+ public:
     struct Module {
         std::map<std::string, void*> functions;
     };
@@ -54,15 +54,27 @@ TEST(FindProvider, takes_the_first_module_that_has_the_name) {
     };
     const char* all = "find hovex.exe; find rifmos.exe; load hovexeng.dll; load fixtop.dll; ";
     const Case cases[] = {
-        {{"hovex.exe"}, {"hovexeng.dll"}, {"hovex.exe", "hovexeng.dll"}, "hovex.exe",
+        {{"hovex.exe"},
+         {"hovexeng.dll"},
+         {"hovex.exe", "hovexeng.dll"},
+         "hovex.exe",
          "find hovex.exe; "},
         {{"rifmos.exe"}, {}, {"rifmos.exe"}, "rifmos.exe", "find hovex.exe; find rifmos.exe; "},
         // With the first host there the second is not asked.
-        {{"hovex.exe", "rifmos.exe"}, {"fixtop.dll"}, {"rifmos.exe", "fixtop.dll"}, "fixtop.dll",
+        {{"hovex.exe", "rifmos.exe"},
+         {"fixtop.dll"},
+         {"rifmos.exe", "fixtop.dll"},
+         "fixtop.dll",
          "find hovex.exe; load hovexeng.dll; load fixtop.dll; "},
-        {{"hovex.exe"}, {"hovexeng.dll", "fixtop.dll"}, {"hovexeng.dll", "fixtop.dll"},
-         "hovexeng.dll", "find hovex.exe; load hovexeng.dll; "},
-        {{}, {"hovexeng.dll"}, {"hovexeng.dll"}, "hovexeng.dll",
+        {{"hovex.exe"},
+         {"hovexeng.dll", "fixtop.dll"},
+         {"hovexeng.dll", "fixtop.dll"},
+         "hovexeng.dll",
+         "find hovex.exe; load hovexeng.dll; "},
+        {{},
+         {"hovexeng.dll"},
+         {"hovexeng.dll"},
+         "hovexeng.dll",
          "find hovex.exe; find rifmos.exe; load hovexeng.dll; "},
         {{}, {"fixtop.dll"}, {"fixtop.dll"}, "fixtop.dll", all},
         {{}, {"fixtop.dll"}, {}, nullptr, all},
@@ -93,7 +105,7 @@ void* Pointer(Function* function) {
 }
 
 class Front : public testing::Test {
-protected:
+ protected:
     Front() {
         modules.loadable.insert("fixtop.dll");
         Offer("GetTopHovexCtx", Pointer(GetTopHovexCtx));
@@ -121,8 +133,9 @@ TEST_F(Front, combined_top_has_models_solver_and_notification) {
     ASSERT_TRUE(top);
     EXPECT_EQ(2, top->AddRef()) << "one reference for the caller";
     top->Release();
-    EXPECT_EQ(std::vector<std::string>({"appModel", "QSI Published Variables", "Published Variables"}),
-              ChildNames(*top));
+    EXPECT_EQ(
+        std::vector<std::string>({"appModel", "QSI Published Variables", "Published Variables"}),
+        ChildNames(*top));
     void* service = nullptr;
     ASSERT_TRUE(top->QueryService(1, &service));
     EXPECT_EQ(1, static_cast<FISolver*>(service)->Kind());
@@ -157,7 +170,7 @@ TEST_F(Front, missing_factories_are_missing_features) {
     EXPECT_EQ(nullptr, host.manager.callback);
     top.Reset();
     Offer("GetTopHovexCtx", Pointer(+[](void*, const char*, const char*, const char*,
-                                       const char*) -> FIContext* { return nullptr; }));
+                                        const char*) -> FIContext* { return nullptr; }));
     EXPECT_EQ(nullptr, GetCombinedEntry(nullptr));
     Withdraw("GetTopHovexCtx");
     EXPECT_EQ(nullptr, GetCombinedEntry(nullptr));
@@ -301,7 +314,8 @@ TEST_F(Front, documents_that_exist_are_found_before_one_is_made) {
 
 TEST_F(Front, the_log_lies_beside_the_document) {
     TemporaryFolder folder;
-    host.simulation_case.document = host::FileName(host::Text(folder.File("plant.case")), host::Text());
+    host.simulation_case.document =
+        host::FileName(host::Text(folder.File("plant.case")), host::Text());
     TestIterator();
     EXPECT_FALSE(folder.Has("QSI.log")) << "not resolved";
     Offer("TestIteratorX", Pointer(TestIteratorX));

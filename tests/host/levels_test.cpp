@@ -18,7 +18,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 class Levels : public testing::Test {
-protected:
+ protected:
     Ref<HAandCContext> Models() {
         return Ref<HAandCContext>::Share(
             new HAandCContext(nullptr, {"lib.xml", "map.xml", "units.xml", "Hovex"}));
@@ -51,8 +51,9 @@ CursorFamily FixedFamily(const char* name, FIContext& context, Names keys) {
 
 TEST_F(Levels, cursor_of_models_is_a_cursor) {
     auto context = Models();
-    CursorFamily family = FixedFamily("HAandCCursorBase", *context,
-                                      {"appModel", "QSI Published Variables", "Published Variables"});
+    CursorFamily family =
+        FixedFamily("HAandCCursorBase", *context,
+                    {"appModel", "QSI Published Variables", "Published Variables"});
     family.to_end = SeekOutcome{true, 2};
     family.to_last = SeekOutcome{true, 1};
     CheckCursorFamily(family);
@@ -99,7 +100,8 @@ TEST_F(Levels, cursor_of_a_case_reports_its_end_on_the_data_book) {
 TEST_F(Levels, cursors_of_different_flowsheets_do_not_compare) {
     scripted::FlowSheet inner;
     inner.type = &host.simulation_object;
-    auto one = Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, nullptr, true, nullptr));
+    auto one =
+        Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, nullptr, true, nullptr));
     auto other =
         Ref<HSUandUContext>::Share(new HSUandUContext(&inner, nullptr, nullptr, true, nullptr));
     EXPECT_EQ(kNotComparable, ChildrenOf(*one)->Compare(*ChildrenOf(*other)));
@@ -173,8 +175,7 @@ TEST_F(Levels, published_variables_have_children_when_the_range_is_not_empty) {
 TEST_F(Levels, published_file_has_children_when_it_lies_beside_the_document) {
     TemporaryFolder folder;
     const std::string plant = folder.File("plant");
-    host.simulation_case.document =
-        host::FileName(host::Text(plant + ".case"), host::Text());
+    host.simulation_case.document = host::FileName(host::Text(plant + ".case"), host::Text());
     Ref<FIEntry> entry = Child(*Models(), "QSI Published Variables");
     EXPECT_EQ("INT 0", Read(*entry, "has_children"));
     std::ofstream(plant + ".atpub") << "x";
@@ -208,9 +209,17 @@ TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
         const char* name;
         const char* has_children;
     };
-    const Names rows = {"id",           "browser_name", "type",   "container",
-                        "container_category", "container_type", "display_name",
-                        "isleaf",       "has_children", "status", "is_container"};
+    const Names rows = {"id",
+                        "browser_name",
+                        "type",
+                        "container",
+                        "container_category",
+                        "container_type",
+                        "display_name",
+                        "isleaf",
+                        "has_children",
+                        "status",
+                        "is_container"};
     for (const Case& each : {Case{"Streams", "INT 1"}, Case{"UnitOps", "INT 1"},
                              Case{"Utilities", "INT 1"}, Case{"Reactions", "INT 0"}}) {
         SCOPED_TRACE(each.name);
@@ -373,7 +382,8 @@ TEST_F(Levels, a_case_context_without_options_makes_its_own) {
     EXPECT_TRUE(context->Options()->VariableView());
     EXPECT_TRUE(context->Options()->ReaderOptions());
     host.session.active = nullptr;
-    auto without_case = Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
+    auto without_case =
+        Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
     EXPECT_FALSE(without_case->Options());
 }
 

@@ -18,7 +18,7 @@ std::string Numbered(const char* stem, int number) {
 }
 
 class Objects : public testing::Test {
-protected:
+ protected:
     Ref<HFSOContext> List(HFSOContext::Kind kind) {
         return Ref<HFSOContext>::Share(
             new HFSOContext(nullptr, nullptr, kind, &options, true, nullptr));
@@ -51,7 +51,8 @@ TEST_F(Objects, cursors_are_cursors) {
     auto empty_streams = List(HFSOContext::kStreams);
     scripted::FlowSheet bare;
     auto Empty = [&](HFSOContext::Kind kind) {
-        return Ref<HFSOContext>::Share(new HFSOContext(&bare, nullptr, kind, &options, true, nullptr));
+        return Ref<HFSOContext>::Share(
+            new HFSOContext(&bare, nullptr, kind, &options, true, nullptr));
     };
     for (const char* name : {"S1", "S2", "S3"}) {
         host.main.Add(name, host.stream);
@@ -60,7 +61,8 @@ TEST_F(Objects, cursors_are_cursors) {
     }
     auto streams = List(HFSOContext::kStreams);
     auto no_streams = Empty(HFSOContext::kStreams);
-    CheckCursorFamily(ObjectFamily("HFSOCursorBase streams", *streams, *no_streams, {"S1", "S2", "S3"}));
+    CheckCursorFamily(
+        ObjectFamily("HFSOCursorBase streams", *streams, *no_streams, {"S1", "S2", "S3"}));
     auto operations = List(HFSOContext::kUnitOps);
     auto no_operations = Empty(HFSOContext::kUnitOps);
     CheckCursorFamily(ObjectFamily("HFSOCursorBase operations", *operations, *no_operations,
@@ -291,12 +293,24 @@ TEST_F(Objects, objects_show_their_rows) {
     auto& feed = host.main.Add("Feed", host.stream);
     feed.AddReal(":D.1", "T", 1.0);
     Ref<FIEntry> entry = Node(feed);
-    const Names shown = {"id",           "browser_name",       "type",
-                         "container",    "container_category", "container_type",
-                         "display_name", "isleaf",             "has_children",
-                         "path",         "status",             "is_container",
-                         "no_containers_below", "attachments", "skipcorrelations",
-                         "skipattachments", "isObject", "noObjectsBelow"};
+    const Names shown = {"id",
+                         "browser_name",
+                         "type",
+                         "container",
+                         "container_category",
+                         "container_type",
+                         "display_name",
+                         "isleaf",
+                         "has_children",
+                         "path",
+                         "status",
+                         "is_container",
+                         "no_containers_below",
+                         "attachments",
+                         "skipcorrelations",
+                         "skipattachments",
+                         "isObject",
+                         "noObjectsBelow"};
     EXPECT_EQ(shown, ShownRows(*entry));
     for (const char* row : {"id", "browser_name", "display_name"}) {
         EXPECT_EQ("Feed", Read(*entry, row));
@@ -364,9 +378,9 @@ TEST_F(Objects, containers_are_told_from_the_outermost) {
 
 TEST_F(Objects, status_numbers_have_texts) {
     auto& feed = host.main.Add("Feed", host.stream);
-    const std::pair<int, const char*> cases[] = {{0, "OK"},      {1, "Not Solved"},
-                                                 {2, "Warning"}, {3, "Under-Specified"},
-                                                 {4, "Error"},   {17, "Error"}, {-1, "Error"}};
+    const std::pair<int, const char*> cases[] = {
+        {0, "OK"},    {1, "Not Solved"}, {2, "Warning"}, {3, "Under-Specified"},
+        {4, "Error"}, {17, "Error"},     {-1, "Error"}};
     for (const auto& [status, text] : cases) {
         feed.status = status;
         EXPECT_EQ(text, Read(*Node(feed), "status"));
@@ -472,10 +486,14 @@ TEST_F(Objects, host_paths_name_objects) {
     };
     auto streams = List(HFSOContext::kStreams);
     const Case of_streams[] = {
-        {"(Feed/:Double.1", "Feed|:Double.1"}, {"Feed:Double.1", "Feed|Double.1"},
-        {"(Feed 2/x", "Feed 2|x"},             {"(Feed)/x", "(NULL)|(Feed)/x"},
-        {"(feed/x", "(NULL)|(feed/x"},         {"(Feed 3/x", "(NULL)|(Feed 3/x"},
-        {"", "(NULL)|"},                       {"(", "(NULL)|("},
+        {"(Feed/:Double.1", "Feed|:Double.1"},
+        {"Feed:Double.1", "Feed|Double.1"},
+        {"(Feed 2/x", "Feed 2|x"},
+        {"(Feed)/x", "(NULL)|(Feed)/x"},
+        {"(feed/x", "(NULL)|(feed/x"},
+        {"(Feed 3/x", "(NULL)|(Feed 3/x"},
+        {"", "(NULL)|"},
+        {"(", "(NULL)|("},
     };
     for (const Case& each : of_streams) EXPECT_EQ(each.answer, KeyAndRest(*streams, each.path));
     auto operations = List(HFSOContext::kUnitOps);

@@ -12,7 +12,10 @@ std::string Text(const FIErrorList& errors) {
     for (const FIErrorRecord& each : errors) {
         text.append(std::to_string(each.code)).append(",");
         text.append(std::to_string(each.first)).append(",");
-        text.append(std::to_string(each.second)).append(" ").append(each.text.ToText()).append("; ");
+        text.append(std::to_string(each.second))
+            .append(" ")
+            .append(each.text.ToText())
+            .append("; ");
     }
     return text;
 }
@@ -33,11 +36,13 @@ struct Listener {
 
 int g_raw_changes = 0;
 int g_raw_deletions = 0;
-void Raw(int event) { ++(event == 0 ? g_raw_changes : g_raw_deletions); }
+void Raw(int event) {
+    ++(event == 0 ? g_raw_changes : g_raw_deletions);
+}
 
 // A callback of somebody else that stood installed before.
 class Foreign final : public host::IModelCallback {
-public:
+ public:
     long QueryInterface(const void*, void**) override { return -1; }
     unsigned long AddRef() override { return ++references; }
     unsigned long Release() override { return --references; }
@@ -51,7 +56,7 @@ public:
 };
 
 class Solvers : public testing::Test {
-protected:
+ protected:
     Solvers() { g_raw_changes = g_raw_deletions = 0; }
     ~Solvers() override { SetWaitsForSolve(true); }
 
@@ -67,8 +72,9 @@ protected:
 };
 
 TEST_F(Solvers, attributes_are_those_of_the_tables) {
-    EXPECT_EQ(std::vector<std::string>({"id", "type", "autosolve", "state", "active", "wait_for_solve"}),
-              ShownRows(*solver.GetAttributeSource()));
+    EXPECT_EQ(
+        std::vector<std::string>({"id", "type", "autosolve", "state", "active", "wait_for_solve"}),
+        ShownRows(*solver.GetAttributeSource()));
     EXPECT_EQ("Solver", Read(solver, "id"));
     EXPECT_EQ("HSSSolver", Read(solver, "type"));
     EXPECT_EQ("INT 0", Read(solver, "autosolve"));
@@ -131,9 +137,10 @@ TEST_F(Solvers, checks_add_a_record_each) {
     host.solver.holding = false;
     host.solver.needs_to_run = false;
     solver.CheckSolve(errors);
-    EXPECT_EQ("2,0,0 Simulation is in dynamics mode; 2,0,0 Solver is already active; "
-              "2,0,0 Solver is complete; ",
-              Text(errors));
+    EXPECT_EQ(
+        "2,0,0 Simulation is in dynamics mode; 2,0,0 Solver is already active; "
+        "2,0,0 Solver is complete; ",
+        Text(errors));
 }
 
 TEST_F(Solvers, one_pass_releases_solves_and_holds) {
@@ -240,11 +247,16 @@ TEST_F(Solvers, switches_take_numbers_and_four_texts) {
     const char* mismatch = "Argument type mismatch for autosolve.";
     host.solver.needs_to_run = false;
     const Case cases[] = {
-        {FIValue::OfInt(1), "(NULL)", "release "}, {FIValue::OfInt(5), "(NULL)", "release "},
-        {FIValue::OfInt(0), "(NULL)", "hold "},    {FIValue("true"), "(NULL)", "release "},
-        {FIValue("1"), "(NULL)", "release "},      {FIValue("false"), "(NULL)", "hold "},
-        {FIValue("0"), "(NULL)", "hold "},         {FIValue("True"), mismatch, ""},
-        {FIValue(""), mismatch, ""},               {FIValue::OfReal(1.0), mismatch, ""},
+        {FIValue::OfInt(1), "(NULL)", "release "},
+        {FIValue::OfInt(5), "(NULL)", "release "},
+        {FIValue::OfInt(0), "(NULL)", "hold "},
+        {FIValue("true"), "(NULL)", "release "},
+        {FIValue("1"), "(NULL)", "release "},
+        {FIValue("false"), "(NULL)", "hold "},
+        {FIValue("0"), "(NULL)", "hold "},
+        {FIValue("True"), mismatch, ""},
+        {FIValue(""), mismatch, ""},
+        {FIValue::OfReal(1.0), mismatch, ""},
         {FIValue(), mismatch, ""},
     };
     for (const Case& each : cases) {

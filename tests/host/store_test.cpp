@@ -10,7 +10,7 @@
 namespace {
 
 class Stores : public testing::Test {
-protected:
+ protected:
     Stores() : feed(host.main.Add("Feed", host.stream)) { feed.stream = &stream; }
     ~Stores() override { SetWaitsForSolve(true); }
 
@@ -177,7 +177,7 @@ TEST_F(Stores, only_streams_numbers_and_types_of_compositions_count) {
         int type;
         bool composition;
     };
-    const Case cases[] = {{501, 9, true},  {502, 14, true},  {530, 11, true}, {501, 8, false},
+    const Case cases[] = {{501, 9, true},   {502, 14, true}, {530, 11, true}, {501, 8, false},
                           {501, 15, false}, {522, 9, false}, {503, 9, false}};
     for (const Case& each : cases) {
         EXPECT_EQ(!each.composition, Node(Composition(each.number, each.type))->CanHold())

@@ -22,7 +22,7 @@ bool Refuse(FIContext* context, bool) {
 }
 
 class Tops : public testing::Test {
-protected:
+ protected:
     Tops() : context(Ref<HAandCContext>::Share(new HAandCContext(nullptr, {}))) { Make(); }
     ~Tops() override { FIXTopEntry::SetAttachCall(nullptr); }
 
@@ -38,8 +38,9 @@ protected:
 };
 
 TEST_F(Tops, attributes_are_the_six_rows) {
-    EXPECT_EQ(std::vector<std::string>({"id", "type", "status", "server", "visible", "attachments"}),
-              ShownRows(*static_cast<FIEntry*>(top.Get())));
+    EXPECT_EQ(
+        std::vector<std::string>({"id", "type", "status", "server", "visible", "attachments"}),
+        ShownRows(*static_cast<FIEntry*>(top.Get())));
     EXPECT_EQ("Top", NameOf(*top));
     EXPECT_EQ("Top", Read(*top, "id"));
     EXPECT_EQ("TopNode", Read(*top, "type"));
@@ -231,8 +232,8 @@ TEST_F(Tops, the_list_is_the_module_s_and_goes_with_any_entry) {
     top->Subscribe(&listener, 1, Listener::Hear);
     {
         FINotify second_notify = nullptr;
-        auto second =
-            Ref<FIXTopEntry>::Share(new FIXTopEntry(context.Get(), nullptr, &second_notify, nullptr));
+        auto second = Ref<FIXTopEntry>::Share(
+            new FIXTopEntry(context.Get(), nullptr, &second_notify, nullptr));
         second_notify(0);
         EXPECT_EQ("1 ", listener.told);
     }
@@ -323,11 +324,13 @@ TEST(SlotOrder, solver_operations_stand_as_clients_expect) {
 
 TEST(SlotOrder, model_callback_slots_stand_as_the_host_expects) {
     using host::IModelCallback;
-    const int slots[] = {
-        VtableSlot(&IModelCallback::QueryInterface),    VtableSlot(&IModelCallback::AddRef),
-        VtableSlot(&IModelCallback::Release),           VtableSlot(&IModelCallback::SimulationStarted),
-        VtableSlot(&IModelCallback::SimulationStopped), VtableSlot(&IModelCallback::SimulationStep),
-        VtableSlot(&IModelCallback::SimulationEvent)};
+    const int slots[] = {VtableSlot(&IModelCallback::QueryInterface),
+                         VtableSlot(&IModelCallback::AddRef),
+                         VtableSlot(&IModelCallback::Release),
+                         VtableSlot(&IModelCallback::SimulationStarted),
+                         VtableSlot(&IModelCallback::SimulationStopped),
+                         VtableSlot(&IModelCallback::SimulationStep),
+                         VtableSlot(&IModelCallback::SimulationEvent)};
     int expected = 0;
     for (int slot : slots) EXPECT_EQ(expected++, slot);
 }

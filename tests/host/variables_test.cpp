@@ -12,7 +12,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 class Variables : public testing::Test {
-protected:
+ protected:
     Variables() : feed(host.main.Add("Feed", host.stream)) {}
 
     Ref<HVarsContext> List(scripted::Plain& owner, bool attachments = true) {
@@ -111,11 +111,28 @@ TEST_F(Variables, table_has_34_rows) {
 
 TEST_F(Variables, a_number_shows_its_rows) {
     auto entry = Node(feed.AddReal(":D.1", "T", 25.0, 1));
-    const Names rows = {"id", "value", "dimension", "uom", "can_enter", "uom_options",
-                        "browser_name", "type", "container", "container_category",
-                        "container_type", "display_name", "isleaf", "has_children",
-                        "upper_limit", "lower_limit", "status", "is_container", "moniker",
-                        "attachments", "skipcorrelations", "skipattachments"};
+    const Names rows = {"id",
+                        "value",
+                        "dimension",
+                        "uom",
+                        "can_enter",
+                        "uom_options",
+                        "browser_name",
+                        "type",
+                        "container",
+                        "container_category",
+                        "container_type",
+                        "display_name",
+                        "isleaf",
+                        "has_children",
+                        "upper_limit",
+                        "lower_limit",
+                        "status",
+                        "is_container",
+                        "moniker",
+                        "attachments",
+                        "skipcorrelations",
+                        "skipattachments"};
     EXPECT_EQ(rows, ShownRows(*entry));
     EXPECT_EQ("REAL 25", Read(*entry, "value"));
     EXPECT_EQ("Temperature", Read(*entry, "dimension"));
@@ -147,10 +164,14 @@ TEST_F(Variables, types_follow_kind_and_dimensions) {
         const char* type;
     };
     const Case cases[] = {
-        {":D.1", 1, "Real"},           {":D.1", 2, "String"},
-        {":D.1", 3, "String"},         {":D.1", 4, "Attachment"},
-        {":D.1", 5, "Message"},        {":D.1.[]", 1, "Array"},
-        {":D.1.[].[]", 1, "2-Dim Array"}, {":D.1.[].[].[]", 1, "3-Dim Array"},
+        {":D.1", 1, "Real"},
+        {":D.1", 2, "String"},
+        {":D.1", 3, "String"},
+        {":D.1", 4, "Attachment"},
+        {":D.1", 5, "Message"},
+        {":D.1.[]", 1, "Array"},
+        {":D.1.[].[]", 1, "2-Dim Array"},
+        {":D.1.[].[].[]", 1, "3-Dim Array"},
         {":D.1.[].[].[].[]", 1, "multi-Dim Array"},
     };
     for (const Case& each : cases) {
@@ -299,6 +320,16 @@ TEST_F(Variables, numbers_are_shown_in_the_unit_asked_for) {
     EXPECT_EQ("REAL 100", Read(*entry, "value")) << "only a text names a unit";
     entry->SetVarSet(nullptr);
     EXPECT_EQ("Not supported", Write(*entry, "uom", FIValue("F")));
+}
+
+TEST_F(Variables, default_units_follow_the_unit_set_of_the_case) {
+    auto entry = Node(feed.AddReal(":D.1", "T", 100.0, 1));
+    EXPECT_EQ("REAL 100", Read(*entry, "value"));
+    host.unit_set = 1;
+    EXPECT_EQ("REAL 212", Read(*entry, "value"));
+    EXPECT_EQ("F", Read(*entry, "uom"));
+    host.unit_set = 0;
+    EXPECT_EQ("REAL 100", Read(*entry, "value"));
 }
 
 TEST_F(Variables, a_unit_type_that_is_not_fixed_is_asked_of_the_object) {

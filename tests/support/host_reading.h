@@ -1,6 +1,7 @@
 #pragma once
 
-// Short words for tests of host nodes: attributes as text, children by name, a var set of the test's.
+// Short words for tests of host nodes: attributes as text, children by name, a var set of the
+// test's.
 
 #include <map>
 #include <string>
@@ -90,12 +91,33 @@ std::vector<std::string> AllRows() {
 
 // The 27 standard names and the given ones behind them.
 inline std::vector<std::string> StandardRowsAnd(std::vector<std::string> more) {
-    std::vector<std::string> names = {
-        "id", "value", "dimension", "uom", "spec_value", "spec_uom", "can_enter", "option_list",
-        "uom_options", "browser_name", "type", "container", "container_category", "container_type",
-        "display_name", "isleaf", "has_children", "path", "upper_limit", "lower_limit",
-        "description", "status", "enabled", "history_enabled", "is_container",
-        "no_containers_below", "is_hierarchy"};
+    std::vector<std::string> names = {"id",
+                                      "value",
+                                      "dimension",
+                                      "uom",
+                                      "spec_value",
+                                      "spec_uom",
+                                      "can_enter",
+                                      "option_list",
+                                      "uom_options",
+                                      "browser_name",
+                                      "type",
+                                      "container",
+                                      "container_category",
+                                      "container_type",
+                                      "display_name",
+                                      "isleaf",
+                                      "has_children",
+                                      "path",
+                                      "upper_limit",
+                                      "lower_limit",
+                                      "description",
+                                      "status",
+                                      "enabled",
+                                      "history_enabled",
+                                      "is_container",
+                                      "no_containers_below",
+                                      "is_hierarchy"};
     names.insert(names.end(), more.begin(), more.end());
     return names;
 }
@@ -109,7 +131,7 @@ inline std::string KeyAndRest(FIContext& context, const char* path) {
 }
 
 class TestVarSet final : public FIVarSet {
-public:
+ public:
     void SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) override {
         quantity_was_null = quantity.IsNull();
         old = unit_;
@@ -119,7 +141,9 @@ public:
     void SetSpecUnit(const FIValue&, const FIValue&, FIValue&) override {}
     void GetSpecUnit(const FIValue&, FIValue& out) override { out.Clear(); }
     void GetPath(FIValue& out) override { out.SetText("Top.here"); }
-    void SetVar(const FIValue& name, const FIValue& value) override { vars_[name.ToText()] = value; }
+    void SetVar(const FIValue& name, const FIValue& value) override {
+        vars_[name.ToText()] = value;
+    }
     bool GetVar(const FIValue& name, FIValue& out) override {
         const auto found = vars_.find(name.ToText());
         out.Clear();
@@ -128,7 +152,7 @@ public:
     }
     bool quantity_was_null = false;
 
-private:
+ private:
     FIValue unit_;
     std::map<std::string, FIValue> vars_;
 };

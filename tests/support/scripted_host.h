@@ -1,7 +1,7 @@
 #pragma once
 
-// A small host under the full control of a test: every answer is a field, every store goes through a
-// hook that may refuse it, change the case, or call back into the module.
+// A small host under the full control of a test: every answer is a field, every store goes through
+// a hook that may refuse it, change the case, or call back into the module.
 //
 //     scripted::Host host;                       // installs itself
 //     auto& feed = host.main.Add("Feed", host.stream);
@@ -24,7 +24,7 @@ namespace scripted {
 
 // A list whose revision is unique in the process, or 0 throughout.
 class List final : public host::LinkedList {
-public:
+ public:
     void Add(void* element) {
         holders_.push_back(std::make_unique<Holder>());
         holders_.back()->element = element;
@@ -65,7 +65,7 @@ public:
     // Steps made on the list so far.
     mutable long steps = 0;
 
-private:
+ private:
     struct Holder : host::ListHolder {
         std::size_t index = 0;
     };
@@ -79,22 +79,21 @@ private:
 };
 
 class Type final : public host::ObjectTypeInfo {
-public:
-    Type(const char* class_name, const Type* base)
-        : class_name_(class_name), base_(base) {}
+ public:
+    Type(const char* class_name, const Type* base) : class_name_(class_name), base_(base) {}
     bool IsA(const host::ObjectTypeInfo* other) const override {
         return this == other || (base_ && base_->IsA(other));
     }
     const host::Text& DisplayName() const override { return class_name_; }
     const host::Text& ClassName() const override { return class_name_; }
 
-private:
+ private:
     host::Text class_name_;
     const Type* base_;
 };
 
 class Enumeration final : public host::VarEnumInfo {
-public:
+ public:
     explicit Enumeration(std::vector<std::string> names) : names_(std::move(names)) {
         for (const std::string& name : names_) entries_.push_back({name.c_str()});
     }
@@ -110,7 +109,7 @@ public:
         return nullptr;
     }
 
-private:
+ private:
     const host::VarEnumEntry* At(long i) const {
         return i >= 0 && i < static_cast<long>(entries_.size()) ? &entries_[i] : nullptr;
     }
@@ -131,7 +130,7 @@ struct Row final : host::VariableNameInfo {
 
 // What objects of all interfaces have. Values are kept by filled moniker.
 class ObjectData {
-public:
+ public:
     host::Text name;
     const Type* type = nullptr;
     host::Viewable* owner = nullptr;
@@ -188,7 +187,7 @@ public:
 
 template <class Base>
 class Object : public Base, public ObjectData {
-public:
+ public:
     virtual ~Object() = default;
 
     const host::Text& GetName() override { return name; }
@@ -230,7 +229,8 @@ public:
     }
     host::Viewable* GetOwner(const host::ObjectTypeInfo* wanted) override {
         host::Viewable* above = owner;
-        while (above && !(above->Type() && above->Type()->IsA(wanted))) above = above->GetOwner(wanted);
+        while (above && !(above->Type() && above->Type()->IsA(wanted)))
+            above = above->GetOwner(wanted);
         return above;
     }
     bool IsSameFlowSheet(host::Viewable* flowsheet) override { return owner == flowsheet; }
@@ -254,7 +254,7 @@ using Plain = Object<host::Viewable>;
 
 // Counts the calls of composition editing.
 class Stream final : public host::ProcessStream {
-public:
+ public:
     void BeginDeferCompNormalize() override { calls += "begin "; }
     void EndDeferCompNormalize() override { calls += "end "; }
     void StartCompositionEditSession() override { calls += "session "; }
@@ -262,7 +262,7 @@ public:
 };
 
 class Solver final : public Object<host::FlowSheetSolver> {
-public:
+ public:
     void Holding(bool hold) override {
         holding = hold;
         calls += hold ? "hold " : "release ";
@@ -294,7 +294,7 @@ public:
 };
 
 class FlowSheet final : public Object<host::FlowSheet> {
-public:
+ public:
     host::FlowSheetObjectIterator Objects() override {
         return host::FlowSheetObjectIterator(&objects);
     }
@@ -316,7 +316,7 @@ public:
 };
 
 class Reactions final : public host::ReactionPackageManager {
-public:
+ public:
     int ReactionCount() override { return static_cast<int>(reactions.size()); }
     host::Reaction* RxnNumber(int number) override {
         return number >= 0 && number < ReactionCount() ? reactions[number] : nullptr;
@@ -325,13 +325,13 @@ public:
 };
 
 class Basis final : public Object<host::BasisManager> {
-public:
+ public:
     host::ReactionPackageManager* ReactionPackages() override { return reactions; }
     host::ReactionPackageManager* reactions = nullptr;
 };
 
 class Manager final : public Object<host::COnlineConnectivityManager> {
-public:
+ public:
     ~Manager() {
         if (callback) callback->Release();
     }
@@ -346,7 +346,7 @@ public:
 };
 
 class Case final : public Object<host::SimulationCase> {
-public:
+ public:
     host::FlowSheet* MainFlowSheet() override { return main; }
     host::BasisManager* Basis() override { return basis; }
     const host::LinkedList* ProcessDataTables() override { return tables; }
@@ -379,7 +379,7 @@ public:
 };
 
 class Form final : public host::ApplicationForm {
-public:
+ public:
     void GetWindowPlacement(host::WindowPlacement& out) override { out.show_state = show_state; }
     void SetWindowPlacement(const host::WindowPlacement& placement) override {
         show_state = placement.show_state;
@@ -390,7 +390,7 @@ public:
 };
 
 class Session final : public host::Session {
-public:
+ public:
     host::SimulationCase* ActiveCase() override { return active; }
     host::ApplicationForm* GetAppForm() override { return form; }
     bool HideDocument(host::Document* document, bool hide) override {
@@ -407,7 +407,7 @@ public:
 };
 
 class SpecInfo final : public host::CSpecInfo {
-public:
+ public:
     void SetOwner(host::Viewable* given) override { owner = given; }
     void SetReaderOptions(const host::CaseReaderOptions* given) override { options = given; }
     const host::LinkedList* Elements() const override { return &elements; }
@@ -418,7 +418,7 @@ public:
 };
 
 class SpecSource final : public host::CSpecSource {
-public:
+ public:
     bool FillSpecInfo(host::CSpecInfo* info) override {
         last = static_cast<SpecInfo*>(info);
         ++fills;
@@ -433,11 +433,11 @@ public:
 struct UnitType {
     host::VarType type;
     const char* name;
-    std::vector<host::UnitRecord> units;  // the default one first
+    std::vector<host::UnitRecord> units;
 };
 
 class Host final : public host::HostServices {
-public:
+ public:
     Host() {
         simulation_case.type = &simulation_object;
         main.type = &simulation_object;
@@ -460,10 +460,10 @@ public:
     }
     ~Host() { host::SetInstalledServices(nullptr); }
 
-    unsigned DefaultUnits() override { return 0; }
-    const host::UnitRecord* def_unit(host::VarType wanted, unsigned) override {
+    unsigned DefaultUnits() override { return unit_set; }
+    const host::UnitRecord* def_unit(host::VarType wanted, unsigned set) override {
         const UnitType* found = FindUnitType(wanted);
-        return found ? &found->units.front() : nullptr;
+        return found ? &found->units[set] : nullptr;
     }
     const host::UnitRecord* findunit(const char* name, host::VarType wanted) override {
         const UnitType* found = FindUnitType(wanted);
@@ -529,8 +529,8 @@ public:
     host::Session* pSession() override { return has_session ? &session : nullptr; }
     void UpdateViews(host::Viewable* object) override { view_updates += object ? 0 : 1; }
     void SetConfigData(const char* key, double value, bool flag) override {
-        config += std::string(key) + "=" + std::to_string(static_cast<int>(value)) +
-                  (flag ? "! " : " ");
+        config +=
+            std::string(key) + "=" + std::to_string(static_cast<int>(value)) + (flag ? "! " : " ");
     }
     host::Text NumToText(double value) override { return host::Text(std::to_string(value)); }
     void WaitForTurn(unsigned long milliseconds) override {
@@ -538,7 +538,9 @@ public:
         if (on_turn) on_turn(turns);
     }
     void* IFace_malloc(std::size_t size) override { return std::malloc(size); }
-    void* IFace_realloc(void* block, std::size_t size) override { return std::realloc(block, size); }
+    void* IFace_realloc(void* block, std::size_t size) override {
+        return std::realloc(block, size);
+    }
     void IFace_free(void* block) override { std::free(block); }
 
     const Type viewable{"ViewableObject", nullptr};
@@ -564,15 +566,18 @@ public:
     std::map<std::string, int> states;
     int spec_infos = 0;
     int view_updates = 0;
+    unsigned unit_set = 0;  // its default units are those at this place of the lists
     int turns = 0;
     std::function<void(int turn)> on_turn;
     std::string config;
     std::vector<UnitType> unit_types = {
-        {1, "Temperature", {{1.0, 0.0, "C"}, {5.0 / 9.0, -32.0 * 5.0 / 9.0, "F"}, {1.0, -273.15, "K"}}},
+        {1,
+         "Temperature",
+         {{1.0, 0.0, "C"}, {5.0 / 9.0, -32.0 * 5.0 / 9.0, "F"}, {1.0, -273.15, "K"}}},
         {2, "Pressure", {{1.0, 0.0, "kPa"}, {100.0, 0.0, "bar"}}},
     };
 
-private:
+ private:
     const UnitType* FindUnitType(host::VarType wanted) const {
         for (const UnitType& each : unit_types) {
             if (each.type == wanted) return &each;
