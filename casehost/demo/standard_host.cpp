@@ -1,4 +1,5 @@
 #include "casehost/standard_host.h"
+#include "live/case.h"
 
 #include "casehost/case_file.h"
 #include "casehost/importer.h"

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 #include "live/dependents.h"
 
 namespace casehost {

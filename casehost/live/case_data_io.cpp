@@ -1,6 +1,6 @@
 // The live case as data, and results of a solve taken over.
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 
 namespace casehost {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "live/case.h"
 #include "live/services_impl.h"
 
 namespace casehost {

@@ -1,6 +1,6 @@
 // How objects of a case are named by text: paths of attachments, and monikers.
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 #include "live/object_path.h"
 
 namespace casehost {

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 
 namespace casehost {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 #include "casehost/units.h"
 #include "live/basis_spec.h"
 #include "live/solver_node.h"

@@ -1,3 +1,4 @@
+#include "live/case.h"
 #include "live/services_impl.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "live/solver_node.h"
 
-#include "casehost/live_case.h"
+#include "live/case.h"
 
 namespace casehost {
 

@@ -1,4 +1,5 @@
 #include "casehost/case_file.h"
+#include "live/case.h"
 
 #include <gtest/gtest.h>
 

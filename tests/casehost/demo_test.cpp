@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "casehost/case_file.h"
+#include "live/case.h"
 #include "casehost/standard_host.h"
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"

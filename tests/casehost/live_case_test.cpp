@@ -3,6 +3,7 @@
 
 #include "case_builder.h"
 #include "casehost/case_host.h"
+#include "live/case.h"
 #include "casehost/units.h"
 #include "host/interface/array_set.h"
 

@@ -2,6 +2,7 @@
 
 #include "case_builder.h"
 #include "casehost/case_host.h"
+#include "live/case.h"
 
 namespace casehost {
 namespace {

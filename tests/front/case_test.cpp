@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "casehost/case_host.h"
+#include "live/case.h"
 #include "front/fixtop.h"
 
 namespace {

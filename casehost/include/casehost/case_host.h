@@ -11,11 +11,13 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "casehost/live_case.h"
 #include "casehost/script.h"
+#include "casehost/solve_engine.h"
 #include "host/interface/services.h"
 
 namespace casehost {
+
+class Case;
 
 // What became of an attempt to open or save. Problems are errors when `ok` is false, else remarks.
 struct OpenResult {
