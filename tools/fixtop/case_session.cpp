@@ -42,6 +42,8 @@ CaseSession::~CaseSession() {
     here_.Reset();
     top_.Reset();
     entry_.Reset();
+    // The combined top entry had itself told of changes.
+    if (host_->ActiveCase()) UnsetTopNotify(host_->ActiveCase());
     FixtopInstallHost(nullptr);
 }
 
