@@ -10,8 +10,8 @@
 // The full path, or an empty text when there is no such file.
 std::string FindFileOnPath(const std::string& name);
 
-// Whether a name that comes out of a file may be sought: it names no drive, does not begin at a root
-// and never climbs to a parent folder.
+// Whether a name that comes out of a file may be sought: it names no drive, does not begin at a
+// root and never climbs to a parent folder.
 bool StaysInSearchFolders(std::string_view name);
 
 // The folder of the running program, without a separator at the end.

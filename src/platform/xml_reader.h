@@ -19,8 +19,8 @@
 inline constexpr std::size_t kMaxXmlBytes = 64u << 20;
 inline constexpr int kMaxXmlDepth = 256;
 
-// Where the reader stands: behind the tag or the text that it tells. Lines and columns count from 1;
-// 0 when the place is not known.
+// Where the reader stands: behind the tag or the text that it tells. Lines and columns count from
+// 1; 0 when the place is not known.
 class XmlLocator {
  public:
     // The full path of the file, or the name that the text was given.
