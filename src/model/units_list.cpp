@@ -21,12 +21,6 @@ void LogUnknownUnit(const std::string& unit) {
     LogDetail(MessageText("Unable to locate unit %s in units list", unit.c_str()));
 }
 
-void Delete(ModuleHandle adapter, CCDMUnitSource* source) {
-    const auto function =
-        reinterpret_cast<DeleteUnitSourceFunction>(FindFunction(adapter, "DeleteUnitSource"));
-    if (function != nullptr) function(source);
-}
-
 }  // namespace
 
 void CCDMUnitsList::SetProvider(const char* module) {
@@ -39,25 +33,29 @@ void CCDMUnitsList::SetInitString(const char* text) {
     Attach();
 }
 
-ModuleHandle CCDMUnitsList::LoadAdapter() const {
+// An offered module goes before the one that is loaded, and stays when this list ends.
+ModuleHandle CCDMUnitsList::FindAdapter() {
     const std::string name = provider_.ToText();
     if (ProcessModules().Offers(name.c_str())) return LoadModule(name.c_str());
     const std::string file = std::string(kUnitAdapterName) + kLibraryEnding;
-    return SameName(name, kUnitAdapterName) || SameName(name, file) ? LoadModule(file.c_str())
-                                                                    : nullptr;
+    if (SameName(name, kUnitAdapterName) || SameName(name, file)) {
+        loaded_adapter_ = LoadModule(file.c_str());
+    }
+    return loaded_adapter_;
 }
 
 void CCDMUnitsList::Attach() {
     if (initialized_ || provider_.IsNull() || init_string_.IsNull()) return;
-    adapter_ = LoadAdapter();
+    const ModuleHandle adapter = FindAdapter();
     const auto create =
-        reinterpret_cast<CreateUnitSourceFunction>(FindFunction(adapter_, "CreateUnitSource"));
-    if (create == nullptr) {
+        reinterpret_cast<CreateUnitSourceFunction>(FindFunction(adapter, "CreateUnitSource"));
+    delete_source_ =
+        reinterpret_cast<DeleteUnitSourceFunction>(FindFunction(adapter, "DeleteUnitSource"));
+    if (create == nullptr || delete_source_ == nullptr) {
         LogMessage(MessageText("Unable to locate CCDM unit conversion adpater %s",
                                provider_.ToText().c_str())
                        .c_str());
-        Detach();
-        return;
+        return Detach();
     }
     source_ = create();
     initialized_ = source_ != nullptr && source_->Init(init_string_.ToText().c_str());
@@ -69,11 +67,11 @@ void CCDMUnitsList::Attach() {
 void CCDMUnitsList::Detach() {
     if (source_ != nullptr) {
         source_->Destroy();
-        Delete(adapter_, source_);
+        delete_source_(source_);
     }
-    if (adapter_ != nullptr) UnloadModule(adapter_);
+    if (loaded_adapter_ != nullptr) UnloadModule(loaded_adapter_);
     source_ = nullptr;
-    adapter_ = nullptr;
+    loaded_adapter_ = nullptr;
     initialized_ = false;
 }
 

@@ -58,7 +58,7 @@ class CCDMUnitsList {
 
     void Attach();
     void Detach();
-    ModuleHandle LoadAdapter() const;
+    ModuleHandle FindAdapter();
     int QuantityNumber(const FIValue& quantity) const;
     int UnitNumber(const FIValue& unit) const;
     bool IsMapped(const std::string& app, const char* quantity, int number, bool is_default) const;
@@ -68,7 +68,8 @@ class CCDMUnitsList {
     FIValue provider_;
     FIValue init_string_;
     CCDMUnitSource* source_ = nullptr;
-    ModuleHandle adapter_ = nullptr;
+    DeleteUnitSourceFunction delete_source_ = nullptr;
+    ModuleHandle loaded_adapter_ = nullptr;  // null for an offered one
     Records app_to_ccdm_;
     Records ccdm_to_app_;
 };

@@ -18,7 +18,7 @@ struct XmlPlace {
 enum class XmlSeverity { kWarning, kError, kFatal };
 
 // A false answer stops the parser, which then tells nothing more. Nothing throws. Characters may
-// come in pieces; a break is a comment, a processing instruction or a CDATA boundary.
+// come in pieces; a break is a comment or a CDATA boundary.
 class XmlParserEvents {
  public:
     virtual bool OnStart(std::string name, XmlAttributes attributes, XmlPlace end) noexcept = 0;

@@ -40,7 +40,7 @@ class XmlContentHandler {
     virtual void StartElement(const std::string& name, const XmlAttributes& attributes,
                               const XmlLocator& locator) = 0;
     virtual void EndElement(const std::string& name, const XmlLocator& locator) = 0;
-    // All characters between two tags, comments or processing instructions in one piece.
+    // All characters between two tags, comments or CDATA boundaries in one piece.
     virtual void Text(const std::string& text, const XmlLocator& locator) = 0;
 
  protected:

@@ -24,8 +24,6 @@ class Run {
         XML_SetElementHandler(parser_.get(), Start, End);
         XML_SetCharacterDataHandler(parser_.get(), Characters);
         XML_SetCommentHandler(parser_.get(), [](void* run, const char*) { Break(run); });
-        XML_SetProcessingInstructionHandler(
-            parser_.get(), [](void* run, const char*, const char*) { Break(run); });
         XML_SetCdataSectionHandler(parser_.get(), Break, Break);
         const auto length = static_cast<int>(bytes_.size());
         if (XML_Parse(parser_.get(), bytes_.data(), length, 1) == XML_STATUS_OK) return true;

@@ -5,7 +5,7 @@
 #include <msxml2.h>
 #include <oleauto.h>
 
-#include <cstring>
+#include <cwchar>
 
 namespace {
 
@@ -108,7 +108,7 @@ class ContentBridge final : public StackObject<ISAXContentHandler> {
         return characters(text, length);
     }
     HRESULT WINAPI processingInstruction(const wchar_t*, int, const wchar_t*, int) override {
-        return Continue(events_.OnBreak());
+        return S_OK;
     }
     HRESULT WINAPI skippedEntity(const wchar_t*, int) override { return S_OK; }
 
@@ -175,35 +175,31 @@ class ErrorBridge final : public StackObject<ISAXErrorHandler> {
     bool told_ = false;
 };
 
-// The reader takes bytes as an array of unsigned chars; the encoding is then the document's own.
-class ByteArray {
- public:
-    explicit ByteArray(std::string_view bytes) {
-        VariantInit(&variant_);
-        SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
-        void* data = nullptr;
-        if (array == nullptr || FAILED(SafeArrayAccessData(array, &data))) return;
-        std::memcpy(data, bytes.data(), bytes.size());
-        SafeArrayUnaccessData(array);
-        V_VT(&variant_) = VT_ARRAY | VT_UI1;
-        V_ARRAY(&variant_) = array;
-    }
-    ~ByteArray() { VariantClear(&variant_); }
-    ByteArray(const ByteArray&) = delete;
-    ByteArray& operator=(const ByteArray&) = delete;
-
-    const VARIANT& Variant() const { return variant_; }
-
- private:
-    VARIANT variant_;
-};
-
-void PutLexicalHandler(ISAXXMLReader& reader, IUnknown* handler) {
+VARIANT ObjectVariant(IUnknown* object) {
     VARIANT value;
     VariantInit(&value);
     V_VT(&value) = VT_UNKNOWN;
-    V_UNKNOWN(&value) = handler;
-    reader.putProperty(L"http://xml.org/sax/properties/lexical-handler", value);
+    V_UNKNOWN(&value) = object;
+    return value;
+}
+
+// The reader takes bytes from a stream; the encoding is then the document's own. Null when memory
+// is exhausted.
+ComPtr<IStream> StreamOf(std::string_view bytes) {
+    IStream* created = nullptr;
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &created))) return nullptr;
+    ComPtr<IStream> stream(created);
+    ULONG written = 0;
+    const auto size = static_cast<ULONG>(bytes.size());
+    if (FAILED(stream->Write(bytes.data(), size, &written)) || written != size) return nullptr;
+    LARGE_INTEGER begin;
+    begin.QuadPart = 0;
+    if (FAILED(stream->Seek(begin, STREAM_SEEK_SET, nullptr))) return nullptr;
+    return stream;
+}
+
+void PutLexicalHandler(ISAXXMLReader& reader, IUnknown* handler) {
+    reader.putProperty(L"http://xml.org/sax/properties/lexical-handler", ObjectVariant(handler));
 }
 
 class SystemParser final : public XmlParser {
@@ -235,7 +231,8 @@ class SystemParser final : public XmlParser {
         reader_->putContentHandler(&content);
         reader_->putErrorHandler(&errors);
         PutLexicalHandler(*reader_, &lexical);
-        const HRESULT result = reader_->parse(ByteArray(bytes).Variant());
+        const ComPtr<IStream> stream = StreamOf(bytes);
+        const HRESULT result = stream ? reader_->parse(ObjectVariant(stream.get())) : E_OUTOFMEMORY;
         PutLexicalHandler(*reader_, nullptr);
         reader_->putErrorHandler(nullptr);
         reader_->putContentHandler(nullptr);
