@@ -37,7 +37,12 @@ ModuleHandle OwnModule() {
 
 class DynamicLoader final : public ModuleSystem {
  public:
-    ModuleHandle FindLoaded(const char* name) override { return Open(name, RTLD_NOLOAD); }
+    ModuleHandle FindLoaded(const char* name) override {
+        ModuleHandle module = Open(name, RTLD_NOLOAD);
+        // To find a module is not to hold it.
+        if (module != nullptr) dlclose(module);
+        return module;
+    }
     ModuleHandle Load(const char* name) override { return Open(name, 0); }
     void* Function(ModuleHandle module, const char* name) override { return dlsym(module, name); }
     void Unload(ModuleHandle module) override { dlclose(module); }

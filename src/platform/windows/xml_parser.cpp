@@ -5,6 +5,7 @@
 #include <msxml2.h>
 #include <oleauto.h>
 
+#include <algorithm>
 #include <cwchar>
 
 namespace {
@@ -163,9 +164,10 @@ class ErrorBridge final : public StackObject<ISAXErrorHandler> {
     HRESULT Tell(XmlSeverity severity, ISAXLocator* locator, const wchar_t* text) {
         if (content_.Stopped()) return S_OK;
         std::string narrow = text == nullptr ? "" : Narrow(text, static_cast<int>(wcslen(text)));
-        while (!narrow.empty() && (narrow.back() == '\n' || narrow.back() == '\r')) {
-            narrow.pop_back();
-        }
+        // A message is one line.
+        std::replace_if(
+            narrow.begin(), narrow.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+        narrow.erase(narrow.find_last_not_of(' ') + 1);
         events_.OnError(severity, std::move(narrow), PlaceOf(locator));
         return S_OK;
     }
