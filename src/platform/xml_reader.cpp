@@ -100,6 +100,8 @@ class EventGate final : public XmlParserEvents, public XmlLocator {
 };
 
 class GuardedReader final : public XmlReader {
+    static constexpr std::size_t kBlock = 1 << 16;
+
  public:
     explicit GuardedReader(std::unique_ptr<XmlParser> parser) : parser_(std::move(parser)) {}
 
@@ -113,9 +115,11 @@ class GuardedReader final : public XmlReader {
         std::ifstream file(path, std::ios::binary);
         if (!file) return XmlOutcome::kNotFound;
         std::string bytes;
-        for (char block[1 << 16]; file && bytes.size() <= kMaxXmlBytes;) {
-            file.read(block, sizeof block);
-            bytes.append(block, static_cast<std::size_t>(file.gcount()));
+        for (std::size_t size = 0; file && size <= kMaxXmlBytes;) {
+            bytes.resize(size + kBlock);
+            file.read(bytes.data() + size, kBlock);
+            size += static_cast<std::size_t>(file.gcount());
+            bytes.resize(size);
         }
         return ParseText(bytes, path);
     }

@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <cwchar>
 
+// The interfaces of the system have no virtual destructor, and nothing is deleted through them.
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 namespace {
 
 // The header of the compiler's system library names these, but no library defines them.
