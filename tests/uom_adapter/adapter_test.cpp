@@ -44,6 +44,65 @@ TEST(UnitAdapter, is_attached_under_its_name) {
               library.units.Source()->QuantityId("Temperature"));
 }
 
+// Reads the shipped unit file; the log says nothing then.
+struct ShippedUnits {
+    ShippedUnits() : log(folder) { done = library.ReadUnitFile(FIXTOP_RESOURCES "/hunits.xml"); }
+    std::string ToCcdm(const char* unit, const char* quantity = "") {
+        FIValue out;
+        library.units.ToCcdmUnit(FIValue(unit), FIValue(quantity), out);
+        return out.ToText();
+    }
+    std::string ToApp(const char* unit, const char* quantity = "") {
+        FIValue out;
+        library.units.ToAppUnit(FIValue(unit), FIValue(quantity), out);
+        return out.ToText();
+    }
+    TemporaryFolder folder;
+    LogLines log;
+    CCDMClassLibrary library;
+    bool done = false;
+};
+
+TEST(ShippedUnitFile, every_row_is_taken) {
+    const ShippedUnits units;
+    EXPECT_TRUE(units.done);
+    EXPECT_TRUE(units.library.units.Initialized());
+    EXPECT_THAT(units.log.Lines(), testing::IsEmpty());
+}
+
+TEST(ShippedUnitFile, names_units_of_both_sides) {
+    struct Row {
+        const char* app;
+        const char* ccdm;
+        const char* quantity;
+    };
+    const Row rows[] = {
+        {"C", "C", "Temperature"},
+        {"kPa", "kPa", "Pressure"},
+        {"psia", "psi", "Pressure"},
+        {"psi", "psi", "Pressure Diff"},
+        {"kg/cm2", "kgf/cm2", "Pressure"},
+        {"kgmole/h", "kmol/h", "Flow Rate (Mole)"},
+        {"lbmole/hr", "lbmol/h", "Flow Rate (Mole)"},
+        {"tonne/d", "tonne/d", "Flow Rate (Mass)"},
+        {"USGPM", "gal/min", "Flow Rate (Vol)"},
+        {"MMBtu/hr", "MMBtu/h", "Power"},
+        {"kJ/kgmole-C", "kJ/kmol-C", "Molar Entropy"},
+        {"Btu/hr-ft2-F", "Btu/h-ft2-F", "Heat Transfer Coeff"},
+        {"kJ/C-h", "kJ/h-C", "Heat Coeff Area"},
+        {"seconds", "s", "Time"},
+        {"fraction", "fraction", "Fraction"},
+    };
+    ShippedUnits units;
+    for (const Row& row : rows) {
+        EXPECT_EQ(units.ToCcdm(row.app, row.quantity), row.ccdm) << row.app;
+        EXPECT_EQ(units.ToApp(row.ccdm, row.quantity), row.app) << row.ccdm;
+        CCDMUnitSource* source = units.library.units.Source();
+        EXPECT_GT(source->UnitId(row.ccdm, source->QuantityId(row.quantity)), 0) << row.ccdm;
+    }
+    EXPECT_THAT(units.log.Lines(), testing::IsEmpty());
+}
+
 TEST(UnitAdapter, unknown_definitions_refuse) {
     const TemporaryFolder folder;
     folder.Write("broken.xml", "<QZClassLibrary>");
