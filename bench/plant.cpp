@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 #include <stdexcept>
 
+#include "casehost/case_file.h"
 #include "framework/cursor.h"
 #include "front/fixtop.h"
 
@@ -180,17 +181,17 @@ std::string SavedPlant(int objects) {
         file = (std::filesystem::temp_directory_path() /
                 ("fixtop-bench-" + std::to_string(objects) + ".json"))
                    .string();
-        casehost::CaseHost writer;
-        writer.Open(MakePlant(objects));
-        writer.Save(file);
+        const casehost::SaveResult saved = casehost::WriteCaseFile(MakePlant(objects), file);
+        if (!saved) throw std::runtime_error(saved.problem.Text());
     }
     return file;
 }
 
 void LoadPlant(const std::string& file) {
+    casehost::RegisterCaseFiles();
     casehost::CaseHost reader;
-    reader.Open(file);
-    if (!reader.ActiveCase()) throw std::runtime_error("the saved plant does not load");
+    const casehost::OpenResult result = reader.Open(file);
+    if (!result) throw std::runtime_error(result.problems.at(0).Text());
 }
 
 void ParseJson(const std::string& file) {

@@ -13,7 +13,8 @@
 #include "framework/reference.h"
 #include "front/fixtop.h"
 #include "host/interface/services.h"
-#include "path/parser.h"
+#include "path/path_step.h"
+#include "path/tokenizer.h"
 #include "plant.h"
 #include "ratio_table.h"
 
@@ -31,6 +32,13 @@ int SizeOf(const State& state) { return static_cast<int>(state.range(0)); }
 std::string StreamPath(int objects) { return std::string(kStreams) + "." + bench::MiddleStream(objects); }
 
 std::string VariablePath(int objects) { return StreamPath(objects) + ".Temperature"; }
+
+ParsedPath Parsed(const std::string& text) {
+    FIValue error;
+    ParsedPath path = ParsePath(FIValue(text.c_str()), error);
+    if (!error.IsNull()) throw std::runtime_error(error.CStr());
+    return path;
+}
 
 // ---- child by name ----
 
@@ -68,8 +76,7 @@ void pugixml_child(State& state) {
 void path_of_four(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At("");
-    FIValue error;
-    const ParsedPath path(FIValue(StreamPath(objects).c_str()), error);
+    const ParsedPath path = Parsed(StreamPath(objects));
     for (auto _ : state) {
         benchmark::DoNotOptimize(it->WalkFrom(*path));
         while (it->Up()) {
@@ -103,9 +110,7 @@ void pugixml_path(State& state) {
 void wildcard_filter(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
-    FIValue error;
-    const std::string text = "*[\"Temperature\"=" + bench::MiddleTemperature(objects) + "]";
-    const ParsedPath path(FIValue(text.c_str()), error);
+    const ParsedPath path = Parsed("*[Temperature=\"" + bench::MiddleTemperature(objects) + "\"]");
     for (auto _ : state) {
         const bool found = it->WalkFrom(*path);
         if (!found) state.SkipWithError("the filter matches nothing");

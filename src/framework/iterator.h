@@ -13,7 +13,7 @@
 #include "value/fi_value.h"
 
 class FIReferenceBase;
-class PathClause;
+struct PathClause;
 class PathStep;
 
 class FIIteratorBase {
@@ -54,7 +54,8 @@ public:
     // Text into a buffer of `size` bytes, always terminated; length in bytes without the NUL.
     virtual void NameText(char* buffer, int size) = 0;
     virtual int NameLength() = 0;
-    // The whole path from the root; SeekPath on an iterator at the root's parent level reads it back.
+    // The whole path from the root, whose name it begins with; without that name and the dot behind
+    // it, SeekPath on an iterator at the root reads it back.
     virtual void GetPath(FIValue& out) = 0;
     virtual void PathText(char* buffer, int size) = 0;
     virtual int PathLength() = 0;
@@ -67,7 +68,7 @@ public:
     virtual void GetAttribute(const FIValue& name, FIValue& out) = 0;
     virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) = 0;
     virtual const void* TypeId() const = 0;
-    // Counted; the attributes are read with this iterator's variables while it lives.
+    // Counted; a cursor of it reads with this iterator's variables after SetVarSet(GetVarSet()).
     virtual FIAttributeSource* GetAttributeSource() = 0;
 
     // Variables live at the present position: nodes below see them, Up takes them away.

@@ -7,8 +7,10 @@
 // host. Objects that are answered carry one reference for the caller; null means that a feature, or
 // the host, is not present.
 
+#include "framework/cursor.h"
 #include "framework/entry.h"
 #include "framework/iterator.h"
+#include "framework/ref.h"
 #include "framework/reference.h"
 #include "framework/solver.h"
 #include "framework/var_set.h"

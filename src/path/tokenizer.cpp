@@ -9,9 +9,7 @@ namespace {
 // Tokens of a usual path of a handful of steps fit without growing.
 constexpr std::size_t kUsualTokens = 24;
 
-bool IsSpecial(char c) {
-    return text_forms::IsPathSpecial(c);
-}
+using text_forms::IsPathSpecial;
 
 }  // namespace
 
@@ -38,7 +36,7 @@ void PathTokenizer::Tokenize() {
     while (position < text.size()) {
         if (text[position] == '"') {
             position = ReadQuoted(text, position + 1);
-        } else if (IsSpecial(text[position])) {
+        } else if (IsPathSpecial(text[position])) {
             tokens_.push_back({PathToken::kPunctuation, text.substr(position++, 1)});
         } else {
             position = ReadPlain(text, position);
@@ -69,7 +67,7 @@ std::size_t PathTokenizer::ReadQuoted(std::string_view text, std::size_t positio
 
 std::size_t PathTokenizer::ReadPlain(std::string_view text, std::size_t position) {
     const std::size_t begin = storage_.size();
-    const auto end = std::find_if(text.begin() + position, text.end(), IsSpecial);
+    const auto end = std::find_if(text.begin() + position, text.end(), IsPathSpecial);
     storage_.append(text.begin() + position, end);
     tokens_.push_back({PathToken::kString, StoreText(begin)});
     return static_cast<std::size_t>(end - text.begin());

@@ -9,29 +9,22 @@
 namespace text_forms {
 namespace {
 
-struct Escape {
-    char character;
-    std::string_view text;
-};
-
-constexpr Escape kXmlEscapes[] = {
-    {'\0', "&#00;"},  {'<', "&lt;"},   {'>', "&gt;"},   {'&', "&amp;"},
-    {'\'', "&apos;"}, {'"', "&quot;"}, {'\n', "&#10;"}, {'\r', "&#13;"},
-};
+// Each character stands at the place of its escape.
 constexpr std::string_view kXmlCharacters("\0<>&'\"\n\r", 8);
-constexpr std::string_view kAttributeCharacters = "\"&<";
+constexpr std::string_view kXmlEscapes[] = {"&#00;",  "&lt;",   "&gt;",  "&amp;",
+                                            "&apos;", "&quot;", "&#10;", "&#13;"};
 static_assert(std::size(kXmlEscapes) == kXmlCharacters.size());
 
+constexpr CharacterSet IsXmlCharacter(kXmlCharacters);
+constexpr CharacterSet IsAttributeCharacter("\"&<");
+
 std::string_view EscapeOf(char c) {
-    for (const Escape& escape : kXmlEscapes) {
-        if (escape.character == c) return escape.text;
-    }
-    return {};
+    return kXmlEscapes[kXmlCharacters.find(c)];
 }
 
 bool BeginsWithEscape(std::string_view text) {
     return std::any_of(std::begin(kXmlEscapes), std::end(kXmlEscapes),
-                       [&](const Escape& escape) { return text.starts_with(escape.text); });
+                       [&](std::string_view escape) { return text.starts_with(escape); });
 }
 
 bool IsDigit(char c) {
@@ -45,21 +38,14 @@ bool IsCount(std::string_view text) {
 }  // namespace
 
 bool NeedsXmlEscape(std::string_view text) noexcept {
-    return text.find_first_of(kXmlCharacters) != std::string_view::npos;
+    return std::any_of(text.begin(), text.end(), IsXmlCharacter);
 }
 
 void EscapeXml(std::string_view text, std::string& out) {
-    while (true) {
-        const std::size_t plain = std::min(text.find_first_of(kXmlCharacters), text.size());
-        out.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty()) return;
-        if (BeginsWithEscape(text)) {
-            out.push_back('&');
-        } else {
-            out.append(EscapeOf(text[0]));
-        }
-        text.remove_prefix(1);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const bool keep = !IsXmlCharacter(c) || (c == '&' && BeginsWithEscape(text.substr(i)));
+        out.append(keep ? text.substr(i, 1) : EscapeOf(c));
     }
 }
 
@@ -77,16 +63,12 @@ void QuoteForPath(std::string_view text, std::string& out) {
 }
 
 bool NeedsAttributeEscape(std::string_view text) noexcept {
-    return text.find_first_of(kAttributeCharacters) != std::string_view::npos;
+    return std::any_of(text.begin(), text.end(), IsAttributeCharacter);
 }
 
 void EscapeAttribute(std::string_view text, std::string& out) {
     for (char c : text) {
-        if (kAttributeCharacters.find(c) != std::string_view::npos) {
-            out.append(EscapeOf(c));
-        } else {
-            out.push_back(c);
-        }
+        out.append(IsAttributeCharacter(c) ? EscapeOf(c) : std::string_view(&c, 1));
     }
 }
 

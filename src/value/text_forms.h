@@ -13,18 +13,19 @@ namespace text_forms {
 // The thirteen characters that mean something in a path expression.
 inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
 
-namespace detail {
-constexpr std::array<bool, 256> MarkPathSpecials() {
-    std::array<bool, 256> marks{};
-    for (char c : kPathSpecials) marks[static_cast<unsigned char>(c)] = true;
-    return marks;
-}
-inline constexpr std::array<bool, 256> kIsPathSpecial = MarkPathSpecials();
-}  // namespace detail
+// A set of characters with one look-up for each test.
+class CharacterSet {
+ public:
+    explicit constexpr CharacterSet(std::string_view characters) {
+        for (char c : characters) has_[static_cast<unsigned char>(c)] = true;
+    }
+    constexpr bool operator()(char c) const noexcept { return has_[static_cast<unsigned char>(c)]; }
 
-inline bool IsPathSpecial(char c) noexcept {
-    return detail::kIsPathSpecial[static_cast<unsigned char>(c)];
-}
+ private:
+    std::array<bool, 256> has_{};
+};
+
+inline constexpr CharacterSet IsPathSpecial(kPathSpecials);
 
 // Whether `text` has a character that `EscapeXml` would consider; without one it is its own escape.
 bool NeedsXmlEscape(std::string_view text) noexcept;

@@ -11,13 +11,8 @@
 #include "platform/resources.h"
 #include "platform/task_memory.h"
 #include "support/debug_capture.h"
+#include "support/sample_export.h"
 #include "support/temporary_folder.h"
-
-#ifdef _WIN32
-#define SAMPLE_EXPORT extern "C" __declspec(dllexport)
-#else
-#define SAMPLE_EXPORT extern "C" __attribute__((visibility("default")))
-#endif
 
 // Exported by this program, which also holds the code of the platform room.
 SAMPLE_EXPORT int FixtopSampleExport() {
@@ -156,15 +151,24 @@ TEST(ProcessModules, own_name_is_the_module_that_holds_this_code) {
     }
 }
 
-TEST(ProcessModules, library_names_are_translated) {
-    const std::string sample = FIXTOP_SAMPLE_MODULE;  // .../libfixtop_sample.so
-    const std::filesystem::path folder = std::filesystem::path(sample).parent_path();
-    const std::string name = (folder / "fixtop_sample.dll").string();
+#endif
+
+// The sample's file by the name under which the module's own files are asked for: x.dll.
+std::string SampleName() {
+    std::filesystem::path path = FIXTOP_SAMPLE_MODULE;
+#ifndef _WIN32
+    path.replace_filename(path.stem().string().substr(3) + ".dll");
+#endif
+    return path.string();
+}
+
+TEST(ProcessModules, load_a_library_and_find_its_functions) {
+    const std::string name = SampleName();
     EXPECT_EQ(FindLoadedModule(name.c_str()), nullptr) << "not loaded yet";
     const ModuleHandle module = LoadModule(name.c_str());
-    ASSERT_NE(module, nullptr);
+    ASSERT_NE(module, nullptr) << name;
     EXPECT_EQ(FindLoadedModule(name.c_str()), module);
-    EXPECT_EQ(FindLoadedModule(sample.c_str()), module);
+    EXPECT_EQ(LoadModule(FIXTOP_SAMPLE_MODULE), module);
     const auto function =
         reinterpret_cast<int (*)()>(FindFunction(module, "FixtopSampleModuleExport"));
     ASSERT_NE(function, nullptr);
@@ -184,7 +188,17 @@ TEST(ProcessModules, plain_names_are_sought_beside_this_module) {
     EXPECT_NE(FindFunction(module, "FixtopSampleModuleExport"), nullptr);
     UnloadModule(module);
 }
-#endif
+
+TEST(ProcessModules, own_name_in_a_library_is_that_library) {
+    const ModuleHandle module = LoadModule(SampleName().c_str());
+    const auto lookup =
+        reinterpret_cast<void* (*)(const char*)>(FindFunction(module, "FixtopSampleModuleLookup"));
+    ASSERT_NE(lookup, nullptr);
+    void* const function = FindFunction(module, "FixtopSampleModuleExport");
+    ASSERT_NE(function, nullptr);
+    EXPECT_EQ(lookup("FixtopSampleModuleExport"), function);
+    EXPECT_EQ(lookup("FixtopSampleExport"), nullptr) << "a function of the program";
+}
 
 TEST(ProcessModules, accept_offers) {
     OfferModule("hovex.exe", {{"GetOne", PointerOf(One)}});

@@ -1,4 +1,15 @@
-// A shared library that the module tests load.
-extern "C" __attribute__((visibility("default"))) int FixtopSampleModuleExport() {
+// A shared library that the module tests load. It holds the platform room, as the module itself
+// does.
+
+#include "platform/modules.h"
+#include "support/sample_export.h"
+
+SAMPLE_EXPORT int FixtopSampleModuleExport() {
     return 17;
+}
+
+// What this library finds under the name of the module.
+SAMPLE_EXPORT void* FixtopSampleModuleLookup(const char* name) {
+    const ModuleHandle own = FindLoadedModule("fixtop.dll");
+    return own == LoadModule("FIXTOP.dll") ? FindFunction(own, name) : nullptr;
 }

@@ -419,6 +419,16 @@ TEST(FIValueAppend, result_is_long_text) {
     EXPECT_EQ(Show(value), "4:a122.5x.y-31e-05");
 }
 
+TEST(FIValueAppend, numbers_are_neither_quoted_nor_escaped) {
+    for (bool quote : {false, true}) {
+        for (bool xml : {false, true}) {
+            FIValue value;
+            value.AppendValue(Real(-1.5), quote, xml);
+            EXPECT_EQ(Show(value), "4:-1.5");
+        }
+    }
+}
+
 TEST(FIValueAppend, value_appended_to_itself_doubles_it) {
     for (const std::string& text :
          {std::string("ab"), std::string(18, 'x'), std::string(32, 'y')}) {
@@ -450,6 +460,8 @@ TEST(FIValueAppend, xml_escapes_eight_characters) {
         {"&#11;", "&amp;#11;"},
         {"&lt", "&amp;lt"},
         {"a<b>&c", "a&lt;b&gt;&amp;c"},
+        {"a.b", "a.b"},
+        {"(x)=#1|%v", "(x)=#1|%v"},
         {"", ""},
     };
     for (const auto& [text, escaped] : rows) {

@@ -35,6 +35,7 @@ struct VarDescription::Body {
     bool from_moniker = false;
     bool described = false;
     std::array<int, 3> offsets = {kNoOffset, kNoOffset, kNoOffset};
+    std::array<int, 3> replaced = {kNoOffset, kNoOffset, kNoOffset};
     VarDescription next;
 
     // The host's facts for an address known by its text alone, asked once.
@@ -163,7 +164,9 @@ VarDescription& VarDescription::LastPart() {
 
 void VarDescription::SetOffset(int dimension, int offset, bool relative) {
     if (IsEmpty() || dimension < 0 || dimension > 2) return;
-    int& place = LastPart().Own().offsets[dimension];
+    Body& body = LastPart().Own();
+    int& place = body.offsets[dimension];
+    body.replaced[dimension] = place;
     place = relative && place != kNoOffset ? place + offset : offset;
 }
 
@@ -174,6 +177,11 @@ void VarDescription::FillRunning(const int* indices, unsigned count) {
 int VarDescription::Offset(int dimension) const {
     if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
     return body_->offsets[dimension];
+}
+
+int VarDescription::ReplacedOffset(int dimension) const {
+    if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
+    return body_->replaced[dimension];
 }
 
 void VarDescription::GetPathDimensions(Viewable* object, DimInfo& out, int) const {

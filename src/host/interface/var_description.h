@@ -92,6 +92,9 @@ public:
     // Offset of a dimension of this part, kNoOffset when it is still to be filled.
     static constexpr int kNoOffset = INT32_MIN;
     int Offset(int dimension) const;
+    // The offset that the last SetOffset of a dimension replaced. A store into a composition marks its
+    // description with a form number in dimension 0; the element that is meant is still told here.
+    int ReplacedOffset(int dimension) const;
 
     // Bounds of the variable on the object that finally holds it.
     void GetPathDimensions(Viewable* object, DimInfo& out, int marker) const;

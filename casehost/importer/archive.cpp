@@ -1,0 +1,134 @@
+#include "archive.h"
+
+#include <zip.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+
+namespace casehost::importer {
+
+namespace {
+
+struct CloseZip {
+    void operator()(zip_t* zip) const { zip_discard(zip); }
+    void operator()(zip_file_t* file) const { zip_fclose(file); }
+};
+using ZipHandle = std::unique_ptr<zip_t, CloseZip>;
+using ZipFileHandle = std::unique_ptr<zip_file_t, CloseZip>;
+
+constexpr std::string_view kLocalHeader = "PK\x03\x04";
+constexpr std::string_view kEmptyArchive = "PK\x05\x06";
+
+bool EndsWithXml(std::string_view name) {
+    constexpr std::string_view kSuffix = ".xml";
+    if (name.size() < kSuffix.size()) return false;
+    const std::string_view tail = name.substr(name.size() - kSuffix.size());
+    return std::equal(tail.begin(), tail.end(), kSuffix.begin(), [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+    });
+}
+
+ZipHandle OpenArchive(std::string_view archive, Problems& problems) {
+    if (archive.empty()) {
+        problems.Error("the file is empty; expected a zip archive");
+        return nullptr;
+    }
+    if (!archive.starts_with(kLocalHeader) && !archive.starts_with(kEmptyArchive)) {
+        problems.Error("not a zip archive; expected a file that begins with a zip entry");
+        return nullptr;
+    }
+    zip_error_t error;
+    zip_error_init(&error);
+    zip_source_t* source = zip_source_buffer_create(archive.data(), archive.size(), 0, &error);
+    ZipHandle zip(source ? zip_open_from_source(source, ZIP_RDONLY, &error) : nullptr);
+    if (!zip) {
+        if (source) zip_source_free(source);
+        problems.Error(std::string("the zip archive is truncated or damaged (") +
+                       zip_error_strerror(&error) +
+                       "); expected a complete archive with its directory at the end");
+    }
+    zip_error_fini(&error);
+    return zip;
+}
+
+std::string EntryName(zip_t* zip, zip_uint64_t index) {
+    const char* name = zip_get_name(zip, index, ZIP_FL_ENC_GUESS);
+    return name ? name : "";
+}
+
+// The name of the one entry, empty when the archive holds anything else.
+std::string FindDocument(zip_t* zip, Problems& problems) {
+    const zip_int64_t count = zip_get_num_entries(zip, 0);
+    const std::string first = count > 0 ? EntryName(zip, 0) : std::string();
+    if (count > 1) {
+        problems.Error("the archive holds " + std::to_string(count) + " entries, '" + first +
+                       "' and '" + EntryName(zip, 1) +
+                       "' among them; expected one .xml entry only");
+        return {};
+    }
+    if (!EndsWithXml(first)) {
+        problems.Error("the archive holds no .xml entry" +
+                       (count > 0 ? ", only '" + first + "'" : std::string()) +
+                       "; expected one .xml entry");
+        return {};
+    }
+    return first;
+}
+
+bool IsEncrypted(zip_t* zip) {
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    return zip_stat_index(zip, 0, 0, &stat) == 0 && (stat.valid & ZIP_STAT_ENCRYPTION_METHOD) &&
+           stat.encryption_method != ZIP_EM_NONE;
+}
+
+bool WithinLimits(std::size_t total, std::size_t archive_size, Problems& problems) {
+    if (total > kMaxDocumentBytes) {
+        problems.Error("the document is larger than " + std::to_string(kMaxDocumentBytes >> 20) +
+                       " MiB; expected a smaller flowsheet");
+        return false;
+    }
+    if (total > kFreeInflationBytes && total / kMaxInflation > archive_size) {
+        problems.Error("the document grows more than " + std::to_string(kMaxInflation) +
+                       "-fold when it is inflated; expected an archive of ordinary compression");
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool InflateDocument(std::string_view archive, Problems& problems, const DocumentSink& sink) {
+    const ZipHandle zip = OpenArchive(archive, problems);
+    if (!zip) return false;
+    const std::string name = FindDocument(zip.get(), problems);
+    if (name.empty()) return false;
+    problems.EnterDocument(name);
+    if (IsEncrypted(zip.get())) {
+        problems.Error("the entry is encrypted; expected an archive without a password");
+        return false;
+    }
+    const ZipFileHandle file(zip_fopen_index(zip.get(), 0, 0));
+    if (!file) {
+        problems.Error(std::string("the entry can't be opened (") + zip_strerror(zip.get()) +
+                       "); expected a stored or deflated entry");
+        return false;
+    }
+    std::array<char, 65536> piece;
+    for (std::size_t total = 0;;) {
+        const zip_int64_t count = zip_fread(file.get(), piece.data(), piece.size());
+        if (count < 0) {
+            problems.Error(std::string("the entry is damaged (") + zip_file_strerror(file.get()) +
+                           "); expected the bytes that were packed");
+            return false;
+        }
+        if (count == 0) return sink({}, true);
+        total += static_cast<std::size_t>(count);
+        if (!WithinLimits(total, archive.size(), problems)) return false;
+        if (!sink({piece.data(), static_cast<std::size_t>(count)}, false)) return false;
+    }
+}
+
+}  // namespace casehost::importer

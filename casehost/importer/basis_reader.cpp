@@ -1,0 +1,186 @@
+#include "basis_reader.h"
+
+#include "object_sheet.h"
+
+namespace casehost::importer {
+
+namespace {
+
+// More than any simulator's data bank offers in one case.
+constexpr std::size_t kMaxCompounds = 4096;
+
+struct ConstantRow {
+    const char* element;
+    double CompoundData::*field;
+    double factor;
+};
+constexpr ConstantRow kConstants[] = {
+    {"Molar_Weight", &CompoundData::molar_mass, 1.0},
+    {"Critical_Temperature", &CompoundData::critical_temperature_K, 1.0},
+    {"Critical_Pressure", &CompoundData::critical_pressure_kPa, 0.001},
+    {"Acentric_Factor", &CompoundData::acentric_factor, 1.0},
+    {"Normal_Boiling_Point", &CompoundData::normal_boiling_point_K, 1.0},
+};
+
+constexpr std::string_view kReadElsewhere =
+    "Type|Name|Formula|Molar_Weight|Critical_Temperature|Critical_Pressure|Acentric_Factor|"
+    "Normal_Boiling_Point";
+
+// The number of the equation that is a polynomial in T.
+constexpr char kPolynomial[] = "100";
+
+// From J/(kmol K). Other equations than the polynomial stay in `other`.
+void ReadHeatCapacity(Reading& reading, XmlNode node, CompoundData& compound) {
+    if (node.Child("IdealgasCpEquation").Text() != kPolynomial) return;
+    for (const char* element :
+         {"Ideal_Gas_Heat_Capacity_Const_A", "Ideal_Gas_Heat_Capacity_Const_B",
+          "Ideal_Gas_Heat_Capacity_Const_C", "Ideal_Gas_Heat_Capacity_Const_D",
+          "Ideal_Gas_Heat_Capacity_Const_E"}) {
+        compound.cp.push_back(ReadNumber(reading, node.Child(element)).value_or(0.0) / 1000.0);
+    }
+}
+
+CompoundData ReadCompound(Reading& reading, XmlNode node) {
+    CompoundData compound;
+    compound.name = node.Child("Name").Text();
+    compound.formula = node.Child("Formula").Text();
+    for (const ConstantRow& row : kConstants) {
+        const Number value = ReadNumber(reading, node.Child(row.element));
+        if (value) compound.*row.field = *value * row.factor;
+    }
+    ReadHeatCapacity(reading, node, compound);
+    for (XmlNode child : Children(node)) {
+        if (child.FirstChild() || child.Text().empty()) continue;
+        if (ListHolds(kReadElsewhere, child.Tag())) continue;
+        compound.other.emplace(child.Tag(), child.Text());
+    }
+    return compound;
+}
+
+const std::vector<Choice> kReactionTypes = {{"Conversion", "ConversionRxnObject"},
+                                            {"Equilibrium", "EquilibriumRxnObject"},
+                                            {"Kinetic", "KineticRxnObject"},
+                                            {"Heterogeneous_Catalytic", "LHKineticRxnObject"}};
+
+std::string TypeOfReaction(std::string_view word) {
+    for (const Choice& choice : kReactionTypes) {
+        if (word == choice.word) return choice.shown;
+    }
+    return std::string(word);
+}
+
+struct ReactionText {
+    const char* element;
+    const char* name;
+};
+constexpr ReactionText kReactionTexts[] = {
+    {"Equation", "Equation"},
+    {"BaseReactant", "Base Component"},
+    {"ReactionPhase", "Reaction Phase"},
+    {"ReactionBasis", "Reaction Basis"},
+    {"KExprType", "Equilibrium Constant Source"},
+    {"Expression", "Expression"},
+};
+
+struct ReactionReal {
+    const char* element;
+    const char* name;
+    FileUnit unit;
+    VariableState state;
+};
+// Heats are for one mole of the base component: J/mol is kJ/kmol.
+constexpr ReactionReal kReactionReals[] = {
+    {"ReactionHeat", "Reaction Heat", FileUnit::kj_per_kmol, VariableState::calculated},
+    {"ReactionGibbsEnergy", "Reaction Gibbs Energy", FileUnit::kj_per_kmol,
+     VariableState::calculated},
+    {"Tmin", "Minimum Temperature", FileUnit::kelvin, VariableState::specified},
+    {"Tmax", "Maximum Temperature", FileUnit::kelvin, VariableState::specified},
+};
+
+struct StoichiometryRow {
+    const char* attribute;
+    const char* name;
+};
+constexpr StoichiometryRow kStoichiometry[] = {
+    {"StoichCoeff", "Stoichiometric Coefficient"},
+    {"DirectOrder", "Forward Order"},
+    {"ReverseOrder", "Reverse Order"},
+};
+
+void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
+    std::vector<std::string> compounds;
+    for (XmlNode compound : Children(list)) {
+        const std::string name(compound.Attribute("Name").value_or(""));
+        if (!reading.compound_index.contains(name)) {
+            reading.problems.Error(compound,
+                                   "expected a compound of the case, found '" + name + "'");
+        }
+        compounds.push_back(name);
+    }
+    for (const StoichiometryRow& row : kStoichiometry) {
+        std::vector<Number> values;
+        for (XmlNode compound : Children(list)) {
+            const auto value = compound.Attribute(row.attribute);
+            values.push_back(value ? ParseNumber(reading, compound, *value) : std::nullopt);
+        }
+        sheet.Array(row.name, FileUnit::none, {LabelledBy(compounds)}, values,
+                    VariableState::specified);
+    }
+}
+
+ObjectData ReadReaction(Reading& reading, XmlNode node) {
+    ObjectData reaction;
+    ObjectSheet sheet(reading, reaction);
+    const std::string_view type = node.Child("ReactionType").Text();
+    reaction.name = node.Child("Name").Text();
+    reaction.type = TypeOfReaction(type);
+    if (reaction.name.empty()) {
+        reading.problems.Error(node, "the reaction has no name; expected a Name with one");
+    }
+    sheet.Option("ReactionType", kReactionTypes, type, VariableState::specified);
+    for (const ReactionText& row : kReactionTexts) {
+        sheet.Text(row.name, node.Child(row.element).Text(), VariableState::specified);
+    }
+    for (const ReactionReal& row : kReactionReals) {
+        sheet.Real(row.name, row.unit, ReadNumber(reading, node.Child(row.element)), row.state);
+    }
+    ReadStoichiometry(reading, node.ChildWithElements("Compounds"), sheet);
+    return reaction;
+}
+
+}  // namespace
+
+void ReadCompounds(Reading& reading, XmlNode root, CaseData& data) {
+    for (XmlNode node : Children(root.Child("Compounds"))) {
+        if (reading.compounds.size() == kMaxCompounds) {
+            reading.problems.Error(node, "expected at most " + std::to_string(kMaxCompounds) +
+                                             " compounds, found more");
+            return;
+        }
+        data.compounds.push_back(ReadCompound(reading, node));
+        const std::string& name = data.compounds.back().name;
+        const int index = static_cast<int>(reading.compounds.size());
+        if (name.empty() || !reading.compound_index.emplace(name, index).second) {
+            reading.problems.Error(node, "expected compounds with a Name, each once; found '" +
+                                             name + "' again or without");
+        }
+        reading.compounds.push_back(name);
+    }
+}
+
+std::string ReadPackageName(XmlNode root) {
+    const XmlNode package = root.Child("PropertyPackages").FirstChild();
+    for (const char* element : {"Tag", "ComponentName"}) {
+        const std::string_view name = package.Child(element).Text();
+        if (!name.empty()) return std::string(name);
+    }
+    return std::string(LastWord(package.Child("Type").Text()));
+}
+
+void ReadReactions(Reading& reading, XmlNode root, CaseData& data) {
+    for (XmlNode node : Children(root.Child("Reactions"))) {
+        data.reactions.push_back(ReadReaction(reading, node));
+    }
+}
+
+}  // namespace casehost::importer

@@ -1,0 +1,17 @@
+#pragma once
+
+// Compounds, property package and reactions of a flowsheet file.
+
+#include "casehost/case_data.h"
+#include "reading.h"
+
+namespace casehost::importer {
+
+// Also fills the compound names of the reading.
+void ReadCompounds(Reading& reading, XmlNode root, CaseData& data);
+
+std::string ReadPackageName(XmlNode root);
+
+void ReadReactions(Reading& reading, XmlNode root, CaseData& data);
+
+}  // namespace casehost::importer

@@ -1,0 +1,143 @@
+#include "flowsheet_file.h"
+
+#include <unordered_set>
+
+#include "object_sheet.h"
+
+namespace casehost::importer {
+
+namespace {
+
+using GraphicsById = std::unordered_map<std::string, XmlNode>;
+
+ObjectKind KindOf(std::string_view word) {
+    if (word == "MaterialStream") return ObjectKind::material_stream;
+    if (word == "EnergyStream") return ObjectKind::energy_stream;
+    return ObjectKind::unit;
+}
+
+XmlNode Required(Reading& reading, XmlNode parent, const char* tag) {
+    const XmlNode child = parent.Child(tag);
+    if (!child) reading.problems.Error(parent, std::string("expected an element '") + tag + "'");
+    return child;
+}
+
+GraphicsById IndexGraphics(Reading& reading, XmlNode list) {
+    GraphicsById graphics;
+    for (XmlNode graphic : Children(list)) {
+        const std::string id(graphic.Child("Name").Text());
+        if (!graphics.emplace(id, graphic).second) {
+            reading.problems.Error(graphic, "the drawing has two objects with the id '" + id +
+                                                "'; expected an id only once");
+        }
+    }
+    return graphics;
+}
+
+std::string TagOf(Reading& reading, XmlNode node, const std::string& id, XmlNode graphic) {
+    if (!graphic) {
+        reading.problems.Error(node, "object '" + id +
+                                         "' is not in the drawing, which has its tag; "
+                                         "expected a GraphicObject of that Name");
+        return {};
+    }
+    std::string tag(graphic.Child("Tag").Text());
+    if (tag.empty()) {
+        reading.problems.Error(graphic,
+                               "object '" + id + "' has no tag; expected a Tag with a name");
+    }
+    return tag;
+}
+
+class ObjectList {
+ public:
+    ObjectList(Reading& reading, FlowsheetFile& file) : reading_(reading), file_(file) {}
+
+    void Add(XmlNode node, const GraphicsById& graphics) {
+        FileObject object;
+        object.node = node;
+        object.id = node.Child("Name").Text();
+        object.word = LastWord(Required(reading_, node, "Type").Text());
+        if (object.id.empty()) {
+            return reading_.problems.Error(node, "the object has no id; expected a Name with one");
+        }
+        if (!file_.by_id.emplace(object.id, static_cast<int>(file_.objects.size())).second) {
+            return reading_.problems.Error(
+                node, "two objects have the id '" + object.id + "'; expected an id only once");
+        }
+        const auto graphic = graphics.find(object.id);
+        if (graphic != graphics.end()) object.graphic = graphic->second;
+        object.tag = TagOf(reading_, node, object.id, object.graphic);
+        if (!object.tag.empty() && !tags_.insert(object.tag).second) {
+            reading_.problems.Error(object.graphic, "two objects have the tag '" + object.tag +
+                                                        "'; expected a tag only once");
+        }
+        object.kind = KindOf(object.word);
+        file_.objects.push_back(std::move(object));
+    }
+
+ private:
+    Reading& reading_;
+    FlowsheetFile& file_;
+    std::unordered_set<std::string> tags_;
+};
+
+// The outlets of one drawn object, which tell every connection of the file once.
+void ReadEdges(Reading& reading, FlowsheetFile& file, const std::string& owner, XmlNode graphic) {
+    int port = -1;
+    for (XmlNode connector : Children(graphic.Child("OutputConnectors"))) {
+        ++port;
+        if (!EqualIgnoringCase(connector.Attribute("IsAttached").value_or(""), "true")) continue;
+        const std::string target(connector.Attribute("AttachedToObjID").value_or(""));
+        const auto from = file.by_id.find(owner);
+        const auto to = file.by_id.find(target);
+        if (from == file.by_id.end() || to == file.by_id.end()) {
+            const std::string& lost = from == file.by_id.end() ? owner : target;
+            reading.problems.Error(connector, "a connection names '" + lost +
+                                                  "', which is no object of the file; expected the "
+                                                  "id of a stream or unit operation");
+            continue;
+        }
+        const bool from_unit = file.objects[from->second].kind == ObjectKind::unit;
+        const bool to_unit = file.objects[to->second].kind == ObjectKind::unit;
+        if (from_unit == to_unit) {
+            reading.problems.Error(connector, "a connection joins '" +
+                                                  file.objects[from->second].tag + "' and '" +
+                                                  file.objects[to->second].tag +
+                                                  "'; expected a stream and a unit operation");
+            continue;
+        }
+        if (from_unit) {
+            file.edges.push_back({to->second, from->second, false, port});
+            continue;
+        }
+        const std::string_view index = connector.Attribute("AttachedToConnIndex").value_or("");
+        const Number inlet = ParseNumber(reading, connector, index);
+        file.edges.push_back({from->second, to->second, true,
+                              inlet && *inlet >= 0 && *inlet < 1e6 ? static_cast<int>(*inlet) : 0});
+    }
+}
+
+}  // namespace
+
+const FileObject* FlowsheetFile::Find(std::string_view id) const {
+    const auto found = by_id.find(std::string(id));
+    return found == by_id.end() ? nullptr : &objects[found->second];
+}
+
+FlowsheetFile ReadObjects(Reading& reading, XmlNode root) {
+    FlowsheetFile file;
+    const XmlNode drawing = Required(reading, root, "GraphicObjects");
+    const GraphicsById graphics = IndexGraphics(reading, drawing);
+    ObjectList list(reading, file);
+    for (XmlNode node : Children(Required(reading, root, "SimulationObjects"))) {
+        list.Add(node, graphics);
+    }
+    if (reading.problems.Failed()) return file;
+    for (XmlNode graphic : Children(drawing)) {
+        ReadEdges(reading, file, std::string(graphic.Child("Name").Text()), graphic);
+    }
+    return file;
+}
+
+}  // namespace casehost::importer

@@ -1,0 +1,105 @@
+#include "object_sheet.h"
+
+#include <cmath>
+
+namespace casehost::importer {
+
+namespace {
+
+ValueData Stored(Number value, FileUnit unit, VariableState state) {
+    ValueData stored;
+    if (!value) return stored;
+    const double number = ToCase(*value, unit);
+    if (!std::isfinite(number)) return stored;
+    stored.number = number;
+    stored.state = state;
+    return stored;
+}
+
+VariableSpec RealSpec(const char* name, FileUnit unit) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.quantity = QuantityOf(unit);
+    return spec;
+}
+
+}  // namespace
+
+DimensionData LabelledBy(std::vector<std::string> labels) {
+    DimensionData dimension;
+    dimension.count = static_cast<int>(labels.size());
+    dimension.naming = ElementNaming::text;
+    dimension.labels = std::move(labels);
+    return dimension;
+}
+
+void ObjectSheet::Add(VariableSpec spec, std::vector<ValueData> values) {
+    reading_.value_count += values.size();
+    object_.variables.push_back({reading_.specs.Share(std::move(spec)), std::move(values)});
+}
+
+void ObjectSheet::Real(const char* name, FileUnit unit, Number value, VariableState state) {
+    Add(RealSpec(name, unit), {Stored(value, unit, state)});
+}
+
+void ObjectSheet::Text(const char* name, std::string_view text, VariableState state) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::text;
+    ValueData value;
+    value.text = text;
+    value.state = text.empty() ? VariableState::missing : state;
+    Add(std::move(spec), {value});
+}
+
+void ObjectSheet::Option(const char* name, const std::vector<Choice>& choices,
+                         std::string_view word, VariableState state) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::enumeration;
+    ValueData value;
+    for (const Choice& choice : choices) {
+        if (EqualIgnoringCase(choice.word, word)) {
+            value.number = static_cast<double>(spec.options.size());
+        }
+        spec.options.push_back(choice.shown);
+    }
+    if (value.number == kEmpty && !word.empty()) {
+        value.number = static_cast<double>(spec.options.size());
+        spec.options.emplace_back(word);
+    }
+    value.state = value.number == kEmpty ? VariableState::missing : state;
+    Add(std::move(spec), {value});
+}
+
+void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
+                        const std::vector<Number>& values, VariableState state) {
+    Array(name, unit, std::move(dimensions), values, state, Address());
+}
+
+void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
+                        const std::vector<Number>& values, VariableState state, Address address) {
+    if (reading_.value_count + values.size() > Reading::kMaxValues) {
+        if (!reading_.problems.Failed()) {
+            reading_.problems.Error("more than " + std::to_string(Reading::kMaxValues) +
+                                    " values; expected a smaller flowsheet");
+        }
+        return;
+    }
+    VariableSpec spec = RealSpec(name, unit);
+    spec.number = address.number;
+    spec.variable_type = address.variable_type;
+    spec.dimensions = std::move(dimensions);
+    std::vector<ValueData> stored;
+    stored.reserve(values.size());
+    for (const Number& value : values) stored.push_back(Stored(value, unit, state));
+    Add(std::move(spec), std::move(stored));
+}
+
+std::optional<int> ReadCount(Reading& reading, XmlNode leaf) {
+    const Number value = ReadNumber(reading, leaf);
+    if (!value || *value < 0 || *value > 1e6 || *value != std::floor(*value)) return std::nullopt;
+    return static_cast<int>(*value);
+}
+
+}  // namespace casehost::importer

@@ -1,0 +1,58 @@
+#pragma once
+
+// Writes the variables of one object. Numbers are given in the unit of the file; a null number is
+// stored empty with the state `missing`, whatever state is asked for.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "file_units.h"
+#include "reading.h"
+
+namespace casehost::importer {
+
+using Number = std::optional<double>;
+
+// A word of the file and the option that shows it.
+struct Choice {
+    const char* word;
+    const char* shown;
+};
+
+DimensionData LabelledBy(std::vector<std::string> labels);
+
+class ObjectSheet {
+ public:
+    ObjectSheet(Reading& reading, ObjectData& object) : reading_(reading), object_(object) {}
+
+    // What is needed beyond a name and a unit to describe a real variable.
+    struct Address {
+        int number = 0;
+        int variable_type = 0;
+    };
+
+    void Real(const char* name, FileUnit unit, Number value, VariableState state);
+    void Text(const char* name, std::string_view text, VariableState state);
+    // A word outside of the choices becomes one more option. An empty word is no value.
+    void Option(const char* name, const std::vector<Choice>& choices, std::string_view word,
+                VariableState state);
+    // `values` has the product of the counts, last dimension fastest.
+    void Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
+               const std::vector<Number>& values, VariableState state);
+    void Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
+               const std::vector<Number>& values, VariableState state, Address address);
+
+ private:
+    void Add(VariableSpec spec, std::vector<ValueData> values);
+
+    Reading& reading_;
+    ObjectData& object_;
+};
+
+// The number of an element as a whole number from 0; null when it is null or anything else.
+std::optional<int> ReadCount(Reading& reading, XmlNode leaf);
+
+}  // namespace casehost::importer

@@ -1,0 +1,86 @@
+#include "reading.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace casehost::importer {
+
+namespace {
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool IsNonFiniteWord(std::string_view text) {
+    return text == "NaN" || text == "Infinity" || text == "-Infinity";
+}
+
+// Long texts would bury the message.
+std::string Quoted(std::string_view text) {
+    constexpr std::size_t kLongest = 40;
+    std::string quoted(1, '\'');
+    quoted += text.substr(0, kLongest);
+    quoted += text.size() > kLongest ? "...'" : "'";
+    return quoted;
+}
+
+}  // namespace
+
+std::shared_ptr<const VariableSpec> SpecPool::Share(VariableSpec spec) {
+    constexpr std::size_t kMostVariants = 64;
+    auto& variants = by_name_[spec.name];
+    for (const auto& known : variants) {
+        if (*known == spec) return known;
+    }
+    auto shared = std::make_shared<const VariableSpec>(std::move(spec));
+    if (variants.size() < kMostVariants) variants.push_back(shared);
+    return shared;
+}
+
+std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text) {
+    if (IsNonFiniteWord(text)) return std::nullopt;
+    double value = 0.0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error == std::errc::result_out_of_range && stop == end) {
+        reading.problems.Error(node,
+                               "expected a number of double precision, found " + Quoted(text));
+        return std::nullopt;
+    }
+    if (error != std::errc() || stop != end || !std::isfinite(value)) {
+        reading.problems.Error(node, "expected a number, found " + Quoted(text));
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<double> ReadNumber(Reading& reading, XmlNode leaf) {
+    if (!leaf) return std::nullopt;
+    return ParseNumber(reading, leaf, leaf.Text());
+}
+
+bool ReadFlag(XmlNode leaf) {
+    return EqualIgnoringCase(leaf.Text(), "true");
+}
+
+std::string_view LastWord(std::string_view dotted) {
+    const std::size_t dot = dotted.rfind('.');
+    return dot == std::string_view::npos ? dotted : dotted.substr(dot + 1);
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
+bool ListHolds(std::string_view list, std::string_view word) {
+    while (true) {
+        const std::size_t bar = list.find('|');
+        if (list.substr(0, bar) == word) return true;
+        if (bar == std::string_view::npos) return false;
+        list.remove_prefix(bar + 1);
+    }
+}
+
+}  // namespace casehost::importer

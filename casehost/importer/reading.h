@@ -1,0 +1,55 @@
+#pragma once
+
+// What the readers of one file share, and the way a number comes out of an element.
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "file_units.h"
+#include "problems.h"
+#include "xml_tree.h"
+
+namespace casehost::importer {
+
+// Hands out one shared description for equal ones.
+class SpecPool {
+ public:
+    std::shared_ptr<const VariableSpec> Share(VariableSpec spec);
+
+ private:
+    std::unordered_map<std::string, std::vector<std::shared_ptr<const VariableSpec>>> by_name_;
+};
+
+struct Reading {
+    // More values than any flowsheet that fits the document's limits; keeps a small document that
+    // multiplies compounds, phases and streams from filling the memory.
+    static constexpr std::size_t kMaxValues = 10'000'000;
+
+    explicit Reading(std::string file) : problems(std::move(file)) {}
+
+    Problems problems;
+    SpecPool specs;
+    std::size_t value_count = 0;
+    std::vector<std::string> compounds;
+    std::unordered_map<std::string, int> compound_index;
+};
+
+// Null for a text that is NaN or infinite. A text that is no number is a problem at `node`, and
+// null.
+std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text);
+// The text of an element; null as well when there is no element.
+std::optional<double> ReadNumber(Reading& reading, XmlNode leaf);
+bool ReadFlag(XmlNode leaf);
+// The text after the last dot.
+std::string_view LastWord(std::string_view dotted);
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+// A word of a list separated by '|'.
+bool ListHolds(std::string_view list, std::string_view word);
+
+}  // namespace casehost::importer

@@ -1,0 +1,237 @@
+#include "unit_reader.h"
+
+#include <charconv>
+
+#include "casehost/unit_op_names.h"
+#include "object_sheet.h"
+#include "unit_rows.h"
+
+namespace casehost::importer {
+
+namespace {
+
+// Presentation and bookkeeping that every object carries.
+constexpr std::string_view kCommonElements =
+    "Left|Top|Right|Bottom|Width|Height|code|ProductVersion|LastUpdated";
+
+void ReadKnownUnit(Reading& reading, const UnitClass& known, XmlNode node, ObjectData& object) {
+    ObjectSheet sheet(reading, object);
+    const auto state = [node](const char* specified) {
+        return Holds(specified, node) ? VariableState::specified : VariableState::calculated;
+    };
+    for (const OptionRow& row : known.options) {
+        sheet.Option(row.name, row.choices, node.Child(row.element).Text(), state(row.specified));
+    }
+    for (const TextRow& row : known.texts) {
+        sheet.Text(row.name, node.Child(row.element).Text(), state(row.specified));
+    }
+    for (const RealRow& row : known.reals) {
+        Number value = ReadNumber(reading, node.Child(row.element));
+        if (value) *value *= row.sign;
+        if (!Holds(row.valid, node)) value.reset();
+        sheet.Real(row.name, row.unit, value, state(row.specified));
+    }
+}
+
+bool LooksNumeric(std::string_view text) {
+    double value = 0.0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end && !text.empty();
+}
+
+void ReadUnknownUnit(Reading& reading, const FileObject& unit, ObjectData& object) {
+    ObjectSheet sheet(reading, object);
+    for (XmlNode child : Children(unit.node)) {
+        if (child.FirstChild() || !LooksNumeric(child.Text())) continue;
+        if (ListHolds(kCommonElements, child.Tag())) continue;
+        sheet.Real(std::string(child.Tag()).c_str(), FileUnit::none, ReadNumber(reading, child),
+                   VariableState::calculated);
+    }
+    reading.problems.Remark(unit.node, "unit operation '" + unit.tag + "' has the unknown class '" +
+                                           unit.word + "'; its numbers are kept without units");
+}
+
+std::string NameOfReactionSet(XmlNode root, std::string_view id) {
+    for (XmlNode set : Children(root.Child("ReactionSets"))) {
+        if (set.Child("ID").Text() == id) return std::string(set.Child("Name").Text());
+    }
+    return std::string(id);
+}
+
+// A list of elements that carry a label and a number each.
+struct LabelledNumbers {
+    std::vector<std::string> labels;
+    std::vector<Number> values;
+};
+
+// `value_attribute` null: the number is the element's text.
+LabelledNumbers ReadLabelled(Reading& reading, XmlNode list, const char* label_attribute,
+                             const char* value_attribute) {
+    LabelledNumbers result;
+    for (XmlNode item : Children(list)) {
+        const std::string_view value =
+            value_attribute ? item.Attribute(value_attribute).value_or("") : item.Text();
+        result.labels.emplace_back(item.Attribute(label_attribute).value_or(""));
+        result.values.push_back(ParseNumber(reading, item, value));
+    }
+    return result;
+}
+
+void WriteLabelled(ObjectSheet& sheet, const char* name, FileUnit unit, LabelledNumbers numbers) {
+    if (numbers.labels.empty()) return;
+    sheet.Array(name, unit, {LabelledBy(std::move(numbers.labels))}, numbers.values,
+                VariableState::calculated);
+}
+
+std::vector<std::string> Texts(XmlNode list) {
+    std::vector<std::string> texts;
+    for (XmlNode item : Children(list)) texts.emplace_back(item.Text());
+    return texts;
+}
+
+// The moles of atoms of each element that enter a Gibbs reactor.
+void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
+    LabelledNumbers atoms;
+    for (XmlNode element : Children(node.Child("Elements"))) {
+        atoms.labels.emplace_back(element.Attribute("ID").value_or(""));
+    }
+    for (XmlNode total : Children(node.Child("TotalElements"))) {
+        atoms.values.push_back(ParseNumber(reading, total, total.Attribute("ID").value_or("")));
+    }
+    if (atoms.labels.size() != atoms.values.size()) {
+        reading.problems.Error(node, "expected one total for each of " +
+                                         std::to_string(atoms.labels.size()) + " elements, found " +
+                                         std::to_string(atoms.values.size()));
+        return;
+    }
+    WriteLabelled(sheet, "Element Molar Flow", FileUnit::mol_per_second, std::move(atoms));
+}
+
+// Rows are elements, parted by ':', columns compounds, parted by ','.
+void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
+    const XmlNode matrix = node.Child("ElementMatrix");
+    if (matrix.Text().empty()) return;
+    std::vector<std::string> elements;
+    for (XmlNode element : Children(node.Child("Elements"))) {
+        elements.emplace_back(element.Attribute("ID").value_or(""));
+    }
+    const std::vector<std::string> compounds = Texts(node.Child("ComponentIDs"));
+    std::vector<Number> values;
+    std::string_view rest = matrix.Text();
+    while (true) {
+        const std::size_t end = rest.find_first_of(",:");
+        values.push_back(ParseNumber(reading, matrix, rest.substr(0, end)));
+        if (end == std::string_view::npos) break;
+        rest.remove_prefix(end + 1);
+    }
+    if (values.size() != elements.size() * compounds.size()) {
+        reading.problems.Error(matrix, "expected " + std::to_string(elements.size()) + " times " +
+                                           std::to_string(compounds.size()) + " numbers, found " +
+                                           std::to_string(values.size()));
+        return;
+    }
+    sheet.Array("Element Matrix", FileUnit::none, {LabelledBy(elements), LabelledBy(compounds)},
+                values, VariableState::calculated);
+}
+
+// One quantity that a recycle compares between its two streams.
+struct RecycleRow {
+    const char* key;
+    const char* tolerance_element;
+    const char* value_name;
+    const char* error_name;
+    const char* tolerance_name;
+    FileUnit value_unit;
+    FileUnit difference_unit;
+};
+
+constexpr RecycleRow kRecycleRows[] = {
+    {"Temperature", "Temperatura", "Temperature", "Temperature Error", "Temperature Tolerance",
+     FileUnit::kelvin, FileUnit::kelvin_difference},
+    {"Pressure", "Pressao", "Pressure", "Pressure Error", "Pressure Tolerance", FileUnit::pascal,
+     FileUnit::pascal_difference},
+    {"MassFlow", "VazaoMassica", "Mass Flow", "Mass Flow Error", "Mass Flow Tolerance",
+     FileUnit::kg_per_second, FileUnit::kg_per_second},
+    {"Enthalpy", "Entalpia", "Mass Enthalpy", "Mass Enthalpy Error", "Mass Enthalpy Tolerance",
+     FileUnit::kj_per_kg, FileUnit::kj_per_kg},
+};
+
+struct ToleranceRow {
+    const char* element;
+    const char* name;
+    FileUnit unit;
+};
+
+constexpr ToleranceRow kOtherTolerances[] = {
+    {"FracaoVapor", "Vapour Fraction Tolerance", FileUnit::none},
+    {"Entropia", "Mass Entropy Tolerance", FileUnit::kj_per_kg_kelvin},
+    {"Composicao", "Composition Tolerance", FileUnit::none},
+};
+
+Number ItemOf(Reading& reading, XmlNode list, std::string_view key) {
+    for (XmlNode item : Children(list)) {
+        if (item.Attribute("Key") == key) {
+            return ParseNumber(reading, item, item.Attribute("Value").value_or(""));
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+void ReadReactorLists(Reading& reading, XmlNode root, const FileObject& unit, ObjectData& object) {
+    ObjectSheet sheet(reading, object);
+    const XmlNode node = unit.node;
+    sheet.Text("Reaction Set", NameOfReactionSet(root, node.Child("ReactionSetID").Text()),
+               VariableState::specified);
+    WriteLabelled(sheet, "Comp Conversion", FileUnit::none,
+                  ReadLabelled(reading, node.Child("CompoundConversions"), "ID", nullptr));
+    WriteLabelled(sheet, "Reaction Conversion", FileUnit::none,
+                  ReadLabelled(reading, node.Child("ReactionConversions"), "ID", nullptr));
+    WriteLabelled(sheet, "Reaction Extent", FileUnit::mol_per_second,
+                  ReadLabelled(reading, node.Child("ReactionExtents"), "ID", "Value"));
+    if (unit.word != "Reactor_Gibbs") return;
+    ReadElements(reading, node, sheet);
+    ReadElementMatrix(reading, node, sheet);
+}
+
+void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& object) {
+    ObjectSheet sheet(reading, object);
+    const XmlNode tolerances = unit.node.Child("ConvergenceParameters");
+    for (const RecycleRow& row : kRecycleRows) {
+        sheet.Real(row.value_name, row.value_unit,
+                   ItemOf(reading, unit.node.Child("Values"), row.key), VariableState::calculated);
+        sheet.Real(row.error_name, row.difference_unit,
+                   ItemOf(reading, unit.node.Child("Errors"), row.key), VariableState::calculated);
+        sheet.Real(row.tolerance_name, row.difference_unit,
+                   ReadNumber(reading, tolerances.Child(row.tolerance_element)),
+                   VariableState::specified);
+    }
+    for (const ToleranceRow& row : kOtherTolerances) {
+        sheet.Real(row.name, row.unit, ReadNumber(reading, tolerances.Child(row.element)),
+                   VariableState::specified);
+    }
+}
+
+void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
+              ObjectData& object) {
+    const UnitClass* known = FindUnitClass(unit.word);
+    if (!known) {
+        object.type = unit.word;
+        return ReadUnknownUnit(reading, unit, object);
+    }
+    object.type = known->type;
+    ReadKnownUnit(reading, *known, unit.node, object);
+    if (ListHolds("Reactor_Conversion|Reactor_Equilibrium|Reactor_Gibbs", unit.word)) {
+        ReadReactorLists(reading, root, unit, object);
+    } else if (unit.word == "DistillationColumn") {
+        ReadColumnLists(reading, file, unit, object);
+    } else if (unit.word == "Recycle") {
+        ReadRecycleLists(reading, unit, object);
+    } else if (unit.word == "Compressor") {
+        ObjectSheet(reading, object).Text(names::kIsCompressor, "YES", VariableState::calculated);
+    }
+}
+
+}  // namespace casehost::importer

@@ -1,0 +1,97 @@
+#pragma once
+
+// CaseHost: the in-memory simulator. It owns the services that the module is given, the session and
+// the open cases.
+//
+// Threads: all calls on one thread. A closed case stays readable until RunHostLoop.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "casehost/script.h"
+#include "casehost/solve_engine.h"
+#include "host/interface/services.h"
+
+namespace casehost {
+
+class Case;
+
+// What became of an attempt to open or save. Problems are errors when `ok` is false, else remarks.
+struct OpenResult {
+    Case* opened = nullptr;
+    std::vector<CaseProblem> problems;
+
+    explicit operator bool() const { return opened != nullptr; }
+};
+
+struct SaveResult {
+    bool ok = false;
+    CaseProblem problem;
+
+    explicit operator bool() const { return ok; }
+};
+
+// Readers and writers by extension with the point, ".json"; registered once, before the first use.
+using CaseReader = std::function<ReadResult(const std::string& path)>;
+using CaseWriter = std::function<SaveResult(const CaseData& data, const std::string& path)>;
+void RegisterReader(const std::string& extension, CaseReader reader);
+void RegisterWriter(const std::string& extension, CaseWriter writer);
+
+// Engines for cases of our own.
+using EngineMaker = std::function<std::unique_ptr<SolveEngine>()>;
+
+class CaseHost {
+ public:
+    // A host without a window answers no application form. The host's side of the
+    // process uses the services of the host made last.
+    explicit CaseHost(bool with_window = true);
+    ~CaseHost();
+    CaseHost(const CaseHost&) = delete;
+    CaseHost& operator=(const CaseHost&) = delete;
+
+    host::HostServices& Services();
+    Script& GetScript() { return *script_; }
+    // What computes cases that are opened from now on; recorded cases get none.
+    void SetEngineMaker(EngineMaker maker) { engine_maker_ = std::move(maker); }
+
+    // The opened case becomes the active one.
+    OpenResult Open(const std::string& path);
+    OpenResult Open(const CaseData& data);
+    // Saves a case under its own name or another; by extension, ".json" when there is none.
+    SaveResult Save(Case& open_case);
+    SaveResult Save(Case& open_case, const std::string& path);
+    // Tells the case's callback; the objects stay readable until RunHostLoop.
+    void Close(Case& open_case);
+
+    host::SimulationCase* ActiveCase();
+    Case* ActiveLiveCase() const { return active_; }
+    void Activate(Case& open_case) { active_ = &open_case; }
+    const std::vector<std::unique_ptr<Case>>& Cases() const { return cases_; }
+
+    // Runs `event` in the next turn of the host's loop.
+    void Post(std::function<void()> event) { events_.push_back(std::move(event)); }
+    // One turn, as WaitForTurn runs it while clients are on the stack.
+    void Turn();
+    // The same from the host's own loop, with no client on the stack: deleted objects and closed
+    // cases go away.
+    void RunHostLoop();
+
+    // What the module told the host, for the host's own windows.
+    unsigned long ViewUpdates() const;
+
+ private:
+    class ServicesImpl;
+
+    std::shared_ptr<Script> script_;
+    std::unique_ptr<ServicesImpl> services_;
+    std::vector<std::unique_ptr<Case>> cases_;
+    std::vector<std::unique_ptr<Case>> closed_;
+    std::vector<std::function<void()>> events_;
+    EngineMaker engine_maker_;
+    Case* active_ = nullptr;
+};
+
+}  // namespace casehost

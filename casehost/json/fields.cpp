@@ -1,0 +1,111 @@
+#include "json/fields.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace casehost::json {
+
+bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* what) {
+    if (node.kind == kind) return true;
+    tree.Report(node, std::string("expected ") + what + ", found " + Tree::Describe(node));
+    return false;
+}
+
+std::string TextOf(Tree& tree, const JsonNode& node) {
+    return Expect(tree, node, JsonNode::Kind::text, "a text") ? *node.text : std::string();
+}
+
+double NumberOf(Tree& tree, const JsonNode& node) {
+    return Expect(tree, node, JsonNode::Kind::number, "a number") ? node.number : kEmpty;
+}
+
+std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words) {
+    if (!Expect(tree, node, JsonNode::Kind::text, "a text")) return 0;
+    const auto found = std::find(words.begin(), words.end(), *node.text);
+    if (found != words.end() && !node.text->empty())
+        return static_cast<std::size_t>(found - words.begin());
+    std::string known;
+    for (std::string_view word : words) {
+        if (!word.empty()) known += (known.empty() ? "" : ", ") + std::string(word);
+    }
+    tree.Report(node, Tree::Describe(node) + " is none of " + known);
+    return 0;
+}
+
+Fields::Fields(Tree& tree, const JsonNode& node) : tree_(tree), node_(node) {
+    Expect(tree, node, JsonNode::Kind::object, "an object");
+}
+
+const JsonNode* Fields::Find(std::string_view name) {
+    const JsonNode* found = node_.Find(name);
+    if (found) asked_.push_back(found);
+    return found;
+}
+
+const JsonNode* Fields::Object(std::string_view name) {
+    const JsonNode* found = Find(name);
+    return found && Expect(tree_, *found, JsonNode::Kind::object, "an object") ? found : nullptr;
+}
+
+const JsonNode* Fields::Array(std::string_view name) {
+    const JsonNode* found = Find(name);
+    return found && Expect(tree_, *found, JsonNode::Kind::array, "an array") ? found : nullptr;
+}
+
+std::string Fields::Text(std::string_view name) {
+    const JsonNode* found = Find(name);
+    return found ? TextOf(tree_, *found) : std::string();
+}
+
+std::string Fields::RequiredText(std::string_view name) {
+    const JsonNode* found = Find(name);
+    if (!found) {
+        tree_.Report(node_, "\"" + std::string(name) + "\" is missing");
+        return std::string();
+    }
+    std::string text = TextOf(tree_, *found);
+    if (found->kind == JsonNode::Kind::text && text.empty())
+        tree_.Report(*found, "must not be empty");
+    return text;
+}
+
+bool Fields::Flag(std::string_view name, bool otherwise) {
+    const JsonNode* found = Find(name);
+    if (!found || !Expect(tree_, *found, JsonNode::Kind::boolean, "true or false"))
+        return otherwise;
+    return found->flag;
+}
+
+double Fields::Number(std::string_view name) {
+    const JsonNode* found = Find(name);
+    return found && found->kind != JsonNode::Kind::null ? NumberOf(tree_, *found) : kEmpty;
+}
+
+long Fields::Integer(std::string_view name, long otherwise, long minimum, long maximum) {
+    const JsonNode* found = Find(name);
+    if (!found || !Expect(tree_, *found, JsonNode::Kind::number, "a number")) return otherwise;
+    const double number = found->number;
+    if (std::floor(number) == number && number >= static_cast<double>(minimum) &&
+        number <= static_cast<double>(maximum)) {
+        return static_cast<long>(number);
+    }
+    tree_.Report(*found, "expected a whole number from " + std::to_string(minimum) + " to " +
+                             std::to_string(maximum));
+    return otherwise;
+}
+
+std::size_t Fields::Word(std::string_view name, std::span<const std::string_view> words,
+                         std::size_t otherwise) {
+    const JsonNode* found = Find(name);
+    return found ? WordOf(tree_, *found, words) : otherwise;
+}
+
+void Fields::Done() {
+    for (const JsonNode* member = node_.kind == JsonNode::Kind::object ? node_.first : nullptr;
+         member; member = member->next) {
+        if (std::find(asked_.begin(), asked_.end(), member) != asked_.end()) continue;
+        tree_.Report(*member, "unknown member \"" + *member->key + "\"");
+    }
+}
+
+}  // namespace casehost::json

@@ -1,0 +1,49 @@
+#pragma once
+
+// Typed access to the members of a JSON object, with a problem for whatever is not as expected.
+
+#include <span>
+
+#include "json/json_tree.h"
+
+namespace casehost::json {
+
+// False and a problem "expected .., found .." when the node is of another kind.
+bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* what);
+// The empty text, the empty number and 0 when the node is of another kind.
+std::string TextOf(Tree& tree, const JsonNode& node);
+double NumberOf(Tree& tree, const JsonNode& node);
+// Ordinal of one of the words.
+std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words);
+
+class Fields {
+ public:
+    // A node that is no object is reported and has no members.
+    Fields(Tree& tree, const JsonNode& node);
+
+    // Null when absent; so are members of a wrong kind, which are reported.
+    const JsonNode* Find(std::string_view name);
+    const JsonNode* Object(std::string_view name);
+    const JsonNode* Array(std::string_view name);
+
+    std::string Text(std::string_view name);
+    // Absent or empty is reported.
+    std::string RequiredText(std::string_view name);
+    bool Flag(std::string_view name, bool otherwise);
+    // null and absent are the empty number.
+    double Number(std::string_view name);
+    long Integer(std::string_view name, long otherwise, long minimum = -1'000'000'000,
+                 long maximum = 1'000'000'000);
+    std::size_t Word(std::string_view name, std::span<const std::string_view> words,
+                     std::size_t otherwise);
+
+    // Reports every member that nobody asked for.
+    void Done();
+
+ private:
+    Tree& tree_;
+    const JsonNode& node_;
+    std::vector<const JsonNode*> asked_;
+};
+
+}  // namespace casehost::json

@@ -1,0 +1,227 @@
+#include "json/json_tree.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace casehost::json {
+
+namespace {
+
+// The parser reads through this, so that its place in the text is known at every event.
+class Reader {
+ public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    Reader(const char* at, const char** shared) : at_(at), shared_(shared) {}
+    reference operator*() const { return *at_; }
+    Reader& operator++() {
+        *shared_ = ++at_;
+        return *this;
+    }
+    bool operator==(const Reader& other) const { return at_ == other.at_; }
+    bool operator!=(const Reader& other) const { return at_ != other.at_; }
+
+ private:
+    const char* at_;
+    const char** shared_;
+};
+
+constexpr std::size_t kFewMembers = 16;
+
+}  // namespace
+
+class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
+ public:
+    TreeBuilder(Tree& tree, const char* begin) : tree_(tree), begin_(begin), at_(begin) {}
+
+    const char** Place() { return &at_; }
+
+    bool null() override { return Leaf(JsonNode::Kind::null) != nullptr; }
+    bool boolean(bool value) override {
+        JsonNode* node = Leaf(JsonNode::Kind::boolean);
+        if (node) node->flag = value;
+        return node;
+    }
+    bool number_integer(number_integer_t value) override {
+        return Number(static_cast<double>(value));
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return Number(static_cast<double>(value));
+    }
+    bool number_float(number_float_t value, const string_t&) override { return Number(value); }
+    bool string(string_t& value) override {
+        JsonNode* node = Leaf(JsonNode::Kind::text);
+        if (node) node->text = Keep(value);
+        return node;
+    }
+    bool binary(binary_t&) override { return false; }
+    bool start_object(std::size_t) override { return Open(JsonNode::Kind::object); }
+    bool start_array(std::size_t) override { return Open(JsonNode::Kind::array); }
+    bool end_object() override {
+        const bool good = CheckDuplicates(*open_);
+        Close();
+        return good;
+    }
+    bool end_array() override {
+        Close();
+        return true;
+    }
+    bool key(string_t& name) override {
+        key_ = Keep(name);
+        return true;
+    }
+    bool parse_error(std::size_t position, const std::string&,
+                     const nlohmann::detail::exception& error) override {
+        tree_.ReportAt(position > 0 ? position - 1 : 0, open_ ? Tree::PathOf(*open_) : "",
+                       Plain(error.what()));
+        return false;
+    }
+
+ private:
+    // The parser's own place is said better by ours.
+    static std::string Plain(const std::string& what) {
+        for (const char* mark : {"syntax error ", "number overflow "}) {
+            const std::size_t at = what.find(mark);
+            if (at != std::string::npos) return what.substr(at);
+        }
+        return what;
+    }
+    const std::string* Keep(const std::string& text) { return &*tree_.texts_.insert(text).first; }
+    bool Number(double value) {
+        JsonNode* node = Leaf(JsonNode::Kind::number);
+        if (node) node->number = value;
+        return node;
+    }
+    JsonNode* Leaf(JsonNode::Kind kind) {
+        JsonNode& node = tree_.nodes_.emplace_back();
+        node.kind = kind;
+        node.offset = static_cast<std::size_t>(at_ - begin_);
+        node.parent = open_;
+        if (!open_) {
+            tree_.root_ = &node;
+            return &node;
+        }
+        if (open_->kind == JsonNode::Kind::object) node.key = key_;
+        (open_->last ? open_->last->next : open_->first) = &node;
+        open_->last = &node;
+        return &node;
+    }
+    bool Open(JsonNode::Kind kind) {
+        open_ = Leaf(kind);
+        if (++depth_ <= kMaxDepth) return true;
+        tree_.Report(*open_, "nested deeper than " + std::to_string(kMaxDepth) + " levels");
+        return false;
+    }
+    void Close() {
+        open_ = open_->parent;
+        --depth_;
+    }
+    // Keys are kept once each, so equal names have equal addresses.
+    bool CheckDuplicates(const JsonNode& object) {
+        std::unordered_set<const std::string*> seen;
+        std::size_t count = 0;
+        for (const JsonNode* member = object.first; member; member = member->next, ++count) {
+            bool twice = false;
+            if (count < kFewMembers) {
+                for (const JsonNode* other = object.first; other != member; other = other->next) {
+                    twice = twice || other->key == member->key;
+                }
+            } else {
+                if (seen.empty()) {
+                    for (const JsonNode* other = object.first; other != member;
+                         other = other->next) {
+                        seen.insert(other->key);
+                    }
+                }
+                twice = !seen.insert(member->key).second;
+            }
+            if (!twice) continue;
+            tree_.Report(*member, "the name \"" + *member->key + "\" stands twice in one object");
+            return false;
+        }
+        return true;
+    }
+
+    Tree& tree_;
+    const char* begin_;
+    const char* at_;
+    JsonNode* open_ = nullptr;
+    const std::string* key_ = nullptr;
+    int depth_ = 0;
+};
+
+const JsonNode* JsonNode::Find(std::string_view name) const {
+    if (kind != Kind::object) return nullptr;
+    for (const JsonNode* member = first; member; member = member->next) {
+        if (*member->key == name) return member;
+    }
+    return nullptr;
+}
+
+std::size_t JsonNode::Count() const {
+    std::size_t count = 0;
+    for (const JsonNode* child = first; child; child = child->next) ++count;
+    return count;
+}
+
+Tree::Tree(std::string file, std::string_view text) : file_(std::move(file)), text_(text) {
+    TreeBuilder builder(*this, text.data());
+    const Reader begin(text.data(), builder.Place());
+    const Reader end(text.data() + text.size(), builder.Place());
+    const bool good = nlohmann::json::sax_parse(begin, end, &builder);
+    if (!good && problems_.empty()) ReportAt(0, "", "not a JSON text");
+}
+
+void Tree::Report(const JsonNode& at, const std::string& message) {
+    ReportAt(at.offset, PathOf(at), message);
+}
+
+void Tree::ReportAt(std::size_t offset, const std::string& path, const std::string& message) {
+    if (Full()) return;
+    const std::string line = std::to_string(LineOf(offset));
+    problems_.push_back({file_ + ":" + line, (path.empty() ? "" : path + ": ") + message});
+}
+
+// A node's offset lies behind its last character read, which for a number may be a line end.
+std::size_t Tree::LineOf(std::size_t offset) const {
+    std::size_t end = std::min(offset, text_.size());
+    if (end > 0 && text_[end - 1] == '\n') --end;
+    return 1 + static_cast<std::size_t>(std::count(text_.begin(), text_.begin() + end, '\n'));
+}
+
+std::string Tree::PathOf(const JsonNode& node) {
+    if (!node.parent) return "/";
+    std::string step;
+    if (node.key) {
+        for (char c : *node.key) step += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+    } else {
+        std::size_t index = 0;
+        for (const JsonNode* each = node.parent->first; each != &node; each = each->next) ++index;
+        step = std::to_string(index);
+    }
+    return (node.parent->parent ? PathOf(*node.parent) : "") + "/" + step;
+}
+
+std::string Tree::Describe(const JsonNode& node) {
+    switch (node.kind) {
+        case JsonNode::Kind::null:
+            return "null";
+        case JsonNode::Kind::boolean:
+            return node.flag ? "true" : "false";
+        case JsonNode::Kind::number:
+            return "a number";
+        case JsonNode::Kind::text:
+            return "\"" + node.text->substr(0, 40) + "\"";
+        case JsonNode::Kind::array:
+            return "an array";
+        case JsonNode::Kind::object:
+            return "an object";
+    }
+    return "";
+}
+
+}  // namespace casehost::json

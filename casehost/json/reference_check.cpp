@@ -1,0 +1,124 @@
+#include "json/reference_check.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "live/object_path.h"
+#include "live/object_type.h"
+#include "live/shape.h"
+
+namespace casehost::json {
+
+namespace {
+
+using ObjectList = std::vector<ObjectData>;
+
+// Case data as a world of path, with an index by name for each list.
+class DataWorld {
+ public:
+    using List = const ObjectList*;
+    using Item = const ObjectData*;
+
+    explicit DataWorld(const CaseData& data) : data_(data) {}
+
+    Item Find(List list, const std::string& name) const {
+        Names& names = names_[list];
+        if (names.empty()) {
+            for (const ObjectData& object : *list) names.try_emplace(object.name, &object);
+        }
+        const auto found = names.find(name);
+        return found == names.end() ? nullptr : found->second;
+    }
+    List Inner(Item item) const {
+        return item->sub_flowsheet ? &item->sub_flowsheet->objects : nullptr;
+    }
+    List Main() const { return &data_.main.objects; }
+    List Special(std::string_view word) const {
+        if (word == path::kUtilities) return &data_.utilities;
+        if (word == path::kTables) return &data_.data_tables;
+        if (word == path::kReactions) return &data_.reactions;
+        return nullptr;
+    }
+
+ private:
+    using Names = std::unordered_map<std::string_view, Item>;
+
+    const CaseData& data_;
+    mutable std::unordered_map<List, Names> names_;
+};
+
+class Checker {
+ public:
+    Checker(Tree& tree, const CaseData& data) : tree_(tree), world_(data) {}
+
+    // `scope` is the flowsheet from which the objects of `objects` look.
+    void Check(const JsonNode* nodes, const ObjectList& objects, const ObjectList* scope,
+               bool ports) {
+        const JsonNode* node = nodes ? nodes->first : nullptr;
+        for (std::size_t i = 0; i < objects.size() && node; ++i, node = node->next) {
+            CheckAttachments(*node, objects[i], scope);
+            CheckPorts(*node, objects[i], ports ? scope : nullptr);
+            if (!objects[i].sub_flowsheet) continue;
+            const ObjectList& inner = objects[i].sub_flowsheet->objects;
+            Check(node->Find("flowsheet")->Find("objects"), inner, &inner, true);
+        }
+    }
+
+ private:
+    void CheckAttachments(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
+        const JsonNode* members = node.Find("variables");
+        for (const VariableData& variable : object.variables) {
+            if (variable.spec->kind != ValueKind::attachment) continue;
+            const JsonNode* member = members ? members->Find(variable.spec->name) : nullptr;
+            for (const ValueData& value : variable.values) {
+                if (value.text.empty() || path::FindObject(world_, scope, value.text)) continue;
+                tree_.Report(member ? *member : node,
+                             "the attachment \"" + value.text + "\" names no object");
+            }
+        }
+    }
+
+    void CheckPorts(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
+        const JsonNode* members = node.Find("ports");
+        const JsonNode* member = members ? members->first : nullptr;
+        for (std::size_t i = 0; i < object.ports.size(); ++i, member = member->next) {
+            CheckPort(*member, object, i, scope);
+        }
+    }
+
+    void CheckPort(const JsonNode& node, const ObjectData& object, std::size_t at,
+                   const ObjectList* scope) {
+        const PortData& port = object.ports[at];
+        const std::string row = PortRowName(port);
+        for (std::size_t i = 0; i < at; ++i) {
+            if (PortRowName(object.ports[i]) == row)
+                tree_.Report(node, "the port stands twice: " + row);
+        }
+        const auto has_name = [&](const VariableData& each) { return each.spec->name == row; };
+        if (std::any_of(object.variables.begin(), object.variables.end(), has_name)) {
+            tree_.Report(node, "a variable has the name of the port: " + row);
+        }
+        const ObjectData* stream = scope ? world_.Find(scope, port.stream) : nullptr;
+        const ObjectType* type = stream ? types::Find(stream->type) : nullptr;
+        if (type && type->IsA(types::Stream())) return;
+        tree_.Report(node, "no stream \"" + port.stream + "\" in this flowsheet");
+    }
+
+    Tree& tree_;
+    DataWorld world_;
+};
+
+}  // namespace
+
+void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data) {
+    Checker checker(tree, data);
+    const ObjectList* main = &data.main.objects;
+    const JsonNode* flowsheet = root.Find("flowsheet");
+    checker.Check(flowsheet ? flowsheet->Find("objects") : nullptr, data.main.objects, main, true);
+    checker.Check(root.Find("utilities"), data.utilities, main, false);
+    checker.Check(root.Find("dataTables"), data.data_tables, main, false);
+    checker.Check(root.Find("reactions"), data.reactions, main, false);
+    checker.Check(root.Find("published"), data.published, main, false);
+}
+
+}  // namespace casehost::json

@@ -1,0 +1,24 @@
+#pragma once
+
+// The words of case files for enumerated values, by ordinal.
+
+#include <array>
+#include <string_view>
+
+namespace casehost::json {
+
+inline constexpr std::string_view kFormatName = "casehost case";
+inline constexpr int kFormatVersion = 1;
+
+inline constexpr std::array<std::string_view, 6> kKindWords = {"",     "real",       "enumeration",
+                                                               "text", "attachment", "message"};
+inline constexpr std::array<std::string_view, 5> kStateWords = {
+    "calculated", "specified", "defaulted", "specifiedOtherwise", "missing"};
+inline constexpr std::array<std::string_view, 5> kStatusWords = {"ok", "notSolved", "warning",
+                                                                 "underSpecified", "error"};
+inline constexpr std::array<std::string_view, 4> kNamingWords = {"number", "enumeration", "text",
+                                                                 "attachedObject"};
+inline constexpr std::array<std::string_view, 4> kRoleWords = {"feed", "product", "energyIn",
+                                                               "energyOut"};
+
+}  // namespace casehost::json

@@ -1,0 +1,50 @@
+#pragma once
+
+// The specification view of a case's basis: the property package, one sub-specification with the
+// compounds, and a table of their constants.
+
+#include <memory>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "host/interface/array_set.h"
+#include "host/interface/specification.h"
+#include "live/holder_list.h"
+
+namespace casehost {
+
+// A specification info with its elements, which it owns.
+class SpecInfo final : public host::CSpecInfo {
+ public:
+    void SetOwner(host::Viewable* owner) override { owner_ = owner; }
+    void SetReaderOptions(const host::CaseReaderOptions* options) override { options_ = options; }
+    const host::LinkedList* Elements() const override { return &list_; }
+    std::size_t CollectionCount() const override { return elements_.size(); }
+
+    host::Viewable* OwnerView() const { return owner_; }
+    void Clear();
+    host::CSpecElement& Add(std::string tag);
+    host::CSpecElement& AddNumber(std::string tag, double number);
+    host::CSpecElement& AddText(std::string tag, std::string text);
+    SpecInfo& AddChild(std::string tag);
+    host::ArraySetBlock& AddArraySet(std::string tag);
+
+ private:
+    host::Viewable* owner_ = nullptr;
+    const host::CaseReaderOptions* options_ = nullptr;
+    std::vector<std::unique_ptr<host::CSpecElement>> elements_;
+    std::vector<std::unique_ptr<SpecInfo>> children_;
+    std::vector<std::unique_ptr<host::ArraySetBlock>> blocks_;
+    HolderList list_;
+};
+
+class BasisSpecSource final : public host::CSpecSource {
+ public:
+    explicit BasisSpecSource(const CaseData& basics) : basics_(basics) {}
+    bool FillSpecInfo(host::CSpecInfo* info) override;
+
+ private:
+    const CaseData& basics_;
+};
+
+}  // namespace casehost

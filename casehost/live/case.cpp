@@ -1,0 +1,310 @@
+#include <algorithm>
+
+#include "live/case.h"
+#include "live/dependents.h"
+
+namespace casehost {
+
+namespace {
+
+constexpr char kMainName[] = "Main";
+constexpr char kSolverName[] = "Solver";
+constexpr char kBasisName[] = "Basis";
+constexpr char kManagerName[] = "Online";
+
+template <class Made, class... Arguments>
+std::unique_ptr<Made> Make(Arguments&&... arguments) {
+    return std::make_unique<Made>(std::forward<Arguments>(arguments)...);
+}
+
+CaseData WithoutObjects(const CaseData& data) {
+    CaseData basics;
+    basics.name = data.name;
+    basics.title = data.title;
+    basics.source = data.source;
+    basics.recorded = data.recorded;
+    basics.dynamic = data.dynamic;
+    basics.online = data.online;
+    basics.unit_set = data.unit_set;
+    basics.solve_turns = data.solve_turns;
+    basics.property_package = data.property_package;
+    basics.compounds = data.compounds;
+    return basics;
+}
+
+}  // namespace
+
+std::unique_ptr<Case> BuildCase(const CaseData& data, std::shared_ptr<Script> script) {
+    return std::make_unique<Case>(data, std::move(script));
+}
+
+Case::Case(const CaseData& data, std::shared_ptr<Script> script)
+    : NodeOf(context_, nullptr, types::Case(), data.name),
+      script_(std::move(script)),
+      context_{this, script_.get()},
+      basics_(WithoutObjects(data)),
+      document_(host::Text(data.name), host::Text()) {
+    main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
+    solver_ = Make<SolverNode>(context_, main_.get(), types::Solver(), kSolverName);
+    basis_ = Make<BasisNode>(context_, this, types::Basis(), kBasisName);
+    if (data.online)
+        manager_ = Make<ManagerNode>(context_, this, types::OnlineManager(), kManagerName);
+    FillFlowsheet(*main_, data.main);
+    FillList(utilities_, this, data.utilities, TypeFamily::utility);
+    FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
+    FillList(basis_->Nodes(), basis_.get(), data.reactions, TypeFamily::reaction);
+    if (manager_)
+        FillList(manager_->Nodes(), manager_.get(), data.published, TypeFamily::published);
+    ResolveList(main_->Nodes(), data.main.objects);
+    ResolveList(utilities_, data.utilities);
+    ResolveList(data_tables_, data.data_tables);
+    ResolveList(basis_->Nodes(), data.reactions);
+    if (manager_) ResolveList(manager_->Nodes(), data.published);
+    ForEach([this](Node& node) {
+        if (node.Condition() == ObjectStatus::not_solved) solver_->SetNeedsToRun(true);
+    });
+}
+
+Case::~Case() = default;
+
+std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, TypeFamily family) {
+    const ObjectType* type = types::FindOrMake(data.type, family);
+    std::unique_ptr<Node> node;
+    if (family == TypeFamily::published) {
+        node = Make<PublishedNode>(context_, owner, type, data.name);
+    } else if (type->IsA(types::MaterialStream())) {
+        node = Make<StreamNode>(context_, owner, type, data.name);
+    } else if (type->IsA(types::TemplateOp())) {
+        auto operation = Make<TemplateNode>(context_, owner, type, data.name);
+        if (data.sub_flowsheet) {
+            auto inner =
+                Make<FlowsheetNode>(context_, operation.get(), types::FlowSheet(), data.name);
+            FillFlowsheet(*inner, *data.sub_flowsheet);
+            operation->SetInner(std::move(inner));
+        }
+        node = std::move(operation);
+    } else {
+        node = Make<PlainNode>(context_, owner, type, data.name);
+    }
+    node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
+    node->SetCondition(data.status, data.status_text);
+    return node;
+}
+
+void Case::FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data) {
+    FillList(flowsheet.Nodes(), &flowsheet, data.objects, TypeFamily::unit_op);
+}
+
+void Case::FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
+                    TypeFamily family) {
+    list.Reserve(data.size());
+    for (const ObjectData& object : data) list.Append(MakeObject(owner, object, family));
+}
+
+void Case::ResolveList(NodeList& list, const std::vector<ObjectData>& data) {
+    for (std::size_t i = 0; i < data.size(); ++i) ResolveReferences(list.At(i), data[i]);
+}
+
+void Case::ResolveReferences(Node& node, const ObjectData& data) {
+    const auto& rows = node.GetShape()->AllRows();
+    auto resolve = [&](const Row& row, int index, const std::string& path, const char* what) {
+        if (path.empty()) return;
+        Node* target = FindByPath(path, &node);
+        node.CellAt(row.first_cell + index).target = target;
+        if (target) return;
+        problems_.push_back({PathOf(node, nullptr) + ": " + row.name,
+                             std::string(what) + " \"" + path + "\" names no object"});
+    };
+    for (std::size_t i = 0; i < data.variables.size(); ++i) {
+        if (rows[i]->value_kind != host::kAttachment) continue;
+        const std::vector<ValueData>& values = data.variables[i].values;
+        for (int c = 0; c < rows[i]->cell_count && c < static_cast<int>(values.size()); ++c) {
+            resolve(*rows[i], c, values[static_cast<std::size_t>(c)].text, "attachment");
+        }
+    }
+    for (std::size_t p = 0; p < data.ports.size(); ++p) {
+        const Row& row = *rows[data.variables.size() + p];
+        auto* flowsheet = dynamic_cast<FlowsheetNode*>(node.Owner());
+        Node* stream = flowsheet ? flowsheet->Nodes().Find(data.ports[p].stream) : nullptr;
+        Cell& cell = node.CellAt(row.first_cell);
+        cell.target = stream;
+        cell.state = static_cast<std::uint8_t>(VariableState::specified);
+        if (stream) continue;
+        problems_.push_back({PathOf(node, nullptr) + ": " + row.name,
+                             "port stream \"" + data.ports[p].stream + "\" names no object"});
+    }
+    if (node.Inner()) ResolveList(node.Inner()->Nodes(), data.sub_flowsheet->objects);
+}
+
+host::BasisManager* Case::Basis() {
+    return script_->Blank(Script::Answer::basis) ? nullptr : basis_.get();
+}
+
+const host::LinkedList* Case::ProcessDataTables() {
+    const bool none = data_tables_.Size() == 0 || script_->Blank(Script::Answer::data_tables);
+    return none ? nullptr : &data_tables_.List();
+}
+
+const host::LinkedList* Case::CaseUtilities() {
+    const bool none = utilities_.Size() == 0 || script_->Blank(Script::Answer::utilities);
+    return none ? nullptr : &utilities_.List();
+}
+
+host::FlowSheetSolver* Case::MainSolver() {
+    return script_->Blank(Script::Answer::solver) ? nullptr : solver_.get();
+}
+
+host::COnlineConnectivityManager* Case::OnlineManager() {
+    return script_->Blank(Script::Answer::online_manager) ? nullptr : manager_.get();
+}
+
+void Case::ForEachIn(NodeList& list, const ObjectVisitor& visit) {
+    for (std::size_t i = 0; i < list.Size(); ++i) {
+        visit(list.At(i));
+        if (FlowsheetNode* inner = list.At(i).Inner()) ForEachIn(inner->Nodes(), visit);
+    }
+}
+
+void Case::ForEach(const ObjectVisitor& visit) {
+    ForEachIn(main_->Nodes(), visit);
+    ForEachIn(utilities_, visit);
+    ForEachIn(data_tables_, visit);
+    ForEachIn(basis_->Nodes(), visit);
+    if (manager_) ForEachIn(manager_->Nodes(), visit);
+}
+
+Node* Case::FirstInError() {
+    Node* first = nullptr;
+    ForEach([&](Node& node) {
+        if (!first && node.Condition() == ObjectStatus::error) first = &node;
+    });
+    return first;
+}
+
+void Case::ValueStored(Node& node) {
+    change_to_tell_ = true;
+    if (node.Class()->IsA(types::Published())) return;
+    MarkStale(node);
+    solver_->CaseChanged();
+}
+
+void Case::MarkStale(Node& start) {
+    if (start.Class()->IsA(types::Reaction())) {
+        ForEach([](Node& node) {
+            if (!node.Class()->IsA(types::Published())) node.SetStale(true);
+        });
+        return;
+    }
+    if (!dependencies_) {
+        dependencies_ = std::make_unique<DependencyMap>();
+        ForEach([this](Node& node) { dependencies_->AddNode(node); });
+    }
+    for (Node* node : dependencies_->Closure(start)) node->SetStale(true);
+}
+
+void Case::Notify(void (host::IModelCallback::*event)()) {
+    host::IModelCallback* callback = manager_ ? manager_->ModelCallback() : nullptr;
+    if (!callback) return;
+    // The callback may take itself out while it runs.
+    callback->AddRef();
+    (callback->*event)();
+    callback->Release();
+}
+
+void Case::Turn() {
+    if (change_to_tell_) {
+        change_to_tell_ = false;
+        Notify(&host::IModelCallback::SimulationStep);
+    }
+    solver_->Turn();
+}
+
+void Case::Close() {
+    Notify(&host::IModelCallback::SimulationEvent);
+    if (manager_) manager_->put_ModelCallback(nullptr);
+}
+
+void Case::StructureChanged() {
+    dependencies_.reset();
+    solver_->CaseChanged();
+    Notify(&host::IModelCallback::SimulationStep);
+}
+
+void Case::Bury(std::unique_ptr<Node> node) {
+    node->SetDeleted();
+    if (FlowsheetNode* inner = node->Inner()) {
+        ForEachIn(inner->Nodes(), [](Node& each) { each.SetDeleted(); });
+    }
+    graveyard_.push_back(std::move(node));
+}
+
+bool Case::Delete(host::Viewable* object) {
+    Node* node = Node::Of(object);
+    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    if (!list) return false;
+    MarkStale(*node);
+    Bury(list->Remove(*node));
+    StructureChanged();
+    return true;
+}
+
+bool Case::Rename(host::Viewable* object, const std::string& name) {
+    Node* node = Node::Of(object);
+    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    if (!list || name.empty() || list->Find(name)) return false;
+    node->SetName(name);
+    if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
+    list->Renamed();
+    Notify(&host::IModelCallback::SimulationStep);
+    return true;
+}
+
+bool Case::Move(host::Viewable* object, std::size_t index) {
+    Node* node = Node::Of(object);
+    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    if (!list || !list->Move(*node, index)) return false;
+    Notify(&host::IModelCallback::SimulationStep);
+    return true;
+}
+
+host::Viewable* Case::Add(host::FlowSheet* flowsheet, const ObjectData& object) {
+    Node* owner = flowsheet ? Node::Of(flowsheet) : main_.get();
+    auto* place = dynamic_cast<FlowsheetNode*>(owner);
+    if (!place || place->IsDeleted() || place->Nodes().Find(object.name)) return nullptr;
+    place->Nodes().Append(MakeObject(place, object, TypeFamily::unit_op));
+    Node& added = place->Nodes().At(place->Nodes().Size() - 1);
+    ResolveReferences(added, object);
+    StructureChanged();
+    return added.View();
+}
+
+// Deleted objects may still be attached to others; after this nothing points at them.
+void Case::PurgeDeleted() {
+    if (graveyard_.empty()) return;
+    ForEach([](Node& node) {
+        for (const auto& row : node.GetShape()->AllRows()) {
+            if (row->value_kind != host::kAttachment) continue;
+            for (int c = 0; c < row->cell_count; ++c) {
+                Cell& cell = node.CellAt(row->first_cell + c);
+                if (cell.target && cell.target->IsDeleted()) cell.target = nullptr;
+            }
+        }
+    });
+    graveyard_.clear();
+}
+
+NodeList* Case::ListOf(const Node& node) {
+    Node* owner = node.Owner();
+    if (auto* flowsheet = dynamic_cast<FlowsheetNode*>(owner)) {
+        return &node == solver_.get() ? nullptr : &flowsheet->Nodes();
+    }
+    if (owner == basis_.get()) return &basis_->Nodes();
+    if (manager_ && owner == manager_.get()) return &manager_->Nodes();
+    if (owner != this) return nullptr;
+    for (NodeList* list : {&utilities_, &data_tables_}) {
+        if (list->IndexOf(node) < list->Size()) return list;
+    }
+    return nullptr;
+}
+
+}  // namespace casehost

@@ -1,0 +1,145 @@
+#pragma once
+
+// Case: a live case, built from CaseData and turned back into it. It is the host's SimulationCase
+// and owns every object below it.
+//
+// Deleted objects stay readable in a graveyard until PurgeDeleted, which the host's own loop calls
+// when no client is on the stack, or until the case is closed. Changes of the structure are told to
+// the model callback as SimulationStep.
+//
+// A store makes calculated values stale: those of the stored object, of the unit operation that
+// makes it when it is a stream, and of everything downstream of these, down into and up out of
+// template operations, and of utilities attached to any of them. Stale values are shown missing and
+// their objects as not solved until a solve has filled them. A store into a reaction makes all
+// stale.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "casehost/solve_engine.h"
+#include "host/interface/simulation_case.h"
+#include "live/objects.h"
+#include "live/solver_node.h"
+
+namespace casehost {
+
+class Case final : public NodeOf<host::SimulationCase> {
+ public:
+    Case(const CaseData& data, std::shared_ptr<Script> script);
+    ~Case() override;
+
+    // The case as data, stale values without numbers.
+    CaseData ToData();
+    // Takes calculated values and status over from a case of the same structure; false when the
+    // structure differs, and nothing is taken.
+    bool ApplyResults(const CaseData& results);
+
+    // Structure. Objects are named as clients hold them; false when one is not of this case.
+    bool Delete(host::Viewable* object);
+    bool Rename(host::Viewable* object, const std::string& name);
+    // Into the main flowsheet or that of a template operation; a null `flowsheet` means the main
+    // one. Null when the name is taken.
+    host::Viewable* Add(host::FlowSheet* flowsheet, const ObjectData& object);
+    bool Move(host::Viewable* object, std::size_t index);
+    void PurgeDeleted();
+    std::size_t DeletedCount() const { return graveyard_.size(); }
+
+    // Paths of objects, as attachments name them (live/object_path.h), seen from the flowsheet of
+    // `from`, or from the main one when it is null.
+    Node* FindByPath(std::string_view path, const Node* from);
+    std::string PathOf(const Node& node, const Node* from);
+    // Moniker seen from the case, with a leading '/'.
+    std::string MonikerOf(const Node& node, bool full) const;
+    bool DescribeMoniker(const std::string& moniker, host::VarDescription::Facts& out) const;
+
+    // Solving.
+    SolverNode& Solver() { return *solver_; }
+    void SetEngine(std::unique_ptr<SolveEngine> engine) { solver_->SetEngine(std::move(engine)); }
+    bool IsRecorded() const { return basics_.recorded; }
+    int SolveTurns() const { return basics_.solve_turns; }
+    void ValueStored(Node& node);
+    void Notify(void (host::IModelCallback::*event)());
+    Node* FirstInError();
+    // One turn of the host's loop: pending notifications, then the solver.
+    void Turn();
+    // Tells the callback that the case goes away and takes it out.
+    void Close();
+
+    // Everything of the case but its objects.
+    const CaseData& Basics() const { return basics_; }
+    unsigned UnitSet() const { return basics_.unit_set; }
+    void SetUnitSet(unsigned set) { basics_.unit_set = set; }
+    void SetVisible(bool visible) { visible_ = visible; }
+    void SetSaver(std::function<bool(Case&)> saver) { saver_ = std::move(saver); }
+    // References that named nothing when the case was built.
+    const std::vector<CaseProblem>& Problems() const { return problems_; }
+
+    // host::SimulationCase
+    host::FlowSheet* MainFlowSheet() override { return main_.get(); }
+    host::BasisManager* Basis() override;
+    const host::LinkedList* ProcessDataTables() override;
+    const host::LinkedList* CaseUtilities() override;
+    bool Dynamic() override { return basics_.dynamic; }
+    bool SimCaseDynamic() override { return basics_.dynamic; }
+    host::FlowSheetSolver* MainSolver() override;
+    host::FlowSheetSolver* ActiveSolver() override { return MainSolver(); }
+    host::COnlineConnectivityManager* OnlineManager() override;
+
+    // host::Document
+    const host::FileName& GetDocumentName() override { return document_; }
+    void SetDocumentName(const host::FileName& name) override { document_ = name; }
+    bool Save() override { return saver_ && saver_(*this); }
+    bool IsVisible() override { return visible_; }
+
+ protected:
+    Node* Follow(std::string_view& rest) override;
+
+ private:
+    using ObjectVisitor = std::function<void(Node&)>;
+    struct PathWorld;
+
+    std::unique_ptr<Node> MakeObject(Node* owner, const ObjectData& data, TypeFamily family);
+    void FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data);
+    void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
+                  TypeFamily family);
+    void ResolveReferences(Node& node, const ObjectData& data);
+    void ResolveList(NodeList& list, const std::vector<ObjectData>& data);
+    ObjectData ObjectToData(Node& node);
+    FlowsheetData FlowsheetToData(FlowsheetNode& flowsheet);
+    std::vector<ObjectData> ListToData(NodeList& list);
+    void ApplyList(NodeList& list, const std::vector<ObjectData>& results);
+    bool SameStructure(NodeList& list, const std::vector<ObjectData>& other);
+    NodeList* ListOf(const Node& node);
+    void Bury(std::unique_ptr<Node> node);
+    void StructureChanged();
+    void ForEach(const ObjectVisitor& visit);
+    void ForEachIn(NodeList& list, const ObjectVisitor& visit);
+    void MarkStale(Node& start);
+
+    std::shared_ptr<Script> script_;
+    CaseContext context_;
+    CaseData basics_;
+    ShapePool shapes_;
+    std::unique_ptr<FlowsheetNode> main_;
+    std::unique_ptr<SolverNode> solver_;
+    std::unique_ptr<BasisNode> basis_;
+    std::unique_ptr<ManagerNode> manager_;
+    NodeList utilities_;
+    NodeList data_tables_;
+    std::vector<std::unique_ptr<Node>> graveyard_;
+    std::unique_ptr<class DependencyMap> dependencies_;
+    std::vector<CaseProblem> problems_;
+    std::function<bool(Case&)> saver_;
+    host::FileName document_;
+    bool visible_ = true;
+    bool change_to_tell_ = false;
+};
+
+std::unique_ptr<Case> BuildCase(const CaseData& data,
+                                std::shared_ptr<Script> script = std::make_shared<Script>());
+
+}  // namespace casehost

@@ -1,0 +1,129 @@
+#include "casehost/case_host.h"
+
+#include <algorithm>
+#include <map>
+
+#include "live/case.h"
+#include "live/services_impl.h"
+
+namespace casehost {
+
+namespace {
+
+constexpr char kOwnExtension[] = ".json";
+
+std::map<std::string, CaseReader>& Readers() {
+    static std::map<std::string, CaseReader> readers;
+    return readers;
+}
+
+std::map<std::string, CaseWriter>& Writers() {
+    static std::map<std::string, CaseWriter> writers;
+    return writers;
+}
+
+std::string LowerExtension(const std::string& path) {
+    std::string extension = host::FileName(host::Text(path), host::Text()).Extension().Str();
+    for (char& c : extension) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return extension;
+}
+
+}  // namespace
+
+void RegisterReader(const std::string& extension, CaseReader reader) {
+    Readers()[extension] = std::move(reader);
+}
+
+void RegisterWriter(const std::string& extension, CaseWriter writer) {
+    Writers()[extension] = std::move(writer);
+}
+
+CaseHost::CaseHost(bool with_window)
+    : script_(std::make_shared<Script>()),
+      services_(std::make_unique<ServicesImpl>(*this, with_window)) {
+    host::SetInstalledServices(services_.get());
+}
+
+CaseHost::~CaseHost() {
+    while (!cases_.empty()) Close(*cases_.back());
+    closed_.clear();
+    if (host::InstalledServices() == services_.get()) host::SetInstalledServices(nullptr);
+}
+
+host::HostServices& CaseHost::Services() {
+    return *services_;
+}
+
+unsigned long CaseHost::ViewUpdates() const {
+    return services_->ViewUpdates();
+}
+
+OpenResult CaseHost::Open(const std::string& path) {
+    const auto reader = Readers().find(LowerExtension(path));
+    if (reader == Readers().end()) return {nullptr, {{path, "no reader for this kind of file"}}};
+    ReadResult read = reader->second(path);
+    if (!read.data) return {nullptr, std::move(read.problems)};
+    OpenResult result = Open(*read.data);
+    result.opened->SetDocumentName(host::FileName(host::Text(path), host::Text()));
+    result.problems.insert(result.problems.begin(), read.problems.begin(), read.problems.end());
+    return result;
+}
+
+OpenResult CaseHost::Open(const CaseData& data) {
+    cases_.push_back(BuildCase(data, script_));
+    active_ = cases_.back().get();
+    if (engine_maker_ && !data.recorded) active_->SetEngine(engine_maker_());
+    active_->SetSaver([this](Case& each) { return static_cast<bool>(Save(each)); });
+    return {active_, active_->Problems()};
+}
+
+SaveResult CaseHost::Save(Case& open_case) {
+    return Save(open_case, open_case.GetDocumentName().FullPath().Str());
+}
+
+SaveResult CaseHost::Save(Case& open_case, const std::string& path) {
+    std::string extension = LowerExtension(path);
+    const std::string target = extension.empty() ? path + kOwnExtension : path;
+    if (extension.empty()) extension = kOwnExtension;
+    const auto writer = Writers().find(extension);
+    if (writer == Writers().end())
+        return {false, {path, "cases can't be written to this kind of file"}};
+    SaveResult result = writer->second(open_case.ToData(), target);
+    if (result) open_case.SetDocumentName(host::FileName(host::Text(target), host::Text()));
+    return result;
+}
+
+void CaseHost::Close(Case& open_case) {
+    const auto found = std::find_if(cases_.begin(), cases_.end(),
+                                    [&](const auto& each) { return each.get() == &open_case; });
+    if (found == cases_.end()) return;
+    closed_.push_back(std::move(*found));
+    cases_.erase(found);
+    if (active_ == &open_case) active_ = cases_.empty() ? nullptr : cases_.back().get();
+    open_case.Close();
+}
+
+host::SimulationCase* CaseHost::ActiveCase() {
+    const bool none =
+        !active_ || !active_->IsVisible() || script_->Blank(Script::Answer::active_case);
+    return none ? nullptr : active_;
+}
+
+// Cases and events may come and go while a turn runs, so neither is walked by iterator.
+void CaseHost::Turn() {
+    script_->RunAtTurn();
+    std::vector<std::function<void()>> due;
+    due.swap(events_);
+    for (const auto& event : due) event();
+    for (std::size_t i = 0; i < cases_.size(); ++i) cases_[i]->Turn();
+}
+
+void CaseHost::RunHostLoop() {
+    Turn();
+    for (const auto& each : cases_) each->PurgeDeleted();
+    closed_.clear();
+}
+
+}  // namespace casehost

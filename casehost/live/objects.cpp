@@ -1,0 +1,142 @@
+#include "live/objects.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "live/case.h"
+#include "casehost/units.h"
+#include "live/basis_spec.h"
+#include "live/solver_node.h"
+
+namespace casehost {
+
+std::vector<double> StreamNode::Fractions(const Row& row) {
+    std::vector<double> fractions;
+    for (int c = 0; c < row.cell_count; ++c) fractions.push_back(CellAt(row.first_cell + c).number);
+    return fractions;
+}
+
+void StreamNode::StartCompositionEditSession() {
+    saved_.clear();
+    if (!GetShape()) return;
+    for (const auto& row : GetShape()->AllRows()) {
+        if (row->IsComposition()) saved_.push_back({row.get(), Fractions(*row)});
+    }
+}
+
+void StreamNode::CompositionChanged(Row& row) {
+    if (!deferring_) {
+        Normalise(row, {});
+    } else if (std::find(edited_.begin(), edited_.end(), &row) == edited_.end()) {
+        edited_.push_back(&row);
+    }
+}
+
+void StreamNode::EndDeferCompNormalize() {
+    deferring_ = false;
+    for (const Row* row : edited_) {
+        const auto before = std::find_if(saved_.begin(), saved_.end(),
+                                         [&](const Saved& each) { return each.row == row; });
+        Normalise(*row, before == saved_.end() ? std::vector<double>() : before->fractions);
+    }
+    if (!edited_.empty()) OwnerCase().ValueStored(*this);
+    edited_.clear();
+    saved_.clear();
+}
+
+void StreamNode::Normalise(const Row& row, const std::vector<double>& before) {
+    double sum = 0;
+    for (double fraction : Fractions(row)) sum += fraction == kEmpty ? 0 : fraction;
+    for (int c = 0; c < row.cell_count; ++c) {
+        Cell& cell = CellAt(row.first_cell + c);
+        if (sum > 0) {
+            cell.number = (cell.number == kEmpty ? 0 : cell.number) / sum;
+            cell.state = static_cast<std::uint8_t>(VariableState::specified);
+        } else if (!before.empty()) {
+            cell.number = before[static_cast<std::size_t>(c)];
+        }
+    }
+}
+
+host::FlowSheetSolver* FlowsheetNode::Solver() {
+    return OwnerCase().MainSolver();
+}
+
+Node* FlowsheetNode::Follow(std::string_view& rest) {
+    if (Owner() == &OwnerCase() && Skip(rest, step::kSolver)) return &OwnerCase().Solver();
+    for (const char* prefix : {step::kStream, step::kUnitOp, step::kUtility}) {
+        if (Skip(rest, prefix)) return objects_.FollowName(rest);
+    }
+    return nullptr;
+}
+
+Node* TemplateNode::Follow(std::string_view& rest) {
+    return Skip(rest, step::kFlowSheet) ? inner_.get() : nullptr;
+}
+
+const Row* PublishedNode::ValueRow() const {
+    return GetShape() ? GetShape()->ByName("Value") : nullptr;
+}
+
+double PublishedNode::GetValue() {
+    const Row* row = ValueRow();
+    return row ? ReadReal(row->description) : host::kEmptyReal;
+}
+
+void PublishedNode::SetValue(double value) {
+    if (const Row* row = ValueRow()) StoreReal(row->description, value);
+}
+
+host::Text PublishedNode::UnitText() {
+    const Row* row = ValueRow();
+    const Quantity* quantity = row ? FindQuantity(row->spec->quantity) : nullptr;
+    return quantity ? host::Text(quantity->units[0].name) : host::Text();
+}
+
+void ManagerNode::put_ModelCallback(host::IModelCallback* callback) {
+    if (callback) callback->AddRef();
+    std::swap(callback_, callback);
+    if (callback) callback->Release();
+}
+
+void ManagerNode::GetVariableDimensions(const host::VarDescription& variable, host::DimInfo& out) {
+    out = host::DimInfo();
+    if (Blank(Script::Answer::dimensions) || published_.Size() == 0) return;
+    if (!(variable.GetMoniker() == step::kPublished)) return;
+    out.count = 1;
+    out.high[0] = static_cast<std::int32_t>(published_.Size()) - 1;
+}
+
+Node* ManagerNode::Follow(std::string_view& rest) {
+    if (!Skip(rest, step::kPublished) || !Skip(rest, ".")) return nullptr;
+    std::size_t index = 0;
+    const auto [stop, error] = std::from_chars(rest.data(), rest.data() + rest.size(), index);
+    if (error != std::errc() || index >= published_.Size()) return nullptr;
+    rest.remove_prefix(static_cast<std::size_t>(stop - rest.data()));
+    return &published_.At(index);
+}
+
+BasisNode::BasisNode(CaseContext& context, Node* owner, const ObjectType* type, std::string name)
+    : NodeOf(context, owner, type, std::move(name)) {}
+
+BasisNode::~BasisNode() = default;
+
+host::ReactionPackageManager* BasisNode::ReactionPackages() {
+    return reactions_.Size() == 0 || Blank(Script::Answer::reactions) ? nullptr : this;
+}
+
+host::Reaction* BasisNode::RxnNumber(int number) {
+    if (number < 0 || number >= ReactionCount()) return nullptr;
+    return reactions_.At(static_cast<std::size_t>(number)).View();
+}
+
+host::CSpecSource* BasisNode::SpecSource() {
+    if (!spec_source_) spec_source_ = std::make_unique<BasisSpecSource>(OwnerCase().Basics());
+    return spec_source_.get();
+}
+
+Node* BasisNode::Follow(std::string_view& rest) {
+    return Skip(rest, step::kReaction) ? reactions_.FollowName(rest) : nullptr;
+}
+
+}  // namespace casehost

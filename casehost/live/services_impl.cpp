@@ -1,0 +1,162 @@
+#include "live/case.h"
+#include "live/services_impl.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "casehost/units.h"
+#include "live/basis_spec.h"
+
+namespace casehost {
+
+host::ApplicationForm* SessionImpl::GetAppForm() {
+    return with_window_ && !owner_.GetScript().Blank(Script::Answer::app_form) ? this : nullptr;
+}
+
+bool SessionImpl::HideDocument(host::Document* document, bool hide) {
+    for (const auto& each : owner_.Cases()) {
+        if (static_cast<host::Document*>(each.get()) != document) continue;
+        each->SetVisible(!hide);
+        if (!hide) owner_.Activate(*each);
+        return true;
+    }
+    return false;
+}
+
+host::Text SessionImpl::SessionText(bool full) {
+    std::string text = "Case Host";
+    if (!full) return host::Text(text);
+    for (const auto& each : owner_.Cases()) text += "; " + each->Name().Str();
+    return host::Text(text);
+}
+
+host::VariableInfo* VariableTypeTable::FindVarInfo(host::VariableType type) {
+    if (UnitTypeOfVariableType(type) == host::kVariableUnitType) return nullptr;
+    return &infos_.try_emplace(type, type).first->second;
+}
+
+CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
+    : owner_(owner), session_(owner, with_window) {
+    records_.ViewableObject = types::Viewable();
+    records_.SimulationObjectObject = types::SimulationObject();
+    records_.FlowSheetObjectObject = types::FlowSheetObject();
+    records_.UnitOpObject = types::UnitOp();
+    records_.TemplateOpObject = types::TemplateOp();
+}
+
+unsigned CaseHost::ServicesImpl::DefaultUnits() {
+    const Case* active = owner_.ActiveLiveCase();
+    return active ? active->UnitSet() : 0;
+}
+
+const host::UnitRecord* CaseHost::ServicesImpl::def_unit(host::VarType type, unsigned set) {
+    if (Blank(Script::Answer::default_unit)) return nullptr;
+    const Quantity* quantity = FindQuantity(type);
+    if (!quantity) return nullptr;
+    return FindUnit(*quantity, quantity->defaults[set < kUnitSets ? set : 0]);
+}
+
+const host::UnitRecord* CaseHost::ServicesImpl::findunit(const char* name, host::VarType type) {
+    const Quantity* quantity = FindQuantity(type);
+    if (!quantity || !name || Blank(Script::Answer::find_unit)) return nullptr;
+    return FindUnit(*quantity, name);
+}
+
+double CaseHost::ServicesImpl::calc_unit(double value, const host::UnitRecord* unit) {
+    return unit && value != host::kEmptyReal ? ToInternal(value, *unit) : value;
+}
+
+double CaseHost::ServicesImpl::calc_ounit(double value, const host::UnitRecord* unit) {
+    return unit && value != host::kEmptyReal ? FromInternal(value, *unit) : value;
+}
+
+const char* CaseHost::ServicesImpl::utypetoa(host::VarType type) {
+    const Quantity* quantity = FindQuantity(type);
+    return quantity ? quantity->name : "";
+}
+
+host::VarType CaseHost::ServicesImpl::GetUnitConvTypeFromVarType(host::VariableType type) {
+    return UnitTypeOfVariableType(type);
+}
+
+host::VariableType CaseHost::ServicesImpl::GetVarTypeFromUnitString(const char* unit) {
+    for (const Quantity& quantity : Quantities()) {
+        if (unit && FindUnit(quantity, unit)) return VariableTypeOfUnitType(quantity.type);
+    }
+    return host::kEmptyDimensionMarker;
+}
+
+void CaseHost::ServicesImpl::UnitConvList(host::VarType type) {
+    walk_type_ = type;
+    walk_at_ = 0;
+}
+
+host::Text CaseHost::ServicesImpl::GetFirstConvName() {
+    walk_at_ = 0;
+    return GetNextConvName();
+}
+
+host::Text CaseHost::ServicesImpl::GetNextConvName() {
+    const Quantity* quantity = FindQuantity(walk_type_);
+    if (!quantity || walk_at_ >= quantity->units.size()) return host::Text();
+    return host::Text(quantity->units[walk_at_++].name);
+}
+
+host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::Viewable* to,
+                                                   bool full) {
+    const Node* target = Node::Of(to);
+    if (!target || Blank(Script::Answer::moniker)) return host::Text();
+    const std::string moniker = target->OwnerCase().MonikerOf(*target, full);
+    const Node* start = Node::Of(from);
+    if (!start) return host::Text(moniker);
+    const std::string prefix = start->OwnerCase().MonikerOf(*start, full) + "/";
+    return host::Text(moniker.rfind(prefix, 0) == 0 ? moniker.substr(prefix.size()) : moniker);
+}
+
+void CaseHost::ServicesImpl::GetVariableStatus(host::Viewable* object,
+                                               const host::VarDescription& variable,
+                                               host::ModifyState& state, int&) {
+    Node* node = Node::Of(object);
+    if (node && !Blank(Script::Answer::variable_status)) node->Status(variable, state);
+}
+
+const host::ObjectTypeInfo* CaseHost::ServicesImpl::FindObjectType(const host::Text& class_name) {
+    return types::Find(class_name.Str());
+}
+
+bool CaseHost::ServicesImpl::DescribeMoniker(const host::Text& moniker,
+                                             host::VarDescription::Facts& out) {
+    const Case* active = owner_.ActiveLiveCase();
+    return active && active->DescribeMoniker(moniker.Str(), out);
+}
+
+host::CSpecInfo* CaseHost::ServicesImpl::NewSpecInfo() {
+    return std::make_unique<SpecInfo>().release();
+}
+
+void CaseHost::ServicesImpl::DeleteSpecInfo(host::CSpecInfo* info) {
+    const std::unique_ptr<SpecInfo> owned(static_cast<SpecInfo*>(info));
+}
+
+void CaseHost::ServicesImpl::SetConfigData(const char* key, double value, bool) {
+    if (key) config_[key] = value;
+}
+
+host::Text CaseHost::ServicesImpl::NumToText(double value) {
+    if (value == host::kEmptyReal) return host::Text();
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%.12lg", value);
+    return host::Text(buffer);
+}
+
+void* CaseHost::ServicesImpl::IFace_malloc(std::size_t size) {
+    return std::malloc(size);
+}
+void* CaseHost::ServicesImpl::IFace_realloc(void* block, std::size_t size) {
+    return std::realloc(block, size);
+}
+void CaseHost::ServicesImpl::IFace_free(void* block) {
+    std::free(block);
+}
+
+}  // namespace casehost

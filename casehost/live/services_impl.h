@@ -1,0 +1,96 @@
+#pragma once
+
+// The host's free functions, the session and the window, over the cases of one CaseHost.
+
+#include <map>
+#include <string>
+
+#include "casehost/case_host.h"
+
+namespace casehost {
+
+class SessionImpl final : public host::Session, public host::ApplicationForm {
+ public:
+    SessionImpl(CaseHost& owner, bool with_window) : owner_(owner), with_window_(with_window) {}
+
+    host::SimulationCase* ActiveCase() override { return owner_.ActiveCase(); }
+    host::ApplicationForm* GetAppForm() override;
+    bool HideDocument(host::Document* document, bool hide) override;
+    host::Text SessionText(bool full) override;
+    void GetWindowPlacement(host::WindowPlacement& out) override { out = placement_; }
+    void SetWindowPlacement(const host::WindowPlacement& placement) override {
+        placement_ = placement;
+    }
+
+ private:
+    CaseHost& owner_;
+    bool with_window_;
+    host::WindowPlacement placement_{4};
+};
+
+class VariableTypeTable final : public host::VariableTypes {
+ public:
+    host::VariableInfo* FindVarInfo(host::VariableType type) override;
+
+ private:
+    struct Info final : host::VariableInfo {
+        explicit Info(host::VariableType known) : type(known) {}
+        host::VariableType UnitLookupType() const override { return type; }
+        host::VariableType type;
+    };
+    std::map<host::VariableType, Info> infos_;
+};
+
+class CaseHost::ServicesImpl final : public host::HostServices {
+ public:
+    ServicesImpl(CaseHost& owner, bool with_window);
+
+    unsigned DefaultUnits() override;
+    const host::UnitRecord* def_unit(host::VarType type, unsigned set) override;
+    const host::UnitRecord* findunit(const char* name, host::VarType type) override;
+    double calc_unit(double value, const host::UnitRecord* unit) override;
+    double calc_ounit(double value, const host::UnitRecord* unit) override;
+    const char* utypetoa(host::VarType type) override;
+    host::VarType GetUnitConvTypeFromVarType(host::VariableType type) override;
+    host::VariableType GetVarTypeFromUnitString(const char* unit) override;
+    void UnitConvList(host::VarType type) override;
+    host::Text GetFirstConvName() override;
+    host::Text GetNextConvName() override;
+
+    host::Text RelativeMoniker(host::Viewable* from, host::Viewable* to, bool full) override;
+    void GetVariableStatus(host::Viewable* object, const host::VarDescription& variable,
+                           host::ModifyState& state, int& detail) override;
+    const host::ObjectTypeInfo* FindObjectType(const host::Text& class_name) override;
+    const host::ObjectTypeRecords& ObjectTypes() override { return records_; }
+    host::VariableTypes* pVarTypes() override { return &variable_types_; }
+    bool DescribeMoniker(const host::Text& moniker, host::VarDescription::Facts& out) override;
+
+    host::CSpecInfo* NewSpecInfo() override;
+    void DeleteSpecInfo(host::CSpecInfo* info) override;
+
+    host::Session* pSession() override { return &session_; }
+    void UpdateViews(host::Viewable*) override { ++view_updates_; }
+    void SetConfigData(const char* key, double value, bool flag) override;
+    host::Text NumToText(double value) override;
+    void WaitForTurn(unsigned long) override { owner_.Turn(); }
+    void* IFace_malloc(std::size_t size) override;
+    void* IFace_realloc(void* block, std::size_t size) override;
+    void IFace_free(void* block) override;
+
+    SessionImpl& GetSession() { return session_; }
+    unsigned long ViewUpdates() const { return view_updates_; }
+
+ private:
+    bool Blank(Script::Answer answer) const { return owner_.GetScript().Blank(answer); }
+
+    CaseHost& owner_;
+    SessionImpl session_;
+    host::ObjectTypeRecords records_;
+    VariableTypeTable variable_types_;
+    std::map<std::string, double> config_;
+    host::VarType walk_type_ = 0;
+    std::size_t walk_at_ = 0;
+    unsigned long view_updates_ = 0;
+};
+
+}  // namespace casehost

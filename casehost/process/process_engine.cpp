@@ -1,0 +1,89 @@
+#include "process/process_engine.h"
+
+#include <algorithm>
+
+#include "process/results.h"
+
+namespace casehost::process {
+namespace {
+
+void OwnSubFlowsheets(FlowsheetData& level) {
+    for (ObjectData& object : level.objects) {
+        if (!object.sub_flowsheet) continue;
+        object.sub_flowsheet = std::make_shared<FlowsheetData>(*object.sub_flowsheet);
+        OwnSubFlowsheets(*object.sub_flowsheet);
+    }
+}
+
+// The first text with a reason of its own, else the first of those that only depend on others.
+std::string FirstProblem(const Flowsheet& sheet) {
+    std::string dependent;
+    auto own_reason = [&](ObjectStatus status, const std::string& text) {
+        if (status == ObjectStatus::ok || status == ObjectStatus::warning) return false;
+        if (status != ObjectStatus::not_solved) return true;
+        if (dependent.empty()) dependent = text;
+        return false;
+    };
+    for (const StreamNode& stream : sheet.streams) {
+        if (own_reason(stream.status, stream.text)) return stream.text;
+    }
+    for (const UnitNode& unit : sheet.units) {
+        if (own_reason(unit.status, unit.text)) return unit.text;
+    }
+    return dependent;
+}
+
+}  // namespace
+
+SolveEngine::Outcome ProcessEngine::Prepare(const CaseData& problem) {
+    Cancel();
+    data_ = problem;
+    OwnSubFlowsheets(data_.main);
+    sheet_ = BuildFlowsheet(data_);
+    thermo_.reset();
+    if (data_.recorded) {
+        last_ = {Progress::failed, "a recorded case can't be solved"};
+        return last_;
+    }
+    try {
+        thermo_.emplace(data_.compounds);
+    } catch (const ProcessError& error) {
+        WriteResults(sheet_, nullptr);
+        last_ = {Progress::failed, error.what()};
+        return last_;
+    }
+    solver_ = std::make_unique<FlowsheetSolver>(sheet_, *thermo_);
+    const std::size_t turns = static_cast<std::size_t>(std::max(data_.solve_turns, 1));
+    steps_per_turn_ = std::max<std::size_t>(1, (solver_->StepsLeft() + turns - 1) / turns);
+    last_ = {Progress::running, ""};
+    return last_;
+}
+
+SolveEngine::Outcome ProcessEngine::Step(int) {
+    if (!solver_) return last_;
+    for (std::size_t i = 0; i < steps_per_turn_; ++i) {
+        if (!solver_->Step()) return Finish();
+    }
+    return last_;
+}
+
+SolveEngine::Outcome ProcessEngine::Finish() {
+    solver_.reset();
+    WriteResults(sheet_, &*thermo_);
+    std::string problem = FirstProblem(sheet_);
+    last_ = {problem.empty() ? Progress::done : Progress::failed, problem};
+    return last_;
+}
+
+void ProcessEngine::Cancel() {
+    if (!solver_) return;
+    solver_.reset();
+    WriteResults(sheet_, &*thermo_);
+    last_ = {Progress::failed, "the solve was cancelled"};
+}
+
+std::string ProcessEngine::ProgressText() const {
+    return solver_ ? solver_->Progress() : "";
+}
+
+}  // namespace casehost::process

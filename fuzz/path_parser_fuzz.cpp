@@ -1,0 +1,40 @@
+// Parses arbitrary text as a path. A failure says so in its own words and keeps the source; the
+// description of a success parses to an equal chain.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "path/tokenizer.h"
+
+namespace {
+
+void Check(bool holds, const char* what, const std::string& text) {
+    if (holds) return;
+    std::fprintf(stderr, "%s: %s\n", what, text.c_str());
+    std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const std::string path(reinterpret_cast<const char*>(bytes), size);
+    const FIValue source(path.c_str());
+    FIValue error;
+    const ParsedPath step = ParsePath(source, error);
+    Check(step != nullptr, "no step", path);
+    const std::string line = Describe(*step);
+    step->Dump(0);
+    if (!error.IsNull()) {
+        const std::string text = error.ToText();
+        Check(text.starts_with("Parse error, "), "message", text);
+        Check(text.ends_with(" in: " + source.ToText()), "source in the message", text);
+        return 0;
+    }
+    FIValue again_error;
+    const ParsedPath again = ParsePath(FIValue(line.c_str()), again_error);
+    Check(again_error.IsNull(), "description does not parse", again_error.ToText());
+    Check(Describe(*again) == line, "description parses to another chain", line);
+    return 0;
+}

@@ -1,0 +1,183 @@
+// FIIterator: making, copying and moving.
+
+#include "framework/fi_iterator.h"
+
+#include <algorithm>
+
+#include "framework/empties.h"
+#include "framework/fi_reference.h"
+#include "framework/shown_scope.h"
+
+FIIterator::FIIterator() : entry_(Ref<FIEntry>::Share(EmptyEntry())), var_set_(*this) {}
+
+FIIterator::FIIterator(FIEntry* entry, bool history)
+    : entry_(Ref<FIEntry>::Share(entry ? entry : EmptyEntry())),
+      history_(history),
+      var_set_(*this) {}
+
+FIIterator::FIIterator(const FIIterator& other)
+    : FIIteratorBase(),
+      Counted(),
+      entry_(other.entry_),
+      frozen_(CloneElements(other.frozen_)),
+      history_(other.history_),
+      var_set_(*this) {
+    other.ShareLevels();
+    for (int i = 0; i < other.frames_.Size(); ++i) {
+        const IteratorFrame& frame = other.frames_[i];
+        frames_.Push({frame.entry, Ref<FICursorBase>::Adopt(frame.cursor->Clone(false)),
+                      frame.vars});
+    }
+    if (other.vars_) vars_ = Ref<FrameVars>::Adopt(new FrameVars(other.vars_->map));
+    var_set_.CopyFrom(other.var_set_);
+}
+
+FIIterator* FIIterator::Copy() { return new FIIterator(*this); }
+
+FIReferenceBase* FIIterator::MakeReference() { return new FIReference(*this); }
+
+int FIIterator::Release() {
+    const int left = --references_;
+    if (left == 0) delete this;
+    return left;
+}
+
+const void* FIIterator::TypeId() const {
+    static const char type_id = 0;
+    return &type_id;
+}
+
+// A copy sees variables that are set later at the levels above it, so these levels need a map that
+// both can hold.
+void FIIterator::ShareLevels() const {
+    for (int i = 0; i < frames_.Size(); ++i) {
+        Ref<FrameVars>& vars = frames_[i].vars;
+        if (!vars) vars = Ref<FrameVars>::Adopt(new FrameVars);
+    }
+}
+
+// Host objects point at each other, so the tree unfolds a graph. All frames above the last were
+// compared when they were entered.
+bool FIIterator::IsCycle() const {
+    if (history_ || frames_.Size() < 2) return false;
+    FICursorBase& last = *frames_.Last().cursor;
+    const void* const type = last.TypeId();
+    for (int i = 0; i < frames_.Size() - 1; ++i) {
+        FICursorBase& earlier = *frames_[i].cursor;
+        if (earlier.TypeId() == type && earlier.Compare(last) == 0) return true;
+    }
+    return false;
+}
+
+bool FIIterator::CanDescend() {
+    return !IsCycle() && ShownScope(entry_, &var_set_)->IsContainer();
+}
+
+template <class Seek>
+bool FIIterator::Descend(Seek seek) {
+    if (frames_.Size() >= kDepthLimit || IsCycle()) return false;
+    const Ref<FIContext> context =
+        Ref<FIContext>::Adopt(ShownScope(entry_, &var_set_)->GetContext());
+    Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
+    Unshare(cursor);
+    if (!seek(*cursor)) return false;
+    Ref<FIEntry> child = Ref<FIEntry>::Adopt(cursor->GetEntry());
+    if (!child) return false;
+    frames_.Push({std::move(entry_), std::move(cursor), std::move(vars_)});
+    entry_ = std::move(child);
+    vars_.Reset();
+    return true;
+}
+
+template <class Seek>
+bool FIIterator::MoveAside(Seek seek) {
+    if (frames_.IsEmpty()) return false;
+    Ref<FICursorBase> cursor = frames_.Last().cursor;
+    Unshare(cursor);
+    const bool stands = seek(*cursor);
+    Ref<FIEntry> sibling = Ref<FIEntry>::Adopt(cursor->GetEntry());
+    frames_.Last().cursor = std::move(cursor);
+    entry_ = sibling ? std::move(sibling) : Ref<FIEntry>::Share(EmptyEntry());
+    vars_.Reset();
+    return stands;
+}
+
+bool FIIterator::Down(int index) {
+    return Descend([index](FICursorBase& cursor) { return cursor.Seek(kFromFirst, index); });
+}
+
+bool FIIterator::DownFirst() { return Down(0); }
+
+bool FIIterator::DownLast() {
+    return Descend([](FICursorBase& cursor) {
+        cursor.Seek(kFromEnd, 0);
+        return cursor.Seek(kFromPresent, -1);
+    });
+}
+
+bool FIIterator::SeekChild(const char* name) {
+    return Descend([name](FICursorBase& cursor) { return cursor.SeekName(kFromFirst, name); });
+}
+
+bool FIIterator::SeekChildFrom(const char* name) {
+    return MoveAside([name](FICursorBase& cursor) { return cursor.SeekName(kFromPresent, name); });
+}
+
+bool FIIterator::Next() {
+    return MoveAside([](FICursorBase& cursor) { return cursor.Seek(kFromPresent, 1); });
+}
+
+bool FIIterator::Prev() {
+    if (AtFirst()) return false;
+    return MoveAside([](FICursorBase& cursor) { return cursor.Seek(kFromPresent, -1); });
+}
+
+bool FIIterator::First() {
+    return MoveAside([](FICursorBase& cursor) { return cursor.Seek(kFromFirst, 0); });
+}
+
+bool FIIterator::Last() {
+    return MoveAside([](FICursorBase& cursor) {
+        cursor.Seek(kFromEnd, 0);
+        return cursor.Seek(kFromPresent, -1);
+    });
+}
+
+bool FIIterator::Up() {
+    if (frames_.IsEmpty()) return false;
+    IteratorFrame frame = frames_.Pop();
+    entry_ = std::move(frame.entry);
+    vars_ = std::move(frame.vars);
+    return true;
+}
+
+void FIIterator::ReturnTo(int depth) {
+    while (Depth() > depth) Up();
+}
+
+bool FIIterator::AtFirst() { return frames_.IsEmpty() || frames_.Last().cursor->AtBegin(); }
+
+bool FIIterator::AtLast() { return frames_.IsEmpty() || frames_.Last().cursor->AtEnd(); }
+
+int FIIterator::Compare(FIIteratorBase& other) {
+    if (other.TypeId() != TypeId()) return kNotComparable;
+    FIIterator& that = static_cast<FIIterator&>(other);
+    const int shared = std::min(Depth(), that.Depth());
+    for (int i = 0; i < shared; ++i) {
+        const int result = frames_[i].cursor->Compare(*that.frames_[i].cursor);
+        if (result != 0) return result;
+    }
+    if (Depth() != that.Depth()) return Depth() < that.Depth() ? -1 : 1;
+    return entry_->Compare(*that.entry_);
+}
+
+FIEntry* FIIterator::EntryAt(int level) const {
+    return level < frames_.Size() ? frames_[level].entry.Get() : entry_.Get();
+}
+
+bool FIIterator::IsKeyName(const char* name) {
+    const Ref<FIContext> context = Ref<FIContext>::Adopt(entry_->GetContext());
+    const Ref<FICursorBase> keys = Ref<FICursorBase>::Adopt(context->MakeCursor(kKeyCursor));
+    keys->SeekName(kFromFirst, name);
+    return keys->IsHidden();
+}

@@ -1,0 +1,170 @@
+#pragma once
+
+// FIIterator: the one iterator of the framework; the operations are told in framework/iterator.h.
+//
+// Variables. Each level has a map of its own. It is made when its first variable is set, and at the
+// latest when the iterator is copied, because copies share the levels above the present node.
+// Clauses of a path are walked on the iterator itself and walked back: nothing below the present
+// node is shared, so its position and cursors are as before.
+// Limits: an iterator does not go deeper than kDepthLimit frames.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "diagnostics/instance_counts.h"
+#include "framework/collection_element.h"
+#include "framework/frame_stack.h"
+#include "framework/iterator.h"
+#include "framework/iterator_var_set.h"
+
+class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
+public:
+    static constexpr int kDepthLimit = 10000;
+
+    // On the shared empty entry.
+    FIIterator();
+    // At a root. With `history` the iterator also enters nodes that repeat an ancestor.
+    FIIterator(FIEntry* entry, bool history);
+    FIIterator(const FIIterator& other);
+    FIIterator& operator=(const FIIterator&) = delete;
+
+    FIIterator* Copy() override;
+    FIReferenceBase* MakeReference() override;
+    bool CanDescend() override;
+    bool Down(int index) override;
+    bool SeekPath(const FIValue& path) override;
+    bool Walk(const PathStep& step, FIValue& attribute) override;
+    bool WalkFrom(const PathStep& step) override;
+    bool DownFirst() override;
+    bool Next() override;
+    bool First() override;
+    bool Prev() override;
+    bool Last() override;
+    bool DownLast() override;
+    bool Up() override;
+    bool Step(const PathStep& step) override;
+    bool NextMatch(const PathStep& step) override;
+    int Depth() override { return frames_.Size(); }
+
+    void GetName(FIValue& out) override;
+    void NameText(char* buffer, int size) override;
+    int NameLength() override;
+    void GetPath(FIValue& out) override;
+    void PathText(char* buffer, int size) override;
+    int PathLength() override;
+    void KeyText(char* buffer, int size) override;
+    int KeyLength() override;
+    void DumpVars(FIValue& out) override;
+
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    const void* TypeId() const override;
+    FIAttributeSource* GetAttributeSource() override;
+
+    void SetVarText(const char* name, const char* value) override;
+    void SetVarText(const char* name, const FIValue& value) override;
+    void SetVar(const FIValue& name, const FIValue& value) override;
+    bool GetVarText(const char* name, FIValue& out) override;
+    bool GetVar(const FIValue& name, FIValue& out) override;
+    bool RemoveVarText(const char* name) override;
+    bool RemoveVar(const FIValue& name) override;
+
+    bool AtFirst() override;
+    bool AtLast() override;
+    int Compare(FIIteratorBase& other) override;
+    bool Less(FIIteratorBase& other) override { return Compare(other) < 0; }
+    bool Greater(FIIteratorBase& other) override { return Compare(other) > 0; }
+    bool Equal(FIIteratorBase& other) override { return Compare(other) == 0; }
+    bool NotEqual(FIIteratorBase& other) override { return Compare(other) != 0; }
+
+    void DumpXml(FIValue& out, int levels) override;
+    void DumpXmlDefault(FIValue& out) override;
+
+    void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+    void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+    void SetUnit(const FIValue& unit, FIValue& out) override;
+    void SetSpecUnit(const FIValue& unit, FIValue& out) override;
+    void SetValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                        FIValue& out) override;
+    void SetSpecValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                            FIValue& out) override;
+
+    FIIterator* OpenAttribute(const FIValue& name) override;
+    bool IsKeyName(const char* name) override;
+    bool Locate(const FIValue& path) override;
+    bool LocateChain(const PathStep& step) override;
+
+    void DumpAttributes(FIValue& out) override;
+    void DumpNodeFlat(FIValue& out) override;
+    void DumpNode(FIValue& out) override;
+    void DumpNodeDeep(FIValue& out) override;
+
+    int AddRef() override { return ++references_; }
+    int Release() override;
+    FIVarSet* GetVarSet() override { return &var_set_; }
+
+    int GetCaps(int a, int b) override;
+    void DoAction(FIValue& out, int a, int b) override;
+    void DoActionEx(FIValue& out, int a, int b, int c, int d) override;
+    void DoCommand(int command, FIErrorRecord& error) override;
+
+    bool SeekChildFrom(const char* name) override;
+    bool SeekChild(const char* name) override;
+    bool EvalClause(const PathClause& clause) override;
+    bool WalkSteps(const PathStep& step) override;
+    bool Filter(const PathStep& step) override;
+
+    void Freeze() override;
+    bool Thaw() override;
+
+    // For the framework itself, behind the table of operations.
+
+    // The path from `level` on: 0 is the whole path, 1 the part below the root, which SeekPath on an
+    // iterator at the root takes. Empty when the level lies below the present node.
+    void GetPathFrom(int level, FIValue& out);
+    // Key text of the node of a level, 0 the root; NULL when it has no key.
+    void GetKeyText(int level, FIValue& out);
+    bool IsFrozen() const { return !frozen_.empty(); }
+    // The node of a level, the present one for the depth; lent.
+    FIEntry* EntryAt(int level) const;
+    // Saves the present node with the steps above it.
+    std::vector<std::unique_ptr<FICollectionElement>> MakeElements() const;
+    // The present node alone. The caller owns it.
+    std::unique_ptr<FICollectionElement> MakeElement() const;
+
+private:
+    using Elements = std::vector<std::unique_ptr<FICollectionElement>>;
+    // How a step compares a child with its name.
+    using Matcher = bool (FIIterator::*)(const FIValue& name) const;
+
+    bool IsCycle() const;
+    // Makes a cursor over the children, lets `seek` position it and goes to its element.
+    template <class Seek>
+    bool Descend(Seek seek);
+    // The same for the siblings of the present node.
+    template <class Seek>
+    bool MoveAside(Seek seek);
+    bool HasName(const FIValue& name) const;
+    bool HasKey(const FIValue& name) const;
+    bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool PassesOne(const PathClause& clause);
+    void ReturnTo(int depth);
+    void TakePosition(FIIterator& other);
+    Ref<FIEntry> FindHolder();
+    const FIValue* FindVar(const FIValue& name) const;
+    FrameVars& PresentVars();
+    void ShareLevels() const;
+    static Elements CloneElements(const Elements& elements);
+
+    Ref<FIEntry> entry_;
+    mutable FrameStack frames_;
+    Elements frozen_;
+    bool history_ = false;
+    Ref<FrameVars> vars_;
+    int references_ = 1;
+    IteratorVarSet var_set_;
+};

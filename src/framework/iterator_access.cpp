@@ -1,0 +1,129 @@
+// FIIterator: reads, writes and variables of the present node.
+
+#include <cstring>
+
+#include "framework/fi_iterator.h"
+#include "framework/shown_scope.h"
+
+void FIIterator::GetName(FIValue& out) { entry_->GetName(out); }
+
+void FIIterator::GetAttribute(const FIValue& name, FIValue& out) {
+    ShownScope(entry_, &var_set_)->GetAttribute(name, out);
+}
+
+FIAttributeSource* FIIterator::GetAttributeSource() {
+    return ShownScope(entry_, &var_set_)->GetAttributeSource();
+}
+
+// The nearest node, from the present one up, that takes the host's hold.
+Ref<FIEntry> FIIterator::FindHolder() {
+    for (int level = Depth(); level >= 0; --level) {
+        Ref<FIEntry> holder = Ref<FIEntry>::Share(EntryAt(level));
+        if (holder->CanHold()) return holder;
+    }
+    return entry_;
+}
+
+void FIIterator::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    const Ref<FIEntry> holder = FindHolder();
+    ShownScope(entry_, &var_set_)->SetAttribute(name, value, mode, out);
+    holder->BeginBatch();
+}
+
+void FIIterator::SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetDisplayUnit(unit, quantity, out);
+}
+void FIIterator::SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetDisplaySpecUnit(unit, quantity, out);
+}
+void FIIterator::SetUnit(const FIValue& unit, FIValue& out) {
+    Ref<FIEntry>(entry_)->SetUnit(unit, out);
+}
+void FIIterator::SetSpecUnit(const FIValue& unit, FIValue& out) {
+    Ref<FIEntry>(entry_)->SetSpecUnit(unit, out);
+}
+void FIIterator::SetValue(const FIValue& value, int mode, FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetValue(value, mode, out);
+}
+void FIIterator::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                                FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetValueInUnit(value, unit, mode, out);
+}
+void FIIterator::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetSpecValue(value, mode, out);
+}
+void FIIterator::SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                                    FIValue& out) {
+    ShownScope(entry_, &var_set_)->SetSpecValueInUnit(value, unit, mode, out);
+}
+
+int FIIterator::GetCaps(int a, int b) { return Ref<FIEntry>(entry_)->GetCaps(a, b); }
+void FIIterator::DoAction(FIValue& out, int a, int b) { Ref<FIEntry>(entry_)->DoAction(out, a, b); }
+void FIIterator::DoActionEx(FIValue& out, int a, int b, int c, int d) {
+    Ref<FIEntry>(entry_)->DoActionEx(out, a, b, c, d);
+}
+void FIIterator::DoCommand(int command, FIErrorRecord& error) {
+    Ref<FIEntry>(entry_)->DoCommand(command, error);
+}
+
+FrameVars& FIIterator::PresentVars() {
+    if (!vars_) vars_ = Ref<FrameVars>::Adopt(new FrameVars);
+    return *vars_;
+}
+
+void FIIterator::SetVar(const FIValue& name, const FIValue& value) {
+    PresentVars().map.Set(name, value);
+}
+void FIIterator::SetVarText(const char* name, const char* value) {
+    SetVar(FIValue(name), FIValue(value));
+}
+void FIIterator::SetVarText(const char* name, const FIValue& value) {
+    SetVar(FIValue(name), value);
+}
+
+const FIValue* FIIterator::FindVar(const FIValue& name) const {
+    const FIValue* found = vars_ ? vars_->map.Find(name) : nullptr;
+    for (int i = frames_.Size() - 1; i >= 0 && !found; --i) {
+        if (frames_[i].vars) found = frames_[i].vars->map.Find(name);
+    }
+    return found;
+}
+
+bool FIIterator::GetVar(const FIValue& name, FIValue& out) {
+    const FIValue* found = FindVar(name);
+    if (!found) {
+        out.Clear();
+        return false;
+    }
+    out = *found;
+    return true;
+}
+
+bool FIIterator::GetVarText(const char* name, FIValue& out) { return GetVar(FIValue(name), out); }
+
+bool FIIterator::RemoveVar(const FIValue& name) {
+    if (vars_ && vars_->map.Remove(name)) return true;
+    for (int i = frames_.Size() - 1; i >= 0; --i) {
+        if (frames_[i].vars && frames_[i].vars->map.Remove(name)) return true;
+    }
+    return false;
+}
+
+bool FIIterator::RemoveVarText(const char* name) { return RemoveVar(FIValue(name)); }
+
+// A host notation names a child a step: each context turns the beginning into a key, which is
+// walked as a path, until nothing is left.
+FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
+    Ref<FIIterator> opened = Ref<FIIterator>::Adopt(Copy());
+    const std::string text = name.ToText();
+    const char* rest = text.c_str();
+    do {
+        const char* const begin = rest;
+        const Ref<FIContext> context = Ref<FIContext>::Adopt(
+            ShownScope(opened->entry_, &opened->var_set_)->GetContext());
+        FIValue key;
+        context->GetKeyValue(begin, key, &rest);
+        if (key.IsNull() || !rest || rest == begin || !opened->SeekPath(key)) return nullptr;
+    } while (*rest);
+    return opened.Detach();
+}

@@ -1,0 +1,61 @@
+#include "framework/iterator_var_set.h"
+
+#include "framework/fi_iterator.h"
+
+namespace {
+
+bool IsOwn(const FIValue& quantity) { return quantity.Length() == 0; }
+
+}  // namespace
+
+void IteratorVarSet::Units::Set(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    FIValue before;
+    Get(quantity, before);
+    if (IsOwn(quantity)) {
+        own = unit;
+    } else {
+        of_quantity.Set(quantity, unit);
+    }
+    old = std::move(before);
+}
+
+void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
+    if (IsOwn(quantity)) {
+        out = own;
+    } else if (const FIValue* unit = of_quantity.Find(quantity)) {
+        out = *unit;
+    } else {
+        out.Clear();
+    }
+}
+
+void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    units_.Set(quantity, unit, old);
+}
+void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) { units_.Get(quantity, out); }
+void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    spec_units_.Set(quantity, unit, old);
+}
+void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
+    spec_units_.Get(quantity, out);
+}
+
+void IteratorVarSet::GetPath(FIValue& out) { iterator_.GetPath(out); }
+
+void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
+    variables_.Set(name, value);
+}
+
+bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
+    if (const FIValue* value = variables_.Find(name)) {
+        out = *value;
+        return true;
+    }
+    return iterator_.GetVar(name, out);
+}
+
+void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
+    units_ = other.units_;
+    spec_units_ = other.spec_units_;
+    variables_ = other.variables_;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+// The calling convention of reads and writes: an entry sees the variables and units of whoever
+// calls it, for the call alone. The entry is kept alive meanwhile, since a store may move the
+// iterator from inside the host's callbacks.
+
+#include "framework/entry.h"
+#include "framework/ref.h"
+
+class ShownScope {
+public:
+    ShownScope(const Ref<FIEntry>& entry, FIVarSet* vars)
+        : entry_(entry), saved_(entry_->GetVarSet()) {
+        entry_->SetVarSet(vars);
+    }
+    ~ShownScope() { entry_->SetVarSet(saved_); }
+    ShownScope(const ShownScope&) = delete;
+    ShownScope& operator=(const ShownScope&) = delete;
+
+    FIEntry* operator->() const { return entry_.Get(); }
+
+private:
+    const Ref<FIEntry> entry_;
+    FIVarSet* const saved_;
+};

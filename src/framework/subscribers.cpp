@@ -1,0 +1,47 @@
+#include "framework/subscribers.h"
+
+#include <algorithm>
+
+void SubscriberList::Add(void* owner, int kind, FICallback callback) {
+    records_.push_back({kind, owner, callback, true});
+}
+
+bool SubscriberList::Remove(void* owner, int kind) {
+    const auto found = std::find_if(records_.begin(), records_.end(), [&](const Record& record) {
+        return record.active && record.kind == kind && record.owner == owner;
+    });
+    if (found == records_.end()) return false;
+    if (rounds_ > 0) {
+        found->active = false;
+        erase_pending_ = true;
+    } else {
+        records_.erase(found);
+    }
+    return true;
+}
+
+void SubscriberList::Dispatch(int event) {
+    const bool deletion = event != 0;
+    ++rounds_;
+    // By index, since a callback may subscribe, which moves the records; who comes during the round
+    // waits for the next, or one that leaves and comes back would be called without end.
+    const std::size_t count = records_.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const Record record = records_[i];
+        if (record.active && (record.kind == kNodeDeleted) == deletion) {
+            record.callback(record.owner, record.kind);
+        }
+    }
+    if (--rounds_ == 0 && erase_pending_) EraseInactive();
+}
+
+void SubscriberList::Clear() {
+    for (Record& record : records_) record.active = false;
+    erase_pending_ = true;
+    if (rounds_ == 0) EraseInactive();
+}
+
+void SubscriberList::EraseInactive() {
+    erase_pending_ = false;
+    std::erase_if(records_, [](const Record& record) { return !record.active; });
+}

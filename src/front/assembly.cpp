@@ -1,0 +1,68 @@
+#include "front/assembly.h"
+
+#include "framework/fi_iterator.h"
+#include "framework/solver.h"
+#include "front/find_provider.h"
+#include "front/fixtop.h"
+#include "host/fx_top_entry.h"
+#include "host/host_access.h"
+
+namespace {
+
+constexpr int kSteadyState = 1;
+
+void* Nothing(void** out) {
+    if (out) *out = nullptr;
+    return nullptr;
+}
+
+}  // namespace
+
+FIContext* MakeTopContext(ContextFactory* factory, void* session) {
+    return factory(session, "QSIAllLibraries.xml", "hovexmap.xml", "hunits.xml", "Hovex");
+}
+
+Ref<FIEntry> AssembleCombinedTop(void* session) {
+    auto* make_context = FindProviderAs<decltype(GetTopHovexCtx)>("GetTopHovexCtx");
+    auto* make_solver = FindProviderAs<decltype(GetTopHovexSolver)>("GetTopHovexSolver");
+    if (!make_context || !host::InstalledServices()) return {};
+    auto context = Ref<FIContext>::Adopt(MakeTopContext(make_context, session));
+    if (!context) return {};
+    FISolver* solver = make_solver ? make_solver(session, kSteadyState) : nullptr;
+    FIXTopEntry::SetAttachCall(LateSetTopAttach);
+    FINotify notify = nullptr;
+    auto top = Ref<FIEntry>::Share(new FIXTopEntry(
+        context.Get(), static_cast<host::SimulationCase*>(session), &notify, solver));
+    auto* set_notify = FindProviderAs<decltype(SetTopNotify)>("SetTopNotify");
+    if (set_notify) set_notify(notify, session);
+    return top;
+}
+
+void* AssembleNode(void* session, const char* factory, void** out) {
+    using NodeFactory = void*(FIIteratorBase*, void**);
+    auto* make_node = FindProviderAs<NodeFactory>(factory);
+    Ref<FIEntry> top = make_node ? AssembleCombinedTop(session) : Ref<FIEntry>();
+    if (!top) return Nothing(out);
+    auto iterator = Ref<FIIteratorBase>::Adopt(new FIIterator(top.Get(), false));
+    return make_node(iterator.Get(), out);
+}
+
+void* AssembleDocument(void* session, const void* identity, const char* finder, const char* factory,
+                       void** out) {
+    using DocumentFinder = void*(void*, const void*, void**);
+    using DocumentFactory = void*(FIEntry*, void*, const void*, void**);
+    if (auto* find = FindProviderAs<DocumentFinder>(finder)) {
+        if (void* known = find(session, identity, out)) return known;
+    }
+    auto* make_document = FindProviderAs<DocumentFactory>(factory);
+    Ref<FIEntry> top = make_document ? AssembleCombinedTop(session) : Ref<FIEntry>();
+    if (!top) return Nothing(out);
+    return make_document(top.Get(), session, identity, out);
+}
+
+bool LateSetTopAttach(FIContext* context, bool follow) {
+    // The callee gives up the caller's reference; this one holds the context across the call.
+    auto held = Ref<FIContext>::Adopt(context);
+    auto* set_attach = FindProviderAs<decltype(SetTopAttach)>("SetTopAttach");
+    return set_attach && set_attach(held.Counted(), follow);
+}

@@ -1,0 +1,64 @@
+#include "host/document_agg.h"
+
+#include "framework/solver.h"
+#include "host/host_access.h"
+
+namespace {
+
+void RefuseHistory(FIErrorRecord& error) {
+    error = FIErrorRecord();
+    error.code = kSeverityFailure;
+    error.text.SetText("History not supported");
+}
+
+}  // namespace
+
+HDocumentAgg::HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCalls calls)
+    : case_(CaseOrActive(simulation_case)), calls_(calls) {}
+
+HDocumentAgg::~HDocumentAgg() {
+    DropCollection();
+}
+
+void HDocumentAgg::DocumentName(FIValue& out) const {
+    out.Clear();
+    if (case_) out.SetText(case_->GetDocumentName().Name().CStr());
+}
+
+void HDocumentAgg::ApplicationName(FIValue& out) const {
+    out.SetText("Hovex");
+}
+
+void HDocumentAgg::SessionText(FIValue& out) const {
+    host::HostServices* services = host::InstalledServices();
+    host::Session* session = services ? services->pSession() : nullptr;
+    out.Clear();
+    if (session) out.SetText(session->SessionText(true).CStr());
+}
+
+void* HDocumentAgg::CreateCollection() {
+    if (!collection_ && calls_.make) collection_ = calls_.make(case_);
+    return collection_;
+}
+
+void HDocumentAgg::DropCollection() {
+    if (collection_ && calls_.drop) calls_.drop(collection_);
+    collection_ = nullptr;
+}
+
+bool HDocumentAgg::Save() {
+    return case_ && case_->Save();
+}
+
+bool HDocumentAgg::SaveAs(const char* path) {
+    if (!case_) return false;
+    case_->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
+    return case_->Save();
+}
+
+void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}
+void HDocumentAgg::ClearHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}

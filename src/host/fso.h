@@ -1,0 +1,83 @@
+#pragma once
+
+// HFSOContext and its cursors: the objects of a flowsheet, of the basis or of the case, one list a
+// kind. HFSOCursorBase lists streams or unit operations, HUtilCursorBase the other objects of the
+// flowsheet and then the utilities of the case, HDataTableCursorBase the process data tables,
+// HReactionCursorBase the reactions by number.
+
+#include "framework/ref.h"
+#include "host/hovex_options.h"
+#include "host/list_cursor.h"
+#include "host/object_walk.h"
+
+class HFSOContext final : public CountedFromZero<FIContext> {
+ public:
+    enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
+
+    // A null flowsheet is the main one of the case.
+    HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case, Kind kind,
+                const HovexOptions* options, bool attachments, FIEntry* parent);
+
+    FICursorBase* MakeCursor(int kind) override;
+    // The name of an object, ended by ":" or "/", with or without "(" before it.
+    void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    FIEntry* MakeEntry(host::Viewable& object);
+
+    host::SimulationCase* Case() const { return case_; }
+    const HovexOptions* Options() const { return options_; }
+    bool FollowsAttachments() const { return attachments_; }
+    FIEntry* Parent() const { return parent_.Get(); }
+    // Null when the case has no reactions.
+    host::ReactionPackageManager* Reactions() const;
+
+ private:
+    FICursorBase* NewCursor();
+    ObjectWalk MakeWalk() const;
+
+    host::SimulationCase* case_;
+    host::FlowSheet* flowsheet_;
+    Kind kind_;
+    const HovexOptions* options_;
+    bool attachments_;
+    Ref<FIEntry> parent_;
+};
+
+class HFSOCursorBase final : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+class HUtilCursorBase final : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+class HDataTableCursorBase final
+    : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+// The position is the number of the reaction; the count is the end.
+class HReactionCursorBase final : public CountedFromZero<FICursorBase> {
+ public:
+    explicit HReactionCursorBase(HFSOContext* context, int position = 0);
+
+    const void* TypeId() const override;
+    FICursorBase* Clone(bool deep) override;
+    bool Seek(int origin, int delta) override;
+    bool SeekName(int origin, const char* name) override;
+    bool AtBegin() override { return position_ == 0; }
+    bool AtEnd() override { return position_ == Count(); }
+    int Compare(FICursorPosition& other) override;
+    void GetKey(FIValue& out) override;
+    FIEntry* GetEntry() override;
+
+ private:
+    int Count() const;
+    host::Reaction* Current() const;
+
+    Ref<HFSOContext> context_;
+    int position_;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+// FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver, whether
+// the case is shown, and whether attachments are followed below it; both of the latter can be
+// written.
+//
+// Subscribers stand in one list of the module, which the destruction of any FIXTopEntry empties:
+// the design is one such entry per module.
+
+#include "framework/top_entry.h"
+#include "host/interface/simulation_case.h"
+
+class FIXTopEntry final : public FITopEntry {
+ public:
+    // Sets the flag of a host top context; gets one reference to give up. False: not possible.
+    using AttachCall = bool (*)(FIContext* context, bool follow);
+
+    // Shares `context` and owns `solver`, which may be null. A null case is the active one. With a
+    // notify slot the entry accepts subscribers and writes the address of Dispatch through it.
+    FIXTopEntry(FIContext* context, host::SimulationCase* simulation_case, FINotify* notify_slot,
+                FISolver* solver);
+    ~FIXTopEntry() override;
+
+    // How "attachments" reaches the context; without a call it can't be set.
+    static void SetAttachCall(AttachCall call);
+
+    static std::span<const AttrRow<FIXTopEntry>> AttributeRows();
+
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    FIAttributeCursorBase* MakeCursor() override;
+    bool Subscribe(void* owner, int kind, FICallback callback) override;
+    bool Unsubscribe(void* owner, int kind) override;
+
+    // Tells the subscribers: 0 is a change, anything else a deletion.
+    static void Dispatch(int event);
+
+ private:
+    void ReadStatus(FIValue& out) const;
+    void SetVisible(const FIValue& value, FIValue& out);
+    void SetAttachments(const FIValue& value, FIValue& out);
+
+    host::SimulationCase* case_;
+    bool has_subscriptions_;
+    bool attachments_ = true;
+};

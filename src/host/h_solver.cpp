@@ -1,0 +1,204 @@
+#include "host/h_solver.h"
+
+#include <array>
+#include <cstring>
+#include <optional>
+
+#include "host/host_access.h"
+#include "host/host_attributes.h"
+#include "host/solve_wait.h"
+
+namespace {
+
+constexpr char kNotSupportedSlot[] = "Not Supported";
+
+void AddRecord(FIErrorList& errors, int severity, const char* message) {
+    FIErrorRecord record;
+    record.code = severity;
+    record.first = 0;
+    record.second = 0;
+    record.text.SetText(message);
+    errors.push_back(record);
+}
+
+// The four texts; nothing for any other value.
+std::optional<bool> SwitchText(const FIValue& value) {
+    const char* text = value.IsText() ? value.CStr() : "";
+    if (std::strcmp(text, "true") == 0 || std::strcmp(text, "1") == 0) return true;
+    if (std::strcmp(text, "false") == 0 || std::strcmp(text, "0") == 0) return false;
+    return std::nullopt;
+}
+
+std::optional<bool> SwitchValue(const FIValue& value) {
+    if (value.Kind() == FIValue::kInt) return value.AsInt() != 0;
+    return SwitchText(value);
+}
+
+constexpr char kMismatch[] = "Argument type mismatch for autosolve.";
+
+}  // namespace
+
+HSolverBase::HSolverBase(host::SimulationCase* simulation_case)
+    : case_(CaseOrActive(simulation_case)) {}
+
+void HSolverBase::Options(FIErrorList& errors) {
+    AddRecord(errors, kSeverityNotSupported, kNotSupportedSlot);
+}
+
+host::FlowSheetSolver* HSolverBase::MainSolver() const {
+    return case_ ? case_->MainSolver() : nullptr;
+}
+
+HSSSolver::HSSSolver(host::SimulationCase* simulation_case)
+    : HSolverBase(simulation_case), notify_(HSolverNotify::ForCase(case_)) {}
+
+std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
+    using Self = HSSSolver;
+    static const AttrRow<Self> rows[] = {
+        {"id", [](Self&, FIValue& out) { out.SetText("Solver"); }},
+        {"type", [](Self&, FIValue& out) { out.SetText("HSSSolver"); }},
+        {"autosolve",
+         [](Self& self, FIValue& out) {
+             host::FlowSheetSolver* solver = self.MainSolver();
+             out.SetInt(solver && !solver->IsHolding() ? 1 : 0);
+         }},
+        {"state",
+         [](Self& self, FIValue& out) {
+             constexpr std::array states = {"stopped", "running", "paused"};
+             const auto state = static_cast<std::size_t>(self.notify_->State());
+             out.Clear();
+             if (state < states.size()) out.SetText(states[state]);
+         }},
+        {"active",
+         [](Self& self, FIValue& out) {
+             const bool active = self.case_ && self.case_->ActiveSolver() == self.MainSolver();
+             out.SetText(active ? "true" : "false");
+         }},
+        {"wait_for_solve", [](Self&, FIValue& out) { out.SetInt(WaitsForSolve() ? 1 : 0); }},
+    };
+    return rows;
+}
+
+void* HSSSolver::CheckSolve(FIErrorList& errors) {
+    host::FlowSheetSolver* solver = MainSolver();
+    if (!solver) return nullptr;
+    if (IsInDynamics(*case_)) {
+        AddRecord(errors, kSeverityFailure, "Simulation is in dynamics mode");
+    }
+    if (!solver->IsHolding()) AddRecord(errors, kSeverityFailure, "Solver is already active");
+    if (!solver->NeedsToRun()) AddRecord(errors, kSeverityFailure, "Solver is complete");
+    return nullptr;
+}
+
+void HSSSolver::SolveOnceNow(FIErrorList& errors) {
+    host::FlowSheetSolver* solver = MainSolver();
+    if (!solver) return;
+    solver->Holding(false);
+    solver->SolveOnce();
+    solver->Holding(true);
+    if (solver->NeedsToRun()) {
+        AddRecord(errors, kSeverityFailure, "Solve did not complete");
+    } else {
+        AddRecord(errors, kSeverityNote, "Solve is complete");
+    }
+}
+
+bool HSSSolver::Run() {
+    host::FlowSheetSolver* solver = MainSolver();
+    if (!solver || IsInDynamics(*case_) || !solver->IsHolding() || !solver->NeedsToRun()) {
+        return false;
+    }
+    notify_->ChangeState(HSolverNotify::kRunning);
+    solver->Holding(false);
+    solver->SolveTask();
+    return true;
+}
+
+void HSSSolver::Pause() {
+    host::FlowSheetSolver* solver = MainSolver();
+    if (!solver || notify_->State() != HSolverNotify::kRunning || !solver->PauseRequested()) return;
+    notify_->ChangeState(HSolverNotify::kPaused);
+    solver->Holding(true);
+}
+
+void HSSSolver::Resume() {
+    if (notify_->State() == HSolverNotify::kPaused) Run();
+}
+
+void HSSSolver::Stop() {
+    host::FlowSheetSolver* solver = MainSolver();
+    if (solver && notify_->State() == HSolverNotify::kRunning) solver->Holding(true);
+}
+
+bool HSSSolver::Subscribe(void* owner, int kind, FISolverCallback callback) {
+    return notify_->Subscribe(owner, kind, callback);
+}
+
+bool HSSSolver::Unsubscribe(void* owner, int kind) {
+    return notify_->Unsubscribe(owner, kind);
+}
+
+void HSSSolver::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadAttribute(*this, name, out);
+}
+
+void HSSSolver::SetAttribute(const FIValue& name, const FIValue& value, FIValue& out) {
+    const char* text = name.IsText() ? name.CStr() : "";
+    out.Clear();
+    if (std::strcmp(text, "autosolve") == 0) {
+        SetAutosolve(value, out);
+    } else if (std::strcmp(text, "wait_for_solve") == 0) {
+        SetWaitForSolve(value, out);
+    } else {
+        out = FIValue(kNotSupportedHere);
+    }
+}
+
+void HSSSolver::SetAutosolve(const FIValue& value, FIValue& out) {
+    host::FlowSheetSolver* solver = MainSolver();
+    const std::optional<bool> autosolve = SwitchValue(value);
+    if (!autosolve) out = FIValue(kMismatch);
+    if (!solver) return;
+    if (autosolve) solver->Holding(!*autosolve);
+    if (solver->NeedsToRun() && !solver->IsSolving()) solver->SolveTask();
+}
+
+void HSSSolver::SetWaitForSolve(const FIValue& value, FIValue& out) {
+    if (const std::optional<bool> wait = SwitchValue(value)) {
+        SetWaitsForSolve(*wait);
+    } else {
+        out = FIValue(kMismatch);
+    }
+}
+
+FIAttributeSource* HSSSolver::GetAttributeSource() {
+    return this;
+}
+
+std::span<const AttrRow<HDynamicSolver>> HDynamicSolver::AttributeRows() {
+    static const AttrRow<HDynamicSolver> rows[] = {
+        {"id", [](HDynamicSolver&, FIValue& out) { out.SetText("Solver"); }},
+        {"type", [](HDynamicSolver&, FIValue& out) { out.SetText("HDynamicSolver"); }},
+    };
+    return rows;
+}
+
+void* HDynamicSolver::CheckSolve(FIErrorList&) {
+    return MainSolver();
+}
+
+void HDynamicSolver::SolveOnceNow(FIErrorList& errors) {
+    AddRecord(errors, kSeverityNotSupported, kNotSupportedSlot);
+}
+
+void HDynamicSolver::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadAttribute(*this, name, out);
+}
+
+void HDynamicSolver::SetAttribute(const FIValue&, const FIValue&, FIValue& out) {
+    out = FIValue(kNotSupportedSlot);
+}
+
+FIAttributeSource* HDynamicSolver::GetAttributeSource() {
+    return this;
+}

@@ -1,0 +1,39 @@
+#include "host/h_vars_context.h"
+
+#include "host/h_vars_entry.h"
+#include "host/moniker_match.h"
+
+HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
+                           const HovexOptions* options, bool attachments, FIEntry* parent,
+                           HVarsEntry* attachment)
+    : list_(list),
+      owner_(owner),
+      options_(options),
+      attachments_(attachments),
+      parent_(Ref<FIEntry>::Share(parent)),
+      attachment_(attachment) {}
+
+FICursorBase* HVarsContext::MakeCursor(int kind) {
+    if (kind == kKeyCursor) return EmptyCursor();
+    auto* cursor = new HVarsCursorBase(this, VariableWalk(list_));
+    cursor->AddRef();
+    return cursor;
+}
+
+FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
+    return new HVarsEntry(this, &row);
+}
+
+void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
+    out.Clear();
+    *rest = path;
+    if (!path) return;
+    VariableWalk walk(list_);
+    for (host::VariableNameInfo* row = walk.First(); row; row = walk.Next()) {
+        const auto match = MatchMoniker(row->TextDescription().Str(), path);
+        if (!match) continue;
+        out.SetText(VariableView::Name(*row) + match->suffix);
+        *rest = match->rest;
+        return;
+    }
+}

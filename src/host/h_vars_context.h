@@ -1,0 +1,58 @@
+#pragma once
+
+// HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.
+
+#include "framework/ref.h"
+#include "host/hovex_options.h"
+#include "host/list_cursor.h"
+#include "host/list_position.h"
+
+class HVarsEntry;
+
+// Every row of a variable list.
+struct VariableView {
+    using Element = host::VariableNameInfo;
+    bool Shows(host::VariableNameInfo&) const { return true; }
+    static const char* Name(host::VariableNameInfo& row) { return row.name ? row.name : ""; }
+    int Id() const { return 0; }
+};
+
+// The walk over a variable list, named for the cursor.
+class VariableWalk : public ListPosition<VariableView> {
+ public:
+    using ListPosition::ListPosition;
+    static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
+};
+
+class HVarsContext final : public CountedFromZero<FIContext> {
+ public:
+    // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
+    // `attachment` is that node when it is a variable that points at `owner`, else null.
+    HVarsContext(const host::LinkedList* list, host::Viewable* owner, const HovexOptions* options,
+                 bool attachments, FIEntry* parent, HVarsEntry* attachment);
+
+    FICursorBase* MakeCursor(int kind) override;
+    // Matches the beginning of a path with the monikers of the rows; the key is the name of the row
+    // and ".#index" for each array index that the path gave.
+    void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    FIEntry* MakeEntry(host::VariableNameInfo& row);
+
+    host::Viewable* Owner() const { return owner_; }
+    const HovexOptions* Options() const { return options_; }
+    bool FollowsAttachments() const { return attachments_; }
+    HVarsEntry* Attachment() const { return attachment_; }
+
+ private:
+    const host::LinkedList* list_;
+    host::Viewable* owner_;
+    const HovexOptions* options_;
+    bool attachments_;
+    Ref<FIEntry> parent_;
+    HVarsEntry* attachment_;
+};
+
+class HVarsCursorBase final : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {
+ public:
+    using ListCursor::ListCursor;
+};

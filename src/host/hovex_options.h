@@ -1,0 +1,36 @@
+#pragma once
+
+// HovexOptions: how the nodes below a point of the tree are shown. Every entry embeds one that is
+// chained to the one above; a value that an options object does not have is the parent's.
+//
+// Ownership: the parent is lent and must outlive this object: entries hold a reference to what lies
+// above them. The end of the chain has every value.
+
+#include <memory>
+
+#include "host/interface/simulation_case.h"
+#include "host/interface/specification.h"
+
+class HovexOptions {
+ public:
+    // The end of a chain: all values, for the given case or else the active one.
+    explicit HovexOptions(host::SimulationCase* simulation_case);
+    // A link without values of its own. A null parent makes it answer the defaults of a top.
+    explicit HovexOptions(const HovexOptions* parent);
+    HovexOptions(const HovexOptions&) = delete;
+    HovexOptions& operator=(const HovexOptions&) = delete;
+
+    // How the host fills specifications; lent, null when the chain has none.
+    const host::CaseReaderOptions* ReaderOptions() const;
+    // True: the children of an object are its variables; false: its specification elements.
+    bool VariableView() const;
+    void SetVariableView(bool view);
+    host::SimulationCase* Case() const { return case_; }
+
+ private:
+    std::unique_ptr<host::CaseReaderOptions> reader_options_;
+    bool has_view_ = false;
+    bool variable_view_ = true;
+    const HovexOptions* parent_ = nullptr;
+    host::SimulationCase* case_ = nullptr;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+// HSpecView: the specification of one host object, filled by the host when it is first wanted.
+
+#include "framework/entry.h"
+#include "host/hovex_options.h"
+#include "host/interface/specification.h"
+
+class HSpecView {
+ public:
+    HSpecView() = default;
+    HSpecView(const HSpecView&) = delete;
+    HSpecView& operator=(const HSpecView&) = delete;
+    ~HSpecView();
+
+    // False when there is no object, or it has nothing to show; asked again at the next call then.
+    bool Fill(host::Viewable* object, const HovexOptions& options);
+    // The counted context over the elements.
+    FIContext* MakeContext() const;
+
+ private:
+    host::CSpecInfo* info_ = nullptr;
+};

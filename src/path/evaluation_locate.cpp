@@ -1,0 +1,34 @@
+// Finding a path from the root of the chain on which an iterator stands, each step compared with
+// the keys of the cursors instead of the displayed names.
+
+#include "framework/fi_iterator.h"
+#include "path/path_step.h"
+#include "path/tokenizer.h"
+
+bool FIIterator::Locate(const FIValue& path) {
+    FIValue error;
+    const ParsedPath step = ParsePath(path, error);
+    return error.IsNull() && LocateChain(*step);
+}
+
+// Names and counts are resolved with the variables of the position from which the search starts.
+bool FIIterator::LocateChain(const PathStep& step) {
+    const Ref<FIIterator> searcher = Ref<FIIterator>::Adopt(Copy());
+    searcher->ReturnTo(0);
+    if (!searcher->WalkBy(step, &FIIterator::HasKey, *this)) return false;
+    TakePosition(*searcher);
+    return true;
+}
+
+bool FIIterator::HasKey(const FIValue& name) const {
+    FIValue key;
+    frames_[frames_.Size() - 1].cursor->GetKey(key);
+    return key.Compare(name) == 0;
+}
+
+void FIIterator::TakePosition(FIIterator& other) {
+    std::swap(entry_, other.entry_);
+    std::swap(frames_, other.frames_);
+    std::swap(vars_, other.vars_);
+    frozen_.clear();
+}

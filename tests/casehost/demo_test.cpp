@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "casehost/case_file.h"
+#include "live/case.h"
+#include "casehost/standard_host.h"
+#include "casehost/stream_names.h"
+#include "casehost/unit_op_names.h"
+
+namespace casehost {
+namespace {
+
+class Demo : public ::testing::Test {
+ protected:
+    void SetUp() override {
+        UseStandardParts(host_);
+        const OpenResult result = OpenCase(host_, "demo");
+        ASSERT_TRUE(result);
+        for (const CaseProblem& problem : result.problems) ADD_FAILURE() << problem.Text();
+        demo_ = result.opened;
+    }
+    double Value(const std::string& path, const char* name, int index = 0) {
+        Node* node = demo_->FindByPath(path, nullptr);
+        const Row* row = node ? node->GetShape()->ByName(name) : nullptr;
+        if (!row) {
+            ADD_FAILURE() << path << ": no " << name;
+            return kEmpty;
+        }
+        host::VarDescription description = row->description;
+        if (!row->spec->dimensions.empty()) description.SetOffset(0, index, false);
+        return node->ReadReal(description);
+    }
+
+    CaseHost host_;
+    Case* demo_ = nullptr;
+};
+
+TEST_F(Demo, EveryObjectIsSolved) {
+    EXPECT_FALSE(demo_->MainSolver()->NeedsToRun());
+    std::function<void(host::FlowSheet*)> check = [&](host::FlowSheet* sheet) {
+        host::FlowSheetObjectIterator objects = sheet->Objects();
+        for (host::Viewable* each = objects.Reset(); each; each = objects.Next()) {
+            const int status = each->GetMyStatusCondition();
+            EXPECT_TRUE(status == host::Viewable::kOk || status == host::Viewable::kWarning)
+                << each->GetName().Str() << ": " << Node::Of(each)->StatusText();
+            if (each->SubFlowSheet()) check(each->SubFlowSheet());
+        }
+    };
+    check(demo_->MainFlowSheet());
+}
+
+TEST_F(Demo, EveryCalculatedScalarOfEveryObjectHasAValue) {
+    std::function<void(const std::vector<ObjectData>&)> check =
+        [&](const std::vector<ObjectData>& objects) {
+            for (const ObjectData& object : objects) {
+                for (const VariableData& variable : object.variables) {
+                    if (variable.spec->kind != ValueKind::real ||
+                        !variable.spec->dimensions.empty())
+                        continue;
+                    EXPECT_NE(variable.values[0].number, kEmpty)
+                        << object.name << ": " << variable.spec->name;
+                }
+                if (object.sub_flowsheet) check(object.sub_flowsheet->objects);
+            }
+        };
+    check(demo_->ToData().main.objects);
+}
+
+TEST_F(Demo, MassComesOutAsItGoesIn) {
+    const double in = Value("Raw Gas", names::kMassFlow) + Value("Tail Gas", names::kMassFlow);
+    double out = 0;
+    for (const char* name :
+         {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas", "Stable Condensate"}) {
+        out += Value(name, names::kMassFlow);
+    }
+    EXPECT_GT(in, 0);
+    EXPECT_NEAR(out, in, 1e-6 * in);
+}
+
+TEST_F(Demo, EnergyComesOutAsItGoesIn) {
+    double balance = 0;
+    for (const char* name : {"Raw Gas", "Tail Gas", "Compressor Power", "Pump Power", "Heater Duty",
+                             "Stabiliser/Reheat"}) {
+        balance += Value(name, names::kHeatFlow);
+    }
+    for (const char* name : {"Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas",
+                             "Stable Condensate", "Chiller Duty", "Expander Power"}) {
+        balance -= Value(name, names::kHeatFlow);
+    }
+    EXPECT_NEAR(balance, 0, 1e-5 * std::abs(Value("Chiller Duty", names::kHeatFlow)));
+}
+
+TEST_F(Demo, FeedStoreIsSolvedAgain) {
+    const double before = Value("Sales Gas", names::kMolarFlow);
+    Node* feed = demo_->FindByPath("Raw Gas", nullptr);
+    feed->StoreReal(feed->GetShape()->ByName(names::kMolarFlow)->description, 2000);
+    EXPECT_EQ(Value("Sales Gas", names::kMolarFlow), kEmpty);
+    demo_->MainSolver()->SolveTask();
+    for (int turn = 0;
+         turn < 100 && (demo_->MainSolver()->Pending() || demo_->MainSolver()->Busy()); ++turn) {
+        host_.Services().WaitForTurn(0);
+    }
+    EXPECT_FALSE(demo_->MainSolver()->NeedsToRun()) << demo_->Solver().Message();
+    EXPECT_GT(Value("Sales Gas", names::kMolarFlow), 1.5 * before);
+}
+
+TEST_F(Demo, IsACaseFileLikeAnyOther) {
+    const std::string text = CaseToText(demo_->ToData());
+    const ReadResult back = ReadCaseText("demo.json", text);
+    for (const CaseProblem& problem : back.problems) ADD_FAILURE() << problem.Text();
+    ASSERT_NE(back.data, nullptr);
+    EXPECT_EQ(CaseToText(*back.data), text);
+}
+
+}  // namespace
+}  // namespace casehost

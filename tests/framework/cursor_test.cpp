@@ -1,0 +1,268 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "diagnostics/seek_table.h"
+#include "framework/attr_map.h"
+#include "framework/empties.h"
+#include "framework/top_cursor.h"
+#include "support/cursor_harness.h"
+#include "support/scripted_tree.h"
+
+namespace {
+
+// An entry whose rows are switched on and off by the test.
+class TableEntry final : public AttrMapEntry<TableEntry> {
+public:
+    ~TableEntry() override { ++destroyed; }
+    static std::span<const AttrRow<TableEntry>> AttributeRows() {
+        static constexpr AttrRow<TableEntry> rows[] = {
+            {"one", &ReadOne, &Shown, 0},
+            {"two", &ReadExtra, 1, &Shown},
+            {"three", &Shown3},
+            {"four", &ReadExtra, 3, &Shown},
+        };
+        return rows;
+    }
+    void GetName(FIValue& out) override { out = Text("two"); }
+    FIContext* GetContext() override { return EmptyContext(); }
+
+    bool shown[4] = {true, true, true, true};
+    static inline int destroyed = 0;
+
+private:
+    static bool Shown(TableEntry& owner, std::intptr_t row) { return owner.shown[row]; }
+    static bool Shown3(TableEntry& owner, std::intptr_t) { return owner.shown[2]; }
+    static void ReadOne(TableEntry&, FIValue& out) { out = Text("first"); }
+    static void ReadExtra(TableEntry&, FIValue& out, std::intptr_t extra) {
+        out.SetInt(static_cast<int>(extra) * 10);
+    }
+};
+
+class AttributeTable : public ::testing::Test {
+protected:
+    AttributeTable()
+        : entry_(Ref<TableEntry>::Share(new TableEntry)),
+          cursor_(Ref<FIAttributeCursorBase>::Adopt(entry_->MakeCursor())) {}
+
+    void Show(std::vector<bool> shown) {
+        for (std::size_t i = 0; i < shown.size(); ++i) entry_->shown[i] = shown[i];
+    }
+    std::string Key() {
+        FIValue key;
+        cursor_->GetKey(key);
+        return key.IsNull() ? "(end)" : key.ToText();
+    }
+    std::string Read(const char* name) {
+        FIValue value;
+        entry_->GetAttribute(Text(name), value);
+        return value.IsNull() ? "(NULL)" : value.ToText();
+    }
+
+    Ref<TableEntry> entry_;
+    Ref<FIAttributeCursorBase> cursor_;
+};
+
+TEST_F(AttributeTable, seek_skips_rows_that_are_not_available) {
+    struct Case {
+        std::vector<bool> shown;
+        int start;  // row to which the cursor is brought, -1 for the end
+        int origin;
+        int delta;
+        bool result;
+        const char* key;
+    };
+    const Case cases[] = {
+        {{true, true, true, true}, 0, kFromFirst, 0, true, "one"},
+        {{true, true, true, true}, 0, kFromFirst, 3, true, "four"},
+        {{true, true, true, true}, 0, kFromFirst, 4, false, "(end)"},
+        {{false, true, true, true}, 0, kFromFirst, 0, true, "two"},
+        {{false, false, false, false}, 0, kFromFirst, 0, false, "(end)"},
+        {{true, false, true, true}, 0, kFromFirst, 1, true, "three"},
+        {{true, false, true, true}, 0, kFromPresent, 1, true, "three"},
+        {{true, false, false, true}, 0, kFromPresent, 1, true, "four"},
+        {{true, true, true, false}, 2, kFromPresent, 1, false, "(end)"},
+        {{true, true, true, true}, 3, kFromPresent, -1, true, "three"},
+        {{true, false, true, true}, 2, kFromPresent, -1, true, "one"},
+        {{true, true, true, true}, 0, kFromPresent, -1, false, "one"},
+        {{true, true, true, true}, 2, kFromPresent, -3, false, "one"},
+        {{true, true, true, true}, 2, kFromEnd, 0, false, "(end)"},
+        {{true, true, true, true}, 2, kFromEnd, -1, false, "(end)"},
+        {{true, true, true, true}, -1, kFromPresent, -1, false, "(end)"},
+        {{true, true, true, true}, 2, kFromPresent, 0, true, "three"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(std::string("start ") + std::to_string(each.start) + " origin " +
+                     std::to_string(each.origin) + " delta " + std::to_string(each.delta) +
+                     " expecting " + each.key);
+        Show({true, true, true, true});
+        if (each.start < 0) {
+            cursor_->Seek(kFromEnd, 0);
+        } else {
+            ASSERT_TRUE(cursor_->Seek(kFromFirst, each.start));
+        }
+        Show(each.shown);
+        EXPECT_EQ(each.result, cursor_->Seek(each.origin, each.delta));
+        EXPECT_EQ(each.key, Key());
+    }
+}
+
+TEST_F(AttributeTable, new_cursor_stands_on_the_first_row_even_when_it_is_hidden) {
+    Show({false, true, true, true});
+    const auto cursor = Ref<FIAttributeCursorBase>::Adopt(entry_->MakeCursor());
+    FIValue key;
+    cursor->GetKey(key);
+    EXPECT_EQ("one", key.ToText());
+    EXPECT_TRUE(cursor->AtBegin());
+}
+
+TEST_F(AttributeTable, seek_name_ignores_the_origin_and_hidden_rows) {
+    EXPECT_TRUE(cursor_->Seek(kFromFirst, 3));
+    EXPECT_TRUE(cursor_->SeekName(kFromPresent, "two"));
+    EXPECT_EQ("two", Key());
+    EXPECT_FALSE(cursor_->SeekName(kFromFirst, "Two"));
+    EXPECT_TRUE(cursor_->AtEnd());
+    Show({true, false, true, true});
+    EXPECT_FALSE(cursor_->SeekName(kFromFirst, "two"));
+    EXPECT_TRUE(cursor_->AtEnd());
+    Show({true, true, true, true});
+    EXPECT_TRUE(cursor_->SeekValue(kFromFirst, *entry_));
+    EXPECT_EQ("two", Key());
+}
+
+TEST_F(AttributeTable, values_come_from_the_rows_handler) {
+    const char* const expected[] = {"first", "10", "(NULL)", "30"};
+    for (int i = 0; i < 4; ++i) {
+        ASSERT_TRUE(cursor_->Seek(kFromFirst, i));
+        FIValue value = Text("before");
+        cursor_->GetValue(value);
+        EXPECT_EQ(expected[i], value.IsNull() ? "(NULL)" : value.ToText()) << i;
+        EXPECT_EQ(expected[i], Read(Key().c_str())) << i;
+    }
+    cursor_->Seek(kFromEnd, 0);
+    FIValue value = Text("before");
+    cursor_->GetValue(value);
+    EXPECT_TRUE(value.IsNull());
+    EXPECT_EQ("(NULL)", Read("five"));
+    Show({false, true, true, true});
+    EXPECT_EQ("(NULL)", Read("one"));
+}
+
+TEST_F(AttributeTable, cursors_compare_by_key) {
+    const auto other_entry = Ref<TableEntry>::Share(new TableEntry);
+    const auto other = Ref<FIAttributeCursorBase>::Adopt(other_entry->MakeCursor());
+    EXPECT_EQ(0, cursor_->Compare(*cursor_));
+    EXPECT_EQ(0, cursor_->Compare(*other));
+    ASSERT_TRUE(other->Seek(kFromFirst, 3));
+    // "one" and "four": the order of the names, not of the rows.
+    EXPECT_GT(cursor_->Compare(*other), 0);
+    EXPECT_LT(other->Compare(*cursor_), 0);
+}
+
+TEST_F(AttributeTable, clones_share_or_copy_the_position) {
+    ASSERT_TRUE(cursor_->Seek(kFromFirst, 1));
+    const auto shallow = Ref<FIAttributeCursorBase>::Adopt(cursor_->Clone(false));
+    EXPECT_EQ(cursor_.Get(), shallow.Get());
+    EXPECT_EQ(3, shallow->AddRef());
+    shallow->Release();
+    const auto deep = Ref<FIAttributeCursorBase>::Adopt(cursor_->Clone(true));
+    EXPECT_NE(cursor_.Get(), deep.Get());
+    EXPECT_TRUE(deep->Seek(kFromPresent, 1));
+    EXPECT_EQ("two", Key());
+}
+
+TEST_F(AttributeTable, a_cursor_keeps_its_entry_only_while_counted) {
+    TableEntry::destroyed = 0;
+    auto* entry = new TableEntry;
+    entry->AddRef();
+    auto* idle = new AttrMapCursorBase<TableEntry>(entry);
+    EXPECT_EQ(2, entry->AddRef());
+    EXPECT_EQ(1, entry->Release());
+    EXPECT_EQ(1, idle->AddRef());
+    EXPECT_EQ(1, entry->Release());
+    EXPECT_EQ(0, TableEntry::destroyed);
+    EXPECT_EQ(0, idle->Release());
+    EXPECT_EQ(1, TableEntry::destroyed);
+}
+
+TEST_F(AttributeTable, var_set_is_the_owners) {
+    ScriptNode node("node");
+    const Ref<FIIterator> it = node.Iterate();
+    cursor_->SetVarSet(it->GetVarSet());
+    EXPECT_EQ(it->GetVarSet(), entry_->GetVarSet());
+    EXPECT_EQ(it->GetVarSet(), cursor_->GetVarSet());
+}
+
+TEST(CursorFamilies, top_cursor) {
+    const auto context = Ref<FIContext>::Share(new TopContext(EmptyContext()));
+    CursorFamily family;
+    family.name = "TopCursorBase";
+    family.make = [&] { return context->MakeCursor(kChildCursor); };
+    family.keys = {"Top"};
+    // The cursor knows only whether it is past its child.
+    family.before_first = SeekOutcome{true, 0};
+    family.to_end = SeekOutcome{true, 0};
+    family.off_first = SeekOutcome{true, 0};
+    CheckCursorFamily(family);
+    EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
+}
+
+TEST(CursorFamilies, top_cursor_goes_past_its_child_and_back) {
+    const auto context = Ref<FIContext>::Share(new TopContext(EmptyContext()));
+    const auto cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
+    EXPECT_FALSE(cursor->Seek(kFromFirst, 1));
+    EXPECT_TRUE(cursor->AtEnd());
+    EXPECT_FALSE(cursor->Seek(kFromFirst, 0));
+    EXPECT_FALSE(cursor->Seek(7, -1));
+    EXPECT_TRUE(cursor->Seek(kFromEnd, -1));
+    EXPECT_FALSE(cursor->Seek(kFromEnd, 1));
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "top"));
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, nullptr));
+    EXPECT_TRUE(cursor->SeekName(kFromPresent, "Top"));
+    const auto child = Ref<FIEntry>::Adopt(cursor->GetEntry());
+    EXPECT_TRUE(child->IsContainer());
+    EXPECT_EQ(EmptyContext(), child->GetContext());
+    FIValue value = Text("before");
+    child->GetAttribute(Text("id"), value);
+    EXPECT_TRUE(value.IsNull());
+    EXPECT_EQ(EmptyAttributeCursor(), child->GetAttributeSource()->MakeCursor());
+}
+
+TEST(CursorFamilies, scripted_cursor) {
+    ScriptNode parent("parent");
+    ScriptNode childless("childless");
+    for (const char* name : {"a", "b", "b", "c"}) parent.Add(name);
+    parent.Add("d").key = Text("key of d");
+    CursorFamily family;
+    family.name = "scripted";
+    family.make = [&] { return parent.Children().Detach(); };
+    family.make_empty = [&] { return childless.Children().Detach(); };
+    family.keys = {"a", "b", "b", "c", "key of d"};
+    family.names = {"a", "b", "b", "c", "d"};
+    family.seeks_entries = false;
+    CheckCursorFamily(family);
+}
+
+TEST(Unshare, copies_a_cursor_that_more_than_two_hold) {
+    ScriptNode parent("parent");
+    parent.Add("a");
+    for (int holders = 1; holders <= 25; ++holders) {
+        Ref<FICursorBase> cursor = parent.Children();
+        const std::vector<Ref<FICursorBase>> others(holders - 1, cursor);
+        const FICursorBase* before = cursor.Get();
+        const int row = std::min(holders, kSeekRows - 1);
+        const int seeks = SeekCount(row);
+        Unshare(cursor);
+        EXPECT_EQ(holders > 2, cursor.Get() != before) << holders << " holders";
+        EXPECT_EQ(seeks + (holders > 1 ? 1 : 0), SeekCount(row)) << holders << " holders";
+    }
+}
+
+TEST(Unshare, leaves_the_empty_cursor) {
+    Ref<FICursorBase> cursor = Ref<FICursorBase>::Share(EmptyCursor());
+    Unshare(cursor);
+    EXPECT_EQ(EmptyCursor(), cursor.Get());
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "framework/empties.h"
+#include "framework/fi_iterator.h"
+#include "framework/subscribers.h"
+#include "framework/top_entry.h"
+#include "platform/computer_name.h"
+#include "support/scripted_tree.h"
+
+namespace {
+
+struct Listener {
+    std::vector<int> kinds;
+    FIEntry* leaves = nullptr;
+    Listener* takes_out = nullptr;
+
+    static void Told(void* owner, int kind) {
+        auto* self = static_cast<Listener*>(owner);
+        self->kinds.push_back(kind);
+        if (self->takes_out) self->leaves->Unsubscribe(self->takes_out, kind);
+    }
+};
+
+class TopEntry : public ::testing::Test {
+protected:
+    TopEntry()
+        : model_("model"),
+          context_(Ref<FIContext>::Adopt(model_.Entry()->GetContext())),
+          top_(Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), &notify_, nullptr))) {
+        model_.Add("appModel");
+    }
+
+    std::string Read(const char* name) {
+        FIValue value;
+        top_->GetAttribute(Text(name), value);
+        return value.IsNull() ? "(NULL)" : value.ToText();
+    }
+
+    ScriptNode model_;
+    FINotify notify_ = nullptr;
+    Ref<FIContext> context_;
+    Ref<FITopEntry> top_;
+};
+
+TEST_F(TopEntry, shows_three_attributes) {
+    EXPECT_EQ("Top", Read("id"));
+    EXPECT_EQ("TopNode", Read("type"));
+    EXPECT_EQ(ComputerName(), Read("server"));
+    EXPECT_LE(Read("server").size(), 15u);
+    EXPECT_EQ("(NULL)", Read("value"));
+    FIValue name;
+    top_->GetName(name);
+    EXPECT_EQ("Top", name.ToText());
+}
+
+TEST_F(TopEntry, hands_out_the_inner_context_and_the_single_child) {
+    EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(top_->GetContext()).Get());
+    const auto single = Ref<FIContext>::Adopt(top_->MakeSingleChildContext());
+    const auto cursor = Ref<FICursorBase>::Adopt(single->MakeCursor(kChildCursor));
+    const auto child = Ref<FIEntry>::Adopt(cursor->GetEntry());
+    EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(child->GetContext()).Get());
+}
+
+TEST_F(TopEntry, services_are_lent_for_kinds_1_and_2) {
+    void* service = this;
+    EXPECT_FALSE(top_->QueryService(1, &service));
+    EXPECT_EQ(nullptr, service);
+}
+
+TEST_F(TopEntry, without_a_notify_slot_subscribers_are_refused) {
+    const auto mute = Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), nullptr, nullptr));
+    Listener listener;
+    EXPECT_FALSE(mute->Subscribe(&listener, kValueChanged, &Listener::Told));
+    EXPECT_FALSE(mute->Unsubscribe(&listener, kValueChanged));
+}
+
+TEST_F(TopEntry, changes_reach_kinds_1_and_2_and_deletions_kind_0) {
+    ASSERT_NE(nullptr, notify_);
+    Listener listener;
+    for (int kind : {kNodeDeleted, kValueChanged, kStructureChanged}) {
+        ASSERT_TRUE(top_->Subscribe(&listener, kind, &Listener::Told));
+    }
+    notify_(0);
+    EXPECT_EQ((std::vector<int>{1, 2}), listener.kinds);
+    listener.kinds.clear();
+    notify_(1);
+    EXPECT_EQ((std::vector<int>{0}), listener.kinds);
+    listener.kinds.clear();
+    notify_(-7);
+    EXPECT_EQ((std::vector<int>{0}), listener.kinds);
+    for (int kind : {kNodeDeleted, kValueChanged, kStructureChanged}) {
+        EXPECT_TRUE(top_->Unsubscribe(&listener, kind));
+        EXPECT_FALSE(top_->Unsubscribe(&listener, kind));
+    }
+    notify_(0);
+    EXPECT_EQ(1u, listener.kinds.size());
+}
+
+TEST_F(TopEntry, tops_share_their_subscribers) {
+    FINotify other_notify = nullptr;
+    const auto other = Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), &other_notify, nullptr));
+    Listener listener;
+    ASSERT_TRUE(top_->Subscribe(&listener, kValueChanged, &Listener::Told));
+    other_notify(0);
+    EXPECT_EQ(1u, listener.kinds.size());
+    EXPECT_TRUE(other->Unsubscribe(&listener, kValueChanged));
+}
+
+TEST_F(TopEntry, who_leaves_inside_a_round_is_skipped_for_its_rest) {
+    Listener first;
+    Listener second;
+    first.leaves = top_.Get();
+    first.takes_out = &second;
+    ASSERT_TRUE(top_->Subscribe(&first, kValueChanged, &Listener::Told));
+    ASSERT_TRUE(top_->Subscribe(&second, kValueChanged, &Listener::Told));
+    notify_(0);
+    EXPECT_EQ(1u, first.kinds.size());
+    EXPECT_TRUE(second.kinds.empty());
+    EXPECT_FALSE(top_->Unsubscribe(&second, kValueChanged));
+    first.takes_out = &first;
+    notify_(0);
+    EXPECT_EQ(2u, first.kinds.size());
+    notify_(0);
+    EXPECT_EQ(2u, first.kinds.size());
+    EXPECT_FALSE(top_->Unsubscribe(&first, kValueChanged));
+}
+
+TEST(SubscriberList, clear_inside_a_round_ends_the_calls) {
+    static SubscriberList* list = nullptr;
+    SubscriberList own;
+    list = &own;
+    int calls = 0;
+    const auto clear = [](void* owner, int) {
+        ++*static_cast<int*>(owner);
+        list->Clear();
+    };
+    own.Add(&calls, kValueChanged, clear);
+    own.Add(&calls, kValueChanged, clear);
+    own.Dispatch(0);
+    EXPECT_EQ(1, calls);
+    EXPECT_TRUE(own.IsEmpty());
+}
+
+TEST(SubscriberList, who_joins_inside_a_round_waits_for_the_next) {
+    static SubscriberList* list = nullptr;
+    SubscriberList own;
+    list = &own;
+    int calls = 0;
+    own.Add(&calls, kValueChanged, [](void* owner, int kind) {
+        ++*static_cast<int*>(owner);
+        list->Remove(owner, kind);
+        list->Add(owner, kind, [](void* joined, int) { ++*static_cast<int*>(joined); });
+    });
+    own.Dispatch(0);
+    EXPECT_EQ(1, calls);
+    own.Dispatch(0);
+    EXPECT_EQ(2, calls);
+}
+
+}  // namespace

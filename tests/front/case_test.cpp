@@ -1,0 +1,141 @@
+// The module as a program that loads it sees it, on a case of the in-memory host.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "casehost/case_host.h"
+#include "live/case.h"
+#include "front/fixtop.h"
+
+namespace {
+
+using casehost::CaseData;
+using casehost::ObjectData;
+using casehost::ValueKind;
+using casehost::VariableData;
+using casehost::VariableSpec;
+using casehost::VariableState;
+
+VariableData Real(const char* name, const char* quantity, double value,
+                  VariableState state = VariableState::specified) {
+    auto spec = std::make_shared<VariableSpec>();
+    spec->name = name;
+    spec->quantity = quantity;
+    return {spec, {{value, "", state}}};
+}
+
+VariableData Words(const char* name, const char* text) {
+    auto spec = std::make_shared<VariableSpec>();
+    spec->name = name;
+    spec->kind = ValueKind::text;
+    return {spec, {{casehost::kEmpty, text, VariableState::specified}}};
+}
+
+ObjectData Object(const char* name, const char* type, std::vector<VariableData> variables) {
+    ObjectData object;
+    object.name = name;
+    object.type = type;
+    object.variables = std::move(variables);
+    return object;
+}
+
+CaseData SmallCase() {
+    CaseData data;
+    data.name = "small";
+    data.main.objects = {
+        Object("Feed", "MaterialStreamObject",
+               {Real("Temperature", "Temperature", 25.0), Real("Pressure", "Pressure", 101.325),
+                Words("Notes", "first")}),
+        Object("Heat", "EnergyStreamObject", {Real("Heat Flow", "Energy", 10.0)}),
+        Object("E-100", "HeaterObject", {Real("Duty", "Energy", casehost::kEmpty)}),
+    };
+    data.utilities = {Object("Envelope", "UtilityObject", {})};
+    return data;
+}
+
+class ModuleOnCase : public testing::Test {
+ protected:
+    void SetUp() override {
+        FixtopInstallHost(&host_.Services());
+        ASSERT_TRUE(host_.Open(SmallCase()));
+        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+        ASSERT_TRUE(top_);
+    }
+    void TearDown() override {
+        UnsetTopNotify(nullptr);
+        top_.Reset();
+        FixtopInstallHost(nullptr);
+    }
+
+    Ref<FIIteratorBase> At(const char* path) {
+        auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(top_.Get(), false));
+        return it->SeekPath(FIValue(path)) ? it : Ref<FIIteratorBase>();
+    }
+    std::string Read(const char* path, const char* name) {
+        Ref<FIIteratorBase> it = At(path);
+        if (!it) return "(no node)";
+        FIValue value;
+        it->GetAttribute(FIValue(name), value);
+        return value.IsNull() ? "(NULL)" : value.ToText();
+    }
+    std::string Write(const char* path, const FIValue& value) {
+        Ref<FIIteratorBase> it = At(path);
+        if (!it) return "(no node)";
+        FIValue out;
+        it->SetAttribute(FIValue("value"), value, 0, out);
+        return out.ToText();
+    }
+    std::vector<std::string> Children(const char* path) {
+        std::vector<std::string> names;
+        Ref<FIIteratorBase> it = At(path);
+        for (bool on = it && it->DownFirst(); on; on = it->Next()) {
+            FIValue name;
+            it->GetName(name);
+            names.push_back(name.ToText());
+        }
+        return names;
+    }
+
+    casehost::CaseHost host_;
+    Ref<FIEntry> top_;
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(ModuleOnCase, shows_the_levels_of_the_raw_tree) {
+    EXPECT_EQ(Names({"FlowSheetObjects", "Basis", "DataBook"}), Children("appModel"));
+    EXPECT_EQ(Names({"Streams", "UnitOps", "Utilities", "Reactions"}),
+              Children("appModel.FlowSheetObjects"));
+    EXPECT_EQ(Names({"Feed", "Heat"}), Children("appModel.FlowSheetObjects.Streams"));
+    EXPECT_EQ(Names({"E-100"}), Children("appModel.FlowSheetObjects.UnitOps"));
+    EXPECT_EQ(Names({"Envelope"}), Children("appModel.FlowSheetObjects.Utilities"));
+    EXPECT_EQ(Names({"Temperature", "Pressure", "Notes"}),
+              Children("appModel.FlowSheetObjects.Streams.Feed"));
+}
+
+TEST_F(ModuleOnCase, reads_values_units_and_status) {
+    const char* temperature = "appModel.FlowSheetObjects.Streams.Feed.Temperature";
+    EXPECT_EQ("25", Read(temperature, "value"));
+    EXPECT_EQ("C", Read(temperature, "uom"));
+    EXPECT_EQ("Temperature", Read(temperature, "dimension"));
+    EXPECT_EQ("Specified", Read(temperature, "status"));
+    const char* duty = "appModel.FlowSheetObjects.UnitOps.E-100.Duty";
+    EXPECT_EQ("(NULL)", Read(duty, "value"));
+    EXPECT_EQ("Missing", Read(duty, "status"));
+}
+
+TEST_F(ModuleOnCase, stores_values_and_reads_them_back) {
+    const char* notes = "appModel.FlowSheetObjects.Streams.Feed.Notes";
+    EXPECT_EQ("", Write(notes, FIValue("second")));
+    EXPECT_EQ("second", Read(notes, "value"));
+    const char* pressure = "appModel.FlowSheetObjects.Streams.Feed.Pressure";
+    EXPECT_EQ("", Write(pressure, FIValue::OfReal(250.0)));
+    EXPECT_EQ("250", Read(pressure, "value"));
+    host_.GetScript().RefuseStore(1);
+    EXPECT_EQ("Value not stored", Write(pressure, FIValue::OfReal(300.0)));
+    EXPECT_EQ("250", Read(pressure, "value"));
+}
+
+}  // namespace

@@ -1,0 +1,406 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+
+#include "framework/empties.h"
+#include "host/and_c.h"
+#include "host/f_and_b.h"
+#include "host/fso.h"
+#include "host/su_and_u.h"
+#include "support/cursor_harness.h"
+#include "support/host_reading.h"
+#include "support/scripted_host.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class Levels : public testing::Test {
+ protected:
+    Ref<HAandCContext> Models() {
+        return Ref<HAandCContext>::Share(
+            new HAandCContext(nullptr, {"lib.xml", "map.xml", "units.xml", "Hovex"}));
+    }
+    Ref<FIEntry> AppModel() { return Child(*Models(), "appModel"); }
+    Ref<FIEntry> FlowSheetObjects() { return Child(*AppModel(), "FlowSheetObjects"); }
+
+    scripted::Host host;
+};
+
+const Names kThreeSwitches = {"attachments", "skipcorrelations", "skipattachments"};
+const Names kLevelRows = {"id",     "browser_name", "type",   "display_name",
+                          "isleaf", "has_children", "status", "is_container"};
+
+// ---- The cursors over fixed names ----
+
+CursorFamily FixedFamily(const char* name, FIContext& context, Names keys) {
+    CursorFamily family;
+    family.name = name;
+    family.make = [&context] { return context.MakeCursor(kChildCursor); };
+    family.keys = std::move(keys);
+    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    // The position is where a search from the first begins.
+    family.missing = SeekOutcome{false, 0};
+    // Clamped to the first, which is an element.
+    family.before_first = SeekOutcome{true, 0};
+    family.off_first = SeekOutcome{true, 0};
+    return family;
+}
+
+TEST_F(Levels, cursor_of_models_is_a_cursor) {
+    auto context = Models();
+    CursorFamily family =
+        FixedFamily("HAandCCursorBase", *context,
+                    {"appModel", "QSI Published Variables", "Published Variables"});
+    family.to_end = SeekOutcome{true, 2};
+    family.to_last = SeekOutcome{true, 1};
+    CheckCursorFamily(family);
+}
+
+TEST_F(Levels, cursor_of_a_flowsheet_is_a_cursor) {
+    auto context = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
+    CheckCursorFamily(FixedFamily("HSUandUCursorBase", *context,
+                                  {"Streams", "UnitOps", "Utilities", "Reactions"}));
+}
+
+TEST_F(Levels, cursor_of_a_case_reports_its_end_on_the_data_book) {
+    auto cursor = ChildrenOf(*AppModel());
+    struct Step {
+        int origin;
+        int delta;
+        bool answer;
+        bool at_end;
+        const char* key;
+    };
+    const Step steps[] = {
+        {0, 0, true, false, "FlowSheetObjects"}, {1, 1, true, false, "Basis"},
+        {1, 1, true, true, "DataBook"},          {1, 1, false, false, "(NULL)"},
+        {1, 1, false, false, "(NULL)"},          {1, -1, true, true, "DataBook"},
+        {2, 0, true, true, "DataBook"},          {2, 1, false, false, "(NULL)"},
+        {2, -1, true, false, "Basis"},           {0, -5, true, false, "FlowSheetObjects"},
+        {0, 100, false, false, "(NULL)"},        {2, 2147483647, false, false, "(NULL)"},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(testing::Message() << "Seek(" << step.origin << ", " << step.delta << ")");
+        EXPECT_EQ(step.answer, cursor->Seek(step.origin, step.delta));
+        EXPECT_EQ(step.at_end, cursor->AtEnd());
+        FIValue key;
+        cursor->GetKey(key);
+        EXPECT_EQ(step.key, Shown(key));
+        auto entry = Ref<FIEntry>::Adopt(cursor->GetEntry());
+        EXPECT_EQ(std::string(step.key), NameOf(*entry));
+    }
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "databook"));
+    EXPECT_TRUE(cursor->SeekName(kFromFirst, "DataBook"));
+    EXPECT_TRUE(cursor->AtEnd());
+}
+
+TEST_F(Levels, cursors_of_different_flowsheets_do_not_compare) {
+    scripted::FlowSheet inner;
+    inner.type = &host.simulation_object;
+    auto one =
+        Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, nullptr, true, nullptr));
+    auto other =
+        Ref<HSUandUContext>::Share(new HSUandUContext(&inner, nullptr, nullptr, true, nullptr));
+    EXPECT_EQ(kNotComparable, ChildrenOf(*one)->Compare(*ChildrenOf(*other)));
+    EXPECT_EQ(0, ChildrenOf(*one)->Compare(*ChildrenOf(*one)));
+}
+
+TEST_F(Levels, contexts_have_no_key_cursor) {
+    auto case_level = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    auto flowsheet_level = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
+    auto models = Models();
+    EXPECT_EQ(EmptyCursor(), models->MakeCursor(kKeyCursor));
+    EXPECT_EQ(EmptyCursor(), case_level->MakeCursor(kKeyCursor));
+    EXPECT_EQ(EmptyCursor(), flowsheet_level->MakeCursor(kKeyCursor));
+}
+
+// ---- Tables of attributes ----
+
+TEST_F(Levels, tables_have_the_standard_rows_and_three_switches) {
+    EXPECT_EQ(StandardRowsAnd(kThreeSwitches), AllRows<HAandCEntry>());
+    EXPECT_EQ(StandardRowsAnd(kThreeSwitches), AllRows<HFandBEntry>());
+    EXPECT_EQ(StandardRowsAnd(kThreeSwitches), AllRows<HSUandUEntry>());
+    EXPECT_EQ(30u, HSUandUEntry::AttributeRows().size());
+}
+
+TEST_F(Levels, models_show_their_rows) {
+    host.simulation_case.manager = nullptr;
+    struct Case {
+        const char* name;
+        const char* type;
+        const char* has_children;
+    };
+    const Case cases[] = {{"appModel", "appModel", "INT 1"},
+                          {"QSI Published Variables", "CCDMModel", "INT 0"},
+                          {"Published Variables", "oldAppModel", "INT 0"}};
+    auto context = Models();
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Ref<FIEntry> entry = Child(*context, each.name);
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(kLevelRows, ShownRows(*entry));
+        for (const char* row : {"id", "browser_name", "display_name"}) {
+            EXPECT_EQ(each.name, Read(*entry, row)) << row;
+        }
+        EXPECT_EQ(each.type, Read(*entry, "type"));
+        EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
+        EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+        EXPECT_EQ("INT 0", Read(*entry, "is_container"));
+        EXPECT_EQ("OK", Read(*entry, "status"));
+        EXPECT_EQ("(NULL)", Read(*entry, "value"));
+        EXPECT_TRUE(entry->IsContainer());
+    }
+}
+
+TEST_F(Levels, published_variables_have_children_when_the_range_is_not_empty) {
+    Ref<FIEntry> entry = Child(*Models(), "Published Variables");
+    struct Case {
+        int low;
+        int high;
+        const char* answer;
+    };
+    for (const Case& each : {Case{5, 7, "INT 1"}, Case{0, 0, "INT 1"}, Case{0, -1, "INT 0"}}) {
+        host::DimInfo bounds;
+        bounds.count = 1;
+        bounds.low[0] = each.low;
+        bounds.high[0] = each.high;
+        host.manager.dimensions["RTIVariable.500"] = bounds;
+        EXPECT_EQ(each.answer, Read(*entry, "has_children")) << each.low << ".." << each.high;
+    }
+}
+
+TEST_F(Levels, published_file_has_children_when_it_lies_beside_the_document) {
+    TemporaryFolder folder;
+    const std::string plant = folder.File("plant");
+    host.simulation_case.document = host::FileName(host::Text(plant + ".case"), host::Text());
+    Ref<FIEntry> entry = Child(*Models(), "QSI Published Variables");
+    EXPECT_EQ("INT 0", Read(*entry, "has_children"));
+    std::ofstream(plant + ".atpub") << "x";
+    EXPECT_EQ("INT 1", Read(*entry, "has_children"));
+}
+
+TEST_F(Levels, nodes_of_a_case_show_their_rows) {
+    struct Case {
+        const char* name;
+        const char* type;
+        const char* has_children;
+    };
+    const Case cases[] = {{"FlowSheetObjects", "Flowsheet", "INT 1"},
+                          {"Basis", "Basis", "INT 1"},
+                          {"DataBook", "Basis", "INT 0"}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Ref<FIEntry> entry = Child(*AppModel(), each.name);
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(kLevelRows, ShownRows(*entry));
+        EXPECT_EQ(each.name, Read(*entry, "id"));
+        EXPECT_EQ(each.type, Read(*entry, "type"));
+        EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
+        EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+        EXPECT_EQ("INT 0", Read(*entry, "is_container"));
+    }
+}
+
+TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
+    struct Case {
+        const char* name;
+        const char* has_children;
+    };
+    const Names rows = {"id",
+                        "browser_name",
+                        "type",
+                        "container",
+                        "container_category",
+                        "container_type",
+                        "display_name",
+                        "isleaf",
+                        "has_children",
+                        "status",
+                        "is_container"};
+    for (const Case& each : {Case{"Streams", "INT 1"}, Case{"UnitOps", "INT 1"},
+                             Case{"Utilities", "INT 1"}, Case{"Reactions", "INT 0"}}) {
+        SCOPED_TRACE(each.name);
+        Ref<FIEntry> entry = Child(*FlowSheetObjects(), each.name);
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(rows, ShownRows(*entry));
+        EXPECT_EQ(each.name, Read(*entry, "display_name"));
+        EXPECT_EQ(each.name, Read(*entry, "type"));
+        EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
+        EXPECT_EQ("(NULL)", Read(*entry, "container"));
+    }
+}
+
+TEST_F(Levels, a_flowsheet_tells_the_owners_of_its_flowsheet) {
+    scripted::Plain& column = host.main.Add("T-100", host.template_op);
+    scripted::FlowSheet inner;
+    inner.type = &host.simulation_object;
+    inner.owner = &column;
+    column.inner = &inner;
+    Ref<FIEntry> operation = Child(*Child(*FlowSheetObjects(), "UnitOps"), "T-100");
+    ASSERT_TRUE(operation);
+    Ref<FIEntry> streams = Child(*operation, "Streams");
+    ASSERT_TRUE(streams);
+    EXPECT_EQ("T-100", Read(*streams, "container"));
+    EXPECT_EQ("TemplateOpObject", Read(*streams, "container_type"));
+    EXPECT_EQ("UnitOp", Read(*streams, "container_category"));
+}
+
+// ---- Writes ----
+
+TEST_F(Levels, writes_take_the_switches_alone) {
+    struct Case {
+        const char* what;
+        Ref<FIEntry> entry;
+        const char* refusal;
+    };
+    const Case cases[] = {{"model", AppModel(), "Not supported."},
+                          {"case", FlowSheetObjects(), "Not supported"},
+                          {"flowsheet", Child(*FlowSheetObjects(), "Streams"), "Not supported"}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.what);
+        EXPECT_EQ(each.refusal, Write(*each.entry, "value", FIValue::OfInt(1)));
+        EXPECT_EQ(each.refusal, Write(*each.entry, "skipattachments", FIValue::OfInt(1)));
+        EXPECT_EQ("(NULL)", Write(*each.entry, "attachments", FIValue::OfInt(0)));
+        TestVarSet vars;
+        each.entry->SetVarSet(&vars);
+        for (const char* name : {"skipattachments", "skipcorrelations"}) {
+            EXPECT_EQ("(NULL)", Write(*each.entry, name, FIValue::OfInt(1)));
+            FIValue stored;
+            EXPECT_TRUE(vars.GetVar(FIValue(name), stored));
+            EXPECT_EQ("INT 1", Shown(stored));
+        }
+        each.entry->SetVarSet(nullptr);
+    }
+}
+
+TEST_F(Levels, attachments_switch_goes_down_to_new_nodes) {
+    host.main.Add("Feed", host.stream);
+    auto model = AppModel();
+    auto read = [&] {
+        auto streams = Child(*Child(*model, "FlowSheetObjects"), "Streams");
+        return Read(*Child(*streams, "Feed"), "attachments");
+    };
+    EXPECT_EQ("INT 1", read());
+    EXPECT_EQ("(NULL)", Write(*model, "attachments", FIValue::OfInt(0)));
+    EXPECT_EQ("INT 0", read());
+}
+
+// ---- Paths in the host's notation ----
+
+TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
+    struct Case {
+        const char* path;
+        const char* answer;
+    };
+    const Case case_level[] = {
+        {"/FlowSht.1/StreamObject.400(Feed)", "FlowSheetObjects|StreamObject.400(Feed)"},
+        {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
+        {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
+        {"/ProcessDataTable.300(T1)/x", "DataBook|(T1)/x"},
+        {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
+        {"FlowSht.1/", "(NULL)|FlowSht.1/"},
+        {"", "(NULL)|"},
+    };
+    auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    for (const Case& each : case_level) EXPECT_EQ(each.answer, KeyAndRest(*of_case, each.path));
+
+    const Case flowsheet_level[] = {
+        {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
+        {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
+        {"Utility.300(Env)", "Utilities|(Env)"},
+        {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
+        {"Solver.400", "(NULL)|Solver.400"},
+    };
+    auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
+    for (const Case& each : flowsheet_level) {
+        EXPECT_EQ(each.answer, KeyAndRest(*of_flowsheet, each.path));
+    }
+    EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
+}
+
+// ---- What lies below ----
+
+TEST_F(Levels, basis_shows_what_its_specification_has) {
+    Ref<FIEntry> basis = Child(*AppModel(), "Basis");
+    EXPECT_EQ(EmptyContext(), basis->GetContext());
+    scripted::Basis manager;
+    manager.type = &host.viewable;
+    host.simulation_case.basis = &manager;
+    EXPECT_EQ(EmptyContext(), basis->GetContext());
+    scripted::SpecSource source;
+    manager.spec_source = &source;
+    host.simulation_case.case_dynamic = true;
+    // The options know the case as it was when their model node was made.
+    basis = Child(*AppModel(), "Basis");
+    source.fills_well = false;
+    basis->GetContext()->Release();
+    EXPECT_EQ(1, source.fills);
+    EXPECT_EQ(0, host.spec_infos);
+    source.fills_well = true;
+    basis->GetContext()->Release();
+    basis->GetContext()->Release();
+    EXPECT_EQ(2, source.fills) << "filled once";
+    EXPECT_EQ(1, host.spec_infos);
+    EXPECT_EQ(&manager, source.last->owner);
+    ASSERT_TRUE(source.last->options);
+    EXPECT_TRUE(source.last->options->dynamics);
+    EXPECT_TRUE(source.last->options->first);
+    EXPECT_TRUE(source.last->options->second);
+    EXPECT_FALSE(source.last->options->third);
+    basis.Reset();
+    EXPECT_EQ(0, host.spec_infos);
+}
+
+TEST_F(Levels, missing_lists_are_empty) {
+    EXPECT_EQ(Names(), ChildNames(*Child(*AppModel(), "DataBook")));
+    for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {
+        EXPECT_EQ(Names(), ChildNames(*Child(*FlowSheetObjects(), name))) << name;
+    }
+}
+
+TEST_F(Levels, a_session_without_a_case_shows_nothing) {
+    host.session.active = nullptr;
+    auto model = AppModel();
+    EXPECT_EQ("OK", Read(*model, "status"));
+    EXPECT_EQ("INT 0", Read(*Child(*Models(), "Published Variables"), "has_children"));
+    EXPECT_EQ("INT 0", Read(*Child(*Models(), "QSI Published Variables"), "has_children"));
+    auto flowsheet = Child(*model, "FlowSheetObjects");
+    for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {
+        EXPECT_EQ(Names(), ChildNames(*Child(*flowsheet, name))) << name;
+    }
+    EXPECT_EQ(Names(), ChildNames(*Child(*model, "DataBook")));
+    EXPECT_EQ(EmptyContext(), Child(*model, "Basis")->GetContext());
+}
+
+TEST_F(Levels, a_case_context_without_options_makes_its_own) {
+    host.main.Add("Feed", host.stream).AddReal(":D.1", "T", 1.0);
+    auto context = Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
+    ASSERT_TRUE(context->Options());
+    EXPECT_TRUE(context->Options()->VariableView());
+    EXPECT_TRUE(context->Options()->ReaderOptions());
+    host.session.active = nullptr;
+    auto without_case =
+        Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
+    EXPECT_FALSE(without_case->Options());
+}
+
+TEST_F(Levels, options_take_what_they_lack_from_above) {
+    HovexOptions top(&host.simulation_case);
+    HovexOptions middle(&top);
+    HovexOptions low(&middle);
+    EXPECT_EQ(top.ReaderOptions(), low.ReaderOptions());
+    EXPECT_EQ(&host.simulation_case, low.Case());
+    EXPECT_TRUE(low.VariableView());
+    middle.SetVariableView(false);
+    EXPECT_FALSE(low.VariableView());
+    EXPECT_TRUE(top.VariableView());
+    HovexOptions alone(static_cast<const HovexOptions*>(nullptr));
+    EXPECT_TRUE(alone.VariableView());
+    EXPECT_FALSE(alone.ReaderOptions());
+    EXPECT_FALSE(alone.Case());
+}
+
+}  // namespace

@@ -1,0 +1,222 @@
+// Files that are not as they should be, each with what is told about it.
+
+#include <gtest/gtest.h>
+
+#include "case_reading.h"
+#include "casehost/importer.h"
+
+namespace casehost::test {
+
+namespace {
+
+struct Fault {
+    const char* name;
+    std::string bytes;
+    std::vector<const char*> told;  // all of them, in "where: message" of some problem
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) {
+    *out << fault.name;
+}
+
+std::string Damaged() {
+    std::string bytes = ZipOf({{"case.xml", SmallFlowsheet(), false}});
+    bytes[200] ^= 1;  // inside the stored text
+    return bytes;
+}
+
+std::string Deep(int levels) {
+    std::string xml;
+    for (int i = 0; i < levels; ++i) xml += "<a>";
+    for (int i = 0; i < levels; ++i) xml += "</a>";
+    return xml;
+}
+
+// Elements that no other rule refuses, as many as asked for.
+std::string Wide(std::size_t count) {
+    std::string xml = "<DWSIM_Simulation_Data>";
+    for (std::size_t i = 0; i < count; ++i) xml += i % 7 == 0 ? "<b/>\n" : "<a/>";
+    return xml + "</DWSIM_Simulation_Data>";
+}
+
+std::string WithDoctype(const std::string& declarations) {
+    return "<!DOCTYPE r [" + declarations + "]><DWSIM_Simulation_Data/>";
+}
+
+std::string ManyCompounds(int count) {
+    std::string list;
+    for (int i = 0; i < count; ++i) {
+        list += "<Compound><Name>c" + std::to_string(i) + "</Name></Compound>\n";
+    }
+    return "<DWSIM_Simulation_Data><Compounds>" + list +
+           "</Compounds><SimulationObjects/><GraphicObjects/></DWSIM_Simulation_Data>";
+}
+
+std::vector<Fault> Faults() {
+    const auto edited = [](const char* from, const char* to) {
+        return ZipOf(SmallFlowsheetWith(from, to));
+    };
+    const std::string good = ZipOf(SmallFlowsheet());
+    return {
+        {"empty file", "", {"bad.dwxmz: the file is empty", "expected a zip archive"}},
+        {"not a zip", "<DWSIM_Simulation_Data/>", {"bad.dwxmz: not a zip archive", "expected"}},
+        {"truncated zip",
+         good.substr(0, good.size() / 2),
+         {"bad.dwxmz: the zip archive is truncated or damaged", "expected a complete archive"}},
+        {"no entry",
+         "PK\x05\x06" + std::string(18, '\0'),
+         {"bad.dwxmz: the archive holds no .xml entry; expected one"}},
+        {"no xml entry",
+         ZipOf({{"readme.txt", "hello"}}),
+         {"no .xml entry", "'readme.txt'", "expected one .xml entry"}},
+        {"two entries",
+         ZipOf({{"a.xml", "<a/>"}, {"b.xml", "<a/>"}}),
+         {"2 entries", "'a.xml'", "'b.xml'", "expected one .xml entry only"}},
+        {"encrypted",
+         ZipOf({{"case.xml", SmallFlowsheet(), true, "secret"}}),
+         {"bad.dwxmz (case.xml): the entry is encrypted", "without a password"}},
+        {"damaged entry", Damaged(), {"bad.dwxmz (case.xml)"}},
+        {"empty document", ZipOf(""), {"bad.dwxmz (case.xml) line 1", "malformed XML"}},
+        {"malformed XML",
+         ZipOf("<DWSIM_Simulation_Data>\n<a>\n</b>\n</DWSIM_Simulation_Data>"),
+         {"(case.xml) line 3, DWSIM_Simulation_Data/a: malformed XML", "expected a well-formed"}},
+        {"doctype", ZipOf(WithDoctype("")), {"line 1", "document type declaration"}},
+        {"entities",
+         ZipOf(WithDoctype("<!ENTITY a \"b\"><!ENTITY c \"&a;&a;\">")),
+         {"document type declaration is not allowed"}},
+        {"wrong root",
+         ZipOf("<Simulation/>"),
+         {"line 1, Simulation: the root element is 'Simulation'",
+          "expected 'DWSIM_Simulation_Data'"}},
+        {"too deep", ZipOf({{"case.xml", Deep(100000), false}}), {"nested more than 256 deep"}},
+        {"one level too deep", ZipOf({{"case.xml", Deep(257), false}}), {"nested more than 256"}},
+        {"too many nodes",
+         ZipOf({{"case.xml", Wide(5'000'001), false}}),
+         {"more than 5000000 elements"}},
+        {"zip bomb", ZipOf(std::string(8 << 20, ' ')), {"grows more than 200-fold"}},
+        {"too many compounds", ZipOf(ManyCompounds(4097)), {"expected at most 4096 compounds"}},
+        {"no objects",
+         ZipOf("<DWSIM_Simulation_Data><GraphicObjects/></DWSIM_Simulation_Data>"),
+         {"expected an element 'SimulationObjects'"}},
+        {"no drawing",
+         ZipOf("<DWSIM_Simulation_Data><SimulationObjects/></DWSIM_Simulation_Data>"),
+         {"expected an element 'GraphicObjects'"}},
+        {"duplicate id",
+         edited("<Name>m2</Name>", "<Name>m1</Name>"),
+         {"SimulationObjects/SimulationObject: two objects have the id 'm1'", "only once"}},
+        {"duplicate id in the drawing",
+         edited("<GraphicObject><Name>m2<", "<GraphicObject><Name>m1<"),
+         {"GraphicObjects/GraphicObject: the drawing has two objects with the id 'm1'"}},
+        {"duplicate tag",
+         edited("<Tag>product</Tag>", "<Tag>feed</Tag>"),
+         {"two objects have the tag 'feed'", "only once"}},
+        {"object without id", edited("<Name>h1</Name>", ""), {"no id", "expected a Name"}},
+        {"object without type",
+         edited("<Type>Some.UnitOperations.Heater</Type>", ""),
+         {"expected an element 'Type'"}},
+        {"tag missing", edited("<Tag>H</Tag>", ""), {"object 'h1' has no tag", "expected a Tag"}},
+        {"not in the drawing",
+         edited("<GraphicObject><Name>h1<", "<GraphicObject><Name>h9<"),
+         {"object 'h1' is not in the drawing", "expected a GraphicObject of that Name"}},
+        {"edge to no object",
+         edited("AttachedToObjID=\"m2\"", "AttachedToObjID=\"m7\""),
+         {"OutputConnectors/Connector: a connection names 'm7'", "expected the id of a stream"}},
+        {"edge between streams",
+         edited("AttachedToObjID=\"h1\"", "AttachedToObjID=\"m2\""),
+         {"a connection joins 'feed' and 'product'", "expected a stream and a unit operation"}},
+        {"edge to no port",
+         edited("AttachedToConnIndex=\"0\"", "AttachedToConnIndex=\"x\""),
+         {"expected a number, found 'x'"}},
+        {"stream without phases",
+         edited("<ID>0</ID>", "<ID>5</ID>"),
+         {"SimulationObject: the stream has no phases", "Phase of ID 0"}},
+        {"phase twice",
+         edited("<ID>4</ID>", "<ID>2</ID>"),
+         {"expected phases with the IDs 0 to 7"}},
+        {"unknown compound",
+         edited("<Compound><Name>B</Name><MoleFraction>", "<Compound><Name>C</Name><MoleFraction>"),
+         {"expected a compound of the case, found 'C'"}},
+        {"compound twice",
+         edited("<Name>B</Name><Molar_Weight>", "<Name>A</Name><Molar_Weight>"),
+         {"expected compounds with a Name, each once", "'A'"}},
+        {"word for a number",
+         edited(">101325<", ">one bar<"),
+         {"Phases/Phase/Properties/pressure: expected a number, found 'one bar'"}},
+        {"comma in a number", edited(">101325<", ">101,325<"), {"found '101,325'"}},
+        {"number with a tail", edited(">101325<", ">101325 Pa<"), {"found '101325 Pa'"}},
+        {"no text for a number", edited(">101325<", "><"), {"expected a number, found ''"}},
+        {"other words for infinite",
+         edited(">101325<", ">inf<"),
+         {"expected a number, found 'inf'"}},
+        {"number out of range",
+         edited(">101325<", ">1E999<"),
+         {"expected a number of double precision, found '1E999'"}},
+        {"number in a unit operation",
+         edited(">350<", ">warm<"),
+         {"SimulationObject/OutletTemperature: expected a number, found 'warm'"}},
+        {"number in an energy stream",
+         edited("<EnergyFlow>12.5<", "<EnergyFlow>much<"),
+         {"SimulationObject/EnergyFlow: expected a number, found 'much'"}},
+    };
+}
+
+class FaultyFile : public testing::TestWithParam<Fault> {};
+
+TEST_P(FaultyFile, IsRefusedWithPlaceAndAdvice) {
+    const ReadResult result = ReadDwxmzBytes(GetParam().bytes, "bad.dwxmz");
+    EXPECT_EQ(result.data, nullptr);
+    ASSERT_FALSE(result.problems.empty());
+    for (const CaseProblem& problem : result.problems) {
+        EXPECT_EQ(problem.where.find("bad.dwxmz"), 0u) << problem.where;
+        EXPECT_FALSE(problem.message.empty());
+    }
+    for (const char* text : GetParam().told) {
+        EXPECT_NE(Lines(result).find(text), std::string::npos) << text << "\nin\n" << Lines(result);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FaultyFile, testing::ValuesIn(Faults()),
+                         [](const testing::TestParamInfo<Fault>& row) {
+                             std::string name = row.param.name;
+                             for (char& c : name) c = c == ' ' ? '_' : c;
+                             return name;
+                         });
+
+TEST(FaultyFiles, LevelsUpToTheLimitAreRead) {
+    const ReadResult result = ReadDwxmzBytes(ZipOf({{"case.xml", Deep(256), false}}), "deep");
+    EXPECT_NE(Lines(result).find("the root element is 'a'"), std::string::npos) << Lines(result);
+}
+
+TEST(FaultyFiles, FaultsAreListedTogether) {
+    std::string xml = SmallFlowsheet();
+    std::size_t place = 0;
+    int edits = 0;
+    while ((place = xml.find(">101325<", place)) != std::string::npos) {
+        xml.replace(place, 8, ">p<");
+        ++edits;
+    }
+    ASSERT_EQ(edits, 2);
+    EXPECT_EQ(ReadDwxmzBytes(ZipOf(xml), "two").problems.size(), 2u);
+}
+
+TEST(FaultyFiles, MoreThanAHundredFaultsAreCounted) {
+    std::string objects;
+    for (int i = 0; i < 150; ++i)
+        objects += "<SimulationObject><Type>a.B</Type></SimulationObject>";
+    const ReadResult result =
+        ReadDwxmzBytes(ZipOf("<DWSIM_Simulation_Data><SimulationObjects>" + objects +
+                             "</SimulationObjects><GraphicObjects/></DWSIM_Simulation_Data>"),
+                       "many");
+    ASSERT_EQ(result.problems.size(), 101u);
+    EXPECT_EQ(result.problems.back().message, "and 50 more problems of this kind");
+}
+
+TEST(FaultyFiles, MissingFileIsNamed) {
+    const ReadResult result = ReadDwxmz("no/such/file.dwxmz");
+    EXPECT_EQ(result.data, nullptr);
+    EXPECT_EQ(Lines(result), "no/such/file.dwxmz: there is no such file; expected a .dwxmz file\n");
+}
+
+}  // namespace
+
+}  // namespace casehost::test

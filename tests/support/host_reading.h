@@ -1,0 +1,158 @@
+#pragma once
+
+// Short words for tests of host nodes: attributes as text, children by name, a var set of the
+// test's.
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "framework/attr_map.h"
+#include "framework/ref.h"
+#include "framework/var_set.h"
+
+// "(NULL)" for NULL; a kind other than text is told: "INT 1", "REAL 2.5".
+inline std::string Shown(const FIValue& value) {
+    if (value.IsNull()) return "(NULL)";
+    if (value.IsText()) return value.ToText();
+    return std::string(FIValue::KindName(value.Kind())) + " " + value.ToText();
+}
+
+template <class Source>
+std::string Read(Source& source, const char* name) {
+    FIValue value("left over");
+    source.GetAttribute(FIValue(name), value);
+    return Shown(value);
+}
+
+inline std::string Write(FIEntry& entry, const char* name, const FIValue& value) {
+    FIValue out("left over");
+    entry.SetAttribute(FIValue(name), value, 0, out);
+    return Shown(out);
+}
+
+inline std::string NameOf(FIEntry& entry) {
+    FIValue name;
+    entry.GetName(name);
+    return Shown(name);
+}
+
+inline Ref<FICursorBase> ChildrenOf(FIContext& context) {
+    return Ref<FICursorBase>::Adopt(context.MakeCursor(kChildCursor));
+}
+
+inline Ref<FICursorBase> ChildrenOf(FIEntry& entry) {
+    auto context = Ref<FIContext>::Adopt(entry.GetContext());
+    return ChildrenOf(*context);
+}
+
+// Empty when there is no child of this name.
+template <class Parent>
+Ref<FIEntry> Child(Parent& parent, const char* name) {
+    Ref<FICursorBase> cursor = ChildrenOf(parent);
+    return cursor->SeekName(kFromFirst, name) ? Ref<FIEntry>::Adopt(cursor->GetEntry())
+                                              : Ref<FIEntry>();
+}
+
+template <class Parent>
+std::vector<std::string> ChildNames(Parent& parent) {
+    std::vector<std::string> names;
+    Ref<FICursorBase> cursor = ChildrenOf(parent);
+    for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {
+        names.push_back(NameOf(*Ref<FIEntry>::Adopt(cursor->GetEntry())));
+    }
+    return names;
+}
+
+// The attributes that an entry shows, in order.
+inline std::vector<std::string> ShownRows(FIAttributeSource& source) {
+    std::vector<std::string> names;
+    auto cursor = Ref<FIAttributeCursorBase>::Adopt(source.MakeCursor());
+    for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {
+        FIValue name;
+        cursor->GetKey(name);
+        names.push_back(name.ToText());
+    }
+    return names;
+}
+
+inline std::vector<std::string> ShownRows(FIEntry& entry) {
+    auto source = Ref<FIAttributeSource>::Adopt(entry.GetAttributeSource());
+    return ShownRows(*source);
+}
+
+// All rows of a family's table, shown or not.
+template <class T>
+std::vector<std::string> AllRows() {
+    std::vector<std::string> names;
+    for (const AttrRow<T>& row : T::AttributeRows()) names.push_back(row.name);
+    return names;
+}
+
+// The 27 standard names and the given ones behind them.
+inline std::vector<std::string> StandardRowsAnd(std::vector<std::string> more) {
+    std::vector<std::string> names = {"id",
+                                      "value",
+                                      "dimension",
+                                      "uom",
+                                      "spec_value",
+                                      "spec_uom",
+                                      "can_enter",
+                                      "option_list",
+                                      "uom_options",
+                                      "browser_name",
+                                      "type",
+                                      "container",
+                                      "container_category",
+                                      "container_type",
+                                      "display_name",
+                                      "isleaf",
+                                      "has_children",
+                                      "path",
+                                      "upper_limit",
+                                      "lower_limit",
+                                      "description",
+                                      "status",
+                                      "enabled",
+                                      "history_enabled",
+                                      "is_container",
+                                      "no_containers_below",
+                                      "is_hierarchy"};
+    names.insert(names.end(), more.begin(), more.end());
+    return names;
+}
+
+// What GetKeyValue answers: "key|rest", or "(NULL)|path".
+inline std::string KeyAndRest(FIContext& context, const char* path) {
+    FIValue key("left over");
+    const char* rest = nullptr;
+    context.GetKeyValue(path, key, &rest);
+    return Shown(key) + "|" + (rest ? rest : "(null)");
+}
+
+class TestVarSet final : public FIVarSet {
+ public:
+    void SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) override {
+        quantity_was_null = quantity.IsNull();
+        old = unit_;
+        unit_ = unit;
+    }
+    void GetUnit(const FIValue&, FIValue& out) override { out = unit_; }
+    void SetSpecUnit(const FIValue&, const FIValue&, FIValue&) override {}
+    void GetSpecUnit(const FIValue&, FIValue& out) override { out.Clear(); }
+    void GetPath(FIValue& out) override { out.SetText("Top.here"); }
+    void SetVar(const FIValue& name, const FIValue& value) override {
+        vars_[name.ToText()] = value;
+    }
+    bool GetVar(const FIValue& name, FIValue& out) override {
+        const auto found = vars_.find(name.ToText());
+        out.Clear();
+        if (found != vars_.end()) out = found->second;
+        return found != vars_.end();
+    }
+    bool quantity_was_null = false;
+
+ private:
+    FIValue unit_;
+    std::map<std::string, FIValue> vars_;
+};

@@ -1,0 +1,8 @@
+#pragma once
+
+// Marks a function that a test exports by its plain name.
+#ifdef _WIN32
+#define SAMPLE_EXPORT extern "C" __declspec(dllexport)
+#else
+#define SAMPLE_EXPORT extern "C" __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,49 @@
+"""The completion for bash, asked as bash asks it."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import unittest
+
+from support import PROGRAM, ProgramTest
+
+SCRIPT = pathlib.Path(os.environ["FIXTOP_SOURCE"]) / "tools/completion/fixtop.bash"
+
+
+@unittest.skipIf(len(PROGRAM) > 1 or not shutil.which("bash"), "needs bash and a program of this machine")
+class BashCompletion(ProgramTest):
+    def complete(self, *words):
+        """The candidates for the last of the words."""
+        line = "\n".join(["source \"$1\"", "shift", "COMP_WORDS=(fixtop \"$@\")",
+                          "COMP_CWORD=$#", "_fixtop", 'printf "%s\\n" "${COMPREPLY[@]}"'])
+        path = os.path.dirname(PROGRAM[0]) + os.pathsep + os.environ["PATH"]
+        done = subprocess.run(["bash", "-c", line, "bash", SCRIPT, *words], capture_output=True,
+                              text=True, check=True, cwd=self.folder, timeout=60,
+                              env={**os.environ, "PATH": path})
+        return done.stdout.split()
+
+    def test_words(self):
+        self.assertEqual(["find"], self.complete("fi"))
+        self.assertLessEqual({"ls", "get", "set", "solve", "shell"}, set(self.complete("")))
+
+    def test_cases(self):
+        self.file("plant.json", "{}")
+        self.file("plant.txt", "")
+        self.assertEqual(["plant.json"], self.complete("get", "plant"))
+        self.assertEqual(["demo"], self.complete("get", "de"))
+
+    def test_options(self):
+        self.assertEqual(["--unit"], self.complete("get", "demo", "--u"))
+        self.assertEqual(["--depth"], self.complete("tree", "demo", "--de"))
+
+    def test_paths(self):
+        streams = "appModel.FlowSheetObjects.Streams"
+        self.assertEqual([streams], self.complete("get", "demo", streams[:-3]))
+        self.assertEqual([streams], self.complete("get", "demo", "'" + streams[:-3]))
+        self.assertEqual(["appModel\\(type\\)"], self.complete("get", "demo", "appModel(ty"))
+        self.assertEqual(["appModel(type)"], self.complete("get", "demo", "'appModel(ty"))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,105 @@
+"""get over a small case."""
+
+import json
+import time
+import unittest
+
+from small_case import STREAMS, write_small_case
+from support import DONE, FAILED, ProgramTest, run
+
+FEED = STREAMS + ".Feed 1"
+
+
+class Read(ProgramTest):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.case = write_small_case(cls.folder)
+
+    def get(self, *arguments, stdin=""):
+        return run("get", self.case, *arguments, stdin=stdin)
+
+    def test_values_as_text(self):
+        values = {"Temperature": "25", "Vapour Fraction": "0.5", "Third": "0.333333333333",
+                  "Notes": "first line\\nsecond line", "Word": "3.50", "Unset": "", "Mode": "Slow",
+                  "\"A & B\"": "1.5", "\"Dot.ted\"": "3.5",
+                  "\"Say \"\"so\"\"\"": "4.5", "Low <": "2.5"}
+        for name, value in values.items():
+            with self.subTest(name):
+                self.check(self.get(f"{FEED}.{name}"), DONE, value + "\n", "")
+        self.check(self.get(*(f"{FEED}.{name}" for name in values)), DONE,
+                   "".join(value + "\n" for value in values.values()), "")
+
+    def test_names_may_be_other_than_ascii(self):
+        self.check(self.get(STREAMS + ".Größe.Temperature"), DONE, "300\n", "")
+
+    def test_attributes(self):
+        self.check(self.get(FEED, "--attr", "type"), DONE, "MaterialStreamObject\n", "")
+        self.check(self.get(f"{FEED}(type)"), DONE, "MaterialStreamObject\n", "")
+        self.check(self.get(f"{FEED}.Temperature(uom)", f"{FEED}.(status)"), DONE, "C\nOK\n", "")
+        self.check(self.get(FEED, "--attr", "nonsense"), DONE, "\n", "")
+
+    def test_units(self):
+        self.check(self.get(f"{FEED}.Temperature", "--unit", "K"), DONE, "298.15\n", "")
+        self.check(self.get(f"{FEED}.Temperature", "--unit", "F"), DONE, "77\n", "")
+        self.check(self.get(f"{FEED}.Pressure", "--unit", "bar"), DONE, "1\n", "")
+
+    def test_refused_units(self):
+        path = f"{FEED}.Temperature"
+        self.check(self.get(path, "--unit", "bar"), FAILED, "",
+                   f"{path}: Invalid unit for variable type\n")
+        result = self.get(path, f"{FEED}.Pressure", f"{FEED}.Notes", "--unit", "bar")
+        self.check(result, FAILED, "1\n")
+        self.assertEqual(2, result.err.count("Invalid unit for variable type"))
+
+    def test_filters(self):
+        self.check(self.get(STREAMS + '.*[Temperature="-40"](id)'), DONE, "Feed.2\n", "")
+        self.check(self.get(STREAMS + ".#2(id)"), DONE, "Größe\n", "")
+
+    def test_missing_nodes(self):
+        self.check(self.get(f"{STREAMS}.Fed 1.Temperature"), FAILED, "",
+                   f"no such node: {STREAMS}.Fed 1.Temperature\n  found: {STREAMS}\n"
+                   "  near: Feed 1\n")
+        self.check(self.get(f"{FEED}.Temprature"), FAILED, "",
+                   f"no such node: {FEED}.Temprature\n  found: {FEED}\n  near: Temperature\n")
+        self.check(self.get("zzz"), FAILED, "", "no such node: zzz\n  nothing of it was found\n")
+
+    def test_the_other_paths_are_still_read(self):
+        result = self.get("zzz", f"{FEED}.Temperature", "a[b", f"{FEED}.Word")
+        self.check(result, FAILED, "25\n3.50\n", "no such node: zzz\n  nothing of it was found\n"
+                   "Parse error, ] expected in: a[b\n")
+
+    def test_json(self):
+        result = self.get(f"{FEED}.Temperature", f"{FEED}.Unset", f"{FEED}.Notes", "zzz", "--json")
+        self.check(result, FAILED)
+        records = [json.loads(line) for line in result.lines]
+        self.assertEqual(
+            [{"path": f"{FEED}.Temperature", "value": 25, "uom": "C", "status": "Specified"},
+             {"path": f"{FEED}.Unset", "value": None, "uom": "kPa", "status": "Missing"},
+             {"path": f"{FEED}.Notes", "value": "first line\nsecond line", "uom": None,
+              "status": "Specified"}], records[:3])
+        self.assertEqual("zzz", records[3]["path"])
+        self.assertIn("no such node", records[3]["error"])
+        unit = self.get(f"{FEED}.Temperature", "--json", "--unit", "K")
+        self.assertEqual({"path": f"{FEED}.Temperature", "value": 298.15, "uom": "K",
+                          "status": "Specified"}, json.loads(unit.out))
+
+    def test_paths_from_standard_input(self):
+        result = self.get("-", stdin=f"{FEED}.Temperature\r\n{FEED}.Word\n{FEED}.Unset")
+        self.check(result, DONE, "25\n3.50\n\n", "")
+        result = self.get(f"{FEED}.Mode", "-", f"{FEED}.Word", stdin=f"{FEED}.Temperature\n")
+        self.check(result, DONE, "Slow\n25\n3.50\n", "")
+        self.check(self.get("-", stdin=""), DONE, "", "")
+
+    def test_ten_thousand_paths_in_one_run(self):
+        paths = [f"{FEED}.Temperature", f"{STREAMS}.\"Feed.2\".Temperature", f"{FEED}.Unset",
+                 f"{FEED}.Mode"] * 2500
+        start = time.monotonic()
+        result = self.get("-", stdin="\n".join(paths) + "\n")
+        took = time.monotonic() - start
+        self.check(result, DONE, "25\n-40\n\nSlow\n" * 2500, "")
+        self.assertLess(took, 60)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,131 @@
+"""Command lines: help, versions, mistakes, and cases that can't be read."""
+
+import re
+import subprocess
+import unittest
+
+from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
+
+WORDS = ["ls", "tree", "attrs", "get", "find", "set", "solve", "watch", "path", "shell", "demo",
+         "complete"]
+
+
+class Usage(ProgramTest):
+    def test_help_names_every_word(self):
+        result = self.check(run("--help"), DONE, err="")
+        for word in WORDS:
+            self.assertRegex(result.out, rf"(?m)^  {word} ", word)
+
+    def test_each_word_has_help_of_its_own(self):
+        for word in WORDS:
+            with self.subTest(word):
+                result = self.check(run(word, "--help"), DONE, err="")
+                self.assertIn(f"Usage: fixtop {word} ", result.out)
+
+    def test_version(self):
+        self.check(run("--version"), DONE, "fixtop 0.1.0\n", "")
+
+    def test_wrong_lines_end_with_2_and_usage(self):
+        lines = [[], ["nonsense"], ["--nonsense"], ["ls"], ["ls", "demo", "a", "b"],
+                 ["ls", "demo", "--nonsense"], ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
+                 ["set", "demo", "x"], ["set", "demo"], ["tree", "demo", "--depth", "x"],
+                 ["tree", "demo", "--depth", "-1"], ["tree", "demo", "--depth"], ["path"],
+                 ["get", "demo", "x", "--unit"], ["solve"], ["watch", "demo"],
+                 ["watch", "demo", "x", "--set", "y"], ["demo", "x"], ["shell"],
+                 ["shell", "demo", "x"], ["cd", "demo"], ["complete", "demo"]]
+        for line in lines:
+            with self.subTest(line):
+                result = self.check(run(*line), USAGE, out="")
+                self.assertTrue(result.err.startswith("fixtop: "), result)
+                self.assertIn("Usage: fixtop", result.err)
+                self.assertTrue(result.err.endswith("More with --help.\n"), result)
+
+
+class Unreadable(ProgramTest):
+    def names_the_file(self, path, *more):
+        for word in (["ls"], ["tree"], ["get", "appModel"], ["solve"]):
+            result = self.check(run(word[0], path, *word[1:]), UNREADABLE, out="")
+            self.assertIn(path.name, result.err)
+            for text in more:
+                self.assertIn(text, result.err)
+
+    def test_missing_file(self):
+        self.names_the_file(self.folder / "missing.json")
+
+    def test_folder(self):
+        (self.folder / "folder.json").mkdir()
+        self.names_the_file(self.folder / "folder.json")
+
+    def test_empty_file(self):
+        for name in ("empty.json", "empty.dwxmz"):
+            self.names_the_file(self.file(name, ""))
+
+    def test_no_json(self):
+        result = run("ls", self.file("broken.json", '{"name": "x",\n "streams": [}\n'))
+        self.check(result, UNREADABLE, out="")
+        self.assertRegex(result.err, r"broken\.json.*\b2\b", "names the line")
+
+    def test_json_of_another_shape(self):
+        for content in ("[]", "3", "null", '{"foo": 1}'):
+            with self.subTest(content):
+                self.names_the_file(self.file("shape.json", content))
+
+    def test_no_archive(self):
+        self.names_the_file(self.file("broken.dwxmz", b"PK\x03\x04" + b"\0" * 60))
+
+    def test_unknown_kind_of_file(self):
+        self.names_the_file(self.file("case.txt", "hello"))
+
+
+class Pipes(ProgramTest):
+    def test_closed_pipe_ends_quietly(self):
+        program = subprocess.Popen(PROGRAM + ["get", "demo", "-"], stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        program.stdout.close()
+        try:
+            with program.stdin:
+                program.stdin.write(b"appModel(type)\n" * 20000)
+        except OSError:  # it may have ended before it has read everything
+            pass
+        self.assertEqual(b"", program.stderr.read())
+        self.assertEqual(0, program.wait(timeout=60))
+        program.stderr.close()
+
+
+class UnknownWords(ProgramTest):
+    def test_the_nearest_word_is_told(self):
+        result = self.check(run("atrs", "demo"), USAGE, "")
+        self.assertTrue(result.err.startswith("fixtop: no such word: atrs; near: attrs\n"), result)
+        result = self.check(run("zzzzzz", "demo"), USAGE, "")
+        self.assertTrue(result.err.startswith("fixtop: no such word: zzzzzz\n"), result)
+
+
+class PathWord(ProgramTest):
+    def test_parse_errors(self):
+        cases = {
+            "a#": "Parse error, count expected following # in: a#",
+            "a#%": "Parse error, count expected following # in: a#%",
+            "a[b": "Parse error, ] expected in: a[b",
+            "a[b=]": "Parse error, string expected in: a[b=]",
+            "(a]": "Parse error, ) expected in: (a]",
+            "(.": "Parse error, string expected in: (.",
+            "![x]": "Parse error, [ expected in: ![x]",
+            "a![x]": "Parse error, [ expected in: a![x]",
+            "a[x]|b": "Parse error, [ expected in: a[x]|b",
+        }
+        for expression, message in cases.items():
+            with self.subTest(expression):
+                self.check(run("path", expression), FAILED, "", message + "\n")
+                self.check(run("find", "demo", expression), FAILED, "", message + "\n")
+                self.check(run("get", "demo", expression), FAILED, "", message + "\n")
+
+    def test_expression_in_brackets_reaches_the_parser_whole(self):
+        result = self.check(run("path", '[a=b]'), DONE, err="")
+        self.assertRegex(result.out, re.compile(r"a.*b", re.S))
+
+    def test_empty_expression_parses(self):
+        self.check(run("path", ""), DONE, err="")
+
+
+if __name__ == "__main__":
+    unittest.main()

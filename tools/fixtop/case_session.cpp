@@ -1,0 +1,64 @@
+#include "case_session.h"
+
+#include "casehost/standard_host.h"
+
+namespace {
+
+std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
+    std::string text;
+    for (const casehost::CaseProblem& problem : problems) {
+        text += (text.empty() ? "" : "\n") + problem.Text();
+    }
+    // A reader names the place; what it says nothing about still has a file.
+    if (text.find(file) == std::string::npos) text.insert(0, file + (text.empty() ? "" : ": "));
+    return text;
+}
+
+}  // namespace
+
+CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
+    casehost::UseStandardParts(*host_);
+    FixtopInstallHost(&host_->Services());
+}
+
+std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, std::string& problem) {
+    std::unique_ptr<CaseSession> session(new CaseSession);
+    const casehost::OpenResult opened = casehost::OpenCase(*session->host_, name);
+    if (!opened) {
+        problem = Texts(opened.problems, name);
+        return nullptr;
+    }
+    for (const casehost::CaseProblem& remark : opened.problems) {
+        session->remarks_.push_back(remark.Text());
+    }
+    session->entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(session->host_->ActiveCase()));
+    session->top_ = NodeRef::Adopt(FixtopMakeIterator(session->entry_.Get(), false));
+    session->here_ = session->Top();
+    return session;
+}
+
+// What stands on the case goes before the case, and the module's host last.
+CaseSession::~CaseSession() {
+    here_.Reset();
+    top_.Reset();
+    entry_.Reset();
+    // The combined top entry had itself told of changes.
+    if (host_->ActiveCase()) UnsetTopNotify(host_->ActiveCase());
+    FixtopInstallHost(nullptr);
+}
+
+FISolver* CaseSession::Solver() const {
+    void* solver = nullptr;
+    entry_->QueryService(1, &solver);
+    return static_cast<FISolver*>(solver);
+}
+
+void CaseSession::Turn() {
+    host_->Turn();
+}
+
+bool CaseSession::Save(const std::string& file, std::string& problem) {
+    const casehost::SaveResult saved = host_->Save(*host_->ActiveLiveCase(), file);
+    if (!saved) problem = Texts({saved.problem}, file);
+    return saved.ok;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+// CaseSession: one open case, its tree and its solver. There is one in a process, because the
+// module has one host.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "front/fixtop.h"
+#include "node.h"
+
+namespace casehost {
+class CaseHost;
+}
+
+class CaseSession {
+ public:
+    // Opens a file or, by the name "demo", the case that the program carries. Null and the reason,
+    // with file and place, when it can't be read.
+    static std::unique_ptr<CaseSession> Open(const std::string& name, std::string& problem);
+    ~CaseSession();
+
+    // What the reader of the file had to say, though it could read it.
+    const std::vector<std::string>& Remarks() const { return remarks_; }
+    // An iterator on the top node.
+    NodeRef Top() const { return CopyOf(*top_); }
+    // Where paths begin: the top node until it is moved.
+    FIIteratorBase& Here() const { return *here_; }
+    void MoveTo(NodeRef node) { here_ = std::move(node); }
+
+    // Null when the case has none. Lent.
+    FISolver* Solver() const;
+    // Lets the host go on with what it has begun: one turn of its loop.
+    void Turn();
+    // False and the reason when the file can't be written.
+    bool Save(const std::string& file, std::string& problem);
+
+ private:
+    CaseSession();
+
+    std::unique_ptr<casehost::CaseHost> host_;
+    Ref<FIEntry> entry_;
+    NodeRef top_;
+    NodeRef here_;
+    std::vector<std::string> remarks_;
+};
+
+// A node that a path led to, and the attribute in which the path ended.
+struct Located {
+    NodeRef node;
+    std::string attribute;  // empty when the path names none
+};
+
+// Looks a path up from where the session stands, then from the top. On failure `problem` is the
+// parse error, or "no such node: " and the path with what was found of it and names that are near.
+std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem);

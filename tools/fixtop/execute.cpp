@@ -1,0 +1,157 @@
+#include <algorithm>
+
+#include "case_session.h"
+#include "near_names.h"
+#include "terminal.h"
+#include "word.h"
+
+namespace {
+
+// The parser takes "[...]" in a list of arguments for a list of its own; a path may look like that.
+constexpr char kGuard = '\x01';
+
+void Guard(std::vector<std::string>& arguments) {
+    for (std::string& argument : arguments) {
+        if (!argument.empty() && argument.front() == '[') argument.insert(0, 1, kGuard);
+    }
+}
+
+std::string Unguarded(std::string argument) {
+    if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
+    return argument;
+}
+
+std::string WithoutLineEnds(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    return text;
+}
+
+// Parser and words of one command line.
+class CommandLine {
+ public:
+    explicit CommandLine(Place place) : place_(place) {
+        if (place == Place::kProgram) {
+            app_.name("fixtop");
+            app_.set_version_flag("--version", std::string("fixtop ") + FixtopVersion());
+        } else {
+            app_.name("");
+        }
+        app_.allow_windows_style_options(false);
+        app_.require_subcommand(1);
+        app_.footer(kNotes);
+        for (const WordRow& row : Words()) {
+            if (IsKnown(row.place, place)) Add(row);
+        }
+    }
+
+    ExitCode Run(std::vector<std::string> arguments, Surroundings& around) {
+        if (const std::string unknown = UnknownWord(arguments); !unknown.empty()) {
+            return Refuse(unknown, around.out);
+        }
+        try {
+            Guard(arguments);
+            std::reverse(arguments.begin(), arguments.end());
+            app_.parse(std::move(arguments));
+        } catch (const CLI::CallForVersion& version) {
+            around.out.Line(version.what());
+            return ExitCode::kOk;
+        } catch (const CLI::CallForHelp&) {
+            around.out.Line(WithoutLineEnds(Chosen().help(Prefix())));
+            return ExitCode::kOk;
+        } catch (const CLI::ParseError& error) {
+            return Refuse(error.what(), around.out);
+        }
+        return RunWord(around);
+    }
+
+ private:
+    static constexpr const char* kNotes =
+        "A CASE is a file (.json, .dwxmz) or the word demo. A PATH leads down from the top node "
+        "in\n"
+        "steps with dots: appModel.FlowSheetObjects.Streams.\"Feed 1\".Temperature\n"
+        "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
+        "store or solve failed, 2 wrong command line, 3 the case can't be read or written.";
+
+    void Add(const WordRow& row) {
+        CLI::App* sub = app_.add_subcommand(row.name, row.summary);
+        sub->footer(row.details);
+        if (row.takes_case && place_ == Place::kProgram) {
+            AddText(*sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
+        }
+        words_.push_back(row.make());
+        words_.back()->Declare(*sub);
+        rows_.push_back(&row);
+    }
+    ExitCode Refuse(const std::string& problem, Output& out) {
+        out.Note("fixtop: " + problem);
+        out.Note(Usage());
+        return ExitCode::kUsage;
+    }
+    // What is to be said when the line does not begin with a word; empty when it does.
+    std::string UnknownWord(const std::vector<std::string>& arguments) const {
+        if (arguments.empty() || arguments.front().rfind('-', 0) == 0) return "";
+        std::vector<std::string> names;
+        for (const WordRow* row : rows_) names.emplace_back(row->name);
+        const std::string& word = arguments.front();
+        if (std::find(names.begin(), names.end(), word) != names.end()) return "";
+        const std::vector<std::string> near = NearNames(word, names, 1);
+        return "no such word: " + word + (near.empty() ? "" : "; near: " + near.front());
+    }
+    CLI::App& Chosen() {
+        const auto chosen = app_.get_subcommands();
+        return chosen.empty() ? app_ : *chosen.front();
+    }
+    std::string Prefix() { return &Chosen() == &app_ || !InProgram() ? "" : "fixtop"; }
+    bool InProgram() const { return place_ == Place::kProgram; }
+    std::string Usage() {
+        CLI::App& chosen = Chosen();
+        const std::string name = &chosen == &app_ ? app_.get_name()
+                                 : InProgram()    ? "fixtop " + chosen.get_name()
+                                                  : chosen.get_name();
+        std::string usage = CLI::Formatter().make_usage(&chosen, name);
+        return WithoutLineEnds(std::move(usage)) + "\nMore with --help.";
+    }
+    ExitCode RunWord(Surroundings& around) {
+        const std::string name = Chosen().get_name();
+        const auto at = std::find_if(rows_.begin(), rows_.end(),
+                                     [&](const WordRow* row) { return row->name == name; });
+        Word& word = *words_[at - rows_.begin()];
+        if (!(*at)->takes_case || !InProgram()) return word.Run(around);
+        std::string problem;
+        const auto session = CaseSession::Open(case_name_, problem);
+        if (!session) {
+            around.out.Note(problem);
+            return ExitCode::kUnreadable;
+        }
+        if (terminal::NotesAreSeen()) {
+            for (const std::string& remark : session->Remarks()) around.out.Note(remark);
+        }
+        Surroundings with_case{around.out, session.get()};
+        return word.Run(with_case);
+    }
+
+    Place place_;
+    CLI::App app_{"Browse, read, change and solve a process-simulation case."};
+    std::string case_name_;
+    std::vector<const WordRow*> rows_;
+    std::vector<std::unique_ptr<Word>> words_;
+};
+
+}  // namespace
+
+ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around) {
+    return CommandLine(place).Run(std::move(arguments), around);
+}
+
+CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help) {
+    return app.add_option(name, text, help)->transform(Unguarded);
+}
+
+CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>& texts,
+                      const char* help) {
+    return app.add_option(name, texts, help)->transform(Unguarded);
+}
+
+void AddJson(CLI::App& app, bool& json) {
+    app.add_flag("--json", json, "Write JSON");
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+// What the program tells its caller when it ends.
+enum class ExitCode : int {
+    kOk = 0,
+    kFailed = 1,      // a path leads nowhere, a store was refused, a solve did not complete
+    kUsage = 2,       // the command line is wrong
+    kUnreadable = 3,  // the case can't be opened, or not be saved
+};

@@ -1,0 +1,45 @@
+#include "case_session.h"
+#include "near_names.h"
+
+namespace {
+
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + QuotedName(name);
+    return text;
+}
+
+std::string Missing(FIIteratorBase& start, const std::string& path) {
+    const NodeRef node = CopyOf(start);
+    std::string found;
+    std::string wanted;
+    for (const StepText& step : SplitPath(path)) {
+        wanted = step.name;
+        if (!node->SeekPath(FIValue(step.text.c_str()))) break;
+        found = JoinPath(found, step.text);
+    }
+    std::string problem = "no such node: " + path;
+    problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + found;
+    const std::string near = Joined(NearNames(wanted, ChildNames(*node)));
+    if (!near.empty()) problem += "\n  near: " + near;
+    return problem;
+}
+
+}  // namespace
+
+std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem) {
+    const FIValue expression(path.c_str());
+    FIValue steps;
+    FIValue error;
+    if (!FixtopDescribePath(expression, steps, error)) {
+        problem = error.ToText();
+        return std::nullopt;
+    }
+    for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
+        if (!node->SeekPath(expression)) continue;
+        const bool ends_in_attribute = path.find('(') != std::string::npos;
+        return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};
+    }
+    problem = Missing(session.Here(), path);
+    return std::nullopt;
+}

@@ -1,0 +1,151 @@
+#include "node.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "framework/cursor.h"
+
+namespace {
+
+constexpr std::array kVariableTypes = {"Real", "String", "Attachment", "Message"};
+
+// The characters that names of variables show as entities, though they are sought without them.
+// `>` and `<` are shown alike.
+struct Entity {
+    const char* text;
+    char character;
+};
+constexpr std::array kEntities = {Entity{"&quot;", '"'}, Entity{"&lt;", '<'}, Entity{"&lt;", '>'},
+                                  Entity{"&amp;", '&'}};
+
+std::string WithoutEntities(const std::string& shown) {
+    std::string name;
+    for (std::size_t at = 0; at < shown.size();) {
+        const auto* entity = std::find_if(kEntities.begin(), kEntities.end(), [&](const Entity& e) {
+            return shown.compare(at, std::strlen(e.text), e.text) == 0;
+        });
+        name += entity == kEntities.end() ? shown[at] : entity->character;
+        at += entity == kEntities.end() ? 1 : std::strlen(entity->text);
+    }
+    return name;
+}
+
+bool HasChild(FIIteratorBase& parent, const std::string& name) {
+    return CopyOf(parent)->SeekChild(name.c_str());
+}
+
+ChildPlace PlaceOf(FIIteratorBase& parent, std::string shown, int index,
+                   std::map<std::string, int>& seen) {
+    ChildPlace place{std::move(shown), 0, index};
+    place.repeat = seen[place.name]++;
+    if (place.name.find('&') == std::string::npos || HasChild(parent, place.name)) return place;
+    const std::string name = WithoutEntities(place.name);
+    place.by_index = place.repeat > 0 || !HasChild(parent, name);
+    if (!place.by_index) place.name = name;
+    return place;
+}
+
+}  // namespace
+
+std::string NameOf(FIIteratorBase& node) {
+    FIValue name;
+    node.GetName(name);
+    return name.ToText();
+}
+
+FIValue AttributeOf(FIIteratorBase& node, const char* name) {
+    FIValue value;
+    node.GetAttribute(FIValue(name), value);
+    return value;
+}
+
+std::string OneLine(std::string text) {
+    for (std::size_t at = 0; (at = text.find_first_of("\r\n", at)) != std::string::npos; at += 2) {
+        text.replace(at, 1, text[at] == '\n' ? "\\n" : "\\r");
+    }
+    return text;
+}
+
+std::string OneLine(const FIValue& value) {
+    return OneLine(value.ToText());
+}
+
+std::string TextOf(FIIteratorBase& node, const char* attribute) {
+    return OneLine(AttributeOf(node, attribute));
+}
+
+bool IsVariable(FIIteratorBase& node) {
+    const std::string type = TextOf(node, "type");
+    return std::find(kVariableTypes.begin(), kVariableTypes.end(), type) != kVariableTypes.end() ||
+           !AttributeOf(node, "value").IsNull();
+}
+
+void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
+    const NodeRef child = CopyOf(node);
+    if (!child->DownFirst()) return;
+    std::map<std::string, int> seen;
+    int index = 0;
+    do {
+        if (!visit(*child, PlaceOf(node, NameOf(*child), index++, seen))) return;
+    } while (child->Next());
+}
+
+std::vector<std::string> ChildNames(FIIteratorBase& node) {
+    std::vector<std::string> names;
+    ForEachChild(node, [&](FIIteratorBase&, const ChildPlace& place) {
+        names.push_back(place.name);
+        return true;
+    });
+    return names;
+}
+
+std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node) {
+    std::vector<std::pair<std::string, FIValue>> attributes;
+    const auto source = Ref<FIAttributeSource>::Adopt(node.GetAttributeSource());
+    if (!source) return attributes;
+    const auto cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
+    if (!cursor) return attributes;
+    for (bool found = cursor->Seek(kFromFirst, 0); found; found = cursor->Seek(kFromPresent, 1)) {
+        FIValue name;
+        FIValue value;
+        cursor->GetKey(name);
+        cursor->GetValue(value);
+        attributes.emplace_back(name.ToText(), std::move(value));
+    }
+    return attributes;
+}
+
+std::string FullPath(FIIteratorBase& node) {
+    const NodeRef parent = CopyOf(node);
+    std::string path;
+    while (parent->Depth() > 0) {
+        const NodeRef child = CopyOf(*parent);
+        parent->Up();
+        ForEachChild(*parent, [&](FIIteratorBase& sibling, const ChildPlace& place) {
+            if (!sibling.Equal(*child)) return true;
+            path = path.empty() ? StepFor(place) : JoinPath(StepFor(place), path);
+            return false;
+        });
+    }
+    return path;
+}
+
+Json ToJson(const FIValue& value) {
+    switch (value.Kind()) {
+        case FIValue::kNull:
+            return nullptr;
+        case FIValue::kInt:
+            return value.AsInt();
+        case FIValue::kReal:
+            return std::strtod(value.ToText().c_str(), nullptr);
+        default:
+            return value.ToText();
+    }
+}
+
+std::string ToLine(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+// What the commands do with a position in the tree.
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "framework/iterator.h"
+#include "framework/ref.h"
+#include "path_text.h"
+#include "value/fi_value.h"
+
+using NodeRef = Ref<FIIteratorBase>;
+using Json = nlohmann::ordered_json;
+
+inline NodeRef CopyOf(FIIteratorBase& node) {
+    return NodeRef::Adopt(node.Copy());
+}
+
+std::string NameOf(FIIteratorBase& node);
+FIValue AttributeOf(FIIteratorBase& node, const char* name);
+// As it stands on one line: line ends are written "\n" and "\r".
+std::string OneLine(const FIValue& value);
+std::string OneLine(std::string text);
+std::string TextOf(FIIteratorBase& node, const char* attribute);
+
+// The node shows a value of its own: it is no list and no object.
+bool IsVariable(FIIteratorBase& node);
+
+// Calls `visit` with an iterator that stands on each child in turn and with the child's place. The
+// iterator is only lent. Stops when `visit` answers false.
+using ChildVisitor = std::function<bool(FIIteratorBase& child, const ChildPlace& place)>;
+void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit);
+
+std::vector<std::string> ChildNames(FIIteratorBase& node);
+std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node);
+
+// The path from the top node, in steps that lead back to exactly this node.
+std::string FullPath(FIIteratorBase& node);
+
+// A number in JSON has the digits that the value has as text.
+Json ToJson(const FIValue& value);
+// On one line; bytes that are no UTF-8 are replaced.
+std::string ToLine(const Json& json);

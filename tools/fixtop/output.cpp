@@ -1,0 +1,26 @@
+#include "output.h"
+
+void Output::Line(std::string_view text) {
+    Data(std::string(text) + '\n');
+}
+
+void FileOutput::Data(std::string_view text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), data_) == text.size();
+    if (!written || std::fflush(data_) != 0) throw ClosedPipe();
+}
+
+void FileOutput::Note(std::string_view text) {
+    const std::string line = std::string(text) + '\n';
+    std::fwrite(line.data(), 1, line.size(), notes_);
+    std::fflush(notes_);
+}
+
+void RecordingOutput::Data(std::string_view text) {
+    recorded_ += text;
+    next_.Data(text);
+}
+
+void RecordingOutput::Note(std::string_view text) {
+    recorded_ += std::string(text) + '\n';
+    next_.Note(text);
+}

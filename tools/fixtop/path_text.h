@@ -1,0 +1,43 @@
+#pragma once
+
+// Path expressions as text: cut into their steps, and written for a node so that they lead back to
+// it.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// One step of a path, cut out of the expression without being evaluated.
+struct StepText {
+    std::string text;                  // the whole step as written, without the dot
+    std::string name;                  // unquoted; empty when the step has none
+    bool is_variable = false;          // the name is that of a variable
+    std::optional<std::string> count;  // what stands behind `#`
+    std::string filters;               // "[...]|[...]" as written
+    std::string attribute;             // what stands in the parentheses that end the path
+
+    bool TakesAnyName() const { return name.empty() || name == "*" || is_variable; }
+    // The step stays on the node that it is applied to.
+    bool Stays() const { return name.empty() && !is_variable && !count; }
+};
+
+// Cuts an expression that is known to parse. Parentheses end the path, whatever follows them.
+std::vector<StepText> SplitPath(std::string_view expression);
+
+// The name as it is written in a path, in quotes where it needs them.
+std::string QuotedName(const std::string& name);
+
+// Where a child stands among its siblings.
+struct ChildPlace {
+    std::string name;       // by which it is sought
+    int repeat = 0;         // count of earlier siblings of the same name
+    int index = 0;          // count of all earlier siblings
+    bool by_index = false;  // no name leads to it
+};
+
+// The step that leads to this child and to no other.
+std::string StepFor(const ChildPlace& place);
+
+// `step` behind `path`, which may be empty.
+std::string JoinPath(const std::string& path, const std::string& step);

@@ -1,0 +1,141 @@
+#include "shell_line.h"
+
+#include <algorithm>
+
+#include "case_session.h"
+#include "word.h"
+
+namespace {
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+struct Cut {
+    std::vector<ShellWord> words;
+    bool closed = true;
+    bool in_word = false;  // the line ends inside its last word
+};
+
+Cut CutLine(const std::string& line) {
+    Cut cut;
+    char quote = '\0';
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        const char c = line[at];
+        if (!quote && IsBlank(c)) {
+            cut.in_word = false;
+            continue;
+        }
+        if (!cut.in_word) cut.words.push_back({"", at});
+        cut.in_word = true;
+        const bool is_quote = quote ? c == quote : c == '"' || c == '\'';
+        if (is_quote) quote = quote ? '\0' : c;
+        if (!is_quote || c == '"') cut.words.back().text += c;
+    }
+    cut.closed = quote == '\0';
+    return cut;
+}
+
+// The last dot or parenthesis of a path that stands outside quotes and brackets; npos without one.
+std::size_t LastJoint(const std::string& path) {
+    std::size_t joint = std::string::npos;
+    bool quoted = false;
+    int brackets = 0;
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        const char c = path[at];
+        if (c == '"') quoted = !quoted;
+        if (quoted) continue;
+        brackets += (c == '[') - (c == ']');
+        if (brackets == 0 && (c == '.' || c == '(')) joint = at;
+    }
+    return joint;
+}
+
+// A step as it is typed at the prompt: in quotes when it has a blank.
+std::string Typed(const ChildPlace& place) {
+    std::string step = StepFor(place);
+    const bool plain = step.find_first_of(" \t\"") == std::string::npos;
+    if (plain || step.front() == '"') return step;
+    return '"' + place.name + '"' + step.substr(place.name.size());
+}
+
+bool BeginsWith(const std::string& name, const std::string& beginning) {
+    return name.compare(0, beginning.size(), beginning) == 0;
+}
+
+std::vector<std::string> AttributeNames(FIIteratorBase& node, const std::string& beginning) {
+    std::vector<std::string> names;
+    for (const auto& attribute : AttributesOf(node)) {
+        if (BeginsWith(attribute.first, beginning)) names.push_back(attribute.first);
+    }
+    return names;
+}
+
+std::vector<std::string> WordNames(const std::string& beginning) {
+    std::vector<std::string> names;
+    for (const WordRow& row : Words()) {
+        if (IsKnown(row.place, Place::kShell) && BeginsWith(row.name, beginning)) {
+            names.emplace_back(row.name);
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> PathCompletions(CaseSession& session, const std::string& typed) {
+    const std::size_t joint = LastJoint(typed);
+    const bool deeper = joint != std::string::npos;
+    const std::string parent = deeper ? typed.substr(0, joint) : "";
+    std::string beginning = deeper ? typed.substr(joint + 1) : typed;
+    const bool attribute = deeper && typed[joint] == '(';
+    std::string problem;
+    const auto found = Locate(session, parent, problem);
+    if (!found) return {};
+    std::vector<std::string> candidates;
+    if (attribute) {
+        for (const std::string& name : AttributeNames(*found->node, beginning)) {
+            candidates.push_back(parent + '(' + name + ')');
+        }
+        return candidates;
+    }
+    if (!beginning.empty() && beginning.front() == '"') beginning.erase(0, 1);
+    ForEachChild(*found->node, [&](FIIteratorBase&, const ChildPlace& place) {
+        if (BeginsWith(place.name, beginning)) candidates.push_back(JoinPath(parent, Typed(place)));
+        return true;
+    });
+    return candidates;
+}
+
+// Names of attributes of the last node that the line names before `--attr`.
+std::vector<std::string> OptionCompletions(CaseSession& session,
+                                           const std::vector<ShellWord>& words,
+                                           const std::string& beginning) {
+    for (auto word = words.rbegin(); word != words.rend(); ++word) {
+        std::string problem;
+        if (word->text.empty() || word->text.front() == '-') continue;
+        const auto found = Locate(session, word->text, problem);
+        if (found) return AttributeNames(*found->node, beginning);
+    }
+    return AttributeNames(session.Here(), beginning);
+}
+
+}  // namespace
+
+std::optional<std::vector<ShellWord>> SplitLine(const std::string& line) {
+    Cut cut = CutLine(line);
+    if (!cut.closed) return std::nullopt;
+    return std::move(cut.words);
+}
+
+terminal::Completion CompleteLine(CaseSession& session, const std::string& line) {
+    std::vector<ShellWord> words = CutLine(line).words;
+    ShellWord last{"", line.size()};
+    if (CutLine(line).in_word) {
+        last = words.back();
+        words.pop_back();
+    }
+    if (words.empty()) return {last.start, WordNames(last.text)};
+    if (words.back().text == "--attr") {
+        return {last.start, OptionCompletions(session, words, last.text)};
+    }
+    return {last.start, PathCompletions(session, last.text)};
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+// Runs a case's solver to its end in turns of the host's loop, so that values can be watched on the
+// way.
+
+#include <functional>
+#include <string>
+
+class CaseSession;
+
+struct SolveEnd {
+    bool complete = false;
+    std::string message;  // as the solver puts it
+};
+
+// Starts the solver and waits for it. `after_turn` is called after every turn, and may be empty.
+SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_turn);
+
+// Waits until a solve that something else began has ended.
+void WaitUntilIdle(CaseSession& session, const std::function<void()>& after_turn);
+
+// Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
+class Progress {
+ public:
+    explicit Progress(CaseSession& session);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+ private:
+    void Show();
+
+    CaseSession& session_;
+    bool shown_ = false;
+    int steps_ = 0;
+};

@@ -1,0 +1,11 @@
+#pragma once
+
+// Stores into the tree, as typed on a command line.
+
+#include <string>
+
+struct Located;
+
+// Stores a text: as a number in a node of numbers, and nothing at all as NULL. With `unit`, the
+// node is shown in it from then on. Answers the reason of a refusal, or an empty text.
+std::string Store(const Located& place, const std::string& value, const std::string& unit);

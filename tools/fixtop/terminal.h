@@ -1,0 +1,43 @@
+#pragma once
+
+// What differs between the consoles of the platforms.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace terminal {
+
+// UTF-8 on the console, line ends as they are written, and a closed pipe that is told by a failed
+// write.
+void Prepare();
+// The command line in UTF-8, without the program's name.
+std::vector<std::string> Arguments(int count, char** values);
+// Standard input is a person at a keyboard.
+bool InputIsTyped();
+// Standard error is seen by a person.
+bool NotesAreSeen();
+
+// What may stand at the end of a line: the replacements for its text from `start` on.
+struct Completion {
+    std::size_t start = 0;
+    std::vector<std::string> candidates;
+};
+using Completer = std::function<Completion(const std::string& line_to_cursor)>;
+
+// Source of typed or piped lines.
+class LineReader {
+ public:
+    virtual ~LineReader() = default;
+    // The next line without its end; nothing when the input has ended.
+    virtual std::optional<std::string> Read(const std::string& prompt) = 0;
+};
+
+// With history and completion where the platform has them and the input is typed.
+std::unique_ptr<LineReader> OpenLineReader(Completer completer);
+// Lines as they come, without a prompt unless they are typed.
+std::unique_ptr<LineReader> OpenPlainReader();
+
+}  // namespace terminal

@@ -1,0 +1,119 @@
+#include <histedit.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <clocale>
+#include <csignal>
+#include <cstring>
+
+#include "terminal.h"
+
+namespace terminal {
+
+namespace {
+
+constexpr int kHistoryLines = 1000;
+
+// What all candidates begin with.
+std::string CommonBeginning(const std::vector<std::string>& candidates) {
+    std::string common = candidates.front();
+    for (const std::string& candidate : candidates) {
+        const auto end =
+            std::mismatch(common.begin(), common.end(), candidate.begin(), candidate.end()).first;
+        common.erase(end, common.end());
+    }
+    return common;
+}
+
+class EditedReader final : public LineReader {
+ public:
+    explicit EditedReader(Completer completer) : completer_(std::move(completer)) {
+        std::setlocale(LC_CTYPE, "");
+        history_ = history_init();
+        HistEvent event;
+        history(history_, &event, H_SETSIZE, kHistoryLines);
+        history(history_, &event, H_SETUNIQUE, 1);
+        edit_ = el_init("fixtop", stdin, stdout, stderr);
+        el_set(edit_, EL_CLIENTDATA, this);
+        el_set(edit_, EL_PROMPT, &Prompt);
+        el_set(edit_, EL_EDITOR, "emacs");
+        el_set(edit_, EL_SIGNAL, 1);
+        el_set(edit_, EL_HIST, history, history_);
+        el_set(edit_, EL_ADDFN, "fixtop-complete", "Complete the word", &Complete);
+        el_set(edit_, EL_BIND, "^I", "fixtop-complete", nullptr);
+    }
+    ~EditedReader() override {
+        el_end(edit_);
+        history_end(history_);
+    }
+    EditedReader(const EditedReader&) = delete;
+    EditedReader& operator=(const EditedReader&) = delete;
+
+    std::optional<std::string> Read(const std::string& prompt) override {
+        prompt_ = prompt;
+        int length = 0;
+        const char* typed = el_gets(edit_, &length);
+        if (!typed || length <= 0) return std::nullopt;
+        std::string line(typed, static_cast<std::size_t>(length));
+        while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.pop_back();
+        HistEvent event;
+        if (!line.empty()) history(history_, &event, H_ENTER, line.c_str());
+        return line;
+    }
+
+ private:
+    static EditedReader& Self(EditLine* edit) {
+        EditedReader* self = nullptr;
+        el_get(edit, EL_CLIENTDATA, &self);
+        return *self;
+    }
+    static char* Prompt(EditLine* edit) { return Self(edit).prompt_.data(); }
+    static unsigned char Complete(EditLine* edit, int) { return Self(edit).CompleteWord(); }
+
+    unsigned char CompleteWord() {
+        const LineInfo* line = el_line(edit_);
+        const std::string typed(line->buffer, line->cursor);
+        const Completion completion = completer_(typed);
+        if (completion.candidates.empty()) return CC_ERROR;
+        const std::string common = CommonBeginning(completion.candidates);
+        const int old_length = static_cast<int>(typed.size() - completion.start);
+        if (common != typed.substr(completion.start)) {
+            el_deletestr(edit_, old_length);
+            el_insertstr(edit_, common.c_str());
+            return CC_REFRESH;
+        }
+        if (completion.candidates.size() == 1) return CC_NORM;
+        std::fputc('\n', stdout);
+        for (const std::string& candidate : completion.candidates) std::puts(candidate.c_str());
+        return CC_REDISPLAY;
+    }
+
+    Completer completer_;
+    std::string prompt_;
+    EditLine* edit_;
+    History* history_;
+};
+
+}  // namespace
+
+void Prepare() {
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::vector<std::string> Arguments(int count, char** values) {
+    return {values + std::min(count, 1), values + count};
+}
+
+bool InputIsTyped() {
+    return isatty(STDIN_FILENO) != 0;
+}
+bool NotesAreSeen() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
+std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
+    if (!InputIsTyped()) return OpenPlainReader();
+    return std::make_unique<EditedReader>(std::move(completer));
+}
+
+}  // namespace terminal

@@ -1,0 +1,58 @@
+#pragma once
+
+// Words: the commands of the program and of its shell. A word declares its options once, for the
+// parser and for the help, and runs on an open case.
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "exit_code.h"
+#include "output.h"
+
+class CaseSession;
+
+// What a word has at hand while it runs.
+struct Surroundings {
+    Output& out;
+    CaseSession* session = nullptr;  // null for words that need no case
+    bool leave_shell = false;        // set by the word that ends the shell
+};
+
+class Word {
+ public:
+    virtual ~Word() = default;
+    // The options are read into the word itself.
+    virtual void Declare(CLI::App& app) = 0;
+    virtual ExitCode Run(Surroundings& around) = 0;
+};
+
+// Where a word is known.
+enum class Place { kProgram = 1, kShell = 2, kBoth = 3 };
+constexpr bool IsKnown(Place word, Place here) {
+    return (static_cast<int>(word) & static_cast<int>(here)) != 0;
+}
+
+struct WordRow {
+    const char* name;
+    const char* summary;
+    const char* details;  // below the options in the help
+    bool takes_case;
+    Place place;
+    std::unique_ptr<Word> (*make)();
+};
+
+std::span<const WordRow> Words();
+
+// Parses a command line, without the program's own name, and runs its word. In the shell the
+// session is given and words take no case. Problems of the line are told on `around.out`.
+ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around);
+
+// Options; `name` without dashes is an argument by its position.
+CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help);
+CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>& texts,
+                      const char* help);
+void AddJson(CLI::App& app, bool& json);

@@ -1,0 +1,87 @@
+#include <iostream>
+
+#include "case_session.h"
+#include "words/makers.h"
+
+namespace {
+
+class Get final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddTexts(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
+        AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
+        AddText(app, "--unit", unit_, "Unit in which values are wanted");
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        ExitCode code = ExitCode::kOk;
+        const auto read = [&](const std::string& path) {
+            if (!Read(path, around)) code = ExitCode::kFailed;
+        };
+        for (const std::string& path : paths_) {
+            if (path != "-") {
+                read(path);
+                continue;
+            }
+            for (std::string line; std::getline(std::cin, line);) {
+                if (!line.empty() && line.back() == '\r') line.pop_back();
+                read(line);
+            }
+        }
+        return code;
+    }
+
+ private:
+    bool Read(const std::string& path, Surroundings& around) const {
+        std::string problem;
+        const auto found = Locate(*around.session, path, problem);
+        if (found) problem = ShowIn(*found->node, unit_);
+        if (!problem.empty()) return Refuse(path, problem, !found, around.out);
+        const std::string attribute = !attribute_.empty()        ? attribute_
+                                      : found->attribute.empty() ? "value"
+                                                                 : found->attribute;
+        const FIValue value = AttributeOf(*found->node, attribute.c_str());
+        around.out.Line(json_ ? Record(path, *found->node, attribute, value) : OneLine(value));
+        return true;
+    }
+    // The module's message when the node can't be shown in the unit.
+    static std::string ShowIn(FIIteratorBase& node, const std::string& unit) {
+        if (unit.empty()) return "";
+        FIValue refused;
+        node.SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
+        return refused.ToText();
+    }
+    bool Refuse(const std::string& path, const std::string& problem, bool names_path,
+                Output& out) const {
+        out.Note(names_path ? problem : path + ": " + problem);
+        if (json_) {
+            Json record;
+            record["path"] = path;
+            record["error"] = problem;
+            out.Line(ToLine(record));
+        }
+        return false;
+    }
+    static std::string Record(const std::string& path, FIIteratorBase& node,
+                              const std::string& attribute, const FIValue& value) {
+        Json record;
+        record["path"] = path;
+        if (attribute != "value") record["attr"] = attribute;
+        record["value"] = ToJson(value);
+        record["uom"] = ToJson(AttributeOf(node, "uom"));
+        record["status"] = ToJson(AttributeOf(node, "status"));
+        return ToLine(record);
+    }
+
+    std::vector<std::string> paths_;
+    std::string attribute_;
+    std::string unit_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeGet() {
+    return std::make_unique<Get>();
+}

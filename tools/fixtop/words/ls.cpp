@@ -1,0 +1,46 @@
+#include "case_session.h"
+#include "words/makers.h"
+
+namespace {
+
+class Ls final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "PATH", path_, "Node; the present one when it is left out");
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        std::string problem;
+        const auto found = Locate(*around.session, path_, problem);
+        if (!found) {
+            around.out.Note(problem);
+            return ExitCode::kFailed;
+        }
+        const std::string parent = json_ ? FullPath(*found->node) : "";
+        ForEachChild(*found->node, [&](FIIteratorBase& child, const ChildPlace& place) {
+            around.out.Line(json_ ? Record(child, JoinPath(parent, StepFor(place)))
+                                  : OneLine(NameOf(child)));
+            return true;
+        });
+        return ExitCode::kOk;
+    }
+
+ private:
+    static std::string Record(FIIteratorBase& child, const std::string& path) {
+        Json record;
+        record["name"] = NameOf(child);
+        record["path"] = path;
+        record["type"] = ToJson(AttributeOf(child, "type"));
+        return ToLine(record);
+    }
+
+    std::string path_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeLs() {
+    return std::make_unique<Ls>();
+}

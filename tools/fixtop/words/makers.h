@@ -1,0 +1,25 @@
+#pragma once
+
+// Makers of the words, one file each.
+
+#include <memory>
+
+#include "word.h"
+
+std::unique_ptr<Word> MakeAttrs();
+std::unique_ptr<Word> MakeCd();
+std::unique_ptr<Word> MakeComplete();
+std::unique_ptr<Word> MakeDemo();
+std::unique_ptr<Word> MakeFind();
+std::unique_ptr<Word> MakeGet();
+std::unique_ptr<Word> MakeHelp();
+std::unique_ptr<Word> MakeLs();
+std::unique_ptr<Word> MakePath();
+std::unique_ptr<Word> MakePwd();
+std::unique_ptr<Word> MakeQuit();
+std::unique_ptr<Word> MakeSave();
+std::unique_ptr<Word> MakeSet();
+std::unique_ptr<Word> MakeShell();
+std::unique_ptr<Word> MakeSolve();
+std::unique_ptr<Word> MakeTree();
+std::unique_ptr<Word> MakeWatch();

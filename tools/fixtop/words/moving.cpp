@@ -1,0 +1,97 @@
+// The words that only the shell knows.
+
+#include "case_session.h"
+#include "words/makers.h"
+
+namespace {
+
+class Cd final : public Word {
+ public:
+    void Declare(CLI::App& app) override { AddText(app, "PATH", path_, "Node"); }
+
+    ExitCode Run(Surroundings& around) override {
+        CaseSession& session = *around.session;
+        if (path_.empty()) {
+            session.MoveTo(session.Top());
+            return ExitCode::kOk;
+        }
+        if (path_ == "..") {
+            session.Here().Up();
+            return ExitCode::kOk;
+        }
+        std::string problem;
+        auto found = Locate(session, path_, problem);
+        if (!found) {
+            around.out.Note(problem);
+            return ExitCode::kFailed;
+        }
+        session.MoveTo(std::move(found->node));
+        return ExitCode::kOk;
+    }
+
+ private:
+    std::string path_;
+};
+
+class Pwd final : public Word {
+ public:
+    void Declare(CLI::App&) override {}
+    ExitCode Run(Surroundings& around) override {
+        around.out.Line(FullPath(around.session->Here()));
+        return ExitCode::kOk;
+    }
+};
+
+class Save final : public Word {
+ public:
+    void Declare(CLI::App& app) override { AddText(app, "FILE", file_, "File")->required(); }
+    ExitCode Run(Surroundings& around) override {
+        std::string problem;
+        if (around.session->Save(file_, problem)) return ExitCode::kOk;
+        around.out.Note(problem);
+        return ExitCode::kUnreadable;
+    }
+
+ private:
+    std::string file_;
+};
+
+class Help final : public Word {
+ public:
+    void Declare(CLI::App& app) override { AddText(app, "WORD", word_, "Word to be explained"); }
+    ExitCode Run(Surroundings& around) override {
+        std::vector<std::string> line{"--help"};
+        if (!word_.empty()) line.insert(line.begin(), word_);
+        return Execute(std::move(line), Place::kShell, around);
+    }
+
+ private:
+    std::string word_;
+};
+
+class Quit final : public Word {
+ public:
+    void Declare(CLI::App&) override {}
+    ExitCode Run(Surroundings& around) override {
+        around.leave_shell = true;
+        return ExitCode::kOk;
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeCd() {
+    return std::make_unique<Cd>();
+}
+std::unique_ptr<Word> MakePwd() {
+    return std::make_unique<Pwd>();
+}
+std::unique_ptr<Word> MakeSave() {
+    return std::make_unique<Save>();
+}
+std::unique_ptr<Word> MakeHelp() {
+    return std::make_unique<Help>();
+}
+std::unique_ptr<Word> MakeQuit() {
+    return std::make_unique<Quit>();
+}

@@ -1,0 +1,33 @@
+#include "front/fixtop.h"
+#include "words/makers.h"
+
+namespace {
+
+class Path final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "EXPR", expression_, "Path expression")->required();
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        FIValue steps;
+        FIValue error;
+        if (!FixtopDescribePath(FIValue(expression_.c_str()), steps, error)) {
+            around.out.Note(error.ToText());
+            return ExitCode::kFailed;
+        }
+        std::string text = steps.ToText();
+        while (!text.empty() && text.back() == '\n') text.pop_back();
+        around.out.Line(text);
+        return ExitCode::kOk;
+    }
+
+ private:
+    std::string expression_;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakePath() {
+    return std::make_unique<Path>();
+}

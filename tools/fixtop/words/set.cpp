@@ -1,0 +1,62 @@
+#include "case_session.h"
+#include "solver_run.h"
+#include "store.h"
+#include "words/makers.h"
+
+namespace {
+
+class Set final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
+            ->required();
+        AddText(app, "VALUE", value_, "New value; empty takes the value away")->required();
+        AddText(app, "--unit", unit_, "Unit of the value");
+        AddText(app, "--save", file_, "Write the changed case to this file");
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        std::string problem;
+        const auto found = Locate(*around.session, path_, problem);
+        if (found) {
+            const Progress progress(*around.session);
+            problem = Store(*found, value_, unit_);
+        }
+        if (!problem.empty()) {
+            around.out.Note(found ? path_ + ": " + problem : problem);
+            return ExitCode::kFailed;
+        }
+        Report(*found, around.out);
+        if (!file_.empty() && !around.session->Save(file_, problem)) {
+            around.out.Note(problem);
+            return ExitCode::kUnreadable;
+        }
+        return ExitCode::kOk;
+    }
+
+ private:
+    void Report(const Located& place, Output& out) const {
+        const char* name = place.attribute.empty() ? "value" : place.attribute.c_str();
+        const FIValue value = AttributeOf(*place.node, name);
+        if (!json_) return out.Line(OneLine(value));
+        Json record;
+        record["path"] = path_;
+        record["value"] = ToJson(value);
+        record["uom"] = ToJson(AttributeOf(*place.node, "uom"));
+        record["status"] = ToJson(AttributeOf(*place.node, "status"));
+        out.Line(ToLine(record));
+    }
+
+    std::string path_;
+    std::string value_;
+    std::string unit_;
+    std::string file_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeSet() {
+    return std::make_unique<Set>();
+}

@@ -1,0 +1,63 @@
+#include "case_session.h"
+#include "shell_line.h"
+#include "terminal.h"
+#include "words/makers.h"
+
+namespace {
+
+class Shell final : public Word {
+ public:
+    void Declare(CLI::App&) override {}
+
+    ExitCode Run(Surroundings& around) override {
+        CaseSession& session = *around.session;
+        const auto reader = terminal::OpenLineReader(
+            [&](const std::string& line) { return CompleteLine(session, line); });
+        ExitCode last = ExitCode::kOk;
+        while (!around.leave_shell) {
+            const auto line = reader->Read(Prompt(session));
+            if (!line) break;
+            last = RunLine(*line, last, around);
+        }
+        return last;
+    }
+
+ private:
+    static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
+
+    static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
+        const auto words = SplitLine(line);
+        if (!words) {
+            around.out.Note("a quote is not closed: " + line);
+            return ExitCode::kUsage;
+        }
+        if (words->empty()) return last;
+        std::vector<std::string> arguments;
+        for (const ShellWord& word : *words) arguments.push_back(word.text);
+        return Execute(std::move(arguments), Place::kShell, around);
+    }
+};
+
+class Complete final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "LINE", line_, "Line up to the cursor")->required();
+    }
+    ExitCode Run(Surroundings& around) override {
+        const auto completion = CompleteLine(*around.session, line_);
+        for (const std::string& candidate : completion.candidates) around.out.Line(candidate);
+        return completion.candidates.empty() ? ExitCode::kFailed : ExitCode::kOk;
+    }
+
+ private:
+    std::string line_;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeShell() {
+    return std::make_unique<Shell>();
+}
+std::unique_ptr<Word> MakeComplete() {
+    return std::make_unique<Complete>();
+}

@@ -1,0 +1,60 @@
+#include "case_session.h"
+#include "solver_run.h"
+#include "words/makers.h"
+
+namespace {
+
+class Solve final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "--save", file_, "Write the solved case to this file");
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        const SolveEnd end = WithProgress(*around.session);
+        Report(end, around.out);
+        if (!end.complete) NameCulprits(*around.session, around.out);
+        std::string problem;
+        if (!file_.empty() && !around.session->Save(file_, problem)) {
+            around.out.Note(problem);
+            return ExitCode::kUnreadable;
+        }
+        return end.complete ? ExitCode::kOk : ExitCode::kFailed;
+    }
+
+ private:
+    static SolveEnd WithProgress(CaseSession& session) {
+        const Progress progress(session);
+        return SolveToEnd(session, {});
+    }
+    void Report(const SolveEnd& end, Output& out) const {
+        if (!json_) return out.Line(end.message);
+        Json record;
+        record["complete"] = end.complete;
+        record["message"] = end.message;
+        out.Line(ToLine(record));
+    }
+    // The objects of the main flowsheet that are not well, with what they say of themselves.
+    static void NameCulprits(CaseSession& session, Output& out) {
+        for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
+            const NodeRef node = session.Top();
+            const std::string path = std::string("appModel.FlowSheetObjects.") + list;
+            if (!node->SeekPath(FIValue(path.c_str()))) continue;
+            ForEachChild(*node, [&](FIIteratorBase& object, const ChildPlace&) {
+                const std::string status = TextOf(object, "status");
+                if (!status.empty() && status != "OK") out.Note(NameOf(object) + ": " + status);
+                return true;
+            });
+        }
+    }
+
+    std::string file_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeSolve() {
+    return std::make_unique<Solve>();
+}

@@ -1,0 +1,86 @@
+#include <limits>
+
+#include "case_session.h"
+#include "words/makers.h"
+
+namespace {
+
+class Tree final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "PATH", path_, "Node; the present one when it is left out");
+        app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
+            ->check(CLI::NonNegativeNumber);
+        app.add_flag("--attachments", attachments_, "Go on below attachments");
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        std::string problem;
+        const auto found = Locate(*around.session, path_, problem);
+        if (!found) {
+            around.out.Note(problem);
+            return ExitCode::kFailed;
+        }
+        if (json_) {
+            around.out.Line(
+                Nested(*found->node, depth_).dump(2, ' ', false, Json::error_handler_t::replace));
+        } else {
+            Show(*found->node, 0, around.out);
+        }
+        return ExitCode::kOk;
+    }
+
+ private:
+    static bool IsAttachment(FIIteratorBase& node) { return TextOf(node, "type") == "Attachment"; }
+    bool IsOpen(FIIteratorBase& node, int levels_left) const {
+        return levels_left > 0 && (attachments_ || !IsAttachment(node));
+    }
+
+    static std::string Describe(FIIteratorBase& node) {
+        const std::string name = OneLine(NameOf(node));
+        const std::string type = TextOf(node, "type");
+        if (!IsVariable(node)) return type.empty() ? name : name + "  (" + type + ")";
+        const FIValue value = AttributeOf(node, "value");
+        const char* joint = type == "Attachment" ? " -> " : " = ";
+        if (value.IsNull()) return name + joint + "(none)";
+        const std::string uom = TextOf(node, "uom");
+        return name + joint + OneLine(value) + (uom.empty() ? "" : ' ' + uom);
+    }
+    void Show(FIIteratorBase& node, int level, Output& out) const {
+        out.Line(std::string(2 * level, ' ') + Describe(node));
+        if (!IsOpen(node, depth_ - level)) return;
+        ForEachChild(node, [&](FIIteratorBase& child, const ChildPlace&) {
+            Show(child, level + 1, out);
+            return true;
+        });
+    }
+    Json Nested(FIIteratorBase& node, int levels_left) const {
+        Json record;
+        record["name"] = NameOf(node);
+        record["type"] = ToJson(AttributeOf(node, "type"));
+        if (IsVariable(node)) {
+            record["value"] = ToJson(AttributeOf(node, "value"));
+            record["uom"] = ToJson(AttributeOf(node, "uom"));
+        }
+        if (!IsOpen(node, levels_left)) return record;
+        Json children = Json::array();
+        ForEachChild(node, [&](FIIteratorBase& child, const ChildPlace&) {
+            children.push_back(Nested(child, levels_left - 1));
+            return true;
+        });
+        if (!children.empty()) record["children"] = std::move(children);
+        return record;
+    }
+
+    std::string path_;
+    int depth_ = std::numeric_limits<int>::max();
+    bool attachments_ = false;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeTree() {
+    return std::make_unique<Tree>();
+}

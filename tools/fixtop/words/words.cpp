@@ -1,0 +1,62 @@
+#include "words/makers.h"
+
+namespace {
+
+constexpr WordRow kWords[] = {
+    {"ls", "List the names of a node's children, one a line",
+     "With --json an object a line: name, path, type.", true, Place::kBoth, MakeLs},
+    {"tree", "Show a node and everything below it",
+     "A variable is shown as \"name = value unit\", any other node with its type. An attachment "
+     "is\n"
+     "shown as \"name -> target\"; --attachments goes on below it.",
+     true, Place::kBoth, MakeTree},
+    {"attrs", "List a node's attributes", "A line each: name, tab, value.", true, Place::kBoth,
+     MakeAttrs},
+    {"get", "Read values, one a line",
+     "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
+     "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
+     "and exit status 1; the others are still read. With --json an object a line: path, value,\n"
+     "uom, status; or path and error.",
+     true, Place::kBoth, MakeGet},
+    {"find", "List the paths of all nodes that match a pattern",
+     "A pattern is a path with wildcards and filters, of which every match is followed:\n"
+     "  appModel.FlowSheetObjects.Streams.*[(type)=MaterialStreamObject].Temperature\n"
+     "What it writes can be given to get. Exit status 1 when nothing matches.",
+     true, Place::kBoth, MakeFind},
+    {"set", "Store a value",
+     "The case is solved again and the value as it now stands is written. An empty VALUE takes "
+     "the\n"
+     "value away. VALUE is in --unit, or else in the unit that get shows.",
+     true, Place::kBoth, MakeSet},
+    {"solve", "Solve the case",
+     "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
+     "stand against it are named on standard error.",
+     true, Place::kBoth, MakeSolve},
+    {"watch", "Solve the case and write how values change",
+     "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
+     "given with --set are stored first. Ends with the solve.",
+     true, Place::kBoth, MakeWatch},
+    {"path", "Show the steps of a path expression",
+     "Exit status 1 and the parse error when it does not parse.", false, Place::kBoth, MakePath},
+    {"shell", "Work in a case at a prompt",
+     "The words of the program without CASE, and cd, pwd, save, help, quit. Paths begin at the\n"
+     "present node, or else at the top. Single quotes hold an argument with blanks together;\n"
+     "double quotes do so too and stay part of it, as paths want them.",
+     true, Place::kProgram, MakeShell},
+    {"demo", "A guided tour through the case that the program carries",
+     "Exit status 1 when a step does not do what it says.", false, Place::kProgram, MakeDemo},
+    {"complete", "List what may stand at the end of a shell line",
+     "For completion in editors and shells: candidates for the last word of LINE, one a line.",
+     true, Place::kProgram, MakeComplete},
+    {"cd", "Go to a node; .. is the parent, nothing the top node", "", true, Place::kShell, MakeCd},
+    {"pwd", "Show the path of the present node", "", true, Place::kShell, MakePwd},
+    {"save", "Write the case to a file", "", true, Place::kShell, MakeSave},
+    {"help", "List the words", "", true, Place::kShell, MakeHelp},
+    {"quit", "Leave the shell", "", true, Place::kShell, MakeQuit},
+};
+
+}  // namespace
+
+std::span<const WordRow> Words() {
+    return kWords;
+}
