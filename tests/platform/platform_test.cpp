@@ -24,9 +24,11 @@ namespace {
 #ifdef _WIN32
 constexpr char kSystemLibrary[] = "kernel32.dll";
 constexpr char kSystemFunction[] = "GetTickCount";
+constexpr char kBesideFile[] = "fixtop_beside.dll";
 #else
 constexpr char kSystemLibrary[] = "libc.so.6";
 constexpr char kSystemFunction[] = "strlen";
+constexpr char kBesideFile[] = "libfixtop_beside.so";
 #endif
 
 void* PointerOf(int (*function)()) {
@@ -174,19 +176,19 @@ TEST(ProcessModules, load_a_library_and_find_its_functions) {
     ASSERT_NE(function, nullptr);
     EXPECT_EQ(function(), 17);
     UnloadModule(module);
+    EXPECT_EQ(FindLoadedModule(name.c_str()), module) << "it was loaded twice";
+    UnloadModule(module);
     EXPECT_EQ(FindLoadedModule(name.c_str()), nullptr) << "given back";
 }
 
 TEST(ProcessModules, plain_names_are_sought_beside_this_module) {
-    const std::filesystem::path beside =
-        std::filesystem::path(ProgramFolder()) / "libfixtop_beside.so";
+    const std::filesystem::path beside = std::filesystem::path(ProgramFolder()) / kBesideFile;
     std::filesystem::copy_file(FIXTOP_SAMPLE_MODULE, beside,
                                std::filesystem::copy_options::overwrite_existing);
     const ModuleHandle module = LoadModule("fixtop_beside.dll");
-    std::filesystem::remove(beside);
-    ASSERT_NE(module, nullptr);
     EXPECT_NE(FindFunction(module, "FixtopSampleModuleExport"), nullptr);
-    UnloadModule(module);
+    if (module != nullptr) UnloadModule(module);
+    std::filesystem::remove(beside);
 }
 
 TEST(ProcessModules, own_name_in_a_library_is_that_library) {
