@@ -103,6 +103,20 @@ TEST(ShippedUnitFile, names_units_of_both_sides) {
     EXPECT_THAT(units.log.Lines(), testing::IsEmpty());
 }
 
+TEST(UnitAdapter, is_not_attached_by_its_path) {
+    const TemporaryFolder folder;
+    const LogLines log(folder);
+    const ModuleHandle module = LoadModule(FIXTOP_ADAPTER);
+    ASSERT_NE(FindFunction(module, "CreateUnitSource"), nullptr) << "the path itself is good";
+    UnloadModule(module);
+    CCDMUnitsList units;
+    units.SetProvider(FIXTOP_ADAPTER);
+    units.SetInitString(kDefinitions);
+    EXPECT_FALSE(units.Initialized());
+    EXPECT_THAT(log.Lines(), testing::ElementsAre(
+                                 "Unable to locate CCDM unit conversion adpater " FIXTOP_ADAPTER));
+}
+
 TEST(UnitAdapter, unknown_definitions_refuse) {
     const TemporaryFolder folder;
     folder.Write("broken.xml", "<QZClassLibrary>");
