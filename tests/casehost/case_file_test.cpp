@@ -1,4 +1,5 @@
 #include "casehost/case_file.h"
+#include "casehost/file_path.h"
 #include "live/case.h"
 
 #include <gtest/gtest.h>
@@ -269,7 +270,10 @@ class CaseFileOnDisk : public ::testing::Test {
         RegisterCaseFiles();
     }
     void TearDown() override { std::filesystem::remove_all(folder_); }
-    std::string Path(const std::string& name) { return (folder_ / name).string(); }
+    std::string Path(const std::string& name) {
+        const std::u8string path = (folder_ / FilePath(name)).u8string();
+        return {path.begin(), path.end()};
+    }
 
     std::filesystem::path folder_;
 };
@@ -299,6 +303,16 @@ TEST_F(CaseFileOnDisk, FailedSaveLeavesTheOldFileAlone) {
     EXPECT_TRUE(std::filesystem::exists(Path("taken.json") + "/inside"));
     EXPECT_FALSE(std::filesystem::exists(Path("taken.json.part")));
     EXPECT_FALSE(WriteCaseFile(FullCase(), Path("no/such/folder.json")));
+}
+
+TEST_F(CaseFileOnDisk, NamesOfFilesAreUtf8) {
+    const std::string name = Path(
+        "Gr\xC3\xB6\xC3\x9F"
+        "e.json");
+    ASSERT_TRUE(WriteCaseFile(FullCase(), name));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / u8"Gr\u00F6\u00DFe.json"));
+    ASSERT_TRUE(WriteCaseFile(FullCase(), name)) << "over the former file";
+    EXPECT_NE(ReadCaseFile(name).data, nullptr);
 }
 
 TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
