@@ -4,6 +4,8 @@
 #include <fstream>
 
 #include "framework/empties.h"
+#include "framework/fi_iterator.h"
+#include "framework/top_entry.h"
 #include "host/and_c.h"
 #include "host/f_and_b.h"
 #include "host/fso.h"
@@ -63,6 +65,16 @@ TEST_F(Levels, cursor_of_a_flowsheet_is_a_cursor) {
     auto context = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
     CheckCursorFamily(FixedFamily("HSUandUCursorBase", *context,
                                   {"Streams", "UnitOps", "Utilities", "Reactions"}));
+}
+
+TEST_F(Levels, cursor_of_a_case_is_a_cursor) {
+    auto context = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    CursorFamily family =
+        FixedFamily("HFandBCursorBase", *context, {"FlowSheetObjects", "Basis", "DataBook"});
+    family.to_end = SeekOutcome{true, 2};
+    family.to_last = SeekOutcome{true, 1};
+    family.reports_end_at = 2;
+    CheckCursorFamily(family);
 }
 
 TEST_F(Levels, cursor_of_a_case_reports_its_end_on_the_data_book) {
@@ -229,7 +241,29 @@ TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
         EXPECT_EQ(each.name, Read(*entry, "display_name"));
         EXPECT_EQ(each.name, Read(*entry, "type"));
         EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
+        EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+        EXPECT_EQ("INT 0", Read(*entry, "is_container"));
         EXPECT_EQ("(NULL)", Read(*entry, "container"));
+    }
+}
+
+TEST_F(Levels, status_is_the_worst_of_the_flowsheet_shown) {
+    host.main.Add("Feed", host.stream).status = 2;
+    scripted::Plain& column = host.main.Add("T-100", host.template_op);
+    scripted::FlowSheet inner;
+    column.inner = &inner;
+    inner.Add("Reflux", host.stream).status = 1;
+    auto models = Models();
+    for (const char* name : {"appModel", "QSI Published Variables", "Published Variables"}) {
+        EXPECT_EQ("Warning", Read(*Child(*models, name), "status")) << name;
+    }
+    for (const char* name : {"FlowSheetObjects", "Basis", "DataBook"}) {
+        EXPECT_EQ("Warning", Read(*Child(*AppModel(), name), "status")) << name;
+    }
+    auto operation = Child(*Child(*FlowSheetObjects(), "UnitOps"), "T-100");
+    for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {
+        EXPECT_EQ("Warning", Read(*Child(*FlowSheetObjects(), name), "status")) << name;
+        EXPECT_EQ("Not Solved", Read(*Child(*operation, name), "status")) << name;
     }
 }
 
@@ -244,7 +278,7 @@ TEST_F(Levels, a_flowsheet_tells_the_owners_of_its_flowsheet) {
     Ref<FIEntry> streams = Child(*operation, "Streams");
     ASSERT_TRUE(streams);
     EXPECT_EQ("T-100", Read(*streams, "container"));
-    EXPECT_EQ("TemplateOpObject", Read(*streams, "container_type"));
+    EXPECT_EQ("a TemplateOpObject", Read(*streams, "container_type"));
     EXPECT_EQ("UnitOp", Read(*streams, "container_category"));
 }
 
@@ -319,6 +353,21 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
         EXPECT_EQ(each.answer, KeyAndRest(*of_flowsheet, each.path));
     }
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
+}
+
+TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {
+    host.main.Add("Feed", host.stream).AddReal(":Double.501", "Mass Flow", 7.0);
+    auto top = Ref<FIEntry>::Share(new FITopEntry(Models().Get(), nullptr, nullptr));
+    auto it = Ref<FIIterator>::Adopt(new FIIterator(top.Get(), false));
+    auto opened = Ref<FIIterator>::Adopt(
+        it->OpenAttribute(FIValue("/FlowSht.1/StreamObject.400(Feed/:Double.501")));
+    ASSERT_TRUE(opened);
+    FIValue out;
+    opened->GetPath(out);
+    EXPECT_EQ("Top.appModel.FlowSheetObjects.Streams.Feed.Mass Flow", Shown(out));
+    opened->GetAttribute(FIValue("value"), out);
+    EXPECT_EQ("REAL 7", Shown(out));
+    EXPECT_FALSE(it->OpenAttribute(FIValue("/FlowSht.1/StreamObject.400(Nobody/:Double.501")));
 }
 
 // ---- What lies below ----

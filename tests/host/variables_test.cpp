@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/empties.h"
+#include "framework/fi_iterator.h"
 #include "host/h_vars_entry.h"
 #include "host/moniker_match.h"
 #include "support/cursor_harness.h"
@@ -429,6 +430,21 @@ TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     Write(*entry, "skipattachments", FIValue::OfInt(1));
     EXPECT_FALSE(entry->IsContainer());
     EXPECT_EQ("INT 1", Read(*entry, "isleaf"));
+}
+
+TEST_F(Variables, attachments_in_a_circle_end_at_the_repeat) {
+    auto& product = host.main.Add("Product", host.stream);
+    product.AddAttachment(":A.2", "back", &feed);
+    auto root = Node(feed.AddAttachment(":A.1", "on", &product));
+    for (bool history : {false, true}) {
+        auto it = Ref<FIIterator>::Adopt(new FIIterator(root.Get(), history));
+        ASSERT_TRUE(it->SeekPath(FIValue("back.on")));
+        EXPECT_TRUE(it->CanDescend());
+        ASSERT_TRUE(it->SeekChild("back"));
+        EXPECT_EQ(history, it->CanDescend());
+        EXPECT_EQ(history, it->DownFirst());
+        EXPECT_EQ(history ? 4 : 3, it->Depth());
+    }
 }
 
 TEST_F(Variables, an_attachment_to_nothing_has_no_children) {
