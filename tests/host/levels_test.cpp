@@ -403,6 +403,38 @@ TEST_F(Levels, basis_shows_what_its_specification_has) {
     EXPECT_EQ(0, host.spec_infos);
 }
 
+TEST_F(Levels, each_node_lists_its_own_objects) {
+    host.main.Add("S", host.stream);
+    host.main.Add("U", host.unit_op);
+    host.main.Add("X", host.utility);
+    scripted::Plain table, reaction, of_case;
+    table.name = host::Text("T");
+    reaction.name = host::Text("R");
+    of_case.name = host::Text("Y");
+    scripted::List tables, utilities;
+    tables.Add(static_cast<host::Viewable*>(&table));
+    utilities.Add(static_cast<host::Viewable*>(&of_case));
+    scripted::Basis basis;
+    scripted::Reactions reactions;
+    reactions.reactions.push_back(&reaction);
+    basis.reactions = &reactions;
+    host.simulation_case.tables = &tables;
+    host.simulation_case.utilities = &utilities;
+    host.simulation_case.basis = &basis;
+    EXPECT_EQ(Names({"T"}), ChildNames(*Child(*AppModel(), "DataBook")));
+    EXPECT_EQ(Names({"S"}), ChildNames(*Child(*FlowSheetObjects(), "Streams")));
+    EXPECT_EQ(Names({"U"}), ChildNames(*Child(*FlowSheetObjects(), "UnitOps")));
+    EXPECT_EQ(Names({"X", "Y"}), ChildNames(*Child(*FlowSheetObjects(), "Utilities")));
+    EXPECT_EQ(Names({"R"}), ChildNames(*Child(*FlowSheetObjects(), "Reactions")))
+        << "although has_children is 0";
+    scripted::FlowSheet inner;
+    inner.Add("Inner", host.stream);
+    auto& column = host.main.Add("C", host.template_op);
+    column.inner = &inner;
+    auto operation = Child(*Child(*FlowSheetObjects(), "UnitOps"), "C");
+    EXPECT_EQ(Names({"Inner"}), ChildNames(*Child(*operation, "Streams")));
+}
+
 TEST_F(Levels, missing_lists_are_empty) {
     EXPECT_EQ(Names(), ChildNames(*Child(*AppModel(), "DataBook")));
     for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {

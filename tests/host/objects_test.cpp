@@ -86,6 +86,8 @@ TEST_F(Objects, cursors_are_cursors) {
     family.name = "HDataTableCursorBase without tables";
     family.make_empty = [&] { return no_tables->MakeCursor(kChildCursor); };
     CheckCursorFamily(family);
+    CheckCursorFamily(ObjectFamily("HUtilCursorBase of a flowsheet alone", *all_utilities,
+                                   *no_utilities, {"XS1", "XS2", "XS3"}));
     family = ObjectFamily("HUtilCursorBase", *all_utilities, *no_utilities,
                           {"XS1", "XS2", "XS3", "M0", "M1"});
     family.make_empty = nullptr;
@@ -457,9 +459,17 @@ TEST_F(Objects, children_are_the_specification_when_the_options_say_so) {
     feed.spec_source = &source;
     source.fills_well = false;
     EXPECT_EQ("INT 0", Read(*Node(feed), "has_children"));
+    EXPECT_EQ(EmptyContext(), Node(feed)->GetContext());
     source.fills_well = true;
     EXPECT_EQ("INT 1", Read(*Node(feed), "has_children"));
     EXPECT_EQ(0, host.spec_infos);
+    auto entry = Node(feed);
+    source.fills = 0;
+    entry->GetContext()->Release();
+    entry->GetContext()->Release();
+    EXPECT_EQ(1, source.fills) << "filled once";
+    EXPECT_EQ(static_cast<host::Viewable*>(&feed), source.last->owner);
+    EXPECT_EQ(options.ReaderOptions(), source.last->options);
 }
 
 // ---- Holding ----

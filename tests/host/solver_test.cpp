@@ -213,6 +213,11 @@ TEST_F(Solvers, pause_resume_and_stop_follow_the_run_state) {
     EXPECT_EQ("release task hold ", host.solver.calls);
     solver.Stop();
     EXPECT_EQ("release task hold ", host.solver.calls) << "a paused solve is not stopped";
+    host.solver.finished = true;
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("paused", Read(solver, "state")) << "a paused solve does not end";
+    host.solver.finished = false;
+    listener.told = "3 3 ";
     solver.Resume();
     EXPECT_EQ("running", Read(solver, "state"));
     EXPECT_EQ("3 3 3 ", listener.told);

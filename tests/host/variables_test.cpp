@@ -147,6 +147,8 @@ TEST_F(Variables, a_number_shows_its_rows) {
     EXPECT_EQ("INT 1", Read(*entry, "can_enter"));
     EXPECT_EQ("/Feed:D.1", Read(*entry, "moniker"));
     EXPECT_EQ("Main", Read(*entry, "container"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_type"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_category"));
     EXPECT_EQ("(NULL)", Read(*entry, "upper_limit"));
     EXPECT_EQ("(NULL)", Read(*entry, "spec_value"));
     EXPECT_EQ("(NULL)", Read(*entry, "path"));
@@ -486,6 +488,9 @@ TEST_F(Variables, correlations_read_on_the_object_they_are_attached_to) {
     EXPECT_EQ("(NULL)", Write(*density, "skipcorrelations", FIValue::OfInt(1)));
     EXPECT_EQ("(NULL)", Read(*density, "value"));
     EXPECT_EQ("Missing", Read(*density, "status"));
+    auto name = Child(*entry, "Name");
+    name->SetVarSet(&vars);
+    EXPECT_EQ("Unknown Key", Read(*name, "value")) << "only numbers are skipped";
     // Listed on its own, the holder's variables are its own.
     EXPECT_EQ("REAL 1", Read(*NodeOf(holder, row), "value"));
 }
