@@ -50,6 +50,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
       through_correlation_(IsA(context->Owner(), CorrelationType())),
+      custom_block_(IsCustomBlock(*row)),
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];

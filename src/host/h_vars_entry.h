@@ -49,7 +49,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
     bool DecideFollowing() const;
     bool HasUnits() const;
     // No value is shown of arrays and of the custom row.
-    bool ShowsValue() const { return Dimensions() == 0 && !IsCustomBlock(*row_); }
+    bool ShowsValue() const { return Dimensions() == 0 && !custom_block_; }
     HVariable Variable() const {
         return {row_, EffectiveOwner(), &description_, through_correlation_ ? nullptr : owner_};
     }
@@ -70,6 +70,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
     HUnitMemory default_unit_;
     bool attachments_;
     bool through_correlation_;
+    bool custom_block_;
     const host::LinkedList* attached_variables_ = nullptr;
     HovexOptions options_;
     bool follow_attachment_;
