@@ -80,15 +80,20 @@ class List final : public host::LinkedList {
 
 class Type final : public host::ObjectTypeInfo {
  public:
-    Type(const char* class_name, const Type* base) : class_name_(class_name), base_(base) {}
+    // Shown as "a" and the class name, so that neither passes for the other.
+    Type(const char* class_name, const Type* base)
+        : class_name_(class_name),
+          display_name_(std::string("a ") + class_name),
+          base_(base) {}
     bool IsA(const host::ObjectTypeInfo* other) const override {
         return this == other || (base_ && base_->IsA(other));
     }
-    const host::Text& DisplayName() const override { return class_name_; }
+    const host::Text& DisplayName() const override { return display_name_; }
     const host::Text& ClassName() const override { return class_name_; }
 
  private:
     host::Text class_name_;
+    host::Text display_name_;
     const Type* base_;
 };
 
