@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "host/h_var_dims_context.h"
 #include "host/h_variable_rows.h"
 
 namespace {
@@ -161,9 +162,15 @@ bool HVarsEntry::IsContainer() {
 }
 
 FIContext* HVarsEntry::GetContext() {
-    if (!LeadsSomewhere()) return EmptyContext();
-    auto* context =
-        new HVarsContext(AttachedVariables(), Holder(), &options_, attachments_, this, this);
+    FIContext* context = nullptr;
+    if (Dimensions() > 0) {
+        context = new HVarDimsContext(this, 0, description_, attachments_, &options_, this);
+    } else if (LeadsSomewhere()) {
+        context =
+            new HVarsContext(AttachedVariables(), Holder(), &options_, attachments_, this, this);
+    } else {
+        return EmptyContext();
+    }
     context->AddRef();
     return context;
 }
