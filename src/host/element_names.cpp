@@ -31,9 +31,9 @@ void ReadNumbered(const HVariablePlace& place, const host::VariableNameInfo* row
 HElementNames::HElementNames(host::Viewable* object, const host::VarDescription& dimension)
     : object_(object), dimension_(dimension) {
     const host::Text moniker = dimension.GetMoniker();
-    source_ = moniker == ":"                             ? Source::kCount
+    source_ = moniker == ":"                            ? Source::kCount
               : moniker.Search('[') == moniker.Length() ? Source::kEnumeration
-                                                         : Source::kArray;
+                                                        : Source::kArray;
     is_enumeration_of_part_ = moniker.Search(':') != moniker.Length();
 }
 

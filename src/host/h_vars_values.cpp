@@ -111,7 +111,8 @@ host::Viewable* FindHolder(host::Viewable* owner, host::Viewable* object,
 void ReadFullMoniker(host::Viewable* attached, FIValue& out) {
     out.Clear();
     host::HostServices* services = host::InstalledServices();
-    if (attached && services) out.SetText(services->RelativeMoniker(nullptr, attached, true).CStr());
+    if (attached && services)
+        out.SetText(services->RelativeMoniker(nullptr, attached, true).CStr());
 }
 
 bool LeadsInside(host::Viewable* owner, host::Viewable* attached) {
