@@ -55,7 +55,7 @@ endif()
 
 # GTest::gtest, GTest::gmock, GTest::gmock_main
 if(FIXTOP_TESTS AND WIN32)
-  set(gtest_force_shared_crt ON)
+  set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)  # its options take what is set here
   set(INSTALL_GTEST OFF)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/gtest EXCLUDE_FROM_ALL)
   foreach(name gtest gtest_main gmock gmock_main)

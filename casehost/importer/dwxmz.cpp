@@ -5,6 +5,7 @@
 
 #include "archive.h"
 #include "basis_reader.h"
+#include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"
 #include "flowsheet_file.h"
@@ -161,7 +162,7 @@ ReadResult ReadDwxmzBytes(std::string_view bytes, const std::string& label) {
 
 ReadResult ReadDwxmz(const std::string& path) {
     namespace fs = std::filesystem;
-    const fs::path file{std::u8string(path.begin(), path.end())};
+    const fs::path file = FilePath(path);
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
         return importer::Failure(path, "there is no such file; expected a .dwxmz file");

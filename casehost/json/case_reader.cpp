@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "casehost/case_file.h"
+#include "casehost/file_path.h"
 #include "casehost/units.h"
 #include "json/fields.h"
 #include "json/reference_check.h"
@@ -430,13 +431,13 @@ ReadResult ReadCaseText(const std::string& file, std::string_view text) {
 
 ReadResult ReadCaseFile(const std::string& path) {
     std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
+    const auto size = std::filesystem::file_size(FilePath(path), error);
     if (error) return {nullptr, {{path, "can't be read: " + error.message()}}};
     if (size > kMaxCaseFileBytes) {
         return {nullptr,
                 {{path, "larger than " + std::to_string(kMaxCaseFileBytes >> 20) + " MB"}}};
     }
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(FilePath(path), std::ios::binary);
     std::string text(static_cast<std::size_t>(size), '\0');
     if (!file.read(text.data(), static_cast<std::streamsize>(size))) {
         return {nullptr, {{path, "can't be read to its end"}}};

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "casehost/case_file.h"
+#include "casehost/file_path.h"
 #include "casehost/units.h"
 #include "json/words.h"
 
@@ -446,7 +447,8 @@ std::string CaseToText(const CaseData& data) {
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     const std::string text = CaseToText(data);
-    const std::string beside = path + ".part";
+    const std::filesystem::path target = FilePath(path);
+    const std::filesystem::path beside = FilePath(path + ".part");
     std::error_code error;
     {
         std::ofstream file(beside, std::ios::binary | std::ios::trunc);
@@ -459,7 +461,7 @@ SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
             return {false, {path, "not written completely"}};
         }
     }
-    std::filesystem::rename(beside, path, error);
+    std::filesystem::rename(beside, target, error);
     if (!error) return {true, {}};
     const std::string reason = error.message();
     std::filesystem::remove(beside, error);

@@ -54,7 +54,7 @@ template <class T>
 const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     if (!name) return nullptr;
     for (const AttrRow<T>& row : T::AttributeRows()) {
-        if (std::strcmp(row.name, name) == 0) return row.IsAvailable(owner) ? &row : nullptr;
+        if (*row.name == *name && std::strcmp(row.name, name) == 0) return row.IsAvailable(owner) ? &row : nullptr;
     }
     return nullptr;
 }
@@ -175,7 +175,7 @@ public:
 // An entry whose attributes come from T's table: one count for both interfaces. T derives from it,
 // gives AttributeRows, GetName and GetContext, and overrides what differs from the base entry.
 template <class T>
-class AttrMapEntry : public FIEntry, public AttrMapBase<T> {
+class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
 public:
     int AddRef() override { return ++references_; }
     int Release() override {

@@ -12,6 +12,7 @@
 // Errors: a NULL value for what does not exist, a message text in an out value for what is refused.
 // Threads: all calls come on the thread that runs the simulation.
 
+#include "framework/small_object.h"
 #include "value/fi_value.h"
 
 class FIVarSet;
@@ -115,7 +116,7 @@ protected:
 
 // The reference count of a class that starts at 0 and is deleted at 0.
 template <class Base>
-class CountedFromZero : public Base {
+class CountedFromZero : public Base, public SmallObject {
 public:
     using Base::Base;
     int AddRef() override { return ++references_; }

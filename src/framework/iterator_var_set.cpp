@@ -4,7 +4,7 @@
 
 namespace {
 
-bool IsOwn(const FIValue& quantity) { return quantity.Length() == 0; }
+bool IsOwn(const FIValue& quantity) { return quantity.IsNull() || quantity.Length() == 0; }
 
 }  // namespace
 

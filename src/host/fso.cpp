@@ -39,14 +39,14 @@ ObjectWalk HFSOContext::MakeWalk() const {
     const host::LinkedList* objects = flowsheet_ ? flowsheet_->Objects().List() : nullptr;
     switch (kind_) {
         case kStreams:
-            return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kStreams))});
+            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kStreams)));
         case kUnitOps:
-            return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kUnitOps))});
+            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kUnitOps)));
         case kUtilities:
-            return ObjectWalk({Part(objects, ObjectFilter(ObjectFilter::kNeither)),
-                               Part(case_ ? case_->CaseUtilities() : nullptr)});
+            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kNeither)),
+                               Part(case_ ? case_->CaseUtilities() : nullptr));
         default:
-            return ObjectWalk({Part(case_ ? case_->ProcessDataTables() : nullptr)});
+            return ObjectWalk(Part(case_ ? case_->ProcessDataTables() : nullptr));
     }
 }
 

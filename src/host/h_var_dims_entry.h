@@ -31,6 +31,7 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachme
     bool FollowsAttachments() const { return attachments_; }
     int DimensionsBelow() const { return Array().Dimensions() - context_->Dimension() - 1; }
     const host::VariableNameInfo& Row() const { return Array().Row(); }
+    bool IsCustom() const { return Array().IsCustom(); }
     host::Viewable* EffectiveOwner() const { return Array().EffectiveOwner(); }
     host::VarType UnitType() const { return Array().UnitType(); }
     HVariable Variable() const { return Array().At(address_); }

@@ -4,6 +4,7 @@
 //
 //     int DimensionsBelow();                   // 0 for a scalar
 //     const host::VariableNameInfo& Row();
+//     bool IsCustom();                         // the custom row
 //     host::Viewable* EffectiveOwner();
 //     host::Viewable* Holder();                // what a scalar attachment leads to
 //     host::VarType UnitType();
@@ -34,7 +35,7 @@ bool HasUnits(T& owner, std::intptr_t = 0) {
 // No status and no limits are shown of arrays and of the custom row.
 template <class T>
 bool ShowsState(T& owner) {
-    return IsScalar(owner) && !IsCustomBlock(owner.Row());
+    return IsScalar(owner) && !owner.IsCustom();
 }
 
 // A limit in internal units, shown in the unit of the value.

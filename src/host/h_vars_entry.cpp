@@ -50,6 +50,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
       through_correlation_(IsA(context->Owner(), CorrelationType())),
+      custom_block_(IsCustomBlock(*row)),
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
@@ -108,7 +109,7 @@ bool HVarsEntry::LeadsSomewhere() {
 bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments) const {
     if (row_->value_kind != host::kAttachment) return false;
     FIValue value;
-    if (!IsCustomBlock(*row_)) ReadRaw(At(address), nullptr, value);
+    if (!custom_block_) ReadRaw(At(address), nullptr, value);
     // An attachment to an inner part of the owner is always followed.
     if (!value.IsNull() && owner_ && LeadsInside(owner_, HolderAt(address))) return true;
     return attachments;
@@ -124,7 +125,7 @@ void HVarsEntry::GetName(FIValue& out) {
 
 void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
-    if (!IsCustomBlock(*row_)) ReadValueAt(description_, GetVarSet(), out);
+    if (!custom_block_) ReadValueAt(description_, GetVarSet(), out);
 }
 
 void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {

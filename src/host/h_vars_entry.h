@@ -29,6 +29,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     int Dimensions() const;
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
+    bool IsCustom() const { return custom_block_; }
     // The object that lists the variable, and the one on which every read and store is done.
     host::Viewable* Owner() const { return owner_; }
     host::Viewable* EffectiveOwner() const;
@@ -68,6 +69,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     HUnitMemory default_unit_;
     bool attachments_;
     bool through_correlation_;
+    bool custom_block_;
     const host::LinkedList* attached_variables_ = nullptr;
     HovexOptions options_;
     bool follow_attachment_;

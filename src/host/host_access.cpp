@@ -6,9 +6,28 @@
 
 namespace {
 
-const host::ObjectTypeInfo* FindType(const host::Text& class_name) {
+const host::Text kStreamClass("StreamObject");
+const host::Text kUnitOpClass("UnitOpObject");
+const host::Text kCorrelationClass("HovexCorrelationObject");
+
+// The classes that the adapter looks up by text, looked up once for each host that is installed.
+struct NamedTypes {
+    const host::ObjectTypeInfo* stream = nullptr;
+    const host::ObjectTypeInfo* unit_op = nullptr;
+    const host::ObjectTypeInfo* correlation = nullptr;
+};
+
+const NamedTypes& TypesByName() {
+    static NamedTypes types;
+    static unsigned installation = 0;
+    if (installation == host::ServicesInstallation()) return types;
+    installation = host::ServicesInstallation();
     host::HostServices* services = host::InstalledServices();
-    return services ? services->FindObjectType(class_name) : nullptr;
+    types = services ? NamedTypes{services->FindObjectType(kStreamClass),
+                                  services->FindObjectType(kUnitOpClass),
+                                  services->FindObjectType(kCorrelationClass)}
+                     : NamedTypes{};
+    return types;
 }
 
 const host::ObjectTypeRecords& Records() {
@@ -16,10 +35,6 @@ const host::ObjectTypeRecords& Records() {
     host::HostServices* services = host::InstalledServices();
     return services ? services->ObjectTypes() : none;
 }
-
-const host::Text kStreamClass("StreamObject");
-const host::Text kUnitOpClass("UnitOpObject");
-const host::Text kCorrelationClass("HovexCorrelationObject");
 
 host::Viewable* OwnerOf(host::Viewable* object) {
     return object ? object->GetOwner(Records().ViewableObject) : nullptr;
@@ -62,15 +77,9 @@ bool IsInDynamics(host::SimulationCase& simulation_case) {
     return simulation_case.Dynamic() || simulation_case.SimCaseDynamic();
 }
 
-const host::ObjectTypeInfo* StreamType() {
-    return FindType(kStreamClass);
-}
-const host::ObjectTypeInfo* UnitOpType() {
-    return FindType(kUnitOpClass);
-}
-const host::ObjectTypeInfo* CorrelationType() {
-    return FindType(kCorrelationClass);
-}
+const host::ObjectTypeInfo* StreamType() { return TypesByName().stream; }
+const host::ObjectTypeInfo* UnitOpType() { return TypesByName().unit_op; }
+const host::ObjectTypeInfo* CorrelationType() { return TypesByName().correlation; }
 
 bool IsA(const host::Viewable* object, const host::ObjectTypeInfo* type) {
     const host::ObjectTypeInfo* own = object && type ? object->Type() : nullptr;

@@ -3,7 +3,7 @@
 #include "host/host_access.h"
 
 HovexOptions::HovexOptions(host::SimulationCase* simulation_case)
-    : reader_options_(std::make_unique<host::CaseReaderOptions>()),
+    : reader_options_(std::in_place),
       has_view_(true),
       case_(CaseOrActive(simulation_case)) {
     reader_options_->dynamics = case_ && IsInDynamics(*case_);
@@ -18,7 +18,7 @@ HovexOptions::HovexOptions(const HovexOptions* parent)
 const host::CaseReaderOptions* HovexOptions::ReaderOptions() const {
     const HovexOptions* link = this;
     while (link && !link->reader_options_) link = link->parent_;
-    return link ? link->reader_options_.get() : nullptr;
+    return link ? &*link->reader_options_ : nullptr;
 }
 
 bool HovexOptions::VariableView() const {

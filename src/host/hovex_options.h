@@ -6,7 +6,7 @@
 // Ownership: the parent is lent and must outlive this object: entries hold a reference to what lies
 // above them. The end of the chain has every value.
 
-#include <memory>
+#include <optional>
 
 #include "host/interface/simulation_case.h"
 #include "host/interface/specification.h"
@@ -28,7 +28,7 @@ class HovexOptions {
     host::SimulationCase* Case() const { return case_; }
 
  private:
-    std::unique_ptr<host::CaseReaderOptions> reader_options_;
+    std::optional<host::CaseReaderOptions> reader_options_;
     bool has_view_ = false;
     bool variable_view_ = true;
     const HovexOptions* parent_ = nullptr;

@@ -18,8 +18,8 @@
 
 class ListIndex {
  public:
-    // Elements that a search walks over before it turns to an index.
-    static constexpr int kWalkedFirst = 64;
+    // Lists up to this length are walked.
+    static constexpr unsigned kWalkedLength = 8;
 
     // Answers the name of an element, or null when the filter does not show it.
     using NameOf = std::function<const char*(void* element)>;

@@ -40,12 +40,12 @@ class ListPosition {
     // To the first element of this name, or to the next one from here on, the present one included.
     // Off the list when there is none.
     Element* SeekName(const char* name, bool from_here) {
-        if (from_here) return WalkToName(Find() ? element_ : nullptr, name, -1);
-        if (WalkToName(First(), name, ListIndex::kWalkedFirst) || !element_) return element_;
+        if (from_here) return WalkToName(Find() ? element_ : nullptr, name);
+        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return WalkToName(First(), name);
         const ListIndex::Answer answer = ListIndex::Find(
             *iterator_.List(), view_.Id(),
             [this](void* element) { return NameIfShown(static_cast<Element*>(element)); }, name);
-        if (!answer.known) return WalkToName(element_, name, -1);
+        if (!answer.known) return WalkToName(First(), name);
         return Stand(iterator_.MoveTo(answer.holder));
     }
     bool IsSameList(const ListPosition& other) const {
@@ -97,13 +97,12 @@ class ListPosition {
     const char* NameIfShown(Element* element) const {
         return view_.Shows(*element) ? View::Name(*element) : nullptr;
     }
-    // Walks on until the name is met, the list ends, or `limit` elements were looked at; with a
-    // limit the answer is null also where the walk stopped on another element.
-    Element* WalkToName(Element* element, const char* name, int limit) {
-        for (; element && limit != 0; element = OnwardFrom(iterator_.Next()), --limit) {
-            if (std::strcmp(View::Name(*element), name) == 0) return element;
+    // Walks on until the name is met or the list ends.
+    Element* WalkToName(Element* element, const char* name) {
+        while (element && std::strcmp(View::Name(*element), name) != 0) {
+            element = OnwardFrom(iterator_.Next());
         }
-        return nullptr;
+        return element;
     }
 
     host::LinkedListIterator iterator_;

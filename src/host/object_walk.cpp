@@ -31,7 +31,7 @@ host::Viewable* ObjectWalk::Current() {
 
 host::Viewable* ObjectWalk::First() {
     started_ = true;
-    for (at_ = 0; at_ + 1 < parts_.size(); ++at_) {
+    for (at_ = 0; at_ + 1 < count_; ++at_) {
         if (host::Viewable* object = parts_[at_].First()) return object;
     }
     return parts_[at_].First();
@@ -39,7 +39,7 @@ host::Viewable* ObjectWalk::First() {
 
 host::Viewable* ObjectWalk::Last() {
     started_ = true;
-    for (at_ = parts_.size() - 1; at_ > 0; --at_) {
+    for (at_ = count_ - 1; at_ > 0; --at_) {
         if (host::Viewable* object = parts_[at_].Last()) return object;
     }
     return parts_[at_].Last();
@@ -48,7 +48,7 @@ host::Viewable* ObjectWalk::Last() {
 host::Viewable* ObjectWalk::Next() {
     Start();
     host::Viewable* object = parts_[at_].Next();
-    while (!object && at_ + 1 < parts_.size()) object = parts_[++at_].First();
+    while (!object && at_ + 1 < count_) object = parts_[++at_].First();
     return object;
 }
 
@@ -72,7 +72,7 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
     }
     started_ = true;
     host::Viewable* object = parts_[at_].SeekName(name, from_here);
-    while (!object && at_ + 1 < parts_.size()) object = parts_[++at_].SeekName(name, false);
+    while (!object && at_ + 1 < count_) object = parts_[++at_].SeekName(name, false);
     return object;
 }
 

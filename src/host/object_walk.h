@@ -3,7 +3,8 @@
 // ObjectWalk: a place among host objects: those of a flowsheet that a filter accepts, and, for
 // utilities, those of a second list that follow.
 
-#include <vector>
+#include <array>
+#include <cstddef>
 
 #include "host/interface/viewable.h"
 #include "host/list_position.h"
@@ -34,8 +35,9 @@ class ObjectWalk {
     using Element = host::Viewable;
     using Part = ListPosition<ObjectFilter>;
 
-    // The parts one after the other, at least one.
-    explicit ObjectWalk(std::vector<Part> parts) : parts_(std::move(parts)) {}
+    explicit ObjectWalk(const Part& only) : parts_{only, Part(nullptr)}, count_(1) {}
+    // One part after the other.
+    ObjectWalk(const Part& first, const Part& second) : parts_{first, second}, count_(2) {}
 
     static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
 
@@ -52,7 +54,8 @@ class ObjectWalk {
     // A new walk stands on its first object, which is looked for when it is wanted.
     void Start();
 
-    std::vector<Part> parts_;
+    std::array<Part, 2> parts_;
+    std::size_t count_;
     std::size_t at_ = 0;
     bool started_ = false;
 };

@@ -41,6 +41,12 @@ void* OfferedModules::Function(ModuleHandle module, const char* name) {
     return system_.Function(module, name);
 }
 
+void OfferedModules::Unload(ModuleHandle module) {
+    const auto is_module = [&](const auto& offered) { return offered.get() == module; };
+    if (module == nullptr || std::any_of(offered_.begin(), offered_.end(), is_module)) return;
+    system_.Unload(module);
+}
+
 void OfferedModules::Offer(const char* name, std::initializer_list<OfferedFunction> functions) {
     Module* module = FindOffered(name);
     if (module == nullptr) {
@@ -73,6 +79,10 @@ ModuleHandle LoadModule(const char* name) {
 
 void* FindFunction(ModuleHandle module, const char* name) {
     return ProcessModules().Function(module, name);
+}
+
+void UnloadModule(ModuleHandle module) {
+    ProcessModules().Unload(module);
 }
 
 void OfferModule(const char* name, std::initializer_list<OfferedFunction> functions) {

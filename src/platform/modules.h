@@ -8,7 +8,7 @@
 // no file of that name gives its functions. Names of modules do not distinguish case, those of
 // functions do.
 //
-// Failure is a null. Modules are never unloaded.
+// A plain name is sought beside this module before the system's own places. Failure is a null.
 
 #include <initializer_list>
 #include <memory>
@@ -26,6 +26,8 @@ class ModuleSystem {
     // The same, loaded when it is not.
     virtual ModuleHandle Load(const char* name) = 0;
     virtual void* Function(ModuleHandle module, const char* name) = 0;
+    // Gives back what one Load gave; the module leaves the process with the last of them.
+    virtual void Unload(ModuleHandle) {}
 };
 
 struct OfferedFunction {
@@ -42,6 +44,10 @@ class OfferedModules final : public ModuleSystem {
     ModuleHandle FindLoaded(const char* name) override;
     ModuleHandle Load(const char* name) override;
     void* Function(ModuleHandle module, const char* name) override;
+    // An offered module stays until it is withdrawn.
+    void Unload(ModuleHandle module) override;
+
+    bool Offers(const char* name) const { return FindOffered(name) != nullptr; }
 
     // Adds functions to the offered module `name`; one of the same name is replaced.
     void Offer(const char* name, std::initializer_list<OfferedFunction> functions);
@@ -66,5 +72,6 @@ OfferedModules& ProcessModules();
 ModuleHandle FindLoadedModule(const char* name);
 ModuleHandle LoadModule(const char* name);
 void* FindFunction(ModuleHandle module, const char* name);
+void UnloadModule(ModuleHandle module);
 void OfferModule(const char* name, std::initializer_list<OfferedFunction> functions);
 void WithdrawModule(const char* name);

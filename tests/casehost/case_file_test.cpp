@@ -301,6 +301,16 @@ TEST_F(CaseFileOnDisk, FailedSaveLeavesTheOldFileAlone) {
     EXPECT_FALSE(WriteCaseFile(FullCase(), Path("no/such/folder.json")));
 }
 
+TEST_F(CaseFileOnDisk, NamesOfFilesAreUtf8) {
+    const std::string name = Path(
+        "Gr\xC3\xB6\xC3\x9F"
+        "e.json");
+    ASSERT_TRUE(WriteCaseFile(FullCase(), name));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / u8"Gr\u00F6\u00DFe.json"));
+    ASSERT_TRUE(WriteCaseFile(FullCase(), name)) << "over the former file";
+    EXPECT_NE(ReadCaseFile(name).data, nullptr);
+}
+
 TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
     std::ifstream page(CASEHOST_FORMAT_PAGE);
     const std::string text((std::istreambuf_iterator<char>(page)),

@@ -25,6 +25,21 @@ std::string Damaged() {
     return bytes;
 }
 
+// Made by libzip: "<a/>" stored as case.xml under AES-256. The bytes are given, since a library
+// that is built without ciphers still has to recognize such an archive.
+std::string EncryptedByAes() {
+    constexpr char kBytes[] =
+        "\x50\x4b\x03\x04\x33\x00\x01\x00\x63\x00\x54\x63\x2d\x51\x00\x00\x00\x00\x20\x00\x00\x00"
+        "\x04\x00\x00\x00\x08\x00\x0b\x00\x63\x61\x73\x65\x2e\x78\x6d\x6c\x01\x99\x07\x00\x02\x00"
+        "\x41\x45\x03\x00\x00\xa9\x9e\x7e\x49\x30\x18\x3e\xdf\xeb\xad\xc4\xde\x7c\xec\x78\xb6\xaf"
+        "\xd4\x31\xd5\x91\xe1\x5c\x40\x47\xbe\xd2\xab\xc5\x1a\x38\xd8\x50\x4b\x01\x02\x3f\x03\x33"
+        "\x00\x01\x00\x63\x00\x54\x63\x2d\x51\x00\x00\x00\x00\x20\x00\x00\x00\x04\x00\x00\x00\x08"
+        "\x00\x0b\x00\x00\x00\x00\x00\x00\x00\x00\x00\xb6\x81\x00\x00\x00\x00\x63\x61\x73\x65\x2e"
+        "\x78\x6d\x6c\x01\x99\x07\x00\x02\x00\x41\x45\x03\x00\x00\x50\x4b\x05\x06\x00\x00\x00\x00"
+        "\x01\x00\x01\x00\x41\x00\x00\x00\x51\x00\x00\x00\x00\x00";
+    return {kBytes, sizeof kBytes - 1};
+}
+
 std::string Deep(int levels) {
     std::string xml;
     for (int i = 0; i < levels; ++i) xml += "<a>";
@@ -74,6 +89,9 @@ std::vector<Fault> Faults() {
          {"2 entries", "'a.xml'", "'b.xml'", "expected one .xml entry only"}},
         {"encrypted",
          ZipOf({{"case.xml", SmallFlowsheet(), true, "secret"}}),
+         {"bad.dwxmz (case.xml): the entry is encrypted", "without a password"}},
+        {"encrypted by AES",
+         EncryptedByAes(),
          {"bad.dwxmz (case.xml): the entry is encrypted", "without a password"}},
         {"damaged entry", Damaged(), {"bad.dwxmz (case.xml)"}},
         {"empty document", ZipOf(""), {"bad.dwxmz (case.xml) line 1", "malformed XML"}},

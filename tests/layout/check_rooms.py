@@ -22,6 +22,7 @@ ROOMS = {
     "host/interface": ["value"],
     "host": GROUND + ["host/interface", "framework", "path"],
     "model": GROUND,
+    "uom_adapter": ["value", "platform", "model/unit_source.h"],
     "mapping": GROUND + ["model", "framework", "path"],
     "semantic": ["value", "framework/iterator.h"],
     "automation": GROUND + ["framework", "mapping", "model", "path"],

@@ -24,9 +24,11 @@ namespace {
 #ifdef _WIN32
 constexpr char kSystemLibrary[] = "kernel32.dll";
 constexpr char kSystemFunction[] = "GetTickCount";
+constexpr char kBesideFile[] = "fixtop_beside.dll";
 #else
 constexpr char kSystemLibrary[] = "libc.so.6";
 constexpr char kSystemFunction[] = "strlen";
+constexpr char kBesideFile[] = "libfixtop_beside.so";
 #endif
 
 void* PointerOf(int (*function)()) {
@@ -100,6 +102,31 @@ TEST(OfferedModules, later_offers_add_and_replace) {
     EXPECT_EQ(modules.FindLoaded("a.dll"), nullptr);
 }
 
+// Counts what is given back.
+class UnloadingSystem final : public ModuleSystem {
+ public:
+    ModuleHandle FindLoaded(const char*) override { return this; }
+    ModuleHandle Load(const char*) override { return this; }
+    void* Function(ModuleHandle, const char*) override { return nullptr; }
+    void Unload(ModuleHandle module) override { unloaded += module == this ? 1 : 100; }
+
+    int unloaded = 0;
+};
+
+TEST(OfferedModules, only_modules_of_the_system_are_given_back) {
+    UnloadingSystem system;
+    OfferedModules modules(system);
+    modules.Offer("a.dll", {});
+    EXPECT_TRUE(modules.Offers("A.DLL"));
+    EXPECT_FALSE(modules.Offers("b.dll")) << "the system has it";
+    modules.Unload(modules.Load("a.dll"));
+    modules.Unload(nullptr);
+    EXPECT_EQ(system.unloaded, 0);
+    EXPECT_TRUE(modules.Offers("a.dll"));
+    modules.Unload(modules.Load("b.dll"));
+    EXPECT_EQ(system.unloaded, 1);
+}
+
 TEST(ProcessModules, find_functions_of_a_system_library) {
     const ModuleHandle library = FindLoadedModule(kSystemLibrary);
     ASSERT_NE(library, nullptr);
@@ -148,6 +175,20 @@ TEST(ProcessModules, load_a_library_and_find_its_functions) {
         reinterpret_cast<int (*)()>(FindFunction(module, "FixtopSampleModuleExport"));
     ASSERT_NE(function, nullptr);
     EXPECT_EQ(function(), 17);
+    UnloadModule(module);
+    EXPECT_EQ(FindLoadedModule(name.c_str()), module) << "it was loaded twice";
+    UnloadModule(module);
+    EXPECT_EQ(FindLoadedModule(name.c_str()), nullptr) << "given back";
+}
+
+TEST(ProcessModules, plain_names_are_sought_beside_this_module) {
+    const std::filesystem::path beside = std::filesystem::path(ProgramFolder()) / kBesideFile;
+    std::filesystem::copy_file(FIXTOP_SAMPLE_MODULE, beside,
+                               std::filesystem::copy_options::overwrite_existing);
+    const ModuleHandle module = LoadModule("fixtop_beside.dll");
+    EXPECT_NE(FindFunction(module, "FixtopSampleModuleExport"), nullptr);
+    if (module != nullptr) UnloadModule(module);
+    std::filesystem::remove(beside);
 }
 
 TEST(ProcessModules, own_name_in_a_library_is_that_library) {

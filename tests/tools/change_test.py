@@ -36,6 +36,12 @@ class Store(ProgramTest):
                    DONE, "303.15\n", "")
         self.check(run("get", file, FEED_TEMPERATURE), DONE, "30\n", "")
 
+    def test_names_of_files_may_be_other_than_ascii(self):
+        file = self.folder / "Größe.json"
+        self.check(run("set", "demo", FEED_FLOW, "1200", "--save", file), DONE, "1200\n", "")
+        self.assertEqual([file.name], [saved.name for saved in self.folder.glob("Gr*")])
+        self.check(run("get", file, FEED_FLOW), DONE, "1200\n", "")
+
     def test_refusals(self):
         cases = {
             (FEED_FLOW, "abc"): "not a number: abc",

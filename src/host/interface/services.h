@@ -92,5 +92,7 @@ protected:
 // the host each keep their own pointer.
 HostServices* InstalledServices();
 void SetInstalledServices(HostServices* services);
+// A number that changes with every SetInstalledServices, for whoever keeps answers of a host.
+unsigned ServicesInstallation();
 
 }  // namespace host

@@ -11,6 +11,7 @@ namespace host {
 namespace {
 
 HostServices* g_services = nullptr;
+unsigned g_installation = 1;
 
 constexpr char kUnfilled[] = "[]";
 
@@ -28,7 +29,11 @@ std::vector<std::string> SplitParts(const std::string& moniker) {
 }  // namespace
 
 HostServices* InstalledServices() { return g_services; }
-void SetInstalledServices(HostServices* services) { g_services = services; }
+void SetInstalledServices(HostServices* services) {
+    g_services = services;
+    ++g_installation;
+}
+unsigned ServicesInstallation() { return g_installation; }
 
 struct VarDescription::Body {
     Facts facts;

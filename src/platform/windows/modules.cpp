@@ -9,12 +9,23 @@ namespace {
 
 constexpr std::string_view kOwnName = "fixtop.dll";
 
+std::string OwnFile() {
+    char path[MAX_PATH] = "";
+    return std::string(path, GetModuleFileNameA(OwnModule(), path, sizeof path));
+}
+
 // Whether `name` means the file that holds this code: a second copy of it is not to be loaded.
 bool IsOwnName(const char* name) {
     if (!SameName(name, kOwnName)) return false;
-    char path[MAX_PATH] = "";
-    const std::string_view file(path, GetModuleFileNameA(OwnModule(), path, sizeof path));
-    return SameName(file.substr(file.find_last_of("\\/") + 1), kOwnName);
+    const std::string file = OwnFile();
+    return SameName(std::string_view(file).substr(file.find_last_of("\\/") + 1), kOwnName);
+}
+
+// The path of a plain name in the folder of this code; empty for a name with a folder of its own.
+std::string BesideOwnModule(const std::string& name) {
+    if (name.find_first_of("\\/:") != std::string::npos) return {};
+    const std::string file = OwnFile();
+    return file.substr(0, file.find_last_of("\\/") + 1) + name;
 }
 
 class DynamicLoader final : public ModuleSystem {
@@ -25,11 +36,17 @@ class DynamicLoader final : public ModuleSystem {
     }
     ModuleHandle Load(const char* name) override {
         if (*name == '\0') return nullptr;
-        return IsOwnName(name) ? OwnModule() : LoadLibraryA(name);
+        if (IsOwnName(name)) return OwnModule();
+        const std::string beside = BesideOwnModule(name);
+        if (!beside.empty()) {
+            if (HMODULE module = LoadLibraryA(beside.c_str())) return module;
+        }
+        return LoadLibraryA(name);
     }
     void* Function(ModuleHandle module, const char* name) override {
         return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
     }
+    void Unload(ModuleHandle module) override { FreeLibrary(static_cast<HMODULE>(module)); }
 };
 
 }  // namespace

@@ -1,0 +1,15 @@
+#pragma once
+
+// Names of files are UTF-8 on every platform. A stream that is opened by a plain string takes it
+// in the system's own code page, so files are opened by what this makes of their names.
+
+#include <filesystem>
+#include <string>
+
+namespace casehost {
+
+inline std::filesystem::path FilePath(const std::string& name) {
+    return std::u8string(name.begin(), name.end());
+}
+
+}  // namespace casehost

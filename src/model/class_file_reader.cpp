@@ -1,0 +1,317 @@
+#include "model/class_file_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+#include "diagnostics/error_log.h"
+#include "model/class_library.h"
+#include "model/message_text.h"
+#include "model/named_elements.h"
+
+namespace {
+
+constexpr ModelFileMessages kMessages = {
+    .no_reader = "  Unable to create SAX2 reader for file %s",
+    .no_handlers = "  Unable to attach SAX2 handler for file %s",
+    .using_local = "  Using local CCDM File: %.128s",
+    .not_located = "  Unable to locate CCDM File: %.128s",
+    .failed_file = "  Failed parsing CCDM File: %.128s",
+    .failed_resource = "  Failed parsing CCDM Resource: %.128s",
+    .no_resource = "  Failed to find CCDM Resource: %.128s",
+    .no_file_or_resource = "  Failed to find CCDM Resource: %.128s",
+};
+
+// The roots of all classes stand for no superclass.
+constexpr std::array<const char*, 2> kRootClasses = {"GenericClass", "DataSet"};
+// Libraries in these formats come with an XML file of their own.
+constexpr std::array<const char*, 2> kSkippedEndings = {".qcl", ".qzcs"};
+
+constexpr int kQuantityLevel = 6;
+// A file's word for the number of attributes is not worth more memory than this.
+constexpr int kMostReserved = 4096;
+constexpr int kMostIncludes = 64;
+
+// The names in a text such as "Ordered~Key~A,B~": those behind each "Key" that is a part of its
+// own.
+std::vector<std::string> KeysInMetaData(const std::string& text) {
+    constexpr std::size_t kWord = 3;
+    std::vector<std::string> keys;
+    for (std::size_t at = text.find("Key"); at != std::string::npos; at = text.find("Key", at)) {
+        const bool own_part =
+            (at == 0 || text[at - 1] == '~') && at + kWord < text.size() && text[at + kWord] == '~';
+        at += kWord;
+        if (!own_part) continue;
+        const std::size_t end = std::min(text.find('~', at + 1), text.size());
+        for (std::size_t begin = at + 1; begin < end;) {
+            const std::size_t comma = std::min(text.find(',', begin), end);
+            keys.push_back(text.substr(begin, comma - begin));
+            begin = comma + 1;
+        }
+        at = end;
+    }
+    return keys;
+}
+
+FIValue TextValue(const std::string& text) {
+    return FIValue(text.c_str());
+}
+
+class IncludeElement final : public NamedElement {
+ public:
+    IncludeElement(CCDMClassLibrary& library, int depth)
+        : NamedElement("Include"), library_(library), depth_(depth) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string file;
+        if (!GetAttribute("Library", attributes, file)) return;
+        for (const char* ending : kSkippedEndings) {
+            if (file.find(ending) != std::string::npos) return;
+        }
+        ReadClassFileInto(library_, file, ModelFileOrigin::kInclude, depth_ + 1);
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+    int depth_;
+};
+
+class HeaderElement final : public NamedElement {
+ public:
+    HeaderElement(CCDMClassLibrary& library, int depth)
+        : NamedElement("Header"), library_(library), depth_(depth) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes&) override {
+        AddChild<IncludeElement>(library_, depth_);
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+    int depth_;
+};
+
+class LogElement final : public NamedElement {
+ public:
+    LogElement() : NamedElement("Log") {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string text;
+        if (GetAttribute("File", attributes, text)) SetLogFile(text.c_str());
+        if (GetAttribute("Level", attributes, text)) SetLogLevel(std::atoi(text.c_str()));
+    }
+};
+
+class ClassElement final : public NamedElement {
+ public:
+    explicit ClassElement(CCDMClassLibrary& library) : NamedElement("Class"), library_(library) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        GetAttribute("Name", attributes, name);
+        CCDMClass* record = library_.GetOrCreateClass(name);
+        AddChild<TextElement>("Superclass", [record](const std::string& text, const XmlLocator*) {
+            if (std::find(kRootClasses.begin(), kRootClasses.end(), text) == kRootClasses.end()) {
+                record->superclasses.insert(text);
+            }
+        });
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+};
+
+class OptionElement final : public NamedElement {
+ public:
+    explicit OptionElement(CCDMEnumeration& enumeration)
+        : NamedElement("Option"), enumeration_(enumeration) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        if (GetAttribute("Name", attributes, name)) enumeration_.options.insert(name);
+    }
+
+ private:
+    CCDMEnumeration& enumeration_;
+};
+
+class EnumerationElement final : public NamedElement {
+ public:
+    explicit EnumerationElement(CCDMClassLibrary& library)
+        : NamedElement("Enumeration"), library_(library) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        std::string closed;
+        GetAttribute("Name", attributes, name);
+        GetAttribute("EnumIsClosed", attributes, closed);
+        CCDMEnumeration* enumeration = library_.GetOrCreateEnumeration(name);
+        if (closed.starts_with('1')) enumeration->isClosed = true;
+        AddChild<OptionElement>(*enumeration);
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+};
+
+class CustomPropertyElement final : public NamedElement {
+ public:
+    explicit CustomPropertyElement(CCDMAttribute& attribute)
+        : NamedElement("CustomProperty"), attribute_(attribute) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        std::string value;
+        GetAttribute("Name", attributes, name);
+        if (name != "Key" || !GetAttribute("Value", attributes, value)) return;
+        attribute_.keys.push_back(TextValue(value));
+    }
+
+ private:
+    CCDMAttribute& attribute_;
+};
+
+class CustomPropertiesElement final : public NamedElement {
+ public:
+    explicit CustomPropertiesElement(CCDMAttribute& attribute)
+        : NamedElement("CustomProperties"), attribute_(attribute) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes&) override {
+        AddChild<CustomPropertyElement>(attribute_);
+    }
+
+ private:
+    CCDMAttribute& attribute_;
+};
+
+class AttributeElement final : public NamedElement {
+ public:
+    // `current` is the class that the elements around this one have named last.
+    AttributeElement(CCDMClassLibrary& library, CCDMClass*& current)
+        : NamedElement("Attribute"), library_(library), current_(current) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        std::string type;
+        std::string multiplicity = "1";
+        GetAttribute("Name", attributes, name);
+        GetAttribute("Type", attributes, type);
+        GetAttribute("Multiplicity", attributes, multiplicity);
+        CCDMAttribute* record = current_->GetOrCreateAttribute(name);
+        current_->attributes.push_back(record);
+        record->owner = current_;
+        record->type = AttrTypeFromText(type);
+        record->isArray = multiplicity != "1";
+        AddChildrenFor(*record);
+    }
+
+ private:
+    void AddChildrenFor(CCDMAttribute& record) {
+        for (const char* element : {"ClassName", "EnumName"}) {
+            AddChild<TextElement>(element, [&record](const std::string& text, const XmlLocator*) {
+                record.typeName = text;
+            });
+        }
+        AddChild<TextElement>("QuantityType",
+                              [this, &record](const std::string& text, const XmlLocator* locator) {
+                                  SetQuantity(record, text, locator);
+                              });
+        AddChild<TextElement>("CustomMetaData",
+                              [&record](const std::string& text, const XmlLocator*) {
+                                  for (const std::string& key : KeysInMetaData(text)) {
+                                      record.keys.push_back(TextValue(key));
+                                  }
+                              });
+        AddChild<CustomPropertiesElement>(record);
+    }
+
+    void SetQuantity(CCDMAttribute& record, const std::string& text, const XmlLocator* locator) {
+        CCDMUnitSource* source = library_.units.Source();
+        const int quantity = source == nullptr ? 0 : source->QuantityId(text.c_str());
+        record.quantity = std::max(quantity, 0);
+        if (quantity > 0) return;
+        Message(MessageText("Quantity type %s not found in unit list", text.c_str()),
+                kQuantityLevel, locator);
+    }
+
+    CCDMClassLibrary& library_;
+    CCDMClass*& current_;
+};
+
+class ClassAttributesElement final : public NamedElement {
+ public:
+    explicit ClassAttributesElement(CCDMClassLibrary& library)
+        : NamedElement("ClassAttributes"), library_(library) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
+        std::string name;
+        std::string count;
+        int slots = 0;
+        GetAttribute("Name", attributes, name);
+        if (GetAttribute("Count", attributes, count)) std::sscanf(count.c_str(), "%d", &slots);
+        current_ = library_.GetOrCreateClass(name);
+        AddChild<TextElement>("ClassName",
+                              [this, slots](const std::string& text, const XmlLocator*) {
+                                  current_ = library_.GetOrCreateClass(text);
+                                  if (slots <= 0) return;
+                                  const int most = std::min(slots, kMostReserved);
+                                  current_->attributes.reserve(static_cast<std::size_t>(most));
+                              });
+        AddChild<AttributeElement>(library_, current_);
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+    CCDMClass* current_ = nullptr;
+};
+
+class ClassLibraryElement final : public NamedElement {
+ public:
+    ClassLibraryElement(CCDMClassLibrary& library, int depth)
+        : NamedElement("QZClassLibrary"), library_(library), depth_(depth) {}
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes&) override {
+        AddChild<HeaderElement>(library_, depth_);
+        AddChild<IncludeElement>(library_, depth_);
+        AddChild<LogElement>();
+        AddChild<ClassElement>(library_);
+        AddChild<EnumerationElement>(library_);
+        AddChild<ClassAttributesElement>(library_);
+    }
+
+ private:
+    CCDMClassLibrary& library_;
+    int depth_;
+};
+
+}  // namespace
+
+bool ReadClassFileInto(CCDMClassLibrary& library, const std::string& file, ModelFileOrigin origin,
+                       int include_depth) {
+    std::vector<std::string>& read = library.classFiles;
+    if (std::find(read.begin(), read.end(), file) != read.end()) return true;
+    read.push_back(file);
+    if (include_depth > kMostIncludes) {
+        LogMessage(MessageText(kMessages.failed_file, file.c_str()).c_str());
+        return false;
+    }
+    DocumentHandler document(false);
+    document.AddRoot<ClassLibraryElement>(library, include_depth);
+    // Without a module the resources are those of the program that this code is part of.
+    return ReadModelFile(kMessages, file, origin, true, document);
+}
+
+bool CCDMClassLibrary::ReadClassFile(const std::string& file) {
+    return ReadClassFileInto(*this, file, ModelFileOrigin::kCaller, 0);
+}

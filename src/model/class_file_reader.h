@@ -1,0 +1,14 @@
+#pragma once
+
+// The reader of class library files, root element QZClassLibrary. Elements and attributes that it
+// does not know are left out without a word: they are for other consumers of the files.
+
+#include <string>
+
+#include "model/model_file.h"
+
+class CCDMClassLibrary;
+
+// Reads one file, once for the library, and in its place whatever it includes.
+bool ReadClassFileInto(CCDMClassLibrary& library, const std::string& file, ModelFileOrigin origin,
+                       int include_depth);

@@ -1,0 +1,36 @@
+#include "model/class_library.h"
+
+namespace {
+
+template <class Record>
+Record* Find(const std::map<std::string, std::unique_ptr<Record>>& records,
+             const std::string& name) {
+    const auto found = records.find(name);
+    return found == records.end() ? nullptr : found->second.get();
+}
+
+template <class Record>
+Record* GetOrCreate(std::map<std::string, std::unique_ptr<Record>>& records,
+                    const std::string& name, CCDMClassLibrary& library) {
+    auto& record = records[name];
+    if (!record) record = std::make_unique<Record>(name, library);
+    return record.get();
+}
+
+}  // namespace
+
+CCDMClass* CCDMClassLibrary::FindClass(const std::string& name) const {
+    return Find(classes, name);
+}
+
+CCDMEnumeration* CCDMClassLibrary::FindEnumeration(const std::string& name) const {
+    return Find(enumerations, name);
+}
+
+CCDMClass* CCDMClassLibrary::GetOrCreateClass(const std::string& name) {
+    return GetOrCreate(classes, name, *this);
+}
+
+CCDMEnumeration* CCDMClassLibrary::GetOrCreateEnumeration(const std::string& name) {
+    return GetOrCreate(enumerations, name, *this);
+}

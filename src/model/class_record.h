@@ -1,0 +1,60 @@
+#pragma once
+
+// Classes of the model and their attributes. Records live as long as the library that made them and
+// are held by plain pointers; the text of every key is compared byte by byte.
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "diagnostics/instance_counts.h"
+#include "model/enumeration.h"
+#include "model/model_types.h"
+#include "model/translator_record.h"
+#include "value/fi_value.h"
+
+class CCDMClass;
+
+class CCDMAttribute : public CCDMNamedObject, private Counted<CountedClass::CCDMAttribute> {
+ public:
+    using CCDMNamedObject::CCDMNamedObject;
+
+    TranslatorMap translators;
+    TranslatorMap arrayTranslators;  // in use when the attribute is an array
+    EnumMaps enumMaps;               // tables of this attribute alone
+    CCDMAttrType type = CCDMAttrType::kNone;
+    // Names of the attributes whose values name one element of an array of this class.
+    std::vector<FIValue> keys;
+    std::string typeName;  // class of an Object, enumeration of an Enumeration
+    bool isArray = false;
+    CCDMClass* owner = nullptr;  // the class that declares it
+    std::int32_t quantity = 0;   // number from the unit source; 0 is none
+};
+
+class CCDMClass : public CCDMNamedObject, private Counted<CountedClass::CCDMClass> {
+ public:
+    CCDMClass(std::string class_name, CCDMClassLibrary& owner)
+        : CCDMNamedObject(std::move(class_name)), library(&owner) {}
+
+    // Looks in this class only, else makes the record; the caller lists it in `attributes`.
+    CCDMAttribute* GetOrCreateAttribute(const std::string& attribute);
+    // Looks in this class only; null when absent.
+    CCDMAttribute* FindAttribute(const std::string& attribute) const;
+
+    // How many levels up the ancestor of that name stands, 1 for a direct superclass; the first way
+    // in the order of the names counts. 0 when there is no such ancestor.
+    int DistanceToClass(const std::string& ancestor) const;
+
+    // Direct superclasses by name: they may be defined later, and are resolved on each walk.
+    std::set<std::string> superclasses;
+    std::map<std::string, std::unique_ptr<CCDMAttribute>> attributeIndex;
+    // In the order of the files. An attribute that is declared twice is listed twice.
+    std::vector<CCDMAttribute*> attributes;
+    CCDMClassLibrary* library;
+
+ private:
+    int Distance(const std::string& ancestor, int depth, std::set<const CCDMClass*>& seen) const;
+};

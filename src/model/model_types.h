@@ -1,0 +1,37 @@
+#pragma once
+
+// The small closed vocabularies of the model files, and the base of all records.
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+class CCDMNamedObject {
+ public:
+    explicit CCDMNamedObject(std::string object_name) : name(std::move(object_name)) {}
+    virtual ~CCDMNamedObject() = default;
+
+    std::string name;
+};
+
+// What an attribute holds; the numbers are part of the interface.
+enum class CCDMAttrType : int {
+    kNone = 0,
+    kReal = 1,
+    kString = 2,
+    kInteger = 3,
+    kBoolean = 4,
+    kEnumeration = 5,
+    kObject = 6,
+};
+
+// Any text but the seven names is kNone; compared exactly.
+CCDMAttrType AttrTypeFromText(std::string_view text);
+const char* AttrTypeText(CCDMAttrType type);
+
+// The face of a simulated quantity: what the solver calculated, what the user specified, or both.
+// kUnspecified stands for the default branch of the library.
+enum class CCDMBranch : int { kUnspecified = 0, kBoth = 1, kCalc = 2, kSpec = 3 };
+
+// Any text but "Both", "Calc" and "Spec" is kUnspecified; compared exactly.
+CCDMBranch BranchFromText(std::string_view text);

@@ -1,0 +1,79 @@
+// The reader of unit files, root element CCDMUnitFile. Unknown elements and attributes are warned
+// of.
+
+#include <array>
+
+#include "model/class_library.h"
+#include "model/model_file.h"
+#include "model/named_elements.h"
+
+namespace {
+
+constexpr ModelFileMessages kMessages = {
+    .no_reader = "  Unable to create SAX2 reader for file %s",
+    .no_handlers = "  Unable to attach SAX2 handler for file %s",
+    .using_local = "  Using local Unit File: %.128s",
+    .not_located = "  Unable to locate Unit File: %.128s",
+    .failed_file = "  Failed parsing Unit File: %.128s",
+    .failed_resource = "  Failed parsing Unit Resource: %.128s",
+    .no_resource = "  Failed to find Unit Resource: %.128s",
+    .no_file_or_resource = "  Failed to find Unit File or Resource: %.128s",
+};
+
+// Elements that people write for each other.
+constexpr std::array<const char*, 4> kIgnored = {"Version", "Author", "Company", "Comments"};
+
+class TranslateElement final : public NamedElement {
+ public:
+    explicit TranslateElement(CCDMUnitsList& units) : NamedElement("Translate"), units_(units) {}
+
+ protected:
+    void Begin(const XmlLocator* locator, const XmlAttributes& attributes) override {
+        std::string app;
+        std::string ccdm;
+        std::string quantity;
+        std::string ignored;
+        CountAttributes(attributes);
+        GetAttribute("App", attributes, app);
+        if (!GetAttribute("Ccdm", attributes, ccdm)) ccdm = app;
+        const bool has_quantity = GetAttribute("Quantity", attributes, quantity);
+        const bool is_default = GetAttribute("Default", attributes, ignored);
+        WarnUnexpectedAttributes(Name(), locator);
+        units_.AddTranslation(app, ccdm, has_quantity ? quantity.c_str() : nullptr, is_default);
+    }
+
+ private:
+    CCDMUnitsList& units_;
+};
+
+class UnitFileElement final : public NamedElement {
+ public:
+    explicit UnitFileElement(CCDMUnitsList& units) : NamedElement("CCDMUnitFile"), units_(units) {
+        SetWarnUnknown(true);
+    }
+
+ protected:
+    void Begin(const XmlLocator*, const XmlAttributes&) override {
+        AddChild<TextElement>("Provider", [this](const std::string& text, const XmlLocator*) {
+            units_.SetProvider(text.c_str());
+        });
+        AddChild<TextElement>("InitString", [this](const std::string& text, const XmlLocator*) {
+            units_.SetInitString(text.c_str());
+        });
+        AddChild<TranslateElement>(units_);
+        for (const char* element : kIgnored) AddChild<NamedElement>(element);
+    }
+
+ private:
+    CCDMUnitsList& units_;
+};
+
+}  // namespace
+
+bool CCDMClassLibrary::ReadUnitFile(const char* file) {
+    if (file == nullptr) return false;
+    DocumentHandler document(true);
+    document.AddRoot<UnitFileElement>(units);
+    return ReadModelFile(kMessages, file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
+                         document);
+}

@@ -1,0 +1,181 @@
+#include "model/units_list.h"
+
+#include <string_view>
+
+#include "diagnostics/error_log.h"
+#include "model/message_text.h"
+#include "platform/names.h"
+
+namespace {
+
+constexpr char kNotInitialized[] = "Units not initiliazed";
+constexpr char kNotFound[] = "Unit not found";
+constexpr char kLibraryEnding[] = ".dll";
+constexpr int kDetailLevel = 6;
+
+void LogDetail(const std::string& text) {
+    LogAtLevel(text.c_str(), kDetailLevel);
+}
+
+void LogUnknownUnit(const std::string& unit) {
+    LogDetail(MessageText("Unable to locate unit %s in units list", unit.c_str()));
+}
+
+}  // namespace
+
+void CCDMUnitsList::SetProvider(const char* module) {
+    provider_.SetText(module);
+    Attach();
+}
+
+void CCDMUnitsList::SetInitString(const char* text) {
+    init_string_.SetText(text);
+    Attach();
+}
+
+// An offered module goes before the one that is loaded, and stays when this list ends.
+ModuleHandle CCDMUnitsList::FindAdapter() {
+    const std::string name = provider_.ToText();
+    if (ProcessModules().Offers(name.c_str())) return LoadModule(name.c_str());
+    const std::string file = std::string(kUnitAdapterName) + kLibraryEnding;
+    if (SameName(name, kUnitAdapterName) || SameName(name, file)) {
+        loaded_adapter_ = LoadModule(file.c_str());
+    }
+    return loaded_adapter_;
+}
+
+void CCDMUnitsList::Attach() {
+    if (initialized_ || provider_.IsNull() || init_string_.IsNull()) return;
+    const ModuleHandle adapter = FindAdapter();
+    const auto create =
+        reinterpret_cast<CreateUnitSourceFunction>(FindFunction(adapter, "CreateUnitSource"));
+    delete_source_ =
+        reinterpret_cast<DeleteUnitSourceFunction>(FindFunction(adapter, "DeleteUnitSource"));
+    if (create == nullptr || delete_source_ == nullptr) {
+        LogMessage(MessageText("Unable to locate CCDM unit conversion adpater %s",
+                               provider_.ToText().c_str())
+                       .c_str());
+        return Detach();
+    }
+    source_ = create();
+    initialized_ = source_ != nullptr && source_->Init(init_string_.ToText().c_str());
+    if (initialized_) return;
+    Detach();
+    LogMessage("Unable to initialize CCDM unit conversion adpater");
+}
+
+void CCDMUnitsList::Detach() {
+    if (source_ != nullptr) {
+        source_->Destroy();
+        delete_source_(source_);
+    }
+    if (loaded_adapter_ != nullptr) UnloadModule(loaded_adapter_);
+    source_ = nullptr;
+    loaded_adapter_ = nullptr;
+    initialized_ = false;
+}
+
+int CCDMUnitsList::QuantityNumber(const FIValue& quantity) const {
+    const int number = quantity.IsText() ? source_->QuantityId(quantity.CStr()) : quantity.AsInt();
+    return number < 0 ? 0 : number;
+}
+
+int CCDMUnitsList::UnitNumber(const FIValue& unit) const {
+    return unit.Kind() == FIValue::kInt ? unit.AsInt() : source_->UnitId(unit.ToText().c_str(), 0);
+}
+
+// Whether a row of the application's unit forbids another one; logs which.
+bool CCDMUnitsList::IsMapped(const std::string& app, const char* quantity, int number,
+                             bool is_default) const {
+    const auto [first, last] = app_to_ccdm_.equal_range(app);
+    for (auto row = first; row != last; ++row) {
+        const char* what = nullptr;
+        if (row->second.quantity == number) {
+            what = number == 0 ? "all quantities" : quantity;
+        } else if (is_default && row->second.isDefault) {
+            what = "default quantity";
+        }
+        if (what == nullptr) continue;
+        LogDetail(MessageText("Unit %s already mapped in units list for %s", app.c_str(), what));
+        return true;
+    }
+    return false;
+}
+
+void CCDMUnitsList::Enter(const std::string& app, const std::string& ccdm, int quantity,
+                          bool is_default) {
+    app_to_ccdm_.emplace(app, CCDMUnitRecord{FIValue(ccdm.c_str()), quantity, is_default});
+    ccdm_to_app_.emplace(ccdm, CCDMUnitRecord{FIValue(app.c_str()), quantity, is_default});
+}
+
+void CCDMUnitsList::AddTranslation(const std::string& app, const std::string& ccdm,
+                                   const char* quantity, bool is_default) {
+    if (source_ == nullptr) return;
+    const int number = quantity == nullptr ? 0 : QuantityNumber(FIValue(quantity));
+    if (IsMapped(app, quantity, number, is_default)) return;
+    if (source_->UnitId(ccdm.c_str(), number) < 1) return LogUnknownUnit(ccdm);
+    Enter(app, ccdm, number, is_default);
+}
+
+bool CCDMUnitsList::ToCcdmUnit(const FIValue& app_unit, const FIValue& quantity, FIValue& out) {
+    if (!initialized_) {
+        out.SetText(kNotInitialized);
+        return false;
+    }
+    const int number = QuantityNumber(quantity);
+    const std::string unit = app_unit.ToText();
+    const CCDMUnitRecord* for_all = nullptr;
+    const auto [first, last] = app_to_ccdm_.equal_range(unit);
+    for (auto row = first; row != last; ++row) {
+        if (row->second.quantity == number) {
+            out = row->second.mapped;
+            return true;
+        }
+        if (row->second.quantity == 0) for_all = &row->second;
+    }
+    if (for_all != nullptr) {
+        out = for_all->mapped;
+        return true;
+    }
+    if (source_->UnitId(unit.c_str(), number) < 1) {
+        LogUnknownUnit(unit);
+        out.SetText(kNotFound);
+        return false;
+    }
+    Enter(unit, unit, number, false);
+    out.SetText(unit);
+    return true;
+}
+
+bool CCDMUnitsList::ToAppUnit(const FIValue& ccdm_unit, const FIValue& quantity,
+                              FIValue& out) const {
+    if (!initialized_) {
+        out.SetText(kNotInitialized);
+        return false;
+    }
+    const int number = QuantityNumber(quantity);
+    const std::string unit = ccdm_unit.ToText();
+    const CCDMUnitRecord* taken = nullptr;
+    const auto [first, last] = ccdm_to_app_.equal_range(unit);
+    for (auto row = first; row != last; ++row) {
+        const CCDMUnitRecord& record = row->second;
+        if (record.quantity == number) {
+            out = record.mapped;
+            return true;
+        }
+        if (record.isDefault || (record.quantity == 0 && taken == nullptr)) taken = &record;
+    }
+    if (taken == nullptr) {
+        LogUnknownUnit(unit);
+        out.SetText(kNotFound);
+        return false;
+    }
+    out = taken->mapped;
+    return true;
+}
+
+double CCDMUnitsList::Convert(double value, const FIValue& from_unit,
+                              const FIValue& to_unit) const {
+    if (!initialized_) return value;
+    return source_->Convert(value, UnitNumber(from_unit), UnitNumber(to_unit));
+}

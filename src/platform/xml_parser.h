@@ -1,0 +1,42 @@
+#pragma once
+
+// The system's own XML parser, behind platform/xml_reader.h: it turns bytes into events and knows
+// nothing of bounds.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/xml_reader.h"
+
+// A place in the document, counted from 1.
+struct XmlPlace {
+    int line = 0;
+    int column = 0;
+};
+
+enum class XmlSeverity { kWarning, kError, kFatal };
+
+// A false answer stops the parser, which then tells nothing more. Nothing throws. Characters may
+// come in pieces; a break is a comment or a CDATA boundary.
+class XmlParserEvents {
+ public:
+    virtual bool OnStart(std::string name, XmlAttributes attributes, XmlPlace end) noexcept = 0;
+    virtual bool OnEnd(std::string name, XmlPlace end) noexcept = 0;
+    virtual bool OnCharacters(std::string_view text, XmlPlace end) noexcept = 0;
+    virtual bool OnBreak() noexcept = 0;
+    virtual void OnError(XmlSeverity severity, std::string text, XmlPlace place) noexcept = 0;
+
+ protected:
+    ~XmlParserEvents() = default;
+};
+
+class XmlParser {
+ public:
+    virtual ~XmlParser() = default;
+    // Whether the bytes were a well-formed document and no event stopped the parser.
+    virtual bool Parse(std::string_view bytes, XmlParserEvents& events) = 0;
+};
+
+// Null when the system has none.
+std::unique_ptr<XmlParser> CreateXmlParser();

@@ -1,0 +1,160 @@
+#include "platform/xml_reader.h"
+
+#include <exception>
+#include <fstream>
+#include <iterator>
+
+#include "platform/xml_guard.h"
+#include "platform/xml_parser.h"
+
+namespace {
+
+// Joins the pieces of a text, counts the depth, and carries exceptions past the parser.
+class EventGate final : public XmlParserEvents, public XmlLocator {
+ public:
+    EventGate(std::string file, XmlContentHandler& content, XmlErrorHandler& errors)
+        : file_(std::move(file)), content_(content), errors_(errors) {}
+
+    const char* File() const override { return file_.c_str(); }
+    int Line() const override { return place_.line; }
+    int Column() const override { return place_.column; }
+
+    bool OnStart(std::string name, XmlAttributes attributes, XmlPlace end) noexcept override {
+        return Guarded([&] {
+            FlushText();
+            place_ = end;
+            if (++depth_ > kMaxXmlDepth) {
+                errors_.FatalError("Elements are nested too deep", *this);
+                return false;
+            }
+            content_.StartElement(name, attributes, *this);
+            return true;
+        });
+    }
+    bool OnEnd(std::string name, XmlPlace end) noexcept override {
+        return Guarded([&] {
+            FlushText();
+            place_ = end;
+            --depth_;
+            content_.EndElement(name, *this);
+            return true;
+        });
+    }
+    bool OnCharacters(std::string_view text, XmlPlace end) noexcept override {
+        return Guarded([&] {
+            text_.append(text);
+            text_end_ = end;
+            return true;
+        });
+    }
+    bool OnBreak() noexcept override {
+        return Guarded([&] {
+            FlushText();
+            return true;
+        });
+    }
+    void OnError(XmlSeverity severity, std::string text, XmlPlace place) noexcept override {
+        Guarded([&] {
+            place_ = place;
+            Report(severity, text);
+            return true;
+        });
+    }
+
+    void Rethrow() const {
+        if (exception_) std::rethrow_exception(exception_);
+    }
+
+ private:
+    template <class Action>
+    bool Guarded(Action action) noexcept {
+        if (exception_) return false;
+        try {
+            return action();
+        } catch (...) {
+            exception_ = std::current_exception();
+            return false;
+        }
+    }
+    void FlushText() {
+        if (text_.empty()) return;
+        place_ = text_end_;
+        const std::string text = std::exchange(text_, {});
+        // Blanks around the root element are no content.
+        if (depth_ > 0) content_.Text(text, *this);
+    }
+    void Report(XmlSeverity severity, const std::string& text) {
+        if (severity == XmlSeverity::kWarning) return errors_.Warning(text, *this);
+        if (severity == XmlSeverity::kError) return errors_.Error(text, *this);
+        errors_.FatalError(text, *this);
+    }
+
+    std::string file_;
+    XmlContentHandler& content_;
+    XmlErrorHandler& errors_;
+    XmlPlace place_;
+    XmlPlace text_end_;
+    std::string text_;
+    int depth_ = 0;
+    std::exception_ptr exception_;
+};
+
+class GuardedReader final : public XmlReader {
+    static constexpr std::size_t kBlock = 1 << 16;
+
+ public:
+    explicit GuardedReader(std::unique_ptr<XmlParser> parser) : parser_(std::move(parser)) {}
+
+    bool Attach(XmlContentHandler& content, XmlErrorHandler& errors) override {
+        content_ = &content;
+        errors_ = &errors;
+        return true;
+    }
+
+    XmlOutcome ParseFile(const std::string& path) override {
+        std::ifstream file(path, std::ios::binary);
+        if (!file) return XmlOutcome::kNotFound;
+        std::string bytes;
+        for (std::size_t size = 0; file && size <= kMaxXmlBytes;) {
+            bytes.resize(size + kBlock);
+            file.read(bytes.data() + size, kBlock);
+            size += static_cast<std::size_t>(file.gcount());
+            bytes.resize(size);
+        }
+        return ParseText(bytes, path);
+    }
+
+    XmlOutcome ParseText(std::string_view bytes, const std::string& name) override {
+        if (content_ == nullptr) return XmlOutcome::kFailed;
+        EventGate gate(name, *content_, *errors_);
+        const char* refusal =
+            bytes.size() > kMaxXmlBytes ? "The document is too long" : RefusalOfXml(bytes);
+        if (refusal != nullptr) gate.OnError(XmlSeverity::kFatal, refusal, {});
+        const bool done = refusal == nullptr && parser_->Parse(bytes, gate);
+        gate.Rethrow();
+        return done ? XmlOutcome::kDone : XmlOutcome::kFailed;
+    }
+
+ private:
+    std::unique_ptr<XmlParser> parser_;
+    XmlContentHandler* content_ = nullptr;
+    XmlErrorHandler* errors_ = nullptr;
+};
+
+std::unique_ptr<XmlReader> CreateSystemReader() {
+    std::unique_ptr<XmlParser> parser = CreateXmlParser();
+    if (!parser) return nullptr;
+    return std::make_unique<GuardedReader>(std::move(parser));
+}
+
+XmlReaderFactory g_factory = CreateSystemReader;
+
+}  // namespace
+
+std::unique_ptr<XmlReader> CreateXmlReader() {
+    return g_factory();
+}
+
+XmlReaderFactory SetXmlReaderFactory(XmlReaderFactory factory) noexcept {
+    return std::exchange(g_factory, factory != nullptr ? factory : CreateSystemReader);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+// Quantities and their units, read from XML:
+//
+//   <QZClassLibrary>
+//     <QuantityTypeDefn Name="Pressure" BaseUnit="Pa">
+//       <UOM Name="bar" Formula="Linear" Factor="100000" Offset="0"/>
+//
+// A value in a unit becomes one in the base unit by Factor * value + Offset (Linear, which a
+// missing Formula means) or Factor / (value + Offset) (Reciprocal). A missing Factor is 1, a
+// missing Offset 0. A unit with a factor of 0, a number that does not scan or another formula is
+// left out, as is the second unit of one name in a quantity; a quantity that comes again goes on
+// where it ended.
+
+#include <map>
+#include <string>
+#include <vector>
+
+enum class UomFormula { kLinear, kReciprocal };
+
+struct Uom {
+    std::string name;
+    int quantity = 0;
+    UomFormula formula = UomFormula::kLinear;
+    double factor = 1;
+    double offset = 0;
+};
+
+struct UomQuantity {
+    std::string name;
+    std::string base_unit;             // quantities of one base unit convert into each other
+    std::map<std::string, int> units;  // numbers by name
+};
+
+// Numbers count from 1 in the order of the file.
+class UomDefinitions {
+ public:
+    // A file of the name beside the program or in the working directory, else the resource of that
+    // name. False when there is neither, when it is no XML, or when it defines no unit.
+    bool Read(const std::string& name);
+
+    // 0 when there is none.
+    int FindQuantity(const std::string& name) const;
+    // In quantity 0: the first unit of the name in the order of the file. 0 when there is none.
+    int FindUnit(const std::string& name, int quantity) const;
+    // Null for a number that is not valid.
+    const UomQuantity* Quantity(int number) const;
+    const Uom* Unit(int number) const;
+
+    // The value unchanged when a number is not valid or the units are of different kinds.
+    double Convert(double value, int from_unit, int to_unit) const;
+
+    // For the reader: the number of a new or known quantity; adds a unit to it.
+    int AddQuantity(const std::string& name, const std::string& base_unit);
+    void AddUnit(const Uom& unit);
+
+ private:
+    std::vector<UomQuantity> quantities_;
+    std::vector<Uom> units_;
+    std::map<std::string, int> quantity_numbers_;
+    std::map<std::string, int> first_units_;
+};

@@ -1,0 +1,59 @@
+// The unit adapter: definitions from XML behind the contract of a unit source.
+
+#include <new>
+
+#include "model/unit_source.h"
+#include "uom_adapter/uom_definitions.h"
+
+namespace {
+
+class UomUnitSource final : public CCDMUnitSource {
+ public:
+    bool Init(const char* init_string) override {
+        try {
+            return definitions_.Read(init_string == nullptr ? "" : init_string);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+    void Destroy() override { definitions_ = {}; }
+    int QuantityId(const char* name) override {
+        return NumberOrNone(definitions_.FindQuantity(Text(name)));
+    }
+    int UnitId(const char* name, int quantity) override {
+        return NumberOrNone(definitions_.FindUnit(Text(name), quantity));
+    }
+    int QuantityOfUnit(int unit) override {
+        const Uom* found = definitions_.Unit(unit);
+        return found == nullptr ? kNone : found->quantity;
+    }
+    const char* QuantityName(int quantity) override {
+        const UomQuantity* found = definitions_.Quantity(quantity);
+        return found == nullptr ? "" : found->name.c_str();
+    }
+    const char* UnitName(int unit) override {
+        const Uom* found = definitions_.Unit(unit);
+        return found == nullptr ? "" : found->name.c_str();
+    }
+    double Convert(double value, int from_unit, int to_unit) override {
+        return definitions_.Convert(value, from_unit, to_unit);
+    }
+
+ private:
+    static constexpr int kNone = -1;
+
+    static int NumberOrNone(int number) { return number > 0 ? number : kNone; }
+    static const char* Text(const char* text) { return text == nullptr ? "" : text; }
+
+    UomDefinitions definitions_;
+};
+
+}  // namespace
+
+extern "C" CCDMUnitSource* CreateUnitSource() {
+    return new (std::nothrow) UomUnitSource;
+}
+
+extern "C" void DeleteUnitSource(CCDMUnitSource* source) {
+    delete static_cast<UomUnitSource*>(source);
+}
