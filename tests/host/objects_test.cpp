@@ -522,7 +522,12 @@ TEST_F(Objects, host_paths_name_objects) {
         {"(Feed/:Double.1", "Feed|:Double.1"},
         {"Feed:Double.1", "Feed|Double.1"},
         {"(Feed 2/x", "Feed 2|x"},
-        {"(Feed)/x", "(NULL)|(Feed)/x"},
+        {"(Feed)/x", "Feed|x"},
+        {"(Feed):Double.1", "Feed|Double.1"},
+        {"(Feed 2)//x", "Feed 2|/x"},
+        {"(Feed))/x", "(NULL)|(Feed))/x"},
+        {"(Feed)", "(NULL)|(Feed)"},
+        {"Feed)/x", "(NULL)|Feed)/x"},
         {"(feed/x", "(NULL)|(feed/x"},
         {"(Feed 3/x", "(NULL)|(Feed 3/x"},
         {"", "(NULL)|"},
@@ -535,6 +540,7 @@ TEST_F(Objects, host_paths_name_objects) {
     column.inner = &inner;
     EXPECT_EQ("T-100|x/y", KeyAndRest(*operations, "(T-100/FlowSht.1/x/y"));
     EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100/x"));
+    EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100)/FlowSht.1/x"));
 }
 
 }  // namespace

@@ -249,7 +249,7 @@ class Object : public Base, public ObjectData {
         return static_cast<host::Viewable::Status>(status);
     }
     host::Viewable* GetVariableAttachment(const host::VarDescription& variable) override {
-        const auto found = attachments.find(variable.GetMoniker().Str());
+        const auto found = attachments.find(variable.GetFilledMoniker().Str());
         return found == attachments.end() ? nullptr : found->second;
     }
     host::ProcessStream* AsProcessStream() override { return stream; }
@@ -511,7 +511,7 @@ class Host final : public host::HostServices {
     }
     void GetVariableStatus(host::Viewable*, const host::VarDescription& variable,
                            host::ModifyState& state, int&) override {
-        const auto found = states.find(variable.GetMoniker().Str());
+        const auto found = states.find(variable.GetFilledMoniker().Str());
         if (found != states.end()) state = static_cast<host::ModifyState>(found->second);
     }
     const host::ObjectTypeInfo* FindObjectType(const host::Text& class_name) override {
