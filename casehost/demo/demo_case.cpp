@@ -5,6 +5,7 @@
 #include "casehost/standard_host.h"
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
+#include "demo/demo_basis.h"
 #include "demo/demo_compounds.h"
 
 namespace casehost {
@@ -296,6 +297,7 @@ CaseData DemoCase() {
     data.source = "own";
     data.property_package = "Ideal with Wilson K-values";
     data.compounds = demo::Compounds();
+    data.basis = demo::Basis();
     AddMaterialStreams(data.main);
     for (const auto& section : {ColdSection(), WarmSection()}) {
         data.main.objects.insert(data.main.objects.end(), section.begin(), section.end());

@@ -7,6 +7,7 @@
 #include "casehost/case_file.h"
 #include "casehost/file_path.h"
 #include "casehost/units.h"
+#include "json/basis_json.h"
 #include "json/fields.h"
 #include "json/reference_check.h"
 #include "json/words.h"
@@ -67,6 +68,7 @@ std::unique_ptr<CaseData> TextReader::Read(const JsonNode& root) {
         return nullptr;
     }
     Basics(fields, *data);
+    if (const JsonNode* basis = fields.Array("basis")) data->basis = json::ReadBasis(tree_, *basis);
     if (const JsonNode* shapes = fields.Object("shapes")) Shapes(*shapes);
     if (const JsonNode* flowsheet = fields.Object("flowsheet")) {
         Fields inner(tree_, *flowsheet);

@@ -1,15 +1,13 @@
 // Case data as JSON text.
 
-#include <charconv>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <unordered_map>
 
 #include "casehost/case_file.h"
 #include "casehost/file_path.h"
 #include "casehost/units.h"
+#include "json/basis_json.h"
 #include "json/words.h"
 
 namespace casehost {
@@ -20,11 +18,7 @@ using json::kNamingWords;
 using json::kRoleWords;
 using json::kStateWords;
 using json::kStatusWords;
-
-template <class Words, class Value>
-std::string_view Word(const Words& words, Value value) {
-    return words[static_cast<std::size_t>(value)];
-}
+using json::Word;
 
 bool IsUnset(const VariableData& variable) {
     static const ValueData unset;
@@ -34,7 +28,7 @@ bool IsUnset(const VariableData& variable) {
     return true;
 }
 
-class TextWriter {
+class TextWriter : private json::JsonText {
  public:
     std::string Write(const CaseData& data);
 
@@ -42,14 +36,6 @@ class TextWriter {
     // Shapes are listed before the objects that use them, under names given in order of appearance.
     void CollectShapes(const std::vector<ObjectData>& objects);
     const std::string& ShapeOf(const ObjectData& object);
-
-    // `first` members of an object or array stand without a comma before them.
-    void Line(int depth, bool& first);
-    void Key(std::string_view name);
-    void Text(std::string_view text);
-    void Number(double number);
-    void Integer(long number) { out_ += std::to_string(number); }
-    void Flag(bool flag) { out_ += flag ? "true" : "false"; }
 
     void Basics(const CaseData& data, bool& first);
     void Compounds(const std::vector<CompoundData>& compounds, bool& first);
@@ -65,7 +51,6 @@ class TextWriter {
     void Value(const VariableSpec& spec, const ValueData& value);
     void Ports(const std::vector<PortData>& ports);
 
-    std::string out_;
     std::vector<std::pair<std::string, const ObjectData*>> shapes_;
     std::unordered_map<const VariableSpec*, std::size_t> spec_ids_;
     std::unordered_multimap<std::string, std::pair<const VariableSpec*, std::size_t>>
@@ -82,6 +67,9 @@ std::string TextWriter::Write(const CaseData& data) {
     bool first = true;
     Basics(data, first);
     Compounds(data.compounds, first);
+    Line(1, first);
+    Key("basis");
+    json::WriteBasis(*this, data.basis, 1);
     Shapes(first);
     Line(1, first);
     Key("flowsheet");
@@ -129,46 +117,6 @@ const std::string& TextWriter::ShapeOf(const ObjectData& object) {
                              &object);
     }
     return shapes_[place->second].first;
-}
-
-void TextWriter::Line(int depth, bool& first) {
-    if (!first) out_ += ',';
-    first = false;
-    out_ += '\n';
-    out_.append(static_cast<std::size_t>(2 * depth), ' ');
-}
-
-void TextWriter::Key(std::string_view name) {
-    Text(name);
-    out_ += ": ";
-}
-
-void TextWriter::Text(std::string_view text) {
-    bool plain = true;
-    for (char c : text) plain = plain && c >= ' ' && c != '"' && c != '\\' && c < 0x7f;
-    if (plain) {
-        out_ += '"';
-        out_ += text;
-        out_ += '"';
-    } else {
-        using nlohmann::json;
-        out_ += json(std::string(text)).dump(-1, ' ', false, json::error_handler_t::replace);
-    }
-}
-
-void TextWriter::Number(double number) {
-    if (number == kEmpty || !(number - number == 0)) {
-        out_ += "null";
-        return;
-    }
-    // A reader takes "-0" for a whole number, which has no sign at zero.
-    if (number == 0 && std::signbit(number)) {
-        out_ += "-0.0";
-        return;
-    }
-    char buffer[40];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
-    out_.append(buffer, end);
 }
 
 void TextWriter::Basics(const CaseData& data, bool& first) {

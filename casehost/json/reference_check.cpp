@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "live/basis_tree.h"
 #include "live/object_path.h"
 #include "live/object_type.h"
 #include "live/shape.h"
@@ -64,6 +65,17 @@ class Checker {
         }
     }
 
+    void CheckBasis(const JsonNode* nodes, const std::vector<BasisElement>& elements) {
+        const JsonNode* node = nodes ? nodes->first : nullptr;
+        for (std::size_t i = 0; i < elements.size() && node; ++i, node = node->next) {
+            ForEachObjectPath(elements[i], [&](const std::string& path) {
+                if (path.empty() || path::FindObject(world_, world_.Main(), path)) return;
+                tree_.Report(*node, "the object \"" + path + "\" names no object");
+            });
+            CheckBasis(node->Find("elements"), elements[i].elements);
+        }
+    }
+
  private:
     void CheckAttachments(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
         const JsonNode* members = node.Find("variables");
@@ -115,6 +127,7 @@ void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data) {
     const ObjectList* main = &data.main.objects;
     const JsonNode* flowsheet = root.Find("flowsheet");
     checker.Check(flowsheet ? flowsheet->Find("objects") : nullptr, data.main.objects, main, true);
+    checker.CheckBasis(root.Find("basis"), data.basis);
     checker.Check(root.Find("utilities"), data.utilities, main, false);
     checker.Check(root.Find("dataTables"), data.data_tables, main, false);
     checker.Check(root.Find("reactions"), data.reactions, main, false);

@@ -20,5 +20,12 @@ inline constexpr std::array<std::string_view, 4> kNamingWords = {"number", "enum
                                                                  "attachedObject"};
 inline constexpr std::array<std::string_view, 4> kRoleWords = {"feed", "product", "energyIn",
                                                                "energyOut"};
+inline constexpr std::array<std::string_view, 9> kElementWords = {
+    "group", "custom", "status", "table", "variable", "object", "number", "text", "document"};
+
+template <class Words, class Value>
+std::string_view Word(const Words& words, Value value) {
+    return words[static_cast<std::size_t>(value)];
+}
 
 }  // namespace casehost::json

@@ -1,5 +1,7 @@
 #include "live/basis_spec.h"
 
+#include "live/basis_tree.h"
+
 namespace casehost {
 
 namespace {
@@ -49,6 +51,7 @@ host::CSpecElement& SpecInfo::AddText(std::string tag, std::string text) {
 SpecInfo& SpecInfo::AddChild(std::string tag) {
     children_.push_back(std::make_unique<SpecInfo>());
     children_.back()->SetOwner(owner_);
+    children_.back()->SetReaderOptions(options_);
     Add(std::move(tag)).child = children_.back().get();
     return *children_.back();
 }
@@ -61,25 +64,32 @@ host::ArraySetBlock& SpecInfo::AddArraySet(std::string tag) {
 
 bool BasisSpecSource::FillSpecInfo(host::CSpecInfo* out) {
     auto* info = dynamic_cast<SpecInfo*>(out);
-    if (!info || (basics_.compounds.empty() && basics_.property_package.empty())) return false;
+    const bool has_compounds = !basics_.compounds.empty();
+    if (!info || (!has_compounds && basics_.property_package.empty() && tree_.IsEmpty())) {
+        return false;
+    }
     info->Clear();
     info->AddText("Property Package", basics_.property_package);
-    if (basics_.compounds.empty()) return true;
-    SpecInfo& compounds = info->AddChild("Compounds");
+    if (has_compounds) AddCompounds(*info);
+    tree_.AddTo(*info);
+    return true;
+}
+
+void BasisSpecSource::AddCompounds(SpecInfo& info) const {
+    SpecInfo& compounds = info.AddChild("Compounds");
     for (const CompoundData& compound : basics_.compounds) {
         SpecInfo& constants = compounds.AddChild(compound.name);
         constants.AddText("Formula", compound.formula);
         for (const Constant& each : kConstants)
             constants.AddNumber(each.name, compound.*each.value);
     }
-    host::ArraySetBlock& table = info->AddArraySet("Constants");
+    host::ArraySetBlock& table = info.AddArraySet("Constants");
     for (const Constant& each : kConstants) {
         host::GrowableArray<double> column;
         for (const CompoundData& compound : basics_.compounds) column.Append(compound.*each.value);
         table.source_names.Append(host::Text(each.name));
         table.source_numbers.Append(column);
     }
-    return true;
 }
 
 }  // namespace casehost

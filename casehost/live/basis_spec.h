@@ -1,7 +1,7 @@
 #pragma once
 
 // The specification view of a case's basis: the property package, one sub-specification with the
-// compounds, and a table of their constants.
+// compounds, a table of their constants, and the elements that the case gives.
 
 #include <memory>
 #include <vector>
@@ -38,13 +38,18 @@ class SpecInfo final : public host::CSpecInfo {
     HolderList list_;
 };
 
+class BasisTree;
+
 class BasisSpecSource final : public host::CSpecSource {
  public:
-    explicit BasisSpecSource(const CaseData& basics) : basics_(basics) {}
+    BasisSpecSource(const CaseData& basics, BasisTree& tree) : basics_(basics), tree_(tree) {}
     bool FillSpecInfo(host::CSpecInfo* info) override;
 
  private:
+    void AddCompounds(SpecInfo& info) const;
+
     const CaseData& basics_;
+    BasisTree& tree_;
 };
 
 }  // namespace casehost

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "live/basis_tree.h"
 #include "live/case.h"
 #include "live/dependents.h"
 
@@ -60,6 +61,7 @@ Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     ResolveList(data_tables_, data.data_tables);
     ResolveList(basis_->Nodes(), data.reactions);
     if (manager_) ResolveList(manager_->Nodes(), data.published);
+    basis_->Tree().Build(data.basis, problems_);
     ForEach([this](Node& node) {
         if (node.Condition() == ObjectStatus::not_solved) solver_->SetNeedsToRun(true);
     });
@@ -189,7 +191,7 @@ void Case::ValueStored(Node& node) {
 }
 
 void Case::MarkStale(Node& start) {
-    if (start.Class()->IsA(types::Reaction())) {
+    if (start.Class()->IsA(types::Reaction()) || &start == basis_.get()) {
         ForEach([](Node& node) {
             if (!node.Class()->IsA(types::Published())) node.SetStale(true);
         });
@@ -290,6 +292,7 @@ void Case::PurgeDeleted() {
             }
         }
     });
+    basis_->Tree().ForgetDeleted();
     graveyard_.clear();
 }
 

@@ -10,8 +10,8 @@
 // A store makes calculated values stale: those of the stored object, of the unit operation that
 // makes it when it is a stream, and of everything downstream of these, down into and up out of
 // template operations, and of utilities attached to any of them. Stale values are shown missing and
-// their objects as not solved until a solve has filled them. A store into a reaction makes all
-// stale.
+// their objects as not solved until a solve has filled them. A store into a reaction or the basis
+// makes all stale.
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,6 @@
 // The live case as data, and results of a solve taken over.
 
+#include "live/basis_tree.h"
 #include "live/case.h"
 
 namespace casehost {
@@ -45,6 +46,7 @@ CaseData Case::ToData() {
     data.main = FlowsheetToData(*main_);
     data.utilities = ListToData(utilities_);
     data.data_tables = ListToData(data_tables_);
+    data.basis = basis_->Tree().ToData();
     data.reactions = ListToData(basis_->Nodes());
     if (manager_) data.published = ListToData(manager_->Nodes());
     return data;

@@ -1,5 +1,6 @@
 // How objects of a case are named by text: paths of attachments, and monikers.
 
+#include "live/basis_tree.h"
 #include "live/case.h"
 #include "live/object_path.h"
 
@@ -91,6 +92,7 @@ bool Case::DescribeMoniker(const std::string& moniker, host::VarDescription::Fac
     // The stem of the last part, "Double.501" out of "StreamObject.400(Feed)/:Double.501.[]".
     const std::size_t colon = moniker.rfind(':');
     const std::string stem = moniker.substr(colon == std::string::npos ? 0 : colon + 1);
+    if (basis_->Tree().Describe(stem, out)) return true;
     const std::size_t end = stem.find('.', stem.find('.') + 1);
     for (const auto& shape : shapes_.All()) {
         const Row* row = shape->ByStem(std::string_view(stem).substr(0, end));

@@ -6,6 +6,7 @@
 #include "live/case.h"
 #include "casehost/units.h"
 #include "live/basis_spec.h"
+#include "live/basis_tree.h"
 #include "live/solver_node.h"
 
 namespace casehost {
@@ -117,7 +118,8 @@ Node* ManagerNode::Follow(std::string_view& rest) {
 }
 
 BasisNode::BasisNode(CaseContext& context, Node* owner, const ObjectType* type, std::string name)
-    : NodeOf(context, owner, type, std::move(name)) {}
+    : NodeOf(context, owner, type, std::move(name)),
+      tree_(std::make_unique<BasisTree>(*this, *context.script)) {}
 
 BasisNode::~BasisNode() = default;
 
@@ -131,7 +133,9 @@ host::Reaction* BasisNode::RxnNumber(int number) {
 }
 
 host::CSpecSource* BasisNode::SpecSource() {
-    if (!spec_source_) spec_source_ = std::make_unique<BasisSpecSource>(OwnerCase().Basics());
+    if (!spec_source_) {
+        spec_source_ = std::make_unique<BasisSpecSource>(OwnerCase().Basics(), *tree_);
+    }
     return spec_source_.get();
 }
 

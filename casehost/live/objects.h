@@ -118,12 +118,14 @@ class BasisNode final : public NodeOf<host::BasisManager>, public host::Reaction
     host::Reaction* RxnNumber(int number) override;
     host::CSpecSource* SpecSource() override;
     NodeList& Nodes() { return reactions_; }
+    class BasisTree& Tree() { return *tree_; }
 
  protected:
     Node* Follow(std::string_view& rest) override;
 
  private:
     NodeList reactions_;
+    std::unique_ptr<BasisTree> tree_;
     std::unique_ptr<class BasisSpecSource> spec_source_;
 };
 

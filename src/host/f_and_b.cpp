@@ -97,7 +97,7 @@ FIContext* HFandBEntry::GetContext() {
             break;
         case kBasis:
             if (!case_ || !basis_.Fill(case_->Basis(), options_)) return EmptyContext();
-            return basis_.MakeContext();
+            return basis_.MakeContext(&options_, attachments_, this);
         default:
             context = new HFSOContext(nullptr, case_, HFSOContext::kDataTables, &options_,
                                       attachments_, this);

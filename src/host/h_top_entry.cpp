@@ -78,7 +78,7 @@ FIContext* HTopEntry::GetContext() {
         case Below::kNothing:
             return EmptyContext();
         case Below::kSpecification:
-            return specification_.MakeContext();
+            return specification_.MakeContext(&options_, attachments_, this);
         case Below::kFlowSheet:
             context = new HSUandUContext(object_->SubFlowSheet(), context_->Case(), &options_,
                                          attachments_, this);

@@ -66,5 +66,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     static inline const char kTypeId = 0;
 
     Ref<Context> context_;
+
+ protected:
     Walk walk_;
 };

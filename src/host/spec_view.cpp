@@ -1,6 +1,6 @@
 #include "host/spec_view.h"
 
-#include "framework/empties.h"
+#include "host/h_spec_context.h"
 #include "host/interface/services.h"
 
 HSpecView::~HSpecView() {
@@ -18,12 +18,16 @@ bool HSpecView::Fill(host::Viewable* object, const HovexOptions& options) {
     info->SetReaderOptions(options.ReaderOptions());
     if (source->FillSpecInfo(info)) {
         info_ = info;
+        object_ = object;
     } else {
         services->DeleteSpecInfo(info);
     }
     return info_ != nullptr;
 }
 
-FIContext* HSpecView::MakeContext() const {
-    return EmptyContext();
+FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
+                                  FIEntry* parent) const {
+    auto* context = new HSpecContext(info_, object_, options, attachments, parent);
+    context->AddRef();
+    return context;
 }

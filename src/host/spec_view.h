@@ -15,9 +15,10 @@ class HSpecView {
 
     // False when there is no object, or it has nothing to show; asked again at the next call then.
     bool Fill(host::Viewable* object, const HovexOptions& options);
-    // The counted context over the elements.
-    FIContext* MakeContext() const;
+    // The counted context over the elements of a filled view, which `parent` holds.
+    FIContext* MakeContext(const HovexOptions* options, bool attachments, FIEntry* parent) const;
 
  private:
+    host::Viewable* object_ = nullptr;
     host::CSpecInfo* info_ = nullptr;
 };

@@ -22,6 +22,44 @@ using test::Real;
 using test::SmallCase;
 using test::TextVariable;
 
+using Kind = BasisElement::Kind;
+
+BasisElement Element(const char* tag, Kind kind, double number = kEmpty, const char* text = "") {
+    BasisElement element;
+    element.tag = tag;
+    element.kind = kind;
+    element.number = number;
+    element.text = text;
+    return element;
+}
+
+std::vector<BasisElement> FullBasis() {
+    BasisElement number = Element("n", Kind::number, 1.0 / 3);
+    number.quantity = "Pressure";
+    BasisElement given = Element("v", Kind::variable, -0.5);
+    given.quantity = "Temperature";
+    given.state = VariableState::specified;
+    given.adjustable = true;
+    BasisElement found = Element("v", Kind::variable, 2);
+    found.state = VariableState::calculated;
+    found.fixed = true;
+    BasisElement table = Element("table", Kind::table);
+    table.columns = {{"Kij", {1.5, kEmpty, 0}, {}}, {kObjectColumn, {}, {"/Feed", ""}}};
+    BasisElement inner = Element("inner", Kind::group);
+    inner.elements = {number, given, found, Element("unset", Kind::variable), table};
+    BasisElement group = Element("group", Kind::group);
+    group.elements = {inner, Element("status", Kind::status), Element("empty", Kind::group)};
+    return {group,
+            Element("words", Kind::text, kEmpty, "a \"text\""),
+            Element("words", Kind::text),
+            Element("custom", Kind::custom, 4),
+            Element("custom", Kind::custom, kEmpty, "own"),
+            Element("object", Kind::object, kEmpty, "/@utilities/Envelope"),
+            Element("nothing", Kind::object),
+            Element("document", Kind::document, kEmpty, "<x/>"),
+            Element("bare table", Kind::table)};
+}
+
 // A case with something of everything that a file can hold.
 CaseData FullCase() {
     CaseData data = SmallCase();
@@ -39,6 +77,7 @@ CaseData FullCase() {
     methane.cp = {19.25, 0.05213, 1.197e-5};
     methane.other = {{"CAS", "74-82-8"}};
     data.compounds = {methane};
+    data.basis = FullBasis();
     auto odd = std::make_shared<VariableSpec>(*test::Spec("Odd", ValueKind::real, "Pressure"));
     odd->number = 77;
     odd->variable_type = 12;
@@ -116,6 +155,7 @@ TEST(CaseFile, SavingAndLoadingLosesNothing) {
     EXPECT_EQ(back.compounds[0].cp, data.compounds[0].cp);
     EXPECT_EQ(back.compounds[0].other, data.compounds[0].other);
     EXPECT_EQ(back.compounds[0].acentric_factor, kEmpty);
+    EXPECT_EQ(back.basis, data.basis);
     ExpectSameObjects(back.main.objects, data.main.objects);
     ExpectSameObjects(back.utilities, data.utilities);
     ExpectSameObjects(back.data_tables, data.data_tables);
@@ -153,6 +193,10 @@ std::string WithObjects(const std::string& inside) {
 "flowsheet": {"objects": [
 )" + inside +
            "]}}";
+}
+
+std::string WithBasis(const std::string& inside) {
+    return "{\"format\": \"casehost case\", \"version\": 1, \"basis\": [\n" + inside + "]}";
 }
 
 std::string WithVariable(const std::string& inside) {
@@ -216,6 +260,25 @@ TEST(CaseFile, ProblemsNameFileLineAndPath) {
         {WithObjects(R"({"name": "S", "type": "MaterialStreamObject"},
 {"name": "A", "type": "MixerOpObject", "ports": [{"stream": "S"}, {"stream": "S"}]})"),
          "plant.json:7: /flowsheet/objects/1/ports/1: the port stands twice: Inlet 1"},
+        {WithBasis(R"({"kind": "text"})"), "plant.json:2: /basis/0: \"tag\" is missing"},
+        {WithBasis(R"({"tag": "x", "kind": "taste"})"),
+         "plant.json:2: /basis/0/kind: \"taste\" is none of group, custom, status, table, "
+         "variable, object, number, text, document"},
+        {WithBasis(R"({"tag": "x", "number": 1})"),
+         "plant.json:2: /basis/0/number: unknown member \"number\""},
+        {WithBasis(R"({"tag": "x", "kind": "group", "elements": [{"tag": "y", "text": 1}]})"),
+         "plant.json:2: /basis/0/elements/0/text: expected a text, found a number"},
+        {WithBasis(R"({"tag": "x", "kind": "number", "quantity": "Taste"})"),
+         "plant.json:2: /basis/0/quantity: no such quantity: \"Taste\""},
+        {WithBasis(R"({"tag": "x", "kind": "object", "object": "Gone"})"),
+         "plant.json:2: /basis/0: the object \"Gone\" names no object"},
+        {WithBasis(R"({"tag": "g", "kind": "group", "elements": [{"tag": "t", "kind": "table",
+"columns": [{"name": "Attachment", "objects": [null, "Gone"]}]}]})"),
+         "plant.json:2: /basis/0/elements/0: the object \"Gone\" names no object"},
+        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "Attachment", "numbers": [1]}]})"),
+         "plant.json:2: /basis/0/columns/0/numbers: unknown member \"numbers\""},
+        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "a", "numbers": ["x"]}]})"),
+         "plant.json:2: /basis/0/columns/0/numbers/0: expected a number, found \"x\""},
         {"{\"format\": \"casehost case\", \"version\": 2}",
          "plant.json:1: /: not a case file: expected format"},
         {"[]", "plant.json:1: /: expected an object, found an array"},
@@ -326,6 +389,24 @@ TEST_F(CaseFileOnDisk, SampleOfTheFormatPageIsRead) {
     EXPECT_DOUBLE_EQ(data.main.objects[0].variables[1].values[0].number, 6000);
 }
 
+TEST_F(CaseFileOnDisk, BasisOfTheFormatPageIsRead) {
+    std::ifstream page(CASEHOST_FORMAT_PAGE);
+    const std::string text((std::istreambuf_iterator<char>(page)),
+                           std::istreambuf_iterator<char>());
+    const std::size_t from = text.find("\"basis\": [\n");
+    ASSERT_NE(from, std::string::npos);
+    const std::string basis = text.substr(from, text.find("```", from) - from);
+    const CaseData data = Read(R"({"format": "casehost case", "version": 1, "flowsheet": {
+        "objects": [{"name": "Feed", "type": "MaterialStreamObject"}]}, )" +
+                               basis + "}");
+    ASSERT_EQ(data.basis.size(), 1u);
+    ASSERT_EQ(data.basis[0].elements.size(), 3u);
+    EXPECT_EQ(data.basis[0].elements[0].text, "Basis-1");
+    EXPECT_EQ(data.basis[0].elements[1].number, 101.325);
+    EXPECT_EQ(data.basis[0].elements[2].columns[1].objects,
+              (std::vector<std::string>{"Feed", ""}));
+}
+
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
     CaseHost host;
     EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message,
@@ -371,6 +452,9 @@ TEST_F(CaseFileOnDisk, PublishedSchemaAcceptsWhatIsWritten) {
         << R"({"format": "casehost case", "version": 1, "unitSet": 9})";
     EXPECT_NE(
         std::system((check + Path("wrong.json") + " " CASEHOST_SCHEMA " 2> /dev/null").c_str()), 0);
+    std::ofstream(Path("odd.json")) << WithBasis(R"({"tag": "x", "kind": "status", "text": "y"})");
+    EXPECT_NE(std::system((check + Path("odd.json") + " " CASEHOST_SCHEMA " 2> /dev/null").c_str()),
+              0);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <set>
 
 #include "casehost/case_file.h"
 #include "live/case.h"
@@ -104,6 +105,26 @@ TEST_F(Demo, FeedStoreIsSolvedAgain) {
     }
     EXPECT_FALSE(demo_->MainSolver()->NeedsToRun()) << demo_->Solver().Message();
     EXPECT_GT(Value("Sales Gas", names::kMolarFlow), 1.5 * before);
+}
+
+TEST_F(Demo, BasisHasElementsOfEveryKind) {
+    std::set<BasisElement::Kind> kinds;
+    bool has_value = false;
+    bool has_none = false;
+    std::function<void(const std::vector<BasisElement>&)> collect =
+        [&](const std::vector<BasisElement>& elements) {
+            for (const BasisElement& each : elements) {
+                kinds.insert(each.kind);
+                const bool variable = each.kind == BasisElement::Kind::variable;
+                has_value = has_value || (variable && each.number != kEmpty);
+                has_none = has_none || (variable && each.number == kEmpty);
+                collect(each.elements);
+            }
+        };
+    collect(demo_->ToData().basis);
+    EXPECT_EQ(kinds.size(), 9u);
+    EXPECT_TRUE(has_value);
+    EXPECT_TRUE(has_none);
 }
 
 TEST_F(Demo, IsACaseFileLikeAnyOther) {

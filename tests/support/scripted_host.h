@@ -416,10 +416,57 @@ class SpecInfo final : public host::CSpecInfo {
     void SetOwner(host::Viewable* given) override { owner = given; }
     void SetReaderOptions(const host::CaseReaderOptions* given) override { options = given; }
     const host::LinkedList* Elements() const override { return &elements; }
-    std::size_t CollectionCount() const override { return 0; }
+    std::size_t CollectionCount() const override { return collection_count; }
+
+    host::CSpecElement& Add(const char* tag) {
+        storage.push_back(std::make_unique<host::CSpecElement>());
+        host::CSpecElement& element = *storage.back();
+        element.tag = host::Text(tag);
+        elements.Add(&element);
+        ++collection_count;
+        return element;
+    }
+
     host::Viewable* owner = nullptr;
     const host::CaseReaderOptions* options = nullptr;
     List elements;
+    std::vector<std::unique_ptr<host::CSpecElement>> storage;
+    std::size_t collection_count = 0;
+};
+
+// Stores are told in `calls`.
+class ProcessVariable final : public host::ProcessVariable {
+ public:
+    ProcessVariable() = default;
+    ProcessVariable(double number, unsigned bits) {
+        value = number;
+        status_bits = bits;
+    }
+    bool CanSpecify() override { return can_specify; }
+    void SetSpecified(double number) override {
+        calls += "specified ";
+        value = number;
+    }
+    void SetCalculated(double number) override {
+        calls += "calculated ";
+        value = number;
+    }
+
+    bool can_specify = true;
+    std::string calls;
+};
+
+// Every type has the units of its own number, but those from 100 on, which are not known.
+class VariableTypes final : public host::VariableTypes, public host::VariableInfo {
+ public:
+    host::VariableInfo* FindVarInfo(host::VariableType type) override {
+        asked_ = type;
+        return type < 100 ? this : nullptr;
+    }
+    host::VariableType UnitLookupType() const override { return asked_; }
+
+ private:
+    host::VariableType asked_ = 0;
 };
 
 class SpecSource final : public host::CSpecSource {
@@ -427,8 +474,10 @@ class SpecSource final : public host::CSpecSource {
     bool FillSpecInfo(host::CSpecInfo* info) override {
         last = static_cast<SpecInfo*>(info);
         ++fills;
+        if (fill) fill(*last);
         return fills_well;
     }
+    std::function<void(SpecInfo&)> fill;
     SpecInfo* last = nullptr;
     int fills = 0;
     bool fills_well = true;
@@ -521,8 +570,12 @@ class Host final : public host::HostServices {
         return nullptr;
     }
     const host::ObjectTypeRecords& ObjectTypes() override { return records; }
-    host::VariableTypes* pVarTypes() override { return nullptr; }
-    bool DescribeMoniker(const host::Text&, host::VarDescription::Facts&) override { return false; }
+    host::VariableTypes* pVarTypes() override { return knows_types ? &variable_types : nullptr; }
+    bool DescribeMoniker(const host::Text& moniker, host::VarDescription::Facts& out) override {
+        const auto found = described.find(moniker.Str());
+        if (found != described.end()) out.type = found->second;
+        return found != described.end();
+    }
     host::CSpecInfo* NewSpecInfo() override {
         ++spec_infos;
         return new SpecInfo;
@@ -569,6 +622,10 @@ class Host final : public host::HostServices {
     bool always_from_case = true;
     std::map<host::Viewable*, std::string> monikers;
     std::map<std::string, int> states;
+    VariableTypes variable_types;
+    bool knows_types = true;
+    // Variable types by moniker.
+    std::map<std::string, host::VariableType> described;
     int spec_infos = 0;
     int view_updates = 0;
     unsigned unit_set = 0;  // its default units are those at this place of the lists

@@ -107,6 +107,35 @@ struct CompoundData {
     std::map<std::string, std::string> other;
 };
 
+// A column of a table: numbers, or paths of objects when it is called kObjectColumn.
+struct BasisColumn {
+    std::string name;
+    std::vector<double> numbers;
+    std::vector<std::string> objects;
+
+    bool operator==(const BasisColumn&) const = default;
+};
+
+inline constexpr char kObjectColumn[] = "Attachment";
+
+// One element of the specification of the basis. The kind tells which fields it has.
+struct BasisElement {
+    enum class Kind { group, custom, status, table, variable, object, number, text, document };
+
+    std::string tag;  // siblings may have one tag
+    Kind kind = Kind::text;
+    std::string text;         // text, document, custom; path of an object
+    double number = kEmpty;   // number, custom, variable
+    std::string quantity;     // unit type of a number or variable; empty: no unit
+    VariableState state = VariableState::missing;  // variable: specified, calculated or missing
+    bool adjustable = false;  // variable
+    bool fixed = false;       // variable that clients can't specify
+    std::vector<BasisElement> elements;  // group
+    std::vector<BasisColumn> columns;    // table
+
+    bool operator==(const BasisElement&) const = default;
+};
+
 struct CaseData {
     std::string name;
     std::string title;         // free text
@@ -118,6 +147,7 @@ struct CaseData {
     int solve_turns = 3;       // turns of the host's loop that one solve takes
     std::string property_package;
     std::vector<CompoundData> compounds;
+    std::vector<BasisElement> basis;      // shown after the package and the compounds
     FlowsheetData main;
     std::vector<ObjectData> utilities;    // at case level
     std::vector<ObjectData> data_tables;

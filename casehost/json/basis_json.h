@@ -1,0 +1,15 @@
+#pragma once
+
+// The elements of the basis in case files.
+
+#include "casehost/case_data.h"
+#include "json/json_text.h"
+#include "json/json_tree.h"
+
+namespace casehost::json {
+
+std::vector<BasisElement> ReadBasis(Tree& tree, const JsonNode& array);
+// An array, its elements at `depth` plus one.
+void WriteBasis(JsonText& text, const std::vector<BasisElement>& elements, int depth);
+
+}  // namespace casehost::json

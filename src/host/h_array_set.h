@@ -1,0 +1,61 @@
+#pragma once
+
+// HArraySetContext, HArraySetCursorBase, HArraySetEntry: the rows of the table behind an array-set
+// element, named "Set0", "Set1" and so on. There are as many as the shortest column has texts.
+
+#include <string>
+
+#include "framework/attr_map.h"
+#include "framework/ref.h"
+#include "host/index_cursor.h"
+#include "host/interface/array_set.h"
+
+class HArraySetContext final : public CountedFromZero<FIContext> {
+ public:
+    // Turns the columns as the host filled them into texts, once for a block: the host's numbers
+    // and objects are gone from it then. `parent` is the element's node, which keeps the block.
+    HArraySetContext(host::ArraySetBlock* block, FIEntry* parent);
+
+    FICursorBase* MakeCursor(int kind) override;
+    FIEntry* MakeEntry(int row);
+
+    int Count() const { return row_count_; }
+    int ColumnCount() const { return column_count_; }
+    bool IsSameList(const HArraySetContext& other) const { return block_ == other.block_; }
+    host::ArraySetBlock& Block() const { return *block_; }
+    FIEntry& Parent() const { return *parent_; }
+
+ private:
+    host::ArraySetBlock* block_;
+    int column_count_ = 0;
+    int row_count_ = 0;
+    Ref<FIEntry> parent_;
+};
+
+class HArraySetCursorBase final : public IndexCursor<HArraySetCursorBase, HArraySetContext> {
+ public:
+    using IndexCursor::IndexCursor;
+
+    // Any three characters and the number of the row; no number is 0.
+    bool SeekName(int origin, const char* name) override;
+
+ protected:
+    void ReadKey(int position, FIValue& out) const override;
+};
+
+class HArraySetEntry final : public AttrMapEntry<HArraySetEntry> {
+ public:
+    HArraySetEntry(HArraySetContext* context, int row);
+
+    static std::span<const AttrRow<HArraySetEntry>> AttributeRows();
+    static std::string RowName(int row) { return "Set" + std::to_string(row); }
+
+    void GetName(FIValue& out) override { out.SetText(RowName(row_)); }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    FIContext* GetContext() override;
+
+ private:
+    Ref<HArraySetContext> context_;
+    int row_;
+    bool attachments_ = true;
+};

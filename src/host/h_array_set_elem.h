@@ -1,0 +1,56 @@
+#pragma once
+
+// HArraySetElemContext, HArraySetElemCursorBase, HArraySetElemEntry: one row of an array set, an
+// element for each column under the column's name.
+
+#include "host/h_array_set.h"
+
+class HArraySetElemContext final : public CountedFromZero<FIContext> {
+ public:
+    // `parent` is the row's node.
+    HArraySetElemContext(HArraySetContext* table, int row, FIEntry* parent);
+
+    FICursorBase* MakeCursor(int kind) override;
+    FIEntry* MakeEntry(int column);
+
+    int Count() const { return table_->ColumnCount(); }
+    bool IsSameList(const HArraySetElemContext& other) const {
+        return table_->IsSameList(*other.table_) && row_ == other.row_;
+    }
+    const host::Text& ColumnName(int column) const { return table_->Block().names[column]; }
+    // Null when the column has no text in this row.
+    const host::Text* TextAt(int column) const;
+
+ private:
+    Ref<HArraySetContext> table_;
+    int row_;
+    Ref<FIEntry> parent_;
+};
+
+class HArraySetElemCursorBase final
+    : public IndexCursor<HArraySetElemCursorBase, HArraySetElemContext> {
+ public:
+    using IndexCursor::IndexCursor;
+
+    bool SeekName(int origin, const char* name) override;
+
+ protected:
+    void ReadKey(int position, FIValue& out) const override;
+};
+
+class HArraySetElemEntry final : public AttrMapEntry<HArraySetElemEntry> {
+ public:
+    HArraySetElemEntry(HArraySetElemContext* context, int column);
+
+    static std::span<const AttrRow<HArraySetElemEntry>> AttributeRows();
+
+    void GetName(FIValue& out) override { out.SetText(context_->ColumnName(column_).Str()); }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    bool IsContainer() override { return false; }
+    FIContext* GetContext() override { return EmptyContext(); }
+
+ private:
+    Ref<HArraySetElemContext> context_;
+    int column_;
+    bool attachments_ = true;
+};

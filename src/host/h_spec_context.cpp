@@ -1,0 +1,29 @@
+#include "host/h_spec_context.h"
+
+#include "host/h_spec_entry.h"
+
+HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
+                           const HovexOptions* options, bool attachments, FIEntry* parent)
+    : info_(info),
+      owner_(owner),
+      options_(options),
+      attachments_(attachments),
+      parent_(Ref<FIEntry>::Share(parent)) {}
+
+FICursorBase* HSpecContext::MakeCursor(int kind) {
+    if (kind == kKeyCursor) return EmptyCursor();
+    auto* cursor = new HSpecCursorBase(this, Elements());
+    cursor->AddRef();
+    return cursor;
+}
+
+FIEntry* HSpecContext::MakeEntry(host::CSpecElement& element) {
+    return new HSpecEntry(this, element);
+}
+
+bool HSpecCursorBase::SeekValue(int origin, FIEntry& entry) {
+    const auto* wanted = dynamic_cast<HSpecEntry*>(&entry);
+    return wanted && walk_.FindIf(origin == kFromPresent, [wanted](const auto& element) {
+        return &element == &wanted->Element();
+    });
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+// HSpecContext, HSpecCursorBase, HSpecFilter: the elements of a specification that have something
+// to show, in the host's order.
+
+#include "framework/ref.h"
+#include "host/h_spec_type.h"
+#include "host/hovex_options.h"
+#include "host/list_cursor.h"
+#include "host/list_position.h"
+
+// Lets through what has a type. A process variable comes and goes with its value, without a change
+// of the list.
+struct HSpecFilter {
+    using Element = host::CSpecElement;
+    bool Shows(host::CSpecElement& element) const {
+        return HSpecType::Classify(element) != HSpecType::kNone;
+    }
+    static const char* Name(host::CSpecElement& element) { return element.tag.CStr(); }
+    int Id() const { return 0; }
+};
+
+// The walk over the elements. It looks for an element one by one, as what the filter lets through
+// is not bound to the revision of the list; several elements may have one tag.
+class SpecWalk : public ListPosition<HSpecFilter> {
+ public:
+    using ListPosition::ListPosition;
+    static const char* Name(host::CSpecElement& element) { return HSpecFilter::Name(element); }
+
+    // To the first element that `matches`, or to the next one from here on, the present one
+    // included. Off the list when there is none.
+    template <class Matches>
+    host::CSpecElement* FindIf(bool from_here, Matches matches) {
+        host::CSpecElement* element = from_here ? Current() : First();
+        while (element && !matches(*element)) element = Next();
+        return element;
+    }
+    host::CSpecElement* SeekName(const char* name, bool from_here) {
+        return FindIf(from_here, [name](const auto& element) { return element.tag == name; });
+    }
+};
+
+class HSpecContext final : public CountedFromZero<FIContext> {
+ public:
+    // The elements in `info`, which describes `owner`. `parent` is the node above: it is kept
+    // alive, and with it the info and the options.
+    HSpecContext(const host::CSpecInfo* info, host::Viewable* owner, const HovexOptions* options,
+                 bool attachments, FIEntry* parent);
+
+    FICursorBase* MakeCursor(int kind) override;
+    FIEntry* MakeEntry(host::CSpecElement& element);
+
+    // A walk of its own over the elements.
+    SpecWalk Elements() const { return SpecWalk(info_->Elements()); }
+    host::Viewable* Owner() const { return owner_; }
+    const HovexOptions* Options() const { return options_; }
+    bool FollowsAttachments() const { return attachments_; }
+
+ private:
+    const host::CSpecInfo* info_;
+    host::Viewable* owner_;
+    const HovexOptions* options_;
+    bool attachments_;
+    Ref<FIEntry> parent_;
+};
+
+class HSpecCursorBase final : public ListCursor<HSpecCursorBase, SpecWalk, HSpecContext> {
+ public:
+    using ListCursor::ListCursor;
+
+    // The element of the given entry itself; false for an entry of another family.
+    bool SeekValue(int origin, FIEntry& entry) override;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+// HSpecEntry: the node of one element of a specification. Elements with a sub-specification or an
+// array set have children; process variables can be stored.
+//
+// A store starts the solver and waits, so callbacks arrive inside it; the entry keeps itself alive.
+
+#include <string>
+
+#include "framework/attr_map.h"
+#include "framework/ref.h"
+#include "host/h_spec_context.h"
+
+class HSpecEntry final : public AttrMapEntry<HSpecEntry> {
+ public:
+    HSpecEntry(HSpecContext* context, host::CSpecElement& element);
+
+    static std::span<const AttrRow<HSpecEntry>> AttributeRows();
+
+    // The tag; siblings may share it.
+    void GetName(FIValue& out) override;
+    // `mode` of a store: 0 specifies what can be specified, 1 specifies anew what is specified
+    // already, 2 gives a calculated value and starts no solve. Other modes do nothing.
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    bool IsContainer() override { return element_.child || element_.array_set; }
+    FIContext* GetContext() override;
+
+    const host::CSpecElement& Element() const { return element_; }
+    bool FollowsAttachments() const { return attachments_; }
+
+ private:
+    // The tag with a suffix where adjacent or earlier siblings have the same.
+    std::string UniqueName() const;
+    bool HasChildren() const;
+    const char* Store(double value, int mode);
+
+    template <HSpecType::Row row>
+    static AttrRow<HSpecEntry> TypeRow(const char* name);
+
+    Ref<HSpecContext> context_;
+    host::CSpecElement& element_;
+    HSpecType type_;
+    HovexOptions options_;
+    bool attachments_;
+};

@@ -1,0 +1,176 @@
+// The basis of the built-in case, walked as a program that loads the module walks it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "casehost/standard_host.h"
+#include "front/fixtop.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class ModuleOnBasis : public testing::Test {
+ protected:
+    void SetUp() override {
+        FixtopInstallHost(&host_.Services());
+        casehost::UseStandardParts(host_);
+        ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
+        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+    }
+    void TearDown() override {
+        UnsetTopNotify(nullptr);
+        top_.Reset();
+        FixtopInstallHost(nullptr);
+    }
+
+    // `path` is from the basis.
+    Ref<FIIteratorBase> At(const std::string& path) {
+        auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(top_.Get(), false));
+        const std::string full = "appModel.Basis" + (path.empty() ? "" : "." + path);
+        return it->SeekPath(FIValue(full.c_str())) ? it : Ref<FIIteratorBase>();
+    }
+    std::string Read(const std::string& path, const char* name = "value") {
+        Ref<FIIteratorBase> it = At(path);
+        if (!it) return "(no node)";
+        FIValue value;
+        it->GetAttribute(FIValue(name), value);
+        return value.IsNull() ? "(NULL)" : value.ToText();
+    }
+    std::string Write(const std::string& path, double number, int mode) {
+        Ref<FIIteratorBase> it = At(path);
+        if (!it) return "(no node)";
+        FIValue out;
+        it->SetAttribute(FIValue("value"), FIValue::OfReal(number), mode, out);
+        return out.IsNull() ? "(NULL)" : out.ToText();
+    }
+    Names Children(const std::string& path) {
+        Names names;
+        Ref<FIIteratorBase> it = At(path);
+        for (bool on = it && it->DownFirst(); on; on = it->Next()) {
+            FIValue name;
+            it->GetName(name);
+            names.push_back(name.ToText());
+        }
+        return names;
+    }
+
+    casehost::CaseHost host_;
+    Ref<FIEntry> top_;
+};
+
+TEST_F(ModuleOnBasis, lists_what_has_something_to_show) {
+    EXPECT_EQ(
+        Names({"Property Package", "Compounds", "Constants", "FluidPackage", "ReactionPackage"}),
+        Children(""));
+    EXPECT_EQ(
+        Names({"Name", "Enthalpy Method", "Remark", "Effort", "Package Status", "Standard Pressure",
+               "Number of Compounds", "Reference Temperature", "Tuned Pressure", "Vapour Pressure",
+               "Reference Stream", "Interaction Parameters", "Options"}),
+        Children("FluidPackage"))
+        << "the variable without a value is not shown";
+}
+
+TEST_F(ModuleOnBasis, elements_read_by_their_type) {
+    struct Case {
+        const char* path;
+        const char* type;
+        const char* value;
+        const char* unit;
+        const char* status;
+    };
+    const Case cases[] = {
+        {"Property Package", "Text", "Ideal with Wilson K-values", "(NULL)", "(NULL)"},
+        {"FluidPackage", "SpecCollection", "", "(NULL)", "(NULL)"},
+        {"FluidPackage.Name", "Text", "Basis-1", "(NULL)", "(NULL)"},
+        {"FluidPackage.Remark", "CustomElement", "Made for the plant.", "(NULL)", "(NULL)"},
+        {"FluidPackage.Effort", "CustomElement", "2", "(NULL)", "(NULL)"},
+        {"FluidPackage.\"Package Status\"", "ProcVarStatus", "", "(NULL)", "(NULL)"},
+        {"FluidPackage.\"Standard Pressure\"", "Number", "101.325", "kPa", "(NULL)"},
+        {"FluidPackage.\"Number of Compounds\"", "Number", "8", "(NULL)", "(NULL)"},
+        {"FluidPackage.\"Reference Temperature\"", "ProcVar", "25", "C", "Specified"},
+        {"FluidPackage.\"Tuned Pressure\"", "ProcVar", "3000", "kPa", "Adjustable"},
+        {"FluidPackage.\"Vapour Pressure\"", "ProcVar", "900", "kPa", "Calculated"},
+        {"FluidPackage.\"Reference Stream\"", "AttachedObject", "Raw Gas", "(NULL)", "(NULL)"},
+        {"FluidPackage.\"Interaction Parameters\"", "ArraySet", "", "(NULL)", "(NULL)"},
+        {"FluidPackage.Options", "XMLSpecInfo", "", "(NULL)", "(NULL)"},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(each.type, Read(each.path, "type")) << each.path;
+        EXPECT_EQ(each.value, Read(each.path)) << each.path;
+        EXPECT_EQ(each.unit, Read(each.path, "uom")) << each.path;
+        EXPECT_EQ(each.status, Read(each.path, "status")) << each.path;
+    }
+    EXPECT_EQ("/FluidPkgMgr.300", Read("FluidPackage", "moniker"));
+    EXPECT_EQ(0u, Read("FluidPackage.Name", "moniker").find("/FluidPkgMgr.300:Spec."));
+}
+
+TEST_F(ModuleOnBasis, array_sets_list_rows_of_texts) {
+    const std::string table = "FluidPackage.\"Interaction Parameters\"";
+    EXPECT_EQ("1", Read(table, "has_children"));
+    EXPECT_EQ(Names({"Set0", "Set1", "Set2"}), Children(table));
+    EXPECT_EQ(Names({"First", "Second", "Kij", "Attachment"}), Children(table + ".Set0"));
+    EXPECT_EQ("-0.017", Read(table + ".Set0.Kij"));
+    EXPECT_EQ("Raw Gas", Read(table + ".Set0.Attachment"));
+    EXPECT_EQ("", Read(table + ".Set1.Attachment"));
+    EXPECT_EQ("2", Read(table + ".Set2.Second"));
+    EXPECT_EQ("ArraySetRow", Read(table + ".Set2", "type"));
+    EXPECT_EQ("ArraySetElement", Read(table + ".Set2.Kij", "type"));
+    EXPECT_EQ(8u, Children("Constants").size()) << "one row for each compound";
+}
+
+TEST_F(ModuleOnBasis, reactions_are_found_among_the_children_of_their_list) {
+    const std::string list = "ReactionPackage.ReactionList";
+    EXPECT_EQ(Names({"NumberOfReactions", "Reaction", "Reaction", "Comment", "Reaction"}),
+              Children(list));
+    EXPECT_EQ("Reforming", Read(list + ".Reaction.ReactionName")) << "the first of the key";
+    EXPECT_EQ("Combustion", Read(list + ".Reaction#1.ReactionName"));
+    EXPECT_EQ("Shift", Read(list + ".Reaction#2.ReactionName"));
+    EXPECT_EQ("Reaction-1", Read(list + ".Reaction", "id"));
+    EXPECT_EQ("Reaction-2", Read(list + ".Reaction#1", "id"));
+    EXPECT_EQ("Reaction-3", Read(list + ".Reaction#2", "id"));
+    EXPECT_EQ("LHKineticRxnObject", Read(list + ".Reaction.ReactionType"));
+    const std::string rate = list + ".Reaction";
+    EXPECT_EQ("2", Read(rate + ".KineticBasis.ReactantList.NumberOfReactants"));
+    EXPECT_EQ("H2O", Read(rate + ".KineticBasis.ReactantList.Reactant#1.ComponentName"));
+    EXPECT_EQ("2", Read(rate + ".NumberOfRows"));
+    EXPECT_EQ("0.0004", Read(rate + ".PreFactor#1"));
+    EXPECT_EQ("61000", Read(rate + ".ActivationEnergy#1"));
+    EXPECT_EQ("1", Read(rate + ".Exponents#3"));
+}
+
+TEST_F(ModuleOnBasis, reaction_sets_list_active_and_inactive_reactions) {
+    const std::string list = "ReactionPackage.ReactionSetList";
+    EXPECT_EQ("2", Read(list + ".NumberOfReactionSets"));
+    EXPECT_EQ("Set-1", Read(list + ".ReactionSet#0.ReactionSetName"));
+    EXPECT_EQ("Set-2", Read(list + ".ReactionSet#1.ReactionSetName"));
+    EXPECT_EQ("(no node)", Read(list + ".ReactionSet#2.ReactionSetName"));
+    const std::string set = list + ".ReactionSet";
+    EXPECT_EQ("2", Read(set + ".ActiveReactionList.NumberOfActiveRxns"));
+    EXPECT_EQ("Shift", Read(set + ".ActiveReactionList.ActiveReaction#1"));
+    EXPECT_EQ("1", Read(set + ".InactiveReactionList.NumberOfInactiveRxns"));
+    EXPECT_EQ("Combustion", Read(set + ".InactiveReactionList.InactiveReaction"));
+    EXPECT_EQ("2", Read(set + ".ReactionRanks.ReactionRankSet#2.ReactionRank"));
+    EXPECT_EQ("0", Read(list + ".ReactionSet#1.InactiveReactionList.NumberOfInactiveRxns"));
+}
+
+TEST_F(ModuleOnBasis, variables_are_stored_and_stay) {
+    const char* vapour = "FluidPackage.\"Vapour Pressure\"";
+    EXPECT_EQ("(NULL)", Write(vapour, 950, 1));
+    EXPECT_EQ("900", Read(vapour)) << "it is not specified yet";
+    EXPECT_EQ("(NULL)", Write(vapour, 910, 2));
+    EXPECT_EQ("910", Read(vapour));
+    EXPECT_EQ("Calculated", Read(vapour, "status"));
+    EXPECT_EQ("(NULL)", Write(vapour, 920, 0));
+    EXPECT_EQ("920", Read(vapour));
+    EXPECT_EQ("Specified", Read(vapour, "status"));
+    EXPECT_EQ("(NULL)", Write(vapour, 930, 1));
+    EXPECT_EQ("930", Read(vapour));
+    EXPECT_EQ("Cannot specify this value.", Write("FluidPackage.\"Reference Temperature\"", 30, 0));
+    EXPECT_EQ("25", Read("FluidPackage.\"Reference Temperature\""));
+    EXPECT_EQ("Store not supported for this attribute.", Write("FluidPackage.Effort", 3, 0));
+}
+
+}  // namespace

@@ -1,0 +1,593 @@
+#include <gtest/gtest.h>
+
+#include "framework/empties.h"
+#include "host/f_and_b.h"
+#include "host/h_spec_entry.h"
+#include "host/interface/array_set.h"
+#include "host/solve_wait.h"
+#include "support/cursor_harness.h"
+#include "support/host_reading.h"
+#include "support/scripted_host.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class Specification : public testing::Test {
+ protected:
+    Specification() : owner(host.main.Add("Feed", host.stream)) {}
+
+    Ref<HSpecContext> List(const scripted::SpecInfo& of) {
+        return Ref<HSpecContext>::Share(
+            new HSpecContext(&of, &owner, &options, attachments, nullptr));
+    }
+    Ref<FIEntry> Node(host::CSpecElement& element) {
+        return Ref<FIEntry>::Share(List(info)->MakeEntry(element));
+    }
+    host::CSpecElement& Variable(const char* tag, scripted::ProcessVariable& variable) {
+        host::CSpecElement& element = info.Add(tag);
+        element.process_variable = &variable;
+        return element;
+    }
+    host::CSpecElement& Words(const char* tag, const char* text = "text") {
+        host::CSpecElement& element = info.Add(tag);
+        element.value_text = host::Text(text);
+        return element;
+    }
+    Names Ids(const scripted::SpecInfo& of) {
+        Names ids;
+        auto cursor = ChildrenOf(*List(of));
+        for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {
+            ids.push_back(Read(*Ref<FIEntry>::Adopt(cursor->GetEntry()), "id"));
+        }
+        return ids;
+    }
+    std::string Store(FIEntry& entry, const FIValue& value, int mode) {
+        FIValue out("left over");
+        entry.SetAttribute(FIValue("value"), value, mode, out);
+        return Shown(out);
+    }
+
+    scripted::Host host;
+    scripted::Plain& owner;
+    HovexOptions options{&host.simulation_case};
+    bool attachments = true;
+    scripted::SpecInfo info;
+    scripted::SpecInfo child;
+    host::ArraySetBlock block;
+    int status_holder = 0;
+};
+
+// ---- The list ----
+
+TEST_F(Specification, cursor_is_a_cursor) {
+    for (const char* tag : {"Package", "Enthalpy", "Density"}) Words(tag);
+    auto context = List(info);
+    auto empty = List(child);
+    CursorFamily family;
+    family.name = "HSpecCursorBase";
+    family.make = [&] { return context->MakeCursor(kChildCursor); };
+    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
+    family.keys = {"Package", "Enthalpy", "Density"};
+    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    family.past_end = family.off_last = SeekOutcome{false, 0};
+    family.to_end = SeekOutcome{true, 2};
+    family.to_last = SeekOutcome{true, 1};
+    family.back_again = SeekOutcome{false, 0};
+    CheckCursorFamily(family);
+    EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
+}
+
+TEST_F(Specification, search_by_name_takes_tags_and_starts_where_told) {
+    for (const char* tag : {"A", "B", "A"}) Words(tag);
+    auto context = List(info);
+    auto cursor = ChildrenOf(*context);
+    auto first = ChildrenOf(*context);
+    EXPECT_TRUE(cursor->Seek(kFromFirst, 1));
+    EXPECT_TRUE(cursor->SeekName(kFromPresent, "A"));
+    EXPECT_EQ(1, cursor->Compare(*first)) << "the third";
+    EXPECT_TRUE(cursor->SeekName(kFromPresent, "A")) << "the present one counts";
+    EXPECT_EQ(1, cursor->Compare(*first));
+    for (int origin : {kFromFirst, kFromEnd}) {
+        EXPECT_TRUE(cursor->Seek(kFromFirst, 2));
+        EXPECT_TRUE(cursor->SeekName(origin, "A")) << origin;
+        EXPECT_EQ(0, cursor->Compare(*first)) << origin;
+    }
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "a")) << "exactly";
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "A-3")) << "the tag, not the unique name";
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, nullptr));
+}
+
+TEST_F(Specification, search_by_entry_stops_on_that_very_element) {
+    for (const char* tag : {"A", "B", "A"}) Words(tag);
+    auto context = List(info);
+    auto third = Ref<FIEntry>::Share(context->MakeEntry(*info.storage[2]));
+    auto cursor = ChildrenOf(*context);
+    auto first = ChildrenOf(*context);
+    EXPECT_TRUE(cursor->SeekValue(kFromFirst, *third));
+    EXPECT_EQ(1, cursor->Compare(*first));
+    EXPECT_EQ("A-2", Read(*Ref<FIEntry>::Adopt(cursor->GetEntry()), "id"));
+    auto second = Ref<FIEntry>::Share(context->MakeEntry(*info.storage[1]));
+    EXPECT_FALSE(cursor->SeekValue(kFromPresent, *second)) << "it stands before the present one";
+    EXPECT_TRUE(cursor->AtEnd());
+    EXPECT_TRUE(cursor->SeekValue(kFromEnd, *second));
+    EXPECT_EQ("B", cursor_harness::KeyOf(*cursor));
+    host::CSpecElement stranger = *info.storage[0];
+    auto copy = Ref<FIEntry>::Share(context->MakeEntry(stranger));
+    EXPECT_FALSE(cursor->SeekValue(kFromFirst, *copy)) << "an equal tag is not enough";
+    EXPECT_FALSE(cursor->SeekValue(kFromFirst, *EmptyEntry()));
+}
+
+TEST_F(Specification, long_lists_are_searched_as_they_are_shown_now) {
+    scripted::ProcessVariable variable(host::kEmptyReal, 0);
+    for (int i = 0; i < 200; ++i) Words(("T" + std::to_string(i)).c_str());
+    Variable("late", variable);
+    auto cursor = ChildrenOf(*List(info));
+    for (int i = 0; i < 3; ++i) EXPECT_FALSE(cursor->SeekName(kFromFirst, "late"));
+    variable.value = 1.0;
+    EXPECT_TRUE(cursor->SeekName(kFromFirst, "late"));
+    variable.value = host::kEmptyReal;
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "late"));
+}
+
+// ---- Types ----
+
+TEST_F(Specification, elements_are_classified_by_the_first_rule_that_fits) {
+    scripted::ProcessVariable given(5.0, 0);
+    scripted::ProcessVariable marked(host::kEmptyReal, 0x10);
+    scripted::ProcessVariable unset(host::kEmptyReal, 0x0f);
+    scripted::ProcessVariable nearly(host::kEmptyReal + 5e-11, 0);
+    scripted::ProcessVariable almost(host::kEmptyReal + 5e-10, 0);
+    child.Add("inside").number = 1.0;
+    scripted::SpecInfo hollow;
+    // Everything that the later rules ask for is there, so that only the order decides.
+    host::CSpecElement full;
+    full.process_variable = &given;
+    full.status_holder = &status_holder;
+    full.child = &child;
+    full.custom = true;
+    full.attached_object = &owner;
+    full.value_text = host::Text("text");
+    full.number = 3.0;
+    full.array_set = &block;
+    full.extra_text = host::Text("extra");
+    auto expect = [](HSpecType::Number number, const host::CSpecElement& element) {
+        EXPECT_EQ(number, HSpecType::Classify(element));
+    };
+    host::CSpecElement element = full;
+    expect(HSpecType::kSpecCollection, element);
+    element.child = &hollow;
+    expect(HSpecType::kNone, element);
+    element.child = nullptr;
+    expect(HSpecType::kCustomElement, element);
+    element.custom = false;
+    expect(HSpecType::kProcVarStatus, element);
+    element.status_holder = nullptr;
+    expect(HSpecType::kArraySet, element);
+    element.array_set = nullptr;
+    expect(HSpecType::kProcVar, element);
+    element.process_variable = &marked;
+    expect(HSpecType::kProcVar, element);
+    element.process_variable = &almost;
+    expect(HSpecType::kProcVar, element);
+    element.process_variable = &nearly;
+    expect(HSpecType::kNone, element);
+    element.process_variable = &unset;
+    expect(HSpecType::kNone, element);
+    element.process_variable = nullptr;
+    expect(HSpecType::kAttachedObject, element);
+    element.attached_object = nullptr;
+    expect(HSpecType::kNumber, element);
+    element.number = host::kEmptyReal + 5e-11;
+    expect(HSpecType::kText, element);
+    element.value_text = host::Text();
+    expect(HSpecType::kXmlSpecInfo, element);
+    element.extra_text = host::Text();
+    expect(HSpecType::kNone, element);
+}
+
+TEST_F(Specification, elements_without_a_type_are_not_listed) {
+    scripted::ProcessVariable unset(host::kEmptyReal, 0);
+    Words("first");
+    Variable("no value", unset);
+    child.collection_count = 0;
+    info.Add("empty collection").child = &child;
+    info.Add("nothing");
+    Words("last");
+    EXPECT_EQ(Names({"first", "last"}), ChildNames(*List(info)));
+    unset.value = 1.0;
+    EXPECT_EQ(Names({"first", "no value", "last"}), ChildNames(*List(info)));
+}
+
+TEST_F(Specification, values_follow_the_type) {
+    scripted::ProcessVariable variable(12.5, 0);
+    scripted::ProcessVariable marked(host::kEmptyReal, 0x20);
+    child.Add("inside").number = 1.0;
+    info.Add("1 number").custom = true;
+    info.storage.back()->number = 7.0;
+    info.storage.back()->value_text = host::Text("words");
+    info.Add("1 text").custom = true;
+    info.storage.back()->value_text = host::Text("words");
+    info.Add("2").status_holder = &status_holder;
+    info.Add("3").array_set = &block;
+    Variable("4", variable);
+    Variable("4 empty", marked);
+    info.Add("5").attached_object = &owner;
+    info.Add("6").number = 0.25;
+    Words("7", "Peng-Robinson");
+    info.Add("8").extra_text = host::Text("<more/>");
+    info.Add("9").child = &child;
+    struct Case {
+        const char* tag;
+        const char* type;
+        const char* value;
+    };
+    const Case cases[] = {
+        {"1 number", "CustomElement", "REAL 7"},
+        {"1 text", "CustomElement", "words"},
+        {"2", "ProcVarStatus", ""},
+        {"3", "ArraySet", ""},
+        {"4", "ProcVar", "REAL 12.5"},
+        {"4 empty", "ProcVar", "(NULL)"},
+        {"5", "AttachedObject", "Feed"},
+        {"6", "Number", "REAL 0.25"},
+        {"7", "Text", "Peng-Robinson"},
+        {"8", "XMLSpecInfo", ""},
+        {"9", "SpecCollection", ""},
+    };
+    ASSERT_EQ(std::size(cases), ChildNames(*List(info)).size());
+    for (const Case& each : cases) {
+        Ref<FIEntry> entry = Child(*List(info), each.tag);
+        ASSERT_TRUE(entry) << each.tag;
+        EXPECT_EQ(each.type, Read(*entry, "type")) << each.tag;
+        EXPECT_EQ(each.value, Read(*entry, "value")) << each.tag;
+        EXPECT_EQ("/Feed", Read(*entry, "moniker")) << each.tag;
+    }
+}
+
+TEST_F(Specification, the_type_that_is_not_shown_has_an_empty_value_alone) {
+    Ref<FIEntry> entry = Node(info.Add("nothing"));
+    EXPECT_EQ("", Read(*entry, "value"));
+    for (const char* name : {"type", "moniker", "uom", "status"}) {
+        EXPECT_EQ("(NULL)", Read(*entry, name)) << name;
+    }
+}
+
+// ---- Rows ----
+
+TEST_F(Specification, table_has_32_rows) {
+    EXPECT_EQ(StandardRowsAnd({"moniker", "attachments", "skipcorrelations", "skipattachments",
+                               "noObjectsBelow"}),
+              AllRows<HSpecEntry>());
+    EXPECT_EQ(32u, HSpecEntry::AttributeRows().size());
+}
+
+TEST_F(Specification, rows_are_shown_by_type) {
+    host.described[":Double.7"] = 1;
+    scripted::ProcessVariable variable(300.0, 0);
+    host::CSpecElement& element = Variable("T", variable);
+    element.moniker = host::Text(":Double.7");
+    const Names common = {"id",
+                          "value",
+                          "browser_name",
+                          "type",
+                          "container",
+                          "container_category",
+                          "container_type",
+                          "display_name",
+                          "isleaf",
+                          "has_children",
+                          "moniker",
+                          "attachments",
+                          "skipcorrelations",
+                          "skipattachments",
+                          "noObjectsBelow"};
+    Names of_variable = common;
+    of_variable.insert(of_variable.begin() + 2, "uom");
+    of_variable.insert(of_variable.begin() + 11, "status");
+    EXPECT_EQ(of_variable, ShownRows(*Node(element)));
+    Names of_number = common;
+    of_number.insert(of_number.begin() + 2, "uom");
+    host::CSpecElement& number = info.Add("n");
+    number.number = 1.0;
+    number.moniker = host::Text(":Double.7");
+    EXPECT_EQ(of_number, ShownRows(*Node(number)));
+    host::CSpecElement& text = Words("t");
+    text.moniker = host::Text(":Double.7");
+    EXPECT_EQ(common, ShownRows(*Node(text))) << "the moniker has units, the type has not";
+    EXPECT_EQ("(NULL)", Read(*Node(text), "uom"));
+}
+
+TEST_F(Specification, an_element_reads_as_told) {
+    host::CSpecElement& element = Words("Package");
+    element.moniker = host::Text(":Text.3");
+    Ref<FIEntry> entry = Node(element);
+    EXPECT_EQ("Package", NameOf(*entry));
+    for (const char* name : {"id", "browser_name", "display_name"}) {
+        EXPECT_EQ("Package", Read(*entry, name)) << name;
+    }
+    EXPECT_EQ("/Feed:Text.3", Read(*entry, "moniker"));
+    EXPECT_TRUE(host.always_from_case);
+    EXPECT_EQ("Main", Read(*entry, "container"));
+    EXPECT_EQ("SimulationObjectObject", Read(*entry, "container_type"));
+    EXPECT_EQ("SimulationObjectObject", Read(*entry, "container_category"));
+    EXPECT_EQ("INT 1", Read(*entry, "isleaf"));
+    EXPECT_EQ("INT 0", Read(*entry, "has_children"));
+    EXPECT_EQ("INT 1", Read(*entry, "noObjectsBelow"));
+    EXPECT_EQ("INT 1", Read(*entry, "attachments"));
+    EXPECT_EQ("INT 0", Read(*entry, "skipcorrelations"));
+    EXPECT_EQ("INT 0", Read(*entry, "skipattachments"));
+    EXPECT_FALSE(entry->IsContainer());
+    EXPECT_EQ(EmptyContext(), entry->GetContext());
+    host.monikers[&owner] = "/S.1/";
+    EXPECT_EQ("/S.1/:Text.3", Read(*entry, "moniker")) << "nothing is put between them";
+}
+
+TEST_F(Specification, units_are_those_of_the_variable_that_the_moniker_names) {
+    host.described = {{":T.1", 1}, {":P.1", 2}, {":Odd.1", 3}, {":Unknown.1", 100}};
+    struct Case {
+        const char* moniker;
+        const char* unit;
+    };
+    const Case cases[] = {{":T.1", "C"},  {":P.1", "kPa"},          {":Odd.1", "(NULL)"},
+                          {"", "(NULL)"}, {":Unknown.1", "(NULL)"}, {":None.1", "(NULL)"}};
+    scripted::ProcessVariable variable(1.0, 0);
+    host::CSpecElement& number = info.Add("n");
+    number.number = 1.0;
+    for (const Case& each : cases) {
+        for (host::CSpecElement* element : {&Variable("v", variable), &number}) {
+            element->moniker = host::Text(each.moniker);
+            EXPECT_EQ(each.unit, Read(*Node(*element), "uom")) << each.moniker;
+        }
+    }
+    number.moniker = host::Text(":T.1");
+    host.unit_set = 1;
+    EXPECT_EQ("F", Read(*Node(number), "uom"));
+    EXPECT_EQ("REAL 1", Read(*Node(number), "value")) << "the host's number";
+    host.unit_set = 0;
+    host.unit_types[0].units[0].name = "";
+    EXPECT_EQ("(NULL)", Read(*Node(number), "uom"));
+    host.unit_types[0].units[0].name = "C";
+    host.knows_types = false;
+    EXPECT_EQ("(NULL)", Read(*Node(number), "uom"));
+}
+
+TEST_F(Specification, status_is_told_by_the_bits) {
+    struct Case {
+        unsigned bits;
+        const char* status;
+    };
+    const Case cases[] = {{0x00, "Calculated"}, {0x01, "Adjustable"}, {0x02, "Adjustable"},
+                          {0x03, "Adjustable"}, {0x04, "Specified"},  {0x08, "Specified"},
+                          {0x0c, "Specified"},  {0x0d, "Adjustable"}, {0x30, "Calculated"},
+                          {0x34, "Specified"}};
+    for (const Case& each : cases) {
+        scripted::ProcessVariable variable(1.0, each.bits);
+        EXPECT_EQ(each.status, Read(*Node(Variable("v", variable)), "status")) << each.bits;
+    }
+    EXPECT_EQ("(NULL)", Read(*Node(Words("t")), "status"));
+}
+
+// ---- Unique names ----
+
+TEST_F(Specification, equal_tags_get_suffixes) {
+    struct Case {
+        Names tags;
+        Names ids;
+    };
+    const Case cases[] = {
+        {{"A"}, {"A"}},
+        {{"A", "B"}, {"A", "B"}},
+        {{"A", "A"}, {"A-1", "A-2"}},
+        {{"A", "A", "A"}, {"A-1", "A-2", "A-3"}},
+        // The first has no namesake directly after it.
+        {{"A", "B", "A"}, {"A", "B", "A-2"}},
+        {{"A", "B", "A", "A"}, {"A", "B", "A-2", "A-3"}},
+        {{"A", "A", "B", "B"}, {"A-1", "A-2", "B-1", "B-2"}},
+        {{"A", "a"}, {"A", "a"}},
+        {{"A", "A-2"}, {"A", "A-2"}},
+    };
+    for (const Case& each : cases) {
+        scripted::SpecInfo list;
+        for (const std::string& tag : each.tags) list.Add(tag.c_str()).number = 1.0;
+        EXPECT_EQ(each.ids, Ids(list)) << testing::PrintToString(each.tags);
+        EXPECT_EQ(each.tags, ChildNames(*List(list))) << "names stay the tags";
+    }
+}
+
+TEST_F(Specification, hidden_elements_do_not_count_in_names) {
+    info.Add("A");
+    Words("A");
+    info.Add("B");
+    Words("A");
+    EXPECT_EQ(Names({"A-1", "A-2"}), Ids(info));
+}
+
+// ---- Children ----
+
+TEST_F(Specification, a_sub_specification_is_listed_below) {
+    host::CSpecElement& group = info.Add("group");
+    group.child = &child;
+    child.Add("hidden");
+    Ref<FIEntry> entry = Node(group);
+    EXPECT_EQ("SpecCollection", Read(*entry, "type"));
+    EXPECT_TRUE(entry->IsContainer());
+    EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+    EXPECT_EQ("INT 0", Read(*entry, "has_children")) << "nothing that is shown";
+    child.Add("x").number = 1.0;
+    EXPECT_EQ("INT 1", Read(*entry, "has_children"));
+    EXPECT_EQ(Names({"x"}), ChildNames(*entry));
+    Ref<FIEntry> below = Child(*entry, "x");
+    entry.Reset();
+    EXPECT_EQ("/Feed", Read(*below, "moniker")) << "the owner is passed down";
+    EXPECT_EQ("Main", Read(*below, "container"));
+}
+
+TEST_F(Specification, an_array_set_is_listed_below_when_there_is_no_sub_specification) {
+    host::CSpecElement& element = info.Add("table");
+    element.array_set = &block;
+    Ref<FIEntry> entry = Node(element);
+    EXPECT_TRUE(entry->IsContainer());
+    EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+    EXPECT_EQ("INT 0", Read(*entry, "has_children"));
+    host::GrowableArray<double> column;
+    block.source_names.Append(host::Text("x"));
+    block.source_numbers.Append(column);
+    EXPECT_EQ("INT 0", Read(*entry, "has_children")) << "a column without rows";
+    column.Append(1.0);
+    block.source_numbers.Append(column);
+    block.source_names.Append(host::Text("y"));
+    EXPECT_EQ("INT 1", Read(*entry, "has_children"));
+    block.source_numbers.Clear();
+    block.source_names.Clear();
+    block.source_names.Append(host::Text("x"));
+    block.source_numbers.Append(column);
+    EXPECT_EQ(Names({"Set0"}), ChildNames(*entry));
+    EXPECT_EQ("INT 1", Read(*entry, "has_children")) << "after the conversion too";
+    element.child = &child;
+    EXPECT_EQ("INT 0", Read(*Node(element), "has_children"));
+    EXPECT_EQ(Names(), ChildNames(*Node(element)));
+}
+
+TEST_F(Specification, the_attachments_switch_is_handed_down) {
+    child.Add("x").number = 1.0;
+    host::CSpecElement& group = info.Add("group");
+    group.child = &child;
+    attachments = false;
+    EXPECT_EQ("INT 0", Read(*Child(*Node(group), "x"), "attachments"));
+    Ref<FIEntry> entry = Node(group);
+    EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(1)));
+    EXPECT_EQ("INT 1", Read(*entry, "attachments"));
+    EXPECT_EQ("INT 1", Read(*Child(*entry, "x"), "attachments"));
+}
+
+TEST_F(Specification, the_basis_lists_its_elements) {
+    scripted::Basis manager;
+    manager.type = &host.viewable;
+    manager.name = host::Text("Basis");
+    scripted::SpecSource source;
+    source.fill = [](scripted::SpecInfo& filled) { filled.Add("Package").number = 2.0; };
+    manager.spec_source = &source;
+    host.simulation_case.basis = &manager;
+    auto context = Ref<HFandBContext>::Share(
+        new HFandBContext(&host.simulation_case, &options, true, nullptr));
+    Ref<FIEntry> package = Child(*Child(*context, "Basis"), "Package");
+    ASSERT_TRUE(package);
+    EXPECT_EQ("REAL 2", Read(*package, "value")) << "the nodes keep the list alive";
+    EXPECT_EQ("/Basis", Read(*package, "moniker"));
+    EXPECT_EQ(1, host.spec_infos);
+    package.Reset();
+    EXPECT_EQ(0, host.spec_infos);
+}
+
+// ---- Stores ----
+
+constexpr char kNoStore[] = "Store not supported for this attribute.";
+
+TEST_F(Specification, switches_are_set_and_everything_else_is_refused) {
+    Ref<FIEntry> entry = Node(Words("t"));
+    for (const char* name : {"uom", "status", "id", "", "Value", "skipcorrelations"}) {
+        EXPECT_EQ(kNoStore, Write(*entry, name, FIValue::OfInt(1))) << name;
+    }
+    FIValue out;
+    for (const FIValue& name : {FIValue(), FIValue::OfInt(3)}) {
+        entry->SetAttribute(name, FIValue::OfInt(1), 0, out);
+        EXPECT_EQ(kNoStore, Shown(out)) << name.ToText();
+    }
+    EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(0)));
+    EXPECT_EQ("INT 0", Read(*entry, "attachments"));
+    TestVarSet vars;
+    entry->SetVarSet(&vars);
+    for (const char* name : {"skipcorrelations", "skipattachments"}) {
+        EXPECT_EQ("(NULL)", Write(*entry, name, FIValue::OfInt(1)));
+        EXPECT_EQ("INT 1", Read(*entry, name));
+    }
+}
+
+TEST_F(Specification, only_process_variables_are_stored) {
+    scripted::ProcessVariable variable(1.0, 0);
+    info.Add("custom").custom = true;
+    info.storage.back()->process_variable = &variable;
+    info.Add("number").number = 1.0;
+    Words("text");
+    child.Add("x").number = 1.0;
+    info.Add("group").child = &child;
+    info.Add("object").attached_object = &owner;
+    for (const auto& element : info.storage) {
+        for (int mode : {0, 1, 2}) {
+            EXPECT_EQ(kNoStore, Store(*Node(*element), FIValue::OfReal(2.0), mode))
+                << element->tag.Str() << " mode " << mode;
+        }
+    }
+    EXPECT_EQ("", variable.calls);
+    EXPECT_EQ("", host.solver.calls);
+}
+
+TEST_F(Specification, stores_have_three_modes) {
+    struct Case {
+        int mode;
+        unsigned bits;
+        bool can_specify;
+        const char* answer;
+        const char* calls;
+        const char* solver;
+    };
+    const Case cases[] = {
+        {0, 0x00, true, "(NULL)", "specified ", "task "},
+        {0, 0x0c, true, "(NULL)", "specified ", "task "},
+        {0, 0x0c, false, "Cannot specify this value.", "", ""},
+        {1, 0x04, true, "(NULL)", "specified ", "task "},
+        {1, 0x08, false, "(NULL)", "specified ", "task "},
+        {1, 0x33, true, "(NULL)", "", ""},
+        {2, 0x00, true, "(NULL)", "calculated ", ""},
+        {2, 0x0c, false, "(NULL)", "calculated ", ""},
+        {3, 0x0c, true, "(NULL)", "", ""},
+        {-1, 0x0c, true, "(NULL)", "", ""},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE("mode " + std::to_string(each.mode) + " bits " + std::to_string(each.bits));
+        scripted::ProcessVariable variable(1.0, each.bits);
+        variable.can_specify = each.can_specify;
+        host.solver.calls.clear();
+        host.turns = 0;
+        Ref<FIEntry> entry = Node(Variable("v", variable));
+        EXPECT_EQ(each.answer, Store(*entry, FIValue::OfReal(2.5), each.mode));
+        EXPECT_EQ(each.calls, variable.calls);
+        EXPECT_EQ(*each.calls ? 2.5 : 1.0, variable.value);
+        EXPECT_EQ(each.solver, host.solver.calls);
+        EXPECT_EQ(*each.solver ? 1 : 0, host.turns) << "waits after a solve only";
+    }
+}
+
+TEST_F(Specification, stored_values_are_numbers) {
+    scripted::ProcessVariable variable(1.0, 0);
+    Ref<FIEntry> entry = Node(Variable("v", variable));
+    const std::pair<FIValue, double> cases[] = {{FIValue::OfInt(3), 3.0},
+                                                {FIValue("4.5"), 4.5},
+                                                {FIValue("words"), 0.0},
+                                                {FIValue(), host::kEmptyReal}};
+    for (const auto& [value, stored] : cases) {
+        EXPECT_EQ("(NULL)", Store(*entry, value, 0));
+        EXPECT_EQ(stored, variable.value) << value.ToText();
+    }
+}
+
+TEST_F(Specification, a_store_starts_a_solve_while_a_batch_is_open) {
+    scripted::ProcessVariable variable(1.0, 0);
+    EditBatch().Add(&owner);
+    EXPECT_EQ("(NULL)", Store(*Node(Variable("v", variable)), FIValue::OfReal(2.0), 0));
+    EditBatch().Remove(&owner);
+    EXPECT_EQ("task ", host.solver.calls);
+}
+
+TEST_F(Specification, an_entry_that_is_let_go_of_inside_its_store_lives_to_its_end) {
+    scripted::ProcessVariable variable(1.0, 0);
+    Ref<FIEntry> entry = Node(Variable("v", variable));
+    FIEntry& raw = *entry;
+    host.on_turn = [&](int) { entry.Reset(); };
+    EXPECT_EQ("(NULL)", Store(raw, FIValue::OfReal(2.0), 0));
+    EXPECT_FALSE(entry);
+    EXPECT_EQ(2.0, variable.value);
+}
+
+}  // namespace
