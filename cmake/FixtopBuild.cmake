@@ -59,6 +59,7 @@ if(DEFINED ENV{FIXTOP_CASES})
 endif()
 
 # fixtop_test(name SOURCES ... LIBS ...): one test program, run by ctest under its own name.
+# Under the emulator names of files go through the code page of the locale.
 function(fixtop_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name}_test ${ARG_SOURCES})
@@ -66,7 +67,7 @@ function(fixtop_test name)
   target_link_libraries(${name}_test PRIVATE ${ARG_LIBS} fixtop_core GTest::gmock_main)
   add_test(NAME ${name} COMMAND ${name}_test)
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
-    "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib")
+    "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib;LC_ALL=C.UTF-8")
 endfunction()
 
 # fixtop_fuzz(name SOURCES ... LIBS ...): one libFuzzer program. Its seeds stand in

@@ -52,8 +52,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     // `from`, or from the main one when it is null.
     Node* FindByPath(std::string_view path, const Node* from);
     std::string PathOf(const Node& node, const Node* from);
-    // Moniker seen from the case, with a leading '/'.
-    std::string MonikerOf(const Node& node, bool full) const;
+    // Moniker seen from the case, with a leading '/' and the name of each object in parentheses.
+    std::string MonikerOf(const Node& node) const;
     bool DescribeMoniker(const std::string& moniker, host::VarDescription::Facts& out) const;
 
     // Solving.

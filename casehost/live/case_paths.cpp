@@ -55,11 +55,11 @@ std::string Case::PathOf(const Node& node, const Node* from) {
     return std::string("/") + path::kUtilities + "/" + name;
 }
 
-std::string Case::MonikerOf(const Node& node, bool full) const {
+std::string Case::MonikerOf(const Node& node) const {
     if (&node == this || !node.Owner()) return "/";
     const Node* owner = node.Owner();
-    std::string moniker = owner == this ? "/" : MonikerOf(*owner, full) + "/";
-    const std::string name = full ? "(" + node.Name().Str() + ")" : node.Name().Str();
+    std::string moniker = owner == this ? "/" : MonikerOf(*owner) + "/";
+    const std::string name = "(" + node.Name().Str() + ")";
     const ObjectType* type = node.Class();
     if (type == types::FlowSheet()) return moniker + step::kFlowSheet;
     if (&node == solver_.get()) return moniker + step::kSolver;

@@ -136,7 +136,7 @@ inline bool Skip(std::string_view& rest, std::string_view prefix) {
     return true;
 }
 
-// The steps of monikers. Names follow them, in parentheses when the moniker is a full one.
+// The steps of monikers. Names follow them in parentheses; without these they are understood too.
 namespace step {
 inline constexpr char kFlowSheet[] = "FlowSht.1";
 inline constexpr char kSolver[] = "Solver.400";

@@ -103,13 +103,14 @@ host::Text CaseHost::ServicesImpl::GetNextConvName() {
 }
 
 host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::Viewable* to,
-                                                   bool full) {
+                                                   bool) {
+    // Without the names a moniker would not lead back to its object, so every one is a full one.
     const Node* target = Node::Of(to);
     if (!target || Blank(Script::Answer::moniker)) return host::Text();
-    const std::string moniker = target->OwnerCase().MonikerOf(*target, full);
+    const std::string moniker = target->OwnerCase().MonikerOf(*target);
     const Node* start = Node::Of(from);
     if (!start) return host::Text(moniker);
-    const std::string prefix = start->OwnerCase().MonikerOf(*start, full) + "/";
+    const std::string prefix = start->OwnerCase().MonikerOf(*start) + "/";
     return host::Text(moniker.rfind(prefix, 0) == 0 ? moniker.substr(prefix.size()) : moniker);
 }
 

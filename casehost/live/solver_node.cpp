@@ -57,7 +57,7 @@ host::Text SolverNode::GetTextValue(const host::VarDescription& variable) {
 
 std::string SolverNode::Inconsistency() {
     Node* culprit = OwnerCase().FirstInError();
-    return culprit ? OwnerCase().MonikerOf(*culprit, false).substr(1) : step::kSolver;
+    return culprit ? OwnerCase().MonikerOf(*culprit).substr(1) : step::kSolver;
 }
 
 void SolverNode::CaseChanged() {

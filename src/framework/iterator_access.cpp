@@ -112,18 +112,21 @@ bool FIIterator::RemoveVar(const FIValue& name) {
 bool FIIterator::RemoveVarText(const char* name) { return RemoveVar(FIValue(name)); }
 
 // A host notation names a child a step: each context turns the beginning into a key, which is
-// walked as a path, until nothing is left.
+// walked as a path, until nothing is left. A context may name a level that the notation leaves out:
+// then nothing is consumed, but the iterator is deeper.
 FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
     Ref<FIIterator> opened = Ref<FIIterator>::Adopt(Copy());
     const std::string text = name.ToText();
     const char* rest = text.c_str();
     do {
         const char* const begin = rest;
+        const int depth = opened->Depth();
         const Ref<FIContext> context = Ref<FIContext>::Adopt(
             ShownScope(opened->entry_, &opened->var_set_)->GetContext());
         FIValue key;
         context->GetKeyValue(begin, key, &rest);
-        if (key.IsNull() || !rest || rest == begin || !opened->SeekPath(key)) return nullptr;
+        if (key.IsNull() || !rest || !opened->SeekPath(key)) return nullptr;
+        if (rest == begin && opened->Depth() <= depth) return nullptr;
     } while (*rest);
     return opened.Detach();
 }

@@ -63,16 +63,19 @@ void HFSOContext::GetKeyValue(const char* path, FIValue& out, const char** rest)
     out.Clear();
     *rest = path;
     if (!path) return;
-    const char* text = *path == '(' ? path + 1 : path;
+    const bool in_parentheses = *path == '(';
+    const char* text = in_parentheses ? path + 1 : path;
     auto cursor = Ref<FICursorBase>::Adopt(MakeCursor(kChildCursor));
     FIValue key;
     for (bool found = cursor->Seek(kFromFirst, 0); found; found = cursor->Seek(kFromPresent, 1)) {
         cursor->GetKey(key);
         const std::size_t length = std::strlen(key.CStr());
         if (std::strncmp(text, key.CStr(), length) != 0) continue;
-        if (text[length] != ':' && text[length] != '/') continue;
+        const char* behind = text + length;
+        if (in_parentheses && *behind == ')') ++behind;
+        if (*behind != ':' && *behind != '/') continue;
         out = key;
-        *rest = text + length + 1;
+        *rest = behind + 1;
         auto entry = Ref<FIEntry>::Adopt(cursor->GetEntry());
         if ((kind_ == kStreams || kind_ == kUnitOps) &&
             InnerFlowSheet(static_cast<HTopEntry*>(entry.Get())->Object())) {

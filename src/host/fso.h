@@ -19,10 +19,12 @@ class HFSOContext final : public CountedFromZero<FIContext> {
                 const HovexOptions* options, bool attachments, FIEntry* parent);
 
     FICursorBase* MakeCursor(int kind) override;
-    // The name of an object, ended by ":" or "/", with or without "(" before it.
+    // The name of an object, ended by ":" or "/"; plain, in parentheses, or behind a "(" alone.
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     FIEntry* MakeEntry(host::Viewable& object);
+    // The walks know their lists.
+    bool IsSameList(const HFSOContext&) const { return true; }
 
     host::SimulationCase* Case() const { return case_; }
     const HovexOptions* Options() const { return options_; }

@@ -5,7 +5,7 @@
 
 HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
                            const HovexOptions* options, bool attachments, FIEntry* parent,
-                           HVarsEntry* attachment)
+                           const HAttachment* attachment)
     : list_(list),
       owner_(owner),
       options_(options),

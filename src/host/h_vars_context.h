@@ -3,11 +3,10 @@
 // HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.
 
 #include "framework/ref.h"
+#include "host/h_attachment.h"
 #include "host/hovex_options.h"
 #include "host/list_cursor.h"
 #include "host/list_position.h"
-
-class HVarsEntry;
 
 // Every row of a variable list.
 struct VariableView {
@@ -27,9 +26,9 @@ class VariableWalk : public ListPosition<VariableView> {
 class HVarsContext final : public CountedFromZero<FIContext> {
  public:
     // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
-    // `attachment` is that node when it is a variable that points at `owner`, else null.
+    // `attachment` is that node when it is one that points at `owner`, else null.
     HVarsContext(const host::LinkedList* list, host::Viewable* owner, const HovexOptions* options,
-                 bool attachments, FIEntry* parent, HVarsEntry* attachment);
+                 bool attachments, FIEntry* parent, const HAttachment* attachment);
 
     FICursorBase* MakeCursor(int kind) override;
     // Matches the beginning of a path with the monikers of the rows; the key is the name of the row
@@ -37,11 +36,12 @@ class HVarsContext final : public CountedFromZero<FIContext> {
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     FIEntry* MakeEntry(host::VariableNameInfo& row);
+    bool IsSameList(const HVarsContext& other) const { return owner_ == other.owner_; }
 
     host::Viewable* Owner() const { return owner_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
-    HVarsEntry* Attachment() const { return attachment_; }
+    const HAttachment* Attachment() const { return attachment_; }
 
  private:
     const host::LinkedList* list_;
@@ -49,7 +49,7 @@ class HVarsContext final : public CountedFromZero<FIContext> {
     const HovexOptions* options_;
     bool attachments_;
     Ref<FIEntry> parent_;
-    HVarsEntry* attachment_;
+    const HAttachment* attachment_;
 };
 
 class HVarsCursorBase final : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "host/host_access.h"
-#include "host/host_attributes.h"
+#include "host/h_var_dims_context.h"
+#include "host/h_variable_rows.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
-    follow_attachment_ = DecideFollowing();
+    follow_attachment_ = Dimensions() == 0 && FollowsAt(description_, attachments_);
 }
 
 int HVarsEntry::Dimensions() const {
@@ -67,21 +67,26 @@ int HVarsEntry::Dimensions() const {
 
 host::Viewable* HVarsEntry::EffectiveOwner() const {
     // The variables of a correlation describe the object that it is attached to.
-    const HVarsEntry* attachment = context_->Attachment();
+    const HAttachment* attachment = context_->Attachment();
     return attachment && through_correlation_ ? attachment->Holder() : owner_;
 }
 
-host::Viewable* HVarsEntry::Holder() const {
+const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
+    const auto index = static_cast<std::size_t>(dimension);
+    return index < offsets_.size() ? offsets_[index] : host::TheEmptyVarDesc;
+}
+
+HVariable HVarsEntry::At(const host::VarDescription& address) const {
+    return {row_, EffectiveOwner(), &address, through_correlation_ ? nullptr : owner_};
+}
+
+host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
     host::Viewable* object = EffectiveOwner();
-    return object ? FindHolder(owner_, object, description_) : nullptr;
+    return object ? FindHolder(owner_, object, address) : nullptr;
 }
 
 host::VarType HVarsEntry::UnitType() const {
     return EffectiveUnitType(unit_type_, owner_, description_);
-}
-
-bool HVarsEntry::HasUnits() const {
-    return Dimensions() == 0 && UnitType() != host::kVariableUnitType;
 }
 
 bool HVarsEntry::IsCompositionVariable() const {
@@ -101,18 +106,13 @@ bool HVarsEntry::LeadsSomewhere() {
            AttachedVariables();
 }
 
-bool HVarsEntry::DecideFollowing() const {
-    if (row_->value_kind != host::kAttachment || Dimensions() != 0) return false;
+bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments) const {
+    if (row_->value_kind != host::kAttachment) return false;
     FIValue value;
-    if (ShowsValue()) ReadRaw(Variable(), nullptr, value);
-    if (!value.IsNull() && owner_) {
-        // An attachment to an inner part of the owner is always followed.
-        FIValue moniker;
-        ReadFullAttachMoniker(moniker);
-        const std::string own = "(" + owner_->GetName().Str() + ")";
-        if (moniker.IsText() && std::strstr(moniker.CStr(), own.c_str())) return true;
-    }
-    return attachments_;
+    if (!custom_block_) ReadRaw(At(address), nullptr, value);
+    // An attachment to an inner part of the owner is always followed.
+    if (!value.IsNull() && owner_ && LeadsInside(owner_, HolderAt(address))) return true;
+    return attachments;
 }
 
 void HVarsEntry::GetName(FIValue& out) {
@@ -125,16 +125,12 @@ void HVarsEntry::GetName(FIValue& out) {
 
 void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
-    if (!ShowsValue()) return;
-    ReadRaw(Variable(), GetVarSet(), out);
-    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), GetVarSet(), out, &default_unit_);
+    if (!custom_block_) ReadValueAt(description_, GetVarSet(), out);
 }
 
-void HVarsEntry::ReadLimit(double limit, FIValue& out) {
-    out.Clear();
-    if (!ShowsValue() || limit == host::kEmptyReal) return;
-    out.SetReal(limit);
-    ToShownUnit(UnitType(), GetVarSet(), out);
+void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {
+    ReadRaw(At(address), vars, out);
+    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), vars, out, &default_unit_);
 }
 
 void HVarsEntry::ReadMoniker(FIValue& out) {
@@ -147,37 +143,19 @@ void HVarsEntry::ReadMoniker(FIValue& out) {
     out.SetText(moniker + variable);
 }
 
-void HVarsEntry::ReadFullAttachMoniker(FIValue& out) const {
-    out.Clear();
-    host::HostServices* services = host::InstalledServices();
-    host::Viewable* attached = services ? Holder() : nullptr;
-    if (attached) out.SetText(services->RelativeMoniker(nullptr, attached, true).CStr());
-}
-
-const char* HVarsEntry::Store(const FIValue& value) {
-    // The solver runs inside a store, and with it whatever lets go of this node.
-    auto self = Ref<HVarsEntry>::Share(this);
-    if (Dimensions() != 0) return "Non scalar variable";
-    const HVariable variable = Variable();
+const char* HVarsEntry::StoreAt(const host::VarDescription& address, FIVarSet* vars,
+                                const FIValue& value) {
+    const HVariable variable = At(address);
     if (row_->value_kind != host::kReal) return StoreValue(variable, value, options_.Case());
     FIValue internal = value;
-    ToInternalUnit(UnitType(), GetVarSet(), internal);
+    ToInternalUnit(UnitType(), vars, internal);
     if (!IsCompositionVariable()) return StoreValue(variable, internal, options_.Case());
     if (variable.object) StoreComposition(variable, internal);
     return nullptr;
 }
 
 void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (std::strcmp(text, "value") == 0) {
-        const char* message = Store(value);
-        out.Clear();
-        if (message) out.SetText(message);
-    } else if (std::strcmp(text, "uom") == 0) {
-        SetShownUnit(UnitType(), GetVarSet(), value, out);
-    } else {
-        SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
-    }
+    SetVariableAttribute(*this, attachments_, name, value, out);
 }
 
 bool HVarsEntry::IsContainer() {
@@ -185,97 +163,47 @@ bool HVarsEntry::IsContainer() {
 }
 
 FIContext* HVarsEntry::GetContext() {
-    if (Dimensions() > 0 || !LeadsSomewhere()) return EmptyContext();
-    auto* context =
-        new HVarsContext(AttachedVariables(), Holder(), &options_, attachments_, this, this);
+    FIContext* context = nullptr;
+    if (Dimensions() > 0) {
+        context = new HVarDimsContext(this, 0, description_, attachments_, &options_, this);
+    } else if (LeadsSomewhere()) {
+        context =
+            new HVarsContext(AttachedVariables(), Holder(), &options_, attachments_, this, this);
+    } else {
+        return EmptyContext();
+    }
     context->AddRef();
     return context;
 }
 
 std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
-    constexpr auto is_scalar = [](Self& self, std::intptr_t) { return self.Dimensions() == 0; };
-    constexpr auto has_units = [](Self& self, std::intptr_t) { return self.HasUnits(); };
     constexpr auto has_dimension = [](Self& self, std::intptr_t number) {
         return self.Dimensions() > number;
     };
     constexpr auto read_offset = [](Self& self, FIValue& out, std::intptr_t number) {
         out.SetText(self.offsets_[number].GetMoniker().CStr());
     };
-    static const auto rows = HostAttributeRows<Self>({
-        {"id", ReadNameRow<Self>},
-        {"value", [](Self& self, FIValue& out) { self.ReadValue(out); }, is_scalar},
-        {"dimension",
-         [](Self& self, FIValue& out) {
-             out.SetText(host::InstalledServices()->utypetoa(self.UnitType()));
-         },
-         has_units},
-        {"uom", [](Self& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
-         has_units},
+    static const auto rows = VariableRows<Self>({
         {"can_enter",
          [](Self& self, FIValue& out) {
              out.Clear();
-             if (!self.ShowsValue()) return;
+             if (!ShowsState(self)) return;
              const char* status = ReadStatus(self.Variable(), self.GetVarSet());
              out.SetInt(std::strcmp(status, "Calculated") == 0 ? 0 : 1);
          }},
-        {"option_list", [](Self& self, FIValue& out) { ReadOptions(self.Variable(), out); },
-         [](Self& self, std::intptr_t) { return self.row_->value_kind == host::kEnumeration; }},
-        {"uom_options", [](Self& self, FIValue& out) { ReadUnitOptions(self.UnitType(), out); },
-         has_units},
-        {"browser_name", ReadNameRow<Self>},
-        {"type",
-         [](Self& self, FIValue& out) {
-             constexpr std::array arrays = {"Array", "2-Dim Array", "3-Dim Array"};
-             const auto dimensions = static_cast<std::size_t>(self.Dimensions());
-             if (dimensions == 0) {
-                 out.SetText(ScalarTypeText(self.row_->value_kind));
-             } else {
-                 out.SetText(dimensions <= arrays.size() ? arrays[dimensions - 1]
-                                                         : "multi-Dim Array");
-             }
-         }},
-        {"container", [](Self& self, FIValue& out) { ReadContainer(self.EffectiveOwner(), out); }},
-        {"container_category",
-         [](Self& self, FIValue& out) { ReadContainerCategory(self.EffectiveOwner(), out); }},
-        {"container_type",
-         [](Self& self, FIValue& out) { ReadContainerType(self.EffectiveOwner(), out); }},
-        {"display_name", ReadNameRow<Self>},
         {"isleaf",
          [](Self& self, FIValue& out) {
              const bool followed =
                  self.follow_attachment_ && !IsSkippingAttachments(self.GetVarSet());
              out.SetInt(self.Dimensions() == 0 && !followed ? 1 : 0);
          }},
-        {"has_children", [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 1 : 0); }},
         {"path", ReadPathRow<Self>,
          [](Self& self, std::intptr_t) { return self.GetVarSet() != nullptr; }},
-        {"upper_limit",
-         [](Self& self, FIValue& out) {
-             self.ReadLimit(self.description_.GetVariablePart()->MaxValue(), out);
-         }},
-        {"lower_limit",
-         [](Self& self, FIValue& out) {
-             self.ReadLimit(self.description_.GetVariablePart()->MinValue(), out);
-         }},
-        {"status",
-         [](Self& self, FIValue& out) {
-             out.Clear();
-             if (self.ShowsValue()) out.SetText(ReadStatus(self.Variable(), self.GetVarSet()));
-         },
-         is_scalar},
-        {"is_container",
-         [](Self& self, FIValue& out) {
-             const bool attachment =
-                 self.Dimensions() == 0 && self.row_->value_kind == host::kAttachment;
-             out.SetInt(attachment && IsFlowSheetObject(self.Holder()) ? 1 : 0);
-         }},
         {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
         {"offsetmoniker0", read_offset, 0, has_dimension},
         {"offsetmoniker1", read_offset, 1, has_dimension},
-        {"fullattachmoniker", [](Self& self, FIValue& out) { self.ReadFullAttachMoniker(out); },
-         [](Self& self, std::intptr_t) {
-             return self.Dimensions() == 0 && self.row_->value_kind == host::kAttachment;
-         }},
+        {"fullattachmoniker", [](Self& self, FIValue& out) { ReadFullMoniker(self.Holder(), out); },
+         IsScalarAttachment<Self>},
         {kAttachments, ReadAttachmentsRow<Self>},
         {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
         {kSkipAttachments, ReadSkipAttachmentsRow<Self>},

@@ -10,7 +10,7 @@
 #include "host/h_vars_context.h"
 #include "host/h_vars_values.h"
 
-class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
+class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
  public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 
@@ -22,43 +22,42 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry> {
     bool IsContainer() override;
     FIContext* GetContext() override;
     bool CanHold() override { return !IsCompositionVariable(); }
+    host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }
-
-    // ---- For the levels of an array below ----
-
     // Count of dimensions; 0 is a scalar.
     int Dimensions() const;
+    int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
-    // The object on which every read and store is done.
+    bool IsCustom() const { return custom_block_; }
+    // The object that lists the variable, and the one on which every read and store is done.
+    host::Viewable* Owner() const { return owner_; }
     host::Viewable* EffectiveOwner() const;
     const host::VarDescription& Description() const { return description_; }
-    const host::VarDescription& OffsetDescription(int dimension) const {
-        return offsets_[dimension];
-    }
+    // What names the elements of a dimension; empty where the row has nothing for it.
+    const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const;
-    const HovexOptions& Options() const { return options_; }
     bool IsCompositionVariable() const;
-    // The object that this variable points at, null when there is none.
-    host::Viewable* Holder() const;
+    HVariable Variable() const { return At(description_); }
+    void ReadValue(FIValue& out);
+    const char* Store(const FIValue& value) { return StoreAt(description_, GetVarSet(), value); }
+
+    // ---- One scalar of the variable: itself, or the element at an address ----
+
+    HVariable At(const host::VarDescription& address) const;
+    host::Viewable* HolderAt(const host::VarDescription& address) const;
+    // Whether the scalar is an attachment to follow, given the switch.
+    bool FollowsAt(const host::VarDescription& address, bool attachments) const;
+    // The value in the unit that `vars` asks for.
+    void ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out);
+    // Stores a value given in that unit; answers null or the message.
+    const char* StoreAt(const host::VarDescription& address, FIVarSet* vars, const FIValue& value);
 
  private:
     // Null when nothing is attached or it has no variables.
     const host::LinkedList* AttachedVariables();
     bool LeadsSomewhere();
-    bool DecideFollowing() const;
-    bool HasUnits() const;
-    // No value is shown of arrays and of the custom row.
-    bool ShowsValue() const { return Dimensions() == 0 && !custom_block_; }
-    HVariable Variable() const {
-        return {row_, EffectiveOwner(), &description_, through_correlation_ ? nullptr : owner_};
-    }
-
-    void ReadValue(FIValue& out);
-    void ReadLimit(double limit, FIValue& out);
     void ReadMoniker(FIValue& out);
-    void ReadFullAttachMoniker(FIValue& out) const;
-    const char* Store(const FIValue& value);
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;

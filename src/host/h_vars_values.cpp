@@ -108,6 +108,20 @@ host::Viewable* FindHolder(host::Viewable* owner, host::Viewable* object,
     return (holder ? holder : object)->GetVariableAttachment(description);
 }
 
+void ReadFullMoniker(host::Viewable* attached, FIValue& out) {
+    out.Clear();
+    host::HostServices* services = host::InstalledServices();
+    if (attached && services)
+        out.SetText(services->RelativeMoniker(nullptr, attached, true).CStr());
+}
+
+bool LeadsInside(host::Viewable* owner, host::Viewable* attached) {
+    FIValue moniker;
+    ReadFullMoniker(attached, moniker);
+    const std::string own = "(" + owner->GetName().Str() + ")";
+    return moniker.IsText() && std::strstr(moniker.CStr(), own.c_str());
+}
+
 void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out) {
     out.Clear();
     if (!variable.object) return;

@@ -37,6 +37,11 @@ HVariablePlace FindPlace(host::Viewable* object, const host::VarDescription& des
 host::Viewable* FindHolder(host::Viewable* owner, host::Viewable* object,
                            const host::VarDescription& description);
 
+// Whether an attachment of `owner` leads into its own inner parts. Such a one is followed always.
+bool LeadsInside(host::Viewable* owner, host::Viewable* attached);
+// The moniker of an attached object with the names of all owners; NULL for none.
+void ReadFullMoniker(host::Viewable* attached, FIValue& out);
+
 // Value in internal units: REAL, or the text of an enumeration, text or attachment; NULL when
 // unset, for messages, and for numbers of correlations that the reader skips. Texts that begin with
 // "Key: " read "Unknown Key".

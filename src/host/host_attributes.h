@@ -53,6 +53,21 @@ bool NeverShown(T&, std::intptr_t) {
     return false;
 }
 
+// Puts each row in place of the one of its name, or behind the others when there is none.
+template <class T>
+void PlaceRows(std::vector<AttrRow<T>>& rows, std::initializer_list<AttrRow<T>> given) {
+    for (const AttrRow<T>& row : given) {
+        const auto place = std::find_if(rows.begin(), rows.end(), [&](const AttrRow<T>& other) {
+            return std::strcmp(other.name, row.name) == 0;
+        });
+        if (place == rows.end()) {
+            rows.push_back(row);
+        } else {
+            *place = row;
+        }
+    }
+}
+
 // A family's table: the standard rows in their order, hidden unless given here, then the given rows
 // of other names in the given order.
 template <class T>
@@ -61,16 +76,7 @@ std::vector<AttrRow<T>> HostAttributeRows(std::initializer_list<AttrRow<T>> give
     for (const char* name : kStandardAttributes) {
         rows.emplace_back(name, NeverShown<T>);
     }
-    for (const AttrRow<T>& row : given) {
-        const auto standard = std::find_if(rows.begin(), rows.end(), [&](const AttrRow<T>& other) {
-            return std::strcmp(other.name, row.name) == 0;
-        });
-        if (standard == rows.end()) {
-            rows.push_back(row);
-        } else {
-            *standard = row;
-        }
-    }
+    PlaceRows(rows, given);
     return rows;
 }
 

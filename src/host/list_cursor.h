@@ -5,7 +5,9 @@
 // Compare; Context makes the entries:
 //
 //     FIEntry* MakeEntry(Element& element);    // not counted
+//     bool IsSameList(const Context& other);
 //
+// Two objects may have one list of the host, so that the lists are not what tells them apart.
 // A seek that runs off the list goes back to the first element and answers false; a search by name
 // that finds nothing leaves the cursor at the end.
 
@@ -42,7 +44,9 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     int Compare(FICursorPosition& other) override {
         if (&other == this) return 0;
         if (other.TypeId() != TypeId()) return kNotComparable;
-        return walk_.Compare(static_cast<ListCursor&>(other).walk_);
+        auto& same = static_cast<ListCursor&>(other);
+        if (!context_->IsSameList(*same.context_)) return kNotComparable;
+        return walk_.Compare(same.walk_);
     }
     void GetKey(FIValue& out) override {
         if (auto* element = walk_.Current()) {

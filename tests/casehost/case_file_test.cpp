@@ -1,4 +1,5 @@
 #include "casehost/case_file.h"
+#include "casehost/file_path.h"
 #include "live/case.h"
 
 #include <gtest/gtest.h>
@@ -332,7 +333,10 @@ class CaseFileOnDisk : public ::testing::Test {
         RegisterCaseFiles();
     }
     void TearDown() override { std::filesystem::remove_all(folder_); }
-    std::string Path(const std::string& name) { return (folder_ / name).string(); }
+    std::string Path(const std::string& name) {
+        const std::u8string path = (folder_ / FilePath(name)).u8string();
+        return {path.begin(), path.end()};
+    }
 
     std::filesystem::path folder_;
 };

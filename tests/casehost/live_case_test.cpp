@@ -319,7 +319,7 @@ TEST_F(LiveCase, MonikersNameEveryOwner) {
     };
     host::SimulationCase* open_case = host_.ActiveCase();
     for (const auto& each : cases) {
-        EXPECT_EQ(Moniker(each.path, false), each.plain);
+        EXPECT_EQ(Moniker(each.path, false), each.full) << "names tell objects apart";
         EXPECT_EQ(Moniker(each.path, true), each.full);
         for (const char* moniker : {each.plain, each.full}) {
             EXPECT_EQ(open_case->ResolveVariableOwner(VarDescription(moniker, 0)), Get(each.path))

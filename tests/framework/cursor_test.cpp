@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/seek_table.h"
@@ -192,6 +194,88 @@ TEST_F(AttributeTable, var_set_is_the_owners) {
     cursor_->SetVarSet(it->GetVarSet());
     EXPECT_EQ(it->GetVarSet(), entry_->GetVarSet());
     EXPECT_EQ(it->GetVarSet(), cursor_->GetVarSet());
+}
+
+// Shows a cursor over attributes as one over children, each named by its key.
+class AttributesAsChildren final : public CountedFromZero<FICursorBase> {
+public:
+    explicit AttributesAsChildren(Ref<FIAttributeCursorBase> cursor) : cursor_(std::move(cursor)) {}
+
+    const void* TypeId() const override { return cursor_->TypeId(); }
+    FICursorBase* Clone(bool deep) override {
+        FICursorBase* clone = this;
+        if (deep) {
+            clone = new AttributesAsChildren(
+                Ref<FIAttributeCursorBase>::Adopt(cursor_->Clone(true)));
+        }
+        clone->AddRef();
+        return clone;
+    }
+    bool Seek(int origin, int delta) override { return cursor_->Seek(origin, delta); }
+    bool SeekName(int origin, const char* name) override { return cursor_->SeekName(origin, name); }
+    bool SeekValue(int origin, FIEntry& entry) override {
+        return cursor_->SeekValue(origin, entry);
+    }
+    bool AtBegin() override { return cursor_->AtBegin(); }
+    bool AtEnd() override { return cursor_->AtEnd(); }
+    int Compare(FICursorPosition& other) override {
+        if (other.TypeId() != TypeId()) return cursor_->Compare(other);
+        return cursor_->Compare(*static_cast<AttributesAsChildren&>(other).cursor_);
+    }
+    void GetKey(FIValue& out) override { cursor_->GetKey(out); }
+    FIEntry* GetEntry() override {
+        FIValue key;
+        GetKey(key);
+        if (key.IsNull()) return nullptr;
+        nodes_.push_back(std::make_unique<ScriptNode>(key.ToText()));
+        return nodes_.back()->Entry().Detach();
+    }
+
+private:
+    Ref<FIAttributeCursorBase> cursor_;
+    std::vector<std::unique_ptr<ScriptNode>> nodes_;
+};
+
+TEST_F(AttributeTable, cursor_is_a_cursor) {
+    const auto all = [&] {
+        return Ref<FICursorBase>::Share(new AttributesAsChildren(
+                                            Ref<FIAttributeCursorBase>::Adopt(entry_->MakeCursor())))
+            .Detach();
+    };
+    CursorFamily family;
+    family.name = "AttrMapCursorBase";
+    family.make = all;
+    family.keys = {"one", "two", "three", "four"};
+    family.seeks_entries = false;
+    // Keys are compared, not positions; from the end nothing moves back.
+    family.ordered = false;
+    family.to_last = family.back_again = SeekOutcome{false, 4};
+    CheckCursorFamily(family);
+    Show({false, true, false, true});
+    family.name = "AttrMapCursorBase with hidden rows";
+    family.keys = {"two", "four"};
+    family.new_position.reset();
+    // The first row is the begin, shown or not, and where a move back ends.
+    family.begins_at_first = false;
+    family.to_last = family.back_again = SeekOutcome{false, 2};
+    family.before_first = family.off_first = SeekOutcome{false, std::nullopt};
+    CheckCursorFamily(family);
+    Show({false, false, false, false});
+    family = CursorFamily();
+    family.name = "AttrMapCursorBase with all rows hidden";
+    family.make_empty = [&] {
+        FICursorBase* cursor = all();
+        cursor->Seek(kFromEnd, 0);
+        return cursor;
+    };
+    CheckCursorFamily(family);
+}
+
+TEST(CursorFamilies, empty_cursor) {
+    CursorFamily family;
+    family.name = "EmptyCursorBase";
+    family.make_empty = [] { return EmptyCursor(); };
+    CheckCursorFamily(family);
 }
 
 TEST(CursorFamilies, top_cursor) {

@@ -518,6 +518,14 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
         }
         EXPECT_EQ("Root", PathOf(*it_));
     }
+    // A level that the notation leaves out is entered without consuming any of it.
+    root_.key_value = [](const char* path, FIValue& out, const char** rest) {
+        out.SetText("b");
+        *rest = path;
+    };
+    const auto opened = Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("x/deep")));
+    ASSERT_TRUE(opened);
+    EXPECT_EQ("Root.b.x.deep", PathOf(*opened));
     root_.key_value = nothing;
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
     root_.key_value = stuck;

@@ -256,6 +256,30 @@ TEST_F(Reference, a_change_above_makes_it_stale_until_the_next_use) {
     EXPECT_EQ(FIReference::kLive, reference->GetState());
 }
 
+TEST_F(Reference, finding_the_node_again_subscribes_in_order) {
+    LetNotify(true, true, true);
+    Client client;
+    ScriptNode twin("temperature");
+    twin.can_notify = true;
+    const auto reference = Ref<FIReference>::Adopt(Make());
+    for (int kind : {kStructureChanged, kNodeDeleted, kValueChanged}) {
+        ASSERT_TRUE(reference->Subscribe(&client, kind, &Client::Told));
+    }
+    unit_.children = {&twin};
+    ASSERT_TRUE(reference->MarkStale());
+    ASSERT_TRUE(reference->Rebind());
+    EXPECT_TRUE(node_.subscriptions.empty());
+    ASSERT_EQ(3u, twin.subscriptions.size());
+    EXPECT_EQ(kNodeDeleted, twin.subscriptions[0].kind);
+    EXPECT_EQ(kValueChanged, twin.subscriptions[1].kind);
+    EXPECT_EQ(kStructureChanged, twin.subscriptions[2].kind);
+    ASSERT_EQ(1u, unit_.subscriptions.size());
+    EXPECT_EQ(kValueChanged, unit_.subscriptions[0].kind);
+    EXPECT_TRUE(root_.subscriptions.empty());
+    twin.Notify(kNodeDeleted);
+    EXPECT_EQ((Kinds{1, 1}), client.kinds) << "as one who waits for the deletion and for values";
+}
+
 TEST_F(Reference, structure_clients_are_called_with_kind_2) {
     struct Case {
         bool unit;

@@ -4,6 +4,8 @@
 #include <fstream>
 
 #include "framework/empties.h"
+#include "framework/fi_iterator.h"
+#include "framework/top_entry.h"
 #include "host/and_c.h"
 #include "host/f_and_b.h"
 #include "host/fso.h"
@@ -63,6 +65,16 @@ TEST_F(Levels, cursor_of_a_flowsheet_is_a_cursor) {
     auto context = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
     CheckCursorFamily(FixedFamily("HSUandUCursorBase", *context,
                                   {"Streams", "UnitOps", "Utilities", "Reactions"}));
+}
+
+TEST_F(Levels, cursor_of_a_case_is_a_cursor) {
+    auto context = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    CursorFamily family =
+        FixedFamily("HFandBCursorBase", *context, {"FlowSheetObjects", "Basis", "DataBook"});
+    family.to_end = SeekOutcome{true, 2};
+    family.to_last = SeekOutcome{true, 1};
+    family.reports_end_at = 2;
+    CheckCursorFamily(family);
 }
 
 TEST_F(Levels, cursor_of_a_case_reports_its_end_on_the_data_book) {
@@ -229,7 +241,29 @@ TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
         EXPECT_EQ(each.name, Read(*entry, "display_name"));
         EXPECT_EQ(each.name, Read(*entry, "type"));
         EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
+        EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
+        EXPECT_EQ("INT 0", Read(*entry, "is_container"));
         EXPECT_EQ("(NULL)", Read(*entry, "container"));
+    }
+}
+
+TEST_F(Levels, status_is_the_worst_of_the_flowsheet_shown) {
+    host.main.Add("Feed", host.stream).status = 2;
+    scripted::Plain& column = host.main.Add("T-100", host.template_op);
+    scripted::FlowSheet inner;
+    column.inner = &inner;
+    inner.Add("Reflux", host.stream).status = 1;
+    auto models = Models();
+    for (const char* name : {"appModel", "QSI Published Variables", "Published Variables"}) {
+        EXPECT_EQ("Warning", Read(*Child(*models, name), "status")) << name;
+    }
+    for (const char* name : {"FlowSheetObjects", "Basis", "DataBook"}) {
+        EXPECT_EQ("Warning", Read(*Child(*AppModel(), name), "status")) << name;
+    }
+    auto operation = Child(*Child(*FlowSheetObjects(), "UnitOps"), "T-100");
+    for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {
+        EXPECT_EQ("Warning", Read(*Child(*FlowSheetObjects(), name), "status")) << name;
+        EXPECT_EQ("Not Solved", Read(*Child(*operation, name), "status")) << name;
     }
 }
 
@@ -244,7 +278,7 @@ TEST_F(Levels, a_flowsheet_tells_the_owners_of_its_flowsheet) {
     Ref<FIEntry> streams = Child(*operation, "Streams");
     ASSERT_TRUE(streams);
     EXPECT_EQ("T-100", Read(*streams, "container"));
-    EXPECT_EQ("TemplateOpObject", Read(*streams, "container_type"));
+    EXPECT_EQ("a TemplateOpObject", Read(*streams, "container_type"));
     EXPECT_EQ("UnitOp", Read(*streams, "container_category"));
 }
 
@@ -321,6 +355,21 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
+TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {
+    host.main.Add("Feed", host.stream).AddReal(":Double.501", "Mass Flow", 7.0);
+    auto top = Ref<FIEntry>::Share(new FITopEntry(Models().Get(), nullptr, nullptr));
+    auto it = Ref<FIIterator>::Adopt(new FIIterator(top.Get(), false));
+    auto opened = Ref<FIIterator>::Adopt(
+        it->OpenAttribute(FIValue("/FlowSht.1/StreamObject.400(Feed/:Double.501")));
+    ASSERT_TRUE(opened);
+    FIValue out;
+    opened->GetPath(out);
+    EXPECT_EQ("Top.appModel.FlowSheetObjects.Streams.Feed.Mass Flow", Shown(out));
+    opened->GetAttribute(FIValue("value"), out);
+    EXPECT_EQ("REAL 7", Shown(out));
+    EXPECT_FALSE(it->OpenAttribute(FIValue("/FlowSht.1/StreamObject.400(Nobody/:Double.501")));
+}
+
 // ---- What lies below ----
 
 TEST_F(Levels, basis_shows_what_its_specification_has) {
@@ -352,6 +401,38 @@ TEST_F(Levels, basis_shows_what_its_specification_has) {
     EXPECT_FALSE(source.last->options->third);
     basis.Reset();
     EXPECT_EQ(0, host.spec_infos);
+}
+
+TEST_F(Levels, each_node_lists_its_own_objects) {
+    host.main.Add("S", host.stream);
+    host.main.Add("U", host.unit_op);
+    host.main.Add("X", host.utility);
+    scripted::Plain table, reaction, of_case;
+    table.name = host::Text("T");
+    reaction.name = host::Text("R");
+    of_case.name = host::Text("Y");
+    scripted::List tables, utilities;
+    tables.Add(static_cast<host::Viewable*>(&table));
+    utilities.Add(static_cast<host::Viewable*>(&of_case));
+    scripted::Basis basis;
+    scripted::Reactions reactions;
+    reactions.reactions.push_back(&reaction);
+    basis.reactions = &reactions;
+    host.simulation_case.tables = &tables;
+    host.simulation_case.utilities = &utilities;
+    host.simulation_case.basis = &basis;
+    EXPECT_EQ(Names({"T"}), ChildNames(*Child(*AppModel(), "DataBook")));
+    EXPECT_EQ(Names({"S"}), ChildNames(*Child(*FlowSheetObjects(), "Streams")));
+    EXPECT_EQ(Names({"U"}), ChildNames(*Child(*FlowSheetObjects(), "UnitOps")));
+    EXPECT_EQ(Names({"X", "Y"}), ChildNames(*Child(*FlowSheetObjects(), "Utilities")));
+    EXPECT_EQ(Names({"R"}), ChildNames(*Child(*FlowSheetObjects(), "Reactions")))
+        << "although has_children is 0";
+    scripted::FlowSheet inner;
+    inner.Add("Inner", host.stream);
+    auto& column = host.main.Add("C", host.template_op);
+    column.inner = &inner;
+    auto operation = Child(*Child(*FlowSheetObjects(), "UnitOps"), "C");
+    EXPECT_EQ(Names({"Inner"}), ChildNames(*Child(*operation, "Streams")));
 }
 
 TEST_F(Levels, missing_lists_are_empty) {

@@ -79,8 +79,17 @@ TEST_F(Objects, cursors_are_cursors) {
         (i < 2 ? utilities : tables).Add(static_cast<host::Viewable*>(&more[i]));
     }
     auto all_utilities = List(HFSOContext::kUtilities);
-    CursorFamily family = ObjectFamily("HUtilCursorBase", *all_utilities, *no_utilities,
-                                       {"XS1", "XS2", "XS3", "M0", "M1"});
+    CursorFamily family;
+    family.name = "HUtilCursorBase without utilities";
+    family.make_empty = [&] { return no_utilities->MakeCursor(kChildCursor); };
+    CheckCursorFamily(family);
+    family.name = "HDataTableCursorBase without tables";
+    family.make_empty = [&] { return no_tables->MakeCursor(kChildCursor); };
+    CheckCursorFamily(family);
+    CheckCursorFamily(ObjectFamily("HUtilCursorBase of a flowsheet alone", *all_utilities,
+                                   *no_utilities, {"XS1", "XS2", "XS3"}));
+    family = ObjectFamily("HUtilCursorBase", *all_utilities, *no_utilities,
+                          {"XS1", "XS2", "XS3", "M0", "M1"});
     family.make_empty = nullptr;
     host.simulation_case.utilities = &utilities;
     CheckCursorFamily(family);
@@ -115,6 +124,11 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     family.make = [&] { return context->MakeCursor(kChildCursor); };
     family.keys = {"R0", "R1", "R2"};
     family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    scripted::FlowSheet bare;
+    scripted::Case other;
+    auto no_reactions = Ref<HFSOContext>::Share(
+        new HFSOContext(&bare, &other, HFSOContext::kReactions, &options, true, nullptr));
+    family.make_empty = [&] { return no_reactions->MakeCursor(kChildCursor); };
     // The position may stand before the first number.
     family.before_first = family.off_first = SeekOutcome{false, std::nullopt};
     CheckCursorFamily(family);
@@ -315,7 +329,7 @@ TEST_F(Objects, objects_show_their_rows) {
     for (const char* row : {"id", "browser_name", "display_name"}) {
         EXPECT_EQ("Feed", Read(*entry, row));
     }
-    EXPECT_EQ("StreamObject", Read(*entry, "type"));
+    EXPECT_EQ("a StreamObject", Read(*entry, "type"));
     EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
     EXPECT_EQ("INT 1", Read(*entry, "has_children"));
     EXPECT_EQ("(NULL)", Read(*entry, "path"));
@@ -363,13 +377,13 @@ TEST_F(Objects, containers_are_told_from_the_outermost) {
     deep.owner = &section;
     auto& feed = deep.Add("Feed", host.stream);
     EXPECT_EQ("T-100.Sec", Read(*Node(feed), "container"));
-    EXPECT_EQ("TemplateOpObject", Read(*Node(feed), "container_type"));
+    EXPECT_EQ("a TemplateOpObject", Read(*Node(feed), "container_type"));
     EXPECT_EQ("UnitOp", Read(*Node(feed), "container_category"));
     // Without a flowsheet object above it, simulation objects count.
     auto& plain = host.main.Add("Feed", host.stream);
     EXPECT_EQ("Main", Read(*Node(plain), "container"));
-    EXPECT_EQ("SimulationObjectObject", Read(*Node(plain), "container_type"));
-    EXPECT_EQ("SimulationObjectObject", Read(*Node(plain), "container_category"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*Node(plain), "container_type"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*Node(plain), "container_category"));
     plain.owner = nullptr;
     for (const char* row : {"container", "container_type", "container_category"}) {
         EXPECT_EQ("(NULL)", Read(*Node(plain), row)) << row;
@@ -425,6 +439,17 @@ TEST_F(Objects, children_are_the_inner_flowsheet_or_the_variables) {
     EXPECT_EQ(Names(), ChildNames(*Node(feed)));
 }
 
+TEST_F(Objects, a_node_without_an_object_is_empty) {
+    auto list = List(HFSOContext::kStreams);
+    auto entry = Ref<FIEntry>::Share(new HTopEntry(list.Get(), nullptr));
+    EXPECT_EQ("INT 0", Read(*entry, "has_children"));
+    EXPECT_EQ(EmptyContext(), entry->GetContext());
+    EXPECT_EQ("(NULL)", NameOf(*entry));
+    EXPECT_EQ("(NULL)", Read(*entry, "type"));
+    EXPECT_EQ("(NULL)", Read(*entry, "container"));
+    EXPECT_FALSE(entry->CanHold());
+}
+
 TEST_F(Objects, children_are_the_specification_when_the_options_say_so) {
     auto& feed = host.main.Add("Feed", host.stream);
     feed.AddReal(":D.1", "T", 1.0);
@@ -434,9 +459,17 @@ TEST_F(Objects, children_are_the_specification_when_the_options_say_so) {
     feed.spec_source = &source;
     source.fills_well = false;
     EXPECT_EQ("INT 0", Read(*Node(feed), "has_children"));
+    EXPECT_EQ(EmptyContext(), Node(feed)->GetContext());
     source.fills_well = true;
     EXPECT_EQ("INT 1", Read(*Node(feed), "has_children"));
     EXPECT_EQ(0, host.spec_infos);
+    auto entry = Node(feed);
+    source.fills = 0;
+    entry->GetContext()->Release();
+    entry->GetContext()->Release();
+    EXPECT_EQ(1, source.fills) << "filled once";
+    EXPECT_EQ(static_cast<host::Viewable*>(&feed), source.last->owner);
+    EXPECT_EQ(options.ReaderOptions(), source.last->options);
 }
 
 // ---- Holding ----
@@ -489,7 +522,12 @@ TEST_F(Objects, host_paths_name_objects) {
         {"(Feed/:Double.1", "Feed|:Double.1"},
         {"Feed:Double.1", "Feed|Double.1"},
         {"(Feed 2/x", "Feed 2|x"},
-        {"(Feed)/x", "(NULL)|(Feed)/x"},
+        {"(Feed)/x", "Feed|x"},
+        {"(Feed):Double.1", "Feed|Double.1"},
+        {"(Feed 2)//x", "Feed 2|/x"},
+        {"(Feed))/x", "(NULL)|(Feed))/x"},
+        {"(Feed)", "(NULL)|(Feed)"},
+        {"Feed)/x", "(NULL)|Feed)/x"},
         {"(feed/x", "(NULL)|(feed/x"},
         {"(Feed 3/x", "(NULL)|(Feed 3/x"},
         {"", "(NULL)|"},
@@ -502,6 +540,7 @@ TEST_F(Objects, host_paths_name_objects) {
     column.inner = &inner;
     EXPECT_EQ("T-100|x/y", KeyAndRest(*operations, "(T-100/FlowSht.1/x/y"));
     EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100/x"));
+    EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100)/FlowSht.1/x"));
 }
 
 }  // namespace

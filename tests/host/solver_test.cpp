@@ -143,6 +143,31 @@ TEST_F(Solvers, checks_add_a_record_each) {
         Text(errors));
 }
 
+TEST_F(Solvers, each_check_stands_for_itself) {
+    struct Case {
+        bool dynamic;
+        bool case_dynamic;
+        bool holding;
+        bool needs_to_run;
+        const char* answer;
+    };
+    const Case cases[] = {
+        {true, false, true, true, "2,0,0 Simulation is in dynamics mode; "},
+        {false, true, true, true, "2,0,0 Simulation is in dynamics mode; "},
+        {false, false, false, true, "2,0,0 Solver is already active; "},
+        {false, false, true, false, "2,0,0 Solver is complete; "},
+    };
+    for (const Case& each : cases) {
+        host.simulation_case.dynamic = each.dynamic;
+        host.simulation_case.case_dynamic = each.case_dynamic;
+        host.solver.holding = each.holding;
+        host.solver.needs_to_run = each.needs_to_run;
+        FIErrorList errors;
+        solver.CheckSolve(errors);
+        EXPECT_EQ(each.answer, Text(errors));
+    }
+}
+
 TEST_F(Solvers, one_pass_releases_solves_and_holds) {
     FIErrorList errors;
     solver.SolveOnceNow(errors);
@@ -188,6 +213,11 @@ TEST_F(Solvers, pause_resume_and_stop_follow_the_run_state) {
     EXPECT_EQ("release task hold ", host.solver.calls);
     solver.Stop();
     EXPECT_EQ("release task hold ", host.solver.calls) << "a paused solve is not stopped";
+    host.solver.finished = true;
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("paused", Read(solver, "state")) << "a paused solve does not end";
+    host.solver.finished = false;
+    listener.told = "3 3 ";
     solver.Resume();
     EXPECT_EQ("running", Read(solver, "state"));
     EXPECT_EQ("3 3 3 ", listener.told);
@@ -200,6 +230,37 @@ TEST_F(Solvers, pause_resume_and_stop_follow_the_run_state) {
     host.manager.callback->SimulationStep();
     EXPECT_EQ("stopped", Read(solver, "state"));
     EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+}
+
+TEST_F(Solvers, a_change_of_state_is_told_before_the_solver_is_moved) {
+    Listener listener;
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    std::string seen;
+    listener.action = [&] { seen += Read(solver, "state") + " (" + host.solver.calls + ") "; };
+    ASSERT_TRUE(solver.Run());
+    host.solver.pause_requested = true;
+    solver.Pause();
+    EXPECT_EQ("running () paused (release task ) ", seen);
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+}
+
+TEST_F(Solvers, the_end_is_told_with_the_solver_on_hold_and_before_the_step) {
+    Listener complete, state;
+    ASSERT_TRUE(solver.Subscribe(&state, 3, Listener::Hear));
+    ASSERT_TRUE(solver.Subscribe(&complete, 0, Listener::Hear));
+    ASSERT_TRUE(solver.Run());
+    host.solver.holding = false;
+    host.solver.finished = true;
+    host.solver.needs_to_run = false;
+    std::string order;
+    complete.action = [&] {
+        order += "end " + Read(solver, "state") + (host.solver.holding ? " held " : " free ");
+    };
+    state.action = [&] { order += "step "; };
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("end stopped held step ", order);
+    EXPECT_TRUE(solver.Unsubscribe(&complete, 0));
+    EXPECT_TRUE(solver.Unsubscribe(&state, 3));
 }
 
 TEST_F(Solvers, the_end_of_a_solve_is_reported_by_how_it_ended) {

@@ -171,6 +171,28 @@ TEST_F(Stores, composition_goes_to_the_edited_variable_and_starts_nothing) {
     EXPECT_EQ("", host.solver.calls);
 }
 
+TEST_F(Stores, the_variable_part_tells_which_composition_is_edited) {
+    const std::pair<int, const char*> cases[] = {
+        {522, ":C/:D.1352"}, {530, ":C/:D.1353"}, {501, ":C/:D.1351"}};
+    for (const auto& [number, stored] : cases) {
+        host::VarDescription::Facts inner;
+        inner.moniker = host::Text(":D.[]");
+        inner.kind = host::kPartReal;
+        inner.number = number;
+        inner.type = 9;
+        host::VarDescription::Facts outer;
+        outer.moniker = host::Text(":C");
+        outer.number = 501;
+        auto& row = feed.AddRow(":C", "Fraction", host::kReal);
+        row.description = host::VarDescription(outer, host::VarDescription(inner));
+        feed.stores.clear();
+        EXPECT_EQ("(NULL)", Write(*Node(row), "value", FIValue()));
+        EXPECT_EQ(std::vector<std::string>({stored}), feed.stores) << number;
+        EXPECT_EQ(-32767.0, feed.reals[stored]) << "unset";
+    }
+    EXPECT_EQ("", host.solver.calls);
+}
+
 TEST_F(Stores, only_streams_numbers_and_types_of_compositions_count) {
     struct Case {
         int number;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/empties.h"
+#include "framework/fi_iterator.h"
 #include "host/h_vars_entry.h"
 #include "host/moniker_match.h"
 #include "support/cursor_harness.h"
@@ -146,6 +147,8 @@ TEST_F(Variables, a_number_shows_its_rows) {
     EXPECT_EQ("INT 1", Read(*entry, "can_enter"));
     EXPECT_EQ("/Feed:D.1", Read(*entry, "moniker"));
     EXPECT_EQ("Main", Read(*entry, "container"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_type"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_category"));
     EXPECT_EQ("(NULL)", Read(*entry, "upper_limit"));
     EXPECT_EQ("(NULL)", Read(*entry, "spec_value"));
     EXPECT_EQ("(NULL)", Read(*entry, "path"));
@@ -431,6 +434,21 @@ TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     EXPECT_EQ("INT 1", Read(*entry, "isleaf"));
 }
 
+TEST_F(Variables, attachments_in_a_circle_end_at_the_repeat) {
+    auto& product = host.main.Add("Product", host.stream);
+    product.AddAttachment(":A.2", "back", &feed);
+    auto root = Node(feed.AddAttachment(":A.1", "on", &product));
+    for (bool history : {false, true}) {
+        auto it = Ref<FIIterator>::Adopt(new FIIterator(root.Get(), history));
+        ASSERT_TRUE(it->SeekPath(FIValue("back.on")));
+        EXPECT_TRUE(it->CanDescend());
+        ASSERT_TRUE(it->SeekChild("back"));
+        EXPECT_EQ(history, it->CanDescend());
+        EXPECT_EQ(history, it->DownFirst());
+        EXPECT_EQ(history ? 4 : 3, it->Depth());
+    }
+}
+
 TEST_F(Variables, an_attachment_to_nothing_has_no_children) {
     auto entry = Node(feed.AddAttachment(":A.1", "a", nullptr));
     EXPECT_EQ("(NULL)", Read(*entry, "fullattachmoniker"));
@@ -470,6 +488,9 @@ TEST_F(Variables, correlations_read_on_the_object_they_are_attached_to) {
     EXPECT_EQ("(NULL)", Write(*density, "skipcorrelations", FIValue::OfInt(1)));
     EXPECT_EQ("(NULL)", Read(*density, "value"));
     EXPECT_EQ("Missing", Read(*density, "status"));
+    auto name = Child(*entry, "Name");
+    name->SetVarSet(&vars);
+    EXPECT_EQ("Unknown Key", Read(*name, "value")) << "only numbers are skipped";
     // Listed on its own, the holder's variables are its own.
     EXPECT_EQ("REAL 1", Read(*NodeOf(holder, row), "value"));
 }

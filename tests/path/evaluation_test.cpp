@@ -213,6 +213,17 @@ TEST_F(PathEvaluation, walk_tells_the_attribute_of_the_last_step) {
     EXPECT_EQ("before", attribute.ToText());
 }
 
+TEST_F(PathEvaluation, a_step_is_taken_alone) {
+    FIValue error;
+    const ParsedPath step = ParsePath(Text("Column.Vessels"), error);
+    EXPECT_TRUE(it_->Step(*step));
+    EXPECT_EQ("Root.Column", PathOf(*it_));
+    EXPECT_FALSE(it_->Step(*step)) << "no such child below";
+    EXPECT_EQ("Root.Column", PathOf(*it_));
+    EXPECT_TRUE(it_->Step(*step->Next()));
+    EXPECT_EQ("Root.Column.Vessels", PathOf(*it_));
+}
+
 TEST_F(PathEvaluation, clauses_compare_the_attribute_with_the_text) {
     ScriptNode& node = root_.Add("values");
     node.Set("real", 1.0).Set("text", "1.0").Set("null", FIValue()).Set("word", "Abc");

@@ -49,6 +49,10 @@ struct CursorFamily {
     bool seeks_entries = true;
     // Positions of one list compare by order; otherwise only equality is checked.
     bool ordered = true;
+    // The one position at which AtEnd answers true; past the last element when left out.
+    std::optional<int> reports_end_at;
+    // AtBegin answers true on the first element.
+    bool begins_at_first = true;
     // A name that no element has.
     std::string missing_name = "no such element";
 
@@ -63,6 +67,7 @@ struct CursorFamily {
     std::optional<SeekOutcome> missing;       // SeekName(first, missing name): false, end
 
     int Count() const { return static_cast<int>(keys.size()); }
+    bool ReportsEndAt(int position) const { return position == reports_end_at.value_or(Count()); }
 };
 
 namespace cursor_harness {
@@ -104,7 +109,7 @@ inline Ref<FICursorBase> MakeAt(const CursorFamily& family, int index) {
 }
 
 inline void ExpectAtEnd(const CursorFamily& family, FICursorBase& cursor, const std::string& what) {
-    EXPECT_TRUE(cursor.AtEnd()) << family.name << " " << what;
+    EXPECT_EQ(family.ReportsEndAt(family.Count()), cursor.AtEnd()) << family.name << " " << what;
     EXPECT_EQ("(NULL)", KeyOf(cursor)) << family.name << " " << what;
     Ref<FIEntry> entry = Ref<FIEntry>::Adopt(cursor.GetEntry());
     FIEntry* expected = family.entry_at_end == EntryAtEnd::kNull ? nullptr : EmptyEntry();
@@ -113,8 +118,8 @@ inline void ExpectAtEnd(const CursorFamily& family, FICursorBase& cursor, const 
 
 inline void ExpectAtElement(const CursorFamily& family, FICursorBase& cursor, int index,
                             const std::string& what) {
-    EXPECT_FALSE(cursor.AtEnd()) << family.name << " " << what;
-    EXPECT_EQ(index == 0, cursor.AtBegin()) << family.name << " " << what;
+    EXPECT_EQ(family.ReportsEndAt(index), cursor.AtEnd()) << family.name << " " << what;
+    EXPECT_EQ(index == 0 && family.begins_at_first, cursor.AtBegin()) << family.name << " " << what;
     EXPECT_EQ(family.keys[index], KeyOf(cursor)) << family.name << " " << what;
     Ref<FIEntry> entry = Ref<FIEntry>::Adopt(cursor.GetEntry());
     ASSERT_NE(nullptr, entry.Get()) << family.name << " " << what;

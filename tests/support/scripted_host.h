@@ -80,15 +80,20 @@ class List final : public host::LinkedList {
 
 class Type final : public host::ObjectTypeInfo {
  public:
-    Type(const char* class_name, const Type* base) : class_name_(class_name), base_(base) {}
+    // Shown as "a" and the class name, so that neither passes for the other.
+    Type(const char* class_name, const Type* base)
+        : class_name_(class_name),
+          display_name_(std::string("a ") + class_name),
+          base_(base) {}
     bool IsA(const host::ObjectTypeInfo* other) const override {
         return this == other || (base_ && base_->IsA(other));
     }
-    const host::Text& DisplayName() const override { return class_name_; }
+    const host::Text& DisplayName() const override { return display_name_; }
     const host::Text& ClassName() const override { return class_name_; }
 
  private:
     host::Text class_name_;
+    host::Text display_name_;
     const Type* base_;
 };
 
@@ -244,7 +249,7 @@ class Object : public Base, public ObjectData {
         return static_cast<host::Viewable::Status>(status);
     }
     host::Viewable* GetVariableAttachment(const host::VarDescription& variable) override {
-        const auto found = attachments.find(variable.GetMoniker().Str());
+        const auto found = attachments.find(variable.GetFilledMoniker().Str());
         return found == attachments.end() ? nullptr : found->second;
     }
     host::ProcessStream* AsProcessStream() override { return stream; }
@@ -555,7 +560,7 @@ class Host final : public host::HostServices {
     }
     void GetVariableStatus(host::Viewable*, const host::VarDescription& variable,
                            host::ModifyState& state, int&) override {
-        const auto found = states.find(variable.GetMoniker().Str());
+        const auto found = states.find(variable.GetFilledMoniker().Str());
         if (found != states.end()) state = static_cast<host::ModifyState>(found->second);
     }
     const host::ObjectTypeInfo* FindObjectType(const host::Text& class_name) override {

@@ -16,6 +16,14 @@ def of_kind(kind, value, **spec):
     return {"spec": {"kind": kind, **spec}, "value": value, "state": "specified"}
 
 
+def array(dimensions, values):
+    """Dimensions are (naming, labels) pairs, or a count of elements that have no names."""
+    described = [{"count": d} if isinstance(d, int) else
+                 {"count": len(d[1]), "naming": d[0], "labels": d[1]} for d in dimensions]
+    return {"spec": {"kind": "real", "dimensions": described},
+            "values": values, "state": "specified"}
+
+
 def stream(name, temperature, **more):
     return {"name": name, "type": "MaterialStreamObject", "status": "ok",
             "variables": {"Temperature": real(temperature, "Temperature"),
@@ -44,7 +52,24 @@ def small_case():
                                       stream("Größe", 300), unit]}}
 
 
-def write_small_case(folder):
-    path = folder / "small.json"
-    path.write_text(json.dumps(small_case(), ensure_ascii=False), encoding="utf-8")
+def array_case():
+    """One stream with arrays of every naming: short, long, of two dimensions."""
+    compounds = ("text", ["Methane", "n-Butane", "A.b", "Methane"])
+    arrays = {"Fractions": array([compounds], [0.5, 0.25, 0.125, 0.0625]),
+              "Twelve": array([12], list(range(12))),
+              "Thirteen": array([13], list(range(13))),
+              "Phases": array([("enumeration", ["Vapour", "Liquid"]), compounds],
+                              [n / 8 for n in range(8)])}
+    case = small_case()
+    case["flowsheet"]["objects"] = [stream("Feed", 25, **arrays)]
+    return case
+
+
+def write_case(folder, name, case):
+    path = folder / name
+    path.write_text(json.dumps(case, ensure_ascii=False), encoding="utf-8")
     return path
+
+
+def write_small_case(folder):
+    return write_case(folder, "small.json", small_case())

@@ -83,6 +83,10 @@ bool IsVariable(FIIteratorBase& node) {
            !AttributeOf(node, "value").IsNull();
 }
 
+bool IsArray(FIIteratorBase& node) {
+    return TextOf(node, "type").ends_with("Array");
+}
+
 void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     const NodeRef child = CopyOf(node);
     if (!child->DownFirst()) return;
@@ -91,6 +95,21 @@ void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     do {
         if (!visit(*child, PlaceOf(node, NameOf(*child), index++, seen))) return;
     } while (child->Next());
+}
+
+int ForEachFirstChild(FIIteratorBase& node, const ChildVisitor& visit) {
+    const bool folds = IsArray(node);
+    int left_out = 0;
+    ForEachChild(node, [&](FIIteratorBase& child, const ChildPlace& place) {
+        if (!folds || place.index < kFoldedAt) return visit(child, place);
+        ++left_out;
+        return true;
+    });
+    return left_out;
+}
+
+std::string FoldedLine(int left_out) {
+    return "... " + std::to_string(left_out) + " more, shown by --all";
 }
 
 std::vector<std::string> ChildNames(FIIteratorBase& node) {

@@ -30,11 +30,19 @@ std::string TextOf(FIIteratorBase& node, const char* attribute);
 
 // The node shows a value of its own: it is no list and no object.
 bool IsVariable(FIIteratorBase& node);
+// The node is an array or a level of one.
+bool IsArray(FIIteratorBase& node);
 
 // Calls `visit` with an iterator that stands on each child in turn and with the child's place. The
 // iterator is only lent. Stops when `visit` answers false.
 using ChildVisitor = std::function<bool(FIIteratorBase& child, const ChildPlace& place)>;
 void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit);
+
+// The same, but of an array only the first kFoldedAt elements. Answers how many were left out.
+inline constexpr int kFoldedAt = 12;
+int ForEachFirstChild(FIIteratorBase& node, const ChildVisitor& visit);
+// The line that stands for the elements that were left out.
+std::string FoldedLine(int left_out);
 
 std::vector<std::string> ChildNames(FIIteratorBase& node);
 std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node);

@@ -1,7 +1,7 @@
 #pragma once
 
-// Names of files are UTF-8 on every platform. A stream that is opened by a plain string takes it
-// in the system's own code page, so files are opened by what this makes of their names.
+// Names of files are UTF-8 on every platform. A stream or a path that is made of a plain string
+// takes it in another encoding on Windows, so files are opened by what this makes of their names.
 
 #include <filesystem>
 #include <string>

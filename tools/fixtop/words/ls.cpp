@@ -7,6 +7,7 @@ class Ls final : public Word {
  public:
     void Declare(CLI::App& app) override {
         AddText(app, "PATH", path_, "Node; the present one when it is left out");
+        app.add_flag("--all", all_, "All elements of a long array");
         AddJson(app, json_);
     }
 
@@ -18,11 +19,16 @@ class Ls final : public Word {
             return ExitCode::kFailed;
         }
         const std::string parent = json_ ? FullPath(*found->node) : "";
-        ForEachChild(*found->node, [&](FIIteratorBase& child, const ChildPlace& place) {
+        const auto show = [&](FIIteratorBase& child, const ChildPlace& place) {
             around.out.Line(json_ ? Record(child, JoinPath(parent, StepFor(place)))
                                   : OneLine(NameOf(child)));
             return true;
-        });
+        };
+        if (all_ || json_) {
+            ForEachChild(*found->node, show);
+        } else if (const int left_out = ForEachFirstChild(*found->node, show)) {
+            around.out.Note(FoldedLine(left_out));
+        }
         return ExitCode::kOk;
     }
 
@@ -36,6 +42,7 @@ class Ls final : public Word {
     }
 
     std::string path_;
+    bool all_ = false;
     bool json_ = false;
 };
 

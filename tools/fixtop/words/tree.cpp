@@ -12,6 +12,7 @@ class Tree final : public Word {
         app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
             ->check(CLI::NonNegativeNumber);
         app.add_flag("--attachments", attachments_, "Go on below attachments");
+        app.add_flag("--all", all_, "All elements of long arrays");
         AddJson(app, json_);
     }
 
@@ -50,10 +51,15 @@ class Tree final : public Word {
     void Show(FIIteratorBase& node, int level, Output& out) const {
         out.Line(std::string(2 * level, ' ') + Describe(node));
         if (!IsOpen(node, depth_ - level)) return;
-        ForEachChild(node, [&](FIIteratorBase& child, const ChildPlace&) {
+        const auto show = [&](FIIteratorBase& child, const ChildPlace&) {
             Show(child, level + 1, out);
             return true;
-        });
+        };
+        if (all_) {
+            ForEachChild(node, show);
+        } else if (const int left_out = ForEachFirstChild(node, show)) {
+            out.Line(std::string(2 * (level + 1), ' ') + FoldedLine(left_out));
+        }
     }
     Json Nested(FIIteratorBase& node, int levels_left) const {
         Json record;
@@ -76,6 +82,7 @@ class Tree final : public Word {
     std::string path_;
     int depth_ = std::numeric_limits<int>::max();
     bool attachments_ = false;
+    bool all_ = false;
     bool json_ = false;
 };
 

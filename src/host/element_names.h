@@ -1,0 +1,34 @@
+#pragma once
+
+// Names of the elements of one dimension of an array, asked of the host one at a time.
+//
+// The description of the dimension tells how: a bare ":" means that elements are only counted, one
+// without "[" that an enumeration names them, any other that a second array holds their names.
+
+#include "host/interface/viewable.h"
+#include "value/fi_value.h"
+
+class HElementNames {
+ public:
+    // `object` has the array; it is lent. `dimension` is the row's description of the dimension.
+    HElementNames(host::Viewable* object, const host::VarDescription& dimension);
+
+    // NULL when an enumeration has no such entry.
+    void Read(int index, FIValue& out) const;
+
+    // "Elem" and the index: the name of elements that have none of their own, and the name under
+    // which each of them is found.
+    static constexpr char kCounted[] = "Elem";
+    static void SetCounted(int index, FIValue& out);
+
+ private:
+    enum class Source { kCount, kEnumeration, kArray };
+
+    void ReadEnumeration(int index, FIValue& out) const;
+    void ReadArray(int index, FIValue& out) const;
+
+    host::Viewable* object_;
+    host::VarDescription dimension_;
+    Source source_;
+    bool is_enumeration_of_part_ = false;
+};

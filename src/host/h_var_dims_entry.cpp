@@ -1,0 +1,116 @@
+#include "host/h_var_dims_entry.h"
+
+#include "framework/empties.h"
+#include "host/h_variable_rows.h"
+#include "host/solve_wait.h"
+
+namespace {
+
+// The next level shows itself only when it has more than one index.
+bool HasNextLevel(const HVariable& array, int next) {
+    host::DimInfo bounds;
+    if (!array.object || next >= 3) return false;
+    const HVariablePlace place = FindPlace(array.object, *array.description);
+    place.object->GetVariableDimensions(*place.description, bounds);
+    return bounds.low[next] < bounds.high[next];
+}
+
+}  // namespace
+
+HVarDimsEntry::HVarDimsEntry(HVarDimsContext* context, int index)
+    : context_(Ref<HVarDimsContext>::Share(context)),
+      index_(index),
+      address_(context->Address()),
+      attachments_(context->FollowsAttachments()),
+      options_(context->Options()) {
+    address_.SetOffset(context->Dimension(), index, false);
+    context->Names().Read(index, name_);
+}
+
+const host::LinkedList* HVarDimsEntry::FollowedVariables() {
+    if (!IsScalar(*this) || IsSkippingAttachments(GetVarSet())) return nullptr;
+    if (!Array().FollowsAt(address_, attachments_)) return nullptr;
+    if (!attached_variables_) {
+        host::Viewable* holder = Holder();
+        if (holder) attached_variables_ = holder->VariableNames();
+    }
+    return attached_variables_;
+}
+
+bool HVarDimsEntry::IsContainer() {
+    if (!IsScalar(*this)) return HasNextLevel(Variable(), context_->Dimension() + 1);
+    const host::LinkedList* variables = FollowedVariables();
+    return variables && variables->EntryAt(0);
+}
+
+FIContext* HVarDimsEntry::GetContext() {
+    FIContext* context = nullptr;
+    if (!IsScalar(*this)) {
+        context = new HVarDimsContext(&Array(), context_->Dimension() + 1, address_, attachments_,
+                                      &options_, this);
+    } else if (const host::LinkedList* variables = FollowedVariables()) {
+        context = new HVarsContext(variables, Holder(), &options_, attachments_, this, this);
+    } else {
+        return EmptyContext();
+    }
+    context->AddRef();
+    return context;
+}
+
+int HVarDimsEntry::Compare(FIEntry& other) {
+    const int by_name = FIEntry::Compare(other);
+    if (by_name != 0) return by_name;
+    const auto* element = dynamic_cast<HVarDimsEntry*>(&other);
+    if (!element || Array().Owner() != element->Array().Owner()) return kNotComparable;
+    return (index_ > element->index_) - (index_ < element->index_);
+}
+
+host::Viewable* HVarDimsEntry::Stream() const {
+    host::Viewable* object = EffectiveOwner();
+    if (object) object = FindPlace(object, address_).object;
+    return IsStream(object) ? object : nullptr;
+}
+
+bool HVarDimsEntry::CanHold() {
+    if (Array().IsCompositionVariable()) return false;
+    host::Viewable* stream = Stream();
+    if (stream && EditBatch().Add(stream)) {
+        if (auto* process = stream->AsProcessStream()) process->BeginDeferCompNormalize();
+    }
+    return true;
+}
+
+void HVarDimsEntry::BeginBatch() {
+    auto self = Ref<HVarDimsEntry>::Share(this);
+    host::Viewable* stream = Array().IsCompositionVariable() ? nullptr : Stream();
+    if (!stream) return;
+    EditBatch().Remove(stream);
+    if (EditBatch().IsOpen()) return;
+    if (auto* process = stream->AsProcessStream()) process->EndDeferCompNormalize();
+    SolveAndWait(options_.Case(), true);
+}
+
+void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    SetVariableAttribute(*this, attachments_, name, value, out);
+}
+
+void HVarDimsEntry::ReadMoniker(FIValue& out) const {
+    out.Clear();
+    host::HostServices* services = host::InstalledServices();
+    if (!services) return;
+    out.SetText(services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str() +
+                address_.GetFilledMoniker().Str());
+}
+
+std::span<const AttrRow<HVarDimsEntry>> HVarDimsEntry::AttributeRows() {
+    using Self = HVarDimsEntry;
+    static const auto rows = VariableRows<Self>({
+        {"can_enter", [](Self& self, FIValue& out) { out.SetInt(IsScalar(self) ? 1 : 0); }},
+        {"isleaf", [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 0 : 1); }},
+        {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
+        {kAttachments, ReadAttachmentsRow<Self>},
+        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
+        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+    });
+    return rows;
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+// HVarDimsEntry: an index of one dimension of an array. On the last level it is an element, which
+// reads and stores like a scalar variable; before it, the array that is left.
+//
+// A store to an element of a stream is held: the stream normalises and the solver starts once, when
+// the hold is given back. Fractions of a composition are held by the stream's own node.
+
+#include "framework/attr_map.h"
+#include "framework/ref.h"
+#include "host/h_attachment.h"
+#include "host/h_var_dims_context.h"
+
+class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachment {
+ public:
+    HVarDimsEntry(HVarDimsContext* context, int index);
+
+    static std::span<const AttrRow<HVarDimsEntry>> AttributeRows();
+
+    void GetName(FIValue& out) override { out = name_; }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    bool IsContainer() override;
+    FIContext* GetContext() override;
+    // By name; of the same name, entries of one array by index.
+    int Compare(FIEntry& other) override;
+    bool CanHold() override;
+    void BeginBatch() override;
+    host::Viewable* Holder() const override { return Array().HolderAt(address_); }
+
+    int Index() const { return index_; }
+    bool FollowsAttachments() const { return attachments_; }
+    int DimensionsBelow() const { return Array().Dimensions() - context_->Dimension() - 1; }
+    const host::VariableNameInfo& Row() const { return Array().Row(); }
+    bool IsCustom() const { return Array().IsCustom(); }
+    host::Viewable* EffectiveOwner() const { return Array().EffectiveOwner(); }
+    host::VarType UnitType() const { return Array().UnitType(); }
+    HVariable Variable() const { return Array().At(address_); }
+    void ReadValue(FIValue& out) { Array().ReadValueAt(address_, GetVarSet(), out); }
+    const char* Store(const FIValue& value) {
+        return Array().StoreAt(address_, GetVarSet(), value);
+    }
+
+ private:
+    HVarsEntry& Array() const { return context_->Variable(); }
+    // The variables of the object that this element leads to; null when it is not followed.
+    const host::LinkedList* FollowedVariables();
+    // The stream that finally holds the element; null for another object.
+    host::Viewable* Stream() const;
+    void ReadMoniker(FIValue& out) const;
+
+    Ref<HVarDimsContext> context_;
+    int index_;
+    host::VarDescription address_;
+    FIValue name_;
+    const host::LinkedList* attached_variables_ = nullptr;
+    bool attachments_;
+    HovexOptions options_;
+};
