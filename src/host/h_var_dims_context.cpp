@@ -75,7 +75,7 @@ void HVarDimsContext::ReadKeyOfName(const char* path, FIValue& out, const char**
     auto cursor = Ref<FICursorBase>::Adopt(MakeCursor(kChildCursor));
     if (!cursor->SeekName(kFromFirst, name.c_str())) return;
     cursor->GetKey(out);
-    *rest = close[1] == '/' ? close + 2 : close + 1;
+    if (!out.IsNull()) *rest = close[1] == '/' ? close + 2 : close + 1;
 }
 
 void HVarDimsContext::ReadKeyOfIndex(const char* path, FIValue& out, const char** rest) {

@@ -629,7 +629,9 @@ TEST_F(Arrays, host_paths_count_elements_without_a_name) {
     feed.texts[":T.9.2"] = "Elem0";
     EXPECT_EQ("*#1|", KeyAndRest(*Level(row), "1"));
     EXPECT_EQ("Elem0|", KeyAndRest(*Level(row), "2")) << "a name of its own";
-    EXPECT_EQ("(NULL)|0", KeyAndRest(*Level(Add(":D.5.[]", {{0, 1}})), "0")) << "no names at all";
+    auto nameless = Level(Add(":D.5.[]", {{0, 1}}));
+    EXPECT_EQ("(NULL)|0", KeyAndRest(*nameless, "0"));
+    EXPECT_EQ("(NULL)|(Elem0)/x", KeyAndRest(*nameless, "(Elem0)/x"));
 }
 
 TEST_F(Arrays, host_paths_to_attachments_end_in_their_number) {
