@@ -53,6 +53,7 @@ class HSpecContext final : public CountedFromZero<FIContext> {
     // A walk of its own over the elements.
     SpecWalk Elements() const { return SpecWalk(info_->Elements()); }
     host::Viewable* Owner() const { return owner_; }
+    bool IsSameList(const HSpecContext& other) const { return info_ == other.info_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
 
