@@ -190,7 +190,7 @@ TEST_F(CaseWalk, a_random_walk_with_stores_and_deletions_stays_whole) {
     NodeRef it = Model();
     int stored = 0;
     int deleted = 0;
-    for (int step = 0; step < 6000; ++step) {
+    for (int step = 0; step < 20000; ++step) {
         switch (one_of(6)) {
             case 0:
             case 1:

@@ -255,8 +255,8 @@ TEST_F(Specification, an_element_reads_as_told) {
     EXPECT_EQ("/Feed:Text.3", Read(*entry, "moniker"));
     EXPECT_TRUE(host.always_from_case);
     EXPECT_EQ("Main", Read(*entry, "container"));
-    EXPECT_EQ("SimulationObjectObject", Read(*entry, "container_type"));
-    EXPECT_EQ("SimulationObjectObject", Read(*entry, "container_category"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_type"));
+    EXPECT_EQ("a SimulationObjectObject", Read(*entry, "container_category"));
     EXPECT_EQ("INT 1", Read(*entry, "isleaf"));
     EXPECT_EQ("INT 0", Read(*entry, "has_children"));
     EXPECT_EQ("INT 1", Read(*entry, "noObjectsBelow"));
