@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "casehost/file_path.h"
+#include "files/durable.h"
 
 namespace casehost {
 
@@ -27,25 +28,15 @@ ReadResult ReadCaseFile(const std::string& path) {
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     const std::string text = CaseToText(data);
-    const std::filesystem::path target = FilePath(path);
     const std::filesystem::path beside = FilePath(path + ".part");
-    std::error_code error;
-    {
-        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-        if (!file) return {false, {path, "can't be written"}};
-        file.write(text.data(), static_cast<std::streamsize>(text.size()));
-        file.flush();
-        if (!file) {
-            file.close();
-            std::filesystem::remove(beside, error);
-            return {false, {path, "not written completely"}};
-        }
+    if (const std::error_code error = files::WriteThrough(beside, text)) {
+        return {false, {path, "can't be written: " + error.message()}};
     }
-    std::filesystem::rename(beside, target, error);
+    const std::error_code error = files::Replace(beside, FilePath(path));
     if (!error) return {true, {}};
-    const std::string reason = error.message();
-    std::filesystem::remove(beside, error);
-    return {false, {path, "can't be replaced: " + reason}};
+    std::error_code ignored;
+    std::filesystem::remove(beside, ignored);
+    return {false, {path, "can't be replaced: " + error.message()}};
 }
 
 void RegisterCaseFiles() {

@@ -275,9 +275,11 @@ TEST(CaseFile, ProblemsNameFileLineAndPath) {
         {WithBasis(R"({"tag": "g", "kind": "group", "elements": [{"tag": "t", "kind": "table",
 "columns": [{"name": "Attachment", "objects": [null, "Gone"]}]}]})"),
          "plant.json:2: /basis/0/elements/0: the object \"Gone\" names no object"},
-        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "Attachment", "numbers": [1]}]})"),
+        {WithBasis(
+             R"({"tag": "t", "kind": "table", "columns": [{"name": "Attachment", "numbers": [1]}]})"),
          "plant.json:2: /basis/0/columns/0/numbers: unknown member \"numbers\""},
-        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "a", "numbers": ["x"]}]})"),
+        {WithBasis(
+             R"({"tag": "t", "kind": "table", "columns": [{"name": "a", "numbers": ["x"]}]})"),
          "plant.json:2: /basis/0/columns/0/numbers/0: expected a number, found \"x\""},
         {"{\"format\": \"casehost case\", \"version\": 2}",
          "plant.json:1: /: not a case file: expected format"},
@@ -300,12 +302,74 @@ TEST(CaseFile, ProblemsNameFileLineAndPath) {
 }
 
 TEST(CaseFile, NestingIsBounded) {
-    std::string inside = "1";
-    for (int i = 0; i < 200; ++i) inside = "[" + inside + "]";
-    const ReadResult result = ReadCaseText("deep.json", inside);
+    for (const int depth : {65, 200, 100'000}) {
+        for (const std::string open : {"[", "{\"a\": ", "[{\"a\": "}) {
+            std::string inside;
+            for (int i = 0; i < depth; ++i) inside += open;
+            const ReadResult result = ReadCaseText("deep.json", inside);
+            ASSERT_EQ(result.data, nullptr) << open;
+            ASSERT_EQ(result.problems.size(), 1u) << open;
+            const std::string message = result.problems[0].Text();
+            EXPECT_EQ(message.rfind("deep.json:1: /", 0), 0u) << message;
+            EXPECT_NE(message.find(": nested deeper than 64 levels"), std::string::npos) << message;
+        }
+    }
+    EXPECT_EQ(
+        ReadCaseText("deep.json", std::string(64, '[') + std::string(64, ']')).problems[0].Text(),
+        "deep.json:1: /: expected an object, found an array")
+        << "64 levels are no problem";
+}
+
+// Objects may well be attached to each other in a ring: the references name objects, and whoever
+// walks them has to know where it has been.
+TEST(CaseFile, RingsOfAttachmentsAreRead) {
+    CaseData data;
+    ObjectData inner = Object("Inner", words::kMixer,
+                              {Attachment("Up", "/T-100"), Attachment("Self", "Inner"),
+                               Real("X", "", 1), Real("Y", "", 2, VariableState::calculated)});
+    ObjectData group = Object("T-100", words::kTemplate, {Attachment("Down", "T-100/Inner")});
+    group.sub_flowsheet = std::make_shared<FlowsheetData>();
+    group.sub_flowsheet->objects = {inner};
+    data.main.objects = {group};
+    data.utilities = {
+        Object("A", "EnvelopeUtilityObject", {Attachment("To", "/@utilities/B")}),
+        Object("B", "EnvelopeUtilityObject",
+               {Attachment("To", "/@utilities/A"), Attachment("In", "/T-100/Inner")})};
+    CaseHost host;
+    const OpenResult opened = host.Open(Read(CaseToText(data)));
+    ASSERT_TRUE(opened);
+    EXPECT_TRUE(opened.problems.empty());
+    host::Viewable* at = opened.opened->FindByPath("/@utilities/A", nullptr)->View();
+    host::Viewable* const begin = at;
+    for (int step = 0; step < 2; ++step) {
+        at = at->GetVariableAttachment(Node::Of(at)->GetShape()->ByName("To")->description);
+    }
+    EXPECT_EQ(at, begin) << "two steps round the ring";
+    // A store makes all that depends on it stale, once round and no further.
+    host::Viewable* changed = opened.opened->FindByPath("/T-100/Inner", nullptr)->View();
+    changed->SetRealValue(Node::Of(changed)->GetShape()->ByName("X")->description, 5);
+    for (const char* path : {"/T-100", "/T-100/Inner", "/@utilities/A", "/@utilities/B"}) {
+        EXPECT_TRUE(opened.opened->FindByPath(path, nullptr)->IsStale()) << path;
+    }
+    // A path through the ring is followed as far as it is written.
+    const auto number =
+        std::to_string(Node::Of(begin)->GetShape()->ByName("To")->description.Number());
+    const std::string ring =
+        "/:Attachment." + number + "/:Attachment." + number + "/:Attachment." + number + "/:Name.0";
+    EXPECT_EQ(begin->GetTextValue(host::VarDescription(ring.c_str() + 1, 0)).Str(), "B");
+}
+
+// Flowsheets stand inside the objects that hold them, so that none can hold itself.
+TEST(CaseFile, FlowsheetThatIsNamedInsteadOfHeldIsRefused) {
+    const ReadResult result = ReadCaseText(
+        "ring.json", WithObjects(
+                         R"({"name": "T", "type": "TemplateOpObject", "flowsheet": {"objects": [
+{"name": "U", "type": "TemplateOpObject", "flowsheet": "T"}]}})"));
     ASSERT_EQ(result.data, nullptr);
-    EXPECT_NE(result.problems[0].Text().find("nested deeper than 64 levels"), std::string::npos)
-        << result.problems[0].Text();
+    EXPECT_EQ(
+        result.problems.at(0).Text(),
+        "ring.json:7: /flowsheet/objects/0/flowsheet/objects/0/flowsheet: expected an object, "
+        "found \"T\"");
 }
 
 TEST(CaseFile, CountsAreBounded) {
@@ -403,8 +467,7 @@ TEST_F(CaseFileOnDisk, BasisOfTheFormatPageIsRead) {
     ASSERT_EQ(data.basis[0].elements.size(), 3u);
     EXPECT_EQ(data.basis[0].elements[0].text, "Basis-1");
     EXPECT_EQ(data.basis[0].elements[1].number, 101.325);
-    EXPECT_EQ(data.basis[0].elements[2].columns[1].objects,
-              (std::vector<std::string>{"Feed", ""}));
+    EXPECT_EQ(data.basis[0].elements[2].columns[1].objects, (std::vector<std::string>{"Feed", ""}));
 }
 
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
