@@ -2,8 +2,8 @@
 
 // What a map file's functions and their callers owe each other. A semantic function stands behind a
 // name in a map file and says what a path can't: it counts the host's arrays, picks a node, turns
-// the host's words into class names. It sees nothing but an iterator on the raw node, and answers by
-// moving it and by setting iterator variables, which paths read back as `%Name`.
+// the host's words into class names. It sees nothing but an iterator on the raw node, and answers
+// by moving it and by setting iterator variables, which paths read back as `%Name`.
 //
 // Nothing is thrown and nothing reported: a missing child is a count of 0, a false, or a variable
 // that stays unset. NULL reads as the number 0. No state is kept between calls.

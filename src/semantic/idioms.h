@@ -1,7 +1,7 @@
 #pragma once
 
-// The moves that all families of semantic functions are made of. Names are given to SeekPath as they
-// stand, so they may be paths. Copies are released by their Ref.
+// The moves that all families of semantic functions are made of. Names are given to SeekPath as
+// they stand, so they may be paths. Copies are released by their Ref.
 
 #include <functional>
 #include <initializer_list>
@@ -35,8 +35,8 @@ int SetElementIndex(FIIteratorBase& it, const char* variable, int index);
 // `it` goes to the element of the named array.
 int MoveToElement(FIIteratorBase& it, const char* array, int index);
 
-// Whether a child belongs to a list. It is called for every child that is passed, in both modes, and
-// may leave variables there.
+// Whether a child belongs to a list. It is called for every child that is passed, in both modes,
+// and may leave variables there.
 using ChildTest = std::function<bool(FIIteratorBase& child)>;
 
 // A list of those children of a container that pass the test; `it` goes to the element. An index
