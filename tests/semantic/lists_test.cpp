@@ -252,13 +252,13 @@ TEST(Find1, goes_to_the_raw_tree_when_it_moves) {
     ScriptNode root("Case");
     root.Add("Other");
     root.Add("appModel");
-    Ref<FIIterator> it = root.Iterate();
-    EXPECT_TRUE(Find1(it.Get(), 0));
-    EXPECT_EQ("Case", Place(*it));
-    EXPECT_TRUE(Find1(it.Get(), 1));
-    EXPECT_EQ("Case.appModel", Place(*it));
-    EXPECT_TRUE(Find1(it.Get(), -5)) << "also where there is none";
-    EXPECT_EQ("Case.appModel", Place(*it));
+    for (int move : {0, 1, 2, -5}) {
+        Ref<FIIterator> it = root.Iterate();
+        EXPECT_TRUE(Find1(it.Get(), move)) << move;
+        EXPECT_EQ(move ? "Case.appModel" : "Case", Place(*it)) << move;
+        EXPECT_TRUE(Find1(it.Get(), move)) << "also where there is none";
+        EXPECT_EQ(move ? "Case.appModel" : "Case", Place(*it)) << move;
+    }
 }
 
 TEST(Idioms, elements_by_name_and_by_number_are_variables) {
