@@ -147,6 +147,18 @@ TEST(FlowsheetList, the_way_to_an_element_does_not_ask_whether_it_moved) {
     }
 }
 
+// Between the count and the way to an element the host may have deleted some.
+TEST(FlowsheetList, an_element_that_is_gone_since_the_count_ends_the_walk) {
+    for (const ListRow& row : AllLists()) {
+        Flowsheet flowsheet(row.container, {row.type, "Other"});
+        FIValue subclass;
+        Ref<FIIterator> it = Element(flowsheet, row.function, 3, subclass);
+        EXPECT_TRUE(it->AtLast()) << row.name;
+        EXPECT_TRUE(it->Up()) << row.name;
+        EXPECT_EQ(row.container, NameAt(*it)) << row.name;
+    }
+}
+
 TEST(FlowsheetList, typed_lists_give_no_subclass) {
     for (const ListRow& row : kTypedLists) {
         Flowsheet flowsheet(row.container, {row.type});
