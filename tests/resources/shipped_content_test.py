@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The class library and the maps as XML, read apart from the module: counts and references.
 
-shipped_content_test.py RESOURCES QUANTITY_NAMES: the folder of the files, and the header that lists
-the quantities in their order.
+shipped_content_test.py RESOURCES QUANTITY_NAMES EXPORTS: the folder of the files, the header that
+lists the quantities in their order, and the list of what the module exports.
 """
 
 import collections
@@ -75,13 +75,14 @@ def text_of(element):
 class Content:
     """All shipped files, parsed."""
 
-    def __init__(self, folder, quantity_header):
+    def __init__(self, folder, quantity_header, exports):
         parse = lambda name: ElementTree.parse(folder / f"{name}.xml").getroot()
         self.folder = folder
         self.libraries = {name: parse(name) for name in SHIPPED_LIBRARY_FILES}
         self.maps = {name: parse(name) for name in SHIPPED_MAP_FILES}
         self.units = parse("CCDM_UOMDefinitions")
         self.quantities = re.findall(r'^    "(.*)",$', quantity_header.read_text(), re.MULTILINE)
+        self.exported = {line.partition("#")[0].strip() for line in exports.open()}
         self.classes = {}
         self.attributes = {}
         self.enumerations = {}
@@ -325,6 +326,11 @@ class Maps(unittest.TestCase):
         for name, count in named.items():
             self.assertEqual([count], tables.FUNCTIONS[name], name)
 
+    def test_functions_are_exported(self):
+        named = {text_of(e) for e in CONTENT.translators() if e.get("Type") != "Map"} - {""}
+        named.add(CONTENT.maps["hovexmap"].find("TopNode").get("FunctionName"))
+        self.assertEqual(named - CONTENT.exported, set())
+
     def test_phases_are_named_in_the_words_of_the_functions(self):
         named = []
         for _, _, element in CONTENT.mapped():
@@ -356,5 +362,5 @@ class Maps(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    CONTENT = Content(*map(pathlib.Path, sys.argv[1:3]))
+    CONTENT = Content(*map(pathlib.Path, sys.argv[1:4]))
     unittest.main(argv=sys.argv[:1])
