@@ -91,6 +91,7 @@ class Choice : public testing::Test {
     TemporaryFolder folder_;
     LogLines log_{folder_};
     CCDMClassLibrary library_;
+    ScriptNode root_{"Root"};
     Ref<FIReference> reference_;
 };
 
@@ -247,10 +248,9 @@ TEST_F(Choice, translate_name_selects_the_candidates) {
 }
 
 TEST_F(Choice, conditions_read_the_variables_of_the_reference) {
-    ScriptNode root("Root");
-    ScriptNode& child = root.Add("child");
+    ScriptNode& child = root_.Add("child");
     child.can_notify = true;
-    auto it = root.Iterate();
+    auto it = root_.Iterate();
     it->SetVarText("above", "yes");
     ASSERT_TRUE(it->DownFirst());
     it->SetVarText("phase", "Overall");
