@@ -9,7 +9,9 @@ std::string Joined(const std::vector<std::string>& names) {
     return text;
 }
 
-std::string Missing(FIIteratorBase& start, const std::string& path) {
+}  // namespace
+
+std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
     const NodeRef node = CopyOf(start);
     std::string found;
     std::string wanted;
@@ -25,21 +27,15 @@ std::string Missing(FIIteratorBase& start, const std::string& path) {
     return problem;
 }
 
-}  // namespace
-
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem) {
     const FIValue expression(path.c_str());
-    FIValue steps;
-    FIValue error;
-    if (!FixtopDescribePath(expression, steps, error)) {
-        problem = error.ToText();
-        return std::nullopt;
-    }
+    problem = ParseError(path);
+    if (!problem.empty()) return std::nullopt;
     for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
         if (!node->SeekPath(expression)) continue;
         const bool ends_in_attribute = path.find('(') != std::string::npos;
         return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};
     }
-    problem = Missing(session.Here(), path);
+    problem = DescribeMissing(session.Here(), path);
     return std::nullopt;
 }
