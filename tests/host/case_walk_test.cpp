@@ -126,6 +126,10 @@ TEST_F(CaseWalk, monikers_lead_back_to_their_variables_and_elements) {
         const std::string moniker = Read(node, "moniker");
         // Below attachments a moniker names the object itself.
         if (moniker == "(NULL)" || node.Depth() < 4) return;
+        // A key is not quoted: behind a dot in a name another step begins.
+        FIValue path;
+        node.GetPath(path);
+        if (path.ToText().find('"') != std::string::npos) return;
         NodeRef model = Model();
         NodeRef found = NodeRef::Adopt(model->OpenAttribute(FIValue(moniker.c_str())));
         ASSERT_TRUE(found) << moniker;
