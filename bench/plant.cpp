@@ -82,6 +82,33 @@ ObjectData MakeWideUnit() {
     return unit;
 }
 
+VariableData MakeArray(const char* name, int length, std::vector<std::string> labels) {
+    auto spec = std::make_shared<VariableSpec>();
+    spec->name = name + std::to_string(length);
+    const auto naming =
+        labels.empty() ? casehost::ElementNaming::number : casehost::ElementNaming::text;
+    spec->dimensions = {{0, length, naming, std::move(labels)}};
+    VariableData variable;
+    for (int i = 0; i < length; ++i) {
+        variable.values.push_back({i + 0.5, "", VariableState::specified});
+    }
+    variable.spec = std::move(spec);
+    return variable;
+}
+
+ObjectData MakeArrayUnit() {
+    ObjectData unit;
+    unit.name = kArrayUnit;
+    unit.type = "TankOpObject";
+    for (const int length : kArrayLengths) {
+        std::vector<std::string> names;
+        for (int i = 0; i < length; ++i) names.push_back(ElementName(i));
+        unit.variables.push_back(MakeArray("Numbers ", length, {}));
+        unit.variables.push_back(MakeArray("Names ", length, std::move(names)));
+    }
+    return unit;
+}
+
 std::vector<std::string> SplitAtDots(const std::string& path) {
     std::vector<std::string> names;
     std::size_t from = 0;
@@ -108,6 +135,8 @@ Ref<FIEntry> EntryBelow(FIEntry& top, const std::string& path) {
 
 std::string StreamName(int i) { return "S" + std::to_string(i); }
 
+std::string ElementName(int i) { return "Tray " + std::to_string(i); }
+
 std::string MiddleStream(int objects) { return StreamName(objects / 2); }
 
 std::string MiddleTemperature(int objects) {
@@ -130,7 +159,9 @@ casehost::CaseData MakePlant(int objects) {
 }
 
 OpenPlant::OpenPlant(int objects) : objects_(objects), host_(std::make_unique<casehost::CaseHost>()) {
-    host_->Open(MakePlant(objects));
+    casehost::CaseData plant = MakePlant(objects);
+    plant.main.objects.push_back(MakeArrayUnit());
+    host_->Open(std::move(plant));
     FixtopInstallHost(&host_->Services());
     top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(host_->ActiveCase()));
     if (!top_) throw std::runtime_error("no top entry");
@@ -147,6 +178,18 @@ Ref<FIIteratorBase> OpenPlant::At(const std::string& path) const {
         throw std::runtime_error("no node " + path);
     }
     return it;
+}
+
+HostVariable OpenPlant::InHost(const std::string& object, const std::string& variable) const {
+    host::FlowSheetObjectIterator objects = host_->ActiveCase()->MainFlowSheet()->Objects();
+    for (host::Viewable* each = objects.Reset(); each; each = objects.Next()) {
+        if (each->GetName().Str() != object) continue;
+        host::VariableNameIterator rows(each->VariableNames());
+        for (auto* row = rows.Reset(); row; row = rows.Next()) {
+            if (variable == row->name) return {each, row, row->description};
+        }
+    }
+    throw std::runtime_error("the host has no " + object + "." + variable);
 }
 
 Ref<FIContext> OpenPlant::ContextAt(const std::string& path) const {

@@ -11,6 +11,7 @@
 #include "framework/entry.h"
 #include "framework/iterator.h"
 #include "framework/ref.h"
+#include "host/interface/services.h"
 
 namespace pugi {
 class xml_document;
@@ -28,6 +29,19 @@ std::string MiddleStream(int objects);
 // The temperature that only that stream has, as text, in the unit that is shown.
 std::string MiddleTemperature(int objects);
 
+// Beside the plant stands a unit operation with an array of each of these lengths: "Numbers <length>"
+// without names, "Names <length>" with the names of ElementName.
+inline constexpr int kArrayLengths[] = {10, 100, 1000, 10000};
+inline constexpr char kArrayUnit[] = "Arrays";
+std::string ElementName(int i);
+
+// A variable as the host has it, without the module.
+struct HostVariable {
+    host::Viewable* object = nullptr;
+    host::VariableNameInfo* row = nullptr;
+    host::VarDescription description;
+};
+
 // A plant opened through the exports.
 class OpenPlant {
 public:
@@ -40,6 +54,8 @@ public:
     Ref<FIIteratorBase> At(const std::string& path) const;
     // The context of the node at a path of plain names.
     Ref<FIContext> ContextAt(const std::string& path) const;
+    // A variable of an object of the main flowsheet; throws when the host has none.
+    HostVariable InHost(const std::string& object, const std::string& variable) const;
     casehost::CaseHost& Host() { return *host_; }
     int Objects() const { return objects_; }
 

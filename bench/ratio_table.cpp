@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-constexpr int kSizes[] = {100, 1000, 10000, 100000};
+constexpr int kSizes[] = {10, 100, 1000, 10000, 100000};
 
 }  // namespace
 

@@ -145,22 +145,8 @@ void pugixml_filter(State& state) {
 
 // ---- held read and store ----
 
-struct HostVariable {
-    host::Viewable* object;
-    host::VarDescription description;
-};
-
-HostVariable BareTemperature(OpenPlant& plant) {
-    const std::string wanted = bench::MiddleStream(plant.Objects());
-    host::FlowSheetObjectIterator objects = plant.Host().ActiveCase()->MainFlowSheet()->Objects();
-    for (host::Viewable* object = objects.Reset(); object; object = objects.Next()) {
-        if (object->GetName().Str() != wanted) continue;
-        host::VariableNameIterator rows(object->VariableNames());
-        for (auto* row = rows.Reset(); row; row = rows.Next()) {
-            if (std::string(row->name) == "Temperature") return {object, row->description};
-        }
-    }
-    throw std::runtime_error("no such variable in the host: " + wanted);
+bench::HostVariable BareTemperature(OpenPlant& plant) {
+    return plant.InHost(bench::MiddleStream(plant.Objects()), "Temperature");
 }
 
 void held_read(State& state) {
@@ -174,7 +160,7 @@ void held_read(State& state) {
 }
 
 void bare_host_read(State& state) {
-    const HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
+    const bench::HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
     host::Viewable* object = variable.object;
     benchmark::DoNotOptimize(object);
     for (auto _ : state) benchmark::DoNotOptimize(object->GetRealValue(variable.description));
@@ -196,7 +182,7 @@ void store_without_solve(State& state) {
 }
 
 void bare_host_store(State& state) {
-    const HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
+    const bench::HostVariable variable = BareTemperature(PlantOf(SizeOf(state)));
     double temperature = 20;
     for (auto _ : state) {
         variable.object->SetRealValue(variable.description, temperature);
@@ -287,11 +273,20 @@ const std::vector<bench::RatioRow> kRows = {
     {"store_without_solve", "bare_host_store", ""},
     {"browse_60_children", "bare_host_browse", ""},
     {"case_load", "bare_json_parse", ""},
+    {"element_by_index", "bare_element_read", "alike at all lengths"},
+    {"element_by_count", "bare_element_read", "alike at all lengths"},
+    {"element_by_name", "bare_names", ""},
+    {"whole_array", "bare_array", ""},
+    {"stream_table", "bare_table", ""},
 };
 
 void PrintTargets(const bench::RatioReporter& reporter) {
     std::printf("\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: 10)\n",
                 reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
+    for (const char* road : {"element_by_index", "element_by_count"}) {
+        std::printf("%s in an array of 10,000 costs %.2f times what it costs in one of 10 (target: 1)\n",
+                    road, reporter.Nanoseconds(road, 10000) / reporter.Nanoseconds(road, 10));
+    }
     for (int size : {100, 1000, 10000, 100000}) {
         const double allowed = 4 * reporter.Nanoseconds("bare_host_read", size) + 60;
         std::printf("held_read/%d: %.1f ns, allowed %.1f ns\n", size,

@@ -6,73 +6,19 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 #include "demo/demo_basis.h"
+#include "demo/demo_building.h"
 #include "demo/demo_compounds.h"
+#include "demo/demo_equipment.h"
 
 namespace casehost {
 
 namespace {
 
+using namespace demo;
 using Role = PortData::Role;
-using Spec = std::shared_ptr<VariableSpec>;
 
 constexpr auto kGiven = VariableState::specified;
 constexpr auto kFound = VariableState::calculated;
-
-Spec MakeSpec(const char* name, ValueKind kind, const char* quantity = "") {
-    auto spec = std::make_shared<VariableSpec>();
-    spec->name = name;
-    spec->kind = kind;
-    spec->quantity = quantity;
-    return spec;
-}
-
-VariableData Given(const char* name, const char* quantity, double value) {
-    return {MakeSpec(name, ValueKind::real, quantity), {{value, "", kGiven}}};
-}
-
-VariableData Found(const char* name, const char* quantity) {
-    return {MakeSpec(name, ValueKind::real, quantity), {{kEmpty, "", kFound}}};
-}
-
-VariableData Words(const char* name, const char* text, ValueKind kind = ValueKind::text) {
-    return {MakeSpec(name, kind), {{kEmpty, text, kGiven}}};
-}
-
-VariableData Choice(const char* name, std::vector<std::string> options, int ordinal) {
-    Spec spec = MakeSpec(name, ValueKind::enumeration);
-    spec->options = std::move(options);
-    return {spec, {{static_cast<double>(ordinal), "", kGiven}}};
-}
-
-VariableData Table(const char* name, const char* quantity, std::vector<DimensionData> dimensions,
-                   VariableState state, std::vector<double> numbers = {}) {
-    Spec spec = MakeSpec(name, ValueKind::real, quantity);
-    spec->dimensions = std::move(dimensions);
-    numbers.resize(ElementCount(*spec), kEmpty);
-    VariableData variable{spec, {}};
-    for (double number : numbers) variable.values.push_back({number, "", state});
-    return variable;
-}
-
-ObjectData Make(const char* name, const char* type, std::vector<VariableData> variables,
-                std::vector<PortData> ports = {}) {
-    ObjectData object;
-    object.name = name;
-    object.type = type;
-    object.variables = std::move(variables);
-    object.ports = std::move(ports);
-    object.status = ObjectStatus::not_solved;
-    return object;
-}
-
-DimensionData ByCompound() {
-    DimensionData dimension;
-    dimension.naming = ElementNaming::text;
-    for (const CompoundData& compound : demo::Compounds())
-        dimension.labels.push_back(compound.name);
-    dimension.count = static_cast<int>(dimension.labels.size());
-    return dimension;
-}
 
 DimensionData ByPhase() {
     return {0,
@@ -92,7 +38,9 @@ struct FeedConditions {
 ObjectData MaterialStream(const char* name, const FeedConditions& feed = {}) {
     const VariableState state = feed.fractions.empty() ? kFound : kGiven;
     auto input = [&](const char* variable, const char* quantity, double value) {
-        return VariableData{MakeSpec(variable, ValueKind::real, quantity), {{value, "", state}}};
+        VariableData number = Given(variable, quantity, value);
+        number.values[0].state = state;
+        return number;
     };
     std::vector<VariableData> variables = {
         Found(names::kVapourFraction, ""),
@@ -131,6 +79,12 @@ void AddMaterialStreams(FlowsheetData& flowsheet) {
                              "Warm Condensate", "Stabiliser Gas", "Stable Condensate"}) {
         flowsheet.objects.push_back(MaterialStream(name));
     }
+    for (const ColumnStream& each : ColumnStreams()) {
+        ObjectData stream = MaterialStream(
+            each.name, {each.temperature_C, each.pressure_kPa, each.molar_flow, each.fractions});
+        stream.variables.push_back(Words("Object Name", each.name));
+        flowsheet.objects.push_back(std::move(stream));
+    }
     for (const char* name :
          {"Chiller Duty", "Expander Power", "Compressor Power", "Pump Power", "Heater Duty"}) {
         flowsheet.objects.push_back(EnergyStream(name));
@@ -161,6 +115,10 @@ ObjectData Stabiliser() {
              {{Role::feed, 0, "Hot Inlet"},
               {Role::product, 0, "Overhead"},
               {Role::product, 1, "Bottoms"}}),
+        // It has the name of the group, so that the group's inner streams lie inside of it.
+        Aside("Stabiliser", "ControllerOpObject",
+              {Given("Set Point", "Temperature", 110), Link("Process Variable Source", "Hot Inlet"),
+               Link("Feed", "/Warm Condensate"), Choice("Mode", {"Off", "Manual", "Auto"}, 2)}),
     };
     return group;
 }
@@ -210,7 +168,8 @@ std::vector<ObjectData> WarmSection() {
         Make("K-100", words::kCompressor,
              {Given(names::kAdiabaticEfficiency, "Percent", 75),
               Given(names::kProductPressure, "Pressure", 3000), Found(names::kDuty, "EnergyFlow"),
-              Words(names::kIsCompressor, "YES")},
+              Words(names::kIsCompressor, "YES"),
+              LinkList("Compressor curve", {"K-100 Curves/Low Speed", "K-100 Curves/High Speed"})},
              {{Role::feed, 0, "Flash Gas"},
               {Role::product, 0, "Compressed Gas"},
               {Role::energy_in, 0, "Compressor Power"}}),
@@ -245,17 +204,6 @@ std::vector<ObjectData> WarmSection() {
               {Role::energy_in, 0, "Heater Duty"}}),
         Stabiliser(),
     };
-}
-
-// Objects that no solve touches.
-ObjectData Aside(const char* name, const char* type, std::vector<VariableData> variables) {
-    ObjectData object = Make(name, type, std::move(variables));
-    object.status = ObjectStatus::ok;
-    return object;
-}
-
-VariableData Link(const char* name, const char* path) {
-    return {MakeSpec(name, ValueKind::attachment), {{kEmpty, path, kGiven}}};
 }
 
 void AddAside(CaseData& data) {
@@ -300,6 +248,7 @@ CaseData DemoCase() {
     for (const auto& section : {ColdSection(), WarmSection()}) {
         data.main.objects.insert(data.main.objects.end(), section.begin(), section.end());
     }
+    for (ObjectData& object : Equipment()) data.main.objects.push_back(std::move(object));
     AddAside(data);
     return data;
 }

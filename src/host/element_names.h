@@ -16,6 +16,9 @@ class HElementNames {
     // NULL when an enumeration has no such entry.
     void Read(int index, FIValue& out) const;
 
+    // Every element is named "Elem" and its index.
+    bool AreCounted() const { return object_ && source_ == Source::kCount; }
+
     // "Elem" and the index: the name of elements that have none of their own, and the name under
     // which each of them is found.
     static constexpr char kCounted[] = "Elem";

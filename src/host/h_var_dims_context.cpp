@@ -132,10 +132,10 @@ bool HVarDimsCursorBase::Seek(int origin, int delta) {
 bool HVarDimsCursorBase::SeekName(int origin, const char* name) {
     if (!name) return false;
     if (origin != kFromPresent) position_ = context_->Low();
-    FIValue own_name;
-    for (; IsOnElement(); ++position_) {
-        GetKey(own_name);
-        if (own_name.IsText() && std::strcmp(own_name.CStr(), name) == 0) return true;
+    if (context_->Names().AreCounted()) {
+        position_ = context_->End();
+    } else if (WalkToName(name)) {
+        return true;
     }
     constexpr std::size_t length = sizeof HElementNames::kCounted - 1;
     int index = 0;
@@ -143,6 +143,15 @@ bool HVarDimsCursorBase::SeekName(int origin, const char* name) {
     if (!counted || !ReadIndex(name + length, index)) return false;
     if (index < context_->Low() || index >= context_->End()) return false;
     return GoTo(index);
+}
+
+bool HVarDimsCursorBase::WalkToName(const char* name) {
+    FIValue own_name;
+    for (; IsOnElement(); ++position_) {
+        GetKey(own_name);
+        if (own_name.IsText() && std::strcmp(own_name.CStr(), name) == 0) return true;
+    }
+    return false;
 }
 
 bool HVarDimsCursorBase::SeekValue(int origin, FIEntry& entry) {

@@ -69,6 +69,8 @@ class HVarDimsCursorBase final : public CountedFromZero<FICursorBase> {
 
  private:
     bool GoTo(long long position);
+    // From the present position on; behind the last when there is none.
+    bool WalkToName(const char* name);
     bool IsOnElement() const { return position_ < context_->End(); }
 
     Ref<HVarDimsContext> context_;

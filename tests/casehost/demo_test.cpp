@@ -127,6 +127,40 @@ TEST_F(Demo, BasisHasElementsOfEveryKind) {
     EXPECT_TRUE(has_none);
 }
 
+TEST_F(Demo, ColumnIsInBalance) {
+    for (const char* flow : {names::kMolarFlow, names::kMassFlow}) {
+        EXPECT_NEAR(Value("Distillate", flow) + Value("Bottoms", flow), Value("Column Feed", flow),
+                    1e-9 * Value("Column Feed", flow))
+            << flow;
+    }
+    EXPECT_NEAR(Value("T-100 Flowsheet/Condenser", "Distillate Mass Flow"),
+                Value("Distillate", names::kMassFlow), 1e-6);
+    EXPECT_NEAR(Value("T-100 Flowsheet/Reboiler", "Liquid Mass Flow"),
+                Value("Bottoms", names::kMassFlow), 1e-6);
+    EXPECT_EQ(Value("T-100 Flowsheet/Profiles", "Stage Net Molar Feed", 4), 100);
+    EXPECT_EQ(Value("T-100 Flowsheet/Profiles", "Stage Net Molar Feed", 3), kEmpty);
+}
+
+TEST_F(Demo, HasEquipmentOfEveryKind) {
+    std::set<std::string> types;
+    std::function<void(const std::vector<ObjectData>&)> collect =
+        [&](const std::vector<ObjectData>& objects) {
+            for (const ObjectData& each : objects) {
+                types.insert(each.type);
+                if (each.sub_flowsheet) collect(each.sub_flowsheet->objects);
+            }
+        };
+    collect(demo_->ToData().main.objects);
+    for (const char* type :
+         {words::kMaterialStream, words::kEnergyStream, words::kPipe, words::kCompressor,
+          words::kExpander, words::kSeparator, words::kValve, words::kPump, words::kHeatExchanger,
+          words::kMixer, words::kTee, words::kDistillation, words::kConversionReactor,
+          words::kEquilibriumReactor, words::kGibbsReactor, words::kHeater, words::kCooler,
+          words::kTemplate, "HovexCorrelationObject", "TraySectionObject", "BPReboilerObject"}) {
+        EXPECT_EQ(types.count(type), 1u) << type;
+    }
+}
+
 TEST_F(Demo, IsACaseFileLikeAnyOther) {
     const std::string text = CaseToText(demo_->ToData());
     const ReadResult back = ReadCaseText("demo.json", text);

@@ -407,6 +407,25 @@ TEST_F(Arrays, names_are_found_before_numbers) {
     }());
 }
 
+TEST_F(Arrays, counted_elements_are_found_from_everywhere_by_their_number) {
+    auto node = Node(Line(5, 9));
+    auto cursor = ChildrenOf(*node);
+    const auto place = [&](int origin, const char* name) {
+        if (!cursor->SeekName(origin, name)) return -1;
+        return static_cast<HVarDimsEntry*>(Ref<FIEntry>::Adopt(cursor->GetEntry()).Get())->Index();
+    };
+    for (const int origin : {kFromFirst, kFromPresent, kFromEnd}) {
+        EXPECT_EQ(7, place(origin, "Elem7")) << origin;
+        EXPECT_EQ(5, place(origin, "Elem5")) << origin << ", in front of the last one";
+        EXPECT_EQ(9, place(origin, "Elem09")) << origin;
+        EXPECT_EQ(6, place(origin, "Elem6.5")) << origin;
+        for (const char* name : {"Elem4", "Elem10", "Elem", "Methane", "#7", "7", ""}) {
+            EXPECT_EQ(-1, place(origin, name)) << name;
+            EXPECT_TRUE(cursor->AtEnd()) << name;
+        }
+    }
+}
+
 TEST_F(Arrays, a_name_is_fixed_when_the_element_is_made) {
     auto element = At(*Node(Fractions()), 1);
     feed.texts[":T.9.1"] = "renamed";

@@ -41,6 +41,7 @@ class BashCompletion(ProgramTest):
         streams = "appModel.FlowSheetObjects.Streams"
         self.assertEqual([streams], self.complete("get", "demo", streams[:-3]))
         self.assertEqual([streams], self.complete("get", "demo", "'" + streams[:-3]))
+        self.assertEqual(["Temperature"], self.complete("table", "demo", f"'{streams}.*'", "Temp"))
         self.assertEqual(["appModel\\(type\\)"], self.complete("get", "demo", "appModel(ty"))
         self.assertEqual(["appModel(type)"], self.complete("get", "demo", "'appModel(ty"))
 

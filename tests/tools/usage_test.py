@@ -7,8 +7,8 @@ import unittest
 from small_case import small_case, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
-WORDS = ["ls", "tree", "attrs", "get", "find", "set", "solve", "watch", "path", "shell", "demo",
-         "complete"]
+WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
+         "demo", "complete"]
 
 
 class Usage(ProgramTest):
@@ -28,7 +28,7 @@ class Usage(ProgramTest):
 
     def test_wrong_lines_end_with_2_and_usage(self):
         lines = [[], ["nonsense"], ["--nonsense"], ["ls"], ["ls", "demo", "a", "b"],
-                 ["ls", "demo", "--nonsense"], ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
+                 ["ls", "demo", "--nonsense"], ["table", "demo", "x"], ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
                  ["set", "demo", "x"], ["set", "demo"], ["tree", "demo", "--depth", "x"],
                  ["tree", "demo", "--depth", "-1"], ["tree", "demo", "--depth"], ["path"],
                  ["get", "demo", "x", "--unit"], ["solve"], ["watch", "demo"],

@@ -23,7 +23,8 @@ _fixtop() {
         return
     fi
     compopt -o nospace 2>/dev/null
-    mapfile -t candidates < <(fixtop complete "$case" "$word $current" 2>/dev/null)
+    local earlier="${COMP_WORDS[*]:3:COMP_CWORD-3}"
+    mapfile -t candidates < <(fixtop complete "$case" "$word $earlier $current" 2>/dev/null)
     for candidate in "${candidates[@]}"; do
         [[ -n $quoted ]] || printf -v candidate %q "$candidate"
         COMPREPLY+=("$candidate")

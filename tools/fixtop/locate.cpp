@@ -1,3 +1,5 @@
+#include <array>
+
 #include "case_session.h"
 #include "near_names.h"
 
@@ -9,7 +11,15 @@ std::string Joined(const std::vector<std::string>& names) {
     return text;
 }
 
-std::string Missing(FIIteratorBase& start, const std::string& path) {
+// A path may also be one of the host's own, as the attribute moniker shows it.
+NodeRef OpenHostPath(FIIteratorBase& start, const std::string& path) {
+    if (!path.starts_with('/')) return NodeRef();
+    return NodeRef::Adopt(start.OpenAttribute(FIValue(path.c_str())));
+}
+
+}  // namespace
+
+std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
     const NodeRef node = CopyOf(start);
     std::string found;
     std::string wanted;
@@ -25,21 +35,19 @@ std::string Missing(FIIteratorBase& start, const std::string& path) {
     return problem;
 }
 
-}  // namespace
-
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem) {
-    const FIValue expression(path.c_str());
-    FIValue steps;
-    FIValue error;
-    if (!FixtopDescribePath(expression, steps, error)) {
-        problem = error.ToText();
-        return std::nullopt;
+    const std::array starts = {CopyOf(session.Here()), session.Top()};
+    for (const NodeRef& start : starts) {
+        if (const NodeRef node = OpenHostPath(*start, path)) return Located{node, ""};
     }
-    for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
+    problem = ParseError(path);
+    if (!problem.empty()) return std::nullopt;
+    const FIValue expression(path.c_str());
+    for (const NodeRef& node : starts) {
         if (!node->SeekPath(expression)) continue;
         const bool ends_in_attribute = path.find('(') != std::string::npos;
         return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};
     }
-    problem = Missing(session.Here(), path);
+    problem = DescribeMissing(session.Here(), path);
     return std::nullopt;
 }

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "framework/cursor.h"
+#include "front/fixtop.h"
 
 namespace {
 
@@ -75,6 +76,20 @@ std::string OneLine(const FIValue& value) {
 
 std::string TextOf(FIIteratorBase& node, const char* attribute) {
     return OneLine(AttributeOf(node, attribute));
+}
+
+std::string ParseError(const std::string& expression) {
+    FIValue steps;
+    FIValue error;
+    const bool parses = FixtopDescribePath(FIValue(expression.c_str()), steps, error);
+    return parses ? "" : error.ToText();
+}
+
+std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
+    if (unit.empty()) return "";
+    FIValue refused;
+    node.SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
+    return refused.ToText();
 }
 
 bool IsVariable(FIIteratorBase& node) {

@@ -28,6 +28,13 @@ std::string OneLine(const FIValue& value);
 std::string OneLine(std::string text);
 std::string TextOf(FIIteratorBase& node, const char* attribute);
 
+// What is wrong with a path expression; empty when it parses.
+std::string ParseError(const std::string& expression);
+
+// Shows the node in this unit, or as it is when that is empty. The module's message when it can't
+// be.
+std::string SetUnit(FIIteratorBase& node, const std::string& unit);
+
 // The node shows a value of its own: it is no list and no object.
 bool IsVariable(FIIteratorBase& node);
 // The node is an array or a level of one.

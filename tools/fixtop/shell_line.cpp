@@ -81,28 +81,42 @@ std::vector<std::string> WordNames(const std::string& beginning) {
     return names;
 }
 
-std::vector<std::string> PathCompletions(CaseSession& session, const std::string& typed) {
+// The node that a path leads to; null without one.
+using Lookup = std::function<NodeRef(const std::string& path)>;
+
+std::vector<std::string> PathCompletions(const Lookup& look_up, const std::string& typed) {
     const std::size_t joint = LastJoint(typed);
     const bool deeper = joint != std::string::npos;
     const std::string parent = deeper ? typed.substr(0, joint) : "";
     std::string beginning = deeper ? typed.substr(joint + 1) : typed;
     const bool attribute = deeper && typed[joint] == '(';
-    std::string problem;
-    const auto found = Locate(session, parent, problem);
-    if (!found) return {};
+    const NodeRef node = look_up(parent);
+    if (!node) return {};
     std::vector<std::string> candidates;
     if (attribute) {
-        for (const std::string& name : AttributeNames(*found->node, beginning)) {
+        for (const std::string& name : AttributeNames(*node, beginning)) {
             candidates.push_back(parent + '(' + name + ')');
         }
         return candidates;
     }
     if (!beginning.empty() && beginning.front() == '"') beginning.erase(0, 1);
-    ForEachChild(*found->node, [&](FIIteratorBase&, const ChildPlace& place) {
+    ForEachChild(*node, [&](FIIteratorBase&, const ChildPlace& place) {
         if (BeginsWith(place.name, beginning)) candidates.push_back(JoinPath(parent, Typed(place)));
         return true;
     });
     return candidates;
+}
+
+NodeRef Find(CaseSession& session, const std::string& path) {
+    std::string problem;
+    const auto found = Locate(session, path, problem);
+    return found ? found->node : NodeRef();
+}
+
+// Columns of a table lead down from its rows, of which the first is asked.
+NodeRef FindBelowRow(CaseSession& session, const std::string& pattern, const std::string& path) {
+    NodeRef node = Find(session, pattern);
+    return node && node->SeekPath(FIValue(path.c_str())) ? node : NodeRef();
 }
 
 // Names of attributes of the last node that the line names before `--attr`.
@@ -137,5 +151,9 @@ terminal::Completion CompleteLine(CaseSession& session, const std::string& line)
     if (words.back().text == "--attr") {
         return {last.start, OptionCompletions(session, words, last.text)};
     }
-    return {last.start, PathCompletions(session, last.text)};
+    const bool is_column = words.size() > 1 && words.front().text == "table";
+    const Lookup look_up = [&](const std::string& path) {
+        return is_column ? FindBelowRow(session, words[1].text, path) : Find(session, path);
+    };
+    return {last.start, PathCompletions(look_up, last.text)};
 }

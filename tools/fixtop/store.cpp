@@ -35,9 +35,7 @@ std::string Store(const Located& place, const std::string& value, const std::str
     } else {
         stored.SetText(value);
     }
-    if (!unit.empty()) {
-        const std::string refused = Put(node, "uom", FIValue(unit.c_str()));
-        if (!refused.empty()) return refused;
-    }
+    const std::string refused = SetUnit(node, unit);
+    if (!refused.empty()) return refused;
     return Put(node, is_value ? "value" : place.attribute, stored);
 }

@@ -36,7 +36,7 @@ class Get final : public Word {
     bool Read(const std::string& path, Surroundings& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
-        if (found) problem = ShowIn(*found->node, unit_);
+        if (found) problem = SetUnit(*found->node, unit_);
         if (!problem.empty()) return Refuse(path, problem, !found, around.out);
         const std::string attribute = !attribute_.empty()        ? attribute_
                                       : found->attribute.empty() ? "value"
@@ -44,13 +44,6 @@ class Get final : public Word {
         const FIValue value = AttributeOf(*found->node, attribute.c_str());
         around.out.Line(json_ ? Record(path, *found->node, attribute, value) : OneLine(value));
         return true;
-    }
-    // The module's message when the node can't be shown in the unit.
-    static std::string ShowIn(FIIteratorBase& node, const std::string& unit) {
-        if (unit.empty()) return "";
-        FIValue refused;
-        node.SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
-        return refused.ToText();
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {

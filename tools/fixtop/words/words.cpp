@@ -23,6 +23,15 @@ constexpr WordRow kWords[] = {
      "  appModel.FlowSheetObjects.Streams.*[(type)=MaterialStreamObject].Temperature\n"
      "What it writes can be given to get. Exit status 1 when nothing matches.",
      true, Place::kBoth, MakeFind},
+    {"table", "Show values of many nodes as a table",
+     "A row for each node that PATTERN matches, a column for each PATH from there:\n"
+     "  'appModel.FlowSheetObjects.Streams.*' Temperature \"Molar Flow\" \"Comp Mole Frac\"\n"
+     "An array makes a column for each element. A cell is empty for NULL and where there is no "
+     "such\n"
+     "node; a column that no node has is left out, with a message and exit status 1. With --json "
+     "an\n"
+     "object a line: path, name, cells; a cell has value and uom.",
+     true, Place::kBoth, MakeTable},
     {"set", "Store a value",
      "The case is solved again and the value as it now stands is written. An empty VALUE takes "
      "the\n"

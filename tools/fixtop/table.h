@@ -1,0 +1,36 @@
+#pragma once
+
+// A table of values, a row each node, and the three ways in which it is written.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "node.h"
+#include "output.h"
+
+// NULL is a cell too; a node that is not there has none.
+struct TableCell {
+    FIValue value;
+    std::string unit;  // empty without one
+};
+
+struct TableRow {
+    std::string name;
+    std::string path;
+    std::vector<std::optional<TableCell>> cells;  // one each heading
+};
+
+struct Table {
+    std::vector<std::string> headings;  // without the one of the names
+    std::vector<TableRow> rows;
+    std::string attribute;  // what the cells show; empty for value
+};
+
+// Columns that stand below each other, numbers to the right, the units in a line below the
+// headings. A unit that differs from row to row stands in the cells.
+void WritePlain(const Table& table, Output& out);
+// Quoted as RFC 4180 has it; a unit stands in the heading: "Temperature [C]".
+void WriteCsv(const Table& table, Output& out);
+// A line each row: path, name and cells by heading; a cell is null where there is no node.
+void WriteJson(const Table& table, Output& out);
