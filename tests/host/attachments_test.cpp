@@ -9,8 +9,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 // A vessel whose scalar ":A.1" and elements ":A.2.0" and ":A.2.1" may point at other objects.
 class Attachments : public testing::Test {
  protected:

@@ -17,8 +17,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 class Levels : public testing::Test {
  protected:
     Ref<HAandCContext> Models() {
@@ -38,11 +36,7 @@ const Names kLevelRows = {"id",     "browser_name", "type",   "display_name",
 // ---- The cursors over fixed names ----
 
 CursorFamily FixedFamily(const char* name, FIContext& context, Names keys) {
-    CursorFamily family;
-    family.name = name;
-    family.make = [&context] { return context.MakeCursor(kChildCursor); };
-    family.keys = std::move(keys);
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    CursorFamily family = HostFamily(name, context, std::move(keys));
     // The position is where a search from the first begins.
     family.missing = SeekOutcome{false, 0};
     // Clamped to the first, which is an element.
@@ -325,11 +319,8 @@ TEST_F(Levels, attachments_switch_goes_down_to_new_nodes) {
 // ---- Paths in the host's notation ----
 
 TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
-    struct Case {
-        const char* path;
-        const char* answer;
-    };
-    const Case case_level[] = {
+    auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    ExpectKeys(*of_case, {
         {"/FlowSht.1/StreamObject.400(Feed)", "FlowSheetObjects|StreamObject.400(Feed)"},
         {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
         {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
@@ -337,21 +328,15 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
         {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
         {"FlowSht.1/", "(NULL)|FlowSht.1/"},
         {"", "(NULL)|"},
-    };
-    auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
-    for (const Case& each : case_level) EXPECT_EQ(each.answer, KeyAndRest(*of_case, each.path));
-
-    const Case flowsheet_level[] = {
+    });
+    auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
+    ExpectKeys(*of_flowsheet, {
         {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
         {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
         {"Utility.300(Env)", "Utilities|(Env)"},
         {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
         {"Solver.400", "(NULL)|Solver.400"},
-    };
-    auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
-    for (const Case& each : flowsheet_level) {
-        EXPECT_EQ(each.answer, KeyAndRest(*of_flowsheet, each.path));
-    }
+    });
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
