@@ -1,8 +1,7 @@
 #include "host/and_c.h"
 
-#include <fstream>
-
 #include "host/f_and_b.h"
+#include "platform/file_search.h"
 
 namespace {
 
@@ -56,7 +55,7 @@ bool HAandCEntry::HasChildren() const {
         case kAppModel:
             return true;
         case kPublishedFile:
-            return simulation_case && std::ifstream(PublishedFile(*simulation_case)).good();
+            return simulation_case && FileExists(PublishedFile(*simulation_case));
         default:
             return simulation_case && HasPublishedVariables(*simulation_case);
     }

@@ -495,6 +495,10 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
         out.Clear();
         *rest = "";
     };
+    const auto whole_name = [](const char* path, FIValue& out, const char** rest) {
+        out.SetText(path);
+        *rest = "";
+    };
     const auto stuck = [](const char* path, FIValue& out, const char** rest) {
         out.SetText("");
         *rest = path;
@@ -528,6 +532,13 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
     EXPECT_EQ("Root.b.x.deep", PathOf(*opened));
     root_.key_value = nothing;
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
+    // A key is taken as a name before it is taken as a path.
+    root_.Add("b.x");
+    root_.key_value = whole_name;
+    EXPECT_EQ("Root.\"b.x\"",
+              PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x")))));
+    EXPECT_EQ("Root.b.x.deep",
+              PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x.deep")))));
     root_.key_value = stuck;
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
 }
