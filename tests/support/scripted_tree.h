@@ -75,6 +75,8 @@ public:
     // Cursors at the end answer null instead of the shared empty entry.
     bool null_at_end = true;
     std::vector<Subscription> subscriptions;
+    // Called when a subscription is given back.
+    std::function<void(int kind)> on_unsubscribe;
     // Called by every read and by every write before it is answered.
     std::function<void(FIVarSet*, const std::string& attribute)> on_read;
     std::function<void(FIVarSet*, const std::string& attribute)> on_write;
