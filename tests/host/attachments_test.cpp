@@ -188,6 +188,19 @@ TEST_F(Attachments, correlations_read_and_store_on_the_object_that_the_node_lead
     EXPECT_EQ(1.0, correlation.reals[":D.9"]);
 }
 
+TEST_F(Attachments, variables_of_other_objects_stay_with_the_object_that_lists_them) {
+    PointAt(&feed);
+    for (auto& node : Both()) {
+        SCOPED_TRACE(NameOf(*node));
+        auto temperature = Child(*node, "T");
+        ASSERT_TRUE(temperature);
+        PointAt(&tray);
+        EXPECT_EQ("REAL 25", Read(*temperature, "value"));
+        EXPECT_EQ("/Feed:D.1", Read(*temperature, "moniker"));
+        PointAt(&feed);
+    }
+}
+
 TEST_F(Attachments, elements_of_correlations_are_skipped_too) {
     auto& correlation = host.main.Add("Corr", host.correlation);
     auto& row = correlation.AddRow(":D.8.[]", "Factors", host::kReal);

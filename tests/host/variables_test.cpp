@@ -345,6 +345,9 @@ TEST_F(Variables, state_of_an_attachment_is_asked_of_what_it_points_at) {
     auto entry = Node(feed.AddAttachment(":A.1", "a", &product));
     host.states[":A.1"] = 0;
     EXPECT_EQ("Calculated", Read(*entry, "status"));
+    EXPECT_EQ(&product, host.status_asked_of);
+    Read(*Node(feed.AddReal(":D.1", "T", 1.0)), "status");
+    EXPECT_EQ(&feed, host.status_asked_of) << "of a number";
 }
 
 // ---- Attachments ----
