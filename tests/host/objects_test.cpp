@@ -493,7 +493,6 @@ TEST_F(Objects, host_paths_name_objects) {
         {"Feed:Double.1", "Feed|Double.1"},
         {"(Feed 2/x", "Feed 2|x"},
         {"(Feed)/x", "Feed|x"},
-        {"Feed.x", "(NULL)|Feed.x"},
         {"(Feed):Double.1", "Feed|Double.1"},
         {"(Feed 2)//x", "Feed 2|/x"},
         {"(Feed))/x", "(NULL)|(Feed))/x"},
