@@ -152,6 +152,7 @@ private:
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool PassesOne(const PathClause& clause);
+    bool SeekKey(const FIValue& key);
     void ReturnTo(int depth);
     void TakePosition(FIIterator& other);
     Ref<FIEntry> FindHolder();
