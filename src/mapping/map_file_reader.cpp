@@ -12,16 +12,7 @@
 
 namespace {
 
-constexpr ModelFileMessages kMessages = {
-    .no_reader = "  Unable to create SAX2 reader for file %s",
-    .no_handlers = "  Unable to attach SAX2 handler for file %s",
-    .using_local = "  Using local Convert File: %.128s",
-    .not_located = "  Unable to locate Convert File: %.128s",
-    .failed_file = "  Failed parsing Convert File: %.128s",
-    .failed_resource = "  Failed parsing Convert Resource: %.128s",
-    .no_resource = "  Failed to find Convert Resource: %.128s",
-    .no_file_or_resource = "  Failed to find Convert File or Resource: %.128s",
-};
+constexpr char kKind[] = "Convert";
 
 // Elements that people write for each other.
 constexpr std::array<const char*, 6> kIgnored = {"Author",  "Comment",   "Comments",
@@ -273,14 +264,11 @@ bool ReadMapFileInto(const MapReading& reading, const std::string& file, ModelFi
     std::vector<std::string>& read = reading.library.mapFiles;
     if (std::find(read.begin(), read.end(), file) != read.end()) return true;
     const bool too_many = read.size() >= kMostFiles || reading.include_depth > kMostIncludes;
-    if (too_many) {
-        LogMessage(MessageText(kMessages.failed_file, file.c_str()).c_str());
-        return false;
-    }
+    if (too_many) return FailModelFile(kKind, file);
     read.push_back(file);
     DocumentHandler document(true);
     document.AddRoot<MapFileElement>(reading);
-    return ReadModelFile(kMessages, file, origin, reading.library.unitResourceModule != nullptr,
+    return ReadModelFile(kKind, file, origin, reading.library.unitResourceModule != nullptr,
                          document);
 }
 
