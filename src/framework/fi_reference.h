@@ -88,6 +88,18 @@ public:
 
     State GetState() const { return state_; }
 
+    // Has `move` take the iterator of the live reference elsewhere, by its operations; who listens
+    // is subscribed there afterwards. Answers what `move` answers, false when the node is gone.
+    template <class Mover>
+    bool Move(Mover move) {
+        const Stay stay(*this);
+        if (!Rebind()) return false;
+        UnsubscribeAll();
+        const bool moved = move(static_cast<FIIteratorBase&>(*iterator_));
+        SubscribeAgain();
+        return moved;
+    }
+
 private:
     // A stay inside the reference that it must survive.
     class Stay {

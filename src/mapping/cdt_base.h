@@ -5,9 +5,11 @@
 
 #include <memory>
 
+#include "diagnostics/instance_counts.h"
+
 class FIReferenceBase;
 
-class CDTBase {
+class CDTBase : private Counted<CountedClass::CDTBase> {
  public:
     CDTBase() = default;
     CDTBase(const CDTBase&) = delete;
