@@ -93,6 +93,7 @@ public:
     template <class Mover>
     bool Move(Mover move) {
         const Stay stay(*this);
+        if (IsUnbound()) return move(static_cast<FIIteratorBase&>(*iterator_));
         if (!Rebind()) return false;
         UnsubscribeAll();
         const bool moved = move(static_cast<FIIteratorBase&>(*iterator_));
@@ -120,6 +121,7 @@ private:
         : iterator_(std::move(iterator)), state_(kStale) {}
     ~FIReference() override;
 
+    bool IsUnbound() const { return state_ == kStale && !iterator_->IsFrozen(); }
     // Runs a guarded operation on the iterator; the text of the failure, or null.
     template <class Operation>
     const char* Guard(Operation operation);

@@ -40,7 +40,7 @@ bool FIReference::GuardBool(Operation operation) {
 Ref<FIReference> FIReference::UnboundCopy() {
     Ref<FIIterator> copy;
     const auto make_copy = [&](FIIterator& it) { copy = Ref<FIIterator>::Adopt(it.Copy()); };
-    if (state_ == kStale && !iterator_->IsFrozen()) {
+    if (IsUnbound()) {
         make_copy(*iterator_);
     } else {
         Guard(make_copy);

@@ -57,6 +57,7 @@ void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
     const auto* array = static_cast<const CCDMArrayTranslator*>(
         Find(query, query.attribute.arrayTranslators, face.request, parent));
     if (!plain && !array) return;
+    if (query.attribute.isArray) face.array = array;
     Ref<FIReference> moved = parent->UnboundCopy();
     if (!moved || (plain && !plain->Apply(*moved))) return;
     for (const CCDMTranslator* each : {plain, static_cast<const CCDMTranslator*>(array)}) {
@@ -64,11 +65,7 @@ void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
         SetVariables(*each, *moved);
         if (!each->nodeAttributes.empty()) face.overrides = &each->nodeAttributes;
     }
-    if (array && query.attribute.isArray) {
-        face.array = array;
-    } else if (array && !array->Apply(*moved)) {
-        return;
-    }
+    if (array && !face.array && !array->Apply(*moved)) return;
     face.reference = std::move(moved);
 }
 
