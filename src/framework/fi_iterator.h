@@ -154,6 +154,7 @@ private:
     bool HasKey(const FIValue& name) const;
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool SeekKey(const PathStep& step, bool& goes_on);
     bool PassesOne(const PathClause& clause);
     void ReturnTo(int depth);
     void TakePosition(FIIterator& other);

@@ -1,5 +1,7 @@
 #include "mapping/model_top.h"
 
+#include "mapping/class_entry.h"
+
 namespace {
 
 void ReadName(CCDMTopEntry& owner, FIValue& out) { owner.GetName(out); }
