@@ -1,6 +1,7 @@
 #pragma once
 
-// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible.
+// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that map
+// files name come with semantic/functions.h, the rest stands below.
 //
 // Every function runs on the caller's thread, which is the thread that runs the simulation. A
 // `session` is the open case, a host::SimulationCase*, or null for the active case of the installed
@@ -14,6 +15,7 @@
 #include "framework/reference.h"
 #include "framework/solver.h"
 #include "framework/var_set.h"
+#include "semantic/functions.h"
 #include "value/fi_value.h"
 
 #if defined(_WIN32)
