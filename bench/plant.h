@@ -40,6 +40,8 @@ public:
     Ref<FIIteratorBase> At(const std::string& path) const;
     // The context of the node at a path of plain names.
     Ref<FIContext> ContextAt(const std::string& path) const;
+    // Lent.
+    FIEntry* Top() const { return top_.Get(); }
     casehost::CaseHost& Host() { return *host_; }
     int Objects() const { return objects_; }
 
