@@ -1,5 +1,5 @@
-// The neutral view beside what bounds it: opening beside a bare parse of the same files, a held read
-// and a table of streams beside the same in the raw view, the choice among many translators.
+// The neutral view beside what bounds it: opening beside a bare parse of the same files, a held
+// read and a table of streams beside the same in the raw view, the choice among many translators.
 
 #include <benchmark/benchmark.h>
 #include <expat.h>
@@ -25,7 +25,9 @@ using benchmark::State;
 
 constexpr int kPlant = 1000;
 
-int SizeOf(const State& state) { return static_cast<int>(state.range(0)); }
+int SizeOf(const State& state) {
+    return static_cast<int>(state.range(0));
+}
 
 // ---- opening ----
 
@@ -34,7 +36,8 @@ std::vector<std::string> ModelTexts() {
     for (const auto& file : std::filesystem::directory_iterator(FIXTOP_RESOURCE_FOLDER)) {
         if (file.path().extension() != ".xml") continue;
         std::ifstream stream(file.path(), std::ios::binary);
-        texts.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+        texts.emplace_back(std::istreambuf_iterator<char>(stream),
+                           std::istreambuf_iterator<char>());
     }
     return texts;
 }

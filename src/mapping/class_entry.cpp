@@ -66,16 +66,22 @@ int CCDMClassEntry::Release() {
     return left;
 }
 
-void CCDMClassEntry::GetName(FIValue& out) { out.SetText(attribute_.name); }
+void CCDMClassEntry::GetName(FIValue& out) {
+    out.SetText(attribute_.name);
+}
 
 FIAttributeSource* CCDMClassEntry::GetAttributeSource() {
     AddRef();
     return this;
 }
 
-FIAttributeCursorBase* CCDMClassEntry::MakeCursor() { return CCDMAttrCursorBase::Make(*this); }
+FIAttributeCursorBase* CCDMClassEntry::MakeCursor() {
+    return CCDMAttrCursorBase::Make(*this);
+}
 
-bool CCDMClassEntry::IsContainer() { return attribute_.type == CCDMAttrType::kObject; }
+bool CCDMClassEntry::IsContainer() {
+    return attribute_.type == CCDMAttrType::kObject;
+}
 
 FIContext* CCDMClassEntry::GetContext() {
     if (!IsContainer()) return EmptyContext();
@@ -86,9 +92,9 @@ FIContext* CCDMClassEntry::GetContext() {
         return EmptyContext();
     }
     const ClassPlace& here = context_->Place();
-    auto below = Ref<CCDMClassContext>::Share(new CCDMClassContext(
-        {here.library, path_.classRecord, &attribute_, Ref<CCDMClassEntry>::Share(this),
-         here.branch, faces_.ByFace()}));
+    auto below = Ref<CCDMClassContext>::Share(
+        new CCDMClassContext({here.library, path_.classRecord, &attribute_,
+                              Ref<CCDMClassEntry>::Share(this), here.branch, faces_.ByFace()}));
     return below.Detach();
 }
 

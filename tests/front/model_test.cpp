@@ -12,7 +12,9 @@ namespace {
 
 using Iterator = Ref<FIIteratorBase>;
 
-std::string Shown(const FIValue& value) { return value.IsNull() ? "(NULL)" : value.ToText(); }
+std::string Shown(const FIValue& value) {
+    return value.IsNull() ? "(NULL)" : value.ToText();
+}
 
 std::string Read(FIIteratorBase& it, const char* name) {
     FIValue value;
@@ -27,7 +29,7 @@ std::string PathOf(FIIteratorBase& it) {
 }
 
 class NeutralCase : public testing::Test {
-protected:
+ protected:
     void SetUp() override {
         casehost::UseStandardParts(host_);
         FixtopInstallHost(&host_.Services());
@@ -86,8 +88,9 @@ TEST_F(NeutralCase, values_are_the_ones_of_the_raw_tree) {
     for (const std::string& name : StreamNames("Stream")) {
         const std::string stream = "Flowsheet.Stream[Name=\"" + name + "\"].";
         const std::string raw = "appModel.FlowSheetObjects.Streams.\"" + name + "\".";
-        const std::pair<const char*, const char*> pairs[] = {
-            {"Temperature", "Temperature"}, {"Pressure", "Pressure"}, {"MolarFlow", "\"Molar Flow\""}};
+        const std::pair<const char*, const char*> pairs[] = {{"Temperature", "Temperature"},
+                                                             {"Pressure", "Pressure"},
+                                                             {"MolarFlow", "\"Molar Flow\""}};
         for (const auto& [neutral, application] : pairs) {
             const Iterator one = At(stream + neutral);
             const Iterator other = Raw(raw + application);
@@ -107,7 +110,8 @@ TEST_F(NeutralCase, application_node_and_converters_explain_a_value) {
     EXPECT_EQ("Top.appModel.FlowSheetObjects.Streams.", PathOf(*node).substr(0, 38));
     EXPECT_EQ(Read(*it, "value"), Read(*node, "value"));
     const std::string why = Read(*it, "converters");
-    EXPECT_NE(std::string::npos, why.find("<Translate Type=\"Map\">Temperature</Translate>")) << why;
+    EXPECT_NE(std::string::npos, why.find("<Translate Type=\"Map\">Temperature</Translate>"))
+        << why;
     EXPECT_EQ(nullptr, FixtopApplicationNode(it.Get(), 3));
     EXPECT_EQ(nullptr, FixtopApplicationNode(nullptr, 1));
     EXPECT_EQ(nullptr, FixtopApplicationNode(Raw("appModel").Get(), 1));
@@ -149,7 +153,8 @@ TEST_F(NeutralCase, paths_read_back) {
 TEST_F(NeutralCase, reference_survives_a_store_that_solves) {
     const auto reference =
         Ref<FIReferenceBase>::Adopt(At("Flowsheet.Stream.Temperature")->MakeReference());
-    const auto raw = Iterator::Adopt(FixtopApplicationNode(At("Flowsheet.Stream.Temperature").Get(), 1));
+    const auto raw =
+        Iterator::Adopt(FixtopApplicationNode(At("Flowsheet.Stream.Temperature").Get(), 1));
     FIValue before;
     reference->GetAttribute(FIValue("value"), before);
     FIValue out;

@@ -9,7 +9,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-std::string Shown(FIIteratorBase& it, const char* name) { return Read(it, name); }
+std::string Shown(FIIteratorBase& it, const char* name) {
+    return Read(it, name);
+}
 
 std::string DisplayIn(FIIteratorBase& it, const char* unit, bool spec = false,
                       const FIValue& quantity = FIValue()) {
@@ -83,7 +85,8 @@ TEST_F(Model, rows_of_a_bound_entry) {
              Case{"Flowsheet.Level", "display_name", "Level"},
              Case{"Flowsheet.Stream", "value", "(NULL)"},
              Case{"Flowsheet.Stream", "container", "Stream"},
-             Case{"Flowsheet.Stream.Temperature", "path", "Top.appModel.Sheet.Streams.Feed.Temperature"},
+             Case{"Flowsheet.Stream.Temperature", "path",
+                  "Top.appModel.Sheet.Streams.Feed.Temperature"},
              Case{"Flowsheet.Stream.Temperature", "id", "Temperature"},
              Case{"Flowsheet.Stream.Temperature", "status", "OK"},
              Case{"Flowsheet.Stream.Temperature", "type", "Real"},
@@ -114,7 +117,8 @@ TEST_F(Model, overrides_answer_before_the_node) {
 
 TEST_F(Model, overrides_of_the_second_face) {
     std::string map = kTestMap;
-    const std::string from = R"(<Translate Type="Map" Branch="Spec">Specified</Translate></Attribute>
+    const std::string from =
+        R"(<Translate Type="Map" Branch="Spec">Specified</Translate></Attribute>
     <Attribute Name="Turned">)";
     map.replace(map.find(from), from.size(),
                 R"(<Translate Type="Map" Branch="Spec">Specified<NodeAttributes>
@@ -233,7 +237,11 @@ TEST_F(Model, values_are_written_from_the_display_unit) {
     EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(212)));
     EXPECT_EQ("REAL 100", Raw(*feed.children[0]));
     EXPECT_EQ("(NULL)", Set(*it, "value", Text("32")));
-    EXPECT_NEAR(0.0, At("Flowsheet.Stream.Temperature")->Depth() ? Number(*At("Flowsheet.Stream.Temperature")) : 1, 1e-9);
+    EXPECT_NEAR(0.0,
+                At("Flowsheet.Stream.Temperature")->Depth()
+                    ? Number(*At("Flowsheet.Stream.Temperature"))
+                    : 1,
+                1e-9);
     EXPECT_EQ("(NULL)", Set(*it, "value", Text("hot")));
     EXPECT_EQ("hot", Raw(*feed.children[0])) << "no number";
     const auto pressure = At("Flowsheet.Stream.Pressure");
@@ -400,15 +408,16 @@ TEST_F(Model, without_units_values_pass_and_units_say_so) {
 }
 
 TEST_F(Model, converters_tell_each_translator_and_which_is_used) {
-    EXPECT_EQ("\t<Translate Type=\"Map\">Calculated</Translate>\n"
-              "<!--   ****   USED   ****   -->\n",
-              [&] {
-                  std::string text = Value("Flowsheet.Faces.Split", "converters");
-                  const std::size_t comment = text.find("<!--");
-                  const std::size_t line = text.find('\n', comment) + 1;
-                  return text.substr(line, text.find('\n', line) + 1 - line) +
-                         text.substr(comment, line - comment);
-              }());
+    EXPECT_EQ(
+        "\t<Translate Type=\"Map\">Calculated</Translate>\n"
+        "<!--   ****   USED   ****   -->\n",
+        [&] {
+            std::string text = Value("Flowsheet.Faces.Split", "converters");
+            const std::size_t comment = text.find("<!--");
+            const std::size_t line = text.find('\n', comment) + 1;
+            return text.substr(line, text.find('\n', line) + 1 - line) +
+                   text.substr(comment, line - comment);
+        }());
     EXPECT_THAT(Value("Flowsheet.Faces.Split", "converters"), HasSubstr(">Specified</Translate>"));
     EXPECT_THAT(Value("Flowsheet.Stream", "converters"),
                 HasSubstr("<TranslateArray Type=\"Map\">Streams.*</TranslateArray>"));
@@ -435,7 +444,8 @@ TEST_F(Model, attributes_of_two_nodes_are_listed_together) {
     EXPECT_THAT(Rows(*At("Flowsheet.Faces.Turned")),
                 ElementsAre("value", "uom", "status", "spec_value", "spec_uom"));
     EXPECT_THAT(Rows(*At("Flowsheet.Faces.OnlySpec")), ElementsAre("spec_value", "spec_uom"));
-    EXPECT_THAT(Rows(*At("Flowsheet.Faces.OnlyCalc")), ElementsAre("alt_value", "alt_uom", "status"));
+    EXPECT_THAT(Rows(*At("Flowsheet.Faces.OnlyCalc")),
+                ElementsAre("alt_value", "alt_uom", "status"));
 }
 
 TEST_F(Model, alternate_rows_are_the_second_nodes) {
@@ -474,11 +484,11 @@ TEST_F(Model, misspelt_browser_name_asks_for_the_right_one) {
 
 TEST_F(Model, table_of_a_pure_entry) {
     EXPECT_THAT(Rows(*At(OpenPure(), "Flowsheet.Stream.Temperature")),
-                ElementsAre("id", "value", "dimension", "uom", "spec_value", "spec_uom", "can_enter",
-                            "option_list", "uom_options", "browser_name", "type", "container",
-                            "container_category", "container_type", "display_name", "isleaf",
-                            "has_children", "path", "upper_limit", "lower_limit", "description",
-                            "status", "enabled", "history_enabled", "is_container",
+                ElementsAre("id", "value", "dimension", "uom", "spec_value", "spec_uom",
+                            "can_enter", "option_list", "uom_options", "browser_name", "type",
+                            "container", "container_category", "container_type", "display_name",
+                            "isleaf", "has_children", "path", "upper_limit", "lower_limit",
+                            "description", "status", "enabled", "history_enabled", "is_container",
                             "no_containers_below", "is_hierarchy", "parent"));
 }
 

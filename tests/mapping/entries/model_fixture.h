@@ -275,12 +275,17 @@ class Model : public testing::Test {
         for (int i = 0; i < 3; ++i) {
             levels.Add("L" + std::to_string(i)).Set("value", 1.5 + i).Set("uom", "bar");
         }
-        faces.Add("Both").Set("value", 1.0).Set("uom", "bar").Set("spec_value", 2.0).Set("spec_uom", "kPa");
+        faces.Add("Both")
+            .Set("value", 1.0)
+            .Set("uom", "bar")
+            .Set("spec_value", 2.0)
+            .Set("spec_uom", "kPa");
         faces.Add("Calculated").Set("value", 3.0).Set("uom", "bar").Set("status", "calculated");
         faces.Add("Specified").Set("value", 400.0).Set("uom", "kPa").Set("status", "specified");
         faces.Add("CalcSide").Add("Amount").Set("value", 5.0).Set("uom", "bar");
         faces.Add("SpecSide").Add("Amount").Set("value", 6.0).Set("uom", "kPa");
-        for (const char* name : {"C0", "C1", "C2"}) sheetChild("Calcs").Add(name).Set("value", name);
+        for (const char* name : {"C0", "C1", "C2"})
+            sheetChild("Calcs").Add(name).Set("value", name);
         for (const char* name : {"S0", "S1"}) sheetChild("Specs").Add(name).Set("value", name);
     }
     ScriptNode& sheetChild(const std::string& name) {

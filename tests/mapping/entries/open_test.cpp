@@ -34,7 +34,8 @@ TEST_F(Model, open_on_a_given_top_asks_no_function) {
     const auto it = RootOf(OpenModelOnTop(Files(), other.Entry().Get()));
     EXPECT_EQ("Another", Read(*At(it, "Flowsheet.Name"), "value"));
     folder.Write("map.xml", "<CCDMMapFile/>");
-    EXPECT_TRUE(OpenModelOnTop(Files(), other.Entry().Get())) << "no root translator: the top itself";
+    EXPECT_TRUE(OpenModelOnTop(Files(), other.Entry().Get()))
+        << "no root translator: the top itself";
 }
 
 TEST_F(Model, open_on_a_node_shows_it_as_the_class) {
@@ -115,9 +116,12 @@ TEST_F(Model, root_stands_for_the_tree) {
     top.children[0]->can_notify = true;
     const auto it = Open();
     const std::vector<std::pair<const char*, const char*>> rows = {
-        {"id", "QSISimulation"},           {"browser_name", "QSISimulation"},
-        {"type", "Object(QSISimulation)"}, {"display_name", "QSISimulation"},
-        {"isleaf", "INT 0"},               {"has_children", "INT 1"},
+        {"id", "QSISimulation"},
+        {"browser_name", "QSISimulation"},
+        {"type", "Object(QSISimulation)"},
+        {"display_name", "QSISimulation"},
+        {"isleaf", "INT 0"},
+        {"has_children", "INT 1"},
         {"path", "Top.appModel"}};
     for (const auto& [name, value] : rows) EXPECT_EQ(value, Read(*it, name)) << name;
     EXPECT_EQ("(NULL)", Read(*OpenPure(), "path"));
@@ -149,8 +153,8 @@ TEST_F(Model, library_lives_as_long_as_any_part_of_the_tree) {
 TEST_F(Model, two_thousand_opens_leave_nothing_behind) {
     folder.Write("units.xml", "<CCDMUnitFile/>");
     constexpr CountedClass kClasses[] = {
-        CountedClass::CCDMClassLibrary, CountedClass::CCDMClass,     CountedClass::CCDMAttribute,
-        CountedClass::CCDMEnumeration,  CountedClass::AncestorPath,  CountedClass::FIReference,
+        CountedClass::CCDMClassLibrary, CountedClass::CCDMClass,    CountedClass::CCDMAttribute,
+        CountedClass::CCDMEnumeration,  CountedClass::AncestorPath, CountedClass::FIReference,
         CountedClass::FIIterator,       CountedClass::CDTBase};
     std::vector<int> before;
     for (CountedClass each : kClasses) before.push_back(CountOf(each).alive);
@@ -171,7 +175,8 @@ TEST_F(Model, two_thousand_opens_leave_nothing_behind) {
 // Keys are the attributes' names, which elements of an array share.
 TEST_F(Model, class_cursor_behaves_as_a_cursor) {
     const auto bound = Ref<FIContext>::Adopt(EntryAt(*At("Flowsheet.Stream"))->GetContext());
-    const auto pure = Ref<FIContext>::Adopt(EntryAt(*At(OpenPure(), "Flowsheet.Stream"))->GetContext());
+    const auto pure =
+        Ref<FIContext>::Adopt(EntryAt(*At(OpenPure(), "Flowsheet.Stream"))->GetContext());
     const auto array = Ref<FIContext>::Adopt(EntryAt(*At("Flowsheet"))->GetContext());
     folder.Write("empty", "<QZClassLibrary><Class Name='empty'/></QZClassLibrary>");
     const auto nothing = OpenPureModel("empty", nullptr);
@@ -180,8 +185,9 @@ TEST_F(Model, class_cursor_behaves_as_a_cursor) {
     family.make_empty = [&] { return nothing->MakeCursor(kChildCursor); };
     family.name = "class cursor, bound";
     family.make = [&] { return bound->MakeCursor(kChildCursor); };
-    family.keys = {"Name",  "Temperature", "Pressure", "Phase", "Own",  "Loose",     "Stages", "Bare",
-                   "Label", "Half",        "Whole",    "Kind",  "Unit", "Elsewhere", "Gone",   "Odd"};
+    family.keys = {"Name",   "Temperature", "Pressure", "Phase", "Own",   "Loose",
+                   "Stages", "Bare",        "Label",    "Half",  "Whole", "Kind",
+                   "Unit",   "Elsewhere",   "Gone",     "Odd"};
     CheckCursorFamily(family);
     family.name = "class cursor, pure";
     family.make = [&] { return pure->MakeCursor(kChildCursor); };
@@ -193,7 +199,7 @@ TEST_F(Model, class_cursor_behaves_as_a_cursor) {
     CheckCursorFamily(family);
     family.name = "class cursor, arrays";
     family.make = [&] { return array->MakeCursor(kChildCursor); };
-    family.keys = {"Name",  "Stream", "Stream", "Unit",  "Unit",  "Unit", "Level",
+    family.keys = {"Name",  "Stream", "Stream", "Unit",  "Unit",  "Unit",  "Level",
                    "Level", "Level",  "Lost",   "Faces", "Twins", "Twins", "Twins"};
     CheckCursorFamily(family);
 }

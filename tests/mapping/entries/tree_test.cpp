@@ -16,19 +16,19 @@ Names Children(FIIterator& it) {
 TEST_F(Model, bound_tree_lists_what_a_translator_serves) {
     const auto it = Open();
     EXPECT_THAT(Children(*it), ElementsAre("Flowsheet"));
-    EXPECT_THAT(Children(*At("Flowsheet.Stream")),
-                ElementsAre("Name", "Temperature", "Pressure", "Phase", "Own", "Loose", "Stages",
-                            "Bare", "Label", "Half", "Whole", "Kind", "Unit", "Elsewhere", "Gone",
-                            "Odd"));
+    EXPECT_THAT(
+        Children(*At("Flowsheet.Stream")),
+        ElementsAre("Name", "Temperature", "Pressure", "Phase", "Own", "Loose", "Stages", "Bare",
+                    "Label", "Half", "Whole", "Kind", "Unit", "Elsewhere", "Gone", "Odd"));
 }
 
 TEST_F(Model, pure_tree_lists_every_attribute_and_the_superclasses_first) {
     const auto it = OpenPure();
     EXPECT_THAT(Children(*it), ElementsAre("Flowsheet", "Unmapped"));
-    EXPECT_THAT(Children(*At(OpenPure(), "Flowsheet.Stream")),
-                ElementsAre("Name", "Temperature", "Pressure", "Phase", "Own", "Loose", "Stages",
-                            "Bare", "Label", "Half", "Whole", "Kind", "Unit", "Elsewhere", "Gone",
-                            "NoMap", "Odd"));
+    EXPECT_THAT(
+        Children(*At(OpenPure(), "Flowsheet.Stream")),
+        ElementsAre("Name", "Temperature", "Pressure", "Phase", "Own", "Loose", "Stages", "Bare",
+                    "Label", "Half", "Whole", "Kind", "Unit", "Elsewhere", "Gone", "NoMap", "Odd"));
 }
 
 TEST_F(Model, arrays_are_listed_element_by_element) {
@@ -62,7 +62,8 @@ TEST_F(Model, keys_name_the_element_in_paths_that_read_back) {
     At("Flowsheet.Stream#1.Temperature")->GetPath(written);
     EXPECT_EQ("QSISimulation.Flowsheet.Stream(Product).Temperature", written.ToText());
     EXPECT_FALSE(Open()->SeekPath(Text("Flowsheet.Stream(Other).Temperature")));
-    EXPECT_EQ("Object(QSIStream)", Value("Flowsheet.Stream(type)", "type")) << "no key: an attribute";
+    EXPECT_EQ("Object(QSIStream)", Value("Flowsheet.Stream(type)", "type"))
+        << "no key: an attribute";
 }
 
 TEST_F(Model, keys_with_marks_read_back_too) {
@@ -73,8 +74,9 @@ TEST_F(Model, keys_with_marks_read_back_too) {
     EXPECT_EQ(R"(Flowsheet.Stream("Product, dry [2]").Pressure)", written.ToText());
     EXPECT_EQ(Read(*it, "path"), Read(*At(written.ToText()), "path"));
     EXPECT_EQ(R"(Stream[Name="Product, dry [2]"])", Value("Flowsheet.Stream#1", "display_name"));
-    EXPECT_EQ(Read(*it, "path"),
-              Value("Flowsheet." + Value("Flowsheet.Stream#1", "display_name") + ".Pressure", "path"));
+    EXPECT_EQ(
+        Read(*it, "path"),
+        Value("Flowsheet." + Value("Flowsheet.Stream#1", "display_name") + ".Pressure", "path"));
 }
 
 TEST_F(Model, key_cursor_has_the_keys_of_an_element_alone) {
@@ -142,7 +144,8 @@ TEST_F(Model, variables_of_an_element_are_its_own) {
 
 TEST_F(Model, set_variables_are_seen_by_the_attribute) {
     EXPECT_EQ("red", Value("Flowsheet.Stream.Odd"));
-    EXPECT_THAT(Value("Flowsheet.Stream.Odd", "dumpvars"), testing::HasSubstr("Colour\t\tSTRING\t\"red\""));
+    EXPECT_THAT(Value("Flowsheet.Stream.Odd", "dumpvars"),
+                testing::HasSubstr("Colour\t\tSTRING\t\"red\""));
     EXPECT_EQ("None", Value("Flowsheet.Stream.Odd", "type"));
 }
 
@@ -185,8 +188,7 @@ TEST_F(Model, attribute_of_one_face_has_one_reference) {
                              Case{"Flowsheet.Faces.OnlyCalc", kSpec, kCalc, false, true},
                              Case{"Flowsheet.Stream.Gone", kAny, kNone, false, false}}) {
         const auto it = At(each.path);
-        const AppFaces& faces_at =
-            static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
+        const AppFaces& faces_at = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
         EXPECT_EQ(each.primary, faces_at.primary.request) << each.path;
         EXPECT_EQ(each.secondary, faces_at.secondary.request) << each.path;
         EXPECT_EQ(each.has_primary, static_cast<bool>(faces_at.primary.reference)) << each.path;
@@ -206,7 +208,8 @@ TEST_F(Model, mirror_requests) {
 }
 
 TEST_F(Model, both_faces_lead_to_both_faces_below) {
-    for (const char* path : {"Flowsheet.Faces.Below.Amount", "Flowsheet.Faces.TurnedBelow.Amount"}) {
+    for (const char* path :
+         {"Flowsheet.Faces.Below.Amount", "Flowsheet.Faces.TurnedBelow.Amount"}) {
         EXPECT_EQ("REAL 5", Value(path)) << path;
         EXPECT_EQ("REAL 6", Value(path, "spec_value")) << path;
         EXPECT_EQ("kPa", Value(path, "spec_uom")) << path;
@@ -232,10 +235,10 @@ TEST_F(Model, branch_of_the_library_asks_for_one_face_first) {
     };
     using enum BranchRequest;
     for (const Case& each : {Case{"Calc", kCalc, kSpec}, Case{"Spec", kSpec, kCalc}}) {
-        folder.Write("map.xml", std::string(kTestMap).replace(
-                                    std::string(kTestMap).find("<Class Name=\"QSISimulation\">"), 0,
-                                    std::string("<DefaultBranch>") + each.branch +
-                                        "</DefaultBranch>"));
+        folder.Write("map.xml",
+                     std::string(kTestMap).replace(
+                         std::string(kTestMap).find("<Class Name=\"QSISimulation\">"), 0,
+                         std::string("<DefaultBranch>") + each.branch + "</DefaultBranch>"));
         const auto context = OpenModelOnTop(Files());
         ASSERT_TRUE(context);
         EXPECT_EQ(each.primary, context->Place().branch);
@@ -272,7 +275,8 @@ TEST_F(Model, repeating_class_of_a_pure_tree_is_entered_once) {
     folder.Write("classes.xml", R"(<L><ClassAttributes Name="QSISimulation">
         <Attribute Name="Again" Type="Object" Multiplicity="1"><ClassName>QSISimulation</ClassName></Attribute>
         </ClassAttributes></L>)");
-    folder.Write("classes.xml", std::string(R"(<QZClassLibrary><ClassAttributes Name="QSISimulation">
+    folder.Write("classes.xml",
+                 std::string(R"(<QZClassLibrary><ClassAttributes Name="QSISimulation">
         <Attribute Name="Again" Type="Object" Multiplicity="1"><ClassName>QSISimulation</ClassName></Attribute>
         </ClassAttributes></QZClassLibrary>)"));
     const auto it = OpenPure();
