@@ -13,8 +13,7 @@ const FIValue& SubclassName() {
 
 }  // namespace
 
-CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function,
-                                         FIReferenceBase& reference)
+CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function, FIReferenceBase& reference)
     : function_(function), reference_(reference) {
     if (function_ != nullptr) {
         MoveReference(reference_, [this](FIIteratorBase& it) {

@@ -24,8 +24,8 @@ static_assert(kCommentLead + kUsed.size() + std::string_view("-->\n").size() == 
 
 // What is compared in one pass over the levels.
 struct Pass {
-    std::string CCDMTranslator::* wanted;
-    std::string AncestorPath::* present;
+    std::string CCDMTranslator::*wanted;
+    std::string AncestorPath::*present;
     bool by_inheritance;
     std::string_view no_match;
 };

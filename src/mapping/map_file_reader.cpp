@@ -119,8 +119,9 @@ class AttributeElement final : public NamedElement {
         AddChild<TranslatorElement>(kTranslateArrayForm, library_, attribute.arrayTranslators,
                                     scope_, branch);
         if (attribute.type == CCDMAttrType::kEnumeration) {
-            AddChild<EnumerationElement>(
-                library_, [&attribute](const std::string& name) { return MapsOf(attribute, name); });
+            AddChild<EnumerationElement>(library_, [&attribute](const std::string& name) {
+                return MapsOf(attribute, name);
+            });
         }
         AddChild<NamedTextElement>("Condition", "Var",
                                    [this](const std::string& variable, const std::string& value) {
@@ -134,9 +135,8 @@ class AttributeElement final : public NamedElement {
 
     static EnumMaps* MapsOf(CCDMAttribute& attribute, const std::string& name) {
         if (name == attribute.typeName) return &attribute.enumMaps;
-        LogMistake(
-            MessageText("Enum %s for Attribute %s does not match Attribute Enum name (%s)",
-                        name.c_str(), attribute.name.c_str(), attribute.typeName.c_str()));
+        LogMistake(MessageText("Enum %s for Attribute %s does not match Attribute Enum name (%s)",
+                               name.c_str(), attribute.name.c_str(), attribute.typeName.c_str()));
         return nullptr;
     }
 
@@ -248,8 +248,8 @@ class MapFileElement final : public NamedElement {
         AddChild<DefaultBranchElement>(library_);
         AddChild<LinkageElement>(library_);
         AddChild<OneAttributeElement>("TopNode", "FunctionName", [this](const std::string& name) {
-            library_.topNodeFunction = reinterpret_cast<void* (*)()>(
-                FindTopNodeFunction(library_.semanticModule, name));
+            library_.topNodeFunction =
+                reinterpret_cast<void* (*)()>(FindTopNodeFunction(library_.semanticModule, name));
         });
         AddChild<TextElement>("TranslateName", [this](const std::string& text, const XmlLocator*) {
             if (!IsBlank(text)) library_.defaultTranslateName = TrimmedText(text);

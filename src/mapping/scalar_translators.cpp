@@ -22,8 +22,8 @@ bool CCDMMapTranslator::Test(FIReferenceBase& reference) const {
 }
 
 bool CCDMMapTranslator::Apply(FIReferenceBase& reference) const {
-    return path_ && MoveReference(reference,
-                                  [this](FIIteratorBase& it) { return it.WalkFrom(*path_); });
+    return path_ &&
+           MoveReference(reference, [this](FIIteratorBase& it) { return it.WalkFrom(*path_); });
 }
 
 // The closing text is what readers of these dumps know, like the one of an array.

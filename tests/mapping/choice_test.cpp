@@ -1,11 +1,12 @@
-// The choice among the translators of an attribute. The scores in the tables are worked out by hand.
+// The choice among the translators of an attribute. The scores in the tables are worked out by
+// hand.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "mapping/find_translator.h"
-#include "mapping_fixture.h"
 #include "mapping/scalar_translators.h"
+#include "mapping_fixture.h"
 
 namespace {
 
@@ -81,9 +82,8 @@ class Choice : public testing::Test {
             TranslatorMap map;
             for (const Candidate& candidate : row.candidates) Add(map, candidate);
             const Levels levels(row.levels, &library_);
-            const CCDMTranslator* chosen =
-                FindTranslator("T", levels.Path(), map, reference_.Get(),
-                               static_cast<BranchRequest>(row.request));
+            const CCDMTranslator* chosen = FindTranslator("T", levels.Path(), map, reference_.Get(),
+                                                          static_cast<BranchRequest>(row.request));
             EXPECT_EQ(BodyOf(chosen), row.chosen) << "row " << i << ": " << row.levels;
         }
     }
@@ -117,11 +117,9 @@ TEST_F(Choice, nearest_container_wins) {
         {"Case:c/Pump:p/:x", {{"pump", "pump"}}, "(none)"},
         {"Case:c/Pump:p/:x", {{"pump", "Pum"}}, "(none)"},
         // the tenth level above costs as much as none: k = 10 gives 100 + 100, a tie
-        {"Case:c/0:0/1:1/2:2/3:3/4:4/5:5/6:6/7:7/8:8/:x",
-         {{"case", "Case"}, {"any"}}, "case"},
+        {"Case:c/0:0/1:1/2:2/3:3/4:4/5:5/6:6/7:7/8:8/:x", {{"case", "Case"}, {"any"}}, "case"},
         // from the eleventh on none is nearer: 110 + 100 against 200
-        {"Case:c/Z:z/0:0/1:1/2:2/3:3/4:4/5:5/6:6/7:7/8:8/:x",
-         {{"case", "Case"}, {"any"}}, "any"},
+        {"Case:c/Z:z/0:0/1:1/2:2/3:3/4:4/5:5/6:6/7:7/8:8/:x", {{"case", "Case"}, {"any"}}, "any"},
     });
 }
 
@@ -155,7 +153,8 @@ TEST_F(Choice, dotted_containers_need_their_parents_above) {
         {"Case:c/Pump:p/:x", {{"dotted", "Pump.Case"}}, "(none)"},
         // 10 - 2 + 100 = 108 against 109
         {"Case:c/Stream:s/Pump:p/:x",
-         {{"two", "Stream.Pump"}, {"three", "Case.Stream.Pump"}}, "three"},
+         {{"two", "Stream.Pump"}, {"three", "Case.Stream.Pump"}},
+         "three"},
         // a mismatch goes on with the next level: k = 2 has Case above, 20 - 1 + 100
         {"Case:c/Pump:o/Pump:p/:x", {{"dotted", "Case.Pump"}, {"any"}}, "dotted"},
         // ... and a plain one at k = 1 is nearer: 110 against 119
@@ -238,8 +237,7 @@ TEST_F(Choice, translate_name_selects_the_candidates) {
     Add(map, {"other", "Pump"}, "U");
     const Levels levels("Pump:p/:x", &library_);
     const auto find = [&](const char* name) {
-        return BodyOf(
-            FindTranslator(name, levels.Path(), map, nullptr, BranchRequest::kAny));
+        return BodyOf(FindTranslator(name, levels.Path(), map, nullptr, BranchRequest::kAny));
     };
     EXPECT_EQ(find("T"), "mine");
     EXPECT_EQ(find("U"), "other");
@@ -307,7 +305,9 @@ TEST_F(Choice, tie_is_told_when_the_branch_does_not_decide) {
     EXPECT_THAT(log_.Lines(), ElementsAre(line)) << "a request for any face is no branch";
     log_.Restart();
     Check({{"Pump:p/Stream:x",
-            {{"a", "Pump", "p"}, {"b", "Pump", "p"}, {"c", "Pump", "p"}}, "a", 2}});
+            {{"a", "Pump", "p"}, {"b", "Pump", "p"}, {"c", "Pump", "p"}},
+            "a",
+            2}});
     EXPECT_THAT(log_.Lines(), ElementsAre("Duplicate translators: Class Stream, Attribute x, "
                                           "Container Pump, ContainerID p"))
         << "once a choice";

@@ -82,7 +82,8 @@ TEST_F(Translators, map_goes_along_its_path) {
 }
 
 TEST_F(Translators, empty_map_stays) {
-    for (const auto& map : {WithBody<CCDMMapTranslator>(""), std::make_unique<CCDMMapTranslator>()}) {
+    for (const auto& map :
+         {WithBody<CCDMMapTranslator>(""), std::make_unique<CCDMMapTranslator>()}) {
         EXPECT_TRUE(map->Test(*reference_));
         EXPECT_TRUE(map->Apply(*reference_));
         EXPECT_EQ(NameOf(*reference_), "unit");
@@ -127,8 +128,8 @@ TEST_F(Translators, function_without_a_body_fails_in_silence) {
     const auto function = WithBody<CCDMFunctionTranslator>(" \n\t");
     const auto filter = WithBody<CCDMArrayFunctionTranslator>("");
     const auto array = WithBody<CCDMArrayFuncTranslator>("\t");
-    for (CCDMTranslator* each : std::initializer_list<CCDMTranslator*>{function.get(), filter.get(),
-                                                                       array.get()}) {
+    for (CCDMTranslator* each :
+         std::initializer_list<CCDMTranslator*>{function.get(), filter.get(), array.get()}) {
         EXPECT_FALSE(each->Test(*reference_));
         EXPECT_FALSE(each->Apply(*reference_));
     }
@@ -241,11 +242,11 @@ TEST_F(Translators, stale_reference_is_found_again_first) {
 
 TEST(MapText, trimming_keeps_a_trailing_tab_unless_one_leads) {
     const std::pair<const char*, const char*> rows[] = {
-        {"", ""},           {"a", "a"},          {" a ", "a"},        {"\na\n", "a"},
-        {" \n\ta", "a"},    {"a \n ", "a"},      {"a\t", "a\t"},      {"a \t", "a \t"},
-        {"a\t ", "a\t"},    {" a\t", "a\t"},     {"\ta\t", "a"},      {"\t a \t\n", "a"},
-        {"\n\ta\t", "a\t"}, {"a b", "a b"},      {"a\tb", "a\tb"},    {" ", ""},
-        {"\t", ""},         {"\n \t", ""},       {"\ta\tb\t\t", "a\tb"}, {"a\r", "a\r"},
+        {"", ""},           {"a", "a"},      {" a ", "a"},           {"\na\n", "a"},
+        {" \n\ta", "a"},    {"a \n ", "a"},  {"a\t", "a\t"},         {"a \t", "a \t"},
+        {"a\t ", "a\t"},    {" a\t", "a\t"}, {"\ta\t", "a"},         {"\t a \t\n", "a"},
+        {"\n\ta\t", "a\t"}, {"a b", "a b"},  {"a\tb", "a\tb"},       {" ", ""},
+        {"\t", ""},         {"\n \t", ""},   {"\ta\tb\t\t", "a\tb"}, {"a\r", "a\r"},
     };
     for (const auto& [text, trimmed] : rows) {
         EXPECT_EQ(TrimmedText(text), trimmed) << testing::PrintToString(text);

@@ -38,7 +38,9 @@ class Walks : public testing::Test {
         paths_.push_back(CompilePath(path));
         return std::make_unique<CDTPathIterator>(paths_.back().get(), *reference_);
     }
-    std::string Now() const { return NameOf(*reference_) + "@" + std::to_string(reference_->Depth()); }
+    std::string Now() const {
+        return NameOf(*reference_) + "@" + std::to_string(reference_->Depth());
+    }
     std::vector<std::string> Forward(CDTBase& walk) const {
         std::vector<std::string> names;
         for (bool on = walk.First(); on; on = walk.Next()) names.push_back(NameOf(*reference_));
@@ -120,8 +122,8 @@ TEST_F(Walks, subclass_of_a_former_element_does_not_stay) {
 }
 
 TEST_F(Walks, count_keeps_its_low_byte) {
-    const std::pair<int, int> rows[] = {{0, 0},    {1, 1},     {255, 255}, {256, 0},
-                                        {300, 44}, {512, 0},   {513, 1},   {-1, 255},
+    const std::pair<int, int> rows[] = {{0, 0},    {1, 1},     {255, 255},       {256, 0},
+                                        {300, 44}, {512, 0},   {513, 1},         {-1, 255},
                                         {-256, 0}, {65536, 0}, {2147483647, 255}};
     for (const auto& [told, kept] : rows) {
         Recorded::Reset();
