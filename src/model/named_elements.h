@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "model/sax_element_handler.h"
@@ -24,10 +25,10 @@ class NamedElement : public SaxElementHandler {
     // The element begins: read its attributes, add the children.
     virtual void Begin(const XmlLocator*, const XmlAttributes&) {}
 
-    const char* Name() const { return name_; }
+    const char* Name() const { return name_.data(); }
 
  private:
-    const char* name_;
+    std::string_view name_;  // ends in a zero
 };
 
 // Hands each piece of the element's text to a function.

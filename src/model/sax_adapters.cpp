@@ -4,7 +4,7 @@ namespace {
 
 constexpr int kWarningLevel = 5;
 
-std::string Cut(const std::string& text) {
+std::string_view Cut(std::string_view text) {
     if (text.size() <= SaxElementHandler::kTextLimit) return text;
     std::size_t end = SaxElementHandler::kTextLimit;
     // A byte 10xxxxxx goes on with the character before it.
@@ -12,14 +12,29 @@ std::string Cut(const std::string& text) {
     return text.substr(0, end);
 }
 
+// A text as it is handed on; only one that must be cut is copied.
+class HandedText {
+ public:
+    explicit HandedText(const std::string& text)
+        : text_(text.size() <= SaxElementHandler::kTextLimit ? text : cut_.assign(Cut(text))) {}
+
+    const std::string& Get() const { return text_; }
+
+ private:
+    std::string cut_;
+    const std::string& text_;
+};
+
 }  // namespace
 
 void SaxContentAdapter::StartElement(const std::string& name, const XmlAttributes& attributes,
                                      const XmlLocator& locator) {
-    XmlAttributes cut;
-    cut.reserve(attributes.size());
-    for (const auto& [attribute, value] : attributes) cut.emplace_back(Cut(attribute), Cut(value));
-    document_.StartElement(Cut(name), &locator, cut);
+    cut_ = attributes;
+    for (auto& [attribute, value] : cut_) {
+        attribute = Cut(attribute);
+        value = Cut(value);
+    }
+    document_.StartElement(HandedText(name).Get(), &locator, cut_);
 }
 
 void SaxContentAdapter::EndElement(const std::string&, const XmlLocator& locator) {
@@ -27,7 +42,7 @@ void SaxContentAdapter::EndElement(const std::string&, const XmlLocator& locator
 }
 
 void SaxContentAdapter::Text(const std::string& text, const XmlLocator& locator) {
-    document_.Text(Cut(text), &locator);
+    document_.Text(HandedText(text).Get(), &locator);
 }
 
 void SaxErrorAdapter::Warning(const std::string& text, const XmlLocator& locator) {

@@ -21,6 +21,7 @@ class SaxContentAdapter final : public XmlContentHandler {
 
  private:
     SaxElementHandler& document_;
+    XmlAttributes cut_;
 };
 
 // Writes what the parser complains about to the log: errors always, warnings at level 5.

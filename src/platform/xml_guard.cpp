@@ -12,26 +12,27 @@ namespace {
 constexpr std::array<std::string_view, 4> kEncodings = {"utf-8", "utf-16", "us-ascii",
                                                         "iso-8859-1"};
 
-// The document with every character beyond ASCII as a '?'. Nothing for UTF-16 of odd length.
-std::optional<std::string> AsciiView(std::string_view bytes) {
-    const auto at = [&](std::size_t i) {
-        return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0x100;
-    };
-    const bool big = (at(0) == 0xFE && at(1) == 0xFF) || (at(0) == 0 && at(1) == '<');
-    const bool little = (at(0) == 0xFF && at(1) == 0xFE) || (at(0) == '<' && at(1) == 0);
-    std::string text;
-    if (!big && !little) {
-        text = bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-        std::replace_if(
-            text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; }, '?');
-        return text;
-    }
+// A document of UTF-16 with every character beyond ASCII as a '?'. Nothing when it is of odd
+// length.
+std::optional<std::string> NarrowedUtf16(std::string_view bytes, bool big) {
     if (bytes.size() % 2 != 0) return std::nullopt;
+    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    std::string text;
+    text.reserve(bytes.size() / 2);
     for (std::size_t i = at(0) >= 0xFE ? 2 : 0; i < bytes.size(); i += 2) {
         const int unit = big ? at(i) * 256 + at(i + 1) : at(i + 1) * 256 + at(i);
         text += unit < 0x80 ? static_cast<char>(unit) : '?';
     }
     return text;
+}
+
+bool HasDeclaration(std::string_view text, std::string_view declaration) {
+    // The second character is rarer than the first.
+    const std::string_view tail = declaration.substr(1);
+    for (std::size_t at = text.find(tail); at != text.npos; at = text.find(tail, at + 1)) {
+        if (at > 0 && text[at - 1] == declaration.front()) return true;
+    }
+    return false;
 }
 
 // The encoding that the declaration names; empty when it names none.
@@ -51,18 +52,26 @@ bool IsKnownEncoding(std::string_view name) {
                        [&](std::string_view known) { return SameName(known, name); });
 }
 
-}  // namespace
-
-const char* RefusalOfXml(std::string_view bytes) {
-    const std::optional<std::string> text = AsciiView(bytes);
-    if (!text || text->find('\0') != std::string::npos) return "The encoding is not supported";
-    if (!IsKnownEncoding(DeclaredEncoding(*text))) return "The encoding is not supported";
+// `text` is the document's, with ASCII characters as they are.
+const char* RefusalOfText(std::string_view text) {
+    if (text.find('\0') != text.npos) return "The encoding is not supported";
+    if (!IsKnownEncoding(DeclaredEncoding(text))) return "The encoding is not supported";
     // A document may begin with nothing but blanks and a tag in each of the known encodings.
-    const std::size_t first = text->find_first_not_of(" \t\r\n");
-    if (first == std::string::npos || (*text)[first] != '<') return "The document has no element";
-    if (text->find("<!DOCTYPE") != std::string::npos &&
-        text->find("<!ENTITY") != std::string::npos) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == text.npos || text[first] != '<') return "The document has no element";
+    if (HasDeclaration(text, "<!DOCTYPE") && HasDeclaration(text, "<!ENTITY")) {
         return "Entity declarations are not allowed";
     }
     return nullptr;
+}
+
+}  // namespace
+
+const char* RefusalOfXml(std::string_view bytes) {
+    const auto begins = [&](std::string_view lead) { return bytes.starts_with(lead); };
+    const bool big = begins("\xFE\xFF") || begins(std::string_view("\0<", 2));
+    const bool little = begins("\xFF\xFE") || begins(std::string_view("<\0", 2));
+    if (!big && !little) return RefusalOfText(bytes.substr(begins("\xEF\xBB\xBF") ? 3 : 0));
+    const std::optional<std::string> narrowed = NarrowedUtf16(bytes, big);
+    return narrowed ? RefusalOfText(*narrowed) : "The encoding is not supported";
 }

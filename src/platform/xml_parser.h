@@ -17,13 +17,14 @@ struct XmlPlace {
 
 enum class XmlSeverity { kWarning, kError, kFatal };
 
-// A false answer stops the parser, which then tells nothing more. Nothing throws. Characters may
-// come in pieces; a break is a comment or a CDATA boundary.
+// A false answer stops the parser, which then tells nothing more. Nothing throws. What is handed
+// out is lent for the event. Characters may come in pieces; a break is a comment or a CDATA
+// boundary.
 class XmlParserEvents {
  public:
-    virtual bool OnStart(std::string name, XmlAttributes attributes, XmlPlace end) noexcept = 0;
-    virtual bool OnEnd(std::string name, XmlPlace end) noexcept = 0;
-    virtual bool OnCharacters(std::string_view text, XmlPlace end) noexcept = 0;
+    virtual bool OnStart(std::string_view name, const XmlAttributes& attributes) noexcept = 0;
+    virtual bool OnEnd(std::string_view name) noexcept = 0;
+    virtual bool OnCharacters(std::string_view text) noexcept = 0;
     virtual bool OnBreak() noexcept = 0;
     virtual void OnError(XmlSeverity severity, std::string text, XmlPlace place) noexcept = 0;
 
@@ -36,6 +37,10 @@ class XmlParser {
     virtual ~XmlParser() = default;
     // Whether the bytes were a well-formed document and no event stopped the parser.
     virtual bool Parse(std::string_view bytes, XmlParserEvents& events) = 0;
+    // Places cost a count of lines and are seldom wanted, so they are asked for, within an event:
+    // where it ends, and where the characters before it ended.
+    virtual XmlPlace EventEnd() const = 0;
+    virtual XmlPlace TextEnd() const = 0;
 };
 
 // Null when the system has none.

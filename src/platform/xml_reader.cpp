@@ -12,38 +12,38 @@ namespace {
 // Joins the pieces of a text, counts the depth, and carries exceptions past the parser.
 class EventGate final : public XmlParserEvents, public XmlLocator {
  public:
-    EventGate(std::string file, XmlContentHandler& content, XmlErrorHandler& errors)
-        : file_(std::move(file)), content_(content), errors_(errors) {}
+    EventGate(std::string file, const XmlParser& parser, XmlContentHandler& content,
+              XmlErrorHandler& errors)
+        : file_(std::move(file)), parser_(parser), content_(content), errors_(errors) {}
 
     const char* File() const override { return file_.c_str(); }
-    int Line() const override { return place_.line; }
-    int Column() const override { return place_.column; }
+    int Line() const override { return Place().line; }
+    int Column() const override { return Place().column; }
 
-    bool OnStart(std::string name, XmlAttributes attributes, XmlPlace end) noexcept override {
+    bool OnStart(std::string_view name, const XmlAttributes& attributes) noexcept override {
         return Guarded([&] {
             FlushText();
-            place_ = end;
+            told_ = Told::kTag;
             if (++depth_ > kMaxXmlDepth) {
                 errors_.FatalError("Elements are nested too deep", *this);
                 return false;
             }
-            content_.StartElement(name, attributes, *this);
+            content_.StartElement(name_.assign(name), attributes, *this);
             return true;
         });
     }
-    bool OnEnd(std::string name, XmlPlace end) noexcept override {
+    bool OnEnd(std::string_view name) noexcept override {
         return Guarded([&] {
             FlushText();
-            place_ = end;
+            told_ = Told::kTag;
             --depth_;
-            content_.EndElement(name, *this);
+            content_.EndElement(name_.assign(name), *this);
             return true;
         });
     }
-    bool OnCharacters(std::string_view text, XmlPlace end) noexcept override {
+    bool OnCharacters(std::string_view text) noexcept override {
         return Guarded([&] {
             text_.append(text);
-            text_end_ = end;
             return true;
         });
     }
@@ -55,7 +55,8 @@ class EventGate final : public XmlParserEvents, public XmlLocator {
     }
     void OnError(XmlSeverity severity, std::string text, XmlPlace place) noexcept override {
         Guarded([&] {
-            place_ = place;
+            told_ = Told::kProblem;
+            problem_ = place;
             Report(severity, text);
             return true;
         });
@@ -66,6 +67,13 @@ class EventGate final : public XmlParserEvents, public XmlLocator {
     }
 
  private:
+    // What the locator's place is of.
+    enum class Told { kTag, kText, kProblem };
+
+    XmlPlace Place() const {
+        if (told_ == Told::kProblem) return problem_;
+        return told_ == Told::kText ? parser_.TextEnd() : parser_.EventEnd();
+    }
     template <class Action>
     bool Guarded(Action action) noexcept {
         if (exception_) return false;
@@ -78,10 +86,10 @@ class EventGate final : public XmlParserEvents, public XmlLocator {
     }
     void FlushText() {
         if (text_.empty()) return;
-        place_ = text_end_;
-        const std::string text = std::exchange(text_, {});
+        told_ = Told::kText;
         // Blanks around the root element are no content.
-        if (depth_ > 0) content_.Text(text, *this);
+        if (depth_ > 0) content_.Text(text_, *this);
+        text_.clear();
     }
     void Report(XmlSeverity severity, const std::string& text) {
         if (severity == XmlSeverity::kWarning) return errors_.Warning(text, *this);
@@ -90,10 +98,13 @@ class EventGate final : public XmlParserEvents, public XmlLocator {
     }
 
     std::string file_;
+    const XmlParser& parser_;
     XmlContentHandler& content_;
     XmlErrorHandler& errors_;
-    XmlPlace place_;
-    XmlPlace text_end_;
+    Told told_ = Told::kProblem;
+    XmlPlace problem_;
+    // Buffers that are filled again and again.
+    std::string name_;
     std::string text_;
     int depth_ = 0;
     std::exception_ptr exception_;
@@ -126,7 +137,7 @@ class GuardedReader final : public XmlReader {
 
     XmlOutcome ParseText(std::string_view bytes, const std::string& name) override {
         if (content_ == nullptr) return XmlOutcome::kFailed;
-        EventGate gate(name, *content_, *errors_);
+        EventGate gate(name, *parser_, *content_, *errors_);
         const char* refusal =
             bytes.size() > kMaxXmlBytes ? "The document is too long" : RefusalOfXml(bytes);
         if (refusal != nullptr) gate.OnError(XmlSeverity::kFatal, refusal, {});

@@ -32,8 +32,9 @@ class XmlLocator {
     ~XmlLocator() = default;
 };
 
-// Names and values in the order of the tag; names as written, prefix included.
-using XmlAttributes = std::vector<std::pair<std::string, std::string>>;
+// Names and values in the order of the tag; names as written, prefix included. The texts are lent
+// for the event.
+using XmlAttributes = std::vector<std::pair<std::string_view, std::string_view>>;
 
 class XmlContentHandler {
  public:

@@ -11,7 +11,7 @@
 
 namespace {
 
-std::optional<std::string> Attribute(const XmlAttributes& attributes, const char* name) {
+std::optional<std::string_view> Attribute(const XmlAttributes& attributes, std::string_view name) {
     for (const auto& [attribute, value] : attributes) {
         if (attribute == name) return value;
     }
@@ -19,8 +19,9 @@ std::optional<std::string> Attribute(const XmlAttributes& attributes, const char
 }
 
 // The number of an attribute, `missing` when it is not there; nothing for a text that is no number.
-std::optional<double> Number(const XmlAttributes& attributes, const char* name, double missing) {
-    const std::optional<std::string> text = Attribute(attributes, name);
+std::optional<double> Number(const XmlAttributes& attributes, std::string_view name,
+                             double missing) {
+    const std::optional<std::string_view> text = Attribute(attributes, name);
     if (!text) return missing;
     double number = 0;
     const char* end = text->data() + text->size();
@@ -30,7 +31,7 @@ std::optional<double> Number(const XmlAttributes& attributes, const char* name, 
 }
 
 std::optional<UomFormula> Formula(const XmlAttributes& attributes) {
-    const std::string text = Attribute(attributes, "Formula").value_or("Linear");
+    const std::string_view text = Attribute(attributes, "Formula").value_or("Linear");
     if (text == "Linear") return UomFormula::kLinear;
     if (text == "Reciprocal") return UomFormula::kReciprocal;
     return std::nullopt;
@@ -43,11 +44,11 @@ class Handler final : public XmlContentHandler, public XmlErrorHandler {
     void StartElement(const std::string& name, const XmlAttributes& attributes,
                       const XmlLocator&) override {
         ++depth_;
-        const std::optional<std::string> record = Attribute(attributes, "Name");
+        const std::optional<std::string_view> record = Attribute(attributes, "Name");
         if (depth_ == kQuantityDepth) {
             quantity_ = 0;
             if (name != "QuantityTypeDefn" || !record) return;
-            const std::string base = Attribute(attributes, "BaseUnit").value_or(*record);
+            const std::string_view base = Attribute(attributes, "BaseUnit").value_or(*record);
             quantity_ = definitions_.AddQuantity(*record, base);
         } else if (depth_ == kUnitDepth && name == "UOM" && record && quantity_ != 0) {
             AddUnit(*record, attributes);
@@ -65,12 +66,12 @@ class Handler final : public XmlContentHandler, public XmlErrorHandler {
     static constexpr int kQuantityDepth = 2;
     static constexpr int kUnitDepth = 3;
 
-    void AddUnit(const std::string& name, const XmlAttributes& attributes) {
+    void AddUnit(std::string_view name, const XmlAttributes& attributes) {
         const std::optional<UomFormula> formula = Formula(attributes);
         const std::optional<double> factor = Number(attributes, "Factor", 1);
         const std::optional<double> offset = Number(attributes, "Offset", 0);
         if (!formula || !factor || !offset || *factor == 0) return;
-        definitions_.AddUnit({name, quantity_, *formula, *factor, *offset});
+        definitions_.AddUnit({std::string(name), quantity_, *formula, *factor, *offset});
     }
 
     UomDefinitions& definitions_;

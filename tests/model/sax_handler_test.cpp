@@ -212,8 +212,8 @@ class Keeper final : public SaxElementHandler {
                  const XmlAttributes& attributes) override {
         events_.push_back(element);
         for (const auto& [name, value] : attributes) {
-            events_.push_back(name);
-            events_.push_back(value);
+            events_.emplace_back(name);
+            events_.emplace_back(value);
         }
         return true;
     }

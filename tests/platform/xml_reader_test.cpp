@@ -18,7 +18,9 @@ class Recorder final : public XmlContentHandler, public XmlErrorHandler {
     void StartElement(const std::string& name, const XmlAttributes& attributes,
                       const XmlLocator& locator) override {
         std::string event = "<" + name;
-        for (const auto& [key, value] : attributes) event += " " + key + "='" + value + "'";
+        for (const auto& [key, value] : attributes) {
+            event.append(" ").append(key).append("='").append(value).append("'");
+        }
         Add(event + ">", locator);
     }
     void EndElement(const std::string& name, const XmlLocator& locator) override {
@@ -106,6 +108,7 @@ TEST(XmlReader, tells_elements_attributes_and_text) {
         {"\xEF\xBB\xBF<a>x</a>", "<a>'x'</a>"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>", "<a>'\xC3\xA9'</a>"},
         {"<a>one\r\ntwo</a>", "<a>'one\ntwo'</a>"},
+        {"<a>!DOCTYPE !ENTITY</a>", "<a>'!DOCTYPE !ENTITY'</a>"},
     };
     for (const WellFormed& row : rows) {
         Recorder recorder;
@@ -143,6 +146,14 @@ TEST(XmlReader, locator_stands_behind_the_tag) {
     for (const int column : recorder.columns) EXPECT_GT(column, 0);
 }
 
+TEST(XmlReader, locator_stands_behind_the_text) {
+    Recorder recorder;
+    Parse("<a>one\ntwo<b/>three\n\n<?p\n?></a>", recorder);
+    ASSERT_EQ(recorder.Joined(), "<a>'one\ntwo'<b></b>'three\n\n'</a>");
+    const std::vector<int>& lines = recorder.lines;
+    EXPECT_EQ((std::vector<int>{lines[1], lines[4], lines[5]}), (std::vector<int>{2, 4, 5}));
+}
+
 TEST(XmlReader, malformed_text_is_one_fatal_error) {
     for (const char* text :
          {"<a>", "<a></b>", "<a><b></a></b>", "<a", "<a x=1/>", "<a x='1' x='2'/>", "<a>&none;</a>",
@@ -169,8 +180,8 @@ TEST(XmlReader, declared_entities_are_refused) {
     const std::string bomb =
         "<!DOCTYPE a [<!ENTITY x 'xxxxxxxxxx'><!ENTITY y '&x;&x;&x;&x;'>]><a>&y;</a>";
     for (const std::string& text :
-         {bomb, "<?xml version='1.0'?><!-- c -->\n" + bomb, Utf16(bomb, false), Utf16(bomb, true),
-          std::string("<!DOCTYPE a [<!ENTITY x SYSTEM 'file.txt'>]><a>&x;</a>"),
+         {bomb, "<?xml version='1.0'?><!-- !DOCTYPE !ENTITY -->\n" + bomb, Utf16(bomb, false),
+          Utf16(bomb, true), std::string("<!DOCTYPE a [<!ENTITY x SYSTEM 'file.txt'>]><a>&x;</a>"),
           std::string("<!DOCTYPE a [<!ENTITY % p 'x'>%p;]><a/>")}) {
         Recorder recorder;
         EXPECT_EQ(Parse(text, recorder), XmlOutcome::kFailed) << text;

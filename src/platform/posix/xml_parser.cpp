@@ -12,62 +12,26 @@ struct ParserDeleter {
 };
 using ParserPtr = std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDeleter>;
 
-// One parse. The functions that expat calls get the run as their first argument.
-class Run {
+class ExpatParser final : public XmlParser {
  public:
-    Run(std::string_view bytes, XmlParserEvents& events)
-        : bytes_(bytes), events_(events), parser_(XML_ParserCreate(nullptr)) {}
-
-    bool Parse() {
+    bool Parse(std::string_view bytes, XmlParserEvents& events) override {
+        bytes_ = bytes;
+        events_ = &events;
+        text_open_ = false;
+        parser_.reset(XML_ParserCreate(nullptr));
         if (!parser_) return false;
-        XML_SetUserData(parser_.get(), this);
-        XML_SetElementHandler(parser_.get(), Start, End);
-        XML_SetCharacterDataHandler(parser_.get(), Characters);
-        XML_SetCommentHandler(parser_.get(), [](void* run, const char*) { Break(run); });
-        XML_SetCdataSectionHandler(parser_.get(), Break, Break);
+        SetHandlers();
         const auto length = static_cast<int>(bytes_.size());
         if (XML_Parse(parser_.get(), bytes_.data(), length, 1) == XML_STATUS_OK) return true;
         const XML_Error code = XML_GetErrorCode(parser_.get());
         if (code != XML_ERROR_ABORTED) {
-            events_.OnError(XmlSeverity::kFatal, XML_ErrorString(code), EventBegin());
+            events.OnError(XmlSeverity::kFatal, XML_ErrorString(code), EventBegin());
         }
         return false;
     }
 
- private:
-    static Run& Of(void* run) { return *static_cast<Run*>(run); }
-
-    static void Start(void* user, const char* name, const char** pairs) {
-        Run& run = Of(user);
-        XmlAttributes attributes;
-        for (; *pairs != nullptr; pairs += 2) attributes.emplace_back(pairs[0], pairs[1]);
-        run.Continue(run.events_.OnStart(name, std::move(attributes), run.EventEnd()));
-    }
-    static void End(void* user, const char* name) {
-        Run& run = Of(user);
-        run.Continue(run.events_.OnEnd(name, run.EventEnd()));
-    }
-    static void Characters(void* user, const char* text, int length) {
-        Run& run = Of(user);
-        const std::string_view piece(text, static_cast<std::size_t>(length));
-        run.Continue(run.events_.OnCharacters(piece, run.EventEnd()));
-    }
-    static void Break(void* user) {
-        Run& run = Of(user);
-        run.Continue(run.events_.OnBreak());
-    }
-
-    // expat goes on with its buffered events unless it is told to stop.
-    void Continue(bool wanted) {
-        if (!wanted) XML_StopParser(parser_.get(), XML_FALSE);
-    }
-
-    XmlPlace EventBegin() const {
-        return {static_cast<int>(XML_GetCurrentLineNumber(parser_.get())),
-                static_cast<int>(XML_GetCurrentColumnNumber(parser_.get())) + 1};
-    }
     // expat tells where an event begins; its text says how many lines further it ends.
-    XmlPlace EventEnd() const {
+    XmlPlace EventEnd() const override {
         XmlPlace place = EventBegin();
         const auto begin = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
         const auto count = static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
@@ -80,17 +44,64 @@ class Run {
                                   : static_cast<int>(event.size() - last);
         return place;
     }
+    // Characters end where the next event begins.
+    XmlPlace TextEnd() const override { return text_open_ ? EventBegin() : text_end_; }
 
-    std::string_view bytes_;
-    XmlParserEvents& events_;
-    ParserPtr parser_;
-};
+ private:
+    static ExpatParser& Of(void* user) { return *static_cast<ExpatParser*>(user); }
 
-class ExpatParser final : public XmlParser {
- public:
-    bool Parse(std::string_view bytes, XmlParserEvents& events) override {
-        return Run(bytes, events).Parse();
+    void SetHandlers() {
+        XML_SetUserData(parser_.get(), this);
+        XML_SetElementHandler(parser_.get(), Start, End);
+        XML_SetCharacterDataHandler(parser_.get(), Characters);
+        XML_SetProcessingInstructionHandler(parser_.get(), Instruction);
+        XML_SetCommentHandler(parser_.get(), [](void* user, const char*) { Break(user); });
+        XML_SetCdataSectionHandler(parser_.get(), Break, Break);
     }
+
+    static void Start(void* user, const char* name, const char** pairs) {
+        ExpatParser& self = Of(user);
+        self.attributes_.clear();
+        for (; *pairs != nullptr; pairs += 2) self.attributes_.emplace_back(pairs[0], pairs[1]);
+        self.Continue(self.events_->OnStart(name, self.attributes_));
+    }
+    static void End(void* user, const char* name) {
+        ExpatParser& self = Of(user);
+        self.Continue(self.events_->OnEnd(name));
+    }
+    static void Characters(void* user, const char* text, int length) {
+        ExpatParser& self = Of(user);
+        self.text_open_ = true;
+        self.Continue(self.events_->OnCharacters({text, static_cast<std::size_t>(length)}));
+    }
+    static void Break(void* user) {
+        ExpatParser& self = Of(user);
+        self.Continue(self.events_->OnBreak());
+    }
+    // It is told to nobody, but the characters before it end here unless others follow.
+    static void Instruction(void* user, const char*, const char*) {
+        ExpatParser& self = Of(user);
+        if (self.text_open_) self.text_end_ = self.EventBegin();
+        self.text_open_ = false;
+    }
+
+    // expat goes on with its buffered events unless it is told to stop.
+    void Continue(bool wanted) {
+        if (!wanted) XML_StopParser(parser_.get(), XML_FALSE);
+    }
+
+    XmlPlace EventBegin() const {
+        return {static_cast<int>(XML_GetCurrentLineNumber(parser_.get())),
+                static_cast<int>(XML_GetCurrentColumnNumber(parser_.get())) + 1};
+    }
+
+    ParserPtr parser_;
+    std::string_view bytes_;
+    XmlParserEvents* events_ = nullptr;
+    XmlAttributes attributes_;
+    // Whether nothing has come between the last characters and the present event.
+    bool text_open_ = false;
+    XmlPlace text_end_;
 };
 
 }  // namespace

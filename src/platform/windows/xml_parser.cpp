@@ -42,8 +42,9 @@ XmlPlace PlaceOf(ISAXLocator* locator) {
     return place;
 }
 
-XmlAttributes AttributesOf(ISAXAttributes* list) {
-    XmlAttributes attributes;
+// Name and value in turn.
+std::vector<std::string> TextsOf(ISAXAttributes* list) {
+    std::vector<std::string> texts;
     int count = 0;
     if (list != nullptr) list->getLength(&count);
     for (int i = 0; i < count; ++i) {
@@ -53,9 +54,10 @@ XmlAttributes AttributesOf(ISAXAttributes* list) {
         int value_length = 0;
         list->getQName(i, &name, &name_length);
         list->getValue(i, &value, &value_length);
-        attributes.emplace_back(Narrow(name, name_length), Narrow(value, value_length));
+        texts.push_back(Narrow(name, name_length));
+        texts.push_back(Narrow(value, value_length));
     }
-    return attributes;
+    return texts;
 }
 
 // The objects that the reader calls live on the stack of the parse and are never counted.
@@ -85,6 +87,8 @@ class ContentBridge final : public StackObject<ISAXContentHandler> {
         if (!wanted) stopped_ = true;
         return Answer(wanted);
     }
+    XmlPlace EventEnd() const { return PlaceOf(locator_); }
+    XmlPlace TextEnd() const { return text_end_; }
 
     HRESULT WINAPI putDocumentLocator(ISAXLocator* locator) override {
         locator_ = locator;
@@ -98,15 +102,19 @@ class ContentBridge final : public StackObject<ISAXContentHandler> {
     HRESULT WINAPI endPrefixMapping(const wchar_t*, int) override { return S_OK; }
     HRESULT WINAPI startElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
                                 int length, ISAXAttributes* attributes) override {
-        return Continue(
-            events_.OnStart(Narrow(name, length), AttributesOf(attributes), PlaceOf(locator_)));
+        const std::vector<std::string> texts = TextsOf(attributes);
+        XmlAttributes pairs;
+        for (std::size_t i = 0; i < texts.size(); i += 2)
+            pairs.emplace_back(texts[i], texts[i + 1]);
+        return Continue(events_.OnStart(Narrow(name, length), pairs));
     }
     HRESULT WINAPI endElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
                               int length) override {
-        return Continue(events_.OnEnd(Narrow(name, length), PlaceOf(locator_)));
+        return Continue(events_.OnEnd(Narrow(name, length)));
     }
     HRESULT WINAPI characters(const wchar_t* text, int length) override {
-        return Continue(events_.OnCharacters(Narrow(text, length), PlaceOf(locator_)));
+        text_end_ = EventEnd();
+        return Continue(events_.OnCharacters(Narrow(text, length)));
     }
     HRESULT WINAPI ignorableWhitespace(const wchar_t* text, int length) override {
         return characters(text, length);
@@ -119,6 +127,7 @@ class ContentBridge final : public StackObject<ISAXContentHandler> {
  private:
     XmlParserEvents& events_;
     ISAXLocator* locator_ = nullptr;
+    XmlPlace text_end_;
     bool stopped_ = false;
 };
 
@@ -225,6 +234,7 @@ class SystemParser final : public XmlParser {
 
     bool Parse(std::string_view bytes, XmlParserEvents& events) override {
         ContentBridge content(events);
+        content_ = &content;
         LexicalBridge lexical(events, content);
         ErrorBridge errors(events, content);
         // Nothing outside the document is fetched; a reader that does not know a feature lacks it.
@@ -241,15 +251,21 @@ class SystemParser final : public XmlParser {
         PutLexicalHandler(*reader_, nullptr);
         reader_->putErrorHandler(nullptr);
         reader_->putContentHandler(nullptr);
+        content_ = nullptr;
         if (FAILED(result) && !errors.Told() && !content.Stopped()) {
             events.OnError(XmlSeverity::kFatal, "The document cannot be read", {});
         }
         return SUCCEEDED(result) && !errors.Told() && !content.Stopped();
     }
 
+    XmlPlace EventEnd() const override { return content_ ? content_->EventEnd() : XmlPlace(); }
+    XmlPlace TextEnd() const override { return content_ ? content_->TextEnd() : XmlPlace(); }
+
  private:
     bool initialized_;
     ComPtr<ISAXXMLReader> reader_;
+    // While a document is read.
+    const ContentBridge* content_ = nullptr;
 };
 
 }  // namespace
