@@ -6,15 +6,15 @@ bool UomDefinitions::Read(const std::string& name) {
     return ReadUomDefinitions(name, *this) && !units_.empty();
 }
 
-int UomDefinitions::FindQuantity(const std::string& name) const {
+int UomDefinitions::FindQuantity(std::string_view name) const {
     const auto found = quantity_numbers_.find(name);
     return found == quantity_numbers_.end() ? 0 : found->second;
 }
 
-int UomDefinitions::FindUnit(const std::string& name, int quantity) const {
+int UomDefinitions::FindUnit(std::string_view name, int quantity) const {
     const UomQuantity* within = Quantity(quantity);
     if (quantity != 0 && within == nullptr) return 0;
-    const std::map<std::string, int>& units = within == nullptr ? first_units_ : within->units;
+    const UomNumbers& units = within == nullptr ? first_units_ : within->units;
     const auto found = units.find(name);
     return found == units.end() ? 0 : found->second;
 }
@@ -41,17 +41,20 @@ double UomDefinitions::Convert(double value, int from_unit, int to_unit) const {
                                               : to->factor / base - to->offset;
 }
 
-int UomDefinitions::AddQuantity(const std::string& name, const std::string& base_unit) {
-    const auto [entry, is_new] =
-        quantity_numbers_.emplace(name, static_cast<int>(quantities_.size()) + 1);
-    if (is_new) quantities_.push_back({name, base_unit, {}});
-    return entry->second;
+int UomDefinitions::AddQuantity(std::string_view name, std::string_view base_unit) {
+    if (const int known = FindQuantity(name); known != 0) return known;
+    const UomQuantity& quantity =
+        quantities_.emplace_back(UomQuantity{std::string(name), std::string(base_unit), {}});
+    const int number = static_cast<int>(quantities_.size());
+    quantity_numbers_.emplace(quantity.name, number);
+    return number;
 }
 
-void UomDefinitions::AddUnit(const Uom& unit) {
-    const int number = static_cast<int>(units_.size()) + 1;
-    UomQuantity& quantity = quantities_[static_cast<std::size_t>(unit.quantity) - 1];
-    if (!quantity.units.emplace(unit.name, number).second) return;
-    units_.push_back(unit);
-    first_units_.emplace(unit.name, number);
+void UomDefinitions::AddUnit(Uom unit) {
+    UomNumbers& units = quantities_[static_cast<std::size_t>(unit.quantity) - 1].units;
+    if (units.contains(unit.name)) return;
+    const Uom& added = units_.emplace_back(std::move(unit));
+    const int number = static_cast<int>(units_.size());
+    units.emplace(added.name, number);
+    first_units_.emplace(added.name, number);
 }

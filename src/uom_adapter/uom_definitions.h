@@ -12,8 +12,10 @@
 // left out, as is the second unit of one name in a quantity; a quantity that comes again goes on
 // where it ended.
 
-#include <map>
+#include <deque>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 enum class UomFormula { kLinear, kReciprocal };
@@ -26,10 +28,13 @@ struct Uom {
     double offset = 0;
 };
 
+// Numbers by names, which the numbered records hold.
+using UomNumbers = std::unordered_map<std::string_view, int>;
+
 struct UomQuantity {
     std::string name;
-    std::string base_unit;             // quantities of one base unit convert into each other
-    std::map<std::string, int> units;  // numbers by name
+    std::string base_unit;  // quantities of one base unit convert into each other
+    UomNumbers units;
 };
 
 // Numbers count from 1 in the order of the file.
@@ -40,9 +45,9 @@ class UomDefinitions {
     bool Read(const std::string& name);
 
     // 0 when there is none.
-    int FindQuantity(const std::string& name) const;
+    int FindQuantity(std::string_view name) const;
     // In quantity 0: the first unit of the name in the order of the file. 0 when there is none.
-    int FindUnit(const std::string& name, int quantity) const;
+    int FindUnit(std::string_view name, int quantity) const;
     // Null for a number that is not valid.
     const UomQuantity* Quantity(int number) const;
     const Uom* Unit(int number) const;
@@ -51,12 +56,13 @@ class UomDefinitions {
     double Convert(double value, int from_unit, int to_unit) const;
 
     // For the reader: the number of a new or known quantity; adds a unit to it.
-    int AddQuantity(const std::string& name, const std::string& base_unit);
-    void AddUnit(const Uom& unit);
+    int AddQuantity(std::string_view name, std::string_view base_unit);
+    void AddUnit(Uom unit);
 
  private:
-    std::vector<UomQuantity> quantities_;
-    std::vector<Uom> units_;
-    std::map<std::string, int> quantity_numbers_;
-    std::map<std::string, int> first_units_;
+    // Records stay where they are when others come.
+    std::deque<UomQuantity> quantities_;
+    std::deque<Uom> units_;
+    UomNumbers quantity_numbers_;
+    UomNumbers first_units_;
 };
