@@ -27,11 +27,11 @@ double RatioReporter::Nanoseconds(const std::string& name, int size) const {
 }
 
 void RatioReporter::PrintTable() const {
-    std::printf("\n%-26s %-22s", "ratio of", "to");
+    std::printf("\n%-34s %-22s", "ratio of", "to");
     for (int size : kSizes) std::printf(" %10d", size);
     std::printf("  target\n");
     for (const RatioRow& row : rows_) {
-        std::printf("%-26s %-22s", row.what, row.baseline);
+        std::printf("%-34s %-22s", row.what, row.baseline);
         for (int size : kSizes) {
             const double time = Nanoseconds(row.what, size);
             const double base = Nanoseconds(row.baseline, size);
