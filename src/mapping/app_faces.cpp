@@ -16,6 +16,15 @@ bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* r
            Find(query, query.attribute.arrayTranslators, request, reference) != nullptr;
 }
 
+// Whether there is something to choose from for a face of the given node.
+bool MayBind(const FaceQuery& query, BranchRequest request, FIReference* reference) {
+    const auto has = [&](const TranslatorMap& translators) {
+        return HasTranslatorFor(query.library.translateName, query.path, translators, reference,
+                                request);
+    };
+    return reference && (has(query.attribute.translators) || has(query.attribute.arrayTranslators));
+}
+
 struct Requests {
     BranchRequest primary = BranchRequest::kAny;
     BranchRequest secondary = BranchRequest::kNone;
@@ -110,10 +119,8 @@ bool HasFace(const FaceQuery& query) {
     if (query.parent.IsEmpty()) return true;
     const bool may_split = query.branch == BranchRequest::kBoth && !query.parent.secondary;
     const Requests requests = may_split ? Requests() : RequestsOf(query);
-    return (query.parent.primary &&
-            HasTranslator(query, requests.primary, query.parent.primary.Get())) ||
-           (query.parent.secondary &&
-            HasTranslator(query, requests.secondary, query.parent.secondary.Get()));
+    return MayBind(query, requests.primary, query.parent.primary.Get()) ||
+           MayBind(query, requests.secondary, query.parent.secondary.Get());
 }
 
 void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent,

@@ -17,3 +17,9 @@
 CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
                                const TranslatorMap& translators, FIReferenceBase* reference,
                                BranchRequest request, std::string* dump = nullptr);
+
+// Whether there is one to choose. This is no choice yet: two that are equally near are no mistake,
+// since a narrower request may tell them apart.
+bool HasTranslatorFor(const std::string& translate_name, const AncestorPath& path,
+                      const TranslatorMap& translators, FIReferenceBase* reference,
+                      BranchRequest request);

@@ -313,6 +313,29 @@ TEST_F(Choice, tie_is_told_when_the_branch_does_not_decide) {
         << "once a choice";
 }
 
+TEST_F(Choice, is_asked_about_without_being_made) {
+    const Row rows[] = {
+        {"Pump:p/:x", {}, "(none)"},
+        {"Pump:p/:x", {{"calc", "", "", kCalc}, {"spec", "", "", kSpec}}, "calc"},
+        {"Pump:p/:x", {{"calc", "", "", kCalc}}, "(none)", 3},
+        {"Pump:p/:x", {{"stream", "Stream"}}, "(none)"},
+        {"Pump:p/:x", {{"stream", "Stream"}, {"pump", "Pump"}}, "pump"},
+        {"Pump:p/:x", {{"held", "", "", kBothFaces, {{"phase", "Overall"}}}}, "(none)"},
+        // 10000 + 0 - 1: the parts of a dotted id count against the class that is missing
+        {"Pump:p/:x", {{"dotted", "Stream", "p.x"}}, "dotted"},
+    };
+    for (const Row& row : rows) {
+        TranslatorMap map;
+        for (const Candidate& candidate : row.candidates) Add(map, candidate);
+        const Levels levels(row.levels, &library_);
+        const bool has = HasTranslatorFor("T", levels.Path(), map, reference_.Get(),
+                                          static_cast<BranchRequest>(row.request));
+        EXPECT_EQ(has, std::string(row.chosen) != "(none)") << row.chosen;
+    }
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+    Check({std::begin(rows), std::end(rows)});
+}
+
 TEST_F(Choice, tie_that_a_nearer_one_beats_is_no_tie) {
     Check({{"Pump:p/:x", {{"a"}, {"b"}, {"pump", "Pump"}}, "pump", 2},
            {"Pump:p/:x", {{"pump", "Pump"}, {"a"}, {"b"}}, "pump", 2}});

@@ -196,6 +196,14 @@ TEST_F(Model, attribute_of_one_face_has_one_reference) {
     }
 }
 
+TEST_F(Model, translators_of_two_faces_are_no_duplicates) {
+    log.Restart();
+    for (const char* path : {"Flowsheet.Faces.Split", "Flowsheet.Faces.Turned"}) {
+        EXPECT_NE("(NULL)", Value(path)) << path;
+    }
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
 TEST_F(Model, mirror_requests) {
     using enum BranchRequest;
     EXPECT_EQ(kSpec, MirrorRequest(kCalc));
