@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "path/tokenizer.h"
 #include "plant.h"
 
 namespace {
@@ -57,6 +58,19 @@ void element_by_count(State& state) {
     const std::string name = "Elem" + std::to_string(middle);
     for (auto _ : state) {
         it->SeekChild(name.c_str());
+        if (RealOf(*it) != middle + 0.5) state.SkipWithError("another element");
+        it->Up();
+    }
+}
+
+// As a map says it: "*#%index".
+void element_by_place(State& state) {
+    Ref<FIIteratorBase> it = AtArray("Numbers ", state);
+    const int middle = LengthOf(state) / 2;
+    FIValue error;
+    const ParsedPath path = ParsePath(FIValue(("*#" + std::to_string(middle)).c_str()), error);
+    for (auto _ : state) {
+        it->WalkFrom(*path);
         if (RealOf(*it) != middle + 0.5) state.SkipWithError("another element");
         it->Up();
     }
@@ -172,6 +186,7 @@ void bare_table(State& state) {
 #define LENGTHS ->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)
 BENCHMARK(element_by_index) LENGTHS;
 BENCHMARK(element_by_count) LENGTHS;
+BENCHMARK(element_by_place) LENGTHS;
 BENCHMARK(bare_element_read) LENGTHS;
 BENCHMARK(element_by_name) LENGTHS;
 BENCHMARK(bare_names) LENGTHS;

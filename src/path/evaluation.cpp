@@ -135,6 +135,8 @@ bool FIIterator::StepBy(const PathStep& step, Matcher matches, FIIterator& varia
     if (StaysInPlace(name, count)) return Filter(step);
 
     const bool any = IsAny(name);
+    // Where every child passes, the place among them is the count.
+    if (any && count > 0 && step.filters.empty()) return Down(count);
     if (!(any ? DownFirst() : SeekChild(name.CStr()))) return false;
     int left = count;
     do {

@@ -77,6 +77,8 @@ TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
         {"#3", "Root.Column"},
         {"*#4", "Root.Leaf"},
         {"#5", nullptr},
+        {"*#1", "Root.Feed", 1},
+        {"*#2147483647", nullptr},
         {"Nobody", nullptr},
         {"Column.Nobody", nullptr},
         {"Column.Vessels.Nobody", nullptr},
