@@ -25,11 +25,30 @@ bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
     const bool stands = key_.Kind() == FIValue::kInt ? found->Seek(kFromFirst, key_.AsInt())
                                                      : found->SeekName(kFromFirst, key_.CStr());
     if (!stands) return false;
-    entry = Ref<FIEntry>::Adopt(found->GetEntry());
+    entry = FindSame(*found);
     if (!entry || entry.Get() == EmptyEntry()) {
         entry.Reset();
         return false;
     }
     cursor = std::move(found);
     return true;
+}
+
+// Several siblings may have one key; then the saved node says which of them it was. One that stands
+// alone is taken as it is.
+Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
+    auto first = Ref<FIEntry>::Adopt(cursor.GetEntry());
+    if (!first || first->Compare(*entry_) == 0) return first;
+    bool is_alone = true;
+    FIValue key;
+    const auto probe = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    while (probe->Seek(kFromPresent, 1)) {
+        probe->GetKey(key);
+        if (key.Compare(key_) != 0) break;
+        is_alone = false;
+        auto entry = Ref<FIEntry>::Adopt(probe->GetEntry());
+        cursor.Seek(kFromPresent, 1);
+        if (entry && entry->Compare(*entry_) == 0) return entry;
+    }
+    return is_alone ? first : Ref<FIEntry>();
 }

@@ -32,6 +32,10 @@ public:
     bool Resolve(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntry>& entry) const;
 
 private:
+    // The entry on which the cursor stands, or the one of its further siblings of this key that is
+    // the saved node; the cursor goes there.
+    Ref<FIEntry> FindSame(FICursorBase& cursor) const;
+
     Ref<FIEntry> entry_;
     FICollectionElement* parent_;
     FIValue key_;

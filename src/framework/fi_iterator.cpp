@@ -56,6 +56,13 @@ void FIIterator::ShareLevels() const {
     }
 }
 
+void FIIterator::OwnVariables(int level) {
+    for (int i = level; i < frames_.Size(); ++i) {
+        Ref<FrameVars>& vars = frames_[i].vars;
+        if (vars) vars = Ref<FrameVars>::Adopt(new FrameVars(vars->map));
+    }
+}
+
 // Host objects point at each other, so the tree unfolds a graph. All frames above the last were
 // compared when they were entered.
 bool FIIterator::IsCycle() const {

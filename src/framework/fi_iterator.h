@@ -130,6 +130,9 @@ public:
     bool IsFrozen() const { return !frozen_.empty(); }
     // The node of a level, the present one for the depth; lent.
     FIEntry* EntryAt(int level) const;
+    // From this level on the variables are copies of its own: what others set there later, on the
+    // iterator that it was copied from, is no longer seen.
+    void OwnVariables(int level);
     // Saves the present node with the steps above it.
     std::vector<std::unique_ptr<FICollectionElement>> MakeElements() const;
     // The present node alone. The caller owns it.
@@ -151,6 +154,7 @@ private:
     bool HasKey(const FIValue& name) const;
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool SeekKey(const PathStep& step, bool& goes_on);
     bool PassesOne(const PathClause& clause);
     void ReturnTo(int depth);
     void TakePosition(FIIterator& other);

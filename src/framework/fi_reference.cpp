@@ -33,6 +33,10 @@ FIReference::FIReference(const FIReference& other)
     if (state_ == kLive) SubscribeBasics();
 }
 
+Ref<FIReference> FIReference::Unbound(Ref<FIIterator> iterator) {
+    return Ref<FIReference>::Adopt(new FIReference(std::move(iterator), NotYetBound()));
+}
+
 FIReference::~FIReference() {
     ++rounds_;
     ++stays_;

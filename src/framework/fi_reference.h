@@ -19,6 +19,12 @@ public:
 
     explicit FIReference(FIIterator& iterator);
     FIReference(const FIReference& other);
+    // One that listens to nobody yet. Whoever asked for it may move it through GetIterator; its
+    // first guarded use binds it to where it stands then. Shares no position with anybody.
+    static Ref<FIReference> Unbound(Ref<FIIterator> iterator);
+    // The same on a copy of this one's place, null when the node is gone. One that is not bound
+    // itself is copied as it stands.
+    Ref<FIReference> UnboundCopy();
     FIReference& operator=(const FIReference&) = delete;
 
     int AddRef() override { return ++references_; }
@@ -82,6 +88,19 @@ public:
 
     State GetState() const { return state_; }
 
+    // Has `move` take the iterator of the live reference elsewhere, by its operations; who listens
+    // is subscribed there afterwards. Answers what `move` answers, false when the node is gone.
+    template <class Mover>
+    bool Move(Mover move) {
+        const Stay stay(*this);
+        if (IsUnbound()) return move(static_cast<FIIteratorBase&>(*iterator_));
+        if (!Rebind()) return false;
+        UnsubscribeAll();
+        const bool moved = move(static_cast<FIIteratorBase&>(*iterator_));
+        SubscribeAgain();
+        return moved;
+    }
+
 private:
     // A stay inside the reference that it must survive.
     class Stay {
@@ -97,8 +116,12 @@ private:
         FIReference& reference_;
     };
 
+    struct NotYetBound {};
+    FIReference(Ref<FIIterator> iterator, NotYetBound)
+        : iterator_(std::move(iterator)), state_(kStale) {}
     ~FIReference() override;
 
+    bool IsUnbound() const { return state_ == kStale && !iterator_->IsFrozen(); }
     // Runs a guarded operation on the iterator; the text of the failure, or null.
     template <class Operation>
     const char* Guard(Operation operation);

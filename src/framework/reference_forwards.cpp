@@ -37,6 +37,17 @@ bool FIReference::GuardBool(Operation operation) {
     return result;
 }
 
+Ref<FIReference> FIReference::UnboundCopy() {
+    Ref<FIIterator> copy;
+    const auto make_copy = [&](FIIterator& it) { copy = Ref<FIIterator>::Adopt(it.Copy()); };
+    if (IsUnbound()) {
+        make_copy(*iterator_);
+    } else {
+        Guard(make_copy);
+    }
+    return copy ? Unbound(std::move(copy)) : Ref<FIReference>();
+}
+
 FIIteratorBase* FIReference::Copy() { return iterator_->Copy(); }
 int FIReference::Depth() { return iterator_->Depth(); }
 void FIReference::GetName(FIValue& out) { iterator_->GetName(out); }

@@ -1,6 +1,7 @@
 #pragma once
 
-// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible.
+// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that map
+// files name come with semantic/functions.h, the rest stands below.
 //
 // Every function runs on the caller's thread, which is the thread that runs the simulation. A
 // `session` is the open case, a host::SimulationCase*, or null for the active case of the installed
@@ -14,6 +15,7 @@
 #include "framework/reference.h"
 #include "framework/solver.h"
 #include "framework/var_set.h"
+#include "semantic/functions.h"
 #include "value/fi_value.h"
 
 #if defined(_WIN32)
@@ -71,3 +73,34 @@ FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
 // The module's version, "0.1.0".
 FIXTOP_EXPORT const char* FixtopVersion();
+
+// ---- The neutral view ----
+
+// The files of a neutral view, sought beside the module and in the working directory, then among the
+// shipped ones. A null text is the shipped file, or "Hovex" for the name of the translation.
+struct FixtopModelFiles {
+    const char* classes;
+    const char* map;
+    const char* units;
+    const char* translateName;
+};
+
+// The root of a neutral view of the tree below `top`, or below the top that the map names when that
+// is null. What fails is told in the log. `files` may be null. The view holds its class library,
+// which ends with the last object of it.
+FIXTOP_EXPORT FIEntry* FixtopOpenModel(FIEntry* top, const FixtopModelFiles* files);
+// The same for one node of the application, shown as a class.
+FIXTOP_EXPORT FIEntry* FixtopOpenModelOnNode(FIIteratorBase* node, const char* className,
+                                             const FixtopModelFiles* files);
+// The definitions of a class and what is below it, without an application. A null file is the
+// shipped library, a null class its top class.
+FIXTOP_EXPORT FIEntry* FixtopOpenPureModel(const char* classes, const char* className);
+// All definitions as a tree of their own. Below the root stand "Classes" and "Enumerations". A class
+// has its attributes as children and "superclasses", one a line; an attribute has "type", "quantity",
+// "array", "keys" and "owner", the class that declares it; an enumeration has "options", one a line,
+// and "closed".
+FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
+// The node of the application that a node of a neutral view stands on: face 1 has the calculated
+// values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The
+// attributes "path" and "converters" of the neutral node tell where it leads and why.
+FIXTOP_EXPORT FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face);

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 
 #include "diagnostics/error_log.h"
 #include "model/class_library.h"
+#include "model/log_element.h"
 #include "model/message_text.h"
 #include "model/named_elements.h"
 
@@ -91,18 +91,6 @@ class HeaderElement final : public NamedElement {
  private:
     CCDMClassLibrary& library_;
     int depth_;
-};
-
-class LogElement final : public NamedElement {
- public:
-    LogElement() : NamedElement("Log") {}
-
- protected:
-    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
-        std::string text;
-        if (GetAttribute("File", attributes, text)) SetLogFile(text.c_str());
-        if (GetAttribute("Level", attributes, text)) SetLogLevel(std::atoi(text.c_str()));
-    }
 };
 
 class ClassElement final : public NamedElement {

@@ -1,5 +1,8 @@
 #include "model/class_record.h"
 
+#include <array>
+#include <cstddef>
+
 #include "model/class_library.h"
 
 CCDMAttribute* CCDMClass::GetOrCreateAttribute(const std::string& attribute) {
@@ -13,13 +16,16 @@ CCDMAttribute* CCDMClass::FindAttribute(const std::string& attribute) const {
     return found == attributeIndex.end() ? nullptr : found->second.get();
 }
 
-int CCDMClass::DistanceToClass(const std::string& ancestor) const {
-    std::set<const CCDMClass*> seen;
+// Asked on each choice of a translator: a usual family of classes needs no memory of the heap.
+int CCDMClass::DistanceToClass(std::string_view ancestor) const {
+    if (superclasses.empty()) return 0;
+    std::array<std::byte, 4096> buffer;
+    std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
+    Seen seen(&memory);
     return Distance(ancestor, 1, seen);
 }
 
-int CCDMClass::Distance(const std::string& ancestor, int depth,
-                        std::set<const CCDMClass*>& seen) const {
+int CCDMClass::Distance(std::string_view ancestor, int depth, Seen& seen) const {
     // A class that was searched in vain stays without result, however it is reached; this also ends
     // a circle of superclasses.
     if (!seen.insert(this).second) return 0;

@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "diagnostics/instance_counts.h"
@@ -46,7 +48,7 @@ class CCDMClass : public CCDMNamedObject, private Counted<CountedClass::CCDMClas
 
     // How many levels up the ancestor of that name stands, 1 for a direct superclass; the first way
     // in the order of the names counts. 0 when there is no such ancestor.
-    int DistanceToClass(const std::string& ancestor) const;
+    int DistanceToClass(std::string_view ancestor) const;
 
     // Direct superclasses by name: they may be defined later, and are resolved on each walk.
     std::set<std::string> superclasses;
@@ -56,5 +58,7 @@ class CCDMClass : public CCDMNamedObject, private Counted<CountedClass::CCDMClas
     CCDMClassLibrary* library;
 
  private:
-    int Distance(const std::string& ancestor, int depth, std::set<const CCDMClass*>& seen) const;
+    using Seen = std::pmr::set<const CCDMClass*>;
+
+    int Distance(std::string_view ancestor, int depth, Seen& seen) const;
 };

@@ -25,6 +25,22 @@ bool StaysInPlace(const FIValue& name, int count) {
     return name.IsText() && *name.CStr() == '\0' && count == -1;
 }
 
+const PathStep& LastStep(const PathStep& step) {
+    const PathStep* last = &step;
+    while (last->Next()) last = last->Next();
+    return *last;
+}
+
+// A written text without its quotes.
+std::string PlainText(const FIValue& written) {
+    PathTokenizer tokens;
+    tokens.Assign(written);
+    tokens.Tokenize();
+    std::string plain;
+    while (const PathToken* token = tokens.Next()) plain += token->text;
+    return plain;
+}
+
 bool IsNegated(const PathFilter& filter) { return (filter.flags & PathFilter::kNot) != 0; }
 
 }  // namespace
@@ -44,17 +60,51 @@ int PathStep::ResolveCount(FIIteratorBase& it) const {
     return it.GetVar(count, value) ? value.AsInt() : -1;
 }
 
+// A path as GetPath writes it has the key of a node behind its name, `Stream(Feed).Temperature`,
+// where the grammar has the attribute that ends a path. Behind a node that has a key the rest is
+// read on.
 bool FIIterator::SeekPath(const FIValue& path) {
-    FIValue error;
-    const ParsedPath step = ParsePath(path, error);
-    return error.IsNull() && WalkSteps(*step);
+    PathTokenizer tokens;
+    tokens.Assign(path);
+    tokens.Tokenize();
+    const int depth = Depth();
+    for (bool goes_on = true; goes_on;) {
+        FIValue error;
+        const ParsedPath step(tokens.Parse(error));
+        goes_on = tokens.Peek(-1) && tokens.Peek(-1)->Is('.') && tokens.Peek(0);
+        if (!error.IsNull() || !WalkSteps(*step) || !SeekKey(LastStep(*step), goes_on)) {
+            ReturnTo(depth);
+            return false;
+        }
+    }
+    return true;
+}
+
+// To the sibling with the key that stands where the step has its attribute. What is no key there is
+// an attribute, with which a path ends.
+bool FIIterator::SeekKey(const PathStep& step, bool& goes_on) {
+    FIValue key;
+    if (!step.attribute.IsNull()) GetKeyText(Depth(), key);
+    if (key.IsNull()) {
+        goes_on = false;
+        return true;
+    }
+    const Ref<FIIterator> found = Ref<FIIterator>::Adopt(Copy());
+    FIValue name;
+    step.ResolveName(*this, name);
+    do {
+        if (found->HasName(name)) found->GetKeyText(found->Depth(), key);
+        if (PlainText(key) == step.attribute.ToText()) {
+            TakePosition(*found);
+            return true;
+        }
+    } while (found->Next());
+    return !goes_on;
 }
 
 bool FIIterator::Walk(const PathStep& step, FIValue& attribute) {
     if (!WalkSteps(step)) return false;
-    const PathStep* last = &step;
-    while (last->Next()) last = last->Next();
-    attribute = last->attribute;
+    attribute = LastStep(step).attribute;
     return true;
 }
 

@@ -33,7 +33,8 @@ public:
     bool Seek(int origin, int delta) override {
         const int base = origin == kFromFirst ? 0 : origin == kFromPresent ? index_ : Count();
         const int wanted = base + delta;
-        return Stand(std::clamp(wanted, 0, Count())) && wanted >= 0;
+        const bool denied = node_.denies_moves && origin == kFromPresent;
+        return Stand(std::clamp(wanted, 0, Count())) && wanted >= 0 && !denied;
     }
     bool SeekName(int origin, const char* name) override {
         for (int i = origin == kFromPresent ? index_ : 0; i < Count(); ++i) {

@@ -74,6 +74,8 @@ public:
     bool can_hold = false;
     // Cursors at the end answer null instead of the shared empty entry.
     bool null_at_end = true;
+    // Cursors answer false to a move from where they stand, though they do it.
+    bool denies_moves = false;
     std::vector<Subscription> subscriptions;
     // Called by every read and by every write before it is answered.
     std::function<void(FIVarSet*, const std::string& attribute)> on_read;

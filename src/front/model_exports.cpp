@@ -1,0 +1,74 @@
+// The exports of the neutral view.
+
+#include "front/fixtop.h"
+#include "mapping/class_entry.h"
+#include "mapping/model_top.h"
+#include "mapping/open_model.h"
+#include "mapping/semantic_function.h"
+
+namespace {
+
+ModuleHandle OwnModule() { return FindLoadedModule(kOwnModule); }
+
+void Take(const char* given, std::string& file) {
+    if (given) file = given;
+}
+
+ModelFiles FilesOf(const FixtopModelFiles* given) {
+    ModelFiles files;
+    files.unitResources = OwnModule();
+    if (!given) return files;
+    Take(given->classes, files.classes);
+    Take(given->map, files.map);
+    Take(given->units, files.units);
+    Take(given->translateName, files.translateName);
+    return files;
+}
+
+FIEntry* RootOf(Ref<CCDMClassContext> context) {
+    if (!context) return nullptr;
+    return Ref<FIEntry>::Share(new CCDMTopEntry(std::move(context))).Detach();
+}
+
+// Null when it is not one of this module's iterators.
+FIIterator* OwnIterator(FIIteratorBase* it) { return dynamic_cast<FIIterator*>(it); }
+
+FIReference* NodeOf(FIEntry& entry, bool specified) {
+    AppReferences nodes;
+    if (const auto* attribute = dynamic_cast<CCDMClassEntry*>(&entry)) {
+        nodes = attribute->Faces().ByFace();
+    } else if (const auto* top = dynamic_cast<CCDMTopEntry*>(&entry)) {
+        nodes = top->Context().Place().references;
+    }
+    return specified ? nodes.secondary.Get() : nodes.primary.Get();
+}
+
+}  // namespace
+
+FIEntry* FixtopOpenModel(FIEntry* top, const FixtopModelFiles* files) {
+    return RootOf(OpenModelOnTop(FilesOf(files), top));
+}
+
+FIEntry* FixtopOpenModelOnNode(FIIteratorBase* node, const char* className,
+                               const FixtopModelFiles* files) {
+    FIIterator* it = OwnIterator(node);
+    if (!it || !className) return nullptr;
+    const auto reference = FIReference::Unbound(Ref<FIIterator>::Adopt(it->Copy()));
+    return RootOf(OpenModelOnNode(FilesOf(files), className, *reference));
+}
+
+FIEntry* FixtopOpenPureModel(const char* classes, const char* className) {
+    return RootOf(OpenPureModel(classes ? classes : kModelClasses,
+                                className ? className : kTopClass, OwnModule()));
+}
+
+FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files) {
+    return OpenDictionary(FilesOf(files)).Detach();
+}
+
+FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face) {
+    FIIterator* it = OwnIterator(node);
+    if (!it || (face != 1 && face != 2)) return nullptr;
+    FIReference* reference = NodeOf(*it->EntryAt(it->Depth()), face == 2);
+    return reference && reference->Rebind() ? reference->Copy() : nullptr;
+}

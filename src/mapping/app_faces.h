@@ -1,0 +1,62 @@
+#pragma once
+
+// The application's side of an attribute: up to two references, one for each face of a simulated
+// quantity, moved by the translators that were chosen for them.
+
+#include "framework/fi_reference.h"
+#include "framework/ref.h"
+#include "mapping/ancestor_path.h"
+#include "mapping/branch_request.h"
+#include "mapping/translator.h"
+
+class CCDMAttribute;
+class CCDMClassLibrary;
+
+// Where a class stands on the application: the calculated face first. Both null: on nothing.
+struct AppReferences {
+    Ref<FIReference> primary;
+    Ref<FIReference> secondary;
+
+    bool IsEmpty() const { return !primary && !secondary; }
+};
+
+// What the choice depends on; all lent.
+struct FaceQuery {
+    const CCDMClassLibrary& library;
+    const CCDMAttribute& attribute;
+    const AncestorPath& path;
+    const AppReferences& parent;
+    BranchRequest branch;
+};
+
+struct AppFace {
+    BranchRequest request = BranchRequest::kAny;
+    Ref<FIReference> reference;                  // null when the application has no such node
+    const NodeAttributes* overrides = nullptr;   // of the chosen translator, when it has any
+    const CCDMArrayTranslator* array = nullptr;  // walks the elements from the reference
+};
+
+struct AppFaces {
+    AppFace primary;
+    AppFace secondary;
+
+    bool IsPure() const { return !primary.reference && !secondary.reference; }
+    // The primary one is the specified face, the secondary the calculated one.
+    bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
+    bool IsSplit() const { return primary.request != BranchRequest::kAny; }
+    // The references in the order in which a class is given them.
+    AppReferences ByFace() const;
+};
+
+// What is asked of the other face when the first is asked for `request`.
+BranchRequest MirrorRequest(BranchRequest request);
+
+// Chooses the translators and moves copies of the parent's references by them. An array's elements
+// are not entered yet: each face has the translator that walks them.
+AppFaces ChooseFaces(const FaceQuery& query);
+
+// Whether some translator serves the attribute; without application everything is shown.
+bool HasFace(const FaceQuery& query);
+
+// How each translator was judged for the given face, as XML.
+void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent, std::string& out);

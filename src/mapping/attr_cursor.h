@@ -1,0 +1,47 @@
+#pragma once
+
+// CCDMAttrCursorBase: a position in the attributes of a class entry: those of the application's
+// nodes, with "spec_value" and "spec_uom" where the two faces are two nodes. Where the second node
+// has the value, its "value" and "uom", if the first has no such rows, are listed as "alt_value" and
+// "alt_uom". A pure entry lists the table.
+//
+// The names are taken when the cursor is made; values are read through the entry. As in tables of
+// host nodes, a step back from the end does nothing.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/cursor.h"
+#include "mapping/class_entry.h"
+
+class CCDMAttrCursorBase final : public CountedFromZero<FIAttributeCursorBase> {
+ public:
+    // Counted, on the first row.
+    static CCDMAttrCursorBase* Make(CCDMClassEntry& entry);
+
+    const void* TypeId() const override;
+    CCDMAttrCursorBase* Clone(bool deep) override;
+    bool Seek(int origin, int delta) override;
+    bool SeekName(int origin, const char* name) override;
+    bool SeekValue(int origin, FIEntry& entry) override;
+    bool AtBegin() override { return row_ == 0; }
+    bool AtEnd() override { return row_ == names_->size(); }
+    int Compare(FICursorPosition& other) override;
+    void GetKey(FIValue& out) override;
+    void GetValue(FIValue& out) override;
+    FIVarSet* GetVarSet() override { return entry_->GetVarSet(); }
+    void SetVarSet(FIVarSet* vars) override { entry_->SetVarSet(vars); }
+
+ private:
+    using Names = std::vector<std::string>;
+
+    CCDMAttrCursorBase(CCDMClassEntry& entry, std::shared_ptr<const Names> names)
+        : entry_(Ref<CCDMClassEntry>::Share(&entry)), names_(std::move(names)) {}
+
+    bool Find(const char* name);
+
+    const Ref<CCDMClassEntry> entry_;
+    const std::shared_ptr<const Names> names_;  // shared by copies
+    std::size_t row_ = 0;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+// A walk over the elements of an array attribute. Each step moves the application's reference on
+// which the walk was made; the walk's end brings it back to where it was found.
+
+#include <memory>
+
+#include "diagnostics/instance_counts.h"
+
+class FIReferenceBase;
+
+class CDTBase : private Counted<CountedClass::CDTBase> {
+ public:
+    CDTBase() = default;
+    CDTBase(const CDTBase&) = delete;
+    CDTBase& operator=(const CDTBase&) = delete;
+
+    virtual ~CDTBase() = default;
+    // The same walk at the same position, on another reference that stands at the same place as
+    // this one's.
+    virtual std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const = 0;
+    // Whether it stands on an element.
+    virtual bool HasMore() const = 0;
+    // Each answers whether it stands on an element then.
+    virtual bool First() = 0;
+    virtual bool Next() = 0;
+    // Behind the last element; always false.
+    virtual bool Last() = 0;
+    virtual bool Prev() = 0;
+};

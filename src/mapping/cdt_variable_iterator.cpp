@@ -1,0 +1,80 @@
+#include "mapping/cdt_variable_iterator.h"
+
+#include "mapping/reference_move.h"
+
+namespace {
+
+constexpr int kAskForCount = -1;
+
+const FIValue& SubclassName() {
+    static const FIValue name("Subclass");
+    return name;
+}
+
+}  // namespace
+
+CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function,
+                                         FIReferenceBase& reference)
+    : function_(function), reference_(reference) {
+    if (function_ != nullptr && reference_.Rebind()) {
+        FIValue unused;
+        count_ = static_cast<std::uint8_t>(
+            function_(reference_.GetIterator(), &unused, kAskForCount));
+    }
+    base_depth_ = reference_.Depth();
+    First();
+}
+
+CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
+                                         FIReferenceBase& reference)
+    : function_(other.function_),
+      reference_(reference),
+      count_(other.count_),
+      position_(other.position_),
+      base_depth_(other.base_depth_) {}
+
+CDTVariableIterator::~CDTVariableIterator() {
+    PopTo(reference_, base_depth_);
+}
+
+std::unique_ptr<CDTBase> CDTVariableIterator::Clone(FIReferenceBase& reference) const {
+    return std::unique_ptr<CDTBase>(new CDTVariableIterator(*this, reference));
+}
+
+// Behind the last element when the node is gone.
+bool CDTVariableIterator::Enter(int position) {
+    const bool entered = MoveReference(reference_, [&](FIIteratorBase& it) {
+        PopTo(it, base_depth_);
+        FIValue subclass;
+        function_(&it, &subclass, position);
+        it.SetVar(SubclassName(), subclass);
+        return true;
+    });
+    position_ = entered ? position : count_;
+    return entered;
+}
+
+void CDTVariableIterator::ClearSubclass() {
+    reference_.SetVar(SubclassName(), FIValue());
+}
+
+bool CDTVariableIterator::First() {
+    position_ = 0;
+    return count_ > 0 && Enter(0);
+}
+
+bool CDTVariableIterator::Next() {
+    if (position_ == count_) return false;
+    if (position_ + 1 < count_) return Enter(position_ + 1);
+    return Last();
+}
+
+bool CDTVariableIterator::Last() {
+    position_ = count_;
+    ClearSubclass();
+    return false;
+}
+
+bool CDTVariableIterator::Prev() {
+    return position_ > 0 && Enter(position_ - 1);
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+// CCDMClassCursorBase: a position in the attributes of a class, superclasses first, and within an
+// array attribute in its elements, which the application counts. The key is the attribute's name,
+// which all elements of an array share; a search by name finds the first of them.
+//
+// Backward an inherited attribute that the class declares again is passed over, forward it is shown.
+
+#include <memory>
+
+#include "framework/cursor.h"
+#include "mapping/class_context.h"
+#include "model/attribute_walker.h"
+
+// Which attributes of the class are listed.
+class CCDMAttrCol {
+ public:
+    enum class Rows { kAll, kKeys };
+
+    CCDMAttrCol(const CCDMClassContext& context, Rows rows) : context_(context), rows_(rows) {}
+
+    // Without application every attribute; else those that some translator serves.
+    bool Accepts(const CCDMAttribute& attribute) const;
+    Rows Listed() const { return rows_; }
+
+ private:
+    bool IsKey(const CCDMAttribute& attribute) const;
+
+    const CCDMClassContext& context_;
+    Rows rows_;
+};
+
+class CCDMClassCursorBase final : public CountedFromZero<FICursorBase> {
+ public:
+    // Counted, on the first element.
+    static CCDMClassCursorBase* Make(CCDMClassContext& context, CCDMAttrCol::Rows rows);
+
+    const void* TypeId() const override;
+    CCDMClassCursorBase* Clone(bool deep) override;
+    // Before the first element it does not go.
+    bool Seek(int origin, int delta) override;
+    bool SeekName(int origin, const char* name) override;
+    bool AtBegin() override;
+    bool AtEnd() override { return !stands_; }
+    int Compare(FICursorPosition& other) override;
+    void GetKey(FIValue& out) override;
+    // Null at the end.
+    FIEntry* GetEntry() override;
+
+ private:
+    // The walk over an array's elements on one face.
+    struct FaceWalk {
+        Ref<FIReference> reference;
+        int base_depth = 0;
+        int past_end = 0;               // steps made behind the end, while the other face goes on
+        std::unique_ptr<CDTBase> walk;  // ends before the reference
+
+        bool Stands() const { return walk && walk->HasMore(); }
+        void Enter(const AppFace& face);
+        void Next();
+        void Prev();
+        FaceWalk Copy() const;
+        AppFace AtElement(const AppFace& face) const;
+    };
+    struct Elements {
+        AppFaces faces;
+        FaceWalk primary;
+        FaceWalk secondary;
+        int index = 0;
+
+        bool Stands() const { return primary.Stands() || secondary.Stands(); }
+        // Both faces in step; whether one of them stands on an element then.
+        bool Next();
+        bool Prev();
+        Elements Copy() const;
+    };
+
+    CCDMClassCursorBase(CCDMClassContext& context, CCDMAttrCol::Rows rows);
+    CCDMClassCursorBase(const CCDMClassCursorBase& other);
+
+    bool First();
+    bool Next();
+    bool Last();
+    bool Prev();
+    // From the attribute on which the walker stands, to the first or last element that is shown.
+    bool SettleForward(bool on_attribute);
+    bool SettleBackward(bool on_attribute);
+    // Enters the attribute; false when it has nothing to show.
+    bool Enter(const CCDMAttribute& attribute);
+    bool IsOnSame(const CCDMClassCursorBase& other) const;
+
+    const Ref<CCDMClassContext> context_;
+    const CCDMAttrCol filter_;
+    CCDMAttributeWalker walker_;
+    bool stands_ = false;
+    std::unique_ptr<Elements> elements_;  // when the walker stands on an array that was entered
+};

@@ -1,0 +1,118 @@
+// CCDMClassEntry: what it is and where it stands.
+
+#include "mapping/class_entry.h"
+
+#include "diagnostics/error_log.h"
+#include "framework/empties.h"
+#include "mapping/attr_cursor.h"
+#include "model/message_text.h"
+
+namespace {
+
+constexpr char kSubclass[] = "Subclass";
+
+// The names alone are asked for, which stay readable when the host has deleted an object.
+int CompareNames(FIReference& one, FIReference& other) {
+    auto& a = static_cast<FIIterator&>(*one.GetIterator());
+    auto& b = static_cast<FIIterator&>(*other.GetIterator());
+    if (a.Depth() != b.Depth()) return a.Depth() < b.Depth() ? -1 : 1;
+    FIValue name;
+    FIValue other_name;
+    for (int level = 0; level <= a.Depth(); ++level) {
+        a.EntryAt(level)->GetName(name);
+        b.EntryAt(level)->GetName(other_name);
+        if (const int order = name.Compare(other_name); order != 0) return order;
+    }
+    return 0;
+}
+
+FIReference* FirstOf(const AppFaces& faces) {
+    return faces.primary.reference ? faces.primary.reference.Get()
+                                   : faces.secondary.reference.Get();
+}
+
+}  // namespace
+
+CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute)
+    : context_(Ref<CCDMClassContext>::Share(&context)),
+      attribute_(attribute),
+      path_(context.PathOf(attribute)) {
+    if (!context.Place().references.IsEmpty()) {
+        faces_ = ChooseFaces(context.QueryFor(attribute, path_));
+    }
+}
+
+// An element may be of a class of its own, which stands in its path then.
+CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute,
+                               AppFaces faces, int index)
+    : context_(Ref<CCDMClassContext>::Share(&context)),
+      attribute_(attribute),
+      path_(context.PathOf(attribute)),
+      faces_(std::move(faces)) {
+    path_.index = index;
+    FIReference* reference = FirstOf(faces_);
+    if (!reference || !reference->GetIterator()->GetVarText(kSubclass, subclass_)) return;
+    if (subclass_.IsNull() || subclass_.Length() == 0) {
+        subclass_.Clear();
+        return;
+    }
+    path_.className = subclass_.ToText();
+    path_.classRecord = Library().FindClass(path_.className);
+}
+
+int CCDMClassEntry::Release() {
+    const int left = --references_;
+    if (left <= 0) delete this;
+    return left;
+}
+
+void CCDMClassEntry::GetName(FIValue& out) { out.SetText(attribute_.name); }
+
+FIAttributeSource* CCDMClassEntry::GetAttributeSource() {
+    AddRef();
+    return this;
+}
+
+FIAttributeCursorBase* CCDMClassEntry::MakeCursor() { return CCDMAttrCursorBase::Make(*this); }
+
+bool CCDMClassEntry::IsContainer() { return attribute_.type == CCDMAttrType::kObject; }
+
+FIContext* CCDMClassEntry::GetContext() {
+    if (!IsContainer()) return EmptyContext();
+    if (!path_.classRecord) {
+        const char* message = subclass_.IsNull() ? "Error, could not find class type %s\n"
+                                                 : "Error, could not find subclass type %s\n";
+        LogMessage(MessageText(message, path_.className.c_str()).c_str());
+        return EmptyContext();
+    }
+    const ClassPlace& here = context_->Place();
+    auto below = Ref<CCDMClassContext>::Share(new CCDMClassContext(
+        {here.library, path_.classRecord, &attribute_, Ref<CCDMClassEntry>::Share(this),
+         here.branch, faces_.ByFace()}));
+    return below.Detach();
+}
+
+bool CCDMClassEntry::Subscribe(void* owner, int kind, FICallback callback) {
+    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
+        if (face->reference && face->reference->Subscribe(owner, kind, callback)) return true;
+    }
+    return false;
+}
+
+bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
+    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
+        if (face->reference && face->reference->Unsubscribe(owner, kind)) return true;
+    }
+    return false;
+}
+
+int CCDMClassEntry::Compare(FIEntry& other) {
+    const int by_name = FIEntry::Compare(other);
+    const auto* that = by_name == 0 ? dynamic_cast<CCDMClassEntry*>(&other) : nullptr;
+    if (!that) return by_name;
+    const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
+    FIReference* own_node = FirstOf(faces_);
+    FIReference* other_node = FirstOf(that->faces_);
+    if (!own_node || !other_node || by_index != 0) return by_index;
+    return CompareNames(*own_node, *other_node);
+}

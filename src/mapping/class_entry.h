@@ -1,0 +1,125 @@
+#pragma once
+
+// CCDMClassEntry: an attribute of a class, or one element of an array of them, as a node of the
+// neutral tree. It is bound to up to two nodes of the application, one a face, or to none: then it
+// is pure and answers from the class.
+//
+// Values cross between application and model: option names by the tables of the map, numbers by
+// their units. A number is shown in the display unit that the caller's variable set has for its
+// quantity, and without one in the application's unit; "uom" is the model's name of that unit.
+//
+// Short-lived: made when a cursor stands on it, the translators chosen then.
+
+#include <array>
+#include <string>
+
+#include "diagnostics/instance_counts.h"
+#include "framework/entry.h"
+#include "mapping/class_context.h"
+
+class CCDMClassEntry final : public FIEntry,
+                             public FIAttributeSource,
+                             public SmallObject,
+                             private Counted<CountedClass::AncestorPath> {
+ public:
+    // Chooses the faces of a single attribute. Context and attribute may be one of a pure tree.
+    CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute);
+    // An element of an array, with the references on it.
+    CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute, AppFaces faces,
+                   int index);
+
+    int AddRef() override { return ++references_; }
+    int Release() override;
+
+    void GetName(FIValue& out) override;
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    FIAttributeSource* GetAttributeSource() override;
+    FIAttributeCursorBase* MakeCursor() override;
+    // Objects alone.
+    bool IsContainer() override;
+    FIContext* GetContext() override;
+    // The application's nodes tell; a pure entry never changes.
+    bool Subscribe(void* owner, int kind, FICallback callback) override;
+    bool Unsubscribe(void* owner, int kind) override;
+    // By name, then as the application's nodes and the elements stand.
+    int Compare(FIEntry& other) override;
+
+    void SetUnit(const FIValue& unit, FIValue& out) override;
+    void SetSpecUnit(const FIValue& unit, FIValue& out) override;
+    void SetValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) override;
+    void SetSpecValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                            FIValue& out) override;
+    // Units by the model's names; the empty unit is none. They stay in the caller's variable set.
+    void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+    void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+
+    const AncestorPath& Path() const { return path_; }
+    const AppFaces& Faces() const { return faces_; }
+    const CCDMAttribute& Attribute() const { return attribute_; }
+
+    // How the value of a row crosses from the application: not at all, as a value, as the name of a
+    // unit or as a list of such names.
+    enum class Crossing { kNone, kValue, kUnit, kUnits };
+    struct Row {
+        const char* name;
+        Crossing crossing = Crossing::kNone;
+        // Null: the application's node answers.
+        void (CCDMClassEntry::*own)(FIValue& out) = nullptr;
+    };
+    // The table, in its order, and behind its kListedRows rows two that are only answered by name.
+    static constexpr std::size_t kListedRows = 28;
+    static constexpr std::size_t kRows = kListedRows + 2;
+    static const std::array<Row, kRows>& Rows();
+
+ private:
+    enum class Shown { kValue, kSpecification };
+    // Where an attribute is read: a node, the name that it has there, and the face that it is of.
+    struct Source {
+        const AppFace* face;
+        const FIValue& name;
+        Shown shown;
+    };
+
+    static const Row* FindRow(const char* name);
+    static const FIValue& UnitNameOf(const Source& source);
+    CCDMClassLibrary& Library() const { return context_->Library(); }
+    // The face that "value" is of, the calculated one; the specified one; the first that is there.
+    const AppFace& ValueFace() const;
+    const AppFace& SpecFace() const;
+    const AppFace& AnyFace() const;
+    Source SourceOf(const FIValue& name) const;
+
+    bool ReadOverride(const FIValue& name, Crossing crossing, FIValue& out);
+    bool ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out);
+    void ReadSource(const Source& source, Crossing crossing, FIValue& out);
+    void Cross(const Source& source, Crossing crossing, FIValue& out);
+
+    void ReadId(FIValue& out);
+    void ReadType(FIValue& out);
+    void ReadContainer(FIValue& out);
+    void ReadContainerType(FIValue& out);
+    void ReadParent(FIValue& out);
+    void ReadDisplayName(FIValue& out);
+    void ReadIsLeaf(FIValue& out);
+    void ReadHasChildren(FIValue& out);
+    void ReadPath(FIValue& out);
+    void ReadConverters(FIValue& out);
+    void ReadVariables(FIValue& out);
+
+    // The value as the application wants it.
+    FIValue Reversed(const Source& source, const FIValue& value);
+    // The unit and quantity of a display unit; false, and the reason in `out`, when there is none.
+    bool FindDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& unit_number,
+                         FIValue& quantity_number, FIValue& out);
+    void WriteUnit(const AppFace& face, const FIValue& unit, FIValue& out);
+
+    int references_ = 0;
+    const Ref<CCDMClassContext> context_;
+    const CCDMAttribute& attribute_;
+    AncestorPath path_;
+    AppFaces faces_;
+    FIValue subclass_;
+};

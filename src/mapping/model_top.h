@@ -1,0 +1,25 @@
+#pragma once
+
+// CCDMTopEntry: the root of a neutral tree, on which an iterator can stand. It is named after the
+// class whose attributes are below it.
+
+#include "framework/attr_map.h"
+#include "mapping/class_context.h"
+
+class CCDMTopEntry final : public AttrMapEntry<CCDMTopEntry> {
+ public:
+    explicit CCDMTopEntry(Ref<CCDMClassContext> context) : context_(std::move(context)) {}
+
+    static std::span<const AttrRow<CCDMTopEntry>> AttributeRows();
+
+    void GetName(FIValue& out) override;
+    FIContext* GetContext() override { return context_.Counted(); }
+    // The node of the application on which the tree stands tells.
+    bool Subscribe(void* owner, int kind, FICallback callback) override;
+    bool Unsubscribe(void* owner, int kind) override;
+
+    const CCDMClassContext& Context() const { return *context_; }
+
+ private:
+    const Ref<CCDMClassContext> context_;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+// What a map file's functions and their callers owe each other. A semantic function stands behind a
+// name in a map file and says what a path can't: it counts the host's arrays, picks a node, turns
+// the host's words into class names. It sees nothing but an iterator on the raw node, and answers
+// by moving it and by setting iterator variables, which paths read back as `%Name`.
+//
+// Nothing is thrown and nothing reported: a missing child is a count of 0, a false, or a variable
+// that stays unset. NULL reads as the number 0. No state is kept between calls.
+
+#include "framework/iterator.h"
+#include "value/fi_value.h"
+
+// Steps to one node. With `move` 0 it only asks whether the target exists, and `it` stays where it
+// stands; any other `move` leaves `it` on the target. After a false with `move`, `it` may have been
+// left some frames deeper: the caller gives the position up.
+using SemanticFunction = bool (*)(FIIteratorBase* it, int move);
+
+// A list. Index -1 answers the count and leaves `it` in place; of the count callers keep the low
+// eight bits. Index 0 and up, each below that count, selects an element by moving `it` or by
+// setting variables, and answers the index. It may leave `it` deeper, never shallower: callers pop.
+// `subclass` is the caller's, NULL before the call; it may receive the class name of the element.
+using ArrayFunction = int (*)(FIIteratorBase* it, FIValue* subclass, int index);
+
+// The index that asks for the count.
+inline constexpr int kCountIndex = -1;

@@ -1,0 +1,119 @@
+#include "semantic/idioms.h"
+
+namespace semantic {
+
+Ref<FIIteratorBase> CopyOf(FIIteratorBase& it) {
+    return Ref<FIIteratorBase>::Adopt(it.Copy());
+}
+
+Ref<FIIteratorBase> CopyUnlessMove(FIIteratorBase& it, int move) {
+    return move ? Ref<FIIteratorBase>::Share(&it) : CopyOf(it);
+}
+
+bool SeekNames(FIIteratorBase& it, Names names) {
+    for (const char* name : names) {
+        if (!it.SeekPath(FIValue(name))) return false;
+    }
+    return true;
+}
+
+FIValue ReadValue(FIIteratorBase& it) {
+    FIValue value;
+    it.GetAttribute(FIValue("value"), value);
+    return value;
+}
+
+int CountChildren(FIIteratorBase& it, Names names) {
+    const Ref<FIIteratorBase> walker = CopyOf(it);
+    if (!SeekNames(*walker, names) || !walker->DownFirst()) return 0;
+    int count = 1;
+    while (walker->Next()) ++count;
+    return count;
+}
+
+int SetElementName(FIIteratorBase& it, const char* variable, int index) {
+    FIValue name("Elem");
+    name.AppendInt(index);
+    it.SetVarText(variable, name);
+    return index;
+}
+
+int SetElementIndex(FIIteratorBase& it, const char* variable, int index) {
+    it.SetVarText(variable, FIValue::OfInt(index));
+    return index;
+}
+
+int MoveToElement(FIIteratorBase& it, const char* array, int index) {
+    if (SeekNames(it, {array})) it.Down(index);
+    return index;
+}
+
+std::string ReadType(FIIteratorBase& it) {
+    FIValue type;
+    it.GetAttribute(FIValue("type"), type);
+    return type.ToText();
+}
+
+namespace {
+
+int CountAccepted(FIIteratorBase& it, const char* container, const ChildTest& accepts) {
+    const Ref<FIIteratorBase> walker = CopyOf(it);
+    if (!SeekNames(*walker, {container}) || !walker->DownFirst()) return 0;
+    int count = 0;
+    do {
+        count += accepts(*walker);
+    } while (walker->Next());
+    return count;
+}
+
+}  // namespace
+
+int CountAcceptedChildren(FIIteratorBase& it, const char* container, const ChildTest& accepts,
+                          int index) {
+    if (index == kCountIndex) return CountAccepted(it, container, accepts);
+    SeekNames(it, {container});
+    it.DownFirst();
+    int position = accepts(it) ? 0 : -1;
+    // Not Next's answer ends the walk but the index; only a list that has lost elements since it was
+    // counted is left at its end.
+    while (position != index) {
+        it.Next();
+        if (it.AtLast()) break;
+        position += accepts(it);
+    }
+    return index;
+}
+
+int CountTypedChildren(FIIteratorBase& it, const char* container, const char* type, int index) {
+    const auto has_type = [type](FIIteratorBase& child) { return ReadType(child) == type; };
+    return CountAcceptedChildren(it, container, has_type, index);
+}
+
+bool CompositionStep(FIIteratorBase& it, int move, const char* array, const char* variable) {
+    const Ref<FIIteratorBase> walker = CopyUnlessMove(it, move);
+    if (!SeekNames(*walker, {array})) return false;
+    FIValue index;
+    if (walker->GetVarText(variable, index) && walker->Down(index.AsInt())) return true;
+    walker->Up();
+    return false;
+}
+
+bool PhaseComponentStep(FIIteratorBase& it, int move, const char* array) {
+    const Ref<FIIteratorBase> walker = CopyUnlessMove(it, move);
+    FIValue phase;
+    if (!walker->GetVarText("PhaseName", phase) || !SeekNames(*walker, {array})) return false;
+    return CompositionStep(*walker, 1, phase.ToText().c_str(), "PhaseCmpCnt");
+}
+
+bool NestedStep(FIIteratorBase& it, int move, const char* variable, Names names) {
+    const Ref<FIIteratorBase> walker = CopyUnlessMove(it, move);
+    FIValue index;
+    return walker->GetVarText(variable, index) && SeekNames(*walker, names) &&
+           walker->Down(index.AsInt());
+}
+
+bool FlashPhaseStep(FIIteratorBase& it, int move, const char* phase) {
+    return NestedStep(it, move, "FlashPhaseCmpCnt", {phase, "Comp Mole Frac"});
+}
+
+}  // namespace semantic

@@ -1,0 +1,64 @@
+#pragma once
+
+// The moves that all families of semantic functions are made of. Names are given to SeekPath as
+// they stand, so they may be paths. Copies are released by their Ref.
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+#include "framework/ref.h"
+#include "semantic/contract.h"
+
+namespace semantic {
+
+using Names = std::initializer_list<const char*>;
+
+Ref<FIIteratorBase> CopyOf(FIIteratorBase& it);
+// What a Function works on: `it` itself when it is to move, a copy of it otherwise.
+Ref<FIIteratorBase> CopyUnlessMove(FIIteratorBase& it, int move);
+
+// Down the names in turn; on false `it` has kept the frames of those that were found.
+bool SeekNames(FIIteratorBase& it, Names names);
+// The attribute "value" of the present node.
+FIValue ReadValue(FIIteratorBase& it);
+
+// How many children the node below these names has; 0 when a name is missing. `it` stays.
+int CountChildren(FIIteratorBase& it, Names names);
+
+// The elements of a list. Each answers the index.
+//
+// The variable becomes "Elem" and the index: the name of the element in the host's array.
+int SetElementName(FIIteratorBase& it, const char* variable, int index);
+// The variable becomes the index, as an INT.
+int SetElementIndex(FIIteratorBase& it, const char* variable, int index);
+// `it` goes to the element of the named array.
+int MoveToElement(FIIteratorBase& it, const char* array, int index);
+
+// Whether a child belongs to a list. It is called for every child that is passed, in both modes,
+// and may leave variables there.
+using ChildTest = std::function<bool(FIIteratorBase& child)>;
+
+// A list of those children of a container that pass the test; `it` goes to the element. An index
+// must be below an earlier count; beyond it `it` is left behind the last child.
+int CountAcceptedChildren(FIIteratorBase& it, const char* container, const ChildTest& accepts,
+                          int index);
+// The same for the children whose attribute "type" is this word.
+int CountTypedChildren(FIIteratorBase& it, const char* container, const char* type, int index);
+// The attribute "type" of the present node as text; "" for NULL.
+std::string ReadType(FIIteratorBase& it);
+
+// Steps to one element of a composition. Each is a Function but for the names.
+//
+// Element number `variable` of the array. Leaves no frame behind when it fails.
+bool CompositionStep(FIIteratorBase& it, int move, const char* array, const char* variable);
+// Element number `PhaseCmpCnt` of the row of the array that `PhaseName` names. A failed move leaves
+// the frame of the array behind when that array exists.
+bool PhaseComponentStep(FIIteratorBase& it, int move, const char* array);
+// Element number `variable` of the array below the names. A failed move leaves a frame behind for
+// every name that was found.
+bool NestedStep(FIIteratorBase& it, int move, const char* variable, Names names);
+// Element number `FlashPhaseCmpCnt` of "Comp Mole Frac" of a phase; fails like NestedStep.
+bool FlashPhaseStep(FIIteratorBase& it, int move, const char* phase);
+
+}  // namespace semantic

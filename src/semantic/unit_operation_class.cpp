@@ -1,0 +1,64 @@
+#include "semantic/unit_operation_class.h"
+
+#include "semantic/column_summary.h"
+#include "semantic/idioms.h"
+
+namespace semantic {
+namespace {
+
+// Compressors and expanders share a class; this word tells them apart.
+void SetIsCompressor(FIIteratorBase& it) {
+    it.SetVarText("IsCompressor", "YES");
+}
+
+void SetIsExpander(FIIteratorBase& it) {
+    it.SetVarText("IsCompressor", "NO");
+}
+
+void SummarizeColumn(FIIteratorBase& it) {
+    SetColumnBottom(it);
+    ComputeColumnRatios(it);
+}
+
+struct UnitOperationRow {
+    const char* type;
+    const char* class_name;
+    void (*set_variables)(FIIteratorBase& it) = nullptr;
+};
+
+constexpr UnitOperationRow kUnitOperationRows[] = {
+    {"PipeSegObject", "QSIPipe"},
+    {"CompressorObject", "QSICompressor", SetIsCompressor},
+    {"ExpandOpObject", "QSICompressor", SetIsExpander},
+    {"FlashTankObject", "QSISeparator"},
+    {"Sep3OpObject", "QSISeparator"},
+    {"TankOpObject", "QSISeparator"},
+    {"ValveOpObject", "QSIValve"},
+    {"PumpOpObject", "QSIPump"},
+    {"HeatExOpObject", "QSIHeatExchanger"},
+    {"MixerOpObject", "QSIMixer"},
+    {"TeeOpObject", "QSITee"},
+    {"DistillationObject", "QSIDistillationColumn", SummarizeColumn},
+    // Only the first kind of column gets a bottom stage and ratios.
+    {"ColumnOpObject", "QSIDistillationColumn"},
+    {"ConversionReactorOpObject", "QSIConversionReactor"},
+    {"EquilibriumReactorOpObject", "QSIEquilibriumReactor"},
+    {"GibbsReactorOpObject", "QSIGibbsReactor"},
+    {"HeaterOpObject", "QSIHeaterCooler"},
+    {"CoolerOpObject", "QSIHeaterCooler"},
+};
+
+}  // namespace
+
+bool ClassifyUnitOperation(FIIteratorBase& it, FIValue& subclass) {
+    const std::string type = ReadType(it);
+    for (const UnitOperationRow& row : kUnitOperationRows) {
+        if (type != row.type) continue;
+        subclass.SetText(row.class_name);
+        if (row.set_variables) row.set_variables(it);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace semantic
