@@ -33,8 +33,10 @@ std::optional<Located> Locate(CaseSession& session, const std::string& path, std
     if (!problem.empty()) return std::nullopt;
     for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
         if (!node->SeekPath(expression)) continue;
-        const bool ends_in_attribute = path.find('(') != std::string::npos;
-        return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};
+        const bool has_parentheses = path.find('(') != std::string::npos;
+        std::string attribute = has_parentheses ? SplitPath(path).back().attribute : "";
+        if (!attribute.empty() && attribute == KeyOf(*node)) attribute.clear();
+        return Located{node, attribute};
     }
     problem = DescribeMissing(session.Here(), path);
     return std::nullopt;

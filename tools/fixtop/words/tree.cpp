@@ -39,7 +39,7 @@ class Tree final : public Word {
     }
 
     static std::string Describe(FIIteratorBase& node) {
-        const std::string name = OneLine(NameOf(node));
+        const std::string name = ShownName(node);
         const std::string type = TextOf(node, "type");
         if (!IsVariable(node)) return type.empty() ? name : name + "  (" + type + ")";
         const FIValue value = AttributeOf(node, "value");
