@@ -20,13 +20,11 @@ void Check(bool holds, const char* what) {
 
 void CheckObject(const casehost::ObjectData& object) {
     for (const casehost::VariableData& variable : object.variables) {
-        std::size_t count = 1;
         for (const casehost::DimensionData& dimension : variable.spec->dimensions) {
             Check(dimension.labels.size() == static_cast<std::size_t>(dimension.count),
                   "labels and count of a dimension differ");
-            count *= static_cast<std::size_t>(dimension.count);
         }
-        Check(variable.values.size() == count, "values don't fill their dimensions");
+        Check(variable.values.size() == casehost::ElementCount(*variable.spec), "values don't fill their dimensions");
     }
 }
 

@@ -57,10 +57,8 @@ VariableData Link(const char* name, const char* path) {
 VariableData Table(const char* name, const char* quantity, std::vector<DimensionData> dimensions,
                    VariableState state, std::vector<double> numbers) {
     Spec spec = MakeSpec(name, ValueKind::real, quantity);
-    std::size_t count = 1;
-    for (const DimensionData& each : dimensions) count *= static_cast<std::size_t>(each.count);
     spec->dimensions = std::move(dimensions);
-    numbers.resize(count, kEmpty);
+    numbers.resize(ElementCount(*spec), kEmpty);
     VariableData variable{spec, {}};
     for (double number : numbers) variable.values.push_back({number, "", state});
     return variable;

@@ -110,12 +110,8 @@ constexpr StoichiometryRow kStoichiometry[] = {
 void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
     std::vector<std::string> compounds;
     for (XmlNode compound : Children(list)) {
-        const std::string name(compound.Attribute("Name").value_or(""));
-        if (!reading.compound_index.contains(name)) {
-            reading.problems.Error(compound,
-                                   "expected a compound of the case, found '" + name + "'");
-        }
-        compounds.push_back(name);
+        compounds.emplace_back(compound.Attribute("Name").value_or(""));
+        FindCompound(reading, compound, compounds.back());
     }
     for (const StoichiometryRow& row : kStoichiometry) {
         std::vector<Number> values;

@@ -220,20 +220,12 @@ bool Column::AppendVector(XmlNode node, std::size_t expected, std::vector<Number
         reading_.problems.Error(node, "expected numbers as '{a; b; c}'");
         return false;
     }
-    text = text.substr(1, text.size() - 2);
-    std::size_t count = 0;
-    for (bool more = !text.empty(); more;) {
-        const std::size_t end = text.find(';');
-        std::string_view word = text.substr(0, end);
-        word.remove_prefix(std::min(word.find_first_not_of(' '), word.size()));
-        values.push_back(ParseNumber(reading_, node, word));
-        ++count;
-        more = end != std::string_view::npos;
-        if (more) text.remove_prefix(end + 1);
-    }
-    if (count == expected) return true;
-    reading_.problems.Error(
-        node, "expected " + std::to_string(expected) + " numbers, found " + std::to_string(count));
+    const std::vector<Number> numbers =
+        ParseNumbers(reading_, node, text.substr(1, text.size() - 2), ";");
+    values.insert(values.end(), numbers.begin(), numbers.end());
+    if (numbers.size() == expected) return true;
+    reading_.problems.Error(node, "expected " + std::to_string(expected) + " numbers, found " +
+                                      std::to_string(numbers.size()));
     return false;
 }
 

@@ -55,6 +55,28 @@ std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_vi
     return value;
 }
 
+std::vector<std::optional<double>> ParseNumbers(Reading& reading, XmlNode node,
+                                                std::string_view text, const char* separators) {
+    std::vector<std::optional<double>> numbers;
+    for (bool more = !text.empty(); more;) {
+        const std::size_t end = std::min(text.find_first_of(separators), text.size());
+        std::string_view word = text.substr(0, end);
+        word.remove_prefix(std::min(word.find_first_not_of(' '), word.size()));
+        numbers.push_back(ParseNumber(reading, node, word));
+        more = end < text.size();
+        text.remove_prefix(more ? end + 1 : end);
+    }
+    return numbers;
+}
+
+std::optional<std::size_t> FindCompound(Reading& reading, XmlNode node, std::string_view name) {
+    const auto found = reading.compound_index.find(std::string(name));
+    if (found != reading.compound_index.end()) return static_cast<std::size_t>(found->second);
+    reading.problems.Error(node,
+                           "expected a compound of the case, found '" + std::string(name) + "'");
+    return std::nullopt;
+}
+
 std::optional<double> ReadNumber(Reading& reading, XmlNode leaf) {
     if (!leaf) return std::nullopt;
     return ParseNumber(reading, leaf, leaf.Text());

@@ -43,6 +43,12 @@ struct Reading {
 // Null for a text that is NaN or infinite. A text that is no number is a problem at `node`, and
 // null.
 std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text);
+// Numbers that are parted by any of the separators, with blanks before them; none for an empty
+// text.
+std::vector<std::optional<double>> ParseNumbers(Reading& reading, XmlNode node,
+                                                std::string_view text, const char* separators);
+// Index of a compound of the case. A name that is none is a problem at `node`, and null.
+std::optional<std::size_t> FindCompound(Reading& reading, XmlNode node, std::string_view name);
 // The text of an element; null as well when there is no element.
 std::optional<double> ReadNumber(Reading& reading, XmlNode leaf);
 bool ReadFlag(XmlNode leaf);

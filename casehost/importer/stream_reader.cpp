@@ -284,14 +284,9 @@ void MaterialStream::AppendCompounds(int phase, const char* element, bool wanted
     values.resize(begin + reading_.compounds.size());
     if (!wanted) return;
     for (XmlNode compound : Children(phases_[phase].ChildWithElements("Compounds"))) {
-        const std::string name(compound.Child("Name").Text());
-        const auto index = reading_.compound_index.find(name);
-        if (index == reading_.compound_index.end()) {
-            reading_.problems.Error(compound,
-                                    "expected a compound of the case, found '" + name + "'");
-            return;
-        }
-        values[begin + index->second] = ReadNumber(reading_, compound.Child(element));
+        const auto index = FindCompound(reading_, compound, compound.Child("Name").Text());
+        if (!index) return;
+        values[begin + *index] = ReadNumber(reading_, compound.Child(element));
     }
 }
 

@@ -90,12 +90,16 @@ std::vector<std::string> Texts(XmlNode list) {
     return texts;
 }
 
+std::vector<std::string> Ids(XmlNode list) {
+    std::vector<std::string> ids;
+    for (XmlNode item : Children(list)) ids.emplace_back(item.Attribute("ID").value_or(""));
+    return ids;
+}
+
 // The moles of atoms of each element that enter a Gibbs reactor.
 void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
     LabelledNumbers atoms;
-    for (XmlNode element : Children(node.Child("Elements"))) {
-        atoms.labels.emplace_back(element.Attribute("ID").value_or(""));
-    }
+    atoms.labels = Ids(node.Child("Elements"));
     for (XmlNode total : Children(node.Child("TotalElements"))) {
         atoms.values.push_back(ParseNumber(reading, total, total.Attribute("ID").value_or("")));
     }
@@ -112,19 +116,9 @@ void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
 void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
     const XmlNode matrix = node.Child("ElementMatrix");
     if (matrix.Text().empty()) return;
-    std::vector<std::string> elements;
-    for (XmlNode element : Children(node.Child("Elements"))) {
-        elements.emplace_back(element.Attribute("ID").value_or(""));
-    }
+    const std::vector<std::string> elements = Ids(node.Child("Elements"));
     const std::vector<std::string> compounds = Texts(node.Child("ComponentIDs"));
-    std::vector<Number> values;
-    std::string_view rest = matrix.Text();
-    while (true) {
-        const std::size_t end = rest.find_first_of(",:");
-        values.push_back(ParseNumber(reading, matrix, rest.substr(0, end)));
-        if (end == std::string_view::npos) break;
-        rest.remove_prefix(end + 1);
-    }
+    const std::vector<Number> values = ParseNumbers(reading, matrix, matrix.Text(), ",:");
     if (values.size() != elements.size() * compounds.size()) {
         reading.problems.Error(matrix, "expected " + std::to_string(elements.size()) + " times " +
                                            std::to_string(compounds.size()) + " numbers, found " +

@@ -1,6 +1,5 @@
 #include "json/basis_json.h"
 
-#include "casehost/units.h"
 #include "json/fields.h"
 #include "json/words.h"
 
@@ -9,16 +8,6 @@ namespace casehost::json {
 namespace {
 
 using Kind = BasisElement::Kind;
-
-template <class Item>
-std::vector<Item> ReadAll(const JsonNode* array, Item (*read)(Tree&, const JsonNode&), Tree& tree) {
-    std::vector<Item> items;
-    for (const JsonNode* each = array ? array->first : nullptr; each && !tree.Full();
-         each = each->next) {
-        items.push_back(read(tree, *each));
-    }
-    return items;
-}
 
 double NumberOrNull(Tree& tree, const JsonNode& node) {
     return node.kind == JsonNode::Kind::null ? kEmpty : NumberOf(tree, node);
@@ -33,26 +22,17 @@ BasisColumn ReadColumn(Tree& tree, const JsonNode& node) {
     Fields fields(tree, node);
     column.name = fields.RequiredText("name");
     if (column.name == kObjectColumn) {
-        column.objects = ReadAll(fields.Array("objects"), TextOrNull, tree);
+        column.objects = ReadAll(tree, fields.Array("objects"), TextOrNull);
     } else {
-        column.numbers = ReadAll(fields.Array("numbers"), NumberOrNull, tree);
+        column.numbers = ReadAll(tree, fields.Array("numbers"), NumberOrNull);
     }
     fields.Done();
     return column;
 }
 
-void ReadQuantity(Tree& tree, Fields& fields, BasisElement& element) {
-    const JsonNode* node = fields.Find("quantity");
-    if (!node) return;
-    element.quantity = TextOf(tree, *node);
-    if (!FindQuantity(element.quantity)) {
-        tree.Report(*node, "no such quantity: " + Tree::Describe(*node));
-    }
-}
-
-void ReadVariable(Tree& tree, Fields& fields, BasisElement& element) {
+void ReadVariable(Fields& fields, BasisElement& element) {
     element.number = fields.Number("number");
-    ReadQuantity(tree, fields, element);
+    element.quantity = fields.Quantity("quantity");
     element.adjustable = fields.Flag("adjustable", false);
     element.fixed = fields.Flag("fixed", false);
     const bool calculated = fields.Flag("calculated", false);
@@ -68,17 +48,17 @@ BasisElement ReadElement(Tree& tree, const JsonNode& node) {
         static_cast<Kind>(fields.Word("kind", kElementWords, static_cast<std::size_t>(Kind::text)));
     switch (element.kind) {
         case Kind::group:
-            element.elements = ReadAll(fields.Array("elements"), ReadElement, tree);
+            element.elements = ReadAll(tree, fields.Array("elements"), ReadElement);
             break;
         case Kind::table:
-            element.columns = ReadAll(fields.Array("columns"), ReadColumn, tree);
+            element.columns = ReadAll(tree, fields.Array("columns"), ReadColumn);
             break;
         case Kind::variable:
-            ReadVariable(tree, fields, element);
+            ReadVariable(fields, element);
             break;
         case Kind::number:
             element.number = fields.Number("number");
-            ReadQuantity(tree, fields, element);
+            element.quantity = fields.Quantity("quantity");
             break;
         case Kind::custom:
             element.number = fields.Number("number");
@@ -100,47 +80,25 @@ BasisElement ReadElement(Tree& tree, const JsonNode& node) {
     return element;
 }
 
-template <class Item, class Write>
-void WriteList(JsonText& text, const std::vector<Item>& items, Write write) {
-    text.Raw("[");
-    for (const Item& each : items) {
-        if (&each != &items.front()) text.Raw(", ");
-        write(each);
-    }
-    text.Raw("]");
-}
-
-void WritePath(JsonText& text, const std::string& path) {
-    if (path.empty()) {
-        text.Raw("null");
-    } else {
-        text.Text(path);
-    }
-}
-
 void WriteColumns(JsonText& text, const std::vector<BasisColumn>& columns) {
-    WriteList(text, columns, [&](const BasisColumn& column) {
+    WriteLine(text, "[]", columns, [&](const BasisColumn& column) {
         text.Raw("{");
         text.Key("name");
         text.Text(column.name);
-        text.Raw(", ");
         if (column.name == kObjectColumn) {
-            text.Key("objects");
-            WriteList(text, column.objects,
-                      [&](const std::string& path) { WritePath(text, path); });
+            text.Member("objects");
+            WriteLine(text, "[]", column.objects,
+                      [&](const std::string& path) { text.TextOrNull(path); });
         } else {
-            text.Key("numbers");
-            WriteList(text, column.numbers, [&](double number) { text.Number(number); });
+            text.Member("numbers");
+            WriteLine(text, "[]", column.numbers, [&](double number) { text.Number(number); });
         }
         text.Raw("}");
     });
 }
 
 void WriteElement(JsonText& text, const BasisElement& element, int depth) {
-    const auto member = [&](const char* name) {
-        text.Raw(", ");
-        text.Key(name);
-    };
+    const auto member = [&](const char* name) { text.Member(name); };
     text.Raw("{");
     text.Key("tag");
     text.Text(element.tag);
@@ -149,7 +107,7 @@ void WriteElement(JsonText& text, const BasisElement& element, int depth) {
     if (element.kind == Kind::group) member("elements"), WriteBasis(text, element.elements, depth);
     if (element.kind == Kind::table) member("columns"), WriteColumns(text, element.columns);
     if (element.kind == Kind::object)
-        member("object"), WritePath(text, element.text);
+        member("object"), text.TextOrNull(element.text);
     else if (!element.text.empty())
         member("text"), text.Text(element.text);
     if (element.number != kEmpty) member("number"), text.Number(element.number);
@@ -163,23 +121,12 @@ void WriteElement(JsonText& text, const BasisElement& element, int depth) {
 }  // namespace
 
 std::vector<BasisElement> ReadBasis(Tree& tree, const JsonNode& array) {
-    return ReadAll(&array, ReadElement, tree);
+    return ReadAll(tree, &array, ReadElement);
 }
 
 void WriteBasis(JsonText& text, const std::vector<BasisElement>& elements, int depth) {
-    if (elements.empty()) {
-        text.Raw("[]");
-        return;
-    }
-    text.Raw("[");
-    bool first = true;
-    for (const BasisElement& each : elements) {
-        text.Line(depth + 1, first);
-        WriteElement(text, each, depth + 1);
-    }
-    bool no_comma = true;
-    text.Line(depth, no_comma);
-    text.Raw("]");
+    WriteLines(text, "[]", elements, depth,
+               [&](const BasisElement& each) { WriteElement(text, each, depth + 1); });
 }
 
 }  // namespace casehost::json

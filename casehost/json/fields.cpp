@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "casehost/units.h"
+
 namespace casehost::json {
 
 bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* what) {
@@ -17,6 +19,10 @@ std::string TextOf(Tree& tree, const JsonNode& node) {
 
 double NumberOf(Tree& tree, const JsonNode& node) {
     return Expect(tree, node, JsonNode::Kind::number, "a number") ? node.number : kEmpty;
+}
+
+std::vector<std::string> TextsOf(Tree& tree, const JsonNode* array) {
+    return ReadAll(tree, array, TextOf);
 }
 
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words) {
@@ -66,6 +72,15 @@ std::string Fields::RequiredText(std::string_view name) {
     std::string text = TextOf(tree_, *found);
     if (found->kind == JsonNode::Kind::text && text.empty())
         tree_.Report(*found, "must not be empty");
+    return text;
+}
+
+std::string Fields::Quantity(std::string_view name) {
+    const JsonNode* found = Find(name);
+    std::string text = found ? TextOf(tree_, *found) : std::string();
+    if (!text.empty() && !FindQuantity(text)) {
+        tree_.Report(*found, "no such quantity: " + Tree::Describe(*found));
+    }
     return text;
 }
 

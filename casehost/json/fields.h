@@ -3,6 +3,7 @@
 // Typed access to the members of a JSON object, with a problem for whatever is not as expected.
 
 #include <span>
+#include <vector>
 
 #include "json/json_tree.h"
 
@@ -13,8 +14,21 @@ bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* w
 // The empty text, the empty number and 0 when the node is of another kind.
 std::string TextOf(Tree& tree, const JsonNode& node);
 double NumberOf(Tree& tree, const JsonNode& node);
+std::vector<std::string> TextsOf(Tree& tree, const JsonNode* array);
 // Ordinal of one of the words.
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words);
+
+// The elements of an array or the members of an object, each as `read` makes it of (tree, node);
+// none when the node is null.
+template <class Read>
+auto ReadAll(Tree& tree, const JsonNode* list, Read read) {
+    std::vector<decltype(read(tree, *list))> items;
+    for (const JsonNode* each = list ? list->first : nullptr; each && !tree.Full();
+         each = each->next) {
+        items.push_back(read(tree, *each));
+    }
+    return items;
+}
 
 class Fields {
  public:
@@ -29,6 +43,8 @@ class Fields {
     std::string Text(std::string_view name);
     // Absent or empty is reported.
     std::string RequiredText(std::string_view name);
+    // A text that names a quantity of units.h, or is empty.
+    std::string Quantity(std::string_view name);
     bool Flag(std::string_view name, bool otherwise);
     // null and absent are the empty number.
     double Number(std::string_view name);

@@ -11,6 +11,10 @@ namespace casehost::json {
 void JsonText::Line(int depth, bool& first) {
     if (!first) out_ += ',';
     first = false;
+    Break(depth);
+}
+
+void JsonText::Break(int depth) {
     out_ += '\n';
     out_.append(static_cast<std::size_t>(2 * depth), ' ');
 }
@@ -18,6 +22,11 @@ void JsonText::Line(int depth, bool& first) {
 void JsonText::Key(std::string_view name) {
     Text(name);
     out_ += ": ";
+}
+
+void JsonText::Member(std::string_view name) {
+    out_ += ", ";
+    Key(name);
 }
 
 void JsonText::Text(std::string_view text) {
@@ -30,6 +39,14 @@ void JsonText::Text(std::string_view text) {
     } else {
         using Json = nlohmann::json;
         out_ += Json(std::string(text)).dump(-1, ' ', false, Json::error_handler_t::replace);
+    }
+}
+
+void JsonText::TextOrNull(std::string_view text) {
+    if (text.empty()) {
+        out_ += "null";
+    } else {
+        Text(text);
     }
 }
 

@@ -12,8 +12,14 @@ class JsonText {
  public:
     // Starts a line for a member or element; `first` ones stand without a comma before them.
     void Line(int depth, bool& first);
+    // Starts a line for a closing bracket.
+    void Break(int depth);
     void Key(std::string_view name);
+    // A further member on the same line.
+    void Member(std::string_view name);
     void Text(std::string_view text);
+    // The empty text is null.
+    void TextOrNull(std::string_view text);
     // Empty and endless numbers are null.
     void Number(double number);
     void Integer(long number) { out_ += std::to_string(number); }
@@ -21,8 +27,37 @@ class JsonText {
     // As it stands.
     void Raw(std::string_view text) { out_ += text; }
 
- protected:
+    std::string Take() { return std::move(out_); }
+
+ private:
     std::string out_;
 };
+
+// Items between brackets such as "[]", all on one line.
+template <class Items, class Write>
+void WriteLine(JsonText& text, std::string_view brackets, const Items& items, Write write) {
+    text.Raw(brackets.substr(0, 1));
+    bool first = true;
+    for (const auto& each : items) {
+        if (!first) text.Raw(", ");
+        first = false;
+        write(each);
+    }
+    text.Raw(brackets.substr(1));
+}
+
+// The same with a line for each at `depth` plus one.
+template <class Items, class Write>
+void WriteLines(JsonText& text, std::string_view brackets, const Items& items, int depth,
+                Write write) {
+    text.Raw(brackets.substr(0, 1));
+    bool first = true;
+    for (const auto& each : items) {
+        text.Line(depth + 1, first);
+        write(each);
+    }
+    if (!first) text.Break(depth);
+    text.Raw(brackets.substr(1));
+}
 
 }  // namespace casehost::json

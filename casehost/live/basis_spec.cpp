@@ -65,9 +65,8 @@ host::ArraySetBlock& SpecInfo::AddArraySet(std::string tag) {
 bool BasisSpecSource::FillSpecInfo(host::CSpecInfo* out) {
     auto* info = dynamic_cast<SpecInfo*>(out);
     const bool has_compounds = !basics_.compounds.empty();
-    if (!info || (!has_compounds && basics_.property_package.empty() && tree_.IsEmpty())) {
-        return false;
-    }
+    if (!info || !info->OwnerView()) return false;
+    if (!has_compounds && basics_.property_package.empty() && tree_.IsEmpty()) return false;
     info->Clear();
     info->AddText("Property Package", basics_.property_package);
     if (has_compounds) AddCompounds(*info);

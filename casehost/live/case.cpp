@@ -156,6 +156,11 @@ host::FlowSheetSolver* Case::MainSolver() {
     return script_->Blank(Script::Answer::solver) ? nullptr : solver_.get();
 }
 
+// One solver computes all flowsheets of a case, so it is the active one whenever it may be asked.
+host::FlowSheetSolver* Case::ActiveSolver() {
+    return script_->Blank(Script::Answer::active_solver) ? nullptr : MainSolver();
+}
+
 host::COnlineConnectivityManager* Case::OnlineManager() {
     return script_->Blank(Script::Answer::online_manager) ? nullptr : manager_.get();
 }

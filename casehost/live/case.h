@@ -86,7 +86,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     bool Dynamic() override { return basics_.dynamic; }
     bool SimCaseDynamic() override { return basics_.dynamic; }
     host::FlowSheetSolver* MainSolver() override;
-    host::FlowSheetSolver* ActiveSolver() override { return MainSolver(); }
+    host::FlowSheetSolver* ActiveSolver() override;
     host::COnlineConnectivityManager* OnlineManager() override;
 
     // host::Document

@@ -60,6 +60,10 @@ unsigned long CaseHost::ViewUpdates() const {
     return services_->ViewUpdates();
 }
 
+double CaseHost::ConfigData(const std::string& key) const {
+    return services_->ConfigData(key);
+}
+
 OpenResult CaseHost::Open(const std::string& path) {
     const auto reader = Readers().find(LowerExtension(path));
     if (reader == Readers().end()) return {nullptr, {{path, "no reader for this kind of file"}}};

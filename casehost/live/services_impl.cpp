@@ -1,5 +1,5 @@
-#include "live/case.h"
 #include "live/services_impl.h"
+#include "live/case.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -31,12 +31,13 @@ host::Text SessionImpl::SessionText(bool full) {
 }
 
 host::VariableInfo* VariableTypeTable::FindVarInfo(host::VariableType type) {
-    if (UnitTypeOfVariableType(type) == host::kVariableUnitType) return nullptr;
+    const bool has_units = UnitTypeOfVariableType(type) != host::kVariableUnitType;
+    if (!has_units || script_.Blank(Script::Answer::variable_info)) return nullptr;
     return &infos_.try_emplace(type, type).first->second;
 }
 
 CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
-    : owner_(owner), session_(owner, with_window) {
+    : owner_(owner), session_(owner, with_window), variable_types_(owner.GetScript()) {
     records_.ViewableObject = types::Viewable();
     records_.SimulationObjectObject = types::SimulationObject();
     records_.FlowSheetObjectObject = types::FlowSheetObject();
@@ -102,8 +103,7 @@ host::Text CaseHost::ServicesImpl::GetNextConvName() {
     return host::Text(quantity->units[walk_at_++].name);
 }
 
-host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::Viewable* to,
-                                                   bool) {
+host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::Viewable* to, bool) {
     // Without the names a moniker would not lead back to its object, so every one is a full one.
     const Node* target = Node::Of(to);
     if (!target || Blank(Script::Answer::moniker)) return host::Text();
@@ -141,6 +141,11 @@ void CaseHost::ServicesImpl::DeleteSpecInfo(host::CSpecInfo* info) {
 
 void CaseHost::ServicesImpl::SetConfigData(const char* key, double value, bool) {
     if (key) config_[key] = value;
+}
+
+double CaseHost::ServicesImpl::ConfigData(const std::string& key) const {
+    const auto found = config_.find(key);
+    return found == config_.end() ? kEmpty : found->second;
 }
 
 host::Text CaseHost::ServicesImpl::NumToText(double value) {

@@ -30,6 +30,8 @@ class SessionImpl final : public host::Session, public host::ApplicationForm {
 
 class VariableTypeTable final : public host::VariableTypes {
  public:
+    explicit VariableTypeTable(const Script& script) : script_(script) {}
+
     host::VariableInfo* FindVarInfo(host::VariableType type) override;
 
  private:
@@ -38,6 +40,7 @@ class VariableTypeTable final : public host::VariableTypes {
         host::VariableType UnitLookupType() const override { return type; }
         host::VariableType type;
     };
+    const Script& script_;
     std::map<host::VariableType, Info> infos_;
 };
 
@@ -77,8 +80,8 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     void* IFace_realloc(void* block, std::size_t size) override;
     void IFace_free(void* block) override;
 
-    SessionImpl& GetSession() { return session_; }
     unsigned long ViewUpdates() const { return view_updates_; }
+    double ConfigData(const std::string& key) const;
 
  private:
     bool Blank(Script::Answer answer) const { return owner_.GetScript().Blank(answer); }

@@ -79,12 +79,6 @@ std::string Stem(ValueKind kind, int number) {
     return std::string(ClassOf(kind)) + '.' + std::to_string(number);
 }
 
-int CountCells(const VariableSpec& spec) {
-    int count = 1;
-    for (const DimensionData& dimension : spec.dimensions) count *= dimension.count;
-    return count;
-}
-
 }  // namespace
 
 host::VariableType VariableTypeOf(const VariableSpec& spec) {
@@ -206,7 +200,7 @@ Row& Shape::AddRow(std::shared_ptr<const VariableSpec> spec, int number) {
     row.value_kind = static_cast<std::int32_t>(row.spec->kind);
     row.flags = row.spec->flagged ? 1u << 6 : 0;
     row.first_cell = cell_count_;
-    row.cell_count = CountCells(*row.spec);
+    row.cell_count = static_cast<int>(ElementCount(*row.spec));
     const bool scalar_number = row.spec->dimensions.empty() && row.value_kind <= host::kEnumeration;
     scalar_cells_.push_back(scalar_number ? row.first_cell : -1);
     cell_count_ += row.cell_count;

@@ -45,8 +45,8 @@ void SolverNode::SolveOnce() {
 
 double SolverNode::GetRealValue(const host::VarDescription& variable) {
     const host::Text moniker = variable.GetMoniker();
-    if (moniker == kRunningMoniker) return IsSolving() ? 0.0 : 1.0;
-    if (moniker == kReadyMoniker) return holding_ ? 1.0 : 0.0;
+    if (moniker == kRunningMoniker) return IsSolving() ? host::FALSEVALUE : host::TRUEVALUE;
+    if (moniker == kReadyMoniker) return holding_ ? host::TRUEVALUE : host::FALSEVALUE;
     return ReadReal(variable);
 }
 

@@ -95,8 +95,7 @@ public:
             clone = new AttrMapCursorBase(owner_);
             clone->row_ = row_;
         }
-        clone->AddRef();
-        return clone;
+        return HandOut(clone);
     }
     // From the end nothing moves back: a step stops at once there.
     bool Seek(int origin, int delta) override {
@@ -166,9 +165,7 @@ template <class T>
 class AttrMapBase : public FIAttributeSource {
 public:
     FIAttributeCursorBase* MakeCursor() override {
-        auto* cursor = new AttrMapCursorBase<T>(static_cast<T*>(this));
-        cursor->AddRef();
-        return cursor;
+        return HandOut(new AttrMapCursorBase<T>(static_cast<T*>(this)));
     }
 };
 

@@ -156,6 +156,7 @@ private:
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool SeekKey(const PathStep& step, bool& goes_on);
     bool PassesOne(const PathClause& clause);
+    bool SeekKey(const FIValue& key);
     void ReturnTo(int depth);
     void TakePosition(FIIterator& other);
     Ref<FIEntry> FindHolder();

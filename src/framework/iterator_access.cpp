@@ -1,9 +1,26 @@
 // FIIterator: reads, writes and variables of the present node.
 
 #include <cstring>
+#include <string>
+#include <string_view>
 
 #include "framework/fi_iterator.h"
 #include "framework/shown_scope.h"
+
+namespace {
+
+// Where the groups ".#index" at the end of a key begin.
+std::size_t EndOfName(std::string_view key) {
+    while (true) {
+        const std::size_t mark = key.find_last_not_of("0123456789");
+        const bool is_group = mark != std::string_view::npos && mark > 0 &&
+                              mark + 1 < key.size() && key[mark] == '#' && key[mark - 1] == '.';
+        if (!is_group) return key.size();
+        key = key.substr(0, mark - 1);
+    }
+}
+
+}  // namespace
 
 void FIIterator::GetName(FIValue& out) { entry_->GetName(out); }
 
@@ -111,6 +128,17 @@ bool FIIterator::RemoveVar(const FIValue& name) {
 
 bool FIIterator::RemoveVarText(const char* name) { return RemoveVar(FIValue(name)); }
 
+// A key is a name, with ".#index" behind it for each array index that the notation gave, or else a
+// path such as "*#4".
+bool FIIterator::SeekKey(const FIValue& key) {
+    const std::string text = key.ToText();
+    const std::size_t end = EndOfName(text);
+    FIValue path;
+    path.AppendText(text.substr(0, end).c_str(), true, false);
+    path.AppendText(text.c_str() + end, false, false);
+    return SeekPath(path) || SeekPath(key);
+}
+
 // A host notation names a child a step: each context turns the beginning into a key, which is
 // walked as a path, until nothing is left. A context may name a level that the notation leaves out:
 // then nothing is consumed, but the iterator is deeper.
@@ -125,7 +153,7 @@ FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
             ShownScope(opened->entry_, &opened->var_set_)->GetContext());
         FIValue key;
         context->GetKeyValue(begin, key, &rest);
-        if (key.IsNull() || !rest || !opened->SeekPath(key)) return nullptr;
+        if (key.IsNull() || !rest || !opened->SeekKey(key)) return nullptr;
         if (rest == begin && opened->Depth() <= depth) return nullptr;
     } while (*rest);
     return opened.Detach();

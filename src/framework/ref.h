@@ -1,6 +1,7 @@
 #pragma once
 
-// Ref<T>: one counted reference to an object with AddRef and Release.
+// Ref<T>: one counted reference to an object with AddRef and Release. HandOut: such a reference as
+// operations give it to their caller.
 
 #include <utility>
 
@@ -54,3 +55,10 @@ public:
 private:
     T* object_ = nullptr;
 };
+
+// Counts an object for the caller to whom an operation hands it out.
+template <class T>
+[[nodiscard]] T* HandOut(T* object) {
+    object->AddRef();
+    return object;
+}

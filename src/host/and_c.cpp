@@ -1,10 +1,7 @@
 #include "host/and_c.h"
 
-#include <fstream>
-
 #include "host/f_and_b.h"
-#include "host/host_access.h"
-#include "host/host_attributes.h"
+#include "platform/file_search.h"
 
 namespace {
 
@@ -28,79 +25,44 @@ bool HasPublishedVariables(host::SimulationCase& simulation_case) {
 }  // namespace
 
 HAandCContext::HAandCContext(host::SimulationCase* simulation_case, ModelFiles files)
-    : case_(CaseOrActive(simulation_case)), files_(std::move(files)) {}
-
-FICursorBase* HAandCContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HAandCCursorBase(this);
-    cursor->AddRef();
-    return cursor;
-}
+    : FixedContext(simulation_case, true), files_(std::move(files)) {}
 
 void HAandCContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.SetText(HAandCCursorBase::kModelNames[HAandCEntry::kAppModel]);
     *rest = path;
 }
 
-FIEntry* HAandCContext::MakeEntry(int index) {
-    return new HAandCEntry(this, index);
-}
-
 HAandCEntry::HAandCEntry(HAandCContext* context, int index)
-    : context_(Ref<HAandCContext>::Share(context)),
-      case_(context->Case()),
-      index_(index),
-      attachments_(context->FollowsAttachments()),
-      options_(case_) {}
+    : FixedEntry(context, index), options_(context->Case()) {}
 
 std::span<const AttrRow<HAandCEntry>> HAandCEntry::AttributeRows() {
     using Self = HAandCEntry;
-    static const auto rows = HostAttributeRows<Self>({
-        {"id", ReadNameRow<Self>},
-        {"browser_name", ReadNameRow<Self>},
+    static const auto rows = FixedRows({
         {"type",
          [](Self& self, FIValue& out) {
              constexpr std::array types = {"appModel", "CCDMModel", "oldAppModel"};
              out.SetText(types[self.index_]);
          }},
-        {"display_name", ReadNameRow<Self>},
-        {"isleaf", ReadNumberRow<Self, 0>},
         {"has_children", [](Self& self, FIValue& out) { out.SetInt(self.HasChildren() ? 1 : 0); }},
-        {"status",
-         [](Self& self, FIValue& out) {
-             out.SetText(StatusText(FlowSheetStatus(FlowSheetOrMain(nullptr, self.case_))));
-         }},
-        {"is_container", ReadNumberRow<Self, 0>},
-        {kAttachments, NeverShown<Self>},
-        {kSkipCorrelations, NeverShown<Self>},
-        {kSkipAttachments, NeverShown<Self>},
+        {"status", ReadMainStatus},
     });
     return rows;
 }
 
-void HAandCEntry::GetName(FIValue& out) {
-    out.SetText(HAandCCursorBase::kModelNames[index_]);
-}
-
-void HAandCEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetSwitches(*this, attachments_, name, value, "Not supported.", out);
-}
-
 bool HAandCEntry::HasChildren() const {
+    host::SimulationCase* simulation_case = context_->Case();
     switch (index_) {
         case kAppModel:
             return true;
         case kPublishedFile:
-            return case_ && std::ifstream(PublishedFile(*case_)).good();
+            return simulation_case && FileExists(PublishedFile(*simulation_case));
         default:
-            return case_ && HasPublishedVariables(*case_);
+            return simulation_case && HasPublishedVariables(*simulation_case);
     }
 }
 
 FIContext* HAandCEntry::GetContext() {
     if (index_ != kAppModel) return EmptyContext();
     options_.SetVariableView(true);
-    auto* context = new HFandBContext(case_, &options_, attachments_, this);
-    context->AddRef();
-    return context;
+    return HandOut(new HFandBContext(context_->Case(), &options_, attachments_, this));
 }

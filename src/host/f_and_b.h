@@ -6,33 +6,29 @@
 #include <array>
 #include <memory>
 
-#include "framework/attr_map.h"
-#include "framework/ref.h"
 #include "host/fixed_cursor.h"
+#include "host/fixed_level.h"
 #include "host/hovex_options.h"
 #include "host/spec_view.h"
 
-class HFandBContext final : public CountedFromZero<FIContext> {
+class HFandBCursorBase;
+class HFandBEntry;
+
+class HFandBContext final : public FixedContext<HFandBContext, HFandBCursorBase, HFandBEntry> {
  public:
     // Without options, and with a case, the context makes options of its own.
     HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
                   bool attachments, FIEntry* parent);
 
-    FICursorBase* MakeCursor(int kind) override;
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
-    FIEntry* MakeEntry(int index);
     bool IsSameList(const HFandBContext& other) const { return case_ == other.case_; }
 
-    host::SimulationCase* Case() const { return case_; }
     const HovexOptions* Options() const { return options_; }
-    bool FollowsAttachments() const { return attachments_; }
 
  private:
-    host::SimulationCase* case_;
     std::unique_ptr<HovexOptions> own_options_;
     const HovexOptions* options_;
-    bool attachments_;
     Ref<FIEntry> parent_;
 };
 
@@ -46,25 +42,19 @@ class HFandBCursorBase final : public FixedCursor<HFandBCursorBase, HFandBContex
     static constexpr FixedNames kNames = {kNodeNames, 2, 2};
 };
 
-class HFandBEntry final : public AttrMapEntry<HFandBEntry> {
+class HFandBEntry final : public FixedEntry<HFandBEntry, HFandBCursorBase, HFandBContext> {
  public:
     enum Node : int { kFlowSheetObjects = 0, kBasis = 1, kDataBook = 2 };
+
+    static constexpr auto& kRefusal = kNotSupportedHere;
 
     HFandBEntry(HFandBContext* context, int index);
 
     static std::span<const AttrRow<HFandBEntry>> AttributeRows();
 
-    void GetName(FIValue& out) override;
-    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
 
-    bool FollowsAttachments() const { return attachments_; }
-
  private:
-    Ref<HFandBContext> context_;
-    host::SimulationCase* case_;
-    int index_;
-    bool attachments_;
     HovexOptions options_;
     HSpecView basis_;
 };

@@ -16,9 +16,7 @@ HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simul
 
 FICursorBase* HFSOContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    FICursorBase* cursor = NewCursor();
-    cursor->AddRef();
-    return cursor;
+    return HandOut(NewCursor());
 }
 
 FICursorBase* HFSOContext::NewCursor() {
@@ -97,8 +95,7 @@ const void* HReactionCursorBase::TypeId() const {
 
 FICursorBase* HReactionCursorBase::Clone(bool deep) {
     FICursorBase* clone = deep ? new HReactionCursorBase(context_.Get(), position_) : this;
-    clone->AddRef();
-    return clone;
+    return HandOut(clone);
 }
 
 int HReactionCursorBase::Count() const {
@@ -142,6 +139,5 @@ void HReactionCursorBase::GetKey(FIValue& out) {
 FIEntry* HReactionCursorBase::GetEntry() {
     host::Reaction* reaction = Current();
     FIEntry* entry = reaction ? context_->MakeEntry(*reaction) : EmptyEntry();
-    entry->AddRef();
-    return entry;
+    return HandOut(entry);
 }

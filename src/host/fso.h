@@ -29,7 +29,6 @@ class HFSOContext final : public CountedFromZero<FIContext> {
     host::SimulationCase* Case() const { return case_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
-    FIEntry* Parent() const { return parent_.Get(); }
     // Null when the case has no reactions.
     host::ReactionPackageManager* Reactions() const;
 

@@ -90,9 +90,7 @@ void FIXTopEntry::GetAttribute(const FIValue& name, FIValue& out) {
 }
 
 FIAttributeCursorBase* FIXTopEntry::MakeCursor() {
-    auto* cursor = new AttrMapCursorBase<FIXTopEntry>(this);
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new AttrMapCursorBase<FIXTopEntry>(this));
 }
 
 void FIXTopEntry::ReadStatus(FIValue& out) const {

@@ -63,9 +63,7 @@ HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent)
 
 FICursorBase* HArraySetContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HArraySetCursorBase(this);
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new HArraySetCursorBase(this));
 }
 
 FIEntry* HArraySetContext::MakeEntry(int row) {
@@ -87,9 +85,7 @@ HArraySetEntry::HArraySetEntry(HArraySetContext* context, int row)
     : context_(Ref<HArraySetContext>::Share(context)), row_(row) {}
 
 FIContext* HArraySetEntry::GetContext() {
-    auto* context = new HArraySetElemContext(context_.Get(), row_, this);
-    context->AddRef();
-    return context;
+    return HandOut(new HArraySetElemContext(context_.Get(), row_, this));
 }
 
 void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {

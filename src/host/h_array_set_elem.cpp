@@ -9,9 +9,7 @@ HArraySetElemContext::HArraySetElemContext(HArraySetContext* table, int row, FIE
 
 FICursorBase* HArraySetElemContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HArraySetElemCursorBase(this);
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new HArraySetElemCursorBase(this));
 }
 
 FIEntry* HArraySetElemContext::MakeEntry(int column) {

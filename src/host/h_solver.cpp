@@ -12,15 +12,6 @@ namespace {
 
 constexpr char kNotSupportedSlot[] = "Not Supported";
 
-void AddRecord(FIErrorList& errors, int severity, const char* message) {
-    FIErrorRecord record;
-    record.code = severity;
-    record.first = 0;
-    record.second = 0;
-    record.text.SetText(message);
-    errors.push_back(record);
-}
-
 // The four texts; nothing for any other value.
 std::optional<bool> SwitchText(const FIValue& value) {
     const char* text = value.IsText() ? value.CStr() : "";
@@ -42,7 +33,7 @@ HSolverBase::HSolverBase(host::SimulationCase* simulation_case)
     : case_(CaseOrActive(simulation_case)) {}
 
 void HSolverBase::Options(FIErrorList& errors) {
-    AddRecord(errors, kSeverityNotSupported, kNotSupportedSlot);
+    errors.push_back(SolverRecord(kSeverityNotSupported, kNotSupportedSlot));
 }
 
 host::FlowSheetSolver* HSolverBase::MainSolver() const {
@@ -82,11 +73,12 @@ std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
 void* HSSSolver::CheckSolve(FIErrorList& errors) {
     host::FlowSheetSolver* solver = MainSolver();
     if (!solver) return nullptr;
-    if (IsInDynamics(*case_)) {
-        AddRecord(errors, kSeverityFailure, "Simulation is in dynamics mode");
-    }
-    if (!solver->IsHolding()) AddRecord(errors, kSeverityFailure, "Solver is already active");
-    if (!solver->NeedsToRun()) AddRecord(errors, kSeverityFailure, "Solver is complete");
+    const auto fail = [&](const char* message) {
+        errors.push_back(SolverRecord(kSeverityFailure, message));
+    };
+    if (IsInDynamics(*case_)) fail("Simulation is in dynamics mode");
+    if (!solver->IsHolding()) fail("Solver is already active");
+    if (!solver->NeedsToRun()) fail("Solver is complete");
     return nullptr;
 }
 
@@ -96,11 +88,7 @@ void HSSSolver::SolveOnceNow(FIErrorList& errors) {
     solver->Holding(false);
     solver->SolveOnce();
     solver->Holding(true);
-    if (solver->NeedsToRun()) {
-        AddRecord(errors, kSeverityFailure, "Solve did not complete");
-    } else {
-        AddRecord(errors, kSeverityNote, "Solve is complete");
-    }
+    errors.push_back(EndRecord(solver->NeedsToRun()));
 }
 
 bool HSSSolver::Run() {
@@ -188,7 +176,7 @@ void* HDynamicSolver::CheckSolve(FIErrorList&) {
 }
 
 void HDynamicSolver::SolveOnceNow(FIErrorList& errors) {
-    AddRecord(errors, kSeverityNotSupported, kNotSupportedSlot);
+    errors.push_back(SolverRecord(kSeverityNotSupported, kNotSupportedSlot));
 }
 
 void HDynamicSolver::GetAttribute(const FIValue& name, FIValue& out) {

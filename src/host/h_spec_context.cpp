@@ -12,9 +12,7 @@ HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HSpecCursorBase(this, Elements());
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new HSpecCursorBase(this, Elements()));
 }
 
 FIEntry* HSpecContext::MakeEntry(host::CSpecElement& element) {

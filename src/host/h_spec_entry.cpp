@@ -70,8 +70,7 @@ FIContext* HSpecEntry::GetContext() {
     } else {
         return EmptyContext();
     }
-    context->AddRef();
-    return context;
+    return HandOut(context);
 }
 
 const char* HSpecEntry::Store(double value, int mode) {

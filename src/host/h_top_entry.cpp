@@ -87,8 +87,7 @@ FIContext* HTopEntry::GetContext() {
             context = new HVarsContext(variables_, object_, &options_, attachments_, this, nullptr);
             break;
     }
-    context->AddRef();
-    return context;
+    return HandOut(context);
 }
 
 bool HTopEntry::CanHold() {

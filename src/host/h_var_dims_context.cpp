@@ -42,9 +42,7 @@ HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
 
 FICursorBase* HVarDimsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HVarDimsCursorBase(this);
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new HVarDimsCursorBase(this));
 }
 
 FIEntry* HVarDimsContext::MakeEntry(int index) {
@@ -113,8 +111,7 @@ const void* HVarDimsCursorBase::TypeId() const {
 
 FICursorBase* HVarDimsCursorBase::Clone(bool deep) {
     FICursorBase* clone = deep ? new HVarDimsCursorBase(context_.Get(), position_) : this;
-    clone->AddRef();
-    return clone;
+    return HandOut(clone);
 }
 
 bool HVarDimsCursorBase::GoTo(long long position) {
@@ -174,6 +171,5 @@ void HVarDimsCursorBase::GetKey(FIValue& out) {
 FIEntry* HVarDimsCursorBase::GetEntry() {
     FIEntry* entry =
         IsOnElement() ? context_->MakeEntry(static_cast<int>(position_)) : EmptyEntry();
-    entry->AddRef();
-    return entry;
+    return HandOut(entry);
 }

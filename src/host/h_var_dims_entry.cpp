@@ -53,8 +53,7 @@ FIContext* HVarDimsEntry::GetContext() {
     } else {
         return EmptyContext();
     }
-    context->AddRef();
-    return context;
+    return HandOut(context);
 }
 
 int HVarDimsEntry::Compare(FIEntry& other) {

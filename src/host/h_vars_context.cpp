@@ -15,9 +15,7 @@ HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HVarsCursorBase(this, VariableWalk(list_));
-    cursor->AddRef();
-    return cursor;
+    return HandOut(new HVarsCursorBase(this, VariableWalk(list_)));
 }
 
 FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {

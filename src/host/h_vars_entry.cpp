@@ -172,8 +172,7 @@ FIContext* HVarsEntry::GetContext() {
     } else {
         return EmptyContext();
     }
-    context->AddRef();
-    return context;
+    return HandOut(context);
 }
 
 std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {

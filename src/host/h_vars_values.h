@@ -54,7 +54,7 @@ void ReadOptions(const HVariable& variable, FIValue& out);
 const char* ScalarTypeText(int value_kind);
 
 // Stores; answers null or the message. Numbers are in internal units, NULL is the empty real.
-// Starts the solver and waits, unless a batch is open or `solve` is false.
+// Starts the solver and waits, unless a batch is open.
 const char* StoreValue(const HVariable& variable, const FIValue& value,
                        host::SimulationCase* simulation_case);
 // A composition variable of a stream. Its stores are not read back and start no solve.

@@ -73,6 +73,7 @@ void PlaceRows(std::vector<AttrRow<T>>& rows, std::initializer_list<AttrRow<T>> 
 template <class T>
 std::vector<AttrRow<T>> HostAttributeRows(std::initializer_list<AttrRow<T>> given) {
     std::vector<AttrRow<T>> rows;
+    rows.reserve(kStandardAttributes.size() + given.size());
     for (const char* name : kStandardAttributes) {
         rows.emplace_back(name, NeverShown<T>);
     }

@@ -24,8 +24,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
         FICursorBase* clone = deep ? new Derived(context_.Get(), walk_) : this;
-        clone->AddRef();
-        return clone;
+        return HandOut(clone);
     }
     bool Seek(int origin, int delta) override {
         if (origin == kFromFirst) walk_.First();
@@ -58,8 +57,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     FIEntry* GetEntry() override {
         auto* element = walk_.Current();
         FIEntry* entry = element ? context_->MakeEntry(*element) : EmptyEntry();
-        entry->AddRef();
-        return entry;
+        return HandOut(entry);
     }
 
  private:

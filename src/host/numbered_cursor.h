@@ -20,8 +20,7 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
         FICursorBase* clone = deep ? new Derived(context_.Get(), position_) : this;
-        clone->AddRef();
-        return clone;
+        return HandOut(clone);
     }
     bool AtBegin() override { return position_ == 0; }
     bool AtEnd() override { return position_ == End(); }
@@ -40,8 +39,7 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
     }
     FIEntry* GetEntry() override {
         FIEntry* entry = position_ < End() ? context_->MakeEntry(position_) : EmptyEntry();
-        entry->AddRef();
-        return entry;
+        return HandOut(entry);
     }
 
  protected:

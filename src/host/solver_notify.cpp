@@ -21,6 +21,15 @@ std::map<host::SimulationCase*, HSolverNotify*>& Notifiers() {
 
 }  // namespace
 
+FIErrorRecord SolverRecord(int severity, const char* message) {
+    return {severity, 0, 0, FIValue(message)};
+}
+
+FIErrorRecord EndRecord(bool incomplete) {
+    return incomplete ? SolverRecord(kSeverityFailure, "Solve did not complete")
+                      : SolverRecord(kSeverityNote, "Solve is complete");
+}
+
 Ref<HSolverNotify> HSolverNotify::ForCase(host::SimulationCase* simulation_case) {
     HSolverNotify*& place = Notifiers()[simulation_case];
     if (place) return Ref<HSolverNotify>::Share(place);
@@ -158,11 +167,6 @@ void HSolverNotify::CheckEnd() {
     state_ = kStopped;
     solver->Holding(true);
     const bool incomplete = solver->NeedsToRun();
-    FIErrorRecord record;
-    record.code = incomplete ? kSeverityFailure : kSeverityNote;
-    record.first = 0;
-    record.second = 0;
-    record.text.SetText(incomplete ? "Solve did not complete" : "Solve is complete");
-    const FIErrorList report = {record};
+    const FIErrorList report = {EndRecord(incomplete)};
     Tell(incomplete ? 1 : 0, &report);
 }

@@ -8,12 +8,17 @@
 // in the host's manager and keeps itself. Reentrance: a callback may subscribe, unsubscribe, or
 // give up the last user.
 
+#include <cstdint>
 #include <vector>
 
 #include "framework/ref.h"
 #include "framework/solver.h"
 #include "framework/top_entry.h"
 #include "host/interface/simulation_case.h"
+
+// A record of a solver report, and the one that tells how a solve ended.
+FIErrorRecord SolverRecord(int severity, const char* message);
+FIErrorRecord EndRecord(bool incomplete);
 
 class HSolverNotify final : public host::IModelCallback {
  public:
@@ -61,7 +66,8 @@ class HSolverNotify final : public host::IModelCallback {
     void DropUser();
     void Tell(int kind, const FIErrorList* report);
     void CheckEnd();
-    // The callback that stood installed before; null when there is none.
+    // To the callback that stood installed before, or else to the raw callback, which gets a number
+    // in place of the slot.
     void Forward(void (host::IModelCallback::*slot)(), int raw_event);
     host::COnlineConnectivityManager* Manager() const;
 

@@ -27,7 +27,5 @@ bool HSpecView::Fill(host::Viewable* object, const HovexOptions& options) {
 
 FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
                                   FIEntry* parent) const {
-    auto* context = new HSpecContext(info_, object_, options, attachments, parent);
-    context->AddRef();
-    return context;
+    return HandOut(new HSpecContext(info_, object_, options, attachments, parent));
 }

@@ -2,7 +2,6 @@
 
 #include "host/fso.h"
 #include "host/host_access.h"
-#include "host/host_attributes.h"
 #include "host/key_prefix.h"
 
 namespace {
@@ -28,39 +27,21 @@ constexpr NodeFacts kFacts[] = {{1, HFSOContext::kStreams},
 
 HSUandUContext::HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
                                const HovexOptions* options, bool attachments, FIEntry* parent)
-    : case_(CaseOrActive(simulation_case)),
+    : FixedContext(simulation_case, attachments),
       flowsheet_(FlowSheetOrMain(flowsheet, case_)),
       options_(options),
-      attachments_(attachments),
       parent_(Ref<FIEntry>::Share(parent)) {}
-
-FICursorBase* HSUandUContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
-    auto* cursor = new HSUandUCursorBase(this);
-    cursor->AddRef();
-    return cursor;
-}
 
 void HSUandUContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     FindKeyByPrefix(kPrefixes, path, out, rest);
 }
 
-FIEntry* HSUandUContext::MakeEntry(int index) {
-    return new HSUandUEntry(this, index);
-}
-
 HSUandUEntry::HSUandUEntry(HSUandUContext* context, int index)
-    : context_(Ref<HSUandUContext>::Share(context)),
-      case_(context->Case()),
-      index_(index),
-      attachments_(context->FollowsAttachments()),
-      options_(context->Options()) {}
+    : FixedEntry(context, index), options_(context->Options()) {}
 
 std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
     using Self = HSUandUEntry;
-    static const auto rows = HostAttributeRows<Self>({
-        {"id", ReadNameRow<Self>},
-        {"browser_name", ReadNameRow<Self>},
+    static const auto rows = FixedRows({
         {"type", ReadNameRow<Self>},
         {"container",
          [](Self& self, FIValue& out) { ReadContainer(self.context_->FlowSheet(), out); }},
@@ -68,33 +49,17 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
          [](Self& self, FIValue& out) { ReadContainerCategory(self.context_->FlowSheet(), out); }},
         {"container_type",
          [](Self& self, FIValue& out) { ReadContainerType(self.context_->FlowSheet(), out); }},
-        {"display_name", ReadNameRow<Self>},
-        {"isleaf", ReadNumberRow<Self, 0>},
         {"has_children",
          [](Self& self, FIValue& out) { out.SetInt(kFacts[self.index_].has_children); }},
         {"status",
          [](Self& self, FIValue& out) {
              out.SetText(StatusText(FlowSheetStatus(self.context_->FlowSheet())));
          }},
-        {"is_container", ReadNumberRow<Self, 0>},
-        {kAttachments, NeverShown<Self>},
-        {kSkipCorrelations, NeverShown<Self>},
-        {kSkipAttachments, NeverShown<Self>},
     });
     return rows;
 }
 
-void HSUandUEntry::GetName(FIValue& out) {
-    out.SetText(HSUandUCursorBase::kNodeNames[index_]);
-}
-
-void HSUandUEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
-}
-
 FIContext* HSUandUEntry::GetContext() {
-    auto* context = new HFSOContext(context_->FlowSheet(), case_, kFacts[index_].list, &options_,
-                                    attachments_, this);
-    context->AddRef();
-    return context;
+    return HandOut(new HFSOContext(context_->FlowSheet(), context_->Case(), kFacts[index_].list,
+                                   &options_, attachments_, this));
 }

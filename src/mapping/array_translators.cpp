@@ -60,9 +60,9 @@ void CCDMArrayFunctionTranslator::SetPath(const std::string& text) {
 
 std::unique_ptr<CDTBase> CCDMArrayFunctionTranslator::MakeIterator(
     FIReferenceBase& reference) const {
-    return OnFirst(std::make_unique<CDTFilter>(
-        std::make_unique<CDTPathIterator>(path_.get(), reference), reference,
-        CDTVariableFilter(function_)));
+    return OnFirst(
+        std::make_unique<CDTFilter>(std::make_unique<CDTPathIterator>(path_.get(), reference),
+                                    reference, CDTVariableFilter(function_)));
 }
 
 const char* CCDMArrayFuncTranslator::DumpBody(std::string& out) const {

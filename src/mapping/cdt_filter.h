@@ -1,7 +1,7 @@
 #pragma once
 
-// The elements of another walk that a filter accepts. The filter may lead from an element to another
-// node, where the reference then stands; it is brought back before the next step.
+// The elements of another walk that a filter accepts. The filter may lead from an element to
+// another node, where the reference then stands; it is brought back before the next step.
 
 #include "diagnostics/instance_counts.h"
 #include "mapping/cdt_base.h"

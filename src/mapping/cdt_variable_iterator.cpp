@@ -13,13 +13,14 @@ const FIValue& SubclassName() {
 
 }  // namespace
 
-CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function,
-                                         FIReferenceBase& reference)
+CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function, FIReferenceBase& reference)
     : function_(function), reference_(reference) {
-    if (function_ != nullptr && reference_.Rebind()) {
-        FIValue unused;
-        count_ = static_cast<std::uint8_t>(
-            function_(reference_.GetIterator(), &unused, kAskForCount));
+    if (function_ != nullptr) {
+        MoveReference(reference_, [this](FIIteratorBase& it) {
+            FIValue unused;
+            count_ = static_cast<std::uint8_t>(function_(&it, &unused, kAskForCount));
+            return true;
+        });
     }
     base_depth_ = reference_.Depth();
     First();
@@ -55,7 +56,10 @@ bool CDTVariableIterator::Enter(int position) {
 }
 
 void CDTVariableIterator::ClearSubclass() {
-    reference_.SetVar(SubclassName(), FIValue());
+    MoveReference(reference_, [](FIIteratorBase& it) {
+        it.SetVar(SubclassName(), FIValue());
+        return true;
+    });
 }
 
 bool CDTVariableIterator::First() {

@@ -24,8 +24,8 @@ static_assert(kCommentLead + kUsed.size() + std::string_view("-->\n").size() == 
 
 // What is compared in one pass over the levels.
 struct Pass {
-    std::string CCDMTranslator::* wanted;
-    std::string AncestorPath::* present;
+    std::string CCDMTranslator::*wanted;
+    std::string AncestorPath::*present;
     bool by_inheritance;
     std::string_view no_match;
 };
@@ -44,14 +44,19 @@ std::string_view TakeLastPart(std::string_view& dotted) {
     return part;
 }
 
+// Empty beyond the top.
+std::string_view NameAt(const Pass& pass, const AncestorPath* level) {
+    if (level == nullptr) return {};
+    return level->*pass.present;
+}
+
 // How many levels above this one the dotted parents take; -1 when one of them is another.
 int CountParents(const Pass& pass, const AncestorPath& level, std::string_view parents) {
     const AncestorPath* above = &level;
     int count = 0;
     for (; !parents.empty(); ++count) {
         if (above != nullptr) above = above->parent;
-        const std::string_view present = above == nullptr ? "" : above->*pass.present;
-        if (TakeLastPart(parents) != present) return -1;
+        if (TakeLastPart(parents) != NameAt(pass, above)) return -1;
     }
     return count;
 }

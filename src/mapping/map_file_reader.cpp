@@ -12,16 +12,7 @@
 
 namespace {
 
-constexpr ModelFileMessages kMessages = {
-    .no_reader = "  Unable to create SAX2 reader for file %s",
-    .no_handlers = "  Unable to attach SAX2 handler for file %s",
-    .using_local = "  Using local Convert File: %.128s",
-    .not_located = "  Unable to locate Convert File: %.128s",
-    .failed_file = "  Failed parsing Convert File: %.128s",
-    .failed_resource = "  Failed parsing Convert Resource: %.128s",
-    .no_resource = "  Failed to find Convert Resource: %.128s",
-    .no_file_or_resource = "  Failed to find Convert File or Resource: %.128s",
-};
+constexpr char kKind[] = "Convert";
 
 // Elements that people write for each other.
 constexpr std::array<const char*, 6> kIgnored = {"Author",  "Comment",   "Comments",
@@ -119,8 +110,9 @@ class AttributeElement final : public NamedElement {
         AddChild<TranslatorElement>(kTranslateArrayForm, library_, attribute.arrayTranslators,
                                     scope_, branch);
         if (attribute.type == CCDMAttrType::kEnumeration) {
-            AddChild<EnumerationElement>(
-                library_, [&attribute](const std::string& name) { return MapsOf(attribute, name); });
+            AddChild<EnumerationElement>(library_, [&attribute](const std::string& name) {
+                return MapsOf(attribute, name);
+            });
         }
         AddChild<NamedTextElement>("Condition", "Var",
                                    [this](const std::string& variable, const std::string& value) {
@@ -134,9 +126,8 @@ class AttributeElement final : public NamedElement {
 
     static EnumMaps* MapsOf(CCDMAttribute& attribute, const std::string& name) {
         if (name == attribute.typeName) return &attribute.enumMaps;
-        LogMistake(
-            MessageText("Enum %s for Attribute %s does not match Attribute Enum name (%s)",
-                        name.c_str(), attribute.name.c_str(), attribute.typeName.c_str()));
+        LogMistake(MessageText("Enum %s for Attribute %s does not match Attribute Enum name (%s)",
+                               name.c_str(), attribute.name.c_str(), attribute.typeName.c_str()));
         return nullptr;
     }
 
@@ -248,8 +239,8 @@ class MapFileElement final : public NamedElement {
         AddChild<DefaultBranchElement>(library_);
         AddChild<LinkageElement>(library_);
         AddChild<OneAttributeElement>("TopNode", "FunctionName", [this](const std::string& name) {
-            library_.topNodeFunction = reinterpret_cast<void* (*)()>(
-                FindTopNodeFunction(library_.semanticModule, name));
+            library_.topNodeFunction =
+                reinterpret_cast<void* (*)()>(FindTopNodeFunction(library_.semanticModule, name));
         });
         AddChild<TextElement>("TranslateName", [this](const std::string& text, const XmlLocator*) {
             if (!IsBlank(text)) library_.defaultTranslateName = TrimmedText(text);
@@ -273,14 +264,11 @@ bool ReadMapFileInto(const MapReading& reading, const std::string& file, ModelFi
     std::vector<std::string>& read = reading.library.mapFiles;
     if (std::find(read.begin(), read.end(), file) != read.end()) return true;
     const bool too_many = read.size() >= kMostFiles || reading.include_depth > kMostIncludes;
-    if (too_many) {
-        LogMessage(MessageText(kMessages.failed_file, file.c_str()).c_str());
-        return false;
-    }
+    if (too_many) return FailModelFile(kKind, file);
     read.push_back(file);
     DocumentHandler document(true);
     document.AddRoot<MapFileElement>(reading);
-    return ReadModelFile(kMessages, file, origin, reading.library.unitResourceModule != nullptr,
+    return ReadModelFile(kKind, file, origin, reading.library.unitResourceModule != nullptr,
                          document);
 }
 

@@ -157,9 +157,8 @@ void TranslatorElement::Make(const std::string& type, const std::string& transla
                                   translator->SetBody(text);
                               }));
         if (auto* filter = dynamic_cast<CCDMArrayFunctionTranslator*>(translator)) {
-            AddChild<TextElement>("Map", UnlessBlank([filter](const std::string& text) {
-                                      filter->SetPath(text);
-                                  }));
+            AddChild<TextElement>(
+                "Map", UnlessBlank([filter](const std::string& text) { filter->SetPath(text); }));
         }
         return;
     }

@@ -10,8 +10,8 @@ inline void PopTo(FIIteratorBase& it, int depth) {
     }
 }
 
-// Runs `move` on the reference's iterator; false when the node is gone. The framework has one kind
-// of reference.
+// Runs `move` on the reference's iterator, also where it only looks: false when the node is gone.
+// The framework has one kind of reference.
 template <class Mover>
 bool MoveReference(FIReferenceBase& reference, Mover move) {
     return static_cast<FIReference&>(reference).Move(move);

@@ -16,13 +16,14 @@ void CCDMMapTranslator::SetBody(const std::string& text) {
 }
 
 bool CCDMMapTranslator::Test(FIReferenceBase& reference) const {
-    if (!path_ || !reference.Rebind()) return false;
-    return Ref<FIIteratorBase>::Adopt(reference.Copy())->WalkFrom(*path_);
+    return path_ && MoveReference(reference, [this](FIIteratorBase& it) {
+               return Ref<FIIteratorBase>::Adopt(it.Copy())->WalkFrom(*path_);
+           });
 }
 
 bool CCDMMapTranslator::Apply(FIReferenceBase& reference) const {
-    return path_ && MoveReference(reference,
-                                  [this](FIIteratorBase& it) { return it.WalkFrom(*path_); });
+    return path_ &&
+           MoveReference(reference, [this](FIIteratorBase& it) { return it.WalkFrom(*path_); });
 }
 
 // The closing text is what readers of these dumps know, like the one of an array.
@@ -42,7 +43,8 @@ void CCDMFunctionTranslator::SetBody(const std::string& text) {
 }
 
 bool CCDMFunctionTranslator::Test(FIReferenceBase& reference) const {
-    return function_ != nullptr && reference.Rebind() && function_(reference.GetIterator(), 0);
+    return function_ != nullptr &&
+           MoveReference(reference, [this](FIIteratorBase& it) { return function_(&it, 0); });
 }
 
 bool CCDMFunctionTranslator::Apply(FIReferenceBase& reference) const {

@@ -12,16 +12,7 @@
 
 namespace {
 
-constexpr ModelFileMessages kMessages = {
-    .no_reader = "  Unable to create SAX2 reader for file %s",
-    .no_handlers = "  Unable to attach SAX2 handler for file %s",
-    .using_local = "  Using local CCDM File: %.128s",
-    .not_located = "  Unable to locate CCDM File: %.128s",
-    .failed_file = "  Failed parsing CCDM File: %.128s",
-    .failed_resource = "  Failed parsing CCDM Resource: %.128s",
-    .no_resource = "  Failed to find CCDM Resource: %.128s",
-    .no_file_or_resource = "  Failed to find CCDM Resource: %.128s",
-};
+constexpr char kKind[] = "CCDM";
 
 // The roots of all classes stand for no superclass.
 constexpr std::array<const char*, 2> kRootClasses = {"GenericClass", "DataSet"};
@@ -290,14 +281,11 @@ bool ReadClassFileInto(CCDMClassLibrary& library, const std::string& file, Model
     std::vector<std::string>& read = library.classFiles;
     if (std::find(read.begin(), read.end(), file) != read.end()) return true;
     read.push_back(file);
-    if (include_depth > kMostIncludes) {
-        LogMessage(MessageText(kMessages.failed_file, file.c_str()).c_str());
-        return false;
-    }
+    if (include_depth > kMostIncludes) return FailModelFile(kKind, file);
     DocumentHandler document(false);
     document.AddRoot<ClassLibraryElement>(library, include_depth);
     // Without a module the resources are those of the program that this code is part of.
-    return ReadModelFile(kMessages, file, origin, true, document);
+    return ReadModelFile(kKind, file, origin, true, document);
 }
 
 bool CCDMClassLibrary::ReadClassFile(const std::string& file) {

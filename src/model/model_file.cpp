@@ -10,45 +10,57 @@ namespace {
 
 constexpr int kUsingLocalLevel = 7;
 
-bool Fail(const char* format, const std::string& name) {
-    LogMessage(MessageText(format, name.c_str()).c_str());
+bool Fail(const std::string& message) {
+    LogMessage(message.c_str());
     return false;
 }
 
-bool ReadLocal(const ModelFileMessages& messages, const std::string& name, const std::string& path,
+bool ReadLocal(const char* kind, const std::string& name, const std::string& path,
                XmlReader& reader) {
-    LogAtLevel(MessageText(messages.using_local, path.c_str()).c_str(), kUsingLocalLevel);
+    LogAtLevel(MessageText("  Using local %s File: %.128s", kind, path.c_str()).c_str(),
+               kUsingLocalLevel);
     switch (reader.ParseFile(path)) {
         case XmlOutcome::kDone:
             return true;
         case XmlOutcome::kNotFound:
-            return Fail(messages.not_located, name);
+            return Fail(MessageText("  Unable to locate %s File: %.128s", kind, name.c_str()));
         case XmlOutcome::kFailed:
             break;
     }
-    return Fail(messages.failed_file, name);
+    return FailModelFile(kind, name);
 }
 
-bool ReadResource(const ModelFileMessages& messages, const std::string& name, bool has_resources,
+bool ReadResource(const char* kind, const std::string& name, bool has_resources,
                   XmlReader& reader) {
-    if (!has_resources) return Fail(messages.no_file_or_resource, name);
+    const auto fail = [&](const char* format) {
+        return Fail(MessageText(format, kind, name.c_str()));
+    };
+    if (!has_resources) return fail("  Failed to find %s File or Resource: %.128s");
     const std::string_view bytes = FindCompiledResource(name);
-    if (bytes.data() == nullptr) return Fail(messages.no_resource, name);
+    if (bytes.data() == nullptr) return fail("  Failed to find %s Resource: %.128s");
     return reader.ParseText(bytes, name) == XmlOutcome::kDone ||
-           Fail(messages.failed_resource, name);
+           fail("  Failed parsing %s Resource: %.128s");
 }
 
 }  // namespace
 
-bool ReadModelFile(const ModelFileMessages& messages, const std::string& name,
-                   ModelFileOrigin origin, bool has_resources, SaxElementHandler& document) {
+bool FailModelFile(const char* kind, const std::string& name) {
+    return Fail(MessageText("  Failed parsing %s File: %.128s", kind, name.c_str()));
+}
+
+bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
+                   bool has_resources, SaxElementHandler& document) {
     const std::unique_ptr<XmlReader> reader = CreateXmlReader();
-    if (!reader) return Fail(messages.no_reader, name);
+    if (!reader) {
+        return Fail(MessageText("  Unable to create SAX2 reader for file %s", name.c_str()));
+    }
     SaxContentAdapter content(document);
     SaxErrorAdapter errors;
-    if (!reader->Attach(content, errors)) return Fail(messages.no_handlers, name);
+    if (!reader->Attach(content, errors)) {
+        return Fail(MessageText("  Unable to attach SAX2 handler for file %s", name.c_str()));
+    }
     const bool sought = origin == ModelFileOrigin::kCaller || StaysInSearchFolders(name);
     const std::string path = sought ? FindFileOnPath(name) : std::string();
-    return path.empty() ? ReadResource(messages, name, has_resources, *reader)
-                        : ReadLocal(messages, name, path, *reader);
+    return path.empty() ? ReadResource(kind, name, has_resources, *reader)
+                        : ReadLocal(kind, name, path, *reader);
 }

@@ -7,23 +7,14 @@
 
 #include "model/sax_element_handler.h"
 
-// Formats of the messages, each with one text argument.
-struct ModelFileMessages {
-    const char* no_reader;
-    const char* no_handlers;
-    const char* using_local;  // at level 7, with the full path
-    const char* not_located;
-    const char* failed_file;
-    const char* failed_resource;
-    const char* no_resource;
-    const char* no_file_or_resource;  // where there is no module to take resources from
-};
-
 enum class ModelFileOrigin {
     kCaller,   // any name
     kInclude,  // out of a file: the name must stay in the search folders
 };
 
-// False when the document could not be found or parsed; why is logged.
-bool ReadModelFile(const ModelFileMessages& messages, const std::string& name,
-                   ModelFileOrigin origin, bool has_resources, SaxElementHandler& document);
+// `kind` is the files' word in the log: "CCDM", "Unit". False when the document could not be found or
+// parsed; why is logged.
+bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
+                   bool has_resources, SaxElementHandler& document);
+// Logs that a file could not be parsed; false.
+bool FailModelFile(const char* kind, const std::string& name);

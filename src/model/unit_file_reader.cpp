@@ -9,16 +9,7 @@
 
 namespace {
 
-constexpr ModelFileMessages kMessages = {
-    .no_reader = "  Unable to create SAX2 reader for file %s",
-    .no_handlers = "  Unable to attach SAX2 handler for file %s",
-    .using_local = "  Using local Unit File: %.128s",
-    .not_located = "  Unable to locate Unit File: %.128s",
-    .failed_file = "  Failed parsing Unit File: %.128s",
-    .failed_resource = "  Failed parsing Unit Resource: %.128s",
-    .no_resource = "  Failed to find Unit Resource: %.128s",
-    .no_file_or_resource = "  Failed to find Unit File or Resource: %.128s",
-};
+constexpr char kKind[] = "Unit";
 
 // Elements that people write for each other.
 constexpr std::array<const char*, 4> kIgnored = {"Version", "Author", "Company", "Comments"};
@@ -74,6 +65,6 @@ bool CCDMClassLibrary::ReadUnitFile(const char* file) {
     if (file == nullptr) return false;
     DocumentHandler document(true);
     document.AddRoot<UnitFileElement>(units);
-    return ReadModelFile(kMessages, file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
+    return ReadModelFile(kKind, file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
                          document);
 }

@@ -10,6 +10,9 @@
 // The full path, or an empty text when there is no such file.
 std::string FindFileOnPath(const std::string& name);
 
+// Whether a file, not a folder, has this name, which is UTF-8 on every system.
+bool FileExists(const std::string& utf8_name);
+
 // Whether a name that comes out of a file may be sought: it names no drive, does not begin at a
 // root and never climbs to a parent folder.
 bool StaysInSearchFolders(std::string_view name);

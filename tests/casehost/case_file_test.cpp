@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "case_builder.h"
+#include "case_text.h"
 
 namespace casehost {
 namespace {
@@ -18,9 +19,11 @@ using test::Array;
 using test::Attachment;
 using test::Choice;
 using test::Object;
+using test::Read;
 using test::Real;
 using test::SmallCase;
 using test::TextVariable;
+using test::WithBasis;
 
 using Kind = BasisElement::Kind;
 
@@ -113,12 +116,6 @@ CaseData FullCase() {
     return data;
 }
 
-CaseData Read(const std::string& text) {
-    const ReadResult result = ReadCaseText("plant.json", text);
-    for (const CaseProblem& problem : result.problems) ADD_FAILURE() << problem.Text();
-    return result.data ? *result.data : CaseData();
-}
-
 void ExpectSameObjects(const std::vector<ObjectData>& a, const std::vector<ObjectData>& b) {
     ASSERT_EQ(a.size(), b.size());
     for (std::size_t i = 0; i < a.size(); ++i) {
@@ -182,138 +179,6 @@ TEST(CaseFile, UnitsAreConvertedAndStatesDefaultToSpecified) {
     EXPECT_EQ(feed.variables[1].values[0].state, VariableState::calculated);
     EXPECT_EQ(feed.variables[2].values[0].number, kEmpty);
     EXPECT_EQ(feed.variables[2].values[0].state, VariableState::missing);
-}
-
-// `inside` becomes the objects of the flowsheet, on line 6.
-std::string WithObjects(const std::string& inside) {
-    return R"({"format": "casehost case", "version": 1, "shapes": {"S": {
-"T": {"quantity": "Temperature", "minimum": -273.15}, "Mode": {"kind": "enumeration", "options": ["on", "off"]},
-"Grid": {"dimensions": [{"count": 2}]}, "To": {"kind": "attachment"},
-"Notes": {"kind": "text"}}},
-"flowsheet": {"objects": [
-)" + inside +
-           "]}}";
-}
-
-std::string WithBasis(const std::string& inside) {
-    return "{\"format\": \"casehost case\", \"version\": 1, \"basis\": [\n" + inside + "]}";
-}
-
-std::string WithVariable(const std::string& inside) {
-    return WithObjects(R"({"name": "A", "type": "MixerOpObject", "shape": "S", "variables": {)" +
-                       inside + "}}");
-}
-
-TEST(CaseFile, ProblemsNameFileLineAndPath) {
-    const struct {
-        std::string text;
-        const char* message;
-    } cases[] = {
-        {WithVariable(R"("T": {"value": "abc"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/value: expected a number, found \"abc\""},
-        {WithVariable(R"("T": {"value": -300})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/value: the value is below the minimum of "
-         "\"T\""},
-        {WithVariable(R"("T": {"value": 1, "unit": "kPa"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/unit: the unit \"kPa\" is none of "
-         "Temperature (C, K, F, R)"},
-        {WithVariable(R"("Mode": {"value": "maybe"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/Mode/value: \"maybe\" is no option of "
-         "\"Mode\" (on, off)"},
-        {WithVariable(R"("Grid": {"values": [1]})"),
-         "plant.json:6: /flowsheet/objects/0/variables/Grid/values: expected 2 values, found 1"},
-        {WithVariable(R"("Grid": {"values": [1, {}]})"),
-         "plant.json:6: /flowsheet/objects/0/variables/Grid/values/1: expected a number, found an "
-         "object"},
-        {WithVariable(R"("To": {"value": "Nowhere"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/To: the attachment \"Nowhere\" names no "
-         "object"},
-        {WithVariable(R"("T": {"value": 1, "state": "guessed"})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/state: \"guessed\" is none of calculated, "
-         "specified, "
-         "defaulted, specifiedOtherwise, missing"},
-        {WithVariable(R"("T": {"value": 1}, "T": {"value": 2})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: the name \"T\" stands twice in one "
-         "object"},
-        {WithVariable(R"("X": {"value": 1})"),
-         "plant.json:6: /flowsheet/objects/0/variables/X: the object's shape has no variable "
-         "\"X\""},
-        {WithVariable(R"("T": {"value": NaN})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
-        {WithVariable(R"("T": {"value": Infinity})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
-        {WithVariable(R"("T": {"value": 1e999})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: number overflow"},
-        {WithVariable(R"("T": {"valu": 1})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T/valu: unknown member \"valu\""},
-        {WithObjects(R"({"name": "A", "type": "X"},
-{"name": "A", "type": "Y"})"),
-         "plant.json:7: /flowsheet/objects/1: another object of this list is called \"A\""},
-        {WithObjects(R"({"type": "X"})"),
-         "plant.json:6: /flowsheet/objects/0: \"name\" is missing"},
-        {WithObjects(R"({"name": "A", "type": "X", "shape": "None"})"),
-         "plant.json:6: /flowsheet/objects/0/shape: no such shape: \"None\""},
-        {WithObjects(R"({"name": "A", "type": "MixerOpObject", "ports": [{"stream": "Gone"}]})"),
-         "plant.json:6: /flowsheet/objects/0/ports/0: no stream \"Gone\" in this flowsheet"},
-        {WithObjects(R"({"name": "A", "type": "MixerOpObject", "ports": [{"stream": "A"}]})"),
-         "plant.json:6: /flowsheet/objects/0/ports/0: no stream \"A\" in this flowsheet"},
-        {WithObjects(R"({"name": "S", "type": "MaterialStreamObject"},
-{"name": "A", "type": "MixerOpObject", "ports": [{"stream": "S"}, {"stream": "S"}]})"),
-         "plant.json:7: /flowsheet/objects/1/ports/1: the port stands twice: Inlet 1"},
-        {WithBasis(R"({"kind": "text"})"), "plant.json:2: /basis/0: \"tag\" is missing"},
-        {WithBasis(R"({"tag": "x", "kind": "taste"})"),
-         "plant.json:2: /basis/0/kind: \"taste\" is none of group, custom, status, table, "
-         "variable, object, number, text, document"},
-        {WithBasis(R"({"tag": "x", "number": 1})"),
-         "plant.json:2: /basis/0/number: unknown member \"number\""},
-        {WithBasis(R"({"tag": "x", "kind": "group", "elements": [{"tag": "y", "text": 1}]})"),
-         "plant.json:2: /basis/0/elements/0/text: expected a text, found a number"},
-        {WithBasis(R"({"tag": "x", "kind": "number", "quantity": "Taste"})"),
-         "plant.json:2: /basis/0/quantity: no such quantity: \"Taste\""},
-        {WithBasis(R"({"tag": "x", "kind": "object", "object": "Gone"})"),
-         "plant.json:2: /basis/0: the object \"Gone\" names no object"},
-        {WithBasis(R"({"tag": "g", "kind": "group", "elements": [{"tag": "t", "kind": "table",
-"columns": [{"name": "Attachment", "objects": [null, "Gone"]}]}]})"),
-         "plant.json:2: /basis/0/elements/0: the object \"Gone\" names no object"},
-        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "Attachment", "numbers": [1]}]})"),
-         "plant.json:2: /basis/0/columns/0/numbers: unknown member \"numbers\""},
-        {WithBasis(R"({"tag": "t", "kind": "table", "columns": [{"name": "a", "numbers": ["x"]}]})"),
-         "plant.json:2: /basis/0/columns/0/numbers/0: expected a number, found \"x\""},
-        {"{\"format\": \"casehost case\", \"version\": 2}",
-         "plant.json:1: /: not a case file: expected format"},
-        {"[]", "plant.json:1: /: expected an object, found an array"},
-        {"", "plant.json:1: syntax error"},
-        {"{\"format\": \"casehost case\",\n \"version\": 1,\n \"unitSet\": 3}",
-         "plant.json:3: /unitSet: expected a whole number from 0 to 2"},
-        {"{\"format\": \"casehost case\", \"version\": 1, \"shapes\": {\"S\": {\"X\": "
-         "{\"quantity\": \"Taste\"}}}}",
-         "plant.json:1: /shapes/S/X/quantity: no such quantity: \"Taste\""},
-        {std::string(100, '['), "plant.json:1: "},
-    };
-    for (const auto& each : cases) {
-        const ReadResult result = ReadCaseText("plant.json", each.text);
-        EXPECT_EQ(result.data, nullptr) << each.text;
-        ASSERT_FALSE(result.problems.empty()) << each.text;
-        EXPECT_EQ(result.problems[0].Text().rfind(each.message, 0), 0u)
-            << result.problems[0].Text() << "\nexpected: " << each.message;
-    }
-}
-
-TEST(CaseFile, NestingIsBounded) {
-    std::string inside = "1";
-    for (int i = 0; i < 200; ++i) inside = "[" + inside + "]";
-    const ReadResult result = ReadCaseText("deep.json", inside);
-    ASSERT_EQ(result.data, nullptr);
-    EXPECT_NE(result.problems[0].Text().find("nested deeper than 64 levels"), std::string::npos)
-        << result.problems[0].Text();
-}
-
-TEST(CaseFile, CountsAreBounded) {
-    const ReadResult result = ReadCaseText("big.json", R"({"format": "casehost case", "version": 1,
-        "shapes": {"S": {"X": {"dimensions": [{"count": 1000000}, {"count": 1000000}, {"count": 1000000}]}}}})");
-    ASSERT_EQ(result.data, nullptr);
-    EXPECT_EQ(result.problems[0].Text(),
-              "big.json:2: /shapes/S/X/dimensions: more than 1000000 elements");
 }
 
 TEST(CaseFile, EveryPrefixOfAFileIsRefusedWithoutHarm) {
@@ -403,8 +268,7 @@ TEST_F(CaseFileOnDisk, BasisOfTheFormatPageIsRead) {
     ASSERT_EQ(data.basis[0].elements.size(), 3u);
     EXPECT_EQ(data.basis[0].elements[0].text, "Basis-1");
     EXPECT_EQ(data.basis[0].elements[1].number, 101.325);
-    EXPECT_EQ(data.basis[0].elements[2].columns[1].objects,
-              (std::vector<std::string>{"Feed", ""}));
+    EXPECT_EQ(data.basis[0].elements[2].columns[1].objects, (std::vector<std::string>{"Feed", ""}));
 }
 
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {

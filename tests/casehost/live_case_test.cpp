@@ -3,9 +3,9 @@
 
 #include "case_builder.h"
 #include "casehost/case_host.h"
-#include "live/case.h"
 #include "casehost/units.h"
 #include "host/interface/array_set.h"
+#include "live/case.h"
 
 namespace casehost {
 namespace {
@@ -218,6 +218,28 @@ TEST_F(LiveCase, StoresAreKeptRefusedOrLimited) {
     EXPECT_EQ(Value(a, "Given"), kEmpty);
 }
 
+TEST_F(LiveCase, TextsAreStoredUnlessTheyAreCalculated) {
+    CaseData data;
+    data.main.objects = {Object("A", words::kMixer,
+                                {TextVariable("Given", "g"), TextVariable("Found", "f"),
+                                 Attachment("To", "A"), Real("X", "", 1)})};
+    data.main.objects[0].variables[1].values[0].state = kFound;
+    Open(data);
+    host::Viewable* a = Get("A");
+    const auto text = [&](const char* name) {
+        return a->GetTextValue(Row(a, name)->description).Str();
+    };
+    a->SetTextValue(Row(a, "Found")->description, "new");
+    EXPECT_EQ(text("Found"), "f") << "refused";
+    EXPECT_FALSE(Node::Of(a)->IsStale());
+    a->SetTextValue(Row(a, "X")->description, "2");
+    EXPECT_EQ(Value(a, "X"), 1);
+    a->SetTextValue(Row(a, "Given")->description, "new");
+    EXPECT_EQ(text("Given"), "new");
+    EXPECT_EQ(text("Found"), "") << "what was calculated before is stale";
+    EXPECT_EQ(State(a, "Found"), host::kMissing);
+}
+
 TEST_F(LiveCase, StoreMakesWhatDependsOnItStale) {
     Open(SmallCase());
     Get("Low");
@@ -426,6 +448,8 @@ TEST_F(LiveCase, DeletedObjectsStayReadableUntilTheHostIsBackInItsLoop) {
     EXPECT_EQ(low->GetName().Str(), "Low");
     host_.RunHostLoop();
     EXPECT_EQ(live.DeletedCount(), 0u);
+    const casehost::Row& inlet = *Node::Of(heater)->GetShape()->ByName("Inlet 1");
+    EXPECT_EQ(Node::Of(heater)->CellAt(inlet.first_cell).target, nullptr) << "nothing dangles";
     EXPECT_EQ(heater->GetVariableAttachment(Row(heater, "Inlet 1")->description), nullptr);
 }
 
@@ -451,6 +475,54 @@ TEST_F(LiveCase, ReactionsAreNumbered) {
     EXPECT_EQ(reactions->RxnNumber(-1), nullptr);
 }
 
+TEST_F(LiveCase, StoreIntoAReactionMakesAllStaleButWhatIsPublished) {
+    CaseData data = NestedCase();
+    data.reactions[0].variables = {Real("Conversion", "Percent", 80)};
+    Open(data);
+    host::Viewable* reaction = Get("/@reactions/Rxn-1");
+    reaction->SetRealValue(Row(reaction, "Conversion")->description, 70);
+    for (const char* path : {"Feed", "Pumped", "/T-100", "/T-100/Inner", "/@utilities/Envelope"}) {
+        EXPECT_TRUE(Node::Of(Get(path))->IsStale()) << path;
+    }
+    host::Viewable* published = host_.ActiveCase()->OnlineManager()->ResolveVariableOwner(
+        VarDescription("RTIVariable.500.0", 0));
+    EXPECT_FALSE(Node::Of(published)->IsStale());
+    EXPECT_EQ(Value(published, "Value"), 12);
+}
+
+TEST_F(LiveCase, CaseWithAnUnsolvedObjectNeedsToRun) {
+    Open(SmallCase());
+    EXPECT_FALSE(host_.ActiveCase()->MainSolver()->NeedsToRun());
+    CaseData data = NestedCase();
+    data.main.objects[9].sub_flowsheet->objects[1].status = ObjectStatus::not_solved;
+    Open(data);
+    EXPECT_TRUE(host_.ActiveCase()->MainSolver()->NeedsToRun());
+}
+
+TEST_F(LiveCase, InnerFlowsheetIsCalledAsItsOperation) {
+    Case& live = Open(NestedCase());
+    EXPECT_EQ(Get("T-100")->SubFlowSheet()->GetName().Str(), "T-100");
+    EXPECT_TRUE(live.Rename(Get("T-100"), "T-200"));
+    EXPECT_EQ(Get("T-200")->SubFlowSheet()->GetName().Str(), "T-200");
+}
+
+TEST_F(LiveCase, ResultsReplaceWhatIsNotGivenInACaseOfTheSameStructure) {
+    Case& live = Open(SmallCase());
+    CaseData results = live.ToData();
+    for (ObjectData& object : results.main.objects) {
+        for (VariableData& variable : object.variables) {
+            for (ValueData& value : variable.values) value.number += 1;
+        }
+    }
+    CaseData renamed = results;
+    renamed.main.objects[5].name = "Cold";
+    EXPECT_FALSE(live.ApplyResults(renamed));
+    EXPECT_EQ(Value(Get("Hot"), "Temperature"), 60) << "nothing is taken";
+    EXPECT_TRUE(live.ApplyResults(results));
+    EXPECT_EQ(Value(Get("Hot"), "Temperature"), 61);
+    EXPECT_EQ(Value(Get("Feed"), "Temperature"), 25) << "given";
+}
+
 TEST_F(LiveCase, PublishedVariablesAreReachedThroughTheManager) {
     Open(NestedCase());
     host::COnlineConnectivityManager* manager = host_.ActiveCase()->OnlineManager();
@@ -467,6 +539,7 @@ TEST_F(LiveCase, PublishedVariablesAreReachedThroughTheManager) {
     EXPECT_EQ(variable->UnitText().Str(), "kPa");
     variable->SetValue(15);
     EXPECT_EQ(variable->GetValue(), 15);
+    EXPECT_FALSE(host_.ActiveCase()->MainSolver()->NeedsToRun()) << "no part of the flowsheet";
     EXPECT_EQ(manager->ResolveVariableOwner(VarDescription("RTIVariable.500.1", 0)), nullptr);
     EXPECT_EQ(manager->AsPublished(host_.ActiveCase()), nullptr);
 }

@@ -155,6 +155,14 @@ TEST_F(Iterator, moving_a_copy_leaves_the_original) {
     EXPECT_EQ("Root.c", PathOf(*other));
 }
 
+TEST_F(Iterator, a_refused_step_back_leaves_the_position_and_its_variables) {
+    ASSERT_TRUE(it_->Down(0));
+    it_->SetVarText("v", "kept");
+    EXPECT_FALSE(it_->Prev());
+    EXPECT_EQ("Root.a", PathOf(*it_));
+    EXPECT_EQ("kept", VarOf(*it_, "v"));
+}
+
 TEST_F(Iterator, variables_belong_to_the_position) {
     it_->SetVarText("v", "at root");
     it_->SetVarText("w", FIValue::OfInt(7));
@@ -331,6 +339,63 @@ TEST(IteratorGraph, stops_at_a_node_that_repeats_an_ancestor) {
     EXPECT_TRUE(Ref<FIIterator>::Adopt(with_history->Copy())->DownFirst());
 }
 
+// A chain of nodes, each below the one before, whose cursors call every position equal to theirs.
+class AgreeingCursor final : public CountedFromZero<FICursorBase> {
+public:
+    explicit AgreeingCursor(int level) : level_(level) {}
+
+    // Levels alternate between two classes.
+    const void* TypeId() const override {
+        static const char type_ids[2] = {};
+        return &type_ids[level_ % 2];
+    }
+    FICursorBase* Clone(bool) override { return HandOut(this); }
+    bool Seek(int, int delta) override { return delta == 0; }
+    bool SeekName(int, const char*) override { return false; }
+    bool AtBegin() override { return true; }
+    bool AtEnd() override { return false; }
+    int Compare(FICursorPosition&) override { return 0; }
+    void GetKey(FIValue& out) override { out.SetInt(level_); }
+    FIEntry* GetEntry() override;
+
+private:
+    int level_;
+};
+
+class ChainContext final : public CountedFromZero<FIContext> {
+public:
+    explicit ChainContext(int level) : level_(level) {}
+    FICursorBase* MakeCursor(int) override { return HandOut(new AgreeingCursor(level_)); }
+
+private:
+    int level_;
+};
+
+class ChainEntry final : public CountedFromZero<FIEntry> {
+public:
+    explicit ChainEntry(int level) : level_(level) {}
+    void GetName(FIValue& out) override { out.SetInt(level_); }
+    void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
+    FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }
+    FIContext* GetContext() override { return HandOut(new ChainContext(level_)); }
+
+private:
+    int level_;
+};
+
+FIEntry* AgreeingCursor::GetEntry() { return HandOut(new ChainEntry(level_ + 1)); }
+
+TEST(IteratorGraph, only_cursors_of_one_class_are_a_repeat) {
+    const auto top = Ref<FIEntry>::Share(new ChainEntry(0));
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(top.Get(), false));
+    EXPECT_TRUE(it->DownFirst());
+    EXPECT_TRUE(it->DownFirst());
+    EXPECT_TRUE(it->CanDescend()) << "the second level is of another class than the first";
+    EXPECT_TRUE(it->DownFirst());
+    EXPECT_FALSE(it->CanDescend()) << "the third is of the class of the first";
+    EXPECT_FALSE(it->DownFirst());
+}
+
 TEST(IteratorGraph, does_not_go_deeper_than_the_limit) {
     ScriptNode node("n");
     node.Link(node);
@@ -495,6 +560,10 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
         out.Clear();
         *rest = "";
     };
+    const auto whole_name = [](const char* path, FIValue& out, const char** rest) {
+        out.SetText(path);
+        *rest = "";
+    };
     const auto stuck = [](const char* path, FIValue& out, const char** rest) {
         out.SetText("");
         *rest = path;
@@ -528,6 +597,13 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
     EXPECT_EQ("Root.b.x.deep", PathOf(*opened));
     root_.key_value = nothing;
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
+    // A key is taken as a name before it is taken as a path.
+    root_.Add("b.x");
+    root_.key_value = whole_name;
+    EXPECT_EQ("Root.\"b.x\"",
+              PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x")))));
+    EXPECT_EQ("Root.b.x.deep",
+              PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x.deep")))));
     root_.key_value = stuck;
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
 }

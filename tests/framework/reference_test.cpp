@@ -280,6 +280,26 @@ TEST_F(Reference, finding_the_node_again_subscribes_in_order) {
     EXPECT_EQ((Kinds{1, 1}), client.kinds) << "as one who waits for the deletion and for values";
 }
 
+TEST_F(Reference, finding_the_node_again_first_gives_back_in_order) {
+    LetNotify(true, true, true);
+    std::vector<std::string> given_back;
+    for (ScriptNode* node : {&root_, &unit_, &node_}) {
+        node->on_unsubscribe = [&given_back, node](int kind) {
+            given_back.push_back(node->name.ToText() + " " + std::to_string(kind));
+        };
+    }
+    Client client;
+    const auto reference = Ref<FIReference>::Adopt(Make());
+    for (int kind : {kStructureChanged, kValueChanged}) {
+        ASSERT_TRUE(reference->Subscribe(&client, kind, &Client::Told));
+    }
+    ASSERT_TRUE(reference->MarkStale());
+    ASSERT_TRUE(reference->Rebind());
+    EXPECT_EQ((std::vector<std::string>{"temperature 0", "temperature 1", "unit 1",
+                                        "temperature 2"}),
+              given_back);
+}
+
 TEST_F(Reference, structure_clients_are_called_with_kind_2) {
     struct Case {
         bool unit;

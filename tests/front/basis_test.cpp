@@ -2,63 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "casehost/standard_host.h"
-#include "front/fixtop.h"
+#include "open_module.h"
 
 namespace {
 
-using Names = std::vector<std::string>;
-
-class ModuleOnBasis : public testing::Test {
+class ModuleOnBasis : public OpenModule {
  protected:
+    ModuleOnBasis() { root_ = "appModel.Basis"; }
     void SetUp() override {
-        FixtopInstallHost(&host_.Services());
+        OpenModule::SetUp();
         casehost::UseStandardParts(host_);
         ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
-        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+        OpenTop();
     }
-    void TearDown() override {
-        UnsetTopNotify(nullptr);
-        top_.Reset();
-        FixtopInstallHost(nullptr);
-    }
-
-    // `path` is from the basis.
-    Ref<FIIteratorBase> At(const std::string& path) {
-        auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(top_.Get(), false));
-        const std::string full = "appModel.Basis" + (path.empty() ? "" : "." + path);
-        return it->SeekPath(FIValue(full.c_str())) ? it : Ref<FIIteratorBase>();
-    }
-    std::string Read(const std::string& path, const char* name = "value") {
-        Ref<FIIteratorBase> it = At(path);
-        if (!it) return "(no node)";
-        FIValue value;
-        it->GetAttribute(FIValue(name), value);
-        return value.IsNull() ? "(NULL)" : value.ToText();
-    }
-    std::string Write(const std::string& path, double number, int mode) {
-        Ref<FIIteratorBase> it = At(path);
-        if (!it) return "(no node)";
-        FIValue out;
-        it->SetAttribute(FIValue("value"), FIValue::OfReal(number), mode, out);
-        return out.IsNull() ? "(NULL)" : out.ToText();
-    }
-    Names Children(const std::string& path) {
-        Names names;
-        Ref<FIIteratorBase> it = At(path);
-        for (bool on = it && it->DownFirst(); on; on = it->Next()) {
-            FIValue name;
-            it->GetName(name);
-            names.push_back(name.ToText());
-        }
-        return names;
-    }
-
-    casehost::CaseHost host_;
-    Ref<FIEntry> top_;
 };
 
 TEST_F(ModuleOnBasis, lists_what_has_something_to_show) {
@@ -158,19 +115,21 @@ TEST_F(ModuleOnBasis, reaction_sets_list_active_and_inactive_reactions) {
 
 TEST_F(ModuleOnBasis, variables_are_stored_and_stay) {
     const char* vapour = "FluidPackage.\"Vapour Pressure\"";
-    EXPECT_EQ("(NULL)", Write(vapour, 950, 1));
+    EXPECT_EQ("(NULL)", Write(vapour, FIValue::OfReal(950), 1));
     EXPECT_EQ("900", Read(vapour)) << "it is not specified yet";
-    EXPECT_EQ("(NULL)", Write(vapour, 910, 2));
+    EXPECT_EQ("(NULL)", Write(vapour, FIValue::OfReal(910), 2));
     EXPECT_EQ("910", Read(vapour));
     EXPECT_EQ("Calculated", Read(vapour, "status"));
-    EXPECT_EQ("(NULL)", Write(vapour, 920, 0));
+    EXPECT_EQ("(NULL)", Write(vapour, FIValue::OfReal(920), 0));
     EXPECT_EQ("920", Read(vapour));
     EXPECT_EQ("Specified", Read(vapour, "status"));
-    EXPECT_EQ("(NULL)", Write(vapour, 930, 1));
+    EXPECT_EQ("(NULL)", Write(vapour, FIValue::OfReal(930), 1));
     EXPECT_EQ("930", Read(vapour));
-    EXPECT_EQ("Cannot specify this value.", Write("FluidPackage.\"Reference Temperature\"", 30, 0));
+    EXPECT_EQ("Cannot specify this value.",
+              Write("FluidPackage.\"Reference Temperature\"", FIValue::OfReal(30), 0));
     EXPECT_EQ("25", Read("FluidPackage.\"Reference Temperature\""));
-    EXPECT_EQ("Store not supported for this attribute.", Write("FluidPackage.Effort", 3, 0));
+    EXPECT_EQ("Store not supported for this attribute.",
+              Write("FluidPackage.Effort", FIValue::OfReal(3), 0));
 }
 
 }  // namespace

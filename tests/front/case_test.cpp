@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "casehost/case_host.h"
 #include "live/case.h"
-#include "front/fixtop.h"
+#include "open_module.h"
 
 namespace {
 
@@ -55,54 +54,14 @@ CaseData SmallCase() {
     return data;
 }
 
-class ModuleOnCase : public testing::Test {
+class ModuleOnCase : public OpenModule {
  protected:
     void SetUp() override {
-        FixtopInstallHost(&host_.Services());
+        OpenModule::SetUp();
         ASSERT_TRUE(host_.Open(SmallCase()));
-        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
-        ASSERT_TRUE(top_);
+        OpenTop();
     }
-    void TearDown() override {
-        UnsetTopNotify(nullptr);
-        top_.Reset();
-        FixtopInstallHost(nullptr);
-    }
-
-    Ref<FIIteratorBase> At(const char* path) {
-        auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(top_.Get(), false));
-        return it->SeekPath(FIValue(path)) ? it : Ref<FIIteratorBase>();
-    }
-    std::string Read(const char* path, const char* name) {
-        Ref<FIIteratorBase> it = At(path);
-        if (!it) return "(no node)";
-        FIValue value;
-        it->GetAttribute(FIValue(name), value);
-        return value.IsNull() ? "(NULL)" : value.ToText();
-    }
-    std::string Write(const char* path, const FIValue& value) {
-        Ref<FIIteratorBase> it = At(path);
-        if (!it) return "(no node)";
-        FIValue out;
-        it->SetAttribute(FIValue("value"), value, 0, out);
-        return out.ToText();
-    }
-    std::vector<std::string> Children(const char* path) {
-        std::vector<std::string> names;
-        Ref<FIIteratorBase> it = At(path);
-        for (bool on = it && it->DownFirst(); on; on = it->Next()) {
-            FIValue name;
-            it->GetName(name);
-            names.push_back(name.ToText());
-        }
-        return names;
-    }
-
-    casehost::CaseHost host_;
-    Ref<FIEntry> top_;
 };
-
-using Names = std::vector<std::string>;
 
 TEST_F(ModuleOnCase, shows_the_levels_of_the_raw_tree) {
     EXPECT_EQ(Names({"FlowSheetObjects", "Basis", "DataBook"}), Children("appModel"));
@@ -128,10 +87,10 @@ TEST_F(ModuleOnCase, reads_values_units_and_status) {
 
 TEST_F(ModuleOnCase, stores_values_and_reads_them_back) {
     const char* notes = "appModel.FlowSheetObjects.Streams.Feed.Notes";
-    EXPECT_EQ("", Write(notes, FIValue("second")));
+    EXPECT_EQ("(NULL)", Write(notes, FIValue("second")));
     EXPECT_EQ("second", Read(notes, "value"));
     const char* pressure = "appModel.FlowSheetObjects.Streams.Feed.Pressure";
-    EXPECT_EQ("", Write(pressure, FIValue::OfReal(250.0)));
+    EXPECT_EQ("(NULL)", Write(pressure, FIValue::OfReal(250.0)));
     EXPECT_EQ("250", Read(pressure, "value"));
     host_.GetScript().RefuseStore(1);
     EXPECT_EQ("Value not stored", Write(pressure, FIValue::OfReal(300.0)));

@@ -10,8 +10,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 class ArraySet : public testing::Test {
  protected:
     ArraySet() : product(host.main.Add("Product", host.stream)) {
@@ -138,12 +136,8 @@ TEST_F(ArraySet, cursor_over_rows_is_a_cursor) {
     auto context = Rows();
     host::ArraySetBlock nothing;
     auto empty = Ref<HArraySetContext>::Share(new HArraySetContext(&nothing, parent.Get()));
-    CursorFamily family;
-    family.name = "HArraySetCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
-    family.keys = {"Set0", "Set1", "Set2"};
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    CursorFamily family =
+        HostFamily("HArraySetCursorBase", *context, {"Set0", "Set1", "Set2"}, empty.Get());
     // A seek from the end starts where the cursor stands.
     family.to_end = SeekOutcome{true, 0};
     family.to_last = SeekOutcome{false, 0};
@@ -237,12 +231,8 @@ TEST_F(ArraySet, cursor_over_elements_is_a_cursor) {
     host::ArraySetBlock nothing;
     auto none = Ref<HArraySetContext>::Share(new HArraySetContext(&nothing, parent.Get()));
     auto empty = Ref<FIContext>::Adopt(Ref<FIEntry>::Share(none->MakeEntry(0))->GetContext());
-    CursorFamily family;
-    family.name = "HArraySetElemCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
-    family.keys = {"Order", "Rank", "Rate"};
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    CursorFamily family =
+        HostFamily("HArraySetElemCursorBase", *context, {"Order", "Rank", "Rate"}, empty.Get());
     family.to_end = SeekOutcome{true, 0};
     family.to_last = SeekOutcome{false, 0};
     CheckCursorFamily(family);

@@ -123,6 +123,34 @@ TEST_F(ArrayStores, the_host_is_told_the_form_and_the_element_of_a_fraction) {
     EXPECT_EQ("", host.solver.calls) << "the element's own store starts nothing";
 }
 
+TEST_F(ArrayStores, a_batch_of_fractions_is_normalised_and_solved_once) {
+    auto stream_node = Child(*Child(*Child(*model, "FlowSheetObjects"), "Streams"), "Feed");
+    ASSERT_TRUE(stream_node);
+    EXPECT_TRUE(stream_node->CanHold());
+    EXPECT_EQ("begin session ", stream.calls);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ("(NULL)",
+                  Write(*Element(feed, "Fraction", i), "value", FIValue::OfReal(0.1 * i)));
+    }
+    EXPECT_EQ(5u, feed.stores.size());
+    EXPECT_EQ("begin session ", stream.calls) << "normalisation is put off";
+    EXPECT_EQ("", host.solver.calls);
+    stream_node->BeginBatch();
+    EXPECT_EQ("begin session end ", stream.calls);
+    EXPECT_EQ("task ", host.solver.calls);
+    EXPECT_FALSE(EditBatch().IsOpen());
+}
+
+// A write through an iterator is a batch of its own, and gives the hold back when it is done.
+TEST_F(ArrayStores, each_write_through_an_iterator_is_normalised_and_solved) {
+    for (const char* name : {"Elem0", "Elem1"}) {
+        const std::string path = std::string("FlowSheetObjects.Streams.Feed.Fraction.") + name;
+        EXPECT_EQ("(NULL)", Store(*Walk(path.c_str()), FIValue::OfReal(0.5)));
+    }
+    EXPECT_EQ("begin session end begin session end ", stream.calls);
+    EXPECT_EQ("task task ", host.solver.calls);
+}
+
 TEST_F(ArrayStores, a_stream_is_begun_once_and_ended_by_the_last) {
     auto one = Element(feed, "Table", 0);
     auto another = Element(feed, "Table", 1);

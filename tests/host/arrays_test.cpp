@@ -10,8 +10,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 host::DimInfo Bounds(std::initializer_list<std::pair<int, int>> bounds) {
     host::DimInfo info;
     for (const auto& [low, high] : bounds) {
@@ -102,25 +100,18 @@ class Arrays : public testing::Test {
 TEST_F(Arrays, cursor_is_a_cursor) {
     auto context = Level(Fractions());
     auto empty = Level(Line(0, -1));
-    CursorFamily family;
-    family.name = "HVarDimsCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
-    family.keys = {"Methane", "Ethane", "Propane"};
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
-    CheckCursorFamily(family);
+    CheckCursorFamily(HostFamily("HVarDimsCursorBase", *context, {"Methane", "Ethane", "Propane"},
+                                 empty.Get()));
     EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
 }
 
 TEST_F(Arrays, bounds_need_not_begin_at_zero) {
     for (const int low : {-2, 1, 7}) {
         auto context = Level(Line(low, low + 1));
-        CursorFamily family;
-        family.name = "from " + std::to_string(low);
-        family.make = [&] { return context->MakeCursor(kChildCursor); };
-        family.keys = {"Elem" + std::to_string(low), "Elem" + std::to_string(low + 1)};
-        family.entry_at_end = EntryAtEnd::kEmptyEntry;
-        CheckCursorFamily(family);
+        const std::string first = "Elem" + std::to_string(low);
+        SCOPED_TRACE("from " + first);
+        CheckCursorFamily(HostFamily("HVarDimsCursorBase", *context,
+                                     {first, "Elem" + std::to_string(low + 1)}));
     }
 }
 
@@ -447,29 +438,7 @@ TEST_F(Arrays, elements_show_their_rows) {
     NameBy(row, {host::VarDescription(":", 0)});
     feed.reals[":D.1.1"] = 25.0;
     auto element = At(*Node(row), 1);
-    const Names rows = {"id",
-                        "value",
-                        "dimension",
-                        "uom",
-                        "can_enter",
-                        "uom_options",
-                        "browser_name",
-                        "type",
-                        "container",
-                        "container_category",
-                        "container_type",
-                        "display_name",
-                        "isleaf",
-                        "has_children",
-                        "upper_limit",
-                        "lower_limit",
-                        "status",
-                        "is_container",
-                        "moniker",
-                        "attachments",
-                        "skipcorrelations",
-                        "skipattachments"};
-    EXPECT_EQ(rows, ShownRows(*element));
+    EXPECT_EQ(kNumberRows, ShownRows(*element));
     EXPECT_EQ("REAL 25", Read(*element, "value"));
     EXPECT_EQ("Temperature", Read(*element, "dimension"));
     EXPECT_EQ("C", Read(*element, "uom"));
@@ -605,11 +574,7 @@ TEST_F(Arrays, switches_are_written_on_elements) {
 
 TEST_F(Arrays, host_paths_name_elements) {
     auto context = Level(Fractions());
-    struct Case {
-        const char* path;
-        const char* answer;
-    };
-    const Case cases[] = {
+    ExpectKeys(*context, {
         {"(Ethane)", "Ethane|"},
         {"(Ethane)/:x", "Ethane|:x"},
         {"(Ethane):x", "Ethane|:x"},
@@ -631,9 +596,7 @@ TEST_F(Arrays, host_paths_name_elements) {
         {"-1", "(NULL)|-1"},
         {"x", "(NULL)|x"},
         {"", "(NULL)|"},
-    };
-    for (const Case& each : cases)
-        EXPECT_EQ(each.answer, KeyAndRest(*context, each.path)) << each.path;
+    });
     FIValue key("left over");
     const char* rest = "left over";
     context->GetKeyValue(nullptr, key, &rest);

@@ -9,8 +9,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 // A vessel whose scalar ":A.1" and elements ":A.2.0" and ":A.2.1" may point at other objects.
 class Attachments : public testing::Test {
  protected:
@@ -188,6 +186,19 @@ TEST_F(Attachments, correlations_read_and_store_on_the_object_that_the_node_lead
         density->SetVarSet(nullptr);
     }
     EXPECT_EQ(1.0, correlation.reals[":D.9"]);
+}
+
+TEST_F(Attachments, variables_of_other_objects_stay_with_the_object_that_lists_them) {
+    PointAt(&feed);
+    for (auto& node : Both()) {
+        SCOPED_TRACE(NameOf(*node));
+        auto temperature = Child(*node, "T");
+        ASSERT_TRUE(temperature);
+        PointAt(&tray);
+        EXPECT_EQ("REAL 25", Read(*temperature, "value"));
+        EXPECT_EQ("/Feed:D.1", Read(*temperature, "moniker"));
+        PointAt(&feed);
+    }
 }
 
 TEST_F(Attachments, elements_of_correlations_are_skipped_too) {

@@ -1,109 +1,116 @@
-// The whole tree of live cases: every node is reached once, answers, and is found again by what it
-// says of its place.
-
-#include <gtest/gtest.h>
+// The whole tree of live cases: every variable is reached and answers, and is found again by what
+// it says of its place.
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <random>
+#include <set>
 
-#include "casehost/standard_host.h"
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "live/case.h"
-#include "support/host_reading.h"
+#include "framework/reference.h"
+#include "live_case.h"
 
 namespace {
 
-using NodeRef = Ref<FIIteratorBase>;
+using casehost::ObjectData;
 
 struct Counts {
     long nodes = 0;
     long arrays = 0;
     long elements = 0;
     int depth = 0;
+    std::set<std::string> variables;  // by their monikers
 };
 
-class CaseWalk : public testing::Test {
+constexpr int kNoLimit = 1000;
+
+class CaseWalk : public LiveCase {
  protected:
-    ~CaseWalk() override { host::SetInstalledServices(nullptr); }
-
-    void Open(const std::string& name) {
-        casehost::UseStandardParts(host);
-        const casehost::OpenResult result = casehost::OpenCase(host, name);
-        ASSERT_TRUE(result) << name;
-        host::SetInstalledServices(&host.Services());
-    }
-    NodeRef Model() {
-        auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));
-        return NodeRef::Adopt(new FIIterator(Child(*models, "appModel").Get(), false));
-    }
-    host::FlowSheet& Main() { return *host.ActiveCase()->MainFlowSheet(); }
-    NodeRef At(const char* path) {
-        NodeRef node = Model();
-        EXPECT_TRUE(node->SeekPath(FIValue(path))) << path;
-        return node;
-    }
-    static std::string Store(FIIteratorBase& node, const FIValue& value) {
-        FIValue out;
-        node.SetAttribute(FIValue("value"), value, 0, out);
-        return Shown(out);
-    }
-    static std::string NameAt(FIIteratorBase& node) {
-        FIValue name;
-        node.GetName(name);
-        return Shown(name);
+    static bool IsVariableType(const std::string& type) {
+        static const std::set<std::string> types = {"Real",  "String",      "Attachment", "Message",
+                                                    "Array", "2-Dim Array", "3-Dim Array"};
+        return types.count(type) > 0;
     }
 
-    // Every node below, with `visit` on each; false when the limit is passed.
+    // Every node down to a depth, with `visit` on each; false when the limit of nodes is passed.
     template <class Visit>
-    bool Walk(FIIteratorBase& node, Counts& counts, const Visit& visit) {
+    bool Walk(FIIteratorBase& node, Counts& counts, const Visit& visit, int depth = kNoLimit,
+              bool in_array = false) {
         if (++counts.nodes > kLimit) return false;
         counts.depth = std::max(counts.depth, node.Depth());
         const std::string type = Read(node, "type");
-        counts.arrays += type.ends_with("Array");
+        const bool is_array = type.ends_with("Array");
+        counts.arrays += is_array;
+        if (IsVariableType(type) && !in_array) counts.variables.insert(Read(node, "moniker"));
         visit(node);
+        if (node.Depth() >= depth) return true;
         NodeRef child = NodeRef::Adopt(node.Copy());
         if (!child->DownFirst()) return true;
         do {
             counts.elements += type == "Array";
-            if (!Walk(*child, counts, visit)) return false;
+            if (!Walk(*child, counts, visit, depth, is_array)) return false;
         } while (child->Next());
         return true;
     }
-    void WalkAll(const std::string& name) {
-        for (const bool attachments : {true, false}) {
-            Counts counts;
-            NodeRef model = Model();
-            FIValue out;
-            model->SetAttribute(FIValue("attachments"), FIValue::OfInt(attachments), 0, out);
-            const bool ended = Walk(*model, counts, [](FIIteratorBase& node) {
+    // Variables and ports of the case as the host has them. A sub-flowsheet shows its objects in
+    // place of its own variables.
+    static long CountVariables(const std::vector<ObjectData>& objects) {
+        long count = 0;
+        for (const ObjectData& object : objects) {
+            if (object.sub_flowsheet) {
+                count += CountVariables(object.sub_flowsheet->objects);
+            } else {
+                count += static_cast<long>(object.variables.size() + object.ports.size());
+            }
+        }
+        return count;
+    }
+    long CountVariables() {
+        const casehost::CaseData data = host.ActiveLiveCase()->ToData();
+        return CountVariables(data.main.objects) + CountVariables(data.utilities) +
+               CountVariables(data.data_tables) + CountVariables(data.reactions);
+    }
+    Counts WalkWhole(const std::string& name, bool attachments, bool history, int depth) {
+        Counts counts;
+        NodeRef model = Model(history);
+        EXPECT_EQ("(NULL)", StoreAttribute(*model, "attachments", FIValue::OfInt(attachments)));
+        const bool ended = Walk(
+            *model, counts,
+            [](FIIteratorBase& node) {
                 for (const char* row : {"value", "uom", "status", "moniker", "is_container"}) {
                     Read(node, row);
                 }
-            });
-            std::printf("%s, attachments %s: %ld nodes, %ld arrays, %ld elements, depth %d\n",
-                        name.c_str(), attachments ? "followed" : "not followed", counts.nodes,
-                        counts.arrays, counts.elements, counts.depth);
-            EXPECT_TRUE(ended) << name << " is still not at its end";
+            },
+            depth);
+        std::printf(
+            "%s, attachments %s, history %s: %ld nodes, %zu variables, %ld arrays, "
+            "%ld elements, depth %d\n",
+            name.c_str(), attachments ? "followed" : "not followed", history ? "on" : "off",
+            counts.nodes, counts.variables.size(), counts.arrays, counts.elements, counts.depth);
+        EXPECT_TRUE(ended) << name << " is still not at its end";
+        return counts;
+    }
+    // Answers how deep it comes when circles may be gone round.
+    int WalkAll(const std::string& name) {
+        const long variables = CountVariables();
+        EXPECT_LT(100, variables) << name;
+        for (const bool attachments : {true, false}) {
+            const Counts counts = WalkWhole(name, attachments, false, kNoLimit);
+            EXPECT_EQ(variables, static_cast<long>(counts.variables.size())) << name;
             EXPECT_LT(20, counts.arrays) << name;
             EXPECT_LT(100, counts.elements) << name;
         }
+        const Counts counts = WalkWhole(name, true, true, kDepth);
+        EXPECT_EQ(variables, static_cast<long>(counts.variables.size())) << name;
+        return counts.depth;
     }
 
-    static constexpr long kLimit = 2000000;
-    casehost::CaseHost host{false};
+    static constexpr int kDepth = 15;
+    static constexpr long kLimit = 5000000;
 };
-
-std::filesystem::path RecordedCases() {
-    const char* given = std::getenv("FIXTOP_CASES");
-    return std::filesystem::path(given ? given : FIXTOP_CASES) / "real";
-}
 
 TEST_F(CaseWalk, a_walk_over_the_built_in_case_ends) {
     Open("demo");
-    WalkAll("demo");
+    // A vessel points back at its column.
+    EXPECT_EQ(kDepth, WalkAll("demo"));
 }
 
 TEST_F(CaseWalk, a_walk_over_every_recorded_case_ends) {
@@ -168,6 +175,43 @@ TEST_F(CaseWalk, host_paths_open_elements_by_name_and_by_index) {
     }
 }
 
+TEST_F(CaseWalk, host_paths_open_the_same_node_from_the_model_and_from_the_top) {
+    Open("demo");
+    const char* const paths[] = {
+        "FlowSheetObjects.Streams.Raw Gas.Temperature",
+        "FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.Ethane",
+        "FlowSheetObjects.Streams.Raw Gas.Phase Comp Mole Frac.Overall.Ethane",
+        "FlowSheetObjects.UnitOps.E-100.Notes",
+        "FlowSheetObjects.UnitOps.E-100.Inlet 1",
+        "FlowSheetObjects.UnitOps.T-100.Vessels.Elem1",
+        "FlowSheetObjects.UnitOps.Stabiliser.Streams.Overhead.Pressure",
+        "FlowSheetObjects.UnitOps.Stabiliser.UnitOps.E-201.Duty",
+        "FlowSheetObjects.UnitOps.T-100 Flowsheet.UnitOps.Condenser.Reflux Molar Flow",
+        "FlowSheetObjects.Utilities.Condensate Curve.Number of Points",
+    };
+    for (const char* path : paths) {
+        const FIValue moniker(Read(*At(path), "moniker").c_str());
+        for (const NodeRef& start : {Model(), Top(), At("FlowSheetObjects.Streams")}) {
+            const bool is_above = start->Depth() == 0;
+            NodeRef found = NodeRef::Adopt(start->OpenAttribute(moniker));
+            ASSERT_EQ(is_above, static_cast<bool>(found))
+                << moniker.ToText() << " from " << NameAt(*start);
+            if (!found) continue;
+            FIValue place;
+            found->GetPath(place);
+            const std::string wanted = NameAt(*start) == "Top" ? "Top.appModel." : "appModel.";
+            EXPECT_EQ(wanted + path, std::string(place.CStr())) << moniker.ToText();
+            EXPECT_EQ(Read(*At(path), "value"), Read(*found, "value")) << path;
+        }
+    }
+    for (const char* path : {"/FlowSht.1/StreamObject.400(No Gas):Double.201", "/Nonsense", "/",
+                             "/FlowSht.1/StreamObject.400(Raw Gas):Double.99999"}) {
+        for (const NodeRef& start : {Model(), Top()}) {
+            EXPECT_FALSE(NodeRef::Adopt(start->OpenAttribute(FIValue(path)))) << path;
+        }
+    }
+}
+
 TEST_F(CaseWalk, fractions_are_stored_where_they_are_meant) {
     Open("demo");
     NodeRef ethane = At("FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.Ethane");
@@ -187,55 +231,173 @@ TEST_F(CaseWalk, fractions_are_stored_where_they_are_meant) {
     EXPECT_NE("(NULL)", Read(*sales, "value")) << "the case was solved inside the store";
 }
 
-TEST_F(CaseWalk, a_random_walk_with_stores_and_deletions_stays_whole) {
-    Open("demo");
-    std::mt19937 random(7);
-    const auto one_of = [&](int count) { return static_cast<int>(random() % count); };
-    NodeRef it = Model();
-    int stored = 0;
-    int deleted = 0;
-    for (int step = 0; step < 20000; ++step) {
-        switch (one_of(6)) {
+// ---- A random walk ----
+
+// Steps of a walk; more of them are asked for by the environment.
+long WalkSteps() {
+    const char* given = std::getenv("FIXTOP_WALK_STEPS");
+    return given ? std::atol(given) : 20000;
+}
+
+// Walks, stores, deletes, adds, renames and holds references at random, and does the same in the
+// middle of the host's own work.
+class RandomWalk : public CaseWalk {
+ protected:
+    void SetUp() override {
+        Open("demo");
+        if (HasFatalFailure()) return;
+        originals_ = host.ActiveLiveCase()->ToData().main.objects;
+        it_ = Model();
+    }
+    int OneOf(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+
+    void Step() {
+        switch (OneOf(8)) {
             case 0:
             case 1:
-                it->Down(one_of(9));
+                it_->Down(OneOf(9));
                 break;
             case 2:
-                it->Next();
+                it_->Next();
                 break;
             case 3:
-                if (it->Depth() > 8 || one_of(3) == 0) it->Up();
+                if (it_->Depth() > 8 || OneOf(3) == 0) it_->Up();
                 break;
-            case 4: {
-                if (one_of(4)) break;
-                FIValue value;
-                it->GetAttribute(FIValue("value"), value);
-                if (value.Kind() == FIValue::kReal) stored += Store(*it, value) == "(NULL)";
+            case 4:
+                if (OneOf(2) == 0) StoreHere(NodeRef(it_));
                 break;
-            }
-            default: {
-                if (one_of(150)) break;
-                host::FlowSheetObjectIterator objects = Main().Objects();
-                host::Viewable* object = objects.EntryAt(one_of(30));
-                deleted += object && host.ActiveLiveCase()->Delete(object);
+            case 5:
+                if (OneOf(8) == 0) Hold();
                 break;
-            }
+            case 6:
+                if (OneOf(10) == 0) JumpToAVariable();
+                break;
+            default:
+                if (OneOf(30) == 0) ChangeStructure();
+                break;
         }
-        FIValue path;
-        it->GetPath(path);
-        for (const char* row : {"value", "status", "type", "has_children", "moniker"}) {
-            Read(*it, row);
-        }
+        ReadHere(*it_);
+        ReadAReference();
         // What was deleted goes away when no call of ours is on the stack.
-        if (one_of(100) == 0) {
-            it.Reset();
+        if (OneOf(100) == 0) {
+            it_.Reset();
             host.RunHostLoop();
-            it = Model();
+            it_ = Model();
         }
     }
-    std::printf("%d values stored, %d objects deleted\n", stored, deleted);
-    EXPECT_LT(20, stored);
-    EXPECT_LT(3, deleted);
+    static void ReadHere(FIIteratorBase& node) {
+        FIValue path;
+        node.GetPath(path);
+        for (const char* row : {"value", "status", "type", "has_children", "moniker"}) {
+            Read(node, row);
+        }
+    }
+    void JumpToAVariable() {
+        it_ = Model();
+        it_->SeekPath(FIValue("FlowSheetObjects"));
+        it_->Down(OneOf(2));
+        it_->Down(OneOf(30));
+        it_->Down(OneOf(15));
+    }
+    // The node is kept, though the walk may leave it inside of the store.
+    void StoreHere(const NodeRef& kept) {
+        FIIteratorBase& node = *kept;
+        FIValue value;
+        node.GetAttribute(FIValue("value"), value);
+        if (value.Kind() == FIValue::kReal)
+            value.SetReal(value.AsDouble() * (0.9 + 0.1 * OneOf(3)));
+        if (value.IsNull()) return;
+        if (OneOf(4) == 0) host.GetScript().InStore(1, [this] { Interrupt(); });
+        if (OneOf(4) == 0) host.GetScript().AtTurn(1 + OneOf(2), [this] { Interrupt(); });
+        if (OneOf(16) == 0) host.GetScript().RefuseStore(1);
+        stored_ += Store(node, value) == "(NULL)";
+    }
+    // What a client may do when the host calls it inside of its own store.
+    void Interrupt() {
+        if (!it_ || nested_ == 3) return;
+        ++nested_;
+        ++interrupted_;
+        switch (OneOf(5)) {
+            case 0:
+                ChangeStructure();
+                break;
+            case 1:
+                it_->Up();
+                it_->Down(OneOf(9));
+                break;
+            case 2:
+                references_.clear();
+                break;
+            case 3:
+                JumpToAVariable();
+                break;
+            default:
+                StoreHere(NodeRef::Adopt(it_->Copy()));
+                break;
+        }
+        ReadHere(*it_);
+        ReadAReference();
+        --nested_;
+    }
+    void ChangeStructure() {
+        casehost::Case& live = *host.ActiveLiveCase();
+        host::FlowSheetObjectIterator objects = Main().Objects();
+        host::Viewable* object = objects.EntryAt(OneOf(60));
+        switch (OneOf(3)) {
+            case 0:
+                deleted_ += object && live.Delete(object);
+                break;
+            case 1:
+                renamed_ += object && live.Rename(object, "Object " + std::to_string(OneOf(1000)));
+                break;
+            default:
+                added_ += !objects.EntryAt(80) && AddOneBack();
+                break;
+        }
+    }
+    bool AddOneBack() {
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            const int place = OneOf(static_cast<int>(originals_.size()));
+            const ObjectData& object = originals_[static_cast<std::size_t>(place)];
+            if (host.ActiveLiveCase()->Add(&Main(), object)) return true;
+        }
+        return false;
+    }
+    void Hold() {
+        if (references_.size() >= 16) references_.erase(references_.begin() + OneOf(16));
+        references_.push_back(Ref<FIReferenceBase>::Adopt(it_->MakeReference()));
+    }
+    void ReadAReference() {
+        if (references_.empty()) return;
+        const Ref<FIReferenceBase> held =
+            references_[static_cast<std::size_t>(OneOf(static_cast<int>(references_.size())))];
+        Read(*held, "value");
+    }
+
+    std::mt19937 random_{7};
+    std::vector<ObjectData> originals_;
+    std::vector<Ref<FIReferenceBase>> references_;
+    NodeRef it_;
+    int nested_ = 0;
+    long stored_ = 0;
+    long deleted_ = 0;
+    long renamed_ = 0;
+    long added_ = 0;
+    long interrupted_ = 0;
+};
+
+TEST_F(RandomWalk, with_stores_deletions_and_callbacks_stays_whole) {
+    const long steps = WalkSteps();
+    for (long step = 0; step < steps; ++step) Step();
+    std::printf(
+        "%ld steps: %ld values stored, %ld objects deleted, %ld renamed, %ld added, "
+        "%ld callbacks\n",
+        steps, stored_, deleted_, renamed_, added_, interrupted_);
+    EXPECT_LE(steps / 500, stored_);
+    EXPECT_LE(steps / 5000, deleted_);
+    EXPECT_LE(steps / 5000, renamed_);
+    EXPECT_LE(steps / 5000, added_);
+    EXPECT_LE(steps / 1000, interrupted_);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 
 #include "framework/empties.h"
@@ -16,8 +17,6 @@
 #include "support/temporary_folder.h"
 
 namespace {
-
-using Names = std::vector<std::string>;
 
 class Levels : public testing::Test {
  protected:
@@ -38,11 +37,7 @@ const Names kLevelRows = {"id",     "browser_name", "type",   "display_name",
 // ---- The cursors over fixed names ----
 
 CursorFamily FixedFamily(const char* name, FIContext& context, Names keys) {
-    CursorFamily family;
-    family.name = name;
-    family.make = [&context] { return context.MakeCursor(kChildCursor); };
-    family.keys = std::move(keys);
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    CursorFamily family = HostFamily(name, context, std::move(keys));
     // The position is where a search from the first begins.
     family.missing = SeekOutcome{false, 0};
     // Clamped to the first, which is an element.
@@ -192,6 +187,22 @@ TEST_F(Levels, published_file_has_children_when_it_lies_beside_the_document) {
     EXPECT_EQ("INT 0", Read(*entry, "has_children"));
     std::ofstream(plant + ".atpub") << "x";
     EXPECT_EQ("INT 1", Read(*entry, "has_children"));
+    std::filesystem::create_directory(folder.Path() / "folder.atpub");
+    host.simulation_case.document =
+        host::FileName(host::Text(folder.File("folder.case")), host::Text());
+    EXPECT_EQ("INT 0", Read(*entry, "has_children")) << "a folder is no file";
+}
+
+TEST_F(Levels, published_file_is_found_under_any_name) {
+    TemporaryFolder folder;
+    const std::filesystem::path file = folder.Path() / u8"Anl\u00e4ge \u03b2.atpub";
+    std::ofstream(file) << "x";
+    std::u8string document = file.u8string();
+    document.replace(document.rfind(u8'.'), std::u8string::npos, u8".case");
+    host.simulation_case.document =
+        host::FileName(host::Text(std::string(document.begin(), document.end())), host::Text());
+    Ref<FIEntry> entry = Child(*Models(), "QSI Published Variables");
+    EXPECT_EQ("INT 1", Read(*entry, "has_children"));
 }
 
 TEST_F(Levels, nodes_of_a_case_show_their_rows) {
@@ -325,11 +336,8 @@ TEST_F(Levels, attachments_switch_goes_down_to_new_nodes) {
 // ---- Paths in the host's notation ----
 
 TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
-    struct Case {
-        const char* path;
-        const char* answer;
-    };
-    const Case case_level[] = {
+    auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
+    ExpectKeys(*of_case, {
         {"/FlowSht.1/StreamObject.400(Feed)", "FlowSheetObjects|StreamObject.400(Feed)"},
         {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
         {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
@@ -337,21 +345,15 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
         {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
         {"FlowSht.1/", "(NULL)|FlowSht.1/"},
         {"", "(NULL)|"},
-    };
-    auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
-    for (const Case& each : case_level) EXPECT_EQ(each.answer, KeyAndRest(*of_case, each.path));
-
-    const Case flowsheet_level[] = {
+    });
+    auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
+    ExpectKeys(*of_flowsheet, {
         {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
         {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
         {"Utility.300(Env)", "Utilities|(Env)"},
         {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
         {"Solver.400", "(NULL)|Solver.400"},
-    };
-    auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
-    for (const Case& each : flowsheet_level) {
-        EXPECT_EQ(each.answer, KeyAndRest(*of_flowsheet, each.path));
-    }
+    });
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
@@ -368,6 +370,44 @@ TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {
     opened->GetAttribute(FIValue("value"), out);
     EXPECT_EQ("REAL 7", Shown(out));
     EXPECT_FALSE(it->OpenAttribute(FIValue("/FlowSht.1/StreamObject.400(Nobody/:Double.501")));
+}
+
+TEST_F(Levels, a_host_path_opens_nodes_whose_names_need_quotes) {
+    auto& feed = host.main.Add("Feed.1 (wet)", host.stream);
+    feed.AddReal(":Double.501", "Flow.total", 7.0);
+    feed.AddReal(":Double.502", "say \"x\"", 8.0);
+    feed.dimensions[":D.9.[].[]"].count = 2;
+    feed.dimensions[":D.9.[].[]"].high[0] = feed.dimensions[":D.9.[].[]"].high[1] = 4;
+    auto& row = feed.AddRow(":D.9.[].[]", "Comp.Fraction", host::kReal, {});
+    row.offsets = {host::VarDescription(":", 0), host::VarDescription(":", 0)};
+    row.offset_descriptions = row.offsets.data();
+    row.offset_description_count = 2;
+    feed.reals[":D.9.3.2"] = 0.25;
+    auto top = Ref<FIEntry>::Share(new FITopEntry(Models().Get(), nullptr, nullptr));
+    auto it = Ref<FIIterator>::Adopt(new FIIterator(top.Get(), false));
+    struct Case {
+        const char* variable;
+        const char* path;
+        const char* value;
+    };
+    const Case cases[] = {
+        {":Double.501", "\"Flow.total\"", "REAL 7"},
+        {":Double.502", "\"say &quot;x&quot;\"", "REAL 8"},
+        {":D.9.3.2", "\"Comp.Fraction\".Elem3.Elem2", "REAL 0.25"},
+    };
+    for (const Case& each : cases) {
+        const std::string moniker =
+            std::string("/FlowSht.1/StreamObject.400(Feed.1 (wet))/") + each.variable;
+        auto opened = Ref<FIIterator>::Adopt(it->OpenAttribute(FIValue(moniker.c_str())));
+        ASSERT_TRUE(opened) << moniker;
+        FIValue out;
+        opened->GetPath(out);
+        EXPECT_EQ(std::string("Top.appModel.FlowSheetObjects.Streams.\"Feed.1 (wet)\".") +
+                      each.path,
+                  Shown(out));
+        opened->GetAttribute(FIValue("value"), out);
+        EXPECT_EQ(each.value, Shown(out));
+    }
 }
 
 // ---- What lies below ----

@@ -11,8 +11,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 std::string Numbered(const char* stem, int number) {
     return std::string(stem).append(std::to_string(number));
 }
@@ -31,22 +29,6 @@ class Objects : public testing::Test {
     HovexOptions options{&host.simulation_case};
 };
 
-// The families that list objects go back to the first after running off the list.
-CursorFamily ObjectFamily(const char* name, HFSOContext& context, HFSOContext& empty, Names keys) {
-    CursorFamily family;
-    family.name = name;
-    family.make = [&context] { return context.MakeCursor(kChildCursor); };
-    family.make_empty = [&empty] { return empty.MakeCursor(kChildCursor); };
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
-    const int last = static_cast<int>(keys.size()) - 1;
-    family.keys = std::move(keys);
-    family.past_end = family.off_last = SeekOutcome{false, 0};
-    family.to_end = SeekOutcome{true, last};
-    family.to_last = SeekOutcome{true, last - 1};
-    family.back_again = SeekOutcome{false, 0};
-    return family;
-}
-
 TEST_F(Objects, cursors_are_cursors) {
     auto empty_streams = List(HFSOContext::kStreams);
     scripted::FlowSheet bare;
@@ -61,12 +43,12 @@ TEST_F(Objects, cursors_are_cursors) {
     }
     auto streams = List(HFSOContext::kStreams);
     auto no_streams = Empty(HFSOContext::kStreams);
-    CheckCursorFamily(
-        ObjectFamily("HFSOCursorBase streams", *streams, *no_streams, {"S1", "S2", "S3"}));
+    CheckCursorFamily(HostListFamily("HFSOCursorBase streams", *streams, {"S1", "S2", "S3"},
+                                     no_streams.Get()));
     auto operations = List(HFSOContext::kUnitOps);
     auto no_operations = Empty(HFSOContext::kUnitOps);
-    CheckCursorFamily(ObjectFamily("HFSOCursorBase operations", *operations, *no_operations,
-                                   {"US1", "US2", "US3"}));
+    CheckCursorFamily(HostListFamily("HFSOCursorBase operations", *operations,
+                                     {"US1", "US2", "US3"}, no_operations.Get()));
 
     auto no_utilities = Empty(HFSOContext::kUtilities);
     auto no_tables = Empty(HFSOContext::kDataTables);
@@ -86,18 +68,14 @@ TEST_F(Objects, cursors_are_cursors) {
     family.name = "HDataTableCursorBase without tables";
     family.make_empty = [&] { return no_tables->MakeCursor(kChildCursor); };
     CheckCursorFamily(family);
-    CheckCursorFamily(ObjectFamily("HUtilCursorBase of a flowsheet alone", *all_utilities,
-                                   *no_utilities, {"XS1", "XS2", "XS3"}));
-    family = ObjectFamily("HUtilCursorBase", *all_utilities, *no_utilities,
-                          {"XS1", "XS2", "XS3", "M0", "M1"});
-    family.make_empty = nullptr;
+    CheckCursorFamily(HostListFamily("HUtilCursorBase of a flowsheet alone", *all_utilities,
+                                     {"XS1", "XS2", "XS3"}, no_utilities.Get()));
     host.simulation_case.utilities = &utilities;
-    CheckCursorFamily(family);
+    CheckCursorFamily(
+        HostListFamily("HUtilCursorBase", *all_utilities, {"XS1", "XS2", "XS3", "M0", "M1"}));
     host.simulation_case.tables = &tables;
     auto all_tables = List(HFSOContext::kDataTables);
-    family = ObjectFamily("HDataTableCursorBase", *all_tables, *no_tables, {"M2", "M3"});
-    family.make_empty = nullptr;
-    CheckCursorFamily(family);
+    CheckCursorFamily(HostListFamily("HDataTableCursorBase", *all_tables, {"M2", "M3"}));
     // A list of the case that is null is empty.
     host.simulation_case.utilities = nullptr;
     host.simulation_case.tables = nullptr;
@@ -119,11 +97,7 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     host.simulation_case.basis = &basis;
     EXPECT_EQ(Names(), ChildNames(*context));
     basis.reactions = &manager;
-    CursorFamily family;
-    family.name = "HReactionCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.keys = {"R0", "R1", "R2"};
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    CursorFamily family = HostFamily("HReactionCursorBase", *context, {"R0", "R1", "R2"});
     scripted::FlowSheet bare;
     scripted::Case other;
     auto no_reactions = Ref<HFSOContext>::Share(
@@ -513,12 +487,8 @@ TEST_F(Objects, host_paths_name_objects) {
     host.main.Add("Feed", host.stream);
     host.main.Add("Feed 2", host.stream);
     auto& column = host.main.Add("T-100", host.template_op);
-    struct Case {
-        const char* path;
-        const char* answer;
-    };
     auto streams = List(HFSOContext::kStreams);
-    const Case of_streams[] = {
+    ExpectKeys(*streams, {
         {"(Feed/:Double.1", "Feed|:Double.1"},
         {"Feed:Double.1", "Feed|Double.1"},
         {"(Feed 2/x", "Feed 2|x"},
@@ -528,12 +498,12 @@ TEST_F(Objects, host_paths_name_objects) {
         {"(Feed))/x", "(NULL)|(Feed))/x"},
         {"(Feed)", "(NULL)|(Feed)"},
         {"Feed)/x", "(NULL)|Feed)/x"},
+        {"Feed.x", "(NULL)|Feed.x"},
         {"(feed/x", "(NULL)|(feed/x"},
         {"(Feed 3/x", "(NULL)|(Feed 3/x"},
         {"", "(NULL)|"},
         {"(", "(NULL)|("},
-    };
-    for (const Case& each : of_streams) EXPECT_EQ(each.answer, KeyAndRest(*streams, each.path));
+    });
     auto operations = List(HFSOContext::kUnitOps);
     EXPECT_EQ("T-100|FlowSht.1/x", KeyAndRest(*operations, "(T-100/FlowSht.1/x"));
     scripted::FlowSheet inner;

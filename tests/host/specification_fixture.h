@@ -13,8 +13,6 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
-using Names = std::vector<std::string>;
-
 class Specification : public testing::Test {
  protected:
     Specification() : owner(host.main.Add("Feed", host.stream)) {}

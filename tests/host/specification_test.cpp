@@ -10,17 +10,8 @@ TEST_F(Specification, cursor_is_a_cursor) {
     for (const char* tag : {"Package", "Enthalpy", "Density"}) Words(tag);
     auto context = List(info);
     auto empty = List(child);
-    CursorFamily family;
-    family.name = "HSpecCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
-    family.keys = {"Package", "Enthalpy", "Density"};
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
-    family.past_end = family.off_last = SeekOutcome{false, 0};
-    family.to_end = SeekOutcome{true, 2};
-    family.to_last = SeekOutcome{true, 1};
-    family.back_again = SeekOutcome{false, 0};
-    CheckCursorFamily(family);
+    CheckCursorFamily(HostListFamily("HSpecCursorBase", *context,
+                                     {"Package", "Enthalpy", "Density"}, empty.Get()));
     EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
 }
 

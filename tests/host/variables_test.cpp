@@ -10,8 +10,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 class Variables : public testing::Test {
  protected:
     Variables() : feed(host.main.Add("Feed", host.stream)) {}
@@ -44,18 +42,10 @@ TEST_F(Variables, cursor_is_a_cursor) {
     auto context = List(feed);
     scripted::Plain bare;
     auto empty = List(bare);
-    CursorFamily family;
-    family.name = "HVarsCursorBase";
-    family.make = [&] { return context->MakeCursor(kChildCursor); };
-    family.make_empty = [&] { return empty->MakeCursor(kChildCursor); };
-    family.keys = {"Temperature", "Pressure", "P < 3"};
+    CursorFamily family = HostListFamily("HVarsCursorBase", *context,
+                                         {"Temperature", "Pressure", "P < 3"}, empty.Get());
     family.names = {"Temperature", "Pressure", "P &lt; 3"};
     family.seeks_entries = false;
-    family.entry_at_end = EntryAtEnd::kEmptyEntry;
-    family.past_end = family.off_last = SeekOutcome{false, 0};
-    family.to_end = SeekOutcome{true, 2};
-    family.to_last = SeekOutcome{true, 1};
-    family.back_again = SeekOutcome{false, 0};
     CheckCursorFamily(family);
     EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
 }
@@ -112,29 +102,7 @@ TEST_F(Variables, table_has_34_rows) {
 
 TEST_F(Variables, a_number_shows_its_rows) {
     auto entry = Node(feed.AddReal(":D.1", "T", 25.0, 1));
-    const Names rows = {"id",
-                        "value",
-                        "dimension",
-                        "uom",
-                        "can_enter",
-                        "uom_options",
-                        "browser_name",
-                        "type",
-                        "container",
-                        "container_category",
-                        "container_type",
-                        "display_name",
-                        "isleaf",
-                        "has_children",
-                        "upper_limit",
-                        "lower_limit",
-                        "status",
-                        "is_container",
-                        "moniker",
-                        "attachments",
-                        "skipcorrelations",
-                        "skipattachments"};
-    EXPECT_EQ(rows, ShownRows(*entry));
+    EXPECT_EQ(kNumberRows, ShownRows(*entry));
     EXPECT_EQ("REAL 25", Read(*entry, "value"));
     EXPECT_EQ("Temperature", Read(*entry, "dimension"));
     EXPECT_EQ("C", Read(*entry, "uom"));
@@ -377,6 +345,9 @@ TEST_F(Variables, state_of_an_attachment_is_asked_of_what_it_points_at) {
     auto entry = Node(feed.AddAttachment(":A.1", "a", &product));
     host.states[":A.1"] = 0;
     EXPECT_EQ("Calculated", Read(*entry, "status"));
+    EXPECT_EQ(&product, host.status_asked_of);
+    Read(*Node(feed.AddReal(":D.1", "T", 1.0)), "status");
+    EXPECT_EQ(&feed, host.status_asked_of) << "of a number";
 }
 
 // ---- Attachments ----

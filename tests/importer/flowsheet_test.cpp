@@ -135,6 +135,30 @@ TEST(SmallFlowsheetFile, PhaseFractionsDecideWhatExists) {
     }
 }
 
+// The ratio of vapour to liquid means something in streams of two phases alone.
+TEST(SmallFlowsheetFile, KValuesNeedBothPhases) {
+    const struct {
+        const char* vapour;
+        const char* liquid;
+        double k;
+    } cases[] = {{"0.6", "0.4", 2.5}, {"1", "0", kEmpty}, {"0", "1", kEmpty}};
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(std::string(expected.vapour) + " and " + expected.liquid);
+        std::string xml =
+            SmallFlowsheetWith("<Name>A</Name>", "<Name>A</Name><Kvalue>2.5</Kvalue>");
+        for (int phase = 0; phase < 3; ++phase) {
+            const std::string fraction = phase == 1 ? "0.6" : "0.4";
+            const std::string place = "<molarfraction>" + fraction + "</molarfraction><density>";
+            const std::string value = phase == 1 ? expected.vapour : expected.liquid;
+            xml.replace(xml.find(place), place.size(),
+                        "<molarfraction>" + value + "</molarfraction><density >");
+        }
+        const auto data = Read(xml);
+        EXPECT_EQ(NumberOf(*data, "feed", "Comp K Value - Mixed Liquid", "A"), expected.k);
+        EXPECT_EQ(NumberOf(*data, "feed", "Comp K Value - Mixed Liquid", "B"), kEmpty);
+    }
+}
+
 TEST(SmallFlowsheetFile, NumbersWithoutAValueAreMissing) {
     for (const char* word : {"NaN", "Infinity", "-Infinity"}) {
         const auto data = Read(SmallFlowsheetWith(">101325<", std::string(">") + word + "<"));

@@ -34,6 +34,8 @@ WIDER = {"src/path/evaluat*": ["framework"]}
 
 # Outside src/: each folder's own headers come with it.
 CASEHOST = ["host/interface", "casehost"]
+# It can't reach platform/, so what it needs of an operating system has one source for each.
+CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
 TOOLS = ["value/fi_value.h", "fixtop.h", "casehost"]
 # The headers that clients of the module include; what they include themselves is public too.
 PUBLIC = ["include/*.h", "include/**/*.h", "src/fixtop.h", "src/front/fixtop.h"]
@@ -167,6 +169,15 @@ def check_casehost(tree, name):
         ours = f"src/{target}" in tree.files or room_of(target) is not None
         if quoted and ours and not allows(CASEHOST, target):
             yield number, f"casehost/ includes {target}: of src/ it sees host/interface/ alone"
+    if matches(name, CASEHOST_PLATFORM):
+        return
+    for number, quoted, text, _ in tree.includes(name):
+        if not quoted and is_os_header(text):
+            yield number, f"{text}: operating-system headers belong to casehost/files/<platform>/"
+    for number, line in enumerate(tree.files[name], 1):
+        found = OS_MACROS.match(line)
+        if found:
+            yield number, f"{found.group(1)}: the build chooses casehost/files/<platform>/"
 
 
 def check_tools(tree, name):

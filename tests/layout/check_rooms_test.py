@@ -104,9 +104,19 @@ class CheckRooms(unittest.TestCase):
                      "#include <expat.h>", "#ifdef _WIN32", "#if defined(_WIN32)"):
             with self.subTest(line=line):
                 self.assertEqual(told("src/platform/posix/a.cpp", line), [])
-                self.assertEqual(told("casehost/src/a.cpp", line), [])
                 self.assertEqual(told("tools/fixtop/a.cpp", line), [])
                 self.assertEqual(len(told("src/framework/a.cpp", line)), 1)
+
+    def test_operating_system_has_one_place_in_the_case_host(self):
+        for line in ("#include <windows.h>", "#include <unistd.h>", "#ifdef _WIN32"):
+            with self.subTest(line=line):
+                for platform in ("posix", "windows"):
+                    self.assertEqual(told(f"casehost/files/{platform}/a.cpp", line), [])
+                for name in ("casehost/files/a.cpp", "casehost/files/posix/a.h",
+                             "casehost/files/linux/a.cpp", "casehost/json/posix/a.cpp"):
+                    self.assertEqual(len(told(name, line)), 1, name)
+        self.assertEqual(told("casehost/src/a.cpp", "#include <expat.h>"), [])
+        self.assertEqual(told("casehost/src/a.cpp", include("object_sheet.h")), [])
 
     def test_standard_headers_are_free(self):
         for header in ("string", "cstdint", "filesystem", "system_error"):

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,20 @@ struct WalkCase {
     // The rank of the node reached, -1 when it has none.
     int rank = -1;
 };
+
+// Each walk begins where `from` stands, which is the root.
+void ExpectWalks(FIIterator& from, std::span<const WalkCase> walks) {
+    for (const WalkCase& each : walks) {
+        SCOPED_TRACE(each.path);
+        const auto it = Ref<FIIterator>::Adopt(from.Copy());
+        EXPECT_EQ(each.reached != nullptr, it->SeekPath(Text(each.path)));
+        EXPECT_EQ(each.reached ? each.reached : "Root", PathOf(*it));
+        if (each.rank < 0) continue;
+        FIValue rank;
+        it->GetAttribute(Text("rank"), rank);
+        EXPECT_EQ(each.rank, rank.AsInt());
+    }
+}
 
 TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
     const WalkCase cases[] = {
@@ -96,16 +111,7 @@ TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
         {"a[b", nullptr},
         {"Feed(type)", "Root.Feed", 0},
     };
-    for (const WalkCase& each : cases) {
-        SCOPED_TRACE(each.path);
-        Ref<FIIterator> it = root_.Iterate();
-        EXPECT_EQ(each.reached != nullptr, it->SeekPath(Text(each.path)));
-        EXPECT_EQ(each.reached ? each.reached : "Root", PathOf(*it));
-        if (each.rank < 0) continue;
-        FIValue rank;
-        it->GetAttribute(Text("rank"), rank);
-        EXPECT_EQ(each.rank, rank.AsInt());
-    }
+    ExpectWalks(*it_, cases);
 }
 
 TEST_F(PathEvaluation, failed_walks_leave_the_iterator_and_its_variables) {
@@ -150,16 +156,7 @@ TEST_F(PathEvaluation, variables_stand_for_names_counts_and_values) {
         {"*[(type)=\"%missing\"]", nullptr},
         {"Column.%name", nullptr},
     };
-    for (const WalkCase& each : cases) {
-        SCOPED_TRACE(each.path);
-        const auto it = Ref<FIIterator>::Adopt(it_->Copy());
-        EXPECT_EQ(each.reached != nullptr, it->SeekPath(Text(each.path)));
-        EXPECT_EQ(each.reached ? each.reached : "Root", PathOf(*it));
-        if (each.rank < 0) continue;
-        FIValue rank;
-        it->GetAttribute(Text("rank"), rank);
-        EXPECT_EQ(each.rank, rank.AsInt());
-    }
+    ExpectWalks(*it_, cases);
 }
 
 TEST_F(PathEvaluation, names_and_counts_resolve_as_written_or_by_variable) {

@@ -266,6 +266,11 @@ TEST(FileSearch, finds_files_of_the_working_directory) {
     EXPECT_EQ(FindFileOnPath(folder.File("other.xml")), "");
     EXPECT_EQ(FindFileOnPath(""), "");
     EXPECT_EQ(FindFileOnPath(folder.Path().string()), "") << "a folder is no file";
+    EXPECT_TRUE(FileExists(folder.File(name)));
+    EXPECT_FALSE(FileExists(folder.File("other.xml")));
+    EXPECT_FALSE(FileExists(folder.Path().string())) << "a folder is no file";
+    EXPECT_FALSE(FileExists(""));
+    EXPECT_FALSE(FileExists("\xff\xfe")) << "no UTF-8";
 }
 
 TEST(FileSearch, prefers_the_folder_of_the_program) {

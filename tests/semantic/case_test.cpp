@@ -67,11 +67,12 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
     EXPECT_EQ(
         "Raw Gas, Tail Gas, Mixed Gas, Chilled Gas, Cold Gas, Cold Liquid, Expanded Gas, Warm Gas, "
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
-        "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate",
+        "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
+        "Distillate, Bottoms",
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
-    EXPECT_EQ((Elements{{"Stabiliser", "(NULL)"}}), ReadList(CTFlowsheets, *it));
+    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves", NamesOf(ReadList(CTFlowsheets, *it)));
     EXPECT_EQ("Sales Gas Envelope", NamesOf(ReadList(CTPhaseEnvelopes, *it)));
     EXPECT_EQ("Condensate Curve", NamesOf(ReadList(CTDistillationCurves, *it)));
     EXPECT_EQ((Elements{{"MIX-100", "QSIMixer"},
@@ -84,7 +85,12 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
                         {"E-101", "QSIHeatExchanger"},
                         {"TEE-100", "QSITee"},
                         {"P-100", "QSIPump"},
-                        {"E-102", "QSIHeaterCooler"}}),
+                        {"E-102", "QSIHeaterCooler"},
+                        {"T-100", "QSIDistillationColumn"},
+                        {"PL-100", "QSIPipe"},
+                        {"CRV-100", "QSIConversionReactor"},
+                        {"ERV-100", "QSIEquilibriumReactor"},
+                        {"GBR-100", "QSIGibbsReactor"}}),
               ReadList(CTUnitOperations, *it));
     EXPECT_EQ(1, it->Depth());
 }

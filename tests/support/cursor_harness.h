@@ -70,6 +70,31 @@ struct CursorFamily {
     bool ReportsEndAt(int position) const { return position == reports_end_at.value_or(Count()); }
 };
 
+// A family of the host adapter, made by the context of its list: the entry at its end is the shared
+// empty one.
+inline CursorFamily HostFamily(const char* name, FIContext& context, std::vector<std::string> keys,
+                               FIContext* empty = nullptr) {
+    CursorFamily family;
+    family.name = name;
+    family.make = [&context] { return context.MakeCursor(kChildCursor); };
+    if (empty) family.make_empty = [empty] { return empty->MakeCursor(kChildCursor); };
+    family.keys = std::move(keys);
+    family.entry_at_end = EntryAtEnd::kEmptyEntry;
+    return family;
+}
+
+// One that walks a list of the host's: off the list it goes back to the first.
+inline CursorFamily HostListFamily(const char* name, FIContext& context,
+                                   std::vector<std::string> keys,
+                                   FIContext* empty = nullptr) {
+    CursorFamily family = HostFamily(name, context, std::move(keys), empty);
+    const int last = family.Count() - 1;
+    family.past_end = family.off_last = family.back_again = SeekOutcome{false, 0};
+    family.to_end = SeekOutcome{true, last};
+    family.to_last = SeekOutcome{true, last - 1};
+    return family;
+}
+
 namespace cursor_harness {
 
 // A cursor class of its own, with which no other compares.

@@ -3,6 +3,9 @@
 // Short words for tests of host nodes: attributes as text, children by name, a var set of the
 // test's.
 
+#include <gtest/gtest.h>
+
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -10,6 +13,8 @@
 #include "framework/attr_map.h"
 #include "framework/ref.h"
 #include "framework/var_set.h"
+
+using Names = std::vector<std::string>;
 
 // "(NULL)" for NULL; a kind other than text is told: "INT 1", "REAL 2.5".
 inline std::string Shown(const FIValue& value) {
@@ -55,8 +60,8 @@ Ref<FIEntry> Child(Parent& parent, const char* name) {
 }
 
 template <class Parent>
-std::vector<std::string> ChildNames(Parent& parent) {
-    std::vector<std::string> names;
+Names ChildNames(Parent& parent) {
+    Names names;
     Ref<FICursorBase> cursor = ChildrenOf(parent);
     for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {
         names.push_back(NameOf(*Ref<FIEntry>::Adopt(cursor->GetEntry())));
@@ -65,8 +70,8 @@ std::vector<std::string> ChildNames(Parent& parent) {
 }
 
 // The attributes that an entry shows, in order.
-inline std::vector<std::string> ShownRows(FIAttributeSource& source) {
-    std::vector<std::string> names;
+inline Names ShownRows(FIAttributeSource& source) {
+    Names names;
     auto cursor = Ref<FIAttributeCursorBase>::Adopt(source.MakeCursor());
     for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {
         FIValue name;
@@ -76,22 +81,22 @@ inline std::vector<std::string> ShownRows(FIAttributeSource& source) {
     return names;
 }
 
-inline std::vector<std::string> ShownRows(FIEntry& entry) {
+inline Names ShownRows(FIEntry& entry) {
     auto source = Ref<FIAttributeSource>::Adopt(entry.GetAttributeSource());
     return ShownRows(*source);
 }
 
 // All rows of a family's table, shown or not.
 template <class T>
-std::vector<std::string> AllRows() {
-    std::vector<std::string> names;
+Names AllRows() {
+    Names names;
     for (const AttrRow<T>& row : T::AttributeRows()) names.push_back(row.name);
     return names;
 }
 
 // The 27 standard names and the given ones behind them.
-inline std::vector<std::string> StandardRowsAnd(std::vector<std::string> more) {
-    std::vector<std::string> names = {"id",
+inline Names StandardRowsAnd(Names more) {
+    Names names = {"id",
                                       "value",
                                       "dimension",
                                       "uom",
@@ -122,12 +127,33 @@ inline std::vector<std::string> StandardRowsAnd(std::vector<std::string> more) {
     return names;
 }
 
+// What a number with a unit shows, be it a variable or an element of an array.
+inline const Names kNumberRows = {
+    "id",           "value",           "dimension",          "uom",
+    "can_enter",    "uom_options",     "browser_name",       "type",
+    "container",    "container_category", "container_type",  "display_name",
+    "isleaf",       "has_children",    "upper_limit",        "lower_limit",
+    "status",       "is_container",    "moniker",            "attachments",
+    "skipcorrelations", "skipattachments"};
+
 // What GetKeyValue answers: "key|rest", or "(NULL)|path".
 inline std::string KeyAndRest(FIContext& context, const char* path) {
     FIValue key("left over");
     const char* rest = nullptr;
     context.GetKeyValue(path, key, &rest);
     return Shown(key) + "|" + (rest ? rest : "(null)");
+}
+
+// What paths in the host's notation answer to GetKeyValue.
+struct HostPath {
+    const char* path;
+    const char* answer;
+};
+
+inline void ExpectKeys(FIContext& context, std::initializer_list<HostPath> paths) {
+    for (const HostPath& each : paths) {
+        EXPECT_EQ(each.answer, KeyAndRest(context, each.path)) << each.path;
+    }
 }
 
 class TestVarSet final : public FIVarSet {

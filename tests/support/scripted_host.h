@@ -558,8 +558,9 @@ class Host final : public host::HostServices {
         const std::string own = to->GetName().Str();
         return host::Text(full ? "/" + own + "(" + own + ")" : "/" + own);
     }
-    void GetVariableStatus(host::Viewable*, const host::VarDescription& variable,
+    void GetVariableStatus(host::Viewable* object, const host::VarDescription& variable,
                            host::ModifyState& state, int&) override {
+        status_asked_of = object;
         const auto found = states.find(variable.GetFilledMoniker().Str());
         if (found != states.end()) state = static_cast<host::ModifyState>(found->second);
     }
@@ -622,6 +623,8 @@ class Host final : public host::HostServices {
     bool always_from_case = true;
     std::map<host::Viewable*, std::string> monikers;
     std::map<std::string, int> states;
+    // The object whose variable the state was last asked of.
+    const host::Viewable* status_asked_of = nullptr;
     VariableTypes variable_types;
     bool knows_types = true;
     // Variable types by moniker.

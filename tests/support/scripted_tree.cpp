@@ -190,6 +190,7 @@ public:
         });
         if (found == all.end()) return false;
         all.erase(found);
+        if (node_.on_unsubscribe) node_.on_unsubscribe(kind);
         return true;
     }
     void SetValue(const FIValue& value, int mode, FIValue& out) override {

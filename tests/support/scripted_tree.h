@@ -77,6 +77,8 @@ public:
     // Cursors answer false to a move from where they stand, though they do it.
     bool denies_moves = false;
     std::vector<Subscription> subscriptions;
+    // Called when a subscription is given back.
+    std::function<void(int kind)> on_unsubscribe;
     // Called by every read and by every write before it is answered.
     std::function<void(FIVarSet*, const std::string& attribute)> on_read;
     std::function<void(FIVarSet*, const std::string& attribute)> on_write;

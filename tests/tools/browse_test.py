@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from small_case import STREAMS, UNITS, write_small_case
+from small_case import STREAMS, UNITS, of_kind, small_case, write_case, write_small_case
 from support import DONE, FAILED, ProgramTest, run
 
 FEED = STREAMS + ".Feed 1"
@@ -23,6 +23,52 @@ Feed 1  (MaterialStreamObject)
   Say &quot;so&quot; = 4.5
   Third = 0.333333333333
 """
+
+
+RING_TREE = """\
+UnitOps  (UnitOps)
+  A  (MixerOpObject)
+    To -> B
+    Self -> A
+  B  (MixerOpObject)
+    To -> A
+  T  (TemplateOpObject)
+    Streams  (Streams)
+    UnitOps  (UnitOps)
+      In  (MixerOpObject)
+        Up -> T
+        Out -> A
+    Utilities  (Utilities)
+    Reactions  (Reactions)
+"""
+
+
+def attached(name, kind="MixerOpObject", **to):
+    return {"name": name, "type": kind,
+            "variables": {key: of_kind("attachment", path) for key, path in to.items()}}
+
+
+class Rings(ProgramTest):
+    """Objects that are attached to each other, and to the one that they stand in."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        group = {**attached("T", "TemplateOpObject"),
+                 "flowsheet": {"objects": [attached("In", Up="/T", Out="/A")]}}
+        objects = [attached("A", To="B", Self="A"), attached("B", To="A"), group]
+        cls.case = write_case(cls.folder, "ring.json",
+                              {**small_case(), "flowsheet": {"objects": objects}})
+
+    def test_tree_shows_each_object_once(self):
+        self.check(run("tree", self.case, UNITS), DONE, RING_TREE, "")
+
+    def test_path_goes_round_once(self):
+        for steps, name in ((".To", "B"), (".To.To", "A"), (".To.To.To", "B")):
+            self.check(run("get", self.case, UNITS + ".A" + steps), DONE, name + "\n", "")
+        self.check(run("ls", self.case, UNITS + ".A.To.To"), DONE, "To\nSelf\n", "")
+        self.check(run("ls", self.case, UNITS + ".A.To.To.To"), DONE, "", "")
+        self.check(run("ls", self.case, UNITS + ".A.Self.Self"), DONE, "", "")
 
 
 class Browse(ProgramTest):

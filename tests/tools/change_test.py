@@ -1,10 +1,12 @@
 """set, solve, watch and saving, on the case that the program carries."""
 
 import json
+import os
+import subprocess
 import unittest
 
 from small_case import STREAMS as SMALL_STREAMS, write_small_case
-from support import DONE, FAILED, UNREADABLE, ProgramTest, run
+from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
 STREAMS = "appModel.FlowSheetObjects.Streams"
 UNITS = "appModel.FlowSheetObjects.UnitOps"
@@ -108,6 +110,26 @@ class Solve(ProgramTest):
             result = self.check(run("solve", "demo", "--save", self.folder / name), UNREADABLE)
             self.assertIn(name.rsplit("/", maxsplit=1)[-1], result.err)
             self.assertEqual(1, result.err.count("\n"), result)
+
+
+    @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a limit on the size of files")
+    def test_full_disk_leaves_the_old_file(self):
+        import resource  # only where the system has it
+        folder = self.folder / "full"
+        folder.mkdir()
+        file = folder / "full.json"
+        file.write_text("the old file", encoding="utf-8")
+
+        def fill_the_disk():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (5000, 5000))
+
+        done = subprocess.run(PROGRAM + ["solve", "demo", "--save", str(file)], check=False,
+                              capture_output=True, timeout=600, preexec_fn=fill_the_disk,
+                              restore_signals=False)
+        self.assertEqual(UNREADABLE, done.returncode, done)
+        self.assertIn("full.json: can't be written: ", done.stderr.decode())
+        self.assertEqual("the old file", file.read_text(encoding="utf-8"))
+        self.assertEqual([file], list(folder.iterdir()))
 
 
 class Watch(ProgramTest):

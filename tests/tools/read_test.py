@@ -101,5 +101,27 @@ class Read(ProgramTest):
         self.assertLess(took, 60)
 
 
+class HostPaths(ProgramTest):
+    def test_monikers_are_paths_from_everywhere(self):
+        streams = "appModel.FlowSheetObjects.Streams"
+        paths = [f"{streams}.Raw Gas.Temperature", f'{streams}."Raw Gas"."Comp Mole Frac".Methane',
+                 "appModel.FlowSheetObjects.UnitOps.E-100.Duty",
+                 "appModel.FlowSheetObjects.UnitOps.Stabiliser.UnitOps.V-201.Pressure Drop"]
+        monikers = run("get", "demo", *paths, "--attr", "moniker").lines
+        self.assertEqual(4, len(monikers))
+        values = self.check(run("get", "demo", *paths), DONE, err="").out
+        self.check(run("get", "demo", *monikers), DONE, values, "")
+        for place in ("appModel", streams):
+            lines = [f"cd {place}"] + [f"get '{moniker}'" for moniker in monikers]
+            self.check(run("shell", "demo", stdin="\n".join(lines) + "\n"), DONE, values, "")
+        self.check(run("get", "demo", "/FlowSht.1/StreamObject.400(No Gas):Double.201"), FAILED, "")
+
+    def test_names_of_elements_stand_in_them(self):
+        for path in ("/FlowSht.1/StreamObject.400(Raw Gas):Double.501.2",
+                     "/FlowSht.1/StreamObject.400(Raw Gas)/:Double.501(Methane)"):
+            self.check(run("get", "demo", path), DONE, "0.75\n", "")
+            self.check(run("get", "demo", path, "--attr", "id"), DONE, "Methane\n", "")
+
+
 if __name__ == "__main__":
     unittest.main()

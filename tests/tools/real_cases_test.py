@@ -3,10 +3,15 @@
 import csv
 import math
 import unittest
+import zipfile
+from xml.etree import ElementTree
 
 from support import CASES, DONE, ProgramTest, run
 
-STREAMS = "appModel.FlowSheetObjects.Streams"
+FLOWSHEET = "appModel.FlowSheetObjects"
+STREAMS = FLOWSHEET + ".Streams"
+UNITS = FLOWSHEET + ".UnitOps"
+STREAM_CLASSES = {"MaterialStream", "EnergyStream"}
 # Property of the table, variable, and unit of the table's numbers as the program calls it.
 PROPERTIES = {
     "T": ("Temperature", "K"),
@@ -23,9 +28,46 @@ def quoted(name):
 
 
 def rows_of(table):
+    return [row for row in all_rows_of(table) if row["type"] in STREAM_CLASSES]
+
+
+def all_rows_of(table):
     with open(table, encoding="utf-8", newline="") as file:
-        return [row for row in csv.DictReader(file)
-                if row["type"] in ("MaterialStream", "EnergyStream")]
+        return list(csv.DictReader(file))
+
+
+def tags_in_table(table):
+    """(streams, unit operations) that the table names, each sorted."""
+    tags = {row["tag"]: row["type"] in STREAM_CLASSES for row in all_rows_of(table)}
+    return [sorted(tag for tag, is_stream in tags.items() if is_stream == wanted)
+            for wanted in (True, False)]
+
+
+def tags_in_file(case):
+    """The same, as the document in the archive tells them."""
+    with zipfile.ZipFile(case) as archive:
+        name, = [entry for entry in archive.namelist() if entry.endswith(".xml")]
+        root = ElementTree.fromstring(archive.read(name).decode("utf-8-sig"))
+    classes = {each.findtext("Name"): each.findtext("Type").rsplit(".", maxsplit=1)[-1]
+               for each in root.find("SimulationObjects")}
+    tags = [(each.findtext("Tag"), classes[each.findtext("Name")] in STREAM_CLASSES)
+            for each in root.find("GraphicObjects")]
+    return [sorted(tag for tag, is_stream in tags if is_stream == wanted)
+            for wanted in (True, False)]
+
+
+def children_in_tree(lines, branch):
+    """Names of the children of `branch`, a line of the tree with its indentation."""
+    start = lines.index(branch)
+    indent = len(branch) - len(branch.lstrip())
+    names = []
+    for line in lines[start + 1:]:
+        depth = len(line) - len(line.lstrip())
+        if depth <= indent:
+            break
+        if depth == indent + 2:
+            names.append(line.strip().rsplit("  (", maxsplit=1)[0])
+    return sorted(names)
 
 
 @unittest.skipUnless(CASES.is_dir(), f"no sample cases in {CASES}")
@@ -70,12 +112,21 @@ class RealCases(ProgramTest):
                 compared += len(rows)
         self.assertGreater(compared, 100)
 
-    def test_all_stream_names(self):
+    def test_every_tag_stands_at_its_place(self):
+        found = 0
         for table in sorted(CASES.glob("*.csv")):
+            case = table.with_suffix(".dwxmz")
             with self.subTest(table.stem):
-                names = list(dict.fromkeys(row["tag"] for row in rows_of(table)))
-                listed = self.check(run("ls", table.with_suffix(".dwxmz"), STREAMS), DONE, err="")
-                self.assertEqual(sorted(names), sorted(listed.lines))
+                streams, units = tags_in_file(case)
+                self.assertEqual([streams, units], tags_in_table(table))
+                tree = self.check(run("tree", case, FLOWSHEET, "--depth", "2"), DONE, err="").lines
+                for tags, path, branch in ((streams, STREAMS, "  Streams  (Streams)"),
+                                           (units, UNITS, "  UnitOps  (UnitOps)")):
+                    listed = self.check(run("ls", case, path), DONE, err="")
+                    self.assertEqual(tags, sorted(listed.lines))
+                    self.assertEqual(tags, children_in_tree(tree, branch))
+                    found += len(tags)
+        self.assertGreater(found, 50)
 
     def test_every_found_path_can_be_read(self):
         for case in sorted(CASES.glob("*.dwxmz")):

@@ -4,6 +4,7 @@ import re
 import subprocess
 import unittest
 
+from small_case import small_case, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
 WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
@@ -69,6 +70,19 @@ class Unreadable(ProgramTest):
         for content in ("[]", "3", "null", '{"foo": 1}'):
             with self.subTest(content):
                 self.names_the_file(self.file("shape.json", content))
+
+    def test_json_nested_without_end(self):
+        for opening in ("[", '{"a":', '[{"a":'):
+            with self.subTest(opening):
+                self.names_the_file(self.file("deep.json", opening * 100_000), "deep.json:1: /",
+                                    "nested deeper than 64 levels")
+
+    def test_flowsheet_that_is_named_instead_of_held(self):
+        inner = {"name": "U", "type": "TemplateOpObject", "flowsheet": "T"}
+        outer = {"name": "T", "type": "TemplateOpObject", "flowsheet": {"objects": [inner]}}
+        case = {**small_case(), "flowsheet": {"objects": [outer]}}
+        self.names_the_file(write_case(self.folder, "ring.json", case),
+                            "/flowsheet/objects/0/flowsheet/objects/0/flowsheet: expected an object")
 
     def test_no_archive(self):
         self.names_the_file(self.file("broken.dwxmz", b"PK\x03\x04" + b"\0" * 60))

@@ -58,7 +58,8 @@ struct Located {
     std::string attribute;  // empty when the path names none
 };
 
-// Looks a path up from where the session stands, then from the top. On failure `problem` is the
+// Looks a path up from where the session stands, then from the top; a host's own path too, such as
+// "/FlowSht.1/StreamObject.400(Feed):Double.201". On failure `problem` is the
 // parse error, or "no such node: " and the path with what was found of it and names that are near.
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem);
 

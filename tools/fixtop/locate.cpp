@@ -1,3 +1,5 @@
+#include <array>
+
 #include "case_session.h"
 #include "near_names.h"
 
@@ -7,6 +9,12 @@ std::string Joined(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names) text += (text.empty() ? "" : ", ") + QuotedName(name);
     return text;
+}
+
+// A path may also be one of the host's own, as the attribute moniker shows it.
+NodeRef OpenHostPath(FIIteratorBase& start, const std::string& path) {
+    if (!path.starts_with('/')) return NodeRef();
+    return NodeRef::Adopt(start.OpenAttribute(FIValue(path.c_str())));
 }
 
 }  // namespace
@@ -28,10 +36,14 @@ std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
 }
 
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem) {
-    const FIValue expression(path.c_str());
+    const std::array starts = {CopyOf(session.Here()), session.Top()};
+    for (const NodeRef& start : starts) {
+        if (const NodeRef node = OpenHostPath(*start, path)) return Located{node, ""};
+    }
     problem = ParseError(path);
     if (!problem.empty()) return std::nullopt;
-    for (NodeRef node : {CopyOf(session.Here()), session.Top()}) {
+    const FIValue expression(path.c_str());
+    for (const NodeRef& node : starts) {
         if (!node->SeekPath(expression)) continue;
         const bool has_parentheses = path.find('(') != std::string::npos;
         std::string attribute = has_parentheses ? SplitPath(path).back().attribute : "";

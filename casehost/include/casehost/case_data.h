@@ -51,6 +51,13 @@ struct VariableSpec {
     bool operator==(const VariableSpec&) const = default;
 };
 
+// Elements of an array, 1 for a scalar.
+inline std::size_t ElementCount(const VariableSpec& spec) {
+    std::size_t count = 1;
+    for (const DimensionData& each : spec.dimensions) count *= static_cast<std::size_t>(each.count);
+    return count;
+}
+
 // One value: a number (ordinal of an enumeration), a text, or the path of the attached object.
 struct ValueData {
     double number = kEmpty;

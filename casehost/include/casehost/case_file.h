@@ -4,7 +4,8 @@
 //
 // Reading is strict: whatever is not as the format says is a problem that names file, line and JSON
 // path, and no case comes out. Writing loses nothing and is atomic: a file beside the target is
-// written, flushed and renamed over it.
+// written, and takes the target's place once the disk has it. A save that fails leaves the old file
+// as it was and nothing beside it.
 
 #include <string>
 #include <string_view>

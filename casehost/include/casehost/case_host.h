@@ -81,6 +81,8 @@ class CaseHost {
 
     // What the module told the host, for the host's own windows.
     unsigned long ViewUpdates() const;
+    // What SetConfigData keeps under a key; kEmpty when there is nothing.
+    double ConfigData(const std::string& key) const;
 
  private:
     class ServicesImpl;

@@ -27,6 +27,7 @@ class Script {
         spec_source,
         sub_flowsheet,
         solver,
+        active_solver,
         basis,
         reactions,
         data_tables,

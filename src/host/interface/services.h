@@ -4,6 +4,8 @@
 // the module needs of a simulator hangs on the objects that these functions hand out.
 //
 // Threads: every call comes on the thread that runs the simulation.
+// Ownership: pointers that are handed out belong to the host unless a comment says otherwise.
+// Failure: a null, an empty text or the empty real, never an exception.
 
 #include <cstddef>
 
@@ -29,22 +31,22 @@ class HostServices {
 public:
     // Units. Records and names live as long as the host.
 
-    // Index of the case's current unit set.
+    // Index of the active case's unit set; 0 when none is open.
     virtual unsigned DefaultUnits() = 0;
     // Default unit of a unit type in a set; null for a type without units.
     virtual const UnitRecord* def_unit(VarType type, unsigned set) = 0;
     // Unit by name within a unit type; null when the type has no such unit.
     virtual const UnitRecord* findunit(const char* name, VarType type) = 0;
-    // User unit to internal unit, and back.
+    // User unit to internal unit, and back. The empty real stays empty; without a unit nothing changes.
     virtual double calc_unit(double value, const UnitRecord* unit) = 0;
     virtual double calc_ounit(double value, const UnitRecord* unit) = 0;
-    // Name of a unit type, such as "Temperature".
+    // Name of a unit type, such as "Temperature"; empty for a type without units, never null.
     virtual const char* utypetoa(VarType type) = 0;
     // Unit type of a variable type; kVariableUnitType when there is none.
     virtual VarType GetUnitConvTypeFromVarType(VariableType type) = 0;
     // Variable type from a unit text; kEmptyDimensionMarker when no type has such a unit.
     virtual VariableType GetVarTypeFromUnitString(const char* unit) = 0;
-    // Walks the names of the units of a type; an empty text ends the walk.
+    // Walks the names of the units of a type, one walk at a time; an empty text ends the walk.
     virtual void UnitConvList(VarType type) = 0;
     virtual Text GetFirstConvName() = 0;
     virtual Text GetNextConvName() = 0;
@@ -52,7 +54,7 @@ public:
     // Objects and variables.
 
     // Moniker of `to` seen from `from`; a null `from` means the case. `full` names every owner on
-    // the way with its name in parentheses.
+    // the way with its name in parentheses. Empty when `to` is no object of a case.
     virtual Text RelativeMoniker(Viewable* from, Viewable* to, bool full) = 0;
     // State of a variable of `object`; may leave both out values as the caller preset them.
     virtual void GetVariableStatus(Viewable* object, const VarDescription& variable,
@@ -61,25 +63,31 @@ public:
     // "HovexCorrelationObject".
     virtual const ObjectTypeInfo* FindObjectType(const Text& class_name) = 0;
     virtual const ObjectTypeRecords& ObjectTypes() = 0;
+    // Null when the host keeps no table of its variable types.
     virtual VariableTypes* pVarTypes() = 0;
     // Facts of a variable that is known by its moniker alone; false when the host does not know it.
     virtual bool DescribeMoniker(const Text& moniker, VarDescription::Facts& out) = 0;
 
-    // Specifications: an empty info, and its end.
+    // Specifications: an empty info for the caller, and its end, which takes null as well.
     virtual CSpecInfo* NewSpecInfo() = 0;
     virtual void DeleteSpecInfo(CSpecInfo* info) = 0;
 
     // The application.
 
+    // Null when the application has no session.
     virtual Session* pSession() = 0;
     // Refresh of open views; null means all.
     virtual void UpdateViews(Viewable* object) = 0;
+    // Keeps a number of the host's configuration under a key, in place of an earlier one; `flag` is
+    // the host's own.
     virtual void SetConfigData(const char* key, double value, bool flag) = 0;
+    // A number as the host writes it; empty for the empty real.
     virtual Text NumToText(double value) = 0;
-    // Yields once to the host's message loop.
+    // Yields once to the host's message loop. Model callbacks and deletions may come in the meantime.
     virtual void WaitForTurn(unsigned long milliseconds) = 0;
 
-    // The host's heap, for containers that host and adapter share.
+    // The host's heap, for containers that host and adapter share. A null block is none, and a host
+    // without memory ends the call by its own means rather than answer null.
     virtual void* IFace_malloc(std::size_t size) = 0;
     virtual void* IFace_realloc(void* block, std::size_t size) = 0;
     virtual void IFace_free(void* block) = 0;

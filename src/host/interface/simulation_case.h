@@ -13,7 +13,10 @@ class SimulationCase;
 
 class FlowSheet : public Viewable {
 public:
+    // In the host's own list order, off the list at first.
     virtual FlowSheetObjectIterator Objects() = 0;
+    // The solver that computes this flowsheet, which may be that of the whole case; null when there
+    // is none.
     virtual FlowSheetSolver* Solver() = 0;
 
 protected:
@@ -27,19 +30,24 @@ class FlowSheetSolver : public Viewable {
 public:
     // Sets the hold state: a holding solver starts nothing by itself.
     virtual void Holding(bool hold) = 0;
+    // Values are stale, or the last solve did not complete.
     virtual bool NeedsToRun() = 0;
+    // A solve has begun and not ended; a queued one has not begun.
     virtual bool IsSolving() = 0;
-    // Starts a solve and returns; the solve goes on in later turns.
+    // Starts a solve and returns; the solve goes on in later turns. How it ended is told by
+    // NeedsToRun.
     virtual void SolveTask() = 0;
     // One blocking pass.
     virtual void SolveOnce() = 0;
 
     virtual bool IsHolding() = 0;
-    // The wait loops give up.
+    // The user wants it stopped: the wait loops give up.
     virtual bool Stop() = 0;
+    // Something of a solve is still to be done, its end included.
     virtual bool Busy() = 0;
     // A solve is queued.
     virtual bool Pending() = 0;
+    // The user wants it paused.
     virtual bool PauseRequested() = 0;
     // A solve has just ended.
     virtual bool Finished() = 0;
@@ -70,8 +78,8 @@ protected:
     ~BasisManager() = default;
 };
 
-// Notifications of the running model, in the manner of a component interface: counted, slots in this
-// order. QueryInterface answers 0 and a counted pointer, or a negative code and null.
+// Notifications of the running model, implemented by the module in the manner of a component
+// interface: counted, slots in this order. QueryInterface answers 0 and a counted pointer, or a negative code and null.
 class IModelCallback {
 public:
     virtual long QueryInterface(const void* interface_id, void** out) = 0;
@@ -91,9 +99,10 @@ protected:
 // A published real-time variable.
 class RTIVariable : public Viewable {
 public:
-    // In internal units.
+    // In internal units; the empty real when it has none. The host may refuse a store silently.
     virtual double GetValue() = 0;
     virtual void SetValue(double value) = 0;
+    // Name of a unit of its quantity; empty when it has none.
     virtual Text UnitText() = 0;
 
 protected:
@@ -117,8 +126,11 @@ protected:
 
 class Document {
 public:
+    // Valid until the name is set again.
     virtual const FileName& GetDocumentName() = 0;
     virtual void SetDocumentName(const FileName& name) = 0;
+    // Writes the document under its name; false when it was not written, the file on the disk being
+    // what it was.
     virtual bool Save() = 0;
     // Whether the document is shown by the application.
     virtual bool IsVisible() = 0;
@@ -129,6 +141,7 @@ protected:
 
 class SimulationCase : public Viewable, public Document {
 public:
+    // Null while the case has none.
     virtual FlowSheet* MainFlowSheet() = 0;
     // Null when the case has no basis.
     virtual BasisManager* Basis() = 0;
@@ -139,6 +152,8 @@ public:
     // The case is in dynamics when either of the two answers true.
     virtual bool Dynamic() = 0;
     virtual bool SimCaseDynamic() = 0;
+    // The solver of the main flowsheet, and the one that is at work or would be; null when there is
+    // none.
     virtual FlowSheetSolver* MainSolver() = 0;
     virtual FlowSheetSolver* ActiveSolver() = 0;
     // Null when the case is not connected.
@@ -153,6 +168,7 @@ struct WindowPlacement {
     int show_state = 0;
 };
 
+// The application's main window.
 class ApplicationForm {
 public:
     virtual void GetWindowPlacement(WindowPlacement& out) = 0;
@@ -168,8 +184,10 @@ public:
     virtual SimulationCase* ActiveCase() = 0;
     // Null when the application has no window.
     virtual ApplicationForm* GetAppForm() = 0;
-    // Hides or shows a document; a hidden document is no longer the active case.
+    // Hides or shows a document; a hidden document is no longer the active case. False when it is
+    // none of the session's.
     virtual bool HideDocument(Document* document, bool hide) = 0;
+    // What the session calls itself; `full` adds its documents.
     virtual Text SessionText(bool full) = 0;
 
 protected:

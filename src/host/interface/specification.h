@@ -12,7 +12,8 @@ namespace host {
 
 class ArraySetBlock;
 
-// How the host fills a specification. Owned by the adapter.
+// How the host fills a specification, which of it and whether as in dynamics: passed on to the host's
+// reader, which may disregard any of them. Owned by the adapter.
 struct CaseReaderOptions {
     bool dynamics = false;
     bool first = true;
@@ -24,10 +25,11 @@ struct CaseReaderOptions {
 class ProcessVariable {
 public:
     virtual bool CanSpecify() = 0;
+    // Store in internal units; the empty real takes the value away. The host may refuse silently.
     virtual void SetSpecified(double value) = 0;
     virtual void SetCalculated(double value) = 0;
 
-    double value = kEmptyReal;
+    double value = kEmptyReal;  // internal units
     // Bits 0-1 adjustable, 2-3 specified, 4-5 holds a value.
     unsigned status_bits = 0;
 
@@ -53,26 +55,27 @@ protected:
 // Offered by objects that have a specification view.
 class CSpecSource {
 public:
-    // Fills an info that has its owner set; false when there is nothing to show.
+    // Fills an info that has its owner set, in place of what it held; false when it has no owner or
+    // there is nothing to show.
     virtual bool FillSpecInfo(CSpecInfo* info) = 0;
 
 protected:
     ~CSpecSource() = default;
 };
 
-// One element. Pointers belong to the host.
+// One element. Pointers belong to the host and are good until the info is filled again or deleted.
 struct CSpecElement {
     ProcessVariable* process_variable = nullptr;
-    void* status_holder = nullptr;
-    CSpecInfo* child = nullptr;
+    void* status_holder = nullptr;  // not null: a status element
+    CSpecInfo* child = nullptr;     // a sub-specification
     bool custom = false;
-    Text moniker;
+    Text moniker;  // of the variable, which tells its unit type
     Viewable* attached_object = nullptr;
-    Text tag;
+    Text tag;  // the element's name
     Text value_text;
-    double number = kEmptyReal;
+    double number = kEmptyReal;  // internal units
     ArraySetBlock* array_set = nullptr;
-    Text extra_text;
+    Text extra_text;  // a document behind the element; whether it is empty is all that is asked
 };
 
 }  // namespace host

@@ -20,6 +20,10 @@ enum ValueKind : std::int32_t {
     kMessage = 5,
 };
 
+// What a variable of two states holds.
+inline constexpr double FALSEVALUE = 0.0;
+inline constexpr double TRUEVALUE = 1.0;
+
 // How a value came about, out of GetVariableStatus. Any other number means missing.
 enum ModifyState : std::int32_t {
     kCalculated = 0,
@@ -77,7 +81,7 @@ struct UnitRecord {
 // What is known of a variable type beyond its number.
 class VariableInfo {
 public:
-    // The variable type whose units this one uses.
+    // The variable type whose units this one uses, itself when it has its own.
     virtual VariableType UnitLookupType() const = 0;
 
 protected:

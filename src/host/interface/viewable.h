@@ -22,19 +22,22 @@ public:
     // Answers of GetMyStatusCondition; any other number is an error.
     enum Status : int { kOk = 0, kNotSolved = 1, kWarning = 2, kUnderSpecified = 3, kError = 4 };
 
+    // Valid until the object is renamed or gone.
     virtual const Text& GetName() = 0;
     // Value of a real variable in internal units, or the ordinal of an enumerated one; the empty real
     // when it has none.
     virtual double GetRealValue(const VarDescription& variable) = 0;
     // Stores in internal units. The host may refuse silently.
     virtual void SetRealValue(const VarDescription& variable, double value) = 0;
+    // Empty when it has none. Stores may be refused silently, too.
     virtual Text GetTextValue(const VarDescription& variable) = 0;
     virtual void SetTextValue(const VarDescription& variable, Text value) = 0;
-    // The object's variable list, elements VariableNameInfo; null when it has none.
+    // The object's variable list, elements VariableNameInfo; null when it has none. Objects of one
+    // kind may share a list.
     virtual const LinkedList* VariableNames() = 0;
     // The row for a description, null when there is none.
     virtual VariableNameInfo* FindVariableName(const VarDescription& variable) = 0;
-    // Enumeration of an enumerated row.
+    // Enumeration of an enumerated row, never null for one of value kind kEnumeration.
     virtual VarEnumInfo* GetVariableEnum(VariableNameInfo* row) = 0;
     // The object that finally holds a multi-part description; null when the description is an own
     // variable of this object.
@@ -52,6 +55,7 @@ public:
     // Template operations only: the inner flowsheet, null for a plain one.
     virtual FlowSheet* SubFlowSheet() = 0;
 
+    // The record of the object's own class, one for each class: it is compared by address. Never null.
     virtual const ObjectTypeInfo* Type() const = 0;
     virtual Status GetMyStatusCondition() = 0;
     // The object that an attachment variable points at, or null.

@@ -11,6 +11,11 @@ std::string ProgramFolder() {
     return error ? std::string() : program.parent_path().string();
 }
 
+bool FileExists(const std::string& utf8_name) {
+    std::error_code error;
+    return fs::is_regular_file(utf8_name, error);
+}
+
 std::string FindFileOnPath(const std::string& name) {
     if (name.empty()) return {};
     std::error_code error;

@@ -1,0 +1,20 @@
+#pragma once
+
+// Files that survive a crash: what the standard library lacks to know that the disk has them. One
+// source for each platform, chosen by the build.
+
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace casehost::files {
+
+// Writes a file, in place of an earlier one, and comes back when the disk has it. A file that could
+// not be written whole is removed; one that could not be opened is left alone.
+std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text);
+
+// Gives the file `from` the name `to`, in one step over a file that has it. On an error both are as
+// they were.
+std::error_code Replace(const std::filesystem::path& from, const std::filesystem::path& to);
+
+}  // namespace casehost::files

@@ -1,0 +1,47 @@
+// Case files of our own on the disk.
+
+#include "casehost/case_file.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "casehost/file_path.h"
+#include "files/durable.h"
+
+namespace casehost {
+
+ReadResult ReadCaseFile(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(FilePath(path), error);
+    if (error) return {nullptr, {{path, "can't be read: " + error.message()}}};
+    if (size > kMaxCaseFileBytes) {
+        return {nullptr,
+                {{path, "larger than " + std::to_string(kMaxCaseFileBytes >> 20) + " MB"}}};
+    }
+    std::ifstream file(FilePath(path), std::ios::binary);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (!file.read(text.data(), static_cast<std::streamsize>(size))) {
+        return {nullptr, {{path, "can't be read to its end"}}};
+    }
+    return ReadCaseText(path, text);
+}
+
+SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
+    const std::string text = CaseToText(data);
+    const std::filesystem::path beside = FilePath(path + ".part");
+    if (const std::error_code error = files::WriteThrough(beside, text)) {
+        return {false, {path, "can't be written: " + error.message()}};
+    }
+    const std::error_code error = files::Replace(beside, FilePath(path));
+    if (!error) return {true, {}};
+    std::error_code ignored;
+    std::filesystem::remove(beside, ignored);
+    return {false, {path, "can't be replaced: " + error.message()}};
+}
+
+void RegisterCaseFiles() {
+    RegisterReader(".json", ReadCaseFile);
+    RegisterWriter(".json", WriteCaseFile);
+}
+
+}  // namespace casehost

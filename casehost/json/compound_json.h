@@ -1,0 +1,14 @@
+#pragma once
+
+// The constants of one compound in case files.
+
+#include "casehost/case_data.h"
+#include "json/json_text.h"
+#include "json/json_tree.h"
+
+namespace casehost::json {
+
+CompoundData ReadCompound(Tree& tree, const JsonNode& node);
+void WriteCompound(JsonText& text, const CompoundData& compound);
+
+}  // namespace casehost::json

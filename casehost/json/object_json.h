@@ -1,0 +1,36 @@
+#pragma once
+
+// Objects, their ports and the flowsheets inside them in case files.
+
+#include "json/json_text.h"
+#include "json/json_tree.h"
+#include "json/shape_json.h"
+
+namespace casehost::json {
+
+// Reads lists of objects; counts all objects that come through it against kMaxCaseObjects.
+class ObjectReader {
+ public:
+    ObjectReader(Tree& tree, const Shapes& shapes) : tree_(tree), shapes_(shapes) {}
+
+    // `list` may be null.
+    void Read(const JsonNode* list, std::vector<ObjectData>& objects);
+    void ReadFlowsheet(const JsonNode& node, FlowsheetData& flowsheet);
+
+ private:
+    void ReadObject(const JsonNode& node, ObjectData& object);
+    const Shape& ShapeOf(const JsonNode* name);
+    void CheckNames(const JsonNode& list, const std::vector<ObjectData>& objects);
+
+    Tree& tree_;
+    const Shapes& shapes_;
+    std::size_t count_ = 0;
+};
+
+// An array at `depth`, a line for each object.
+void WriteObjects(JsonText& text, const std::vector<ObjectData>& objects, ShapeNames& shapes,
+                  int depth);
+// An object at `depth`.
+void WriteFlowsheet(JsonText& text, const FlowsheetData& flowsheet, ShapeNames& shapes, int depth);
+
+}  // namespace casehost::json

@@ -1,0 +1,139 @@
+// Saving to the disk: whatever goes wrong, the old file stays whole and nothing is left beside it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "case_builder.h"
+#include "casehost/case_file.h"
+#include "live/case.h"
+#include "support/temporary_folder.h"
+
+#ifndef _WIN32
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
+namespace casehost {
+namespace {
+
+constexpr char kOld[] = "the old file\n";
+
+class Saving : public ::testing::Test {
+ protected:
+    void SetUp() override { RegisterCaseFiles(); }
+
+    // The names in the folder, in order.
+    std::vector<std::string> Found() {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TemporaryFolder folder_;
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(Saving, ReplacesTheOldFileAndLeavesNothingBesideIt) {
+    folder_.Write("plant.json", kOld);
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
+    EXPECT_EQ(Found(), Names{"plant.json"});
+}
+
+TEST_F(Saving, TakesNamesWithoutAFolder) {
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), "plant.json"));
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), "plant.json")) << "over the former file";
+    EXPECT_EQ(Found(), Names{"plant.json"});
+}
+
+TEST_F(Saving, ShorterCaseLeavesNothingOfALongerUnfinishedFile) {
+    folder_.Write("plant.json.part", std::string(1'000'000, 'x'));
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
+    EXPECT_EQ(Found(), Names{"plant.json"});
+}
+
+TEST_F(Saving, FolderInTheWayOfTheTargetStays) {
+    std::filesystem::create_directory(folder_.File("plant.json"));
+    folder_.Write("plant.json/inside", kOld);
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.problem.Text().find("plant.json: can't be replaced: "), std::string::npos)
+        << result.problem.Text();
+    EXPECT_EQ(folder_.Read("plant.json/inside"), kOld);
+    EXPECT_EQ(Found(), Names{"plant.json"});
+}
+
+TEST_F(Saving, FileThatCanNotBeBegunChangesNothing) {
+    folder_.Write("plant.json", kOld);
+    std::filesystem::create_directory(folder_.File("plant.json.part"));
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.problem.Text().find("plant.json: can't be written: "), std::string::npos)
+        << result.problem.Text();
+    EXPECT_EQ(folder_.Read("plant.json"), kOld);
+    EXPECT_EQ(Found(), (Names{"plant.json", "plant.json.part"})) << "the folder is not ours";
+    EXPECT_FALSE(WriteCaseFile(test::SmallCase(), folder_.File("missing/plant.json")));
+}
+
+TEST_F(Saving, CaseKeepsItsNameWhenSavingElsewhereFails) {
+    CaseHost host;
+    Case& open = *host.Open(test::SmallCase()).opened;
+    ASSERT_TRUE(host.Save(open, folder_.File("plant.json")));
+    EXPECT_FALSE(host.Save(open, folder_.File("missing/other.json")));
+    EXPECT_EQ(open.GetDocumentName().FullPath().Str(), folder_.File("plant.json"));
+    EXPECT_TRUE(open.Save());
+    std::filesystem::remove(folder_.File("plant.json"));
+    std::filesystem::create_directory(folder_.File("plant.json"));
+    EXPECT_FALSE(open.Save()) << "the document tells it too";
+}
+
+#ifndef _WIN32
+
+// As long as it lives, a file that grows beyond the size is refused as on a full disk.
+class FullDisk {
+ public:
+    explicit FullDisk(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &former_);
+        const rlimit limit{size, former_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &former_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+ private:
+    void (*handler_)(int);
+    rlimit former_{};
+};
+
+TEST_F(Saving, DiskThatFillsUpMidwayLeavesTheOldFile) {
+    const std::size_t size = CaseToText(test::SmallCase()).size();
+    for (const std::size_t room : {std::size_t{0}, std::size_t{1}, size / 2, size - 1}) {
+        folder_.Write("plant.json", kOld);
+        SaveResult result;
+        {
+            const FullDisk full(room);
+            result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+        }
+        EXPECT_FALSE(result) << room;
+        EXPECT_NE(result.problem.Text().find("plant.json: can't be written: "), std::string::npos)
+            << result.problem.Text();
+        EXPECT_EQ(folder_.Read("plant.json"), kOld) << room;
+        EXPECT_EQ(Found(), Names{"plant.json"}) << room;
+    }
+    const FullDisk enough(size);
+    EXPECT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+}
+
+#endif
+
+}  // namespace
+}  // namespace casehost

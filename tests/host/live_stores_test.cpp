@@ -1,0 +1,206 @@
+// Stores into a live case: what is stored is read back, or the refusal is told.
+
+#include <cmath>
+
+#include "host/h_vars_entry.h"
+#include "live_case.h"
+
+namespace {
+
+constexpr char kFlowsheet[] = "FlowSheetObjects.";
+constexpr char kPackage[] = "Basis.FluidPackage.";
+
+class LiveStores : public LiveCase {
+ protected:
+    void SetUp() override { Open("demo"); }
+};
+
+TEST_F(LiveStores, texts_enumerations_and_elements_are_read_back) {
+    struct Case {
+        const char* path;
+        FIValue value;
+        const char* read;
+    };
+    const Case cases[] = {
+        {"Streams.Raw Gas.Temperature", FIValue::OfReal(31.5), "REAL 31.5"},
+        {"Streams.Raw Gas.Temperature", FIValue("32.5"), "REAL 32.5"},
+        {"Streams.Raw Gas.Temperature", FIValue::OfInt(33), "REAL 33"},
+        {"UnitOps.E-100.Notes", FIValue("Ammonia chiller"), "Ammonia chiller"},
+        {"UnitOps.E-100.Notes", FIValue::OfReal(2.5), "2.5"},
+        {"UnitOps.MIX-100.Outlet Pressure Assignment", FIValue("Equalize All"), "Equalize All"},
+        {"UnitOps.PL-100.Correlation", FIValue("Homogeneous"), "Homogeneous"},
+        {"UnitOps.PL-100.Pipe Length.Elem1", FIValue::OfReal(3500), "REAL 3500"},
+        {"UnitOps.PL-100.Pipe Length.Elem1", FIValue(), "(NULL)"},
+        {"UnitOps.PL-100.Meter.Meter Factor", FIValue::OfReal(1.5), "REAL 1.5"},
+        {"UnitOps.CRV-100.Reaction.Elem0", FIValue("Reforming"), "Reforming"},
+        {"UnitOps.K-100.Compressor curve.Elem1.Head.Elem2", FIValue::OfReal(6700), "REAL 6700"},
+    };
+    for (const Case& each : cases) {
+        NodeRef node = At(std::string(kFlowsheet) + each.path);
+        EXPECT_EQ("(NULL)", Store(*node, each.value)) << each.path;
+        EXPECT_EQ(each.read, Read(*node, "value")) << each.path;
+    }
+}
+
+TEST_F(LiveStores, numbers_are_stored_in_the_unit_that_is_shown) {
+    struct Case {
+        const char* path;
+        const char* unit;
+        double value;
+        double internal;
+    };
+    const Case cases[] = {{"Streams.Raw Gas.Temperature", "K", 305.15, 32},
+                          {"Streams.Raw Gas.Pressure", "bar", 59, 5900},
+                          {"UnitOps.PL-100.Pipe Length.Elem0", "km", 1.5, 1500}};
+    for (const Case& each : cases) {
+        NodeRef node = At(std::string(kFlowsheet) + each.path);
+        EXPECT_EQ("(NULL)", StoreAttribute(*node, "uom", FIValue(each.unit))) << each.path;
+        EXPECT_EQ("(NULL)", Store(*node, FIValue::OfReal(each.value))) << each.path;
+        EXPECT_NEAR(each.value, Number(*node), 1e-9) << each.path;
+        EXPECT_NEAR(each.internal, Number(*At(std::string(kFlowsheet) + each.path)), 1e-9);
+    }
+}
+
+TEST_F(LiveStores, process_variables_are_stored_in_three_modes) {
+    struct Case {
+        const char* name;
+        int mode;
+        double value;
+        const char* answer;
+        double read;
+        const char* status;
+    };
+    // In this order: each begins where the one before has ended.
+    const Case cases[] = {
+        {"Vapour Pressure", 1, 910, "(NULL)", 900, "Calculated"},
+        {"Vapour Pressure", 2, 920, "(NULL)", 920, "Calculated"},
+        {"Vapour Pressure", 3, 930, "(NULL)", 920, "Calculated"},
+        {"Vapour Pressure", 0, 940, "(NULL)", 940, "Specified"},
+        {"Vapour Pressure", 1, 950, "(NULL)", 950, "Specified"},
+        {"Vapour Pressure", 2, 960, "(NULL)", 960, "Calculated"},
+        {"Reference Temperature", 0, 26, "Cannot specify this value.", 25, "Specified"},
+    };
+    for (const Case& each : cases) {
+        NodeRef node = At(std::string(kPackage) + each.name);
+        EXPECT_EQ(each.answer, Store(*node, FIValue::OfReal(each.value), each.mode));
+        EXPECT_EQ(each.read, Number(*At(std::string(kPackage) + each.name)))
+            << each.name << " mode " << each.mode;
+        EXPECT_EQ(each.status, Read(*At(std::string(kPackage) + each.name), "status"))
+            << each.name << " mode " << each.mode;
+    }
+}
+
+TEST_F(LiveStores, a_batch_of_fractions_is_normalised_at_its_end) {
+    auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));
+    auto streams = Child(*Child(*Child(*models, "appModel"), "FlowSheetObjects"), "Streams");
+    auto entry = Child(*streams, "Raw Gas");
+    auto array = Child(*entry, "Comp Mole Frac");
+    ASSERT_TRUE(array);
+    const std::string fractions = "FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.";
+    EXPECT_TRUE(entry->CanHold());
+    for (const auto& [name, fraction] :
+         {std::pair("Methane", 1.5), std::pair("Ethane", 0.2), std::pair("CO2", 0.15)}) {
+        EXPECT_EQ("(NULL)", Write(*Child(*array, name), "value", FIValue::OfReal(fraction)));
+    }
+    EXPECT_EQ(1.5, Number(*At(fractions + "Methane"))) << "not divided before the end";
+    entry->BeginBatch();
+    // 0.02 + 0.15 + 1.5 + 0.2 + 0.06 + 0.03 + 0.019 + 0.001
+    constexpr double kSum = 1.98;
+    EXPECT_NEAR(1.5 / kSum, Number(*At(fractions + "Methane")), 1e-12);
+    EXPECT_NEAR(0.2 / kSum, Number(*At(fractions + "Ethane")), 1e-12);
+    EXPECT_NEAR(0.02 / kSum, Number(*At(fractions + "Nitrogen")), 1e-12);
+    EXPECT_FALSE(std::isnan(Number(*At("FlowSheetObjects.Streams.Sales Gas.Molar Flow"))));
+    EXPECT_EQ("Calculated", Read(*At("FlowSheetObjects.Streams.Sales Gas.Molar Flow"), "status"));
+}
+
+// ---- Refusals ----
+
+constexpr char kNoStore[] = "Store not supported for this attribute.";
+
+TEST_F(LiveStores, every_refusal_has_its_text) {
+    struct Case {
+        const char* path;
+        const char* attribute;
+        FIValue value;
+        const char* text;
+    };
+    const FIValue number = FIValue::OfReal(1);
+    const Case cases[] = {
+        // Variables and their elements.
+        {"FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac", "value", number, "Non scalar variable"},
+        {"FlowSheetObjects.Streams.Raw Gas.Phase Comp Mole Frac.Overall", "value", number,
+         "Non scalar variable"},
+        {"FlowSheetObjects.UnitOps.MIX-100.Outlet Pressure Assignment", "value", FIValue("None"),
+         "Value not stored"},
+        {"FlowSheetObjects.Streams.Sales Gas.Temperature", "value", number, "Value not stored"},
+        {"FlowSheetObjects.UnitOps.MIX-100.Inlet 1", "value", FIValue("Tail Gas"),
+         "Cannot set attachment"},
+        {"FlowSheetObjects.UnitOps.T-100.Vessels.Elem1", "value", FIValue("Reboiler"),
+         "Cannot set attachment"},
+        {"FlowSheetObjects.UnitOps.V-100.Advice", "value", FIValue("text"), "Cannot set message"},
+        {"FlowSheetObjects.Streams.Raw Gas.Temperature", "status", FIValue("Specified"),
+         "Not supported"},
+        {"FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac", "id", number, "Not supported"},
+        {"FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.Methane", "id", number, "Not supported"},
+        {"FlowSheetObjects.Streams.Raw Gas.Temperature", "uom", FIValue("bar"),
+         "Invalid unit for variable type"},
+        {"FlowSheetObjects.UnitOps.PL-100.Pipe Length.Elem0", "uom", FIValue("K"),
+         "Invalid unit for variable type"},
+        // Specifications and array sets.
+        {"Basis.FluidPackage.Tuned Pressure", "status", FIValue("Specified"), kNoStore},
+        {"Basis.FluidPackage.Tuned Pressure", "uom", FIValue("bar"), kNoStore},
+        {"Basis.FluidPackage.Name", "value", FIValue("Basis-2"), kNoStore},
+        {"Basis.FluidPackage.Standard Pressure", "value", number, kNoStore},
+        {"Basis.FluidPackage", "value", number, kNoStore},
+        {"Basis.FluidPackage.Reference Temperature", "value", number, "Cannot specify this value."},
+        {"Basis.FluidPackage.Interaction Parameters.Set0", "value", number, "Not supported"},
+        {"Basis.FluidPackage.Interaction Parameters.Set0.Kij", "value", number, "Not supported"},
+        {"Basis.FluidPackage.Interaction Parameters.Set0.Kij", "uom", FIValue("K"),
+         "Not supported"},
+    };
+    for (const Case& each : cases) {
+        NodeRef node = At(each.path);
+        const std::string before = Read(*node, "value");
+        EXPECT_EQ(each.text, StoreAttribute(*node, each.attribute, each.value))
+            << each.path << " " << each.attribute;
+        EXPECT_EQ(before, Read(*At(each.path), "value")) << each.path;
+    }
+}
+
+TEST_F(LiveStores, without_a_var_set_there_are_no_units_and_switches) {
+    auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));
+    auto streams = Child(*Child(*Child(*models, "appModel"), "FlowSheetObjects"), "Streams");
+    auto raw_gas = Child(*streams, "Raw Gas");
+    auto array = Child(*raw_gas, "Comp Mole Frac");
+    for (const Ref<FIEntry>& entry :
+         {Child(*raw_gas, "Temperature"), array, Child(*array, "Methane")}) {
+        for (const char* name : {"uom", "skipattachments", "skipcorrelations"}) {
+            EXPECT_EQ("Not supported", Write(*entry, name, FIValue("K"))) << NameOf(*entry) << name;
+        }
+        EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(0))) << NameOf(*entry);
+    }
+}
+
+TEST_F(LiveStores, a_refusal_of_the_host_is_told_for_every_kind) {
+    struct Case {
+        const char* path;
+        FIValue value;
+    };
+    const Case cases[] = {
+        {"Streams.Raw Gas.Temperature", FIValue::OfReal(31)},
+        {"UnitOps.E-100.Notes", FIValue("other")},
+        {"UnitOps.PL-100.Correlation", FIValue("Homogeneous")},
+        {"UnitOps.PL-100.Pipe Length.Elem1", FIValue::OfReal(7)},
+        {"UnitOps.CRV-100.Reaction.Elem0", FIValue("other")},
+    };
+    for (const Case& each : cases) {
+        NodeRef node = At(std::string(kFlowsheet) + each.path);
+        const std::string before = Read(*node, "value");
+        host.GetScript().RefuseStore(1);
+        EXPECT_EQ("Value not stored", Store(*node, each.value)) << each.path;
+        EXPECT_EQ(before, Read(*node, "value")) << each.path;
+        EXPECT_EQ("(NULL)", Store(*node, each.value)) << each.path;
+    }
+}
+
+}  // namespace
