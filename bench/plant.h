@@ -56,6 +56,8 @@ public:
     Ref<FIContext> ContextAt(const std::string& path) const;
     // A variable of an object of the main flowsheet; throws when the host has none.
     HostVariable InHost(const std::string& object, const std::string& variable) const;
+    // Lent.
+    FIEntry* Top() const { return top_.Get(); }
     casehost::CaseHost& Host() { return *host_; }
     int Objects() const { return objects_; }
 

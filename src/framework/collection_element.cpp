@@ -35,7 +35,7 @@ bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
 }
 
 // Several siblings may have one key; then the saved node says which of them it was. One that stands
-// alone is taken as it is.
+// alone is taken under another name too, but not when it is told apart by more than its name.
 Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
     auto first = Ref<FIEntry>::Adopt(cursor.GetEntry());
     if (!first || first->Compare(*entry_) == 0) return first;
@@ -50,5 +50,9 @@ Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
         cursor.Seek(kFromPresent, 1);
         if (entry && entry->Compare(*entry_) == 0) return entry;
     }
-    return is_alone ? first : Ref<FIEntry>();
+    FIValue name;
+    FIValue saved_name;
+    first->GetName(name);
+    entry_->GetName(saved_name);
+    return is_alone && name.Compare(saved_name) != 0 ? first : Ref<FIEntry>();
 }

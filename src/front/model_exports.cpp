@@ -8,7 +8,9 @@
 
 namespace {
 
-ModuleHandle OwnModule() { return FindLoadedModule(kOwnModule); }
+ModuleHandle OwnModule() {
+    return FindLoadedModule(kOwnModule);
+}
 
 void Take(const char* given, std::string& file) {
     if (given) file = given;
@@ -31,7 +33,9 @@ FIEntry* RootOf(Ref<CCDMClassContext> context) {
 }
 
 // Null when it is not one of this module's iterators.
-FIIterator* OwnIterator(FIIteratorBase* it) { return dynamic_cast<FIIterator*>(it); }
+FIIterator* OwnIterator(FIIteratorBase* it) {
+    return dynamic_cast<FIIterator*>(it);
+}
 
 FIReference* NodeOf(FIEntry& entry, bool specified) {
     AppReferences nodes;

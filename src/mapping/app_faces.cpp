@@ -52,8 +52,7 @@ void SetVariables(const CCDMTranslator& translator, FIReference& reference) {
 
 // Both kinds may apply: the plain translator leads to where the elements are walked from.
 void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
-    const CCDMTranslator* plain =
-        Find(query, query.attribute.translators, face.request, parent);
+    const CCDMTranslator* plain = Find(query, query.attribute.translators, face.request, parent);
     const auto* array = static_cast<const CCDMArrayTranslator*>(
         Find(query, query.attribute.arrayTranslators, face.request, parent));
     if (!plain && !array) return;
@@ -74,10 +73,13 @@ void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
 BranchRequest MirrorRequest(BranchRequest request) {
     switch (request) {
         case BranchRequest::kCalc:
-        case BranchRequest::kCalcOnly: return BranchRequest::kSpec;
+        case BranchRequest::kCalcOnly:
+            return BranchRequest::kSpec;
         case BranchRequest::kSpec:
-        case BranchRequest::kSpecOnly: return BranchRequest::kCalc;
-        default: return BranchRequest::kNone;
+        case BranchRequest::kSpecOnly:
+            return BranchRequest::kCalc;
+        default:
+            return BranchRequest::kNone;
     }
 }
 
@@ -92,7 +94,8 @@ AppFaces ChooseFaces(const FaceQuery& query) {
     faces.primary.request = requests.primary;
     faces.secondary.request = requests.secondary;
     if (FIReference* parent = query.parent.primary.Get()) BindFace(faces.primary, query, parent);
-    FIReference* other = requests.is_split ? query.parent.primary.Get() : query.parent.secondary.Get();
+    FIReference* other =
+        requests.is_split ? query.parent.primary.Get() : query.parent.secondary.Get();
     if (!other) return faces;
     BindFace(faces.secondary, query, other);
     // A second node that was given is kept where the map says nothing about it.
@@ -105,19 +108,18 @@ AppFaces ChooseFaces(const FaceQuery& query) {
 
 bool HasFace(const FaceQuery& query) {
     if (query.parent.IsEmpty()) return true;
-    const bool has_two = query.parent.primary && query.parent.secondary;
-    Requests requests;
-    if (query.branch != BranchRequest::kBoth || has_two || query.parent.secondary) {
-        requests = RequestsOf(query);
-    }
+    const bool may_split = query.branch == BranchRequest::kBoth && !query.parent.secondary;
+    const Requests requests = may_split ? Requests() : RequestsOf(query);
     return (query.parent.primary &&
             HasTranslator(query, requests.primary, query.parent.primary.Get())) ||
            (query.parent.secondary &&
             HasTranslator(query, requests.secondary, query.parent.secondary.Get()));
 }
 
-void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent, std::string& out) {
-    for (const TranslatorMap* each : {&query.attribute.translators, &query.attribute.arrayTranslators}) {
+void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent,
+                std::string& out) {
+    for (const TranslatorMap* each :
+         {&query.attribute.translators, &query.attribute.arrayTranslators}) {
         FindTranslator(query.library.translateName, query.path, *each, parent, face.request, &out);
     }
 }

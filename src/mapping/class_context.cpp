@@ -23,7 +23,7 @@ bool SplitKey(FIReference& node, const char* path, FIValue& key, const char** re
         context->GetKeyValue(begin, key, rest);
         if (key.IsNull() || !*rest || *rest <= begin) break;
         begin = *rest;
-    } while (IsPseudoName(key));
+    } while (IsPseudoName(key) && *begin);
     return !key.IsNull() && !IsPseudoName(key);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// CCDMClassContext: the family of the entries below one place of the neutral tree: the attributes of
-// a class, on up to two nodes of the application, or on none when the tree is pure.
+// CCDMClassContext: the family of the entries below one place of the neutral tree: the attributes
+// of a class, on up to two nodes of the application, or on none when the tree is pure.
 //
 // It holds the library and the entry above it, so both last as long as anything below.
 

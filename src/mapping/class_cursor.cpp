@@ -102,8 +102,7 @@ CCDMClassCursorBase::CCDMClassCursorBase(const CCDMClassCursorBase& other)
     if (other.elements_) elements_ = std::make_unique<Elements>(other.elements_->Copy());
 }
 
-CCDMClassCursorBase* CCDMClassCursorBase::Make(CCDMClassContext& context,
-                                               CCDMAttrCol::Rows rows) {
+CCDMClassCursorBase* CCDMClassCursorBase::Make(CCDMClassContext& context, CCDMAttrCol::Rows rows) {
     auto* cursor = new CCDMClassCursorBase(context, rows);
     cursor->AddRef();
     return cursor;
@@ -153,7 +152,9 @@ bool CCDMClassCursorBase::SettleBackward(bool on_attribute) {
     return stands_ = on_attribute;
 }
 
-bool CCDMClassCursorBase::First() { return SettleForward(walker_.First()); }
+bool CCDMClassCursorBase::First() {
+    return SettleForward(walker_.First());
+}
 
 bool CCDMClassCursorBase::Next() {
     if (!stands_) return false;
@@ -161,7 +162,9 @@ bool CCDMClassCursorBase::Next() {
     return SettleForward(walker_.Next());
 }
 
-bool CCDMClassCursorBase::Last() { return SettleBackward(walker_.Last()); }
+bool CCDMClassCursorBase::Last() {
+    return SettleBackward(walker_.Last());
+}
 
 bool CCDMClassCursorBase::Prev() {
     if (!stands_) return Last();
@@ -186,8 +189,8 @@ bool CCDMClassCursorBase::Seek(int origin, int delta) {
 // From the present element on, or among all.
 bool CCDMClassCursorBase::SeekName(int origin, const char* name) {
     bool on_attribute = origin == kFromPresent ? stands_ : walker_.First();
-    const bool is_here = origin == kFromPresent && on_attribute && name &&
-                         walker_.Current()->name == name;
+    const bool is_here =
+        origin == kFromPresent && on_attribute && name && walker_.Current()->name == name;
     if (is_here) return true;
     for (; on_attribute && name; on_attribute = walker_.Next()) {
         if (walker_.Current()->name == name && Enter(*walker_.Current())) return stands_ = true;

@@ -66,16 +66,22 @@ int CCDMClassEntry::Release() {
     return left;
 }
 
-void CCDMClassEntry::GetName(FIValue& out) { out.SetText(attribute_.name); }
+void CCDMClassEntry::GetName(FIValue& out) {
+    out.SetText(attribute_.name);
+}
 
 FIAttributeSource* CCDMClassEntry::GetAttributeSource() {
     AddRef();
     return this;
 }
 
-FIAttributeCursorBase* CCDMClassEntry::MakeCursor() { return CCDMAttrCursorBase::Make(*this); }
+FIAttributeCursorBase* CCDMClassEntry::MakeCursor() {
+    return CCDMAttrCursorBase::Make(*this);
+}
 
-bool CCDMClassEntry::IsContainer() { return attribute_.type == CCDMAttrType::kObject; }
+bool CCDMClassEntry::IsContainer() {
+    return attribute_.type == CCDMAttrType::kObject;
+}
 
 FIContext* CCDMClassEntry::GetContext() {
     if (!IsContainer()) return EmptyContext();
@@ -86,9 +92,9 @@ FIContext* CCDMClassEntry::GetContext() {
         return EmptyContext();
     }
     const ClassPlace& here = context_->Place();
-    auto below = Ref<CCDMClassContext>::Share(new CCDMClassContext(
-        {here.library, path_.classRecord, &attribute_, Ref<CCDMClassEntry>::Share(this),
-         here.branch, faces_.ByFace()}));
+    auto below = Ref<CCDMClassContext>::Share(
+        new CCDMClassContext({here.library, path_.classRecord, &attribute_,
+                              Ref<CCDMClassEntry>::Share(this), here.branch, faces_.ByFace()}));
     return below.Detach();
 }
 
@@ -106,6 +112,15 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
     return false;
 }
 
+// Whether the element is a node of its own below the array's: then its names tell it from others,
+// wherever it stands in the list. Else the elements are one node, told apart by their number.
+bool CCDMClassEntry::IsOwnNode() const {
+    const AppReferences& above = context_->Place().references;
+    FIReference* array = above.primary ? above.primary.Get() : above.secondary.Get();
+    FIReference* own = FirstOf(faces_);
+    return own && array && own->Depth() > array->Depth();
+}
+
 int CCDMClassEntry::Compare(FIEntry& other) {
     const int by_name = FIEntry::Compare(other);
     const auto* that = by_name == 0 ? dynamic_cast<CCDMClassEntry*>(&other) : nullptr;
@@ -113,6 +128,7 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
     FIReference* own_node = FirstOf(faces_);
     FIReference* other_node = FirstOf(that->faces_);
-    if (!own_node || !other_node || by_index != 0) return by_index;
-    return CompareNames(*own_node, *other_node);
+    if (!own_node || !other_node || !IsOwnNode()) return by_index;
+    const int by_node = CompareNames(*own_node, *other_node);
+    return by_node == 0 || by_index == 0 ? by_node : by_index;
 }

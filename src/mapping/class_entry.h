@@ -42,7 +42,7 @@ class CCDMClassEntry final : public FIEntry,
     // The application's nodes tell; a pure entry never changes.
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
-    // By name, then as the application's nodes and the elements stand.
+    // By name; of elements by their nodes, or where they are one node by their number.
     int Compare(FIEntry& other) override;
 
     void SetUnit(const FIValue& unit, FIValue& out) override;
@@ -83,6 +83,7 @@ class CCDMClassEntry final : public FIEntry,
         Shown shown;
     };
 
+    bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
     CCDMClassLibrary& Library() const { return context_->Library(); }

@@ -154,8 +154,12 @@ void CCDMClassEntry::Cross(const Source& source, Crossing crossing, FIValue& out
         case Crossing::kValue:
             values.FromApplication(*source.face->reference, UnitNameOf(source), out);
             break;
-        case Crossing::kUnit: values.NameUnit(out); break;
-        default: values.NameUnits(out); break;
+        case Crossing::kUnit:
+            values.NameUnit(out);
+            break;
+        default:
+            values.NameUnits(out);
+            break;
     }
 }
 
@@ -166,7 +170,9 @@ const FIValue& CCDMClassEntry::UnitNameOf(const Source& source) {
 
 // ---- the model's own answers ----
 
-void CCDMClassEntry::ReadId(FIValue& out) { GetName(out); }
+void CCDMClassEntry::ReadId(FIValue& out) {
+    GetName(out);
+}
 
 void CCDMClassEntry::ReadType(FIValue& out) {
     out.SetText(AttrTypeText(attribute_.type));
@@ -186,7 +192,9 @@ void CCDMClassEntry::ReadContainerType(FIValue& out) {
     out.SetText(container ? container->className : "");
 }
 
-void CCDMClassEntry::ReadParent(FIValue& out) { out.SetText(path_.parent ? path_.parent->id : ""); }
+void CCDMClassEntry::ReadParent(FIValue& out) {
+    out.SetText(path_.parent ? path_.parent->id : "");
+}
 
 // An element's keys stand behind the name in such a way that the whole is a step of a path.
 void CCDMClassEntry::ReadDisplayName(FIValue& out) {
@@ -208,9 +216,13 @@ void CCDMClassEntry::ReadDisplayName(FIValue& out) {
     }
 }
 
-void CCDMClassEntry::ReadIsLeaf(FIValue& out) { out.SetInt(IsContainer() ? 0 : 1); }
+void CCDMClassEntry::ReadIsLeaf(FIValue& out) {
+    out.SetInt(IsContainer() ? 0 : 1);
+}
 
-void CCDMClassEntry::ReadHasChildren(FIValue& out) { out.SetInt(IsContainer() ? 1 : 0); }
+void CCDMClassEntry::ReadHasChildren(FIValue& out) {
+    out.SetInt(IsContainer() ? 1 : 0);
+}
 
 // Where the value comes from: the path of the application's node; of a pure entry its own.
 void CCDMClassEntry::ReadPath(FIValue& out) {
@@ -229,7 +241,8 @@ void CCDMClassEntry::ReadConverters(FIValue& out) {
     const FaceQuery query = context_->QueryFor(attribute_, asked);
     const AppFace& face = AnyFace();
     const bool is_second = &face == &faces_.secondary && query.parent.secondary;
-    DumpChoice(query, face, (is_second ? query.parent.secondary : query.parent.primary).Get(), dump);
+    DumpChoice(query, face, (is_second ? query.parent.secondary : query.parent.primary).Get(),
+               dump);
     out.SetText(dump);
 }
 

@@ -22,7 +22,9 @@ bool Is(const FIValue& name, const char* text) {
     return name.IsText() && std::strcmp(name.CStr(), text) == 0;
 }
 
-bool IsNone(const FIValue& value) { return value.IsNull() || value.Length() == 0; }
+bool IsNone(const FIValue& value) {
+    return value.IsNull() || value.Length() == 0;
+}
 
 }  // namespace
 
@@ -41,8 +43,8 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
     const Source source = SourceOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
     const bool is_value = Is(name, "value") || Is(name, "spec_value");
-    source.face->reference->SetAttribute(
-        source.name, is_value ? Reversed(source, value) : value, mode, out);
+    source.face->reference->SetAttribute(source.name, is_value ? Reversed(source, value) : value,
+                                         mode, out);
 }
 
 // ---- units of the application's nodes ----

@@ -4,7 +4,8 @@
 //
 //     Dictionary
 //         Classes        one node a class: superclasses
-//             ...        one node an attribute, inherited ones first: type, quantity, array, keys, owner
+//             ...        one node an attribute, inherited ones first: type, quantity, array, keys,
+//             owner
 //         Enumerations   one node an enumeration: options, closed
 //
 // Lists are texts, one element a line. The tree is a copy; the library is not needed afterwards.

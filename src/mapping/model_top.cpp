@@ -4,7 +4,9 @@
 
 namespace {
 
-void ReadName(CCDMTopEntry& owner, FIValue& out) { owner.GetName(out); }
+void ReadName(CCDMTopEntry& owner, FIValue& out) {
+    owner.GetName(out);
+}
 
 void ReadType(CCDMTopEntry& owner, FIValue& out) {
     out.SetText("Object(" + owner.Context().Place().shown->name + ")");
@@ -24,14 +26,16 @@ void ReadNumber(CCDMTopEntry&, FIValue& out) {
 
 std::span<const AttrRow<CCDMTopEntry>> CCDMTopEntry::AttributeRows() {
     static constexpr AttrRow<CCDMTopEntry> rows[] = {
-        {"id", &ReadName},          {"browser_name", &ReadName}, {"type", &ReadType},
+        {"id", &ReadName},           {"browser_name", &ReadName}, {"type", &ReadType},
         {"display_name", &ReadName}, {"isleaf", &ReadNumber<0>},  {"has_children", &ReadNumber<1>},
         {"path", &ReadPath},
     };
     return rows;
 }
 
-void CCDMTopEntry::GetName(FIValue& out) { out.SetText(context_->Place().shown->name); }
+void CCDMTopEntry::GetName(FIValue& out) {
+    out.SetText(context_->Place().shown->name);
+}
 
 bool CCDMTopEntry::Subscribe(void* owner, int kind, FICallback callback) {
     const auto& node = context_->Place().references.primary;

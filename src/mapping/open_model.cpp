@@ -82,8 +82,8 @@ Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* given) {
     const CCDMClassLibrary& library = opened->library;
     const Ref<FIEntry> top = TopOf(library, given);
     if (!top) return {};
-    auto reference = FIReference::Unbound(
-        Ref<FIIterator>::Adopt(new FIIterator(top.Get(), /*history=*/false)));
+    auto reference =
+        FIReference::Unbound(Ref<FIIterator>::Adopt(new FIIterator(top.Get(), /*history=*/false)));
     // Reading the key fixes the root of hosts that settle it late.
     char scratch[kScratchSize];
     reference->NameText(scratch, kScratchSize);

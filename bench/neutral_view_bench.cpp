@@ -1,0 +1,195 @@
+// The neutral view beside what bounds it: opening beside a bare parse of the same files, a held
+// read and a table of streams beside the same in the raw view, the choice among many translators.
+
+#include <benchmark/benchmark.h>
+#include <expat.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "front/fixtop.h"
+#include "mapping/find_translator.h"
+#include "mapping/scalar_translators.h"
+#include "plant.h"
+#include "ratio_table.h"
+
+namespace {
+
+using bench::PlantOf;
+using benchmark::State;
+
+constexpr int kPlant = 1000;
+
+int SizeOf(const State& state) {
+    return static_cast<int>(state.range(0));
+}
+
+// ---- opening ----
+
+std::vector<std::string> ModelTexts() {
+    std::vector<std::string> texts;
+    for (const auto& file : std::filesystem::directory_iterator(FIXTOP_RESOURCE_FOLDER)) {
+        if (file.path().extension() != ".xml") continue;
+        std::ifstream stream(file.path(), std::ios::binary);
+        texts.emplace_back(std::istreambuf_iterator<char>(stream),
+                           std::istreambuf_iterator<char>());
+    }
+    return texts;
+}
+
+void open_neutral_view(State& state) {
+    bench::OpenPlant& plant = PlantOf(kPlant);
+    for (auto _ : state) {
+        const auto root = Ref<FIEntry>::Adopt(FixtopOpenModel(plant.Top(), nullptr));
+        if (!root) state.SkipWithError("the view does not open");
+    }
+}
+
+void bare_expat_parse(State& state) {
+    const std::vector<std::string> texts = ModelTexts();
+    std::size_t bytes = 0;
+    for (const std::string& text : texts) bytes += text.size();
+    for (auto _ : state) {
+        for (const std::string& text : texts) {
+            XML_Parser parser = XML_ParserCreate(nullptr);
+            XML_SetElementHandler(
+                parser, [](void*, const XML_Char*, const XML_Char**) {},
+                [](void*, const XML_Char*) {});
+            XML_Parse(parser, text.data(), static_cast<int>(text.size()), 1);
+            XML_ParserFree(parser);
+        }
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+// ---- reading ----
+
+struct OpenView {
+    explicit OpenView(int objects)
+        : root(Ref<FIEntry>::Adopt(FixtopOpenModel(PlantOf(objects).Top(), nullptr))) {
+        if (!root) throw std::runtime_error("the view does not open");
+    }
+    Ref<FIIteratorBase> At(const std::string& path) const {
+        auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(root.Get(), false));
+        if (!it->SeekPath(FIValue(path.c_str()))) throw std::runtime_error("no such node: " + path);
+        return it;
+    }
+    Ref<FIEntry> root;
+};
+
+void Read(State& state, FIIteratorBase& it) {
+    const FIValue name("value");
+    FIValue value;
+    for (auto _ : state) {
+        it.GetAttribute(name, value);
+        benchmark::DoNotOptimize(value);
+    }
+    if (value.Kind() != FIValue::kReal) state.SkipWithError("not a number");
+}
+
+void neutral_held_read(State& state) {
+    const OpenView view(SizeOf(state));
+    Read(state, *view.At("Flowsheet.Stream#5.Temperature"));
+}
+
+void neutral_held_read_in_display_unit(State& state) {
+    const OpenView view(SizeOf(state));
+    const Ref<FIIteratorBase> it = view.At("Flowsheet.Stream#5.Temperature");
+    FIValue out;
+    it->SetDisplayUnit(FIValue("F"), FIValue(), out);
+    Read(state, *it);
+}
+
+void raw_held_read(State& state) {
+    Read(state, *PlantOf(SizeOf(state)).At("appModel.FlowSheetObjects.Streams.*#5.Temperature"));
+}
+
+// One row a stream: its name, temperature, pressure and flow.
+void ReadTable(State& state, FIIteratorBase& it, const std::vector<FIValue>& columns) {
+    const FIValue name("value");
+    FIValue value;
+    int rows = 0;
+    for (auto _ : state) {
+        rows = 0;
+        for (bool on = it.DownFirst(); on; on = it.Next()) {
+            bool has_all = true;
+            for (const FIValue& column : columns) {
+                if (!has_all || !it.SeekChild(column.CStr())) {
+                    has_all = false;
+                    continue;
+                }
+                it.GetAttribute(name, value);
+                benchmark::DoNotOptimize(value);
+                it.Up();
+            }
+            rows += has_all;
+        }
+        it.Up();
+    }
+    state.counters["rows"] = rows;
+}
+
+void neutral_stream_table(State& state) {
+    const OpenView view(SizeOf(state));
+    ReadTable(state, *view.At("Flowsheet"),
+              {FIValue("Temperature"), FIValue("Pressure"), FIValue("MolarFlow")});
+}
+
+void raw_stream_table(State& state) {
+    ReadTable(state, *PlantOf(SizeOf(state)).At("appModel.FlowSheetObjects.Streams"),
+              {FIValue("Temperature"), FIValue("Pressure"), FIValue("Molar Flow")});
+}
+
+// ---- choosing ----
+
+void find_translator(State& state) {
+    TranslatorMap translators;
+    for (int i = 0; i < SizeOf(state); ++i) {
+        auto translator = std::make_unique<CCDMMapTranslator>();
+        translator->name = "Hovex";
+        translator->container = "Container" + std::to_string(i);
+        translators.emplace("Hovex", std::move(translator));
+    }
+    AncestorPath top{"Container7", "Top", nullptr, nullptr, 1, -1};
+    AncestorPath middle{"Other", "Middle", &top, nullptr, 2, -1};
+    AncestorPath path{"", "Leaf", &middle, nullptr, 3, -1};
+    for (auto _ : state) {
+        if (!FindTranslator("Hovex", path, translators, nullptr, BranchRequest::kAny)) {
+            state.SkipWithError("none was found");
+        }
+    }
+}
+
+BENCHMARK(open_neutral_view)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(bare_expat_parse)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(neutral_held_read)->Arg(100)->Arg(1000);
+BENCHMARK(neutral_held_read_in_display_unit)->Arg(100)->Arg(1000);
+BENCHMARK(raw_held_read)->Arg(100)->Arg(1000);
+BENCHMARK(neutral_stream_table)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(raw_stream_table)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(find_translator)->Arg(10)->Arg(1000);
+
+const std::vector<bench::RatioRow> kRows = {
+    {"open_neutral_view", "bare_expat_parse", ""},
+    {"neutral_held_read", "raw_held_read", "8"},
+    {"neutral_held_read_in_display_unit", "raw_held_read", ""},
+    {"neutral_stream_table", "raw_stream_table", ""},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    bench::RatioReporter reporter(kRows);
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.PrintTable();
+    std::printf("\nfind_translator: %.2f ns a translator\n",
+                reporter.Nanoseconds("find_translator", 1000) / 1000);
+    return 0;
+}

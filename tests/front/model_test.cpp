@@ -1,0 +1,201 @@
+// The neutral view of the built-in case through the module's exports, with the files that it ships.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "casehost/standard_host.h"
+#include "front/fixtop.h"
+
+namespace {
+
+using Iterator = Ref<FIIteratorBase>;
+
+std::string Shown(const FIValue& value) {
+    return value.IsNull() ? "(NULL)" : value.ToText();
+}
+
+std::string Read(FIIteratorBase& it, const char* name) {
+    FIValue value;
+    it.GetAttribute(FIValue(name), value);
+    return Shown(value);
+}
+
+std::string PathOf(FIIteratorBase& it) {
+    FIValue path;
+    it.GetPath(path);
+    return path.ToText();
+}
+
+class NeutralCase : public testing::Test {
+ protected:
+    void SetUp() override {
+        casehost::UseStandardParts(host_);
+        FixtopInstallHost(&host_.Services());
+        ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
+        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+        root_ = Ref<FIEntry>::Adopt(FixtopOpenModel(top_.Get(), nullptr));
+        ASSERT_TRUE(root_);
+    }
+    void TearDown() override {
+        root_.Reset();
+        UnsetTopNotify(nullptr);
+        top_.Reset();
+        FixtopInstallHost(nullptr);
+    }
+
+    static Iterator At(const Ref<FIEntry>& root, const std::string& path) {
+        auto it = Iterator::Adopt(FixtopMakeIterator(root.Get(), false));
+        EXPECT_TRUE(it->SeekPath(FIValue(path.c_str()))) << path;
+        return it;
+    }
+    Iterator At(const std::string& path) { return At(root_, path); }
+    Iterator Raw(const std::string& path) { return At(top_, path); }
+    std::vector<std::string> StreamNames(const char* list) {
+        std::vector<std::string> names;
+        Iterator it = At("Flowsheet");
+        FIValue name;
+        for (bool on = it->DownFirst(); on; on = it->Next()) {
+            it->GetName(name);
+            if (name.ToText() != list) continue;
+            names.push_back(Read(*At(Iterator::Adopt(it->Copy()), "Name"), "value"));
+        }
+        return names;
+    }
+    static Iterator At(Iterator it, const char* below) {
+        EXPECT_TRUE(it->SeekPath(FIValue(below))) << below;
+        return it;
+    }
+
+    casehost::CaseHost host_;
+    Ref<FIEntry> top_;
+    Ref<FIEntry> root_;
+};
+
+TEST_F(NeutralCase, every_stream_of_the_case_is_a_stream_of_the_view) {
+    std::vector<std::string> expected;
+    Iterator it = Raw("appModel.FlowSheetObjects.Streams");
+    for (bool on = it->DownFirst(); on; on = it->Next()) {
+        if (Read(*it, "type") == "MaterialStreamObject") expected.push_back(Read(*it, "id"));
+    }
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(expected, StreamNames("Stream"));
+}
+
+TEST_F(NeutralCase, values_are_the_ones_of_the_raw_tree) {
+    int compared = 0;
+    for (const std::string& name : StreamNames("Stream")) {
+        const std::string stream = "Flowsheet.Stream[Name=\"" + name + "\"].";
+        const std::string raw = "appModel.FlowSheetObjects.Streams.\"" + name + "\".";
+        const std::pair<const char*, const char*> pairs[] = {{"Temperature", "Temperature"},
+                                                             {"Pressure", "Pressure"},
+                                                             {"MolarFlow", "\"Molar Flow\""}};
+        for (const auto& [neutral, application] : pairs) {
+            const Iterator one = At(stream + neutral);
+            const Iterator other = Raw(raw + application);
+            EXPECT_EQ(Read(*other, "value"), Read(*one, "value")) << stream << neutral;
+            EXPECT_EQ(PathOf(*other), Read(*one, "path")) << stream << neutral;
+            ++compared;
+        }
+    }
+    EXPECT_GE(compared, 9);
+}
+
+TEST_F(NeutralCase, application_node_and_converters_explain_a_value) {
+    const std::string first = StreamNames("Stream").front();
+    const Iterator it = At("Flowsheet.Stream.Temperature");
+    const auto node = Iterator::Adopt(FixtopApplicationNode(it.Get(), 1));
+    ASSERT_TRUE(node);
+    EXPECT_EQ("Top.appModel.FlowSheetObjects.Streams.", PathOf(*node).substr(0, 38));
+    EXPECT_EQ(Read(*it, "value"), Read(*node, "value"));
+    const std::string why = Read(*it, "converters");
+    EXPECT_NE(std::string::npos, why.find("<Translate Type=\"Map\">Temperature</Translate>"))
+        << why;
+    EXPECT_EQ(nullptr, FixtopApplicationNode(it.Get(), 3));
+    EXPECT_EQ(nullptr, FixtopApplicationNode(nullptr, 1));
+    EXPECT_EQ(nullptr, FixtopApplicationNode(Raw("appModel").Get(), 1));
+    const auto at_root = Iterator::Adopt(FixtopMakeIterator(root_.Get(), false));
+    const auto model = Iterator::Adopt(FixtopApplicationNode(at_root.Get(), 1));
+    ASSERT_TRUE(model);
+    EXPECT_EQ("Top.appModel", PathOf(*model));
+    EXPECT_EQ(nullptr, FixtopApplicationNode(at_root.Get(), 2));
+}
+
+TEST_F(NeutralCase, display_unit_converts_the_value) {
+    const Iterator it = At("Flowsheet.Stream.Temperature");
+    ASSERT_EQ("C", Read(*it, "uom"));
+    FIValue celsius;
+    it->GetAttribute(FIValue("value"), celsius);
+    FIValue out;
+    it->SetDisplayUnit(FIValue("K"), FIValue(), out);
+    EXPECT_EQ("(NULL)", Shown(out));
+    FIValue kelvin;
+    it->GetAttribute(FIValue("value"), kelvin);
+    EXPECT_NEAR(celsius.AsDouble() + 273.15, kelvin.AsDouble(), 1e-9);
+}
+
+TEST_F(NeutralCase, paths_read_back) {
+    int leaves = 0;
+    for (const std::string& name : StreamNames("Stream")) {
+        Iterator it = At("Flowsheet.Stream[Name=\"" + name + "\"]");
+        for (bool on = it->DownFirst(); on; on = it->Next()) {
+            const std::string path = PathOf(*it).substr(std::string("QSISimulation.").size());
+            const Iterator back = At(path);
+            EXPECT_EQ(path, PathOf(*back).substr(std::string("QSISimulation.").size()));
+            EXPECT_EQ(Read(*it, "path"), Read(*back, "path")) << path;
+            ++leaves;
+        }
+    }
+    EXPECT_GT(leaves, 20);
+}
+
+TEST_F(NeutralCase, reference_survives_a_store_that_solves) {
+    const auto reference =
+        Ref<FIReferenceBase>::Adopt(At("Flowsheet.Stream.Temperature")->MakeReference());
+    const auto raw =
+        Iterator::Adopt(FixtopApplicationNode(At("Flowsheet.Stream.Temperature").Get(), 1));
+    FIValue before;
+    reference->GetAttribute(FIValue("value"), before);
+    FIValue out;
+    raw->SetAttribute(FIValue("value"), FIValue::OfReal(before.AsDouble() + 1), 0, out);
+    FIValue after;
+    reference->GetAttribute(FIValue("value"), after);
+    EXPECT_EQ(Read(*raw, "value"), Shown(after));
+}
+
+TEST_F(NeutralCase, map_without_a_given_top_asks_its_own_function) {
+    const auto root = Ref<FIEntry>::Adopt(FixtopOpenModel(nullptr, nullptr));
+    ASSERT_TRUE(root);
+    EXPECT_EQ(Read(*At("Flowsheet.Stream.Temperature"), "value"),
+              Read(*At(root, "Flowsheet.Stream.Temperature"), "value"));
+}
+
+TEST_F(NeutralCase, one_object_is_shown_as_a_class) {
+    const std::string name = StreamNames("Stream").front();
+    const Iterator raw = Raw("appModel.FlowSheetObjects.Streams.\"" + name + "\"");
+    const auto root =
+        Ref<FIEntry>::Adopt(FixtopOpenModelOnNode(raw.Get(), "QSIMaterialStream", nullptr));
+    ASSERT_TRUE(root);
+    EXPECT_EQ(Read(*At("Flowsheet.Stream.Temperature"), "value"),
+              Read(*At(root, "Temperature"), "value"));
+    EXPECT_EQ(nullptr, FixtopOpenModelOnNode(raw.Get(), nullptr, nullptr));
+    EXPECT_EQ(nullptr, FixtopOpenModelOnNode(nullptr, "QSIMaterialStream", nullptr));
+}
+
+TEST_F(NeutralCase, definitions_open_without_a_case) {
+    const auto pure = Ref<FIEntry>::Adopt(FixtopOpenPureModel(nullptr, "QSIMaterialStream"));
+    ASSERT_TRUE(pure);
+    EXPECT_EQ("Real", Read(*At(pure, "Temperature"), "type"));
+    const auto simulation = Ref<FIEntry>::Adopt(FixtopOpenPureModel(nullptr, nullptr));
+    EXPECT_EQ("Object(QSIMaterialStream)", Read(*At(simulation, "Flowsheet.Stream"), "type"));
+    const auto dictionary = Ref<FIEntry>::Adopt(FixtopOpenDictionary(nullptr));
+    ASSERT_TRUE(dictionary);
+    const Iterator temperature = At(dictionary, "Classes.QSIMaterialStream.Temperature");
+    EXPECT_EQ("Temperature", Read(*temperature, "quantity"));
+    EXPECT_EQ("QSIMaterialFlow", Read(*temperature, "owner"));
+    const FixtopModelFiles none = {"no such file.xml", "no such map.xml", "", "Other"};
+    EXPECT_EQ(nullptr, FixtopOpenModel(top_.Get(), &none));
+}
+
+}  // namespace
