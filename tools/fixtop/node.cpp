@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::array kVariableTypes = {"Real",    "String",     "Attachment",
                                        "Message", "Integer",    "Boolean"};
+// Of the neutral view, with the name of the class or enumeration behind it.
+constexpr char kObjectType[] = "Object(";
 constexpr char kEnumerationType[] = "Enumeration(";
 
 // The characters that names of variables show as entities, though they are sought without them.
@@ -111,6 +113,7 @@ std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
 
 bool IsVariable(FIIteratorBase& node) {
     const std::string type = TextOf(node, "type");
+    if (type.starts_with(kObjectType)) return false;
     return std::find(kVariableTypes.begin(), kVariableTypes.end(), type) != kVariableTypes.end() ||
            type.starts_with(kEnumerationType) || !AttributeOf(node, "value").IsNull();
 }
