@@ -12,17 +12,11 @@ const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translat
 }
 
 bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* reference) {
-    return Find(query, query.attribute.translators, request, reference) != nullptr ||
-           Find(query, query.attribute.arrayTranslators, request, reference) != nullptr;
-}
-
-// Whether there is something to choose from for a face of the given node.
-bool MayBind(const FaceQuery& query, BranchRequest request, FIReference* reference) {
     const auto has = [&](const TranslatorMap& translators) {
-        return HasTranslatorFor(query.library.translateName, query.path, translators, reference,
-                                request);
+        return HasTranslator(query.library.translateName, query.path, translators, reference,
+                             request);
     };
-    return reference && (has(query.attribute.translators) || has(query.attribute.arrayTranslators));
+    return has(query.attribute.translators) || has(query.attribute.arrayTranslators);
 }
 
 struct Requests {
@@ -119,8 +113,10 @@ bool HasFace(const FaceQuery& query) {
     if (query.parent.IsEmpty()) return true;
     const bool may_split = query.branch == BranchRequest::kBoth && !query.parent.secondary;
     const Requests requests = may_split ? Requests() : RequestsOf(query);
-    return MayBind(query, requests.primary, query.parent.primary.Get()) ||
-           MayBind(query, requests.secondary, query.parent.secondary.Get());
+    return (query.parent.primary &&
+            HasTranslator(query, requests.primary, query.parent.primary.Get())) ||
+           (query.parent.secondary &&
+            HasTranslator(query, requests.secondary, query.parent.secondary.Get()));
 }
 
 void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent,

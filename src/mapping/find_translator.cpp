@@ -135,7 +135,7 @@ struct Choice {
     }
 };
 
-// kNoMatch or more when it is none to choose.
+// At least kNoMatch for one that can't be chosen.
 int Weigh(const CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase* reference,
           const Dump& dump) {
     if (translator.conditions != nullptr && !Hold(*translator.conditions, reference)) {
@@ -165,6 +165,17 @@ void LogDuplicate(const AncestorPath& path, const CCDMTranslator& translator) {
 
 }  // namespace
 
+bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
+                   const TranslatorMap& translators, FIReferenceBase* reference,
+                   BranchRequest request) {
+    const auto [first, last] = translators.equal_range(translate_name);
+    return std::any_of(first, last, [&](const auto& row) {
+        const auto& translator = static_cast<const CCDMTranslator&>(*row.second);
+        return BranchAccepts(translator.branch, request) &&
+               Weigh(translator, path, reference, Dump(nullptr)) < kNoMatch;
+    });
+}
+
 CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
                                const TranslatorMap& translators, FIReferenceBase* reference,
                                BranchRequest request, std::string* dump_text) {
@@ -188,15 +199,4 @@ CCDMTranslator* FindTranslator(const std::string& translate_name, const Ancestor
     }
     dump.MarkUsed(choice.best_comment);
     return choice.best;
-}
-
-bool HasTranslatorFor(const std::string& translate_name, const AncestorPath& path,
-                      const TranslatorMap& translators, FIReferenceBase* reference,
-                      BranchRequest request) {
-    const auto [first, last] = translators.equal_range(translate_name);
-    return std::any_of(first, last, [&](const TranslatorMap::value_type& row) {
-        const auto& translator = static_cast<const CCDMTranslator&>(*row.second);
-        return BranchAccepts(translator.branch, request) &&
-               Weigh(translator, path, reference, Dump(nullptr)) < kNoMatch;
-    });
 }
