@@ -1,5 +1,7 @@
 #include "semantic/idioms.h"
 
+#include <cstring>
+
 namespace semantic {
 
 Ref<FIIteratorBase> CopyOf(FIIteratorBase& it) {
@@ -48,10 +50,13 @@ int MoveToElement(FIIteratorBase& it, const char* array, int index) {
     return index;
 }
 
-std::string ReadType(FIIteratorBase& it) {
+// Asked of every child of a list for each of its elements.
+FIValue ReadType(FIIteratorBase& it) {
+    static const FIValue name("type");
     FIValue type;
-    it.GetAttribute(FIValue("type"), type);
-    return type.ToText();
+    it.GetAttribute(name, type);
+    if (!type.IsText()) type.SetText(type.ToText());
+    return type;
 }
 
 namespace {
@@ -85,7 +90,9 @@ int CountAcceptedChildren(FIIteratorBase& it, const char* container, const Child
 }
 
 int CountTypedChildren(FIIteratorBase& it, const char* container, const char* type, int index) {
-    const auto has_type = [type](FIIteratorBase& child) { return ReadType(child) == type; };
+    const auto has_type = [type](FIIteratorBase& child) {
+        return std::strcmp(ReadType(child).CStr(), type) == 0;
+    };
     return CountAcceptedChildren(it, container, has_type, index);
 }
 

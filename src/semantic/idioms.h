@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <initializer_list>
-#include <string>
 
 #include "framework/ref.h"
 #include "semantic/contract.h"
@@ -46,7 +45,7 @@ int CountAcceptedChildren(FIIteratorBase& it, const char* container, const Child
 // The same for the children whose attribute "type" is this word.
 int CountTypedChildren(FIIteratorBase& it, const char* container, const char* type, int index);
 // The attribute "type" of the present node as text; "" for NULL.
-std::string ReadType(FIIteratorBase& it);
+FIValue ReadType(FIIteratorBase& it);
 
 // Steps to one element of a composition. Each is a Function but for the names.
 //

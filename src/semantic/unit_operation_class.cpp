@@ -1,5 +1,7 @@
 #include "semantic/unit_operation_class.h"
 
+#include <cstring>
+
 #include "semantic/column_summary.h"
 #include "semantic/idioms.h"
 
@@ -51,9 +53,9 @@ constexpr UnitOperationRow kUnitOperationRows[] = {
 }  // namespace
 
 bool ClassifyUnitOperation(FIIteratorBase& it, FIValue& subclass) {
-    const std::string type = ReadType(it);
+    const FIValue type = ReadType(it);
     for (const UnitOperationRow& row : kUnitOperationRows) {
-        if (type != row.type) continue;
+        if (std::strcmp(type.CStr(), row.type) != 0) continue;
         subclass.SetText(row.class_name);
         if (row.set_variables) row.set_variables(it);
         return true;
