@@ -91,6 +91,21 @@ TEST_F(Variables, names_are_escaped_within_255_bytes) {
     }
 }
 
+TEST_F(Variables, what_the_host_has_no_name_for_is_nameless) {
+    auto& row = feed.AddReal(":D.1", "T", 25.0, 1);
+    row.name = nullptr;
+    host.unit_set = 2;
+    host.unit_types[0].units[2].name = nullptr;
+    auto entry = Node(row);
+    EXPECT_EQ("", NameOf(*entry));
+    EXPECT_EQ("", Read(*entry, "uom"));
+    TestVarSet vars;
+    entry->SetVarSet(&vars);
+    FIValue old;
+    vars.SetUnit(FIValue(), FIValue("C"), old);
+    EXPECT_EQ("REAL 25", Read(*entry, "value")) << "another unit than the nameless one";
+}
+
 // ---- Attributes ----
 
 TEST_F(Variables, table_has_34_rows) {
