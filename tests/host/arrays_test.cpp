@@ -550,6 +550,7 @@ TEST_F(Arrays, elements_of_the_custom_row_show_no_state) {
     for (const char* name : {"status", "upper_limit", "lower_limit"}) {
         EXPECT_EQ("(NULL)", Read(*element, name)) << name;
     }
+    EXPECT_EQ("REAL 1", Read(*element, "value")) << "but its value";
 }
 
 TEST_F(Arrays, the_reader_of_the_element_says_the_unit) {
@@ -665,6 +666,8 @@ TEST_F(Arrays, host_paths_to_attachments_end_in_their_number) {
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1"));
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1/:Name.0"));
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1#2"));
+    EXPECT_EQ("Elem7|", KeyAndRest(*context, "7")) << "without a look at the bounds";
+    EXPECT_EQ("(NULL)|7/:D.1", KeyAndRest(*context, "7/:D.1"));
     EXPECT_EQ("Ethane|:D.1", KeyAndRest(*context, "1/:D.1"));
 }
 
