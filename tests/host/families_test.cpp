@@ -63,7 +63,7 @@ TEST_F(Families, every_dimension_is_a_cursor) {
                 HostFamily("HVarDimsCursorBase", *context,
                            last ? Names{"Name A", "Name B", "Name C"} : keys[dimension]));
             node = Third(*context);
-            EXPECT_EQ(last, node->GetContext() == EmptyContext());
+            EXPECT_EQ(last, Ref<FIContext>::Adopt(node->GetContext()).Get() == EmptyContext());
         }
     }
 }
