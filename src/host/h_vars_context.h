@@ -12,7 +12,7 @@
 struct VariableView {
     using Element = host::VariableNameInfo;
     bool Shows(host::VariableNameInfo&) const { return true; }
-    static const char* Name(host::VariableNameInfo& row) { return row.name ? row.name : ""; }
+    static const char* Name(const host::VariableNameInfo& row) { return row.name ? row.name : ""; }
     int Id() const { return 0; }
 };
 

@@ -116,10 +116,11 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
 }
 
 void HVarsEntry::GetName(FIValue& out) {
-    if (!std::strpbrk(row_->name, "\"&<>") && std::strlen(row_->name) <= kNameLimit) {
-        out.SetText(row_->name);
+    const char* name = VariableView::Name(*row_);
+    if (!std::strpbrk(name, "\"&<>") && std::strlen(name) <= kNameLimit) {
+        out.SetText(name);
     } else {
-        out.SetText(EscapedName(row_->name));
+        out.SetText(EscapedName(name));
     }
 }
 

@@ -244,7 +244,8 @@ const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemor
     if (!vars) return unit;
     FIValue wanted;
     vars->GetUnit(own_quantity, wanted);
-    if (!wanted.IsText() || (unit && std::strcmp(unit->name, wanted.CStr()) == 0)) return unit;
+    if (!wanted.IsText()) return unit;
+    if (unit && unit->name && std::strcmp(unit->name, wanted.CStr()) == 0) return unit;
     const host::UnitRecord* other = services->findunit(wanted.CStr(), type);
     return other ? other : unit;
 }

@@ -128,6 +128,7 @@ TEST_F(Iterator, next_past_the_last_stands_on_the_empty_entry_below_the_parent) 
         const auto it = root_.Iterate();
         ASSERT_TRUE(it->DownLast());
         EXPECT_FALSE(it->AtLast());
+        EXPECT_FALSE(it->AtFirst());
         EXPECT_FALSE(it->Next());
         EXPECT_TRUE(it->AtLast());
         EXPECT_EQ(1, it->Depth());

@@ -169,6 +169,26 @@ TEST_F(ArraySet, rows_are_found_by_the_digits_of_their_name) {
     }
 }
 
+TEST_F(ArraySet, seeks_from_the_end_start_where_the_cursor_stands) {
+    for (const char* name : {"A", "B", "C"}) AddNumbers(name, {1, 2, 3});
+    struct Case {
+        Ref<FICursorBase> cursor;
+        Names keys;
+    };
+    const Case cases[] = {{ChildrenOf(*Rows()), {"Set0", "Set1", "Set2"}},
+                          {ChildrenOf(*Row(0)), {"A", "B", "C"}}};
+    for (const auto& [cursor, keys] : cases) {
+        SCOPED_TRACE(keys[0]);
+        EXPECT_TRUE(cursor->Seek(kFromFirst, 2));
+        EXPECT_TRUE(cursor->Seek(kFromEnd, 0));
+        EXPECT_EQ(keys[2], cursor_harness::KeyOf(*cursor));
+        EXPECT_TRUE(cursor->Seek(kFromEnd, -1));
+        EXPECT_EQ(keys[1], cursor_harness::KeyOf(*cursor));
+        EXPECT_FALSE(cursor->Seek(kFromEnd, 2));
+        EXPECT_TRUE(cursor->AtEnd());
+    }
+}
+
 TEST_F(ArraySet, cursors_over_different_tables_do_not_compare) {
     AddNumbers("Order", {1, 2});
     host::ArraySetBlock other = block;

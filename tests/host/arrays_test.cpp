@@ -187,6 +187,18 @@ TEST_F(Arrays, a_next_dimension_of_one_element_is_not_told) {
     }
 }
 
+TEST_F(Arrays, dimensions_of_inner_objects_are_asked_there) {
+    scripted::Plain inner;
+    feed.resolved["Inner.1/:D.7.[].[]"] = &inner;
+    inner.dimensions[":D.7.[].[]"] = Bounds({{0, 1}, {0, 2}});
+    auto& row = feed.AddRow("Inner.1.[].[]", "r", host::kReal);
+    row.description = Part("Inner.1", host::kPartNone, Part(":D.7.[].[]", host::kPartReal));
+    NameBy(row, {host::VarDescription(":", 0), host::VarDescription(":", 0)});
+    auto level = At(*Node(row), 1);
+    EXPECT_EQ("INT 1", Read(*level, "has_children"));
+    EXPECT_EQ(Names({"Elem0", "Elem1", "Elem2"}), ChildNames(*level));
+}
+
 TEST_F(Arrays, an_array_without_dimensions_on_the_host_is_empty) {
     auto& row = Line(0, 3);
     feed.dimensions.clear();
@@ -369,6 +381,21 @@ TEST_F(Arrays, text_or_number_is_told_by_the_row) {
     }
 }
 
+TEST_F(Arrays, a_text_row_that_is_not_shown_as_a_number_keeps_the_kind_of_the_part) {
+    feed.texts[":R.9.0"] = feed.texts[":R.9.1"] = "text";
+    host::VarDescription::Facts facts;
+    for (const int kind : {host::kPartNone, host::kPartText, host::kPartAttachment}) {
+        feed.row_storage.clear();
+        facts.kind = kind;
+        feed.AddRow(":R.9.[]", "Names", host::kText, facts);
+        EXPECT_EQ(Names({"Elem0", "Elem1"}), NamedBy(Part(":R.9.[]", host::kPartNone))) << kind;
+    }
+    feed.row_storage.clear();
+    facts.kind = host::kPartReal;
+    feed.AddRow(":R.9.[]", "Names", host::kText, facts);
+    EXPECT_EQ(Names({"text", "text"}), NamedBy(Part(":R.9.[]", host::kPartNone)));
+}
+
 TEST_F(Arrays, names_are_found_before_numbers) {
     auto& row = Fractions();
     feed.texts[":T.9.2"] = "Elem0";
@@ -498,6 +525,14 @@ TEST_F(Arrays, elements_of_every_kind_read_as_scalars_do) {
     EXPECT_EQ("Message", Read(*At(*Node(message), 0), "type"));
 }
 
+TEST_F(Arrays, options_are_shown_of_every_level) {
+    auto& row = Add(":E.2.[].[]", {{0, 1}, {0, 1}}, host::kEnumeration);
+    row.enumeration = std::make_unique<scripted::Enumeration>(Names{"Off", "On"});
+    auto level = At(*Node(row), 0);
+    EXPECT_EQ("Off;On", Read(*level, "option_list"));
+    EXPECT_EQ("Off;On", Read(*At(*level, 0), "option_list"));
+}
+
 TEST_F(Arrays, states_are_those_of_the_element) {
     auto node = Node(Line(0, 1));
     feed.reals[":D.1.0"] = feed.reals[":D.1.1"] = 1.0;
@@ -515,6 +550,7 @@ TEST_F(Arrays, elements_of_the_custom_row_show_no_state) {
     for (const char* name : {"status", "upper_limit", "lower_limit"}) {
         EXPECT_EQ("(NULL)", Read(*element, name)) << name;
     }
+    EXPECT_EQ("REAL 1", Read(*element, "value")) << "but its value";
 }
 
 TEST_F(Arrays, the_reader_of_the_element_says_the_unit) {
@@ -568,6 +604,12 @@ TEST_F(Arrays, switches_are_written_on_elements) {
     EXPECT_EQ("(NULL)", Write(*element, "skipattachments", FIValue::OfInt(1)));
     EXPECT_EQ("INT 1", Read(*element, "skipattachments"));
     EXPECT_EQ("INT 0", Read(*At(*Node(Line(0, 1), false), 0), "attachments")) << "copied down";
+    auto& plane = Add(":D.2.[].[]", {{0, 1}, {0, 1}});
+    NameBy(plane, {host::VarDescription(":", 0), host::VarDescription(":", 0)});
+    auto line = At(*Node(plane, false), 0);
+    EXPECT_EQ("INT 0", Read(*At(*line, 0), "attachments")) << "and further down";
+    EXPECT_EQ("(NULL)", Write(*line, "attachments", FIValue::OfInt(1)));
+    EXPECT_EQ("INT 1", Read(*At(*line, 0), "attachments"));
 }
 
 // ---- Paths in the host's notation ----
@@ -624,6 +666,8 @@ TEST_F(Arrays, host_paths_to_attachments_end_in_their_number) {
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1"));
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1/:Name.0"));
     EXPECT_EQ("Elem1|", KeyAndRest(*context, "1#2"));
+    EXPECT_EQ("Elem7|", KeyAndRest(*context, "7")) << "without a look at the bounds";
+    EXPECT_EQ("(NULL)|7/:D.1", KeyAndRest(*context, "7/:D.1"));
     EXPECT_EQ("Ethane|:D.1", KeyAndRest(*context, "1/:D.1"));
 }
 

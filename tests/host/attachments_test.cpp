@@ -221,6 +221,33 @@ TEST_F(Attachments, elements_of_correlations_are_skipped_too) {
     EXPECT_EQ("Missing", Read(*factor, "status"));
 }
 
+TEST_F(Attachments, arrays_of_correlations_are_those_of_the_object_that_the_node_leads_to) {
+    auto& correlation = host.main.Add("Corr", host.correlation);
+    auto& other = host.main.Add("Other", host.utility);
+    auto& row = correlation.AddRow(":D.8.[]", "Factors", host::kReal);
+    host::VarDescription::Facts names;
+    names.moniker = host::Text(":T.9.[]");
+    names.kind = host::kPartText;
+    row.offsets = {host::VarDescription(names)};
+    row.offset_descriptions = row.offsets.data();
+    row.offset_description_count = 1;
+    correlation.dimensions[":D.8.[]"].count = other.dimensions[":D.8.[]"].count = 1;
+    correlation.dimensions[":D.8.[]"].high[0] = 0;
+    other.dimensions[":D.8.[]"].high[0] = 1;
+    correlation.texts[":T.9.0"] = "own";
+    other.texts[":T.9.0"] = "first";
+    other.texts[":T.9.1"] = "second";
+    PointAt(&correlation);
+    for (auto& node : Both()) {
+        auto factors = Child(*node, "Factors");
+        ASSERT_TRUE(factors);
+        EXPECT_EQ(Names({"own"}), ChildNames(*factors));
+        PointAt(&other);
+        EXPECT_EQ(Names({"first", "second"}), ChildNames(*factors));
+        PointAt(&correlation);
+    }
+}
+
 // ---- The graph that attachments make ----
 
 TEST_F(Attachments, a_walk_through_a_ring_stops_where_it_began) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "casehost/solve_engine.h"
 #include "host/h_vars_entry.h"
 #include "live_case.h"
 
@@ -111,6 +112,47 @@ TEST_F(LiveStores, a_batch_of_fractions_is_normalised_at_its_end) {
     EXPECT_NEAR(0.02 / kSum, Number(*At(fractions + "Nitrogen")), 1e-12);
     EXPECT_FALSE(std::isnan(Number(*At("FlowSheetObjects.Streams.Sales Gas.Molar Flow"))));
     EXPECT_EQ("Calculated", Read(*At("FlowSheetObjects.Streams.Sales Gas.Molar Flow"), "status"));
+}
+
+// Counts the solves and leaves the case as it is.
+class CountingEngine final : public casehost::SolveEngine {
+ public:
+    explicit CountingEngine(int& solves) : solves_(solves) {}
+    Outcome Prepare(const casehost::CaseData& problem) override {
+        ++solves_;
+        results_ = problem;
+        return {Progress::running, ""};
+    }
+    Outcome Step(int) override { return {Progress::done, ""}; }
+    const casehost::CaseData& Results() const override { return results_; }
+
+ private:
+    int& solves_;
+    casehost::CaseData results_;
+};
+
+TEST_F(LiveStores, a_batch_is_solved_once_and_single_stores_each_for_themselves) {
+    int solves = 0;
+    host.ActiveLiveCase()->SetEngine(std::make_unique<CountingEngine>(solves));
+    auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));
+    auto streams = Child(*Child(*Child(*models, "appModel"), "FlowSheetObjects"), "Streams");
+    auto entry = Child(*streams, "Raw Gas");
+    auto array = Child(*entry, "Comp Mole Frac");
+    ASSERT_TRUE(array);
+    const char* names[] = {"Methane", "Ethane", "CO2"};
+    EXPECT_TRUE(entry->CanHold());
+    for (const char* name : names) {
+        EXPECT_EQ("(NULL)", Write(*Child(*array, name), "value", FIValue::OfReal(0.2)));
+    }
+    EXPECT_EQ(0, solves);
+    entry->BeginBatch();
+    EXPECT_EQ(1, solves);
+    for (const char* name : names) {
+        NodeRef fraction =
+            At(std::string("FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.") + name);
+        EXPECT_EQ("(NULL)", Store(*fraction, FIValue::OfReal(0.2)));
+    }
+    EXPECT_EQ(4, solves);
 }
 
 // ---- Refusals ----

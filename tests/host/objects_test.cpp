@@ -413,6 +413,19 @@ TEST_F(Objects, children_are_the_inner_flowsheet_or_the_variables) {
     EXPECT_EQ(Names(), ChildNames(*Node(feed)));
 }
 
+TEST_F(Objects, a_node_keeps_the_list_of_variables_that_it_has_found) {
+    auto& feed = host.main.Add("Feed", host.stream);
+    feed.AddReal(":D.1", "T", 1.0);
+    feed.has_rows = false;
+    Ref<FIEntry> entry = Node(feed);
+    EXPECT_EQ("INT 0", Read(*entry, "has_children"));
+    feed.has_rows = true;
+    EXPECT_EQ("INT 1", Read(*entry, "has_children")) << "asked again as there was none";
+    feed.has_rows = false;
+    EXPECT_EQ(Names({"T"}), ChildNames(*entry));
+    EXPECT_EQ("INT 0", Read(*Node(feed), "has_children")) << "another node";
+}
+
 TEST_F(Objects, a_node_without_an_object_is_empty) {
     auto list = List(HFSOContext::kStreams);
     auto entry = Ref<FIEntry>::Share(new HTopEntry(list.Get(), nullptr));

@@ -95,6 +95,17 @@ TEST_F(Solvers, attributes_are_those_of_the_tables) {
     EXPECT_EQ(&vars, solver.GetVarSet());
 }
 
+TEST_F(Solvers, run_states_have_texts) {
+    auto notify = HSolverNotify::ForCase(&host.simulation_case);
+    const std::pair<int, const char*> cases[] = {
+        {0, "stopped"}, {1, "running"}, {2, "paused"}, {3, "(NULL)"}, {-1, "(NULL)"}};
+    for (const auto& [state, text] : cases) {
+        notify->ChangeState(static_cast<HSolverNotify::RunState>(state));
+        EXPECT_EQ(text, Read(solver, "state")) << state;
+    }
+    notify->ChangeState(HSolverNotify::kStopped);
+}
+
 TEST_F(Solvers, the_dynamic_solver_shows_itself_alone) {
     FIErrorList errors;
     EXPECT_EQ(4, dynamic.Kind());

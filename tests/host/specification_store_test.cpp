@@ -86,6 +86,16 @@ TEST_F(Specification, an_array_set_is_listed_below_when_there_is_no_sub_specific
     EXPECT_EQ(Names(), ChildNames(*Node(element)));
 }
 
+TEST_F(Specification, an_array_set_of_objects_alone_has_children) {
+    host::GrowableArray<host::Viewable*> column;
+    column.Append(nullptr);
+    block.source_names.Append(host::Text("Attachment"));
+    block.source_objects.Append(column);
+    host::CSpecElement& element = info.Add("table");
+    element.array_set = &block;
+    EXPECT_EQ("INT 1", Read(*Node(element), "has_children"));
+}
+
 TEST_F(Specification, the_attachments_switch_is_handed_down) {
     child.Add("x").number = 1.0;
     host::CSpecElement& group = info.Add("group");
@@ -194,6 +204,17 @@ TEST_F(Specification, stores_have_three_modes) {
         EXPECT_EQ(each.solver, host.solver.calls);
         EXPECT_EQ(*each.solver ? 1 : 0, host.turns) << "waits after a solve only";
     }
+}
+
+TEST_F(Specification, a_variable_below_another_element_is_stored_and_solved) {
+    scripted::ProcessVariable variable(1.0, 0);
+    child.Add("v").process_variable = &variable;
+    host::CSpecElement& group = info.Add("group");
+    group.child = &child;
+    EXPECT_EQ("(NULL)", Store(*Child(*Node(group), "v"), FIValue::OfReal(2.5), 0));
+    EXPECT_EQ(2.5, variable.value);
+    EXPECT_EQ("task ", host.solver.calls);
+    EXPECT_EQ(1, host.turns);
 }
 
 TEST_F(Specification, stored_values_are_numbers) {

@@ -289,6 +289,42 @@ TEST_F(Specification, units_are_those_of_the_variable_that_the_moniker_names) {
     EXPECT_EQ("(NULL)", Read(*Node(number), "uom"));
 }
 
+TEST_F(Specification, units_and_states_are_shown_of_no_other_types) {
+    host.described[":T.1"] = 1;
+    scripted::ProcessVariable variable(1.0, 0x04);
+    child.Add("inside").number = 1.0;
+    info.Add("custom").custom = true;
+    info.storage.back()->number = 7.0;
+    info.Add("status").status_holder = &status_holder;
+    info.Add("set").array_set = &block;
+    info.Add("object").attached_object = &owner;
+    Words("text");
+    info.Add("extra").extra_text = host::Text("<more/>");
+    info.Add("group").child = &child;
+    for (const auto& element : info.storage) {
+        element->moniker = host::Text(":T.1");
+        // What would give a state, were it looked at.
+        if (element->custom || element->status_holder) element->process_variable = &variable;
+        Ref<FIEntry> entry = Node(*element);
+        for (const char* name : {"uom", "status"}) {
+            EXPECT_EQ("(NULL)", Read(*entry, name)) << element->tag.Str() << " " << name;
+        }
+        EXPECT_EQ("/Feed:T.1", Read(*entry, "moniker")) << element->tag.Str();
+    }
+}
+
+TEST_F(Specification, containers_are_those_of_the_owner) {
+    auto& column = host.main.Add("T-100", host.template_op);
+    scripted::FlowSheet inner;
+    inner.type = &host.simulation_object;
+    inner.owner = &column;
+    owner.owner = &inner;
+    Ref<FIEntry> entry = Node(Words("t"));
+    EXPECT_EQ("T-100", Read(*entry, "container"));
+    EXPECT_EQ("a TemplateOpObject", Read(*entry, "container_type"));
+    EXPECT_EQ("UnitOp", Read(*entry, "container_category"));
+}
+
 TEST_F(Specification, status_is_told_by_the_bits) {
     struct Case {
         unsigned bits;

@@ -91,6 +91,21 @@ TEST_F(Variables, names_are_escaped_within_255_bytes) {
     }
 }
 
+TEST_F(Variables, what_the_host_has_no_name_for_is_nameless) {
+    auto& row = feed.AddReal(":D.1", "T", 25.0, 1);
+    row.name = nullptr;
+    host.unit_set = 2;
+    host.unit_types[0].units[2].name = nullptr;
+    auto entry = Node(row);
+    EXPECT_EQ("", NameOf(*entry));
+    EXPECT_EQ("", Read(*entry, "uom"));
+    TestVarSet vars;
+    entry->SetVarSet(&vars);
+    FIValue old;
+    vars.SetUnit(FIValue(), FIValue("C"), old);
+    EXPECT_EQ("REAL 25", Read(*entry, "value")) << "another unit than the nameless one";
+}
+
 // ---- Attributes ----
 
 TEST_F(Variables, table_has_34_rows) {
@@ -200,6 +215,42 @@ TEST_F(Variables, limits_are_in_the_unit_of_the_value) {
     EXPECT_EQ("(NULL)", Write(*entry, "uom", FIValue("F")));
     EXPECT_EQ("REAL 212", Read(*entry, "upper_limit"));
     EXPECT_EQ("REAL 14", Read(*entry, "lower_limit"));
+}
+
+TEST_F(Variables, limits_are_those_of_the_variable_part) {
+    host::VarDescription::Facts outer;
+    outer.moniker = host::Text("Inner.1");
+    outer.minimum = 1.0;
+    outer.maximum = 2.0;
+    host::VarDescription::Facts part;
+    part.moniker = host::Text(":D.7");
+    part.kind = host::kPartReal;
+    part.minimum = -10.0;
+    part.maximum = 100.0;
+    auto& row = feed.AddRow("Inner.1", "r", host::kReal);
+    row.description = host::VarDescription(outer, host::VarDescription(part));
+    EXPECT_EQ("REAL 100", Read(*Node(row), "upper_limit"));
+    EXPECT_EQ("REAL -10", Read(*Node(row), "lower_limit"));
+}
+
+TEST_F(Variables, containers_are_those_of_the_owner) {
+    auto& column = host.main.Add("T-100", host.template_op);
+    scripted::FlowSheet inner;
+    inner.type = &host.simulation_object;
+    inner.owner = &column;
+    feed.owner = &inner;
+    auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
+    EXPECT_EQ("T-100", Read(*entry, "container"));
+    EXPECT_EQ("a TemplateOpObject", Read(*entry, "container_type"));
+    EXPECT_EQ("UnitOp", Read(*entry, "container_category"));
+}
+
+TEST_F(Variables, options_are_those_of_arrays_too) {
+    auto& row = feed.AddRow(":E.1.[]", "choice", host::kEnumeration);
+    row.enumeration = std::make_unique<scripted::Enumeration>(Names{"Off", "On"});
+    EXPECT_EQ("Off;On", Read(*Node(row), "option_list"));
+    row.enumeration = std::make_unique<scripted::Enumeration>(Names{});
+    EXPECT_EQ("", Read(*Node(row), "option_list"));
 }
 
 TEST_F(Variables, monikers_are_joined_with_a_slash_where_needed) {
@@ -405,6 +456,26 @@ TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     EXPECT_EQ("INT 1", Read(*entry, "isleaf"));
 }
 
+TEST_F(Variables, only_attachments_are_containers) {
+    auto& number = feed.AddReal(":D.1", "T", 1.0);
+    auto& array = feed.AddRow(":A.1.[]", "Links", host::kAttachment);
+    auto& link = feed.AddAttachment(":A.2", "Link", &feed);
+    // The host answers for any address.
+    feed.attachments[":D.1"] = feed.attachments[":A.1.[]"] = &feed;
+    EXPECT_EQ("INT 0", Read(*Node(number), "is_container"));
+    EXPECT_EQ("INT 0", Read(*Node(array), "is_container"));
+    EXPECT_EQ("INT 1", Read(*Node(link), "is_container"));
+}
+
+TEST_F(Variables, the_custom_row_leads_nowhere_by_itself) {
+    auto& part = host.main.Add("Part", host.utility);
+    part.AddReal(":D.1", "T", 7.0);
+    host.monikers[&part] = "/S.1(Feed)/P.1(Part)";
+    auto& row = feed.AddAttachment(":A.1", "Custom datablock for user input", &part);
+    EXPECT_FALSE(NodeOf(feed, row, false)->IsContainer()) << "it has no value";
+    EXPECT_TRUE(NodeOf(feed, row, true)->IsContainer());
+}
+
 TEST_F(Variables, attachments_in_a_circle_end_at_the_repeat) {
     auto& product = host.main.Add("Product", host.stream);
     product.AddAttachment(":A.2", "back", &feed);
@@ -466,11 +537,31 @@ TEST_F(Variables, correlations_read_on_the_object_they_are_attached_to) {
     EXPECT_EQ("REAL 1", Read(*NodeOf(holder, row), "value"));
 }
 
+TEST_F(Variables, a_correlation_is_asked_for_its_own_unit_type) {
+    auto& holder = host.main.Add("Corr", host.correlation);
+    holder.AddReal(":D.9", "Density", 300.0);
+    holder.variable_unit_type = 2;
+    auto& row = feed.AddAttachment(":A.1", "corr", &holder);
+    auto density = Child(*Node(row), "Density");
+    ASSERT_TRUE(density);
+    auto& other = host.main.Add("Other", host.utility);
+    other.reals[":D.9"] = 400.0;
+    other.variable_unit_type = 1;
+    feed.attachments[":A.1"] = &other;
+    TestVarSet vars;
+    density->SetVarSet(&vars);
+    EXPECT_EQ("Pressure", Read(*density, "dimension"));
+    EXPECT_EQ("(NULL)", Write(*density, "uom", FIValue("bar")));
+    EXPECT_EQ("REAL 4", Read(*density, "value")) << "of the object that it describes";
+}
+
 TEST_F(Variables, switches_are_written_on_variables) {
     auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
     EXPECT_EQ("INT 1", Read(*entry, "attachments"));
     EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(0)));
     EXPECT_EQ("INT 0", Read(*entry, "attachments"));
+    EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(-1)));
+    EXPECT_EQ("INT 1", Read(*entry, "attachments")) << "any number but 0";
     EXPECT_EQ("INT 0", Read(*entry, "skipattachments"));
     EXPECT_EQ("Not supported", Write(*entry, "skipattachments", FIValue::OfInt(1)));
     EXPECT_EQ("Not supported", Write(*entry, "status", FIValue("x")));
