@@ -87,10 +87,10 @@ Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* given) {
     // Reading the key fixes the root of hosts that settle it late.
     char scratch[kScratchSize];
     reference->NameText(scratch, kScratchSize);
+    // One that leads nowhere leaves the tree on what it reached.
     const auto root = library.rootTranslators.find(library.translateName);
-    if (root != library.rootTranslators.end() &&
-        !static_cast<const CCDMTranslator&>(*root->second).Apply(*reference)) {
-        return {};
+    if (root != library.rootTranslators.end()) {
+        static_cast<const CCDMTranslator&>(*root->second).Apply(*reference);
     }
     return MakeTree(opened, kTopClass, std::move(reference));
 }

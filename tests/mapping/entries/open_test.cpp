@@ -87,11 +87,18 @@ TEST_F(Model, failed_opens_leave_nothing) {
     folder.Write("map.xml", kTestMap);
     EXPECT_FALSE(OpenPureModel("none.xml", nullptr));
     EXPECT_FALSE(OpenDictionary({"none.xml", "", "units.xml", "", nullptr, nullptr}));
-    top.children[0]->name = Text("notTheModel");
-    EXPECT_FALSE(OpenModelOnTop(Files())) << "the root translator fails";
     top.children.clear();
     EXPECT_FALSE(OpenModelOnTop(Files())) << "the function has no top";
     EXPECT_EQ(libraries, CountOf(CountedClass::CCDMClassLibrary).alive);
+}
+
+TEST_F(Model, root_translator_that_leads_nowhere_leaves_the_tree_on_the_top) {
+    top.children[0]->name = Text("notTheModel");
+    const auto context = OpenModelOnTop(Files());
+    ASSERT_TRUE(context);
+    FIValue path;
+    context->Place().references.primary->GetPath(path);
+    EXPECT_EQ("Top", path.ToText());
 }
 
 TEST_F(Model, open_without_units_goes_on) {
