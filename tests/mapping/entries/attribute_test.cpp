@@ -132,6 +132,18 @@ TEST_F(Model, overrides_of_the_second_face) {
     EXPECT_EQ("REAL 400", Value("Flowsheet.Faces.Split", "spec_value")) << "the node's own value";
 }
 
+TEST_F(Model, overrides_of_one_translator_stay_beside_another_without_any) {
+    std::string map = kTestMap;
+    const std::string list = R"(<TranslateArray Type="Map">Levels.*</TranslateArray>)";
+    map.replace(map.find(list), list.size(),
+                R"(<Translate Type="Dummy"><NodeAttributes>
+        <Attribute Name="description">'said</Attribute></NodeAttributes></Translate>)" +
+                    list);
+    folder.Write("map.xml", map);
+    EXPECT_EQ("said", Value("Flowsheet.Level#1", "description"));
+    EXPECT_EQ("REAL 2.5", Value("Flowsheet.Level#1"));
+}
+
 // Half is a Real, Whole an Integer.
 TEST_F(Model, constants_take_the_type_of_the_attribute_as_value_alone) {
     std::string map = kTestMap;
@@ -365,6 +377,7 @@ TEST_F(Model, face_that_stands_alone_is_told_its_specification_by_that_name) {
         EXPECT_EQ("REAL 100", Raw(*feed.children[1])) << branch;
         EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(90))) << branch;
         EXPECT_EQ("REAL 90", Raw(*feed.children[1])) << branch;
+        EXPECT_EQ("REAL 90", Read(*it, "value")) << branch;
         EXPECT_EQ(std::string(branch) == "Calc" ? "(NULL)" : "REAL 90", Read(*it, "spec_value"));
     }
 }
