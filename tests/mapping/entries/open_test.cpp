@@ -279,6 +279,7 @@ TEST_F(Model, reference_hears_of_changes_through_the_application) {
     const auto reference = Ref<FIReference>::Adopt(new FIReference(*it));
     int told = 0;
     const auto count = [](void* owner, int) { ++*static_cast<int*>(owner); };
+    EXPECT_FALSE(EntryAt(*it)->Unsubscribe(&told, kValueChanged)) << "nobody listens yet";
     EXPECT_TRUE(reference->Subscribe(&told, kValueChanged, count));
     feed.children[0]->Notify(kValueChanged);
     EXPECT_EQ(1, told);
