@@ -46,8 +46,9 @@ Ref<CCDMClassContext> MakeTree(const Opened& opened, const std::string& class_na
 }
 
 Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
-    if (given) return Ref<FIEntry>::Share(given);
+    // A map that has no way to a top is of no use on another's either.
     if (!library.topNodeFunction) return {};
+    if (given) return Ref<FIEntry>::Share(given);
     return Ref<FIEntry>::Adopt(static_cast<FIEntry*>(library.topNodeFunction()));
 }
 

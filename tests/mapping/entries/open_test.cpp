@@ -33,9 +33,12 @@ TEST_F(Model, open_on_a_given_top_asks_no_function) {
     other.Add("appModel").Add("Sheet").Set("id", "Another");
     const auto it = RootOf(OpenModelOnTop(Files(), other.Entry().Get()));
     EXPECT_EQ("Another", Read(*At(it, "Flowsheet.Name"), "value"));
-    folder.Write("map.xml", "<CCDMMapFile/>");
+    const std::string link = "<CCDMMapFile><Linkage><DLL>model_test.dll</DLL></Linkage>";
+    folder.Write("map.xml", link + "<TopNode FunctionName=\"MakeTop\"/></CCDMMapFile>");
     EXPECT_TRUE(OpenModelOnTop(Files(), other.Entry().Get()))
         << "no root translator: the top itself";
+    folder.Write("map.xml", link + "<TopNode FunctionName=\"NoSuch\"/></CCDMMapFile>");
+    EXPECT_FALSE(OpenModelOnTop(Files(), other.Entry().Get())) << "no function";
 }
 
 TEST_F(Model, open_on_a_node_shows_it_as_the_class) {
