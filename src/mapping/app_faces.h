@@ -12,7 +12,8 @@
 class CCDMAttribute;
 class CCDMClassLibrary;
 
-// Where a class stands on the application: the calculated face first. Both null: on nothing.
+// Where a class stands on the application: the face that is asked for first, of both the calculated
+// one. Both null: on nothing.
 struct AppReferences {
     Ref<FIReference> primary;
     Ref<FIReference> secondary;
@@ -44,7 +45,7 @@ struct AppFaces {
     // The primary one is the specified face, the secondary the calculated one.
     bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
     bool IsSplit() const { return primary.request != BranchRequest::kAny; }
-    // The references in the order in which a class is given them.
+    // The references, the calculated face first.
     AppReferences ByFace() const;
 };
 

@@ -92,9 +92,14 @@ FIContext* CCDMClassEntry::GetContext() {
         return EmptyContext();
     }
     const ClassPlace& here = context_->Place();
+    // The face that was asked for stays the first one all the way down.
+    const AppReferences references =
+        here.branch == BranchRequest::kSpec
+            ? AppReferences{faces_.primary.reference, faces_.secondary.reference}
+            : faces_.ByFace();
     auto below = Ref<CCDMClassContext>::Share(
         new CCDMClassContext({here.library, path_.classRecord, &attribute_,
-                              Ref<CCDMClassEntry>::Share(this), here.branch, faces_.ByFace()}));
+                              Ref<CCDMClassEntry>::Share(this), here.branch, references}));
     return below.Detach();
 }
 

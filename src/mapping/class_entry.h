@@ -92,6 +92,8 @@ class CCDMClassEntry final : public FIEntry,
     const AppFace& SpecFace() const;
     const AppFace& AnyFace() const;
     Source SourceOf(const FIValue& name) const;
+    // Where it is written.
+    Source TargetOf(const FIValue& name) const;
 
     bool ReadOverride(const FIValue& name, Crossing crossing, FIValue& out);
     bool ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out);

@@ -114,12 +114,10 @@ void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     if (crossing == Crossing::kValue) out.SetText(path_.className);
 }
 
-// Under the name that was asked for, of either node; then under the one that it has on its face.
+// Of either node under the name that was asked for, whatever it is called on its face.
 bool CCDMClassEntry::ReadOverride(const FIValue& name, Crossing crossing, FIValue& out) {
-    if (!faces_.primary.overrides && !faces_.secondary.overrides) return false;
     return ReadOverrideOf({&faces_.primary, name, Shown::kValue}, crossing, out) ||
-           ReadOverrideOf({&faces_.secondary, name, Shown::kSpecification}, crossing, out) ||
-           ReadOverrideOf(SourceOf(name), crossing, out);
+           ReadOverrideOf({&faces_.secondary, name, Shown::kSpecification}, crossing, out);
 }
 
 bool CCDMClassEntry::ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out) {
@@ -132,7 +130,7 @@ bool CCDMClassEntry::ReadOverrideOf(const Source& source, Crossing crossing, FIV
         ReadExpression(step, *face.reference, out);
     } else {
         step.ResolveName(*face.reference->GetIterator(), out);
-        if (crossing == Crossing::kValue && !out.IsNull()) {
+        if (source.name.Compare(kValue) == 0 && !out.IsNull()) {
             if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
             if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
         }

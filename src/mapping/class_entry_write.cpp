@@ -35,12 +35,18 @@ FIValue CCDMClassEntry::Reversed(const Source& source, const FIValue& value) {
     return reversed;
 }
 
+// A face that stands alone is told of its specification by that name.
+CCDMClassEntry::Source CCDMClassEntry::TargetOf(const FIValue& name) const {
+    if (faces_.secondary.reference) return SourceOf(name);
+    return {&faces_.primary, name, Is(name, "spec_value") ? Shown::kSpecification : Shown::kValue};
+}
+
 void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
                                   FIValue& out) {
     if (Is(name, "uom")) return SetDisplayUnit(value, FIValue(), out);
     if (Is(name, "spec_uom")) return SetDisplaySpecUnit(value, FIValue(), out);
     if (faces_.IsPure()) return out.SetText(kPure);
-    const Source source = SourceOf(name);
+    const Source source = TargetOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
     const bool is_value = Is(name, "value") || Is(name, "spec_value");
     source.face->reference->SetAttribute(source.name, is_value ? Reversed(source, value) : value,

@@ -46,8 +46,9 @@ Ref<CCDMClassContext> MakeTree(const Opened& opened, const std::string& class_na
 }
 
 Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
-    if (given) return Ref<FIEntry>::Share(given);
+    // A map that has no way to a top is of no use on another's either.
     if (!library.topNodeFunction) return {};
+    if (given) return Ref<FIEntry>::Share(given);
     return Ref<FIEntry>::Adopt(static_cast<FIEntry*>(library.topNodeFunction()));
 }
 
@@ -87,10 +88,10 @@ Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* given) {
     // Reading the key fixes the root of hosts that settle it late.
     char scratch[kScratchSize];
     reference->NameText(scratch, kScratchSize);
+    // One that leads nowhere leaves the tree on what it reached.
     const auto root = library.rootTranslators.find(library.translateName);
-    if (root != library.rootTranslators.end() &&
-        !static_cast<const CCDMTranslator&>(*root->second).Apply(*reference)) {
-        return {};
+    if (root != library.rootTranslators.end()) {
+        static_cast<const CCDMTranslator&>(*root->second).Apply(*reference);
     }
     return MakeTree(opened, kTopClass, std::move(reference));
 }

@@ -37,7 +37,8 @@ Ref<CCDMClassContext> OpenPureModel(const std::string& name, ModuleHandle resour
 Ref<CCDMClassContext> OpenModelOnNode(const ModelFiles& files, const std::string& class_name,
                                       FIReferenceBase& application);
 // On the given top entry, or with null on the one that the map's function gives, at the top class:
-// the map's root translator leads from there to where the tree stands.
+// the map's root translator leads from there to where the tree stands. A map whose function is not
+// found opens on neither.
 Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* top = nullptr);
 // The definitions alone, as a tree: units and classes are read.
 Ref<FIEntry> OpenDictionary(const ModelFiles& files);

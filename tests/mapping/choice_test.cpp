@@ -198,6 +198,56 @@ TEST_F(Choice, inheritance_costs_its_distance) {
     });
 }
 
+// The attribute x at k = 0, Pump at 1, Unit at 2, Case at 3; a Pump is a Unit.
+TEST_F(Choice, scores_are_summed_over_container_and_id) {
+    const char* const levels = "Case:c/Unit:u/Pump:p/:x";
+    Check({
+        // 10 + 20 = 30 against 30 + 10 = 40
+        {levels, {{"far", "Case", "p"}, {"near", "Pump", "u"}}, "near"},
+        // 10 + 1 + 100 = 111: the subclass at k = 1 stands before the class at k = 2
+        {levels, {{"case", "Case", "p"}, {"unit", "Unit"}}, "case"},
+        {levels, {{"case", "Case"}, {"unit", "Unit"}}, "unit"},
+        // Case is not above Pump, so k = 2: 20 - 1 + 100 = 119 against 111
+        {levels, {{"dotted", "Case.Unit"}, {"unit", "Unit"}}, "unit"},
+        // 119 against 100 + 30 = 130
+        {levels, {{"dotted", "Case.Unit"}, {"c", "", "c"}}, "dotted"},
+        // twice 119, of which 100 + 0 is nearer
+        {levels, {{"dotted", "Case.Unit"}, {"c.u", "", "c.u"}, {"x", "", "x"}}, "x"},
+        // the subclass at k = 1 with Unit above: 10 - 1 + 1 + 0 = 10 against 9 + 10 = 19
+        {levels, {{"exact", "Unit.Pump", "p"}, {"sub", "Unit.Unit", "x"}}, "sub"},
+        // 9 + 0 = 9 against 10
+        {levels, {{"sub", "Unit.Unit", "x"}, {"exact", "Unit.Pump", "x"}}, "exact"},
+        // 10 - 2 + 10 - 2 = 16 against 10 - 2 + 10 - 1 = 17
+        {levels, {{"two", "Case.Unit.Pump", "u.p"}, {"three", "Case.Unit.Pump", "c.u.p"}}, "three"},
+        // 0 - 3 + 100 = 97 for the whole way of ids against 10 - 1 + 100
+        {levels, {{"pump", "Unit.Pump"}, {"way", "", "c.u.p.x"}}, "way"},
+    });
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(Choice, dotted_match_of_the_entry_itself_outweighs_a_missing_part) {
+    Check({
+        // 10000 + 0 - 1 = 9999 is still below the bound
+        {"Case:c/Pump:p/:x", {{"dotted", "None", "p.x"}}, "dotted"},
+        {"Pump:p/Stream:x", {{"dotted", "Pump.Stream", "none"}}, "dotted"},
+        {"Case:c/Pump:p/:x", {{"dotted", "None", "p.x"}, {"longer", "None", "c.p.x"}}, "longer"},
+        {"Case:c/Pump:p/:x", {{"dotted", "None", "p.x"}, {"any"}}, "any"},
+        // 10000 + 0 and 10000 + 10 - 1 are not
+        {"Case:c/Pump:p/:x", {{"plain", "None", "x"}}, "(none)"},
+        {"Case:c/Pump:p/:x", {{"above", "None", "c.p"}}, "(none)"},
+    });
+}
+
+TEST_F(Choice, parent_without_a_name_stands_beyond_the_top) {
+    Check({
+        // 10 - 1 + 100 = 109 against 110
+        {"Pump:p/:x", {{"pump", "Pump"}, {"top", "..Pump"}}, "top"},
+        {"Case:c/Pump:p/:x", {{"top", "..Pump"}}, "(none)"},
+        // 100 + 10 - 2 = 108 against 109
+        {"Case:c/Pump:p/:x", {{"c.p", "", "c.p"}, {"top", "", "..c.p"}}, "top"},
+    });
+}
+
 TEST_F(Choice, branches_serve_their_requests) {
     struct Serves {
         CCDMBranch branch;
@@ -377,6 +427,11 @@ TEST_F(Choice, dump_tells_of_every_candidate) {
          std::string(kNoContainer) + kNoId + Element("a") + kUsed + Element("b")},
         {{{"a", "Pump", "", kBothFaces, {{"v", "1"}}}, {"b"}},
          kConditional + Element("a") + kUsed + Element("b")},
+        // each new best one takes the mark over
+        {{{"a"}, {"b", "", "p"}, {"c", "Pump", "p"}},
+         kNot + Element("a") + kNot + Element("b") + kUsed + Element("c")},
+        // 10000 - 1 is a match though one part is missing
+        {{{"a", "None", "p.x"}}, std::string(kNoContainer) + kUsed + Element("a")},
         // a tie that the branch decides is not marked
         {{{"a"}, {"b", "", "", kCalc}}, kNot + Element("a") + kNot + Element("b"), 2},
         {{{"b", "", "", kCalc}, {"a"}}, kNot + Element("b") + kNot + Element("a"), 2},

@@ -77,6 +77,14 @@ TEST(SaxElementHandler, operations_stand_in_a_fixed_order) {
     for (int i = 0; i < 8; ++i) EXPECT_EQ(slots[i], kDestructorSlots + i) << i;
 }
 
+TEST(SaxElementHandler, plain_one_takes_no_element) {
+    SaxElementHandler plain;
+    EXPECT_FALSE(plain.OnStart("a", nullptr, {{"Name", "x"}}));
+    plain.StartElement("a", nullptr, {});
+    EXPECT_FALSE(plain.EndElement(nullptr)) << "the end of what was skipped";
+    EXPECT_TRUE(plain.EndElement(nullptr));
+}
+
 TEST(SaxElementHandler, first_child_that_takes_the_element_is_active_until_it_ends) {
     Events events;
     {

@@ -129,6 +129,45 @@ TEST(ShippedLibrary, is_read_with_no_word_but_about_files_to_come) {
     EXPECT_EQ(shipped.library.enumerations.size(), 20u);
 }
 
+// The name in the element's first attribute, for each element that begins with `start`.
+std::vector<std::string> NamesBehind(const std::string& text, const std::string& start) {
+    std::vector<std::string> names;
+    for (std::size_t at = text.find(start); at != std::string::npos; at = text.find(start, at)) {
+        at += start.size();
+        names.push_back(text.substr(at, text.find('"', at) - at));
+    }
+    return names;
+}
+
+TEST(ShippedLibrary, has_every_class_and_attribute_that_its_files_tell_of) {
+    const ShippedLibrary shipped;
+    std::size_t attributes = 0;
+    for (const std::filesystem::path& path : ShippedFiles()) {
+        const std::string text = Bytes(path);
+        if (text.find("<QZClassLibrary") == std::string::npos) continue;
+        for (const char* element : {"<Class Name=\"", "<ClassAttributes Name=\""}) {
+            for (const std::string& name : NamesBehind(text, element)) {
+                EXPECT_NE(shipped.library.FindClass(name), nullptr) << name;
+            }
+        }
+        for (const std::string& name : NamesBehind(text, "<Enumeration Name=\"")) {
+            EXPECT_NE(shipped.library.FindEnumeration(name), nullptr) << name;
+        }
+        for (std::size_t at = text.find("<ClassAttributes Name=\""); at != std::string::npos;
+             at = text.find("<ClassAttributes Name=\"", at + 1)) {
+            const std::string block = text.substr(at, text.find("</ClassAttributes>", at) - at);
+            const std::string owner = NamesBehind(block, "<ClassAttributes Name=\"").front();
+            const CCDMClass* record = shipped.library.FindClass(owner);
+            ASSERT_NE(record, nullptr) << owner;
+            std::vector<std::string> read;
+            for (const CCDMAttribute* each : record->attributes) read.push_back(each->name);
+            EXPECT_EQ(read, NamesBehind(block, "<Attribute Name=\"")) << owner;
+            attributes += read.size();
+        }
+    }
+    EXPECT_GT(attributes, 300u);
+}
+
 TEST(ShippedLibrary, files_stand_alone) {
     const TemporaryFolder folder;
     for (const char* file : {"QSIUnitOperation.xml", "QSIStreams.xml"}) {

@@ -1,5 +1,7 @@
 // Attribute services: the table, values across units and option names, writes, display units.
 
+#include <cstring>
+
 #include "mapping/attr_cursor.h"
 #include "model_fixture.h"
 
@@ -127,7 +129,34 @@ TEST_F(Model, overrides_of_the_second_face) {
     folder.Write("map.xml", map);
     EXPECT_EQ("specified", Value("Flowsheet.Faces.Split", "description"));
     EXPECT_EQ("REAL 77", Value("Flowsheet.Faces.Split", "value"));
-    EXPECT_EQ("REAL 77", Value("Flowsheet.Faces.Split", "spec_value"));
+    EXPECT_EQ("REAL 400", Value("Flowsheet.Faces.Split", "spec_value")) << "the node's own value";
+}
+
+TEST_F(Model, overrides_of_one_translator_stay_beside_another_without_any) {
+    std::string map = kTestMap;
+    const std::string list = R"(<TranslateArray Type="Map">Levels.*</TranslateArray>)";
+    map.replace(map.find(list), list.size(),
+                R"(<Translate Type="Dummy"><NodeAttributes>
+        <Attribute Name="description">'said</Attribute></NodeAttributes></Translate>)" +
+                    list);
+    folder.Write("map.xml", map);
+    EXPECT_EQ("said", Value("Flowsheet.Level#1", "description"));
+    EXPECT_EQ("REAL 2.5", Value("Flowsheet.Level#1"));
+}
+
+// Half is a Real, Whole an Integer.
+TEST_F(Model, constants_take_the_type_of_the_attribute_as_value_alone) {
+    std::string map = kTestMap;
+    for (const char* value : {R"('"0.5"</Attribute>)", R"('"12"</Attribute>)"}) {
+        const std::string also =
+            std::string(value) + "<Attribute Name=\"spec_value\">'\"3\"</Attribute>";
+        map.replace(map.find(value), std::strlen(value), also);
+    }
+    folder.Write("map.xml", map);
+    EXPECT_EQ("REAL 0.5", Value("Flowsheet.Stream.Half"));
+    EXPECT_EQ("3", Value("Flowsheet.Stream.Half", "spec_value"));
+    EXPECT_EQ("INT 12", Value("Flowsheet.Stream.Whole"));
+    EXPECT_EQ("3", Value("Flowsheet.Stream.Whole", "spec_value"));
 }
 
 TEST_F(Model, options_are_read_by_the_attributes_table_then_the_enumerations) {
@@ -332,6 +361,25 @@ TEST_F(Model, faces_are_written_where_they_are) {
     constexpr char kNone[] = "No application node on default branch, can't map CCDM entry";
     EXPECT_EQ(kNone, Set(*At("Flowsheet.Faces.OnlySpec"), "value", nine));
     EXPECT_EQ(kNone, Set(*At("Flowsheet.Faces.OnlyCalc"), "spec_value", nine));
+}
+
+// One face alone was asked for, so there is no second node to be specified.
+TEST_F(Model, face_that_stands_alone_is_told_its_specification_by_that_name) {
+    for (const char* branch : {"Calc", "Spec"}) {
+        std::string map = kTestMap;
+        map.insert(map.find("<Class Name=\"QSISimulation\">"),
+                   std::string("<DefaultBranch>") + branch + "</DefaultBranch>");
+        folder.Write("map.xml", map);
+        feed.children[1]->Set("value", 100.0).Set("spec_value", 50.0);
+        const auto it = At("Flowsheet.Stream.Pressure");
+        EXPECT_EQ("(NULL)", Set(*it, "spec_value", FIValue::OfReal(60))) << branch;
+        EXPECT_EQ("REAL 60", Raw(*feed.children[1], "spec_value")) << branch;
+        EXPECT_EQ("REAL 100", Raw(*feed.children[1])) << branch;
+        EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(90))) << branch;
+        EXPECT_EQ("REAL 90", Raw(*feed.children[1])) << branch;
+        EXPECT_EQ("REAL 90", Read(*it, "value")) << branch;
+        EXPECT_EQ(std::string(branch) == "Calc" ? "(NULL)" : "REAL 90", Read(*it, "spec_value"));
+    }
 }
 
 TEST_F(Model, units_of_the_nodes_are_set_by_the_applications_names) {

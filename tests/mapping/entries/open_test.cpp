@@ -33,9 +33,12 @@ TEST_F(Model, open_on_a_given_top_asks_no_function) {
     other.Add("appModel").Add("Sheet").Set("id", "Another");
     const auto it = RootOf(OpenModelOnTop(Files(), other.Entry().Get()));
     EXPECT_EQ("Another", Read(*At(it, "Flowsheet.Name"), "value"));
-    folder.Write("map.xml", "<CCDMMapFile/>");
+    const std::string link = "<CCDMMapFile><Linkage><DLL>model_test.dll</DLL></Linkage>";
+    folder.Write("map.xml", link + "<TopNode FunctionName=\"MakeTop\"/></CCDMMapFile>");
     EXPECT_TRUE(OpenModelOnTop(Files(), other.Entry().Get()))
         << "no root translator: the top itself";
+    folder.Write("map.xml", link + "<TopNode FunctionName=\"NoSuch\"/></CCDMMapFile>");
+    EXPECT_FALSE(OpenModelOnTop(Files(), other.Entry().Get())) << "no function";
 }
 
 TEST_F(Model, open_on_a_node_shows_it_as_the_class) {
@@ -87,11 +90,18 @@ TEST_F(Model, failed_opens_leave_nothing) {
     folder.Write("map.xml", kTestMap);
     EXPECT_FALSE(OpenPureModel("none.xml", nullptr));
     EXPECT_FALSE(OpenDictionary({"none.xml", "", "units.xml", "", nullptr, nullptr}));
-    top.children[0]->name = Text("notTheModel");
-    EXPECT_FALSE(OpenModelOnTop(Files())) << "the root translator fails";
     top.children.clear();
     EXPECT_FALSE(OpenModelOnTop(Files())) << "the function has no top";
     EXPECT_EQ(libraries, CountOf(CountedClass::CCDMClassLibrary).alive);
+}
+
+TEST_F(Model, root_translator_that_leads_nowhere_leaves_the_tree_on_the_top) {
+    top.children[0]->name = Text("notTheModel");
+    const auto context = OpenModelOnTop(Files());
+    ASSERT_TRUE(context);
+    FIValue path;
+    context->Place().references.primary->GetPath(path);
+    EXPECT_EQ("Top", path.ToText());
 }
 
 TEST_F(Model, open_without_units_goes_on) {
@@ -272,6 +282,7 @@ TEST_F(Model, reference_hears_of_changes_through_the_application) {
     const auto reference = Ref<FIReference>::Adopt(new FIReference(*it));
     int told = 0;
     const auto count = [](void* owner, int) { ++*static_cast<int*>(owner); };
+    EXPECT_FALSE(EntryAt(*it)->Unsubscribe(&told, kValueChanged)) << "nobody listens yet";
     EXPECT_TRUE(reference->Subscribe(&told, kValueChanged, count));
     feed.children[0]->Notify(kValueChanged);
     EXPECT_EQ(1, told);

@@ -258,6 +258,22 @@ TEST_F(Model, branch_of_the_library_asks_for_one_face_first) {
     }
 }
 
+TEST_F(Model, asked_face_stays_the_first_on_every_level) {
+    for (const char* branch : {"Calc", "Spec"}) {
+        std::string map = kTestMap;
+        map.insert(map.find("<Class Name=\"QSISimulation\">"),
+                   std::string("<DefaultBranch>") + branch + "</DefaultBranch>");
+        folder.Write("map.xml", map);
+        for (const char* path : {"Flowsheet", "Flowsheet.Stream", "Flowsheet.Stream.Pressure",
+                                 "Flowsheet.Faces.Both"}) {
+            const auto it = At(path);
+            const AppFaces& at = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
+            EXPECT_TRUE(at.primary.reference) << branch << " " << path;
+            EXPECT_FALSE(at.secondary.reference) << branch << " " << path;
+        }
+    }
+}
+
 TEST_F(Model, ancestor_paths_count_from_the_top) {
     const auto it = At("Flowsheet.Unit#0.Head");
     const AncestorPath& path = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Path();
