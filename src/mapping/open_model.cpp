@@ -48,7 +48,7 @@ Ref<CCDMClassContext> MakeTree(const Opened& opened, const std::string& class_na
 Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
     if (given) return Ref<FIEntry>::Share(given);
     if (!library.topNodeFunction) return {};
-    return Ref<FIEntry>::Adopt(static_cast<FIEntry*>(library.topNodeFunction()));
+    return Ref<FIEntry>::Adopt(library.topNodeFunction());
 }
 
 }  // namespace

@@ -7,8 +7,10 @@
 #include <initializer_list>
 #include <string>
 
+#include "framework/iterator.h"
 #include "framework/ref.h"
-#include "semantic/contract.h"
+#include "framework/semantic_function.h"
+#include "value/fi_value.h"
 
 namespace semantic {
 
