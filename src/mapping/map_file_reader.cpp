@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "diagnostics/error_log.h"
 #include "mapping/map_file.h"
 #include "mapping/map_text.h"
 #include "mapping/map_translator_elements.h"

@@ -248,6 +248,19 @@ TEST(MapFile, log_element_names_file_and_level) {
     EXPECT_THAT(read.folder.Read("other.log"), testing::HasSubstr("Class None not found"));
 }
 
+TEST(MapFile, log_element_never_reaches_other_files) {
+    const ReadMap read(Map("<Log File='map.xml' Level='much'/>"));
+    EXPECT_TRUE(read.done);
+    const std::string place =
+        "  XML Parser Severe Error: file " + read.folder.File("map.xml") + " at line 3, ";
+    EXPECT_THAT(
+        read.lines,
+        ElementsAre(place + "Log File map.xml is not used: give a name that ends in .log and "
+                            "stays below the working directory",
+                    place + "Log Level much is not used: give a whole number"));
+    EXPECT_THAT(read.folder.Read("map.xml"), testing::HasSubstr("CCDMMapFile"));
+}
+
 // ---- translators
 
 TEST(MapFile, root_translators_have_no_container) {

@@ -229,6 +229,64 @@ TEST(ClassFile, log_element_names_file_and_level) {
     EXPECT_EQ(SetLogLevel(9), 8);
 }
 
+TEST(ClassFile, log_may_lie_in_a_folder_below) {
+    const TemporaryFolder folder;
+    const LogLines log(folder);
+    std::filesystem::create_directory(folder.Path() / "sub");
+    folder.Write("lib.xml", Library("<Log File='sub/other.log' Level='-1'/>"));
+    CCDMClassLibrary library;
+    EXPECT_TRUE(library.ReadClassFile("lib.xml"));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    LogMessage("line");
+    EXPECT_TRUE(folder.Has("sub/other.log"));
+    EXPECT_EQ(SetLogLevel(9), -1);
+}
+
+// Opening a log empties the file that it names.
+TEST(ClassFile, log_element_never_reaches_other_files) {
+    const TemporaryFolder outside;
+    outside.Write("precious.log", "kept");
+    for (const std::string& name :
+         {std::string("../") + outside.Path().filename().string() + "/precious.log",
+          outside.File("precious.log"), std::string("sub/../../precious.log"),
+          std::string("precious.txt"), std::string("precious.log.txt"), std::string("precious.LOG"),
+          std::string("precious"), std::string("nul.log"), std::string("C:precious.log"),
+          std::string("\\\\host\\share\\precious.log"), std::string()}) {
+        const TemporaryFolder folder;
+        const LogLines log(folder, 6);
+        folder.Write("precious.txt", "kept");
+        folder.Write("lib.xml", Library("<Log File='" + name + "'/><Class Name='A'/>"));
+        CCDMClassLibrary library;
+        EXPECT_TRUE(library.ReadClassFile("lib.xml")) << name;
+        EXPECT_NE(library.FindClass("A"), nullptr) << name;
+        LogMessage("behind");
+        EXPECT_THAT(log.Lines(),
+                    ElementsAre("  XML Parser Severe Error: file " + folder.File("lib.xml") +
+                                    " at line 2, Log File " + name.substr(0, 128) +
+                                    " is not used: give a name that ends in .log and stays below "
+                                    "the working directory",
+                                "behind"))
+            << name;
+        EXPECT_EQ(SetLogLevel(9), 6) << name << ": the present log goes on as it was";
+        EXPECT_EQ(folder.Read("precious.txt"), "kept") << name;
+    }
+    EXPECT_EQ(outside.Read("precious.log"), "kept");
+}
+
+TEST(ClassFile, log_level_is_a_whole_number) {
+    for (const char* text : {"", "many", "7x", "7.5", " 7", "0x7", "99999999999"}) {
+        const TemporaryFolder folder;
+        const LogLines log(folder, 6);
+        folder.Write("lib.xml", Library("<Log Level='" + std::string(text) + "'/>"));
+        CCDMClassLibrary library;
+        EXPECT_TRUE(library.ReadClassFile("lib.xml")) << text;
+        EXPECT_EQ(SetLogLevel(9), 6) << text;
+        EXPECT_THAT(log.Lines(), ElementsAre("  XML Parser Severe Error: file " +
+                                             folder.File("lib.xml") + " at line 2, Log Level " +
+                                             text + " is not used: give a whole number"));
+    }
+}
+
 TEST(ClassFile, quantity_comes_from_the_unit_source) {
     const OfferedFake fake;
     const TemporaryFolder folder;
