@@ -878,11 +878,17 @@ TEST(MapFile, includes_never_leave_the_search_folders) {
                       Map("<Include Mapfile='../secret.xml'/><Include Mapfile='..\\secret.xml'/>"
                           "<Include Mapfile='sub/../../secret.xml'/><Include Mapfile='" +
                           read.folder.File("secret.xml") + "'/><Include Mapfile='sub/near.xml'/>"));
+    OpenErrorLog(read.folder.File("lines.log").c_str());
     std::filesystem::current_path(read.folder.Path() / "inner");
     EXPECT_TRUE(ReadMapFile(read.library, "top.xml"));
     std::filesystem::current_path(read.folder.Path());
     EXPECT_EQ(read.library.defaultTranslateName, "T");
     EXPECT_EQ(read.library.defaultBranch, CCDMBranch::kCalc) << "a folder below is within";
+    const std::string missing = "  Failed to find Convert Resource: ";
+    EXPECT_THAT(read.log.Lines(),
+                ElementsAre(missing + "../secret.xml", missing + "..\\secret.xml",
+                            missing + "sub/../../secret.xml",
+                            missing + read.folder.File("secret.xml").substr(0, 128)));
     read.library.mapFiles.clear();
     EXPECT_TRUE(ReadMapFile(read.library, read.folder.File("secret.xml")));
     EXPECT_EQ(read.library.defaultTranslateName, "Secret") << "a caller may name any file";

@@ -386,11 +386,14 @@ TEST(ClassFile, broken_files_fail_and_keep_what_was_read) {
     const std::string start = "<QZClassLibrary><Class Name='A'/>";
     std::string deep = "<QZClassLibrary>";
     for (int i = 0; i < 100000; ++i) deep += "<x>";
+    std::string deep_known = start;
+    for (int i = 0; i < 100000; ++i) deep_known += "<Header>";
     const std::string bomb =
         "<!DOCTYPE a [<!ENTITY x 'xx'><!ENTITY y '&x;&x;'>]><QZClassLibrary>&y;</QZClassLibrary>";
     for (const std::string& text :
-         {start, start + "<Class></QZClassLibrary>", std::string(), std::string("no xml"),
-          start + "&none;</QZClassLibrary>", deep, bomb, start + "\xFF</QZClassLibrary>"}) {
+         {deep_known, start, start + "<Class></QZClassLibrary>", std::string(),
+          std::string("no xml"), start + "&none;</QZClassLibrary>", deep, bomb,
+          start + "\xFF</QZClassLibrary>"}) {
         const ReadLibrary read(text);
         EXPECT_FALSE(read.done) << text.substr(0, 80);
         ASSERT_EQ(read.lines.size(), 2u) << text.substr(0, 80);
@@ -398,7 +401,7 @@ TEST(ClassFile, broken_files_fail_and_keep_what_was_read) {
                                               read.folder.File("lib.xml") + " at line "));
         EXPECT_EQ(read.lines[1], "  Failed parsing CCDM File: lib.xml");
         if (text.starts_with(start)) {
-            EXPECT_NE(read.library.FindClass("A"), nullptr) << text;
+            EXPECT_NE(read.library.FindClass("A"), nullptr) << text.substr(0, 80);
         }
     }
 }
@@ -491,11 +494,16 @@ TEST(ClassFile, includes_never_leave_the_search_folders) {
                          "<Include Library='sub/../../secret.xml'/>"
                          "<Include Library='" +
                          folder.File("secret.xml") + "'/><Include Library='sub/near.xml'/>"));
+    OpenErrorLog(folder.File("lines.log").c_str());
     std::filesystem::current_path(folder.Path() / "inner");
     CCDMClassLibrary library;
     EXPECT_TRUE(library.ReadClassFile("top.xml"));
     std::filesystem::current_path(folder.Path());
     EXPECT_EQ(library.FindClass("Secret"), nullptr);
+    const std::string missing = "  Failed to find CCDM Resource: ";
+    EXPECT_THAT(log.Lines(), ElementsAre(missing + "../secret.xml", missing + "..\\secret.xml",
+                                         missing + "sub/../../secret.xml",
+                                         missing + folder.File("secret.xml").substr(0, 128)));
     EXPECT_NE(library.FindClass("Near"), nullptr) << "a folder below is within";
     CCDMClassLibrary direct;
     EXPECT_TRUE(direct.ReadClassFile(folder.File("secret.xml"))) << "a caller may name any file";
