@@ -39,6 +39,12 @@ void ErrorLog::Message(const char* text) {
     if (const auto file = OpenFile(file_, "a+")) {
         std::fprintf(file.get(), " %s\n", text == nullptr ? "" : text);
     }
+    if (listener_ != nullptr) listener_(listener_owner_, text == nullptr ? "" : text);
+}
+
+void ErrorLog::SetListener(LogListener listener, void* owner) noexcept {
+    listener_ = listener;
+    listener_owner_ = owner;
 }
 
 void ErrorLog::AtLevel(const char* text, int level) {

@@ -8,6 +8,9 @@
 
 #include <string>
 
+// Called with each line as it was given to the log, on the thread that writes.
+using LogListener = void (*)(void* owner, const char* text);
+
 class ErrorLog {
  public:
     static constexpr int kDefaultLevel = 5;
@@ -25,11 +28,15 @@ class ErrorLog {
     void Message(const char* text);
     // Writes the line when `level` is at most the log's.
     void AtLevel(const char* text, int level);
+    // Hands every line to a listener too, until the next call; null for nobody.
+    void SetListener(LogListener listener, void* owner) noexcept;
 
  private:
     std::string file_ = kDefaultFile;
     int level_ = kDefaultLevel;
     bool opened_ = false;
+    LogListener listener_ = nullptr;
+    void* listener_owner_ = nullptr;
 };
 
 // The log of the module.

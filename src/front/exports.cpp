@@ -124,6 +124,11 @@ bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& erro
     return true;
 }
 
+void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text), void* owner) {
+    if (file) SetLogFile(file);
+    ModuleLog().SetListener(listener, owner);
+}
+
 const char* FixtopVersion() {
     return FIXTOP_VERSION;
 }

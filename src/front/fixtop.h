@@ -71,6 +71,10 @@ FIXTOP_EXPORT void FixtopInstallHost(host::HostServices* services);
 FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 // The steps of a path expression as text; false and the parse error when it does not parse.
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
+// Names the file of the module's log, which lies in the working directory when it has no folder;
+// null keeps the one it has. Each line also goes to `listener`, until the next call; null for none.
+FIXTOP_EXPORT void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text),
+                                void* owner);
 // The module's version, "0.1.0".
 FIXTOP_EXPORT const char* FixtopVersion();
 

@@ -12,8 +12,11 @@ const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translat
 }
 
 bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* reference) {
-    return Find(query, query.attribute.translators, request, reference) != nullptr ||
-           Find(query, query.attribute.arrayTranslators, request, reference) != nullptr;
+    const auto has = [&](const TranslatorMap& translators) {
+        return HasTranslator(query.library.translateName, query.path, translators, reference,
+                             request);
+    };
+    return has(query.attribute.translators) || has(query.attribute.arrayTranslators);
 }
 
 struct Requests {

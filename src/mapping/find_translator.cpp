@@ -1,5 +1,6 @@
 #include "mapping/find_translator.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "diagnostics/error_log.h"
@@ -134,11 +135,12 @@ struct Choice {
     }
 };
 
-void Weigh(CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase* reference,
-           const Dump& dump, Choice& choice) {
+// At least kNoMatch for one that can't be chosen.
+int Weigh(const CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase* reference,
+          const Dump& dump) {
     if (translator.conditions != nullptr && !Hold(*translator.conditions, reference)) {
         dump.Comment(kFailedConditional);
-        return;
+        return kNoMatch;
     }
     int score = 0;
     for (const Pass& pass : kPasses) {
@@ -146,8 +148,7 @@ void Weigh(CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase
         if (part == kNoMatch) dump.Comment(pass.no_match);
         score += part;
     }
-    if (score >= kNoMatch) return;
-    choice.Take(translator, score, dump.Comment(kNotBest));
+    return score;
 }
 
 const char* ShownText(const std::string& text) {
@@ -164,6 +165,17 @@ void LogDuplicate(const AncestorPath& path, const CCDMTranslator& translator) {
 
 }  // namespace
 
+bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
+                   const TranslatorMap& translators, FIReferenceBase* reference,
+                   BranchRequest request) {
+    const auto [first, last] = translators.equal_range(translate_name);
+    return std::any_of(first, last, [&](const auto& row) {
+        const auto& translator = static_cast<const CCDMTranslator&>(*row.second);
+        return BranchAccepts(translator.branch, request) &&
+               Weigh(translator, path, reference, Dump(nullptr)) < kNoMatch;
+    });
+}
+
 CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
                                const TranslatorMap& translators, FIReferenceBase* reference,
                                BranchRequest request, std::string* dump_text) {
@@ -173,7 +185,8 @@ CCDMTranslator* FindTranslator(const std::string& translate_name, const Ancestor
     for (auto row = first; row != last; ++row) {
         auto& translator = static_cast<CCDMTranslator&>(*row->second);
         if (BranchAccepts(translator.branch, request)) {
-            Weigh(translator, path, reference, dump, choice);
+            const int score = Weigh(translator, path, reference, dump);
+            if (score < kNoMatch) choice.Take(translator, score, dump.Comment(kNotBest));
         }
         dump.Element(translator);
     }

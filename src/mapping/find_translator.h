@@ -9,6 +9,11 @@
 #include "mapping/branch_request.h"
 #include "mapping/translator.h"
 
+// Whether one of the translators would be chosen; asks no more than it must and logs nothing.
+bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
+                   const TranslatorMap& translators, FIReferenceBase* reference,
+                   BranchRequest request);
+
 // Null when the attribute has no translator here. Conditions read the reference's variables; without
 // a reference none of them holds. With `dump` each candidate is written there as XML, with a comment
 // on why it was left, or that it is used.

@@ -82,9 +82,12 @@ class Choice : public testing::Test {
             TranslatorMap map;
             for (const Candidate& candidate : row.candidates) Add(map, candidate);
             const Levels levels(row.levels, &library_);
-            const CCDMTranslator* chosen = FindTranslator("T", levels.Path(), map, reference_.Get(),
-                                                          static_cast<BranchRequest>(row.request));
+            const auto request = static_cast<BranchRequest>(row.request);
+            const CCDMTranslator* chosen =
+                FindTranslator("T", levels.Path(), map, reference_.Get(), request);
             EXPECT_EQ(BodyOf(chosen), row.chosen) << "row " << i << ": " << row.levels;
+            const bool has = HasTranslator("T", levels.Path(), map, reference_.Get(), request);
+            EXPECT_EQ(has, chosen != nullptr) << "row " << i << ": " << row.levels;
         }
     }
 

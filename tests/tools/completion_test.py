@@ -34,7 +34,7 @@ class BashCompletion(ProgramTest):
         self.assertEqual(["demo"], self.complete("get", "de"))
 
     def test_options(self):
-        self.assertEqual(["--unit"], self.complete("get", "demo", "--u"))
+        self.assertEqual(["--unit", "--units"], self.complete("get", "demo", "--u"))
         self.assertEqual(["--depth"], self.complete("tree", "demo", "--de"))
 
     def test_paths(self):

@@ -33,6 +33,9 @@ class Read(ProgramTest):
     def test_names_may_be_other_than_ascii(self):
         self.check(self.get(STREAMS + ".Größe.Temperature"), DONE, "300\n", "")
 
+    def test_parentheses_end_a_path_of_the_raw_view(self):
+        self.check(self.get(f"{FEED}(status).Temperature"), DONE, "OK\n", "")
+
     def test_attributes(self):
         self.check(self.get(FEED, "--attr", "type"), DONE, "MaterialStreamObject\n", "")
         self.check(self.get(f"{FEED}(type)"), DONE, "MaterialStreamObject\n", "")

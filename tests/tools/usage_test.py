@@ -8,7 +8,7 @@ from small_case import small_case, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
 WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
-         "demo", "complete"]
+         "demo", "complete", "explain", "classes"]
 
 
 class Usage(ProgramTest):
@@ -28,12 +28,15 @@ class Usage(ProgramTest):
 
     def test_wrong_lines_end_with_2_and_usage(self):
         lines = [[], ["nonsense"], ["--nonsense"], ["ls"], ["ls", "demo", "a", "b"],
-                 ["ls", "demo", "--nonsense"], ["table", "demo", "x"], ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
+                 ["ls", "demo", "--nonsense"], ["table", "demo", "x"],
+                 ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
                  ["set", "demo", "x"], ["set", "demo"], ["tree", "demo", "--depth", "x"],
                  ["tree", "demo", "--depth", "-1"], ["tree", "demo", "--depth"], ["path"],
                  ["get", "demo", "x", "--unit"], ["solve"], ["watch", "demo"],
                  ["watch", "demo", "x", "--set", "y"], ["demo", "x"], ["shell"],
-                 ["shell", "demo", "x"], ["cd", "demo"], ["complete", "demo"]]
+                 ["shell", "demo", "x"], ["cd", "demo"], ["complete", "demo"], ["explain", "demo"],
+                 ["explain", "demo", "x", "--neutral"], ["classes", "a", "b"], ["classes", "--map", "x"],
+                 ["solve", "demo", "--neutral"], ["ls", "demo", "--library"]]
         for line in lines:
             with self.subTest(line):
                 result = self.check(run(*line), USAGE, out="")

@@ -21,7 +21,8 @@ CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
     FixtopInstallHost(&host_->Services());
 }
 
-std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, std::string& problem) {
+std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
+                                               std::string& problem) {
     std::unique_ptr<CaseSession> session(new CaseSession);
     const casehost::OpenResult opened = casehost::OpenCase(*session->host_, name);
     if (!opened) {
@@ -31,10 +32,16 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, std::str
     for (const casehost::CaseProblem& remark : opened.problems) {
         session->remarks_.push_back(remark.Text());
     }
-    session->entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(session->host_->ActiveCase()));
-    session->top_ = NodeRef::Adopt(FixtopMakeIterator(session->entry_.Get(), false));
-    session->here_ = session->Top();
-    return session;
+    return session->ShowCase(view, problem) ? std::move(session) : nullptr;
+}
+
+bool CaseSession::ShowCase(const ViewOptions& view, std::string& problem) {
+    entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(host_->ActiveCase()));
+    const Ref<FIEntry> root = view.neutral ? OpenNeutral(*entry_, view, problem) : entry_;
+    if (!root) return false;
+    top_ = NodeRef::Adopt(FixtopMakeIterator(root.Get(), false));
+    here_ = Top();
+    return true;
 }
 
 // What stands on the case goes before the case, and the module's host last.

@@ -11,6 +11,7 @@
 
 #include "front/fixtop.h"
 #include "node.h"
+#include "view.h"
 
 namespace casehost {
 class CaseHost;
@@ -18,14 +19,15 @@ class CaseHost;
 
 class CaseSession {
  public:
-    // Opens a file or, by the name "demo", the case that the program carries. Null and the reason,
-    // with file and place, when it can't be read.
-    static std::unique_ptr<CaseSession> Open(const std::string& name, std::string& problem);
+    // Opens a file or, by the name "demo", the case that the program carries, in one of its views.
+    // Null and the reason, with file and place, when it can't be read.
+    static std::unique_ptr<CaseSession> Open(const std::string& name, const ViewOptions& view,
+                                             std::string& problem);
     ~CaseSession();
 
     // What the reader of the file had to say, though it could read it.
     const std::vector<std::string>& Remarks() const { return remarks_; }
-    // An iterator on the top node.
+    // An iterator on the top node of the view.
     NodeRef Top() const { return CopyOf(*top_); }
     // Where paths begin: the top node until it is moved.
     FIIteratorBase& Here() const { return *here_; }
@@ -40,6 +42,8 @@ class CaseSession {
 
  private:
     CaseSession();
+
+    bool ShowCase(const ViewOptions& view, std::string& problem);
 
     std::unique_ptr<casehost::CaseHost> host_;
     Ref<FIEntry> entry_;

@@ -75,12 +75,16 @@ class CommandLine {
     void Add(const WordRow& row) {
         CLI::App* sub = app_.add_subcommand(row.name, row.summary);
         sub->footer(row.details);
-        if (row.takes_case && place_ == Place::kProgram) {
-            AddText(*sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
-        }
+        if (place_ == Place::kProgram) AddCase(row, *sub);
         words_.push_back(row.make());
         words_.back()->Declare(*sub);
         rows_.push_back(&row);
+    }
+    void AddCase(const WordRow& row, CLI::App& sub) {
+        if (row.view == View::kNone) return;
+        AddText(sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
+        if (row.view == View::kEither) AddNeutral(sub, view_);
+        if (row.view != View::kRaw) AddModel(sub, view_);
     }
     ExitCode Refuse(const std::string& problem, Output& out) {
         out.Note("fixtop: " + problem);
@@ -116,9 +120,10 @@ class CommandLine {
         const auto at = std::find_if(rows_.begin(), rows_.end(),
                                      [&](const WordRow* row) { return row->name == name; });
         Word& word = *words_[at - rows_.begin()];
-        if (!(*at)->takes_case || !InProgram()) return word.Run(around);
+        if ((*at)->view == View::kNone || !InProgram()) return word.Run(around);
+        view_.neutral |= (*at)->view == View::kNeutral;
         std::string problem;
-        const auto session = CaseSession::Open(case_name_, problem);
+        const auto session = CaseSession::Open(case_name_, view_, problem);
         if (!session) {
             around.out.Note(problem);
             return ExitCode::kUnreadable;
@@ -133,6 +138,7 @@ class CommandLine {
     Place place_;
     CLI::App app_{"Browse, read, change and solve a process-simulation case."};
     std::string case_name_;
+    ViewOptions view_;
     std::vector<const WordRow*> rows_;
     std::vector<std::unique_ptr<Word>> words_;
 };

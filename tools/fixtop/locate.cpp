@@ -17,6 +17,19 @@ NodeRef OpenHostPath(FIIteratorBase& start, const std::string& path) {
     return NodeRef::Adopt(start.OpenAttribute(FIValue(path.c_str())));
 }
 
+// The attribute in which the path ends that led down to the node. Parentheses behind a node that has
+// no key end a path, whatever follows them.
+std::string AttributeAt(FIIteratorBase& node, int levels, const std::string& path) {
+    const std::vector<StepText> steps = SplitPath(path);
+    const std::string key = KeyOf(node);
+    for (const StepText& step : steps) {
+        if (!step.Stays()) --levels;
+        if (levels == 0 && step.key != key && !step.key.empty()) return step.key;
+    }
+    const std::string& attribute = steps.back().attribute;
+    return attribute == key ? "" : attribute;
+}
+
 }  // namespace
 
 std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
@@ -44,9 +57,11 @@ std::optional<Located> Locate(CaseSession& session, const std::string& path, std
     if (!problem.empty()) return std::nullopt;
     const FIValue expression(path.c_str());
     for (const NodeRef& node : starts) {
+        const int depth = node->Depth();
         if (!node->SeekPath(expression)) continue;
-        const bool ends_in_attribute = path.find('(') != std::string::npos;
-        return Located{node, ends_in_attribute ? SplitPath(path).back().attribute : ""};
+        const bool has_parentheses = path.find('(') != std::string::npos;
+        const int levels = node->Depth() - depth;
+        return Located{node, has_parentheses ? AttributeAt(*node, levels, path) : ""};
     }
     problem = DescribeMissing(session.Here(), path);
     return std::nullopt;

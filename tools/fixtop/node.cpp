@@ -5,13 +5,18 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <set>
 
 #include "framework/cursor.h"
 #include "front/fixtop.h"
 
 namespace {
 
-constexpr std::array kVariableTypes = {"Real", "String", "Attachment", "Message"};
+constexpr std::array kVariableTypes = {"Real",    "String",     "Attachment",
+                                       "Message", "Integer",    "Boolean"};
+// Of the neutral view, with the name of the class or enumeration behind it.
+constexpr char kObjectType[] = "Object(";
+constexpr char kEnumerationType[] = "Enumeration(";
 
 // The characters that names of variables show as entities, though they are sought without them.
 // `>` and `<` are shown alike.
@@ -57,6 +62,20 @@ std::string NameOf(FIIteratorBase& node) {
     return name.ToText();
 }
 
+std::string KeyOf(FIIteratorBase& node) {
+    const int length = node.KeyLength();
+    if (length <= 0) return "";
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    node.KeyText(text.data(), length + 1);
+    text.pop_back();
+    return WithoutQuotes(text);
+}
+
+std::string ShownName(FIIteratorBase& node) {
+    const std::string key = KeyOf(node);
+    return OneLine(key.empty() ? NameOf(node) : NameOf(node) + '(' + key + ')');
+}
+
 FIValue AttributeOf(FIIteratorBase& node, const char* name) {
     FIValue value;
     node.GetAttribute(FIValue(name), value);
@@ -94,8 +113,9 @@ std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
 
 bool IsVariable(FIIteratorBase& node) {
     const std::string type = TextOf(node, "type");
+    if (type.starts_with(kObjectType)) return false;
     return std::find(kVariableTypes.begin(), kVariableTypes.end(), type) != kVariableTypes.end() ||
-           !AttributeOf(node, "value").IsNull();
+           type.starts_with(kEnumerationType) || !AttributeOf(node, "value").IsNull();
 }
 
 bool IsArray(FIIteratorBase& node) {
@@ -106,9 +126,13 @@ void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     const NodeRef child = CopyOf(node);
     if (!child->DownFirst()) return;
     std::map<std::string, int> seen;
+    std::set<std::pair<std::string, std::string>> keys;
     int index = 0;
     do {
-        if (!visit(*child, PlaceOf(node, NameOf(*child), index++, seen))) return;
+        ChildPlace place = PlaceOf(node, NameOf(*child), index++, seen);
+        std::string key = KeyOf(*child);
+        if (!key.empty() && keys.emplace(place.name, key).second) place.key = std::move(key);
+        if (!visit(*child, place)) return;
     } while (child->Next());
 }
 

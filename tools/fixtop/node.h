@@ -22,6 +22,10 @@ inline NodeRef CopyOf(FIIteratorBase& node) {
 }
 
 std::string NameOf(FIIteratorBase& node);
+// What tells the node from its siblings of the same name; empty when nothing does.
+std::string KeyOf(FIIteratorBase& node);
+// The name, and the key in parentheses behind it, on one line.
+std::string ShownName(FIIteratorBase& node);
 FIValue AttributeOf(FIIteratorBase& node, const char* name);
 // As it stands on one line: line ends are written "\n" and "\r".
 std::string OneLine(const FIValue& value);

@@ -32,10 +32,7 @@ class Cutter {
         }
         step.filters = text_.substr(filters, at_ - filters);
         step.text = text_.substr(start, at_ - start);
-        if (Skip('(')) {
-            step.attribute = String();
-            at_ = text_.size();
-        }
+        if (Skip('(')) Parentheses(start, step);
         return step;
     }
     bool NextStep() { return Skip('.'); }
@@ -52,6 +49,13 @@ class Cutter {
         std::string name(text_.substr(at_, end - at_));
         at_ = end;
         return name;
+    }
+    void Parentheses(std::size_t start, StepText& step) {
+        std::string text = String();
+        const bool goes_on = Skip(')') && at_ + 1 < text_.size() && text_[at_] == '.';
+        (goes_on ? step.key : step.attribute) = std::move(text);
+        if (!goes_on) at_ = text_.size();
+        if (goes_on) step.text = text_.substr(start, at_ - start);
     }
     // Behind the opening quote; a doubled quote stands for one.
     std::string Quoted() {
@@ -109,6 +113,18 @@ std::string QuotedName(const std::string& name) {
     return quoted.ToText();
 }
 
+std::string WithoutQuotes(std::string_view text) {
+    std::string plain;
+    bool inside = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool doubled = inside && text.substr(at, 2) == "\"\"";
+        if (text[at] != '"' || doubled) plain += text[at];
+        if (doubled) ++at;
+        if (text[at] == '"' && !doubled) inside = !inside;
+    }
+    return plain;
+}
+
 std::string StepFor(const ChildPlace& place) {
     const std::optional<int> number = ElementNumber(place.name);
     const bool unusable = place.by_index || place.name.empty() || place.name == "*" ||
@@ -117,6 +133,7 @@ std::string StepFor(const ChildPlace& place) {
     // Unquoted, "#3" is a count of siblings and not a name.
     if (number && *number != place.index) return '"' + place.name + '"';
     const std::string name = QuotedName(place.name);
+    if (!place.key.empty()) return name + '(' + QuotedName(place.key) + ')';
     return place.repeat == 0 ? name : name + '#' + std::to_string(place.repeat);
 }
 

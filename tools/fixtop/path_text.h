@@ -15,6 +15,7 @@ struct StepText {
     bool is_variable = false;          // the name is that of a variable
     std::optional<std::string> count;  // what stands behind `#`
     std::string filters;               // "[...]|[...]" as written
+    std::string key;                   // what stands in parentheses before another step
     std::string attribute;             // what stands in the parentheses that end the path
 
     bool TakesAnyName() const { return name.empty() || name == "*" || is_variable; }
@@ -22,11 +23,15 @@ struct StepText {
     bool Stays() const { return name.empty() && !is_variable && !count; }
 };
 
-// Cuts an expression that is known to parse. Parentheses end the path, whatever follows them.
+// Cuts an expression that is known to parse. Parentheses with a step behind them hold the key that
+// tells a node from its siblings of the same name.
 std::vector<StepText> SplitPath(std::string_view expression);
 
 // The name as it is written in a path, in quotes where it needs them.
 std::string QuotedName(const std::string& name);
+
+// A text in which names are quoted, without those quotes.
+std::string WithoutQuotes(std::string_view text);
 
 // Where a child stands among its siblings.
 struct ChildPlace {
@@ -34,6 +39,7 @@ struct ChildPlace {
     int repeat = 0;         // count of earlier siblings of the same name
     int index = 0;          // count of all earlier siblings
     bool by_index = false;  // no name leads to it
+    std::string key;        // that no earlier sibling of this name has; empty without one
 };
 
 // The step that leads to this child and to no other.

@@ -18,6 +18,7 @@ class Search {
 
  private:
     static bool Passes(FIIteratorBase& node, const StepText& step) {
+        if (!step.key.empty() && KeyOf(node) != step.key) return false;
         return step.filters.empty() || CopyOf(node)->SeekPath(FIValue(step.filters.c_str()));
     }
     // The match that a count asks for, from 0; below 0 for all of them. A variable has no value
@@ -57,8 +58,12 @@ class Search {
         Follow(*child, JoinPath(path, steps_[level].text), level + 1);
     }
     void Visit(FIIteratorBase& node, const std::string& path) {
-        const std::string& attribute = steps_.back().attribute;
-        if (!attribute.empty() && AttributeOf(node, attribute.c_str()).IsNull()) return;
+        std::string attribute = steps_.back().attribute;
+        if (!attribute.empty() && attribute == KeyOf(node)) {
+            attribute.clear();
+        } else if (!attribute.empty() && AttributeOf(node, attribute.c_str()).IsNull()) {
+            return;
+        }
         ++matches_;
         visit_({node, path, attribute});
     }

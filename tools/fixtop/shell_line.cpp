@@ -51,12 +51,19 @@ std::size_t LastJoint(const std::string& path) {
     return joint;
 }
 
-// A step as it is typed at the prompt: in quotes when it has a blank.
-std::string Typed(const ChildPlace& place) {
-    std::string step = StepFor(place);
+// A name as it is typed at the prompt: in quotes also when it has a blank.
+std::string TypedName(const std::string& name) {
+    const std::string step = QuotedName(name);
     const bool plain = step.find_first_of(" \t\"") == std::string::npos;
-    if (plain || step.front() == '"') return step;
-    return '"' + place.name + '"' + step.substr(place.name.size());
+    return plain || step.front() == '"' ? step : '"' + name + '"';
+}
+
+std::string Typed(const ChildPlace& place) {
+    const std::string step = StepFor(place);
+    const std::string name = QuotedName(place.name);
+    if (!step.starts_with(name)) return step;
+    if (place.key.empty()) return TypedName(place.name) + step.substr(name.size());
+    return TypedName(place.name) + '(' + TypedName(place.key) + ')';
 }
 
 bool BeginsWith(const std::string& name, const std::string& beginning) {

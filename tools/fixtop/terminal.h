@@ -19,6 +19,8 @@ std::vector<std::string> Arguments(int count, char** values);
 bool InputIsTyped();
 // Standard error is seen by a person.
 bool NotesAreSeen();
+// The name of the file that takes all and keeps nothing.
+const char* NullDevice();
 
 // What may stand at the end of a line: the replacements for its text from `start` on.
 struct Completion {

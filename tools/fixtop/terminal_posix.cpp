@@ -110,6 +110,9 @@ bool InputIsTyped() {
 bool NotesAreSeen() {
     return isatty(STDERR_FILENO) != 0;
 }
+const char* NullDevice() {
+    return "/dev/null";
+}
 
 std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
     if (!InputIsTyped()) return OpenPlainReader();

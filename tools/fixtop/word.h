@@ -36,11 +36,14 @@ constexpr bool IsKnown(Place word, Place here) {
     return (static_cast<int>(word) & static_cast<int>(here)) != 0;
 }
 
+// Which views of a case a word can show.
+enum class View { kNone, kRaw, kEither, kNeutral };
+
 struct WordRow {
     const char* name;
     const char* summary;
     const char* details;  // below the options in the help
-    bool takes_case;
+    View view;  // of the case that it takes; kNone when it takes none
     Place place;
     std::unique_ptr<Word> (*make)();
 };

@@ -43,7 +43,7 @@ class Demo final : public Word {
 
     ExitCode Run(Surroundings& around) override {
         std::string problem;
-        const auto session = CaseSession::Open("demo", problem);
+        const auto session = CaseSession::Open("demo", {}, problem);
         if (!session) {
             around.out.Note(problem);
             return ExitCode::kUnreadable;

@@ -21,7 +21,7 @@ class Ls final : public Word {
         const std::string parent = json_ ? FullPath(*found->node) : "";
         const auto show = [&](FIIteratorBase& child, const ChildPlace& place) {
             around.out.Line(json_ ? Record(child, JoinPath(parent, StepFor(place)))
-                                  : OneLine(NameOf(child)));
+                                  : ShownName(child));
             return true;
         };
         if (all_ || json_) {

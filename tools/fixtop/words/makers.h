@@ -8,8 +8,10 @@
 
 std::unique_ptr<Word> MakeAttrs();
 std::unique_ptr<Word> MakeCd();
+std::unique_ptr<Word> MakeClasses();
 std::unique_ptr<Word> MakeComplete();
 std::unique_ptr<Word> MakeDemo();
+std::unique_ptr<Word> MakeExplain();
 std::unique_ptr<Word> MakeFind();
 std::unique_ptr<Word> MakeGet();
 std::unique_ptr<Word> MakeHelp();

@@ -163,7 +163,7 @@ class TableWord final : public Word {
         Table table;
         table.attribute = attribute_ == "value" ? "" : attribute_;
         for (const GatheredRow& row : rows_) {
-            table.rows.push_back({NameOf(*row.node), row.path, {}});
+            table.rows.push_back({ShownName(*row.node), row.path, {}});
         }
         for (std::size_t group = 0; group < groups_.size(); ++group) {
             for (const std::string& heading : groups_[group].Headings()) {

@@ -39,14 +39,14 @@ class Tree final : public Word {
     }
 
     static std::string Describe(FIIteratorBase& node) {
-        const std::string name = OneLine(NameOf(node));
+        const std::string name = ShownName(node);
         const std::string type = TextOf(node, "type");
         if (!IsVariable(node)) return type.empty() ? name : name + "  (" + type + ")";
-        const FIValue value = AttributeOf(node, "value");
+        const std::string value = TextOf(node, "value");
         const char* joint = type == "Attachment" ? " -> " : " = ";
-        if (value.IsNull()) return name + joint + "(none)";
+        if (value.empty()) return name + joint + "(none)";
         const std::string uom = TextOf(node, "uom");
-        return name + joint + OneLine(value) + (uom.empty() ? "" : ' ' + uom);
+        return name + joint + value + (uom.empty() ? "" : ' ' + uom);
     }
     void Show(FIIteratorBase& node, int level, Output& out) const {
         out.Line(std::string(2 * level, ' ') + Describe(node));

@@ -4,25 +4,25 @@ namespace {
 
 constexpr WordRow kWords[] = {
     {"ls", "List the names of a node's children, one a line",
-     "With --json an object a line: name, path, type.", true, Place::kBoth, MakeLs},
+     "With --json an object a line: name, path, type.", View::kEither, Place::kBoth, MakeLs},
     {"tree", "Show a node and everything below it",
      "A variable is shown as \"name = value unit\", any other node with its type. An attachment "
      "is\n"
      "shown as \"name -> target\"; --attachments goes on below it.",
-     true, Place::kBoth, MakeTree},
-    {"attrs", "List a node's attributes", "A line each: name, tab, value.", true, Place::kBoth,
+     View::kEither, Place::kBoth, MakeTree},
+    {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither, Place::kBoth,
      MakeAttrs},
     {"get", "Read values, one a line",
      "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
      "and exit status 1; the others are still read. With --json an object a line: path, value,\n"
      "uom, status; or path and error.",
-     true, Place::kBoth, MakeGet},
+     View::kEither, Place::kBoth, MakeGet},
     {"find", "List the paths of all nodes that match a pattern",
      "A pattern is a path with wildcards and filters, of which every match is followed:\n"
      "  appModel.FlowSheetObjects.Streams.*[(type)=MaterialStreamObject].Temperature\n"
      "What it writes can be given to get. Exit status 1 when nothing matches.",
-     true, Place::kBoth, MakeFind},
+     View::kEither, Place::kBoth, MakeFind},
     {"table", "Show values of many nodes as a table",
      "A row for each node that PATTERN matches, a column for each PATH from there:\n"
      "  'appModel.FlowSheetObjects.Streams.*' Temperature \"Molar Flow\" \"Comp Mole Frac\"\n"
@@ -31,37 +31,46 @@ constexpr WordRow kWords[] = {
      "node; a column that no node has is left out, with a message and exit status 1. With --json "
      "an\n"
      "object a line: path, name, cells; a cell has value and uom.",
-     true, Place::kBoth, MakeTable},
+     View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
      "The case is solved again and the value as it now stands is written. An empty VALUE takes "
      "the\n"
      "value away. VALUE is in --unit, or else in the unit that get shows.",
-     true, Place::kBoth, MakeSet},
+     View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
      "stand against it are named on standard error.",
-     true, Place::kBoth, MakeSolve},
+     View::kRaw, Place::kBoth, MakeSolve},
     {"watch", "Solve the case and write how values change",
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
      "given with --set are stored first. Ends with the solve.",
-     true, Place::kBoth, MakeWatch},
+     View::kEither, Place::kBoth, MakeWatch},
+    {"explain", "Tell where a node of the neutral view comes from",
+     "Shows the nodes of the case on which it stands, the values on both sides, and the "
+     "translators\n"
+     "of the map with the reason why one was used or left.",
+     View::kNeutral, Place::kProgram, MakeExplain},
+    {"classes", "Show the classes of the neutral library",
+     "Without NAME the names, one a line. With it superclasses and attributes, those of its\n"
+     "superclasses first, or the options of an enumeration; fields have tabs between them.",
+     View::kNone, Place::kBoth, MakeClasses},
     {"path", "Show the steps of a path expression",
-     "Exit status 1 and the parse error when it does not parse.", false, Place::kBoth, MakePath},
+     "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth, MakePath},
     {"shell", "Work in a case at a prompt",
      "The words of the program without CASE, and cd, pwd, save, help, quit. Paths begin at the\n"
      "present node, or else at the top. Single quotes hold an argument with blanks together;\n"
      "double quotes do so too and stay part of it, as paths want them.",
-     true, Place::kProgram, MakeShell},
+     View::kEither, Place::kProgram, MakeShell},
     {"demo", "A guided tour through the case that the program carries",
-     "Exit status 1 when a step does not do what it says.", false, Place::kProgram, MakeDemo},
+     "Exit status 1 when a step does not do what it says.", View::kNone, Place::kProgram, MakeDemo},
     {"complete", "List what may stand at the end of a shell line",
      "For completion in editors and shells: candidates for the last word of LINE, one a line.",
-     true, Place::kProgram, MakeComplete},
-    {"cd", "Go to a node; .. is the parent, nothing the top node", "", true, Place::kShell, MakeCd},
-    {"pwd", "Show the path of the present node", "", true, Place::kShell, MakePwd},
-    {"save", "Write the case to a file", "", true, Place::kShell, MakeSave},
-    {"help", "List the words", "", true, Place::kShell, MakeHelp},
-    {"quit", "Leave the shell", "", true, Place::kShell, MakeQuit},
+     View::kEither, Place::kProgram, MakeComplete},
+    {"cd", "Go to a node; .. is the parent, nothing the top node", "", View::kEither, Place::kShell, MakeCd},
+    {"pwd", "Show the path of the present node", "", View::kEither, Place::kShell, MakePwd},
+    {"save", "Write the case to a file", "", View::kRaw, Place::kShell, MakeSave},
+    {"help", "List the words", "", View::kRaw, Place::kShell, MakeHelp},
+    {"quit", "Leave the shell", "", View::kRaw, Place::kShell, MakeQuit},
 };
 
 }  // namespace

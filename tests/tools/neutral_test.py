@@ -1,0 +1,318 @@
+"""The neutral view: classes of the library in place of the simulator's objects."""
+
+import csv
+import io
+import json
+import math
+import os
+import unittest
+
+from small_case import array, of_kind, real, small_case, stream, write_case
+from support import CASES, DONE, FAILED, UNREADABLE, ProgramTest, run
+
+LIBRARY = """<QZClassLibrary Name="own">
+ <Class Name="QSISimulation"/>
+ <ClassAttributes Name="QSISimulation">
+  <Attribute Name="Plant" Type="Object" Multiplicity="1"><ClassName>Plant</ClassName></Attribute>
+ </ClassAttributes>
+ <Enumeration Name="eSpeed" EnumIsClosed="1"><Option Name="High"/><Option Name="Low"/></Enumeration>
+ <Class Name="Base"/>
+ <ClassAttributes Name="Base"><Attribute Name="Label" Type="String" Multiplicity="1"/></ClassAttributes>
+ <Class Name="Plant"><Superclass>Base</Superclass></Class>
+ <ClassAttributes Name="Plant">
+  <Attribute Name="Heat" Type="Real" Multiplicity="1"><QuantityType>Temperature</QuantityType></Attribute>
+  <Attribute Name="Speed" Type="Enumeration" Multiplicity="1"><EnumName>eSpeed</EnumName></Attribute>
+  <Attribute Name="Lost" Type="Real" Multiplicity="1"/>
+  <Attribute Name="Unmapped" Type="Real" Multiplicity="1"/>
+ </ClassAttributes>
+</QZClassLibrary>
+"""
+MAP = """<CCDMMapFile Name="own">
+ <TranslateName>Own</TranslateName>
+ <Linkage><DLL>fixtop.dll</DLL></Linkage>
+ <Translate Type="Function">Find1</Translate>
+ <TopNode FunctionName="GetTopHovexEntry"/>
+ <Class Name="QSISimulation">
+  <Attribute Name="Plant"><Translate Type="Map">FlowSheetObjects.Streams.Only</Translate></Attribute>
+ </Class>
+ <Class Name="Base">
+  <Attribute Name="Label"><Translate Type="Dummy"><NodeAttributes>
+   <Attribute Name="value">(id)</Attribute></NodeAttributes></Translate></Attribute>
+ </Class>
+ <Class Name="Plant">
+  <Attribute Name="Heat"><Translate Type="Map">Temperature</Translate></Attribute>
+  <Attribute Name="Speed"><Translate Type="Map">Mode</Translate>
+   <Enumeration Name="eSpeed"><Option Name="High" AppName="Fast"/><Option Name="Low" AppName="Slow"/>
+   </Enumeration></Attribute>
+  <Attribute Name="Lost"><Translate Type="Map">Nowhere</Translate></Attribute>
+ </Class>
+</CCDMMapFile>
+"""
+RAW_GAS = "Flowsheet.Stream(Raw Gas)"
+
+
+class Neutral(ProgramTest):
+    def values_of(self, *arguments):
+        return self.check(run("get", "demo", "--neutral", *arguments), DONE, err="").lines
+
+    def test_paths_begin_below_the_root_class(self):
+        self.check(run("ls", "demo", "--neutral"), DONE, "Flowsheet\n", "")
+        self.check(run("ls", "demo"), DONE, "appModel\nQSI Published Variables\nPublished Variables\n", "")
+
+    def test_elements_are_listed_with_their_keys(self):
+        names = self.check(run("ls", "demo", "Flowsheet", "--neutral"), DONE, err="").lines
+        self.assertEqual(["Name", "Stream(Raw Gas)", "Stream(Tail Gas)"], names[:3])
+        self.assertIn("HeatStream(Chiller Duty)", names)
+
+    def test_an_element_is_reached_by_key_count_and_filter(self):
+        for path in ('Flowsheet.Stream(Tail Gas).Temperature', 'Flowsheet.Stream("Tail Gas").Temperature',
+                     "Flowsheet.Stream#1.Temperature", 'Flowsheet.Stream[Name="Tail Gas"].Temperature'):
+            self.assertEqual(["25"], self.values_of(path), path)
+        self.assertEqual(["Tail Gas"], self.values_of("Flowsheet.Stream(Tail Gas).Name"))
+
+    def test_a_path_may_end_in_a_key_or_an_attribute(self):
+        self.assertEqual(["Object(QSIMaterialStream)"],
+                         self.values_of("Flowsheet.Stream(Tail Gas)", "--attr", "type"))
+        self.assertEqual(["Real"], self.values_of("Flowsheet.Stream(Tail Gas).Temperature(type)"))
+        self.assertEqual(["Object(QSIMaterialStream)"], self.values_of("Flowsheet.Stream(Tail Gas).(type)"))
+
+    def test_units_have_the_names_of_the_library(self):
+        self.assertEqual(["kmol/h"], self.values_of(RAW_GAS + ".MolarFlow(uom)"))
+        self.assertEqual(["303.15"], self.values_of(RAW_GAS + ".Temperature", "--unit", "K"))
+        # 1000 kmol/h are 1000 / 3.6 mol/s.
+        self.assertEqual(["277.777777778"], self.values_of(RAW_GAS + ".MolarFlow", "--unit", "mol/s"))
+        result = run("get", "demo", "--neutral", RAW_GAS + ".Temperature", "--unit", "furlong")
+        self.check(result, FAILED, "", RAW_GAS + ".Temperature: Unable to find unit\n")
+
+    def test_json(self):
+        line, = self.values_of(RAW_GAS + ".Temperature", "--json")
+        self.assertEqual({"path": RAW_GAS + ".Temperature", "value": 30, "uom": "C",
+                          "status": "Specified"}, json.loads(line))
+
+    def test_a_missing_node_is_told_as_in_the_raw_view(self):
+        self.check(run("get", "demo", "--neutral", "Flowsheet.Stream(Raw Gas).Temprature"), FAILED, "",
+                   "no such node: Flowsheet.Stream(Raw Gas).Temprature\n"
+                   "  found: Flowsheet.Stream(Raw Gas)\n  near: Temperature\n")
+
+    def test_find_gives_paths_that_get_reads(self):
+        found = self.check(run("find", "demo", "--neutral", "Flowsheet.Stream.Temperature"), DONE).lines
+        self.assertEqual("Flowsheet.Stream(Raw Gas).Temperature", found[0])
+        values = self.check(run("get", "demo", "--neutral", "-",
+                                stdin="".join(path + "\n" for path in found)), DONE, err="").lines
+        raw = self.check(run("table", "demo", 'appModel.FlowSheetObjects.Streams.*'
+                             '[(type)="MaterialStreamObject"]', "Temperature", "--csv"), DONE).lines
+        self.assertEqual([line.rsplit(",", 1)[1] for line in raw[1:]], values)
+        self.assertGreater(len(values), 20)
+
+    def test_tree_shows_values_and_classes(self):
+        lines = self.check(run("tree", "demo", RAW_GAS, "--neutral", "--depth", "1"), DONE).lines
+        self.assertEqual("Stream(Raw Gas)  (Object(QSIMaterialStream))", lines[0])
+        self.assertIn("  Temperature = 30 C", lines)
+        self.assertIn("  VolumeFlow = (none)", lines)
+        self.assertIn("  Composition  (Object(QSICompositionProperties))", lines)
+
+    def test_table_of_streams(self):
+        result = run("table", "demo", "--neutral", "Flowsheet.Stream[Name]", "Temperature", "MolarFlow",
+                     "--unit", "Temperature=K", "--csv")
+        rows = list(csv.reader(io.StringIO(self.check(result, DONE, err="").out)))
+        self.assertEqual(["Name", "Temperature [K]", "MolarFlow [kmol/h]"], rows[0])
+        self.assertEqual(["Stream(Raw Gas)", "303.15", "1000"], rows[1])
+
+    def test_set_reaches_the_simulator(self):
+        saved = self.folder / "warmer.json"
+        self.check(run("set", "demo", "--neutral", RAW_GAS + ".Temperature", "310", "--unit", "K",
+                       "--save", saved), DONE, "310\n", "")
+        raw = "appModel.FlowSheetObjects.Streams.Raw Gas.Temperature"
+        self.check(run("get", saved, raw, "--unit", "K"), DONE, "310\n", "")
+
+    def test_attrs(self):
+        rows = dict(line.split("\t") for line in self.check(
+            run("attrs", "demo", RAW_GAS + ".Temperature", "--neutral"), DONE, err="").lines)
+        self.assertEqual(("Temperature", "30", "C", "30", "C"),
+                         tuple(rows[name] for name in ("id", "value", "uom", "spec_value", "spec_uom")))
+
+    def test_shell_stands_in_the_view(self):
+        result = run("shell", "demo", "--neutral", stdin='cd Flowsheet.Stream("Raw Gas")\nget Temperature\n')
+        self.check(result, DONE, "30\n")
+        self.check(run("complete", "demo", "--neutral", "get Flowsheet.Stream(\"Tail G"), FAILED)
+        lines = self.check(run("complete", "demo", "--neutral", "get Flowsheet.SubF"), DONE).lines
+        self.assertEqual(["Flowsheet.SubFlowsheet(Stabiliser)",
+                          'Flowsheet.SubFlowsheet("T-100 Flowsheet")'], lines[:2])
+
+    def test_no_log_is_left_behind_unless_it_is_asked_for(self):
+        log = self.folder / "model.log"
+        self.check(run("ls", "demo", "--neutral"), DONE)
+        self.assertFalse(os.path.exists("QSIErrors.log"))
+        self.check(run("ls", "demo", "--neutral", "--log", log), DONE)
+        self.assertIn("Failed to find CCDM Resource: QSIColumn.xml", log.read_text())
+
+    def test_the_views_end(self):
+        for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:
+            with self.subTest(case):
+                result = self.check(run("tree", case, "--neutral"), DONE, err="")
+                self.assertGreater(len(result.lines), 1000)
+
+
+class Explain(ProgramTest):
+    def test_both_sides_and_the_choice(self):
+        out = self.check(run("explain", "demo", RAW_GAS + ".MolarFlow"), DONE, err="").out
+        raw = "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow"
+        for part in (f"path\t{RAW_GAS}.MolarFlow\n", "type\tReal\n", f"calculated\t{raw}\n",
+                     "  neutral\t1000 kmol/h\n", "  raw\t1000 kgmole/h\n", "****   USED   ****",
+                     '<Translate Type="Map">"Molar Flow"</Translate>'):
+            self.assertIn(part, out)
+
+    def test_what_is_nowhere_in_the_case(self):
+        out = self.check(run("explain", "demo", RAW_GAS + ".VolumeFlow"), DONE, err="").out
+        self.assertIn("calculated\t(nothing in the case)\n", out)
+
+    def test_json(self):
+        record = json.loads(self.check(run("explain", "demo", RAW_GAS + ".MolarFlow", "--json"), DONE).out)
+        self.assertEqual({"path": "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow", "value": 1000,
+                          "uom": "kmol/h", "raw_value": 1000, "raw_uom": "kgmole/h"}, record["calculated"])
+        self.assertIn("USED", record["converters"])
+
+    def test_a_missing_node(self):
+        self.assertIn("no such node: Flowsheet.Nothing",
+                      self.check(run("explain", "demo", "Flowsheet.Nothing"), FAILED, "").err)
+
+
+class Classes(ProgramTest):
+    def test_names(self):
+        names = self.check(run("classes"), DONE, err="").lines
+        self.assertEqual(64, len(names))
+        self.assertEqual(sorted(names), names)
+        self.assertEqual(20, len(self.check(run("classes", "--enumerations"), DONE).lines))
+
+    def test_a_class(self):
+        lines = self.check(run("classes", "QSIHeatStream"), DONE, err="").lines
+        self.assertEqual(["class\tQSIHeatStream", "superclass\tQSIHeatFlow",
+                          "attribute\ttype\tquantity\tkeys\tdeclared by"], lines[:3])
+        self.assertIn("HeatFlow\tReal\tPower\t\tQSIHeatFlow", lines)
+        self.assertIn("Stream\tObject(QSIMaterialStream)[]\t\tName\tQSIFlowsheet",
+                      self.check(run("classes", "QSIFlowsheet"), DONE).lines)
+
+    def test_an_enumeration(self):
+        lines = self.check(run("classes", "eEnergyType"), DONE, err="").lines
+        self.assertEqual(["enumeration\teEnergyType\topen", "option\tElectricity", "option\tHeat",
+                          "option\tWork"], lines)
+
+    def test_json(self):
+        record = json.loads(self.check(run("classes", "QSIHeatFlow", "--json"), DONE).out)
+        self.assertEqual("QSIHeatFlow", record["class"])
+        self.assertIn({"name": "HeatFlow", "type": "Real", "array": False, "quantity": "Power",
+                       "keys": [], "owner": "QSIHeatFlow"}, record["attributes"])
+        self.assertEqual(64, len(self.check(run("classes", "--json"), DONE).lines))
+
+    def test_an_unknown_name(self):
+        self.check(run("classes", "QSIHeatStrem"), FAILED, "",
+                   "no such class: QSIHeatStrem\n  near: QSIHeatStream\n  near: QSILoadStream\n")
+
+
+class OwnFiles(ProgramTest):
+    def setUp(self):
+        self.library = self.file("own_library.xml", LIBRARY)
+        self.map = self.file("own_map.xml", MAP)
+        case = small_case()
+        case["flowsheet"]["objects"] = [
+            stream("Only", 25, Mode=of_kind("enumeration", "Slow", options=["Fast", "Slow"]),
+                   Fractions=array([("text", ["A", "B"])], [0.5, 0.5]), Plain=real(1.0))]
+        self.case = write_case(self.folder, "own.json", case)
+
+    def view(self, word, *arguments, library=None, map_file=None, **options):
+        files = ["--library", library or self.library, "--map", map_file or self.map,
+                 "--translate", options.get("translate", "Own")]
+        return run(word, self.case, *([] if word == "explain" else ["--neutral"]), *files, *arguments)
+
+    def test_another_library_and_map(self):
+        self.check(self.view("ls", "Plant"), DONE, "Label\nHeat\nSpeed\nLost\n", "")
+        self.check(self.view("get", "Plant.Label", "Plant.Heat", "Plant.Speed", "Plant.Lost"), DONE,
+                   "Only\n25\nLow\n\n", "")
+        self.check(self.view("get", "Plant.Heat", "--unit", "F"), DONE, "77\n", "")
+
+    def test_options_cross_both_ways(self):
+        self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n", "")
+        self.assertIn("  raw\tSlow\n", self.check(self.view("explain", "Plant.Speed"), DONE).out)
+
+    def test_another_translation_has_no_translators(self):
+        self.check(self.view("ls", translate="Other"), DONE, "", "")
+
+    def test_classes_of_the_library(self):
+        self.check(run("classes", "--library", self.library), DONE, "Base\nPlant\nQSISimulation\n", "")
+        self.check(run("classes", "eSpeed", "--library", self.library), DONE,
+                   "enumeration\teSpeed\tclosed\noption\tHigh\noption\tLow\n", "")
+
+    def test_without_units_values_pass_as_they_are(self):
+        units = ["--units", self.folder / "missing_units.xml"]
+        self.check(self.view("get", "Plant.Heat", *units), DONE, "25\n", "")
+
+    def test_files_that_cannot_be_read(self):
+        broken = self.file("broken.xml", "<QZClassLibrary>\n<Class></QZClassLibrary>")
+        for options, message in (
+                ({"library": self.folder / "missing.xml"}, "Failed to find CCDM Resource"),
+                ({"map_file": self.folder / "missing.xml"}, "Failed to find Convert Resource"),
+                ({"library": broken}, "Failed parsing CCDM File"),
+                ({"map_file": broken}, "Failed parsing Convert File")):
+            with self.subTest(message):
+                result = self.check(self.view("ls", **options), UNREADABLE, "")
+                self.assertTrue(result.err.startswith("the neutral view can't be opened\n"), result)
+                self.assertIn(message, result.err)
+        result = self.check(run("classes", "--library", broken), UNREADABLE, "")
+        self.assertTrue(result.err.startswith("the class library can't be opened\n"), result)
+        self.assertRegex(result.err, r"broken\.xml.*\b2\b", "names file and line")
+
+    def test_a_module_that_is_not_offered_is_not_loaded(self):
+        for module in ("libc.so.6", "msvcrt.dll", "kernel32.dll", "../fixtop.dll"):
+            foreign = self.file("foreign.xml", MAP.replace("fixtop.dll", module))
+            result = self.check(self.view("ls", map_file=foreign), UNREADABLE, "")
+            self.assertIn("Converter Semantic function: Find1 not found", result.err)
+
+
+@unittest.skipUnless(CASES.is_dir(), f"no sample cases in {CASES}")
+class RealCases(ProgramTest):
+    # Property of the table: list, attribute, and unit of the table's numbers.
+    PROPERTIES = {
+        "T": ("Stream", "Temperature", "K"),
+        "P": ("Stream", "Pressure", "Pa"),
+        "molar flow": ("Stream", "MolarFlow", "mol/s"),
+        "mass flow": ("Stream", "MassFlow", "kg/s"),
+        "vapour fraction": ("Stream", "VaporFraction", ""),
+        "energy flow": ("HeatStream", "HeatFlow", "kW"),
+    }
+
+    def path_of(self, row):
+        """(path, unit) of a row of a table."""
+        name = '"' + row["tag"].replace('"', '""') + '"'
+        if row["property"].startswith("x:"):
+            return (f"Flowsheet.Stream({name}).Composition.Component"
+                    f"(\"{row['property'][2:]}\").MoleFraction"), ""
+        group, attribute, unit = self.PROPERTIES[row["property"]]
+        return f"Flowsheet.{group}({name}).{attribute}", unit
+
+    def test_every_row_of_every_stream(self):
+        compared = 0
+        for table in sorted(CASES.glob("*.csv")):
+            by_unit = {}
+            with open(table, encoding="utf-8", newline="") as file:
+                for row in csv.DictReader(file):
+                    if row["type"] not in ("MaterialStream", "EnergyStream"):
+                        continue
+                    path, unit = self.path_of(row)
+                    by_unit.setdefault(unit, []).append((path, row["value"]))
+            for unit, rows in by_unit.items():
+                with self.subTest(f"{table.stem} {unit}"):
+                    result = run("get", table.with_suffix(".dwxmz"), "--neutral", "-",
+                                 *(["--unit", unit] if unit else []),
+                                 stdin="".join(path + "\n" for path, _ in rows))
+                    self.check(result, DONE, err="")
+                    self.assertEqual(len(rows), len(result.lines), result)
+                    for (path, expected), got in zip(rows, result.lines):
+                        same = expected == got or (expected != "" and got != "" and math.isclose(
+                            float(expected), float(got), rel_tol=1e-9, abs_tol=1e-300))
+                        self.assertTrue(same, f"{path}: {expected!r} expected, got {got!r}")
+                    compared += len(rows)
+        self.assertGreater(compared, 400)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,30 @@
+#pragma once
+
+// The neutral view on the command line: its options, and how it is opened. The messages of the module
+// about library, map and units go to a log file where one is asked for, and are told when the view
+// can't be opened.
+
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "front/fixtop.h"
+
+struct ViewOptions {
+    bool neutral = false;
+    // Empty: as shipped.
+    std::string library;
+    std::string map;
+    std::string units;
+    std::string translate;
+    std::string log;  // empty: none is written
+};
+
+void AddNeutral(CLI::App& app, ViewOptions& view);
+// The files of the neutral view, and those of its class library alone.
+void AddModel(CLI::App& app, ViewOptions& view);
+void AddLibrary(CLI::App& app, ViewOptions& view);
+
+// The root of the neutral view of a tree, and the definitions of its classes; null and why.
+Ref<FIEntry> OpenNeutral(FIEntry& top, const ViewOptions& view, std::string& problem);
+Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem);

@@ -1,0 +1,93 @@
+#include <sstream>
+
+#include "case_session.h"
+#include "words/makers.h"
+
+namespace {
+
+// One of the nodes of the application on which a neutral node stands.
+struct Side {
+    const char* words;
+    int face;
+    const char* value;  // the attributes of the neutral node that show this side
+    const char* uom;
+};
+constexpr Side kSides[] = {{"calculated", 1, "value", "uom"},
+                           {"specified", 2, "spec_value", "spec_uom"}};
+
+class Explain final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "PATH", path_, "Node of the neutral view")->required();
+        AddJson(app, json_);
+    }
+
+    ExitCode Run(Surroundings& around) override {
+        std::string problem;
+        const auto found = Locate(*around.session, path_, problem);
+        if (!found) {
+            around.out.Note(problem);
+            return ExitCode::kFailed;
+        }
+        if (json_) {
+            around.out.Line(ToLine(Record(*found->node)));
+        } else {
+            Show(*found->node, around.out);
+        }
+        return ExitCode::kOk;
+    }
+
+ private:
+    static NodeRef NodeOf(FIIteratorBase& node, const Side& side) {
+        return NodeRef::Adopt(FixtopApplicationNode(&node, side.face));
+    }
+    static std::string Quantity(FIIteratorBase& node, const char* value, const char* uom) {
+        const std::string unit = TextOf(node, uom);
+        const std::string text = TextOf(node, value);
+        return unit.empty() || text.empty() ? text : text + ' ' + unit;
+    }
+
+    static void Show(FIIteratorBase& node, Output& out) {
+        out.Line("path\t" + FullPath(node));
+        out.Line("type\t" + TextOf(node, "type"));
+        bool bound = false;
+        for (const Side& side : kSides) {
+            const NodeRef raw = NodeOf(node, side);
+            if (!raw) continue;
+            bound = true;
+            out.Line(std::string(side.words) + "\t" + FullPath(*raw));
+            out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
+            out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
+        }
+        if (!bound) out.Line("calculated\t(nothing in the case)");
+        out.Line("translators");
+        std::istringstream text(AttributeOf(node, "converters").ToText());
+        for (std::string line; std::getline(text, line);) out.Line(line);
+    }
+    static Json Record(FIIteratorBase& node) {
+        Json record;
+        record["path"] = FullPath(node);
+        record["type"] = TextOf(node, "type");
+        for (const Side& side : kSides) {
+            const NodeRef raw = NodeOf(node, side);
+            if (!raw) continue;
+            Json& shown = record[side.words];
+            shown["path"] = FullPath(*raw);
+            shown["value"] = ToJson(AttributeOf(node, side.value));
+            shown["uom"] = ToJson(AttributeOf(node, side.uom));
+            shown["raw_value"] = ToJson(AttributeOf(*raw, "value"));
+            shown["raw_uom"] = ToJson(AttributeOf(*raw, "uom"));
+        }
+        record["converters"] = AttributeOf(node, "converters").ToText();
+        return record;
+    }
+
+    std::string path_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeExplain() {
+    return std::make_unique<Explain>();
+}
