@@ -5,6 +5,7 @@
 #include "fuzzed_reader.h"
 #include "mapping/find_translator.h"
 #include "mapping/map_file.h"
+#include "mapping/semantic_function.h"
 #include "model/class_library.h"
 #include "support/scripted_tree.h"
 
@@ -70,20 +71,13 @@ void Choose(const TranslatorMap& map, const std::string& name, const AncestorPat
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     SetUpFuzzedReader();
-    OfferModule("m.dll", {{"CTDown", reinterpret_cast<void*>(GoDown)}});
-    OfferModule("n.dll", {{"CTThree", reinterpret_cast<void*>(CountThree)}});
+    static constexpr NamedFunction kFunctions[] = {{"CTDown", GoDown}, {"CTThree", CountThree}};
+    OfferSemanticModule("m.dll", kFunctions);
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (!TakeInput(data, size)) return -1;
-    // One kind of function for each input: a name says nothing about the arguments.
-    const bool scalar = FuzzedInput().find("CTDown") != std::string_view::npos;
-    if (scalar && FuzzedInput().find("ArrayFunc") != std::string_view::npos) return -1;
-    if (FuzzedInput().find("CTThree") != std::string_view::npos &&
-        FuzzedInput().find("Function") != std::string_view::npos) {
-        return -1;
-    }
     CCDMClassLibrary library(&library);
     Fill(library);
     ReadMapFile(library, kFuzzedName);

@@ -2,19 +2,8 @@
 
 #include <cstdio>
 #include <ctime>
-#include <memory>
 
-namespace {
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-std::unique_ptr<std::FILE, FileCloser> OpenFile(const std::string& name, const char* mode) {
-    return std::unique_ptr<std::FILE, FileCloser>(std::fopen(name.c_str(), mode));
-}
-
-}  // namespace
+#include "platform/open_file.h"
 
 void ErrorLog::SetFile(const char* name) {
     file_ = name == nullptr ? "" : name;

@@ -3,8 +3,8 @@
 // The error log: a text file that a person reads when a map or class library does not load.
 //
 // The file is opened and closed for every line, since the host may crash at any time and the last
-// line must be on disk. A relative name lies in the working directory. A file that cannot be opened
-// is passed over in silence. Not synchronised.
+// line must be on disk. A name is UTF-8; a relative one lies in the working directory. A file that
+// cannot be opened is passed over in silence. Not synchronised.
 
 #include <string>
 

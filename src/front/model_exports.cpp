@@ -1,10 +1,13 @@
 // The exports of the neutral view.
 
+#include <vector>
+
 #include "front/fixtop.h"
 #include "mapping/class_entry.h"
 #include "mapping/model_top.h"
 #include "mapping/open_model.h"
 #include "mapping/semantic_function.h"
+#include "semantic/function_table.h"
 
 namespace {
 
@@ -12,11 +15,27 @@ ModuleHandle OwnModule() {
     return FindLoadedModule(kOwnModule);
 }
 
+// What maps may name of this module. Nothing of it is looked up among the exports, which say
+// nothing about arguments.
+std::vector<NamedFunction> MapFunctions() {
+    const std::span<const NamedFunction> semantic = SemanticFunctionTable();
+    std::vector<NamedFunction> functions(semantic.begin(), semantic.end());
+    functions.push_back({"GetTopHovexEntry", GetTopHovexEntry});
+    functions.push_back({"GetTopFIEntryV", GetTopFIEntryV});
+    return functions;
+}
+
+void OfferOwnFunctions() {
+    static const std::vector<NamedFunction> functions = MapFunctions();
+    if (!FindSemanticModule(kOwnModule)) OfferSemanticModule(kOwnModule, functions);
+}
+
 void Take(const char* given, std::string& file) {
     if (given) file = given;
 }
 
 ModelFiles FilesOf(const FixtopModelFiles* given) {
+    OfferOwnFunctions();
     ModelFiles files;
     files.unitResources = OwnModule();
     if (!given) return files;

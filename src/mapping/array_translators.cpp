@@ -11,9 +11,9 @@ namespace {
 
 // Null, and logged, when there is no such function; null for the empty name.
 template <class Function>
-Function FindFilter(ModuleHandle module, const std::string& name) {
+Function FindFilter(const SemanticModule* module, const std::string& name) {
     if (name.empty()) return nullptr;
-    const auto function = reinterpret_cast<Function>(FindSemanticFunction(module, name));
+    const auto function = FindFunctionAs<Function>(module, name);
     if (function == nullptr) {
         LogMessage(MessageText(" Filter Semantic function: %.40s not found", name.c_str()).c_str());
     }
@@ -72,7 +72,7 @@ const char* CCDMArrayFuncTranslator::DumpBody(std::string& out) const {
 
 void CCDMArrayFuncTranslator::SetBody(const std::string& text) {
     function_name_ = PackedText(text);
-    function_ = FindFilter<SemanticArrayFunction>(module_, function_name_);
+    function_ = FindFilter<ArrayFunction>(module_, function_name_);
 }
 
 std::unique_ptr<CDTBase> CCDMArrayFuncTranslator::MakeIterator(FIReferenceBase& reference) const {

@@ -27,7 +27,7 @@ class CCDMArrayMapTranslator final : public CCDMArrayTranslator {
 // is the function's name, the path is set by itself; without one of them there are no elements.
 class CCDMArrayFunctionTranslator final : public CCDMArrayTranslator {
  public:
-    explicit CCDMArrayFunctionTranslator(ModuleHandle module) : module_(module) {}
+    explicit CCDMArrayFunctionTranslator(const SemanticModule* module) : module_(module) {}
 
     const char* DumpBody(std::string& out) const override;
     void SetBody(const std::string& text) override;
@@ -39,7 +39,7 @@ class CCDMArrayFunctionTranslator final : public CCDMArrayTranslator {
  private:
     bool IsUsable() const { return path_ != nullptr && function_ != nullptr; }
 
-    ModuleHandle module_;
+    const SemanticModule* module_;
     std::string path_text_;
     ParsedPath path_;
     std::string function_name_;
@@ -49,7 +49,7 @@ class CCDMArrayFunctionTranslator final : public CCDMArrayTranslator {
 // As many elements as a function counts, each reached by it.
 class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
  public:
-    explicit CCDMArrayFuncTranslator(ModuleHandle module) : module_(module) {}
+    explicit CCDMArrayFuncTranslator(const SemanticModule* module) : module_(module) {}
 
     const char* DumpBody(std::string& out) const override;
     void SetBody(const std::string& text) override;
@@ -58,7 +58,7 @@ class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
     std::unique_ptr<CDTBase> MakeIterator(FIReferenceBase& reference) const override;
 
  private:
-    ModuleHandle module_;
+    const SemanticModule* module_;
     std::string function_name_;
-    SemanticArrayFunction function_ = nullptr;
+    ArrayFunction function_ = nullptr;
 };

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr int kAskForCount = -1;
-
 const FIValue& SubclassName() {
     static const FIValue name("Subclass");
     return name;
@@ -13,12 +11,12 @@ const FIValue& SubclassName() {
 
 }  // namespace
 
-CDTVariableIterator::CDTVariableIterator(SemanticArrayFunction function, FIReferenceBase& reference)
+CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference)
     : function_(function), reference_(reference) {
     if (function_ != nullptr) {
         MoveReference(reference_, [this](FIIteratorBase& it) {
             FIValue unused;
-            count_ = static_cast<std::uint8_t>(function_(&it, &unused, kAskForCount));
+            count_ = static_cast<std::uint8_t>(function_(&it, &unused, kCountIndex));
             return true;
         });
     }

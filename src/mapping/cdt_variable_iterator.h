@@ -17,7 +17,7 @@ class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {
  public:
     // Asks for the count and goes to the first element. Without a function there are none.
-    CDTVariableIterator(SemanticArrayFunction function, FIReferenceBase& reference);
+    CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference);
     ~CDTVariableIterator() override;
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
@@ -33,7 +33,7 @@ class CDTVariableIterator final : public CDTBase,
     bool Enter(int position);
     void ClearSubclass();
 
-    SemanticArrayFunction function_;
+    ArrayFunction function_;
     FIReferenceBase& reference_;
     std::uint8_t count_ = 0;
     int position_ = 0;

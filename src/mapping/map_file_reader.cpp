@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "diagnostics/error_log.h"
 #include "mapping/map_file.h"
 #include "mapping/map_text.h"
 #include "mapping/map_translator_elements.h"
@@ -180,7 +181,7 @@ class LinkageElement final : public NamedElement {
  protected:
     void Begin(const XmlLocator*, const XmlAttributes&) override {
         AddChild<TextElement>("DLL", [this](const std::string& text, const XmlLocator*) {
-            library_.semanticModule = FindLinkedModule(text);
+            library_.semanticModule = FindSemanticModule(text);
         });
     }
 
@@ -240,7 +241,7 @@ class MapFileElement final : public NamedElement {
         AddChild<LinkageElement>(library_);
         AddChild<OneAttributeElement>("TopNode", "FunctionName", [this](const std::string& name) {
             library_.topNodeFunction =
-                reinterpret_cast<void* (*)()>(FindTopNodeFunction(library_.semanticModule, name));
+                FindFunctionAs<TopNodeFunction>(library_.semanticModule, name);
         });
         AddChild<TextElement>("TranslateName", [this](const std::string& text, const XmlLocator*) {
             if (!IsBlank(text)) library_.defaultTranslateName = TrimmedText(text);

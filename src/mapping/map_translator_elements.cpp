@@ -10,7 +10,7 @@
 // A kind of translator, by the text of Type.
 struct TranslatorKind {
     const char* type;
-    std::unique_ptr<CCDMTranslator> (*make)(ModuleHandle semantic_module);
+    std::unique_ptr<CCDMTranslator> (*make)(const SemanticModule* semantic_module);
     // An element inside whose text is the body too; null for none.
     const char* body_element;
 };
@@ -23,12 +23,12 @@ struct TranslatorForm {
 namespace {
 
 template <class Translator>
-std::unique_ptr<CCDMTranslator> MakePlain(ModuleHandle) {
+std::unique_ptr<CCDMTranslator> MakePlain(const SemanticModule*) {
     return std::make_unique<Translator>();
 }
 
 template <class Translator>
-std::unique_ptr<CCDMTranslator> MakeLinked(ModuleHandle semantic_module) {
+std::unique_ptr<CCDMTranslator> MakeLinked(const SemanticModule* semantic_module) {
     return std::make_unique<Translator>(semantic_module);
 }
 

@@ -49,7 +49,7 @@ Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
     // A map that has no way to a top is of no use on another's either.
     if (!library.topNodeFunction) return {};
     if (given) return Ref<FIEntry>::Share(given);
-    return Ref<FIEntry>::Adopt(static_cast<FIEntry*>(library.topNodeFunction()));
+    return Ref<FIEntry>::Adopt(library.topNodeFunction());
 }
 
 }  // namespace

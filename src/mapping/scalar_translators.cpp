@@ -36,7 +36,7 @@ void CCDMFunctionTranslator::SetBody(const std::string& text) {
     function_ = nullptr;
     function_name_ = PackedText(text);
     if (function_name_.empty()) return;
-    function_ = reinterpret_cast<SemanticFunction>(FindSemanticFunction(module_, function_name_));
+    function_ = FindFunctionAs<SemanticFunction>(module_, function_name_);
     if (function_ != nullptr) return;
     LogMessage(MessageText(" Converter Semantic function: %.40s not found", function_name_.c_str())
                    .c_str());

@@ -25,7 +25,7 @@ class CCDMMapTranslator final : public CCDMTranslator {
 class CCDMFunctionTranslator final : public CCDMTranslator {
  public:
     // The module in which the function is looked up, when its name is read.
-    explicit CCDMFunctionTranslator(ModuleHandle module) : module_(module) {}
+    explicit CCDMFunctionTranslator(const SemanticModule* module) : module_(module) {}
 
     const char* DumpBody(std::string& out) const override;
     void SetBody(const std::string& text) override;
@@ -33,7 +33,7 @@ class CCDMFunctionTranslator final : public CCDMTranslator {
     bool Apply(FIReferenceBase& reference) const override;
 
  private:
-    ModuleHandle module_;
+    const SemanticModule* module_;
     std::string function_name_;
     SemanticFunction function_ = nullptr;
 };

@@ -1,39 +1,32 @@
 #include "mapping/semantic_function.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
+#include <list>
 
 #include "platform/names.h"
 
 namespace {
 
-constexpr std::string_view kSemanticPrefix = "CT";
-constexpr std::string_view kRootFunction = "Find1";
-constexpr std::array<std::string_view, 2> kTopNodeFunctions = {"GetTopHovexEntry",
-                                                               "GetTopFIEntryV"};
-
-// The loader finds much more by the handle of this module than what maps may call.
-bool IsOwn(ModuleHandle module) {
-    return !ProcessModules().Offers(kOwnModule) && module == FindLoadedModule(kOwnModule);
+// A list, since libraries point to its elements.
+std::list<SemanticModule>& Offered() {
+    static std::list<SemanticModule> modules;
+    return modules;
 }
 
 }  // namespace
 
-ModuleHandle FindLinkedModule(const std::string& name) {
-    const bool linked = ProcessModules().Offers(name.c_str()) || SameName(name, kOwnModule);
-    return linked ? LoadModule(name.c_str()) : nullptr;
+void OfferSemanticModule(const char* name, std::span<const NamedFunction> functions) {
+    WithdrawSemanticModule(name);
+    Offered().push_back({name, functions});
 }
 
-void* FindSemanticFunction(ModuleHandle module, const std::string& name) {
-    const bool semantic = name.starts_with(kSemanticPrefix) || name == kRootFunction;
-    if (!semantic && IsOwn(module)) return nullptr;
-    return FindFunction(module, name.c_str());
+void WithdrawSemanticModule(const char* name) {
+    Offered().remove_if([&](const SemanticModule& module) { return SameName(module.name, name); });
 }
 
-void* FindTopNodeFunction(ModuleHandle module, const std::string& name) {
-    const bool top = std::find(kTopNodeFunctions.begin(), kTopNodeFunctions.end(), name) !=
-                     kTopNodeFunctions.end();
-    if (!top && IsOwn(module)) return nullptr;
-    return FindFunction(module, name.c_str());
+const SemanticModule* FindSemanticModule(const std::string& name) {
+    const auto found =
+        std::find_if(Offered().begin(), Offered().end(),
+                     [&](const SemanticModule& module) { return SameName(module.name, name); });
+    return found == Offered().end() ? nullptr : &*found;
 }

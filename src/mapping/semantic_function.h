@@ -1,32 +1,39 @@
 #pragma once
 
-// The routines that maps name where a path can't say how an attribute is reached. A host or program
-// offers a module with such routines; of this very module a map reaches those alone that are made
-// for maps.
+// The functions that maps name where a path can't say how an attribute is reached. They come from
+// tables that the program offers, each under the name of a module: a file can't bring code into the
+// process, and reaches of this module only what is made for maps, in the form it is made for.
 
+#include <span>
 #include <string>
 
-#include "platform/modules.h"
-#include "value/fi_value.h"
-
-class FIIteratorBase;
-
-// Whether the node is there. With `move` the iterator stands on it afterwards, and anywhere below
-// where it was when there is none; without, it stays.
-using SemanticFunction = bool (*)(FIIteratorBase* it, int move);
-// With index -1 the number of elements, of which the low eight bits count; the iterator stays. Else
-// the way to one element: it may move the iterator down, set variables and name the subclass.
-using SemanticArrayFunction = int (*)(FIIteratorBase* it, FIValue* subclass, int index);
+#include "framework/semantic_function.h"
 
 // The module that is linked around this code, by the name that maps know it by.
 inline constexpr char kOwnModule[] = "fixtop.dll";
 
-// A module that a map may name: an offered one or this very one; null for any other. A file can't
-// bring code into the process.
-ModuleHandle FindLinkedModule(const std::string& name);
+// A module that maps may name.
+struct SemanticModule {
+    std::string name;
+    std::span<const NamedFunction> functions;
+};
 
-// The function that the text of an element names, all blanks in it left out; null for none.
-void* FindSemanticFunction(ModuleHandle module, const std::string& name);
+// Lets maps name the module; one of the same name is replaced, for maps read from then on. The
+// functions outlive all maps that name them. Names of modules do not distinguish case.
+void OfferSemanticModule(const char* name, std::span<const NamedFunction> functions);
+// The module is no longer offered; trees that are open keep its functions.
+void WithdrawSemanticModule(const char* name);
 
-// The function that makes the top entry. Of this module only those of that kind.
-void* FindTopNodeFunction(ModuleHandle module, const std::string& name);
+// The module that a map may take by this name; null for any other.
+const SemanticModule* FindSemanticModule(const std::string& name);
+
+// The function of this name and kind; null without a module, and for a name of another kind.
+template <class Function>
+Function FindFunctionAs(const SemanticModule* module, const std::string& name) {
+    if (!module) return nullptr;
+    for (const NamedFunction& row : module->functions) {
+        const Function* function = std::get_if<Function>(&row.function);
+        if (function && row.name == name) return *function;
+    }
+    return nullptr;
+}

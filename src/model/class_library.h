@@ -20,6 +20,9 @@
 #include "model/units_list.h"
 #include "platform/modules.h"
 
+class FIEntry;
+struct SemanticModule;
+
 class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
  public:
     // Without a module unit and map files have no resources to fall back on. Without a second one
@@ -46,13 +49,13 @@ class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
 
     std::map<std::string, std::unique_ptr<CCDMClass>> classes;
     std::map<std::string, std::unique_ptr<CCDMEnumeration>> enumerations;
-    TranslatorMap rootTranslators;          // run once on the top node when a model is opened
-    ModuleHandle semanticModule = nullptr;  // what a map's functions are looked up in
-    void* (*topNodeFunction)() = nullptr;   // gives the top application entry
-    std::string translateName;              // in force for this run
-    std::string defaultTranslateName;       // of translators that carry none
-    std::vector<std::string> classFiles;    // already read
-    std::vector<std::string> mapFiles;      // already read
+    TranslatorMap rootTranslators;  // run once on the top node when a model is opened
+    const SemanticModule* semanticModule = nullptr;  // what a map's functions are looked up in
+    FIEntry* (*topNodeFunction)() = nullptr;         // gives the top application entry
+    std::string translateName;                       // in force for this run
+    std::string defaultTranslateName;                // of translators that carry none
+    std::vector<std::string> classFiles;             // already read
+    std::vector<std::string> mapFiles;               // already read
     CCDMBranch defaultBranch = CCDMBranch::kBoth;
     CCDMUnitsList units;
     ModuleHandle unitResourceModule;

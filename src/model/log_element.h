@@ -1,11 +1,10 @@
 #pragma once
 
-// The element with which a model file says where and how much of it is logged.
+// The element with which a model file says where and how much of it is logged. The file that it
+// names is emptied, and so has to lie below the working directory and look like a log: whoever
+// opens a model out of a foreign file must not lose one of his own. What is refused is told in the
+// log, which goes on as it was.
 
-#include <cstdlib>
-#include <string>
-
-#include "diagnostics/error_log.h"
 #include "model/named_elements.h"
 
 class LogElement final : public NamedElement {
@@ -13,9 +12,5 @@ class LogElement final : public NamedElement {
     LogElement() : NamedElement("Log") {}
 
  protected:
-    void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
-        std::string text;
-        if (GetAttribute("File", attributes, text)) SetLogFile(text.c_str());
-        if (GetAttribute("Level", attributes, text)) SetLogLevel(std::atoi(text.c_str()));
-    }
+    void Begin(const XmlLocator* locator, const XmlAttributes& attributes) override;
 };

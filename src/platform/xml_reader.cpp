@@ -1,9 +1,8 @@
 #include "platform/xml_reader.h"
 
 #include <exception>
-#include <fstream>
-#include <iterator>
 
+#include "platform/open_file.h"
 #include "platform/xml_guard.h"
 #include "platform/xml_parser.h"
 
@@ -123,14 +122,14 @@ class GuardedReader final : public XmlReader {
     }
 
     XmlOutcome ParseFile(const std::string& path) override {
-        std::ifstream file(path, std::ios::binary);
+        const FilePtr file = OpenFile(path, "rb");
         if (!file) return XmlOutcome::kNotFound;
         std::string bytes;
-        for (std::size_t size = 0; file && size <= kMaxXmlBytes;) {
+        for (std::size_t read = kBlock; read == kBlock && bytes.size() <= kMaxXmlBytes;) {
+            const std::size_t size = bytes.size();
             bytes.resize(size + kBlock);
-            file.read(bytes.data() + size, kBlock);
-            size += static_cast<std::size_t>(file.gcount());
-            bytes.resize(size);
+            read = std::fread(bytes.data() + size, 1, kBlock, file.get());
+            bytes.resize(size + read);
         }
         return ParseText(bytes, path);
     }

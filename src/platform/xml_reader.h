@@ -70,6 +70,7 @@ class XmlReader {
 
     // The handlers must outlive the parses; false when the reader does not take them.
     virtual bool Attach(XmlContentHandler& content, XmlErrorHandler& errors) = 0;
+    // The path is UTF-8 on every system.
     virtual XmlOutcome ParseFile(const std::string& path) = 0;
     virtual XmlOutcome ParseText(std::string_view bytes, const std::string& name) = 0;
 };

@@ -1,9 +1,12 @@
 #pragma once
 
-// The functions that a map file may name. Each keeps to semantic/contract.h; which variables and
-// nodes it uses stands beside it. The module exports them under these plain names.
+// The functions that a map file may name. Each keeps to framework/semantic_function.h; which
+// variables and nodes it uses stands beside it. The module exports them under these plain names,
+// and function_table.cpp lists them for maps.
 
-#include "semantic/contract.h"
+#include "framework/iterator.h"
+#include "framework/semantic_function.h"
+#include "value/fi_value.h"
 
 extern "C" {
 

@@ -6,8 +6,10 @@
 #include <functional>
 #include <initializer_list>
 
+#include "framework/iterator.h"
 #include "framework/ref.h"
-#include "semantic/contract.h"
+#include "framework/semantic_function.h"
+#include "value/fi_value.h"
 
 namespace semantic {
 

@@ -150,6 +150,16 @@ TEST(ErrorLog, file_that_cannot_be_opened_is_passed_over) {
     EXPECT_EQ(AfterHeader(folder.Read("x.log")), " \n");
 }
 
+TEST(ErrorLog, file_names_are_utf8) {
+    const TemporaryFolder folder;
+    const std::string name = "Str\u00f6me \u6d41.log";
+    ErrorLog log;
+    log.Open(name.c_str());
+    log.Message("one");
+    std::ifstream file(std::filesystem::path(std::u8string(name.begin(), name.end())));
+    EXPECT_EQ(AfterHeader({std::istreambuf_iterator<char>(file), {}}), " one\n");
+}
+
 TEST(ErrorLog, module_functions_drive_the_module_log) {
     const TemporaryFolder folder;
     SetLogFile("module.log");

@@ -7,6 +7,7 @@
 
 #include "casehost/standard_host.h"
 #include "front/fixtop.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -169,6 +170,35 @@ TEST_F(NeutralCase, map_without_a_given_top_asks_its_own_function) {
     ASSERT_TRUE(root);
     EXPECT_EQ(Read(*At("Flowsheet.Stream.Temperature"), "value"),
               Read(*At(root, "Flowsheet.Stream.Temperature"), "value"));
+}
+
+// What each function of the module is made for is known, whatever a map takes it for.
+TEST_F(NeutralCase, map_calls_functions_of_the_module_in_their_own_form_only) {
+    struct Row {
+        const char* top;
+        const char* root;
+        bool opens;
+    };
+    const Row rows[] = {{"GetTopHovexEntry", "Find1", true},
+                        {"GetTopFIEntryV", "Find1", true},
+                        {"GetTopHovexEntry", "CTStreams", false},
+                        {"GetTopHovexEntry", "GetTopHovexEntry", false},
+                        {"GetTopHovexEntry", "printECounts", false},
+                        {"Find1", "Find1", false},
+                        {"CTStreams", "Find1", false},
+                        {"GetCombinedEntry", "Find1", false}};
+    const TemporaryFolder folder;
+    const FixtopModelFiles files = {nullptr, "own_map.xml", nullptr, nullptr};
+    for (const Row& row : rows) {
+        folder.Write(
+            "own_map.xml",
+            std::string("<CCDMMapFile><TranslateName>Hovex</TranslateName>"
+                        "<Linkage><DLL>fixtop.dll</DLL></Linkage><TopNode FunctionName='") +
+                row.top + "'/><Translate Type='Function'>" + row.root +
+                "</Translate></CCDMMapFile>");
+        const auto root = Ref<FIEntry>::Adopt(FixtopOpenModel(nullptr, &files));
+        EXPECT_EQ(row.opens, static_cast<bool>(root)) << row.top << " " << row.root;
+    }
 }
 
 TEST_F(NeutralCase, one_object_is_shown_as_a_class) {

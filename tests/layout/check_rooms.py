@@ -24,7 +24,8 @@ ROOMS = {
     "model": GROUND,
     "uom_adapter": ["value", "platform", "model/unit_source.h"],
     "mapping": GROUND + ["model", "framework", "path"],
-    "semantic": ["value", "framework/iterator.h", "framework/ref.h"],
+    "semantic": ["value", "framework/iterator.h", "framework/ref.h",
+                 "framework/semantic_function.h"],
     "automation": GROUND + ["framework", "mapping", "model", "path"],
     "resources": [],
     "front": None,  # puts the rooms together: everything

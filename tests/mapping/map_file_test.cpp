@@ -144,22 +144,29 @@ TEST(MapFile, linkage_takes_offered_modules) {
     const ReadMap read(
         Map("<Linkage><DLL>Recording.DLL</DLL></Linkage>"
             "<TopNode FunctionName='MakeTop'/>"));
-    EXPECT_EQ(read.library.semanticModule, offered.Handle());
-    EXPECT_EQ(reinterpret_cast<void*>(read.library.topNodeFunction),
-              reinterpret_cast<void*>(&Recorded::Reset));
+    EXPECT_EQ(read.library.semanticModule, offered.Module());
+    EXPECT_EQ(read.library.topNodeFunction, &RecordingTop);
     EXPECT_THAT(read.lines, IsEmpty());
 }
 
-TEST(MapFile, linkage_takes_this_module) {
-    const ReadMap read(Map("<Linkage><DLL>fixtop.dll</DLL></Linkage>"));
-    const ModuleHandle own = LoadModule("fixtop.dll");
-    if (own == nullptr) GTEST_SKIP() << "a test program is no fixtop.dll to this loader";
-    EXPECT_EQ(read.library.semanticModule, own);
+TEST(MapFile, module_that_is_offered_again_gives_the_new_functions) {
+    static constexpr NamedFunction kOther[] = {{"CTOther", RecordingScalar}};
+    const OfferedFunctions offered;
+    OfferSemanticModule("RECORDING.dll", kOther);
+    const ReadMap read(
+        Map("<Linkage><DLL>recording.dll</DLL></Linkage>"
+            "<Translate Type='Function'>CTOther</Translate>"
+            "<Translate Type='Function'>CTScalar</Translate>"));
+    EXPECT_THAT(read.lines, ElementsAre(" Converter Semantic function: CTScalar not found"));
+    WithdrawSemanticModule("recording.DLL");
+    EXPECT_EQ(offered.Module(), nullptr);
 }
 
+// Neither what the loader finds nor what is offered to other rooms says how it wants to be called.
 TEST(MapFile, linkage_refuses_every_other_module) {
+    OfferModule("loaded.dll", {{"Find1", reinterpret_cast<void*>(RecordingScalar)}});
     for (const char* name : {"evil.dll", "libc.so.6", "kernel32.dll", "/lib/x.dll", "fixtop", "",
-                             "../fixtop.dll", " fixtop.dll"}) {
+                             "../fixtop.dll", " fixtop.dll", "fixtop.dll", "loaded.dll"}) {
         ReadMap read(Map("<Linkage><DLL>" + std::string(name) +
                          "</DLL></Linkage>"
                          "<TopNode FunctionName='abort'/>"
@@ -170,27 +177,48 @@ TEST(MapFile, linkage_refuses_every_other_module) {
         EXPECT_THAT(read.lines, ElementsAre(" Converter Semantic function: Find1 not found"))
             << name;
     }
+    WithdrawModule("loaded.dll");
 }
 
-TEST(MapFile, of_this_module_only_what_is_made_for_maps_is_called) {
-    const ReadMap read(
-        Map("<Linkage><DLL>fixtop.dll</DLL></Linkage>"
-            "<TopNode FunctionName='abort'/>"
-            "<Translate Type='Function'>abort</Translate>"
-            "<Translate Type='Function'>CTIsNotThere</Translate>"));
-    EXPECT_EQ(read.library.topNodeFunction, nullptr);
-    EXPECT_THAT(read.lines, ElementsAre(" Converter Semantic function: abort not found",
-                                        " Converter Semantic function: CTIsNotThere not found"));
-}
-
-TEST(MapFile, module_that_is_offered_under_our_name_gives_any_function) {
-    const OfferedFunctions offered("fixtop.dll");
-    const ReadMap read(
-        Map("<Linkage><DLL>fixtop.dll</DLL></Linkage>"
-            "<TopNode FunctionName='MakeTop'/>"
-            "<Translate Type='Function'>Other</Translate>"));
-    EXPECT_NE(read.library.topNodeFunction, nullptr);
-    EXPECT_THAT(read.lines, IsEmpty());
+// Called with the arguments of another kind, a function reads and writes what is not its own.
+TEST(MapFile, function_of_another_kind_is_not_found) {
+    const OfferedFunctions offered;
+    const std::string linkage = "<Linkage><DLL>recording.dll</DLL></Linkage>";
+    struct Row {
+        const char* element;
+        const char* line;
+    };
+    const Row rows[] = {
+        {"<Translate Type='Function'>CTArray</Translate>",
+         " Converter Semantic function: CTArray not found"},
+        {"<Translate Type='Function'>MakeTop</Translate>",
+         " Converter Semantic function: MakeTop not found"},
+        {"<TranslateArray Type='Function'><Map>*</Map>CTArray</TranslateArray>",
+         " Filter Semantic function: CTArray not found"},
+        {"<TranslateArray Type='ArrayFunc'>CTScalar</TranslateArray>",
+         " Filter Semantic function: CTScalar not found"},
+        {"<TranslateArray Type='ArrayFunc'>MakeTop</TranslateArray>",
+         " Filter Semantic function: MakeTop not found"},
+    };
+    ScriptNode node("Node");
+    node.Add("Child");
+    const Ref<FIIterator> it = node.Iterate();
+    for (const Row& row : rows) {
+        ReadMap read(Map(linkage + "<Class Name='A'><Attribute Name='X'>" + row.element +
+                         "</Attribute></Class>"));
+        EXPECT_THAT(read.lines, ElementsAre(row.line)) << row.element;
+        const Ref<FIReference> reference = ReferenceTo(*it);
+        auto translators = read.OfX();
+        for (const CCDMTranslator* array : read.ArraysOfX()) translators.push_back(array);
+        ASSERT_THAT(translators, SizeIs(1)) << row.element;
+        EXPECT_FALSE(translators[0]->Test(*reference)) << row.element;
+        EXPECT_FALSE(translators[0]->Apply(*reference)) << row.element;
+    }
+    for (const char* name : {"CTArray", "CTScalar"}) {
+        const ReadMap read(Map(linkage + "<TopNode FunctionName='" + name + "'/>"));
+        EXPECT_EQ(read.library.topNodeFunction, nullptr) << name;
+    }
+    EXPECT_THAT(Recorded::Now().calls, IsEmpty());
 }
 
 TEST(MapFile, order_in_the_file_counts) {
@@ -218,6 +246,19 @@ TEST(MapFile, log_element_names_file_and_level) {
     ReadMap read(Map("<Log File='other.log' Level='3'/><Class Name='None'/>"));
     EXPECT_EQ(SetLogLevel(ErrorLog::kDefaultLevel), 3);
     EXPECT_THAT(read.folder.Read("other.log"), testing::HasSubstr("Class None not found"));
+}
+
+TEST(MapFile, log_element_never_reaches_other_files) {
+    const ReadMap read(Map("<Log File='map.xml' Level='much'/>"));
+    EXPECT_TRUE(read.done);
+    const std::string place =
+        "  XML Parser Severe Error: file " + read.folder.File("map.xml") + " at line 3, ";
+    EXPECT_THAT(
+        read.lines,
+        ElementsAre(place + "Log File map.xml is not used: give a name that ends in .log and "
+                            "stays below the working directory",
+                    place + "Log Level much is not used: give a whole number"));
+    EXPECT_THAT(read.folder.Read("map.xml"), testing::HasSubstr("CCDMMapFile"));
 }
 
 // ---- translators
@@ -837,11 +878,17 @@ TEST(MapFile, includes_never_leave_the_search_folders) {
                       Map("<Include Mapfile='../secret.xml'/><Include Mapfile='..\\secret.xml'/>"
                           "<Include Mapfile='sub/../../secret.xml'/><Include Mapfile='" +
                           read.folder.File("secret.xml") + "'/><Include Mapfile='sub/near.xml'/>"));
+    OpenErrorLog(read.folder.File("lines.log").c_str());
     std::filesystem::current_path(read.folder.Path() / "inner");
     EXPECT_TRUE(ReadMapFile(read.library, "top.xml"));
     std::filesystem::current_path(read.folder.Path());
     EXPECT_EQ(read.library.defaultTranslateName, "T");
     EXPECT_EQ(read.library.defaultBranch, CCDMBranch::kCalc) << "a folder below is within";
+    const std::string missing = "  Failed to find Convert Resource: ";
+    EXPECT_THAT(read.log.Lines(),
+                ElementsAre(missing + "../secret.xml", missing + "..\\secret.xml",
+                            missing + "sub/../../secret.xml",
+                            missing + read.folder.File("secret.xml").substr(0, 128)));
     read.library.mapFiles.clear();
     EXPECT_TRUE(ReadMapFile(read.library, read.folder.File("secret.xml")));
     EXPECT_EQ(read.library.defaultTranslateName, "Secret") << "a caller may name any file";

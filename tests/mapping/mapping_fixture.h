@@ -11,6 +11,7 @@
 #include "framework/fi_reference.h"
 #include "mapping/ancestor_path.h"
 #include "mapping/map_file.h"
+#include "mapping/semantic_function.h"
 #include "mapping/translator.h"
 #include "model/class_library.h"
 #include "support/log_lines.h"
@@ -70,21 +71,26 @@ inline bool RecordingScalar(FIIteratorBase* it, int move) {
     return now.scalar && now.scalar(it, move);
 }
 
-// A module that offers both under the names that maps use for this one.
+inline FIEntry* RecordingTop() {
+    Recorded::Now().calls.push_back("top");
+    return nullptr;
+}
+
+inline constexpr NamedFunction kRecordingFunctions[] = {
+    {"CTArray", RecordingArray}, {"CTScalar", RecordingScalar}, {"MakeTop", RecordingTop}};
+
+// A module that offers them to maps.
 class OfferedFunctions {
  public:
     explicit OfferedFunctions(const char* module = "recording.dll") : module_(module) {
         Recorded::Reset();
-        OfferModule(module, {{"CTArray", reinterpret_cast<void*>(RecordingArray)},
-                             {"CTScalar", reinterpret_cast<void*>(RecordingScalar)},
-                             {"Other", reinterpret_cast<void*>(RecordingScalar)},
-                             {"MakeTop", reinterpret_cast<void*>(&Recorded::Reset)}});
+        OfferSemanticModule(module, kRecordingFunctions);
     }
-    ~OfferedFunctions() { WithdrawModule(module_); }
+    ~OfferedFunctions() { WithdrawSemanticModule(module_); }
     OfferedFunctions(const OfferedFunctions&) = delete;
     OfferedFunctions& operator=(const OfferedFunctions&) = delete;
 
-    ModuleHandle Handle() const { return LoadModule(module_); }
+    const SemanticModule* Module() const { return FindSemanticModule(module_); }
 
  private:
     const char* module_;

@@ -37,7 +37,7 @@ class Translators : public testing::Test {
         if constexpr (std::is_default_constructible_v<Translator>) {
             made = std::make_unique<Translator>();
         } else {
-            made = std::make_unique<Translator>(functions_.Handle());
+            made = std::make_unique<Translator>(functions_.Module());
         }
         made->SetBody(text);
         return made;

@@ -229,6 +229,64 @@ TEST(ClassFile, log_element_names_file_and_level) {
     EXPECT_EQ(SetLogLevel(9), 8);
 }
 
+TEST(ClassFile, log_may_lie_in_a_folder_below) {
+    const TemporaryFolder folder;
+    const LogLines log(folder);
+    std::filesystem::create_directory(folder.Path() / "sub");
+    folder.Write("lib.xml", Library("<Log File='sub/other.log' Level='-1'/>"));
+    CCDMClassLibrary library;
+    EXPECT_TRUE(library.ReadClassFile("lib.xml"));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    LogMessage("line");
+    EXPECT_TRUE(folder.Has("sub/other.log"));
+    EXPECT_EQ(SetLogLevel(9), -1);
+}
+
+// Opening a log empties the file that it names.
+TEST(ClassFile, log_element_never_reaches_other_files) {
+    const TemporaryFolder outside;
+    outside.Write("precious.log", "kept");
+    for (const std::string& name :
+         {std::string("../") + outside.Path().filename().string() + "/precious.log",
+          outside.File("precious.log"), std::string("sub/../../precious.log"),
+          std::string("precious.txt"), std::string("precious.log.txt"), std::string("precious.LOG"),
+          std::string("precious"), std::string("nul.log"), std::string("C:precious.log"),
+          std::string("\\\\host\\share\\precious.log"), std::string()}) {
+        const TemporaryFolder folder;
+        const LogLines log(folder, 6);
+        folder.Write("precious.txt", "kept");
+        folder.Write("lib.xml", Library("<Log File='" + name + "'/><Class Name='A'/>"));
+        CCDMClassLibrary library;
+        EXPECT_TRUE(library.ReadClassFile("lib.xml")) << name;
+        EXPECT_NE(library.FindClass("A"), nullptr) << name;
+        LogMessage("behind");
+        EXPECT_THAT(log.Lines(),
+                    ElementsAre("  XML Parser Severe Error: file " + folder.File("lib.xml") +
+                                    " at line 2, Log File " + name.substr(0, 128) +
+                                    " is not used: give a name that ends in .log and stays below "
+                                    "the working directory",
+                                "behind"))
+            << name;
+        EXPECT_EQ(SetLogLevel(9), 6) << name << ": the present log goes on as it was";
+        EXPECT_EQ(folder.Read("precious.txt"), "kept") << name;
+    }
+    EXPECT_EQ(outside.Read("precious.log"), "kept");
+}
+
+TEST(ClassFile, log_level_is_a_whole_number) {
+    for (const char* text : {"", "many", "7x", "7.5", " 7", "0x7", "99999999999"}) {
+        const TemporaryFolder folder;
+        const LogLines log(folder, 6);
+        folder.Write("lib.xml", Library("<Log Level='" + std::string(text) + "'/>"));
+        CCDMClassLibrary library;
+        EXPECT_TRUE(library.ReadClassFile("lib.xml")) << text;
+        EXPECT_EQ(SetLogLevel(9), 6) << text;
+        EXPECT_THAT(log.Lines(), ElementsAre("  XML Parser Severe Error: file " +
+                                             folder.File("lib.xml") + " at line 2, Log Level " +
+                                             text + " is not used: give a whole number"));
+    }
+}
+
 TEST(ClassFile, quantity_comes_from_the_unit_source) {
     const OfferedFake fake;
     const TemporaryFolder folder;
@@ -328,11 +386,14 @@ TEST(ClassFile, broken_files_fail_and_keep_what_was_read) {
     const std::string start = "<QZClassLibrary><Class Name='A'/>";
     std::string deep = "<QZClassLibrary>";
     for (int i = 0; i < 100000; ++i) deep += "<x>";
+    std::string deep_known = start;
+    for (int i = 0; i < 100000; ++i) deep_known += "<Header>";
     const std::string bomb =
         "<!DOCTYPE a [<!ENTITY x 'xx'><!ENTITY y '&x;&x;'>]><QZClassLibrary>&y;</QZClassLibrary>";
     for (const std::string& text :
-         {start, start + "<Class></QZClassLibrary>", std::string(), std::string("no xml"),
-          start + "&none;</QZClassLibrary>", deep, bomb, start + "\xFF</QZClassLibrary>"}) {
+         {deep_known, start, start + "<Class></QZClassLibrary>", std::string(),
+          std::string("no xml"), start + "&none;</QZClassLibrary>", deep, bomb,
+          start + "\xFF</QZClassLibrary>"}) {
         const ReadLibrary read(text);
         EXPECT_FALSE(read.done) << text.substr(0, 80);
         ASSERT_EQ(read.lines.size(), 2u) << text.substr(0, 80);
@@ -340,7 +401,7 @@ TEST(ClassFile, broken_files_fail_and_keep_what_was_read) {
                                               read.folder.File("lib.xml") + " at line "));
         EXPECT_EQ(read.lines[1], "  Failed parsing CCDM File: lib.xml");
         if (text.starts_with(start)) {
-            EXPECT_NE(read.library.FindClass("A"), nullptr) << text;
+            EXPECT_NE(read.library.FindClass("A"), nullptr) << text.substr(0, 80);
         }
     }
 }
@@ -433,11 +494,16 @@ TEST(ClassFile, includes_never_leave_the_search_folders) {
                          "<Include Library='sub/../../secret.xml'/>"
                          "<Include Library='" +
                          folder.File("secret.xml") + "'/><Include Library='sub/near.xml'/>"));
+    OpenErrorLog(folder.File("lines.log").c_str());
     std::filesystem::current_path(folder.Path() / "inner");
     CCDMClassLibrary library;
     EXPECT_TRUE(library.ReadClassFile("top.xml"));
     std::filesystem::current_path(folder.Path());
     EXPECT_EQ(library.FindClass("Secret"), nullptr);
+    const std::string missing = "  Failed to find CCDM Resource: ";
+    EXPECT_THAT(log.Lines(), ElementsAre(missing + "../secret.xml", missing + "..\\secret.xml",
+                                         missing + "sub/../../secret.xml",
+                                         missing + folder.File("secret.xml").substr(0, 128)));
     EXPECT_NE(library.FindClass("Near"), nullptr) << "a folder below is within";
     CCDMClassLibrary direct;
     EXPECT_TRUE(direct.ReadClassFile(folder.File("secret.xml"))) << "a caller may name any file";

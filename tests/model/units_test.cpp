@@ -14,8 +14,10 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 const FIValue kNone;
 
@@ -305,6 +307,55 @@ TEST(UnitFile, is_read_again_each_time) {
     EXPECT_TRUE(read.library.ReadUnitFile("units.xml"));
     EXPECT_EQ(read.ToCcdm("v"), "bar");
     EXPECT_EQ(read.ToCcdm("u"), "kPa");
+}
+
+TEST(UnitFile, broken_files_fail_and_keep_what_was_read) {
+    const std::string start =
+        "<CCDMUnitFile><Provider>FakeUnits</Provider><InitString>x</InitString>"
+        "<Translate App='u' Ccdm='kPa'/>";
+    const std::string end = "</CCDMUnitFile>";
+    std::string deep = start;
+    std::string deep_known = start;
+    for (int i = 0; i < 100000; ++i) {
+        deep += "<x>";
+        deep_known += "<Translate>";
+    }
+    std::string bomb = "<!DOCTYPE a [<!ENTITY a0 'xx'>";
+    for (int i = 1; i < 30; ++i) {
+        const std::string former = "&a" + std::to_string(i - 1) + ";";
+        bomb += "<!ENTITY a" + std::to_string(i) + " '" + former + former + "'>";
+    }
+    bomb += "]>" + start + "<Provider>&a29;</Provider>" + end;
+    const std::string outside =
+        "<!DOCTYPE a [<!ENTITY f SYSTEM 'units.xml'>]>" + start + "<Version>&f;</Version>" + end;
+    for (const std::string& text :
+         {start, start + "<Translate></CCDMUnitFile>", std::string(), std::string("no xml"),
+          start + "<Version>&none;</Version>" + end, deep, deep_known, bomb, outside,
+          start + "\xFF" + end, start + "<Translate App='a' App='b'/>" + end,
+          start + end + start + end}) {
+        ReadUnits read(text);
+        EXPECT_FALSE(read.done) << text.substr(0, 120);
+        ASSERT_FALSE(read.lines.empty());
+        EXPECT_EQ(read.lines.back(), "  Failed parsing Unit File: units.xml");
+        const std::string severe =
+            "  XML Parser Severe Error: file " + read.folder.File("units.xml") + " at line ";
+        EXPECT_THAT(read.lines, Contains(StartsWith(severe)).Times(1)) << text.substr(0, 120);
+        if (text.starts_with(start)) {
+            EXPECT_EQ(read.ToCcdm("u"), "kPa") << text.substr(0, 120);
+        }
+    }
+}
+
+TEST(UnitFile, provider_that_nobody_offers_is_told_and_not_loaded) {
+    for (const char* provider : {"kernel32.dll", "libc.so.6", "../FakeUnits", "fixtop.dll"}) {
+        ReadUnits read(UnitFile("<Translate App='u' Ccdm='kPa'/>", provider));
+        EXPECT_TRUE(read.done) << provider;
+        EXPECT_THAT(read.lines, ElementsAre(std::string("Unable to locate CCDM unit conversion "
+                                                        "adpater ") +
+                                            provider));
+        EXPECT_EQ(read.ToCcdm("u"), "Units not initiliazed") << provider;
+        EXPECT_THAT(FakeUnitSource::Calls(), IsEmpty()) << provider;
+    }
 }
 
 TEST(UnitFile, trouble_is_told) {

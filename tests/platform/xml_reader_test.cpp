@@ -2,15 +2,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/file_search.h"
+#include "platform/open_file.h"
 #include "platform/xml_guard.h"
 #include "support/temporary_folder.h"
 
 namespace {
+
+void WriteUnder(const std::filesystem::path& path, const char* text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
 
 // Writes every event as one short text.
 class Recorder final : public XmlContentHandler, public XmlErrorHandler {
@@ -311,7 +319,9 @@ TEST(XmlReaderFactory, can_be_replaced) {
 }
 
 TEST(FileSearch, names_that_leave_the_folders_are_told_apart) {
-    for (const char* name : {"a.xml", "folder/a.xml", "folder\\a.xml", "..a.xml", "a..", "..."}) {
+    for (const char* name : {"a.xml", "folder/a.xml", "folder\\a.xml", "..a.xml", "a..", "./a.xml",
+                             "com.xml", "com10.xml", "acom1.xml", "nulls.xml", "null", "lpt",
+                             "console.xml", "a.nul", "com1a.xml"}) {
         EXPECT_TRUE(StaysInSearchFolders(name)) << name;
     }
     for (const char* name : {"", "/a.xml", "\\a.xml", "C:a.xml", "C:\\a.xml", "..", "../a.xml",
@@ -319,6 +329,54 @@ TEST(FileSearch, names_that_leave_the_folders_are_told_apart) {
                              "file://host/a.xml", "\\\\host\\share\\a.xml"}) {
         EXPECT_FALSE(StaysInSearchFolders(name)) << name;
     }
+    for (const char* name : {"...", ".. ", ". .", "sub/.. /a.xml", "sub\\... \\a.xml", "a/. "}) {
+        EXPECT_FALSE(StaysInSearchFolders(name)) << name << ": may be read as a parent";
+    }
+}
+
+// To open one can wait for ever, or write to a printer.
+TEST(FileSearch, names_of_devices_are_refused_on_every_system) {
+    for (const char* name : {"NUL",         "nul",           "nul.xml",
+                             "NUL.tar.xml", "nul .xml",      "CON",
+                             "con.log",     "PRN",           "aux.xml",
+                             "COM1",        "com1.xml",      "COM0",
+                             "com9 .log",   "LPT1.xml",      "lpt0",
+                             "COM\u00b9",   "lpt\u00b3.xml", "CONIN$",
+                             "conout$.xml", "folder/nul",    "folder\\COM1.xml",
+                             "nul/a.xml"}) {
+        EXPECT_FALSE(StaysInSearchFolders(name)) << name;
+    }
+}
+
+// A name that no code page of one byte holds.
+TEST(XmlReader, file_names_are_utf8) {
+    const TemporaryFolder folder;
+    const std::string name = "Str\u00f6me \u6d41.xml";
+    const FilePtr none = OpenFile(name, "rb");
+    EXPECT_EQ(none, nullptr);
+    EXPECT_FALSE(FileExists(name));
+    EXPECT_EQ(FindFileOnPath(name), "");
+    WriteUnder(std::u8string(name.begin(), name.end()), "<a/>");
+    EXPECT_TRUE(FileExists(name));
+    const std::string path = FindFileOnPath(name);
+    ASSERT_TRUE(path.ends_with(name)) << path;
+    Recorder recorder;
+    const std::unique_ptr<XmlReader> reader = CreateXmlReader();
+    ASSERT_TRUE(reader->Attach(recorder, recorder));
+    EXPECT_EQ(reader->ParseFile(path), XmlOutcome::kDone);
+    EXPECT_EQ(recorder.Joined(), "<a></a>");
+    EXPECT_EQ(recorder.file, path);
+    const FilePtr file = OpenFile(name, "a");
+    ASSERT_NE(file, nullptr);
+    EXPECT_GT(std::fprintf(file.get(), "x"), 0);
+}
+
+TEST(OpenFile, names_that_are_no_file_give_null) {
+    const TemporaryFolder folder;
+    for (const char* name : {"", "none.txt", "no folder/a.txt"}) {
+        EXPECT_EQ(OpenFile(name, "rb"), nullptr) << name;
+    }
+    EXPECT_EQ(OpenFile("no folder/a.txt", "w"), nullptr);
 }
 
 }  // namespace

@@ -2,37 +2,45 @@
 
 #include <windows.h>
 
+#include "platform/windows/wide_text.h"
+
 namespace {
 
-bool IsFile(DWORD attributes) {
+bool IsFile(const std::wstring& name) {
+    const DWORD attributes = GetFileAttributesW(name.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+// What SearchPath finds; empty for none.
+std::wstring Search(const std::wstring& name) {
+    const auto search = [&](DWORD size, wchar_t* path) {
+        return SearchPathW(nullptr, name.c_str(), nullptr, size, path, nullptr);
+    };
+    // The size that it asks for has room for the terminator, the length that it answers has not.
+    std::wstring path(search(0, nullptr), L'\0');
+    const DWORD length = search(static_cast<DWORD>(path.size()), path.data());
+    path.resize(length < path.size() ? length : 0);
+    return path;
 }
 
 }  // namespace
 
 std::string ProgramFolder() {
-    char path[MAX_PATH] = "";
-    const DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program(path, length);
+    wchar_t path[MAX_PATH] = L"";
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::string program = Narrow({path, length});
     const std::size_t separator = program.find_last_of("\\/");
     return separator == std::string::npos ? std::string() : program.substr(0, separator);
 }
 
 bool FileExists(const std::string& utf8_name) {
-    // The terminator is converted too; 0 for bytes that are no UTF-8.
-    const auto convert = [&](wchar_t* wide, int size) {
-        return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, utf8_name.c_str(), -1, wide,
-                                   size);
-    };
-    std::wstring name(static_cast<std::size_t>(convert(nullptr, 0)), L'\0');
-    return convert(name.data(), static_cast<int>(name.size())) > 0 &&
-           IsFile(GetFileAttributesW(name.c_str()));
+    const auto name = Widen(utf8_name);
+    return name && !name->empty() && IsFile(*name);
 }
 
 std::string FindFileOnPath(const std::string& name) {
-    if (name.empty()) return {};
-    char path[MAX_PATH] = "";
-    const DWORD length = SearchPathA(nullptr, name.c_str(), nullptr, sizeof path, path, nullptr);
-    if (length == 0 || length >= sizeof path) return {};
-    return IsFile(GetFileAttributesA(path)) ? std::string(path, length) : std::string();
+    const auto wide = Widen(name);
+    if (!wide || wide->empty()) return {};
+    const std::wstring path = Search(*wide);
+    return IsFile(path) ? Narrow(path) : std::string();
 }

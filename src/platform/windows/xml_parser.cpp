@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "platform/windows/wide_text.h"
+
 // The interfaces of the system have no virtual destructor, and nothing is deleted through them.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
@@ -26,12 +28,9 @@ struct ComRelease {
 template <class T>
 using ComPtr = std::unique_ptr<T, ComRelease<T>>;
 
-std::string Narrow(const wchar_t* text, int length) {
+std::string Narrowed(const wchar_t* text, int length) {
     if (text == nullptr || length <= 0) return {};
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, length, narrow.data(), size, nullptr, nullptr);
-    return narrow;
+    return Narrow({text, static_cast<std::size_t>(length)});
 }
 
 XmlPlace PlaceOf(ISAXLocator* locator) {
@@ -54,8 +53,8 @@ std::vector<std::string> TextsOf(ISAXAttributes* list) {
         int value_length = 0;
         list->getQName(i, &name, &name_length);
         list->getValue(i, &value, &value_length);
-        texts.push_back(Narrow(name, name_length));
-        texts.push_back(Narrow(value, value_length));
+        texts.push_back(Narrowed(name, name_length));
+        texts.push_back(Narrowed(value, value_length));
     }
     return texts;
 }
@@ -106,15 +105,15 @@ class ContentBridge final : public StackObject<ISAXContentHandler> {
         XmlAttributes pairs;
         for (std::size_t i = 0; i < texts.size(); i += 2)
             pairs.emplace_back(texts[i], texts[i + 1]);
-        return Continue(events_.OnStart(Narrow(name, length), pairs));
+        return Continue(events_.OnStart(Narrowed(name, length), pairs));
     }
     HRESULT WINAPI endElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
                               int length) override {
-        return Continue(events_.OnEnd(Narrow(name, length)));
+        return Continue(events_.OnEnd(Narrowed(name, length)));
     }
     HRESULT WINAPI characters(const wchar_t* text, int length) override {
         text_end_ = EventEnd();
-        return Continue(events_.OnCharacters(Narrow(text, length)));
+        return Continue(events_.OnCharacters(Narrowed(text, length)));
     }
     HRESULT WINAPI ignorableWhitespace(const wchar_t* text, int length) override {
         return characters(text, length);
@@ -175,7 +174,7 @@ class ErrorBridge final : public StackObject<ISAXErrorHandler> {
  private:
     HRESULT Tell(XmlSeverity severity, ISAXLocator* locator, const wchar_t* text) {
         if (content_.Stopped()) return S_OK;
-        std::string narrow = text == nullptr ? "" : Narrow(text, static_cast<int>(wcslen(text)));
+        std::string narrow = text == nullptr ? "" : Narrowed(text, static_cast<int>(wcslen(text)));
         // A message is one line.
         std::replace_if(
             narrow.begin(), narrow.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');

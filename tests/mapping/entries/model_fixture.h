@@ -20,7 +20,7 @@
 #include "mapping/class_entry.h"
 #include "mapping/model_top.h"
 #include "mapping/open_model.h"
-#include "platform/modules.h"
+#include "mapping/semantic_function.h"
 #include "support/host_reading.h"
 #include "support/log_lines.h"
 #include "support/scripted_tree.h"
@@ -170,13 +170,13 @@ class Model : public testing::Test {
         folder.Write("classes.xml", kTestClasses);
         folder.Write("map.xml", kTestMap);
         folder.Write("units.xml", kTestUnits);
-        OfferModule(kModelModule, {{"MakeTop", reinterpret_cast<void*>(MakeTop)},
-                                   {"GoModel", reinterpret_cast<void*>(GoModel)},
-                                   {"ListUnits", reinterpret_cast<void*>(ListUnits)}});
+        static constexpr NamedFunction kFunctions[] = {
+            {"MakeTop", MakeTop}, {"GoModel", GoModel}, {"ListUnits", ListUnits}};
+        OfferSemanticModule(kModelModule, kFunctions);
         FillSheet();
     }
     ~Model() override {
-        WithdrawModule(kModelModule);
+        WithdrawSemanticModule(kModelModule);
         Current() = nullptr;
     }
 
@@ -232,7 +232,7 @@ class Model : public testing::Test {
         static ScriptNode* current = nullptr;
         return current;
     }
-    static void* MakeTop() {
+    static FIEntry* MakeTop() {
         return Current()->children.empty() ? nullptr : Current()->Entry().Detach();
     }
     static bool GoModel(FIIteratorBase* it, int move) { return !move || it->SeekChild("appModel"); }

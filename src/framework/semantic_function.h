@@ -8,8 +8,12 @@
 // Nothing is thrown and nothing reported: a missing child is a count of 0, a false, or a variable
 // that stays unset. NULL reads as the number 0. No state is kept between calls.
 
-#include "framework/iterator.h"
-#include "value/fi_value.h"
+#include <string_view>
+#include <variant>
+
+class FIEntry;
+class FIIteratorBase;
+class FIValue;
 
 // Steps to one node. With `move` 0 it only asks whether the target exists, and `it` stays where it
 // stands; any other `move` leaves `it` on the target. After a false with `move`, `it` may have been
@@ -24,3 +28,13 @@ using ArrayFunction = int (*)(FIIteratorBase* it, FIValue* subclass, int index);
 
 // The index that asks for the count.
 inline constexpr int kCountIndex = -1;
+
+// Makes the top of the application's tree, counted for the caller; null when there is none.
+using TopNodeFunction = FIEntry* (*)();
+
+// A row of a table from which maps take functions. A map says by its form which kind it calls, so
+// the kind goes with the name.
+struct NamedFunction {
+    std::string_view name;
+    std::variant<SemanticFunction, ArrayFunction, TopNodeFunction> function;
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+// All functions of this folder that a map file may name, with their kinds. The module exports the
+// same names.
+
+#include <span>
+
+#include "framework/semantic_function.h"
+
+std::span<const NamedFunction> SemanticFunctionTable();

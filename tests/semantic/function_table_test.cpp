@@ -1,0 +1,57 @@
+// The table of functions that maps may name, against the list of what the module exports.
+
+#include "semantic/function_table.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "semantic/functions.h"
+
+namespace {
+
+using testing::Contains;
+using testing::UnorderedElementsAreArray;
+
+std::vector<std::string> ExportedForMaps() {
+    std::ifstream list(FIXTOP_EXPORTS);
+    std::vector<std::string> names;
+    for (std::string line; std::getline(list, line);) {
+        if (line.starts_with("CT") || line == "Find1") names.push_back(line);
+    }
+    return names;
+}
+
+template <class Function>
+Function Find(std::string_view name) {
+    for (const NamedFunction& row : SemanticFunctionTable()) {
+        if (row.name == name) return *std::get_if<Function>(&row.function);
+    }
+    return nullptr;
+}
+
+TEST(FunctionTable, holds_what_the_module_exports_for_maps) {
+    const std::vector<std::string> exported = ExportedForMaps();
+    ASSERT_THAT(exported, Contains("Find1")) << FIXTOP_EXPORTS;
+    std::vector<std::string> named;
+    for (const NamedFunction& row : SemanticFunctionTable()) named.emplace_back(row.name);
+    EXPECT_THAT(named, UnorderedElementsAreArray(exported));
+}
+
+TEST(FunctionTable, kinds_are_those_of_the_functions) {
+    EXPECT_EQ(Find<SemanticFunction>("Find1"), &Find1);
+    EXPECT_EQ(Find<SemanticFunction>("CTKVL2"), &CTKVL2);
+    EXPECT_EQ(Find<ArrayFunction>("CTStreams"), &CTStreams);
+    EXPECT_EQ(Find<ArrayFunction>("CTKVL2Array"), &CTKVL2Array);
+    for (const NamedFunction& row : SemanticFunctionTable()) {
+        EXPECT_FALSE(std::holds_alternative<TopNodeFunction>(row.function)) << row.name;
+        if (row.name.ends_with("Array")) {
+            EXPECT_TRUE(std::holds_alternative<ArrayFunction>(row.function)) << row.name;
+        }
+    }
+}
+
+}  // namespace
