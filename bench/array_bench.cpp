@@ -1,4 +1,5 @@
-// Elements of arrays of 10 to 10,000, and tables of a thousand streams, beside the host's own reads.
+// Elements of arrays of 10 to 10,000, and tables of a thousand streams, beside the host's own
+// reads.
 
 #include <benchmark/benchmark.h>
 
@@ -20,17 +21,21 @@ constexpr char kFractions[] = "Comp Mole Frac";
 const char* const kColumns[] = {"Vapour Fraction", "Temperature", "Pressure", "Molar Flow",
                                 "Mass Flow"};
 
-OpenPlant& SmallPlant() { return bench::PlantOf(kSmallPlant); }
+OpenPlant& SmallPlant() {
+    return bench::PlantOf(kSmallPlant);
+}
 
-int LengthOf(const State& state) { return static_cast<int>(state.range(0)); }
+int LengthOf(const State& state) {
+    return static_cast<int>(state.range(0));
+}
 
 std::string ArrayName(const char* kind, const State& state) {
     return kind + std::to_string(LengthOf(state));
 }
 
 Ref<FIIteratorBase> AtArray(const char* kind, const State& state) {
-    return SmallPlant().At(std::string("appModel.FlowSheetObjects.UnitOps.") + bench::kArrayUnit + '.' +
-                           ArrayName(kind, state));
+    return SmallPlant().At(std::string("appModel.FlowSheetObjects.UnitOps.") + bench::kArrayUnit +
+                           '.' + ArrayName(kind, state));
 }
 
 double RealOf(FIIteratorBase& node) {
@@ -171,10 +176,13 @@ void bare_table(State& state) {
     }
     host::VarDescription fraction = plant.InHost(bench::StreamName(0), kFractions).description;
     for (auto _ : state) {
-        host::FlowSheetObjectIterator objects = plant.Host().ActiveCase()->MainFlowSheet()->Objects();
+        host::FlowSheetObjectIterator objects =
+            plant.Host().ActiveCase()->MainFlowSheet()->Objects();
         int row = 0;
-        for (auto* object = objects.Reset(); row < LengthOf(state); object = objects.Next(), ++row) {
-            for (const auto& column : columns) benchmark::DoNotOptimize(object->GetRealValue(column));
+        for (auto* object = objects.Reset(); row < LengthOf(state);
+             object = objects.Next(), ++row) {
+            for (const auto& column : columns)
+                benchmark::DoNotOptimize(object->GetRealValue(column));
             for (int i = 0; i < 5; ++i) {
                 fraction.SetOffset(0, i, false);
                 benchmark::DoNotOptimize(object->GetRealValue(fraction));

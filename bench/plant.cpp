@@ -24,7 +24,8 @@ using casehost::VariableState;
 using SpecList = std::vector<std::shared_ptr<const VariableSpec>>;
 
 constexpr int kWideVariables = 60;
-const std::vector<std::string> kCompounds = {"Methane", "Ethane", "Propane", "n-Butane", "Nitrogen"};
+const std::vector<std::string> kCompounds = {"Methane", "Ethane", "Propane", "n-Butane",
+                                             "Nitrogen"};
 
 std::shared_ptr<const VariableSpec> Real(const char* name, const char* quantity) {
     auto spec = std::make_shared<VariableSpec>();
@@ -38,21 +39,24 @@ std::shared_ptr<const VariableSpec> Composition() {
     spec->name = "Comp Mole Frac";
     spec->number = 501;
     spec->variable_type = 9;
-    spec->dimensions = {{0, static_cast<int>(kCompounds.size()), casehost::ElementNaming::text, kCompounds}};
+    spec->dimensions = {
+        {0, static_cast<int>(kCompounds.size()), casehost::ElementNaming::text, kCompounds}};
     return spec;
 }
 
 const SpecList& StreamSpecs() {
     static const SpecList specs = {
-        Real("Vapour Fraction", ""),      Real("Temperature", "Temperature"),
-        Real("Pressure", "Pressure"),     Real("Molar Flow", "MolarFlow"),
-        Real("Mass Flow", "MassFlow"),    Real("Molar Enthalpy", "MolarEnthalpy"),
-        Real("Heat Flow", "EnergyFlow"),  Composition(),
+        Real("Vapour Fraction", ""),     Real("Temperature", "Temperature"),
+        Real("Pressure", "Pressure"),    Real("Molar Flow", "MolarFlow"),
+        Real("Mass Flow", "MassFlow"),   Real("Molar Enthalpy", "MolarEnthalpy"),
+        Real("Heat Flow", "EnergyFlow"), Composition(),
     };
     return specs;
 }
 
-double TemperatureOf(int i) { return 20.0 + i * 0.001; }
+double TemperatureOf(int i) {
+    return 20.0 + i * 0.001;
+}
 
 ObjectData MakeStream(int i) {
     ObjectData stream;
@@ -125,7 +129,8 @@ Ref<FIEntry> EntryBelow(FIEntry& top, const std::string& path) {
     for (const std::string& name : SplitAtDots(path)) {
         Ref<FIContext> context = Ref<FIContext>::Adopt(entry->GetContext());
         Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
-        if (!cursor->SeekName(kFromFirst, name.c_str())) throw std::runtime_error("no node " + path);
+        if (!cursor->SeekName(kFromFirst, name.c_str()))
+            throw std::runtime_error("no node " + path);
         entry = Ref<FIEntry>::Adopt(cursor->GetEntry());
     }
     return entry;
@@ -133,11 +138,17 @@ Ref<FIEntry> EntryBelow(FIEntry& top, const std::string& path) {
 
 }  // namespace
 
-std::string StreamName(int i) { return "S" + std::to_string(i); }
+std::string StreamName(int i) {
+    return "S" + std::to_string(i);
+}
 
-std::string ElementName(int i) { return "Tray " + std::to_string(i); }
+std::string ElementName(int i) {
+    return "Tray " + std::to_string(i);
+}
 
-std::string MiddleStream(int objects) { return StreamName(objects / 2); }
+std::string MiddleStream(int objects) {
+    return StreamName(objects / 2);
+}
 
 std::string MiddleTemperature(int objects) {
     return FIValue::OfReal(TemperatureOf(objects / 2)).ToText();
@@ -158,7 +169,8 @@ casehost::CaseData MakePlant(int objects) {
     return plant;
 }
 
-OpenPlant::OpenPlant(int objects) : objects_(objects), host_(std::make_unique<casehost::CaseHost>()) {
+OpenPlant::OpenPlant(int objects)
+    : objects_(objects), host_(std::make_unique<casehost::CaseHost>()) {
     casehost::CaseData plant = MakePlant(objects);
     plant.main.objects.push_back(MakeArrayUnit());
     host_->Open(std::move(plant));
@@ -196,8 +208,7 @@ Ref<FIContext> OpenPlant::ContextAt(const std::string& path) const {
     return Ref<FIContext>::Adopt(EntryBelow(*top_, path)->GetContext());
 }
 
-OpenBatch::OpenBatch(const OpenPlant& plant)
-    : stream_(Ref<FIEntry>::Adopt(nullptr)) {
+OpenBatch::OpenBatch(const OpenPlant& plant) : stream_(Ref<FIEntry>::Adopt(nullptr)) {
     Ref<FIContext> streams = plant.ContextAt("appModel.FlowSheetObjects.Streams");
     Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(streams->MakeCursor(kChildCursor));
     cursor->Seek(kFromFirst, 0);
@@ -205,7 +216,9 @@ OpenBatch::OpenBatch(const OpenPlant& plant)
     stream_->CanHold();
 }
 
-OpenBatch::~OpenBatch() { stream_->BeginBatch(); }
+OpenBatch::~OpenBatch() {
+    stream_->BeginBatch();
+}
 
 OpenPlant& PlantOf(int objects) {
     // One at a time: a large plant takes much memory, and only one host is installed.

@@ -29,8 +29,8 @@ std::string MiddleStream(int objects);
 // The temperature that only that stream has, as text, in the unit that is shown.
 std::string MiddleTemperature(int objects);
 
-// Beside the plant stands a unit operation with an array of each of these lengths: "Numbers <length>"
-// without names, "Names <length>" with the names of ElementName.
+// Beside the plant stands a unit operation with an array of each of these lengths: "Numbers
+// <length>" without names, "Names <length>" with the names of ElementName.
 inline constexpr int kArrayLengths[] = {10, 100, 1000, 10000};
 inline constexpr char kArrayUnit[] = "Arrays";
 std::string ElementName(int i);
@@ -44,7 +44,7 @@ struct HostVariable {
 
 // A plant opened through the exports.
 class OpenPlant {
-public:
+ public:
     explicit OpenPlant(int objects);
     ~OpenPlant();
     OpenPlant(const OpenPlant&) = delete;
@@ -61,7 +61,7 @@ public:
     casehost::CaseHost& Host() { return *host_; }
     int Objects() const { return objects_; }
 
-private:
+ private:
     int objects_;
     std::unique_ptr<casehost::CaseHost> host_;
     Ref<FIEntry> top_;
@@ -69,13 +69,13 @@ private:
 
 // Holds a stream under composition edit while it lives, so that stores don't start the solver.
 class OpenBatch {
-public:
+ public:
     explicit OpenBatch(const OpenPlant& plant);
     ~OpenBatch();
     OpenBatch(const OpenBatch&) = delete;
     OpenBatch& operator=(const OpenBatch&) = delete;
 
-private:
+ private:
     Ref<FIEntry> stream_;
 };
 

@@ -16,7 +16,8 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         const bool counts = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median"
                                                               : run.repetitions <= 1;
         if (run.error_occurred || !counts) continue;
-        const double seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+        const double seconds =
+            run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
         nanoseconds_[run.run_name.function_name + "/" + run.run_name.args] = seconds * 1e9;
     }
 }

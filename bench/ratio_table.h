@@ -1,7 +1,7 @@
 #pragma once
 
-// A reporter that prints Google Benchmark's console lines and, at the end, a table of ratios between
-// benchmarks of the same run: absolute times of a borrowed machine mean little.
+// A reporter that prints Google Benchmark's console lines and, at the end, a table of ratios
+// between benchmarks of the same run: absolute times of a borrowed machine mean little.
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +18,7 @@ struct RatioRow {
 };
 
 class RatioReporter : public benchmark::ConsoleReporter {
-public:
+ public:
     explicit RatioReporter(std::vector<RatioRow> rows) : rows_(std::move(rows)) {}
 
     void ReportRuns(const std::vector<Run>& runs) override;
@@ -27,7 +27,7 @@ public:
     // Nanoseconds of one benchmark, 0 when it was not run.
     double Nanoseconds(const std::string& name, int size) const;
 
-private:
+ private:
     std::vector<RatioRow> rows_;
     std::map<std::string, double> nanoseconds_;
 };

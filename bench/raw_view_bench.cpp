@@ -1,5 +1,5 @@
-// The roads that clients take most, over cases of 100 to 100,000 objects, beside what bounds them: the
-// bare host call, and the same walk in pugixml's XPath.
+// The roads that clients take most, over cases of 100 to 100,000 objects, beside what bounds them:
+// the bare host call, and the same walk in pugixml's XPath.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -27,11 +27,17 @@ using benchmark::State;
 constexpr char kStreams[] = "appModel.FlowSheetObjects.Streams";
 constexpr char kWideUnit[] = "appModel.FlowSheetObjects.UnitOps.Wide";
 
-int SizeOf(const State& state) { return static_cast<int>(state.range(0)); }
+int SizeOf(const State& state) {
+    return static_cast<int>(state.range(0));
+}
 
-std::string StreamPath(int objects) { return std::string(kStreams) + "." + bench::MiddleStream(objects); }
+std::string StreamPath(int objects) {
+    return std::string(kStreams) + "." + bench::MiddleStream(objects);
+}
 
-std::string VariablePath(int objects) { return StreamPath(objects) + ".Temperature"; }
+std::string VariablePath(int objects) {
+    return StreamPath(objects) + ".Temperature";
+}
 
 ParsedPath Parsed(const std::string& text) {
     FIValue error;
@@ -102,7 +108,8 @@ void pugixml_path(State& state) {
     const std::string expression =
         "/Top/appModel/FlowSheetObjects/Streams/" + bench::MiddleStream(objects);
     const pugi::xpath_query query(expression.c_str());
-    for (auto _ : state) benchmark::DoNotOptimize(query.evaluate_node(document).node().internal_object());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(query.evaluate_node(document).node().internal_object());
 }
 
 void pugixml_path_from_text(State& state) {
@@ -282,11 +289,14 @@ const std::vector<bench::RatioRow> kRows = {
 };
 
 void PrintTargets(const bench::RatioReporter& reporter) {
-    std::printf("\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: 10)\n",
-                reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
+    std::printf(
+        "\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: "
+        "10)\n",
+        reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
     for (const char* road : {"element_by_index", "element_by_count", "element_by_place"}) {
-        std::printf("%s in an array of 10,000 costs %.2f times what it costs in one of 10 (target: 1)\n",
-                    road, reporter.Nanoseconds(road, 10000) / reporter.Nanoseconds(road, 10));
+        std::printf(
+            "%s in an array of 10,000 costs %.2f times what it costs in one of 10 (target: 1)\n",
+            road, reporter.Nanoseconds(road, 10000) / reporter.Nanoseconds(road, 10));
     }
     for (int size : {100, 1000, 10000, 100000}) {
         const double allowed = 4 * reporter.Nanoseconds("bare_host_read", size) + 60;

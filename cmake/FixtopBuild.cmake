@@ -17,7 +17,9 @@ find_program(FIXTOP_CCACHE ccache)
 mark_as_advanced(FIXTOP_CCACHE)
 foreach(language C CXX)
   if(FIXTOP_CCACHE AND NOT CMAKE_${language}_COMPILER_LAUNCHER)
-    set(CMAKE_${language}_COMPILER_LAUNCHER ${FIXTOP_CCACHE})
+    # Precompiled headers are told apart by their content.
+    set(CMAKE_${language}_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${FIXTOP_CCACHE})
   endif()
 endforeach()
 
@@ -58,6 +60,19 @@ if(DEFINED ENV{FIXTOP_CASES})
   set_property(CACHE FIXTOP_CASES PROPERTY VALUE $ENV{FIXTOP_CASES})
 endif()
 
+# The headers that every test source begins with, precompiled once for all of them.
+function(fixtop_test_headers)
+  if(TARGET fixtop_test_headers)
+    return()
+  endif()
+  # A program, so that it is compiled with the options of programs.
+  file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/test_headers.cpp CONTENT "int main() {}\n")
+  add_executable(fixtop_test_headers EXCLUDE_FROM_ALL ${PROJECT_BINARY_DIR}/test_headers.cpp)
+  target_link_libraries(fixtop_test_headers PRIVATE GTest::gmock_main)
+  target_precompile_headers(fixtop_test_headers PRIVATE
+    <gmock/gmock.h> <gtest/gtest.h> <map> <string> <vector>)
+endfunction()
+
 # fixtop_test(name SOURCES ... LIBS ...): one test program, run by ctest under its own name.
 # Under the emulator names of files go through the code page of the locale.
 function(fixtop_test name)
@@ -65,6 +80,8 @@ function(fixtop_test name)
   add_executable(${name}_test ${ARG_SOURCES})
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name}_test PRIVATE ${ARG_LIBS} fixtop_core GTest::gmock_main)
+  fixtop_test_headers()
+  target_precompile_headers(${name}_test REUSE_FROM fixtop_test_headers)
   add_test(NAME ${name} COMMAND ${name}_test)
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
     "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib;LC_ALL=C.UTF-8")

@@ -24,7 +24,8 @@ void CheckObject(const casehost::ObjectData& object) {
             Check(dimension.labels.size() == static_cast<std::size_t>(dimension.count),
                   "labels and count of a dimension differ");
         }
-        Check(variable.values.size() == casehost::ElementCount(*variable.spec), "values don't fill their dimensions");
+        Check(variable.values.size() == casehost::ElementCount(*variable.spec),
+              "values don't fill their dimensions");
     }
 }
 

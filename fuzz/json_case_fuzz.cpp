@@ -1,5 +1,5 @@
-// Reads the bytes as a case file. Whatever they are, there is either a problem that names a place, or a
-// case that can be opened and whose written text reads back to the same text.
+// Reads the bytes as a case file. Whatever they are, there is either a problem that names a place,
+// or a case that can be opened and whose written text reads back to the same text.
 
 #include <cstdint>
 #include <cstdio>
@@ -35,7 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const casehost::ReadResult result = casehost::ReadCaseText("fuzz.json", text);
     Check(result.data || !result.problems.empty(), "neither a case nor a problem");
     for (const casehost::CaseProblem& problem : result.problems) {
-        Check(!problem.where.empty() && !problem.message.empty(), "a problem without place or text");
+        Check(!problem.where.empty() && !problem.message.empty(),
+              "a problem without place or text");
     }
     if (!result.data) return 0;
     CheckRoundTrip(*result.data);

@@ -14,7 +14,7 @@ namespace {
 constexpr int kNodeLimit = 24;
 
 class Bytes {
-public:
+ public:
     Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
     int Next() {
         if (size_ == 0) return 0;
@@ -23,7 +23,7 @@ public:
     }
     std::string Rest() const { return {reinterpret_cast<const char*>(data_), size_}; }
 
-private:
+ private:
     const std::uint8_t* data_;
     std::size_t size_;
 };
@@ -40,11 +40,20 @@ std::string PathOf(FIIterator& it) {
 
 void Fill(ScriptNode& node, Bytes& bytes) {
     switch (bytes.Next() % 5) {
-        case 0: node.Set("value", bytes.Next()); break;
-        case 1: node.Set("value", 0.5 * bytes.Next()); break;
-        case 2: node.Set("value", "a"); break;
-        case 3: node.Set("value", FIValue()); break;
-        default: break;
+        case 0:
+            node.Set("value", bytes.Next());
+            break;
+        case 1:
+            node.Set("value", 0.5 * bytes.Next());
+            break;
+        case 2:
+            node.Set("value", "a");
+            break;
+        case 3:
+            node.Set("value", FIValue());
+            break;
+        default:
+            break;
     }
     if (bytes.Next() % 4 == 0) node.key = FIValue::OfInt(bytes.Next());
     node.null_at_end = bytes.Next() % 2 == 0;

@@ -81,9 +81,9 @@ ObjectData Condenser() {
     const double mass_flow = Sum(MassFlows(kDistillateFlows));
     return Aside(
         "Condenser", "CondenserObject",
-        {Words("Object Name", "Condenser"), Link("Column", "/T-100"), Given("Vessel Pressure", "Pressure", 1600),
-         Given("Vessel Temperature", "Temperature", 40), Link("Overhead Vapour Stream", ""),
-         Link("Distillate Stream", "/Distillate"),
+        {Words("Object Name", "Condenser"), Link("Column", "/T-100"),
+         Given("Vessel Pressure", "Pressure", 1600), Given("Vessel Temperature", "Temperature", 40),
+         Link("Overhead Vapour Stream", ""), Link("Distillate Stream", "/Distillate"),
          Given("Reflux Molar Flow", "MolarFlow", kRefluxRatio * Sum(kDistillateFlows)),
          Given("Overhead Molar Flow", "MolarFlow", 0),
          Given("Distillate Molar Flow", "MolarFlow", Sum(kDistillateFlows)),

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <charconv>
 
-#include "live/case.h"
 #include "casehost/units.h"
 #include "live/basis_spec.h"
 #include "live/basis_tree.h"
+#include "live/case.h"
 #include "live/solver_node.h"
 
 namespace casehost {

@@ -118,7 +118,9 @@ class BasisNode final : public NodeOf<host::BasisManager>, public host::Reaction
     host::Reaction* RxnNumber(int number) override;
     host::CSpecSource* SpecSource() override;
     NodeList& Nodes() { return reactions_; }
-    class BasisTree& Tree() { return *tree_; }
+    class BasisTree& Tree() {
+        return *tree_;
+    }
 
  protected:
     Node* Follow(std::string_view& rest) override;

@@ -1,12 +1,13 @@
 #pragma once
 
-// AttrMapBase<T>: gives a class of entries its attributes from one static table, and the cursor over
-// that table. T declares
+// AttrMapBase<T>: gives a class of entries its attributes from one static table, and the cursor
+// over that table. T declares
 //
 //     static std::span<const AttrRow<T>> AttributeRows();
 //
-// in the order in which the attributes are listed, and has AddRef, Release, GetVarSet and SetVarSet.
-// A lookup takes the first row of a name; a row that is not available is as if it did not exist.
+// in the order in which the attributes are listed, and has AddRef, Release, GetVarSet and
+// SetVarSet. A lookup takes the first row of a name; a row that is not available is as if it did
+// not exist.
 
 #include <cstdint>
 #include <cstring>
@@ -34,9 +35,15 @@ struct AttrRow {
     bool IsAvailable(T& owner) const { return !available || available(owner, extra); }
     void Read(T& owner, FIValue& out) const {
         switch (kind) {
-            case 1: plain(owner, out); break;
-            case 2: with_extra(owner, out, extra); break;
-            default: out.Clear(); break;
+            case 1:
+                plain(owner, out);
+                break;
+            case 2:
+                with_extra(owner, out, extra);
+                break;
+            default:
+                out.Clear();
+                break;
         }
     }
 
@@ -54,7 +61,8 @@ template <class T>
 const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     if (!name) return nullptr;
     for (const AttrRow<T>& row : T::AttributeRows()) {
-        if (*row.name == *name && std::strcmp(row.name, name) == 0) return row.IsAvailable(owner) ? &row : nullptr;
+        if (*row.name == *name && std::strcmp(row.name, name) == 0)
+            return row.IsAvailable(owner) ? &row : nullptr;
     }
     return nullptr;
 }
@@ -69,11 +77,11 @@ void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
     }
 }
 
-// Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new cursor
-// stands on the first row, available or not, until it is moved.
+// Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new
+// cursor stands on the first row, available or not, until it is moved.
 template <class T>
 class AttrMapCursorBase final : public FIAttributeCursorBase {
-public:
+ public:
     explicit AttrMapCursorBase(T* owner) : owner_(owner), row_(First()) {}
 
     const void* TypeId() const override { return &kTypeId; }
@@ -150,7 +158,7 @@ public:
     FIVarSet* GetVarSet() override { return owner_->GetVarSet(); }
     void SetVarSet(FIVarSet* vars) override { owner_->SetVarSet(vars); }
 
-private:
+ private:
     static const AttrRow<T>* First() { return T::AttributeRows().data(); }
     static const AttrRow<T>* End() { return First() + T::AttributeRows().size(); }
 
@@ -163,7 +171,7 @@ private:
 // The attribute source of T: shares the owner's reference count.
 template <class T>
 class AttrMapBase : public FIAttributeSource {
-public:
+ public:
     FIAttributeCursorBase* MakeCursor() override {
         return HandOut(new AttrMapCursorBase<T>(static_cast<T*>(this)));
     }
@@ -173,7 +181,7 @@ public:
 // gives AttributeRows, GetName and GetContext, and overrides what differs from the base entry.
 template <class T>
 class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
-public:
+ public:
     int AddRef() override { return ++references_; }
     int Release() override {
         const int left = --references_;
@@ -188,6 +196,6 @@ public:
         return this;
     }
 
-private:
+ private:
     int references_ = 0;
 };

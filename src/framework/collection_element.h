@@ -13,7 +13,7 @@
 #include "value/fi_value.h"
 
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
-public:
+ public:
     // A saved root: `parent` is null and `cursor` too. Otherwise the key is the one of `cursor`, or
     // the node's name when the cursor has none. Only the key and the name are asked for, which are
     // readable after the host has deleted the object.
@@ -31,7 +31,7 @@ public:
     // child has the key.
     bool Resolve(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntry>& entry) const;
 
-private:
+ private:
     // The entry on which the cursor stands, or the one of its further siblings of this key that is
     // the saved node; the cursor goes there.
     Ref<FIEntry> FindSame(FICursorBase& cursor) const;

@@ -10,7 +10,9 @@ bool FICursorBase::SeekValue(int origin, FIEntry& entry) {
     return SeekName(origin, name.CStr());
 }
 
-bool FICursorBase::IsHidden() { return false; }
+bool FICursorBase::IsHidden() {
+    return false;
+}
 
 void Unshare(Ref<FICursorBase>& cursor) {
     // The second pair tells the singletons, whose AddRef always answers the same.

@@ -1,7 +1,8 @@
 #pragma once
 
-// Cursors: positions in a list. FICursorBase stands in the children of a node, FIAttributeCursorBase
-// in its attributes; the twelve operations that both have come from FICursorPosition.
+// Cursors: positions in a list. FICursorBase stands in the children of a node,
+// FIAttributeCursorBase in its attributes; the twelve operations that both have come from
+// FICursorPosition.
 //
 // A cursor stays valid while the list it walks is stable. Seeks report failure by false and leave
 // the cursor at the end or where its family says. Cursors may be shared: whoever is about to move
@@ -20,7 +21,7 @@ enum FIOrigin : int { kFromFirst = 0, kFromPresent = 1, kFromEnd = 2 };
 inline constexpr int kNotComparable = -2;
 
 class FICursorPosition {
-public:
+ public:
     virtual ~FICursorPosition() = default;
     // Identifies the concrete class; cursors of different classes never compare.
     virtual const void* TypeId() const = 0;
@@ -44,17 +45,17 @@ public:
 };
 
 class FICursorBase : public FICursorPosition {
-public:
+ public:
     FICursorBase* Clone(bool deep) override = 0;
     bool SeekValue(int origin, FIEntry& entry) override;
-    // The counted entry at the present element, null (or the shared empty entry, as the family says)
-    // at the end.
+    // The counted entry at the present element, null (or the shared empty entry, as the family
+    // says) at the end.
     virtual FIEntry* GetEntry() = 0;
     virtual bool IsHidden();
 };
 
 class FIAttributeCursorBase : public FICursorPosition {
-public:
+ public:
     FIAttributeCursorBase* Clone(bool deep) override = 0;
     // The attribute's value, NULL at the end.
     virtual void GetValue(FIValue& out) = 0;

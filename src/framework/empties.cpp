@@ -5,7 +5,7 @@ namespace {
 // A singleton is never counted and never destroyed.
 template <class Base>
 class Uncounted : public Base {
-public:
+ public:
     int AddRef() final { return 1; }
     int Release() final { return 0; }
 };
@@ -13,7 +13,7 @@ public:
 // The part that both empty cursors share.
 template <class Base>
 class NothingCursor : public Uncounted<Base> {
-public:
+ public:
     const void* TypeId() const override { return &kTypeId; }
     bool Seek(int, int) override { return false; }
     bool SeekName(int, const char*) override { return false; }
@@ -23,18 +23,18 @@ public:
     int Compare(FICursorPosition&) override { return 0; }
     void GetKey(FIValue& out) override { out.Clear(); }
 
-private:
+ private:
     static inline const char kTypeId = 0;
 };
 
 class EmptyCursorBase final : public NothingCursor<FICursorBase> {
-public:
+ public:
     EmptyCursorBase* Clone(bool) override { return this; }
     FIEntry* GetEntry() override { return EmptyEntry(); }
 };
 
 class EmptyAttributeCursorBase final : public NothingCursor<FIAttributeCursorBase> {
-public:
+ public:
     EmptyAttributeCursorBase* Clone(bool) override { return this; }
     void GetValue(FIValue& out) override { out.Clear(); }
     FIVarSet* GetVarSet() override { return nullptr; }
@@ -42,24 +42,24 @@ public:
 };
 
 class EmptyContextType final : public Uncounted<FIContext> {
-public:
+ public:
     FICursorBase* MakeCursor(int) override { return EmptyCursor(); }
 };
 
 class EmptyAttributeSource final : public Uncounted<FIAttributeSource> {
-public:
+ public:
     FIAttributeCursorBase* MakeCursor() override { return EmptyAttributeCursor(); }
 };
 
 class EmptyEntryType final : public Uncounted<FIEntry> {
-public:
+ public:
     void GetName(FIValue& out) override { out.Clear(); }
     void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
     FIAttributeSource* GetAttributeSource() override { return &source_; }
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }
 
-private:
+ private:
     EmptyAttributeSource source_;
 };
 
@@ -72,7 +72,15 @@ T* Immortal() {
 
 }  // namespace
 
-FIEntry* EmptyEntry() { return Immortal<EmptyEntryType>(); }
-FIContext* EmptyContext() { return Immortal<EmptyContextType>(); }
-FICursorBase* EmptyCursor() { return Immortal<EmptyCursorBase>(); }
-FIAttributeCursorBase* EmptyAttributeCursor() { return Immortal<EmptyAttributeCursorBase>(); }
+FIEntry* EmptyEntry() {
+    return Immortal<EmptyEntryType>();
+}
+FIContext* EmptyContext() {
+    return Immortal<EmptyContextType>();
+}
+FICursorBase* EmptyCursor() {
+    return Immortal<EmptyCursorBase>();
+}
+FIAttributeCursorBase* EmptyAttributeCursor() {
+    return Immortal<EmptyAttributeCursorBase>();
+}

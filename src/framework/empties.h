@@ -1,7 +1,7 @@
 #pragma once
 
-// The shared empties: used instead of null, so that code walks on without tests. Built on first use,
-// never destroyed; AddRef answers 1 and Release 0, and nothing is counted.
+// The shared empties: used instead of null, so that code walks on without tests. Built on first
+// use, never destroyed; AddRef answers 1 and Release 0, and nothing is counted.
 
 #include "framework/cursor.h"
 #include "framework/entry.h"

@@ -14,9 +14,15 @@ void FIContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
 void FIEntry::SetAttribute(const FIValue&, const FIValue&, int, FIValue& out) {
     out.SetText(kNotSupported);
 }
-bool FIEntry::IsContainer() { return true; }
-bool FIEntry::Subscribe(void*, int, FICallback) { return false; }
-bool FIEntry::Unsubscribe(void*, int) { return false; }
+bool FIEntry::IsContainer() {
+    return true;
+}
+bool FIEntry::Subscribe(void*, int, FICallback) {
+    return false;
+}
+bool FIEntry::Unsubscribe(void*, int) {
+    return false;
+}
 
 int FIEntry::Compare(FIEntry& other) {
     FIValue own_name;
@@ -26,13 +32,21 @@ int FIEntry::Compare(FIEntry& other) {
     return own_name.Compare(other_name);
 }
 
-void FIEntry::SetUnit(const FIValue&, FIValue& out) { out.SetText(kNotSupported); }
-void FIEntry::SetSpecUnit(const FIValue&, FIValue& out) { out.SetText(kNotSupported); }
-void FIEntry::SetValue(const FIValue&, int, FIValue& out) { out.SetText(kNotSupported); }
+void FIEntry::SetUnit(const FIValue&, FIValue& out) {
+    out.SetText(kNotSupported);
+}
+void FIEntry::SetSpecUnit(const FIValue&, FIValue& out) {
+    out.SetText(kNotSupported);
+}
+void FIEntry::SetValue(const FIValue&, int, FIValue& out) {
+    out.SetText(kNotSupported);
+}
 void FIEntry::SetValueInUnit(const FIValue&, const FIValue&, int, FIValue& out) {
     out.SetText(kNotSupported);
 }
-void FIEntry::SetSpecValue(const FIValue&, int, FIValue& out) { out.SetText(kNotSupported); }
+void FIEntry::SetSpecValue(const FIValue&, int, FIValue& out) {
+    out.SetText(kNotSupported);
+}
 void FIEntry::SetSpecValueInUnit(const FIValue&, const FIValue&, int, FIValue& out) {
     out.SetText(kNotSupported);
 }
@@ -43,8 +57,12 @@ void FIEntry::SetDisplaySpecUnit(const FIValue&, const FIValue&, FIValue& out) {
     out.SetText(kNotSupported);
 }
 
-void FIEntry::SetVarSet(FIVarSet* vars) { var_set_ = vars; }
-FIVarSet* FIEntry::GetVarSet() { return var_set_; }
+void FIEntry::SetVarSet(FIVarSet* vars) {
+    var_set_ = vars;
+}
+FIVarSet* FIEntry::GetVarSet() {
+    return var_set_;
+}
 
 bool FIEntry::QueryService(int, void** out) {
     *out = nullptr;
@@ -55,11 +73,15 @@ bool FIEntry::ReleaseService(void** out) {
     return false;
 }
 
-bool FIEntry::CanHold() { return true; }
+bool FIEntry::CanHold() {
+    return true;
+}
 void FIEntry::BeginBatch() {}
 void FIEntry::EndBatch(int) {}
 
-int FIEntry::GetCaps(int, int) { return 0; }
+int FIEntry::GetCaps(int, int) {
+    return 0;
+}
 void FIEntry::DoAction(FIValue& out, int, int) {
     out = FIValue("Action is not valid");
 }

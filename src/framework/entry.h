@@ -37,7 +37,7 @@ struct FIErrorRecord {
 
 // The family of a node: one context serves all entries of that family under one parent.
 class FIContext {
-public:
+ public:
     virtual ~FIContext() = default;
     virtual int AddRef() = 0;
     virtual int Release() = 0;
@@ -50,7 +50,7 @@ public:
 };
 
 class FIAttributeSource {
-public:
+ public:
     virtual ~FIAttributeSource() = default;
     virtual int AddRef() = 0;
     virtual int Release() = 0;
@@ -59,7 +59,7 @@ public:
 };
 
 class FIEntry {
-public:
+ public:
     virtual ~FIEntry() = default;
     // Both answer the new count.
     virtual int AddRef() = 0;
@@ -88,7 +88,8 @@ public:
     virtual void SetSpecValue(const FIValue& value, int mode, FIValue& out);
     virtual void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                     FIValue& out);
-    // Tells the caller's FIVarSet the unit in which a quantity is to be shown; NULL: the node's own.
+    // Tells the caller's FIVarSet the unit in which a quantity is to be shown; NULL: the node's
+    // own.
     virtual void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
     virtual void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
 
@@ -110,14 +111,14 @@ public:
     virtual void DoActionEx(FIValue& out, int a, int b, int c, int d);
     virtual void DoCommand(int command, FIErrorRecord& error);
 
-protected:
+ protected:
     FIVarSet* var_set_ = nullptr;
 };
 
 // The reference count of a class that starts at 0 and is deleted at 0.
 template <class Base>
 class CountedFromZero : public Base, public SmallObject {
-public:
+ public:
     using Base::Base;
     int AddRef() override { return ++references_; }
     int Release() override {
@@ -126,6 +127,6 @@ public:
         return left;
     }
 
-protected:
+ protected:
     int references_ = 0;
 };

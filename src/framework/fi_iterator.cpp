@@ -25,16 +25,20 @@ FIIterator::FIIterator(const FIIterator& other)
     other.ShareLevels();
     for (int i = 0; i < other.frames_.Size(); ++i) {
         const IteratorFrame& frame = other.frames_[i];
-        frames_.Push({frame.entry, Ref<FICursorBase>::Adopt(frame.cursor->Clone(false)),
-                      frame.vars});
+        frames_.Push(
+            {frame.entry, Ref<FICursorBase>::Adopt(frame.cursor->Clone(false)), frame.vars});
     }
     if (other.vars_) vars_ = Ref<FrameVars>::Adopt(new FrameVars(other.vars_->map));
     var_set_.CopyFrom(other.var_set_);
 }
 
-FIIterator* FIIterator::Copy() { return new FIIterator(*this); }
+FIIterator* FIIterator::Copy() {
+    return new FIIterator(*this);
+}
 
-FIReferenceBase* FIIterator::MakeReference() { return new FIReference(*this); }
+FIReferenceBase* FIIterator::MakeReference() {
+    return new FIReference(*this);
+}
 
 int FIIterator::Release() {
     const int left = --references_;
@@ -113,7 +117,9 @@ bool FIIterator::Down(int index) {
     return Descend([index](FICursorBase& cursor) { return cursor.Seek(kFromFirst, index); });
 }
 
-bool FIIterator::DownFirst() { return Down(0); }
+bool FIIterator::DownFirst() {
+    return Down(0);
+}
 
 bool FIIterator::DownLast() {
     return Descend([](FICursorBase& cursor) {
@@ -162,9 +168,13 @@ void FIIterator::ReturnTo(int depth) {
     while (Depth() > depth) Up();
 }
 
-bool FIIterator::AtFirst() { return frames_.IsEmpty() || frames_.Last().cursor->AtBegin(); }
+bool FIIterator::AtFirst() {
+    return frames_.IsEmpty() || frames_.Last().cursor->AtBegin();
+}
 
-bool FIIterator::AtLast() { return frames_.IsEmpty() || frames_.Last().cursor->AtEnd(); }
+bool FIIterator::AtLast() {
+    return frames_.IsEmpty() || frames_.Last().cursor->AtEnd();
+}
 
 int FIIterator::Compare(FIIteratorBase& other) {
     if (other.TypeId() != TypeId()) return kNotComparable;

@@ -19,7 +19,7 @@
 #include "framework/iterator_var_set.h"
 
 class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
-public:
+ public:
     static constexpr int kDepthLimit = 10000;
 
     // On the shared empty entry.
@@ -86,8 +86,7 @@ public:
     void SetUnit(const FIValue& unit, FIValue& out) override;
     void SetSpecUnit(const FIValue& unit, FIValue& out) override;
     void SetValue(const FIValue& value, int mode, FIValue& out) override;
-    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
-                        FIValue& out) override;
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) override;
     void SetSpecValue(const FIValue& value, int mode, FIValue& out) override;
     void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                             FIValue& out) override;
@@ -122,8 +121,8 @@ public:
 
     // For the framework itself, behind the table of operations.
 
-    // The path from `level` on: 0 is the whole path, 1 the part below the root, which SeekPath on an
-    // iterator at the root takes. Empty when the level lies below the present node.
+    // The path from `level` on: 0 is the whole path, 1 the part below the root, which SeekPath on
+    // an iterator at the root takes. Empty when the level lies below the present node.
     void GetPathFrom(int level, FIValue& out);
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
@@ -138,7 +137,7 @@ public:
     // The present node alone. The caller owns it.
     std::unique_ptr<FICollectionElement> MakeElement() const;
 
-private:
+ private:
     using Elements = std::vector<std::unique_ptr<FICollectionElement>>;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;

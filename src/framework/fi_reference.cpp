@@ -21,7 +21,8 @@ constexpr int kTellStructure = kStructureChanged;
 
 }  // namespace
 
-FIReference::FIReference(FIIterator& iterator) : iterator_(Ref<FIIterator>::Adopt(iterator.Copy())) {
+FIReference::FIReference(FIIterator& iterator)
+    : iterator_(Ref<FIIterator>::Adopt(iterator.Copy())) {
     SubscribeBasics();
 }
 
@@ -89,9 +90,9 @@ void FIReference::SubscribeAgain() {
     on_delete_ = SubscribeEntry(kNodeDeleted, kOnDeleted);
     on_value_ = !value_clients_.IsEmpty() && SubscribeEntry(kValueChanged, kOnValue);
     on_ancestor_ = SubscribeFrames(kValueChanged, kOnAncestor);
-    on_structure_ = !structure_clients_.IsEmpty() &&
-                    (SubscribeEntry(kStructureChanged, kOnStructure) ||
-                     SubscribeFrames(kStructureChanged, kOnStructure));
+    on_structure_ =
+        !structure_clients_.IsEmpty() && (SubscribeEntry(kStructureChanged, kOnStructure) ||
+                                          SubscribeFrames(kStructureChanged, kOnStructure));
 }
 
 void FIReference::DropValueSubscriptions() {
@@ -135,10 +136,14 @@ bool FIReference::Rebind() {
 
 ReferenceClients* FIReference::ClientsOf(int kind) {
     switch (kind) {
-        case kNodeDeleted: return &delete_clients_;
-        case kValueChanged: return &value_clients_;
-        case kStructureChanged: return &structure_clients_;
-        default: return nullptr;
+        case kNodeDeleted:
+            return &delete_clients_;
+        case kValueChanged:
+            return &value_clients_;
+        case kStructureChanged:
+            return &structure_clients_;
+        default:
+            return nullptr;
     }
 }
 

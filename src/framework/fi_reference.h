@@ -1,12 +1,13 @@
 #pragma once
 
-// FIReference: the one reference of the framework; the operations are told in framework/reference.h.
+// FIReference: the one reference of the framework; the operations are told in
+// framework/reference.h.
 //
-// State: live until the host tells of a change above the node, or after every use when nobody on the
-// path tells of changes; then stale, the position frozen, until the next use finds the node again;
-// deleted for good when the host says so or the node can't be found.
-// Re-entrance: callbacks may read, subscribe, unsubscribe and release. Destruction waits for the end
-// of the outermost round and of the guarded operation in whose middle the round came.
+// State: live until the host tells of a change above the node, or after every use when nobody on
+// the path tells of changes; then stale, the position frozen, until the next use finds the node
+// again; deleted for good when the host says so or the node can't be found. Re-entrance: callbacks
+// may read, subscribe, unsubscribe and release. Destruction waits for the end of the outermost
+// round and of the guarded operation in whose middle the round came.
 
 #include "diagnostics/instance_counts.h"
 #include "framework/fi_iterator.h"
@@ -14,7 +15,7 @@
 #include "framework/reference_clients.h"
 
 class FIReference final : public FIReferenceBase, private Counted<CountedClass::FIReference> {
-public:
+ public:
     enum State { kLive = 0, kStale = 1, kDeleted = 2 };
 
     explicit FIReference(FIIterator& iterator);
@@ -46,8 +47,7 @@ public:
     void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     void SetValue(const FIValue& value, int mode, FIValue& out) override;
-    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
-                        FIValue& out) override;
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) override;
     void SetSpecValue(const FIValue& value, int mode, FIValue& out) override;
     void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                             FIValue& out) override;
@@ -101,10 +101,10 @@ public:
         return moved;
     }
 
-private:
+ private:
     // A stay inside the reference that it must survive.
     class Stay {
-    public:
+     public:
         explicit Stay(FIReference& reference) : reference_(reference) { ++reference_.stays_; }
         ~Stay() {
             if (--reference_.stays_ == 0 && reference_.delete_pending_) delete &reference_;
@@ -112,7 +112,7 @@ private:
         Stay(const Stay&) = delete;
         Stay& operator=(const Stay&) = delete;
 
-    private:
+     private:
         FIReference& reference_;
     };
 

@@ -22,7 +22,7 @@ struct IteratorFrame {
 };
 
 class FrameStack {
-public:
+ public:
     int Size() const { return size_; }
     bool IsEmpty() const { return size_ == 0; }
 
@@ -51,7 +51,7 @@ public:
         return frame;
     }
 
-private:
+ private:
     static constexpr int kInline = 8;
 
     std::array<IteratorFrame, kInline> inline_;

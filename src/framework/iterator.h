@@ -6,8 +6,8 @@
 // Ownership: starts at one reference, which belongs to whoever asked for it; Release deletes at 0.
 // Errors: navigation answers false and leaves the position where its operation says; reads give
 // NULL; writes put NULL or the message into `out`.
-// Walking past the last sibling leaves the shared empty entry as the present one, so reads give NULL.
-// Threads: an iterator belongs to one thread, the one that runs the simulation.
+// Walking past the last sibling leaves the shared empty entry as the present one, so reads give
+// NULL. Threads: an iterator belongs to one thread, the one that runs the simulation.
 
 #include "framework/entry.h"
 #include "value/fi_value.h"
@@ -17,7 +17,7 @@ struct PathClause;
 class PathStep;
 
 class FIIteratorBase {
-public:
+ public:
     virtual ~FIIteratorBase() = default;
 
     // A new iterator at the same position, with the variables and units of this one. One reference.
@@ -32,7 +32,8 @@ public:
     // Parses a path and walks it; false, and back at the start, when it does not parse or leads
     // nowhere.
     virtual bool SeekPath(const FIValue& path) = 0;
-    // Walks a parsed path; `attribute` receives the name in the parentheses of its last step, or NULL.
+    // Walks a parsed path; `attribute` receives the name in the parentheses of its last step, or
+    // NULL.
     virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;
     virtual bool WalkFrom(const PathStep& step) = 0;
     virtual bool DownFirst() = 0;
@@ -66,7 +67,8 @@ public:
     virtual void DumpVars(FIValue& out) = 0;
 
     virtual void GetAttribute(const FIValue& name, FIValue& out) = 0;
-    virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) = 0;
+    virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                              FIValue& out) = 0;
     virtual const void* TypeId() const = 0;
     // Counted; a cursor of it reads with this iterator's variables after SetVarSet(GetVarSet()).
     virtual FIAttributeSource* GetAttributeSource() = 0;
@@ -90,8 +92,8 @@ public:
     virtual bool Equal(FIIteratorBase& other) = 0;
     virtual bool NotEqual(FIIteratorBase& other) = 0;
 
-    // XML text of the node and what is below it, down to `levels` levels; the default goes one level
-    // down.
+    // XML text of the node and what is below it, down to `levels` levels; the default goes one
+    // level down.
     virtual void DumpXml(FIValue& out, int levels) = 0;
     virtual void DumpXmlDefault(FIValue& out) = 0;
 
@@ -114,8 +116,8 @@ public:
     virtual bool Locate(const FIValue& path) = 0;
     virtual bool LocateChain(const PathStep& step) = 0;
 
-    // XML text of the attributes alone, of the node alone, of the node and its children, of the node
-    // and everything below it.
+    // XML text of the attributes alone, of the node alone, of the node and its children, of the
+    // node and everything below it.
     virtual void DumpAttributes(FIValue& out) = 0;
     virtual void DumpNodeFlat(FIValue& out) = 0;
     virtual void DumpNode(FIValue& out) = 0;
@@ -138,8 +140,8 @@ public:
     virtual bool WalkSteps(const PathStep& step) = 0;
     virtual bool Filter(const PathStep& step) = 0;
 
-    // Saves the position as keys before the host's lists are rebuilt, and finds it again afterwards;
-    // Thaw answers false when a node of the path is gone.
+    // Saves the position as keys before the host's lists are rebuilt, and finds it again
+    // afterwards; Thaw answers false when a node of the path is gone.
     virtual void Freeze() = 0;
     virtual bool Thaw() = 0;
 };

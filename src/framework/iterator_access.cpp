@@ -13,8 +13,8 @@ namespace {
 std::size_t EndOfName(std::string_view key) {
     while (true) {
         const std::size_t mark = key.find_last_not_of("0123456789");
-        const bool is_group = mark != std::string_view::npos && mark > 0 &&
-                              mark + 1 < key.size() && key[mark] == '#' && key[mark - 1] == '.';
+        const bool is_group = mark != std::string_view::npos && mark > 0 && mark + 1 < key.size() &&
+                              key[mark] == '#' && key[mark - 1] == '.';
         if (!is_group) return key.size();
         key = key.substr(0, mark - 1);
     }
@@ -22,7 +22,9 @@ std::size_t EndOfName(std::string_view key) {
 
 }  // namespace
 
-void FIIterator::GetName(FIValue& out) { entry_->GetName(out); }
+void FIIterator::GetName(FIValue& out) {
+    entry_->GetName(out);
+}
 
 void FIIterator::GetAttribute(const FIValue& name, FIValue& out) {
     ShownScope(entry_, &var_set_)->GetAttribute(name, out);
@@ -62,8 +64,7 @@ void FIIterator::SetSpecUnit(const FIValue& unit, FIValue& out) {
 void FIIterator::SetValue(const FIValue& value, int mode, FIValue& out) {
     ShownScope(entry_, &var_set_)->SetValue(value, mode, out);
 }
-void FIIterator::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
-                                FIValue& out) {
+void FIIterator::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) {
     ShownScope(entry_, &var_set_)->SetValueInUnit(value, unit, mode, out);
 }
 void FIIterator::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
@@ -74,8 +75,12 @@ void FIIterator::SetSpecValueInUnit(const FIValue& value, const FIValue& unit, i
     ShownScope(entry_, &var_set_)->SetSpecValueInUnit(value, unit, mode, out);
 }
 
-int FIIterator::GetCaps(int a, int b) { return Ref<FIEntry>(entry_)->GetCaps(a, b); }
-void FIIterator::DoAction(FIValue& out, int a, int b) { Ref<FIEntry>(entry_)->DoAction(out, a, b); }
+int FIIterator::GetCaps(int a, int b) {
+    return Ref<FIEntry>(entry_)->GetCaps(a, b);
+}
+void FIIterator::DoAction(FIValue& out, int a, int b) {
+    Ref<FIEntry>(entry_)->DoAction(out, a, b);
+}
 void FIIterator::DoActionEx(FIValue& out, int a, int b, int c, int d) {
     Ref<FIEntry>(entry_)->DoActionEx(out, a, b, c, d);
 }
@@ -116,7 +121,9 @@ bool FIIterator::GetVar(const FIValue& name, FIValue& out) {
     return true;
 }
 
-bool FIIterator::GetVarText(const char* name, FIValue& out) { return GetVar(FIValue(name), out); }
+bool FIIterator::GetVarText(const char* name, FIValue& out) {
+    return GetVar(FIValue(name), out);
+}
 
 bool FIIterator::RemoveVar(const FIValue& name) {
     if (vars_ && vars_->map.Remove(name)) return true;
@@ -126,7 +133,9 @@ bool FIIterator::RemoveVar(const FIValue& name) {
     return false;
 }
 
-bool FIIterator::RemoveVarText(const char* name) { return RemoveVar(FIValue(name)); }
+bool FIIterator::RemoveVarText(const char* name) {
+    return RemoveVar(FIValue(name));
+}
 
 // A key is a name, with ".#index" behind it for each array index that the notation gave, or else a
 // path such as "*#4".
@@ -149,8 +158,8 @@ FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
     do {
         const char* const begin = rest;
         const int depth = opened->Depth();
-        const Ref<FIContext> context = Ref<FIContext>::Adopt(
-            ShownScope(opened->entry_, &opened->var_set_)->GetContext());
+        const Ref<FIContext> context =
+            Ref<FIContext>::Adopt(ShownScope(opened->entry_, &opened->var_set_)->GetContext());
         FIValue key;
         context->GetKeyValue(begin, key, &rest);
         if (key.IsNull() || !rest || !opened->SeekKey(key)) return nullptr;

@@ -11,9 +11,15 @@ constexpr std::size_t kTabStop = 8;
 
 using Lister = void (*)(FIIterator&, FIValue&);
 
-void ReadName(FIIterator& it, FIValue& out) { it.GetName(out); }
-void ReadPath(FIIterator& it, FIValue& out) { it.GetPath(out); }
-void ReadKey(FIIterator& it, FIValue& out) { it.GetKeyText(it.Depth(), out); }
+void ReadName(FIIterator& it, FIValue& out) {
+    it.GetName(out);
+}
+void ReadPath(FIIterator& it, FIValue& out) {
+    it.GetPath(out);
+}
+void ReadKey(FIIterator& it, FIValue& out) {
+    it.GetKeyText(it.Depth(), out);
+}
 
 void CopyText(FIIterator& it, Lister read, char* buffer, int size) {
     FIValue text;
@@ -41,12 +47,24 @@ void AppendVariable(int level, const VarMap::Variable& variable, FIValue& out) {
 
 }  // namespace
 
-void FIIterator::NameText(char* buffer, int size) { CopyText(*this, ReadName, buffer, size); }
-int FIIterator::NameLength() { return TextLength(*this, ReadName); }
-void FIIterator::PathText(char* buffer, int size) { CopyText(*this, ReadPath, buffer, size); }
-int FIIterator::PathLength() { return TextLength(*this, ReadPath); }
-void FIIterator::KeyText(char* buffer, int size) { CopyText(*this, ReadKey, buffer, size); }
-int FIIterator::KeyLength() { return TextLength(*this, ReadKey); }
+void FIIterator::NameText(char* buffer, int size) {
+    CopyText(*this, ReadName, buffer, size);
+}
+int FIIterator::NameLength() {
+    return TextLength(*this, ReadName);
+}
+void FIIterator::PathText(char* buffer, int size) {
+    CopyText(*this, ReadPath, buffer, size);
+}
+int FIIterator::PathLength() {
+    return TextLength(*this, ReadPath);
+}
+void FIIterator::KeyText(char* buffer, int size) {
+    CopyText(*this, ReadKey, buffer, size);
+}
+int FIIterator::KeyLength() {
+    return TextLength(*this, ReadKey);
+}
 
 void FIIterator::GetKeyText(int level, FIValue& out) {
     out.Clear();
@@ -64,7 +82,9 @@ void FIIterator::GetKeyText(int level, FIValue& out) {
     }
 }
 
-void FIIterator::GetPath(FIValue& out) { GetPathFrom(0, out); }
+void FIIterator::GetPath(FIValue& out) {
+    GetPathFrom(0, out);
+}
 
 void FIIterator::GetPathFrom(int level, FIValue& out) {
     out.SetText("");

@@ -4,7 +4,9 @@
 
 namespace {
 
-bool IsOwn(const FIValue& quantity) { return quantity.IsNull() || quantity.Length() == 0; }
+bool IsOwn(const FIValue& quantity) {
+    return quantity.IsNull() || quantity.Length() == 0;
+}
 
 }  // namespace
 
@@ -32,7 +34,9 @@ void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
 void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
     units_.Set(quantity, unit, old);
 }
-void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) { units_.Get(quantity, out); }
+void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) {
+    units_.Get(quantity, out);
+}
 void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
     spec_units_.Set(quantity, unit, old);
 }
@@ -40,7 +44,9 @@ void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
     spec_units_.Get(quantity, out);
 }
 
-void IteratorVarSet::GetPath(FIValue& out) { iterator_.GetPath(out); }
+void IteratorVarSet::GetPath(FIValue& out) {
+    iterator_.GetPath(out);
+}
 
 void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
     variables_.Set(name, value);

@@ -11,7 +11,7 @@
 class FIIterator;
 
 class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVarSet> {
-public:
+ public:
     explicit IteratorVarSet(FIIterator& iterator) : iterator_(iterator) {}
     IteratorVarSet(const IteratorVarSet&) = delete;
     IteratorVarSet& operator=(const IteratorVarSet&) = delete;
@@ -29,7 +29,7 @@ public:
     // Units and variables of another set.
     void CopyFrom(const IteratorVarSet& other);
 
-private:
+ private:
     struct Units {
         FIValue own;
         VarMap of_quantity;

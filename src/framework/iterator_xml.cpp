@@ -35,7 +35,8 @@ void AppendAttributes(FIIterator& it, std::string& out) {
     cursor->SetVarSet(it.GetVarSet());
     std::set<std::string> written = {"name"};
     FIValue value;
-    for (bool stands = cursor->Seek(kFromFirst, 0); stands; stands = cursor->Seek(kFromPresent, 1)) {
+    for (bool stands = cursor->Seek(kFromFirst, 0); stands;
+         stands = cursor->Seek(kFromPresent, 1)) {
         cursor->GetKey(value);
         const std::string name = value.ToText();
         cursor->GetValue(value);
@@ -83,11 +84,21 @@ void Dump(FIIterator& start, int levels, FIValue& out) {
 
 }  // namespace
 
-void FIIterator::DumpXml(FIValue& out, int levels) { Dump(*this, levels, out); }
-void FIIterator::DumpXmlDefault(FIValue& out) { Dump(*this, kDefaultLevels, out); }
-void FIIterator::DumpNodeFlat(FIValue& out) { Dump(*this, 0, out); }
-void FIIterator::DumpNode(FIValue& out) { Dump(*this, kDefaultLevels, out); }
-void FIIterator::DumpNodeDeep(FIValue& out) { Dump(*this, std::numeric_limits<int>::max(), out); }
+void FIIterator::DumpXml(FIValue& out, int levels) {
+    Dump(*this, levels, out);
+}
+void FIIterator::DumpXmlDefault(FIValue& out) {
+    Dump(*this, kDefaultLevels, out);
+}
+void FIIterator::DumpNodeFlat(FIValue& out) {
+    Dump(*this, 0, out);
+}
+void FIIterator::DumpNode(FIValue& out) {
+    Dump(*this, kDefaultLevels, out);
+}
+void FIIterator::DumpNodeDeep(FIValue& out) {
+    Dump(*this, std::numeric_limits<int>::max(), out);
+}
 
 void FIIterator::DumpAttributes(FIValue& out) {
     std::string text;

@@ -7,7 +7,7 @@
 
 template <class T>
 class Ref {
-public:
+ public:
     Ref() noexcept = default;
     // Takes over a reference that the caller holds, as operations hand them out.
     static Ref Adopt(T* object) noexcept {
@@ -52,7 +52,7 @@ public:
         return object_;
     }
 
-private:
+ private:
     T* object_ = nullptr;
 };
 

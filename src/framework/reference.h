@@ -15,7 +15,7 @@ class FICollectionElement;
 class FIIteratorBase;
 
 class FIReferenceBase {
-public:
+ public:
     virtual ~FIReferenceBase() = default;
     virtual int AddRef() = 0;
     virtual int Release() = 0;
@@ -36,7 +36,8 @@ public:
 
     // Guarded; `out` receives the failure's text.
     virtual void GetAttribute(const FIValue& name, FIValue& out) = 0;
-    virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) = 0;
+    virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                              FIValue& out) = 0;
     virtual void SetValue(const FIValue& value, int mode, FIValue& out) = 0;
     virtual void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                 FIValue& out) = 0;
@@ -68,8 +69,8 @@ public:
     virtual bool Equal(FIReferenceBase& other) = 0;
     virtual bool NotEqual(FIReferenceBase& other) = 0;
 
-    // Client subscriptions: kind 0 deletion, 1 value, 2 structure. The callback gets (owner, 1), for
-    // structure (owner, 2). False when the node is gone or nothing on its path can tell.
+    // Client subscriptions: kind 0 deletion, 1 value, 2 structure. The callback gets (owner, 1),
+    // for structure (owner, 2). False when the node is gone or nothing on its path can tell.
     virtual bool Subscribe(void* owner, int kind, FICallback callback) = 0;
     virtual bool Unsubscribe(void* owner, int kind) = 0;
     // A collection element that holds this node. The caller owns it.

@@ -8,7 +8,7 @@
 #include "framework/entry.h"
 
 class ReferenceClients {
-public:
+ public:
     void Add(void* owner, FICallback callback) { clients_[owner] = {callback, true}; }
     // False when the owner is not an active client. With `keep` the record stays, inactive.
     bool Leave(void* owner, bool keep) {
@@ -30,7 +30,7 @@ public:
     bool IsEmpty() const { return clients_.empty(); }
     void Clear() { clients_.clear(); }
 
-private:
+ private:
     struct Client {
         FICallback callback;
         bool active;

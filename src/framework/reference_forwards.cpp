@@ -48,18 +48,42 @@ Ref<FIReference> FIReference::UnboundCopy() {
     return copy ? Unbound(std::move(copy)) : Ref<FIReference>();
 }
 
-FIIteratorBase* FIReference::Copy() { return iterator_->Copy(); }
-int FIReference::Depth() { return iterator_->Depth(); }
-void FIReference::GetName(FIValue& out) { iterator_->GetName(out); }
-void FIReference::NameText(char* buffer, int size) { iterator_->NameText(buffer, size); }
-int FIReference::NameLength() { return iterator_->NameLength(); }
-void FIReference::GetPath(FIValue& out) { iterator_->GetPath(out); }
-void FIReference::PathText(char* buffer, int size) { iterator_->PathText(buffer, size); }
-int FIReference::PathLength() { return iterator_->PathLength(); }
-void FIReference::KeyText(char* buffer, int size) { iterator_->KeyText(buffer, size); }
-int FIReference::KeyLength() { return iterator_->KeyLength(); }
-void FIReference::DumpVars(FIValue& out) { iterator_->DumpVars(out); }
-FIVarSet* FIReference::GetVarSet() { return iterator_->GetVarSet(); }
+FIIteratorBase* FIReference::Copy() {
+    return iterator_->Copy();
+}
+int FIReference::Depth() {
+    return iterator_->Depth();
+}
+void FIReference::GetName(FIValue& out) {
+    iterator_->GetName(out);
+}
+void FIReference::NameText(char* buffer, int size) {
+    iterator_->NameText(buffer, size);
+}
+int FIReference::NameLength() {
+    return iterator_->NameLength();
+}
+void FIReference::GetPath(FIValue& out) {
+    iterator_->GetPath(out);
+}
+void FIReference::PathText(char* buffer, int size) {
+    iterator_->PathText(buffer, size);
+}
+int FIReference::PathLength() {
+    return iterator_->PathLength();
+}
+void FIReference::KeyText(char* buffer, int size) {
+    iterator_->KeyText(buffer, size);
+}
+int FIReference::KeyLength() {
+    return iterator_->KeyLength();
+}
+void FIReference::DumpVars(FIValue& out) {
+    iterator_->DumpVars(out);
+}
+FIVarSet* FIReference::GetVarSet() {
+    return iterator_->GetVarSet();
+}
 
 void FIReference::GetAttribute(const FIValue& name, FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.GetAttribute(name, out); });
@@ -70,13 +94,15 @@ void FIReference::SetAttribute(const FIValue& name, const FIValue& value, int mo
 void FIReference::SetValue(const FIValue& value, int mode, FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.SetValue(value, mode, out); });
 }
-void FIReference::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) {
+void FIReference::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                                 FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.SetValueInUnit(value, unit, mode, out); });
 }
 void FIReference::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.SetSpecValue(value, mode, out); });
 }
-void FIReference::SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) {
+void FIReference::SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                                     FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.SetSpecValueInUnit(value, unit, mode, out); });
 }
 void FIReference::SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) {
@@ -126,11 +152,21 @@ void FIReference::DumpNodeDeep(FIValue& out) {
     GuardNull(out, [&](FIIterator& it) { it.DumpNodeDeep(out); });
 }
 
-int FIReference::Compare(FIReferenceBase& other) { return iterator_->Compare(*other.GetIterator()); }
-bool FIReference::Less(FIReferenceBase& other) { return iterator_->Less(*other.GetIterator()); }
-bool FIReference::Greater(FIReferenceBase& other) { return iterator_->Greater(*other.GetIterator()); }
-bool FIReference::Equal(FIReferenceBase& other) { return iterator_->Equal(*other.GetIterator()); }
-bool FIReference::NotEqual(FIReferenceBase& other) { return iterator_->NotEqual(*other.GetIterator()); }
+int FIReference::Compare(FIReferenceBase& other) {
+    return iterator_->Compare(*other.GetIterator());
+}
+bool FIReference::Less(FIReferenceBase& other) {
+    return iterator_->Less(*other.GetIterator());
+}
+bool FIReference::Greater(FIReferenceBase& other) {
+    return iterator_->Greater(*other.GetIterator());
+}
+bool FIReference::Equal(FIReferenceBase& other) {
+    return iterator_->Equal(*other.GetIterator());
+}
+bool FIReference::NotEqual(FIReferenceBase& other) {
+    return iterator_->NotEqual(*other.GetIterator());
+}
 
 FICollectionElement* FIReference::MakeElement() {
     std::unique_ptr<FICollectionElement> element;

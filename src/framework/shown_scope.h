@@ -8,7 +8,7 @@
 #include "framework/ref.h"
 
 class ShownScope {
-public:
+ public:
     ShownScope(const Ref<FIEntry>& entry, FIVarSet* vars)
         : entry_(entry), saved_(entry_->GetVarSet()) {
         entry_->SetVarSet(vars);
@@ -19,7 +19,7 @@ public:
 
     FIEntry* operator->() const { return entry_.Get(); }
 
-private:
+ private:
     const Ref<FIEntry> entry_;
     FIVarSet* const saved_;
 };

@@ -38,7 +38,9 @@ FreeList* ListOf(std::size_t size) {
     return kReuses && index < kClasses ? &g_lists[index] : nullptr;
 }
 
-std::size_t BlockSize(std::size_t size) { return (size + kStep - 1) / kStep * kStep; }
+std::size_t BlockSize(std::size_t size) {
+    return (size + kStep - 1) / kStep * kStep;
+}
 
 }  // namespace
 

@@ -18,7 +18,7 @@ using FIErrorList = std::vector<FIErrorRecord>;
 using FISolverCallback = void (*)(void* owner, int kind, const FIErrorList* report);
 
 class FISolver {
-public:
+ public:
     virtual ~FISolver() = default;
     virtual void Initialize() = 0;
     // 1 steady state, 4 dynamic.

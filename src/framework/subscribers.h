@@ -8,7 +8,7 @@
 #include "framework/entry.h"
 
 class SubscriberList {
-public:
+ public:
     void Add(void* owner, int kind, FICallback callback);
     // Takes out the first active record of this owner and kind; false when there is none.
     bool Remove(void* owner, int kind);
@@ -19,7 +19,7 @@ public:
     void Clear();
     bool IsEmpty() const { return records_.empty(); }
 
-private:
+ private:
     struct Record {
         int kind;
         void* owner;

@@ -9,7 +9,7 @@ namespace {
 constexpr char kTopName[] = "Top";
 
 class TopChildEntry final : public CountedFromZero<FIEntry> {
-public:
+ public:
     explicit TopChildEntry(const Ref<FIContext>& inner) : inner_(inner) {}
 
     void GetName(FIValue& out) override { out.SetText(kTopName); }
@@ -17,7 +17,7 @@ public:
     FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }
     FIContext* GetContext() override { return inner_.Counted(); }
 
-private:
+ private:
     Ref<FIContext> inner_;
 };
 

@@ -8,7 +8,7 @@
 #include "framework/ref.h"
 
 class TopCursorBase final : public FICursorBase {
-public:
+ public:
     // Shares `inner`; a new cursor stands on the child and has count 1.
     explicit TopCursorBase(FIContext* inner);
 
@@ -27,18 +27,18 @@ public:
     void GetKey(FIValue& out) override;
     FIEntry* GetEntry() override;
 
-private:
+ private:
     Ref<FIContext> inner_;
     bool at_end_ = false;
     int references_ = 1;
 };
 
 class TopContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     explicit TopContext(FIContext* inner);
     // Kind kKeyCursor has nothing to list.
     FICursorBase* MakeCursor(int kind) override;
 
-private:
+ private:
     Ref<FIContext> inner_;
 };

@@ -22,7 +22,9 @@ FITopEntry::FITopEntry(FIContext* context, FINotify* notify_slot, FISolver* serv
     if (notify_slot) *notify_slot = &FITopEntry::NotifyAll;
 }
 
-FITopEntry::~FITopEntry() { delete service_; }
+FITopEntry::~FITopEntry() {
+    delete service_;
+}
 
 std::span<const AttrRow<FITopEntry>> FITopEntry::AttributeRows() {
     static constexpr AttrRow<FITopEntry> rows[] = {
@@ -33,9 +35,13 @@ std::span<const AttrRow<FITopEntry>> FITopEntry::AttributeRows() {
     return rows;
 }
 
-void FITopEntry::GetName(FIValue& out) { out.SetText("Top"); }
+void FITopEntry::GetName(FIValue& out) {
+    out.SetText("Top");
+}
 
-FIContext* FITopEntry::GetContext() { return context_.Counted(); }
+FIContext* FITopEntry::GetContext() {
+    return context_.Counted();
+}
 
 bool FITopEntry::Subscribe(void* owner, int kind, FICallback callback) {
     if (!notifier_) return false;
@@ -53,7 +59,9 @@ bool FITopEntry::QueryService(int kind, void** out) {
     return *out != nullptr;
 }
 
-void FITopEntry::NotifyAll(int event) { Subscribers().Dispatch(event); }
+void FITopEntry::NotifyAll(int event) {
+    Subscribers().Dispatch(event);
+}
 
 FIContext* FITopEntry::MakeSingleChildContext() {
     return Ref<FIContext>::Share(new TopContext(context_.Get())).Detach();

@@ -1,7 +1,7 @@
 #pragma once
 
-// FITopEntry: the root of a tree. It answers the attributes "id", "type" and "server", and hands out
-// the context below which the model lies.
+// FITopEntry: the root of a tree. It answers the attributes "id", "type" and "server", and hands
+// out the context below which the model lies.
 
 #include <span>
 
@@ -14,7 +14,7 @@
 using FINotify = void (*)(int event);
 
 class FITopEntry : public AttrMapEntry<FITopEntry> {
-public:
+ public:
     // Shares `context`, which may not be null. With a notify slot the entry accepts subscribers and
     // writes the address of NotifyAll through it. Owns `service` (a solver), which may be null.
     FITopEntry(FIContext* context, FINotify* notify_slot, FISolver* service);
@@ -35,7 +35,7 @@ public:
     // The context that lists one child, "Top", with the inner context below it.
     FIContext* MakeSingleChildContext();
 
-private:
+ private:
     Ref<FIContext> context_;
     bool notifier_;
     FISolver* service_;

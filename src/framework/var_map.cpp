@@ -4,10 +4,14 @@
 
 namespace {
 
-bool Less(const FIValue& a, const FIValue& b) { return a.Compare(b) < 0; }
+bool Less(const FIValue& a, const FIValue& b) {
+    return a.Compare(b) < 0;
+}
 
 // Both directions are asked, since a number and a text are less than each other.
-bool Same(const FIValue& a, const FIValue& b) { return !Less(a, b) && !Less(b, a); }
+bool Same(const FIValue& a, const FIValue& b) {
+    return !Less(a, b) && !Less(b, a);
+}
 
 }  // namespace
 
@@ -18,9 +22,8 @@ void VarMap::Set(const FIValue& name, const FIValue& value) {
             return;
         }
     }
-    const auto place = std::find_if(variables_.begin(), variables_.end(), [&](const Variable& each) {
-        return Less(name, each.name);
-    });
+    const auto place = std::find_if(variables_.begin(), variables_.end(),
+                                    [&](const Variable& each) { return Less(name, each.name); });
     variables_.insert(place, Variable{name, value});
 }
 
@@ -32,7 +35,6 @@ const FIValue* VarMap::Find(const FIValue& name) const {
 }
 
 bool VarMap::Remove(const FIValue& name) {
-    return std::erase_if(variables_, [&](const Variable& variable) {
-               return Same(variable.name, name);
-           }) > 0;
+    return std::erase_if(variables_,
+                         [&](const Variable& variable) { return Same(variable.name, name); }) > 0;
 }

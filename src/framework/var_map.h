@@ -8,7 +8,7 @@
 #include "value/fi_value.h"
 
 class VarMap {
-public:
+ public:
     struct Variable {
         FIValue name;
         FIValue value;
@@ -23,13 +23,13 @@ public:
     const std::vector<Variable>& Variables() const { return variables_; }
     bool IsEmpty() const { return variables_.empty(); }
 
-private:
+ private:
     std::vector<Variable> variables_;
 };
 
 // Starts at one reference.
 class FrameVars {
-public:
+ public:
     FrameVars() = default;
     explicit FrameVars(const VarMap& source) : map(source) {}
     int AddRef() { return ++references_; }
@@ -41,7 +41,7 @@ public:
 
     VarMap map;
 
-private:
+ private:
     ~FrameVars() = default;
 
     int references_ = 1;

@@ -5,7 +5,7 @@
 #include "value/fi_value.h"
 
 class FIVarSet {
-public:
+ public:
     virtual ~FIVarSet() = default;
     // Unit in which a quantity is to be shown; a NULL or empty quantity means the node's own. `old`
     // receives the unit that stood before, NULL when there was none.

@@ -20,11 +20,15 @@ constexpr Utf8Form kUtf8Forms[] = {
 
 constexpr char32_t kLargest = 0x10FFFF;
 
-bool IsSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
+bool IsSurrogate(char32_t code) {
+    return code >= 0xD800 && code <= 0xDFFF;
+}
 bool IsControl(char32_t code) {
     return code < 0x20 && code != '\t' && code != '\n' && code != '\r';
 }
-bool IsNonCharacter(char32_t code) { return code == 0xFFFE || code == 0xFFFF; }
+bool IsNonCharacter(char32_t code) {
+    return code == 0xFFFE || code == 0xFFFF;
+}
 
 // Length of the character at the start of `text`, 0 when the bytes there are none.
 int DecodeUtf8(std::string_view text, char32_t& code) {
@@ -45,19 +49,31 @@ int DecodeUtf8(std::string_view text, char32_t& code) {
 
 const char* ReferenceFor(char32_t code) {
     switch (code) {
-        case '<': return "&lt;";
-        case '>': return "&gt;";
-        case '&': return "&amp;";
-        case '"': return "&quot;";
-        case '\t': return "&#9;";
-        case '\n': return "&#10;";
-        case '\r': return "&#13;";
-        default: return nullptr;
+        case '<':
+            return "&lt;";
+        case '>':
+            return "&gt;";
+        case '&':
+            return "&amp;";
+        case '"':
+            return "&quot;";
+        case '\t':
+            return "&#9;";
+        case '\n':
+            return "&#10;";
+        case '\r':
+            return "&#13;";
+        default:
+            return nullptr;
     }
 }
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
-bool IsInner(char c) { return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+bool IsInner(char c) {
+    return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
 
 }  // namespace
 

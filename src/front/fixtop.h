@@ -1,7 +1,7 @@
 #pragma once
 
-// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that map
-// files name come with semantic/functions.h, the rest stands below.
+// What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that
+// map files name come with semantic/functions.h, the rest stands below.
 //
 // Every function runs on the caller's thread, which is the thread that runs the simulation. A
 // `session` is the open case, a host::SimulationCase*, or null for the active case of the installed
@@ -39,7 +39,8 @@ FIXTOP_EXPORT FIEntry* GetTopFIEntryV();
 // With a non-null notify owner (the address of a FixtopNotify) the entry accepts subscribers and
 // writes its dispatch function there.
 FIXTOP_EXPORT FIEntry* GetTopFIEntry(void* notifyOwner);
-// The host top context with the names of its class library, map and unit files and of its application.
+// The host top context with the names of its class library, map and unit files and of its
+// application.
 FIXTOP_EXPORT FIContext* GetTopHovexCtx(void* session, const char* library, const char* map,
                                         const char* units, const char* name);
 // Kind 1 the steady-state solver, 4 the dynamic one; any other kind is null. Owned by the caller
@@ -80,8 +81,8 @@ FIXTOP_EXPORT const char* FixtopVersion();
 
 // ---- The neutral view ----
 
-// The files of a neutral view, sought beside the module and in the working directory, then among the
-// shipped ones. A null text is the shipped file, or "Hovex" for the name of the translation.
+// The files of a neutral view, sought beside the module and in the working directory, then among
+// the shipped ones. A null text is the shipped file, or "Hovex" for the name of the translation.
 struct FixtopModelFiles {
     const char* classes;
     const char* map;
@@ -99,10 +100,10 @@ FIXTOP_EXPORT FIEntry* FixtopOpenModelOnNode(FIIteratorBase* node, const char* c
 // The definitions of a class and what is below it, without an application. A null file is the
 // shipped library, a null class its top class.
 FIXTOP_EXPORT FIEntry* FixtopOpenPureModel(const char* classes, const char* className);
-// All definitions as a tree of their own. Below the root stand "Classes" and "Enumerations". A class
-// has its attributes as children and "superclasses", one a line; an attribute has "type", "quantity",
-// "array", "keys" and "owner", the class that declares it; an enumeration has "options", one a line,
-// and "closed".
+// All definitions as a tree of their own. Below the root stand "Classes" and "Enumerations". A
+// class has its attributes as children and "superclasses", one a line; an attribute has "type",
+// "quantity", "array", "keys" and "owner", the class that declares it; an enumeration has
+// "options", one a line, and "closed".
 FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
 // The node of the application that a node of a neutral view stands on: face 1 has the calculated
 // values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The

@@ -65,8 +65,8 @@ FIContext* HFandBEntry::GetContext() {
             }
             return basis_.MakeContext(&options_, attachments_, this);
         default:
-            context = new HFSOContext(nullptr, simulation_case, HFSOContext::kDataTables,
-                                      &options_, attachments_, this);
+            context = new HFSOContext(nullptr, simulation_case, HFSOContext::kDataTables, &options_,
+                                      attachments_, this);
             break;
     }
     return HandOut(context);

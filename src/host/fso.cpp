@@ -42,7 +42,7 @@ ObjectWalk HFSOContext::MakeWalk() const {
             return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kUnitOps)));
         case kUtilities:
             return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kNeither)),
-                               Part(case_ ? case_->CaseUtilities() : nullptr));
+                              Part(case_ ? case_->CaseUtilities() : nullptr));
         default:
             return ObjectWalk(Part(case_ ? case_->ProcessDataTables() : nullptr));
     }

@@ -77,9 +77,15 @@ bool IsInDynamics(host::SimulationCase& simulation_case) {
     return simulation_case.Dynamic() || simulation_case.SimCaseDynamic();
 }
 
-const host::ObjectTypeInfo* StreamType() { return TypesByName().stream; }
-const host::ObjectTypeInfo* UnitOpType() { return TypesByName().unit_op; }
-const host::ObjectTypeInfo* CorrelationType() { return TypesByName().correlation; }
+const host::ObjectTypeInfo* StreamType() {
+    return TypesByName().stream;
+}
+const host::ObjectTypeInfo* UnitOpType() {
+    return TypesByName().unit_op;
+}
+const host::ObjectTypeInfo* CorrelationType() {
+    return TypesByName().correlation;
+}
 
 bool IsA(const host::Viewable* object, const host::ObjectTypeInfo* type) {
     const host::ObjectTypeInfo* own = object && type ? object->Type() : nullptr;

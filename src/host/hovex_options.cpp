@@ -3,9 +3,7 @@
 #include "host/host_access.h"
 
 HovexOptions::HovexOptions(host::SimulationCase* simulation_case)
-    : reader_options_(std::in_place),
-      has_view_(true),
-      case_(CaseOrActive(simulation_case)) {
+    : reader_options_(std::in_place), has_view_(true), case_(CaseOrActive(simulation_case)) {
     reader_options_->dynamics = case_ && IsInDynamics(*case_);
     reader_options_->first = true;
     reader_options_->second = true;

@@ -10,7 +10,8 @@ bool BranchAccepts(CCDMBranch branch, BranchRequest request) {
         case CCDMBranch::kSpec:
             return request == BranchRequest::kSpec || request == BranchRequest::kAny ||
                    request == BranchRequest::kSpecOnly;
-        case CCDMBranch::kUnspecified: break;
+        case CCDMBranch::kUnspecified:
+            break;
     }
     return false;
 }

@@ -12,8 +12,8 @@ enum class ModelFileOrigin {
     kInclude,  // out of a file: the name must stay in the search folders
 };
 
-// `kind` is the files' word in the log: "CCDM", "Unit". False when the document could not be found or
-// parsed; why is logged.
+// `kind` is the files' word in the log: "CCDM", "Unit". False when the document could not be found
+// or parsed; why is logged.
 bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
                    bool has_resources, SaxElementHandler& document);
 // Logs that a file could not be parsed; false.

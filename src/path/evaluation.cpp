@@ -20,7 +20,8 @@ bool IsAny(const FIValue& name) {
     return *text == '\0' || std::strcmp(text, kAnyName) == 0;
 }
 
-// A variable that does not exist is no name at all, but not an unnamed step: it enters the children.
+// A variable that does not exist is no name at all, but not an unnamed step: it enters the
+// children.
 bool StaysInPlace(const FIValue& name, int count) {
     return name.IsText() && *name.CStr() == '\0' && count == -1;
 }
@@ -41,7 +42,9 @@ std::string PlainText(const FIValue& written) {
     return plain;
 }
 
-bool IsNegated(const PathFilter& filter) { return (filter.flags & PathFilter::kNot) != 0; }
+bool IsNegated(const PathFilter& filter) {
+    return (filter.flags & PathFilter::kNot) != 0;
+}
 
 }  // namespace
 
@@ -108,11 +111,17 @@ bool FIIterator::Walk(const PathStep& step, FIValue& attribute) {
     return true;
 }
 
-bool FIIterator::WalkFrom(const PathStep& step) { return WalkSteps(step); }
+bool FIIterator::WalkFrom(const PathStep& step) {
+    return WalkSteps(step);
+}
 
-bool FIIterator::WalkSteps(const PathStep& step) { return WalkBy(step, &FIIterator::HasName, *this); }
+bool FIIterator::WalkSteps(const PathStep& step) {
+    return WalkBy(step, &FIIterator::HasName, *this);
+}
 
-bool FIIterator::Step(const PathStep& step) { return StepBy(step, &FIIterator::HasName, *this); }
+bool FIIterator::Step(const PathStep& step) {
+    return StepBy(step, &FIIterator::HasName, *this);
+}
 
 // Steps that succeeded are not tried again on other siblings when a later one fails.
 bool FIIterator::WalkBy(const PathStep& step, Matcher matches, FIIterator& variables) {
@@ -126,8 +135,8 @@ bool FIIterator::WalkBy(const PathStep& step, Matcher matches, FIIterator& varia
     return true;
 }
 
-// Until a child has passed, names are not compared: a seek by key may land on a node whose displayed
-// name is another.
+// Until a child has passed, names are not compared: a seek by key may land on a node whose
+// displayed name is another.
 bool FIIterator::StepBy(const PathStep& step, Matcher matches, FIIterator& variables) {
     FIValue name;
     step.ResolveName(variables, name);

@@ -79,8 +79,8 @@ int CountAcceptedChildren(FIIteratorBase& it, const char* container, const Child
     SeekNames(it, {container});
     it.DownFirst();
     int position = accepts(it) ? 0 : -1;
-    // Not Next's answer ends the walk but the index; only a list that has lost elements since it was
-    // counted is left at its end.
+    // Not Next's answer ends the walk but the index; only a list that has lost elements since it
+    // was counted is left at its end.
     while (position != index) {
         it.Next();
         if (it.AtLast()) break;

@@ -5,10 +5,10 @@
 #include <set>
 
 #include "casehost/case_file.h"
-#include "live/case.h"
 #include "casehost/standard_host.h"
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
+#include "live/case.h"
 
 namespace casehost {
 namespace {
@@ -151,12 +151,27 @@ TEST_F(Demo, HasEquipmentOfEveryKind) {
             }
         };
     collect(demo_->ToData().main.objects);
-    for (const char* type :
-         {words::kMaterialStream, words::kEnergyStream, words::kPipe, words::kCompressor,
-          words::kExpander, words::kSeparator, words::kValve, words::kPump, words::kHeatExchanger,
-          words::kMixer, words::kTee, words::kDistillation, words::kConversionReactor,
-          words::kEquilibriumReactor, words::kGibbsReactor, words::kHeater, words::kCooler,
-          words::kTemplate, "HovexCorrelationObject", "TraySectionObject", "BPReboilerObject"}) {
+    for (const char* type : {words::kMaterialStream,
+                             words::kEnergyStream,
+                             words::kPipe,
+                             words::kCompressor,
+                             words::kExpander,
+                             words::kSeparator,
+                             words::kValve,
+                             words::kPump,
+                             words::kHeatExchanger,
+                             words::kMixer,
+                             words::kTee,
+                             words::kDistillation,
+                             words::kConversionReactor,
+                             words::kEquilibriumReactor,
+                             words::kGibbsReactor,
+                             words::kHeater,
+                             words::kCooler,
+                             words::kTemplate,
+                             "HovexCorrelationObject",
+                             "TraySectionObject",
+                             "BPReboilerObject"}) {
         EXPECT_EQ(types.count(type), 1u) << type;
     }
 }

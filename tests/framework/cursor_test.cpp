@@ -16,7 +16,7 @@ namespace {
 
 // An entry whose rows are switched on and off by the test.
 class TableEntry final : public AttrMapEntry<TableEntry> {
-public:
+ public:
     ~TableEntry() override { ++destroyed; }
     static std::span<const AttrRow<TableEntry>> AttributeRows() {
         static constexpr AttrRow<TableEntry> rows[] = {
@@ -33,7 +33,7 @@ public:
     bool shown[4] = {true, true, true, true};
     static inline int destroyed = 0;
 
-private:
+ private:
     static bool Shown(TableEntry& owner, std::intptr_t row) { return owner.shown[row]; }
     static bool Shown3(TableEntry& owner, std::intptr_t) { return owner.shown[2]; }
     static void ReadOne(TableEntry&, FIValue& out) { out = Text("first"); }
@@ -43,7 +43,7 @@ private:
 };
 
 class AttributeTable : public ::testing::Test {
-protected:
+ protected:
     AttributeTable()
         : entry_(Ref<TableEntry>::Share(new TableEntry)),
           cursor_(Ref<FIAttributeCursorBase>::Adopt(entry_->MakeCursor())) {}
@@ -198,15 +198,15 @@ TEST_F(AttributeTable, var_set_is_the_owners) {
 
 // Shows a cursor over attributes as one over children, each named by its key.
 class AttributesAsChildren final : public CountedFromZero<FICursorBase> {
-public:
+ public:
     explicit AttributesAsChildren(Ref<FIAttributeCursorBase> cursor) : cursor_(std::move(cursor)) {}
 
     const void* TypeId() const override { return cursor_->TypeId(); }
     FICursorBase* Clone(bool deep) override {
         FICursorBase* clone = this;
         if (deep) {
-            clone = new AttributesAsChildren(
-                Ref<FIAttributeCursorBase>::Adopt(cursor_->Clone(true)));
+            clone =
+                new AttributesAsChildren(Ref<FIAttributeCursorBase>::Adopt(cursor_->Clone(true)));
         }
         clone->AddRef();
         return clone;
@@ -231,15 +231,15 @@ public:
         return nodes_.back()->Entry().Detach();
     }
 
-private:
+ private:
     Ref<FIAttributeCursorBase> cursor_;
     std::vector<std::unique_ptr<ScriptNode>> nodes_;
 };
 
 TEST_F(AttributeTable, cursor_is_a_cursor) {
     const auto all = [&] {
-        return Ref<FICursorBase>::Share(new AttributesAsChildren(
-                                            Ref<FIAttributeCursorBase>::Adopt(entry_->MakeCursor())))
+        return Ref<FICursorBase>::Share(new AttributesAsChildren(Ref<FIAttributeCursorBase>::Adopt(
+                                            entry_->MakeCursor())))
             .Detach();
     };
     CursorFamily family;

@@ -12,7 +12,7 @@ namespace {
 
 // Only what every entry must have.
 class BareEntry final : public CountedFromZero<FIEntry> {
-public:
+ public:
     void GetName(FIValue& out) override { out = Text("bare"); }
     void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
     FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }

@@ -33,7 +33,7 @@ std::string ReadOf(FIIteratorBase& it, const char* name) {
 
 // Root with children a, b, c; b has x and y.
 class Iterator : public ::testing::Test {
-protected:
+ protected:
     Iterator() : a_(root_.Add("a")), b_(root_.Add("b")), c_(root_.Add("c")) {
         b_.Add("x").Add("deep");
         b_.Add("y");
@@ -53,7 +53,8 @@ TEST_F(Iterator, up_at_the_root_changes_nothing) {
     EXPECT_EQ(0, it_->Depth());
     EXPECT_TRUE(it_->AtFirst());
     EXPECT_TRUE(it_->AtLast());
-    for (auto move : {&FIIterator::Next, &FIIterator::Prev, &FIIterator::First, &FIIterator::Last}) {
+    for (auto move :
+         {&FIIterator::Next, &FIIterator::Prev, &FIIterator::First, &FIIterator::Last}) {
         EXPECT_FALSE(((*it_).*move)());
         EXPECT_EQ("Root", PathOf(*it_));
     }
@@ -299,9 +300,9 @@ TEST_F(Iterator, comparison_goes_from_the_root_down) {
         int sign;
     };
     const Case cases[] = {
-        {{}, {}, 0},        {{0}, {0}, 0},     {{0}, {1}, -1},       {{2}, {1, 1}, 1},
-        {{1}, {1, 0}, -1},  {{1, 1}, {1}, 1},  {{1, 0}, {1, 1}, -1}, {{1, 1}, {1, 1}, 0},
-        {{}, {0}, -1},
+        {{}, {}, 0},          {{0}, {0}, 0},       {{0}, {1}, -1},
+        {{2}, {1, 1}, 1},     {{1}, {1, 0}, -1},   {{1, 1}, {1}, 1},
+        {{1, 0}, {1, 1}, -1}, {{1, 1}, {1, 1}, 0}, {{}, {0}, -1},
     };
     for (const Case& each : cases) {
         const auto one = at(each.one);
@@ -342,7 +343,7 @@ TEST(IteratorGraph, stops_at_a_node_that_repeats_an_ancestor) {
 
 // A chain of nodes, each below the one before, whose cursors call every position equal to theirs.
 class AgreeingCursor final : public CountedFromZero<FICursorBase> {
-public:
+ public:
     explicit AgreeingCursor(int level) : level_(level) {}
 
     // Levels alternate between two classes.
@@ -359,32 +360,34 @@ public:
     void GetKey(FIValue& out) override { out.SetInt(level_); }
     FIEntry* GetEntry() override;
 
-private:
+ private:
     int level_;
 };
 
 class ChainContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     explicit ChainContext(int level) : level_(level) {}
     FICursorBase* MakeCursor(int) override { return HandOut(new AgreeingCursor(level_)); }
 
-private:
+ private:
     int level_;
 };
 
 class ChainEntry final : public CountedFromZero<FIEntry> {
-public:
+ public:
     explicit ChainEntry(int level) : level_(level) {}
     void GetName(FIValue& out) override { out.SetInt(level_); }
     void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
     FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }
     FIContext* GetContext() override { return HandOut(new ChainContext(level_)); }
 
-private:
+ private:
     int level_;
 };
 
-FIEntry* AgreeingCursor::GetEntry() { return HandOut(new ChainEntry(level_ + 1)); }
+FIEntry* AgreeingCursor::GetEntry() {
+    return HandOut(new ChainEntry(level_ + 1));
+}
 
 TEST(IteratorGraph, only_cursors_of_one_class_are_a_repeat) {
     const auto top = Ref<FIEntry>::Share(new ChainEntry(0));
@@ -576,8 +579,8 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
         const char* path;
     };
     const Case cases[] = {
-        {"b", "Root.b"},     {"b/x", "Root.b.x"},         {"b/x/", "Root.b.x"},
-        {"b/x/deep", "Root.b.x.deep"}, {"b/q", nullptr}, {"q/x", nullptr}, {"a/x", nullptr},
+        {"b", "Root.b"},  {"b/x", "Root.b.x"}, {"b/x/", "Root.b.x"}, {"b/x/deep", "Root.b.x.deep"},
+        {"b/q", nullptr}, {"q/x", nullptr},    {"a/x", nullptr},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
@@ -601,8 +604,7 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
     // A key is taken as a name before it is taken as a path.
     root_.Add("b.x");
     root_.key_value = whole_name;
-    EXPECT_EQ("Root.\"b.x\"",
-              PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x")))));
+    EXPECT_EQ("Root.\"b.x\"", PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x")))));
     EXPECT_EQ("Root.b.x.deep",
               PathOf(*Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text("b.x.deep")))));
     root_.key_value = stuck;

@@ -39,7 +39,7 @@ int CountKind(const ScriptNode& node, int kind) {
 
 // Root.unit.temperature.
 class Reference : public ::testing::Test {
-protected:
+ protected:
     Reference() : unit_(root_.Add("unit")), node_(unit_.Add("temperature")) {
         node_.Set("value", "20");
     }
@@ -295,9 +295,9 @@ TEST_F(Reference, finding_the_node_again_first_gives_back_in_order) {
     }
     ASSERT_TRUE(reference->MarkStale());
     ASSERT_TRUE(reference->Rebind());
-    EXPECT_EQ((std::vector<std::string>{"temperature 0", "temperature 1", "unit 1",
-                                        "temperature 2"}),
-              given_back);
+    EXPECT_EQ(
+        (std::vector<std::string>{"temperature 0", "temperature 1", "unit 1", "temperature 2"}),
+        given_back);
 }
 
 TEST_F(Reference, structure_clients_are_called_with_kind_2) {
@@ -372,8 +372,7 @@ TEST_F(Reference, released_inside_a_callback_it_lives_until_the_round_ends) {
     const Case cases[] = {
         {"value", [](auto&, auto& node) { node.Notify(kValueChanged); }, kValueChanged},
         {"ancestor", [](auto& unit, auto&) { unit.Notify(kValueChanged); }, kValueChanged},
-        {"structure", [](auto&, auto& node) { node.Notify(kStructureChanged); },
-         kStructureChanged},
+        {"structure", [](auto&, auto& node) { node.Notify(kStructureChanged); }, kStructureChanged},
         {"deletion", [](auto&, auto& node) { node.Notify(kNodeDeleted); }, kNodeDeleted},
     };
     for (const Case& each : cases) {

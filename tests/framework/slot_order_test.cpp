@@ -22,7 +22,9 @@ int Slot(Member member) {
 
 TEST(SlotOrder, entry_has_its_31_operations_in_order) {
     int slot = 1;
-#define ROW(operation) EXPECT_SLOT(slot, FIEntry, operation); ++slot
+#define ROW(operation)                     \
+    EXPECT_SLOT(slot, FIEntry, operation); \
+    ++slot
     ROW(AddRef);
     ROW(Release);
     ROW(GetName);
@@ -73,7 +75,9 @@ TEST(SlotOrder, attribute_source_has_its_4_operations_in_order) {
 template <class Cursor>
 void ExpectPositionOperations() {
     int slot = 1;
-#define ROW(operation) EXPECT_SLOT(slot, FICursorPosition, operation); ++slot
+#define ROW(operation)                              \
+    EXPECT_SLOT(slot, FICursorPosition, operation); \
+    ++slot
     ROW(TypeId);
     ROW(AddRef);
     ROW(Release);
@@ -104,7 +108,9 @@ TEST(SlotOrder, attribute_cursor_has_its_15_operations_in_order) {
 
 TEST(SlotOrder, var_set_has_its_8_operations_in_order) {
     int slot = 1;
-#define ROW(operation) EXPECT_SLOT(slot, FIVarSet, operation); ++slot
+#define ROW(operation)                      \
+    EXPECT_SLOT(slot, FIVarSet, operation); \
+    ++slot
     ROW(SetUnit);
     ROW(GetUnit);
     ROW(SetSpecUnit);
@@ -121,7 +127,9 @@ TEST(SlotOrder, iterator_has_its_77_operations_in_order) {
     using SetText = void (It::*)(const char*, const char*);
     using SetTextValue = void (It::*)(const char*, const FIValue&);
     int slot = 1;
-#define ROW(operation) EXPECT_SLOT(slot, It, operation); ++slot
+#define ROW(operation)                \
+    EXPECT_SLOT(slot, It, operation); \
+    ++slot
     ROW(Copy);
     ROW(MakeReference);
     ROW(CanDescend);

@@ -25,7 +25,7 @@ struct Listener {
 };
 
 class TopEntry : public ::testing::Test {
-protected:
+ protected:
     TopEntry()
         : model_("model"),
           context_(Ref<FIContext>::Adopt(model_.Entry()->GetContext())),
@@ -101,7 +101,8 @@ TEST_F(TopEntry, changes_reach_kinds_1_and_2_and_deletions_kind_0) {
 
 TEST_F(TopEntry, tops_share_their_subscribers) {
     FINotify other_notify = nullptr;
-    const auto other = Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), &other_notify, nullptr));
+    const auto other =
+        Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), &other_notify, nullptr));
     Listener listener;
     ASSERT_TRUE(top_->Subscribe(&listener, kValueChanged, &Listener::Told));
     other_notify(0);

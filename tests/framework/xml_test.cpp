@@ -20,11 +20,14 @@ std::string Escaped(const std::string& text) {
 bool Parses(const std::string& xml, std::vector<std::string>* values = nullptr) {
     XML_Parser parser = XML_ParserCreate("UTF-8");
     XML_SetUserData(parser, values);
-    XML_SetStartElementHandler(parser, [](void* data, const XML_Char*, const XML_Char** attributes) {
-        auto* all = static_cast<std::vector<std::string>*>(data);
-        for (; all && *attributes; attributes += 2) all->push_back(attributes[1]);
-    });
-    const bool good = XML_Parse(parser, xml.data(), static_cast<int>(xml.size()), 1) == XML_STATUS_OK;
+    XML_SetStartElementHandler(parser,
+                               [](void* data, const XML_Char*, const XML_Char** attributes) {
+                                   auto* all = static_cast<std::vector<std::string>*>(data);
+                                   for (; all && *attributes; attributes += 2)
+                                       all->push_back(attributes[1]);
+                               });
+    const bool good =
+        XML_Parse(parser, xml.data(), static_cast<int>(xml.size()), 1) == XML_STATUS_OK;
     XML_ParserFree(parser);
     return good;
 }
@@ -42,11 +45,19 @@ TEST(XmlText, writes_what_xml_can_hold) {
         {"a&amp;b", "a&amp;amp;b"},
         {"say \"x\"", "say &quot;x&quot;"},
         {"a\tb\nc\rd", "a&#9;b&#10;c&#13;d"},
-        {"a\x01" "b\x1f" "c", "abc"},
-        {"20 \xC2\xB0" "C", "20 \xC2\xB0" "C"},
+        {"a\x01"
+         "b\x1f"
+         "c",
+         "abc"},
+        {"20 \xC2\xB0"
+         "C",
+         "20 \xC2\xB0"
+         "C"},
         {"\xE2\x82\xAC", "\xE2\x82\xAC"},
         {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"},
-        {"20 \xB0" "C", "20 ?C"},
+        {"20 \xB0"
+         "C",
+         "20 ?C"},
         {"\xC2", "?"},
         {"\xC0\xAF", "??"},
         {"\xED\xA0\x80", "???"},
@@ -71,7 +82,7 @@ TEST(XmlText, identifiers) {
 }
 
 class XmlDump : public ::testing::Test {
-protected:
+ protected:
     XmlDump() {
         ScriptNode& a = root_.Add("a <1>");
         a.Set("value", 1.5).Set("uom", "kg").Set("none", FIValue());

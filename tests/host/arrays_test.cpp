@@ -100,8 +100,8 @@ class Arrays : public testing::Test {
 TEST_F(Arrays, cursor_is_a_cursor) {
     auto context = Level(Fractions());
     auto empty = Level(Line(0, -1));
-    CheckCursorFamily(HostFamily("HVarDimsCursorBase", *context, {"Methane", "Ethane", "Propane"},
-                                 empty.Get()));
+    CheckCursorFamily(
+        HostFamily("HVarDimsCursorBase", *context, {"Methane", "Ethane", "Propane"}, empty.Get()));
     EXPECT_EQ(EmptyCursor(), context->MakeCursor(kKeyCursor));
 }
 
@@ -110,8 +110,8 @@ TEST_F(Arrays, bounds_need_not_begin_at_zero) {
         auto context = Level(Line(low, low + 1));
         const std::string first = "Elem" + std::to_string(low);
         SCOPED_TRACE("from " + first);
-        CheckCursorFamily(HostFamily("HVarDimsCursorBase", *context,
-                                     {first, "Elem" + std::to_string(low + 1)}));
+        CheckCursorFamily(
+            HostFamily("HVarDimsCursorBase", *context, {first, "Elem" + std::to_string(low + 1)}));
     }
 }
 
@@ -617,28 +617,28 @@ TEST_F(Arrays, switches_are_written_on_elements) {
 TEST_F(Arrays, host_paths_name_elements) {
     auto context = Level(Fractions());
     ExpectKeys(*context, {
-        {"(Ethane)", "Ethane|"},
-        {"(Ethane)/:x", "Ethane|:x"},
-        {"(Ethane):x", "Ethane|:x"},
-        {"(Ethane)//x", "Ethane|/x"},
-        {"(Elem2)", "Propane|"},
-        {"(Butane)", "(NULL)|(Butane)"},
-        {"(Ethane", "(NULL)|(Ethane"},
-        {"()", "(NULL)|()"},
-        {"1", "Ethane|"},
-        {"1.x", "Ethane|x"},
-        {"1/x", "Ethane|x"},
-        {"1//x", "Ethane|/x"},
-        {"1:x", "Ethane|:x"},
-        {"1/:Name.0", "Ethane|"},
-        {"1.:Name.0/more", "Ethane|"},
-        {"1#7", "Ethane|"},
-        {"1.#7", "Ethane|"},
-        {"12", "(NULL)|12"},
-        {"-1", "(NULL)|-1"},
-        {"x", "(NULL)|x"},
-        {"", "(NULL)|"},
-    });
+                             {"(Ethane)", "Ethane|"},
+                             {"(Ethane)/:x", "Ethane|:x"},
+                             {"(Ethane):x", "Ethane|:x"},
+                             {"(Ethane)//x", "Ethane|/x"},
+                             {"(Elem2)", "Propane|"},
+                             {"(Butane)", "(NULL)|(Butane)"},
+                             {"(Ethane", "(NULL)|(Ethane"},
+                             {"()", "(NULL)|()"},
+                             {"1", "Ethane|"},
+                             {"1.x", "Ethane|x"},
+                             {"1/x", "Ethane|x"},
+                             {"1//x", "Ethane|/x"},
+                             {"1:x", "Ethane|:x"},
+                             {"1/:Name.0", "Ethane|"},
+                             {"1.:Name.0/more", "Ethane|"},
+                             {"1#7", "Ethane|"},
+                             {"1.#7", "Ethane|"},
+                             {"12", "(NULL)|12"},
+                             {"-1", "(NULL)|-1"},
+                             {"x", "(NULL)|x"},
+                             {"", "(NULL)|"},
+                         });
     FIValue key("left over");
     const char* rest = "left over";
     context->GetKeyValue(nullptr, key, &rest);

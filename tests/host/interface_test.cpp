@@ -109,7 +109,8 @@ TEST(HostDescription, offsets_fill_the_brackets_of_the_copy_alone) {
     EXPECT_EQ("A.1/:Double.501.[].[]", element.GetMoniker().Str());
     EXPECT_EQ("A.1/:Double.501.[].[]", array.GetFilledMoniker().Str());
     element.SetOffset(3, 1, false);
-    EXPECT_EQ("A.1/:Double.501.7.8", element.GetFilledMoniker().Str()) << "three dimensions at most";
+    EXPECT_EQ("A.1/:Double.501.7.8", element.GetFilledMoniker().Str())
+        << "three dimensions at most";
     EXPECT_EQ(8, element.GetVariablePart()->Offset(1));
     EXPECT_EQ(6, element.GetVariablePart()->ReplacedOffset(1));
     EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->Offset(0));

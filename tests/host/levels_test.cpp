@@ -337,23 +337,24 @@ TEST_F(Levels, attachments_switch_goes_down_to_new_nodes) {
 
 TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
     auto of_case = Ref<FIContext>::Adopt(AppModel()->GetContext());
-    ExpectKeys(*of_case, {
-        {"/FlowSht.1/StreamObject.400(Feed)", "FlowSheetObjects|StreamObject.400(Feed)"},
-        {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
-        {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
-        {"/ProcessDataTable.300(T1)/x", "DataBook|(T1)/x"},
-        {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
-        {"FlowSht.1/", "(NULL)|FlowSht.1/"},
-        {"", "(NULL)|"},
-    });
+    ExpectKeys(*of_case,
+               {
+                   {"/FlowSht.1/StreamObject.400(Feed)", "FlowSheetObjects|StreamObject.400(Feed)"},
+                   {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
+                   {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
+                   {"/ProcessDataTable.300(T1)/x", "DataBook|(T1)/x"},
+                   {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
+                   {"FlowSht.1/", "(NULL)|FlowSht.1/"},
+                   {"", "(NULL)|"},
+               });
     auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
     ExpectKeys(*of_flowsheet, {
-        {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
-        {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
-        {"Utility.300(Env)", "Utilities|(Env)"},
-        {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
-        {"Solver.400", "(NULL)|Solver.400"},
-    });
+                                  {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
+                                  {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
+                                  {"Utility.300(Env)", "Utilities|(Env)"},
+                                  {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
+                                  {"Solver.400", "(NULL)|Solver.400"},
+                              });
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
@@ -402,9 +403,9 @@ TEST_F(Levels, a_host_path_opens_nodes_whose_names_need_quotes) {
         ASSERT_TRUE(opened) << moniker;
         FIValue out;
         opened->GetPath(out);
-        EXPECT_EQ(std::string("Top.appModel.FlowSheetObjects.Streams.\"Feed.1 (wet)\".") +
-                      each.path,
-                  Shown(out));
+        EXPECT_EQ(
+            std::string("Top.appModel.FlowSheetObjects.Streams.\"Feed.1 (wet)\".") + each.path,
+            Shown(out));
         opened->GetAttribute(FIValue("value"), out);
         EXPECT_EQ(each.value, Shown(out));
     }

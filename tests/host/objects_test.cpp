@@ -43,8 +43,8 @@ TEST_F(Objects, cursors_are_cursors) {
     }
     auto streams = List(HFSOContext::kStreams);
     auto no_streams = Empty(HFSOContext::kStreams);
-    CheckCursorFamily(HostListFamily("HFSOCursorBase streams", *streams, {"S1", "S2", "S3"},
-                                     no_streams.Get()));
+    CheckCursorFamily(
+        HostListFamily("HFSOCursorBase streams", *streams, {"S1", "S2", "S3"}, no_streams.Get()));
     auto operations = List(HFSOContext::kUnitOps);
     auto no_operations = Empty(HFSOContext::kUnitOps);
     CheckCursorFamily(HostListFamily("HFSOCursorBase operations", *operations,
@@ -502,21 +502,21 @@ TEST_F(Objects, host_paths_name_objects) {
     auto& column = host.main.Add("T-100", host.template_op);
     auto streams = List(HFSOContext::kStreams);
     ExpectKeys(*streams, {
-        {"(Feed/:Double.1", "Feed|:Double.1"},
-        {"Feed:Double.1", "Feed|Double.1"},
-        {"(Feed 2/x", "Feed 2|x"},
-        {"(Feed)/x", "Feed|x"},
-        {"(Feed):Double.1", "Feed|Double.1"},
-        {"(Feed 2)//x", "Feed 2|/x"},
-        {"(Feed))/x", "(NULL)|(Feed))/x"},
-        {"(Feed)", "(NULL)|(Feed)"},
-        {"Feed)/x", "(NULL)|Feed)/x"},
-        {"Feed.x", "(NULL)|Feed.x"},
-        {"(feed/x", "(NULL)|(feed/x"},
-        {"(Feed 3/x", "(NULL)|(Feed 3/x"},
-        {"", "(NULL)|"},
-        {"(", "(NULL)|("},
-    });
+                             {"(Feed/:Double.1", "Feed|:Double.1"},
+                             {"Feed:Double.1", "Feed|Double.1"},
+                             {"(Feed 2/x", "Feed 2|x"},
+                             {"(Feed)/x", "Feed|x"},
+                             {"(Feed):Double.1", "Feed|Double.1"},
+                             {"(Feed 2)//x", "Feed 2|/x"},
+                             {"(Feed))/x", "(NULL)|(Feed))/x"},
+                             {"(Feed)", "(NULL)|(Feed)"},
+                             {"Feed)/x", "(NULL)|Feed)/x"},
+                             {"Feed.x", "(NULL)|Feed.x"},
+                             {"(feed/x", "(NULL)|(feed/x"},
+                             {"(Feed 3/x", "(NULL)|(Feed 3/x"},
+                             {"", "(NULL)|"},
+                             {"(", "(NULL)|("},
+                         });
     auto operations = List(HFSOContext::kUnitOps);
     EXPECT_EQ("T-100|FlowSht.1/x", KeyAndRest(*operations, "(T-100/FlowSht.1/x"));
     scripted::FlowSheet inner;

@@ -17,7 +17,7 @@ std::string PathOf(FIIterator& it) {
 
 // Root: three streams, a unit with vessels, a node without children.
 class PathEvaluation : public ::testing::Test {
-protected:
+ protected:
     PathEvaluation() {
         for (int i = 0; i < 3; ++i) {
             ScriptNode& stream = root_.Add("Feed");
@@ -169,8 +169,8 @@ TEST_F(PathEvaluation, names_and_counts_resolve_as_written_or_by_variable) {
     };
     it_->SetVarText("v", FIValue::OfReal(2.5));
     const Case cases[] = {
-        {"a#3", "a", 3},      {"a", "a", -1},        {"%v#%v", "2.5", 2},
-        {"%w#%w", nullptr, -1}, {"'\"VLLE\"", "VLLE", -1}, {"", "", -1},
+        {"a#3", "a", 3},           {"a", "a", -1}, {"%v#%v", "2.5", 2}, {"%w#%w", nullptr, -1},
+        {"'\"VLLE\"", "VLLE", -1}, {"", "", -1},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.path);
@@ -232,11 +232,21 @@ TEST_F(PathEvaluation, clauses_compare_the_attribute_with_the_text) {
         bool holds;
     };
     const Case cases[] = {
-        {"[(real)=1]", true},      {"[(real)=\"1.00\"]", true}, {"[(text)=1]", false},
-        {"[(text)=\"1.0\"]", true}, {"[(word)=abc]", false},     {"[(word)=Abc]", true},
-        {"[(null)=x]", false},     {"[(null)]", false},         {"[(real)]", true},
-        {"[child]", true},         {"[child=1]", false},        {"[(absent)=x]", false},
-        {"[=5]", true},            {"[=6]", false},             {"[child(value)]", false},
+        {"[(real)=1]", true},
+        {"[(real)=\"1.00\"]", true},
+        {"[(text)=1]", false},
+        {"[(text)=\"1.0\"]", true},
+        {"[(word)=abc]", false},
+        {"[(word)=Abc]", true},
+        {"[(null)=x]", false},
+        {"[(null)]", false},
+        {"[(real)]", true},
+        {"[child]", true},
+        {"[child=1]", false},
+        {"[(absent)=x]", false},
+        {"[=5]", true},
+        {"[=6]", false},
+        {"[child(value)]", false},
     };
     ASSERT_TRUE(it_->SeekChild("values"));
     for (const Case& each : cases) {
@@ -261,12 +271,12 @@ TEST_F(PathEvaluation, filters_go_from_left_to_right_and_stop_at_a_true_or) {
     };
     // The attribute t exists, f and g don't.
     const Case cases[] = {
-        {"[(t)]|[(f)]", true, "t"},           {"[(f)]|[(t)]", true, "ft"},
-        {"[(t)]&[(f)]", false, "tf"},         {"[(f)]&[(t)]", false, "f"},
-        {"[(f)][(t)]", false, "f"},           {"[(t)]|[(f)]&[(g)]", true, "t"},
-        {"[(f)]|[(t)]&[(g)]", false, "ftg"},  {"[(f)]&[(t)]|[(t)]", true, "ft"},
-        {"[(f)]|[(g)]", false, "fg"},         {"[(t)]![(f)]", true, "tf"},
-        {"[(t)]![(t)]", false, "tt"},         {"[(f)]|![(g)]", true, "fg"},
+        {"[(t)]|[(f)]", true, "t"},          {"[(f)]|[(t)]", true, "ft"},
+        {"[(t)]&[(f)]", false, "tf"},        {"[(f)]&[(t)]", false, "f"},
+        {"[(f)][(t)]", false, "f"},          {"[(t)]|[(f)]&[(g)]", true, "t"},
+        {"[(f)]|[(t)]&[(g)]", false, "ftg"}, {"[(f)]&[(t)]|[(t)]", true, "ft"},
+        {"[(f)]|[(g)]", false, "fg"},        {"[(t)]![(f)]", true, "tf"},
+        {"[(t)]![(t)]", false, "tt"},        {"[(f)]|![(g)]", true, "fg"},
         {"[(t)]&![(f)]&[(t)]", true, "tft"},
     };
     ASSERT_TRUE(it_->SeekChild("flags"));
@@ -334,12 +344,8 @@ TEST_F(PathEvaluation, next_match_goes_on_among_the_siblings) {
         std::vector<int> ranks;
     };
     const Case cases[] = {
-        {"Feed", {1, 2}},
-        {"*[(rank)]", {1, 2}},
-        {"Feed[State=liquid]", {2}},
-        {"*[State=gas]", {1}},
-        {"Feed#1", {}},
-        {"", {}},
+        {"Feed", {1, 2}},      {"*[(rank)]", {1, 2}}, {"Feed[State=liquid]", {2}},
+        {"*[State=gas]", {1}}, {"Feed#1", {}},        {"", {}},
         {"%missing", {}},
     };
     for (const Case& each : cases) {

@@ -17,7 +17,9 @@ namespace {
 
 using Random = std::mt19937;
 
-int Pick(Random& random, int count) { return static_cast<int>(random() % count); }
+int Pick(Random& random, int count) {
+    return static_cast<int>(random() % count);
+}
 
 const char* PickName(Random& random) {
     static const char* const names[] = {"a", "b", "c", "d e"};
@@ -27,10 +29,17 @@ const char* PickName(Random& random) {
 void Grow(ScriptNode& node, Random& random, int levels, int& serial) {
     node.Set("serial", serial++);
     switch (Pick(random, 4)) {
-        case 0: node.Set("value", Pick(random, 3)); break;
-        case 1: node.Set("value", 0.5 * Pick(random, 4)); break;
-        case 2: node.Set("value", PickName(random)); break;
-        default: break;
+        case 0:
+            node.Set("value", Pick(random, 3));
+            break;
+        case 1:
+            node.Set("value", 0.5 * Pick(random, 4));
+            break;
+        case 2:
+            node.Set("value", PickName(random));
+            break;
+        default:
+            break;
     }
     if (Pick(random, 2)) node.Set("mark", Pick(random, 2));
     if (levels == 0) return;
@@ -75,7 +84,7 @@ std::string RandomPath(Random& random, int levels) {
 }
 
 class Evaluator {
-public:
+ public:
     explicit Evaluator(std::map<std::string, FIValue> variables)
         : variables_(std::move(variables)) {}
 
@@ -85,7 +94,7 @@ public:
         return Walk(*reached, *step.next);
     }
 
-private:
+ private:
     std::optional<FIValue> Variable(const std::string& name) const {
         const auto found = variables_.find(name);
         if (found == variables_.end()) return std::nullopt;

@@ -85,8 +85,7 @@ inline CursorFamily HostFamily(const char* name, FIContext& context, std::vector
 
 // One that walks a list of the host's: off the list it goes back to the first.
 inline CursorFamily HostListFamily(const char* name, FIContext& context,
-                                   std::vector<std::string> keys,
-                                   FIContext* empty = nullptr) {
+                                   std::vector<std::string> keys, FIContext* empty = nullptr) {
     CursorFamily family = HostFamily(name, context, std::move(keys), empty);
     const int last = family.Count() - 1;
     family.past_end = family.off_last = family.back_again = SeekOutcome{false, 0};
@@ -99,7 +98,7 @@ namespace cursor_harness {
 
 // A cursor class of its own, with which no other compares.
 class ForeignCursor final : public CountedFromZero<FICursorBase> {
-public:
+ public:
     const void* TypeId() const override {
         static const char type_id = 0;
         return &type_id;

@@ -82,9 +82,7 @@ class Type final : public host::ObjectTypeInfo {
  public:
     // Shown as "a" and the class name, so that neither passes for the other.
     Type(const char* class_name, const Type* base)
-        : class_name_(class_name),
-          display_name_(std::string("a ") + class_name),
-          base_(base) {}
+        : class_name_(class_name), display_name_(std::string("a ") + class_name), base_(base) {}
     bool IsA(const host::ObjectTypeInfo* other) const override {
         return this == other || (base_ && base_->IsA(other));
     }

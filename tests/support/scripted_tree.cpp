@@ -10,7 +10,7 @@ namespace {
 Ref<FIEntry> MakeEntry(ScriptNode& node);
 
 class ScriptCursor final : public FICursorBase {
-public:
+ public:
     explicit ScriptCursor(ScriptNode& node, std::vector<ScriptNode*>& list, int index = 0)
         : node_(node), list_(list), index_(index) {
         Remember();
@@ -60,7 +60,7 @@ public:
     }
     bool IsHidden() override { return element_ && element_->hidden_key; }
 
-private:
+ private:
     static const FIValue& KeyOf(const ScriptNode& node) {
         return node.key.IsNull() ? node.name : node.key;
     }
@@ -84,7 +84,7 @@ private:
 };
 
 class ScriptContext final : public CountedFromZero<FIContext> {
-public:
+ public:
     explicit ScriptContext(ScriptNode& node) : node_(node) {}
     FICursorBase* MakeCursor(int kind) override {
         if (kind == kKeyCursor) {
@@ -100,14 +100,14 @@ public:
         }
     }
 
-private:
+ private:
     ScriptNode& node_;
 };
 
 class ScriptEntry;
 
 class ScriptAttributeCursor final : public FIAttributeCursorBase {
-public:
+ public:
     explicit ScriptAttributeCursor(ScriptNode& node, const Ref<FIEntry>& owner)
         : node_(node), owner_(owner) {}
     const void* TypeId() const override {
@@ -138,7 +138,7 @@ public:
     FIVarSet* GetVarSet() override { return owner_->GetVarSet(); }
     void SetVarSet(FIVarSet* vars) override { owner_->SetVarSet(vars); }
 
-private:
+ private:
     ScriptNode& node_;
     Ref<FIEntry> owner_;
     int index_ = 0;
@@ -146,7 +146,7 @@ private:
 };
 
 class ScriptEntry final : public FIEntry, public FIAttributeSource {
-public:
+ public:
     explicit ScriptEntry(ScriptNode& node) : node_(node) {}
     int AddRef() override { return ++references_; }
     int Release() override {
@@ -212,12 +212,14 @@ public:
     }
     void BeginBatch() override { node_.log.push_back("batch"); }
 
-private:
+ private:
     ScriptNode& node_;
     int references_ = 0;
 };
 
-Ref<FIEntry> MakeEntry(ScriptNode& node) { return Ref<FIEntry>::Share(new ScriptEntry(node)); }
+Ref<FIEntry> MakeEntry(ScriptNode& node) {
+    return Ref<FIEntry>::Share(new ScriptEntry(node));
+}
 
 }  // namespace
 
@@ -243,7 +245,9 @@ ScriptNode& ScriptNode::Set(const std::string& attribute, const FIValue& value) 
     return *this;
 }
 
-Ref<FIEntry> ScriptNode::Entry() { return MakeEntry(*this); }
+Ref<FIEntry> ScriptNode::Entry() {
+    return MakeEntry(*this);
+}
 
 Ref<FIIterator> ScriptNode::Iterate(bool history) {
     return Ref<FIIterator>::Adopt(new FIIterator(Entry().Get(), history));

@@ -1,8 +1,8 @@
 #pragma once
 
 // A scripted tree of entries for tests: nodes that are written down in the test, shared by as many
-// parents as wanted, so that graphs with cycles can be made, and changed while entries stand on them.
-// Keys of cursors are the names unless a node says otherwise.
+// parents as wanted, so that graphs with cycles can be made, and changed while entries stand on
+// them. Keys of cursors are the names unless a node says otherwise.
 //
 //     ScriptNode root("Root");
 //     ScriptNode& feed = root.Add("Feed");
@@ -29,7 +29,7 @@ inline FIValue Text(const std::string& text) {
 }
 
 class ScriptNode {
-public:
+ public:
     struct Subscription {
         void* owner;
         int kind;
@@ -87,6 +87,6 @@ public:
     // Turns the beginning of a path in a host's notation into a key.
     std::function<void(const char* path, FIValue& out, const char** rest)> key_value;
 
-private:
+ private:
     std::vector<std::unique_ptr<ScriptNode>> owned_;
 };

@@ -38,9 +38,9 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitRow{"*[a.b].c", "*|[a.b] / c"},
                     SplitRow{"*[a=\"]\"].c", "*|[a=\"]\"] / c"},
                     SplitRow{R"(*[[(type)="T"]["A B"=C]].D)", R"(*|[[(type)="T"]["A B"=C]] / D)"},
-                    SplitRow{"a[x]|![y]&[z].b", "a|[x]|![y]&[z] / b"}, SplitRow{"a(b).c", "a|=b / c"},
-                    SplitRow{"a.(type)", "a / |(type)"}, SplitRow{R"(a("b c"))", "a|(b c)"},
-                    SplitRow{"a#1[x](y)", "a|#1|[x]|(y)"},
+                    SplitRow{"a[x]|![y]&[z].b", "a|[x]|![y]&[z] / b"},
+                    SplitRow{"a(b).c", "a|=b / c"}, SplitRow{"a.(type)", "a / |(type)"},
+                    SplitRow{R"(a("b c"))", "a|(b c)"}, SplitRow{"a#1[x](y)", "a|#1|[x]|(y)"},
                     SplitRow{R"(a("b.c").d(e))", "a|=b.c / d|(e)"}, SplitRow{"a(b).", "a|(b)"}));
 
 struct StepRow {

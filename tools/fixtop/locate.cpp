@@ -17,8 +17,8 @@ NodeRef OpenHostPath(FIIteratorBase& start, const std::string& path) {
     return NodeRef::Adopt(start.OpenAttribute(FIValue(path.c_str())));
 }
 
-// The attribute in which the path ends that led down to the node. Parentheses behind a node that has
-// no key end a path, whatever follows them.
+// The attribute in which the path ends that led down to the node. Parentheses behind a node that
+// has no key end a path, whatever follows them.
 std::string AttributeAt(FIIteratorBase& node, int levels, const std::string& path) {
     const std::vector<StepText> steps = SplitPath(path);
     const std::string key = KeyOf(node);

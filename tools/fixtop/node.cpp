@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr std::array kVariableTypes = {"Real",    "String",     "Attachment",
-                                       "Message", "Integer",    "Boolean"};
+constexpr std::array kVariableTypes = {"Real",    "String",  "Attachment",
+                                       "Message", "Integer", "Boolean"};
 // Of the neutral view, with the name of the class or enumeration behind it.
 constexpr char kObjectType[] = "Object(";
 constexpr char kEnumerationType[] = "Enumeration(";
@@ -45,7 +45,9 @@ bool HasChild(FIIteratorBase& parent, const std::string& name) {
 
 ChildPlace PlaceOf(FIIteratorBase& parent, std::string shown, int index,
                    std::map<std::string, int>& seen) {
-    ChildPlace place{std::move(shown), 0, index};
+    ChildPlace place;
+    place.name = std::move(shown);
+    place.index = index;
     place.repeat = seen[place.name]++;
     if (place.name.find('&') == std::string::npos || HasChild(parent, place.name)) return place;
     const std::string name = WithoutEntities(place.name);

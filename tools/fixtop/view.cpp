@@ -75,9 +75,8 @@ void AddLibrary(CLI::App& app, ViewOptions& view) {
 }
 
 Ref<FIEntry> OpenNeutral(FIEntry& top, const ViewOptions& view, std::string& problem) {
-    return Open("the neutral view", view, problem, [&](const FixtopModelFiles& files) {
-        return FixtopOpenModel(&top, &files);
-    });
+    return Open("the neutral view", view, problem,
+                [&](const FixtopModelFiles& files) { return FixtopOpenModel(&top, &files); });
 }
 
 Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem) {

@@ -1,8 +1,8 @@
 #pragma once
 
-// The neutral view on the command line: its options, and how it is opened. The messages of the module
-// about library, map and units go to a log file where one is asked for, and are told when the view
-// can't be opened.
+// The neutral view on the command line: its options, and how it is opened. The messages of the
+// module about library, map and units go to a log file where one is asked for, and are told when
+// the view can't be opened.
 
 #include <string>
 

@@ -43,7 +43,7 @@ struct WordRow {
     const char* name;
     const char* summary;
     const char* details;  // below the options in the help
-    View view;  // of the case that it takes; kNone when it takes none
+    View view;            // of the case that it takes; kNone when it takes none
     Place place;
     std::unique_ptr<Word> (*make)();
 };

@@ -1,8 +1,8 @@
 #pragma once
 
-// CaseData: a case as plain data. Readers of files make one, the live case is built from one and can
-// be turned back into one, writers of files take one. Nothing here refers to live objects: objects
-// name each other by path.
+// CaseData: a case as plain data. Readers of files make one, the live case is built from one and
+// can be turned back into one, writers of files take one. Nothing here refers to live objects:
+// objects name each other by path.
 //
 // Units: every number is in the internal unit of its quantity (units.h): C, kPa, kgmole/h, kg/h,
 // kJ/h, m2, m3, kg/m3, kJ/kgmole, kJ/kg, percent, seconds and so on; fractions are 0 to 1.
@@ -19,7 +19,13 @@ inline constexpr double kEmpty = -32767.0;
 
 enum class ValueKind { real = 1, enumeration = 2, text = 3, attachment = 4, message = 5 };
 
-enum class VariableState { calculated = 0, specified = 1, defaulted = 2, specified_otherwise = 3, missing = 4 };
+enum class VariableState {
+    calculated = 0,
+    specified = 1,
+    defaulted = 2,
+    specified_otherwise = 3,
+    missing = 4
+};
 
 enum class ObjectStatus { ok = 0, not_solved = 1, warning = 2, under_specified = 3, error = 4 };
 
@@ -37,11 +43,11 @@ struct DimensionData {
 
 // What all variables of one name in objects of one shape share. Immutable once shared.
 struct VariableSpec {
-    std::string name;      // display name, "Molar Flow"
+    std::string name;  // display name, "Molar Flow"
     ValueKind kind = ValueKind::real;
-    std::string quantity;  // unit type such as "Temperature", "MolarFlow"; empty: no unit
-    int number = 0;        // the variable's number inside its object; 0: the case gives one
-    int variable_type = 0; // the host's variable type; 9 to 14 are compositions; 0: by quantity
+    std::string quantity;   // unit type such as "Temperature", "MolarFlow"; empty: no unit
+    int number = 0;         // the variable's number inside its object; 0: the case gives one
+    int variable_type = 0;  // the host's variable type; 9 to 14 are compositions; 0: by quantity
     std::vector<DimensionData> dimensions;  // none for a scalar, at most three
     std::vector<std::string> options;       // names of an enumeration by ordinal
     double minimum = kEmpty;
@@ -87,11 +93,12 @@ struct FlowsheetData;
 
 struct ObjectData {
     std::string name;
-    std::string type;  // type word: "MaterialStreamObject", "CompressorObject", or a file's own class word
+    std::string
+        type;  // type word: "MaterialStreamObject", "CompressorObject", or a file's own class word
     std::vector<VariableData> variables;
     std::vector<PortData> ports;  // unit operations only
     ObjectStatus status = ObjectStatus::ok;
-    std::string status_text;      // what a file says about a status other than ok
+    std::string status_text;                       // what a file says about a status other than ok
     std::shared_ptr<FlowsheetData> sub_flowsheet;  // template operations only
 };
 
@@ -103,12 +110,12 @@ struct FlowsheetData {
 struct CompoundData {
     std::string name;
     std::string formula;
-    double molar_mass = kEmpty;            // kg/kgmole
+    double molar_mass = kEmpty;  // kg/kgmole
     double critical_temperature_K = kEmpty;
     double critical_pressure_kPa = kEmpty;
     double acentric_factor = kEmpty;
     double normal_boiling_point_K = kEmpty;
-    double liquid_molar_volume = kEmpty;   // m3/kgmole
+    double liquid_molar_volume = kEmpty;  // m3/kgmole
     std::vector<double> cp;
     // Everything else that a file told, by the file's name for it, in the file's units.
     std::map<std::string, std::string> other;
@@ -131,35 +138,35 @@ struct BasisElement {
 
     std::string tag;  // siblings may have one tag
     Kind kind = Kind::text;
-    std::string text;         // text, document, custom; path of an object
-    double number = kEmpty;   // number, custom, variable
-    std::string quantity;     // unit type of a number or variable; empty: no unit
+    std::string text;        // text, document, custom; path of an object
+    double number = kEmpty;  // number, custom, variable
+    std::string quantity;    // unit type of a number or variable; empty: no unit
     VariableState state = VariableState::missing;  // variable: specified, calculated or missing
-    bool adjustable = false;  // variable
-    bool fixed = false;       // variable that clients can't specify
-    std::vector<BasisElement> elements;  // group
-    std::vector<BasisColumn> columns;    // table
+    bool adjustable = false;                       // variable
+    bool fixed = false;                            // variable that clients can't specify
+    std::vector<BasisElement> elements;            // group
+    std::vector<BasisColumn> columns;              // table
 
     bool operator==(const BasisElement&) const = default;
 };
 
 struct CaseData {
     std::string name;
-    std::string title;         // free text
-    std::string source;        // "own" or the kind of file that it was recorded in
-    bool recorded = false;     // true: values are a recording and can't be computed again
+    std::string title;      // free text
+    std::string source;     // "own" or the kind of file that it was recorded in
+    bool recorded = false;  // true: values are a recording and can't be computed again
     bool dynamic = false;
-    bool online = true;        // connected: has published variables and tells of changes
+    bool online = true;  // connected: has published variables and tells of changes
     unsigned unit_set = 0;
-    int solve_turns = 3;       // turns of the host's loop that one solve takes
+    int solve_turns = 3;  // turns of the host's loop that one solve takes
     std::string property_package;
     std::vector<CompoundData> compounds;
-    std::vector<BasisElement> basis;      // shown after the package and the compounds
+    std::vector<BasisElement> basis;  // shown after the package and the compounds
     FlowsheetData main;
-    std::vector<ObjectData> utilities;    // at case level
+    std::vector<ObjectData> utilities;  // at case level
     std::vector<ObjectData> data_tables;
     std::vector<ObjectData> reactions;
-    std::vector<ObjectData> published;    // real-time variables, one variable "Value" each
+    std::vector<ObjectData> published;  // real-time variables, one variable "Value" each
 };
 
 // What went wrong while a file was read or written. `where` is file, and line or path in it.
@@ -172,8 +179,8 @@ struct CaseProblem {
 
 // A file's content or the problems that kept it from being read.
 struct ReadResult {
-    std::unique_ptr<CaseData> data;       // null when reading failed
-    std::vector<CaseProblem> problems;    // errors when data is null, else remarks
+    std::unique_ptr<CaseData> data;     // null when reading failed
+    std::vector<CaseProblem> problems;  // errors when data is null, else remarks
 };
 
 }  // namespace casehost

@@ -5,14 +5,14 @@
 
 namespace casehost::names {
 
-inline constexpr char kTemperature[] = "Temperature";                // C
-inline constexpr char kPressure[] = "Pressure";                      // kPa
-inline constexpr char kMolarFlow[] = "Molar Flow";                   // kgmole/h
-inline constexpr char kMassFlow[] = "Mass Flow";                     // kg/h
+inline constexpr char kTemperature[] = "Temperature";  // C
+inline constexpr char kPressure[] = "Pressure";        // kPa
+inline constexpr char kMolarFlow[] = "Molar Flow";     // kgmole/h
+inline constexpr char kMassFlow[] = "Mass Flow";       // kg/h
 inline constexpr char kVapourFraction[] = "Vapour Fraction";
-inline constexpr char kCompMoleFrac[] = "Comp Mole Frac";            // array by compound
-inline constexpr char kPhaseCompMoleFrac[] = "Phase Comp Mole Frac"; // array by phase and compound
-inline constexpr char kMolarEnthalpy[] = "Molar Enthalpy";           // kJ/kgmole
-inline constexpr char kHeatFlow[] = "Heat Flow";                     // kJ/h
+inline constexpr char kCompMoleFrac[] = "Comp Mole Frac";             // array by compound
+inline constexpr char kPhaseCompMoleFrac[] = "Phase Comp Mole Frac";  // array by phase and compound
+inline constexpr char kMolarEnthalpy[] = "Molar Enthalpy";            // kJ/kgmole
+inline constexpr char kHeatFlow[] = "Heat Flow";                      // kJ/h
 
 }  // namespace casehost::names

@@ -1,7 +1,7 @@
 #pragma once
 
-// The quantities and units that the case host knows. Numbers inside a case are always in the internal
-// unit of their quantity, the first of its list.
+// The quantities and units that the case host knows. Numbers inside a case are always in the
+// internal unit of their quantity, the first of its list.
 
 #include <string_view>
 #include <vector>
@@ -11,13 +11,13 @@
 namespace casehost {
 
 struct Quantity {
-    const char* name;                        // "Temperature", "MolarFlow"
-    host::VarType type;                      // 1 and up, never 65
-    std::vector<host::UnitRecord> units;     // internal unit first; internal = user * factor + offset
-    std::vector<const char*> defaults;       // default unit in each unit set
+    const char* name;                     // "Temperature", "MolarFlow"
+    host::VarType type;                   // 1 and up, never 65
+    std::vector<host::UnitRecord> units;  // internal unit first; internal = user * factor + offset
+    std::vector<const char*> defaults;    // default unit in each unit set
 };
 
-inline constexpr unsigned kUnitSets = 3;     // 0 process, 1 SI, 2 field
+inline constexpr unsigned kUnitSets = 3;  // 0 process, 1 SI, 2 field
 
 const std::vector<Quantity>& Quantities();
 // Null for an unknown name or type.

@@ -11,7 +11,7 @@ namespace host {
 // `spare` is the count of unused places behind the last element.
 template <class T>
 class GrowableArray {
-public:
+ public:
     GrowableArray() = default;
     GrowableArray(const GrowableArray& other) {
         for (int i = 0; i < other.size_; ++i) Append(other.data_[i]);
@@ -40,9 +40,10 @@ public:
         size_ = spare_ = 0;
     }
 
-private:
+ private:
     void Grow() {
-        T* bigger = static_cast<T*>(InstalledServices()->IFace_malloc(sizeof(T) * (size_ + grow_step_)));
+        T* bigger =
+            static_cast<T*>(InstalledServices()->IFace_malloc(sizeof(T) * (size_ + grow_step_)));
         for (int i = 0; i < size_; ++i) {
             new (bigger + i) T(data_[i]);
             data_[i].~T();
@@ -59,12 +60,12 @@ private:
 };
 
 class ArraySetBlock {
-public:
+ public:
     // As converted by the adapter: names and one column of texts each.
     GrowableArray<Text> names;
     GrowableArray<GrowableArray<Text>> columns;
-    // As filled by the host: one number column for each name but "Attachment", one object column for
-    // each "Attachment", both in the order of the names.
+    // As filled by the host: one number column for each name but "Attachment", one object column
+    // for each "Attachment", both in the order of the names.
     GrowableArray<Text> source_names;
     GrowableArray<GrowableArray<double>> source_numbers;
     GrowableArray<GrowableArray<Viewable*>> source_objects;

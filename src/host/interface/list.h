@@ -13,7 +13,7 @@ struct ListHolder {
 
 // A list of host elements in the host's own order.
 class LinkedList {
-public:
+ public:
     // First, last and neighbouring holders; null off the list. A holder passed in is one that the
     // list answered since its Revision last changed.
     virtual const ListHolder* FirstHolder() const = 0;
@@ -28,14 +28,14 @@ public:
     // adapter then builds no index over the list and walks it every time.
     virtual std::uint64_t Revision() const { return 0; }
 
-protected:
+ protected:
     ~LinkedList() = default;
 };
 
 // A position in a list. It does not own the list; after the list's Revision has changed, only
 // Reset and Last may be called.
 class LinkedListIterator {
-public:
+ public:
     LinkedListIterator() = default;
     explicit LinkedListIterator(const LinkedList* list) : list_(list) {}
 
@@ -53,7 +53,7 @@ public:
     void* EntryAt(unsigned index) const { return list_ ? list_->EntryAt(index) : nullptr; }
     const LinkedList* List() const { return list_; }
 
-private:
+ private:
     void* Stand(const ListHolder* holder) {
         holder_ = holder;
         return holder ? holder->element : nullptr;
@@ -66,7 +66,7 @@ private:
 // The same with the element's type known.
 template <class Element>
 class TypedListIterator : public LinkedListIterator {
-public:
+ public:
     using LinkedListIterator::LinkedListIterator;
     Element* Reset() { return static_cast<Element*>(LinkedListIterator::Reset()); }
     Element* Last() { return static_cast<Element*>(LinkedListIterator::Last()); }

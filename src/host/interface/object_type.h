@@ -7,14 +7,14 @@
 namespace host {
 
 class ObjectTypeInfo {
-public:
+ public:
     // True for the class itself and for its subclasses.
     virtual bool IsA(const ObjectTypeInfo* other) const = 0;
     // The word that clients see as `type`, such as "MaterialStreamObject".
     virtual const Text& DisplayName() const = 0;
     virtual const Text& ClassName() const = 0;
 
-protected:
+ protected:
     ~ObjectTypeInfo() = default;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// HostServices: the host's free functions as one object that the host installs. Everything else that
-// the module needs of a simulator hangs on the objects that these functions hand out.
+// HostServices: the host's free functions as one object that the host installs. Everything else
+// that the module needs of a simulator hangs on the objects that these functions hand out.
 //
 // Threads: every call comes on the thread that runs the simulation.
 // Ownership: pointers that are handed out belong to the host unless a comment says otherwise.
@@ -28,7 +28,7 @@ struct ObjectTypeRecords {
 };
 
 class HostServices {
-public:
+ public:
     // Units. Records and names live as long as the host.
 
     // Index of the active case's unit set; 0 when none is open.
@@ -37,7 +37,8 @@ public:
     virtual const UnitRecord* def_unit(VarType type, unsigned set) = 0;
     // Unit by name within a unit type; null when the type has no such unit.
     virtual const UnitRecord* findunit(const char* name, VarType type) = 0;
-    // User unit to internal unit, and back. The empty real stays empty; without a unit nothing changes.
+    // User unit to internal unit, and back. The empty real stays empty; without a unit nothing
+    // changes.
     virtual double calc_unit(double value, const UnitRecord* unit) = 0;
     virtual double calc_ounit(double value, const UnitRecord* unit) = 0;
     // Name of a unit type, such as "Temperature"; empty for a type without units, never null.
@@ -83,7 +84,8 @@ public:
     virtual void SetConfigData(const char* key, double value, bool flag) = 0;
     // A number as the host writes it; empty for the empty real.
     virtual Text NumToText(double value) = 0;
-    // Yields once to the host's message loop. Model callbacks and deletions may come in the meantime.
+    // Yields once to the host's message loop. Model callbacks and deletions may come in the
+    // meantime.
     virtual void WaitForTurn(unsigned long milliseconds) = 0;
 
     // The host's heap, for containers that host and adapter share. A null block is none, and a host
@@ -92,7 +94,7 @@ public:
     virtual void* IFace_realloc(void* block, std::size_t size) = 0;
     virtual void IFace_free(void* block) = 0;
 
-protected:
+ protected:
     ~HostServices() = default;
 };
 

@@ -12,22 +12,22 @@ class FlowSheetSolver;
 class SimulationCase;
 
 class FlowSheet : public Viewable {
-public:
+ public:
     // In the host's own list order, off the list at first.
     virtual FlowSheetObjectIterator Objects() = 0;
     // The solver that computes this flowsheet, which may be that of the whole case; null when there
     // is none.
     virtual FlowSheetSolver* Solver() = 0;
 
-protected:
+ protected:
     ~FlowSheet() = default;
 };
 
 // The solver of a flowsheet. Its variables ":Boolean.302" (0 while running), ":Boolean.300" (0 when
-// ready) and "ConsistencyVariable" (text, "Unknown.0" when nothing is inconsistent) are read as those
-// of any object.
+// ready) and "ConsistencyVariable" (text, "Unknown.0" when nothing is inconsistent) are read as
+// those of any object.
 class FlowSheetSolver : public Viewable {
-public:
+ public:
     // Sets the hold state: a holding solver starts nothing by itself.
     virtual void Holding(bool hold) = 0;
     // Values are stale, or the last solve did not complete.
@@ -52,7 +52,7 @@ public:
     // A solve has just ended.
     virtual bool Finished() = 0;
 
-protected:
+ protected:
     ~FlowSheetSolver() = default;
 };
 
@@ -60,28 +60,29 @@ protected:
 using Reaction = Viewable;
 
 class ReactionPackageManager {
-public:
+ public:
     virtual int ReactionCount() = 0;
     // Null out of range.
     virtual Reaction* RxnNumber(int number) = 0;
 
-protected:
+ protected:
     ~ReactionPackageManager() = default;
 };
 
 class BasisManager : public Viewable {
-public:
+ public:
     // Null when the basis has no reactions.
     virtual ReactionPackageManager* ReactionPackages() = 0;
 
-protected:
+ protected:
     ~BasisManager() = default;
 };
 
 // Notifications of the running model, implemented by the module in the manner of a component
-// interface: counted, slots in this order. QueryInterface answers 0 and a counted pointer, or a negative code and null.
+// interface: counted, slots in this order. QueryInterface answers 0 and a counted pointer, or a
+// negative code and null.
 class IModelCallback {
-public:
+ public:
     virtual long QueryInterface(const void* interface_id, void** out) = 0;
     virtual unsigned long AddRef() = 0;
     virtual unsigned long Release() = 0;
@@ -92,27 +93,27 @@ public:
     // The case is going away.
     virtual void SimulationEvent() = 0;
 
-protected:
+ protected:
     ~IModelCallback() = default;
 };
 
 // A published real-time variable.
 class RTIVariable : public Viewable {
-public:
+ public:
     // In internal units; the empty real when it has none. The host may refuse a store silently.
     virtual double GetValue() = 0;
     virtual void SetValue(double value) = 0;
     // Name of a unit of its quantity; empty when it has none.
     virtual Text UnitText() = 0;
 
-protected:
+ protected:
     ~RTIVariable() = default;
 };
 
 // The published variables of a connected case: "RTIVariable.500" has their index range, and
 // ResolveVariableOwner on "RTIVariable.500.<n>" gives the RTIVariable.
 class COnlineConnectivityManager : public Viewable {
-public:
+ public:
     // Installs a callback, counted by the manager; null takes the present one out.
     virtual void put_ModelCallback(IModelCallback* callback) = 0;
     // The callback now installed, not counted for the caller; null when there is none.
@@ -120,12 +121,12 @@ public:
     // A published variable from what ResolveVariableOwner answered; null for any other object.
     virtual RTIVariable* AsPublished(Viewable* object) = 0;
 
-protected:
+ protected:
     ~COnlineConnectivityManager() = default;
 };
 
 class Document {
-public:
+ public:
     // Valid until the name is set again.
     virtual const FileName& GetDocumentName() = 0;
     virtual void SetDocumentName(const FileName& name) = 0;
@@ -135,12 +136,12 @@ public:
     // Whether the document is shown by the application.
     virtual bool IsVisible() = 0;
 
-protected:
+ protected:
     ~Document() = default;
 };
 
 class SimulationCase : public Viewable, public Document {
-public:
+ public:
     // Null while the case has none.
     virtual FlowSheet* MainFlowSheet() = 0;
     // Null when the case has no basis.
@@ -159,7 +160,7 @@ public:
     // Null when the case is not connected.
     virtual COnlineConnectivityManager* OnlineManager() = 0;
 
-protected:
+ protected:
     ~SimulationCase() = default;
 };
 
@@ -170,16 +171,16 @@ struct WindowPlacement {
 
 // The application's main window.
 class ApplicationForm {
-public:
+ public:
     virtual void GetWindowPlacement(WindowPlacement& out) = 0;
     virtual void SetWindowPlacement(const WindowPlacement& placement) = 0;
 
-protected:
+ protected:
     ~ApplicationForm() = default;
 };
 
 class Session {
-public:
+ public:
     // The current case; null when none is open.
     virtual SimulationCase* ActiveCase() = 0;
     // Null when the application has no window.
@@ -190,7 +191,7 @@ public:
     // What the session calls itself; `full` adds its documents.
     virtual Text SessionText(bool full) = 0;
 
-protected:
+ protected:
     ~Session() = default;
 };
 

@@ -12,8 +12,8 @@ namespace host {
 
 class ArraySetBlock;
 
-// How the host fills a specification, which of it and whether as in dynamics: passed on to the host's
-// reader, which may disregard any of them. Owned by the adapter.
+// How the host fills a specification, which of it and whether as in dynamics: passed on to the
+// host's reader, which may disregard any of them. Owned by the adapter.
 struct CaseReaderOptions {
     bool dynamics = false;
     bool first = true;
@@ -23,7 +23,7 @@ struct CaseReaderOptions {
 
 // A value with its own record of being specified or calculated.
 class ProcessVariable {
-public:
+ public:
     virtual bool CanSpecify() = 0;
     // Store in internal units; the empty real takes the value away. The host may refuse silently.
     virtual void SetSpecified(double value) = 0;
@@ -33,13 +33,13 @@ public:
     // Bits 0-1 adjustable, 2-3 specified, 4-5 holds a value.
     unsigned status_bits = 0;
 
-protected:
+ protected:
     ~ProcessVariable() = default;
 };
 
 // A list of specification elements and whom they describe. Made and destroyed by the host services.
 class CSpecInfo {
-public:
+ public:
     virtual void SetOwner(Viewable* owner) = 0;
     // Not owned; null for the host's defaults.
     virtual void SetReaderOptions(const CaseReaderOptions* options) = 0;
@@ -48,18 +48,18 @@ public:
     // Count of the collection behind a sub-specification; 0 when it has none.
     virtual std::size_t CollectionCount() const = 0;
 
-protected:
+ protected:
     ~CSpecInfo() = default;
 };
 
 // Offered by objects that have a specification view.
 class CSpecSource {
-public:
+ public:
     // Fills an info that has its owner set, in place of what it held; false when it has no owner or
     // there is nothing to show.
     virtual bool FillSpecInfo(CSpecInfo* info) = 0;
 
-protected:
+ protected:
     ~CSpecSource() = default;
 };
 

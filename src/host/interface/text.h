@@ -8,9 +8,10 @@
 
 namespace host {
 
-// A NUL-terminated 8-bit string, copied freely. The bytes are whatever the host holds, normally UTF-8.
+// A NUL-terminated 8-bit string, copied freely. The bytes are whatever the host holds, normally
+// UTF-8.
 class Text {
-public:
+ public:
     Text() = default;
     Text(const char* bytes) : bytes_(bytes ? bytes : "") {}
     Text(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -31,7 +32,7 @@ public:
     friend Text operator+(const Text& a, const Text& b) { return Text(a.bytes_ + b.bytes_); }
     friend Text operator+(const Text& a, const char* b) { return Text(a.bytes_ + b); }
 
-private:
+ private:
     std::string bytes_;
 };
 
@@ -39,7 +40,7 @@ inline const Text TheEmptyText;
 
 // A document's place: folder, name, extension.
 class FileName {
-public:
+ public:
     FileName() = default;
     // A path and an extension; the last separator splits the path into folder and name. An empty
     // extension keeps the one that the path's name carries.
@@ -64,7 +65,7 @@ public:
     const Text& Extension() const { return extension_; }
     Text FullPath() const { return folder_ + name_ + extension_; }
 
-private:
+ private:
     Text folder_;
     Text name_;
     Text extension_;

@@ -28,12 +28,16 @@ std::vector<std::string> SplitParts(const std::string& moniker) {
 
 }  // namespace
 
-HostServices* InstalledServices() { return g_services; }
+HostServices* InstalledServices() {
+    return g_services;
+}
 void SetInstalledServices(HostServices* services) {
     g_services = services;
     ++g_installation;
 }
-unsigned ServicesInstallation() { return g_installation; }
+unsigned ServicesInstallation() {
+    return g_installation;
+}
 
 struct VarDescription::Body {
     Facts facts;
@@ -82,12 +86,24 @@ VarDescription::VarDescription(const Facts& facts, const VarDescription& next)
     body_->next = next;
 }
 
-std::int32_t VarDescription::Kind() const { return body_ ? body_->facts.kind : kPartNone; }
-std::int32_t VarDescription::Number() const { return body_ ? body_->facts.number : 0; }
-bool VarDescription::NextNotFollowed() const { return body_ && body_->facts.next_not_followed; }
-bool VarDescription::ChainEnds() const { return body_ && body_->facts.chain_ends; }
-std::uintptr_t VarDescription::HostWord() const { return body_ ? body_->facts.host_word : 0; }
-bool VarDescription::IsEmpty() const { return !body_; }
+std::int32_t VarDescription::Kind() const {
+    return body_ ? body_->facts.kind : kPartNone;
+}
+std::int32_t VarDescription::Number() const {
+    return body_ ? body_->facts.number : 0;
+}
+bool VarDescription::NextNotFollowed() const {
+    return body_ && body_->facts.next_not_followed;
+}
+bool VarDescription::ChainEnds() const {
+    return body_ && body_->facts.chain_ends;
+}
+std::uintptr_t VarDescription::HostWord() const {
+    return body_ ? body_->facts.host_word : 0;
+}
+bool VarDescription::IsEmpty() const {
+    return !body_;
+}
 
 const VarDescription* VarDescription::NextPart() const {
     return body_ && body_->next.body_ ? &body_->next : nullptr;
@@ -99,7 +115,9 @@ const VarDescription* VarDescription::GetVariablePart() const {
     return part;
 }
 
-VariableType VarDescription::Type() const { return body_ ? body_->Described(*this).type : 0; }
+VariableType VarDescription::Type() const {
+    return body_ ? body_->Described(*this).type : 0;
+}
 
 VarType VarDescription::UnitType() const {
     return body_ ? body_->Described(*this).unit_type : kVariableUnitType;

@@ -40,7 +40,7 @@ struct DimInfo {
 };
 
 class VarDescription {
-public:
+ public:
     // What a host states of one part when it builds a description itself.
     struct Facts {
         Text moniker;
@@ -85,21 +85,23 @@ public:
     Text GetMoniker() const;
     // The same with the offsets set so far filled in.
     Text GetFilledMoniker() const;
-    // Sets the offset of one dimension (0 to 2) of the variable part. `relative` adds to the present one.
+    // Sets the offset of one dimension (0 to 2) of the variable part. `relative` adds to the
+    // present one.
     void SetOffset(int dimension, int offset, bool relative);
     // Sets the first `count` dimensions in running order.
     void FillRunning(const int* indices, unsigned count);
     // Offset of a dimension of this part, kNoOffset when it is still to be filled.
     static constexpr int kNoOffset = INT32_MIN;
     int Offset(int dimension) const;
-    // The offset that the last SetOffset of a dimension replaced. A store into a composition marks its
-    // description with a form number in dimension 0; the element that is meant is still told here.
+    // The offset that the last SetOffset of a dimension replaced. A store into a composition marks
+    // its description with a form number in dimension 0; the element that is meant is still told
+    // here.
     int ReplacedOffset(int dimension) const;
 
     // Bounds of the variable on the object that finally holds it.
     void GetPathDimensions(Viewable* object, DimInfo& out, int marker) const;
 
-private:
+ private:
     struct Body;
     Body& Own();
     VarDescription& LastPart();

@@ -40,8 +40,9 @@ struct VarEnumEntry {
 
 // The entries of an enumerated variable, in the order in which they are offered.
 class VarEnumInfo {
-public:
-    // Walks the entries: Reset goes to the first and answers it, Next to the following; null at the end.
+ public:
+    // Walks the entries: Reset goes to the first and answers it, Next to the following; null at the
+    // end.
     virtual const VarEnumEntry* Reset() = 0;
     virtual const VarEnumEntry* Next() = 0;
     // By ordinal, null when there is none.
@@ -49,7 +50,7 @@ public:
     // By name, compared exactly; fills `ordinal` when found, else answers null and leaves it alone.
     virtual const VarEnumEntry* FindEntry(const Text& name, int& ordinal) = 0;
 
-protected:
+ protected:
     ~VarEnumInfo() = default;
 };
 
@@ -80,20 +81,20 @@ struct UnitRecord {
 
 // What is known of a variable type beyond its number.
 class VariableInfo {
-public:
+ public:
     // The variable type whose units this one uses, itself when it has its own.
     virtual VariableType UnitLookupType() const = 0;
 
-protected:
+ protected:
     ~VariableInfo() = default;
 };
 
 class VariableTypes {
-public:
+ public:
     // Null for an unknown type.
     virtual VariableInfo* FindVarInfo(VariableType type) = 0;
 
-protected:
+ protected:
     ~VariableTypes() = default;
 };
 

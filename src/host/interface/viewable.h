@@ -18,14 +18,14 @@ class FlowSheet;
 class ProcessStream;
 
 class Viewable {
-public:
+ public:
     // Answers of GetMyStatusCondition; any other number is an error.
     enum Status : int { kOk = 0, kNotSolved = 1, kWarning = 2, kUnderSpecified = 3, kError = 4 };
 
     // Valid until the object is renamed or gone.
     virtual const Text& GetName() = 0;
-    // Value of a real variable in internal units, or the ordinal of an enumerated one; the empty real
-    // when it has none.
+    // Value of a real variable in internal units, or the ordinal of an enumerated one; the empty
+    // real when it has none.
     virtual double GetRealValue(const VarDescription& variable) = 0;
     // Stores in internal units. The host may refuse silently.
     virtual void SetRealValue(const VarDescription& variable, double value) = 0;
@@ -55,7 +55,8 @@ public:
     // Template operations only: the inner flowsheet, null for a plain one.
     virtual FlowSheet* SubFlowSheet() = 0;
 
-    // The record of the object's own class, one for each class: it is compared by address. Never null.
+    // The record of the object's own class, one for each class: it is compared by address. Never
+    // null.
     virtual const ObjectTypeInfo* Type() const = 0;
     virtual Status GetMyStatusCondition() = 0;
     // The object that an attachment variable points at, or null.
@@ -63,19 +64,19 @@ public:
     // The stream operations of this object, null when it is no process stream.
     virtual ProcessStream* AsProcessStream() { return nullptr; }
 
-protected:
+ protected:
     ~Viewable() = default;
 };
 
 // Composition editing of a material stream. Between Begin and End the host stores fractions as they
 // come and normalises once, at End.
 class ProcessStream {
-public:
+ public:
     virtual void BeginDeferCompNormalize() = 0;
     virtual void EndDeferCompNormalize() = 0;
     virtual void StartCompositionEditSession() = 0;
 
-protected:
+ protected:
     ~ProcessStream() = default;
 };
 

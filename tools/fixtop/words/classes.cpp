@@ -67,7 +67,8 @@ class Classes final : public Word {
             const std::vector<std::string> children = ChildNames(*node);
             names.insert(names.end(), children.begin(), children.end());
             if (!node->SeekChild(name_.c_str())) continue;
-            (group == kClasses ? &Classes::ShowClass : &Classes::ShowEnumeration)(*node, json_, out);
+            (group == kClasses ? &Classes::ShowClass : &Classes::ShowEnumeration)(*node, json_,
+                                                                                  out);
             return ExitCode::kOk;
         }
         out.Note("no such class: " + name_);
@@ -78,7 +79,8 @@ class Classes final : public Word {
     static void ShowClass(FIIteratorBase& node, bool json, Output& out) {
         if (json) return out.Line(ToLine(ClassRecord(node)));
         out.Line("class\t" + NameOf(node));
-        for (const std::string& name : LinesOf(node, "superclasses")) out.Line("superclass\t" + name);
+        for (const std::string& name : LinesOf(node, "superclasses"))
+            out.Line("superclass\t" + name);
         out.Line("attribute\ttype\tquantity\tkeys\tdeclared by");
         ForEachChild(node, [&](FIIteratorBase& attribute, const ChildPlace&) {
             std::string keys;

@@ -10,8 +10,8 @@ constexpr WordRow kWords[] = {
      "is\n"
      "shown as \"name -> target\"; --attachments goes on below it.",
      View::kEither, Place::kBoth, MakeTree},
-    {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither, Place::kBoth,
-     MakeAttrs},
+    {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither,
+     Place::kBoth, MakeAttrs},
     {"get", "Read values, one a line",
      "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
@@ -55,7 +55,8 @@ constexpr WordRow kWords[] = {
      "superclasses first, or the options of an enumeration; fields have tabs between them.",
      View::kNone, Place::kBoth, MakeClasses},
     {"path", "Show the steps of a path expression",
-     "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth, MakePath},
+     "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
+     MakePath},
     {"shell", "Work in a case at a prompt",
      "The words of the program without CASE, and cd, pwd, save, help, quit. Paths begin at the\n"
      "present node, or else at the top. Single quotes hold an argument with blanks together;\n"
@@ -66,7 +67,8 @@ constexpr WordRow kWords[] = {
     {"complete", "List what may stand at the end of a shell line",
      "For completion in editors and shells: candidates for the last word of LINE, one a line.",
      View::kEither, Place::kProgram, MakeComplete},
-    {"cd", "Go to a node; .. is the parent, nothing the top node", "", View::kEither, Place::kShell, MakeCd},
+    {"cd", "Go to a node; .. is the parent, nothing the top node", "", View::kEither, Place::kShell,
+     MakeCd},
     {"pwd", "Show the path of the present node", "", View::kEither, Place::kShell, MakePwd},
     {"save", "Write the case to a file", "", View::kRaw, Place::kShell, MakeSave},
     {"help", "List the words", "", View::kRaw, Place::kShell, MakeHelp},
