@@ -60,6 +60,9 @@ if(DEFINED ENV{FIXTOP_CASES})
   set_property(CACHE FIXTOP_CASES PROPERTY VALUE $ENV{FIXTOP_CASES})
 endif()
 
+# Tests are compiled far more often than they run, and what they run is compiled elsewhere.
+set(FIXTOP_TEST_OPTIONS -O0)
+
 # The headers that every test source begins with, precompiled once for all of them.
 function(fixtop_test_headers)
   if(TARGET fixtop_test_headers)
@@ -69,6 +72,7 @@ function(fixtop_test_headers)
   file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/test_headers.cpp CONTENT "int main() {}\n")
   add_executable(fixtop_test_headers EXCLUDE_FROM_ALL ${PROJECT_BINARY_DIR}/test_headers.cpp)
   target_link_libraries(fixtop_test_headers PRIVATE GTest::gmock_main)
+  target_compile_options(fixtop_test_headers PRIVATE ${FIXTOP_TEST_OPTIONS})
   target_precompile_headers(fixtop_test_headers PRIVATE
     <gmock/gmock.h> <gtest/gtest.h> <map> <string> <vector>)
 endfunction()
@@ -80,6 +84,7 @@ function(fixtop_test name)
   add_executable(${name}_test ${ARG_SOURCES})
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name}_test PRIVATE ${ARG_LIBS} fixtop_core GTest::gmock_main)
+  target_compile_options(${name}_test PRIVATE ${FIXTOP_TEST_OPTIONS})
   fixtop_test_headers()
   target_precompile_headers(${name}_test REUSE_FROM fixtop_test_headers)
   add_test(NAME ${name} COMMAND ${name}_test)
