@@ -1,38 +1,25 @@
-#include "case_session.h"
 #include "words/makers.h"
+#include "words/node_word.h"
 
 namespace {
 
-class Attrs final : public Word {
+class Attrs final : public NodeWord {
  public:
-    void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node")->required();
-        AddJson(app, json_);
-    }
+    void Declare(CLI::App& app) override { DeclareNode(app, "Node")->required(); }
 
-    ExitCode Run(Surroundings& around) override {
-        std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (!found) {
-            around.out.Note(problem);
-            return ExitCode::kFailed;
-        }
-        for (const auto& [name, value] : AttributesOf(*found->node)) {
-            if (json_) {
+ private:
+    void Show(FIIteratorBase& node, Output& out) override {
+        for (const auto& [name, value] : AttributesOf(node)) {
+            if (AsJson()) {
                 Json record;
                 record["name"] = name;
                 record["value"] = ToJson(value);
-                around.out.Line(ToLine(record));
+                out.Line(ToLine(record));
             } else {
-                around.out.Line(name + '\t' + OneLine(value));
+                out.Line(name + '\t' + OneLine(value));
             }
         }
-        return ExitCode::kOk;
     }
-
- private:
-    std::string path_;
-    bool json_ = false;
 };
 
 }  // namespace

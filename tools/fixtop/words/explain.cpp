@@ -1,7 +1,7 @@
 #include <sstream>
 
-#include "case_session.h"
 #include "words/makers.h"
+#include "words/node_word.h"
 
 namespace {
 
@@ -15,29 +15,18 @@ struct Side {
 constexpr Side kSides[] = {{"calculated", 1, "value", "uom"},
                            {"specified", 2, "spec_value", "spec_uom"}};
 
-class Explain final : public Word {
+class Explain final : public NodeWord {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node of the neutral view")->required();
-        AddJson(app, json_);
-    }
-
-    ExitCode Run(Surroundings& around) override {
-        std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (!found) {
-            around.out.Note(problem);
-            return ExitCode::kFailed;
-        }
-        if (json_) {
-            around.out.Line(ToLine(Record(*found->node)));
-        } else {
-            Show(*found->node, around.out);
-        }
-        return ExitCode::kOk;
+        DeclareNode(app, "Node of the neutral view")->required();
     }
 
  private:
+    void Show(FIIteratorBase& node, Output& out) override {
+        if (AsJson()) return out.Line(ToLine(Record(node)));
+        Tell(node, out);
+    }
+
     static NodeRef NodeOf(FIIteratorBase& node, const Side& side) {
         return NodeRef::Adopt(FixtopApplicationNode(&node, side.face));
     }
@@ -47,7 +36,7 @@ class Explain final : public Word {
         return unit.empty() || text.empty() ? text : text + ' ' + unit;
     }
 
-    static void Show(FIIteratorBase& node, Output& out) {
+    static void Tell(FIIteratorBase& node, Output& out) {
         out.Line("path\t" + FullPath(node));
         out.Line("type\t" + TextOf(node, "type"));
         bool bound = false;
@@ -81,9 +70,6 @@ class Explain final : public Word {
         record["converters"] = AttributeOf(node, "converters").ToText();
         return record;
     }
-
-    std::string path_;
-    bool json_ = false;
 };
 
 }  // namespace

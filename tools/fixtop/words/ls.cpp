@@ -1,38 +1,28 @@
-#include "case_session.h"
 #include "words/makers.h"
+#include "words/node_word.h"
 
 namespace {
 
-class Ls final : public Word {
+class Ls final : public NodeWord {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node; the present one when it is left out");
+        DeclareNode(app, "Node; the present one when it is left out");
         app.add_flag("--all", all_, "All elements of a long array");
-        AddJson(app, json_);
-    }
-
-    ExitCode Run(Surroundings& around) override {
-        std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (!found) {
-            around.out.Note(problem);
-            return ExitCode::kFailed;
-        }
-        const std::string parent = json_ ? FullPath(*found->node) : "";
-        const auto show = [&](FIIteratorBase& child, const ChildPlace& place) {
-            around.out.Line(json_ ? Record(child, JoinPath(parent, StepFor(place)))
-                                  : ShownName(child));
-            return true;
-        };
-        if (all_ || json_) {
-            ForEachChild(*found->node, show);
-        } else if (const int left_out = ForEachFirstChild(*found->node, show)) {
-            around.out.Note(FoldedLine(left_out));
-        }
-        return ExitCode::kOk;
     }
 
  private:
+    void Show(FIIteratorBase& node, Output& out) override {
+        const std::string parent = AsJson() ? FullPath(node) : "";
+        const auto show = [&](FIIteratorBase& child, const ChildPlace& place) {
+            out.Line(AsJson() ? Record(child, JoinPath(parent, StepFor(place))) : ShownName(child));
+            return true;
+        };
+        if (all_ || AsJson()) {
+            ForEachChild(node, show);
+        } else if (const int left_out = ForEachFirstChild(node, show)) {
+            out.Note(FoldedLine(left_out));
+        }
+    }
     static std::string Record(FIIteratorBase& child, const std::string& path) {
         Json record;
         record["name"] = NameOf(child);
@@ -41,9 +31,7 @@ class Ls final : public Word {
         return ToLine(record);
     }
 
-    std::string path_;
     bool all_ = false;
-    bool json_ = false;
 };
 
 }  // namespace

@@ -1,38 +1,26 @@
 #include <limits>
 
-#include "case_session.h"
 #include "words/makers.h"
+#include "words/node_word.h"
 
 namespace {
 
-class Tree final : public Word {
+class Tree final : public NodeWord {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node; the present one when it is left out");
+        DeclareNode(app, "Node; the present one when it is left out");
         app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
             ->check(CLI::NonNegativeNumber);
         app.add_flag("--attachments", attachments_, "Go on below attachments");
         app.add_flag("--all", all_, "All elements of long arrays");
-        AddJson(app, json_);
-    }
-
-    ExitCode Run(Surroundings& around) override {
-        std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (!found) {
-            around.out.Note(problem);
-            return ExitCode::kFailed;
-        }
-        if (json_) {
-            around.out.Line(
-                Nested(*found->node, depth_).dump(2, ' ', false, Json::error_handler_t::replace));
-        } else {
-            Show(*found->node, 0, around.out);
-        }
-        return ExitCode::kOk;
     }
 
  private:
+    void Show(FIIteratorBase& node, Output& out) override {
+        if (!AsJson()) return ShowBelow(node, 0, out);
+        out.Line(Nested(node, depth_).dump(2, ' ', false, Json::error_handler_t::replace));
+    }
+
     static bool IsAttachment(FIIteratorBase& node) { return TextOf(node, "type") == "Attachment"; }
     bool IsOpen(FIIteratorBase& node, int levels_left) const {
         return levels_left > 0 && (attachments_ || !IsAttachment(node));
@@ -48,11 +36,11 @@ class Tree final : public Word {
         const std::string uom = TextOf(node, "uom");
         return name + joint + value + (uom.empty() ? "" : ' ' + uom);
     }
-    void Show(FIIteratorBase& node, int level, Output& out) const {
+    void ShowBelow(FIIteratorBase& node, int level, Output& out) const {
         out.Line(std::string(2 * level, ' ') + Describe(node));
         if (!IsOpen(node, depth_ - level)) return;
         const auto show = [&](FIIteratorBase& child, const ChildPlace&) {
-            Show(child, level + 1, out);
+            ShowBelow(child, level + 1, out);
             return true;
         };
         if (all_) {
@@ -79,11 +67,9 @@ class Tree final : public Word {
         return record;
     }
 
-    std::string path_;
     int depth_ = std::numeric_limits<int>::max();
     bool attachments_ = false;
     bool all_ = false;
-    bool json_ = false;
 };
 
 }  // namespace

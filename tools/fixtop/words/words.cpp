@@ -6,9 +6,8 @@ constexpr WordRow kWords[] = {
     {"ls", "List the names of a node's children, one a line",
      "With --json an object a line: name, path, type.", View::kEither, Place::kBoth, MakeLs},
     {"tree", "Show a node and everything below it",
-     "A variable is shown as \"name = value unit\", any other node with its type. An attachment "
-     "is\n"
-     "shown as \"name -> target\"; --attachments goes on below it.",
+     "A variable is shown as \"name = value unit\", any other node with its type. An attachment\n"
+     "is shown as \"name -> target\"; --attachments goes on below it.",
      View::kEither, Place::kBoth, MakeTree},
     {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither,
      Place::kBoth, MakeAttrs},
@@ -26,16 +25,13 @@ constexpr WordRow kWords[] = {
     {"table", "Show values of many nodes as a table",
      "A row for each node that PATTERN matches, a column for each PATH from there:\n"
      "  'appModel.FlowSheetObjects.Streams.*' Temperature \"Molar Flow\" \"Comp Mole Frac\"\n"
-     "An array makes a column for each element. A cell is empty for NULL and where there is no "
-     "such\n"
-     "node; a column that no node has is left out, with a message and exit status 1. With --json "
-     "an\n"
-     "object a line: path, name, cells; a cell has value and uom.",
+     "An array makes a column for each element. A cell is empty for NULL and where there is no\n"
+     "such node; a column that no node has is left out, with a message and exit status 1. With\n"
+     "--json an object a line: path, name, cells; a cell has value and uom.",
      View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
-     "The case is solved again and the value as it now stands is written. An empty VALUE takes "
-     "the\n"
-     "value away. VALUE is in --unit, or else in the unit that get shows.",
+     "The case is solved again and the value as it now stands is written. An empty VALUE takes\n"
+     "the value away. VALUE is in --unit, or else in the unit that get shows.",
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
@@ -46,9 +42,8 @@ constexpr WordRow kWords[] = {
      "given with --set are stored first. Ends with the solve.",
      View::kEither, Place::kBoth, MakeWatch},
     {"explain", "Tell where a node of the neutral view comes from",
-     "Shows the nodes of the case on which it stands, the values on both sides, and the "
-     "translators\n"
-     "of the map with the reason why one was used or left.",
+     "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
+     "translators of the map with the reason why one was used or left.",
      View::kNeutral, Place::kProgram, MakeExplain},
     {"classes", "Show the classes of the neutral library",
      "Without NAME the names, one a line. With it superclasses and attributes, those of its\n"

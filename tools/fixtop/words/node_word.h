@@ -1,0 +1,34 @@
+#pragma once
+
+// A word that shows one node, in text or as JSON.
+
+#include "case_session.h"
+#include "word.h"
+
+class NodeWord : public Word {
+ public:
+    ExitCode Run(Surroundings& around) final {
+        std::string problem;
+        const auto found = Locate(*around.session, path_, problem);
+        if (!found) {
+            around.out.Note(problem);
+            return ExitCode::kFailed;
+        }
+        Show(*found->node, around.out);
+        return ExitCode::kOk;
+    }
+
+ protected:
+    // The path and the choice of JSON.
+    CLI::Option* DeclareNode(CLI::App& app, const char* help) {
+        AddJson(app, json_);
+        return AddText(app, "PATH", path_, help);
+    }
+    bool AsJson() const { return json_; }
+
+ private:
+    virtual void Show(FIIteratorBase& node, Output& out) = 0;
+
+    std::string path_;
+    bool json_ = false;
+};
