@@ -118,6 +118,8 @@ class CCDMClassEntry final : public FIEntry,
     bool FindDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& unit_number,
                          FIValue& quantity_number, FIValue& out);
     void WriteUnit(const AppFace& face, const FIValue& unit, FIValue& out);
+    void WriteInUnit(const AppFace& face, Shown shown, const FIValue& value, const FIValue& unit,
+                     int mode, FIValue& out);
 
     int references_ = 0;
     const Ref<CCDMClassContext> context_;

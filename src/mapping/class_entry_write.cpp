@@ -94,38 +94,33 @@ void CCDMClassEntry::SetSpecValue(const FIValue& value, int mode, FIValue& out) 
     }
 }
 
-// Only names are translated: the number is in the unit given, whatever is displayed.
 void CCDMClassEntry::SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                     FIValue& out) {
-    const AppFace& face = ValueFace();
-    if (!face.reference) return out.SetText(kNoNode);
-    FIValue application_unit;
-    ValueCrossing values(Library(), attribute_, nullptr, false);
-    if (!values.ToApplicationUnit(unit, application_unit)) {
-        out = application_unit;
-        return;
-    }
-    FIValue reversed = value;
-    values.ToApplication(*face.reference, kUom, reversed);
-    face.reference->SetValueInUnit(reversed, application_unit, mode, out);
+    WriteInUnit(ValueFace(), Shown::kValue, value, unit, mode, out);
 }
 
 void CCDMClassEntry::SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                         FIValue& out) {
-    const AppFace& face = SpecFace();
+    WriteInUnit(SpecFace(), Shown::kSpecification, value, unit, mode, out);
+}
+
+// Only names are translated: the number is in the unit given, whatever is displayed.
+void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue& value,
+                                 const FIValue& unit, int mode, FIValue& out) {
     if (!face.reference) return out.SetText(kNoNode);
+    const bool is_specification = shown == Shown::kSpecification;
     FIValue application_unit;
-    ValueCrossing values(Library(), attribute_, nullptr, true);
+    ValueCrossing values(Library(), attribute_, nullptr, is_specification);
     if (!values.ToApplicationUnit(unit, application_unit)) {
         out = application_unit;
         return;
     }
     FIValue reversed = value;
     values.ToApplication(*face.reference, kUom, reversed);
-    if (faces_.IsSplit()) {
-        face.reference->SetValueInUnit(reversed, application_unit, mode, out);
-    } else {
+    if (is_specification && !faces_.IsSplit()) {
         face.reference->SetSpecValueInUnit(reversed, application_unit, mode, out);
+    } else {
+        face.reference->SetValueInUnit(reversed, application_unit, mode, out);
     }
 }
 
