@@ -32,15 +32,13 @@ const StreamNode* UnsolvedFeed(const Flowsheet& sheet, const UnitNode& unit) {
 
 // Heat or power that is known before the unit is solved, positive into it.
 double KnownEnergy(const Flowsheet& sheet, const UnitNode& unit) {
-    for (int energy : unit.energy_in) {
-        const StreamNode& stream = sheet.streams[energy];
+    if (!unit.energy_in.empty()) {
+        const StreamNode& stream = sheet.streams[unit.energy_in.front()];
         return stream.maker != kNone ? stream.heat_flow : stream.given.heat_flow;
     }
-    for (int energy : unit.energy_out) {
-        double given = sheet.streams[energy].given.heat_flow;
-        return given == kEmpty ? kEmpty : -given;
-    }
-    return kEmpty;
+    if (unit.energy_out.empty()) return kEmpty;
+    const double given = sheet.streams[unit.energy_out.front()].given.heat_flow;
+    return given == kEmpty ? kEmpty : -given;
 }
 
 UnitInput ReadInput(const Flowsheet& sheet, const UnitNode& unit) {
