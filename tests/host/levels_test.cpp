@@ -31,8 +31,9 @@ class Levels : public testing::Test {
 };
 
 const Names kThreeSwitches = {"attachments", "skipcorrelations", "skipattachments"};
-const Names kLevelRows = {"id",     "browser_name", "type",   "display_name",
-                          "isleaf", "has_children", "status", "is_container"};
+const Names kLevelRows = SplitNames(
+    "id browser_name type display_name isleaf has_children status "
+    "is_container");
 
 // ---- The cursors over fixed names ----
 
@@ -232,17 +233,9 @@ TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
         const char* name;
         const char* has_children;
     };
-    const Names rows = {"id",
-                        "browser_name",
-                        "type",
-                        "container",
-                        "container_category",
-                        "container_type",
-                        "display_name",
-                        "isleaf",
-                        "has_children",
-                        "status",
-                        "is_container"};
+    const Names rows = SplitNames(
+        "id browser_name type container container_category container_type "
+        "display_name isleaf has_children status is_container");
     for (const Case& each : {Case{"Streams", "INT 1"}, Case{"UnitOps", "INT 1"},
                              Case{"Utilities", "INT 1"}, Case{"Reactions", "INT 0"}}) {
         SCOPED_TRACE(each.name);

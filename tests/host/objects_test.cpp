@@ -281,24 +281,11 @@ TEST_F(Objects, objects_show_their_rows) {
     auto& feed = host.main.Add("Feed", host.stream);
     feed.AddReal(":D.1", "T", 1.0);
     Ref<FIEntry> entry = Node(feed);
-    const Names shown = {"id",
-                         "browser_name",
-                         "type",
-                         "container",
-                         "container_category",
-                         "container_type",
-                         "display_name",
-                         "isleaf",
-                         "has_children",
-                         "path",
-                         "status",
-                         "is_container",
-                         "no_containers_below",
-                         "attachments",
-                         "skipcorrelations",
-                         "skipattachments",
-                         "isObject",
-                         "noObjectsBelow"};
+    const Names shown = SplitNames(
+        "id browser_name type container container_category container_type "
+        "display_name isleaf has_children path status is_container "
+        "no_containers_below attachments skipcorrelations skipattachments "
+        "isObject noObjectsBelow");
     EXPECT_EQ(shown, ShownRows(*entry));
     for (const char* row : {"id", "browser_name", "display_name"}) {
         EXPECT_EQ("Feed", Read(*entry, row));

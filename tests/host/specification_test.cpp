@@ -204,21 +204,10 @@ TEST_F(Specification, rows_are_shown_by_type) {
     scripted::ProcessVariable variable(300.0, 0);
     host::CSpecElement& element = Variable("T", variable);
     element.moniker = host::Text(":Double.7");
-    const Names common = {"id",
-                          "value",
-                          "browser_name",
-                          "type",
-                          "container",
-                          "container_category",
-                          "container_type",
-                          "display_name",
-                          "isleaf",
-                          "has_children",
-                          "moniker",
-                          "attachments",
-                          "skipcorrelations",
-                          "skipattachments",
-                          "noObjectsBelow"};
+    const Names common = SplitNames(
+        "id value browser_name type container container_category container_type "
+        "display_name isleaf has_children moniker attachments skipcorrelations "
+        "skipattachments noObjectsBelow");
     Names of_variable = common;
     of_variable.insert(of_variable.begin() + 2, "uom");
     of_variable.insert(of_variable.begin() + 11, "status");

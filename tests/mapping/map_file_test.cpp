@@ -8,7 +8,7 @@
 #include "mapping/scalar_translators.h"
 #include "mapping_fixture.h"
 #include "platform/resources.h"
-#include "platform/xml_reader.h"
+#include "support/troubled_xml_reader.h"
 
 namespace {
 
@@ -742,35 +742,15 @@ TEST(MapFile, broken_files_fail_and_keep_what_was_read) {
     }
 }
 
-class FixedReader final : public XmlReader {
- public:
-    FixedReader(bool attaches, XmlOutcome outcome) : attaches_(attaches), outcome_(outcome) {}
-    bool Attach(XmlContentHandler&, XmlErrorHandler&) override { return attaches_; }
-    XmlOutcome ParseFile(const std::string&) override { return outcome_; }
-    XmlOutcome ParseText(std::string_view, const std::string&) override { return outcome_; }
-
- private:
-    bool attaches_;
-    XmlOutcome outcome_;
-};
-
 TEST(MapFile, trouble_with_the_reader_is_told) {
-    const std::pair<XmlReaderFactory, const char*> rows[] = {
-        {[]() -> std::unique_ptr<XmlReader> { return nullptr; },
-         "  Unable to create SAX2 reader for file map.xml"},
-        {[]() -> std::unique_ptr<XmlReader> {
-             return std::make_unique<FixedReader>(false, XmlOutcome::kDone);
-         },
-         "  Unable to attach SAX2 handler for file map.xml"},
-        {[]() -> std::unique_ptr<XmlReader> {
-             return std::make_unique<FixedReader>(true, XmlOutcome::kNotFound);
-         },
-         "  Unable to locate Convert File: map.xml"},
-    };
-    for (const auto& [factory, line] : rows) {
-        SetXmlReaderFactory(factory);
+    using Trouble = TroubledXmlReader::Trouble;
+    for (const auto& [trouble, line] : {
+             std::pair{Trouble::kNotMade, "  Unable to create SAX2 reader for file map.xml"},
+             {Trouble::kNotAttached, "  Unable to attach SAX2 handler for file map.xml"},
+             {Trouble::kNotFound, "  Unable to locate Convert File: map.xml"},
+         }) {
+        const TroubledXmlReader reader(trouble);
         const ReadMap read(Map(""));
-        SetXmlReaderFactory(nullptr);
         EXPECT_FALSE(read.done) << line;
         EXPECT_THAT(read.lines, ElementsAre(line));
     }

@@ -8,9 +8,9 @@
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
 #include "platform/resources.h"
-#include "platform/xml_reader.h"
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
+#include "support/troubled_xml_reader.h"
 
 namespace {
 
@@ -531,41 +531,17 @@ TEST(ClassFile, second_file_extends_the_records_of_the_first) {
 
 // ---- the reader itself
 
-class FixedReader final : public XmlReader {
- public:
-    FixedReader(bool attaches, XmlOutcome outcome) : attaches_(attaches), outcome_(outcome) {}
-    bool Attach(XmlContentHandler&, XmlErrorHandler&) override { return attaches_; }
-    XmlOutcome ParseFile(const std::string&) override { return outcome_; }
-    XmlOutcome ParseText(std::string_view, const std::string&) override { return outcome_; }
-
- private:
-    bool attaches_;
-    XmlOutcome outcome_;
-};
-
 TEST(ClassFile, trouble_with_the_reader_is_told) {
-    struct Row {
-        XmlReaderFactory factory;
-        const char* line;
-    };
-    const Row rows[] = {
-        {[]() -> std::unique_ptr<XmlReader> { return nullptr; },
-         "  Unable to create SAX2 reader for file lib.xml"},
-        {[]() -> std::unique_ptr<XmlReader> {
-             return std::make_unique<FixedReader>(false, XmlOutcome::kDone);
-         },
-         "  Unable to attach SAX2 handler for file lib.xml"},
-        {[]() -> std::unique_ptr<XmlReader> {
-             return std::make_unique<FixedReader>(true, XmlOutcome::kNotFound);
-         },
-         "  Unable to locate CCDM File: lib.xml"},
-    };
-    for (const Row& row : rows) {
-        SetXmlReaderFactory(row.factory);
+    using Trouble = TroubledXmlReader::Trouble;
+    for (const auto& [trouble, line] : {
+             std::pair{Trouble::kNotMade, "  Unable to create SAX2 reader for file lib.xml"},
+             {Trouble::kNotAttached, "  Unable to attach SAX2 handler for file lib.xml"},
+             {Trouble::kNotFound, "  Unable to locate CCDM File: lib.xml"},
+         }) {
+        const TroubledXmlReader reader(trouble);
         const ReadLibrary read(Library(""));
-        SetXmlReaderFactory(nullptr);
-        EXPECT_FALSE(read.done) << row.line;
-        EXPECT_THAT(read.lines, ElementsAre(row.line));
+        EXPECT_FALSE(read.done) << line;
+        EXPECT_THAT(read.lines, ElementsAre(line));
     }
 }
 

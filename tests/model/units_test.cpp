@@ -7,9 +7,9 @@
 #include "fake_unit_source.h"
 #include "model/class_library.h"
 #include "platform/resources.h"
-#include "platform/xml_reader.h"
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
+#include "support/troubled_xml_reader.h"
 #include "support/vtable_slot.h"
 
 namespace {
@@ -385,26 +385,18 @@ TEST(UnitFile, trouble_is_told) {
               "  Using local Unit File: " + folder.File("bad.xml").substr(0, 128));
 }
 
-class NotFoundReader final : public XmlReader {
- public:
-    bool Attach(XmlContentHandler&, XmlErrorHandler&) override { return true; }
-    XmlOutcome ParseFile(const std::string&) override { return XmlOutcome::kNotFound; }
-    XmlOutcome ParseText(std::string_view, const std::string&) override {
-        return XmlOutcome::kFailed;
-    }
-};
-
 TEST(UnitFile, trouble_with_the_reader_is_told) {
-    SetXmlReaderFactory([]() -> std::unique_ptr<XmlReader> { return nullptr; });
-    const ReadUnits none("<CCDMUnitFile/>");
-    SetXmlReaderFactory(
-        []() -> std::unique_ptr<XmlReader> { return std::make_unique<NotFoundReader>(); });
-    const ReadUnits lost("<CCDMUnitFile/>");
-    SetXmlReaderFactory(nullptr);
-    EXPECT_FALSE(none.done);
-    EXPECT_THAT(none.lines, ElementsAre("  Unable to create SAX2 reader for file units.xml"));
-    EXPECT_FALSE(lost.done);
-    EXPECT_THAT(lost.lines, ElementsAre("  Unable to locate Unit File: units.xml"));
+    using Trouble = TroubledXmlReader::Trouble;
+    for (const auto& [trouble, line] : {
+             std::pair{Trouble::kNotMade, "  Unable to create SAX2 reader for file units.xml"},
+             {Trouble::kNotAttached, "  Unable to attach SAX2 handler for file units.xml"},
+             {Trouble::kNotFound, "  Unable to locate Unit File: units.xml"},
+         }) {
+        const TroubledXmlReader reader(trouble);
+        const ReadUnits read("<CCDMUnitFile/>");
+        EXPECT_FALSE(read.done) << line;
+        EXPECT_THAT(read.lines, ElementsAre(line));
+    }
 }
 
 }  // namespace

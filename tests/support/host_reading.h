@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <iterator>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,12 @@
 #include "framework/var_set.h"
 
 using Names = std::vector<std::string>;
+
+// The names of a text in which blanks stand between them.
+inline Names SplitNames(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
+}
 
 // "(NULL)" for NULL; a kind other than text is told: "INT 1", "REAL 2.5".
 inline std::string Shown(const FIValue& value) {
@@ -96,60 +104,22 @@ Names AllRows() {
 
 // The 27 standard names and the given ones behind them.
 inline Names StandardRowsAnd(Names more) {
-    Names names = {"id",
-                   "value",
-                   "dimension",
-                   "uom",
-                   "spec_value",
-                   "spec_uom",
-                   "can_enter",
-                   "option_list",
-                   "uom_options",
-                   "browser_name",
-                   "type",
-                   "container",
-                   "container_category",
-                   "container_type",
-                   "display_name",
-                   "isleaf",
-                   "has_children",
-                   "path",
-                   "upper_limit",
-                   "lower_limit",
-                   "description",
-                   "status",
-                   "enabled",
-                   "history_enabled",
-                   "is_container",
-                   "no_containers_below",
-                   "is_hierarchy"};
+    Names names = SplitNames(
+        "id value dimension uom spec_value spec_uom can_enter option_list "
+        "uom_options browser_name type container container_category "
+        "container_type display_name isleaf has_children path upper_limit "
+        "lower_limit description status enabled history_enabled is_container "
+        "no_containers_below is_hierarchy");
     names.insert(names.end(), more.begin(), more.end());
     return names;
 }
 
 // What a number with a unit shows, be it a variable or an element of an array.
-inline const Names kNumberRows = {"id",
-                                  "value",
-                                  "dimension",
-                                  "uom",
-                                  "can_enter",
-                                  "uom_options",
-                                  "browser_name",
-                                  "type",
-                                  "container",
-                                  "container_category",
-                                  "container_type",
-                                  "display_name",
-                                  "isleaf",
-                                  "has_children",
-                                  "upper_limit",
-                                  "lower_limit",
-                                  "status",
-                                  "is_container",
-                                  "moniker",
-                                  "attachments",
-                                  "skipcorrelations",
-                                  "skipattachments"};
+inline const Names kNumberRows = SplitNames(
+    "id value dimension uom can_enter uom_options browser_name type container "
+    "container_category container_type display_name isleaf has_children "
+    "upper_limit lower_limit status is_container moniker attachments "
+    "skipcorrelations skipattachments");
 
 // What GetKeyValue answers: "key|rest", or "(NULL)|path".
 inline std::string KeyAndRest(FIContext& context, const char* path) {

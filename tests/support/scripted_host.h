@@ -145,7 +145,6 @@ class ObjectData {
     std::map<std::string, host::Viewable*> attachments;
     // Objects that multi-part addresses lead to.
     std::map<std::string, host::Viewable*> resolved;
-    std::map<std::string, int> states;
     std::map<std::string, host::DimInfo> dimensions;
     host::VariableType variable_unit_type = host::kEmptyDimensionMarker;
     int status = 0;
