@@ -8,7 +8,6 @@ cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 PACKAGES="
 build     g++ cmake ninja-build ccache pkg-config python3
 build     libexpat1-dev libzip-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libedit-dev
-python    python3-dev pybind11-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
 bench     libbenchmark-dev libpugixml-dev
@@ -136,7 +135,7 @@ windows_suite() (
 # ---- commands
 
 cmd_demo() {
-    need build python test
+    need build test
     build release --target src/all tools/all || fail "the build failed"
     exec build/release/tools/fixtop/fixtop demo
 }
@@ -148,7 +147,7 @@ cmd_test() {
         --all) all=1 ;;
         *) usage >&2; exit 2 ;;
     esac
-    need build python test
+    need build test
     if [[ $all == 1 ]]; then need windows; fi
     suite release "Linux" linux_suite
     if [[ $all == 1 ]]; then
@@ -160,7 +159,7 @@ cmd_test() {
 
 cmd_bench() {
     local program found=0
-    need build python bench
+    need build bench
     build bench || fail "the build failed"
     for program in build/bench/bench/*_bench; do
         [[ -x $program ]] || continue
@@ -188,7 +187,7 @@ fuzz_one() {
 cmd_fuzz() {
     local minutes=${1-1} program found=0
     [[ $minutes =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
-    need build python fuzz
+    need build fuzz
     build fuzz || fail "the build failed"
     for program in build/fuzz/fuzz/*_fuzz; do
         [[ -x $program ]] || continue
@@ -199,7 +198,7 @@ cmd_fuzz() {
 }
 
 cmd_coverage() {
-    need build python test coverage
+    need build test coverage
     build coverage || fail "the build failed"
     find build/coverage -name '*.gcda' -delete
     run_ctest coverage || fail "a test failed"
