@@ -132,6 +132,10 @@ void CaseHost::Close(Case& open_case) {
     open_case.Close();
 }
 
+std::string CaseHost::SolveProblem() const {
+    return active_ ? active_->Solver().Message() : std::string();
+}
+
 host::SimulationCase* CaseHost::ActiveCase() {
     const bool none =
         !active_ || !active_->IsVisible() || script_->Blank(Script::Answer::active_case);
