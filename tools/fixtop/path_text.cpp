@@ -96,6 +96,12 @@ std::optional<int> ElementNumber(const std::string& name) {
     return number;
 }
 
+// As a name a leading "#" is read plainly, in parentheses it is not.
+std::string QuotedKey(const std::string& key) {
+    const std::string quoted = QuotedName(key);
+    return quoted.front() == '#' ? '"' + quoted + '"' : quoted;
+}
+
 }  // namespace
 
 std::vector<StepText> SplitPath(std::string_view expression) {
@@ -133,7 +139,7 @@ std::string StepFor(const ChildPlace& place) {
     // Unquoted, "#3" is a count of siblings and not a name.
     if (number && *number != place.index) return '"' + place.name + '"';
     const std::string name = QuotedName(place.name);
-    if (!place.key.empty()) return name + '(' + QuotedName(place.key) + ')';
+    if (!place.key.empty()) return name + '(' + QuotedKey(place.key) + ')';
     return place.repeat == 0 ? name : name + '#' + std::to_string(place.repeat);
 }
 
