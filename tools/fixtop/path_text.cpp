@@ -96,12 +96,6 @@ std::optional<int> ElementNumber(const std::string& name) {
     return number;
 }
 
-// As a name a leading "#" is read plainly, in parentheses it is not.
-std::string QuotedKey(const std::string& key) {
-    const std::string quoted = QuotedName(key);
-    return quoted.front() == '#' ? '"' + quoted + '"' : quoted;
-}
-
 }  // namespace
 
 std::vector<StepText> SplitPath(std::string_view expression) {
@@ -117,6 +111,12 @@ std::string QuotedName(const std::string& name) {
     FIValue quoted("");
     quoted.AppendText(name.c_str(), true);
     return quoted.ToText();
+}
+
+// A name that begins with "#" is read plainly, a key is not.
+std::string QuotedKey(const std::string& key) {
+    std::string quoted = QuotedName(key);
+    return quoted.front() == '#' ? '"' + quoted + '"' : quoted;
 }
 
 std::string WithoutQuotes(std::string_view text) {

@@ -50,19 +50,18 @@ std::size_t LastJoint(const std::string& path) {
     return joint;
 }
 
-// A name as it is typed at the prompt: in quotes also when it has a blank.
-std::string TypedName(const std::string& name) {
-    const std::string step = QuotedName(name);
-    const bool plain = step.find_first_of(" \t\"") == std::string::npos;
-    return plain || step.front() == '"' ? step : '"' + name + '"';
+// A name or key of a path as it is typed at the prompt: in quotes also when it has a blank.
+std::string AtPrompt(std::string quoted) {
+    const bool is_word = quoted.find_first_of(" \t") == std::string::npos;
+    return is_word || quoted.front() == '"' ? quoted : '"' + quoted + '"';
 }
 
 std::string Typed(const ChildPlace& place) {
-    const std::string step = StepFor(place);
+    std::string step = StepFor(place);
     const std::string name = QuotedName(place.name);
     if (!step.starts_with(name)) return step;
-    if (place.key.empty()) return TypedName(place.name) + step.substr(name.size());
-    return TypedName(place.name) + '(' + TypedName(place.key) + ')';
+    if (place.key.empty()) return AtPrompt(name) + step.substr(name.size());
+    return AtPrompt(name) + '(' + AtPrompt(QuotedKey(place.key)) + ')';
 }
 
 bool BeginsWith(const std::string& name, const std::string& beginning) {
