@@ -83,7 +83,7 @@ SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_tur
     }
     EndListener listener(*solver);
     if (!solver->Run()) {
-        const SolveEnd end = SolveInOnePass(*solver);
+        SolveEnd end = SolveInOnePass(*solver);
         if (after_turn) after_turn();
         return end;
     }
