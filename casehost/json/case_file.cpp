@@ -11,35 +11,9 @@
 
 namespace casehost {
 
-namespace fs = std::filesystem;
-
-namespace {
-
-// The file for which a name stands: links stay, and what they lead to is replaced.
-fs::path BehindLinks(const fs::path& name) {
-    std::error_code error;
-    const fs::path target = fs::is_symlink(name, error) ? fs::canonical(name, error) : name;
-    return error ? name : target;
-}
-
-// Replacing a file needs no right to write into it; who took that right away wants to keep it.
-std::error_code WhyKept(const fs::path& target) {
-    std::error_code ignored;
-    if (!fs::is_regular_file(target, ignored) || std::ofstream(target, std::ios::app)) return {};
-    return {errno, std::generic_category()};
-}
-
-void CopyPermissions(const fs::path& from, const fs::path& to) {
-    std::error_code error;
-    const fs::file_status status = fs::status(from, error);
-    if (fs::is_regular_file(status)) fs::permissions(to, status.permissions(), error);
-}
-
-}  // namespace
-
 ReadResult ReadCaseFile(const std::string& path) {
     std::error_code error;
-    const auto size = fs::file_size(FilePath(path), error);
+    const auto size = std::filesystem::file_size(FilePath(path), error);
     if (error) return {nullptr, {{path, "can't be read: " + error.message()}}};
     if (size > kMaxCaseFileBytes) {
         return {nullptr,
@@ -56,21 +30,40 @@ ReadResult ReadCaseFile(const std::string& path) {
     return ReadCaseText(path, text);
 }
 
+namespace {
+
+// Where a name leads: a link stays, the file behind it is replaced.
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(path, error);
+    return !error && std::filesystem::is_symlink(path, error) ? file : path;
+}
+
+// Replacing a file needs no right to write into it; who took that right away wants to keep it.
+std::error_code WhyKept(const std::filesystem::path& target) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(target, ignored)) return {};
+    if (std::ofstream(target, std::ios::app)) return {};
+    return {errno, std::generic_category()};
+}
+
+}  // namespace
+
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
-    const fs::path target = BehindLinks(FilePath(path));
+    const std::string text = CaseToText(data);
+    const std::filesystem::path target = BehindLinks(FilePath(path));
     if (const std::error_code error = WhyKept(target)) {
         return {false, {path, "can't be written: " + error.message()}};
     }
-    fs::path beside = target;
+    std::filesystem::path beside = target;
     beside += ".part";
-    if (const std::error_code error = files::WriteThrough(beside, CaseToText(data))) {
+    if (const std::error_code error = files::WriteThrough(beside, text, target)) {
         return {false, {path, "can't be written: " + error.message()}};
     }
-    CopyPermissions(target, beside);
     const std::error_code error = files::Replace(beside, target);
     if (!error) return {true, {}};
     std::error_code ignored;
-    fs::remove(beside, ignored);
+    std::filesystem::remove(beside, ignored);
     return {false, {path, "can't be replaced: " + error.message()}};
 }
 
