@@ -28,6 +28,19 @@ TEST(ErrorLog, first_message_creates_the_default_file_with_a_header) {
     EXPECT_EQ(AfterHeader(folder.Read("QSIErrors.log")), " one\n two\n");
 }
 
+// The file is held for no longer than a line takes, so one that was taken away begins again.
+TEST(ErrorLog, each_line_opens_the_file_anew) {
+    const TemporaryFolder folder;
+    ErrorLog log;
+    log.Message("one");
+    std::filesystem::remove(folder.File("QSIErrors.log"));
+    log.Message("two");
+    EXPECT_EQ(folder.Read("QSIErrors.log"), " two\n") << "the header came with the first line";
+    folder.Write("QSIErrors.log", "of another program\n");
+    log.Message("three");
+    EXPECT_EQ(folder.Read("QSIErrors.log"), "of another program\n three\n");
+}
+
 TEST(ErrorLog, header_has_time_then_date) {
     const TemporaryFolder folder;
     ErrorLog log;
