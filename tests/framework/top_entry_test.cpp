@@ -64,6 +64,15 @@ TEST_F(TopEntry, shows_three_attributes) {
     EXPECT_EQ((std::vector<std::string>{"id", "type", "server"}), rows);
 }
 
+TEST_F(TopEntry, counts_from_zero) {
+    auto* entry = new FITopEntry(context_.Get(), nullptr, nullptr);
+    EXPECT_EQ(1, entry->AddRef());
+    const auto attributes = Ref<FIAttributeSource>::Adopt(entry->GetAttributeSource());
+    EXPECT_EQ(3, entry->AddRef()) << "its interfaces share the count";
+    EXPECT_EQ(2, entry->Release());
+    EXPECT_EQ(1, entry->Release());
+}
+
 TEST_F(TopEntry, hands_out_the_inner_context_and_the_single_child) {
     EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(top_->GetContext()).Get());
     const auto single = Ref<FIContext>::Adopt(top_->MakeSingleChildContext());
@@ -88,7 +97,11 @@ TEST_F(TopEntry, without_a_notify_slot_subscribers_are_refused) {
     const auto mute = Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), nullptr, nullptr));
     Listener listener;
     EXPECT_FALSE(mute->Subscribe(&listener, kValueChanged, &Listener::Told));
-    EXPECT_FALSE(mute->Unsubscribe(&listener, kValueChanged));
+    notify_(0);
+    EXPECT_TRUE(listener.kinds.empty());
+    ASSERT_TRUE(top_->Subscribe(&listener, kValueChanged, &Listener::Told));
+    EXPECT_FALSE(mute->Unsubscribe(&listener, kValueChanged)) << "though the list has it";
+    EXPECT_TRUE(top_->Unsubscribe(&listener, kValueChanged));
 }
 
 TEST_F(TopEntry, changes_reach_kinds_1_and_2_and_deletions_kind_0) {
@@ -174,6 +187,22 @@ TEST(SubscriberList, clear_inside_a_round_ends_the_calls) {
     own.Add(&calls, kValueChanged, clear);
     own.Dispatch(0);
     EXPECT_EQ(1, calls);
+    EXPECT_TRUE(own.IsEmpty());
+}
+
+TEST(SubscriberList, who_leaves_inside_a_round_leaves_once_and_is_gone_after_it) {
+    static SubscriberList* list = nullptr;
+    SubscriberList own;
+    list = &own;
+    std::vector<bool> left;
+    const auto leave = [](void* owner, int kind) {
+        auto& answers = *static_cast<std::vector<bool>*>(owner);
+        for (int i = 0; i < 3; ++i) answers.push_back(list->Remove(owner, kind));
+    };
+    own.Add(&left, kValueChanged, leave);
+    own.Add(&left, kValueChanged, leave);
+    own.Dispatch(0);
+    EXPECT_EQ((std::vector<bool>{true, true, false}), left) << "the second record is not called";
     EXPECT_TRUE(own.IsEmpty());
 }
 
