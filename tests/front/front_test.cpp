@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/error_log.h"
 #include "diagnostics/seek_table.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
@@ -408,6 +409,22 @@ TEST_F(Front, the_log_lies_beside_the_document) {
     EXPECT_TRUE(folder.Has("QSI.log"));
     host.session.active = nullptr;
     TestIteratorX();
+}
+
+TEST_F(Front, the_log_is_named_and_told_to_a_listener) {
+    const TemporaryFolder folder;
+    std::string told;
+    const auto note = [](void* owner, const char* text) {
+        *static_cast<std::string*>(owner) += std::string(text) + "; ";
+    };
+    FixtopSetLog("own.log", note, &told);
+    LogMessage("one");
+    EXPECT_NE(std::string::npos, folder.Read("own.log").find("\n one\n"));
+    FixtopSetLog(nullptr, nullptr, nullptr);
+    LogMessage("two");
+    EXPECT_NE(std::string::npos, folder.Read("own.log").find("\n one\n two\n")) << "the same file";
+    EXPECT_EQ("one; ", told);
+    SetLogFile(nullptr);
 }
 
 TEST_F(Front, paths_are_described_or_refused) {
