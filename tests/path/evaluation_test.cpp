@@ -222,6 +222,9 @@ TEST_F(PathEvaluation, walk_tells_the_attribute_of_the_last_step) {
     FIValue attribute = Text("before");
     EXPECT_FALSE(it_->Walk(*failing, attribute));
     EXPECT_EQ("before", attribute.ToText());
+    EXPECT_EQ("Root", PathOf(*it_));
+    EXPECT_FALSE(it_->WalkFrom(*failing));
+    EXPECT_EQ("Root", PathOf(*it_));
 }
 
 TEST_F(PathEvaluation, a_step_is_taken_alone) {
@@ -233,6 +236,12 @@ TEST_F(PathEvaluation, a_step_is_taken_alone) {
     EXPECT_EQ("Root.Column", PathOf(*it_));
     EXPECT_TRUE(it_->Step(*step->Next()));
     EXPECT_EQ("Root.Column.Vessels", PathOf(*it_));
+    const auto root = root_.Iterate();
+    for (const char* path : {"Feed#7", "*[Nobody]", "Feed[Nobody]", "[Nobody]"}) {
+        const ParsedPath failing = ParsePath(Text(path), error);
+        EXPECT_FALSE(root->Step(*failing)) << path;
+        EXPECT_EQ("Root", PathOf(*root)) << path;
+    }
     const auto leaf = root_.Iterate();
     ASSERT_TRUE(leaf->SeekChild("Leaf"));
     for (const char* path : {"*", "#0", "%missing", "x", "[x]"}) {
