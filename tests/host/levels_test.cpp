@@ -197,6 +197,18 @@ TEST_F(Levels, fixed_names_are_found_as_they_are_written_alone) {
     }
 }
 
+TEST_F(Levels, models_of_two_cases_compare_by_position) {
+    scripted::Case other;
+    auto models = Models();
+    auto others = Ref<HAandCContext>::Share(new HAandCContext(&other, {}));
+    auto one = ChildrenOf(*models);
+    auto another = ChildrenOf(*others);
+    EXPECT_EQ(0, one->Compare(*another));
+    ASSERT_TRUE(another->Seek(kFromFirst, 1));
+    EXPECT_EQ(-1, one->Compare(*another));
+    EXPECT_EQ(1, another->Compare(*one));
+}
+
 TEST_F(Levels, cursors_of_different_flowsheets_do_not_compare) {
     scripted::FlowSheet inner;
     inner.type = &host.simulation_object;
