@@ -1,5 +1,7 @@
 #include "host/fso.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "host/h_top_entry.h"
@@ -111,7 +113,8 @@ host::Reaction* HReactionCursorBase::Current() const {
 bool HReactionCursorBase::Seek(int origin, int delta) {
     if (origin == kFromFirst) position_ = 0;
     if (origin == kFromEnd) position_ = Count();
-    position_ += delta;
+    const long long wanted = static_cast<long long>(position_) + delta;
+    position_ = static_cast<int>(std::clamp<long long>(wanted, INT_MIN, INT_MAX));
     return Current() != nullptr;
 }
 

@@ -137,7 +137,8 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     };
     const Step steps[] = {{0, -2, "(NULL)", false, false}, {1, 2, "R0", true, false},
                           {2, 2, "(NULL)", false, false},  {1, -2, "(NULL)", false, true},
-                          {1, -1, "R2", false, false},     {0, 0, "R0", true, false}};
+                          {1, -1, "R2", false, false},     {2, 2147483647, "(NULL)", false, false},
+                          {0, 0, "R0", true, false}};
     auto cursor = ChildrenOf(*context);
     for (const Step& step : steps) {
         SCOPED_TRACE(testing::Message() << "Seek(" << step.origin << ", " << step.delta << ")");
