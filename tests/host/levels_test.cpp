@@ -290,8 +290,11 @@ TEST_F(Levels, published_variables_have_children_when_the_range_is_not_empty) {
 }
 
 TEST_F(Levels, published_file_has_children_when_it_lies_beside_the_document) {
+    // The folder is the working directory, which the document's is not.
     TemporaryFolder folder;
-    const std::string plant = folder.File("plant");
+    std::filesystem::create_directory(folder.Path() / "cases");
+    folder.Write("plant.atpub", "x");
+    const std::string plant = folder.File("cases/plant");
     host.simulation_case.document = host::FileName(host::Text(plant + ".case"), host::Text());
     Ref<FIEntry> entry = Child(*Models(), "QSI Published Variables");
     EXPECT_EQ("INT 0", Read(*entry, "has_children"));

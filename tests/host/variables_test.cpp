@@ -398,6 +398,9 @@ TEST_F(Variables, numbers_are_shown_in_the_unit_asked_for) {
     vars.SetUnit(FIValue(), FIValue("bar"), old);
     EXPECT_EQ("REAL 100", Read(*entry, "value"));
     EXPECT_EQ("bar", Read(*entry, "uom"));
+    host.unit_set = 1;
+    EXPECT_EQ("REAL 212", Read(*entry, "value")) << "in the default unit";
+    host.unit_set = 0;
     vars.SetUnit(FIValue(), FIValue::OfInt(3), old);
     EXPECT_EQ("REAL 100", Read(*entry, "value")) << "only a text names a unit";
     entry->SetVarSet(nullptr);
@@ -529,8 +532,10 @@ TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     auto& row = feed.AddAttachment(":A.1", "a", &part);
     EXPECT_TRUE(NodeOf(feed, row, false)->IsContainer());
     EXPECT_EQ("INT 0", Read(*NodeOf(feed, row, false), "is_container")) << "no flowsheet object";
-    host.monikers[&part] = "/S.1(Feed2)/P.1(Part)";
-    EXPECT_FALSE(NodeOf(feed, row, false)->IsContainer());
+    for (const char* moniker : {"/S.1(Feed2)/P.1(Part)", "/S.1(My Feed)/P.1(Part)"}) {
+        host.monikers[&part] = moniker;
+        EXPECT_FALSE(NodeOf(feed, row, false)->IsContainer()) << moniker;
+    }
     host.monikers[&part] = "/S.1(Feed)/P.1(Part)";
     auto entry = NodeOf(feed, row, false);
     TestVarSet vars;
@@ -704,6 +709,7 @@ TEST_F(Variables, host_paths_name_variables) {
         {"Sub.1:Double.2", "Sub.1/Double.2", "Var|"},
         {"Sub.1:Double.2", "Sub.1:Double.2/y", "Var|y"},
         {"Sub.1:A.2:B.3", "Sub.1/A.2/B.3", "Var|"},
+        {"S:Double.2", "S/Double.2", "Var|"},
     };
     for (const Case& each : cases) {
         EXPECT_EQ(each.answer, KeyOf(each.moniker, each.path)) << each.moniker << " " << each.path;
