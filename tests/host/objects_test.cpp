@@ -150,6 +150,13 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     ASSERT_TRUE(cursor->Seek(kFromFirst, 1));
     EXPECT_FALSE(cursor->SeekName(kFromPresent, "R0")) << "the search goes on from the present";
     EXPECT_TRUE(cursor->SeekName(kFromEnd, "R0"));
+    EXPECT_EQ(kNotComparable, cursor->Compare(*ChildrenOf(*no_reactions))) << "another case";
+    // A number may have no reaction.
+    manager.reactions[1] = nullptr;
+    EXPECT_FALSE(cursor->Seek(kFromFirst, 1));
+    EXPECT_EQ("(NULL)", cursor_harness::KeyOf(*cursor));
+    EXPECT_EQ(EmptyEntry(), Ref<FIEntry>::Adopt(cursor->GetEntry()).Get());
+    EXPECT_TRUE(cursor->SeekName(kFromPresent, "R2"));
 }
 
 TEST_F(Objects, contexts_have_no_key_cursor) {
