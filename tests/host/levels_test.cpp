@@ -280,11 +280,7 @@ TEST_F(Levels, published_variables_have_children_when_the_range_is_not_empty) {
         const char* answer;
     };
     for (const Case& each : {Case{5, 7, "INT 1"}, Case{0, 0, "INT 1"}, Case{0, -1, "INT 0"}}) {
-        host::DimInfo bounds;
-        bounds.count = 1;
-        bounds.low[0] = each.low;
-        bounds.high[0] = each.high;
-        host.manager.dimensions["RTIVariable.500"] = bounds;
+        host.manager.SetPublishedRange(each.low, each.high);
         EXPECT_EQ(each.answer, Read(*entry, "has_children")) << each.low << ".." << each.high;
     }
 }

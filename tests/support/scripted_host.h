@@ -332,6 +332,18 @@ class Basis final : public Object<host::BasisManager> {
     host::ReactionPackageManager* reactions = nullptr;
 };
 
+class Published final : public Object<host::RTIVariable> {
+ public:
+    double GetValue() override { return value; }
+    void SetValue(double number) override {
+        if (!refuse_stores) value = number;
+    }
+    host::Text UnitText() override { return unit; }
+
+    double value = host::kEmptyReal;
+    host::Text unit;
+};
+
 class Manager final : public Object<host::COnlineConnectivityManager> {
  public:
     ~Manager() {
@@ -343,7 +355,26 @@ class Manager final : public Object<host::COnlineConnectivityManager> {
         callback = given;
     }
     host::IModelCallback* ModelCallback() override { return callback; }
-    host::RTIVariable* AsPublished(host::Viewable*) override { return nullptr; }
+    host::RTIVariable* AsPublished(host::Viewable* object) override {
+        return dynamic_cast<Published*>(object);
+    }
+    // Publishes a variable under its number.
+    Published& Publish(int number, const char* variable_name, double value) {
+        published.push_back(std::make_unique<Published>());
+        Published& variable = *published.back();
+        variable.name = host::Text(variable_name);
+        variable.value = value;
+        resolved["RTIVariable.500." + std::to_string(number)] = &variable;
+        return variable;
+    }
+    void SetPublishedRange(int low, int high) {
+        host::DimInfo& bounds = dimensions["RTIVariable.500"];
+        bounds.count = 1;
+        bounds.low[0] = low;
+        bounds.high[0] = high;
+    }
+
+    std::vector<std::unique_ptr<Published>> published;
     host::IModelCallback* callback = nullptr;
 };
 
@@ -540,7 +571,11 @@ class Host final : public host::HostServices {
         return variable_type == host::kEmptyDimensionMarker ? host::kVariableUnitType
                                                             : variable_type;
     }
-    host::VariableType GetVarTypeFromUnitString(const char*) override {
+    // The types of variables are those of their units.
+    host::VariableType GetVarTypeFromUnitString(const char* name) override {
+        for (const UnitType& each : unit_types) {
+            if (findunit(name, each.type)) return each.type;
+        }
         return host::kEmptyDimensionMarker;
     }
     void UnitConvList(host::VarType wanted) override {
