@@ -51,10 +51,12 @@ TEST_F(Published, numbers_begin_at_0_whatever_the_bounds) {
     EXPECT_EQ(Names({"A", "B", "C"}), ChildNames(*List()));
     host.manager.SetPublishedRange(5, 6);
     EXPECT_EQ(Names({"A", "B"}), ChildNames(*List()));
-    host.manager.SetPublishedRange(5, 4);
-    EXPECT_EQ(Names(), ChildNames(*List()));
-    host.manager.SetPublishedRange(5, -20);
-    EXPECT_EQ(Names(), ChildNames(*List()));
+    for (const int high : {4, -20}) {
+        host.manager.SetPublishedRange(5, high);
+        EXPECT_EQ(Names(), ChildNames(*List()));
+        EXPECT_TRUE(ChildrenOf(*List())->AtEnd());
+        EXPECT_FALSE(ChildrenOf(*List())->SeekName(kFromFirst, "A"));
+    }
 }
 
 TEST_F(Published, a_number_without_a_variable_is_empty) {
