@@ -1,12 +1,12 @@
 #include "host/and_c.h"
 
 #include "host/f_and_b.h"
+#include "host/h_publish.h"
 #include "platform/file_search.h"
 
 namespace {
 
 constexpr char kPublishedExtension[] = ".atpub";
-constexpr char kPublishedMoniker[] = "RTIVariable.500";
 
 // The file in which a case keeps its published variables.
 std::string PublishedFile(host::SimulationCase& simulation_case) {
@@ -14,12 +14,9 @@ std::string PublishedFile(host::SimulationCase& simulation_case) {
     return document.DriveAndPath().Str() + document.Name().Str() + kPublishedExtension;
 }
 
-bool HasPublishedVariables(host::SimulationCase& simulation_case) {
-    host::COnlineConnectivityManager* manager = simulation_case.OnlineManager();
-    if (!manager) return false;
-    host::DimInfo bounds;
-    manager->GetVariableDimensions(host::VarDescription(kPublishedMoniker, 0), bounds);
-    return bounds.low[0] <= bounds.high[0];
+// Null when the case is not connected.
+host::COnlineConnectivityManager* ManagerOf(host::SimulationCase* simulation_case) {
+    return simulation_case ? simulation_case->OnlineManager() : nullptr;
 }
 
 }  // namespace
@@ -56,13 +53,25 @@ bool HAandCEntry::HasChildren() const {
             return true;
         case kPublishedFile:
             return simulation_case && FileExists(PublishedFile(*simulation_case));
-        default:
-            return simulation_case && HasPublishedVariables(*simulation_case);
+        default: {
+            host::COnlineConnectivityManager* manager = ManagerOf(simulation_case);
+            return manager && HPublishContext::CountOf(*manager) > 0;
+        }
     }
 }
 
 FIContext* HAandCEntry::GetContext() {
-    if (index_ != kAppModel) return EmptyContext();
-    options_.SetVariableView(true);
-    return HandOut(new HFandBContext(context_->Case(), &options_, attachments_, this));
+    switch (index_) {
+        case kAppModel:
+            options_.SetVariableView(true);
+            return HandOut(new HFandBContext(context_->Case(), &options_, attachments_, this));
+        case kPublishedVariables:
+            if (auto* manager = ManagerOf(context_->Case())) {
+                return HandOut(new HPublishContext(*manager, this));
+            }
+            break;
+        default:
+            break;
+    }
+    return EmptyContext();
 }

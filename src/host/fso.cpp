@@ -1,5 +1,7 @@
 #include "host/fso.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "host/h_top_entry.h"
@@ -53,8 +55,23 @@ host::ReactionPackageManager* HFSOContext::Reactions() const {
     return basis ? basis->ReactionPackages() : nullptr;
 }
 
+int HFSOContext::ReactionCount() const {
+    host::ReactionPackageManager* reactions = Reactions();
+    return reactions ? reactions->ReactionCount() : 0;
+}
+
+host::Reaction* HFSOContext::Reaction(int number) const {
+    host::ReactionPackageManager* reactions = Reactions();
+    return reactions ? reactions->RxnNumber(number) : nullptr;
+}
+
 FIEntry* HFSOContext::MakeEntry(host::Viewable& object) {
     return new HTopEntry(this, &object);
+}
+
+FIEntry* HFSOContext::MakeEntry(int number) {
+    host::Reaction* reaction = Reaction(number);
+    return reaction ? MakeEntry(*reaction) : EmptyEntry();
 }
 
 void HFSOContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
@@ -85,59 +102,26 @@ void HFSOContext::GetKeyValue(const char* path, FIValue& out, const char** rest)
     }
 }
 
-HReactionCursorBase::HReactionCursorBase(HFSOContext* context, int position)
-    : context_(Ref<HFSOContext>::Share(context)), position_(position) {}
-
-const void* HReactionCursorBase::TypeId() const {
-    static const char type_id = 0;
-    return &type_id;
-}
-
-FICursorBase* HReactionCursorBase::Clone(bool deep) {
-    FICursorBase* clone = deep ? new HReactionCursorBase(context_.Get(), position_) : this;
-    return HandOut(clone);
-}
-
-int HReactionCursorBase::Count() const {
-    host::ReactionPackageManager* reactions = context_->Reactions();
-    return reactions ? reactions->ReactionCount() : 0;
-}
-
-host::Reaction* HReactionCursorBase::Current() const {
-    host::ReactionPackageManager* reactions = context_->Reactions();
-    return reactions ? reactions->RxnNumber(position_) : nullptr;
-}
-
 bool HReactionCursorBase::Seek(int origin, int delta) {
     if (origin == kFromFirst) position_ = 0;
-    if (origin == kFromEnd) position_ = Count();
-    position_ += delta;
-    return Current() != nullptr;
+    if (origin == kFromEnd) position_ = End();
+    const long long wanted = static_cast<long long>(position_) + delta;
+    position_ = static_cast<int>(std::clamp<long long>(wanted, INT_MIN, INT_MAX));
+    return List().Reaction(position_) != nullptr;
 }
 
 bool HReactionCursorBase::SeekName(int origin, const char* name) {
-    if (origin != kFromPresent) position_ = 0;
-    for (const int count = Count(); name && position_ < count; ++position_) {
-        host::Reaction* reaction = Current();
+    if (origin != kFromPresent || position_ < 0) position_ = 0;
+    for (const int end = End(); name && position_ < end; ++position_) {
+        host::Reaction* reaction = List().Reaction(position_);
         if (reaction && reaction->GetName() == name) return true;
     }
     return false;
 }
 
-int HReactionCursorBase::Compare(FICursorPosition& other) {
-    if (other.TypeId() != TypeId()) return kNotComparable;
-    auto& same = static_cast<HReactionCursorBase&>(other);
-    if (context_->Reactions() != same.context_->Reactions()) return kNotComparable;
-    return (position_ > same.position_) - (position_ < same.position_);
-}
-
-void HReactionCursorBase::GetKey(FIValue& out) {
+void HReactionCursorBase::ReadKey(int position, FIValue& out) const {
     out.Clear();
-    if (host::Reaction* reaction = Current()) out.SetText(reaction->GetName().CStr());
-}
-
-FIEntry* HReactionCursorBase::GetEntry() {
-    host::Reaction* reaction = Current();
-    FIEntry* entry = reaction ? context_->MakeEntry(*reaction) : EmptyEntry();
-    return HandOut(entry);
+    if (host::Reaction* reaction = List().Reaction(position)) {
+        out.SetText(reaction->GetName().CStr());
+    }
 }

@@ -8,6 +8,7 @@
 #include "framework/ref.h"
 #include "host/hovex_options.h"
 #include "host/list_cursor.h"
+#include "host/numbered_cursor.h"
 #include "host/object_walk.h"
 
 class HFSOContext final : public CountedFromZero<FIContext> {
@@ -23,16 +24,21 @@ class HFSOContext final : public CountedFromZero<FIContext> {
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     FIEntry* MakeEntry(host::Viewable& object);
-    // The walks know their lists.
-    bool IsSameList(const HFSOContext&) const { return true; }
+    // Of a reaction; the shared empty entry when there is none of this number.
+    FIEntry* MakeEntry(int number);
+    // The walks tell the lists of one case apart.
+    bool IsSameList(const HFSOContext& other) const { return case_ == other.case_; }
 
     host::SimulationCase* Case() const { return case_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
-    // Null when the case has no reactions.
-    host::ReactionPackageManager* Reactions() const;
+    int ReactionCount() const;
+    // Null when there is none of this number.
+    host::Reaction* Reaction(int number) const;
 
  private:
+    // Null when the case has no reactions.
+    host::ReactionPackageManager* Reactions() const;
     FICursorBase* NewCursor();
     ObjectWalk MakeWalk() const;
 
@@ -60,25 +66,15 @@ class HDataTableCursorBase final
     using ListCursor::ListCursor;
 };
 
-// The position is the number of the reaction; the count is the end.
-class HReactionCursorBase final : public CountedFromZero<FICursorBase> {
+// The position is the number of the reaction. It may stand anywhere outside of them too.
+class HReactionCursorBase final : public NumberedCursor<HReactionCursorBase, HFSOContext> {
  public:
-    explicit HReactionCursorBase(HFSOContext* context, int position = 0);
+    using NumberedCursor::NumberedCursor;
 
-    const void* TypeId() const override;
-    FICursorBase* Clone(bool deep) override;
     bool Seek(int origin, int delta) override;
     bool SeekName(int origin, const char* name) override;
-    bool AtBegin() override { return position_ == 0; }
-    bool AtEnd() override { return position_ == Count(); }
-    int Compare(FICursorPosition& other) override;
-    void GetKey(FIValue& out) override;
-    FIEntry* GetEntry() override;
 
- private:
-    int Count() const;
-    host::Reaction* Current() const;
-
-    Ref<HFSOContext> context_;
-    int position_;
+ protected:
+    int End() const override { return List().ReactionCount(); }
+    void ReadKey(int position, FIValue& out) const override;
 };

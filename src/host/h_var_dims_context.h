@@ -24,7 +24,6 @@ class HVarDimsContext final : public CountedFromZero<FIContext> {
 
     HVarsEntry& Variable() const { return *variable_; }
     int Dimension() const { return dimension_; }
-    bool IsLast() const { return dimension_ >= variable_->Dimensions() - 1; }
     const host::VarDescription& Address() const { return address_; }
     const HElementNames& Names() const { return names_; }
     const HovexOptions* Options() const { return options_; }

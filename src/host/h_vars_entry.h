@@ -33,7 +33,6 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     // The object that lists the variable, and the one on which every read and store is done.
     host::Viewable* Owner() const { return owner_; }
     host::Viewable* EffectiveOwner() const;
-    const host::VarDescription& Description() const { return description_; }
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const;

@@ -82,10 +82,6 @@ const host::UnitRecord* DefaultUnit(host::HostServices& services, host::VarType 
     return unit;
 }
 
-double InternalNumber(const FIValue& value) {
-    return value.IsNull() ? host::kEmptyReal : value.AsDouble();
-}
-
 }  // namespace
 
 bool IsCustomBlock(const host::VariableNameInfo& row) {
@@ -192,6 +188,10 @@ const char* ScalarTypeText(int value_kind) {
         default:
             return "String";
     }
+}
+
+double InternalNumber(const FIValue& value) {
+    return value.IsNull() ? host::kEmptyReal : value.AsDouble();
 }
 
 const char* StoreValue(const HVariable& variable, const FIValue& value,

@@ -53,6 +53,8 @@ void ReadOptions(const HVariable& variable, FIValue& out);
 // The word that clients see as the type of a scalar.
 const char* ScalarTypeText(int value_kind);
 
+// The number that the host stores for a value in internal units; NULL is the empty real.
+double InternalNumber(const FIValue& value);
 // Stores; answers null or the message. Numbers are in internal units, NULL is the empty real.
 // Starts the solver and waits, unless a batch is open.
 const char* StoreValue(const HVariable& variable, const FIValue& value,

@@ -1,8 +1,9 @@
 #pragma once
 
 // NumberedCursor<Derived, Context>: what cursors over a numbered list have in common. Positions
-// count from 0; the count of elements is the end, where the key is NULL and the entry the shared
-// empty one. A family gives its seeks, End and ReadKey, and its Context
+// count from 0; the count of elements is the end. There, and wherever else no element is, the key
+// is NULL and the entry the shared empty one. A family gives its seeks, End and ReadKey, and its
+// Context
 //
 //     FIEntry* MakeEntry(int position);         // not counted
 //     bool IsSameList(const Context& other) const;
@@ -31,14 +32,14 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
         return (position_ > same.position_) - (position_ < same.position_);
     }
     void GetKey(FIValue& out) override {
-        if (position_ < End()) {
+        if (StandsOnElement()) {
             ReadKey(position_, out);
         } else {
             out.Clear();
         }
     }
     FIEntry* GetEntry() override {
-        FIEntry* entry = position_ < End() ? context_->MakeEntry(position_) : EmptyEntry();
+        FIEntry* entry = StandsOnElement() ? context_->MakeEntry(position_) : EmptyEntry();
         return HandOut(entry);
     }
 
@@ -50,6 +51,8 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
 
  private:
     static inline const char kTypeId = 0;
+
+    bool StandsOnElement() const { return position_ >= 0 && position_ < End(); }
 
     Ref<Context> context_;
 

@@ -8,6 +8,7 @@
 
 #include "diagnostics/error_log.h"
 #include "diagnostics/seek_table.h"
+#include "framework/empties.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "front/fixtop.h"
@@ -294,6 +295,27 @@ TEST_F(Front, solvers_come_by_kind) {
         EXPECT_EQ(kind, solver->Kind());
     }
     for (int kind : {-1, 0, 2, 3, 5}) EXPECT_EQ(nullptr, GetTopHovexSolver(nullptr, kind)) << kind;
+}
+
+// A context that says when it is gone.
+class LastSeen final : public CountedFromZero<FIContext> {
+ public:
+    explicit LastSeen(bool& gone) : gone_(gone) {}
+    ~LastSeen() override { gone_ = true; }
+    FICursorBase* MakeCursor(int) override { return EmptyCursor(); }
+
+ private:
+    bool& gone_;
+};
+
+TEST_F(Front, set_top_attach_destroys_a_context_with_one_reference) {
+    bool gone = false;
+    auto context = Ref<FIContext>::Share(new LastSeen(gone));
+    auto second = context;
+    SetTopAttach(second.Detach(), true);
+    EXPECT_FALSE(gone);
+    SetTopAttach(context.Detach(), true);
+    EXPECT_TRUE(gone);
 }
 
 TEST_F(Front, set_top_attach_gives_up_one_reference) {

@@ -176,7 +176,11 @@ TEST_F(Attachments, correlations_read_and_store_on_the_object_that_the_node_lead
         // The attachment is followed to another object: the variables now describe that one.
         auto& other = host.main.Add("Other", host.utility);
         other.reals[":D.9"] = 7.0;
+        other.owner = &vessel;
         PointAt(&other);
+        EXPECT_EQ("Vessel", Read(*density, "container"));
+        EXPECT_EQ("a UnitOpObject", Read(*density, "container_type"));
+        EXPECT_EQ("UnitOp", Read(*density, "container_category"));
         EXPECT_EQ("REAL 7", Read(*density, "value"));
         EXPECT_EQ("Specified", Read(*density, "status"));
         EXPECT_EQ("(NULL)", Write(*density, "value", FIValue::OfReal(8.0)));

@@ -212,6 +212,22 @@ TEST_F(CaseWalk, host_paths_open_the_same_node_from_the_model_and_from_the_top) 
     }
 }
 
+TEST_F(CaseWalk, published_variables_are_read_and_stored) {
+    Open("demo");
+    NodeRef node = Top();
+    ASSERT_TRUE(node->SeekPath(FIValue("Published Variables.Chiller Setpoint")));
+    EXPECT_EQ("REAL -20", Read(*node, "value"));
+    EXPECT_EQ("C", Read(*node, "uom"));
+    EXPECT_EQ("(NULL)", StoreAttribute(*node, "uom", FIValue("K")));
+    EXPECT_EQ("(NULL)", Store(*node, FIValue::OfReal(263.15)));
+    NodeRef other = Top();
+    ASSERT_TRUE(other->SeekPath(FIValue("Published Variables.Chiller Setpoint")));
+    EXPECT_DOUBLE_EQ(-10.0, Number(*other));
+    ASSERT_TRUE(other->Prev());
+    EXPECT_EQ("Sales Gas Target", NameAt(*other));
+    EXPECT_EQ("MolarFlow", Read(*other, "dimension"));
+}
+
 TEST_F(CaseWalk, fractions_are_stored_where_they_are_meant) {
     Open("demo");
     NodeRef ethane = At("FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.Ethane");

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 
+#include "diagnostics/instance_counts.h"
 #include "framework/empties.h"
 #include "framework/fi_iterator.h"
 #include "framework/top_entry.h"
@@ -12,6 +13,7 @@
 #include "host/fso.h"
 #include "host/su_and_u.h"
 #include "support/cursor_harness.h"
+#include "support/debug_capture.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 #include "support/temporary_folder.h"
@@ -26,6 +28,31 @@ class Levels : public testing::Test {
     }
     Ref<FIEntry> AppModel() { return Child(*Models(), "appModel"); }
     Ref<FIEntry> FlowSheetObjects() { return Child(*AppModel(), "FlowSheetObjects"); }
+
+    struct FixedLevel {
+        const char* what;
+        Ref<FIContext> context;
+        Names keys;
+        int end_origin;
+        int reports_end_at;
+    };
+    std::vector<FixedLevel> FixedLevels() {
+        return {{"models",
+                 Ref<FIContext>::Share(Models().Get()),
+                 {"appModel", "QSI Published Variables", "Published Variables"},
+                 2,
+                 3},
+                {"case",
+                 Ref<FIContext>::Adopt(AppModel()->GetContext()),
+                 {"FlowSheetObjects", "Basis", "DataBook"},
+                 2,
+                 2},
+                {"flowsheet",
+                 Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext()),
+                 {"Streams", "UnitOps", "Utilities", "Reactions"},
+                 4,
+                 4}};
+    }
 
     scripted::Host host;
 };
@@ -105,6 +132,83 @@ TEST_F(Levels, cursor_of_a_case_reports_its_end_on_the_data_book) {
     EXPECT_TRUE(cursor->AtEnd());
 }
 
+TEST_F(Levels, fixed_cursors_stay_within_their_bounds) {
+    for (const FixedLevel& level : FixedLevels()) {
+        const int end = static_cast<int>(level.keys.size());
+        struct Step {
+            int origin;
+            int delta;
+            int stands_at;
+        };
+        const Step steps[] = {{0, 100, end},
+                              {1, -1, end - 1},
+                              {1, 100, end},
+                              {1, -1, end - 1},
+                              {0, -100, 0},
+                              {1, 1, 1},
+                              {2, 0, level.end_origin},
+                              {2, 100, end},
+                              {2, -1, level.end_origin - 1},
+                              {2, -100, 0},
+                              {1, -100, 0}};
+        auto cursor = ChildrenOf(*level.context);
+        for (const Step& step : steps) {
+            SCOPED_TRACE(testing::Message()
+                         << level.what << " Seek(" << step.origin << ", " << step.delta << ")");
+            EXPECT_EQ(step.stands_at < end, cursor->Seek(step.origin, step.delta));
+            EXPECT_EQ(step.stands_at < end ? level.keys[step.stands_at] : "(NULL)",
+                      cursor_harness::KeyOf(*cursor));
+            EXPECT_EQ(step.stands_at == level.reports_end_at, cursor->AtEnd());
+        }
+    }
+}
+
+TEST_F(Levels, a_search_for_a_fixed_name_stays_where_it_began) {
+    for (const FixedLevel& level : FixedLevels()) {
+        const int end = static_cast<int>(level.keys.size());
+        const std::pair<int, int> searches[] = {
+            {kFromFirst, 0}, {kFromPresent, 1}, {kFromEnd, level.end_origin}};
+        for (const auto& [origin, stands_at] : searches) {
+            SCOPED_TRACE(testing::Message() << level.what << " from " << origin);
+            auto cursor = ChildrenOf(*level.context);
+            ASSERT_TRUE(cursor->Seek(kFromFirst, 1));
+            EXPECT_FALSE(cursor->SeekName(origin, "nobody"));
+            EXPECT_EQ(stands_at < end ? level.keys[stands_at] : "(NULL)",
+                      cursor_harness::KeyOf(*cursor));
+            EXPECT_TRUE(cursor->SeekName(origin, level.keys[0].c_str())) << "before it too";
+            EXPECT_EQ(level.keys[0], cursor_harness::KeyOf(*cursor));
+        }
+    }
+}
+
+TEST_F(Levels, fixed_names_are_found_as_they_are_written_alone) {
+    for (const FixedLevel& level : FixedLevels()) {
+        for (const std::string& key : level.keys) {
+            std::string lower = key;
+            std::string upper = key;
+            for (char& c : lower) c = static_cast<char>(std::tolower(c));
+            for (char& c : upper) c = static_cast<char>(std::toupper(c));
+            auto cursor = ChildrenOf(*level.context);
+            EXPECT_TRUE(cursor->SeekName(kFromFirst, key.c_str())) << key;
+            for (const std::string& other : {lower, upper, key + " ", key.substr(1)}) {
+                EXPECT_FALSE(cursor->SeekName(kFromFirst, other.c_str())) << other;
+            }
+        }
+    }
+}
+
+TEST_F(Levels, models_of_two_cases_compare_by_position) {
+    scripted::Case other;
+    auto models = Models();
+    auto others = Ref<HAandCContext>::Share(new HAandCContext(&other, {}));
+    auto one = ChildrenOf(*models);
+    auto another = ChildrenOf(*others);
+    EXPECT_EQ(0, one->Compare(*another));
+    ASSERT_TRUE(another->Seek(kFromFirst, 1));
+    EXPECT_EQ(-1, one->Compare(*another));
+    EXPECT_EQ(1, another->Compare(*one));
+}
+
 TEST_F(Levels, cursors_of_different_flowsheets_do_not_compare) {
     scripted::FlowSheet inner;
     inner.type = &host.simulation_object;
@@ -126,6 +230,13 @@ TEST_F(Levels, contexts_have_no_key_cursor) {
 }
 
 // ---- Tables of attributes ----
+
+void ExpectNames(const char* name, FIEntry& entry) {
+    EXPECT_EQ(name, NameOf(entry));
+    for (const char* row : {"id", "browser_name", "display_name"}) {
+        EXPECT_EQ(name, Read(entry, row)) << row;
+    }
+}
 
 TEST_F(Levels, tables_have_the_standard_rows_and_three_switches) {
     EXPECT_EQ(StandardRowsAnd(kThreeSwitches), AllRows<HAandCEntry>());
@@ -150,9 +261,7 @@ TEST_F(Levels, models_show_their_rows) {
         Ref<FIEntry> entry = Child(*context, each.name);
         ASSERT_TRUE(entry);
         EXPECT_EQ(kLevelRows, ShownRows(*entry));
-        for (const char* row : {"id", "browser_name", "display_name"}) {
-            EXPECT_EQ(each.name, Read(*entry, row)) << row;
-        }
+        ExpectNames(each.name, *entry);
         EXPECT_EQ(each.type, Read(*entry, "type"));
         EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
         EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
@@ -171,18 +280,17 @@ TEST_F(Levels, published_variables_have_children_when_the_range_is_not_empty) {
         const char* answer;
     };
     for (const Case& each : {Case{5, 7, "INT 1"}, Case{0, 0, "INT 1"}, Case{0, -1, "INT 0"}}) {
-        host::DimInfo bounds;
-        bounds.count = 1;
-        bounds.low[0] = each.low;
-        bounds.high[0] = each.high;
-        host.manager.dimensions["RTIVariable.500"] = bounds;
+        host.manager.SetPublishedRange(each.low, each.high);
         EXPECT_EQ(each.answer, Read(*entry, "has_children")) << each.low << ".." << each.high;
     }
 }
 
 TEST_F(Levels, published_file_has_children_when_it_lies_beside_the_document) {
+    // The folder is the working directory, which the document's is not.
     TemporaryFolder folder;
-    const std::string plant = folder.File("plant");
+    std::filesystem::create_directory(folder.Path() / "cases");
+    folder.Write("plant.atpub", "x");
+    const std::string plant = folder.File("cases/plant");
     host.simulation_case.document = host::FileName(host::Text(plant + ".case"), host::Text());
     Ref<FIEntry> entry = Child(*Models(), "QSI Published Variables");
     EXPECT_EQ("INT 0", Read(*entry, "has_children"));
@@ -220,7 +328,7 @@ TEST_F(Levels, nodes_of_a_case_show_their_rows) {
         Ref<FIEntry> entry = Child(*AppModel(), each.name);
         ASSERT_TRUE(entry);
         EXPECT_EQ(kLevelRows, ShownRows(*entry));
-        EXPECT_EQ(each.name, Read(*entry, "id"));
+        ExpectNames(each.name, *entry);
         EXPECT_EQ(each.type, Read(*entry, "type"));
         EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
         EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
@@ -242,7 +350,7 @@ TEST_F(Levels, nodes_of_a_flowsheet_show_their_rows) {
         Ref<FIEntry> entry = Child(*FlowSheetObjects(), each.name);
         ASSERT_TRUE(entry);
         EXPECT_EQ(rows, ShownRows(*entry));
-        EXPECT_EQ(each.name, Read(*entry, "display_name"));
+        ExpectNames(each.name, *entry);
         EXPECT_EQ(each.name, Read(*entry, "type"));
         EXPECT_EQ(each.has_children, Read(*entry, "has_children"));
         EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
@@ -315,15 +423,22 @@ TEST_F(Levels, writes_take_the_switches_alone) {
 }
 
 TEST_F(Levels, attachments_switch_goes_down_to_new_nodes) {
-    host.main.Add("Feed", host.stream);
-    auto model = AppModel();
-    auto read = [&] {
-        auto streams = Child(*Child(*model, "FlowSheetObjects"), "Streams");
-        return Read(*Child(*streams, "Feed"), "attachments");
-    };
-    EXPECT_EQ("INT 1", read());
-    EXPECT_EQ("(NULL)", Write(*model, "attachments", FIValue::OfInt(0)));
-    EXPECT_EQ("INT 0", read());
+    host.main.Add("Feed", host.stream).AddReal(":D.1", "T", 1.0);
+    const Names path = {"appModel", "FlowSheetObjects", "Streams", "Feed", "T"};
+    for (std::size_t written = 0; written + 1 < path.size(); ++written) {
+        for (const int follow : {0, 1}) {
+            SCOPED_TRACE(path[written] + " " + std::to_string(follow));
+            auto node = Child(*Models(), path[0].c_str());
+            for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+                if (i == written) {
+                    EXPECT_EQ("(NULL)", Write(*node, "attachments", FIValue::OfInt(follow)));
+                }
+                node = Child(*node, path[i + 1].c_str());
+                ASSERT_TRUE(node);
+            }
+            EXPECT_EQ(follow ? "INT 1" : "INT 0", Read(*node, "attachments"));
+        }
+    }
 }
 
 // ---- Paths in the host's notation ----
@@ -336,18 +451,31 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
                    {"/FluidPkgMgr.300/x", "FlowSheetObjects|x"},
                    {"/Utility.300(Env)", "FlowSheetObjects|Utility.300(Env)"},
                    {"/ProcessDataTable.300(T1)/x", "DataBook|(T1)/x"},
+                   {"/FlowSht.1", "(NULL)|/FlowSht.1"},
+                   {"/FlowSht.1/", "FlowSheetObjects|"},
                    {"/flowsht.1/x", "(NULL)|/flowsht.1/x"},
+                   {"/fluidpkgmgr.300/x", "(NULL)|/fluidpkgmgr.300/x"},
+                   {"/utility.300", "(NULL)|/utility.300"},
+                   {"/processdatatable.300", "(NULL)|/processdatatable.300"},
+                   {"Utility.300(Env)", "(NULL)|Utility.300(Env)"},
                    {"FlowSht.1/", "(NULL)|FlowSht.1/"},
                    {"", "(NULL)|"},
                });
     auto of_flowsheet = Ref<FIContext>::Adopt(FlowSheetObjects()->GetContext());
-    ExpectKeys(*of_flowsheet, {
-                                  {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
-                                  {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
-                                  {"Utility.300(Env)", "Utilities|(Env)"},
-                                  {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
-                                  {"Solver.400", "(NULL)|Solver.400"},
-                              });
+    ExpectKeys(*of_flowsheet,
+               {
+                   {"UnitOpObject.400(E-100)/:x", "UnitOps|(E-100)/:x"},
+                   {"StreamObject.400(Feed)/:x", "Streams|(Feed)/:x"},
+                   {"Utility.300(Env)", "Utilities|(Env)"},
+                   {"RxnPackageManager.300/Rxn.300(R)", "Reactions|(R)"},
+                   {"unitopobject.400x", "(NULL)|unitopobject.400x"},
+                   {"streamobject.400x", "(NULL)|streamobject.400x"},
+                   {"utility.300x", "(NULL)|utility.300x"},
+                   {"RxnPackageManager.300/rxn.300", "(NULL)|RxnPackageManager.300/rxn.300"},
+                   {"RxnPackageManager.300", "(NULL)|RxnPackageManager.300"},
+                   {"/Utility.300", "(NULL)|/Utility.300"},
+                   {"Solver.400", "(NULL)|Solver.400"},
+               });
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
@@ -469,6 +597,51 @@ TEST_F(Levels, each_node_lists_its_own_objects) {
     EXPECT_EQ(Names({"Inner"}), ChildNames(*Child(*operation, "Streams")));
 }
 
+TEST_F(Levels, without_a_connection_no_published_variables_are_listed) {
+    host.simulation_case.manager = nullptr;
+    auto published = Child(*Models(), "Published Variables");
+    EXPECT_EQ(EmptyContext(), published->GetContext());
+}
+
+TEST_F(Levels, what_lies_below_a_node_keeps_it) {
+    host.main.Add("Feed", host.stream).AddReal(":D.1", "T", 1.0);
+    scripted::Basis basis;
+    scripted::SpecSource source;
+    basis.type = &host.viewable;
+    basis.spec_source = &source;
+    host.simulation_case.basis = &basis;
+    for (const char* path :
+         {"appModel", "appModel FlowSheetObjects", "appModel Basis", "appModel DataBook",
+          "appModel FlowSheetObjects Streams", "appModel FlowSheetObjects Reactions",
+          "appModel FlowSheetObjects Streams Feed"}) {
+        Ref<FIEntry> node;
+        for (const std::string& name : SplitNames(path)) {
+            node = node ? Child(*node, name.c_str()) : Child(*Models(), name.c_str());
+            ASSERT_TRUE(node) << path;
+        }
+        auto below = Ref<FIContext>::Adopt(node->GetContext());
+        EXPECT_EQ(3, node->AddRef()) << path << ": the test's, the context's, and one more";
+        node->Release();
+        below.Reset();
+        EXPECT_EQ(2, node->AddRef()) << path;
+        node->Release();
+    }
+}
+
+TEST_F(Levels, nodes_of_the_host_are_not_counted) {
+    auto& feed = host.main.Add("Feed", host.stream);
+    feed.AddReal(":D.1", "T", 1.0);
+    auto node = Child(*Child(*Child(*FlowSheetObjects(), "Streams"), "Feed"), "T");
+    ASSERT_TRUE(node);
+    const DebugCapture capture;
+    ReportInstances(CountGroup::kHostEntries, 0);
+    EXPECT_EQ(18u, capture.Pieces().size());
+    for (const std::string& line : capture.Pieces()) {
+        EXPECT_NE(std::string::npos, line.find(": count: 0, total: 0\n")) << line;
+    }
+    EXPECT_EQ("  HovexOptions: count: 0, total: 0\n", capture.Pieces().front());
+}
+
 TEST_F(Levels, missing_lists_are_empty) {
     EXPECT_EQ(Names(), ChildNames(*Child(*AppModel(), "DataBook")));
     for (const char* name : {"Streams", "UnitOps", "Utilities", "Reactions"}) {
@@ -500,6 +673,41 @@ TEST_F(Levels, a_case_context_without_options_makes_its_own) {
     auto without_case =
         Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
     EXPECT_FALSE(without_case->Options());
+}
+
+TEST_F(Levels, a_null_case_is_the_active_one) {
+    scripted::Case other;
+    for (host::SimulationCase* given : {static_cast<host::SimulationCase*>(nullptr),
+                                        static_cast<host::SimulationCase*>(&other)}) {
+        host::SimulationCase* expected = given ? given : &host.simulation_case;
+        EXPECT_EQ(expected, HovexOptions(given).Case());
+        EXPECT_EQ(expected, Ref<HAandCContext>::Share(new HAandCContext(given, {}))->Case());
+        auto of_case = Ref<HFandBContext>::Share(new HFandBContext(given, nullptr, true, nullptr));
+        EXPECT_EQ(expected, of_case->Case());
+        EXPECT_EQ(expected, of_case->Options()->Case());
+        auto of_flowsheet =
+            Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, given, nullptr, true, nullptr));
+        EXPECT_EQ(expected, of_flowsheet->Case());
+        EXPECT_EQ(expected->MainFlowSheet(), of_flowsheet->FlowSheet());
+        auto of_objects = Ref<HFSOContext>::Share(
+            new HFSOContext(nullptr, given, HFSOContext::kStreams, nullptr, true, nullptr));
+        EXPECT_EQ(expected, of_objects->Case());
+    }
+}
+
+TEST_F(Levels, options_at_the_top_know_whether_the_case_is_in_dynamics) {
+    for (const bool dynamic : {false, true}) {
+        for (const bool case_dynamic : {false, true}) {
+            host.simulation_case.dynamic = dynamic;
+            host.simulation_case.case_dynamic = case_dynamic;
+            const HovexOptions options(&host.simulation_case);
+            EXPECT_EQ(dynamic || case_dynamic, options.ReaderOptions()->dynamics)
+                << dynamic << case_dynamic;
+            EXPECT_TRUE(options.ReaderOptions()->first);
+            EXPECT_TRUE(options.ReaderOptions()->second);
+            EXPECT_FALSE(options.ReaderOptions()->third);
+        }
+    }
 }
 
 TEST_F(Levels, options_take_what_they_lack_from_above) {

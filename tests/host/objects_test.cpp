@@ -73,6 +73,8 @@ TEST_F(Objects, cursors_are_cursors) {
     host.simulation_case.utilities = &utilities;
     CheckCursorFamily(
         HostListFamily("HUtilCursorBase", *all_utilities, {"XS1", "XS2", "XS3", "M0", "M1"}));
+    CheckCursorFamily(
+        HostListFamily("HUtilCursorBase of the case alone", *no_utilities, {"M0", "M1"}));
     host.simulation_case.tables = &tables;
     auto all_tables = List(HFSOContext::kDataTables);
     CheckCursorFamily(HostListFamily("HDataTableCursorBase", *all_tables, {"M2", "M3"}));
@@ -81,6 +83,24 @@ TEST_F(Objects, cursors_are_cursors) {
     host.simulation_case.tables = nullptr;
     EXPECT_EQ(Names(), ChildNames(*no_utilities));
     EXPECT_EQ(Names(), ChildNames(*no_tables));
+}
+
+TEST_F(Objects, utilities_of_the_case_are_shown_whatever_they_are) {
+    host.main.Add("Feed", host.stream);
+    host.main.Add("Envelope", host.utility);
+    scripted::List utilities;
+    host.simulation_case.utilities = &utilities;
+    auto context = List(HFSOContext::kUtilities);
+    auto cursor = ChildrenOf(*context);
+    EXPECT_TRUE(cursor->Seek(kFromEnd, 0));
+    EXPECT_EQ("Envelope", cursor_harness::KeyOf(*cursor)) << "nothing in the list of the case";
+    scripted::Plain more[2];
+    more[0].name = host::Text("stream");
+    more[0].type = &host.stream;
+    more[1].name = host::Text("operation");
+    more[1].type = &host.unit_op;
+    for (scripted::Plain& each : more) utilities.Add(static_cast<host::Viewable*>(&each));
+    EXPECT_EQ(Names({"Envelope", "stream", "operation"}), ChildNames(*context));
 }
 
 TEST_F(Objects, reactions_are_listed_by_number) {
@@ -107,6 +127,36 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     family.before_first = family.off_first = SeekOutcome{false, std::nullopt};
     CheckCursorFamily(family);
     EXPECT_EQ("R1", NameOf(*Child(*context, "R1")));
+    // It may stand anywhere outside, and comes back from there.
+    struct Step {
+        int origin;
+        int delta;
+        const char* key;
+        bool at_begin;
+        bool at_end;
+    };
+    const Step steps[] = {{0, -2, "(NULL)", false, false}, {1, 2, "R0", true, false},
+                          {2, 2, "(NULL)", false, false},  {1, -2, "(NULL)", false, true},
+                          {1, -1, "R2", false, false},     {2, 2147483647, "(NULL)", false, false},
+                          {0, 0, "R0", true, false}};
+    auto cursor = ChildrenOf(*context);
+    for (const Step& step : steps) {
+        SCOPED_TRACE(testing::Message() << "Seek(" << step.origin << ", " << step.delta << ")");
+        EXPECT_EQ(std::string(step.key) != "(NULL)", cursor->Seek(step.origin, step.delta));
+        EXPECT_EQ(step.key, cursor_harness::KeyOf(*cursor));
+        EXPECT_EQ(step.at_begin, cursor->AtBegin());
+        EXPECT_EQ(step.at_end, cursor->AtEnd());
+    }
+    ASSERT_TRUE(cursor->Seek(kFromFirst, 1));
+    EXPECT_FALSE(cursor->SeekName(kFromPresent, "R0")) << "the search goes on from the present";
+    EXPECT_TRUE(cursor->SeekName(kFromEnd, "R0"));
+    EXPECT_EQ(kNotComparable, cursor->Compare(*ChildrenOf(*no_reactions))) << "another case";
+    // A number may have no reaction.
+    manager.reactions[1] = nullptr;
+    EXPECT_FALSE(cursor->Seek(kFromFirst, 1));
+    EXPECT_EQ("(NULL)", cursor_harness::KeyOf(*cursor));
+    EXPECT_EQ(EmptyEntry(), Ref<FIEntry>::Adopt(cursor->GetEntry()).Get());
+    EXPECT_TRUE(cursor->SeekName(kFromPresent, "R2"));
 }
 
 TEST_F(Objects, contexts_have_no_key_cursor) {
@@ -306,8 +356,11 @@ TEST_F(Objects, objects_show_their_rows) {
     TestVarSet vars;
     entry->SetVarSet(&vars);
     EXPECT_EQ("Top.here", Read(*entry, "path"));
-    EXPECT_EQ("(NULL)", Write(*entry, "skipcorrelations", FIValue::OfInt(1)));
-    EXPECT_EQ("INT 1", Read(*entry, "skipcorrelations"));
+    for (const char* name : {"skipcorrelations", "skipattachments"}) {
+        EXPECT_EQ("INT 0", Read(*entry, name)) << name;
+        EXPECT_EQ("(NULL)", Write(*entry, name, FIValue::OfInt(1))) << name;
+        EXPECT_EQ("INT 1", Read(*entry, name)) << name;
+    }
     EXPECT_EQ("(NULL)", Write(*entry, "attachments", FIValue::OfInt(0)));
     EXPECT_EQ("INT 0", Read(*entry, "attachments"));
     EXPECT_EQ("Not supported", Write(*entry, "value", FIValue::OfInt(0)));
@@ -320,6 +373,7 @@ TEST_F(Objects, template_operations_tell_of_their_hierarchy) {
     EXPECT_EQ("INT 0", Read(*Node(column), "no_containers_below"));
     EXPECT_EQ("INT 1", Read(*Node(special), "no_containers_below")) << "a subclass does not count";
     for (auto* object : {&column, &special}) {
+        EXPECT_EQ("INT 1", Read(*Node(*object), "isObject"));
         EXPECT_EQ("INT 1", Read(*Node(*object), "isHierarchy"));
         EXPECT_EQ("(NULL)", Read(*Node(*object), "noObjectsBelow"));
     }
@@ -345,6 +399,10 @@ TEST_F(Objects, containers_are_told_from_the_outermost) {
     EXPECT_EQ("Main", Read(*Node(plain), "container"));
     EXPECT_EQ("a SimulationObjectObject", Read(*Node(plain), "container_type"));
     EXPECT_EQ("a SimulationObjectObject", Read(*Node(plain), "container_category"));
+    auto& part = host.main.Add("Part", host.utility);
+    part.owner = &plain;
+    EXPECT_EQ("Feed", Read(*Node(part), "container"));
+    EXPECT_EQ("a StreamObject", Read(*Node(part), "container_category")) << "no unit operation";
     plain.owner = nullptr;
     for (const char* row : {"container", "container_type", "container_category"}) {
         EXPECT_EQ("(NULL)", Read(*Node(plain), row)) << row;
@@ -439,8 +497,9 @@ TEST_F(Objects, children_are_the_specification_when_the_options_say_so) {
     EXPECT_EQ(0, host.spec_infos);
     auto entry = Node(feed);
     source.fills = 0;
-    entry->GetContext()->Release();
-    entry->GetContext()->Release();
+    source.fill = [](scripted::SpecInfo& info) { info.Add("Rating").number = 1.0; };
+    EXPECT_EQ(Names({"Rating"}), ChildNames(*entry)) << "not the variables";
+    EXPECT_EQ(Names({"Rating"}), ChildNames(*entry));
     EXPECT_EQ(1, source.fills) << "filled once";
     EXPECT_EQ(static_cast<host::Viewable*>(&feed), source.last->owner);
     EXPECT_EQ(options.ReaderOptions(), source.last->options);
@@ -467,6 +526,15 @@ TEST_F(Objects, a_stream_is_held_once_and_solved_when_it_is_given_back) {
     EXPECT_EQ("begin session end ", product_stream.calls);
     EXPECT_EQ("task ", host.solver.calls);
     EXPECT_EQ(1, host.turns);
+}
+
+TEST_F(Objects, a_stream_that_was_not_held_is_given_back_too) {
+    auto& feed = host.main.Add("Feed", host.stream);
+    scripted::Stream stream;
+    feed.stream = &stream;
+    Node(feed)->BeginBatch();
+    EXPECT_EQ("end ", stream.calls);
+    EXPECT_EQ("task ", host.solver.calls);
 }
 
 TEST_F(Objects, other_objects_are_not_held) {
@@ -511,6 +579,12 @@ TEST_F(Objects, host_paths_name_objects) {
     EXPECT_EQ("T-100|x/y", KeyAndRest(*operations, "(T-100/FlowSht.1/x/y"));
     EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100/x"));
     EXPECT_EQ("T-100|x", KeyAndRest(*operations, "(T-100)/FlowSht.1/x"));
+    EXPECT_EQ("T-100|x/y", KeyAndRest(*operations, "T-100:FlowSht.1/x/y"));
+    scripted::List utilities;
+    utilities.Add(static_cast<host::Viewable*>(&column));
+    host.simulation_case.utilities = &utilities;
+    EXPECT_EQ("T-100|FlowSht.1/x", KeyAndRest(*List(HFSOContext::kUtilities), "T-100/FlowSht.1/x"))
+        << "only streams and operations have the step of an inner flowsheet";
 }
 
 }  // namespace

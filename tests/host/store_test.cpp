@@ -210,10 +210,24 @@ TEST_F(Stores, only_streams_numbers_and_types_of_compositions_count) {
 }
 
 TEST_F(Stores, an_open_batch_neither_solves_nor_waits) {
-    auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
+    auto& choice = feed.AddRow(":E.1", "choice", host::kEnumeration);
+    choice.enumeration =
+        std::make_unique<scripted::Enumeration>(std::vector<std::string>{"Off", "On"});
+    const std::pair<Ref<FIEntry>, FIValue> stores[] = {
+        {Node(feed.AddReal(":D.1", "T", 1.0)), FIValue::OfReal(2.0)},
+        {Node(choice), FIValue("On")},
+        {Node(feed.AddText(":T.1", "t", "before")), FIValue("after")}};
+    for (const auto& [entry, value] : stores) {
+        EXPECT_EQ("(NULL)", Write(*entry, "value", value));
+        EXPECT_EQ("task ", host.solver.calls) << Shown(value);
+        host.solver.calls.clear();
+    }
+    host.turns = 0;
     EditBatch().Add(&feed);
-    EXPECT_EQ("(NULL)", Write(*entry, "value", FIValue::OfReal(2.0)));
-    EXPECT_EQ("", host.solver.calls);
+    for (const auto& [entry, value] : stores) {
+        EXPECT_EQ("(NULL)", Write(*entry, "value", value));
+        EXPECT_EQ("", host.solver.calls) << Shown(value);
+    }
     EXPECT_EQ(0, host.turns);
     EXPECT_TRUE(EditBatch().Remove(&feed));
     EXPECT_FALSE(EditBatch().Remove(&feed));

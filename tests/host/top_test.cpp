@@ -71,6 +71,30 @@ TEST_F(Tops, the_solver_is_lent) {
     EXPECT_FALSE(bare->QueryService(1, &service));
 }
 
+TEST_F(Tops, the_solver_goes_with_its_entry) {
+    auto notify_of_case = HSolverNotify::ForCase(&host.simulation_case);
+    const auto held = notify_of_case->AddRef();
+    top.Reset();
+    EXPECT_EQ(held - 1, notify_of_case->Release() + 1) << "the solver has given up its reference";
+}
+
+TEST_F(Tops, a_null_case_is_the_active_one) {
+    scripted::Case other;
+    other.visible = false;
+    other.document = host::FileName(host::Text("/cases/other.case"), host::Text());
+    auto of_other =
+        Ref<FIXTopEntry>::Share(new FIXTopEntry(context.Get(), &other, nullptr, nullptr));
+    EXPECT_EQ("false", Read(*of_other, "visible"));
+    EXPECT_EQ("true", Read(*top, "visible"));
+    const std::pair<host::SimulationCase*, const char*> documents[] = {{nullptr, "plant"},
+                                                                       {&other, "other"}};
+    for (const auto& [given, name] : documents) {
+        FIValue out;
+        HDocumentAgg(given).DocumentName(out);
+        EXPECT_EQ(name, Shown(out));
+    }
+}
+
 TEST_F(Tops, status_is_that_of_the_solver) {
     EXPECT_EQ("Severe error, no solver found.", Read(*top, "status"));
     scripted::Plain state;
@@ -126,38 +150,33 @@ TEST_F(Tops, attachments_go_to_the_context) {
     context->Release();
 }
 
-TEST_F(Tops, a_case_is_hidden_with_the_window_behind_it) {
-    for (const char* text : {"false", "0"}) {
+TEST_F(Tops, a_case_is_hidden_and_shown_with_its_window) {
+    struct Case {
+        FIValue value;
+        int window;
+        bool last_case;
+        const char* calls;
+    };
+    const Case cases[] = {
+        {FIValue("false"), 1, true, "hide window=0 "},
+        {FIValue("0"), 4, true, "hide window=0 "},
+        {FIValue::OfInt(0), 0, true, "hide "},
+        // Another case is still active: the window stays.
+        {FIValue("false"), 2, false, "hide "},
+        {FIValue("true"), 0, true, "window=4 show update "},
+        {FIValue("1"), 0, true, "window=4 show update "},
+        {FIValue::OfInt(1), 1, true, "show update "},
+        {FIValue("true"), 4, true, "show update "},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(Shown(each.value) + " window " + std::to_string(each.window));
         host.session.active = &host.simulation_case;
-        host.form.show_state = 1;
-        EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue(text)));
-        EXPECT_FALSE(host.simulation_case.visible);
-        EXPECT_EQ(0, host.form.show_state);
+        host.session.deactivates = each.last_case;
+        host.form.show_state = each.window;
+        host.window_calls.clear();
+        EXPECT_EQ("(NULL)", Write(*top, "visible", each.value));
+        EXPECT_EQ(each.calls, host.window_calls);
     }
-    host.form.changes = 0;
-    EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue::OfInt(0)));
-    EXPECT_EQ(0, host.form.changes) << "hidden already";
-    // Another case is still active: the window stays.
-    host.form.show_state = 2;
-    host.session.deactivates = false;
-    host.session.active = &host.simulation_case;
-    EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue("false")));
-    EXPECT_EQ(2, host.form.show_state);
-}
-
-TEST_F(Tops, a_case_is_shown_with_its_window) {
-    for (const char* text : {"true", "1"}) {
-        host.form.show_state = 0;
-        host.simulation_case.visible = false;
-        host.view_updates = 0;
-        EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue(text)));
-        EXPECT_TRUE(host.simulation_case.visible);
-        EXPECT_EQ(4, host.form.show_state);
-        EXPECT_EQ(1, host.view_updates);
-    }
-    host.form.show_state = 1;
-    EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue("true")));
-    EXPECT_EQ(1, host.form.show_state);
     host.session.form = nullptr;
     EXPECT_EQ("(NULL)", Write(*top, "visible", FIValue("true")));
 }
@@ -201,11 +220,19 @@ TEST_F(Tops, changes_and_deletions_reach_their_subscribers) {
     EXPECT_EQ("1 ", value.told);
     Write(*top, "visible", FIValue("true"));
     EXPECT_EQ("1 1 ", value.told) << "showing the case is a change";
+    Write(*top, "visible", FIValue("false"));
+    EXPECT_EQ("1 1 1 ", value.told) << "so is hiding it";
+    Write(*top, "visible", FIValue("maybe"));
+    Write(*top, "visible", FIValue());
+    Write(*top, "attachments", FIValue::OfInt(1));
+    EXPECT_EQ("1 1 1 ", value.told);
     EXPECT_FALSE(top->Unsubscribe(&value, 2));
+    EXPECT_FALSE(top->Unsubscribe(&structure, 1));
     EXPECT_TRUE(top->Unsubscribe(&value, 1));
     EXPECT_FALSE(top->Unsubscribe(&value, 1));
     notify(0);
-    EXPECT_EQ("1 1 ", value.told);
+    EXPECT_EQ("1 1 1 ", value.told);
+    EXPECT_EQ("0 ", deleted.told);
 }
 
 TEST_F(Tops, who_unsubscribes_in_a_round_is_skipped) {

@@ -143,6 +143,49 @@ TEST_F(Variables, a_number_shows_its_rows) {
     EXPECT_EQ("Top.here", Read(*entry, "path"));
 }
 
+TEST_F(Variables, rows_are_shown_by_kind_and_dimensions) {
+    struct Case {
+        const char* moniker;
+        int kind;
+        host::VarType unit_type;
+        bool read_by_somebody;
+        const char* value;    // what a scalar shows after "id"
+        const char* options;  // after "can_enter"
+        const char* path;     // after "has_children"
+        const char* status;   // after the limits
+        const char* last;     // after "moniker"
+    };
+    constexpr auto none = host::kVariableUnitType;
+    const Case cases[] = {
+        {":D.1", host::kReal, none, false, " value", "", "", " status", ""},
+        {":D.1", host::kReal, 1, false, " value dimension uom", " uom_options", "", " status", ""},
+        {":D.1", host::kReal, none, true, " value", "", " path", " status", ""},
+        {":E.1", host::kEnumeration, none, false, " value", " option_list", "", " status", ""},
+        {":T.1", host::kText, none, false, " value", "", "", " status", ""},
+        {":A.1", host::kAttachment, none, false, " value", "", "", " status", " fullattachmoniker"},
+        {":M.1", host::kMessage, none, false, " value", "", "", " status", ""},
+        {":D.[]", host::kReal, 1, false, "", "", "", "", " offsetmoniker0"},
+        {":D.[].[]", host::kReal, 1, true, "", "", " path", "", " offsetmoniker0 offsetmoniker1"},
+        {":D.[].[].[]", host::kReal, 1, false, "", "", "", "", " offsetmoniker0 offsetmoniker1"},
+        {":E.[]", host::kEnumeration, none, false, "", " option_list", "", "", " offsetmoniker0"},
+        {":A.[]", host::kAttachment, none, false, "", "", "", "", " offsetmoniker0"},
+    };
+    for (const Case& each : cases) {
+        host::VarDescription::Facts facts;
+        facts.unit_type = each.unit_type;
+        auto entry = Node(feed.AddRow(each.moniker, "V", each.kind, facts));
+        TestVarSet vars;
+        if (each.read_by_somebody) entry->SetVarSet(&vars);
+        const std::string rows =
+            std::string("id") + each.value + " can_enter" + each.options +
+            " browser_name type container container_category container_type display_name isleaf "
+            "has_children" +
+            each.path + " upper_limit lower_limit" + each.status + " is_container moniker" +
+            each.last + " attachments skipcorrelations skipattachments";
+        EXPECT_EQ(SplitNames(rows), ShownRows(*entry)) << each.moniker << " kind " << each.kind;
+    }
+}
+
 TEST_F(Variables, types_follow_kind_and_dimensions) {
     struct Case {
         const char* text;
@@ -169,6 +212,7 @@ TEST_F(Variables, types_follow_kind_and_dimensions) {
 TEST_F(Variables, arrays_show_no_scalar_rows) {
     host::VarDescription::Facts facts;
     facts.unit_type = 1;
+    facts.minimum = 1.0;
     facts.maximum = 5.0;
     auto& row = feed.AddRow(":D.1.[].[]", "X", host::kReal, facts);
     const host::VarDescription offsets[2] = {host::VarDescription(":Comp.[]", 0),
@@ -177,7 +221,7 @@ TEST_F(Variables, arrays_show_no_scalar_rows) {
     row.offset_description_count = 1;
     auto entry = Node(row);
     for (const char* name : {"value", "dimension", "uom", "uom_options", "status", "can_enter",
-                             "upper_limit", "option_list", "fullattachmoniker"}) {
+                             "upper_limit", "lower_limit", "option_list", "fullattachmoniker"}) {
         EXPECT_EQ("(NULL)", Read(*entry, name)) << name;
     }
     EXPECT_EQ("INT 0", Read(*entry, "isleaf"));
@@ -193,12 +237,18 @@ TEST_F(Variables, arrays_show_no_scalar_rows) {
 }
 
 TEST_F(Variables, the_custom_row_shows_nothing) {
-    auto& row = feed.AddReal(":D.1", "Custom datablock for user input", 5.0, 1);
-    auto entry = Node(row);
+    host::VarDescription::Facts facts;
+    facts.kind = host::kPartReal;
+    facts.minimum = 1.0;
+    facts.maximum = 9.0;
+    feed.reals[":D.1"] = 5.0;
+    auto entry = Node(feed.AddRow(":D.1", "Custom datablock for user input", host::kReal, facts));
     for (const char* name : {"value", "status", "can_enter", "upper_limit", "lower_limit"}) {
         EXPECT_EQ("(NULL)", Read(*entry, name)) << name;
     }
     EXPECT_EQ("Real", Read(*entry, "type"));
+    auto other = Node(feed.AddRow(":D.1", "Custom datablock for user Input", host::kReal, facts));
+    EXPECT_EQ("REAL 5", Read(*other, "value")) << "any other name counts as one";
 }
 
 TEST_F(Variables, limits_are_in_the_unit_of_the_value) {
@@ -217,20 +267,23 @@ TEST_F(Variables, limits_are_in_the_unit_of_the_value) {
     EXPECT_EQ("REAL 14", Read(*entry, "lower_limit"));
 }
 
-TEST_F(Variables, limits_are_those_of_the_variable_part) {
+TEST_F(Variables, limits_and_units_are_those_of_the_variable_part) {
     host::VarDescription::Facts outer;
     outer.moniker = host::Text("Inner.1");
     outer.minimum = 1.0;
     outer.maximum = 2.0;
+    outer.unit_type = 2;
     host::VarDescription::Facts part;
     part.moniker = host::Text(":D.7");
     part.kind = host::kPartReal;
     part.minimum = -10.0;
     part.maximum = 100.0;
+    part.unit_type = 1;
     auto& row = feed.AddRow("Inner.1", "r", host::kReal);
     row.description = host::VarDescription(outer, host::VarDescription(part));
     EXPECT_EQ("REAL 100", Read(*Node(row), "upper_limit"));
     EXPECT_EQ("REAL -10", Read(*Node(row), "lower_limit"));
+    EXPECT_EQ("Temperature", Read(*Node(row), "dimension"));
 }
 
 TEST_F(Variables, containers_are_those_of_the_owner) {
@@ -282,6 +335,8 @@ TEST_F(Variables, kinds_read_as_told) {
     feed.reals[":E.1"] = 1.9;
     EXPECT_EQ("On", Read(*Node(choice), "value")) << "truncated";
     EXPECT_EQ("Off;On;Auto", Read(*Node(choice), "option_list"));
+    feed.reals[":E.1"] = -0.9;
+    EXPECT_EQ("Off", Read(*Node(choice), "value")) << "towards zero";
     feed.reals[":E.1"] = 7.0;
     EXPECT_EQ("(NULL)", Read(*Node(choice), "value"));
     choice.enumeration.reset();
@@ -310,6 +365,9 @@ TEST_F(Variables, values_of_inner_objects_are_read_there) {
     EXPECT_EQ("(NULL)", Write(*Node(row), "value", FIValue::OfReal(43.0)));
     EXPECT_EQ(43.0, inner.reals[":D.7"]);
     EXPECT_TRUE(feed.stores.empty());
+    host.states[":D.7"] = 2;
+    EXPECT_EQ("Default", Read(*Node(row), "status"));
+    EXPECT_EQ(&inner, host.status_asked_of);
 }
 
 TEST_F(Variables, numbers_are_shown_in_the_unit_asked_for) {
@@ -332,12 +390,17 @@ TEST_F(Variables, numbers_are_shown_in_the_unit_asked_for) {
         EXPECT_EQ(each.value, Read(*entry, "value")) << each.unit;
         EXPECT_EQ(each.uom, Read(*entry, "uom")) << each.unit;
     }
-    EXPECT_TRUE(vars.quantity_was_null);
-    // A unit that the type does not have is passed over, but shown as the unit asked for.
     FIValue old;
+    vars.SetUnit(FIValue("Temperature"), FIValue("F"), old);
+    EXPECT_EQ("REAL 100", Read(*entry, "value")) << "the unit of another node";
+    EXPECT_EQ("C", Read(*entry, "uom"));
+    // A unit that the type does not have is passed over, but shown as the unit asked for.
     vars.SetUnit(FIValue(), FIValue("bar"), old);
     EXPECT_EQ("REAL 100", Read(*entry, "value"));
     EXPECT_EQ("bar", Read(*entry, "uom"));
+    host.unit_set = 1;
+    EXPECT_EQ("REAL 212", Read(*entry, "value")) << "in the default unit";
+    host.unit_set = 0;
     vars.SetUnit(FIValue(), FIValue::OfInt(3), old);
     EXPECT_EQ("REAL 100", Read(*entry, "value")) << "only a text names a unit";
     entry->SetVarSet(nullptr);
@@ -389,6 +452,15 @@ TEST_F(Variables, states_have_texts) {
     EXPECT_EQ("Missing", Read(*entry, "status"));
     EXPECT_EQ("INT 1", Read(*entry, "can_enter"));
     EXPECT_EQ("Missing", Read(*Node(feed.AddRow(":M.1", "m", host::kMessage)), "status"));
+    // The states of words and choices are the host's as well.
+    auto& choice = feed.AddRow(":E.1", "choice", host::kEnumeration);
+    choice.enumeration = std::make_unique<scripted::Enumeration>(Names{"Off", "On"});
+    feed.reals[":E.1"] = 1.0;
+    host.states[":E.1"] = host.states[":T.1"] = 0;
+    EXPECT_EQ("Calculated", Read(*Node(choice), "status"));
+    EXPECT_EQ("Calculated", Read(*Node(feed.AddText(":T.1", "t", "words")), "status"));
+    feed.reals[":E.1"] = 9.0;
+    EXPECT_EQ("Missing", Read(*Node(choice), "status")) << "no such option";
 }
 
 TEST_F(Variables, state_of_an_attachment_is_asked_of_what_it_points_at) {
@@ -438,6 +510,21 @@ TEST_F(Variables, followed_attachments_show_the_variables_of_the_object) {
     EXPECT_EQ("INT 0", Read(*Node(row), "isleaf"));
 }
 
+TEST_F(Variables, what_is_followed_is_settled_when_the_node_is_made) {
+    auto& product = host.main.Add("Product", host.stream);
+    product.AddReal(":D.1", "T", 7.0);
+    auto& row = feed.AddAttachment(":A.1", "a", &product);
+    auto followed = NodeOf(feed, row, true);
+    auto unfollowed = NodeOf(feed, row, false);
+    EXPECT_EQ("(NULL)", Write(*followed, "attachments", FIValue::OfInt(0)));
+    EXPECT_EQ("(NULL)", Write(*unfollowed, "attachments", FIValue::OfInt(1)));
+    EXPECT_EQ(Names({"T"}), ChildNames(*followed));
+    EXPECT_EQ(Names(), ChildNames(*unfollowed));
+    row.text = host::Text(":A.1.[]");
+    EXPECT_EQ("Attachment", Read(*followed, "type")) << "so are the dimensions";
+    EXPECT_EQ("Array", Read(*Node(row), "type"));
+}
+
 TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     auto& part = host.main.Add("Part", host.utility);
     part.AddReal(":D.1", "T", 7.0);
@@ -445,8 +532,10 @@ TEST_F(Variables, attachments_into_the_owner_are_always_followed) {
     auto& row = feed.AddAttachment(":A.1", "a", &part);
     EXPECT_TRUE(NodeOf(feed, row, false)->IsContainer());
     EXPECT_EQ("INT 0", Read(*NodeOf(feed, row, false), "is_container")) << "no flowsheet object";
-    host.monikers[&part] = "/S.1(Feed2)/P.1(Part)";
-    EXPECT_FALSE(NodeOf(feed, row, false)->IsContainer());
+    for (const char* moniker : {"/S.1(Feed2)/P.1(Part)", "/S.1(My Feed)/P.1(Part)"}) {
+        host.monikers[&part] = moniker;
+        EXPECT_FALSE(NodeOf(feed, row, false)->IsContainer()) << moniker;
+    }
     host.monikers[&part] = "/S.1(Feed)/P.1(Part)";
     auto entry = NodeOf(feed, row, false);
     TestVarSet vars;
@@ -513,6 +602,12 @@ TEST_F(Variables, an_address_that_names_an_inner_object_leads_to_it) {
     EXPECT_EQ(Names(), ChildNames(*Node(row)));
     inner.attachments["Inner.1/:A.1"] = &feed;
     EXPECT_EQ(Names({"a"}), ChildNames(*Node(row)));
+    // An address that comes back to the object itself leads to what is attached there.
+    row.description = host::VarDescription("Inner.1", 0);
+    feed.resolved["Inner.1"] = &feed;
+    EXPECT_EQ(Names(), ChildNames(*Node(row)));
+    feed.attachments["Inner.1"] = &inner;
+    EXPECT_EQ(Names({"x"}), ChildNames(*Node(row)));
 }
 
 TEST_F(Variables, correlations_read_on_the_object_they_are_attached_to) {
@@ -533,6 +628,14 @@ TEST_F(Variables, correlations_read_on_the_object_they_are_attached_to) {
     auto name = Child(*entry, "Name");
     name->SetVarSet(&vars);
     EXPECT_EQ("Unknown Key", Read(*name, "value")) << "only numbers are skipped";
+    EXPECT_EQ("INT 0", Read(*name, "skipattachments")) << "not set in the var set";
+    const scripted::Type special("SpecialCorrelationObject", &host.correlation);
+    holder.type = &special;
+    EXPECT_EQ("REAL 1", Read(*density, "value")) << "a subclass is not skipped";
+    holder.type = &host.correlation;
+    EXPECT_EQ("(NULL)", Write(*density, "skipcorrelations", FIValue::OfInt(2)));
+    EXPECT_EQ("REAL 1", Read(*density, "value")) << "only 1 skips";
+    EXPECT_EQ("INT 2", Read(*density, "skipcorrelations"));
     // Listed on its own, the holder's variables are its own.
     EXPECT_EQ("REAL 1", Read(*NodeOf(holder, row), "value"));
 }
@@ -567,6 +670,8 @@ TEST_F(Variables, switches_are_written_on_variables) {
     EXPECT_EQ("Not supported", Write(*entry, "status", FIValue("x")));
     EXPECT_EQ("Not supported", Write(*entry, "", FIValue("x")));
     EXPECT_TRUE(entry->CanHold());
+    entry->BeginBatch();
+    EXPECT_EQ("", host.solver.calls) << "a variable ends no batch";
 }
 
 // ---- Paths in the host's notation ----
@@ -594,12 +699,17 @@ TEST_F(Variables, host_paths_name_variables) {
         {":Double.501.[]", ":Double.501.12/:x", "Var.#12|:x"},
         {":Double.501.[].[]", ":Double.501.3.4", "Var.#3.#4|"},
         {":Double.501.[]", ":Double.501(Ethane)", "Var|(Ethane)"},
+        {":Double.501.[]", ":DOUBLE.501.3", "Var.#3|"},
+        {":Double.501.[]", ":DOUBLE.501(x)", "Var|(x)"},
         {":Double.501.[]", ":Double.502.3", "(NULL)|:Double.502.3"},
+        {":Double501[]", ":Double5013", "(NULL)|:Double5013"},
+        {":Double.501.[]", ":Double.501.3x", "(NULL)|:Double.501.3x"},
         {":Double.501.[]/:Name.0", ":Double.501.3/:Name.0", "Var.#3|"},
         // A colon inside stands for a slash too.
         {"Sub.1:Double.2", "Sub.1/Double.2", "Var|"},
         {"Sub.1:Double.2", "Sub.1:Double.2/y", "Var|y"},
         {"Sub.1:A.2:B.3", "Sub.1/A.2/B.3", "Var|"},
+        {"S:Double.2", "S/Double.2", "Var|"},
     };
     for (const Case& each : cases) {
         EXPECT_EQ(each.answer, KeyOf(each.moniker, each.path)) << each.moniker << " " << each.path;

@@ -144,11 +144,13 @@ inline void ExpectKeys(FIContext& context, std::initializer_list<HostPath> paths
 class TestVarSet final : public FIVarSet {
  public:
     void SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) override {
-        quantity_was_null = quantity.IsNull();
-        old = unit_;
-        unit_ = unit;
+        FIValue& kept = units_[quantity.ToText()];
+        old = kept;
+        kept = unit;
     }
-    void GetUnit(const FIValue&, FIValue& out) override { out = unit_; }
+    void GetUnit(const FIValue& quantity, FIValue& out) override {
+        out = units_[quantity.ToText()];
+    }
     void SetSpecUnit(const FIValue&, const FIValue&, FIValue&) override {}
     void GetSpecUnit(const FIValue&, FIValue& out) override { out.Clear(); }
     void GetPath(FIValue& out) override { out.SetText("Top.here"); }
@@ -161,9 +163,9 @@ class TestVarSet final : public FIVarSet {
         if (found != vars_.end()) out = found->second;
         return found != vars_.end();
     }
-    bool quantity_was_null = false;
 
  private:
-    FIValue unit_;
+    // By quantity; that of the node itself by "".
+    std::map<std::string, FIValue> units_;
     std::map<std::string, FIValue> vars_;
 };

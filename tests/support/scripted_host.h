@@ -332,6 +332,18 @@ class Basis final : public Object<host::BasisManager> {
     host::ReactionPackageManager* reactions = nullptr;
 };
 
+class Published final : public Object<host::RTIVariable> {
+ public:
+    double GetValue() override { return value; }
+    void SetValue(double number) override {
+        if (!refuse_stores) value = number;
+    }
+    host::Text UnitText() override { return unit; }
+
+    double value = host::kEmptyReal;
+    host::Text unit;
+};
+
 class Manager final : public Object<host::COnlineConnectivityManager> {
  public:
     ~Manager() {
@@ -343,7 +355,26 @@ class Manager final : public Object<host::COnlineConnectivityManager> {
         callback = given;
     }
     host::IModelCallback* ModelCallback() override { return callback; }
-    host::RTIVariable* AsPublished(host::Viewable*) override { return nullptr; }
+    host::RTIVariable* AsPublished(host::Viewable* object) override {
+        return dynamic_cast<Published*>(object);
+    }
+    // Publishes a variable under its number.
+    Published& Publish(int number, const char* variable_name, double value) {
+        published.push_back(std::make_unique<Published>());
+        Published& variable = *published.back();
+        variable.name = host::Text(variable_name);
+        variable.value = value;
+        resolved["RTIVariable.500." + std::to_string(number)] = &variable;
+        return variable;
+    }
+    void SetPublishedRange(int low, int high) {
+        host::DimInfo& bounds = dimensions["RTIVariable.500"];
+        bounds.count = 1;
+        bounds.low[0] = low;
+        bounds.high[0] = high;
+    }
+
+    std::vector<std::unique_ptr<Published>> published;
     host::IModelCallback* callback = nullptr;
 };
 
@@ -385,10 +416,10 @@ class Form final : public host::ApplicationForm {
     void GetWindowPlacement(host::WindowPlacement& out) override { out.show_state = show_state; }
     void SetWindowPlacement(const host::WindowPlacement& placement) override {
         show_state = placement.show_state;
-        ++changes;
+        *window_calls += "window=" + std::to_string(show_state) + " ";
     }
     int show_state = 1;
-    int changes = 0;
+    std::string* window_calls = nullptr;
 };
 
 class Session final : public host::Session {
@@ -398,6 +429,7 @@ class Session final : public host::Session {
     bool HideDocument(host::Document* document, bool hide) override {
         auto* hidden = static_cast<Case*>(static_cast<host::SimulationCase*>(document));
         hidden->visible = !hide;
+        *window_calls += hide ? "hide " : "show ";
         if (hide && deactivates) active = nullptr;
         return true;
     }
@@ -406,6 +438,7 @@ class Session final : public host::Session {
     host::SimulationCase* active = nullptr;
     host::ApplicationForm* form = nullptr;
     bool deactivates = true;
+    std::string* window_calls = nullptr;
 };
 
 class SpecInfo final : public host::CSpecInfo {
@@ -502,6 +535,7 @@ class Host final : public host::HostServices {
         simulation_case.document = host::FileName(host::Text("/cases/plant.case"), host::Text());
         session.active = &simulation_case;
         session.form = &form;
+        session.window_calls = form.window_calls = &window_calls;
         records.ViewableObject = &viewable;
         records.SimulationObjectObject = &simulation_object;
         records.FlowSheetObjectObject = &flowsheet_object;
@@ -537,7 +571,11 @@ class Host final : public host::HostServices {
         return variable_type == host::kEmptyDimensionMarker ? host::kVariableUnitType
                                                             : variable_type;
     }
-    host::VariableType GetVarTypeFromUnitString(const char*) override {
+    // The types of variables are those of their units.
+    host::VariableType GetVarTypeFromUnitString(const char* name) override {
+        for (const UnitType& each : unit_types) {
+            if (findunit(name, each.type)) return each.type;
+        }
         return host::kEmptyDimensionMarker;
     }
     void UnitConvList(host::VarType wanted) override {
@@ -583,7 +621,9 @@ class Host final : public host::HostServices {
         delete static_cast<SpecInfo*>(info);
     }
     host::Session* pSession() override { return has_session ? &session : nullptr; }
-    void UpdateViews(host::Viewable* object) override { view_updates += object ? 0 : 1; }
+    void UpdateViews(host::Viewable* object) override {
+        window_calls += object ? "update one " : "update ";
+    }
     void SetConfigData(const char* key, double value, bool flag) override {
         config +=
             std::string(key) + "=" + std::to_string(static_cast<int>(value)) + (flag ? "! " : " ");
@@ -627,7 +667,8 @@ class Host final : public host::HostServices {
     // Variable types by moniker.
     std::map<std::string, host::VariableType> described;
     int spec_infos = 0;
-    int view_updates = 0;
+    // What was done to documents, views and the window, in order.
+    std::string window_calls;
     unsigned unit_set = 0;  // its default units are those at this place of the lists
     int turns = 0;
     std::function<void(int turn)> on_turn;

@@ -1,0 +1,133 @@
+#include "host/h_publish.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "framework/empties.h"
+#include "host/h_vars_values.h"
+#include "host/host_attributes.h"
+
+namespace {
+
+constexpr char kPublished[] = "RTIVariable.500";
+
+host::VarType UnitTypeOf(host::RTIVariable& variable) {
+    host::HostServices* services = host::InstalledServices();
+    if (!services) return host::kVariableUnitType;
+    return services->GetUnitConvTypeFromVarType(
+        services->GetVarTypeFromUnitString(variable.UnitText().CStr()));
+}
+
+}  // namespace
+
+HPublishContext::HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent)
+    : manager_(manager), count_(CountOf(manager)), parent_(Ref<FIEntry>::Share(parent)) {}
+
+int HPublishContext::CountOf(host::COnlineConnectivityManager& manager) {
+    host::DimInfo bounds;
+    manager.GetVariableDimensions(host::VarDescription(kPublished, 0), bounds);
+    return std::max(0, bounds.high[0] - bounds.low[0] + 1);
+}
+
+FICursorBase* HPublishContext::MakeCursor(int kind) {
+    if (kind == kKeyCursor) return EmptyCursor();
+    return HandOut(new HPublishCursorBase(this));
+}
+
+host::RTIVariable* HPublishContext::Variable(int number) const {
+    const std::string moniker = std::string(kPublished) + "." + std::to_string(number);
+    host::Viewable* found = manager_.ResolveVariableOwner(host::VarDescription(moniker.c_str(), 0));
+    return found ? manager_.AsPublished(found) : nullptr;
+}
+
+FIEntry* HPublishContext::MakeEntry(int number) {
+    host::RTIVariable* variable = Variable(number);
+    if (!variable) return EmptyEntry();
+    return new HPublishEntry(this, *variable);
+}
+
+bool HPublishCursorBase::Seek(int origin, int delta) {
+    if (origin == kFromFirst) position_ = 0;
+    if (origin == kFromEnd) position_ = End();
+    const long long wanted = static_cast<long long>(position_) + delta;
+    position_ = static_cast<int>(std::clamp<long long>(wanted, 0, End()));
+    return position_ < End();
+}
+
+bool HPublishCursorBase::SeekName(int origin, const char* name) {
+    const int end = End();
+    if (end == 0 || !name) return false;
+    const bool goes_on = origin == kFromPresent;
+    const int start = goes_on && position_ < end ? position_ : 0;
+    position_ = goes_on && position_ + 1 < end ? position_ + 1 : 0;
+    do {
+        host::RTIVariable* variable = List().Variable(position_);
+        if (variable && variable->GetName() == name) return true;
+        position_ = position_ + 1 < end ? position_ + 1 : 0;
+    } while (position_ != start);
+    return false;
+}
+
+void HPublishCursorBase::ReadKey(int position, FIValue& out) const {
+    out.Clear();
+    if (host::RTIVariable* variable = List().Variable(position)) {
+        out.SetText(variable->GetName().CStr());
+    }
+}
+
+HPublishEntry::HPublishEntry(HPublishContext* context, host::RTIVariable& variable)
+    : context_(Ref<HPublishContext>::Share(context)),
+      variable_(variable),
+      unit_type_(UnitTypeOf(variable)) {}
+
+std::span<const AttrRow<HPublishEntry>> HPublishEntry::AttributeRows() {
+    using Self = HPublishEntry;
+    constexpr auto has_unit = [](Self& self, std::intptr_t) { return self.HasUnit(); };
+    static const auto rows = HostAttributeRows<Self>({
+        {"id", ReadNameRow<Self>},
+        {"value", [](Self& self, FIValue& out) { self.ReadValue(out); }},
+        {"dimension",
+         [](Self& self, FIValue& out) {
+             out.SetText(host::InstalledServices()->utypetoa(self.unit_type_));
+         },
+         has_unit},
+        {"uom", [](Self& self, FIValue& out) { ReadUnit(self.unit_type_, self.GetVarSet(), out); },
+         has_unit},
+        {"type", [](Self&, FIValue& out) { out.SetText("Real"); }},
+        {"display_name", ReadNameRow<Self>},
+        {"isleaf", ReadNumberRow<Self, 1>},
+        {"has_children", ReadNumberRow<Self, 0>},
+    });
+    return rows;
+}
+
+void HPublishEntry::GetName(FIValue& out) {
+    out.SetText(variable_.GetName().CStr());
+}
+
+void HPublishEntry::ReadValue(FIValue& out) {
+    out.Clear();
+    const double number = variable_.GetValue();
+    if (number == host::kEmptyReal) return;
+    out.SetReal(number);
+    ToShownUnit(unit_type_, GetVarSet(), out);
+}
+
+void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    const char* text = name.IsText() ? name.CStr() : "";
+    if (std::strcmp(text, "value") == 0) {
+        FIValue internal = value;
+        ToInternalUnit(unit_type_, GetVarSet(), internal);
+        out.Clear();
+        variable_.SetValue(InternalNumber(internal));
+    } else if (std::strcmp(text, "uom") == 0) {
+        SetShownUnit(unit_type_, GetVarSet(), value, out);
+    } else {
+        out = FIValue(kNotSupportedHere);
+    }
+}
+
+FIContext* HPublishEntry::GetContext() {
+    return EmptyContext();
+}

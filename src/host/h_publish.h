@@ -1,0 +1,68 @@
+#pragma once
+
+// HPublishContext, HPublishCursorBase, HPublishEntry: the real-time variables of a connected case,
+// as one flat list. They are numbered from 0, whatever bounds the manager states.
+//
+// Values are in the unit that the reader asks for, or else in the default unit of the case, as
+// those of all variables. A store is neither read back nor followed by a solve.
+
+#include "framework/attr_map.h"
+#include "framework/ref.h"
+#include "host/interface/simulation_case.h"
+#include "host/numbered_cursor.h"
+
+class HPublishContext final : public CountedFromZero<FIContext> {
+ public:
+    // `manager` is lent; `parent`, the node above, is kept.
+    HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent);
+
+    // How many variables a manager publishes.
+    static int CountOf(host::COnlineConnectivityManager& manager);
+
+    FICursorBase* MakeCursor(int kind) override;
+    // The shared empty entry for a number without a variable.
+    FIEntry* MakeEntry(int number);
+    bool IsSameList(const HPublishContext& other) const { return &manager_ == &other.manager_; }
+
+    int Count() const { return count_; }
+    // Null when the manager has none of this number.
+    host::RTIVariable* Variable(int number) const;
+
+ private:
+    host::COnlineConnectivityManager& manager_;
+    int count_;
+    Ref<FIEntry> parent_;
+};
+
+class HPublishCursorBase final : public NumberedCursor<HPublishCursorBase, HPublishContext> {
+ public:
+    using NumberedCursor::NumberedCursor;
+
+    bool Seek(int origin, int delta) override;
+    // From the first or the end: all of them. From the present: those behind it, then those before;
+    // the present one itself is not asked, but where it stands is where a vain search ends.
+    bool SeekName(int origin, const char* name) override;
+
+ protected:
+    int End() const override { return List().Count(); }
+    void ReadKey(int position, FIValue& out) const override;
+};
+
+class HPublishEntry final : public AttrMapEntry<HPublishEntry> {
+ public:
+    HPublishEntry(HPublishContext* context, host::RTIVariable& variable);
+
+    static std::span<const AttrRow<HPublishEntry>> AttributeRows();
+
+    void GetName(FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    FIContext* GetContext() override;
+
+ private:
+    bool HasUnit() const { return unit_type_ != host::kVariableUnitType; }
+    void ReadValue(FIValue& out);
+
+    Ref<HPublishContext> context_;
+    host::RTIVariable& variable_;
+    host::VarType unit_type_;
+};
