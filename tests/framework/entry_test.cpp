@@ -60,9 +60,11 @@ TEST(BaseEntry, commands_answer_a_record_with_code_2) {
     EXPECT_EQ(-1, fresh.second);
 
     const Ref<FIEntry> entry = Ref<FIEntry>::Share(new BareEntry);
-    FIErrorRecord record;
+    FIErrorRecord record = {7, 8, 9, Text("before")};
     entry->DoCommand(1, record);
     EXPECT_EQ(2, record.code);
+    EXPECT_EQ(-1, record.first);
+    EXPECT_EQ(-1, record.second);
     EXPECT_EQ("Action is not supported", record.text.ToText());
 }
 
@@ -153,6 +155,8 @@ TEST(Empties, cursor_stands_nowhere) {
     EXPECT_TRUE(cursor->AtBegin());
     EXPECT_TRUE(cursor->AtEnd());
     EXPECT_EQ(0, cursor->Compare(*cursor));
+    ScriptNode parent("parent");
+    EXPECT_EQ(0, cursor->Compare(*parent.Children())) << "whatever it is compared with";
     FIValue key = Text("before");
     cursor->GetKey(key);
     EXPECT_TRUE(key.IsNull());

@@ -192,6 +192,26 @@ TEST_F(Iterator, variables_belong_to_the_position) {
     EXPECT_TRUE(out.IsNull());
 }
 
+TEST_F(Iterator, up_restores_the_variables_and_drops_those_below) {
+    it_->SetVarText("v", "at root");
+    ASSERT_TRUE(it_->Down(1));
+    it_->SetVarText("v", "at b");
+    it_->SetVarText("u", "at b");
+    EXPECT_TRUE(it_->Up());
+    EXPECT_EQ("at root", VarOf(*it_, "v"));
+    EXPECT_EQ("(none)", VarOf(*it_, "u"));
+    ASSERT_TRUE(it_->Down(1));
+    EXPECT_EQ("(none)", VarOf(*it_, "u")) << "gone for good";
+}
+
+TEST_F(Iterator, is_counted_from_one) {
+    FIIterator* it = root_.Iterate().Detach();
+    EXPECT_EQ(2, it->AddRef());
+    EXPECT_EQ(1, it->Release());
+    EXPECT_EQ(it->TypeId(), it_->TypeId());
+    EXPECT_EQ(0, it->Release());
+}
+
 TEST_F(Iterator, copies_have_their_own_present_variables_and_share_those_above) {
     ASSERT_TRUE(it_->Down(1));
     it_->SetVarText("v", "at b");
@@ -385,8 +405,20 @@ class ChainEntry final : public CountedFromZero<FIEntry> {
     int level_;
 };
 
+constexpr int kLowestLevel = 100;
+
 FIEntry* AgreeingCursor::GetEntry() {
-    return HandOut(new ChainEntry(level_ + 1));
+    return level_ < kLowestLevel ? HandOut(new ChainEntry(level_ + 1)) : nullptr;
+}
+
+TEST(Descent, an_element_without_a_node_is_not_entered) {
+    const auto lowest = Ref<FIEntry>::Share(new ChainEntry(kLowestLevel));
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(lowest.Get(), false));
+    it->SetVarText("v", "kept");
+    EXPECT_FALSE(it->DownFirst());
+    EXPECT_EQ(0, it->Depth());
+    EXPECT_EQ(lowest.Get(), it->EntryAt(0));
+    EXPECT_EQ("kept", VarOf(*it, "v"));
 }
 
 TEST(IteratorGraph, only_cursors_of_one_class_are_a_repeat) {
