@@ -202,6 +202,11 @@ TEST_F(Iterator, up_restores_the_variables_and_drops_those_below) {
     EXPECT_EQ("(none)", VarOf(*it_, "u"));
     ASSERT_TRUE(it_->Down(1));
     EXPECT_EQ("(none)", VarOf(*it_, "u")) << "gone for good";
+    const auto bare = root_.Iterate();
+    ASSERT_TRUE(bare->Down(1));
+    bare->SetVarText("u", "at b");
+    EXPECT_TRUE(bare->Up());
+    EXPECT_EQ("(none)", VarOf(*bare, "u")) << "though there are none above";
 }
 
 TEST_F(Iterator, is_counted_from_one) {

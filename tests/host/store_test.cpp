@@ -144,6 +144,17 @@ TEST_F(Stores, without_waiting_a_store_returns_at_once) {
     EXPECT_EQ(1, host.turns) << "array elements wait always";
 }
 
+TEST_F(Stores, without_waiting_the_value_may_be_read_back_too_early) {
+    auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
+    // A host that takes a number over in its next turn.
+    feed.refuse_stores = true;
+    host.on_turn = [&](int) { feed.reals[":D.1"] = 2.0; };
+    SetWaitsForSolve(false);
+    EXPECT_EQ("Value not stored", Write(*entry, "value", FIValue::OfReal(2.0)));
+    SetWaitsForSolve(true);
+    EXPECT_EQ("(NULL)", Write(*entry, "value", FIValue::OfReal(2.0)));
+}
+
 TEST_F(Stores, without_a_solver_stores_are_read_back_alone) {
     auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
     host.main.solver = nullptr;
