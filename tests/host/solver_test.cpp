@@ -388,6 +388,14 @@ TEST_F(Solvers, a_step_is_told_before_it_is_forwarded) {
         (host.manager.callback->*slot)();
     }
     EXPECT_EQ("3 ", listener.told) << "only steps are told";
+    ASSERT_TRUE(solver.Run());
+    host.solver.finished = true;
+    host.manager.callback->SimulationStarted();
+    host.manager.callback->SimulationStopped();
+    host.manager.callback->SimulationEvent();
+    EXPECT_EQ("running", Read(solver, "state")) << "and the end is seen in a step alone";
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("stopped", Read(solver, "state"));
     EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
     host.manager.put_ModelCallback(nullptr);
 }
@@ -507,17 +515,38 @@ TEST_F(Solvers, there_is_one_object_a_case) {
         << "the last one who lets go takes it out";
 }
 
-TEST_F(Solvers, the_identity_interface_is_answered_alone) {
+#ifdef _WIN32
+constexpr bool kPlatformMarshals = true;
+#else
+constexpr bool kPlatformMarshals = false;
+#endif
+
+TEST_F(Solvers, the_identity_and_the_marshaling_interface_are_answered) {
     const unsigned char identity[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
     const unsigned char other[16] = {1};
     scripted::Case of_other;
     auto notify = HSolverNotify::ForCase(&of_other);
     void* out = this;
-    EXPECT_LT(notify->QueryInterface(other, &out), 0);
-    EXPECT_EQ(nullptr, out);
+    for (const unsigned char* id : {other, static_cast<const unsigned char*>(nullptr)}) {
+        EXPECT_LT(notify->QueryInterface(id, &out), 0);
+        EXPECT_EQ(nullptr, out);
+    }
     EXPECT_EQ(0, notify->QueryInterface(identity, &out));
     EXPECT_EQ(static_cast<host::IModelCallback*>(notify.Get()), out);
     EXPECT_EQ(1u, notify->Release());
+    const unsigned char marshaling[16] = {3, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
+    out = this;
+    EXPECT_EQ(kPlatformMarshals, notify->QueryInterface(marshaling, &out) == 0);
+    EXPECT_EQ(kPlatformMarshals, out != nullptr);
+    // Every component interface begins with the same three operations.
+    auto* marshaler = static_cast<host::IModelCallback*>(out);
+    if (!marshaler) return;
+    EXPECT_NE(static_cast<host::IModelCallback*>(notify.Get()), marshaler);
+    void* back = nullptr;
+    EXPECT_EQ(0, marshaler->QueryInterface(identity, &back));
+    EXPECT_EQ(static_cast<host::IModelCallback*>(notify.Get()), back) << "one object";
+    EXPECT_EQ(2u, notify->Release());
+    EXPECT_EQ(1u, marshaler->Release());
 }
 
 TEST_F(Solvers, the_last_subscriber_may_leave_inside_its_callback) {
