@@ -243,6 +243,7 @@ TEST_F(Operations, OwnVariablesAreHeldByTheObjectItself) {
     EXPECT_EQ(mixer.ResolveVariableOwner(Variable("X")), nullptr);
     EXPECT_EQ(mixer.ResolveVariableOwner(VarDescription(":Name.0", 0)), nullptr);
     EXPECT_EQ(mixer.ResolveVariableOwner(host::TheEmptyVarDesc), nullptr);
+    EXPECT_EQ(open_.ResolveVariableOwner(VarDescription("/:Name.0", 0)), nullptr);
     EXPECT_EQ(mixer.FindVariableName(VarDescription(":Double.999999", 0)), nullptr);
     host::DimInfo info;
     info.count = 2;

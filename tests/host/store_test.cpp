@@ -122,6 +122,11 @@ TEST_F(Stores, a_solve_that_does_not_begin_is_waited_for_three_turns) {
     host.on_turn = [&](int) { host.solver.pending = false; };
     Write(*entry, "value", FIValue::OfReal(3.0));
     EXPECT_EQ(2, host.turns);
+    host.turns = 0;
+    host.solver.pending = host.solver.solving = true;
+    host.on_turn = [&](int) { host.solver.solving = false; };
+    Write(*entry, "value", FIValue::OfReal(4.0));
+    EXPECT_EQ(1, host.turns) << "it has begun, though another is queued";
 }
 
 TEST_F(Stores, a_solver_that_never_ends_is_left_through_stop) {
