@@ -382,22 +382,26 @@ TEST_F(Solvers, a_step_is_told_before_it_is_forwarded) {
     host.manager.callback->SimulationStep();
     EXPECT_EQ("", seen);
     EXPECT_EQ("step ", foreign.calls);
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+    host.manager.put_ModelCallback(nullptr);
+}
+
+TEST_F(Solvers, only_steps_are_told_and_end_a_solve) {
+    Listener listener;
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    ASSERT_TRUE(solver.Run());
+    host.solver.finished = true;
     for (auto slot :
          {&host::IModelCallback::SimulationStarted, &host::IModelCallback::SimulationStopped,
           &host::IModelCallback::SimulationEvent}) {
         (host.manager.callback->*slot)();
+        EXPECT_EQ("3 ", listener.told) << "of the start alone";
+        EXPECT_EQ("running", Read(solver, "state"));
     }
-    EXPECT_EQ("3 ", listener.told) << "only steps are told";
-    ASSERT_TRUE(solver.Run());
-    host.solver.finished = true;
-    host.manager.callback->SimulationStarted();
-    host.manager.callback->SimulationStopped();
-    host.manager.callback->SimulationEvent();
-    EXPECT_EQ("running", Read(solver, "state")) << "and the end is seen in a step alone";
     host.manager.callback->SimulationStep();
+    EXPECT_EQ("3 3 ", listener.told);
     EXPECT_EQ("stopped", Read(solver, "state"));
     EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
-    host.manager.put_ModelCallback(nullptr);
 }
 
 // Resuming is running again, with what running asks for.
