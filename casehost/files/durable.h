@@ -9,9 +9,12 @@
 
 namespace casehost::files {
 
-// Writes a file, in place of an earlier one, and comes back when the disk has it. A file that could
-// not be written whole is removed; one that could not be opened is left alone.
-std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text);
+// Writes a file, in place of an earlier one, and comes back when the disk has it. It can be read
+// and written by whoever may do so with the file `like`, where there is one and permissions lie in
+// the file. A file that could not be written whole is removed; one that could not be opened is left
+// alone, and so is a link in its place.
+std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
+                             const std::filesystem::path& like);
 
 // Gives the file `from` the name `to`, in one step over a file that has it. On an error both are as
 // they were.

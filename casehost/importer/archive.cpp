@@ -2,10 +2,11 @@
 
 #include <zip.h>
 
-#include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
+
+#include "reading.h"
 
 namespace casehost::importer {
 
@@ -23,11 +24,8 @@ constexpr std::string_view kEmptyArchive = "PK\x05\x06";
 
 bool EndsWithXml(std::string_view name) {
     constexpr std::string_view kSuffix = ".xml";
-    if (name.size() < kSuffix.size()) return false;
-    const std::string_view tail = name.substr(name.size() - kSuffix.size());
-    return std::equal(tail.begin(), tail.end(), kSuffix.begin(), [](char a, char b) {
-        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-    });
+    return name.size() >= kSuffix.size() &&
+           EqualIgnoringCase(name.substr(name.size() - kSuffix.size()), kSuffix);
 }
 
 ZipHandle OpenArchive(std::string_view archive, Problems& problems) {

@@ -16,6 +16,15 @@ bool IsNonFiniteWord(std::string_view text) {
     return text == "NaN" || text == "Infinity" || text == "-Infinity";
 }
 
+// No error for a text that is a finite number as a whole.
+std::errc Parse(std::string_view text, double& value) {
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (stop != end) return std::errc::invalid_argument;
+    if (error == std::errc() && !std::isfinite(value)) return std::errc::invalid_argument;
+    return error;
+}
+
 // Long texts would bury the message.
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kLongest = 40;
@@ -38,21 +47,21 @@ std::shared_ptr<const VariableSpec> SpecPool::Share(VariableSpec spec) {
     return shared;
 }
 
+bool IsNumber(std::string_view text) {
+    double value = 0.0;
+    return IsNonFiniteWord(text) || Parse(text, value) == std::errc();
+}
+
 std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text) {
     if (IsNonFiniteWord(text)) return std::nullopt;
     double value = 0.0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error == std::errc::result_out_of_range && stop == end) {
-        reading.problems.Error(node,
-                               "expected a number of double precision, found " + Quoted(text));
-        return std::nullopt;
-    }
-    if (error != std::errc() || stop != end || !std::isfinite(value)) {
-        reading.problems.Error(node, "expected a number, found " + Quoted(text));
-        return std::nullopt;
-    }
-    return value;
+    const std::errc error = Parse(text, value);
+    if (error == std::errc()) return value;
+    const char* expected = error == std::errc::result_out_of_range
+                               ? "expected a number of double precision, found "
+                               : "expected a number, found ";
+    reading.problems.Error(node, expected + Quoted(text));
+    return std::nullopt;
 }
 
 std::vector<std::optional<double>> ParseNumbers(Reading& reading, XmlNode node,

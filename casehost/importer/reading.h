@@ -40,6 +40,9 @@ struct Reading {
     std::unordered_map<std::string, int> compound_index;
 };
 
+// Whether ParseNumber takes the text: a finite number, "NaN" or an infinity as the file writes it.
+// A name such as "nan" or "inf" is none.
+bool IsNumber(std::string_view text);
 // Null for a text that is NaN or infinite. A text that is no number is a problem at `node`, and
 // null.
 std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text);

@@ -1,7 +1,5 @@
 #include "unit_reader.h"
 
-#include <charconv>
-
 #include "casehost/unit_op_names.h"
 #include "object_sheet.h"
 #include "unit_rows.h"
@@ -33,17 +31,10 @@ void ReadKnownUnit(Reading& reading, const UnitClass& known, XmlNode node, Objec
     }
 }
 
-bool LooksNumeric(std::string_view text) {
-    double value = 0.0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && stop == end && !text.empty();
-}
-
 void ReadUnknownUnit(Reading& reading, const FileObject& unit, ObjectData& object) {
     ObjectSheet sheet(reading, object);
     for (XmlNode child : Children(unit.node)) {
-        if (child.FirstChild() || !LooksNumeric(child.Text())) continue;
+        if (child.FirstChild() || !IsNumber(child.Text())) continue;
         if (ListHolds(kCommonElements, child.Tag())) continue;
         sheet.Real(std::string(child.Tag()).c_str(), FileUnit::none, ReadNumber(reading, child),
                    VariableState::calculated);

@@ -26,13 +26,26 @@ ReadResult ReadCaseFile(const std::string& path) {
     return ReadCaseText(path, text);
 }
 
+namespace {
+
+// Where a name leads: a link stays, the file behind it is replaced.
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(path, error);
+    return !error && std::filesystem::is_symlink(path, error) ? file : path;
+}
+
+}  // namespace
+
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     const std::string text = CaseToText(data);
-    const std::filesystem::path beside = FilePath(path + ".part");
-    if (const std::error_code error = files::WriteThrough(beside, text)) {
+    const std::filesystem::path target = BehindLinks(FilePath(path));
+    std::filesystem::path beside = target;
+    beside += ".part";
+    if (const std::error_code error = files::WriteThrough(beside, text, target)) {
         return {false, {path, "can't be written: " + error.message()}};
     }
-    const std::error_code error = files::Replace(beside, FilePath(path));
+    const std::error_code error = files::Replace(beside, target);
     if (!error) return {true, {}};
     std::error_code ignored;
     std::filesystem::remove(beside, ignored);

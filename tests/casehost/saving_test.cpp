@@ -118,6 +118,37 @@ class FullDisk {
     rlimit former_{};
 };
 
+TEST_F(Saving, PermissionsOfTheOldFileStay) {
+    namespace fs = std::filesystem;
+    for (const fs::perms mode : {fs::perms(0600), fs::perms(0664), fs::perms(0640)}) {
+        folder_.Write("plant.json", kOld);
+        fs::permissions(folder_.File("plant.json"), mode);
+        ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+        EXPECT_EQ(fs::status(folder_.File("plant.json")).permissions(), mode);
+        EXPECT_NE(folder_.Read("plant.json"), kOld);
+    }
+}
+
+TEST_F(Saving, LinkStaysAndTheFileBehindItIsReplaced) {
+    namespace fs = std::filesystem;
+    fs::create_directory(folder_.File("kept"));
+    folder_.Write("kept/plant.json", kOld);
+    fs::create_symlink("kept/plant.json", folder_.File("link.json"));
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("link.json")));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("link.json")));
+    EXPECT_EQ(folder_.Read("kept/plant.json"), CaseToText(test::SmallCase()));
+    EXPECT_EQ(Found(), (Names{"kept", "link.json"}));
+}
+
+TEST_F(Saving, LinkInTheWayOfTheUnfinishedFileIsNotFollowed) {
+    folder_.Write("plant.json", kOld);
+    folder_.Write("other.txt", kOld);
+    std::filesystem::create_symlink("other.txt", folder_.File("plant.json.part"));
+    EXPECT_FALSE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    EXPECT_EQ(folder_.Read("plant.json"), kOld);
+    EXPECT_EQ(folder_.Read("other.txt"), kOld);
+}
+
 TEST_F(Saving, DiskThatFillsUpMidwayLeavesTheOldFile) {
     const std::size_t size = CaseToText(test::SmallCase()).size();
     for (const std::size_t room : {std::size_t{0}, std::size_t{1}, size / 2, size - 1}) {

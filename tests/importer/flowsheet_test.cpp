@@ -289,6 +289,27 @@ TEST(SmallFlowsheetFile, UnknownClassKeepsNameTypePortsAndNumbers) {
     EXPECT_NE(Lines(result).find("unknown class 'Teleporter'"), std::string::npos);
 }
 
+TEST(SmallFlowsheetFile, UnknownClassTakesNamesForWords) {
+    const std::string duty = "<OutletTemperature>350";
+    for (const char* name :
+         {"nan", "Nan", "NAN", "inf", "Inf", "infinity", "1e999", "0x10", "1 2"}) {
+        std::string file =
+            SmallFlowsheetWith("Some.UnitOperations.Heater", "Some.UnitOperations.Teleporter");
+        file.replace(file.find(duty), duty.size(), std::string("<OutletTemperature>") + name);
+        const auto data = Read(file);
+        ASSERT_NE(data, nullptr) << name;
+        EXPECT_EQ(FindVariable(FindObject(*data, "H"), "OutletTemperature"), nullptr) << name;
+    }
+    for (const char* word : {"NaN", "Infinity", "-Infinity"}) {
+        std::string file =
+            SmallFlowsheetWith("Some.UnitOperations.Heater", "Some.UnitOperations.Teleporter");
+        file.replace(file.find(duty), duty.size(), std::string("<OutletTemperature>") + word);
+        const auto data = Read(file);
+        ASSERT_NE(data, nullptr) << word;
+        EXPECT_EQ(NumberOf(*data, "H", "OutletTemperature"), kEmpty) << word;
+    }
+}
+
 TEST(SmallFlowsheetFile, OneCompoundMayMissInAPhase) {
     const auto data = Read(SmallFlowsheetWith(
         "<Compound><Name>B</Name><MoleFraction>0.75</MoleFraction></Compound>", ""));

@@ -1,6 +1,7 @@
 #include "files/durable.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -35,6 +36,10 @@ class Descriptor {
         }
         return {};
     }
+    void TakePermissionsOf(const std::filesystem::path& like) const {
+        struct stat found {};
+        if (stat(like.c_str(), &found) == 0) fchmod(number_, found.st_mode & 0777);
+    }
     std::error_code Sync() const { return fsync(number_) == 0 ? std::error_code() : LastError(); }
 
  private:
@@ -43,9 +48,12 @@ class Descriptor {
 
 }  // namespace
 
-std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text) {
-    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
+                             const std::filesystem::path& like) {
+    constexpr int kHow = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
+    Descriptor file(open(path.c_str(), kHow, 0666));
     if (!file.IsOpen()) return LastError();
+    file.TakePermissionsOf(like);
     std::error_code error = file.Write(text);
     if (!error) error = file.Sync();
     // Some file systems tell only here that the disk is full.

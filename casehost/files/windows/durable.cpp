@@ -26,7 +26,9 @@ std::error_code Write(HANDLE file, std::string_view text) {
 
 }  // namespace
 
-std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text) {
+// Permissions come from the folder.
+std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
+                             const std::filesystem::path&) {
     HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return LastError();
