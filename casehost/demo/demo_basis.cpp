@@ -96,8 +96,8 @@ Elements RateData() {
             Number("Exponents", 1)};
 }
 
-BasisElement ReactionSet(const char* name, std::vector<const char*> active,
-                         std::vector<const char*> inactive) {
+BasisElement ReactionSet(const char* name, const std::vector<const char*>& active,
+                         const std::vector<const char*>& inactive) {
     const auto list = [](const char* tag, const char* count, const char* item,
                          const std::vector<const char*>& names) {
         Elements elements = {Number(count, static_cast<double>(names.size()))};

@@ -59,7 +59,7 @@ std::string EntryName(zip_t* zip, zip_uint64_t index) {
 // The name of the one entry, empty when the archive holds anything else.
 std::string FindDocument(zip_t* zip, Problems& problems) {
     const zip_int64_t count = zip_get_num_entries(zip, 0);
-    const std::string first = count > 0 ? EntryName(zip, 0) : std::string();
+    std::string first = count > 0 ? EntryName(zip, 0) : std::string();
     if (count > 1) {
         problems.Error("the archive holds " + std::to_string(count) + " entries, '" + first +
                        "' and '" + EntryName(zip, 1) +

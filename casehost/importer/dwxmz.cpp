@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -165,7 +166,8 @@ ReadResult ReadDwxmz(const std::string& path) {
     const fs::path file = FilePath(path);
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
-        return importer::Failure(path, "there is no such file; expected a .dwxmz file");
+        const char* found = fs::exists(file, error) ? "this is no file" : "there is no such file";
+        return importer::Failure(path, std::string(found) + "; expected a .dwxmz file");
     }
     if (fs::file_size(file, error) > importer::kMaxDocumentBytes) {
         return importer::Failure(path, "the file is larger than " +
@@ -175,7 +177,9 @@ ReadResult ReadDwxmz(const std::string& path) {
     std::ifstream stream(file, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     if (stream.bad() || !stream.is_open()) {
-        return importer::Failure(path, "the file can't be read; expected a readable .dwxmz file");
+        return importer::Failure(path, "the file can't be read (" +
+                                           std::generic_category().message(errno) +
+                                           "); expected a readable .dwxmz file");
     }
     return ReadDwxmzBytes(bytes, path);
 }

@@ -311,6 +311,7 @@ void MaterialStream::WriteOverallCompounds() {
 
 std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
     std::vector<std::string> labels;
+    labels.reserve(phases.size());
     for (const PhaseRow& phase : phases) labels.push_back(phase.label);
     return labels;
 }

@@ -2,6 +2,7 @@
 
 #include "casehost/case_file.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 
@@ -19,6 +20,9 @@ ReadResult ReadCaseFile(const std::string& path) {
                 {{path, "larger than " + std::to_string(kMaxCaseFileBytes >> 20) + " MB"}}};
     }
     std::ifstream file(FilePath(path), std::ios::binary);
+    if (!file.is_open()) {
+        return {nullptr, {{path, "can't be read: " + std::generic_category().message(errno)}}};
+    }
     std::string text(static_cast<std::size_t>(size), '\0');
     if (!file.read(text.data(), static_cast<std::streamsize>(size))) {
         return {nullptr, {{path, "can't be read to its end"}}};
@@ -35,11 +39,22 @@ std::filesystem::path BehindLinks(const std::filesystem::path& path) {
     return !error && std::filesystem::is_symlink(path, error) ? file : path;
 }
 
+// Replacing a file needs no right to write into it; who took that right away wants to keep it.
+std::error_code WhyKept(const std::filesystem::path& target) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(target, ignored)) return {};
+    if (std::ofstream(target, std::ios::app)) return {};
+    return {errno, std::generic_category()};
+}
+
 }  // namespace
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     const std::string text = CaseToText(data);
     const std::filesystem::path target = BehindLinks(FilePath(path));
+    if (const std::error_code error = WhyKept(target)) {
+        return {false, {path, "can't be written: " + error.message()}};
+    }
     std::filesystem::path beside = target;
     beside += ".part";
     if (const std::error_code error = files::WriteThrough(beside, text, target)) {

@@ -16,7 +16,7 @@ void JsonText::Line(int depth, bool& first) {
 
 void JsonText::Break(int depth) {
     out_ += '\n';
-    out_.append(static_cast<std::size_t>(2 * depth), ' ');
+    out_.append(std::size_t{2} * depth, ' ');
 }
 
 void JsonText::Key(std::string_view name) {

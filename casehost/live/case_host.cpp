@@ -1,8 +1,10 @@
 #include "casehost/case_host.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
+#include "casehost/file_path.h"
 #include "live/case.h"
 #include "live/services_impl.h"
 
@@ -28,6 +30,20 @@ std::string LowerExtension(const std::string& path) {
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     }
     return extension;
+}
+
+// The extensions of a list of readers or writers: ".dwxmz or .json".
+template <class List>
+std::string Extensions(const List& list) {
+    std::string text;
+    for (const auto& each : list) text += (text.empty() ? "" : " or ") + each.first;
+    return text;
+}
+
+bool IsNoFile(const std::string& path) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(FilePath(path), ignored);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
 }
 
 }  // namespace
@@ -66,7 +82,10 @@ double CaseHost::ConfigData(const std::string& key) const {
 
 OpenResult CaseHost::Open(const std::string& path) {
     const auto reader = Readers().find(LowerExtension(path));
-    if (reader == Readers().end()) return {nullptr, {{path, "no reader for this kind of file"}}};
+    if (reader == Readers().end()) {
+        const std::string expected = Extensions(Readers());
+        return {nullptr, {{path, "no reader for this kind of file; expected " + expected}}};
+    }
     ReadResult read = reader->second(path);
     if (!read.data) return {nullptr, std::move(read.problems)};
     OpenResult result = Open(*read.data);
@@ -89,11 +108,15 @@ SaveResult CaseHost::Save(Case& open_case) {
 
 SaveResult CaseHost::Save(Case& open_case, const std::string& path) {
     std::string extension = LowerExtension(path);
+    // Who names a folder or a device does not mean a file beside it.
+    if (extension.empty() && IsNoFile(path)) return {false, {path, "can't be written: not a file"}};
     const std::string target = extension.empty() ? path + kOwnExtension : path;
     if (extension.empty()) extension = kOwnExtension;
     const auto writer = Writers().find(extension);
-    if (writer == Writers().end())
-        return {false, {path, "cases can't be written to this kind of file"}};
+    if (writer == Writers().end()) {
+        const std::string expected = Extensions(Writers());
+        return {false, {path, "cases can't be written to this kind of file; expected " + expected}};
+    }
     SaveResult result = writer->second(open_case.ToData(), target);
     if (result) open_case.SetDocumentName(host::FileName(host::Text(target), host::Text()));
     return result;
@@ -107,6 +130,10 @@ void CaseHost::Close(Case& open_case) {
     cases_.erase(found);
     if (active_ == &open_case) active_ = cases_.empty() ? nullptr : cases_.back().get();
     open_case.Close();
+}
+
+std::string CaseHost::SolveProblem() const {
+    return active_ ? active_->Solver().Message() : std::string();
 }
 
 host::SimulationCase* CaseHost::ActiveCase() {

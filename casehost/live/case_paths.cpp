@@ -44,7 +44,7 @@ std::string Case::PathOf(const Node& node, const Node* from) {
     const Node* owner = node.Owner();
     const bool from_flowsheet = from && IsFlowsheet(from->Owner());
     const Node* start = from_flowsheet ? from->Owner() : main_.get();
-    const std::string name = path::Escape(node.Name().Str());
+    std::string name = path::Escape(node.Name().Str());
     if (from && owner == start) return name;
     if (owner == main_.get()) return "/" + name;
     if (owner == basis_.get()) return std::string("/") + path::kReactions + "/" + name;

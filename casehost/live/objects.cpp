@@ -13,6 +13,7 @@ namespace casehost {
 
 std::vector<double> StreamNode::Fractions(const Row& row) {
     std::vector<double> fractions;
+    fractions.reserve(row.cell_count);
     for (int c = 0; c < row.cell_count; ++c) fractions.push_back(CellAt(row.first_cell + c).number);
     return fractions;
 }

@@ -63,8 +63,7 @@ struct InstanceCount {
 
 InstanceCount& CountOf(CountedClass counted) noexcept;
 
-// The base that makes a class counted: class HVarsEntry : private
-// Counted<CountedClass::HVarsEntry>.
+// The base that makes a class counted: class X : private Counted<CountedClass::X>.
 template <CountedClass kClass>
 class Counted {
  protected:

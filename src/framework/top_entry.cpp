@@ -22,10 +22,6 @@ FITopEntry::FITopEntry(FIContext* context, FINotify* notify_slot, FISolver* serv
     if (notify_slot) *notify_slot = &FITopEntry::NotifyAll;
 }
 
-FITopEntry::~FITopEntry() {
-    delete service_;
-}
-
 std::span<const AttrRow<FITopEntry>> FITopEntry::AttributeRows() {
     static constexpr AttrRow<FITopEntry> rows[] = {
         {"id", [](FITopEntry&, FIValue& out) { out.SetText("Top"); }},
@@ -55,7 +51,7 @@ bool FITopEntry::Unsubscribe(void* owner, int kind) {
 
 bool FITopEntry::QueryService(int kind, void** out) {
     const bool known = kind == 1 || kind == 2;
-    *out = known ? service_ : nullptr;
+    *out = known ? service_.get() : nullptr;
     return *out != nullptr;
 }
 

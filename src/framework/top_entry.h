@@ -3,6 +3,7 @@
 // FITopEntry: the root of a tree. It answers the attributes "id", "type" and "server", and hands
 // out the context below which the model lies.
 
+#include <memory>
 #include <span>
 
 #include "framework/attr_map.h"
@@ -18,7 +19,6 @@ class FITopEntry : public AttrMapEntry<FITopEntry> {
     // Shares `context`, which may not be null. With a notify slot the entry accepts subscribers and
     // writes the address of NotifyAll through it. Owns `service` (a solver), which may be null.
     FITopEntry(FIContext* context, FINotify* notify_slot, FISolver* service);
-    ~FITopEntry() override;
 
     static std::span<const AttrRow<FITopEntry>> AttributeRows();
 
@@ -38,5 +38,5 @@ class FITopEntry : public AttrMapEntry<FITopEntry> {
  private:
     Ref<FIContext> context_;
     bool notifier_;
-    FISolver* service_;
+    std::unique_ptr<FISolver> service_;
 };

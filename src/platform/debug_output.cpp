@@ -1,7 +1,5 @@
 #include "platform/debug_output.h"
 
-#include <cstdio>
-
 #include "platform/debug_channel.h"
 
 namespace {
@@ -22,8 +20,4 @@ DebugSink SetDebugSink(DebugSink sink) noexcept {
     const DebugSink former = g_sink;
     g_sink = sink;
     return former;
-}
-
-void WriteToStandardError(const char* text) {
-    std::fputs(text, stderr);
 }

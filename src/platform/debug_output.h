@@ -1,7 +1,7 @@
 #pragma once
 
 // The debug output: where reports for a developer go. On Windows a debugger shows it; elsewhere it
-// is silent until a sink is set. Texts carry their own line ends.
+// is the standard error stream. Texts carry their own line ends.
 
 // Receives every text; called on the thread that writes.
 using DebugSink = void (*)(const char* text);
@@ -11,6 +11,3 @@ void WriteDebugLine(const char* text);
 // Leads the debug output elsewhere until the next call and answers the former sink; a null sink
 // leads it back to the system's channel.
 DebugSink SetDebugSink(DebugSink sink) noexcept;
-
-// A sink that writes to the standard error stream.
-void WriteToStandardError(const char* text);

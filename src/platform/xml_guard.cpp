@@ -12,8 +12,7 @@ namespace {
 constexpr std::array<std::string_view, 4> kEncodings = {"utf-8", "utf-16", "us-ascii",
                                                         "iso-8859-1"};
 
-// A document of UTF-16 with every character beyond ASCII as a '?'. Nothing when it is of odd
-// length.
+// A document of UTF-16 with every character beyond ASCII as a '?'; nothing for an odd length.
 std::optional<std::string> NarrowedUtf16(std::string_view bytes, bool big) {
     if (bytes.size() % 2 != 0) return std::nullopt;
     const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };

@@ -57,8 +57,7 @@ class FIValue {
     bool IsText() const noexcept { return kind_ == kShortText || kind_ == kLongText; }
     bool IsNumber() const noexcept { return kind_ == kInt || kind_ == kReal; }
 
-    // Converts in place. Numbers are formatted with "%d" and "%.12lg" and texts scanned with "%d"
-    // and
+    // Converts in place. Numbers are formatted with "%d" and "%.12lg", texts scanned with "%d" and
     // "%lg". Converting a number to kLongText gives the two characters "&d" or "&g", whatever the
     // number was: stored dumps and map files rely on it. Unknown targets change nothing, and
     // neither does kShortText on any text.

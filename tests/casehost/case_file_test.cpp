@@ -274,13 +274,23 @@ TEST_F(CaseFileOnDisk, BasisOfTheFormatPageIsRead) {
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
     CaseHost host;
     EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message,
-              "no reader for this kind of file");
+              "no reader for this kind of file; expected .json");
     EXPECT_NE(host.Open(Path("missing.json")).problems.at(0).message.find("can't be read"),
               std::string::npos);
     const OpenResult opened = host.Open(SmallCase());
-    EXPECT_FALSE(host.Save(*opened.opened, Path("plant.xyz")));
+    EXPECT_EQ(host.Save(*opened.opened, Path("plant.xyz")).problem.message,
+              "cases can't be written to this kind of file; expected .json");
     EXPECT_TRUE(host.Save(*opened.opened, Path("plant")));
     EXPECT_TRUE(std::filesystem::exists(Path("plant.json")));
+}
+
+TEST_F(CaseFileOnDisk, FolderIsNotTakenForANameWithoutExtension) {
+    CaseHost host;
+    const OpenResult opened = host.Open(SmallCase());
+    std::filesystem::create_directory(folder_ / "plant");
+    EXPECT_EQ(host.Save(*opened.opened, Path("plant")).problem.message,
+              "can't be written: not a file");
+    EXPECT_FALSE(std::filesystem::exists(Path("plant.json")));
 }
 
 TEST_F(CaseFileOnDisk, HundredThousandObjectsLoadInSeconds) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "case_builder.h"
 #include "casehost/case_file.h"
@@ -13,6 +14,8 @@
 #include <sys/resource.h>
 
 #include <csignal>
+
+#include "support/ordinary_user.h"
 #endif
 
 namespace casehost {
@@ -166,6 +169,33 @@ TEST_F(Saving, DiskThatFillsUpMidwayLeavesTheOldFile) {
     }
     const FullDisk enough(size);
     EXPECT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+}
+
+using std::filesystem::perms;
+
+TEST_F(Saving, FileThatMayNotBeWrittenIsKept) {
+    folder_.Write("plant.json", kOld);
+    std::filesystem::permissions(folder_.File("plant.json"), perms{0444});
+    std::filesystem::permissions(folder_.Path(), perms::all);
+    const OrdinaryUser user;
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.problem.Text().find("plant.json: can't be written: " +
+                                         std::string(strerror(EACCES))),
+              std::string::npos)
+        << result.problem.Text();
+    EXPECT_EQ(folder_.Read("plant.json"), kOld);
+    EXPECT_EQ(Found(), Names{"plant.json"});
+}
+
+TEST_F(Saving, FileThatMayNotBeReadSaysSo) {
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    std::filesystem::permissions(folder_.File("plant.json"), perms::none);
+    const OrdinaryUser user;
+    const ReadResult result = ReadCaseFile(folder_.File("plant.json"));
+    EXPECT_EQ(result.data, nullptr);
+    ASSERT_EQ(result.problems.size(), 1u);
+    EXPECT_EQ(result.problems[0].message, "can't be read: " + std::string(strerror(EACCES)));
 }
 
 #endif

@@ -5,6 +5,7 @@
 
 #include <ctime>
 #include <string>
+#include <vector>
 
 #include "support/temporary_folder.h"
 
@@ -26,6 +27,19 @@ TEST(ErrorLog, first_message_creates_the_default_file_with_a_header) {
     EXPECT_EQ(AfterHeader(folder.Read("QSIErrors.log")), " one\n");
     log.Message("two");
     EXPECT_EQ(AfterHeader(folder.Read("QSIErrors.log")), " one\n two\n");
+}
+
+// The file is held for no longer than a line takes, so one that was taken away begins again.
+TEST(ErrorLog, each_line_opens_the_file_anew) {
+    const TemporaryFolder folder;
+    ErrorLog log;
+    log.Message("one");
+    std::filesystem::remove(folder.File("QSIErrors.log"));
+    log.Message("two");
+    EXPECT_EQ(folder.Read("QSIErrors.log"), " two\n") << "the header came with the first line";
+    folder.Write("QSIErrors.log", "of another program\n");
+    log.Message("three");
+    EXPECT_EQ(folder.Read("QSIErrors.log"), "of another program\n three\n");
 }
 
 TEST(ErrorLog, header_has_time_then_date) {
@@ -148,6 +162,26 @@ TEST(ErrorLog, file_that_cannot_be_opened_is_passed_over) {
     log.SetFile("x.log");
     log.Message(nullptr);
     EXPECT_EQ(AfterHeader(folder.Read("x.log")), " \n");
+}
+
+TEST(ErrorLog, listener_is_told_what_is_written) {
+    const TemporaryFolder folder;
+    ErrorLog log;
+    std::vector<std::string> told;
+    const LogListener note = [](void* owner, const char* text) {
+        static_cast<std::vector<std::string>*>(owner)->push_back(text);
+    };
+    log.Message("before");
+    log.SetListener(note, &told);
+    log.Message("one");
+    log.AtLevel("six", 6);
+    log.AtLevel("five", 5);
+    log.Message(nullptr);
+    log.SetFile("no such folder/x.log");
+    log.Message("lost in the file alone");
+    log.SetListener(nullptr, &told);
+    log.Message("after");
+    EXPECT_EQ(told, (std::vector<std::string>{"one", "five", "", "lost in the file alone"}));
 }
 
 TEST(ErrorLog, file_names_are_utf8) {

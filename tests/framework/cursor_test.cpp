@@ -330,13 +330,35 @@ TEST(CursorFamilies, top_cursor) {
 
 TEST(CursorFamilies, top_cursor_goes_past_its_child_and_back) {
     const auto context = Ref<FIContext>::Share(new TopContext(EmptyContext()));
-    const auto cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
-    EXPECT_FALSE(cursor->Seek(kFromFirst, 1));
-    EXPECT_TRUE(cursor->AtEnd());
-    EXPECT_FALSE(cursor->Seek(kFromFirst, 0));
-    EXPECT_FALSE(cursor->Seek(7, -1));
-    EXPECT_TRUE(cursor->Seek(kFromEnd, -1));
-    EXPECT_FALSE(cursor->Seek(kFromEnd, 1));
+    const auto make = [&] { return Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor)); };
+    struct Case {
+        int origin;
+        int delta;
+        // Whether it stands on the child afterwards, from the child and from past it.
+        bool from_child;
+        bool from_end;
+    };
+    const Case cases[] = {
+        {kFromFirst, 1, false, false},  {kFromFirst, -1, true, true},
+        {kFromFirst, 0, true, false},   {kFromPresent, 2, false, false},
+        {kFromPresent, -2, true, true}, {kFromPresent, 0, true, false},
+        {kFromEnd, 1, false, false},    {kFromEnd, -1, true, true},
+        {kFromEnd, 0, true, false},     {3, 1, true, false},
+        {-1, -1, true, false},          {7, 0, true, false},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(testing::Message() << "Seek(" << each.origin << ", " << each.delta << ")");
+        for (bool at_end : {false, true}) {
+            const auto cursor = make();
+            if (at_end) cursor->SeekName(kFromFirst, "");
+            ASSERT_EQ(at_end, cursor->AtEnd());
+            const bool stands = at_end ? each.from_end : each.from_child;
+            EXPECT_EQ(stands, cursor->Seek(each.origin, each.delta));
+            EXPECT_EQ(stands, cursor->AtBegin());
+            EXPECT_EQ(!stands, cursor->AtEnd());
+        }
+    }
+    const auto cursor = make();
     EXPECT_FALSE(cursor->SeekName(kFromFirst, "top"));
     EXPECT_FALSE(cursor->SeekName(kFromFirst, nullptr));
     EXPECT_TRUE(cursor->SeekName(kFromPresent, "Top"));
@@ -347,6 +369,24 @@ TEST(CursorFamilies, top_cursor_goes_past_its_child_and_back) {
     child->GetAttribute(Text("id"), value);
     EXPECT_TRUE(value.IsNull());
     EXPECT_EQ(EmptyAttributeCursor(), child->GetAttributeSource()->MakeCursor());
+}
+
+// Past the child the key is NULL, which is less than a text; a text and NULL do not compare.
+TEST(CursorFamilies, top_cursors_compare_by_key_and_clones_keep_the_end) {
+    const auto context = Ref<FIContext>::Share(new TopContext(EmptyContext()));
+    const auto child = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
+    const auto end = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
+    end->Seek(kFromPresent, 1);
+    EXPECT_EQ(kNotComparable, child->Compare(*end));
+    EXPECT_EQ(-1, end->Compare(*child));
+    EXPECT_EQ(0, end->Compare(*end));
+    const auto clone = Ref<FICursorBase>::Adopt(end->Clone(true));
+    EXPECT_TRUE(clone->AtEnd());
+    EXPECT_EQ(0, end->Compare(*clone));
+    EXPECT_EQ(nullptr, end->GetEntry());
+    EXPECT_FALSE(child->SeekValue(kFromFirst, *ScriptNode("other").Entry()));
+    EXPECT_TRUE(child->AtEnd());
+    EXPECT_TRUE(child->SeekValue(kFromFirst, *ScriptNode("Top").Entry()));
 }
 
 TEST(CursorFamilies, scripted_cursor) {

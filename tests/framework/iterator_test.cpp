@@ -3,7 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/instance_counts.h"
+#include "framework/collection_element.h"
 #include "framework/empties.h"
+#include "framework/reference.h"
 #include "support/scripted_tree.h"
 
 namespace {
@@ -215,6 +218,36 @@ TEST_F(Iterator, is_counted_from_one) {
     EXPECT_EQ(1, it->Release());
     EXPECT_EQ(it->TypeId(), it_->TypeId());
     EXPECT_EQ(0, it->Release());
+}
+
+// An iterator is counted with the variables that it shows, a reference with the iterator it owns.
+TEST_F(Iterator, instances_are_counted) {
+    constexpr CountedClass kClasses[] = {CountedClass::FIIterator, CountedClass::FIVarSet,
+                                         CountedClass::FIReference,
+                                         CountedClass::FICollectionElement};
+    const auto counts = [&] {
+        std::vector<int> both;
+        for (CountedClass each : kClasses) {
+            both.push_back(CountOf(each).alive);
+            both.push_back(CountOf(each).total);
+        }
+        return both;
+    };
+    const auto since = [&](const std::vector<int>& before) {
+        std::vector<int> difference = counts();
+        for (std::size_t i = 0; i < before.size(); ++i) difference[i] -= before[i];
+        return difference;
+    };
+    const std::vector<int> before = counts();
+    {
+        const auto copy = Ref<FIIterator>::Adopt(it_->Copy());
+        EXPECT_EQ((std::vector<int>{1, 1, 1, 1, 0, 0, 0, 0}), since(before));
+        const auto reference = Ref<FIReferenceBase>::Adopt(it_->MakeReference());
+        EXPECT_EQ((std::vector<int>{2, 2, 2, 2, 1, 1, 0, 0}), since(before));
+        const auto element = it_->MakeElement();
+        EXPECT_EQ((std::vector<int>{2, 2, 2, 2, 1, 1, 1, 1}), since(before));
+    }
+    EXPECT_EQ((std::vector<int>{0, 2, 0, 2, 0, 1, 0, 1}), since(before));
 }
 
 TEST_F(Iterator, copies_have_their_own_present_variables_and_share_those_above) {

@@ -51,30 +51,57 @@ TEST_F(TopEntry, shows_three_attributes) {
     EXPECT_EQ(ComputerName(), Read("server"));
     EXPECT_LE(Read("server").size(), 15u);
     EXPECT_EQ("(NULL)", Read("value"));
+    EXPECT_EQ("(NULL)", Read(""));
     FIValue name;
     top_->GetName(name);
     EXPECT_EQ("Top", name.ToText());
+    std::vector<std::string> rows;
+    for (const auto& row : FITopEntry::AttributeRows()) {
+        rows.push_back(row.name);
+        EXPECT_EQ(1, row.kind) << row.name;
+        EXPECT_EQ(nullptr, row.available) << row.name;
+    }
+    EXPECT_EQ((std::vector<std::string>{"id", "type", "server"}), rows);
+}
+
+TEST_F(TopEntry, counts_from_zero) {
+    auto* entry = new FITopEntry(context_.Get(), nullptr, nullptr);
+    EXPECT_EQ(1, entry->AddRef());
+    const auto attributes = Ref<FIAttributeSource>::Adopt(entry->GetAttributeSource());
+    EXPECT_EQ(3, entry->AddRef()) << "its interfaces share the count";
+    EXPECT_EQ(2, entry->Release());
+    EXPECT_EQ(1, entry->Release());
 }
 
 TEST_F(TopEntry, hands_out_the_inner_context_and_the_single_child) {
     EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(top_->GetContext()).Get());
     const auto single = Ref<FIContext>::Adopt(top_->MakeSingleChildContext());
-    const auto cursor = Ref<FICursorBase>::Adopt(single->MakeCursor(kChildCursor));
-    const auto child = Ref<FIEntry>::Adopt(cursor->GetEntry());
-    EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(child->GetContext()).Get());
+    for (int kind : {int{kChildCursor}, 0, 3, -1}) {
+        const auto cursor = Ref<FICursorBase>::Adopt(single->MakeCursor(kind));
+        const auto child = Ref<FIEntry>::Adopt(cursor->GetEntry());
+        ASSERT_NE(nullptr, child.Get()) << kind;
+        EXPECT_EQ(context_.Get(), Ref<FIContext>::Adopt(child->GetContext()).Get()) << kind;
+    }
+    EXPECT_EQ(EmptyCursor(), single->MakeCursor(kKeyCursor));
 }
 
-TEST_F(TopEntry, services_are_lent_for_kinds_1_and_2) {
-    void* service = this;
-    EXPECT_FALSE(top_->QueryService(1, &service));
-    EXPECT_EQ(nullptr, service);
+TEST_F(TopEntry, without_a_service_none_is_lent) {
+    for (int kind : {1, 2, 3}) {
+        void* service = this;
+        EXPECT_FALSE(top_->QueryService(kind, &service)) << kind;
+        EXPECT_EQ(nullptr, service) << kind;
+    }
 }
 
 TEST_F(TopEntry, without_a_notify_slot_subscribers_are_refused) {
     const auto mute = Ref<FITopEntry>::Share(new FITopEntry(context_.Get(), nullptr, nullptr));
     Listener listener;
     EXPECT_FALSE(mute->Subscribe(&listener, kValueChanged, &Listener::Told));
-    EXPECT_FALSE(mute->Unsubscribe(&listener, kValueChanged));
+    notify_(0);
+    EXPECT_TRUE(listener.kinds.empty());
+    ASSERT_TRUE(top_->Subscribe(&listener, kValueChanged, &Listener::Told));
+    EXPECT_FALSE(mute->Unsubscribe(&listener, kValueChanged)) << "though the list has it";
+    EXPECT_TRUE(top_->Unsubscribe(&listener, kValueChanged));
 }
 
 TEST_F(TopEntry, changes_reach_kinds_1_and_2_and_deletions_kind_0) {
@@ -97,6 +124,24 @@ TEST_F(TopEntry, changes_reach_kinds_1_and_2_and_deletions_kind_0) {
     }
     notify_(0);
     EXPECT_EQ(1u, listener.kinds.size());
+}
+
+TEST_F(TopEntry, subscribers_are_told_in_order_and_leave_one_record_at_a_time) {
+    static std::vector<const void*> told;
+    told.clear();
+    const auto note = [](void* owner, int) { told.push_back(owner); };
+    int a = 0;
+    int b = 0;
+    for (int* owner : {&a, &b, &a}) ASSERT_TRUE(top_->Subscribe(owner, kValueChanged, note));
+    notify_(0);
+    EXPECT_EQ((std::vector<const void*>{&a, &b, &a}), told);
+    EXPECT_FALSE(top_->Unsubscribe(&a, kStructureChanged)) << "of this kind there is none";
+    ASSERT_TRUE(top_->Unsubscribe(&a, kValueChanged));
+    told.clear();
+    notify_(0);
+    EXPECT_EQ((std::vector<const void*>{&b, &a}), told) << "the first record left";
+    EXPECT_TRUE(top_->Unsubscribe(&a, kValueChanged));
+    EXPECT_TRUE(top_->Unsubscribe(&b, kValueChanged));
 }
 
 TEST_F(TopEntry, tops_share_their_subscribers) {
@@ -142,6 +187,22 @@ TEST(SubscriberList, clear_inside_a_round_ends_the_calls) {
     own.Add(&calls, kValueChanged, clear);
     own.Dispatch(0);
     EXPECT_EQ(1, calls);
+    EXPECT_TRUE(own.IsEmpty());
+}
+
+TEST(SubscriberList, who_leaves_inside_a_round_leaves_once_and_is_gone_after_it) {
+    static SubscriberList* list = nullptr;
+    SubscriberList own;
+    list = &own;
+    std::vector<bool> left;
+    const auto leave = [](void* owner, int kind) {
+        auto& answers = *static_cast<std::vector<bool>*>(owner);
+        for (int i = 0; i < 3; ++i) answers.push_back(list->Remove(owner, kind));
+    };
+    own.Add(&left, kValueChanged, leave);
+    own.Add(&left, kValueChanged, leave);
+    own.Dispatch(0);
+    EXPECT_EQ((std::vector<bool>{true, true, false}), left) << "the second record is not called";
     EXPECT_TRUE(own.IsEmpty());
 }
 

@@ -1,14 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "diagnostics/error_log.h"
+#include "diagnostics/seek_table.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "front/fixtop.h"
 #include "host/and_c.h"
+#include "host/fx_top_entry.h"
+#include "support/debug_capture.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 #include "support/temporary_folder.h"
@@ -158,6 +163,87 @@ TEST_F(Front, the_context_gets_the_names_of_the_files) {
     EXPECT_EQ("Hovex", files.name);
     EXPECT_EQ(3, context->AddRef()) << "the entry's, this test's, and the one just added";
     context->Release();
+}
+
+// ---- What each step is given, and in which order ----
+
+struct Assembly {
+    static inline std::string steps;
+
+    static FIContext* MakeContext(void* session, const char* library, const char* map,
+                                  const char* units, const char* name) {
+        steps += std::string("context ") + (session ? "of the case " : "") + library + " " + map +
+                 " " + units + " " + name + "; ";
+        return GetTopHovexCtx(session, library, map, units, name);
+    }
+    static FISolver* MakeSolver(void* session, int kind) {
+        steps +=
+            std::string("solver ") + (session ? "of the case " : "") + std::to_string(kind) + "; ";
+        return GetTopHovexSolver(session, kind);
+    }
+    static void Notify(FixtopNotify notify, void* session) {
+        steps += std::string("notify ") + (session ? "of the case " : "") +
+                 (notify == &FIXTopEntry::Dispatch ? "dispatch" : "") + "; ";
+    }
+    static void* MakeNode(FIIteratorBase* iterator, void** out) {
+        FIValue path;
+        iterator->GetPath(path);
+        return Made("node at " + path.ToText(), out);
+    }
+    static void* MakeAlternateNode(FIIteratorBase*, void** out) {
+        return Made("alternate node", out);
+    }
+    static void* Find(void* session, const void*, void**) {
+        steps += std::string("find ") + (session ? "in the case; " : "; ");
+        return nullptr;
+    }
+    static void* MakeDocument(FIEntry*, void* session, const void*, void** out) {
+        return Made(session ? "document of the case" : "document", out);
+    }
+    static void* MakeAlternateDocument(FIEntry*, void*, const void*, void** out) {
+        return Made("alternate document", out);
+    }
+
+ private:
+    static void* Made(const std::string& what, void** out) {
+        steps += what + "; ";
+        return *out = &steps;
+    }
+};
+
+TEST_F(Front, tops_are_assembled_step_by_step) {
+    Offer("GetTopHovexCtx", Pointer(Assembly::MakeContext));
+    Offer("GetTopHovexSolver", Pointer(Assembly::MakeSolver));
+    Offer("SetTopNotify", Pointer(Assembly::Notify));
+    Offer(kNodeFactory, Pointer(Assembly::MakeNode));
+    Offer(kAlternateNodeFactory, Pointer(Assembly::MakeAlternateNode));
+    Offer(kDocumentFinder, Pointer(Assembly::Find));
+    Offer(kAlternateDocumentFinder, Pointer(Assembly::Find));
+    Offer(kDocumentFactory, Pointer(Assembly::MakeDocument));
+    Offer(kAlternateDocumentFactory, Pointer(Assembly::MakeAlternateDocument));
+    const std::string top =
+        "context of the case QSIAllLibraries.xml hovexmap.xml hunits.xml Hovex; "
+        "solver of the case 1; notify of the case dispatch; ";
+    void* const session = &host.simulation_case;
+    struct Case {
+        std::function<void(void** out)> call;
+        std::string steps;
+    };
+    const Case cases[] = {
+        {[&](void**) { Ref<FIEntry>::Adopt(GetCombinedEntry(session)); }, top},
+        {[&](void** out) { GetQSINode(session, out); }, top + "node at Top; "},
+        {[&](void** out) { QSVGetTopNode(session, out); }, top + "alternate node; "},
+        {[&](void** out) { GetDocumentAgg(session, this, out); },
+         "find in the case; " + top + "document of the case; "},
+        {[&](void** out) { QSVGetDocumentAgg(session, this, out); },
+         "find in the case; " + top + "alternate document; "},
+    };
+    for (const Case& each : cases) {
+        Assembly::steps.clear();
+        void* out = nullptr;
+        each.call(&out);
+        EXPECT_EQ(each.steps, Assembly::steps);
+    }
 }
 
 TEST_F(Front, missing_factories_are_missing_features) {
@@ -325,6 +411,22 @@ TEST_F(Front, the_log_lies_beside_the_document) {
     TestIteratorX();
 }
 
+TEST_F(Front, the_log_is_named_and_told_to_a_listener) {
+    const TemporaryFolder folder;
+    std::string told;
+    const auto note = [](void* owner, const char* text) {
+        *static_cast<std::string*>(owner) += std::string(text) + "; ";
+    };
+    FixtopSetLog("own.log", note, &told);
+    LogMessage("one");
+    EXPECT_NE(std::string::npos, folder.Read("own.log").find("\n one\n"));
+    FixtopSetLog(nullptr, nullptr, nullptr);
+    LogMessage("two");
+    EXPECT_NE(std::string::npos, folder.Read("own.log").find("\n one\n two\n")) << "the same file";
+    EXPECT_EQ("one; ", told);
+    SetLogFile(nullptr);
+}
+
 TEST_F(Front, paths_are_described_or_refused) {
     FIValue steps, error;
     EXPECT_TRUE(FixtopDescribePath(FIValue("a&[x=1].b(c)"), steps, error));
@@ -350,7 +452,30 @@ TEST_F(Front, notification_is_taken_out_again) {
     UnsetTopNotify(nullptr);
     EXPECT_EQ(nullptr, host.manager.callback);
     UnsetTopNotify(nullptr);
+}
+
+TEST_F(Front, the_seek_table_is_written_to_the_debug_output) {
+    RecordSeek(7);
+    const DebugCapture capture;
     printECounts();
+    ASSERT_EQ(21u, capture.Pieces().size());
+    EXPECT_EQ(" refcnt   number of seeks with\n", capture.Pieces()[0]);
+    EXPECT_EQ("  7        " + std::to_string(SeekCount(7)) + "\n", capture.Pieces()[8]);
+}
+
+// ---- The built module ----
+
+TEST(Module, exports_the_front_by_name) {
+    const ModuleHandle module = LoadModule(FIXTOP_MODULE);
+    ASSERT_NE(nullptr, module) << FIXTOP_MODULE;
+    for (const char* name :
+         {"GetTopHovexEntry", "GetTopFIEntryV", "GetTopFIEntry", "GetTopHovexCtx",
+          "GetTopHovexSolver", "GetCombinedEntry", "GetQSINode", "GetDocumentAgg", "QSVGetTopNode",
+          "QSVGetDocumentAgg", "SetTopNotify", "UnsetTopNotify", "SetTopAttach", "TestIterator",
+          "TestIteratorX", "printECounts"}) {
+        EXPECT_NE(nullptr, FindFunction(module, name)) << name;
+    }
+    // Not unloaded: a loaded copy stays, as it does in a host.
 }
 
 }  // namespace

@@ -2,8 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "case_reading.h"
 #include "casehost/importer.h"
+#include "support/temporary_folder.h"
+
+#ifndef _WIN32
+#include "support/ordinary_user.h"
+#endif
 
 namespace casehost::test {
 
@@ -234,6 +241,25 @@ TEST(FaultyFiles, MissingFileIsNamed) {
     EXPECT_EQ(result.data, nullptr);
     EXPECT_EQ(Lines(result), "no/such/file.dwxmz: there is no such file; expected a .dwxmz file\n");
 }
+
+TEST(FaultyFiles, FolderIsNoFile) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory("plant.dwxmz");
+    EXPECT_EQ(Lines(ReadDwxmz("plant.dwxmz")),
+              "plant.dwxmz: this is no file; expected a .dwxmz file\n");
+}
+
+#ifndef _WIN32
+TEST(FaultyFiles, FileThatMayNotBeReadSaysSo) {
+    const TemporaryFolder folder;
+    folder.Write("plant.dwxmz", "PK");
+    std::filesystem::permissions("plant.dwxmz", std::filesystem::perms::none);
+    const OrdinaryUser user;
+    EXPECT_EQ(Lines(ReadDwxmz("plant.dwxmz")), "plant.dwxmz: the file can't be read (" +
+                                                   std::string(strerror(EACCES)) +
+                                                   "); expected a readable .dwxmz file\n");
+}
+#endif
 
 }  // namespace
 

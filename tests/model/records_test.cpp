@@ -144,12 +144,17 @@ struct CountingTranslator final : CCDMTranslatorRecord {
 TEST(ClassLibrary, ends_its_records) {
     const int classes = CountOf(CountedClass::CCDMClass).alive;
     const int attributes = CountOf(CountedClass::CCDMAttribute).alive;
+    const int libraries = CountOf(CountedClass::CCDMClassLibrary).alive;
+    const int enumerations = CountOf(CountedClass::CCDMEnumeration).alive;
     int translators = 0;
     {
         CCDMClassLibrary library;
+        EXPECT_EQ(CountOf(CountedClass::CCDMClassLibrary).alive, libraries + 1);
         CCDMClass& record = Define(library, "A", {}, {"x", "y"});
         EXPECT_EQ(CountOf(CountedClass::CCDMClass).alive, classes + 1);
         EXPECT_EQ(CountOf(CountedClass::CCDMAttribute).alive, attributes + 2);
+        library.GetOrCreateEnumeration("E");
+        EXPECT_EQ(CountOf(CountedClass::CCDMEnumeration).alive, enumerations + 1);
         record.attributes[0]->translators.emplace(
             "n", std::make_unique<CountingTranslator>(translators));
         record.attributes[0]->arrayTranslators.emplace(
@@ -160,6 +165,8 @@ TEST(ClassLibrary, ends_its_records) {
     EXPECT_EQ(translators, 0);
     EXPECT_EQ(CountOf(CountedClass::CCDMClass).alive, classes);
     EXPECT_EQ(CountOf(CountedClass::CCDMAttribute).alive, attributes);
+    EXPECT_EQ(CountOf(CountedClass::CCDMEnumeration).alive, enumerations);
+    EXPECT_EQ(CountOf(CountedClass::CCDMClassLibrary).alive, libraries);
 }
 
 TEST(AttributeWalker, class_with_nothing_gives_an_empty_walk) {

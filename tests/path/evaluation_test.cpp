@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/seek_table.h"
 #include "path/tokenizer.h"
 #include "support/scripted_tree.h"
 
@@ -79,6 +80,12 @@ TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
         {"#5", nullptr},
         {"*#1", "Root.Feed", 1},
         {"*#2147483647", nullptr},
+        {"#-1", "Root"},
+        {"#-2", "Root.Feed", 0},
+        {"Feed#-1", "Root.Feed", 0},
+        {"Feed#-5", "Root.Feed", 0},
+        {"'Column", "Root.Column"},
+        {"'Column.'Vessels", "Root.Column.Vessels"},
         {"Nobody", nullptr},
         {"Column.Nobody", nullptr},
         {"Column.Vessels.Nobody", nullptr},
@@ -95,6 +102,8 @@ TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
         {"*[(type)]", "Root.Feed", 0},
         {"*[(nothing)]", nullptr},
         {"*[Vessels]", "Root.Column"},
+        // No step is taken again on the next sibling when a later one fails.
+        {"*.Vessels", nullptr},
         {"*[(rank)=\"1.0\"]", "Root.Feed", 1},
         {"*[(rank)=2]", "Root.Feed", 2},
         {"*[(text)=1]", nullptr},
@@ -154,6 +163,9 @@ TEST_F(PathEvaluation, variables_stand_for_names_counts_and_values) {
         {"Feed#%missing", "Root.Feed", 0},
         {"#%missing", "Root"},
         {"*[(rank)=\"%two\"]", "Root.Feed", 2},
+        {"*[(rank)=\"%text one\"]", "Root.Feed", 1},
+        {"*[(type)=\"%two\"]", nullptr},
+        {"*[(nothing)=\"%empty\"]", nullptr},
         {"*[(type)=\"%name\"]", "Root.Column"},
         {"*[(type)=\"%missing\"]", nullptr},
         {"Column.%name", nullptr},
@@ -210,6 +222,9 @@ TEST_F(PathEvaluation, walk_tells_the_attribute_of_the_last_step) {
     FIValue attribute = Text("before");
     EXPECT_FALSE(it_->Walk(*failing, attribute));
     EXPECT_EQ("before", attribute.ToText());
+    EXPECT_EQ("Root", PathOf(*it_));
+    EXPECT_FALSE(it_->WalkFrom(*failing));
+    EXPECT_EQ("Root", PathOf(*it_));
 }
 
 TEST_F(PathEvaluation, a_step_is_taken_alone) {
@@ -221,12 +236,27 @@ TEST_F(PathEvaluation, a_step_is_taken_alone) {
     EXPECT_EQ("Root.Column", PathOf(*it_));
     EXPECT_TRUE(it_->Step(*step->Next()));
     EXPECT_EQ("Root.Column.Vessels", PathOf(*it_));
+    const auto root = root_.Iterate();
+    for (const char* path : {"Feed#7", "*[Nobody]", "Feed[Nobody]", "[Nobody]"}) {
+        const ParsedPath failing = ParsePath(Text(path), error);
+        EXPECT_FALSE(root->Step(*failing)) << path;
+        EXPECT_EQ("Root", PathOf(*root)) << path;
+    }
+    const auto leaf = root_.Iterate();
+    ASSERT_TRUE(leaf->SeekChild("Leaf"));
+    for (const char* path : {"*", "#0", "%missing", "x", "[x]"}) {
+        const ParsedPath below = ParsePath(Text(path), error);
+        EXPECT_FALSE(leaf->Step(*below)) << path;
+        EXPECT_EQ("Root.Leaf", PathOf(*leaf)) << path;
+    }
 }
 
 TEST_F(PathEvaluation, clauses_compare_the_attribute_with_the_text) {
     ScriptNode& node = root_.Add("values");
     node.Set("real", 1.0).Set("text", "1.0").Set("null", FIValue()).Set("word", "Abc");
     node.Set("value", 5).Add("child").Set("value", FIValue());
+    node.Add("real child").Set("value", 1.0);
+    node.Add("text child").Set("value", "1.0").Set("note", 2);
     struct Case {
         const char* clause;
         bool holds;
@@ -247,6 +277,11 @@ TEST_F(PathEvaluation, clauses_compare_the_attribute_with_the_text) {
         {"[=5]", true},
         {"[=6]", false},
         {"[child(value)]", false},
+        {"[real child=1]", true},
+        {"[text child=1]", false},
+        {"[text child=\"1.0\"]", true},
+        {"[text child(note)=2]", true},
+        {"[text child(none)]", false},
     };
     ASSERT_TRUE(it_->SeekChild("values"));
     for (const Case& each : cases) {
@@ -271,13 +306,26 @@ TEST_F(PathEvaluation, filters_go_from_left_to_right_and_stop_at_a_true_or) {
     };
     // The attribute t exists, f and g don't.
     const Case cases[] = {
-        {"[(t)]|[(f)]", true, "t"},          {"[(f)]|[(t)]", true, "ft"},
-        {"[(t)]&[(f)]", false, "tf"},        {"[(f)]&[(t)]", false, "f"},
-        {"[(f)][(t)]", false, "f"},          {"[(t)]|[(f)]&[(g)]", true, "t"},
-        {"[(f)]|[(t)]&[(g)]", false, "ftg"}, {"[(f)]&[(t)]|[(t)]", true, "ft"},
-        {"[(f)]|[(g)]", false, "fg"},        {"[(t)]![(f)]", true, "tf"},
-        {"[(t)]![(t)]", false, "tt"},        {"[(f)]|![(g)]", true, "fg"},
+        {"[(t)]|[(f)]", true, "t"},
+        {"[(f)]|[(t)]", true, "ft"},
+        {"[(t)]&[(f)]", false, "tf"},
+        {"[(f)]&[(t)]", false, "f"},
+        {"[(f)][(t)]", false, "f"},
+        {"[(t)]|[(f)]&[(g)]", true, "t"},
+        {"[(f)]|[(t)]&[(g)]", false, "ftg"},
+        {"[(f)]&[(t)]|[(t)]", true, "ft"},
+        {"[(f)]|[(g)]", false, "fg"},
+        {"[(t)]![(f)]", true, "tf"},
+        {"[(t)]![(t)]", false, "tt"},
+        {"[(f)]|![(g)]", true, "fg"},
         {"[(t)]&![(f)]&[(t)]", true, "tft"},
+        {"|[(f)]", false, "f"},
+        {"|[(t)]", true, "t"},
+        {"&![(f)]", true, "f"},
+        {"|![(t)]", false, "t"},
+        {"|![(f)]|[(t)]", true, "f"},
+        {"[(f)]&[(t)]&[(t)]", false, "f"},
+        {"[(f)]|[(f)]|[(t)]", true, "fft"},
     };
     ASSERT_TRUE(it_->SeekChild("flags"));
     for (const Case& each : cases) {
@@ -288,6 +336,18 @@ TEST_F(PathEvaluation, filters_go_from_left_to_right_and_stop_at_a_true_or) {
         EXPECT_EQ(each.holds, it_->Filter(*step)) << each.filters;
         EXPECT_EQ(each.read, read) << each.filters;
     }
+}
+
+// The parser always writes one of the two operators; without either a filter is asked in any case.
+TEST_F(PathEvaluation, a_filter_without_an_operator_decides_alone) {
+    root_.Set("t", 1);
+    FIValue error;
+    const ParsedPath step = ParsePath(Text("[(f)][(t)]"), error);
+    EXPECT_FALSE(it_->Filter(*step));
+    step->filters[1].flags = 0;
+    EXPECT_TRUE(it_->Filter(*step));
+    step->filters[1].flags = PathFilter::kNot;
+    EXPECT_FALSE(it_->Filter(*step));
 }
 
 TEST_F(PathEvaluation, clauses_see_the_variables_and_units_of_the_position) {
@@ -346,7 +406,8 @@ TEST_F(PathEvaluation, next_match_goes_on_among_the_siblings) {
     const Case cases[] = {
         {"Feed", {1, 2}},      {"*[(rank)]", {1, 2}}, {"Feed[State=liquid]", {2}},
         {"*[State=gas]", {1}}, {"Feed#1", {}},        {"", {}},
-        {"%missing", {}},
+        {"%missing", {}},      {"Feed#0", {}},        {"Feed#%missing", {1, 2}},
+        {"Nobody", {}},        {"feed", {}},          {"[(rank)]", {}},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.path);
@@ -373,6 +434,10 @@ TEST_F(PathEvaluation, locate_starts_at_the_root_and_compares_keys) {
     twin.key = Text("Key");
     twin.Set("rank", 51);
     root_.Add("").key = FIValue::OfInt(7);
+    root_.Add("7");
+    ScriptNode& real = root_.Add("real seven");
+    real.key = FIValue::OfReal(7.0);
+    root_.Add("text seven").key = Text("7.0");
     const WalkCase cases[] = {
         {"Key#1", "Root.Other", 51},
         {"Key", "Root.Displayed", 50},
@@ -382,6 +447,12 @@ TEST_F(PathEvaluation, locate_starts_at_the_root_and_compares_keys) {
         {"[Column]", "Root"},
         {"", "Root"},
         {"7", "Root."},
+        {"7#1", "Root.7"},
+        {"7#2", "Root.real seven"},
+        {"7#3", nullptr},
+        {"#3", "Root.Column"},
+        {"*", "Root.Feed", 0},
+        {"Key[Nobody]", nullptr},
         {"Displayed", nullptr},
         {"Column.Nobody", nullptr},
         {"[Nobody]", nullptr},
@@ -398,6 +469,25 @@ TEST_F(PathEvaluation, locate_starts_at_the_root_and_compares_keys) {
         FIValue rank;
         it->GetAttribute(Text("rank"), rank);
         EXPECT_EQ(each.rank, rank.AsInt());
+    }
+}
+
+TEST_F(PathEvaluation, each_advance_among_siblings_is_noted_as_a_shared_seek) {
+    struct Case {
+        const char* path;
+        int advances;
+    };
+    // The holders are the frame and the step itself.
+    constexpr int kHolders = 2;
+    const Case cases[] = {{"*", 0}, {"*[State=gas]", 1}, {"*[Vessels]", 3}, {"Feed#2", 2}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.path);
+        const auto it = root_.Iterate();
+        const int before = SeekCount(kHolders);
+        EXPECT_TRUE(it->Locate(Text(each.path)));
+        EXPECT_EQ(before + each.advances, SeekCount(kHolders));
+        EXPECT_TRUE(root_.Iterate()->SeekPath(Text(each.path)));
+        EXPECT_EQ(before + 2 * each.advances, SeekCount(kHolders));
     }
 }
 

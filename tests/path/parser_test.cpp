@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -124,6 +127,31 @@ TEST(PathParser, failures_name_the_path) {
         EXPECT_EQ(Dump(path), std::string(message) + path) << path;
 }
 
+// The token behind a step is consumed with it, for whoever parses what follows.
+TEST(PathParser, the_token_after_the_step_is_consumed) {
+    struct {
+        const char* path;
+        const char* last;
+        const char* left;
+    } rows[] = {{"a(b).c", ".", "c"},   {"a(b)c.d", "c", "."}, {"a]b", "]", "b"},
+                {"a=b", "=", "b"},      {"a)b", ")", "b"},     {"a", "a", nullptr},
+                {"a(b)", ")", nullptr}, {"a[b]]c", "]", "c"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        PathTokenizer tokens;
+        tokens.Assign(FIValue(row.path));
+        tokens.Tokenize();
+        FIValue error;
+        const ParsedPath step(tokens.Parse(error));
+        EXPECT_TRUE(error.IsNull());
+        EXPECT_EQ(tokens.Peek(-1)->text, row.last);
+        ASSERT_EQ(tokens.Peek(0) == nullptr, row.left == nullptr);
+        if (row.left) {
+            EXPECT_EQ(tokens.Peek(0)->text, row.left);
+        }
+    }
+}
+
 TEST(PathParser, numbers_parse_as_a_name) {
     FIValue error;
     EXPECT_EQ(Describe(*ParsePath(FIValue::OfInt(12), error)), R"("12")");
@@ -236,6 +264,14 @@ TEST(PathStep, operations_keep_their_order) {
     EXPECT_EQ(VtableSlot(&PathStep::ParseStep), -1);
 }
 
+TEST(PathStep, fields_stand_in_order) {
+    const ParsedPath step(new PathStep);
+    const void* const fields[] = {&step->name,       &step->count,     &step->stepKind,
+                                  &step->isVariable, &step->isLiteral, &step->next,
+                                  &step->filters,    &step->attribute, &step->tag};
+    EXPECT_TRUE(std::is_sorted(std::begin(fields), std::end(fields), std::less<const void*>()));
+}
+
 TEST(PathStep, operations_answer_the_fields) {
     FIValue error;
     const ParsedPath step = ParsePath(FIValue("'a.b"), error);
@@ -265,12 +301,13 @@ TEST(PathStep, destroying_a_long_chain_does_not_recurse) {
 
 TEST(PathStep, dump_writes_steps_and_filters_to_the_debug_output) {
     FIValue error;
-    const ParsedPath step = ParsePath(FIValue("a[x=1]|![y].b"), error);
+    const ParsedPath step = ParsePath(FIValue("a[x=1]|![y]![z].b.c"), error);
     const DebugCapture capture;
     step->Dump(2);
     const std::vector<std::string> expected = {
         "  a",     "    &\n", "    [\n", "     x", "    =\n", "     1\n", "    ]\n",
-        "    |\n", "    !\n", "    [\n", "     y", "    ]\n", "   b",
+        "    |\n", "    !\n", "    [\n", "     y", "    ]\n", "    &\n",  "    !\n",
+        "    [\n", "     z",  "    ]\n", "   b",   "    c",
     };
     EXPECT_EQ(capture.Pieces(), expected);
 }

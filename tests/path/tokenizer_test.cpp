@@ -47,6 +47,7 @@ TEST(PathTokenizer, splits_text_at_special_characters) {
         {"\"a\".\"b\"", "<a>.<b>"},
         {"\"a\"b\"c\"d", "<a><b><c><d>"},
         {"tab\tand-_/\\{}<>", "<tab\tand-_/\\{}<>>"},
+        {"*+,-/:;?@^_`~$\n\r", "<*+,-/:;?@^_`~$\n\r>"},
         {"%rxnPath.Phase", "%<rxnPath>.<Phase>"},
         {"'\"VLLE\"", "'<VLLE>"},
     };

@@ -93,6 +93,7 @@ class Solve(ProgramTest):
         self.check(run("set", "demo", FEED_FLOW, "", "--save", file), DONE, "\n", "")
         result = self.check(run("solve", file), FAILED, "Solve did not complete\n")
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
+        self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)
         result = self.check(run("solve", file, "--json"), FAILED)
         self.assertEqual({"complete": False, "message": "Solve did not complete"},
                          json.loads(result.out))
@@ -106,11 +107,13 @@ class Solve(ProgramTest):
         self.assertEqual(file.read_bytes(), again.read_bytes())
 
     def test_what_can_not_be_saved(self):
-        for name in ("missing-folder/x.json", "x.txt"):
+        (self.folder / "folder").mkdir()
+        for name in ("missing-folder/x.json", "x.txt", "folder"):
             result = self.check(run("solve", "demo", "--save", self.folder / name), UNREADABLE)
             self.assertIn(name.rsplit("/", maxsplit=1)[-1], result.err)
             self.assertEqual(1, result.err.count("\n"), result)
-
+        self.assertFalse((self.folder / "folder.json").exists())
+        self.assertEqual([], list((self.folder / "folder").iterdir()))
 
     @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a limit on the size of files")
     def test_full_disk_leaves_the_old_file(self):
@@ -170,6 +173,10 @@ class Recorded(ProgramTest):
         self.check(run("set", case, path, "30"), DONE, "30\n")
         result = run("watch", case, path, "--set", path, "30")
         self.check(result, FAILED, f"{path}\t25\t30\tC\n")
+        why = "the case is a recording and can't be computed again\n"
+        self.assertTrue(result.err.endswith(why), result)
+        result = self.check(run("solve", case), FAILED, "Solve did not complete\n")
+        self.assertTrue(result.err.startswith(why), result)
 
 
 if __name__ == "__main__":

@@ -63,6 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                     StepRow{{"#3", 1, 4}, "*#4"}, StepRow{{"", 0, 5}, "*#5"},
                     StepRow{{"*", 0, 5}, "*#5"}, StepRow{{"A &lt; B", 0, 6, true}, "*#6"},
                     StepRow{{"Stream", 0, 1, false, "Feed 1"}, "Stream(Feed 1)"},
+                    StepRow{{"Stream", 0, 1, false, "#3"}, "Stream(\"#3\")"},
                     StepRow{{"S.1", 2, 4, false, "V.1"}, "\"S.1\"(\"V.1\")"}));
 
 TEST(StepFor, too_long_a_name_is_counted_instead) {

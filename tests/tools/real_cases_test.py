@@ -128,6 +128,16 @@ class RealCases(ProgramTest):
                     found += len(tags)
         self.assertGreater(found, 50)
 
+    def test_compounds_are_lists(self):
+        for case in sorted(CASES.glob("*.dwxmz")):
+            with self.subTest(case.stem):
+                tree = self.check(run("tree", case, "appModel.Basis"), DONE, err="").lines
+                compounds = children_in_tree(tree, "  Compounds  (SpecCollection)")
+                self.assertEqual(sorted(compounds), sorted(
+                    run("ls", case, "appModel.Basis.Compounds").lines))
+                self.assertGreater(len(compounds), 1)
+                self.assertNotIn("    Water = (none)", tree)
+
     def test_every_found_path_can_be_read(self):
         for case in sorted(CASES.glob("*.dwxmz")):
             with self.subTest(case.stem):

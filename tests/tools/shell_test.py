@@ -95,12 +95,14 @@ class Completion(ProgramTest):
 
 @unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1, "needs a terminal of this machine")
 class Typed(ProgramTest):
+    locale = "C.UTF-8"
+
     def setUp(self):
         import pty
 
         pid, self.terminal = pty.fork()
         if pid == 0:
-            os.environ["TERM"] = "dumb"
+            os.environ.update(TERM="dumb", LC_ALL=self.locale)
             os.execv(PROGRAM[0], PROGRAM + ["shell", "demo"])
         self.pid = pid
         self.seen = ""
@@ -134,6 +136,20 @@ class Typed(ProgramTest):
             self.assertIn("appModel.FlowSheetObjects." + name, shown)
         self.type("\nquit\n")
 
+    def test_tab_leaves_an_open_quote(self):
+        self.type(f"get '{STREAMS}.Raw G\t.Temp\t'\n")
+        self.until("\r\n30\r\n")
+
+    def test_interrupt_drops_the_line(self):
+        self.type("cd appModel\n")
+        self.until("appModel> ")
+        self.type("get nonsense")
+        self.until("get nonsense")
+        self.type("\x03")
+        self.until("appModel> ")
+        self.type("pwd\n")
+        self.assertNotIn("no such", self.until("\r\nappModel\r\n"))
+
     def test_history_comes_back(self):
         self.type("cd appModel\n")
         self.until("appModel> ")
@@ -141,6 +157,14 @@ class Typed(ProgramTest):
         self.until("\r\nappModel\r\n")
         self.type("\x10\n")
         self.until("\r\nappModel\r\n")
+
+
+class TypedInPlainLocale(Typed):
+    locale = "C"
+
+    def test_letters_beyond_ascii_can_be_typed(self):
+        self.type("ls Größe\n")
+        self.until("no such node: Größe\r\n")
 
 
 if __name__ == "__main__":

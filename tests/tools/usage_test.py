@@ -1,5 +1,8 @@
 """Command lines: help, versions, mistakes, and cases that can't be read."""
 
+import errno
+import os
+import pathlib
 import re
 import subprocess
 import unittest
@@ -9,6 +12,7 @@ from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
 WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
          "demo", "complete", "explain", "classes"]
+FULL_DEVICE = pathlib.Path("/dev/full")
 
 
 class Usage(ProgramTest):
@@ -36,7 +40,9 @@ class Usage(ProgramTest):
                  ["watch", "demo", "x", "--set", "y"], ["demo", "x"], ["shell"],
                  ["shell", "demo", "x"], ["cd", "demo"], ["complete", "demo"], ["explain", "demo"],
                  ["explain", "demo", "x", "--neutral"], ["classes", "a", "b"], ["classes", "--map", "x"],
-                 ["solve", "demo", "--neutral"], ["ls", "demo", "--library"]]
+                 ["solve", "demo", "--neutral"], ["ls", "demo", "--library"],
+                 ["ls", "demo", "--map", "x"], ["solve", "demo", "--save", ""],
+                 ["set", "demo", "x", "1", "--save", ""]]
         for line in lines:
             with self.subTest(line):
                 result = self.check(run(*line), USAGE, out="")
@@ -107,6 +113,17 @@ class Pipes(ProgramTest):
         self.assertEqual(b"", program.stderr.read())
         self.assertEqual(0, program.wait(timeout=60))
         program.stderr.close()
+
+
+    @unittest.skipIf(not FULL_DEVICE.exists() or len(PROGRAM) > 1, "needs a device that is full")
+    def test_output_that_is_not_written_is_a_failure(self):
+        for line in (["ls", "demo"], ["tree", "demo", "--json"], ["demo"], ["--version"]):
+            with self.subTest(line), FULL_DEVICE.open("wb") as full:
+                done = subprocess.run(PROGRAM + line, stdout=full, stderr=subprocess.PIPE,
+                                      timeout=600, check=False)
+                self.assertEqual(FAILED, done.returncode, done)
+                self.assertEqual("fixtop: the output can't be written: "
+                                 f"{os.strerror(errno.ENOSPC)}\n", done.stderr.decode())
 
 
 class UnknownWords(ProgramTest):

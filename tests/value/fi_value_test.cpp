@@ -168,6 +168,25 @@ TEST(FIValueCopy, unknown_kind_yields_null) {
     }
 }
 
+// A text that fits is written into the buffer that the value has. The buffers are so large that no
+// heap could extend a smaller one where it lies.
+TEST(FIValueCapacity, is_copied_and_never_shrinks) {
+    const std::string full(4 << 20, 'x');
+    FIValue value = Text(full);
+    const char* const bytes = value.CStr();
+    value.SetText("short");
+    EXPECT_EQ(static_cast<const void*>(value.CStr()), bytes);
+    FIValue copied(value);
+    FIValue assigned;
+    assigned.Assign(value);
+    for (FIValue* each : {&value, &copied, &assigned}) {
+        const void* const before = each->CStr();
+        each->SetText(full);
+        EXPECT_EQ(static_cast<const void*>(each->CStr()), before);
+        EXPECT_EQ(each->Length(), 4 << 20);
+    }
+}
+
 TEST(FIValueMove, leaves_null_behind) {
     FIValue source = Text(std::string(40, 'x'));
     const char* bytes = source.CStr();
@@ -203,6 +222,8 @@ TEST(FIValueConvert, follows_the_table) {
         {Real(3.5), 2, "2:3.5"},
         {Real(3.5), 3, "3:3.5"},
         {Real(-1.23456789012345e-300), 3, "3:-1.23456789012e-300"},
+        {Real(1e300), 3, "3:1e+300"},
+        {Real(0.1), 3, "3:0.1"},
         {Real(3.5), 4, "4:&g"},
         {Text("12.5"), 0, "0:"},
         {Text("12.5"), 1, "1:12"},
@@ -311,6 +332,7 @@ TEST(FIValueText, length_is_that_of_the_formatted_text) {
     EXPECT_EQ(FIValue().Length(), 0);
     EXPECT_EQ(Int(-120).Length(), 4);
     EXPECT_EQ(Real(0.1).Length(), 3);
+    EXPECT_EQ(Real(1.0 / 3).Length(), 14);
     EXPECT_EQ(Text("abc").Length(), 3);
     EXPECT_EQ(LongText("abcd").Length(), 4);
 }
@@ -324,6 +346,7 @@ TEST(FIValueText, CopyText_ends_with_nul_within_size) {
         {Text("abcdef"), 1, ""},      {Text("abcdef"), 4, "abc"}, {Text("abcdef"), 7, "abcdef"},
         {Text("abcdef"), 6, "abcde"}, {LongText("abc"), 3, "ab"}, {FIValue(), 5, ""},
         {Int(1234), 3, "12"},         {Int(1234), 8, "1234"},     {Real(0.25), 8, "0.25"},
+        {Int(1234), 1, ""},           {FIValue(), 1, ""},         {Real(2e9 / 3), 8, "6666666"},
     };
     for (const auto& row : rows) {
         char buffer[9] = "########";
@@ -417,6 +440,10 @@ TEST(FIValueAppend, result_is_long_text) {
     value.AppendValue(Int(-3), true, true);
     value.AppendValue(Real(1e-5), true, false);
     EXPECT_EQ(Show(value), "4:a122.5x.y-31e-05");
+    FIValue digits;
+    digits.AppendReal(1.0 / 3);
+    digits.AppendValue(Real(2.0 / 3));
+    EXPECT_EQ(Show(digits), "4:0.3333333333330.666666666667");
 }
 
 TEST(FIValueAppend, numbers_are_neither_quoted_nor_escaped) {

@@ -60,6 +60,10 @@ FISolver* CaseSession::Solver() const {
     return static_cast<FISolver*>(solver);
 }
 
+std::string CaseSession::SolveProblem() const {
+    return host_->SolveProblem();
+}
+
 void CaseSession::Turn() {
     host_->Turn();
 }

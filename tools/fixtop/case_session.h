@@ -35,6 +35,8 @@ class CaseSession {
 
     // Null when the case has none. Lent.
     FISolver* Solver() const;
+    // Why the last solve did not complete, as the host knows it; empty when it did.
+    std::string SolveProblem() const;
     // Lets the host go on with what it has begun: one turn of its loop.
     void Turn();
     // False and the reason when the file can't be written.

@@ -158,6 +158,13 @@ CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>&
     return app.add_option(name, texts, help)->transform(Unguarded);
 }
 
+CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help) {
+    const auto name_of = [](const std::string& given) {
+        return given.empty() ? std::string("the name of a file is empty") : std::string();
+    };
+    return AddText(app, name, file, help)->check(name_of);
+}
+
 void AddJson(CLI::App& app, bool& json) {
     app.add_flag("--json", json, "Write JSON");
 }

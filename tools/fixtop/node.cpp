@@ -116,8 +116,13 @@ std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
 bool IsVariable(FIIteratorBase& node) {
     const std::string type = TextOf(node, "type");
     if (type.starts_with(kObjectType)) return false;
-    return std::find(kVariableTypes.begin(), kVariableTypes.end(), type) != kVariableTypes.end() ||
-           type.starts_with(kEnumerationType) || !AttributeOf(node, "value").IsNull();
+    if (type.starts_with(kEnumerationType) ||
+        std::find(kVariableTypes.begin(), kVariableTypes.end(), type) != kVariableTypes.end()) {
+        return true;
+    }
+    // Lists of the basis have an empty text for a value.
+    const FIValue value = AttributeOf(node, "value");
+    return !value.IsNull() && (!value.ToText().empty() || TextOf(node, "isleaf") == "1");
 }
 
 bool IsArray(FIIteratorBase& node) {

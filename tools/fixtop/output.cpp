@@ -1,12 +1,27 @@
 #include "output.h"
 
+#include <cerrno>
+#include <system_error>
+
+namespace {
+
+// Not every platform tells a reader that went away by an error of its own.
+bool ReaderIsGone(int error) {
+    return error == EPIPE || error == EINVAL;
+}
+
+}  // namespace
+
 void Output::Line(std::string_view text) {
     Data(std::string(text) + '\n');
 }
 
 void FileOutput::Data(std::string_view text) {
     const bool written = std::fwrite(text.data(), 1, text.size(), data_) == text.size();
-    if (!written || std::fflush(data_) != 0) throw ClosedPipe();
+    if (written && std::fflush(data_) == 0) return;
+    const int error = errno;
+    if (ReaderIsGone(error)) throw ClosedPipe();
+    throw std::system_error(error, std::generic_category(), "the output can't be written");
 }
 
 void FileOutput::Note(std::string_view text) {

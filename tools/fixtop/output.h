@@ -13,9 +13,10 @@ struct ClosedPipe {};
 class Output {
  public:
     virtual ~Output() = default;
-    // One line of data, out at once. Throws ClosedPipe.
+    // One line of data, out at once. Throws ClosedPipe, and std::system_error when it can't be
+    // written for another reason.
     void Line(std::string_view text);
-    // Several lines of data as they stand. Throws ClosedPipe.
+    // Several lines of data as they stand. Throws like Line.
     virtual void Data(std::string_view text) = 0;
     // A line for the person at the terminal.
     virtual void Note(std::string_view text) = 0;

@@ -113,6 +113,12 @@ std::string QuotedName(const std::string& name) {
     return quoted.ToText();
 }
 
+// A name that begins with "#" is read plainly, a key is not.
+std::string QuotedKey(const std::string& key) {
+    std::string quoted = QuotedName(key);
+    return quoted.front() == '#' ? '"' + quoted + '"' : quoted;
+}
+
 std::string WithoutQuotes(std::string_view text) {
     std::string plain;
     bool inside = false;
@@ -133,7 +139,7 @@ std::string StepFor(const ChildPlace& place) {
     // Unquoted, "#3" is a count of siblings and not a name.
     if (number && *number != place.index) return '"' + place.name + '"';
     const std::string name = QuotedName(place.name);
-    if (!place.key.empty()) return name + '(' + QuotedName(place.key) + ')';
+    if (!place.key.empty()) return name + '(' + QuotedKey(place.key) + ')';
     return place.repeat == 0 ? name : name + '#' + std::to_string(place.repeat);
 }
 

@@ -30,6 +30,9 @@ std::vector<StepText> SplitPath(std::string_view expression);
 // The name as it is written in a path, in quotes where it needs them.
 std::string QuotedName(const std::string& name);
 
+// The same for a key, which stands in parentheses.
+std::string QuotedKey(const std::string& key);
+
 // A text in which names are quoted, without those quotes.
 std::string WithoutQuotes(std::string_view text);
 

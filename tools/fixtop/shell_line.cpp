@@ -13,13 +13,13 @@ bool IsBlank(char c) {
 
 struct Cut {
     std::vector<ShellWord> words;
-    bool closed = true;
-    bool in_word = false;  // the line ends inside its last word
+    char open_quote = '\0';  // the one that is not closed
+    bool in_word = false;    // the line ends inside its last word
 };
 
 Cut CutLine(const std::string& line) {
     Cut cut;
-    char quote = '\0';
+    char& quote = cut.open_quote;
     for (std::size_t at = 0; at < line.size(); ++at) {
         const char c = line[at];
         if (!quote && IsBlank(c)) {
@@ -32,7 +32,6 @@ Cut CutLine(const std::string& line) {
         if (is_quote) quote = quote ? '\0' : c;
         if (!is_quote || c == '"') cut.words.back().text += c;
     }
-    cut.closed = quote == '\0';
     return cut;
 }
 
@@ -51,19 +50,18 @@ std::size_t LastJoint(const std::string& path) {
     return joint;
 }
 
-// A name as it is typed at the prompt: in quotes also when it has a blank.
-std::string TypedName(const std::string& name) {
-    const std::string step = QuotedName(name);
-    const bool plain = step.find_first_of(" \t\"") == std::string::npos;
-    return plain || step.front() == '"' ? step : '"' + name + '"';
+// A name or key of a path as it is typed at the prompt: in quotes also when it has a blank.
+std::string AtPrompt(std::string quoted) {
+    const bool is_word = quoted.find_first_of(" \t") == std::string::npos;
+    return is_word || quoted.front() == '"' ? quoted : '"' + quoted + '"';
 }
 
 std::string Typed(const ChildPlace& place) {
-    const std::string step = StepFor(place);
+    std::string step = StepFor(place);
     const std::string name = QuotedName(place.name);
     if (!step.starts_with(name)) return step;
-    if (place.key.empty()) return TypedName(place.name) + step.substr(name.size());
-    return TypedName(place.name) + '(' + TypedName(place.key) + ')';
+    if (place.key.empty()) return AtPrompt(name) + step.substr(name.size());
+    return AtPrompt(name) + '(' + AtPrompt(QuotedKey(place.key)) + ')';
 }
 
 bool BeginsWith(const std::string& name, const std::string& beginning) {
@@ -143,16 +141,19 @@ std::vector<std::string> OptionCompletions(CaseSession& session,
 
 std::optional<std::vector<ShellWord>> SplitLine(const std::string& line) {
     Cut cut = CutLine(line);
-    if (!cut.closed) return std::nullopt;
+    if (cut.open_quote) return std::nullopt;
     return std::move(cut.words);
 }
 
 terminal::Completion CompleteLine(CaseSession& session, const std::string& line) {
-    std::vector<ShellWord> words = CutLine(line).words;
+    const Cut cut = CutLine(line);
+    std::vector<ShellWord> words = cut.words;
     ShellWord last{"", line.size()};
-    if (CutLine(line).in_word) {
+    if (cut.in_word) {
         last = words.back();
         words.pop_back();
+        // A word that is held together goes on to be.
+        if (cut.open_quote == '\'' && line[last.start] == '\'') ++last.start;
     }
     if (words.empty()) return {last.start, WordNames(last.text)};
     if (words.back().text == "--attr") {

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "case_session.h"
+#include "output.h"
 #include "terminal.h"
 
 namespace {
@@ -82,7 +83,7 @@ SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_tur
     }
     EndListener listener(*solver);
     if (!solver->Run()) {
-        const SolveEnd end = SolveInOnePass(*solver);
+        SolveEnd end = SolveInOnePass(*solver);
         if (after_turn) after_turn();
         return end;
     }
@@ -96,6 +97,11 @@ SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_tur
     // A case that is not connected tells nobody of its end.
     const bool complete = !StillNeedsToRun(*solver);
     return {complete, complete ? kCompleteText : kIncompleteText};
+}
+
+void TellWhyIncomplete(CaseSession& session, Output& out) {
+    const std::string problem = session.SolveProblem();
+    if (!problem.empty()) out.Note(problem);
 }
 
 Progress::Progress(CaseSession& session) : session_(session) {

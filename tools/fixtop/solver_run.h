@@ -7,6 +7,7 @@
 #include <string>
 
 class CaseSession;
+class Output;
 
 struct SolveEnd {
     bool complete = false;
@@ -18,6 +19,9 @@ SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_tur
 
 // Waits until a solve that something else began has ended.
 void WaitUntilIdle(CaseSession& session, const std::function<void()>& after_turn);
+
+// Notes why the last solve did not complete, where the host knows it.
+void TellWhyIncomplete(CaseSession& session, Output& out);
 
 // Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
 class Progress {

@@ -35,7 +35,7 @@ std::string Store(const Located& place, const std::string& value, const std::str
     } else {
         stored.SetText(value);
     }
-    const std::string refused = SetUnit(node, unit);
+    std::string refused = SetUnit(node, unit);
     if (!refused.empty()) return refused;
     return Put(node, is_value ? "value" : place.attribute, stored);
 }

@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <clocale>
 #include <csignal>
-#include <cstring>
+#include <cstdio>
+#include <cstdlib>
 
 #include "terminal.h"
 
@@ -25,10 +26,36 @@ std::string CommonBeginning(const std::vector<std::string>& candidates) {
     return common;
 }
 
+// Texts are UTF-8 whatever the environment says, and a locale without them drops what is typed.
+void ChooseLocale() {
+    std::setlocale(LC_CTYPE, "");
+    if (MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+// While it lives, an interrupt is noted instead of ending the program.
+class InterruptNoted {
+ public:
+    InterruptNoted() {
+        noted = 0;
+        struct sigaction action {};
+        action.sa_handler = [](int) { noted = 1; };
+        sigaction(SIGINT, &action, &former_);
+    }
+    ~InterruptNoted() { sigaction(SIGINT, &former_, nullptr); }
+    InterruptNoted(const InterruptNoted&) = delete;
+    InterruptNoted& operator=(const InterruptNoted&) = delete;
+
+    bool Happened() const { return noted != 0; }
+
+ private:
+    static inline volatile std::sig_atomic_t noted = 0;
+    struct sigaction former_ {};
+};
+
 class EditedReader final : public LineReader {
  public:
     explicit EditedReader(Completer completer) : completer_(std::move(completer)) {
-        std::setlocale(LC_CTYPE, "");
+        ChooseLocale();
         history_ = history_init();
         HistEvent event;
         history(history_, &event, H_SETSIZE, kHistoryLines);
@@ -52,7 +79,12 @@ class EditedReader final : public LineReader {
     std::optional<std::string> Read(const std::string& prompt) override {
         prompt_ = prompt;
         int length = 0;
+        const InterruptNoted interrupt;
         const char* typed = el_gets(edit_, &length);
+        if (interrupt.Happened()) {
+            std::fputc('\n', stdout);
+            return "";
+        }
         if (!typed || length <= 0) return std::nullopt;
         std::string line(typed, static_cast<std::size_t>(length));
         while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.pop_back();

@@ -27,6 +27,7 @@ class ModelLog {
 };
 
 constexpr char kGroup[] = "Neutral view";
+constexpr char kNeutral[] = "--neutral";
 
 struct OptionRow {
     const char* name;
@@ -35,7 +36,9 @@ struct OptionRow {
 };
 
 void Add(CLI::App& app, const OptionRow& row, std::string& text) {
-    app.add_option(row.name, text, row.help)->type_name(row.type)->group(kGroup);
+    CLI::Option* option = app.add_option(row.name, text, row.help);
+    option->type_name(row.type)->group(kGroup);
+    if (CLI::Option* neutral = app.get_option_no_throw(kNeutral)) option->needs(neutral);
 }
 
 const char* Given(const std::string& text) {
@@ -55,7 +58,7 @@ Ref<FIEntry> Open(const char* what, const ViewOptions& view, std::string& proble
 }  // namespace
 
 void AddNeutral(CLI::App& app, ViewOptions& view) {
-    app.add_flag("--neutral", view.neutral,
+    app.add_flag(kNeutral, view.neutral,
                  "Show the case as classes of the library; paths begin below QSISimulation")
         ->group(kGroup);
 }

@@ -20,6 +20,7 @@ struct ViewOptions {
     std::string log;  // empty: none is written
 };
 
+// The choice of the neutral view; given before its files, they are refused without it.
 void AddNeutral(CLI::App& app, ViewOptions& view);
 // The files of the neutral view, and those of its class library alone.
 void AddModel(CLI::App& app, ViewOptions& view);

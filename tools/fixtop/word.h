@@ -58,4 +58,6 @@ ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& 
 CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help);
 CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>& texts,
                       const char* help);
+// The name of a file; an empty one is refused.
+CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help);
 void AddJson(CLI::App& app, bool& json);

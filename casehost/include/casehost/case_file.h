@@ -4,8 +4,9 @@
 //
 // Reading is strict: whatever is not as the format says is a problem that names file, line and JSON
 // path, and no case comes out. Writing loses nothing and is atomic: a file beside the target is
-// written, and takes the target's place once the disk has it. A save that fails leaves the old file
-// as it was and nothing beside it.
+// written, and takes the target's place and its permissions once the disk has it. A file that may
+// not be written is not replaced. A save that fails leaves the old file as it was and nothing
+// beside it.
 
 #include <string>
 #include <string_view>

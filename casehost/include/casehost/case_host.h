@@ -69,6 +69,8 @@ class CaseHost {
     host::SimulationCase* ActiveCase();
     Case* ActiveLiveCase() const { return active_; }
     void Activate(Case& open_case) { active_ = &open_case; }
+    // Why the last solve of the active case did not complete; empty when it did.
+    std::string SolveProblem() const;
     const std::vector<std::unique_ptr<Case>>& Cases() const { return cases_; }
 
     // Runs `event` in the next turn of the host's loop.

@@ -67,6 +67,7 @@ class Demo final : public Word {
         Surroundings around{recording, &session};
         const auto words = SplitLine(stop.line).value_or(std::vector<ShellWord>());
         std::vector<std::string> arguments;
+        arguments.reserve(words.size());
         for (const ShellWord& word : words) arguments.push_back(word.text);
         const ExitCode code = Execute(std::move(arguments), Place::kShell, around);
         std::string& before = written_[stop.line];

@@ -44,7 +44,7 @@ class Pwd final : public Word {
 
 class Save final : public Word {
  public:
-    void Declare(CLI::App& app) override { AddText(app, "FILE", file_, "File")->required(); }
+    void Declare(CLI::App& app) override { AddFile(app, "FILE", file_, "File")->required(); }
     ExitCode Run(Surroundings& around) override {
         std::string problem;
         if (around.session->Save(file_, problem)) return ExitCode::kOk;

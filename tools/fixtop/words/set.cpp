@@ -12,7 +12,7 @@ class Set final : public Word {
             ->required();
         AddText(app, "VALUE", value_, "New value; empty takes the value away")->required();
         AddText(app, "--unit", unit_, "Unit of the value");
-        AddText(app, "--save", file_, "Write the changed case to this file");
+        AddFile(app, "--save", file_, "Write the changed case to this file");
         AddJson(app, json_);
     }
 

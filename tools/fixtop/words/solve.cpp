@@ -7,14 +7,17 @@ namespace {
 class Solve final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "--save", file_, "Write the solved case to this file");
+        AddFile(app, "--save", file_, "Write the solved case to this file");
         AddJson(app, json_);
     }
 
     ExitCode Run(Surroundings& around) override {
         const SolveEnd end = WithProgress(*around.session);
         Report(end, around.out);
-        if (!end.complete) NameCulprits(*around.session, around.out);
+        if (!end.complete) {
+            TellWhyIncomplete(*around.session, around.out);
+            NameCulprits(*around.session, around.out);
+        }
         std::string problem;
         if (!file_.empty() && !around.session->Save(file_, problem)) {
             around.out.Note(problem);

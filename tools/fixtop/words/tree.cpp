@@ -26,6 +26,7 @@ class Tree final : public NodeWord {
         return levels_left > 0 && (attachments_ || !IsAttachment(node));
     }
 
+    static std::string Indent(int level) { return std::string(std::size_t{2} * level, ' '); }
     static std::string Describe(FIIteratorBase& node) {
         const std::string name = ShownName(node);
         const std::string type = TextOf(node, "type");
@@ -37,7 +38,7 @@ class Tree final : public NodeWord {
         return name + joint + value + (uom.empty() ? "" : ' ' + uom);
     }
     void ShowBelow(FIIteratorBase& node, int level, Output& out) const {
-        out.Line(std::string(2 * level, ' ') + Describe(node));
+        out.Line(Indent(level) + Describe(node));
         if (!IsOpen(node, depth_ - level)) return;
         const auto show = [&](FIIteratorBase& child, const ChildPlace&) {
             ShowBelow(child, level + 1, out);
@@ -46,7 +47,7 @@ class Tree final : public NodeWord {
         if (all_) {
             ForEachChild(node, show);
         } else if (const int left_out = ForEachFirstChild(node, show)) {
-            out.Line(std::string(2 * (level + 1), ' ') + FoldedLine(left_out));
+            out.Line(Indent(level + 1) + FoldedLine(left_out));
         }
     }
     Json Nested(FIIteratorBase& node, int levels_left) const {

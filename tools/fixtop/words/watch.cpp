@@ -83,6 +83,7 @@ class Watch final : public Word {
         }
         const SolveEnd end = SolveToEnd(*around.session, report);
         around.out.Note(end.message);
+        if (!end.complete) TellWhyIncomplete(*around.session, around.out);
         return all_found && end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 
