@@ -51,7 +51,6 @@ host::CSpecElement& SpecInfo::AddText(std::string tag, std::string text) {
 SpecInfo& SpecInfo::AddChild(std::string tag) {
     children_.push_back(std::make_unique<SpecInfo>());
     children_.back()->SetOwner(owner_);
-    children_.back()->SetReaderOptions(options_);
     Add(std::move(tag)).child = children_.back().get();
     return *children_.back();
 }

@@ -17,7 +17,8 @@ namespace casehost {
 class SpecInfo final : public host::CSpecInfo {
  public:
     void SetOwner(host::Viewable* owner) override { owner_ = owner; }
-    void SetReaderOptions(const host::CaseReaderOptions* options) override { options_ = options; }
+    // Whatever is wanted of it, the view is always filled whole.
+    void SetReaderOptions(const host::CaseReaderOptions*) override {}
     const host::LinkedList* Elements() const override { return &list_; }
     std::size_t CollectionCount() const override { return elements_.size(); }
 
@@ -31,7 +32,6 @@ class SpecInfo final : public host::CSpecInfo {
 
  private:
     host::Viewable* owner_ = nullptr;
-    const host::CaseReaderOptions* options_ = nullptr;
     std::vector<std::unique_ptr<host::CSpecElement>> elements_;
     std::vector<std::unique_ptr<SpecInfo>> children_;
     std::vector<std::unique_ptr<host::ArraySetBlock>> blocks_;

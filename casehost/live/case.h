@@ -72,7 +72,6 @@ class Case final : public NodeOf<host::SimulationCase> {
     // Everything of the case but its objects.
     const CaseData& Basics() const { return basics_; }
     unsigned UnitSet() const { return basics_.unit_set; }
-    void SetUnitSet(unsigned set) { basics_.unit_set = set; }
     void SetVisible(bool visible) { visible_ = visible; }
     void SetSaver(std::function<bool(Case&)> saver) { saver_ = std::move(saver); }
     // References that named nothing when the case was built.

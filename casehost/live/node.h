@@ -55,7 +55,7 @@ class Node {
     const ObjectType* Class() const { return type_; }
     Node* Owner() const { return owner_; }
     Case& OwnerCase() const { return *context_->owner; }
-    // The flowsheet that the node lies in directly, null outside of flowsheets.
+    // The flowsheet inside a template operation; null for any other node and for one without.
     virtual FlowsheetNode* Inner() { return nullptr; }
 
     ObjectStatus Condition() const { return stale_ ? ObjectStatus::not_solved : status_; }

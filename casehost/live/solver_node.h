@@ -39,7 +39,6 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     void CaseChanged();
     void SetNeedsToRun(bool needs) { needs_to_run_ = needs; }
     void SetEngine(std::unique_ptr<SolveEngine> engine) { engine_ = std::move(engine); }
-    bool HasEngine() const { return engine_ != nullptr; }
     // One turn of the host's loop.
     void Turn();
     // Why the last solve did not complete; empty when it did.

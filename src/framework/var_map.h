@@ -21,7 +21,6 @@ class VarMap {
     bool Remove(const FIValue& name);
 
     const std::vector<Variable>& Variables() const { return variables_; }
-    bool IsEmpty() const { return variables_.empty(); }
 
  private:
     std::vector<Variable> variables_;

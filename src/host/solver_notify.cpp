@@ -42,12 +42,13 @@ HSolverNotify::~HSolverNotify() {
 }
 
 long HSolverNotify::QueryInterface(const void* interface_id, void** out) {
-    *out = nullptr;
-    if (!interface_id || std::memcmp(interface_id, kIdentityInterface, 16) != 0)
-        return kNoInterface;
-    AddRef();
-    *out = static_cast<host::IModelCallback*>(this);
-    return 0;
+    auto* self = static_cast<host::IModelCallback*>(this);
+    if (interface_id && std::memcmp(interface_id, kIdentityInterface, 16) == 0) {
+        AddRef();
+        *out = self;
+        return 0;
+    }
+    return marshaler_.Query(self, interface_id, out) ? 0 : kNoInterface;
 }
 
 unsigned long HSolverNotify::AddRef() {

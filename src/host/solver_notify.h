@@ -6,7 +6,8 @@
 // Ownership: one object a case, counted; ForCase makes it or adds a reference, the last Release
 // takes it out of the map. While it has users (subscribers, or a raw callback) it stands installed
 // in the host's manager and keeps itself. Reentrance: a callback may subscribe, unsubscribe, or
-// give up the last user.
+// give up the last user. Where the platform marshals calls between threads, it may be called from
+// any of them as it stands.
 
 #include <cstdint>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "framework/solver.h"
 #include "framework/top_entry.h"
 #include "host/interface/simulation_case.h"
+#include "platform/free_threading.h"
 
 // A record of a solver report, and the one that tells how a solve ended.
 FIErrorRecord SolverRecord(int severity, const char* message);
@@ -29,7 +31,8 @@ class HSolverNotify final : public host::IModelCallback {
     // The object of a case; null is a case of its own.
     static Ref<HSolverNotify> ForCase(host::SimulationCase* simulation_case);
 
-    // True, and a counted pointer, for the identity that all counted interfaces share.
+    // 0, and a counted pointer, for the identity that all counted interfaces share and for the
+    // platform's marshaling; a negative code, and null, for any other.
     long QueryInterface(const void* interface_id, void** out) override;
     unsigned long AddRef() override;
     unsigned long Release() override;
@@ -79,4 +82,5 @@ class HSolverNotify final : public host::IModelCallback {
     std::uint64_t last_number_ = 0;
     int users_ = 0;
     unsigned long references_ = 1;
+    FreeThreadedMarshaler marshaler_;
 };

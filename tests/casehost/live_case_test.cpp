@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "case_builder.h"
 #include "casehost/case_host.h"
 #include "casehost/units.h"
@@ -62,10 +64,17 @@ TEST_F(LiveCase, RowsCarryNamesKindsAndDescriptions) {
     auto array = Array("Table", "Pressure",
                        {{5, 2, ElementNaming::number, {}}, {1, 3, ElementNaming::number, {}}},
                        {1, 2, 3, 4, 5, 6});
+    auto flagged = test::Spec("Flagged");
+    flagged->flagged = true;
     CaseData data;
     data.main.objects = {Object("A", words::kMixer,
-                                {Real("X", "Temperature", 7), Choice("Mode", {"on", "off"}, 1),
-                                 TextVariable("Notes", "hello"), Attachment("Self", "A"), array})};
+                                {Real("X", "Temperature", 7),
+                                 Choice("Mode", {"on", "off"}, 1),
+                                 TextVariable("Notes", "hello"),
+                                 Attachment("Self", "A"),
+                                 array,
+                                 {flagged, {{1, "", kGiven}}},
+                                 {test::Spec("Advice", ValueKind::message), {{}}}})};
     Open(data);
     host::Viewable* a = Get("A");
     ASSERT_NE(a, nullptr);
@@ -73,6 +82,19 @@ TEST_F(LiveCase, RowsCarryNamesKindsAndDescriptions) {
     EXPECT_EQ(Row(a, "Mode")->value_kind, host::kEnumeration);
     EXPECT_EQ(Row(a, "Notes")->value_kind, host::kText);
     EXPECT_EQ(Row(a, "Self")->value_kind, host::kAttachment);
+    EXPECT_EQ(Row(a, "Advice")->value_kind, host::kMessage);
+    EXPECT_EQ(Row(a, "X")->description.Kind(), host::kPartReal);
+    EXPECT_EQ(Row(a, "Notes")->description.Kind(), host::kPartText);
+    EXPECT_EQ(Row(a, "Self")->description.Kind(), host::kPartAttachment);
+    EXPECT_EQ(Row(a, "Flagged")->flags, 1 << 6);
+    EXPECT_EQ(Row(a, "X")->flags, 0);
+    const std::pair<const char*, int> dimensions[] = {{"X", 0}, {"Table", 2}};
+    for (const auto& [name, count] : dimensions) {
+        const std::string text = Row(a, name)->TextDescription().Str();
+        EXPECT_EQ(std::count(text.begin(), text.end(), '['), count) << text;
+        EXPECT_EQ(Row(a, name)->offset_description_count, count) << name;
+        EXPECT_EQ(Row(a, name)->offset_descriptions != nullptr, count > 0) << name;
+    }
     EXPECT_EQ(Value(a, "X"), 7);
     EXPECT_EQ(Value(a, "Mode"), 1);
     EXPECT_EQ(a->GetTextValue(Row(a, "Notes")->description).Str(), "hello");
@@ -84,7 +106,12 @@ TEST_F(LiveCase, RowsCarryNamesKindsAndDescriptions) {
     int ordinal = -1;
     EXPECT_NE(mode->FindEntry(host::Text("off"), ordinal), nullptr);
     EXPECT_EQ(ordinal, 1);
+    EXPECT_EQ(mode->FindEntry(host::Text("Off"), ordinal), nullptr) << "letters count";
+    EXPECT_EQ(ordinal, 1) << "left alone";
+    EXPECT_STREQ(mode->FindEntry(0)->name, "on");
     EXPECT_EQ(mode->FindEntry(2), nullptr);
+    EXPECT_EQ(mode->FindEntry(-1), nullptr);
+    EXPECT_EQ(Row(a, "X")->GetEnumInfo(a), nullptr);
 }
 
 TEST_F(LiveCase, ArrayElementsAreCountedFromTheirLowBoundLastDimensionFastest) {
@@ -370,6 +397,8 @@ TEST_F(LiveCase, OwnersLeadUpToTheCase) {
     EXPECT_EQ(sheet, Get("T-100")->SubFlowSheet());
     EXPECT_TRUE(inner->IsSameFlowSheet(sheet));
     EXPECT_FALSE(inner->IsSameFlowSheet(host_.ActiveCase()->MainFlowSheet()));
+    EXPECT_EQ(Get("T-100")->SubFlowSheet()->Solver(), host_.ActiveCase()->MainSolver())
+        << "one solver computes all";
     EXPECT_EQ(inner->GetOwner(types.FlowSheetObjectObject), Get("T-100"));
     EXPECT_EQ(Get("T-100")->GetOwner(types.FlowSheetObjectObject), nullptr);
     EXPECT_EQ(host_.ActiveCase()->GetOwner(types.ViewableObject), nullptr);
@@ -393,6 +422,38 @@ TEST_F(LiveCase, TypesKnowTheirBases) {
     EXPECT_TRUE(Get("X")->Type()->IsA(unit_op));
     EXPECT_EQ(Get("X")->Type()->DisplayName().Str(), "WindMillObject");
     EXPECT_EQ(services.FindObjectType("WindMillObject"), Get("X")->Type());
+}
+
+TEST_F(LiveCase, RecordsOfTheClassesStandBelowEachOther) {
+    CaseData data = NestedCase();
+    data.main.objects.push_back(Object("Bare Group", words::kTemplate));
+    Open(data);
+    const host::ObjectTypeRecords& types = host_.Services().ObjectTypes();
+    const host::ObjectTypeInfo* chain[] = {types.ViewableObject, types.SimulationObjectObject,
+                                           types.FlowSheetObjectObject, types.UnitOpObject,
+                                           types.TemplateOpObject};
+    for (std::size_t i = 0; i < std::size(chain); ++i) {
+        for (std::size_t j = 0; j < std::size(chain); ++j) {
+            EXPECT_EQ(chain[i]->IsA(chain[j]), i >= j) << i << ' ' << j;
+        }
+    }
+    // How many records of the chain, from the top, each object belongs to.
+    const std::pair<const char*, std::size_t> cases[] = {{"T-100", 5},
+                                                         {"Valve", 4},
+                                                         {"Feed", 3},
+                                                         {"Duty", 3},
+                                                         {"/@utilities/Envelope", 2},
+                                                         {"/@tables/Table", 2},
+                                                         {"/@reactions/Rxn-1", 2}};
+    for (const auto& [path, count] : cases) {
+        for (std::size_t i = 0; i < std::size(chain); ++i) {
+            EXPECT_EQ(Get(path)->Type()->IsA(chain[i]), i < count) << path << ' ' << i;
+        }
+    }
+    EXPECT_EQ(Get("T-100")->Type(), types.TemplateOpObject) << "the class itself";
+    EXPECT_EQ(Get("Feed")->Type(), Get("Low")->Type()) << "one record for each class";
+    EXPECT_EQ(Get("Feed")->Type()->ClassName().Str(), "MaterialStreamObject");
+    EXPECT_EQ(Get("Bare Group")->SubFlowSheet(), nullptr);
 }
 
 TEST_F(LiveCase, RevisionsChangeWithEveryChangeAndAreNeverTheSame) {

@@ -64,6 +64,32 @@ TEST(Constants, AreThoseOfTheHost) {
     EXPECT_EQ(host::FALSEVALUE, 0.0) << "a variable of two states is tested for 0";
 }
 
+TEST(Constants, WordsOfTheHostHaveItsNumbers) {
+    const struct {
+        const char* word;
+        int number;
+        int expected;
+    } cases[] = {
+        {"real part", host::kPartReal, 1},
+        {"text part", host::kPartText, 2},
+        {"attachment part", host::kPartAttachment, 3},
+        {"real", host::kReal, 1},
+        {"enumeration", host::kEnumeration, 2},
+        {"text", host::kText, 3},
+        {"attachment", host::kAttachment, 4},
+        {"message", host::kMessage, 5},
+        {"calculated", host::kCalculated, 0},
+        {"specified", host::kSpecified, 1},
+        {"default", host::kDefaulted, 2},
+        {"specified by another route", host::kSpecifiedByOtherRoute, 3},
+        {"ok", host::Viewable::kOk, 0},
+        {"not solved", host::Viewable::kNotSolved, 1},
+        {"warning", host::Viewable::kWarning, 2},
+        {"under-specified", host::Viewable::kUnderSpecified, 3},
+    };
+    for (const auto& each : cases) EXPECT_EQ(each.number, each.expected) << each.word;
+}
+
 // A case in which every operation has something to answer.
 CaseData EverythingCase() {
     CaseData data = test::SmallCase();
@@ -175,6 +201,82 @@ TEST_F(Operations, AnswerUntilTheyAreToldToAnswerNothing) {
         host_.GetScript().ReturnNothing(each.answer, false);
         EXPECT_TRUE(each.answers()) << each.name << " once more";
     }
+}
+
+TEST_F(Operations, StatusOfAnObjectAndStateOfAVariableAreNumbers) {
+    for (const int number : {0, 1, 2, 3, 4}) {
+        CaseData data;
+        data.main.objects = {Object("A", words::kMixer, {Real("X", "", 1)})};
+        data.main.objects[0].status = static_cast<ObjectStatus>(number);
+        data.main.objects[0].variables[0].values[0].state = static_cast<VariableState>(number);
+        Node& node = *host_.Open(data).opened->FindByPath("A", nullptr);
+        EXPECT_EQ(node.View()->GetMyStatusCondition(), number);
+        host::ModifyState state = static_cast<host::ModifyState>(7);
+        int detail = 0;
+        services_.GetVariableStatus(node.View(), node.GetShape()->ByName("X")->description, state,
+                                    detail);
+        EXPECT_EQ(state, number);
+    }
+}
+
+TEST_F(Operations, CaseIsInDynamicsAsItsDataSays) {
+    EXPECT_FALSE(open_.Dynamic());
+    EXPECT_FALSE(open_.SimCaseDynamic());
+    CaseData data;
+    data.dynamic = true;
+    host::SimulationCase& dynamic = *host_.Open(data).opened;
+    EXPECT_TRUE(dynamic.Dynamic());
+    EXPECT_TRUE(dynamic.SimCaseDynamic());
+}
+
+TEST_F(Operations, HostWithoutACaseAnswersForNone) {
+    CaseHost empty;
+    EXPECT_EQ(empty.Services().DefaultUnits(), 0u);
+    EXPECT_EQ(empty.Services().pSession()->ActiveCase(), nullptr);
+    host::VarDescription::Facts facts;
+    EXPECT_FALSE(empty.Services().DescribeMoniker(host::Text(":Double.501"), facts));
+    EXPECT_TRUE(empty.Services().RelativeMoniker(nullptr, nullptr, true).IsEmpty());
+}
+
+TEST_F(Operations, OwnVariablesAreHeldByTheObjectItself) {
+    host::Viewable& mixer = Get("A");
+    EXPECT_EQ(mixer.ResolveVariableOwner(Variable("X")), nullptr);
+    EXPECT_EQ(mixer.ResolveVariableOwner(VarDescription(":Name.0", 0)), nullptr);
+    EXPECT_EQ(mixer.ResolveVariableOwner(host::TheEmptyVarDesc), nullptr);
+    EXPECT_EQ(open_.ResolveVariableOwner(VarDescription("/:Name.0", 0)), nullptr);
+    EXPECT_EQ(mixer.FindVariableName(VarDescription(":Double.999999", 0)), nullptr);
+    host::DimInfo info;
+    info.count = 2;
+    mixer.GetVariableDimensions(Variable("X"), info);
+    EXPECT_EQ(info.count, 0u) << "a scalar";
+    EXPECT_EQ(mixer.GetVariableUnitType(Variable("X")), Variable("X").Type());
+    EXPECT_EQ(mixer.GetVariableUnitType(Variable("Notes")), host::kEmptyDimensionMarker);
+}
+
+TEST_F(Operations, DescriptionsFromMonikersAreTheHostsOwn) {
+    auto limited = std::make_shared<VariableSpec>(*test::Spec("L", ValueKind::real, "Pressure"));
+    limited->minimum = 2;
+    limited->maximum = 9;
+    CaseData data;
+    data.main.objects = {Object(
+        "B", words::kMixer, {{limited, {{5, "", VariableState::specified}}}, Real("Free", "", 1)})};
+    const Shape& shape = *host_.Open(data).opened->FindByPath("B", nullptr)->GetShape();
+    for (const char* name : {"L", "Free"}) {
+        const VarDescription& own = shape.ByName(name)->description;
+        const VarDescription same(own.GetMoniker().CStr(), 0);
+        EXPECT_TRUE(same.IsEqual(own, false)) << name;
+        EXPECT_EQ(same.Number(), own.Number()) << name;
+        EXPECT_EQ(same.Type(), own.Type()) << name;
+        EXPECT_EQ(same.UnitType(), own.UnitType()) << name;
+        EXPECT_EQ(same.MinValue(), own.MinValue()) << name;
+        EXPECT_EQ(same.MaxValue(), own.MaxValue()) << name;
+    }
+    EXPECT_EQ(shape.ByName("L")->description.MinValue(), 2);
+    EXPECT_EQ(shape.ByName("L")->description.MaxValue(), 9);
+    EXPECT_EQ(shape.ByName("L")->description.UnitType(), FindQuantity("Pressure")->type);
+    EXPECT_EQ(shape.ByName("Free")->description.MinValue(), host::kEmptyReal);
+    EXPECT_EQ(shape.ByName("Free")->description.MaxValue(), host::kEmptyReal);
+    EXPECT_EQ(shape.ByName("Free")->description.UnitType(), host::kVariableUnitType);
 }
 
 TEST_F(Operations, VariableInfoLooksItsUnitsUpUnderItself) {

@@ -95,6 +95,10 @@ TEST_F(Saving, CaseKeepsItsNameWhenSavingElsewhereFails) {
     std::filesystem::remove(folder_.File("plant.json"));
     std::filesystem::create_directory(folder_.File("plant.json"));
     EXPECT_FALSE(open.Save()) << "the document tells it too";
+    open.SetDocumentName(host::FileName(folder_.File("second").c_str(), ".json"));
+    EXPECT_EQ(open.GetDocumentName().Name().Str(), "second");
+    EXPECT_TRUE(open.Save());
+    EXPECT_TRUE(std::filesystem::exists(folder_.File("second.json"))) << "under its new name";
 }
 
 #ifndef _WIN32

@@ -146,7 +146,9 @@ TEST_F(Solving, SolveMayTakeTwoTurnsToBegin) {
 
 TEST_F(Solving, HoldingSolverStartsNothingAndGivesUpWhatRuns) {
     Open(SmallCase());
+    EXPECT_FALSE(Solver().IsHolding());
     Solver().Holding(true);
+    EXPECT_TRUE(Solver().IsHolding());
     EXPECT_EQ(Solver().GetRealValue(host::VarDescription(":Boolean.300", 0)), 1.0);
     Store(40);
     Solver().SolveTask();
@@ -155,6 +157,7 @@ TEST_F(Solving, HoldingSolverStartsNothingAndGivesUpWhatRuns) {
     EXPECT_TRUE(Solver().NeedsToRun());
     EXPECT_EQ(engine_->prepared, 0);
     Solver().Holding(false);
+    EXPECT_FALSE(Solver().IsHolding());
     EXPECT_EQ(Solver().GetRealValue(host::VarDescription(":Boolean.300", 0)), 0.0);
     Solver().SolveTask();
     Turns(2);

@@ -93,6 +93,8 @@ TEST_F(AttributeTable, seek_skips_rows_that_are_not_available) {
         {{true, true, true, true}, 2, kFromEnd, -1, false, "(end)"},
         {{true, true, true, true}, -1, kFromPresent, -1, false, "(end)"},
         {{true, true, true, true}, 2, kFromPresent, 0, true, "three"},
+        {{true, true, false, true}, 2, kFromPresent, 0, true, "three"},
+        {{true, true, false, true}, 3, kFromPresent, -2, true, "one"},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(std::string("start ") + std::to_string(each.start) + " origin " +
@@ -131,6 +133,40 @@ TEST_F(AttributeTable, seek_name_ignores_the_origin_and_hidden_rows) {
     Show({true, true, true, true});
     EXPECT_TRUE(cursor_->SeekValue(kFromFirst, *entry_));
     EXPECT_EQ("two", Key());
+}
+
+// Two rows of one name, of which the first is switched by the test.
+class TwinEntry final : public AttrMapEntry<TwinEntry> {
+ public:
+    static std::span<const AttrRow<TwinEntry>> AttributeRows() {
+        static constexpr AttrRow<TwinEntry> rows[] = {
+            {"twin", [](TwinEntry&, FIValue& out, std::intptr_t row) { out.SetInt(int(row)); }, 1,
+             [](TwinEntry& owner, std::intptr_t) { return owner.shows_first; }},
+            {"twin", [](TwinEntry&, FIValue& out, std::intptr_t row) { out.SetInt(int(row)); }, 2},
+        };
+        return rows;
+    }
+    void GetName(FIValue& out) override { out = Text("twin"); }
+    FIContext* GetContext() override { return EmptyContext(); }
+
+    bool shows_first = true;
+};
+
+TEST(TwinRows, the_first_of_a_name_is_the_one_looked_up) {
+    const auto entry = Ref<TwinEntry>::Share(new TwinEntry);
+    const auto cursor = Ref<FIAttributeCursorBase>::Adopt(entry->MakeCursor());
+    FIValue value;
+    entry->GetAttribute(Text("twin"), value);
+    EXPECT_EQ(1, value.AsInt());
+    EXPECT_TRUE(cursor->SeekName(kFromFirst, "twin"));
+    EXPECT_TRUE(cursor->AtBegin());
+    entry->shows_first = false;
+    entry->GetAttribute(Text("twin"), value);
+    EXPECT_TRUE(value.IsNull()) << "one that is not available hides those behind it";
+    EXPECT_FALSE(cursor->SeekName(kFromFirst, "twin"));
+    EXPECT_TRUE(cursor->Seek(kFromFirst, 0));
+    cursor->GetValue(value);
+    EXPECT_EQ(2, value.AsInt());
 }
 
 TEST_F(AttributeTable, values_come_from_the_rows_handler) {

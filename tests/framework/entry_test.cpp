@@ -60,9 +60,11 @@ TEST(BaseEntry, commands_answer_a_record_with_code_2) {
     EXPECT_EQ(-1, fresh.second);
 
     const Ref<FIEntry> entry = Ref<FIEntry>::Share(new BareEntry);
-    FIErrorRecord record;
+    FIErrorRecord record = {7, 8, 9, Text("before")};
     entry->DoCommand(1, record);
     EXPECT_EQ(2, record.code);
+    EXPECT_EQ(-1, record.first);
+    EXPECT_EQ(-1, record.second);
     EXPECT_EQ("Action is not supported", record.text.ToText());
 }
 
@@ -153,6 +155,8 @@ TEST(Empties, cursor_stands_nowhere) {
     EXPECT_TRUE(cursor->AtBegin());
     EXPECT_TRUE(cursor->AtEnd());
     EXPECT_EQ(0, cursor->Compare(*cursor));
+    ScriptNode parent("parent");
+    EXPECT_EQ(0, cursor->Compare(*parent.Children())) << "whatever it is compared with";
     FIValue key = Text("before");
     cursor->GetKey(key);
     EXPECT_TRUE(key.IsNull());
@@ -176,7 +180,7 @@ TEST(VarMap, keeps_the_order_of_names_and_replaces) {
     EXPECT_TRUE(map.Remove(Text("b")));
     EXPECT_FALSE(map.Remove(Text("b")));
     EXPECT_EQ(nullptr, map.Find(Text("b")));
-    EXPECT_FALSE(map.IsEmpty());
+    EXPECT_EQ(2u, map.Variables().size());
 }
 
 TEST(VarMap, numbers_and_texts_are_different_names) {

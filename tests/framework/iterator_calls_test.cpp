@@ -1,110 +1,161 @@
-// What an iterator passes on to its node, and which of these calls show the node the iterator's
-// variables and units.
+// What an iterator passes on to its node, and a reference to its iterator, and which of these calls
+// show the node the iterator's variables and units.
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <vector>
 
 #include "framework/empties.h"
 #include "framework/fi_iterator.h"
+#include "framework/fi_reference.h"
 
 namespace {
 
-// Notes the last call and the var set that it came with.
+// Notes the last call, what it was given, and the var set that it came with.
 class Witness final : public CountedFromZero<FIEntry> {
  public:
     void GetName(FIValue& out) override { out.SetText("witness"); }
-    void GetAttribute(const FIValue&, FIValue&) override { Note("GetAttribute"); }
-    void SetAttribute(const FIValue&, const FIValue&, int, FIValue&) override {
-        Note("SetAttribute");
+    void GetAttribute(const FIValue& name, FIValue&) override { Note("GetAttribute", {name}); }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue&) override {
+        Note("SetAttribute", {name, value, FIValue::OfInt(mode)});
     }
     FIAttributeSource* GetAttributeSource() override {
-        Note("GetAttributeSource");
+        Note("GetAttributeSource", {});
         return EmptyEntry()->GetAttributeSource();
     }
     FIContext* GetContext() override { return EmptyContext(); }
-    void SetUnit(const FIValue&, FIValue&) override { Note("SetUnit"); }
-    void SetSpecUnit(const FIValue&, FIValue&) override { Note("SetSpecUnit"); }
-    void SetValue(const FIValue&, int, FIValue&) override { Note("SetValue"); }
-    void SetValueInUnit(const FIValue&, const FIValue&, int, FIValue&) override {
-        Note("SetValueInUnit");
+    void SetUnit(const FIValue& unit, FIValue&) override { Note("SetUnit", {unit}); }
+    void SetSpecUnit(const FIValue& unit, FIValue&) override { Note("SetSpecUnit", {unit}); }
+    void SetValue(const FIValue& value, int mode, FIValue&) override {
+        Note("SetValue", {value, FIValue::OfInt(mode)});
     }
-    void SetSpecValue(const FIValue&, int, FIValue&) override { Note("SetSpecValue"); }
-    void SetSpecValueInUnit(const FIValue&, const FIValue&, int, FIValue&) override {
-        Note("SetSpecValueInUnit");
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue&) override {
+        Note("SetValueInUnit", {value, unit, FIValue::OfInt(mode)});
     }
-    void SetDisplayUnit(const FIValue&, const FIValue&, FIValue&) override {
-        Note("SetDisplayUnit");
+    void SetSpecValue(const FIValue& value, int mode, FIValue&) override {
+        Note("SetSpecValue", {value, FIValue::OfInt(mode)});
     }
-    void SetDisplaySpecUnit(const FIValue&, const FIValue&, FIValue&) override {
-        Note("SetDisplaySpecUnit");
+    void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                            FIValue&) override {
+        Note("SetSpecValueInUnit", {value, unit, FIValue::OfInt(mode)});
+    }
+    void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue&) override {
+        Note("SetDisplayUnit", {unit, quantity});
+    }
+    void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue&) override {
+        Note("SetDisplaySpecUnit", {unit, quantity});
     }
     int GetCaps(int a, int b) override {
-        Note("GetCaps");
+        Note("GetCaps", {FIValue::OfInt(a), FIValue::OfInt(b)});
         return 10 * a + b;
     }
-    void DoAction(FIValue&, int, int) override { Note("DoAction"); }
-    void DoActionEx(FIValue&, int, int, int, int) override { Note("DoActionEx"); }
-    void DoCommand(int, FIErrorRecord&) override { Note("DoCommand"); }
+    void DoAction(FIValue&, int a, int b) override {
+        Note("DoAction", {FIValue::OfInt(a), FIValue::OfInt(b)});
+    }
+    void DoActionEx(FIValue&, int a, int b, int c, int d) override {
+        Note("DoActionEx",
+             {FIValue::OfInt(a), FIValue::OfInt(b), FIValue::OfInt(c), FIValue::OfInt(d)});
+    }
+    void DoCommand(int command, FIErrorRecord&) override {
+        Note("DoCommand", {FIValue::OfInt(command)});
+    }
 
+    // "SetValue value 1".
     std::string call;
     FIVarSet* seen = nullptr;
 
  private:
-    void Note(const char* name) {
+    void Note(const char* name, const std::vector<FIValue>& arguments) {
         call = name;
+        for (const FIValue& each : arguments) call += " " + each.ToText();
         seen = GetVarSet();
     }
 };
 
-TEST(IteratorCalls, reads_and_writes_are_wrapped_and_actions_are_not) {
-    struct Case {
-        const char* name;
-        bool wrapped;
-        std::function<void(FIIterator&, FIValue&)> call;
+template <class Handle>
+struct Call {
+    const char* expected;
+    bool wrapped;
+    void (*make)(Handle& handle, FIValue& out);
+};
+
+const FIValue kName("name");
+const FIValue kValue("value");
+const FIValue kUnit("unit");
+const FIValue kQuantity("quantity");
+
+// What iterators and references both have.
+template <class Handle>
+std::vector<Call<Handle>> SharedCalls() {
+    return {
+        {"GetAttribute name", true, [](Handle& h, FIValue& out) { h.GetAttribute(kName, out); }},
+        {"SetAttribute name value 1", true,
+         [](Handle& h, FIValue& out) { h.SetAttribute(kName, kValue, 1, out); }},
+        {"SetDisplayUnit unit quantity", true,
+         [](Handle& h, FIValue& out) { h.SetDisplayUnit(kUnit, kQuantity, out); }},
+        {"SetDisplaySpecUnit unit quantity", true,
+         [](Handle& h, FIValue& out) { h.SetDisplaySpecUnit(kUnit, kQuantity, out); }},
+        {"SetUnit unit", false, [](Handle& h, FIValue& out) { h.SetUnit(kUnit, out); }},
+        {"SetSpecUnit unit", false, [](Handle& h, FIValue& out) { h.SetSpecUnit(kUnit, out); }},
+        {"SetValue value 2", true, [](Handle& h, FIValue& out) { h.SetValue(kValue, 2, out); }},
+        {"SetValueInUnit value unit 3", true,
+         [](Handle& h, FIValue& out) { h.SetValueInUnit(kValue, kUnit, 3, out); }},
+        {"SetSpecValue value 4", true,
+         [](Handle& h, FIValue& out) { h.SetSpecValue(kValue, 4, out); }},
+        {"SetSpecValueInUnit value unit 5", true,
+         [](Handle& h, FIValue& out) { h.SetSpecValueInUnit(kValue, kUnit, 5, out); }},
     };
-    const FIValue any("any");
-    const Case cases[] = {
-        {"GetAttribute", true, [&](auto& it, auto& out) { it.GetAttribute(any, out); }},
-        {"SetAttribute", true, [&](auto& it, auto& out) { it.SetAttribute(any, any, 0, out); }},
-        {"GetAttributeSource", true,
-         [&](auto& it, auto&) { Ref<FIAttributeSource>::Adopt(it.GetAttributeSource()); }},
-        {"SetDisplayUnit", true, [&](auto& it, auto& out) { it.SetDisplayUnit(any, any, out); }},
-        {"SetDisplaySpecUnit", true,
-         [&](auto& it, auto& out) { it.SetDisplaySpecUnit(any, any, out); }},
-        {"SetUnit", false, [&](auto& it, auto& out) { it.SetUnit(any, out); }},
-        {"SetSpecUnit", false, [&](auto& it, auto& out) { it.SetSpecUnit(any, out); }},
-        {"SetValue", true, [&](auto& it, auto& out) { it.SetValue(any, 0, out); }},
-        {"SetValueInUnit", true, [&](auto& it, auto& out) { it.SetValueInUnit(any, any, 0, out); }},
-        {"SetSpecValue", true, [&](auto& it, auto& out) { it.SetSpecValue(any, 0, out); }},
-        {"SetSpecValueInUnit", true,
-         [&](auto& it, auto& out) { it.SetSpecValueInUnit(any, any, 0, out); }},
-        {"GetCaps", false, [&](auto& it, auto&) { EXPECT_EQ(12, it.GetCaps(1, 2)); }},
-        {"DoAction", false, [&](auto& it, auto& out) { it.DoAction(out, 0, 0); }},
-        {"DoActionEx", false, [&](auto& it, auto& out) { it.DoActionEx(out, 0, 0, 0, 0); }},
-        {"DoCommand", false,
-         [&](auto& it, auto&) {
-             FIErrorRecord record;
-             it.DoCommand(0, record);
-         }},
-    };
-    auto* witness = new Witness;
-    const auto entry = Ref<FIEntry>::Share(witness);
-    const auto it = Ref<FIIterator>::Adopt(new FIIterator(witness, false));
-    const auto other = Ref<FIIterator>::Adopt(new FIIterator(witness, false));
-    for (const Case& each : cases) {
-        for (FIVarSet* before : {static_cast<FIVarSet*>(nullptr), other->GetVarSet()}) {
-            SCOPED_TRACE(each.name);
-            witness->SetVarSet(before);
-            witness->call.clear();
+}
+
+class HandleCalls : public ::testing::Test {
+ protected:
+    HandleCalls()
+        : witness_(new Witness),
+          entry_(Ref<FIEntry>::Share(witness_)),
+          it_(Ref<FIIterator>::Adopt(new FIIterator(witness_, false))),
+          other_(Ref<FIIterator>::Adopt(new FIIterator(witness_, false))) {}
+
+    template <class Handle>
+    void Expect(Handle& handle, const Call<Handle>& call) {
+        for (FIVarSet* before : {static_cast<FIVarSet*>(nullptr), other_->GetVarSet()}) {
+            SCOPED_TRACE(call.expected);
+            witness_->SetVarSet(before);
+            witness_->call.clear();
             FIValue out;
-            each.call(*it, out);
-            EXPECT_EQ(each.name, witness->call);
-            EXPECT_EQ(each.wrapped ? it->GetVarSet() : before, witness->seen);
-            EXPECT_EQ(before, witness->GetVarSet()) << "as it was before the call";
+            call.make(handle, out);
+            EXPECT_EQ(call.expected, witness_->call);
+            EXPECT_EQ(call.wrapped ? handle.GetVarSet() : before, witness_->seen);
+            EXPECT_EQ(before, witness_->GetVarSet()) << "as it was before the call";
         }
+        witness_->SetVarSet(nullptr);
     }
-    witness->SetVarSet(nullptr);
+
+    Witness* witness_;
+    Ref<FIEntry> entry_;
+    Ref<FIIterator> it_;
+    Ref<FIIterator> other_;
+};
+
+TEST_F(HandleCalls, reads_and_writes_are_wrapped_and_actions_are_not) {
+    std::vector<Call<FIIterator>> calls = SharedCalls<FIIterator>();
+    calls.insert(
+        calls.end(),
+        {{"GetAttributeSource", true,
+          [](FIIterator& it, FIValue&) { Ref<FIAttributeSource>::Adopt(it.GetAttributeSource()); }},
+         {"GetCaps 1 2", false, [](FIIterator& it, FIValue&) { EXPECT_EQ(12, it.GetCaps(1, 2)); }},
+         {"DoAction 1 2", false, [](FIIterator& it, FIValue& out) { it.DoAction(out, 1, 2); }},
+         {"DoActionEx 1 2 3 4", false,
+          [](FIIterator& it, FIValue& out) { it.DoActionEx(out, 1, 2, 3, 4); }},
+         {"DoCommand 6", false, [](FIIterator& it, FIValue&) {
+              FIErrorRecord record;
+              it.DoCommand(6, record);
+          }}});
+    for (const auto& each : calls) Expect(*it_, each);
+}
+
+TEST_F(HandleCalls, references_pass_on_what_they_guard) {
+    const auto reference = Ref<FIReference>::Adopt(new FIReference(*it_));
+    for (const auto& each : SharedCalls<FIReference>()) Expect(*reference, each);
 }
 
 }  // namespace

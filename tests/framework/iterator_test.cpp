@@ -195,6 +195,31 @@ TEST_F(Iterator, variables_belong_to_the_position) {
     EXPECT_TRUE(out.IsNull());
 }
 
+TEST_F(Iterator, up_restores_the_variables_and_drops_those_below) {
+    it_->SetVarText("v", "at root");
+    ASSERT_TRUE(it_->Down(1));
+    it_->SetVarText("v", "at b");
+    it_->SetVarText("u", "at b");
+    EXPECT_TRUE(it_->Up());
+    EXPECT_EQ("at root", VarOf(*it_, "v"));
+    EXPECT_EQ("(none)", VarOf(*it_, "u"));
+    ASSERT_TRUE(it_->Down(1));
+    EXPECT_EQ("(none)", VarOf(*it_, "u")) << "gone for good";
+    const auto bare = root_.Iterate();
+    ASSERT_TRUE(bare->Down(1));
+    bare->SetVarText("u", "at b");
+    EXPECT_TRUE(bare->Up());
+    EXPECT_EQ("(none)", VarOf(*bare, "u")) << "though there are none above";
+}
+
+TEST_F(Iterator, is_counted_from_one) {
+    FIIterator* it = root_.Iterate().Detach();
+    EXPECT_EQ(2, it->AddRef());
+    EXPECT_EQ(1, it->Release());
+    EXPECT_EQ(it->TypeId(), it_->TypeId());
+    EXPECT_EQ(0, it->Release());
+}
+
 // An iterator is counted with the variables that it shows, a reference with the iterator it owns.
 TEST_F(Iterator, instances_are_counted) {
     constexpr CountedClass kClasses[] = {CountedClass::FIIterator, CountedClass::FIVarSet,
@@ -418,8 +443,20 @@ class ChainEntry final : public CountedFromZero<FIEntry> {
     int level_;
 };
 
+constexpr int kLowestLevel = 100;
+
 FIEntry* AgreeingCursor::GetEntry() {
-    return HandOut(new ChainEntry(level_ + 1));
+    return level_ < kLowestLevel ? HandOut(new ChainEntry(level_ + 1)) : nullptr;
+}
+
+TEST(Descent, an_element_without_a_node_is_not_entered) {
+    const auto lowest = Ref<FIEntry>::Share(new ChainEntry(kLowestLevel));
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(lowest.Get(), false));
+    it->SetVarText("v", "kept");
+    EXPECT_FALSE(it->DownFirst());
+    EXPECT_EQ(0, it->Depth());
+    EXPECT_EQ(lowest.Get(), it->EntryAt(0));
+    EXPECT_EQ("kept", VarOf(*it, "v"));
 }
 
 TEST(IteratorGraph, only_cursors_of_one_class_are_a_repeat) {

@@ -165,6 +165,8 @@ TEST_F(Reference, guarded_operations_reach_the_node) {
     LetNotify(false, false, true);
     const auto reference = Ref<FIReference>::Adopt(Make());
     FIValue out;
+    EXPECT_EQ("20", Read(*reference, "value"));
+    EXPECT_EQ(FIReference::kLive, reference->GetState()) << "its deletion would be told";
     reference->SetAttribute(Text("value"), Text("21"), 0, out);
     EXPECT_TRUE(out.IsNull());
     EXPECT_EQ("21", Read(*reference, "value"));
@@ -175,10 +177,41 @@ TEST_F(Reference, guarded_operations_reach_the_node) {
     reference->SetVar(Text("v"), Text("1"));
     EXPECT_TRUE(reference->GetVarText("v", out));
     EXPECT_EQ("1", out.ToText());
+    EXPECT_TRUE(reference->GetVar(Text("v"), out));
+    EXPECT_EQ("1", out.ToText());
     EXPECT_TRUE(reference->RemoveVarText("v"));
     EXPECT_FALSE(reference->RemoveVar(Text("v")));
+    reference->SetVar(Text("v"), Text("2"));
+    EXPECT_TRUE(reference->RemoveVar(Text("v")));
+    EXPECT_FALSE(reference->RemoveVarText("v"));
     reference->DumpNodeFlat(out);
     EXPECT_EQ("<Node name=\"temperature\" value=\"22\"/>\n", out.ToText());
+}
+
+TEST_F(Reference, dumps_go_as_deep_as_their_names_say) {
+    node_.Add("low").Add("lower").Add("lowest");
+    const auto reference = Ref<FIReference>::Adopt(Make());
+    struct Case {
+        const char* operation;
+        void (*dump)(FIReference&, FIValue&);
+        int nodes;
+    };
+    const Case cases[] = {
+        {"DumpXml 2", [](FIReference& r, FIValue& out) { r.DumpXml(out, 2); }, 3},
+        {"DumpXml 0", [](FIReference& r, FIValue& out) { r.DumpXml(out, 0); }, 1},
+        {"DumpXmlDefault", [](FIReference& r, FIValue& out) { r.DumpXmlDefault(out); }, 2},
+        {"DumpNode", [](FIReference& r, FIValue& out) { r.DumpNode(out); }, 2},
+        {"DumpNodeFlat", [](FIReference& r, FIValue& out) { r.DumpNodeFlat(out); }, 1},
+        {"DumpNodeDeep", [](FIReference& r, FIValue& out) { r.DumpNodeDeep(out); }, 4},
+    };
+    for (const Case& each : cases) {
+        FIValue out;
+        each.dump(*reference, out);
+        const std::string text = out.ToText();
+        int nodes = 0;
+        for (std::size_t at = 0; (at = text.find("<Node", at)) != std::string::npos; ++at) ++nodes;
+        EXPECT_EQ(each.nodes, nodes) << each.operation << ": " << text;
+    }
 }
 
 TEST_F(Reference, forwards_the_rest_as_it_is) {
@@ -234,6 +267,48 @@ TEST_F(Reference, without_notifications_every_read_finds_the_node_again) {
     EXPECT_EQ("Node invalid", Read(*reference, "value"));
     EXPECT_EQ(FIReference::kDeleted, reference->GetState());
     EXPECT_EQ("Node deleted", Read(*reference, "value"));
+}
+
+TEST_F(Reference, a_node_that_is_not_found_again_is_told_as_deleted) {
+    struct Case {
+        const char* operation;
+        std::function<bool(FIReference&, FIValue& out)> call;
+        const char* answer;
+    };
+    const FIValue any = Text("any");
+    const Case cases[] = {
+        {"Rebind", [](auto& r, auto&) { return r.Rebind(); }, "before"},
+        {"SetValue", [&](auto& r, auto& out) { return r.SetValue(any, 0, out), false; },
+         "Node invalid"},
+        {"DumpNode", [](auto& r, auto& out) { return r.DumpNode(out), false; }, "(NULL)"},
+        {"RemoveVar", [&](auto& r, auto&) { return r.RemoveVar(any); }, "before"},
+        {"Subscribe",
+         [](auto& r, auto&) { return r.Subscribe(&r, kValueChanged, [](void*, int) { FAIL(); }); },
+         "before"},
+    };
+    LetNotify(false, true, true);
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.operation);
+        Client deletion;
+        Client value;
+        const auto reference = Ref<FIReference>::Adopt(Make());
+        ASSERT_TRUE(reference->Subscribe(&deletion, kNodeDeleted, &Client::Told));
+        ASSERT_TRUE(reference->Subscribe(&value, kValueChanged, &Client::Told));
+        EXPECT_TRUE(reference->Rebind()) << "it is live";
+        EXPECT_TRUE(reference->MarkStale());
+        EXPECT_TRUE(reference->MarkStale()) << "it stays so";
+        unit_.children.clear();
+        FIValue out = Text("before");
+        EXPECT_FALSE(each.call(*reference, out));
+        EXPECT_EQ(each.answer, out.IsNull() ? "(NULL)" : out.ToText());
+        EXPECT_EQ(FIReference::kDeleted, reference->GetState());
+        EXPECT_EQ((Kinds{1}), deletion.kinds);
+        EXPECT_EQ((Kinds{1}), value.kinds);
+        EXPECT_TRUE(node_.subscriptions.empty());
+        EXPECT_TRUE(unit_.subscriptions.empty());
+        unit_.children = {&node_};
+        EXPECT_EQ("Node deleted", Read(*reference, "value")) << "though it is there again";
+    }
 }
 
 TEST_F(Reference, a_change_above_makes_it_stale_until_the_next_use) {
@@ -348,18 +423,22 @@ TEST_F(Reference, deletion_calls_those_who_wait_for_it_and_for_values) {
     Client deletion;
     Client value;
     Client structure;
-    const auto reference = Ref<FIReference>::Adopt(Make());
+    auto reference = Ref<FIReference>::Adopt(Make());
     ASSERT_TRUE(reference->Subscribe(&deletion, kNodeDeleted, &Client::Told));
     ASSERT_TRUE(reference->Subscribe(&value, kValueChanged, &Client::Told));
     ASSERT_TRUE(reference->Subscribe(&structure, kStructureChanged, &Client::Told));
     std::string seen;
     deletion.act = [&] { seen = Read(*reference, "value"); };
+    value.act = [&] { EXPECT_EQ(1u, deletion.kinds.size()) << "those before these"; };
     node_.Notify(kNodeDeleted);
     deletion.act = nullptr;
     EXPECT_EQ((Kinds{1}), deletion.kinds);
     EXPECT_EQ((Kinds{1}), value.kinds);
     EXPECT_TRUE(structure.kinds.empty());
     EXPECT_EQ("Node deleted", seen);
+    reference.Reset();
+    EXPECT_EQ((Kinds{1, 1}), deletion.kinds) << "the end of the reference is told as well";
+    EXPECT_EQ((Kinds{1}), value.kinds);
 }
 
 TEST_F(Reference, released_inside_a_callback_it_lives_until_the_round_ends) {

@@ -67,6 +67,12 @@ TEST(HostList, iterator_walks_and_answers_null_off_the_list) {
     EXPECT_EQ(&three, copy.Last());
     EXPECT_EQ(&two, copy.Prev());
     EXPECT_EQ(static_cast<host::Viewable*>(&two), copy.Cursor()->element);
+    EXPECT_EQ(copy.Cursor()->element, *reinterpret_cast<void* const*>(copy.Cursor()))
+        << "the first word of a holder";
+    EXPECT_EQ(&one, copy.Prev());
+    EXPECT_EQ(nullptr, copy.Prev());
+    EXPECT_EQ(nullptr, copy.Cursor());
+    EXPECT_EQ(nullptr, copy.Next()) << "off the list there is no next";
     EXPECT_EQ(nullptr, host::FlowSheetObjectIterator(nullptr).Reset());
 }
 
@@ -77,6 +83,36 @@ TEST(HostDescription, bounds_beyond_the_count_are_empty) {
         EXPECT_EQ(0, bounds.low[i]);
         EXPECT_EQ(-1, bounds.high[i]);
     }
+}
+
+TEST(HostDescription, answers_what_the_host_has_stated) {
+    const VarDescription::Facts facts = {
+        host::Text(":Double.501.[]"), host::kPartReal, 501, 9, 3, -1.5, 2.5, true, false, 77};
+    const VarDescription plain(facts);
+    EXPECT_FALSE(plain.IsEmpty());
+    EXPECT_EQ(":Double.501.[]", plain.GetMoniker().Str());
+    EXPECT_EQ(1, plain.Kind());
+    EXPECT_EQ(501, plain.Number());
+    EXPECT_EQ(9, plain.Type());
+    EXPECT_EQ(3, plain.UnitType());
+    EXPECT_EQ(-1.5, plain.MinValue());
+    EXPECT_EQ(2.5, plain.MaxValue());
+    EXPECT_TRUE(plain.NextNotFollowed());
+    EXPECT_FALSE(plain.ChainEnds());
+    EXPECT_EQ(77u, plain.HostWord());
+    VarDescription::Facts first = facts;
+    first.next_not_followed = false;
+    first.chain_ends = true;
+    first.moniker = host::Text("A.1");
+    const VarDescription chain(first, plain);
+    EXPECT_FALSE(chain.NextNotFollowed());
+    EXPECT_TRUE(chain.ChainEnds());
+    EXPECT_EQ("A.1/:Double.501.[]", chain.GetMoniker().Str());
+    VarDescription assigned;
+    EXPECT_TRUE(assigned.IsEmpty());
+    assigned = chain;
+    EXPECT_TRUE(assigned.IsEqual(chain, false));
+    EXPECT_EQ(501, assigned.GetVariablePart()->Number());
 }
 
 TEST(HostDescription, the_last_part_names_the_variable) {

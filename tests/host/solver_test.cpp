@@ -91,8 +91,11 @@ TEST_F(Solvers, attributes_are_those_of_the_tables) {
     EXPECT_EQ("Solver", Read(dynamic, "id"));
     EXPECT_EQ("HDynamicSolver", Read(dynamic, "type"));
     TestVarSet vars;
-    solver.SetVarSet(&vars);
-    EXPECT_EQ(&vars, solver.GetVarSet());
+    for (FISolver* each : {static_cast<FISolver*>(&solver), static_cast<FISolver*>(&dynamic)}) {
+        EXPECT_EQ(nullptr, each->GetVarSet());
+        each->SetVarSet(&vars);
+        EXPECT_EQ(&vars, each->GetVarSet());
+    }
 }
 
 TEST_F(Solvers, run_states_have_texts) {
@@ -348,9 +351,72 @@ TEST_F(Solvers, switches_take_numbers_and_four_texts) {
 TEST_F(Solvers, autosolve_starts_what_needs_to_run_even_after_a_mismatch) {
     Set(solver, "autosolve", FIValue("what"));
     EXPECT_EQ("task ", host.solver.calls);
+    Set(solver, "autosolve", FIValue("true"));
+    EXPECT_EQ("task release task ", host.solver.calls) << "the solver is free first";
     host.solver.solving = true;
     Set(solver, "autosolve", FIValue::OfInt(0));
-    EXPECT_EQ("task hold ", host.solver.calls);
+    EXPECT_EQ("task release task hold ", host.solver.calls);
+}
+
+TEST_F(Solvers, one_who_subscribes_twice_leaves_twice) {
+    Listener listener;
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("3 3 ", listener.told);
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+    ASSERT_TRUE(host.manager.callback) << "there is still a user";
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("3 3 3 ", listener.told);
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+    EXPECT_EQ(nullptr, host.manager.callback);
+}
+
+TEST_F(Solvers, a_step_is_told_before_it_is_forwarded) {
+    Foreign foreign;
+    host.manager.put_ModelCallback(&foreign);
+    Listener listener;
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    std::string seen = "not told";
+    listener.action = [&] { seen = foreign.calls; };
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("", seen);
+    EXPECT_EQ("step ", foreign.calls);
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+    host.manager.put_ModelCallback(nullptr);
+}
+
+TEST_F(Solvers, only_steps_are_told_and_end_a_solve) {
+    Listener listener;
+    ASSERT_TRUE(solver.Subscribe(&listener, 3, Listener::Hear));
+    ASSERT_TRUE(solver.Run());
+    host.solver.finished = true;
+    for (auto slot :
+         {&host::IModelCallback::SimulationStarted, &host::IModelCallback::SimulationStopped,
+          &host::IModelCallback::SimulationEvent}) {
+        (host.manager.callback->*slot)();
+        EXPECT_EQ("3 ", listener.told) << "of the start alone";
+        EXPECT_EQ("running", Read(solver, "state"));
+    }
+    host.manager.callback->SimulationStep();
+    EXPECT_EQ("3 3 ", listener.told);
+    EXPECT_EQ("stopped", Read(solver, "state"));
+    EXPECT_TRUE(solver.Unsubscribe(&listener, 3));
+}
+
+// Resuming is running again, with what running asks for.
+TEST_F(Solvers, a_pause_is_resumed_only_while_there_is_work) {
+    ASSERT_TRUE(solver.Run());
+    host.solver.pause_requested = true;
+    solver.Pause();
+    host.solver.needs_to_run = false;
+    solver.Resume();
+    EXPECT_EQ("paused", Read(solver, "state"));
+    EXPECT_EQ("release task hold ", host.solver.calls);
+    host.solver.needs_to_run = true;
+    solver.Resume();
+    EXPECT_EQ("running", Read(solver, "state"));
+    EXPECT_EQ("release task hold release task ", host.solver.calls);
 }
 
 TEST_F(Solvers, kind_2_is_refused_and_installs_nothing) {
@@ -453,17 +519,38 @@ TEST_F(Solvers, there_is_one_object_a_case) {
         << "the last one who lets go takes it out";
 }
 
-TEST_F(Solvers, the_identity_interface_is_answered_alone) {
+#ifdef _WIN32
+constexpr bool kPlatformMarshals = true;
+#else
+constexpr bool kPlatformMarshals = false;
+#endif
+
+TEST_F(Solvers, the_identity_and_the_marshaling_interface_are_answered) {
     const unsigned char identity[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
     const unsigned char other[16] = {1};
     scripted::Case of_other;
     auto notify = HSolverNotify::ForCase(&of_other);
     void* out = this;
-    EXPECT_LT(notify->QueryInterface(other, &out), 0);
-    EXPECT_EQ(nullptr, out);
+    for (const unsigned char* id : {other, static_cast<const unsigned char*>(nullptr)}) {
+        EXPECT_LT(notify->QueryInterface(id, &out), 0);
+        EXPECT_EQ(nullptr, out);
+    }
     EXPECT_EQ(0, notify->QueryInterface(identity, &out));
     EXPECT_EQ(static_cast<host::IModelCallback*>(notify.Get()), out);
     EXPECT_EQ(1u, notify->Release());
+    const unsigned char marshaling[16] = {3, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
+    out = this;
+    EXPECT_EQ(kPlatformMarshals, notify->QueryInterface(marshaling, &out) == 0);
+    EXPECT_EQ(kPlatformMarshals, out != nullptr);
+    // Every component interface begins with the same three operations.
+    auto* marshaler = static_cast<host::IModelCallback*>(out);
+    if (!marshaler) return;
+    EXPECT_NE(static_cast<host::IModelCallback*>(notify.Get()), marshaler);
+    void* back = nullptr;
+    EXPECT_EQ(0, marshaler->QueryInterface(identity, &back));
+    EXPECT_EQ(static_cast<host::IModelCallback*>(notify.Get()), back) << "one object";
+    EXPECT_EQ(2u, notify->Release());
+    EXPECT_EQ(1u, marshaler->Release());
 }
 
 TEST_F(Solvers, the_last_subscriber_may_leave_inside_its_callback) {

@@ -122,6 +122,11 @@ TEST_F(Stores, a_solve_that_does_not_begin_is_waited_for_three_turns) {
     host.on_turn = [&](int) { host.solver.pending = false; };
     Write(*entry, "value", FIValue::OfReal(3.0));
     EXPECT_EQ(2, host.turns);
+    host.turns = 0;
+    host.solver.pending = host.solver.solving = true;
+    host.on_turn = [&](int) { host.solver.solving = false; };
+    Write(*entry, "value", FIValue::OfReal(4.0));
+    EXPECT_EQ(1, host.turns) << "it has begun, though another is queued";
 }
 
 TEST_F(Stores, a_solver_that_never_ends_is_left_through_stop) {
@@ -142,6 +147,17 @@ TEST_F(Stores, without_waiting_a_store_returns_at_once) {
     host.on_turn = [&](int) { host.solver.busy = false; };
     SolveAndWait(&host.simulation_case, true);
     EXPECT_EQ(1, host.turns) << "array elements wait always";
+}
+
+TEST_F(Stores, without_waiting_the_value_may_be_read_back_too_early) {
+    auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
+    // A host that takes a number over in its next turn.
+    feed.refuse_stores = true;
+    host.on_turn = [&](int) { feed.reals[":D.1"] = 2.0; };
+    SetWaitsForSolve(false);
+    EXPECT_EQ("Value not stored", Write(*entry, "value", FIValue::OfReal(2.0)));
+    SetWaitsForSolve(true);
+    EXPECT_EQ("(NULL)", Write(*entry, "value", FIValue::OfReal(2.0)));
 }
 
 TEST_F(Stores, without_a_solver_stores_are_read_back_alone) {

@@ -275,6 +275,8 @@ inline void CheckClone(const CursorFamily& family) {
 
         Ref<FICursorBase> deep = Ref<FICursorBase>::Adopt(cursor->Clone(true));
         EXPECT_NE(cursor.Get(), deep.Get()) << family.name << " deep clone";
+        EXPECT_EQ(2, deep->AddRef()) << family.name << " a deep clone is counted once";
+        deep->Release();
         ExpectAtElement(family, *deep, i, "deep clone");
         EXPECT_EQ(0, cursor->Compare(*deep)) << family.name << " deep clone";
         deep->Seek(kFromFirst, family.Count() - 1 - i);

@@ -12,6 +12,7 @@ class ObjectTypeInfo {
     virtual bool IsA(const ObjectTypeInfo* other) const = 0;
     // The word that clients see as `type`, such as "MaterialStreamObject".
     virtual const Text& DisplayName() const = 0;
+    // The word under which FindObjectType knows the class; it may be the same.
     virtual const Text& ClassName() const = 0;
 
  protected:

@@ -1,0 +1,21 @@
+#pragma once
+
+// FreeThreadedMarshaler: where the platform marshals calls between threads, lets a component object
+// be called as it stands from all of them. Part of the object that it serves, which begins with
+// QueryInterface, AddRef and Release.
+
+class FreeThreadedMarshaler {
+ public:
+    FreeThreadedMarshaler() = default;
+    ~FreeThreadedMarshaler();
+    FreeThreadedMarshaler(const FreeThreadedMarshaler&) = delete;
+    FreeThreadedMarshaler& operator=(const FreeThreadedMarshaler&) = delete;
+
+    // The marshaling interface of `object`, counted by the object for the caller. False, and null
+    // in
+    // `*out`, for any other interface and where the platform has no marshaler.
+    bool Query(void* object, const void* interface_id, void** out) noexcept;
+
+ private:
+    void* inner_ = nullptr;
+};

@@ -1,0 +1,8 @@
+#include "platform/free_threading.h"
+
+FreeThreadedMarshaler::~FreeThreadedMarshaler() = default;
+
+bool FreeThreadedMarshaler::Query(void*, const void*, void** out) noexcept {
+    *out = nullptr;
+    return false;
+}
