@@ -30,8 +30,8 @@ class NodeList {
     // The first of that name, null when there is none.
     Node* Find(std::string_view name) const;
     std::size_t IndexOf(const Node& node) const;
-    // Reads "(Feed)" or "Feed" at the beginning of `rest`, which must end there or go on with '/' or
-    // ':', and moves `rest` behind it. Names may hold such characters: the longest match counts.
+    // Reads "(Feed)" or "Feed" at the beginning of `rest` and moves `rest` behind it. There `rest`
+    // must end or go on with '/' or ':'. Names may hold such characters: the longest match counts.
     Node* FollowName(std::string_view& rest) const;
 
  private:

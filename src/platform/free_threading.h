@@ -11,9 +11,8 @@ class FreeThreadedMarshaler {
     FreeThreadedMarshaler(const FreeThreadedMarshaler&) = delete;
     FreeThreadedMarshaler& operator=(const FreeThreadedMarshaler&) = delete;
 
-    // The marshaling interface of `object`, counted by the object for the caller. False, and null
-    // in
-    // `*out`, for any other interface and where the platform has no marshaler.
+    // The marshaling interface of `object`, counted by the object for the caller. Any other
+    // interface, and a platform without a marshaler: false, and null in `*out`.
     bool Query(void* object, const void* interface_id, void** out) noexcept;
 
  private:

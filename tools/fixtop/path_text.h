@@ -42,7 +42,7 @@ struct ChildPlace {
     int repeat = 0;         // count of earlier siblings of the same name
     int index = 0;          // count of all earlier siblings
     bool by_index = false;  // no name leads to it
-    std::string key;        // that no earlier sibling of this name has; empty without one
+    std::string key = {};   // that no earlier sibling of this name has; empty without one
 };
 
 // The step that leads to this child and to no other.
