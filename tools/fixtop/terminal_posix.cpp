@@ -32,26 +32,6 @@ void ChooseLocale() {
     if (MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
-// While it lives, an interrupt is noted instead of ending the program.
-class InterruptNoted {
- public:
-    InterruptNoted() {
-        noted = 0;
-        struct sigaction action {};
-        action.sa_handler = [](int) { noted = 1; };
-        sigaction(SIGINT, &action, &former_);
-    }
-    ~InterruptNoted() { sigaction(SIGINT, &former_, nullptr); }
-    InterruptNoted(const InterruptNoted&) = delete;
-    InterruptNoted& operator=(const InterruptNoted&) = delete;
-
-    bool Happened() const { return noted != 0; }
-
- private:
-    static inline volatile std::sig_atomic_t noted = 0;
-    struct sigaction former_ {};
-};
-
 class EditedReader final : public LineReader {
  public:
     explicit EditedReader(Completer completer) : completer_(std::move(completer)) {
@@ -68,6 +48,13 @@ class EditedReader final : public LineReader {
         el_set(edit_, EL_HIST, history, history_);
         el_set(edit_, EL_ADDFN, "fixtop-complete", "Complete the word", &Complete);
         el_set(edit_, EL_BIND, "^I", "fixtop-complete", nullptr);
+        // While a line is edited the keys that send signals are keys like any other: a signal
+        // would not end the reading of the line for certain.
+        el_set(edit_, EL_SETTY, "-d", "-isig", nullptr);
+        el_set(edit_, EL_ADDFN, "fixtop-drop", "Drop the line", &Drop);
+        el_set(edit_, EL_BIND, "^C", "fixtop-drop", nullptr);
+        el_set(edit_, EL_ADDFN, "fixtop-suspend", "Suspend the program", &Suspend);
+        el_set(edit_, EL_BIND, "^Z", "fixtop-suspend", nullptr);
     }
     ~EditedReader() override {
         el_end(edit_);
@@ -78,10 +65,12 @@ class EditedReader final : public LineReader {
 
     std::optional<std::string> Read(const std::string& prompt) override {
         prompt_ = prompt;
+        dropped_ = false;
         int length = 0;
-        const InterruptNoted interrupt;
+        // The prompt says that keys are read; it is shown before they would be by themselves.
+        el_set(edit_, EL_PREP_TERM, 1);
         const char* typed = el_gets(edit_, &length);
-        if (interrupt.Happened()) {
+        if (dropped_) {
             std::fputc('\n', stdout);
             return "";
         }
@@ -101,6 +90,15 @@ class EditedReader final : public LineReader {
     }
     static char* Prompt(EditLine* edit) { return Self(edit).prompt_.data(); }
     static unsigned char Complete(EditLine* edit, int) { return Self(edit).CompleteWord(); }
+
+    static unsigned char Drop(EditLine* edit, int) {
+        Self(edit).dropped_ = true;
+        return CC_NEWLINE;
+    }
+    static unsigned char Suspend(EditLine*, int) {
+        std::raise(SIGTSTP);
+        return CC_REFRESH;
+    }
 
     unsigned char CompleteWord() {
         const LineInfo* line = el_line(edit_);
@@ -122,6 +120,7 @@ class EditedReader final : public LineReader {
 
     Completer completer_;
     std::string prompt_;
+    bool dropped_ = false;
     EditLine* edit_;
     History* history_;
 };
