@@ -20,12 +20,17 @@ class Store(ProgramTest):
         self.check(run("set", "demo", FEED_FLOW, "1200"), DONE, "1200\n", "")
         self.check(run("set", "demo", FEED_TEMPERATURE, "-10.5"), DONE, "-10.5\n", "")
         self.check(run("set", "demo", FEED_FLOW, "1.2e3"), DONE, "1200\n", "")
-        self.check(run("set", "demo", FEED_FLOW, ""), DONE, "\n", "")
         self.check(run("set", "demo", UNITS + ".E-100.Notes", "[a, b]"), DONE, "[a, b]\n", "")
         self.check(run("set", "demo", UNITS + ".E-100.Notes", "12.50"), DONE, "12.50\n", "")
         self.check(run("set", "demo", UNITS + ".E-100.Notes", "--", "-x"), DONE, "-x\n", "")
         self.check(run("set", "demo", UNITS + '.MIX-100.Outlet Pressure Assignment', "Equalize All"),
                    DONE, "Equalize All\n", "")
+
+    def test_a_store_stands_though_the_case_does_not_solve(self):
+        self.check(run("set", "demo", FEED_FLOW, ""), DONE, "\n",
+                   "stream Raw Gas: flow is not specified\n")
+        self.check(run("set", "demo", FEED_TEMPERATURE, "-1e5"), DONE, "-100000\n",
+                   "stream Raw Gas: temperature -100000 C is outside the range of the property methods\n")
 
     def test_json(self):
         result = self.check(run("set", "demo", FEED_FLOW, "1200", "--json"), DONE, err="")
@@ -90,7 +95,7 @@ class Solve(ProgramTest):
 
     def test_not_complete(self):
         file = self.folder / "no-flow.json"
-        self.check(run("set", "demo", FEED_FLOW, "", "--save", file), DONE, "\n", "")
+        self.check(run("set", "demo", FEED_FLOW, "", "--save", file), DONE, "\n")
         result = self.check(run("solve", file), FAILED, "Solve did not complete\n")
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
         self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)

@@ -231,7 +231,8 @@ class OwnFiles(ProgramTest):
         self.check(self.view("get", "Plant.Heat", "--unit", "F"), DONE, "77\n", "")
 
     def test_options_cross_both_ways(self):
-        self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n", "")
+        self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n",
+                   "the case is a recording and can't be computed again\n")
         self.assertIn("  raw\tSlow\n", self.check(self.view("explain", "Plant.Speed"), DONE).out)
 
     def test_another_translation_has_no_translators(self):
@@ -244,7 +245,10 @@ class OwnFiles(ProgramTest):
 
     def test_without_units_values_pass_as_they_are(self):
         units = ["--units", self.folder / "missing_units.xml"]
-        self.check(self.view("get", "Plant.Heat", *units), DONE, "25\n", "")
+        result = self.check(self.view("get", "Plant.Heat", *units), DONE, "25\n")
+        told = result.err.split("\n")
+        self.assertEqual("values are not converted", told[0], result)
+        self.assertIn("missing_units.xml", told[1], result)
 
     def test_files_that_cannot_be_read(self):
         broken = self.file("broken.xml", "<QZClassLibrary>\n<Class></QZClassLibrary>")

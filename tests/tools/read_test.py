@@ -1,11 +1,12 @@
 """get over a small case."""
 
 import json
-import time
+import os
+import subprocess
 import unittest
 
 from small_case import STREAMS, write_small_case
-from support import DONE, FAILED, ProgramTest, run
+from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
 FEED = STREAMS + ".Feed 1"
 
@@ -97,11 +98,18 @@ class Read(ProgramTest):
     def test_ten_thousand_paths_in_one_run(self):
         paths = [f"{FEED}.Temperature", f"{STREAMS}.\"Feed.2\".Temperature", f"{FEED}.Unset",
                  f"{FEED}.Mode"] * 2500
-        start = time.monotonic()
         result = self.get("-", stdin="\n".join(paths) + "\n")
-        took = time.monotonic() - start
         self.check(result, DONE, "25\n-40\n\nSlow\n" * 2500, "")
-        self.assertLess(took, 60)
+
+    @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a folder that can be opened")
+    def test_standard_input_that_cannot_be_read(self):
+        folder = os.open(self.folder, os.O_RDONLY)
+        self.addCleanup(os.close, folder)
+        done = subprocess.run(PROGRAM + ["get", str(self.case), f"{FEED}.Word", "-"],
+                              stdin=folder, capture_output=True, timeout=600, check=False)
+        self.assertEqual(
+            (UNREADABLE, b"3.50\n", b"standard input can't be read\n"),
+            (done.returncode, done.stdout, done.stderr))
 
 
 class HostPaths(ProgramTest):

@@ -20,7 +20,8 @@ class CaseHost;
 class CaseSession {
  public:
     // Opens a file or, by the name "demo", the case that the program carries, in one of its views.
-    // Null and the reason, with file and place, when it can't be read.
+    // Null and the reason, with file and place, when it can't be read; a session and a warning when
+    // the units that the view asks for can't.
     static std::unique_ptr<CaseSession> Open(const std::string& name, const ViewOptions& view,
                                              std::string& problem);
     ~CaseSession();

@@ -124,10 +124,8 @@ class CommandLine {
         view_.neutral |= (*at)->view == View::kNeutral;
         std::string problem;
         const auto session = CaseSession::Open(case_name_, view_, problem);
-        if (!session) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
+        if (!problem.empty()) around.out.Note(problem);
+        if (!session) return ExitCode::kUnreadable;
         if (terminal::NotesAreSeen()) {
             for (const std::string& remark : session->Remarks()) around.out.Note(remark);
         }

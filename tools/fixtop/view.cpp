@@ -26,6 +26,17 @@ class ModelLog {
     std::string lines_;
 };
 
+// Units are read first, and the log says this last of them when they could not be.
+constexpr char kNoUnits[] = "Failed to initialize units list";
+
+// A model opens without units too, which is not what those expect who named a file of them. Empty
+// when it has them.
+std::string TroubleWithUnits(const std::string& log) {
+    const std::size_t at = log.find(kNoUnits);
+    if (at == std::string::npos) return "";
+    return "values are not converted" + log.substr(0, at) + kNoUnits;
+}
+
 constexpr char kGroup[] = "Neutral view";
 constexpr char kNeutral[] = "--neutral";
 
@@ -51,7 +62,11 @@ Ref<FIEntry> Open(const char* what, const ViewOptions& view, std::string& proble
     const FixtopModelFiles files{Given(view.library), Given(view.map), Given(view.units),
                                  Given(view.translate)};
     auto root = Ref<FIEntry>::Adopt(opener(files));
-    if (!root) problem = std::string(what) + " can't be opened" + log.Lines();
+    if (!root) {
+        problem = std::string(what) + " can't be opened" + log.Lines();
+    } else if (!view.units.empty()) {
+        problem = TroubleWithUnits(log.Lines());
+    }
     return root;
 }
 

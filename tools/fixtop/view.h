@@ -26,6 +26,7 @@ void AddNeutral(CLI::App& app, ViewOptions& view);
 void AddModel(CLI::App& app, ViewOptions& view);
 void AddLibrary(CLI::App& app, ViewOptions& view);
 
-// The root of the neutral view of a tree, and the definitions of its classes; null and why.
+// The root of the neutral view of a tree, and the definitions of its classes; null and why. What is
+// wrong with units that were asked for stands in `problem` beside a root.
 Ref<FIEntry> OpenNeutral(FIEntry& top, const ViewOptions& view, std::string& problem);
 Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem);

@@ -30,10 +30,8 @@ class Classes final : public Word {
     ExitCode Run(Surroundings& around) override {
         std::string problem;
         const Ref<FIEntry> root = OpenDictionary(view_, problem);
-        if (!root) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
+        if (!problem.empty()) around.out.Note(problem);
+        if (!root) return ExitCode::kUnreadable;
         const NodeRef top = NodeRef::Adopt(FixtopMakeIterator(root.Get(), false));
         if (name_.empty()) {
             List(*top, enumerations_ ? kEnumerations : kClasses, around.out);

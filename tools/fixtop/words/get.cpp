@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <iostream>
 
 #include "case_session.h"
@@ -27,6 +28,10 @@ class Get final : public Word {
             for (std::string line; std::getline(std::cin, line);) {
                 if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(line);
+            }
+            if (std::ferror(stdin)) {
+                around.out.Note("standard input can't be read");
+                return ExitCode::kUnreadable;
             }
         }
         return code;

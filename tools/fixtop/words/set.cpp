@@ -28,6 +28,7 @@ class Set final : public Word {
             return ExitCode::kFailed;
         }
         Report(*found, around.out);
+        TellWhyIncomplete(*around.session, around.out);
         if (!file_.empty() && !around.session->Save(file_, problem)) {
             around.out.Note(problem);
             return ExitCode::kUnreadable;

@@ -31,7 +31,9 @@ constexpr WordRow kWords[] = {
      View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
      "The case is solved again and the value as it now stands is written. An empty VALUE takes\n"
-     "the value away. VALUE is in --unit, or else in the unit that get shows.",
+     "the value away. VALUE is in --unit, or else in the unit that get shows. Exit status 1 when\n"
+     "the store is refused. One that stands has 0 also while the case does not solve, as when a\n"
+     "value is still missing; standard error then tells why.",
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
