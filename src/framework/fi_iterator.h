@@ -9,7 +9,6 @@
 // Limits: an iterator does not go deeper than kDepthLimit frames.
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "diagnostics/instance_counts.h"

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 
 #include "framework/empties.h"
 #include "framework/entry.h"

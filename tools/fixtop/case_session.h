@@ -3,7 +3,6 @@
 // CaseSession: one open case, its tree and its solver. There is one in a process, because the
 // module has one host.
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

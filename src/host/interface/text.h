@@ -2,7 +2,6 @@
 
 // Text and FileName: the host's string classes.
 
-#include <cstring>
 #include <string>
 #include <utility>
 
