@@ -29,8 +29,8 @@ class FIIteratorBase {
     virtual bool CanDescend() = 0;
     // To the child at `index`, counted from 0.
     virtual bool Down(int index) = 0;
-    // Parses a path and walks it. When it does not parse or leads nowhere: false, and back at the
-    // start.
+    // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
+    // iterator back where it was.
     virtual bool SeekPath(const FIValue& path) = 0;
     // Walks a parsed path; `attribute` gets the name in parentheses of its last step, or NULL.
     virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;

@@ -7,8 +7,7 @@
 
 namespace host {
 
-// A NUL-terminated 8-bit string, copied freely. The bytes are whatever the host holds, normally
-// UTF-8.
+// A NUL-terminated 8-bit string, copied freely. The bytes are the host's own, normally UTF-8.
 class Text {
  public:
     Text() = default;
