@@ -19,6 +19,7 @@ namespace casehost {
 inline constexpr std::size_t kMaxCaseFileBytes = std::size_t{512} << 20;
 inline constexpr std::size_t kMaxCaseObjects = 1'000'000;
 inline constexpr std::size_t kMaxArrayElements = 1'000'000;  // of one variable
+inline constexpr std::size_t kMaxCaseValues = 20'000'000;    // of all variables of all objects
 
 ReadResult ReadCaseFile(const std::string& path);
 // `file` stands in messages.
