@@ -197,7 +197,7 @@ Tree::Tree(std::string file, std::string_view text) : file_(std::move(file)), te
     // The parser takes a NUL for the end; what stands behind it would be lost by the next save.
     const std::size_t nul = text.find('\0');
     if (good && nul != std::string_view::npos) {
-        ReportAt(nul, "", "a NUL byte; expected the end of the text");
+        ReportAt(nul + 1, "", "a NUL byte; expected the end of the text");
     }
 }
 

@@ -81,9 +81,9 @@ TEST(CaseReading, ProblemsNameFileLineAndPath) {
         {WithVariable(R"("T\u0000": {"value": 1})"),
          "plant.json:6: /flowsheet/objects/0/variables: a text with a NUL in it; expected one "
          "without"},
-        {WithObjects("") + '\0', "plant.json:7: a NUL byte; expected the end of the text"},
+        {WithObjects("") + '\0', "plant.json:6: a NUL byte; expected the end of the text"},
         {WithObjects("") + '\n' + '\0' + "{}",
-         "plant.json:8: a NUL byte; expected the end of the text"},
+         "plant.json:7: a NUL byte; expected the end of the text"},
         {WithVariable(R"("T": {"valu": 1})"),
          "plant.json:6: /flowsheet/objects/0/variables/T/valu: unknown member \"valu\""},
         {WithObjects(R"({"name": "A", "type": "X"},
