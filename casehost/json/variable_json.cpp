@@ -230,9 +230,12 @@ bool ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectD
     for (const JsonNode* each = node ? node->first : nullptr; each; each = each->next) {
         if (!Expect(tree, *each, JsonNode::Kind::object, "an object")) continue;
         const std::size_t place = places.Find(*each->key);
+        const JsonNode* own = each->Find("spec");
         if (place < shape.size()) {
+            if (own)
+                tree.Report(*own, "the object's shape declares \"" + *each->key + "\" already");
             ReadVariable(tree, *each, object.variables[place]);
-        } else if (const JsonNode* own = each->Find("spec")) {
+        } else if (own) {
             object.variables.push_back({ReadSpec(tree, *own, *each->key), {}});
             if (!TakeRoom(*object.variables.back().spec, room)) return false;
             ReadVariable(tree, *each, object.variables.back());

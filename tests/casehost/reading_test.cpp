@@ -75,6 +75,9 @@ TEST(CaseReading, ProblemsNameFileLineAndPath) {
          "plant.json:6: /flowsheet/objects/0/variables/P/value: the value is too large for a "
          "number "
          "in kPa"},
+        {WithVariable(R"("T": {"spec": {"quantity": "Pressure"}, "value": 1})"),
+         "plant.json:6: /flowsheet/objects/0/variables/T/spec: the object's shape declares \"T\" "
+         "already"},
         {WithVariable(R"("Notes": {"value": "a\u0000b"})"),
          "plant.json:6: /flowsheet/objects/0/variables/Notes/value: a text with a NUL in it; "
          "expected one without"},
