@@ -261,6 +261,25 @@ TEST_F(Iterator, copies_have_their_own_present_variables_and_share_those_above) 
     EXPECT_EQ("at root", VarOf(*copy, "late"));
 }
 
+TEST_F(Iterator, own_variables_no_longer_follow_the_source_from_their_level_on) {
+    it_->SetVarText("r", "at root");
+    ASSERT_TRUE(it_->Down(1));
+    it_->SetVarText("v", "at b");
+    ASSERT_TRUE(it_->DownFirst());
+    ASSERT_TRUE(it_->DownFirst());
+    const auto copy = Ref<FIIterator>::Adopt(it_->Copy());
+    copy->OwnVariables(1);
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("w", "at x");
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("v", "changed");
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("r", "changed");
+    EXPECT_EQ("at b", VarOf(*copy, "v"));
+    EXPECT_EQ("(none)", VarOf(*copy, "w"));
+    EXPECT_EQ("changed", VarOf(*copy, "r"));
+}
+
 TEST_F(Iterator, variables_are_dumped_from_the_root_without_those_shadowed) {
     it_->SetVarText("v", "hidden");
     it_->SetVarText("longname", FIValue::OfReal(1.5));
@@ -874,6 +893,12 @@ TEST_F(Freezing, elements_know_their_parents_and_keys) {
     EXPECT_EQ(elements[0].get(), elements[1]->Parent());
     EXPECT_EQ("b", elements[1]->Key().ToText());
     EXPECT_EQ("x", elements[2]->Key().ToText());
+    Ref<FICursorBase> cursor = root_.Children();
+    Ref<FIEntry> entry = root_.Entry();
+    EXPECT_FALSE(elements[0]->Resolve(*root_.Entry(), cursor, entry))
+        << "nothing leads to the root";
+    EXPECT_FALSE(cursor);
+    EXPECT_FALSE(entry);
     const auto alone = it_->MakeElement();
     EXPECT_EQ("x", alone->Key().ToText());
     EXPECT_EQ(nullptr, alone->Parent());

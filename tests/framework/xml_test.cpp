@@ -144,6 +144,17 @@ TEST_F(XmlDump, writes_attributes_alone) {
     EXPECT_EQ("value=\"1.5\" uom=\"kg\"", out.ToText());
 }
 
+TEST_F(XmlDump, gives_the_var_set_of_the_entry_back) {
+    const Ref<FIEntry> entry = root_.children[0]->Entry();
+    const auto owner = root_.Iterate();
+    entry->SetVarSet(owner->GetVarSet());
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(entry.Get(), false));
+    FIValue out;
+    it->DumpAttributes(out);
+    EXPECT_EQ("value=\"1.5\" uom=\"kg\"", out.ToText());
+    EXPECT_EQ(owner->GetVarSet(), entry->GetVarSet());
+}
+
 TEST_F(XmlDump, below_the_root_it_begins_without_indent_and_stays) {
     const auto it = root_.Iterate();
     ASSERT_TRUE(it->SeekPath(Text("*.x")));

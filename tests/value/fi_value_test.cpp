@@ -187,6 +187,20 @@ TEST(FIValueCapacity, is_copied_and_never_shrinks) {
     }
 }
 
+TEST(FIValueCapacity, of_a_grown_text_is_that_of_its_copy) {
+    FIValue grown = Text(std::string(20, 'a'));
+    std::string expected(20, 'a');
+    for (int length : {12, 31, 33, 1000, 5000}) {
+        grown.AppendText(std::string(length, 'b').c_str());
+        expected += std::string(length, 'b');
+        FIValue copy(grown);
+        EXPECT_EQ(expected, copy.ToText()) << length;
+        copy.AppendChar('c');
+        EXPECT_EQ(expected + "c", copy.ToText()) << length;
+        EXPECT_EQ(expected, grown.ToText()) << length;
+    }
+}
+
 TEST(FIValueMove, leaves_null_behind) {
     FIValue source = Text(std::string(40, 'x'));
     const char* bytes = source.CStr();
