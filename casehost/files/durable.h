@@ -9,10 +9,10 @@
 
 namespace casehost::files {
 
-// Writes a file, in place of an earlier one, and comes back when the disk has it. It can be read
-// and written by whoever may do so with the file `like`, where there is one and permissions lie in
-// the file. A file that could not be written whole is removed; one that could not be opened is left
-// alone, and so is a link in its place.
+// Writes a new file and comes back when the disk has it. It can be read and written by whoever may
+// do so with the file `like`, where there is one and permissions lie in the file. A file that could
+// not be written whole is removed. Where the name is taken, also by a link that leads nowhere, the
+// error is file_exists and what has it is left alone.
 std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
                              const std::filesystem::path& like);
 

@@ -1,5 +1,8 @@
 #include "flowsheet_file.h"
 
+#include <cmath>
+#include <map>
+#include <tuple>
 #include <unordered_set>
 
 #include "object_sheet.h"
@@ -82,41 +85,81 @@ class ObjectList {
     std::unordered_set<std::string> tags_;
 };
 
-// The outlets of one drawn object, which tell every connection of the file once.
-void ReadEdges(Reading& reading, FlowsheetFile& file, const std::string& owner, XmlNode graphic) {
-    int port = -1;
-    for (XmlNode connector : Children(graphic.Child("OutputConnectors"))) {
-        ++port;
-        if (!EqualIgnoringCase(connector.Attribute("IsAttached").value_or(""), "true")) continue;
-        const std::string target(connector.Attribute("AttachedToObjID").value_or(""));
-        const auto from = file.by_id.find(owner);
-        const auto to = file.by_id.find(target);
-        if (from == file.by_id.end() || to == file.by_id.end()) {
-            const std::string& lost = from == file.by_id.end() ? owner : target;
-            reading.problems.Error(connector, "a connection names '" + lost +
-                                                  "', which is no object of the file; expected the "
-                                                  "id of a stream or unit operation");
-            continue;
+constexpr int kMostPorts = 100'000;  // of one kind and direction at one unit operation
+
+// The outlets of all drawn objects, which tell every connection of the file once.
+class EdgeReader {
+ public:
+    EdgeReader(Reading& reading, FlowsheetFile& file) : reading_(reading), file_(file) {}
+
+    void Read(XmlNode graphic) {
+        const std::string owner(graphic.Child("Name").Text());
+        int port = -1;
+        for (XmlNode connector : Children(graphic.Child("OutputConnectors"))) {
+            ++port;
+            if (!EqualIgnoringCase(connector.Attribute("IsAttached").value_or(""), "true")) {
+                continue;
+            }
+            const std::string target(connector.Attribute("AttachedToObjID").value_or(""));
+            const auto from = file_.by_id.find(owner);
+            const auto to = file_.by_id.find(target);
+            if (from == file_.by_id.end() || to == file_.by_id.end()) {
+                const std::string& lost = from == file_.by_id.end() ? owner : target;
+                reading_.problems.Error(connector, "a connection names '" + lost +
+                                                       "', which is no object of the file; "
+                                                       "expected the id of a stream or unit "
+                                                       "operation");
+                continue;
+            }
+            Join(connector, from->second, to->second, port);
         }
-        const bool from_unit = file.objects[from->second].kind == ObjectKind::unit;
-        const bool to_unit = file.objects[to->second].kind == ObjectKind::unit;
-        if (from_unit == to_unit) {
-            reading.problems.Error(connector, "a connection joins '" +
-                                                  file.objects[from->second].tag + "' and '" +
-                                                  file.objects[to->second].tag +
-                                                  "'; expected a stream and a unit operation");
-            continue;
-        }
-        if (from_unit) {
-            file.edges.push_back({to->second, from->second, false, port});
-            continue;
-        }
-        const std::string_view index = connector.Attribute("AttachedToConnIndex").value_or("");
-        const Number inlet = ParseNumber(reading, connector, index);
-        file.edges.push_back({from->second, to->second, true,
-                              inlet && *inlet >= 0 && *inlet < 1e6 ? static_cast<int>(*inlet) : 0});
     }
-}
+
+ private:
+    void Join(XmlNode connector, int from, int to, int outlet) {
+        const bool from_unit = file_.objects[from].kind == ObjectKind::unit;
+        const bool to_unit = file_.objects[to].kind == ObjectKind::unit;
+        if (from_unit == to_unit) {
+            reading_.problems.Error(connector, "a connection joins '" + file_.objects[from].tag +
+                                                   "' and '" + file_.objects[to].tag +
+                                                   "'; expected a stream and a unit operation");
+        } else if (from_unit) {
+            Add(connector, {to, from, false, outlet});
+        } else if (const Number inlet = ReadInlet(connector)) {
+            Add(connector, {from, to, true, static_cast<int>(*inlet)});
+        }
+    }
+
+    Number ReadInlet(XmlNode connector) {
+        const std::string_view text = connector.Attribute("AttachedToConnIndex").value_or("");
+        const Number inlet = ParseNumber(reading_, connector, text);
+        if (inlet && *inlet >= 0 && *inlet < kMostPorts && *inlet == std::floor(*inlet)) {
+            return inlet;
+        }
+        if (inlet) {
+            reading_.problems.Error(connector, "the inlet has the number " + std::string(text) +
+                                                   "; expected a whole number from 0 to " +
+                                                   std::to_string(kMostPorts - 1));
+        }
+        return std::nullopt;
+    }
+
+    // One port holds one stream, or else the case could be shown but not be saved.
+    void Add(XmlNode connector, const FileEdge& edge) {
+        const bool energy = file_.objects[edge.stream].kind == ObjectKind::energy_stream;
+        const auto [taken, is_new] =
+            ports_.try_emplace({edge.unit, edge.into_unit, energy, edge.port}, edge.stream);
+        if (is_new) return file_.edges.push_back(edge);
+        reading_.problems.Error(
+            connector, "'" + file_.objects[edge.stream].tag + "' and '" +
+                           file_.objects[taken->second].tag + "' are at one port of '" +
+                           file_.objects[edge.unit].tag + "'; expected one stream at a port");
+    }
+
+    Reading& reading_;
+    FlowsheetFile& file_;
+    std::map<std::tuple<int, bool, bool, int>, int> ports_;
+};
 
 }  // namespace
 
@@ -134,9 +177,8 @@ FlowsheetFile ReadObjects(Reading& reading, XmlNode root) {
         list.Add(node, graphics);
     }
     if (reading.problems.Failed()) return file;
-    for (XmlNode graphic : Children(drawing)) {
-        ReadEdges(reading, file, std::string(graphic.Child("Name").Text()), graphic);
-    }
+    EdgeReader edges(reading, file);
+    for (XmlNode graphic : Children(drawing)) edges.Read(graphic);
     return file;
 }
 

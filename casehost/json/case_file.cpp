@@ -47,6 +47,22 @@ std::error_code WhyKept(const std::filesystem::path& target) {
     return {errno, std::generic_category()};
 }
 
+constexpr int kMostBeside = 100;
+
+// Writes a file of its own beside the target: whoever saves there at the same time has another one,
+// and a file that already has the name stays.
+std::error_code WriteBeside(const std::filesystem::path& target, const std::string& text,
+                            std::filesystem::path& beside) {
+    std::error_code error;
+    for (int number = 0; number < kMostBeside; ++number) {
+        beside = target;
+        beside += (number == 0 ? "" : "." + std::to_string(number)) + ".part";
+        error = files::WriteThrough(beside, text, target);
+        if (error != std::errc::file_exists) break;
+    }
+    return error;
+}
+
 }  // namespace
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
@@ -55,9 +71,8 @@ SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
     if (const std::error_code error = WhyKept(target)) {
         return {false, {path, "can't be written: " + error.message()}};
     }
-    std::filesystem::path beside = target;
-    beside += ".part";
-    if (const std::error_code error = files::WriteThrough(beside, text, target)) {
+    std::filesystem::path beside;
+    if (const std::error_code error = WriteBeside(target, text, beside)) {
         return {false, {path, "can't be written: " + error.message()}};
     }
     const std::error_code error = files::Replace(beside, target);

@@ -1,5 +1,7 @@
 // A whole case as JSON text: its top level, read and written.
 
+#include <new>
+
 #include "casehost/case_file.h"
 #include "casehost/units.h"
 #include "json/basis_json.h"
@@ -125,11 +127,15 @@ class TopLevel {
 }  // namespace
 
 ReadResult ReadCaseText(const std::string& file, std::string_view text) {
-    Tree tree(file, text);
-    ReadResult result;
-    if (const JsonNode* root = tree.Root()) result.data = ReadCase(tree, *root);
-    result.problems = tree.Problems();
-    return result;
+    try {
+        Tree tree(file, text);
+        ReadResult result;
+        if (const JsonNode* root = tree.Root()) result.data = ReadCase(tree, *root);
+        result.problems = tree.Problems();
+        return result;
+    } catch (const std::bad_alloc&) {
+        return {nullptr, {{file, "not enough memory for this file"}}};
+    }
 }
 
 std::string CaseToText(const CaseData& data) {

@@ -31,6 +31,7 @@ class Reader {
 };
 
 constexpr std::size_t kFewMembers = 16;
+constexpr std::size_t kMostQuoted = 80;
 
 }  // namespace
 
@@ -40,11 +41,11 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
 
     const char** Place() { return &at_; }
 
-    bool null() override { return Leaf(JsonNode::Kind::null) != nullptr; }
+    bool null() override { return Good(Leaf(JsonNode::Kind::null)); }
     bool boolean(bool value) override {
-        JsonNode* node = Leaf(JsonNode::Kind::boolean);
-        if (node) node->flag = value;
-        return node;
+        JsonNode& node = Leaf(JsonNode::Kind::boolean);
+        node.flag = value;
+        return Good(node);
     }
     bool number_integer(number_integer_t value) override {
         return Number(static_cast<double>(value));
@@ -54,9 +55,9 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     }
     bool number_float(number_float_t value, const string_t&) override { return Number(value); }
     bool string(string_t& value) override {
-        JsonNode* node = Leaf(JsonNode::Kind::text);
-        if (node) node->text = Keep(value);
-        return node;
+        JsonNode& node = Leaf(JsonNode::Kind::text);
+        node.text = Keep(value);
+        return Whole(node, value) && Good(node);
     }
     bool binary(binary_t&) override { return false; }
     bool start_object(std::size_t) override { return Open(JsonNode::Kind::object); }
@@ -72,7 +73,7 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     }
     bool key(string_t& name) override {
         key_ = Keep(name);
-        return true;
+        return Whole(*open_, name);
     }
     bool parse_error(std::size_t position, const std::string&,
                      const nlohmann::detail::exception& error) override {
@@ -82,37 +83,56 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     }
 
  private:
-    // The parser's own place is said better by ours.
+    // The parser's own place is said better by ours; what may stand there it does not say of a word
+    // or number that it does not know.
     static std::string Plain(const std::string& what) {
-        for (const char* mark : {"syntax error ", "number overflow "}) {
-            const std::size_t at = what.find(mark);
-            if (at != std::string::npos) return what.substr(at);
+        const std::size_t overflow = what.find("number overflow ");
+        if (overflow != std::string::npos) {
+            return what.substr(overflow, kMostQuoted) + "; expected a number of double precision";
         }
-        return what;
+        const std::size_t syntax = what.find("syntax error ");
+        std::string plain = syntax == std::string::npos ? what : what.substr(syntax);
+        if (plain.find("invalid literal") != std::string::npos &&
+            plain.find("; expected ") == std::string::npos) {
+            plain += "; expected a text in quotes, a finite number, true, false, null, [ or {";
+        }
+        return plain;
     }
     const std::string* Keep(const std::string& text) { return &*tree_.texts_.insert(text).first; }
     bool Number(double value) {
-        JsonNode* node = Leaf(JsonNode::Kind::number);
-        if (node) node->number = value;
-        return node;
+        JsonNode& node = Leaf(JsonNode::Kind::number);
+        node.number = value;
+        return Good(node);
     }
-    JsonNode* Leaf(JsonNode::Kind kind) {
+    // Clients are told names and texts up to the first NUL, so that two names could look the same.
+    bool Whole(const JsonNode& node, const std::string& text) {
+        if (text.find('\0') == std::string::npos) return true;
+        tree_.Report(node, "a text with a NUL in it; expected one without");
+        return false;
+    }
+    // Whether there is room for more.
+    bool Good(const JsonNode& node) {
+        if (tree_.nodes_.size() <= kMaxNodes) return true;
+        tree_.Report(node, "more than " + std::to_string(kMaxNodes) + " values");
+        return false;
+    }
+    JsonNode& Leaf(JsonNode::Kind kind) {
         JsonNode& node = tree_.nodes_.emplace_back();
         node.kind = kind;
         node.offset = static_cast<std::size_t>(at_ - begin_);
         node.parent = open_;
         if (!open_) {
             tree_.root_ = &node;
-            return &node;
+            return node;
         }
         if (open_->kind == JsonNode::Kind::object) node.key = key_;
         (open_->last ? open_->last->next : open_->first) = &node;
         open_->last = &node;
-        return &node;
+        return node;
     }
     bool Open(JsonNode::Kind kind) {
-        open_ = Leaf(kind);
-        if (++depth_ <= kMaxDepth) return true;
+        open_ = &Leaf(kind);
+        if (++depth_ <= kMaxDepth) return Good(*open_);
         tree_.Report(*open_, "nested deeper than " + std::to_string(kMaxDepth) + " levels");
         return false;
     }
@@ -174,6 +194,11 @@ Tree::Tree(std::string file, std::string_view text) : file_(std::move(file)), te
     const Reader end(text.data() + text.size(), builder.Place());
     const bool good = nlohmann::json::sax_parse(begin, end, &builder);
     if (!good && problems_.empty()) ReportAt(0, "", "not a JSON text");
+    // The parser takes a NUL for the end; what stands behind it would be lost by the next save.
+    const std::size_t nul = text.find('\0');
+    if (good && nul != std::string_view::npos) {
+        ReportAt(nul + 1, "", "a NUL byte; expected the end of the text");
+    }
 }
 
 void Tree::Report(const JsonNode& at, const std::string& message) {

@@ -3,8 +3,8 @@
 // JsonTree: a JSON text as nodes that know where they stand. Readers walk it with typed accessors
 // that record a problem, with file, line and JSON path, and answer a harmless value.
 //
-// Bounds: depth, and one name or element only once per object; NaN and Infinity are no JSON numbers
-// and a number too large for a double is refused.
+// Bounds: depth, number of nodes, and one name or element only once per object; NaN and Infinity
+// are no JSON numbers and a number too large for a double is refused.
 
 #include <deque>
 #include <string>
@@ -17,6 +17,7 @@
 namespace casehost::json {
 
 inline constexpr int kMaxDepth = 64;
+inline constexpr std::size_t kMaxNodes = 50'000'000;
 inline constexpr std::size_t kMaxProblems = 20;
 
 struct JsonNode {

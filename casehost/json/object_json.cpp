@@ -2,7 +2,6 @@
 
 #include <unordered_set>
 
-#include "casehost/case_file.h"
 #include "json/fields.h"
 #include "json/variable_json.h"
 #include "json/words.h"
@@ -66,7 +65,7 @@ void WriteObject(JsonText& text, const ObjectData& object, ShapeNames& shapes, i
 
 void ObjectReader::Read(const JsonNode* list, std::vector<ObjectData>& objects) {
     if (!list) return;
-    for (const JsonNode* each = list->first; each && !tree_.Full(); each = each->next) {
+    for (const JsonNode* each = list->first; each && !tree_.Full() && !full_; each = each->next) {
         if (++count_ > kMaxCaseObjects) {
             tree_.Report(*each, "more than " + std::to_string(kMaxCaseObjects) + " objects");
             return;
@@ -107,7 +106,11 @@ void ObjectReader::ReadObject(const JsonNode& node, ObjectData& object) {
     const Shape& shape = ShapeOf(fields.Find("shape"));
     object.status = static_cast<ObjectStatus>(fields.Word("status", kStatusWords, 0));
     object.status_text = fields.Text("statusText");
-    ReadVariables(tree_, fields.Object("variables"), shape, object);
+    if (!ReadVariables(tree_, fields.Object("variables"), shape, object, room_)) {
+        full_ = true;
+        tree_.Report(node, "more than " + std::to_string(kMaxCaseValues) + " values in the case");
+        return;
+    }
     object.ports = ReadAll(tree_, fields.Array("ports"), ReadPort);
     if (const JsonNode* inner = fields.Object("flowsheet")) {
         object.sub_flowsheet = std::make_shared<FlowsheetData>();

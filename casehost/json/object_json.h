@@ -2,13 +2,15 @@
 
 // Objects, their ports and the flowsheets inside them in case files.
 
+#include "casehost/case_file.h"
 #include "json/json_text.h"
 #include "json/json_tree.h"
 #include "json/shape_json.h"
 
 namespace casehost::json {
 
-// Reads lists of objects; counts all objects that come through it against kMaxCaseObjects.
+// Reads lists of objects; counts all objects that come through it against kMaxCaseObjects, and
+// their values against kMaxCaseValues.
 class ObjectReader {
  public:
     ObjectReader(Tree& tree, const Shapes& shapes) : tree_(tree), shapes_(shapes) {}
@@ -25,6 +27,8 @@ class ObjectReader {
     Tree& tree_;
     const Shapes& shapes_;
     std::size_t count_ = 0;
+    std::size_t room_ = kMaxCaseValues;
+    bool full_ = false;
 };
 
 // An array at `depth`, a line for each object.

@@ -1,7 +1,7 @@
 #include "json/reference_check.h"
 
-#include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "live/basis_tree.h"
 #include "live/object_path.h"
@@ -81,9 +81,10 @@ class Checker {
         const JsonNode* members = node.Find("variables");
         for (const VariableData& variable : object.variables) {
             if (variable.spec->kind != ValueKind::attachment) continue;
-            const JsonNode* member = members ? members->Find(variable.spec->name) : nullptr;
             for (const ValueData& value : variable.values) {
                 if (value.text.empty() || path::FindObject(world_, scope, value.text)) continue;
+                if (tree_.Full()) return;
+                const JsonNode* member = members ? members->Find(variable.spec->name) : nullptr;
                 tree_.Report(member ? *member : node,
                              "the attachment \"" + value.text + "\" names no object");
             }
@@ -93,23 +94,22 @@ class Checker {
     void CheckPorts(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
         const JsonNode* members = node.Find("ports");
         const JsonNode* member = members ? members->first : nullptr;
-        for (std::size_t i = 0; i < object.ports.size(); ++i, member = member->next) {
-            CheckPort(*member, object, i, scope);
+        if (!member) return;
+        std::unordered_set<std::string> rows;
+        std::unordered_set<std::string_view> variables;
+        for (const VariableData& each : object.variables) variables.insert(each.spec->name);
+        for (const PortData& port : object.ports) {
+            const std::string row = PortRowName(port);
+            if (!rows.insert(row).second) tree_.Report(*member, "the port stands twice: " + row);
+            if (variables.contains(row)) {
+                tree_.Report(*member, "a variable has the name of the port: " + row);
+            }
+            CheckStream(*member, port, scope);
+            member = member->next;
         }
     }
 
-    void CheckPort(const JsonNode& node, const ObjectData& object, std::size_t at,
-                   const ObjectList* scope) {
-        const PortData& port = object.ports[at];
-        const std::string row = PortRowName(port);
-        for (std::size_t i = 0; i < at; ++i) {
-            if (PortRowName(object.ports[i]) == row)
-                tree_.Report(node, "the port stands twice: " + row);
-        }
-        const auto has_name = [&](const VariableData& each) { return each.spec->name == row; };
-        if (std::any_of(object.variables.begin(), object.variables.end(), has_name)) {
-            tree_.Report(node, "a variable has the name of the port: " + row);
-        }
+    void CheckStream(const JsonNode& node, const PortData& port, const ObjectList* scope) {
         const ObjectData* stream = scope ? world_.Find(scope, port.stream) : nullptr;
         const ObjectType* type = stream ? types::Find(stream->type) : nullptr;
         if (type && type->IsA(types::Stream())) return;

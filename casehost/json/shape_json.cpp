@@ -1,5 +1,7 @@
 #include "json/shape_json.h"
 
+#include <map>
+
 #include "casehost/case_file.h"
 #include "json/fields.h"
 #include "json/words.h"
@@ -44,12 +46,13 @@ std::vector<DimensionData> ReadDimensions(Tree& tree, const JsonNode* array) {
 }
 
 void CheckNumbers(Tree& tree, const JsonNode& node, const Shape& shape) {
-    for (std::size_t i = 0; i < shape.size(); ++i) {
-        for (std::size_t j = 0; shape[i]->number != 0 && j < i; ++j) {
-            if (shape[j]->number != shape[i]->number || shape[j]->kind != shape[i]->kind) continue;
-            tree.Report(node, "the variables \"" + shape[j]->name + "\" and \"" + shape[i]->name +
-                                  "\" have one number");
-        }
+    std::map<std::pair<ValueKind, int>, const VariableSpec*> taken;
+    for (const SharedSpec& spec : shape) {
+        if (spec->number == 0) continue;
+        const auto [place, is_new] = taken.try_emplace({spec->kind, spec->number}, spec.get());
+        if (is_new) continue;
+        tree.Report(node, "the variables \"" + place->second->name + "\" and \"" + spec->name +
+                              "\" have one number");
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
+#include <unordered_map>
 
 #include "casehost/units.h"
 #include "json/fields.h"
@@ -35,6 +37,11 @@ void ReadReal(Tree& tree, const JsonNode& node, const VariableSpec& spec,
     value.number = NumberOf(tree, node);
     if (node.kind != JsonNode::Kind::number) return;
     if (unit) value.number = ToInternal(value.number, *unit);
+    if (!std::isfinite(value.number)) {
+        tree.Report(node, std::string("the value is too large for a number in ") +
+                              FindQuantity(spec.quantity)->units[0].name);
+        return;
+    }
     const bool below = spec.minimum != kEmpty && value.number < spec.minimum;
     const bool above = spec.maximum != kEmpty && value.number > spec.maximum;
     if (!below && !above) return;
@@ -122,16 +129,39 @@ void ReadVariable(Tree& tree, const JsonNode& node, VariableData& variable) {
     fields.Done();
 }
 
-// The place of a name in the shape, its size when it is absent. Most files list the variables in
-// the order of the shape, so the search begins at the place found last.
-std::size_t PlaceInShape(const Shape& shape, const std::string& name, std::size_t last) {
-    for (std::size_t place = last; place < shape.size(); ++place) {
-        if (shape[place]->name == name) return place;
+// The places of names in a shape. Most files list the variables in the order of the shape, so the
+// search begins at the place found last; only a name that is not close to it needs an index.
+class Places {
+ public:
+    explicit Places(const Shape& shape) : shape_(shape) {}
+
+    // The size of the shape when the name is absent.
+    std::size_t Find(const std::string& name) {
+        const std::size_t end = std::min(last_ + kClose, shape_.size());
+        for (std::size_t place = last_; place < end; ++place) {
+            if (shape_[place]->name == name) return last_ = place;
+        }
+        if (index_.empty()) {
+            for (std::size_t i = 0; i < shape_.size(); ++i) index_.emplace(shape_[i]->name, i);
+        }
+        const auto found = index_.find(name);
+        return found == index_.end() ? shape_.size() : last_ = found->second;
     }
-    for (std::size_t place = 0; place < std::min(last, shape.size()); ++place) {
-        if (shape[place]->name == name) return place;
-    }
-    return shape.size();
+
+ private:
+    static constexpr std::size_t kClose = 16;
+
+    const Shape& shape_;
+    std::size_t last_ = 0;
+    std::unordered_map<std::string_view, std::size_t> index_;
+};
+
+// Takes the values of `spec` out of `room`; false when it is too small.
+bool TakeRoom(const VariableSpec& spec, std::size_t& room) {
+    const std::size_t count = std::max<std::size_t>(ElementCount(spec), 1);
+    if (count > room) return false;
+    room -= count;
+    return true;
 }
 
 void WriteValue(JsonText& text, const VariableSpec& spec, const ValueData& value) {
@@ -190,17 +220,24 @@ bool HasValue(const VariableData& variable) {
 
 }  // namespace
 
-void ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectData& object) {
-    object.variables.reserve(shape.size());
-    for (const SharedSpec& spec : shape) object.variables.push_back({spec, {}});
-    std::size_t place = 0;
+bool ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectData& object,
+                   std::size_t& room) {
+    for (const SharedSpec& spec : shape) {
+        if (!TakeRoom(*spec, room)) return false;
+        object.variables.push_back({spec, {}});
+    }
+    Places places(shape);
     for (const JsonNode* each = node ? node->first : nullptr; each; each = each->next) {
         if (!Expect(tree, *each, JsonNode::Kind::object, "an object")) continue;
-        place = PlaceInShape(shape, *each->key, place);
+        const std::size_t place = places.Find(*each->key);
+        const JsonNode* own = each->Find("spec");
         if (place < shape.size()) {
+            if (own)
+                tree.Report(*own, "the object's shape declares \"" + *each->key + "\" already");
             ReadVariable(tree, *each, object.variables[place]);
-        } else if (const JsonNode* own = each->Find("spec")) {
+        } else if (own) {
             object.variables.push_back({ReadSpec(tree, *own, *each->key), {}});
+            if (!TakeRoom(*object.variables.back().spec, room)) return false;
             ReadVariable(tree, *each, object.variables.back());
         } else {
             tree.Report(*each, "the object's shape has no variable \"" + *each->key + "\"");
@@ -209,6 +246,7 @@ void ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectD
     for (VariableData& variable : object.variables) {
         variable.values.resize(ElementCount(*variable.spec));
     }
+    return true;
 }
 
 bool HasValues(const ObjectData& object) {

@@ -9,8 +9,10 @@
 namespace casehost::json {
 
 // The variables of `shape` in its order, and those that declare themselves where they stand; `node`
-// may be null. Every variable comes out with all its values.
-void ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectData& object);
+// may be null. Every variable comes out with all its values. `room` is the number of values that
+// may still be made; false, and nothing of use in `object`, when these are more.
+bool ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectData& object,
+                   std::size_t& room);
 
 // Whether any variable has a value or a state to write.
 bool HasValues(const ObjectData& object);

@@ -57,11 +57,36 @@ TEST(CaseReading, ProblemsNameFileLineAndPath) {
          "plant.json:6: /flowsheet/objects/0/variables/X: the object's shape has no variable "
          "\"X\""},
         {WithVariable(R"("T": {"value": NaN})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
+         "plant.json:6: /flowsheet/objects/0/variables/T: syntax error while parsing value - "
+         "invalid "
+         "literal; last read: '\"value\": N'; expected a text in quotes, a finite number, true, "
+         "false, null, [ or {"},
         {WithVariable(R"("T": {"value": Infinity})"),
          "plant.json:6: /flowsheet/objects/0/variables/T: syntax error"},
         {WithVariable(R"("T": {"value": 1e999})"),
-         "plant.json:6: /flowsheet/objects/0/variables/T: number overflow"},
+         "plant.json:6: /flowsheet/objects/0/variables/T: number overflow parsing '1e999'; "
+         "expected "
+         "a number of double precision"},
+        {WithVariable("\"T\": {\"value\": " + std::string(100'000, '9') + "}"),
+         "plant.json:6: /flowsheet/objects/0/variables/T: number overflow parsing "
+         "'9999999999999999999999999999999999999999999999999999999; expected a number of double "
+         "precision"},
+        {WithVariable(R"("P": {"spec": {"quantity": "Pressure"}, "value": 1e308, "unit": "bar"})"),
+         "plant.json:6: /flowsheet/objects/0/variables/P/value: the value is too large for a "
+         "number "
+         "in kPa"},
+        {WithVariable(R"("T": {"spec": {"quantity": "Pressure"}, "value": 1})"),
+         "plant.json:6: /flowsheet/objects/0/variables/T/spec: the object's shape declares \"T\" "
+         "already"},
+        {WithVariable(R"("Notes": {"value": "a\u0000b"})"),
+         "plant.json:6: /flowsheet/objects/0/variables/Notes/value: a text with a NUL in it; "
+         "expected one without"},
+        {WithVariable(R"("T\u0000": {"value": 1})"),
+         "plant.json:6: /flowsheet/objects/0/variables: a text with a NUL in it; expected one "
+         "without"},
+        {WithObjects("") + '\0', "plant.json:6: a NUL byte; expected the end of the text"},
+        {WithObjects("") + '\n' + '\0' + "{}",
+         "plant.json:7: a NUL byte; expected the end of the text"},
         {WithVariable(R"("T": {"valu": 1})"),
          "plant.json:6: /flowsheet/objects/0/variables/T/valu: unknown member \"valu\""},
         {WithObjects(R"({"name": "A", "type": "X"},
@@ -231,6 +256,23 @@ TEST(CaseReading, CountsAreBounded) {
               "big.json:2: /shapes/S/X/dimensions: more than 1000000 elements");
 }
 
+// A shape makes values for each object that has it, so that a short text could fill any memory.
+TEST(CaseReading, ValuesOfAllObjectsAreBounded) {
+    std::string shape;
+    for (int i = 0; i < 21; ++i) {
+        shape += (i == 0 ? "\"" : ", \"") + std::to_string(i) +
+                 "\": {\"dimensions\": [{\"count\": 1000000}]}";
+    }
+    const ReadResult result = ReadCaseText("big.json", R"({"format": "casehost case", "version": 1,
+        "shapes": {"S": {)" + shape + R"(}}, "flowsheet": {"objects": [
+        {"name": "A", "type": "MixerOpObject", "shape": "S"},
+        {"name": "B", "type": "MixerOpObject", "shape": "S"}]}})");
+    ASSERT_EQ(result.data, nullptr);
+    ASSERT_EQ(result.problems.size(), 1u);
+    EXPECT_EQ(result.problems[0].Text(),
+              "big.json:3: /flowsheet/objects/0: more than 20000000 values in the case");
+}
+
 TEST(CaseReading, NumbersMayBeSharedByVariablesOfDifferentKinds) {
     Read(WithShape(R"("A": {"number": 7}, "B": {"number": 7, "kind": "text"}, "C": {}, "D": {})"));
 }
@@ -272,6 +314,28 @@ TEST(CaseReading, VariablesStandInAnyOrder) {
     EXPECT_EQ(variables[3].values.at(0), ValueData());
     EXPECT_EQ(variables[4].values.at(0).text, "n");
     EXPECT_EQ(variables[5].values.at(0).number, 2);
+}
+
+TEST(CaseReading, VariablesFarFromTheirPlaceAreFound) {
+    constexpr int kCount = 100;
+    std::string shape;
+    std::string values;
+    for (int i = 0; i < kCount; ++i) {
+        shape += (i == 0 ? "\"" : ", \"") + std::to_string(i) + "\": {}";
+        const std::string name = std::to_string(i * 37 % kCount);
+        values += (i == 0 ? "\"" : ", \"") + name + "\": {\"value\": " + name + "}";
+    }
+    const CaseData data = Read(R"({"format": "casehost case", "version": 1,
+        "shapes": {"S": {)" + shape +
+                               R"(}}, "flowsheet": {"objects": [
+        {"name": "A", "type": "MixerOpObject", "shape": "S", "variables": {)" +
+                               values + "}}]}}");
+    const std::vector<VariableData>& variables = data.main.objects.at(0).variables;
+    ASSERT_EQ(variables.size(), std::size_t{kCount});
+    for (int i = 0; i < kCount; ++i) {
+        EXPECT_EQ(variables[i].spec->name, std::to_string(i));
+        EXPECT_EQ(variables[i].values.at(0).number, i) << variables[i].spec->name;
+    }
 }
 
 // The text depends on the data alone, not on which objects share a description.

@@ -55,11 +55,31 @@ TEST_F(Saving, TakesNamesWithoutAFolder) {
     EXPECT_EQ(Found(), Names{"plant.json"});
 }
 
-TEST_F(Saving, ShorterCaseLeavesNothingOfALongerUnfinishedFile) {
-    folder_.Write("plant.json.part", std::string(1'000'000, 'x'));
+// They are of others, or of one who is saving to the same file just now.
+TEST_F(Saving, FilesThatStandBesideTheTargetStay) {
+    const std::string longer(1'000'000, 'x');
+    folder_.Write("plant.json.part", longer);
+    std::filesystem::create_directory(folder_.File("plant.json.1.part"));
+    folder_.Write("plant.json.2.part", kOld);
     ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
     EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
-    EXPECT_EQ(Found(), Names{"plant.json"});
+    EXPECT_EQ(folder_.Read("plant.json.part"), longer);
+    EXPECT_EQ(folder_.Read("plant.json.2.part"), kOld);
+    EXPECT_EQ(Found(),
+              (Names{"plant.json", "plant.json.1.part", "plant.json.2.part", "plant.json.part"}));
+}
+
+TEST_F(Saving, EndsWhenEveryNameBesideTheTargetIsTaken) {
+    folder_.Write("plant.json", kOld);
+    for (int i = 0; i < 100; ++i) {
+        folder_.Write("plant.json" + (i == 0 ? "" : "." + std::to_string(i)) + ".part", kOld);
+    }
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.problem.Text().find("plant.json: can't be written: "), std::string::npos)
+        << result.problem.Text();
+    EXPECT_EQ(folder_.Read("plant.json"), kOld);
+    EXPECT_EQ(Found().size(), 101u);
 }
 
 TEST_F(Saving, FolderInTheWayOfTheTargetStays) {
@@ -74,15 +94,11 @@ TEST_F(Saving, FolderInTheWayOfTheTargetStays) {
 }
 
 TEST_F(Saving, FileThatCanNotBeBegunChangesNothing) {
-    folder_.Write("plant.json", kOld);
-    std::filesystem::create_directory(folder_.File("plant.json.part"));
-    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("missing/plant.json"));
     EXPECT_FALSE(result);
     EXPECT_NE(result.problem.Text().find("plant.json: can't be written: "), std::string::npos)
         << result.problem.Text();
-    EXPECT_EQ(folder_.Read("plant.json"), kOld);
-    EXPECT_EQ(Found(), (Names{"plant.json", "plant.json.part"})) << "the folder is not ours";
-    EXPECT_FALSE(WriteCaseFile(test::SmallCase(), folder_.File("missing/plant.json")));
+    EXPECT_EQ(Found(), Names{});
 }
 
 TEST_F(Saving, CaseKeepsItsNameWhenSavingElsewhereFails) {
@@ -147,9 +163,10 @@ TEST_F(Saving, LinkInTheWayOfTheUnfinishedFileIsNotFollowed) {
     folder_.Write("plant.json", kOld);
     folder_.Write("other.txt", kOld);
     std::filesystem::create_symlink("other.txt", folder_.File("plant.json.part"));
-    EXPECT_FALSE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
-    EXPECT_EQ(folder_.Read("plant.json"), kOld);
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
     EXPECT_EQ(folder_.Read("other.txt"), kOld);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.File("plant.json.part")));
 }
 
 TEST_F(Saving, DiskThatFillsUpMidwayLeavesTheOldFile) {

@@ -152,6 +152,23 @@ std::vector<Fault> Faults() {
         {"edge to no port",
          edited("AttachedToConnIndex=\"0\"", "AttachedToConnIndex=\"x\""),
          {"expected a number, found 'x'"}},
+        {"edge to a port below zero",
+         edited("AttachedToConnIndex=\"0\"", "AttachedToConnIndex=\"-1\""),
+         {"OutputConnectors/Connector: the inlet has the number -1; expected a whole number from 0 "
+          "to 99999"}},
+        {"edge between two ports",
+         edited("AttachedToConnIndex=\"0\"", "AttachedToConnIndex=\"0.5\""),
+         {"the inlet has the number 0.5"}},
+        {"edge to a port beyond all",
+         edited("AttachedToConnIndex=\"0\"", "AttachedToConnIndex=\"100000\""),
+         {"the inlet has the number 100000"}},
+        {"two streams at one port",
+         edited("<Tag>product</Tag><Status>Calculated</Status>\n<OutputConnectors><Connector "
+                "IsAttached=\"false\"/>",
+                "<Tag>product</Tag><Status>Calculated</Status>\n<OutputConnectors><Connector "
+                "IsAttached=\"true\" AttachedToObjID=\"h1\" AttachedToConnIndex=\"0\"/>"),
+         {"OutputConnectors/Connector: 'product' and 'feed' are at one port of 'H'; expected one "
+          "stream at a port"}},
         {"stream without phases",
          edited("<ID>0</ID>", "<ID>5</ID>"),
          {"SimulationObject: the stream has no phases", "Phase of ID 0"}},

@@ -50,6 +50,13 @@ class Usage(ProgramTest):
                 self.assertIn("Usage: fixtop", result.err)
                 self.assertTrue(result.err.endswith("More with --help.\n"), result)
 
+    def test_depth_is_a_whole_number(self):
+        for depth in ("-1", "x", "1e400", "2147483648"):
+            with self.subTest(depth):
+                result = self.check(run("tree", "demo", "--depth", depth), USAGE, out="")
+                self.assertIn("--depth", result.err)
+                self.assertLess(len(result.err), 200, "no limit of two hundred digits")
+
 
 class Unreadable(ProgramTest):
     def names_the_file(self, path, *more):

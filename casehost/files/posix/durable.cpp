@@ -50,7 +50,7 @@ class Descriptor {
 
 std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
                              const std::filesystem::path& like) {
-    constexpr int kHow = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
+    constexpr int kHow = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
     Descriptor file(open(path.c_str(), kHow, 0666));
     if (!file.IsOpen()) return LastError();
     file.TakePermissionsOf(like);

@@ -29,9 +29,12 @@ std::error_code Write(HANDLE file, std::string_view text) {
 // Permissions come from the folder.
 std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
                              const std::filesystem::path&) {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return LastError();
+    if (file == INVALID_HANDLE_VALUE) {
+        const bool taken = GetLastError() == ERROR_FILE_EXISTS;
+        return taken ? std::make_error_code(std::errc::file_exists) : LastError();
+    }
     const std::error_code error = Write(file, text);
     CloseHandle(file);
     if (error) DeleteFileW(path.c_str());

@@ -3,10 +3,10 @@
 // Case files of our own: JSON, described in docs/case-format.md and schema/case.schema.json.
 //
 // Reading is strict: whatever is not as the format says is a problem that names file, line and JSON
-// path, and no case comes out. Writing loses nothing and is atomic: a file beside the target is
+// path, and no case comes out. Writing loses nothing and is atomic: a new file beside the target is
 // written, and takes the target's place and its permissions once the disk has it. A file that may
 // not be written is not replaced. A save that fails leaves the old file as it was and nothing
-// beside it.
+// beside it. Of several that save to one file at a time the last one wins.
 
 #include <string>
 #include <string_view>
@@ -19,6 +19,7 @@ namespace casehost {
 inline constexpr std::size_t kMaxCaseFileBytes = std::size_t{512} << 20;
 inline constexpr std::size_t kMaxCaseObjects = 1'000'000;
 inline constexpr std::size_t kMaxArrayElements = 1'000'000;  // of one variable
+inline constexpr std::size_t kMaxCaseValues = 20'000'000;    // of all variables of all objects
 
 ReadResult ReadCaseFile(const std::string& path);
 // `file` stands in messages.

@@ -10,7 +10,7 @@ class Tree final : public NodeWord {
     void Declare(CLI::App& app) override {
         DeclareNode(app, "Node; the present one when it is left out");
         app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
-            ->check(CLI::NonNegativeNumber);
+            ->check(CLI::Range(0, std::numeric_limits<int>::max(), "NONNEGATIVE"));
         app.add_flag("--attachments", attachments_, "Go on below attachments");
         app.add_flag("--all", all_, "All elements of long arrays");
     }
