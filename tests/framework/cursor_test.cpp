@@ -416,6 +416,10 @@ TEST(Unshare, copies_a_cursor_that_more_than_two_hold) {
         Unshare(cursor);
         EXPECT_EQ(holders > 2, cursor.Get() != before) << holders << " holders";
         EXPECT_EQ(seeks + (holders > 1 ? 1 : 0), SeekCount(row)) << holders << " holders";
+        if (others.empty()) continue;
+        const int left = holders > 2 ? holders - 1 : holders;
+        EXPECT_EQ(left + 1, others[0]->AddRef()) << holders << " holders";
+        others[0]->Release();
     }
 }
 

@@ -1,9 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "framework/empties.h"
 #include "framework/entry.h"
+#include "framework/small_object.h"
 #include "framework/var_map.h"
 #include "support/scripted_tree.h"
 
@@ -188,6 +194,40 @@ TEST(VarMap, numbers_and_texts_are_different_names) {
     map.Set(FIValue::OfInt(1), Text("number"));
     EXPECT_EQ("text", map.Find(Text("1"))->ToText());
     EXPECT_EQ("number", map.Find(FIValue::OfReal(1.0))->ToText());
+}
+
+template <std::size_t size>
+struct Block final : SmallObject {
+    unsigned char bytes[size];
+};
+
+// More of them than are kept for later, each with bytes of its own, and the same again.
+template <std::size_t size>
+void MakeAndDropBlocks() {
+    for (int round = 0; round < 2; ++round) {
+        std::vector<std::unique_ptr<Block<size>>> blocks;
+        for (std::size_t i = 0; i < SmallObject::kKeptBlocks + 44; ++i) {
+            blocks.push_back(std::make_unique<Block<size>>());
+            std::memset(blocks[i]->bytes, static_cast<int>(i % 251), size);
+        }
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            const auto own = static_cast<unsigned char>(i % 251);
+            const auto count = std::count(blocks[i]->bytes, blocks[i]->bytes + size, own);
+            ASSERT_EQ(size, static_cast<std::size_t>(count)) << "block " << i;
+        }
+    }
+}
+
+TEST(SmallObjects, of_every_size_have_memory_of_their_own) {
+    MakeAndDropBlocks<1>();
+    MakeAndDropBlocks<31>();
+    MakeAndDropBlocks<32>();
+    MakeAndDropBlocks<33>();
+    MakeAndDropBlocks<64>();
+    MakeAndDropBlocks<511>();
+    MakeAndDropBlocks<512>();
+    MakeAndDropBlocks<513>();
+    MakeAndDropBlocks<4096>();
 }
 
 }  // namespace

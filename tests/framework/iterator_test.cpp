@@ -261,6 +261,25 @@ TEST_F(Iterator, copies_have_their_own_present_variables_and_share_those_above) 
     EXPECT_EQ("at root", VarOf(*copy, "late"));
 }
 
+TEST_F(Iterator, own_variables_no_longer_follow_the_source_from_their_level_on) {
+    it_->SetVarText("r", "at root");
+    ASSERT_TRUE(it_->Down(1));
+    it_->SetVarText("v", "at b");
+    ASSERT_TRUE(it_->DownFirst());
+    ASSERT_TRUE(it_->DownFirst());
+    const auto copy = Ref<FIIterator>::Adopt(it_->Copy());
+    copy->OwnVariables(1);
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("w", "at x");
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("v", "changed");
+    ASSERT_TRUE(it_->Up());
+    it_->SetVarText("r", "changed");
+    EXPECT_EQ("at b", VarOf(*copy, "v"));
+    EXPECT_EQ("(none)", VarOf(*copy, "w"));
+    EXPECT_EQ("changed", VarOf(*copy, "r"));
+}
+
 TEST_F(Iterator, variables_are_dumped_from_the_root_without_those_shadowed) {
     it_->SetVarText("v", "hidden");
     it_->SetVarText("longname", FIValue::OfReal(1.5));
@@ -457,6 +476,41 @@ TEST(Descent, an_element_without_a_node_is_not_entered) {
     EXPECT_EQ(0, it->Depth());
     EXPECT_EQ(lowest.Get(), it->EntryAt(0));
     EXPECT_EQ("kept", VarOf(*it, "v"));
+}
+
+// A family that keeps one cursor and hands out that.
+class KeptCursorContext final : public CountedFromZero<FIContext> {
+ public:
+    explicit KeptCursorContext(const Ref<FICursorBase>& kept) : kept_(kept) {}
+    FICursorBase* MakeCursor(int) override { return kept_.Counted(); }
+
+ private:
+    Ref<FICursorBase> kept_;
+};
+
+class KeptCursorEntry final : public CountedFromZero<FIEntry> {
+ public:
+    explicit KeptCursorEntry(const Ref<FICursorBase>& kept) : kept_(kept) {}
+    void GetName(FIValue& out) override { out.SetText("keeper"); }
+    void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
+    FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }
+    FIContext* GetContext() override { return HandOut(new KeptCursorContext(kept_)); }
+
+ private:
+    Ref<FICursorBase> kept_;
+};
+
+TEST(Descent, a_cursor_that_others_hold_is_not_moved) {
+    ScriptNode list("list");
+    for (const char* name : {"a", "b", "c"}) list.Add(name);
+    const Ref<FICursorBase> kept = list.Children();
+    const auto keeper = Ref<FIEntry>::Share(new KeptCursorEntry(kept));
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(keeper.Get(), false));
+    ASSERT_TRUE(it->Down(2));
+    EXPECT_EQ("c", NameOf(*it));
+    FIValue key;
+    kept->GetKey(key);
+    EXPECT_EQ("a", key.ToText());
 }
 
 TEST(IteratorGraph, only_cursors_of_one_class_are_a_repeat) {
@@ -681,6 +735,37 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
 }
 
+TEST_F(Iterator, array_indices_behind_a_key_count_children) {
+    ScriptNode& dotted = root_.Add("b.x");
+    for (const char* name : {"p", "q"}) dotted.Add(name);
+    root_.Add("b.2");
+    root_.key_value = [](const char* path, FIValue& out, const char** rest) {
+        out.SetText(path);
+        *rest = "";
+    };
+    struct Case {
+        const char* key;
+        const char* path;
+    };
+    const Case cases[] = {
+        {"b.#1", "Root.b.y"},
+        {"b.x.#0", "Root.\"b.x\".p"},
+        {"b.x.#1", "Root.\"b.x\".q"},
+        {"b.#0.#0", "Root.b.x.deep"},
+        {"#1", "Root.b"},
+        {"b.2", "Root.\"b.2\""},
+        // An index is of digits alone and stands behind a dot.
+        {"b.x.#x1", "Root.b.x.deep"},
+        {"b.x#1", nullptr},
+        {"b.x.#2", nullptr},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.key);
+        const auto opened = Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text(each.key)));
+        EXPECT_EQ(each.path ? each.path : "(none)", opened ? PathOf(*opened) : "(none)");
+    }
+}
+
 class Freezing : public Iterator {};
 
 TEST_F(Freezing, position_is_found_again_after_the_lists_were_rebuilt) {
@@ -702,6 +787,13 @@ TEST_F(Freezing, position_is_found_again_after_the_lists_were_rebuilt) {
     EXPECT_EQ("kept", VarOf(*it_, "v"));
     EXPECT_TRUE(it_->Prev());
     EXPECT_EQ("Root.b.x.other", PathOf(*it_));
+    // The levels above are the new ones as well.
+    twin.Set("value", "new b");
+    EXPECT_TRUE(it_->Up());
+    EXPECT_TRUE(it_->Up());
+    EXPECT_EQ("Root.b", PathOf(*it_));
+    EXPECT_EQ("new b", ReadOf(*it_, "value"));
+    EXPECT_FALSE(it_->Next()) << "among the children that the root has now";
 }
 
 TEST_F(Freezing, fails_and_keeps_the_saved_position_when_a_node_is_gone) {
@@ -737,6 +829,20 @@ TEST_F(Freezing, finds_children_by_name_key_and_index) {
         EXPECT_EQ(each.found, it->Thaw());
         EXPECT_EQ("Root.b", PathOf(*it));
     }
+}
+
+TEST_F(Freezing, of_siblings_with_one_key_the_saved_node_alone_is_found) {
+    for (ScriptNode* each : {&a_, &b_, &c_}) each->key = Text("one key");
+    ASSERT_TRUE(it_->Down(1));
+    it_->Freeze();
+    EXPECT_TRUE(it_->Thaw());
+    EXPECT_EQ("Root.b", PathOf(*it_));
+    it_->Freeze();
+    root_.RemoveChild("b");
+    EXPECT_FALSE(it_->Thaw()) << "the two that are left are others";
+    root_.RemoveChild("a");
+    EXPECT_TRUE(it_->Thaw()) << "one that stands alone has been renamed";
+    EXPECT_EQ("Root.c", PathOf(*it_));
 }
 
 TEST_F(Freezing, without_frames_is_trivial) {
@@ -787,6 +893,12 @@ TEST_F(Freezing, elements_know_their_parents_and_keys) {
     EXPECT_EQ(elements[0].get(), elements[1]->Parent());
     EXPECT_EQ("b", elements[1]->Key().ToText());
     EXPECT_EQ("x", elements[2]->Key().ToText());
+    Ref<FICursorBase> cursor = root_.Children();
+    Ref<FIEntry> entry = root_.Entry();
+    EXPECT_FALSE(elements[0]->Resolve(*root_.Entry(), cursor, entry))
+        << "nothing leads to the root";
+    EXPECT_FALSE(cursor);
+    EXPECT_FALSE(entry);
     const auto alone = it_->MakeElement();
     EXPECT_EQ("x", alone->Key().ToText());
     EXPECT_EQ(nullptr, alone->Parent());

@@ -430,8 +430,12 @@ TEST_F(Reference, deletion_calls_those_who_wait_for_it_and_for_values) {
     std::string seen;
     deletion.act = [&] { seen = Read(*reference, "value"); };
     value.act = [&] { EXPECT_EQ(1u, deletion.kinds.size()) << "those before these"; };
+    const auto subscriptions = node_.subscriptions;
     node_.Notify(kNodeDeleted);
     deletion.act = nullptr;
+    for (const auto& each : subscriptions) {
+        if (each.kind == kNodeDeleted) each.callback(each.owner, kNodeDeleted);
+    }
     EXPECT_EQ((Kinds{1}), deletion.kinds);
     EXPECT_EQ((Kinds{1}), value.kinds);
     EXPECT_TRUE(structure.kinds.empty());
@@ -439,6 +443,25 @@ TEST_F(Reference, deletion_calls_those_who_wait_for_it_and_for_values) {
     reference.Reset();
     EXPECT_EQ((Kinds{1, 1}), deletion.kinds) << "the end of the reference is told as well";
     EXPECT_EQ((Kinds{1}), value.kinds);
+}
+
+TEST_F(Reference, while_it_ends_changes_are_told_to_nobody) {
+    LetNotify(false, true, true);
+    Client value;
+    Client structure;
+    auto reference = Ref<FIReference>::Adopt(Make());
+    ASSERT_TRUE(reference->Subscribe(&value, kValueChanged, &Client::Told));
+    ASSERT_TRUE(reference->Subscribe(&structure, kStructureChanged, &Client::Told));
+    int left = 0;
+    node_.on_unsubscribe = [&](int) {
+        ++left;
+        node_.Notify(kValueChanged);
+        node_.Notify(kStructureChanged);
+    };
+    reference.Reset();
+    EXPECT_EQ(3, left) << "deletion, value and structure";
+    EXPECT_TRUE(value.kinds.empty());
+    EXPECT_TRUE(structure.kinds.empty());
 }
 
 TEST_F(Reference, released_inside_a_callback_it_lives_until_the_round_ends) {
@@ -561,6 +584,31 @@ TEST_F(Reference, copies_start_in_the_others_state) {
     const auto deleted = Ref<FIReference>::Adopt(new FIReference(*reference));
     EXPECT_EQ("Node deleted", Read(*deleted, "value"));
     EXPECT_EQ("20", Read(*live, "value"));
+}
+
+TEST_F(Reference, unbound_copies_stand_where_the_other_does_and_listen_to_nobody) {
+    ScriptNode twin("temperature");
+    twin.Set("value", "30");
+    LetNotify(false, true, true);
+    const auto reference = Ref<FIReference>::Adopt(Make());
+    const auto copy = reference->UnboundCopy();
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(1, CountKind(node_, kNodeDeleted)) << "that of the other";
+    ASSERT_TRUE(copy->GetIterator()->Up());
+    FIValue name;
+    copy->UnboundCopy()->GetName(name);
+    EXPECT_EQ("unit", name.ToText()) << "an unbound one is copied where it stands";
+    reference->GetName(name);
+    EXPECT_EQ("temperature", name.ToText()) << "the position is shared with nobody";
+
+    reference->MarkStale();
+    unit_.RemoveChild("temperature");
+    unit_.Link(twin);
+    const auto found = reference->UnboundCopy();
+    ASSERT_TRUE(found);
+    EXPECT_EQ("30", Read(*found, "value")) << "a stale one finds its node first";
+    reference->OnDeleted();
+    EXPECT_FALSE(reference->UnboundCopy());
 }
 
 TEST_F(Reference, makes_an_element_on_its_node) {

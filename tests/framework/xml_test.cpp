@@ -59,6 +59,15 @@ TEST(XmlText, writes_what_xml_can_hold) {
          "C",
          "20 ?C"},
         {"\xC2", "?"},
+        // The first and the last character of each length, and the bytes just outside.
+        {"\xC2\x80\xDF\xBF", "\xC2\x80\xDF\xBF"},
+        {"\xE0\xA0\x80\xEF\xBF\xBD", "\xE0\xA0\x80\xEF\xBF\xBD"},
+        {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+        {"\xC1\xBF", "??"},
+        {"\xE0\x9F\xBF", "???"},
+        {"\xF0\x8F\xBF\xBF", "????"},
+        {"\xED\x9F\xBF\xEE\x80\x80", "\xED\x9F\xBF\xEE\x80\x80"},
+        {"\xED\xBF\xBF", "???"},
         {"\xC0\xAF", "??"},
         {"\xED\xA0\x80", "???"},
         {"\xF4\x90\x80\x80", "????"},
@@ -133,6 +142,17 @@ TEST_F(XmlDump, writes_attributes_alone) {
     ASSERT_TRUE(it->DownFirst());
     it->DumpAttributes(out);
     EXPECT_EQ("value=\"1.5\" uom=\"kg\"", out.ToText());
+}
+
+TEST_F(XmlDump, gives_the_var_set_of_the_entry_back) {
+    const Ref<FIEntry> entry = root_.children[0]->Entry();
+    const auto owner = root_.Iterate();
+    entry->SetVarSet(owner->GetVarSet());
+    const auto it = Ref<FIIterator>::Adopt(new FIIterator(entry.Get(), false));
+    FIValue out;
+    it->DumpAttributes(out);
+    EXPECT_EQ("value=\"1.5\" uom=\"kg\"", out.ToText());
+    EXPECT_EQ(owner->GetVarSet(), entry->GetVarSet());
 }
 
 TEST_F(XmlDump, below_the_root_it_begins_without_indent_and_stays) {

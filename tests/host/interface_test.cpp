@@ -130,6 +130,11 @@ TEST(HostDescription, the_last_part_names_the_variable) {
     EXPECT_EQ(-32767.0, host::TheEmptyVarDesc.MaxValue());
     EXPECT_EQ(-32767.0, host::TheEmptyVarDesc.MinValue());
     EXPECT_EQ(0, host::TheEmptyVarDesc.Number());
+    EXPECT_EQ(0, host::TheEmptyVarDesc.Type());
+    EXPECT_EQ(0, host::TheEmptyVarDesc.Kind());
+    EXPECT_EQ(0u, host::TheEmptyVarDesc.HostWord());
+    EXPECT_FALSE(host::TheEmptyVarDesc.NextNotFollowed());
+    EXPECT_FALSE(host::TheEmptyVarDesc.ChainEnds());
 }
 
 TEST(HostDescription, offsets_fill_the_brackets_of_the_copy_alone) {
@@ -150,8 +155,10 @@ TEST(HostDescription, offsets_fill_the_brackets_of_the_copy_alone) {
     EXPECT_EQ(8, element.GetVariablePart()->Offset(1));
     EXPECT_EQ(6, element.GetVariablePart()->ReplacedOffset(1));
     EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->Offset(0));
-    EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->Offset(3));
-    EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->ReplacedOffset(-1));
+    for (int outside : {-1, 3}) {
+        EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->Offset(outside));
+        EXPECT_EQ(VarDescription::kNoOffset, array.GetVariablePart()->ReplacedOffset(outside));
+    }
 }
 
 TEST(HostDescription, equality_counts_parts_and_offsets) {

@@ -101,6 +101,31 @@ TEST_F(Objects, utilities_of_the_case_are_shown_whatever_they_are) {
     EXPECT_EQ(Names({"Envelope", "stream", "operation"}), ChildNames(*context));
 }
 
+TEST_F(Objects, search_in_both_lists_of_utilities_begins_where_told) {
+    for (const char* name : {"A", "B"}) host.main.Add(name, host.utility);
+    scripted::List utilities;
+    host.simulation_case.utilities = &utilities;
+    scripted::Plain more[2];
+    for (int i = 0; i < 2; ++i) {
+        more[i].name = host::Text(i == 0 ? "A" : "C");
+        more[i].type = &host.utility;
+        utilities.Add(static_cast<host::Viewable*>(&more[i]));
+    }
+    auto context = List(HFSOContext::kUtilities);
+    auto cursor = ChildrenOf(*context);
+    auto first = ChildrenOf(*context);
+    ASSERT_TRUE(cursor->SeekName(kFromFirst, "C"));
+    for (int origin : {kFromFirst, kFromEnd}) {
+        ASSERT_TRUE(cursor->SeekName(kFromFirst, "C"));
+        EXPECT_TRUE(cursor->SeekName(origin, "A")) << origin;
+        EXPECT_EQ(0, cursor->Compare(*first)) << "the first of two, from " << origin;
+    }
+    ASSERT_TRUE(cursor->SeekName(kFromFirst, "B"));
+    ASSERT_TRUE(cursor->SeekName(kFromPresent, "A")) << "that of the second list";
+    EXPECT_EQ(1, cursor->Compare(*first));
+    EXPECT_FALSE(cursor->SeekName(kFromPresent, "B")) << "it stands in the first list";
+}
+
 TEST_F(Objects, reactions_are_listed_by_number) {
     scripted::Basis basis;
     scripted::Reactions manager;
@@ -569,6 +594,7 @@ TEST_F(Objects, host_paths_name_objects) {
                              {"(Feed 3/x", "(NULL)|(Feed 3/x"},
                              {"", "(NULL)|"},
                              {"(", "(NULL)|("},
+                             {nullptr, "(NULL)|(null)"},
                          });
     auto operations = List(HFSOContext::kUnitOps);
     EXPECT_EQ("T-100|FlowSht.1/x", KeyAndRest(*operations, "(T-100/FlowSht.1/x"));

@@ -532,7 +532,7 @@ TEST_F(Solvers, the_identity_and_the_marshaling_interface_are_answered) {
     auto notify = HSolverNotify::ForCase(&of_other);
     void* out = this;
     for (const unsigned char* id : {other, static_cast<const unsigned char*>(nullptr)}) {
-        EXPECT_LT(notify->QueryInterface(id, &out), 0);
+        EXPECT_EQ(-2147467262, notify->QueryInterface(id, &out)) << "0x80004002";
         EXPECT_EQ(nullptr, out);
     }
     EXPECT_EQ(0, notify->QueryInterface(identity, &out));

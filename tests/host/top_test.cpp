@@ -325,6 +325,7 @@ TEST_F(Tops, a_document_without_a_case_answers_nothing) {
     EXPECT_FALSE(document.Save());
     EXPECT_FALSE(document.SaveAs("x"));
     host.has_session = false;
+    out = FIValue("left over");
     document.SessionText(out);
     EXPECT_EQ("(NULL)", Shown(out));
 }

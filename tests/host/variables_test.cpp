@@ -3,6 +3,7 @@
 #include "framework/empties.h"
 #include "framework/fi_iterator.h"
 #include "host/h_vars_entry.h"
+#include "host/h_vars_values.h"
 #include "host/moniker_match.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
@@ -113,6 +114,23 @@ TEST_F(Variables, table_has_34_rows) {
                                "attachments", "skipcorrelations", "skipattachments"}),
               AllRows<HVarsEntry>());
     EXPECT_EQ(34u, HVarsEntry::AttributeRows().size());
+}
+
+TEST_F(Variables, units_are_none_while_no_host_is_installed) {
+    TestVarSet vars;
+    FIValue value = FIValue::OfReal(2.5);
+    FIValue out("left over");
+    host::SetInstalledServices(nullptr);
+    ReadUnitOptions(1, out);
+    EXPECT_EQ("(NULL)", Shown(out));
+    ReadUnit(1, &vars, out);
+    EXPECT_EQ("(NULL)", Shown(out));
+    ToShownUnit(1, &vars, value);
+    ToInternalUnit(1, &vars, value);
+    EXPECT_EQ("REAL 2.5", Shown(value));
+    SetShownUnit(1, &vars, FIValue("C"), out);
+    EXPECT_EQ("Not supported", Shown(out));
+    host::SetInstalledServices(&host);
 }
 
 TEST_F(Variables, a_number_shows_its_rows) {

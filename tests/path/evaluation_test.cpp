@@ -125,6 +125,37 @@ TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
     ExpectWalks(*it_, cases);
 }
 
+TEST_F(PathEvaluation, a_key_behind_a_name_chooses_among_siblings_and_the_path_goes_on) {
+    ScriptNode root("Root");
+    ScriptNode keys[] = {ScriptNode("0"), ScriptNode("1"), ScriptNode("2"), ScriptNode("3")};
+    const char* const texts[] = {"Feed", "Product", "N.1", "Other"};
+    for (int i = 0; i < 4; ++i) {
+        ScriptNode& node = root.Add(i < 3 ? "Stream" : "Operation");
+        node.Set("rank", i).keys = {&keys[i].Set("value", texts[i])};
+        node.Add("Temperature").Set("rank", 10 + i);
+    }
+    const WalkCase cases[] = {
+        {"Stream", "Root.Stream(Feed)", 0},
+        {"Stream(Feed)", "Root.Stream(Feed)", 0},
+        {"Stream(Product)", "Root.Stream(Product)", 1},
+        {"Stream(Feed).Temperature", "Root.Stream(Feed).Temperature", 10},
+        {"Stream(Product).Temperature", "Root.Stream(Product).Temperature", 11},
+        {"Stream(\"N.1\").Temperature", "Root.Stream(\"N.1\").Temperature", 12},
+        {"%v(Product).Temperature", "Root.Stream(Product).Temperature", 11},
+        {"Operation(Other).Temperature", "Root.Operation(Other).Temperature", 13},
+        {"Stream(Other).Temperature", nullptr},
+        {"Stream(Product).Nobody", nullptr},
+        {"Stream.Temperature", "Root.Stream(Feed).Temperature", 10},
+        // What is no key is an attribute, which ends a path.
+        {"Stream(rank)", "Root.Stream(Feed)", 0},
+        {"Stream(rank).Temperature", nullptr},
+        {"Stream.Temperature(rank).Nobody", "Root.Stream(Feed).Temperature", 10},
+    };
+    const auto it = root.Iterate();
+    it->SetVarText("v", "Stream");
+    ExpectWalks(*it, cases);
+}
+
 TEST_F(PathEvaluation, failed_walks_leave_the_iterator_and_its_variables) {
     ASSERT_TRUE(it_->SeekPath(Text("Column.Vessels")));
     it_->SetVarText("v", "kept");

@@ -233,6 +233,9 @@ TEST(PathParser, depth_is_limited) {
         const std::string deep = Repeat(deeper, PathStep::kDepthLimit / levels);
         EXPECT_EQ(Dump(deep), "Parse error, path is too deep in: " + deep);
     }
+    const std::string far = Repeat("[", 500000);
+    EXPECT_TRUE(Dump(far) == "Parse error, path is too deep in: " + far)
+        << "nothing deeper is read";
     const std::string wide = Repeat("[x]", 100000);
     EXPECT_EQ(Dump(wide), "\"\"" + Repeat("&[\"x\"]", 100000))
         << "filters side by side are not deep";

@@ -136,7 +136,7 @@ struct HostPath {
 
 inline void ExpectKeys(FIContext& context, std::initializer_list<HostPath> paths) {
     for (const HostPath& each : paths) {
-        EXPECT_EQ(each.answer, KeyAndRest(context, each.path)) << each.path;
+        EXPECT_EQ(each.answer, KeyAndRest(context, each.path)) << (each.path ? each.path : "null");
     }
 }
 

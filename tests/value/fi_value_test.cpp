@@ -187,6 +187,20 @@ TEST(FIValueCapacity, is_copied_and_never_shrinks) {
     }
 }
 
+TEST(FIValueCapacity, of_a_grown_text_is_that_of_its_copy) {
+    FIValue grown = Text(std::string(20, 'a'));
+    std::string expected(20, 'a');
+    for (int length : {12, 31, 33, 1000, 5000}) {
+        grown.AppendText(std::string(length, 'b').c_str());
+        expected += std::string(length, 'b');
+        FIValue copy(grown);
+        EXPECT_EQ(expected, copy.ToText()) << length;
+        copy.AppendChar('c');
+        EXPECT_EQ(expected + "c", copy.ToText()) << length;
+        EXPECT_EQ(expected, grown.ToText()) << length;
+    }
+}
+
 TEST(FIValueMove, leaves_null_behind) {
     FIValue source = Text(std::string(40, 'x'));
     const char* bytes = source.CStr();
@@ -565,9 +579,10 @@ TEST(FIValueEscapeForAttribute, replaces_three_characters) {
 }
 
 TEST(FIValueStatistics, note_the_largest_capacity) {
-    const FIValue::Statistics before = FIValue::GetStatistics();
     FIValue value = Text(std::string(40, 'x'));
-    const std::size_t length = static_cast<std::size_t>(before.largest_capacity) + 100;
+    const FIValue::Statistics before = FIValue::GetStatistics();
+    // With the NUL it just fits.
+    const std::size_t length = 2 * static_cast<std::size_t>(before.largest_capacity) - 1;
     value.SetText(std::string(length, 'x'));
     const FIValue::Statistics after = FIValue::GetStatistics();
     EXPECT_GT(after.growth_checks, before.growth_checks);
@@ -575,7 +590,8 @@ TEST(FIValueStatistics, note_the_largest_capacity) {
     while (capacity < static_cast<std::int64_t>(length) + 1) capacity *= 2;
     EXPECT_EQ(after.largest_capacity, capacity);
     EXPECT_EQ(after.check_at_largest, after.growth_checks);
-    value.AppendText("y");
+    const FIValue made = Text(std::string(length, 'x'));
+    EXPECT_EQ(FIValue::GetStatistics().largest_capacity, capacity);
     EXPECT_EQ(FIValue::GetStatistics().check_at_largest, after.check_at_largest);
 }
 
