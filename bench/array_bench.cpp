@@ -1,5 +1,4 @@
-// Elements of arrays of 10 to 10,000, and tables of a thousand streams, beside the host's own
-// reads.
+// Elements of arrays of 10 to 10,000 and tables of a thousand streams, beside the host's own reads.
 
 #include <benchmark/benchmark.h>
 

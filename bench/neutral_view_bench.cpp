@@ -184,11 +184,8 @@ const std::vector<bench::RatioRow> kRows = {
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::RatioReporter reporter(kRows);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    reporter.PrintTable();
+    if (const int failed = bench::RunBenchmarks(argc, argv, reporter)) return failed;
     if (const double among_thousand = reporter.Nanoseconds("find_translator", 1000)) {
         std::printf("\nfind_translator: %.2f ns a translator among 1,000\n", among_thousand / 1000);
     }

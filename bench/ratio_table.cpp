@@ -46,4 +46,12 @@ void RatioReporter::PrintTable() const {
     }
 }
 
+int RunBenchmarks(int argc, char** argv, RatioReporter& reporter) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.PrintTable();
+    return 0;
+}
+
 }  // namespace bench

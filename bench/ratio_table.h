@@ -22,7 +22,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     explicit RatioReporter(std::vector<RatioRow> rows) : rows_(std::move(rows)) {}
 
     void ReportRuns(const std::vector<Run>& runs) override;
-    // The table, to be called after the run. Rows without a measured pair are left out.
+    // The table, to be called after the run. A pair that was not measured shows as "-".
     void PrintTable() const;
     // Nanoseconds of one benchmark, 0 when it was not run.
     double Nanoseconds(const std::string& name, int size) const;
@@ -31,5 +31,9 @@ class RatioReporter : public benchmark::ConsoleReporter {
     std::vector<RatioRow> rows_;
     std::map<std::string, double> nanoseconds_;
 };
+
+// Runs the benchmarks that the program's arguments choose and prints the table of their ratios.
+// Answers what the program ends with; `reporter` then has the figures.
+int RunBenchmarks(int argc, char** argv, RatioReporter& reporter);
 
 }  // namespace bench

@@ -308,11 +308,8 @@ void PrintTargets(const bench::RatioReporter& reporter) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::RatioReporter reporter(kRows);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    reporter.PrintTable();
+    if (const int failed = bench::RunBenchmarks(argc, argv, reporter)) return failed;
     PrintTargets(reporter);
     return 0;
 }

@@ -4,19 +4,12 @@
 #include <zip.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "casehost/importer.h"
+#include "check.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 void CheckObject(const casehost::ObjectData& object) {
     for (const casehost::VariableData& variable : object.variables) {

@@ -3,19 +3,13 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "casehost/case_file.h"
 #include "casehost/case_host.h"
+#include "check.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 void CheckRoundTrip(const casehost::CaseData& data) {
     const std::string text = casehost::CaseToText(data);

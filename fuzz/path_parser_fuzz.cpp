@@ -2,22 +2,11 @@
 // description of a success parses to an equal chain.
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "check.h"
 #include "path/tokenizer.h"
 #include "platform/debug_output.h"
-
-namespace {
-
-void Check(bool holds, const char* what, const std::string& text) {
-    if (holds) return;
-    std::fprintf(stderr, "%s: %s\n", what, text.c_str());
-    std::abort();
-}
-
-}  // namespace
 
 // What is dumped is written, not shown: a run of minutes makes gigabytes of it.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {

@@ -1,7 +1,5 @@
 // Unit file text over a small adapter, and questions to what it defines.
 
-#include <cstring>
-
 #include "fuzzed_reader.h"
 #include "model/class_library.h"
 

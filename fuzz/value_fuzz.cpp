@@ -6,23 +6,18 @@
 #include <climits>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <iterator>
 #include <string>
 
+#include "check.h"
 #include "value/fi_value.h"
 
 namespace {
 
 constexpr std::size_t kLongest = 1 << 16;
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "value and model differ: %s\n", what);
-    std::abort();
-}
+constexpr char kDiffer[] = "value and model differ";
 
 struct Model {
     int kind = 0;
@@ -155,18 +150,18 @@ bool Same(double a, double b) {
 }
 
 void CheckEqual(const FIValue& value, const Model& model) {
-    Check(value.Kind() == model.kind, "kind");
+    Check(value.Kind() == model.kind, kDiffer, "kind");
     const std::string text = model.Show();
-    Check(value.ToText() == text, "text");
-    Check(value.Length() == static_cast<int>(text.size()), "length");
-    Check(value.AsInt() == model.AsInt(), "integer");
-    Check(Same(value.AsDouble(), model.AsDouble()), "real");
+    Check(value.ToText() == text, kDiffer, "text");
+    Check(value.Length() == static_cast<int>(text.size()), kDiffer, "length");
+    Check(value.AsInt() == model.AsInt(), kDiffer, "integer");
+    Check(Same(value.AsDouble(), model.AsDouble()), kDiffer, "real");
     const bool number = model.kind == 1 || model.kind == 2;
-    Check(number ? value.CStr() == nullptr : value.CStr() == text, "C text");
+    Check(number ? value.CStr() == nullptr : value.CStr() == text, kDiffer, "C text");
     char buffer[8];
     for (int size : {1, 5, 8}) {
         value.CopyText(buffer, size);
-        Check(text.substr(0, size - 1) == buffer, "copied text");
+        Check(text.substr(0, size - 1) == buffer, kDiffer, "copied text");
     }
 }
 
@@ -257,7 +252,7 @@ const Operation kOperations[] = {
     [](FuzzedDataProvider&, Pair& a, Pair& b) {
         FIValue copy(b.value);
         a.value = std::move(copy);
-        Check(copy.IsNull(), "moved from");
+        Check(copy.IsNull(), kDiffer, "moved from");
         a.model = Model(b.model);
     },
     [](FuzzedDataProvider& data, Pair& a, Pair&) {
@@ -280,7 +275,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
                                                                                              a, b);
         CheckEqual(a.value, a.model);
         CheckEqual(b.value, b.model);
-        Check(Sign(a.value.Compare(b.value)) == Sign(Compared(a.model, b.model)), "comparison");
+        Check(Sign(a.value.Compare(b.value)) == Sign(Compared(a.model, b.model)), kDiffer,
+              "comparison");
         if (a.model.text.size() <= kLongest) continue;
         a.value.Clear();
         a.model = Model{};

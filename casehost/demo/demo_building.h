@@ -3,7 +3,6 @@
 // Makers of variables and objects, as the parts of the built-in case use them.
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "casehost/case_data.h"

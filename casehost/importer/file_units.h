@@ -3,7 +3,6 @@
 // The units in which the numbers of a flowsheet file stand, and their way into the internal units
 // of the case. A number with FileUnit::none stays as it is and has no unit.
 
-#include <cstddef>
 #include <string_view>
 
 #include "casehost/units.h"

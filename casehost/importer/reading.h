@@ -43,11 +43,9 @@ struct Reading {
 // Whether ParseNumber takes the text: a finite number, "NaN" or an infinity as the file writes it.
 // A name such as "nan" or "inf" is none.
 bool IsNumber(std::string_view text);
-// Null for a text that is NaN or infinite. A text that is no number is a problem at `node`, and
-// null.
+// Null for NaN, for an infinite number and, as a problem at `node`, for a text that is no number.
 std::optional<double> ParseNumber(Reading& reading, XmlNode node, std::string_view text);
-// Numbers that are parted by any of the separators, with blanks before them; none for an empty
-// text.
+// Numbers parted by any of the separators, with blanks before them; none for an empty text.
 std::vector<std::optional<double>> ParseNumbers(Reading& reading, XmlNode node,
                                                 std::string_view text, const char* separators);
 // Index of a compound of the case. A name that is none is a problem at `node`, and null.

@@ -3,6 +3,7 @@
 #include <expat.h>
 
 #include <new>
+#include <unordered_map>
 
 #include "problems.h"
 

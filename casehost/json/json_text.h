@@ -1,7 +1,6 @@
 #pragma once
 
-// JsonText: JSON text as case files write it, indented by two, numbers in their shortest exact
-// form.
+// JsonText: JSON as case files write it, indented by two, numbers in their shortest exact form.
 
 #include <string>
 #include <string_view>

@@ -133,8 +133,7 @@ void ShapeNames::Collect(const std::vector<ObjectData>& objects) {
     }
 }
 
-// Equal specs get one number whether they are shared or not, so that the text depends on the data
-// alone.
+// Equal specs get one number, shared or not, so that the text depends on the data alone.
 std::size_t ShapeNames::NumberOf(const VariableSpec& spec) {
     const auto known = spec_numbers_.find(&spec);
     if (known != spec_numbers_.end()) return known->second;

@@ -1,7 +1,6 @@
-#include <algorithm>
 
-#include "live/basis_tree.h"
 #include "live/case.h"
+#include "live/basis_tree.h"
 #include "live/dependents.h"
 
 namespace casehost {

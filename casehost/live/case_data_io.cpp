@@ -88,8 +88,7 @@ void Case::ApplyList(NodeList& list, const std::vector<ObjectData>& results) {
                 const ValueData& value = values[static_cast<std::size_t>(c)];
                 Cell& cell = node.CellAt(row.first_cell + c);
                 const auto state = static_cast<VariableState>(cell.state);
-                // What was calculated before and could not be found now is calculated still, but
-                // empty.
+                // What was calculated before and isn't found now stays calculated, but empty.
                 const bool found = value.state == kCalculated;
                 if (state != kCalculated && !(found && state == VariableState::missing)) continue;
                 cell.number = found ? value.number : kEmpty;

@@ -1,7 +1,7 @@
 #include "process/flowsheet_solver.h"
 
-#include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "process/feed_state.h"
 #include "process/recycle.h"
@@ -141,15 +141,6 @@ bool FlowsheetSolver::Step() {
     }
     if (Finished()) FinishStreams();
     return !Finished();
-}
-
-std::string FlowsheetSolver::Progress() const {
-    if (Finished()) return "";
-    const SolveGroup& group = groups_[next_group_];
-    if (group.tears.empty()) return sheet_.units[group.units[0]].name;
-    int pass = recycle_ ? recycle_->Passes() + 1 : 1;
-    return "recycle through " + sheet_.streams[group.tears[0]].name + ", pass " +
-           std::to_string(pass);
 }
 
 // Streams that a unit makes: solved with it, and then held against what stands specified in them.

@@ -6,13 +6,11 @@
 // Sequential modular: units in the order of FindSolveOrder. A recycle is torn; its tear streams are
 // taken over from pass to pass, every third pass by the bounded secant of J. H. Wegstein (Comm. ACM
 // 1 (6), 1958, p. 9) on each component flow, the pressure and the molar enthalpy. It has converged
-// when no tear variable changes by more than 1e-12 of its scale, or by 1e-10 when it gets no
-// better.
+// when no tear variable changes by more than 1e-12 of its scale, or 1e-10 when it gets no better.
 //
 // What can't be solved gets a status and a text; what depends on it is left unsolved.
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "process/flowsheet.h"
@@ -32,8 +30,6 @@ class FlowsheetSolver {
     bool Step();
     bool Finished() const { return next_group_ == groups_.size(); }
     std::size_t StepsLeft() const { return groups_.size() - next_group_; }  // at least
-    // What the next step works on, "K-100" or "recycle through S-4, pass 3"; empty at the end.
-    std::string Progress() const;
 
  private:
     void SolveFeeds();

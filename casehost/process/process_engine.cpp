@@ -1,6 +1,7 @@
 #include "process/process_engine.h"
 
 #include <algorithm>
+#include <string>
 
 #include "process/results.h"
 
@@ -80,10 +81,6 @@ void ProcessEngine::Cancel() {
     solver_.reset();
     WriteResults(sheet_, &*thermo_);
     last_ = {Progress::failed, "the solve was cancelled"};
-}
-
-std::string ProcessEngine::ProgressText() const {
-    return solver_ ? solver_->Progress() : "";
 }
 
 }  // namespace casehost::process

@@ -9,7 +9,6 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "casehost/solve_engine.h"
 #include "process/flowsheet_solver.h"
@@ -24,8 +23,6 @@ class ProcessEngine : public SolveEngine {
 
     // Gives the solve under way up. What was found so far stands in Results().
     void Cancel();
-    // What the next step works on; empty when nothing is under way.
-    std::string ProgressText() const;
 
  private:
     Outcome Finish();

@@ -20,7 +20,6 @@ class Recycle {
     // One pass through the group. `failed`: a unit has no result or the passes are used up; all
     // results of the group are gone then and the texts say why.
     Outcome Pass();
-    int Passes() const { return passes_; }
 
  private:
     // The variables of one tear stream, each with the size against which a change counts.

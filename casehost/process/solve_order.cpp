@@ -48,34 +48,53 @@ int EntryRank(const Flowsheet& sheet, int unit, const std::vector<int>& group_of
     return (FedFromOutside(sheet, unit, group_of) ? 2 : 0) + (mixer ? 1 : 0);
 }
 
-}  // namespace
+// Which units follow a unit, and which stand before it.
+struct Links {
+    Adjacency next;
+    Adjacency previous;
+};
 
-std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet) {
-    const std::size_t count = sheet.units.size();
-    Adjacency next(count), previous(count);
+Links LinksOf(const Flowsheet& sheet) {
+    Links links{Adjacency(sheet.units.size()), Adjacency(sheet.units.size())};
     for (const StreamNode& stream : sheet.streams) {
         if (stream.maker == kNone || stream.taker == kNone) continue;
-        next[stream.maker].push_back(stream.taker);
-        previous[stream.taker].push_back(stream.maker);
+        links.next[stream.maker].push_back(stream.taker);
+        links.previous[stream.taker].push_back(stream.maker);
     }
+    return links;
+}
+
+// Each group after those that it depends on. The first search goes from the last unit to the first,
+// so that independent parts keep the order of the case.
+std::vector<SolveGroup> FindGroups(const Links& links) {
+    const std::size_t count = links.next.size();
     std::vector<int> leaving;
     std::vector<bool> open(count, true);
-    // From the last unit to the first, so that independent parts keep the order of the case.
     for (std::size_t i = count; i-- > 0;) {
-        AppendPostOrder(next, static_cast<int>(i), open, leaving);
+        AppendPostOrder(links.next, static_cast<int>(i), open, leaving);
     }
     std::vector<SolveGroup> groups;
-    std::vector<int> group_of(count, kNone);
     open.assign(count, true);
     for (std::size_t i = count; i-- > 0;) {
         std::vector<int> members;
-        AppendPostOrder(previous, leaving[i], open, members);
-        if (members.empty()) continue;
-        for (int unit : members) group_of[unit] = static_cast<int>(groups.size());
-        groups.push_back({std::move(members), {}});
+        AppendPostOrder(links.previous, leaving[i], open, members);
+        if (!members.empty()) groups.push_back({std::move(members), {}});
     }
-    std::vector<int> place(count, 0);
-    std::vector<bool> inside(count, false);
+    return groups;
+}
+
+std::vector<int> GroupOfUnits(const std::vector<SolveGroup>& groups, std::size_t count) {
+    std::vector<int> group_of(count, kNone);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        for (int unit : groups[i].units) group_of[unit] = static_cast<int>(i);
+    }
+    return group_of;
+}
+
+// Puts the units of each group into the order of a pass that begins where the group is entered.
+void OrderUnits(const Flowsheet& sheet, const Adjacency& next, const std::vector<int>& group_of,
+                std::vector<SolveGroup>& groups) {
+    std::vector<bool> inside(group_of.size(), false);
     for (SolveGroup& group : groups) {
         std::sort(group.units.begin(), group.units.end());
         int entry = *std::max_element(group.units.begin(), group.units.end(), [&](int a, int b) {
@@ -85,9 +104,15 @@ std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet) {
         group.units.clear();
         AppendPostOrder(next, entry, inside, group.units);
         std::reverse(group.units.begin(), group.units.end());
-        for (std::size_t i = 0; i < group.units.size(); ++i) {
-            place[group.units[i]] = static_cast<int>(i);
-        }
+    }
+}
+
+// The streams within a group that lead back in the order of its pass.
+void FindTears(const Flowsheet& sheet, const std::vector<int>& group_of,
+               std::vector<SolveGroup>& groups) {
+    std::vector<std::size_t> place(group_of.size(), 0);
+    for (const SolveGroup& group : groups) {
+        for (std::size_t i = 0; i < group.units.size(); ++i) place[group.units[i]] = i;
     }
     for (std::size_t i = 0; i < sheet.streams.size(); ++i) {
         const StreamNode& stream = sheet.streams[i];
@@ -97,6 +122,16 @@ std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet) {
             groups[group_of[stream.maker]].tears.push_back(static_cast<int>(i));
         }
     }
+}
+
+}  // namespace
+
+std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet) {
+    const Links links = LinksOf(sheet);
+    std::vector<SolveGroup> groups = FindGroups(links);
+    const std::vector<int> group_of = GroupOfUnits(groups, sheet.units.size());
+    OrderUnits(sheet, links.next, group_of, groups);
+    FindTears(sheet, group_of, groups);
     return groups;
 }
 

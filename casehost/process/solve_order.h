@@ -1,8 +1,7 @@
 #pragma once
 
 // The order in which the units of a flowsheet are solved. Units that depend on each other in a
-// circle form one group; its tear streams are those that the group's order meets before their
-// maker.
+// circle form one group; its tear streams are those that its order meets before their maker.
 
 #include <vector>
 

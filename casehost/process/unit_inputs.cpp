@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "casehost/unit_op_names.h"
-
 namespace casehost::process {
 
 double Given(const UnitInput& input, std::string_view name) {

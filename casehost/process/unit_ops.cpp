@@ -176,8 +176,7 @@ double IsentropicPressure(const Thermo& thermo, const MaterialState& feed, doubl
         return std::pair(to.molar_enthalpy - from.molar_enthalpy - change,
                          to.split.vapour * kGasConstant * to.temperature_K);
     };
-    // The far end of the bracket is sought outwards: far from the feed there may be no state at
-    // all.
+    // The far end of the bracket is sought outwards: far from the feed there may be no state.
     const double sign = change > 0 ? 1 : -1;
     double near_end = std::log(from.pressure_kPa), far_end = near_end;
     for (int doublings = 0; sign * residual(far_end).first < 0; ++doublings) {
@@ -292,8 +291,8 @@ UnitOutput SolveSeparator(const Thermo& thermo, const UnitInput& input) {
     output.energy = whole.HeatFlow() - feed_heat;
     output.products = {PhaseStream(thermo, whole, true), PhaseStream(thermo, whole, false)};
     if (input.products.size() > 2) {
-        output.products.push_back(
-            output.products[1]);  // the heavy liquid: there is one liquid only
+        // The heavy liquid has no flow: there is one liquid only.
+        output.products.push_back(output.products[1]);
         output.products.back().molar_flow = 0;
     }
     output.results[cn::kDuty] = {heated ? output.energy : 0.0};

@@ -8,7 +8,6 @@
 // object; the flowsheet puts the name in front.
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -21,8 +21,7 @@ class ErrorLog {
     void SetFile(const char* name);
     // Answers the former level.
     int SetLevel(int level) noexcept;
-    // Begins the log anew: the file is emptied and gets its header. A null or empty name keeps the
-    // file.
+    // Begins the log anew: the file is emptied and gets its header. A null or empty name keeps it.
     void Open(const char* name);
     // Writes one line, led by a blank, behind the header if the log was not opened yet.
     void Message(const char* text);

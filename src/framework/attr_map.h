@@ -133,14 +133,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
     }
     bool AtBegin() override { return row_ == First(); }
     bool AtEnd() override { return row_ == End(); }
-    int Compare(FICursorPosition& other) override {
-        if (&other == this) return 0;
-        FIValue own_key;
-        FIValue other_key;
-        GetKey(own_key);
-        other.GetKey(other_key);
-        return own_key.Compare(other_key);
-    }
+    int Compare(FICursorPosition& other) override { return CompareKeys(*this, other); }
     void GetKey(FIValue& out) override {
         if (AtEnd()) {
             out.Clear();

@@ -1,8 +1,7 @@
 #pragma once
 
 // FICollectionElement: one step of a saved path. It holds a node and knows the key under which the
-// node lies below its parent step, so that the node can be found again after the host's lists were
-// rebuilt.
+// node lies below its parent step, to find it again after the host's lists were rebuilt.
 //
 // Ownership: the maker owns the element; the parent is lent and must outlive it.
 

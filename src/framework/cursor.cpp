@@ -14,6 +14,15 @@ bool FICursorBase::IsHidden() {
     return false;
 }
 
+int CompareKeys(FICursorPosition& own, FICursorPosition& other) {
+    if (&other == &own) return 0;
+    FIValue own_key;
+    FIValue other_key;
+    own.GetKey(own_key);
+    other.GetKey(other_key);
+    return own_key.Compare(other_key);
+}
+
 void Unshare(Ref<FICursorBase>& cursor) {
     // The second pair tells the singletons, whose AddRef always answers the same.
     const int first = cursor->AddRef();

@@ -1,8 +1,7 @@
 #pragma once
 
 // Cursors: positions in a list. FICursorBase stands in the children of a node,
-// FIAttributeCursorBase in its attributes; the twelve operations that both have come from
-// FICursorPosition.
+// FIAttributeCursorBase in its attributes; FICursorPosition has the twelve operations of both.
 //
 // A cursor stays valid while the list it walks is stable. Seeks report failure by false and leave
 // the cursor at the end or where its family says. Cursors may be shared: whoever is about to move
@@ -63,6 +62,9 @@ class FIAttributeCursorBase : public FICursorPosition {
     virtual FIVarSet* GetVarSet() = 0;
     virtual void SetVarSet(FIVarSet* vars) = 0;
 };
+
+// By the keys of the present elements, as FIValue::Compare; 0 for a position and itself.
+int CompareKeys(FICursorPosition& own, FICursorPosition& other);
 
 // To be called before a held cursor is moved. A cursor held by more than two is replaced by a copy
 // of its own; a count of two is the iterator's frame and a temporary of its caller. Sharing is

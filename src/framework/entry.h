@@ -88,8 +88,7 @@ class FIEntry {
     virtual void SetSpecValue(const FIValue& value, int mode, FIValue& out);
     virtual void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                     FIValue& out);
-    // Tells the caller's FIVarSet the unit in which a quantity is to be shown; NULL: the node's
-    // own.
+    // Tells the caller's FIVarSet the unit to show a quantity in; NULL is the node's own quantity.
     virtual void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
     virtual void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
 
@@ -97,6 +96,8 @@ class FIEntry {
     virtual void SetVarSet(FIVarSet* vars);
     virtual FIVarSet* GetVarSet();
 
+    // Lends the service of a kind; false and null when the node has none. No loan has to be ended,
+    // so ReleaseService answers false and null.
     virtual bool QueryService(int kind, void** out);
     virtual bool ReleaseService(void** out);
 
@@ -104,8 +105,11 @@ class FIEntry {
     virtual bool CanHold();
     // Gives that hold back after the write.
     virtual void BeginBatch();
+    // Does nothing; kept for its place in the table.
     virtual void EndBatch(int argument);
 
+    // What a client may do with the node beyond reads and writes. A node that knows no such thing
+    // answers 0, and the message in `out` or in the record.
     virtual int GetCaps(int a, int b);
     virtual void DoAction(FIValue& out, int a, int b);
     virtual void DoActionEx(FIValue& out, int a, int b, int c, int d);

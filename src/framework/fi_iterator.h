@@ -1,6 +1,6 @@
 #pragma once
 
-// FIIterator: the one iterator of the framework; the operations are told in framework/iterator.h.
+// FIIterator: the one iterator of the framework; framework/iterator.h tells the operations.
 //
 // Variables. Each level has a map of its own. It is made when its first variable is set, and at the
 // latest when the iterator is copied, because copies share the levels above the present node.
@@ -9,7 +9,6 @@
 // Limits: an iterator does not go deeper than kDepthLimit frames.
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "diagnostics/instance_counts.h"

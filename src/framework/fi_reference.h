@@ -1,7 +1,6 @@
 #pragma once
 
-// FIReference: the one reference of the framework; the operations are told in
-// framework/reference.h.
+// FIReference: the one reference of the framework; framework/reference.h tells the operations.
 //
 // State: live until the host tells of a change above the node, or after every use when nobody on
 // the path tells of changes; then stale, the position frozen, until the next use finds the node

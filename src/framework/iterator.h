@@ -29,11 +29,10 @@ class FIIteratorBase {
     virtual bool CanDescend() = 0;
     // To the child at `index`, counted from 0.
     virtual bool Down(int index) = 0;
-    // Parses a path and walks it; false, and back at the start, when it does not parse or leads
-    // nowhere.
+    // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
+    // iterator back where it was.
     virtual bool SeekPath(const FIValue& path) = 0;
-    // Walks a parsed path; `attribute` receives the name in the parentheses of its last step, or
-    // NULL.
+    // Walks a parsed path; `attribute` gets the name in parentheses of its last step, or NULL.
     virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;
     virtual bool WalkFrom(const PathStep& step) = 0;
     virtual bool DownFirst() = 0;
@@ -128,6 +127,7 @@ class FIIteratorBase {
     // The variables and units that entries are shown; lives as long as the iterator.
     virtual FIVarSet* GetVarSet() = 0;
 
+    // Passed to the present entry as they are.
     virtual int GetCaps(int a, int b) = 0;
     virtual void DoAction(FIValue& out, int a, int b) = 0;
     virtual void DoActionEx(FIValue& out, int a, int b, int c, int d) = 0;
@@ -136,6 +136,8 @@ class FIIteratorBase {
     // To a child by name: SeekChildFrom goes on from the present sibling, SeekChild goes down.
     virtual bool SeekChildFrom(const char* name) = 0;
     virtual bool SeekChild(const char* name) = 0;
+    // The parts of a walk: whether a clause holds at the present node, the walk of a chain, which
+    // ends back at the start when it fails, and whether the filters of a step hold.
     virtual bool EvalClause(const PathClause& clause) = 0;
     virtual bool WalkSteps(const PathStep& step) = 0;
     virtual bool Filter(const PathStep& step) = 0;

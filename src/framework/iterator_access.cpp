@@ -1,6 +1,5 @@
 // FIIterator: reads, writes and variables of the present node.
 
-#include <cstring>
 #include <string>
 #include <string_view>
 

@@ -1,8 +1,5 @@
 // FIIterator: names, keys, paths and the table of variables as text.
 
-#include <cstdio>
-#include <cstring>
-
 #include "framework/fi_iterator.h"
 
 namespace {

@@ -9,7 +9,6 @@
 #include <set>
 #include <string>
 
-#include "framework/empties.h"
 #include "framework/fi_iterator.h"
 #include "framework/xml_text.h"
 

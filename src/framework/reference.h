@@ -85,6 +85,7 @@ class FIReferenceBase {
     // A stale reference finds its node again; false when it is gone.
     virtual bool Rebind() = 0;
 
+    // What its own subscriptions at the nodes call.
     virtual void OnAncestorChanged() = 0;
     virtual void OnValueChanged() = 0;
     virtual void OnStructureChanged() = 0;

@@ -1,7 +1,10 @@
 #pragma once
 
-// FISolver: starts, pauses, stops and watches a simulation's solver. Lent by the top entry through
-// QueryService, which also frees it.
+// FISolver: starts, pauses, stops and watches a simulation's solver.
+//
+// Ownership: a top entry owns it, lends it through QueryService and frees it. A subscriber has to
+// leave before that: the case may go on calling it.
+// Errors: what is refused answers false, or a message in an out value or a record.
 
 #include <vector>
 
@@ -20,6 +23,7 @@ using FISolverCallback = void (*)(void* owner, int kind, const FIErrorList* repo
 class FISolver {
  public:
     virtual ~FISolver() = default;
+    // Nothing is needed before the first use; kept for its place in the table, like the Reserved.
     virtual void Initialize() = 0;
     // 1 steady state, 4 dynamic.
     virtual int Kind() = 0;

@@ -58,13 +58,8 @@ bool TopCursorBase::SeekName(int, const char* name) {
 }
 
 int TopCursorBase::Compare(FICursorPosition& other) {
-    if (&other == this) return 0;
     if (other.TypeId() != TypeId()) return kNotComparable;
-    FIValue own_key;
-    FIValue other_key;
-    GetKey(own_key);
-    other.GetKey(other_key);
-    return own_key.Compare(other_key);
+    return CompareKeys(*this, other);
 }
 
 void TopCursorBase::GetKey(FIValue& out) {

@@ -5,7 +5,7 @@
 #include "front/find_provider.h"
 #include "front/fixtop.h"
 #include "host/fx_top_entry.h"
-#include "host/host_access.h"
+#include "host/interface/services.h"
 
 namespace {
 

@@ -6,8 +6,7 @@
 #include "framework/entry.h"
 #include "framework/ref.h"
 
-// A counted context from its factory, with the files of the neutral view and the application's
-// name.
+// With the files of the neutral view and the name of the application. What it answers is counted.
 using ContextFactory = FIContext*(void* session, const char* library, const char* map,
                                   const char* units, const char* name);
 FIContext* MakeTopContext(ContextFactory* factory, void* session);

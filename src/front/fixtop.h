@@ -39,8 +39,8 @@ FIXTOP_EXPORT FIEntry* GetTopFIEntryV();
 // With a non-null notify owner (the address of a FixtopNotify) the entry accepts subscribers and
 // writes its dispatch function there.
 FIXTOP_EXPORT FIEntry* GetTopFIEntry(void* notifyOwner);
-// The host top context with the names of its class library, map and unit files and of its
-// application.
+// The host top context with the names of the files of its neutral view (class library, map and
+// units) and of its application.
 FIXTOP_EXPORT FIContext* GetTopHovexCtx(void* session, const char* library, const char* map,
                                         const char* units, const char* name);
 // Kind 1 the steady-state solver, 4 the dynamic one; any other kind is null. Owned by the caller

@@ -1,8 +1,7 @@
 #pragma once
 
-// FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver, whether
-// the case is shown, and whether attachments are followed below it; both of the latter can be
-// written.
+// FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver and two
+// switches that can be written: whether the case is shown, and whether attachments are followed.
 //
 // Subscribers stand in one list of the module, which the destruction of any FIXTopEntry empties:
 // the design is one such entry per module.

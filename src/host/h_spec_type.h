@@ -25,8 +25,7 @@ class HSpecType {
     };
     enum Row : int { kValue, kType, kUom, kStatus, kMoniker };
 
-    // Both are lent and must outlive this object; `owner` is the object that the specification
-    // describes.
+    // Both are lent and must outlive this object; `owner` is what the specification describes.
     HSpecType(const host::CSpecElement& element, host::Viewable* owner);
 
     static Number Classify(const host::CSpecElement& element);

@@ -2,8 +2,8 @@
 
 // NumberedCursor<Derived, Context>: what cursors over a numbered list have in common. Positions
 // count from 0; the count of elements is the end. There, and wherever else no element is, the key
-// is NULL and the entry the shared empty one. A family gives its seeks, End and ReadKey, and its
-// Context
+// is NULL and the entry the shared empty one. A family gives its seeks, End and ReadKey; its
+// Context gives
 //
 //     FIEntry* MakeEntry(int position);         // not counted
 //     bool IsSameList(const Context& other) const;

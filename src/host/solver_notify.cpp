@@ -4,8 +4,6 @@
 #include <cstring>
 #include <map>
 
-#include "host/host_access.h"
-
 namespace {
 
 constexpr long kNoInterface = static_cast<long>(static_cast<std::int32_t>(0x80004002));

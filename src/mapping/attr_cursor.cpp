@@ -125,12 +125,7 @@ bool CCDMAttrCursorBase::SeekValue(int origin, FIEntry& entry) {
 }
 
 int CCDMAttrCursorBase::Compare(FICursorPosition& other) {
-    if (&other == this) return 0;
-    FIValue own_key;
-    FIValue other_key;
-    GetKey(own_key);
-    other.GetKey(other_key);
-    return own_key.Compare(other_key);
+    return CompareKeys(*this, other);
 }
 
 void CCDMAttrCursorBase::GetKey(FIValue& out) {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "diagnostics/instance_counts.h"
-#include "mapping/semantic_function.h"
+#include "framework/semantic_function.h"
 
 class FIReferenceBase;
 

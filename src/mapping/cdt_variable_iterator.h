@@ -10,8 +10,8 @@
 #include <cstdint>
 
 #include "diagnostics/instance_counts.h"
+#include "framework/semantic_function.h"
 #include "mapping/cdt_base.h"
-#include "mapping/semantic_function.h"
 
 class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {

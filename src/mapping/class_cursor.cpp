@@ -1,7 +1,6 @@
 #include "mapping/class_cursor.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "mapping/class_entry.h"
 

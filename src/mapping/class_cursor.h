@@ -4,8 +4,7 @@
 // array attribute in its elements, which the application counts. The key is the attribute's name,
 // which all elements of an array share; a search by name finds the first of them.
 //
-// Backward an inherited attribute that the class declares again is passed over, forward it is
-// shown.
+// An inherited attribute that the class declares again is shown forward, passed over backward.
 
 #include <memory>
 

@@ -11,7 +11,6 @@
 // Short-lived: made when a cursor stands on it, the translators chosen then.
 
 #include <array>
-#include <string>
 
 #include "diagnostics/instance_counts.h"
 #include "framework/entry.h"

@@ -1,10 +1,8 @@
 // CCDMClassEntry: reading.
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 
-#include "framework/empties.h"
 #include "mapping/class_entry.h"
 #include "mapping/value_crossing.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 // The choice among the translators of an attribute: those of the right branch whose conditions
-// hold, then the one whose container and container id match nearest to the entry. The lower score
-// wins.
+// hold, and of them the one whose container and container id match nearest to the entry: the lower
+// score wins.
 
 #include <string>
 

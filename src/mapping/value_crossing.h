@@ -3,8 +3,8 @@
 // How a value crosses between the application and the model: option names through the tables of the
 // map, numbers between the units that both sides use, units by their names on either side.
 //
-// Texts of failure are left where the unit's name would stand: "Units not initiliazed", "Unit not
-// found".
+// A failure leaves its text where the unit's name would stand: "Units not initiliazed" or
+// "Unit not found".
 
 #include "framework/reference.h"
 #include "framework/var_set.h"

@@ -89,8 +89,7 @@ bool CCDMAttributeWalker::EnterBackward() {
     return false;
 }
 
-// One step further back when this class declares the attribute again; the one found then is not
-// compared.
+// One step further back when this class declares the attribute again; that one is not compared.
 bool CCDMAttributeWalker::PassOverRedefined() {
     return class_->FindAttribute(nested_->Current()->name) == nullptr || nested_->Prev();
 }

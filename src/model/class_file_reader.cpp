@@ -24,8 +24,7 @@ constexpr int kQuantityLevel = 6;
 constexpr int kMostReserved = 4096;
 constexpr int kMostIncludes = 64;
 
-// The names in a text such as "Ordered~Key~A,B~": those behind each "Key" that is a part of its
-// own.
+// The names in a text such as "Ordered~Key~A,B~": those behind each part that is "Key".
 std::vector<std::string> KeysInMetaData(const std::string& text) {
     constexpr std::size_t kWord = 3;
     std::vector<std::string> keys;

@@ -3,7 +3,6 @@
 // What stands between the XML reader and the element handlers.
 
 #include <string>
-#include <vector>
 
 #include "model/sax_element_handler.h"
 #include "platform/xml_reader.h"

@@ -1,5 +1,4 @@
-// The reader of unit files, root element CCDMUnitFile. Unknown elements and attributes are warned
-// of.
+// The reader of unit files, root element CCDMUnitFile. It warns of unknown elements and attributes.
 
 #include <array>
 

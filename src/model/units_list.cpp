@@ -1,7 +1,5 @@
 #include "model/units_list.h"
 
-#include <string_view>
-
 #include "diagnostics/error_log.h"
 #include "model/message_text.h"
 #include "platform/names.h"

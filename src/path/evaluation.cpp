@@ -20,8 +20,7 @@ bool IsAny(const FIValue& name) {
     return *text == '\0' || std::strcmp(text, kAnyName) == 0;
 }
 
-// A variable that does not exist is no name at all, but not an unnamed step: it enters the
-// children.
+// A variable that does not exist is no name, but no unnamed step either: it enters the children.
 bool StaysInPlace(const FIValue& name, int count) {
     return name.IsText() && *name.CStr() == '\0' && count == -1;
 }

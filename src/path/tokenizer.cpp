@@ -29,8 +29,7 @@ void PathTokenizer::Tokenize() {
         return;
     }
     const std::string_view text = source_.CStr();
-    // Every string but the first follows a character that is not stored, which makes room for a
-    // NUL.
+    // Every string but the first follows a character that is not stored: room for its NUL.
     storage_.reserve(text.size() + 2);
     std::size_t position = 0;
     while (position < text.size()) {

@@ -14,6 +14,5 @@ struct CompiledResource {
 // so. The row registered last wins among equal names, and any row over the system's own resources.
 void RegisterResources(std::span<const CompiledResource> rows);
 
-// The bytes of a resource, for the life of the module; a view with a null pointer when there is
-// none.
+// The bytes of a resource, for the life of the module; without one a view of a null pointer.
 std::string_view FindCompiledResource(std::string_view name);

@@ -18,8 +18,8 @@ struct XmlPlace {
 enum class XmlSeverity { kWarning, kError, kFatal };
 
 // A false answer stops the parser, which then tells nothing more. Nothing throws. What is handed
-// out is lent for the event. Characters may come in pieces; a break is a comment or a CDATA
-// boundary.
+// out is lent for the event. Characters may come in pieces; a break is a comment or the edge of a
+// CDATA section.
 class XmlParserEvents {
  public:
     virtual bool OnStart(std::string_view name, const XmlAttributes& attributes) noexcept = 0;

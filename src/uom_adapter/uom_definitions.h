@@ -16,7 +16,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 enum class UomFormula { kLinear, kReciprocal };
 

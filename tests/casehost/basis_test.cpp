@@ -10,16 +10,9 @@
 namespace casehost {
 namespace {
 
-using Kind = BasisElement::Kind;
+using test::Element;
 
-BasisElement Element(const char* tag, Kind kind, double number = kEmpty, const char* text = "") {
-    BasisElement element;
-    element.tag = tag;
-    element.kind = kind;
-    element.number = number;
-    element.text = text;
-    return element;
-}
+using Kind = BasisElement::Kind;
 
 class Basis : public ::testing::Test {
  protected:

@@ -75,6 +75,16 @@ inline ObjectData Stream(const std::string& name, VariableState state, double te
                    Composition({"Methane", "Ethane"}, {0.75, 0.25}, state)});
 }
 
+inline BasisElement Element(const char* tag, BasisElement::Kind kind, double number = kEmpty,
+                            const char* text = "") {
+    BasisElement element;
+    element.tag = tag;
+    element.kind = kind;
+    element.number = number;
+    element.text = text;
+    return element;
+}
+
 // Feed -> Valve -> Low -> Heater (Duty) -> Hot, and Other -> Pump -> Pumped beside it.
 inline CaseData SmallCase() {
     using Role = PortData::Role;

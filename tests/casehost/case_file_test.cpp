@@ -18,6 +18,7 @@ namespace {
 using test::Array;
 using test::Attachment;
 using test::Choice;
+using test::Element;
 using test::Object;
 using test::Read;
 using test::Real;
@@ -26,15 +27,6 @@ using test::TextVariable;
 using test::WithBasis;
 
 using Kind = BasisElement::Kind;
-
-BasisElement Element(const char* tag, Kind kind, double number = kEmpty, const char* text = "") {
-    BasisElement element;
-    element.tag = tag;
-    element.kind = kind;
-    element.number = number;
-    element.text = text;
-    return element;
-}
 
 std::vector<BasisElement> FullBasis() {
     BasisElement number = Element("n", Kind::number, 1.0 / 3);

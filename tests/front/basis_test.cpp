@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "casehost/standard_host.h"
 #include "open_module.h"
 
 namespace {

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "casehost/standard_host.h"
-#include "front/fixtop.h"
+#include "open_module.h"
 #include "support/temporary_folder.h"
 
 namespace {
@@ -36,21 +35,11 @@ int DepthOfApplication(const Ref<FIEntry>& root) {
     return node ? node->Depth() : -2;
 }
 
-class NeutralCase : public testing::Test {
+class NeutralCase : public NeutralModule {
  protected:
     void SetUp() override {
-        casehost::UseStandardParts(host_);
-        FixtopInstallHost(&host_.Services());
-        ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
-        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
-        root_ = Ref<FIEntry>::Adopt(FixtopOpenModel(top_.Get(), nullptr));
-        ASSERT_TRUE(root_);
-    }
-    void TearDown() override {
-        root_.Reset();
-        UnsetTopNotify(nullptr);
-        top_.Reset();
-        FixtopInstallHost(nullptr);
+        NeutralModule::SetUp();
+        OpenNeutral("demo");
     }
 
     static Iterator At(const Ref<FIEntry>& root, const std::string& path) {
@@ -60,25 +49,6 @@ class NeutralCase : public testing::Test {
     }
     Iterator At(const std::string& path) { return At(root_, path); }
     Iterator Raw(const std::string& path) { return At(top_, path); }
-    std::vector<std::string> StreamNames(const char* list) {
-        std::vector<std::string> names;
-        Iterator it = At("Flowsheet");
-        FIValue name;
-        for (bool on = it->DownFirst(); on; on = it->Next()) {
-            it->GetName(name);
-            if (name.ToText() != list) continue;
-            names.push_back(Read(*At(Iterator::Adopt(it->Copy()), "Name"), "value"));
-        }
-        return names;
-    }
-    static Iterator At(Iterator it, const char* below) {
-        EXPECT_TRUE(it->SeekPath(FIValue(below))) << below;
-        return it;
-    }
-
-    casehost::CaseHost host_;
-    Ref<FIEntry> top_;
-    Ref<FIEntry> root_;
 };
 
 TEST_F(NeutralCase, every_stream_of_the_case_is_a_stream_of_the_view) {
@@ -88,12 +58,12 @@ TEST_F(NeutralCase, every_stream_of_the_case_is_a_stream_of_the_view) {
         if (Read(*it, "type") == "MaterialStreamObject") expected.push_back(Read(*it, "id"));
     }
     EXPECT_FALSE(expected.empty());
-    EXPECT_EQ(expected, StreamNames("Stream"));
+    EXPECT_EQ(expected, NamesIn("Stream"));
 }
 
 TEST_F(NeutralCase, values_are_the_ones_of_the_raw_tree) {
     int compared = 0;
-    for (const std::string& name : StreamNames("Stream")) {
+    for (const std::string& name : NamesIn("Stream")) {
         const std::string stream = "Flowsheet.Stream[Name=\"" + name + "\"].";
         const std::string raw = "appModel.FlowSheetObjects.Streams.\"" + name + "\".";
         const std::pair<const char*, const char*> pairs[] = {{"Temperature", "Temperature"},
@@ -111,7 +81,7 @@ TEST_F(NeutralCase, values_are_the_ones_of_the_raw_tree) {
 }
 
 TEST_F(NeutralCase, application_node_and_converters_explain_a_value) {
-    const std::string first = StreamNames("Stream").front();
+    const std::string first = NamesIn("Stream").front();
     const Iterator it = At("Flowsheet.Stream.Temperature");
     const auto node = Iterator::Adopt(FixtopApplicationNode(it.Get(), 1));
     ASSERT_TRUE(node);
@@ -145,7 +115,7 @@ TEST_F(NeutralCase, display_unit_converts_the_value) {
 
 TEST_F(NeutralCase, paths_read_back) {
     int leaves = 0;
-    for (const std::string& name : StreamNames("Stream")) {
+    for (const std::string& name : NamesIn("Stream")) {
         Iterator it = At("Flowsheet.Stream[Name=\"" + name + "\"]");
         for (bool on = it->DownFirst(); on; on = it->Next()) {
             const std::string path = PathOf(*it).substr(std::string("QSISimulation.").size());
@@ -209,7 +179,7 @@ TEST_F(NeutralCase, map_calls_functions_of_the_module_in_their_own_form_only) {
 }
 
 TEST_F(NeutralCase, one_object_is_shown_as_a_class) {
-    const std::string name = StreamNames("Stream").front();
+    const std::string name = NamesIn("Stream").front();
     const Iterator raw = Raw("appModel.FlowSheetObjects.Streams.\"" + name + "\"");
     const auto root =
         Ref<FIEntry>::Adopt(FixtopOpenModelOnNode(raw.Get(), "QSIMaterialStream", nullptr));

@@ -9,12 +9,10 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "casehost/standard_host.h"
-#include "front/fixtop.h"
+#include "open_module.h"
 
 namespace {
 
@@ -69,41 +67,16 @@ std::string PathOf(const std::string& property) {
     return paths.at(property);
 }
 
-class RecordedCase : public testing::TestWithParam<const char*> {
+class RecordedCase : public NeutralModule, public testing::WithParamInterface<const char*> {
  protected:
     void SetUp() override {
+        NeutralModule::SetUp();
         const char* given = std::getenv("FIXTOP_CASES");
         const fs::path base = fs::path(given ? given : FIXTOP_CASES) / "real" / GetParam();
         table_ = fs::path(base).concat(".csv");
         const fs::path file = fs::path(base).concat(".dwxmz");
         if (!fs::exists(file) || !fs::exists(table_)) GTEST_SKIP() << "no sample case " << file;
-        casehost::UseStandardParts(host_);
-        FixtopInstallHost(&host_.Services());
-        ASSERT_TRUE(casehost::OpenCase(host_, file.string())) << file;
-        top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
-        root_ = Ref<FIEntry>::Adopt(FixtopOpenModel(top_.Get(), nullptr));
-        ASSERT_TRUE(root_);
-    }
-    void TearDown() override {
-        root_.Reset();
-        UnsetTopNotify(nullptr);
-        top_.Reset();
-        FixtopInstallHost(nullptr);
-    }
-
-    std::vector<std::string> NamesIn(const std::string& list) {
-        std::vector<std::string> names;
-        auto it = Iterator::Adopt(FixtopMakeIterator(root_.Get(), false));
-        FIValue name;
-        for (bool on = it->SeekPath(FIValue("Flowsheet")) && it->DownFirst(); on; on = it->Next()) {
-            it->GetName(name);
-            if (name.ToText() != list) continue;
-            const auto below = Iterator::Adopt(it->Copy());
-            EXPECT_TRUE(below->SeekPath(FIValue("Name")));
-            below->GetAttribute(FIValue("value"), name);
-            names.push_back(name.ToText());
-        }
-        return names;
+        OpenNeutral(file.string());
     }
 
     // The number in the table's unit, which the view may have to convert to.
@@ -144,9 +117,6 @@ class RecordedCase : public testing::TestWithParam<const char*> {
         EXPECT_GE(compared_, at_least);
     }
 
-    casehost::CaseHost host_;
-    Ref<FIEntry> top_;
-    Ref<FIEntry> root_;
     fs::path table_;
     std::size_t compared_ = 0;
 };

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "framework/empties.h"
 #include "host/fso.h"
 #include "host/h_top_entry.h"

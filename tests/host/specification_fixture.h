@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "host/h_spec_entry.h"
 #include "host/interface/array_set.h"

@@ -1,4 +1,3 @@
-#include "framework/empties.h"
 #include "host/f_and_b.h"
 #include "host/solve_wait.h"
 #include "specification_fixture.h"

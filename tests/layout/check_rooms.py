@@ -37,9 +37,9 @@ WIDER = {"src/path/evaluat*": ["framework"]}
 CASEHOST = ["host/interface", "casehost"]
 # It can't reach platform/, so what it needs of an operating system has one source for each.
 CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
-TOOLS = ["value/fi_value.h", "fixtop.h", "casehost"]
-# The headers that clients of the module include; what they include themselves is public too.
-PUBLIC = ["include/*.h", "include/**/*.h", "src/fixtop.h", "src/front/fixtop.h"]
+TOOLS = ["value/fi_value.h", "casehost"]
+# The header that clients of the module include; what it includes itself is public too.
+PUBLIC = ["src/front/fixtop.h"]
 
 OS_HEADERS = [
     "windows.h", "win*.h", "ole*.h", "obj*.h", "oaidl.h", "msxml*.h", "comdef.h", "shl*.h",
@@ -85,7 +85,7 @@ class Tree:
     def read(cls, root):
         root = pathlib.Path(root)
         files = {}
-        for folder in ("src", "casehost", "tools", "include"):
+        for folder in ("src", "casehost", "tools"):
             for path in sorted((root / folder).rglob("*")):
                 if path.suffix in SOURCE_SUFFIXES and path.is_file():
                     text = path.read_text(encoding="utf-8", errors="replace")
@@ -118,7 +118,7 @@ class Tree:
         roots = [name for name in self.files if matches(name, PUBLIC)]
         public = set()
         for name in roots:
-            public.add(name.removeprefix("src/").removeprefix("include/"))
+            public.add(name.removeprefix("src/"))
             public.update(target for _, quoted, _, target in self.includes(name) if quoted)
         return public
 

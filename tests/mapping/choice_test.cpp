@@ -1,5 +1,4 @@
-// The choice among the translators of an attribute. The scores in the tables are worked out by
-// hand.
+// The choice among an attribute's translators. The scores in the tables are worked out by hand.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

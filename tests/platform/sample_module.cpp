@@ -1,5 +1,4 @@
-// A shared library that the module tests load. It holds the platform room, as the module itself
-// does.
+// A shared library that the module tests load. Like the module it holds the platform room.
 
 #include "platform/modules.h"
 #include "support/sample_export.h"

@@ -38,18 +38,6 @@ TEST(Engine, case_without_recycle_takes_its_solve_turns) {
     }
 }
 
-TEST(Engine, tells_what_it_works_on) {
-    Sample s = Chain(2);
-    s.data.solve_turns = 2;
-    EXPECT_EQ(s.engine.ProgressText(), "");
-    s.engine.Prepare(s.data);
-    EXPECT_EQ(s.engine.ProgressText(), "V1");
-    s.engine.Step(0);
-    EXPECT_EQ(s.engine.ProgressText(), "V2");
-    s.engine.Step(1);
-    EXPECT_EQ(s.engine.ProgressText(), "");
-}
-
 TEST(Engine, cancelled_solve_keeps_what_was_found) {
     Sample s = Chain(4);
     s.data.solve_turns = 4;

@@ -8,7 +8,6 @@
 #include "casehost/standard_host.h"
 #include "framework/fi_iterator.h"
 #include "host/and_c.h"
-#include "host/host_access.h"
 #include "semantic/functions.h"
 #include "semantic/raw_tree.h"
 

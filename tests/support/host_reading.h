@@ -1,7 +1,6 @@
 #pragma once
 
-// Short words for tests of host nodes: attributes as text, children by name, a var set of the
-// test's.
+// Short words for tests of host nodes: attributes as text, children by name, a test's var set.
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "support/scripted_tree.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "framework/empties.h"
 

@@ -9,9 +9,7 @@
 //     feed.Set("type", "Stream");
 //     Ref<FIIterator> it = root.Iterate();
 
-#include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>

@@ -3,7 +3,6 @@
 // CaseSession: one open case, its tree and its solver. There is one in a process, because the
 // module has one host.
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -62,8 +61,8 @@ struct Located {
 };
 
 // Looks a path up from where the session stands, then from the top; a host's own path too, such as
-// "/FlowSht.1/StreamObject.400(Feed):Double.201". On failure `problem` is the
-// parse error, or "no such node: " and the path with what was found of it and names that are near.
+// "/FlowSht.1/StreamObject.400(Feed):Double.201". On failure `problem` is the parse error, or "no
+// such node: " and the path with what was found of it and names that are near.
 std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem);
 
 // That message, for a path that leads nowhere from `start`.

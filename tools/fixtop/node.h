@@ -35,8 +35,8 @@ std::string TextOf(FIIteratorBase& node, const char* attribute);
 // What is wrong with a path expression; empty when it parses.
 std::string ParseError(const std::string& expression);
 
-// Shows the node in this unit, or as it is when that is empty. The module's message when it can't
-// be.
+// Shows the node in this unit, or as it is when that is empty. Answers the module's message when
+// it can't, else an empty text.
 std::string SetUnit(FIIteratorBase& node, const std::string& unit);
 
 // The node shows a value of its own: it is no list and no object.

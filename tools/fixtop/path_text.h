@@ -1,7 +1,6 @@
 #pragma once
 
-// Path expressions as text: cut into their steps, and written for a node so that they lead back to
-// it.
+// Path expressions as text: cut into their steps, and written so that they lead back to a node.
 
 #include <optional>
 #include <string>

@@ -21,8 +21,7 @@ class Search {
         if (!step.key.empty() && KeyOf(node) != step.key) return false;
         return step.filters.empty() || CopyOf(node)->SeekPath(FIValue(step.filters.c_str()));
     }
-    // The match that a count asks for, from 0; below 0 for all of them. A variable has no value
-    // here.
+    // The match that a count asks for, from 0; below 0 for all. Variables have no value here.
     static int Wanted(const StepText& step) {
         return step.count && step.count->front() != '%' ? std::atoi(step.count->c_str()) : -1;
     }

@@ -1,7 +1,5 @@
 #include "shell_line.h"
 
-#include <algorithm>
-
 #include "case_session.h"
 #include "word.h"
 

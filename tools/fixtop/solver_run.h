@@ -1,7 +1,6 @@
 #pragma once
 
-// Runs a case's solver to its end in turns of the host's loop, so that values can be watched on the
-// way.
+// Runs a case's solver to its end in turns of the host's loop; values can be watched on the way.
 
 #include <functional>
 #include <string>

@@ -10,8 +10,7 @@
 
 namespace terminal {
 
-// UTF-8 on the console, line ends as they are written, and a closed pipe that is told by a failed
-// write.
+// UTF-8 on the console, line ends as they are written, and a closed pipe told by a failed write.
 void Prepare();
 // The command line in UTF-8, without the program's name.
 std::vector<std::string> Arguments(int count, char** values);

@@ -5,7 +5,6 @@
 #include <clocale>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 
 #include "terminal.h"
 

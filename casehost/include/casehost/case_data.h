@@ -93,8 +93,8 @@ struct FlowsheetData;
 
 struct ObjectData {
     std::string name;
-    std::string
-        type;  // type word: "MaterialStreamObject", "CompressorObject", or a file's own class word
+    // The type word: "MaterialStreamObject", "CompressorObject", or a file's own class word.
+    std::string type;
     std::vector<VariableData> variables;
     std::vector<PortData> ports;  // unit operations only
     ObjectStatus status = ObjectStatus::ok;

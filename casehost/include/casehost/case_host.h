@@ -45,8 +45,8 @@ using EngineMaker = std::function<std::unique_ptr<SolveEngine>()>;
 
 class CaseHost {
  public:
-    // A host without a window answers no application form. The host's side of the
-    // process uses the services of the host made last.
+    // A host without a window answers no application form. The host's side of the process uses the
+    // services of the host made last.
     explicit CaseHost(bool with_window = true);
     ~CaseHost();
     CaseHost(const CaseHost&) = delete;

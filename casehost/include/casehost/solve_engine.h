@@ -26,8 +26,7 @@ class SolveEngine {
     // CaseData::solve_turns turns at least, and as many more as the engine answers `running`.
     virtual Outcome Step(int turn) = 0;
     // The case of the last Prepare with calculated values, object status and status texts filled
-    // in; the same objects and variables in the same order. After `failed` too: what was found so
-    // far.
+    // in; the same objects and variables in the same order. After `failed`, what was found so far.
     virtual const CaseData& Results() const = 0;
 };
 

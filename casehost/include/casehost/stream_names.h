@@ -1,7 +1,7 @@
 #pragma once
 
 // The display names of the variables that every stream of every case carries, whatever file it came
-// from. Units of the stored numbers in parentheses.
+// from. Beside a name stands the unit of the numbers stored under it.
 
 namespace casehost::names {
 

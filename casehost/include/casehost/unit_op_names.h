@@ -5,8 +5,8 @@
 //
 // A unit operation finds its streams by its ports (PortData): feeds and products in the order of
 // their index, energy streams by energy_in and energy_out. A parameter whose state is `specified`
-// is an input; any other is a result that the solver fills. Units of the stored numbers in
-// parentheses.
+// is an input; any other is a result that the solver fills. Beside a name stands the unit of the
+// numbers stored under it.
 
 namespace casehost::words {
 

@@ -37,8 +37,7 @@ class HostServices {
     virtual const UnitRecord* def_unit(VarType type, unsigned set) = 0;
     // Unit by name within a unit type; null when the type has no such unit.
     virtual const UnitRecord* findunit(const char* name, VarType type) = 0;
-    // User unit to internal unit, and back. The empty real stays empty; without a unit nothing
-    // changes.
+    // User unit to internal unit, and back. The empty real stays; a null unit changes nothing.
     virtual double calc_unit(double value, const UnitRecord* unit) = 0;
     virtual double calc_ounit(double value, const UnitRecord* unit) = 0;
     // Name of a unit type, such as "Temperature"; empty for a type without units, never null.
@@ -60,8 +59,8 @@ class HostServices {
     // State of a variable of `object`; may leave both out values as the caller preset them.
     virtual void GetVariableStatus(Viewable* object, const VarDescription& variable,
                                    ModifyState& state, int& detail) = 0;
-    // By class name; null for an unknown class. Must know "StreamObject", "UnitOpObject" and
-    // "HovexCorrelationObject".
+    // By class name, of which "StreamObject", "UnitOpObject" and "HovexCorrelationObject" must be
+    // known; null for an unknown class.
     virtual const ObjectTypeInfo* FindObjectType(const Text& class_name) = 0;
     virtual const ObjectTypeRecords& ObjectTypes() = 0;
     // Null when the host keeps no table of its variable types.
@@ -84,8 +83,7 @@ class HostServices {
     virtual void SetConfigData(const char* key, double value, bool flag) = 0;
     // A number as the host writes it; empty for the empty real.
     virtual Text NumToText(double value) = 0;
-    // Yields once to the host's message loop. Model callbacks and deletions may come in the
-    // meantime.
+    // Yields once to the host's message loop; model callbacks and deletions may come meanwhile.
     virtual void WaitForTurn(unsigned long milliseconds) = 0;
 
     // The host's heap, for containers that host and adapter share. A null block is none, and a host

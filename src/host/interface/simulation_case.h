@@ -34,8 +34,7 @@ class FlowSheetSolver : public Viewable {
     virtual bool NeedsToRun() = 0;
     // A solve has begun and not ended; a queued one has not begun.
     virtual bool IsSolving() = 0;
-    // Starts a solve and returns; the solve goes on in later turns. How it ended is told by
-    // NeedsToRun.
+    // Starts a solve and returns; it goes on in later turns. NeedsToRun tells how it ended.
     virtual void SolveTask() = 0;
     // One blocking pass.
     virtual void SolveOnce() = 0;
@@ -153,8 +152,7 @@ class SimulationCase : public Viewable, public Document {
     // The case is in dynamics when either of the two answers true.
     virtual bool Dynamic() = 0;
     virtual bool SimCaseDynamic() = 0;
-    // The solver of the main flowsheet, and the one that is at work or would be; null when there is
-    // none.
+    // The solver of the main flowsheet, and the one that is at work or would be. Null for none.
     virtual FlowSheetSolver* MainSolver() = 0;
     virtual FlowSheetSolver* ActiveSolver() = 0;
     // Null when the case is not connected.

@@ -2,14 +2,12 @@
 
 // Text and FileName: the host's string classes.
 
-#include <cstring>
 #include <string>
 #include <utility>
 
 namespace host {
 
-// A NUL-terminated 8-bit string, copied freely. The bytes are whatever the host holds, normally
-// UTF-8.
+// A NUL-terminated 8-bit string, copied freely. The bytes are the host's own, normally UTF-8.
 class Text {
  public:
     Text() = default;

@@ -94,8 +94,7 @@ class VarDescription {
     static constexpr int kNoOffset = INT32_MIN;
     int Offset(int dimension) const;
     // The offset that the last SetOffset of a dimension replaced. A store into a composition marks
-    // its description with a form number in dimension 0; the element that is meant is still told
-    // here.
+    // its description with a form number in dimension 0; here the element is still told.
     int ReplacedOffset(int dimension) const;
 
     // Bounds of the variable on the object that finally holds it.

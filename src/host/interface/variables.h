@@ -41,8 +41,7 @@ struct VarEnumEntry {
 // The entries of an enumerated variable, in the order in which they are offered.
 class VarEnumInfo {
  public:
-    // Walks the entries: Reset goes to the first and answers it, Next to the following; null at the
-    // end.
+    // Walks the entries: Reset answers the first, Next the one that follows, null at the end.
     virtual const VarEnumEntry* Reset() = 0;
     virtual const VarEnumEntry* Next() = 0;
     // By ordinal, null when there is none.

@@ -55,8 +55,7 @@ class Viewable {
     // Template operations only: the inner flowsheet, null for a plain one.
     virtual FlowSheet* SubFlowSheet() = 0;
 
-    // The record of the object's own class, one for each class: it is compared by address. Never
-    // null.
+    // The record of the object's own class, never null; compared by address, so one a class.
     virtual const ObjectTypeInfo* Type() const = 0;
     virtual Status GetMyStatusCondition() = 0;
     // The object that an attachment variable points at, or null.

@@ -13,9 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "framework/empties.h"
 #include "mapping/class_context.h"
 #include "mapping/class_entry.h"
 #include "mapping/model_top.h"

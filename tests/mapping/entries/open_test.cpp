@@ -2,6 +2,7 @@
 
 #include "diagnostics/instance_counts.h"
 #include "framework/collection_element.h"
+#include "framework/empties.h"
 #include "mapping/dictionary.h"
 #include "model_fixture.h"
 #include "support/cursor_harness.h"

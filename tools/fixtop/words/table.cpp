@@ -1,6 +1,5 @@
 #include "table.h"
 
-#include <algorithm>
 #include <map>
 #include <set>
 
