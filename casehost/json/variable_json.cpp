@@ -222,6 +222,7 @@ bool HasValue(const VariableData& variable) {
 
 bool ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectData& object,
                    std::size_t& room) {
+    object.variables.reserve(shape.size());
     for (const SharedSpec& spec : shape) {
         if (!TakeRoom(*spec, room)) return false;
         object.variables.push_back({spec, {}});
