@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "diagnostics/memory_guard.h"
 #include "platform/open_file.h"
 
 void ErrorLog::SetFile(const char* name) {
@@ -39,7 +40,8 @@ void ErrorLog::Message(const char* text) {
     if (const auto file = OpenFile(file_, "a+")) {
         std::fprintf(file.get(), " %s\n", text == nullptr ? "" : text);
     }
-    if (listener_ != nullptr) listener_(listener_owner_, text == nullptr ? "" : text);
+    if (listener_ == nullptr) return;
+    memory::Outside([&] { listener_(listener_owner_, text == nullptr ? "" : text); });
 }
 
 void ErrorLog::SetListener(LogListener listener, void* owner) noexcept {

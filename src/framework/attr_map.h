@@ -16,6 +16,7 @@
 #include "framework/cursor.h"
 #include "framework/entry.h"
 #include "framework/liveness.h"
+#include "framework/shield.h"
 
 template <class T>
 struct AttrRow {
@@ -94,7 +95,7 @@ void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
 // Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new
 // cursor stands on the first row, available or not, until it is moved.
 template <class T>
-class AttrMapCursorBase final : public FIAttributeCursorBase {
+class AttrMapCursorBase : public FIAttributeCursorBase {
  public:
     explicit AttrMapCursorBase(T* owner) : owner_(owner), row_(First()) {}
 
@@ -111,10 +112,10 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         }
         return left;
     }
-    AttrMapCursorBase* Clone(bool deep) override {
+    FIAttributeCursorBase* Clone(bool deep) override {
         AttrMapCursorBase* clone = this;
         if (deep) {
-            clone = new AttrMapCursorBase(owner_);
+            clone = new Shielded<AttrMapCursorBase>(owner_);
             clone->row_ = row_;
         }
         return HandOut(clone);
@@ -185,7 +186,7 @@ template <class T>
 class AttrMapBase : public FIAttributeSource {
  public:
     FIAttributeCursorBase* MakeCursor() override {
-        return HandOut(new AttrMapCursorBase<T>(static_cast<T*>(this)));
+        return HandOut(new Shielded<AttrMapCursorBase<T>>(static_cast<T*>(this)));
     }
 };
 

@@ -63,10 +63,12 @@ class EmptyEntryType final : public Uncounted<FIEntry> {
     EmptyAttributeSource source_;
 };
 
-// Clients may hold an empty until the very end of the process.
+// Clients may hold an empty until the very end of the process. It stands for what there is no
+// memory for, so it takes none.
 template <class T>
 T* Immortal() {
-    static T* const object = new T;
+    alignas(T) static unsigned char place[sizeof(T)];
+    static T* const object = new (place) T;
     return object;
 }
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "framework/empties.h"
-#include "framework/fi_reference.h"
+#include "framework/shielded_iterator.h"
 #include "framework/shown_scope.h"
 
 namespace {
@@ -50,11 +50,11 @@ FIIterator::FIIterator(const FIIterator& other)
 }
 
 FIIterator* FIIterator::Copy() {
-    return new FIIterator(*this);
+    return new Shielded<FIIterator>(*this);
 }
 
 FIReferenceBase* FIIterator::MakeReference() {
-    return new FIReference(*this);
+    return new Shielded<FIReference>(*this);
 }
 
 int FIIterator::Release() {
@@ -111,6 +111,7 @@ bool FIIterator::Descend(Seek seek) {
     if (!seek(*cursor)) return false;
     Ref<FIEntry> child = Ref<FIEntry>::Adopt(cursor->GetEntry());
     if (!child) return false;
+    frames_.MakeRoom();
     frozen_.clear();
     frames_.Push({std::move(entry_), std::move(cursor), std::move(vars_)});
     entry_ = std::move(child);

@@ -18,7 +18,7 @@
 #include "framework/iterator_var_set.h"
 #include "framework/liveness.h"
 
-class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
+class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
  public:
     static constexpr int kDepthLimit = 10000;
 

@@ -2,6 +2,8 @@
 
 #include "framework/fi_reference.h"
 
+#include "framework/shielded_iterator.h"
+
 namespace {
 
 // The callbacks that the nodes are given; the owner is the reference.
@@ -23,9 +25,11 @@ constexpr int kTellStructure = kStructureChanged;
 
 FIReference::FIReference(FIIterator& iterator)
     : iterator_(Ref<FIIterator>::Adopt(iterator.Copy())) {
-    SubscribeBasics();
-    NoteRevision();
-    Watch();
+    Listen([this] {
+        SubscribeBasics();
+        NoteRevision();
+        Watch();
+    });
 }
 
 FIReference::FIReference(const FIReference& other)
@@ -34,23 +38,25 @@ FIReference::FIReference(const FIReference& other)
       iterator_(Ref<FIIterator>::Adopt(other.iterator_->Copy())),
       state_(other.state_) {
     revision_ = other.revision_;
-    if (state_ == kLive) SubscribeBasics();
-    if (state_ != kDeleted && !IsUnbound()) Watch();
+    Listen([this] {
+        if (state_ == kLive) SubscribeBasics();
+        if (state_ != kDeleted && !IsUnbound()) Watch();
+    });
 }
 
 Ref<FIReference> FIReference::Unbound(Ref<FIIterator> iterator) {
-    return Ref<FIReference>::Adopt(new FIReference(std::move(iterator), NotYetBound()));
+    return Ref<FIReference>::Adopt(new Shielded<FIReference>(std::move(iterator), NotYetBound()));
 }
 
 FIReference::~FIReference() {
     if (Life()) Life()->Leave(*this);
     ++rounds_;
     ++stays_;
-    delete_clients_.Call(kTellChange);
+    memory::Contain([this] { delete_clients_.Call(kTellChange); });
     delete_clients_.Clear();
     value_clients_.Clear();
     structure_clients_.Clear();
-    if (state_ != kDeleted) UnsubscribeAll();
+    if (state_ != kDeleted) memory::Contain([this] { UnsubscribeAll(); });
 }
 
 int FIReference::Release() {
@@ -98,6 +104,17 @@ void FIReference::CatchUp() {
     if (!Life()->Look()) return OnDeleted();
     // A place that nobody has bound yet is where its iterator stands.
     if (!IsUnbound()) MarkStale();
+}
+
+template <class Begin>
+void FIReference::Listen(Begin begin) {
+    try {
+        begin();
+    } catch (...) {
+        if (Life()) Life()->Leave(*this);
+        UnsubscribeAll();
+        throw;
+    }
 }
 
 void FIReference::SubscribeBasics() {
@@ -150,10 +167,12 @@ bool FIReference::Rebind() {
         OnDeleted();
         return false;
     }
-    SubscribeAgain();
     state_ = kLive;
     NoteRevision();
-    Watch();
+    Listen([this] {
+        SubscribeAgain();
+        Watch();
+    });
     return true;
 }
 

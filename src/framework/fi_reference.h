@@ -15,14 +15,17 @@
 #include "framework/reference.h"
 #include "framework/reference_clients.h"
 
-class FIReference final : public FIReferenceBase,
-                          private Liveness::Watcher,
-                          private Counted<CountedClass::FIReference> {
+class FIReference : public FIReferenceBase,
+                    private Liveness::Watcher,
+                    private Counted<CountedClass::FIReference> {
  public:
     enum State { kLive = 0, kStale = 1, kDeleted = 2 };
 
     explicit FIReference(FIIterator& iterator);
     FIReference(const FIReference& other);
+    struct NotYetBound {};
+    FIReference(Ref<FIIterator> iterator, NotYetBound)
+        : iterator_(std::move(iterator)), state_(kStale) {}
     // One that listens to nobody yet. Whoever asked for it may move it through GetIterator; its
     // first guarded use binds it to where it stands then. Shares no position with anybody.
     static Ref<FIReference> Unbound(Ref<FIIterator> iterator);
@@ -108,6 +111,9 @@ class FIReference final : public FIReferenceBase,
         return moved;
     }
 
+ protected:
+    ~FIReference() override;
+
  private:
     // A stay inside the reference that it must survive.
     class Stay {
@@ -122,11 +128,6 @@ class FIReference final : public FIReferenceBase,
      private:
         FIReference& reference_;
     };
-
-    struct NotYetBound {};
-    FIReference(Ref<FIIterator> iterator, NotYetBound)
-        : iterator_(std::move(iterator)), state_(kStale) {}
-    ~FIReference() override;
 
     // Liveness::Watcher
     void OnEnd() override { OnDeleted(); }
@@ -159,6 +160,9 @@ class FIReference final : public FIReferenceBase,
     bool UnsubscribeFrames(int kind);
     void SubscribeBasics();
     void SubscribeAgain();
+    // Begins to listen; one that could not listen to all listens to nobody.
+    template <class Begin>
+    void Listen(Begin begin);
     void UnsubscribeAll();
     void DropValueSubscriptions();
     void DropStructureSubscription();

@@ -35,6 +35,11 @@ class FrameStack {
     // The parent's frame; the stack may not be empty.
     IteratorFrame& Last() { return (*this)[size_ - 1]; }
 
+    // The next frame finds room: pushing it can't fail.
+    void MakeRoom() {
+        if (size_ < kInline || overflow_.size() < overflow_.capacity()) return;
+        overflow_.reserve(overflow_.empty() ? kInline : 2 * overflow_.size());
+    }
     void Push(IteratorFrame frame) {
         if (size_ < kInline) {
             inline_[size_] = std::move(frame);

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "diagnostics/memory_guard.h"
 #include "framework/fi_iterator.h"
 #include "framework/shown_scope.h"
 
@@ -44,7 +45,13 @@ Ref<FIEntry> FIIterator::FindHolder() {
 
 void FIIterator::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
     const Ref<FIEntry> holder = FindHolder();
-    ShownScope(entry_, &var_set_)->SetAttribute(name, value, mode, out);
+    try {
+        ShownScope(entry_, &var_set_)->SetAttribute(name, value, mode, out);
+    } catch (...) {
+        // A hold that stayed would silence the stores that follow.
+        memory::Contain([&] { holder->BeginBatch(); });
+        throw;
+    }
     holder->BeginBatch();
 }
 

@@ -1,5 +1,6 @@
 #include "framework/iterator_var_set.h"
 
+#include "diagnostics/memory_guard.h"
 #include "framework/fi_iterator.h"
 
 namespace {
@@ -32,16 +33,16 @@ void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
 }
 
 void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    units_.Set(quantity, unit, old);
+    memory::OrTell(old, [&] { units_.Set(quantity, unit, old); });
 }
 void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) {
-    units_.Get(quantity, out);
+    memory::OrTell(out, [&] { units_.Get(quantity, out); });
 }
 void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    spec_units_.Set(quantity, unit, old);
+    memory::OrTell(old, [&] { spec_units_.Set(quantity, unit, old); });
 }
 void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
-    spec_units_.Get(quantity, out);
+    memory::OrTell(out, [&] { spec_units_.Get(quantity, out); });
 }
 
 void IteratorVarSet::GetPath(FIValue& out) {
@@ -49,15 +50,16 @@ void IteratorVarSet::GetPath(FIValue& out) {
 }
 
 void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
-    variables_.Set(name, value);
+    memory::OrNothing([&] { variables_.Set(name, value); });
 }
 
 bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
-    if (const FIValue* value = variables_.Find(name)) {
+    return memory::OrTellFalse(out, [&] {
+        const FIValue* value = variables_.Find(name);
+        if (!value) return iterator_.GetVar(name, out);
         out = *value;
         return true;
-    }
-    return iterator_.GetVar(name, out);
+    });
 }
 
 void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {

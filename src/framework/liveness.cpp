@@ -1,5 +1,6 @@
 #include "framework/liveness.h"
 
+#include "diagnostics/memory_guard.h"
 #include "framework/ref.h"
 
 Liveness::~Liveness() = default;
@@ -10,7 +11,7 @@ void Liveness::ForEachWatcher(Tell tell) {
     rounds_ = &round;
     while (Watcher* watcher = round.next) {
         round.next = watcher->next_;
-        tell(*watcher);
+        memory::Contain([&] { tell(*watcher); });
     }
     rounds_ = round.outer;
 }
@@ -18,6 +19,8 @@ void Liveness::ForEachWatcher(Tell tell) {
 // Who comes during a round stands before its start and waits for the next.
 void Liveness::Enter(Watcher& watcher, bool quietly) {
     if (watcher.watches_ || HasEnded()) return;
+    if (!quietly && listeners_ == 0) OnFirstWatcher();
+    if (!quietly) ++listeners_;
     watcher.watches_ = true;
     watcher.is_quiet_ = quietly;
     watcher.heard_ = round_;
@@ -25,7 +28,6 @@ void Liveness::Enter(Watcher& watcher, bool quietly) {
     watcher.next_ = first_;
     if (first_) first_->previous_ = &watcher;
     first_ = &watcher;
-    if (!quietly && ++listeners_ == 1) OnFirstWatcher();
 }
 
 void Liveness::Watch(Watcher& watcher) {

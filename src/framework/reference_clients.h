@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include "diagnostics/memory_guard.h"
 #include "framework/entry.h"
 
 class ReferenceClients {
@@ -24,7 +25,7 @@ class ReferenceClients {
     }
     void Call(int kind) {
         for (auto& [owner, client] : clients_) {
-            if (client.active) client.callback(owner, kind);
+            if (client.active) memory::Outside([&] { client.callback(owner, kind); });
         }
     }
     bool IsEmpty() const { return clients_.empty(); }

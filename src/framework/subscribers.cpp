@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "diagnostics/memory_guard.h"
+
 void SubscriberList::Add(void* owner, int kind, FICallback callback, const void* scope) {
     records_.push_back({kind, owner, callback, scope, true});
 }
@@ -29,7 +31,7 @@ void SubscriberList::Dispatch(int event, const void* scope) {
     for (std::size_t i = 0; i < count; ++i) {
         const Record record = records_[i];
         if (record.active && record.Wants(deletion, scope)) {
-            record.callback(record.owner, record.kind);
+            memory::Outside([&] { record.callback(record.owner, record.kind); });
         }
     }
     if (--rounds_ == 0 && erase_pending_) EraseInactive();

@@ -3,12 +3,13 @@
 #include <cstring>
 
 #include "framework/empties.h"
+#include "framework/shield.h"
 
 namespace {
 
 constexpr char kTopName[] = "Top";
 
-class TopChildEntry final : public CountedFromZero<FIEntry> {
+class TopChildEntry : public CountedFromZero<FIEntry> {
  public:
     explicit TopChildEntry(const Ref<FIContext>& inner) : inner_(inner) {}
 
@@ -41,7 +42,7 @@ FICursorBase* TopCursorBase::Clone(bool deep) {
         AddRef();
         return this;
     }
-    auto* clone = new TopCursorBase(inner_.Get());
+    auto* clone = new Shielded<TopCursorBase>(inner_.Get());
     clone->at_end_ = at_end_;
     return clone;
 }
@@ -71,12 +72,12 @@ void TopCursorBase::GetKey(FIValue& out) {
 }
 
 FIEntry* TopCursorBase::GetEntry() {
-    return at_end_ ? nullptr : Ref<FIEntry>::Share(new TopChildEntry(inner_)).Detach();
+    return at_end_ ? nullptr : Ref<FIEntry>::Share(new Shielded<TopChildEntry>(inner_)).Detach();
 }
 
 TopContext::TopContext(FIContext* inner) : inner_(Ref<FIContext>::Share(inner)) {}
 
 FICursorBase* TopContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
-    return new TopCursorBase(inner_.Get());
+    return new Shielded<TopCursorBase>(inner_.Get());
 }

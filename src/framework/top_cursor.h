@@ -7,7 +7,7 @@
 #include "framework/entry.h"
 #include "framework/ref.h"
 
-class TopCursorBase final : public FICursorBase {
+class TopCursorBase : public FICursorBase {
  public:
     // Shares `inner`; a new cursor stands on the child and has count 1.
     explicit TopCursorBase(FIContext* inner);
@@ -33,7 +33,7 @@ class TopCursorBase final : public FICursorBase {
     int references_ = 1;
 };
 
-class TopContext final : public CountedFromZero<FIContext> {
+class TopContext : public CountedFromZero<FIContext> {
  public:
     explicit TopContext(FIContext* inner);
     // Kind kKeyCursor has nothing to list.

@@ -1,5 +1,6 @@
 #include "framework/top_entry.h"
 
+#include "framework/shield.h"
 #include "framework/subscribers.h"
 #include "framework/top_cursor.h"
 #include "platform/computer_name.h"
@@ -56,9 +57,9 @@ bool FITopEntry::QueryService(int kind, void** out) {
 }
 
 void FITopEntry::NotifyAll(int event) {
-    Subscribers().Dispatch(event);
+    memory::Contain([event] { Subscribers().Dispatch(event); });
 }
 
 FIContext* FITopEntry::MakeSingleChildContext() {
-    return Ref<FIContext>::Share(new TopContext(context_.Get())).Detach();
+    return Ref<FIContext>::Share(new Shielded<TopContext>(context_.Get())).Detach();
 }

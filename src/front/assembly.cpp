@@ -1,6 +1,8 @@
 #include "front/assembly.h"
 
-#include "framework/fi_iterator.h"
+#include <memory>
+
+#include "framework/shielded_iterator.h"
 #include "framework/solver.h"
 #include "front/find_provider.h"
 #include "front/fixtop.h"
@@ -28,11 +30,12 @@ Ref<FIEntry> AssembleCombinedTop(void* session) {
     if (!make_context || !host::InstalledServices()) return {};
     auto context = Ref<FIContext>::Adopt(MakeTopContext(make_context, session));
     if (!context) return {};
-    FISolver* solver = make_solver ? make_solver(session, kSteadyState) : nullptr;
+    std::unique_ptr<FISolver> solver(make_solver ? make_solver(session, kSteadyState) : nullptr);
     FIXTopEntry::SetAttachCall(LateSetTopAttach);
     FINotify notify = nullptr;
-    auto top = Ref<FIEntry>::Share(new FIXTopEntry(
-        context.Get(), static_cast<host::SimulationCase*>(session), &notify, solver));
+    // The solver is given up when there is room for the entry, which owns it first of all.
+    auto top = Ref<FIEntry>::Share(new Shielded<FIXTopEntry>(
+        context.Get(), static_cast<host::SimulationCase*>(session), &notify, solver.release()));
     auto* set_notify = FindProviderAs<decltype(SetTopNotify)>("SetTopNotify");
     if (set_notify) set_notify(notify, session);
     return top;
@@ -43,7 +46,7 @@ void* AssembleNode(void* session, const char* factory, void** out) {
     auto* make_node = FindProviderAs<NodeFactory>(factory);
     Ref<FIEntry> top = make_node ? AssembleCombinedTop(session) : Ref<FIEntry>();
     if (!top) return Nothing(out);
-    auto iterator = Ref<FIIteratorBase>::Adopt(new FIIterator(top.Get(), false));
+    auto iterator = Ref<FIIteratorBase>::Adopt(new Shielded<FIIterator>(top.Get(), false));
     return make_node(iterator.Get(), out);
 }
 

@@ -1,6 +1,7 @@
 #include "diagnostics/error_log.h"
+#include "diagnostics/memory_guard.h"
 #include "diagnostics/seek_table.h"
-#include "framework/fi_iterator.h"
+#include "framework/shielded_iterator.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "front/fixtop.h"
@@ -8,6 +9,7 @@
 #include "host/fx_top_entry.h"
 #include "host/h_solver.h"
 #include "host/host_access.h"
+#include "host/shielded_solver.h"
 #include "path/tokenizer.h"
 
 namespace {
@@ -20,11 +22,28 @@ std::string TextOf(const char* text) {
     return text ? text : "";
 }
 
+// The object is null when there was no memory to make it.
+template <class T, class Make>
+T* OrNull(Make make) {
+    return memory::Or(nullptr, [&]() -> T* { return make(); });
+}
+
+template <class Make>
+void* OrNull(void** out, Make make) {
+    const auto give_up = [out]() -> void* {
+        if (out) *out = nullptr;
+        return nullptr;
+    };
+    return memory::OrElse(give_up, make);
+}
+
 }  // namespace
 
 FIEntry* GetTopHovexEntry() {
-    auto* make_entry = FindProviderAs<decltype(GetTopFIEntryV)>("GetTopFIEntryV");
-    return make_entry ? make_entry() : nullptr;
+    return OrNull<FIEntry>([] {
+        auto* make_entry = FindProviderAs<decltype(GetTopFIEntryV)>("GetTopFIEntryV");
+        return make_entry ? make_entry() : nullptr;
+    });
 }
 
 FIEntry* GetTopFIEntryV() {
@@ -32,106 +51,133 @@ FIEntry* GetTopFIEntryV() {
 }
 
 FIEntry* GetTopFIEntry(void* notifyOwner) {
-    if (!host::InstalledServices()) return nullptr;
-    auto context = Ref<FIContext>::Adopt(MakeTopContext(GetTopHovexCtx, nullptr));
-    auto top = Ref<FIEntry>::Share(
-        new FITopEntry(context.Get(), static_cast<FINotify*>(notifyOwner), nullptr));
-    return top.Detach();
+    return OrNull<FIEntry>([=]() -> FIEntry* {
+        if (!host::InstalledServices()) return nullptr;
+        auto context = Ref<FIContext>::Adopt(MakeTopContext(GetTopHovexCtx, nullptr));
+        return HandOut(
+            new Shielded<FITopEntry>(context.Get(), static_cast<FINotify*>(notifyOwner), nullptr));
+    });
 }
 
 FIContext* GetTopHovexCtx(void* session, const char* library, const char* map, const char* units,
                           const char* name) {
-    auto context = Ref<FIContext>::Share(new HAandCContext(
-        CaseOf(session), {TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
-    return context.Detach();
+    return OrNull<FIContext>([=] {
+        return HandOut(new Shielded<HAandCContext>(
+            CaseOf(session),
+            ModelFiles{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
+    });
 }
 
 FISolver* GetTopHovexSolver(void* session, int kind) {
-    switch (kind) {
-        case 1:
-            return new HSSSolver(CaseOf(session));
-        case 4:
-            return new HDynamicSolver(CaseOf(session));
-        default:
-            return nullptr;
-    }
+    return OrNull<FISolver>([=]() -> FISolver* {
+        switch (kind) {
+            case 1:
+                return new Shielded<HSSSolver>(CaseOf(session));
+            case 4:
+                return new Shielded<HDynamicSolver>(CaseOf(session));
+            default:
+                return nullptr;
+        }
+    });
 }
 
 FIEntry* GetCombinedEntry(void* session) {
-    return AssembleCombinedTop(session).Detach();
+    return OrNull<FIEntry>([=] { return AssembleCombinedTop(session).Detach(); });
 }
 
 void* GetQSINode(void* session, void** out) {
-    return AssembleNode(session, kNodeFactory, out);
+    return OrNull(out, [=] { return AssembleNode(session, kNodeFactory, out); });
 }
 
 void* QSVGetTopNode(void* session, void** out) {
-    return AssembleNode(session, kAlternateNodeFactory, out);
+    return OrNull(out, [=] { return AssembleNode(session, kAlternateNodeFactory, out); });
 }
 
 void* GetDocumentAgg(void* session, const void* identity, void** out) {
-    return AssembleDocument(session, identity, kDocumentFinder, kDocumentFactory, out);
+    return OrNull(out, [=] {
+        return AssembleDocument(session, identity, kDocumentFinder, kDocumentFactory, out);
+    });
 }
 
 void* QSVGetDocumentAgg(void* session, const void* identity, void** out) {
-    return AssembleDocument(session, identity, kAlternateDocumentFinder, kAlternateDocumentFactory,
-                            out);
+    return OrNull(out, [=] {
+        return AssembleDocument(session, identity, kAlternateDocumentFinder,
+                                kAlternateDocumentFactory, out);
+    });
 }
 
 void SetTopNotify(FixtopNotify notify, void* session) {
-    HSolverNotify::ForCase(CaseOrActive(CaseOf(session)))->SetRawCallback(notify);
+    memory::OrNothing(
+        [=] { HSolverNotify::ForCase(CaseOrActive(CaseOf(session)))->SetRawCallback(notify); });
 }
 
 // The session may be gone by now: nothing is asked of it.
 void UnsetTopNotify(void* session) {
-    CaseLife* life = CaseLife::Find(CaseOrActive(CaseOf(session)));
-    auto notifier = Ref<HSolverNotify>::Share(life ? life->PresentNotifier() : nullptr);
-    if (notifier) notifier->ClearRawCallback();
+    memory::OrNothing([=] {
+        CaseLife* life = CaseLife::Find(CaseOrActive(CaseOf(session)));
+        auto notifier = Ref<HSolverNotify>::Share(life ? life->PresentNotifier() : nullptr);
+        if (notifier) notifier->ClearRawCallback();
+    });
 }
 
 bool SetTopAttach(FIContext* context, bool follow) {
-    auto given_up = Ref<FIContext>::Adopt(context);
-    auto* top = dynamic_cast<HAandCContext*>(context);
-    if (top) top->FollowAttachments(follow);
-    return top != nullptr;
+    return memory::Or(false, [=] {
+        auto given_up = Ref<FIContext>::Adopt(context);
+        auto* top = dynamic_cast<HAandCContext*>(context);
+        if (top) top->FollowAttachments(follow);
+        return top != nullptr;
+    });
 }
 
 void TestIterator() {
-    if (auto* test = FindProviderAs<decltype(TestIteratorX)>("TestIteratorX")) test();
+    memory::OrNothing([] {
+        if (auto* test = FindProviderAs<decltype(TestIteratorX)>("TestIteratorX")) test();
+    });
 }
 
 void TestIteratorX() {
-    host::SimulationCase* simulation_case = CaseOrActive(nullptr);
-    if (!simulation_case) return;
-    const host::Text folder = simulation_case->GetDocumentName().DriveAndPath();
-    OpenErrorLog((folder + "QSI" + ".log").CStr());
+    memory::OrNothing([] {
+        host::SimulationCase* simulation_case = CaseOrActive(nullptr);
+        if (!simulation_case) return;
+        const host::Text folder = simulation_case->GetDocumentName().DriveAndPath();
+        OpenErrorLog((folder + "QSI" + ".log").CStr());
+    });
 }
 
 void printECounts() {
-    PrintSeekTable();
+    memory::OrNothing(PrintSeekTable);
 }
 
 void FixtopInstallHost(host::HostServices* services) {
     if (services == host::InstalledServices()) return;
-    CaseLife::EndAll();
+    memory::OrNothing(CaseLife::EndAll);
     host::SetInstalledServices(services);
 }
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {
-    return top ? new FIIterator(top, history) : nullptr;
+    return OrNull<FIIteratorBase>(
+        [=] { return top ? new Shielded<FIIterator>(top, history) : nullptr; });
 }
 
 bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error) {
-    steps.Clear();
-    const ParsedPath path = ParsePath(expression, error);
-    if (!error.IsNull()) return false;
-    if (path) steps.SetText(Describe(*path));
-    return true;
+    return memory::OrTellFalse(error, [&] {
+        steps.Clear();
+        const ParsedPath path = ParsePath(expression, error);
+        if (!error.IsNull()) return false;
+        if (path) steps.SetText(Describe(*path));
+        return true;
+    });
 }
 
 void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text), void* owner) {
-    if (file) SetLogFile(file);
-    ModuleLog().SetListener(listener, owner);
+    memory::OrNothing([=] {
+        ModuleLog().SetListener(listener, owner);
+        if (file) SetLogFile(file);
+    });
+}
+
+int FixtopMemoryFailures() {
+    return memory::Failures();
 }
 
 const char* FixtopVersion() {

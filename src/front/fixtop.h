@@ -77,6 +77,12 @@ FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps,
 // null keeps the one it has. Each line also goes to `listener`, until the next call; null for none.
 FIXTOP_EXPORT void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text),
                                 void* owner);
+// How many operations of the module were given up since it was loaded because memory ran out. Such
+// an operation answers as if there were nothing (false, null, 0, an empty list), or with the text
+// "Out of memory" where it has a value to tell it in; whoever got the former compares this number
+// with the one before. Nothing is thrown, and what was held before is held as before. A store that
+// was given up may have been done.
+FIXTOP_EXPORT int FixtopMemoryFailures();
 // The module's version, "0.1.0".
 FIXTOP_EXPORT const char* FixtopVersion();
 

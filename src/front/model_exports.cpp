@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "diagnostics/memory_guard.h"
+#include "framework/shield.h"
 #include "front/fixtop.h"
 #include "mapping/class_entry.h"
 #include "mapping/model_top.h"
@@ -46,9 +48,15 @@ ModelFiles FilesOf(const FixtopModelFiles* given) {
     return files;
 }
 
+// The object is null when there was no memory to make it.
+template <class Open>
+FIEntry* OrNull(Open open) {
+    return memory::Or(nullptr, [&]() -> FIEntry* { return open(); });
+}
+
 FIEntry* RootOf(Ref<CCDMClassContext> context) {
     if (!context) return nullptr;
-    return Ref<FIEntry>::Share(new CCDMTopEntry(std::move(context))).Detach();
+    return Ref<FIEntry>::Share(new Shielded<CCDMTopEntry>(std::move(context))).Detach();
 }
 
 // Null when it is not one of this module's iterators.
@@ -69,29 +77,35 @@ FIReference* NodeOf(FIEntry& entry, bool specified) {
 }  // namespace
 
 FIEntry* FixtopOpenModel(FIEntry* top, const FixtopModelFiles* files) {
-    return RootOf(OpenModelOnTop(FilesOf(files), top));
+    return OrNull([=] { return RootOf(OpenModelOnTop(FilesOf(files), top)); });
 }
 
 FIEntry* FixtopOpenModelOnNode(FIIteratorBase* node, const char* className,
                                const FixtopModelFiles* files) {
-    FIIterator* it = OwnIterator(node);
-    if (!it || !className) return nullptr;
-    const auto reference = FIReference::Unbound(Ref<FIIterator>::Adopt(it->Copy()));
-    return RootOf(OpenModelOnNode(FilesOf(files), className, *reference));
+    return OrNull([=]() -> FIEntry* {
+        FIIterator* it = OwnIterator(node);
+        if (!it || !className) return nullptr;
+        const auto reference = FIReference::Unbound(Ref<FIIterator>::Adopt(it->Copy()));
+        return RootOf(OpenModelOnNode(FilesOf(files), className, *reference));
+    });
 }
 
 FIEntry* FixtopOpenPureModel(const char* classes, const char* className) {
-    return RootOf(OpenPureModel(classes ? classes : kModelClasses,
-                                className ? className : kTopClass, OwnModule()));
+    return OrNull([=] {
+        return RootOf(OpenPureModel(classes ? classes : kModelClasses,
+                                    className ? className : kTopClass, OwnModule()));
+    });
 }
 
 FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files) {
-    return OpenDictionary(FilesOf(files)).Detach();
+    return OrNull([=] { return OpenDictionary(FilesOf(files)).Detach(); });
 }
 
 FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face) {
-    FIIterator* it = OwnIterator(node);
-    if (!it || (face != 1 && face != 2)) return nullptr;
-    FIReference* reference = NodeOf(*it->EntryAt(it->Depth()), face == 2);
-    return reference && reference->Rebind() ? reference->Copy() : nullptr;
+    return memory::Or(nullptr, [=]() -> FIIteratorBase* {
+        FIIterator* it = OwnIterator(node);
+        if (!it || (face != 1 && face != 2)) return nullptr;
+        FIReference* reference = NodeOf(*it->EntryAt(it->Depth()), face == 2);
+        return reference && reference->Rebind() ? reference->Copy() : nullptr;
+    });
 }

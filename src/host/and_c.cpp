@@ -1,5 +1,6 @@
 #include "host/and_c.h"
 
+#include "framework/shield.h"
 #include "host/f_and_b.h"
 #include "host/h_publish.h"
 #include "platform/file_search.h"
@@ -65,10 +66,12 @@ FIContext* HAandCEntry::GetContext() {
     switch (index_) {
         case kAppModel:
             options_.SetVariableView(true);
-            return HandOut(new HFandBContext(context_->Case(), &options_, attachments_, this));
+            return HandOut(
+                new Shielded<HFandBContext>(context_->Case(), &options_, attachments_, this));
         case kPublishedVariables:
             if (auto* manager = ManagerOf(context_->Case())) {
-                return HandOut(new HPublishContext(*manager, this, context_->CaseRecord()));
+                return HandOut(
+                    new Shielded<HPublishContext>(*manager, this, context_->CaseRecord()));
             }
             break;
         default:

@@ -21,7 +21,7 @@ struct ModelFiles {
     std::string name;
 };
 
-class HAandCContext final : public FixedContext<HAandCContext, HAandCCursorBase, HAandCEntry> {
+class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAandCEntry> {
  public:
     HAandCContext(host::SimulationCase* simulation_case, ModelFiles files);
 
@@ -38,7 +38,7 @@ class HAandCContext final : public FixedContext<HAandCContext, HAandCCursorBase,
     ModelFiles files_;
 };
 
-class HAandCCursorBase final : public FixedCursor<HAandCCursorBase, HAandCContext> {
+class HAandCCursorBase : public FixedCursor<HAandCCursorBase, HAandCContext> {
  public:
     using FixedCursor::FixedCursor;
 
@@ -47,7 +47,7 @@ class HAandCCursorBase final : public FixedCursor<HAandCCursorBase, HAandCContex
     static constexpr FixedNames kNames = {kModelNames, 2, 3};
 };
 
-class HAandCEntry final : public FixedEntry<HAandCEntry, HAandCCursorBase, HAandCContext> {
+class HAandCEntry : public FixedEntry<HAandCEntry, HAandCCursorBase, HAandCContext> {
  public:
     enum Model : int { kAppModel = 0, kPublishedFile = 1, kPublishedVariables = 2 };
     static constexpr char kRefusal[] = "Not supported.";

@@ -1,8 +1,8 @@
 #include "host/case_life.h"
 
 #include <map>
-#include <vector>
 
+#include "diagnostics/memory_guard.h"
 #include "host/solver_notify.h"
 
 namespace {
@@ -13,13 +13,17 @@ std::map<host::SimulationCase*, CaseLife*>& Records() {
     return *records;
 }
 
-// Held, since whoever is told may let go of others.
-std::vector<Ref<CaseLife>> AllRecords() {
-    std::vector<Ref<CaseLife>> all;
-    for (const auto& [simulation_case, record] : Records()) {
-        all.push_back(Ref<CaseLife>::Share(record));
+// Each is held meanwhile, and the next one sought by its place, since whoever is told may let go of
+// others.
+template <class Tell>
+void ForEachRecord(Tell tell) {
+    auto at = Records().begin();
+    while (at != Records().end()) {
+        host::SimulationCase* const place = at->first;
+        const auto record = Ref<CaseLife>::Share(at->second);
+        tell(*record);
+        at = Records().upper_bound(place);
     }
-    return all;
 }
 
 const std::uint64_t* HostRevision() {
@@ -51,8 +55,10 @@ Ref<CaseLife> CaseLife::Of(host::SimulationCase* simulation_case) {
         known->EndUntold();
         known = nullptr;
     }
-    if (!known) known = Records()[simulation_case] = new CaseLife(simulation_case);
-    return Ref<CaseLife>::Share(known);
+    if (known) return Ref<CaseLife>::Share(known);
+    auto made = Ref<CaseLife>::Share(new CaseLife(simulation_case));
+    Records()[simulation_case] = made.Get();
+    return made;
 }
 
 CaseLife* CaseLife::Find(host::SimulationCase* simulation_case) {
@@ -61,14 +67,14 @@ CaseLife* CaseLife::Find(host::SimulationCase* simulation_case) {
 }
 
 void CaseLife::EndAll() {
-    for (const Ref<CaseLife>& record : AllRecords()) {
-        record->End();
-        if (record->notifier_) record->notifier_->End(true);
-    }
+    ForEachRecord([](CaseLife& record) {
+        record.End();
+        if (record.notifier_) record.notifier_->End(true);
+    });
 }
 
 void CaseLife::TellAllForgotten() {
-    for (const Ref<CaseLife>& record : AllRecords()) record->TellForgotten();
+    ForEachRecord([](CaseLife& record) { record.TellForgotten(); });
 }
 
 const CaseLife* CaseLife::OfEvent() {
@@ -98,13 +104,16 @@ Ref<HSolverNotify> CaseLife::Notifier() {
 
 // Who watches hears of the case as long as it does, whoever else leaves.
 void CaseLife::OnFirstWatcher() {
-    watched_ = Notifier();
-    if (watched_) watched_->AddUser();
+    Ref<HSolverNotify> notifier = Notifier();
+    if (notifier) notifier->AddUser();
+    watched_ = std::move(notifier);
 }
 
 void CaseLife::OnNoWatcher() {
     const Ref<HSolverNotify> watched = std::move(watched_);
-    if (watched && Look()) watched->DropUser();
+    memory::Contain([&] {
+        if (watched && Look()) watched->DropUser();
+    });
 }
 
 // A host that keeps no track may go on calling the notification of the case whose end it told,

@@ -45,10 +45,13 @@ class CaseLife final : public Liveness {
     // Hands an event of the case to `hand_on`, as whose it is known meanwhile.
     template <class HandOn>
     void AsEvent(HandOn hand_on) {
-        const CaseLife* const outer = event_;
-        event_ = this;
+        struct Event {
+            explicit Event(const CaseLife* of) : outer(std::exchange(event_, of)) {}
+            ~Event() { event_ = outer; }
+            const CaseLife* const outer;
+        };
+        const Event event(this);
         hand_on();
-        event_ = outer;
     }
 
  private:

@@ -1,5 +1,6 @@
 #include "host/f_and_b.h"
 
+#include "framework/shield.h"
 #include "host/fso.h"
 #include "host/key_prefix.h"
 #include "host/su_and_u.h"
@@ -58,7 +59,8 @@ FIContext* HFandBEntry::GetContext() {
     FIContext* context = nullptr;
     switch (index_) {
         case kFlowSheetObjects:
-            context = new HSUandUContext(nullptr, simulation_case, &options_, attachments_, this);
+            context = new Shielded<HSUandUContext>(nullptr, simulation_case, &options_,
+                                                   attachments_, this);
             break;
         case kBasis:
             if (!simulation_case ||
@@ -67,8 +69,8 @@ FIContext* HFandBEntry::GetContext() {
             }
             return basis_.MakeContext(&options_, attachments_, this);
         default:
-            context = new HFSOContext(nullptr, simulation_case, HFSOContext::kDataTables, &options_,
-                                      attachments_, this);
+            context = new Shielded<HFSOContext>(nullptr, simulation_case, HFSOContext::kDataTables,
+                                                &options_, attachments_, this);
             break;
     }
     return HandOut(context);

@@ -14,7 +14,7 @@
 class HFandBCursorBase;
 class HFandBEntry;
 
-class HFandBContext final : public FixedContext<HFandBContext, HFandBCursorBase, HFandBEntry> {
+class HFandBContext : public FixedContext<HFandBContext, HFandBCursorBase, HFandBEntry> {
  public:
     // Without options, and with a case, the context makes options of its own.
     HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
@@ -33,7 +33,7 @@ class HFandBContext final : public FixedContext<HFandBContext, HFandBCursorBase,
 };
 
 // Reports the end while it still stands on "DataBook": a walk that stops there does not see it.
-class HFandBCursorBase final : public FixedCursor<HFandBCursorBase, HFandBContext> {
+class HFandBCursorBase : public FixedCursor<HFandBCursorBase, HFandBContext> {
  public:
     using FixedCursor::FixedCursor;
 
@@ -42,7 +42,7 @@ class HFandBCursorBase final : public FixedCursor<HFandBCursorBase, HFandBContex
     static constexpr FixedNames kNames = {kNodeNames, 2, 2};
 };
 
-class HFandBEntry final : public FixedEntry<HFandBEntry, HFandBCursorBase, HFandBContext> {
+class HFandBEntry : public FixedEntry<HFandBEntry, HFandBCursorBase, HFandBContext> {
  public:
     enum Node : int { kFlowSheetObjects = 0, kBasis = 1, kDataBook = 2 };
 

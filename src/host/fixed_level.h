@@ -9,6 +9,7 @@
 #include "framework/attr_map.h"
 #include "framework/empties.h"
 #include "framework/ref.h"
+#include "framework/shield.h"
 #include "host/case_life.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
@@ -18,9 +19,11 @@ class FixedContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     FICursorBase* MakeCursor(int kind) override {
         if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-        return HandOut(new Cursor(static_cast<Derived*>(this)));
+        return HandOut(new Shielded<Cursor>(static_cast<Derived*>(this)));
     }
-    FIEntry* MakeEntry(int index) { return new Entry(static_cast<Derived*>(this), index); }
+    FIEntry* MakeEntry(int index) {
+        return new Shielded<Entry>(static_cast<Derived*>(this), index);
+    }
 
     host::SimulationCase* Case() const { return life_->Case(); }
     const Ref<CaseLife>& CaseRecord() const { return life_; }

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstring>
 
+#include "framework/shield.h"
 #include "host/h_top_entry.h"
 #include "host/host_access.h"
 
@@ -24,13 +25,13 @@ FICursorBase* HFSOContext::MakeCursor(int kind) {
 FICursorBase* HFSOContext::NewCursor() {
     switch (kind_) {
         case kUtilities:
-            return new HUtilCursorBase(this, MakeWalk());
+            return new Shielded<HUtilCursorBase>(this, MakeWalk());
         case kDataTables:
-            return new HDataTableCursorBase(this, MakeWalk());
+            return new Shielded<HDataTableCursorBase>(this, MakeWalk());
         case kReactions:
-            return new HReactionCursorBase(this);
+            return new Shielded<HReactionCursorBase>(this);
         default:
-            return new HFSOCursorBase(this, MakeWalk());
+            return new Shielded<HFSOCursorBase>(this, MakeWalk());
     }
 }
 
@@ -70,7 +71,7 @@ host::Reaction* HFSOContext::Reaction(int number) const {
 }
 
 FIEntry* HFSOContext::MakeEntry(host::Viewable& object) {
-    return new HTopEntry(this, &object);
+    return new Shielded<HTopEntry>(this, &object);
 }
 
 FIEntry* HFSOContext::MakeEntry(int number) {

@@ -12,7 +12,7 @@
 #include "host/numbered_cursor.h"
 #include "host/object_walk.h"
 
-class HFSOContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
 
@@ -54,24 +54,23 @@ class HFSOContext final : public CountedFromZero<FIContext>, public LivingNode {
     Ref<FIEntry> parent_;
 };
 
-class HFSOCursorBase final : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
+class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
  public:
     using ListCursor::ListCursor;
 };
 
-class HUtilCursorBase final : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOContext> {
+class HUtilCursorBase : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOContext> {
  public:
     using ListCursor::ListCursor;
 };
 
-class HDataTableCursorBase final
-    : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
+class HDataTableCursorBase : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
  public:
     using ListCursor::ListCursor;
 };
 
 // The position is the number of the reaction. It may stand anywhere outside of them too.
-class HReactionCursorBase final : public NumberedCursor<HReactionCursorBase, HFSOContext> {
+class HReactionCursorBase : public NumberedCursor<HReactionCursorBase, HFSOContext> {
  public:
     using NumberedCursor::NumberedCursor;
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "framework/subscribers.h"
 #include "host/host_access.h"
 
@@ -63,9 +64,11 @@ FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_ca
 }
 
 FIXTopEntry::~FIXTopEntry() {
-    life_->Leave(*this);
-    Subscribers().Clear();
-    CaseLife::TellAllForgotten();
+    memory::Contain([this] {
+        life_->Leave(*this);
+        Subscribers().Clear();
+        CaseLife::TellAllForgotten();
+    });
 }
 
 // The host's callback has told the subscribers of this case already, where it came this way.
@@ -109,7 +112,7 @@ void FIXTopEntry::GetAttribute(const FIValue& name, FIValue& out) {
 }
 
 FIAttributeCursorBase* FIXTopEntry::MakeCursor() {
-    return HandOut(new AttrMapCursorBase<FIXTopEntry>(this));
+    return HandOut(new Shielded<AttrMapCursorBase<FIXTopEntry>>(this));
 }
 
 void FIXTopEntry::ReadStatus(FIValue& out) const {
@@ -167,11 +170,13 @@ void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
         out = FIValue(kBooleanExpected);
         return;
     }
-    if (hide) {
-        HideCase(*simulation_case, *session);
-    } else {
-        ShowCase(*simulation_case, *session);
-    }
+    memory::Outside([&] {
+        if (hide) {
+            HideCase(*simulation_case, *session);
+        } else {
+            ShowCase(*simulation_case, *session);
+        }
+    });
     out.Clear();
     Dispatch(0);
 }
@@ -179,8 +184,8 @@ void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
 bool FIXTopEntry::Subscribe(void* owner, int kind, FICallback callback) {
     const bool accepts = has_subscriptions_ && !IsGone();
     if (!accepts) return false;
-    Subscribers().Add(owner, kind, callback, life_.Get());
     life_->Watch(*this);
+    Subscribers().Add(owner, kind, callback, life_.Get());
     return true;
 }
 
@@ -191,5 +196,5 @@ bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
 void FIXTopEntry::Dispatch(int event) {
     const CaseLife* of = CaseLife::OfEvent();
     if (event != 0 && of) of->TakeTopsToTell();
-    Subscribers().Dispatch(event, of);
+    memory::Contain([&] { Subscribers().Dispatch(event, of); });
 }

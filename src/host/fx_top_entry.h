@@ -10,7 +10,7 @@
 #include "framework/top_entry.h"
 #include "host/case_life.h"
 
-class FIXTopEntry final : public FITopEntry, public LivingNode, private Liveness::Watcher {
+class FIXTopEntry : public FITopEntry, public LivingNode, private Liveness::Watcher {
  public:
     // Sets the flag of a host top context; gets one reference to give up. False: not possible.
     using AttachCall = bool (*)(FIContext* context, bool follow);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "framework/shield.h"
 #include "host/h_array_set_elem.h"
 #include "host/host_attributes.h"
 
@@ -66,11 +67,11 @@ HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent,
 
 FICursorBase* HArraySetContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HArraySetCursorBase(this));
+    return HandOut(new Shielded<HArraySetCursorBase>(this));
 }
 
 FIEntry* HArraySetContext::MakeEntry(int row) {
-    return new HArraySetEntry(this, row);
+    return new Shielded<HArraySetEntry>(this, row);
 }
 
 bool HArraySetCursorBase::SeekName(int, const char* name) {
@@ -89,7 +90,7 @@ HArraySetEntry::HArraySetEntry(HArraySetContext* context, int row)
 
 FIContext* HArraySetEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    return HandOut(new HArraySetElemContext(context_.Get(), row_, this));
+    return HandOut(new Shielded<HArraySetElemContext>(context_.Get(), row_, this));
 }
 
 void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {

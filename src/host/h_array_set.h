@@ -10,7 +10,7 @@
 #include "host/index_cursor.h"
 #include "host/interface/array_set.h"
 
-class HArraySetContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HArraySetContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Turns the columns as the host filled them into texts, once for a block: the host's numbers
     // and objects are gone from it then. Objects that may not be there any more are not asked for
@@ -38,7 +38,7 @@ class HArraySetContext final : public CountedFromZero<FIContext>, public LivingN
     const LivingNode* living_;
 };
 
-class HArraySetCursorBase final : public IndexCursor<HArraySetCursorBase, HArraySetContext> {
+class HArraySetCursorBase : public IndexCursor<HArraySetCursorBase, HArraySetContext> {
  public:
     using IndexCursor::IndexCursor;
 
@@ -49,7 +49,7 @@ class HArraySetCursorBase final : public IndexCursor<HArraySetCursorBase, HArray
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HArraySetEntry final : public AttrMapEntry<HArraySetEntry>, public LivingNode {
+class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
  public:
     HArraySetEntry(HArraySetContext* context, int row);
 

@@ -1,5 +1,6 @@
 #include "host/h_array_set_elem.h"
 
+#include "framework/shield.h"
 #include "host/host_attributes.h"
 
 HArraySetElemContext::HArraySetElemContext(HArraySetContext* table, int row, FIEntry* parent)
@@ -9,11 +10,11 @@ HArraySetElemContext::HArraySetElemContext(HArraySetContext* table, int row, FIE
 
 FICursorBase* HArraySetElemContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HArraySetElemCursorBase(this));
+    return HandOut(new Shielded<HArraySetElemCursorBase>(this));
 }
 
 FIEntry* HArraySetElemContext::MakeEntry(int column) {
-    return new HArraySetElemEntry(this, column);
+    return new Shielded<HArraySetElemEntry>(this, column);
 }
 
 const host::Text* HArraySetElemContext::TextAt(int column) const {

@@ -5,7 +5,7 @@
 
 #include "host/h_array_set.h"
 
-class HArraySetElemContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HArraySetElemContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // `parent` is the row's node.
     HArraySetElemContext(HArraySetContext* table, int row, FIEntry* parent);
@@ -30,8 +30,7 @@ class HArraySetElemContext final : public CountedFromZero<FIContext>, public Liv
     Ref<FIEntry> parent_;
 };
 
-class HArraySetElemCursorBase final
-    : public IndexCursor<HArraySetElemCursorBase, HArraySetElemContext> {
+class HArraySetElemCursorBase : public IndexCursor<HArraySetElemCursorBase, HArraySetElemContext> {
  public:
     using IndexCursor::IndexCursor;
 
@@ -41,7 +40,7 @@ class HArraySetElemCursorBase final
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HArraySetElemEntry final : public AttrMapEntry<HArraySetElemEntry>, public LivingNode {
+class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public LivingNode {
  public:
     HArraySetElemEntry(HArraySetElemContext* context, int column);
 

@@ -4,7 +4,9 @@
 #include <cstring>
 #include <string>
 
+#include "diagnostics/memory_guard.h"
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "host/h_vars_values.h"
 #include "host/host_attributes.h"
 
@@ -35,7 +37,7 @@ int HPublishContext::CountOf(host::COnlineConnectivityManager& manager) {
 
 FICursorBase* HPublishContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HPublishCursorBase(this));
+    return HandOut(new Shielded<HPublishCursorBase>(this));
 }
 
 host::RTIVariable* HPublishContext::Variable(int number) const {
@@ -49,7 +51,7 @@ host::RTIVariable* HPublishContext::Variable(int number) const {
 FIEntry* HPublishContext::MakeEntry(int number) {
     host::RTIVariable* variable = Variable(number);
     if (!variable) return EmptyEntry();
-    return new HPublishEntry(this, *variable);
+    return new Shielded<HPublishEntry>(this, *variable);
 }
 
 bool HPublishCursorBase::Seek(int origin, int delta) {
@@ -126,7 +128,7 @@ void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int,
         ToInternalUnit(unit_type_, GetVarSet(), internal);
         out.Clear();
         auto self = Ref<HPublishEntry>::Share(this);
-        variable_.Get()->SetValue(InternalNumber(internal));
+        memory::Outside([&] { variable_.Get()->SetValue(InternalNumber(internal)); });
         if (IsGone()) out.SetText(kNodeDeletedText);
     } else if (std::strcmp(text, "uom") == 0) {
         SetShownUnit(unit_type_, GetVarSet(), value, out);

@@ -11,7 +11,7 @@
 #include "host/host_object.h"
 #include "host/numbered_cursor.h"
 
-class HPublishContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HPublishContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // `manager` is that of the case of `life`; `parent`, the node above, is kept.
     HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent, Ref<CaseLife> life);
@@ -39,7 +39,7 @@ class HPublishContext final : public CountedFromZero<FIContext>, public LivingNo
     Ref<FIEntry> parent_;
 };
 
-class HPublishCursorBase final : public NumberedCursor<HPublishCursorBase, HPublishContext> {
+class HPublishCursorBase : public NumberedCursor<HPublishCursorBase, HPublishContext> {
  public:
     using NumberedCursor::NumberedCursor;
 
@@ -53,7 +53,7 @@ class HPublishCursorBase final : public NumberedCursor<HPublishCursorBase, HPubl
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HPublishEntry final : public AttrMapEntry<HPublishEntry>, public LivingNode {
+class HPublishEntry : public AttrMapEntry<HPublishEntry>, public LivingNode {
  public:
     HPublishEntry(HPublishContext* context, host::RTIVariable& variable);
 

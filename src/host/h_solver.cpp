@@ -4,6 +4,7 @@
 #include <cstring>
 #include <optional>
 
+#include "diagnostics/memory_guard.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solve_wait.h"
@@ -85,8 +86,10 @@ void* HSSSolver::CheckSolve(FIErrorList& errors) {
 void HSSSolver::SolveOnceNow(FIErrorList& errors) {
     host::FlowSheetSolver* solver = MainSolver();
     if (!solver) return;
-    solver->Holding(false);
-    solver->SolveOnce();
+    memory::Outside([&] {
+        solver->Holding(false);
+        solver->SolveOnce();
+    });
     // The pass lets the host's loop run, in which the case may go.
     solver = MainSolver();
     if (!solver) return;
@@ -102,8 +105,10 @@ bool HSSSolver::Run() {
     notify_->ChangeState(HSolverNotify::kRunning);
     solver = MainSolver();
     if (!solver) return false;
-    solver->Holding(false);
-    solver->SolveTask();
+    memory::Outside([&] {
+        solver->Holding(false);
+        solver->SolveTask();
+    });
     return true;
 }
 
@@ -155,7 +160,9 @@ void HSSSolver::SetAutosolve(const FIValue& value, FIValue& out) {
     if (!autosolve) out = FIValue(kMismatch);
     if (!solver) return;
     if (autosolve) solver->Holding(!*autosolve);
-    if (solver->NeedsToRun() && !solver->IsSolving()) solver->SolveTask();
+    if (solver->NeedsToRun() && !solver->IsSolving()) {
+        memory::Outside([&] { solver->SolveTask(); });
+    }
 }
 
 void HSSSolver::SetWaitForSolve(const FIValue& value, FIValue& out) {

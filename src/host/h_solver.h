@@ -38,7 +38,7 @@ class HSolverBase : public FISolver {
     FIVarSet* var_set_ = nullptr;
 };
 
-class HSSSolver final : public HSolverBase, public AttrMapBase<HSSSolver> {
+class HSSSolver : public HSolverBase, public AttrMapBase<HSSSolver> {
  public:
     explicit HSSSolver(host::SimulationCase* simulation_case);
 
@@ -68,7 +68,7 @@ class HSSSolver final : public HSolverBase, public AttrMapBase<HSSSolver> {
     Ref<HSolverNotify> notify_;
 };
 
-class HDynamicSolver final : public HSolverBase, public AttrMapBase<HDynamicSolver> {
+class HDynamicSolver : public HSolverBase, public AttrMapBase<HDynamicSolver> {
  public:
     using HSolverBase::HSolverBase;
 

@@ -1,5 +1,6 @@
 #include "host/h_spec_context.h"
 
+#include "framework/shield.h"
 #include "host/h_spec_entry.h"
 
 HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
@@ -14,11 +15,11 @@ HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HSpecCursorBase(this, Elements()));
+    return HandOut(new Shielded<HSpecCursorBase>(this, Elements()));
 }
 
 FIEntry* HSpecContext::MakeEntry(host::CSpecElement& element) {
-    return new HSpecEntry(this, element);
+    return new Shielded<HSpecEntry>(this, element);
 }
 
 bool HSpecCursorBase::SeekValue(int origin, FIEntry& entry) {

@@ -43,7 +43,7 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     }
 };
 
-class HSpecContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // The elements in `info`, a part of `fill`, which describes `owner`. `parent` is the node
     // above: it is kept alive, and with it the options. Without a fill the info outlives the
@@ -75,7 +75,7 @@ class HSpecContext final : public CountedFromZero<FIContext>, public LivingNode 
     Ref<HSpecFill> fill_;
 };
 
-class HSpecCursorBase final : public ListCursor<HSpecCursorBase, SpecWalk, HSpecContext> {
+class HSpecCursorBase : public ListCursor<HSpecCursorBase, SpecWalk, HSpecContext> {
  public:
     using ListCursor::ListCursor;
 

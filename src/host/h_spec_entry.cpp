@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "framework/shield.h"
 #include "host/h_array_set.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
@@ -66,10 +67,11 @@ FIContext* HSpecEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     const Ref<HSpecFill>& fill = context_->Fill();
     if (element_.child) {
-        context = new HSpecContext(element_.child, context_->Owner(), &options_, attachments_, this,
-                                   fill);
+        context = new Shielded<HSpecContext>(element_.child, context_->Owner(), &options_,
+                                             attachments_, this, fill);
     } else if (element_.array_set) {
-        context = new HArraySetContext(element_.array_set, this, !fill || fill->IsCurrent());
+        context =
+            new Shielded<HArraySetContext>(element_.array_set, this, !fill || fill->IsCurrent());
     } else {
         return EmptyContext();
     }

@@ -11,7 +11,7 @@
 #include "framework/ref.h"
 #include "host/h_spec_context.h"
 
-class HSpecEntry final : public AttrMapEntry<HSpecEntry>, public LivingNode {
+class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
  public:
     HSpecEntry(HSpecContext* context, host::CSpecElement& element);
 

@@ -1,6 +1,7 @@
 #include "host/h_top_entry.h"
 
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "host/fso.h"
 #include "host/h_vars_context.h"
 #include "host/host_access.h"
@@ -83,12 +84,13 @@ FIContext* HTopEntry::GetContext() {
         case Below::kSpecification:
             return specification_.MakeContext(&options_, attachments_, this);
         case Below::kFlowSheet:
-            context = new HSUandUContext(Object()->SubFlowSheet(), context_->CaseRecord()->Case(),
-                                         &options_, attachments_, this);
+            context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
+                                                   context_->CaseRecord()->Case(), &options_,
+                                                   attachments_, this);
             break;
         case Below::kVariables:
-            context =
-                new HVarsContext(variables_, Object(), &options_, attachments_, this, nullptr);
+            context = new Shielded<HVarsContext>(variables_, Object(), &options_, attachments_,
+                                                 this, nullptr);
             break;
     }
     return HandOut(context);
@@ -111,6 +113,8 @@ void HTopEntry::BeginBatch() {
     EditBatch().Remove(object_);
     host::Viewable* object = Object();
     if (EditBatch().IsOpen() || !IsStream(object)) return;
-    if (host::ProcessStream* stream = object->AsProcessStream()) stream->EndDeferCompNormalize();
+    if (host::ProcessStream* stream = object->AsProcessStream()) {
+        memory::Outside([&] { stream->EndDeferCompNormalize(); });
+    }
     SolveAndWait(*context_->CaseRecord());
 }

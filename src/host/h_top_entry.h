@@ -15,7 +15,7 @@
 
 class HFSOContext;
 
-class HTopEntry final : public AttrMapEntry<HTopEntry>, public LivingNode {
+class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
  public:
     HTopEntry(HFSOContext* context, host::Viewable* object);
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "host/h_var_dims_entry.h"
 
 namespace {
@@ -43,11 +44,11 @@ HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
 
 FICursorBase* HVarDimsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HVarDimsCursorBase(this));
+    return HandOut(new Shielded<HVarDimsCursorBase>(this));
 }
 
 FIEntry* HVarDimsContext::MakeEntry(int index) {
-    return new HVarDimsEntry(this, index);
+    return new Shielded<HVarDimsEntry>(this, index);
 }
 
 bool HVarDimsContext::IsSameList(const HVarDimsContext& other) const {
@@ -111,7 +112,7 @@ const void* HVarDimsCursorBase::TypeId() const {
 }
 
 FICursorBase* HVarDimsCursorBase::Clone(bool deep) {
-    FICursorBase* clone = deep ? new HVarDimsCursorBase(context_.Get(), position_) : this;
+    FICursorBase* clone = deep ? new Shielded<HVarDimsCursorBase>(context_.Get(), position_) : this;
     return HandOut(clone);
 }
 

@@ -8,7 +8,7 @@
 #include "host/h_vars_entry.h"
 #include "host/hovex_options.h"
 
-class HVarDimsContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Dimension `dimension`, counted from 0, of `variable` at an address in which the dimensions
     // before it are filled. `parent` is the node above, kept alive for its options.
@@ -51,7 +51,7 @@ class HVarDimsContext final : public CountedFromZero<FIContext>, public LivingNo
 };
 
 // The position is an index of the array. It stops at the first index and behind the last.
-class HVarDimsCursorBase final : public CountedFromZero<FICursorBase> {
+class HVarDimsCursorBase : public CountedFromZero<FICursorBase> {
  public:
     explicit HVarDimsCursorBase(HVarDimsContext* context);
     HVarDimsCursorBase(HVarDimsContext* context, long long position);

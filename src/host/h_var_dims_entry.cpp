@@ -1,6 +1,7 @@
 #include "host/h_var_dims_entry.h"
 
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "host/h_variable_rows.h"
 #include "host/solve_wait.h"
 
@@ -44,10 +45,11 @@ FIContext* HVarDimsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
-        context = new HVarDimsContext(&Array(), context_->Dimension() + 1, address_, attachments_,
-                                      &options_, this);
+        context = new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_,
+                                                attachments_, &options_, this);
     } else if (const host::LinkedList* variables = FollowedVariables()) {
-        context = new HVarsContext(variables, Holder(), &options_, attachments_, this, this);
+        context =
+            new Shielded<HVarsContext>(variables, Holder(), &options_, attachments_, this, this);
     } else {
         return EmptyContext();
     }
@@ -84,7 +86,9 @@ void HVarDimsEntry::BeginBatch() {
     if (!stream.Get()) return;
     EditBatch().Remove(stream);
     if (EditBatch().IsOpen()) return;
-    if (auto* process = stream.Get()->AsProcessStream()) process->EndDeferCompNormalize();
+    if (auto* process = stream.Get()->AsProcessStream()) {
+        memory::Outside([&] { process->EndDeferCompNormalize(); });
+    }
     SolveAndWait(*Array().CaseRecord(), true);
 }
 

@@ -11,9 +11,7 @@
 #include "host/h_attachment.h"
 #include "host/h_var_dims_context.h"
 
-class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>,
-                            public HAttachment,
-                            public LivingNode {
+class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, public LivingNode {
  public:
     HVarDimsEntry(HVarDimsContext* context, int index);
 

@@ -1,5 +1,6 @@
 #include "host/h_vars_context.h"
 
+#include "framework/shield.h"
 #include "host/h_vars_entry.h"
 #include "host/moniker_match.h"
 
@@ -15,11 +16,11 @@ HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(new HVarsCursorBase(this, VariableWalk(list_)));
+    return HandOut(new Shielded<HVarsCursorBase>(this, VariableWalk(list_)));
 }
 
 FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
-    return new HVarsEntry(this, &row);
+    return new Shielded<HVarsEntry>(this, &row);
 }
 
 void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {

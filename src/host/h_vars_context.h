@@ -26,7 +26,7 @@ class VariableWalk : public ListPosition<VariableView> {
     static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
 };
 
-class HVarsContext final : public CountedFromZero<FIContext>, public LivingNode {
+class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
     // `attachment` is that node when it is one that points at `owner`, else null.
@@ -59,7 +59,7 @@ class HVarsContext final : public CountedFromZero<FIContext>, public LivingNode 
     const HAttachment* attachment_;
 };
 
-class HVarsCursorBase final : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {
+class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {
  public:
     using ListCursor::ListCursor;
 };

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "framework/shield.h"
 #include "host/h_var_dims_context.h"
 #include "host/h_variable_rows.h"
 
@@ -165,10 +166,11 @@ FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
-        context = new HVarDimsContext(this, 0, description_, attachments_, &options_, this);
-    } else if (LeadsSomewhere()) {
         context =
-            new HVarsContext(AttachedVariables(), Holder(), &options_, attachments_, this, this);
+            new Shielded<HVarDimsContext>(this, 0, description_, attachments_, &options_, this);
+    } else if (LeadsSomewhere()) {
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), &options_, attachments_,
+                                             this, this);
     } else {
         return EmptyContext();
     }

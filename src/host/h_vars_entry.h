@@ -10,7 +10,7 @@
 #include "host/h_vars_context.h"
 #include "host/h_vars_values.h"
 
-class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
+class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
  public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 

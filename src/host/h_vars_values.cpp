@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "diagnostics/memory_guard.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solve_wait.h"
@@ -52,7 +53,7 @@ template <class Store, class IsStored>
 const char* StoreAndSolve(const HVariablePlace& place, const Ref<CaseLife>& life, Store store,
                           IsStored is_stored) {
     const HostObject<host::Viewable> object(place.object, life);
-    store(*place.object, *place.description);
+    memory::Outside([&] { store(*place.object, *place.description); });
     if (!EditBatch().IsOpen()) SolveAndWait(*life);
     host::Viewable* left = object.Get();
     if (!left) return kNodeDeletedText;
@@ -234,7 +235,7 @@ void StoreComposition(const HVariable& variable, const FIValue& value) {
     host::VarDescription address = *variable.description;
     address.SetOffset(0, edited, false);
     const HVariablePlace place = FindPlace(variable.object, address);
-    place.object->SetRealValue(*place.description, InternalNumber(value));
+    memory::Outside([&] { place.object->SetRealValue(*place.description, InternalNumber(value)); });
 }
 
 host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,

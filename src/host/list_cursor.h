@@ -16,6 +16,7 @@
 #include "framework/cursor.h"
 #include "framework/empties.h"
 #include "framework/entry.h"
+#include "framework/shield.h"
 
 template <class Derived, class Walk, class Context>
 class ListCursor : public CountedFromZero<FICursorBase> {
@@ -25,7 +26,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
 
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
-        FICursorBase* clone = deep ? new Derived(context_.Get(), walk_) : this;
+        FICursorBase* clone = deep ? new Shielded<Derived>(context_.Get(), walk_) : this;
         return HandOut(clone);
     }
     bool Seek(int origin, int delta) override {

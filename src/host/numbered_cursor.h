@@ -12,6 +12,7 @@
 #include "framework/cursor.h"
 #include "framework/empties.h"
 #include "framework/entry.h"
+#include "framework/shield.h"
 
 template <class Derived, class Context>
 class NumberedCursor : public CountedFromZero<FICursorBase> {
@@ -21,7 +22,7 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
 
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
-        FICursorBase* clone = deep ? new Derived(context_.Get(), position_) : this;
+        FICursorBase* clone = deep ? new Shielded<Derived>(context_.Get(), position_) : this;
         return HandOut(clone);
     }
     bool AtBegin() override { return position_ == 0; }

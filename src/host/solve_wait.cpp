@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "diagnostics/memory_guard.h"
 #include "host/host_access.h"
 
 namespace {
@@ -52,7 +53,7 @@ host::FlowSheetSolver* SolverOf(const CaseLife& life) {
 host::FlowSheetSolver* Turn(const CaseLife& life) {
     host::HostServices* services = host::InstalledServices();
     if (!services) return nullptr;
-    services->WaitForTurn(0);
+    memory::Outside([&] { services->WaitForTurn(0); });
     return host::InstalledServices() ? SolverOf(life) : nullptr;
 }
 
@@ -61,7 +62,7 @@ host::FlowSheetSolver* Turn(const CaseLife& life) {
 void SolveAndWait(const CaseLife& life, bool always_wait) {
     host::FlowSheetSolver* solver = host::InstalledServices() ? SolverOf(life) : nullptr;
     if (!solver) return;
-    solver->SolveTask();
+    memory::Outside([&] { solver->SolveTask(); });
     if (!g_wait_for_solve && !always_wait) return;
     // A queued solve may take two turns to begin.
     for (int turn = 0; turn < 2 && solver && !solver->IsSolving() && solver->Pending(); ++turn) {

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "diagnostics/memory_guard.h"
+
 namespace {
 
 constexpr long kNoInterface = static_cast<long>(static_cast<std::int32_t>(0x80004002));
@@ -106,7 +108,8 @@ void HSolverNotify::End(bool told) {
 
 bool HSolverNotify::Subscribe(void* owner, int kind, FISolverCallback callback) {
     if (kind == 2 || IsOver()) return false;
-    subscribers_.push_back({owner, kind, callback, ++last_number_});
+    subscribers_.push_back({owner, kind, callback, last_number_ + 1});
+    ++last_number_;
     AddUser();
     return true;
 }
@@ -141,13 +144,17 @@ void HSolverNotify::ChangeState(RunState state) {
 
 void HSolverNotify::Tell(int kind, const FIErrorList* report) {
     // Those who leave during the round are not told any more, those who come are told next time.
-    const std::vector<Subscriber> round = subscribers_;
-    for (const Subscriber& each : round) {
-        if (each.kind != kind) continue;
-        const bool stays =
-            std::any_of(subscribers_.begin(), subscribers_.end(),
-                        [&](const Subscriber& present) { return present.number == each.number; });
-        if (stays) each.callback(each.owner, kind, report);
+    const std::uint64_t last = last_number_;
+    std::uint64_t told = 0;
+    const auto is_next = [&](const Subscriber& each) {
+        return each.kind == kind && each.number > told && each.number <= last;
+    };
+    while (true) {
+        const auto next = std::find_if(subscribers_.begin(), subscribers_.end(), is_next);
+        if (next == subscribers_.end()) return;
+        const Subscriber each = *next;
+        told = each.number;
+        memory::Outside([&] { each.callback(each.owner, kind, report); });
     }
 }
 
@@ -155,36 +162,38 @@ void HSolverNotify::Forward(void (host::IModelCallback::*slot)(), int raw_event)
     life_->AsEvent([&] {
         if (saved_) {
             auto saved = Ref<host::IModelCallback>::Share(saved_);
-            (saved.Get()->*slot)();
+            memory::Outside([&] { (saved.Get()->*slot)(); });
         } else if (raw_callback_) {
-            raw_callback_(raw_event);
+            memory::Outside([&] { raw_callback_(raw_event); });
         }
     });
 }
 
 void HSolverNotify::SimulationStarted() {
     auto self = Ref<HSolverNotify>::Share(this);
-    Forward(&host::IModelCallback::SimulationStarted, 0);
+    memory::Contain([this] { Forward(&host::IModelCallback::SimulationStarted, 0); });
 }
 
 void HSolverNotify::SimulationStopped() {
     auto self = Ref<HSolverNotify>::Share(this);
-    Forward(&host::IModelCallback::SimulationStopped, 0);
+    memory::Contain([this] { Forward(&host::IModelCallback::SimulationStopped, 0); });
 }
 
 // Who stands in no list that the raw callback serves hears of the change from the case's record.
 void HSolverNotify::SimulationStep() {
     auto self = Ref<HSolverNotify>::Share(this);
     life_->BeginChange();
-    if (state_ == kRunning) CheckEnd();
-    Tell(kStateChanged, nullptr);
-    Forward(&host::IModelCallback::SimulationStep, 0);
+    memory::Contain([this] {
+        if (state_ == kRunning) CheckEnd();
+        Tell(kStateChanged, nullptr);
+        Forward(&host::IModelCallback::SimulationStep, 0);
+    });
     life_->TellChange();
 }
 
 void HSolverNotify::SimulationEvent() {
     auto self = Ref<HSolverNotify>::Share(this);
-    Forward(&host::IModelCallback::SimulationEvent, 1);
+    memory::Contain([this] { Forward(&host::IModelCallback::SimulationEvent, 1); });
     life_->End();
 }
 
@@ -194,6 +203,8 @@ void HSolverNotify::CheckEnd() {
     state_ = kStopped;
     solver->Holding(true);
     const bool incomplete = solver->NeedsToRun();
-    const FIErrorList report = {EndRecord(incomplete)};
-    Tell(incomplete ? 1 : 0, &report);
+    // Whoever waits for the end is told of it even when there is no memory to say more.
+    FIErrorList report;
+    memory::Contain([&] { report = {EndRecord(incomplete)}; });
+    Tell(incomplete ? 1 : 0, report.empty() ? nullptr : &report);
 }

@@ -1,5 +1,6 @@
 #include "host/spec_view.h"
 
+#include "framework/shield.h"
 #include "host/h_spec_context.h"
 #include "host/interface/services.h"
 
@@ -58,6 +59,6 @@ bool HSpecView::Fill(const HostObject<host::Viewable>& object, const HovexOption
 
 FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
                                   FIEntry* parent) const {
-    return HandOut(new HSpecContext(fill_->Info(), fill_->Object().Get(), options, attachments,
-                                    parent, fill_));
+    return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), options,
+                                              attachments, parent, fill_));
 }

@@ -1,5 +1,6 @@
 #include "host/su_and_u.h"
 
+#include "framework/shield.h"
 #include "host/fso.h"
 #include "host/host_access.h"
 #include "host/key_prefix.h"
@@ -61,6 +62,6 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
 
 FIContext* HSUandUEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    return HandOut(new HFSOContext(context_->FlowSheet(), context_->Case(), kFacts[index_].list,
-                                   &options_, attachments_, this));
+    return HandOut(new Shielded<HFSOContext>(context_->FlowSheet(), context_->Case(),
+                                             kFacts[index_].list, &options_, attachments_, this));
 }

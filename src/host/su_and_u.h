@@ -13,7 +13,7 @@
 class HSUandUCursorBase;
 class HSUandUEntry;
 
-class HSUandUContext final : public FixedContext<HSUandUContext, HSUandUCursorBase, HSUandUEntry> {
+class HSUandUContext : public FixedContext<HSUandUContext, HSUandUCursorBase, HSUandUEntry> {
  public:
     // A null flowsheet is the main one.
     HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
@@ -36,7 +36,7 @@ class HSUandUContext final : public FixedContext<HSUandUContext, HSUandUCursorBa
     Ref<FIEntry> parent_;
 };
 
-class HSUandUCursorBase final : public FixedCursor<HSUandUCursorBase, HSUandUContext> {
+class HSUandUCursorBase : public FixedCursor<HSUandUCursorBase, HSUandUContext> {
  public:
     using FixedCursor::FixedCursor;
 
@@ -45,7 +45,7 @@ class HSUandUCursorBase final : public FixedCursor<HSUandUCursorBase, HSUandUCon
     static constexpr FixedNames kNames = {kNodeNames, 4, 4};
 };
 
-class HSUandUEntry final : public FixedEntry<HSUandUEntry, HSUandUCursorBase, HSUandUContext> {
+class HSUandUEntry : public FixedEntry<HSUandUEntry, HSUandUCursorBase, HSUandUContext> {
  public:
     static constexpr auto& kRefusal = kNotSupportedHere;
 

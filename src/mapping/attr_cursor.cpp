@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include "framework/shield.h"
 
 namespace {
 
@@ -78,7 +79,8 @@ Names ListNames(const CCDMClassEntry& entry) {
 }  // namespace
 
 CCDMAttrCursorBase* CCDMAttrCursorBase::Make(CCDMClassEntry& entry) {
-    auto* cursor = new CCDMAttrCursorBase(entry, std::make_shared<const Names>(ListNames(entry)));
+    auto* cursor =
+        new Shielded<CCDMAttrCursorBase>(entry, std::make_shared<const Names>(ListNames(entry)));
     cursor->AddRef();
     return cursor;
 }
@@ -88,10 +90,10 @@ const void* CCDMAttrCursorBase::TypeId() const {
     return &type_id;
 }
 
-CCDMAttrCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
+FIAttributeCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
     CCDMAttrCursorBase* clone = this;
     if (deep) {
-        clone = new CCDMAttrCursorBase(*entry_, names_);
+        clone = new Shielded<CCDMAttrCursorBase>(*entry_, names_);
         clone->row_ = row_;
     }
     clone->AddRef();

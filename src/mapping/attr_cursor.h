@@ -15,13 +15,17 @@
 #include "framework/cursor.h"
 #include "mapping/class_entry.h"
 
-class CCDMAttrCursorBase final : public CountedFromZero<FIAttributeCursorBase> {
+class CCDMAttrCursorBase : public CountedFromZero<FIAttributeCursorBase> {
  public:
+    using Names = std::vector<std::string>;
+
+    CCDMAttrCursorBase(CCDMClassEntry& entry, std::shared_ptr<const Names> names)
+        : entry_(Ref<CCDMClassEntry>::Share(&entry)), names_(std::move(names)) {}
     // Counted, on the first row.
     static CCDMAttrCursorBase* Make(CCDMClassEntry& entry);
 
     const void* TypeId() const override;
-    CCDMAttrCursorBase* Clone(bool deep) override;
+    FIAttributeCursorBase* Clone(bool deep) override;
     bool Seek(int origin, int delta) override;
     bool SeekName(int origin, const char* name) override;
     bool SeekValue(int origin, FIEntry& entry) override;
@@ -34,11 +38,6 @@ class CCDMAttrCursorBase final : public CountedFromZero<FIAttributeCursorBase> {
     void SetVarSet(FIVarSet* vars) override { entry_->SetVarSet(vars); }
 
  private:
-    using Names = std::vector<std::string>;
-
-    CCDMAttrCursorBase(CCDMClassEntry& entry, std::shared_ptr<const Names> names)
-        : entry_(Ref<CCDMClassEntry>::Share(&entry)), names_(std::move(names)) {}
-
     bool Find(const char* name);
 
     const Ref<CCDMClassEntry> entry_;

@@ -4,6 +4,7 @@
 // another node, where the reference then stands; it is brought back before the next step.
 
 #include "diagnostics/instance_counts.h"
+#include "diagnostics/memory_guard.h"
 #include "mapping/cdt_base.h"
 #include "mapping/cdt_variable_filter.h"
 
@@ -12,7 +13,9 @@ class CDTFilter final : public CDTBase, private Counted<CountedClass::CDTFilter>
     // The inner walk is on the same reference. Stands nowhere before First.
     CDTFilter(std::unique_ptr<CDTBase> inner, FIReferenceBase& reference, CDTVariableFilter filter)
         : inner_(std::move(inner)), reference_(reference), filter_(std::move(filter)) {}
-    ~CDTFilter() override { ReturnToElement(); }
+    ~CDTFilter() override {
+        memory::Contain([this] { ReturnToElement(); });
+    }
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
     bool HasMore() const override { return !at_end_; }

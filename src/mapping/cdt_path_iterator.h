@@ -3,6 +3,7 @@
 // The nodes that the last step of a path matches, in the order of the siblings. Earlier steps are
 // taken once: their first match has all the elements.
 
+#include "diagnostics/memory_guard.h"
 #include "mapping/cdt_base.h"
 
 class FIIteratorBase;
@@ -13,7 +14,9 @@ class CDTPathIterator final : public CDTBase {
     // The path must outlive the walk; a null pointer has no matches. Stands nowhere before First.
     CDTPathIterator(const PathStep* path, FIReferenceBase& reference)
         : path_(path), reference_(reference) {}
-    ~CDTPathIterator() override { Release(); }
+    ~CDTPathIterator() override {
+        memory::Contain([this] { Release(); });
+    }
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
     bool HasMore() const override { return !at_end_; }

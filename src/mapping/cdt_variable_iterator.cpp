@@ -1,5 +1,6 @@
 #include "mapping/cdt_variable_iterator.h"
 
+#include "diagnostics/memory_guard.h"
 #include "mapping/reference_move.h"
 
 namespace {
@@ -33,7 +34,7 @@ CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
       base_depth_(other.base_depth_) {}
 
 CDTVariableIterator::~CDTVariableIterator() {
-    PopTo(reference_, base_depth_);
+    memory::Contain([this] { PopTo(reference_, base_depth_); });
 }
 
 std::unique_ptr<CDTBase> CDTVariableIterator::Clone(FIReferenceBase& reference) const {

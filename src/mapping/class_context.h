@@ -21,7 +21,7 @@ struct ClassPlace {
     AppReferences references;
 };
 
-class CCDMClassContext final : public CountedFromZero<FIContext> {
+class CCDMClassContext : public CountedFromZero<FIContext> {
  public:
     explicit CCDMClassContext(ClassPlace place);
     ~CCDMClassContext() override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/shield.h"
 #include "mapping/class_entry.h"
 
 // ---- the filter ----
@@ -102,7 +103,7 @@ CCDMClassCursorBase::CCDMClassCursorBase(const CCDMClassCursorBase& other)
 }
 
 CCDMClassCursorBase* CCDMClassCursorBase::Make(CCDMClassContext& context, CCDMAttrCol::Rows rows) {
-    auto* cursor = new CCDMClassCursorBase(context, rows);
+    auto* cursor = new Shielded<CCDMClassCursorBase>(context, rows);
     cursor->AddRef();
     return cursor;
 }
@@ -112,8 +113,8 @@ const void* CCDMClassCursorBase::TypeId() const {
     return &type_id;
 }
 
-CCDMClassCursorBase* CCDMClassCursorBase::Clone(bool deep) {
-    CCDMClassCursorBase* clone = deep ? new CCDMClassCursorBase(*this) : this;
+FICursorBase* CCDMClassCursorBase::Clone(bool deep) {
+    CCDMClassCursorBase* clone = deep ? new Shielded<CCDMClassCursorBase>(*this) : this;
     clone->AddRef();
     return clone;
 }
@@ -247,9 +248,10 @@ FIEntry* CCDMClassCursorBase::GetEntry() {
         AppFaces faces = elements_->faces;
         faces.primary = elements_->primary.AtElement(elements_->faces.primary);
         faces.secondary = elements_->secondary.AtElement(elements_->faces.secondary);
-        entry = new CCDMClassEntry(*context_, attribute, std::move(faces), elements_->index);
+        entry =
+            new Shielded<CCDMClassEntry>(*context_, attribute, std::move(faces), elements_->index);
     } else {
-        entry = new CCDMClassEntry(*context_, attribute);
+        entry = new Shielded<CCDMClassEntry>(*context_, attribute);
     }
     entry->AddRef();
     return entry;

@@ -30,13 +30,17 @@ class CCDMAttrCol {
     Rows rows_;
 };
 
-class CCDMClassCursorBase final : public CountedFromZero<FICursorBase> {
+class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
  public:
     // Counted, on the first element.
     static CCDMClassCursorBase* Make(CCDMClassContext& context, CCDMAttrCol::Rows rows);
 
+    // On no element yet.
+    CCDMClassCursorBase(CCDMClassContext& context, CCDMAttrCol::Rows rows);
+    CCDMClassCursorBase(const CCDMClassCursorBase& other);
+
     const void* TypeId() const override;
-    CCDMClassCursorBase* Clone(bool deep) override;
+    FICursorBase* Clone(bool deep) override;
     // Before the first element it does not go.
     bool Seek(int origin, int delta) override;
     bool SeekName(int origin, const char* name) override;
@@ -74,9 +78,6 @@ class CCDMClassCursorBase final : public CountedFromZero<FICursorBase> {
         bool Prev();
         Elements Copy() const;
     };
-
-    CCDMClassCursorBase(CCDMClassContext& context, CCDMAttrCol::Rows rows);
-    CCDMClassCursorBase(const CCDMClassCursorBase& other);
 
     bool First();
     bool Next();

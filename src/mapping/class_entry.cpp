@@ -4,6 +4,7 @@
 
 #include "diagnostics/error_log.h"
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "mapping/attr_cursor.h"
 #include "model/message_text.h"
 
@@ -87,9 +88,9 @@ FIContext* CCDMClassEntry::GetContext() {
         here.branch == BranchRequest::kSpec
             ? AppReferences{faces_.primary.reference, faces_.secondary.reference}
             : faces_.ByFace();
-    auto below = Ref<CCDMClassContext>::Share(
-        new CCDMClassContext({here.library, path_.classRecord, &attribute_,
-                              Ref<CCDMClassEntry>::Share(this), here.branch, references}));
+    auto below = Ref<CCDMClassContext>::Share(new Shielded<CCDMClassContext>(
+        {here.library, path_.classRecord, &attribute_, Ref<CCDMClassEntry>::Share(this),
+         here.branch, references}));
     return below.Detach();
 }
 

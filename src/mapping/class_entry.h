@@ -16,11 +16,11 @@
 #include "framework/entry.h"
 #include "mapping/class_context.h"
 
-class CCDMClassEntry final : public FIEntry,
-                             public FIAttributeSource,
-                             public LivingNode,
-                             public SmallObject,
-                             private Counted<CountedClass::AncestorPath> {
+class CCDMClassEntry : public FIEntry,
+                       public FIAttributeSource,
+                       public LivingNode,
+                       public SmallObject,
+                       private Counted<CountedClass::AncestorPath> {
  public:
     // Chooses the faces of a single attribute. Context and attribute may be one of a pure tree.
     CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute);

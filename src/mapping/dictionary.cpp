@@ -9,6 +9,7 @@
 
 #include "framework/cursor.h"
 #include "framework/empties.h"
+#include "framework/shield.h"
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
 
@@ -40,7 +41,7 @@ class ListedCursor : public CountedFromZero<Base> {
     Base* Clone(bool deep) override {
         Derived* clone = static_cast<Derived*>(this);
         if (deep) {
-            clone = new Derived(node_);
+            clone = new Shielded<Derived>(node_);
             clone->index_ = index_;
         }
         clone->AddRef();
@@ -80,7 +81,7 @@ class ListedCursor : public CountedFromZero<Base> {
     int index_ = 0;
 };
 
-class ChildCursor final : public ListedCursor<ChildCursor, FICursorBase> {
+class ChildCursor : public ListedCursor<ChildCursor, FICursorBase> {
  public:
     using ListedCursor::ListedCursor;
     static int CountOf(const Node& node) { return static_cast<int>(node.children.size()); }
@@ -90,7 +91,7 @@ class ChildCursor final : public ListedCursor<ChildCursor, FICursorBase> {
     FIEntry* GetEntry() override;
 };
 
-class RowCursor final : public ListedCursor<RowCursor, FIAttributeCursorBase> {
+class RowCursor : public ListedCursor<RowCursor, FIAttributeCursorBase> {
  public:
     using ListedCursor::ListedCursor;
     static int CountOf(const Node& node) { return static_cast<int>(node.rows.size()); }
@@ -111,19 +112,19 @@ class RowCursor final : public ListedCursor<RowCursor, FIAttributeCursorBase> {
     void SetVarSet(FIVarSet*) override {}
 };
 
-class DictionaryContext final : public CountedFromZero<FIContext> {
+class DictionaryContext : public CountedFromZero<FIContext> {
  public:
     explicit DictionaryContext(NodeRef node) : node_(std::move(node)) {}
     FICursorBase* MakeCursor(int kind) override {
         if (kind == kKeyCursor) return EmptyCursor();
-        return Ref<ChildCursor>::Share(new ChildCursor(node_)).Detach();
+        return Ref<ChildCursor>::Share(new Shielded<ChildCursor>(node_)).Detach();
     }
 
  private:
     const NodeRef node_;
 };
 
-class DictionaryEntry final : public FIEntry, public FIAttributeSource {
+class DictionaryEntry : public FIEntry, public FIAttributeSource {
  public:
     explicit DictionaryEntry(NodeRef node) : node_(std::move(node)) {}
     int AddRef() override { return ++references_; }
@@ -143,11 +144,11 @@ class DictionaryEntry final : public FIEntry, public FIAttributeSource {
         return this;
     }
     FIAttributeCursorBase* MakeCursor() override {
-        return Ref<RowCursor>::Share(new RowCursor(node_)).Detach();
+        return Ref<RowCursor>::Share(new Shielded<RowCursor>(node_)).Detach();
     }
     bool IsContainer() override { return !node_->children.empty(); }
     FIContext* GetContext() override {
-        return Ref<FIContext>::Share(new DictionaryContext(node_)).Detach();
+        return Ref<FIContext>::Share(new Shielded<DictionaryContext>(node_)).Detach();
     }
 
  private:
@@ -158,7 +159,7 @@ class DictionaryEntry final : public FIEntry, public FIAttributeSource {
 FIEntry* ChildCursor::GetEntry() {
     if (AtEnd()) return nullptr;
     const NodeRef child(node_, &node_->children[static_cast<std::size_t>(index_)]);
-    return Ref<FIEntry>::Share(new DictionaryEntry(child)).Detach();
+    return Ref<FIEntry>::Share(new Shielded<DictionaryEntry>(child)).Detach();
 }
 
 FIValue TextOf(const std::string& text) {
@@ -227,5 +228,5 @@ Ref<FIEntry> MakeDictionary(const CCDMClassLibrary& library) {
     auto root = std::make_shared<Node>(MakeNode("Dictionary", "Group"));
     root->children.push_back(std::move(classes));
     root->children.push_back(std::move(enumerations));
-    return Ref<FIEntry>::Share(new DictionaryEntry(std::move(root)));
+    return Ref<FIEntry>::Share(new Shielded<DictionaryEntry>(std::move(root)));
 }

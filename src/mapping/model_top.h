@@ -6,7 +6,7 @@
 #include "framework/attr_map.h"
 #include "mapping/class_context.h"
 
-class CCDMTopEntry final : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
+class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
  public:
     // Its rows tell of the class.
     using AnswersWhenGone = void;

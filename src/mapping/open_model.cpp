@@ -1,6 +1,7 @@
 #include "mapping/open_model.h"
 
 #include "diagnostics/error_log.h"
+#include "framework/shielded_iterator.h"
 #include "mapping/class_entry.h"
 #include "mapping/dictionary.h"
 #include "mapping/map_file.h"
@@ -42,7 +43,7 @@ Ref<CCDMClassContext> MakeTree(const Opened& opened, const std::string& class_na
     place.shown = shown;
     place.branch = static_cast<BranchRequest>(opened->library.defaultBranch);
     place.references.primary = std::move(application);
-    return Ref<CCDMClassContext>::Share(new CCDMClassContext(std::move(place)));
+    return Ref<CCDMClassContext>::Share(new Shielded<CCDMClassContext>(std::move(place)));
 }
 
 Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
@@ -83,8 +84,8 @@ Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* given) {
     const CCDMClassLibrary& library = opened->library;
     const Ref<FIEntry> top = TopOf(library, given);
     if (!top) return {};
-    auto reference =
-        FIReference::Unbound(Ref<FIIterator>::Adopt(new FIIterator(top.Get(), /*history=*/false)));
+    auto reference = FIReference::Unbound(
+        Ref<FIIterator>::Adopt(new Shielded<FIIterator>(top.Get(), /*history=*/false)));
     // Reading the key fixes the root of hosts that settle it late.
     char scratch[kScratchSize];
     reference->NameText(scratch, kScratchSize);

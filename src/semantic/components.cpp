@@ -8,6 +8,7 @@
 namespace {
 
 using semantic::CompositionStep;
+using semantic::Exported;
 using semantic::FlashPhaseStep;
 using semantic::NestedStep;
 using semantic::PhaseComponentStep;
@@ -35,112 +36,122 @@ int ComponentArray(FIIteratorBase& it, int index, const char* variable, semantic
 // ---- A stream and its K values
 
 int CTComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kStreamRow, {kMoleFractions});
+    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kMoleFractions}); });
 }
 
 int CTKVMLArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kStreamRow, {kKMixedLiquid});
+    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKMixedLiquid}); });
 }
 
 int CTKVLArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kStreamRow, {kKLightLiquid});
+    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKLightLiquid}); });
 }
 
 int CTKVL2Array(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kStreamRow, {kKHeavyLiquid});
+    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKHeavyLiquid}); });
 }
 
 int CTKL1L2Array(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kStreamRow, {kKLiquids});
+    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKLiquids}); });
 }
 
 bool CTComponent(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, kMoleFractions, kStreamRow);
+    return Exported([=] { return CompositionStep(*it, move, kMoleFractions, kStreamRow); });
 }
 
 // One node has the component as its key and the fraction as its value.
 bool CTMoleFraction(FIIteratorBase* it, int move) {
-    return CTComponent(it, move);
+    return Exported([=] { return CTComponent(it, move); });
 }
 
 bool CTMassFraction(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, "Master Comp Mass Frac", kStreamRow);
+    return Exported(
+        [=] { return CompositionStep(*it, move, "Master Comp Mass Frac", kStreamRow); });
 }
 
 bool CTVolumeFraction(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, "Master Comp Volume Frac", kStreamRow);
+    return Exported(
+        [=] { return CompositionStep(*it, move, "Master Comp Volume Frac", kStreamRow); });
 }
 
 bool CTKVML(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, kKMixedLiquid, kStreamRow);
+    return Exported([=] { return CompositionStep(*it, move, kKMixedLiquid, kStreamRow); });
 }
 
 bool CTKVL(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, kKLightLiquid, kStreamRow);
+    return Exported([=] { return CompositionStep(*it, move, kKLightLiquid, kStreamRow); });
 }
 
 bool CTKVL2(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, kKHeavyLiquid, kStreamRow);
+    return Exported([=] { return CompositionStep(*it, move, kKHeavyLiquid, kStreamRow); });
 }
 
 bool CTKL1L2(FIIteratorBase* it, int move) {
-    return CompositionStep(*it, move, kKLiquids, kStreamRow);
+    return Exported([=] { return CompositionStep(*it, move, kKLiquids, kStreamRow); });
 }
 
 // ---- One phase of a stream, named by the variable PhaseName
 
 // Every phase has a row for each component, so the vapour's list serves them all.
 int CTPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kPhaseRow, {kPhaseMoleFractions, "Vapour Phase"});
+    return Exported([=] {
+        return ComponentArray(*it, index, kPhaseRow, {kPhaseMoleFractions, "Vapour Phase"});
+    });
 }
 
 bool CTPhaseComponent(FIIteratorBase* it, int move) {
-    return PhaseComponentStep(*it, move, kPhaseMoleFractions);
+    return Exported([=] { return PhaseComponentStep(*it, move, kPhaseMoleFractions); });
 }
 
 bool CTPhaseMoleFraction(FIIteratorBase* it, int move) {
-    return PhaseComponentStep(*it, move, kPhaseMoleFractions);
+    return Exported([=] { return PhaseComponentStep(*it, move, kPhaseMoleFractions); });
 }
 
 bool CTPhaseMassFraction(FIIteratorBase* it, int move) {
-    return PhaseComponentStep(*it, move, "Phase Comp Mass Frac");
+    return Exported([=] { return PhaseComponentStep(*it, move, "Phase Comp Mass Frac"); });
 }
 
 bool CTPhaseVolumeFraction(FIIteratorBase* it, int move) {
-    return PhaseComponentStep(*it, move, "Phase Comp Volume Frac");
+    return Exported([=] { return PhaseComponentStep(*it, move, "Phase Comp Volume Frac"); });
 }
 
 // ---- A fluid of a unit operation, and the phases of a flash
 
 int CTFluidPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kFluidRow, {kMoleFractions});
+    return Exported([=] { return ComponentArray(*it, index, kFluidRow, {kMoleFractions}); });
 }
 
 bool CTFluidPhaseComponent(FIIteratorBase* it, int move) {
-    return NestedStep(*it, move, kFluidRow, {kMoleFractions});
+    return Exported([=] { return NestedStep(*it, move, kFluidRow, {kMoleFractions}); });
 }
 
 int CTVaporPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kFlashRow, {"Vapour", kMoleFractions});
+    return Exported([=] {
+        return ComponentArray(*it, index, kFlashRow, {"Vapour", kMoleFractions});
+    });
 }
 
 int CTLiquidPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kFlashRow, {"Liquid", kMoleFractions});
+    return Exported([=] {
+        return ComponentArray(*it, index, kFlashRow, {"Liquid", kMoleFractions});
+    });
 }
 
 // The second liquid is counted under one name of the host and read under another.
 int CTLiquid2PhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return ComponentArray(*it, index, kFlashRow, {"Heavy Liquid", kMoleFractions});
+    return Exported([=] {
+        return ComponentArray(*it, index, kFlashRow, {"Heavy Liquid", kMoleFractions});
+    });
 }
 
 bool CTVaporPhaseComponent(FIIteratorBase* it, int move) {
-    return FlashPhaseStep(*it, move, "Vapour");
+    return Exported([=] { return FlashPhaseStep(*it, move, "Vapour"); });
 }
 
 bool CTLiquidPhaseComponent(FIIteratorBase* it, int move) {
-    return FlashPhaseStep(*it, move, "Liquid");
+    return Exported([=] { return FlashPhaseStep(*it, move, "Liquid"); });
 }
 
 bool CTLiquid2PhaseComponent(FIIteratorBase* it, int move) {
-    return FlashPhaseStep(*it, move, "Liquid2");
+    return Exported([=] { return FlashPhaseStep(*it, move, "Liquid2"); });
 }

@@ -5,6 +5,7 @@
 #include "semantic/unit_operation_class.h"
 
 using semantic::CountTypedChildren;
+using semantic::Exported;
 
 namespace {
 
@@ -16,37 +17,45 @@ constexpr char kUtilities[] = "Utilities";
 }  // namespace
 
 bool Find1(FIIteratorBase* it, int move) {
-    if (!move) return true;
-    it->SeekPath(FIValue("appModel"));
-    // Touches the node once, so that it is there; the text is of no use.
-    char key[20];
-    it->NameText(key, sizeof key);
-    return true;
+    return Exported([=] {
+        if (!move) return true;
+        it->SeekPath(FIValue("appModel"));
+        // Touches the node once, so that it is there; the text is of no use.
+        char key[20];
+        it->NameText(key, sizeof key);
+        return true;
+    });
 }
 
 int CTFlowsheets(FIIteratorBase* it, FIValue*, int index) {
-    return CountTypedChildren(*it, kUnitOperations, "TemplateOpObject", index);
+    return Exported(
+        [=] { return CountTypedChildren(*it, kUnitOperations, "TemplateOpObject", index); });
 }
 
 int CTStreams(FIIteratorBase* it, FIValue*, int index) {
-    return CountTypedChildren(*it, kStreams, "MaterialStreamObject", index);
+    return Exported(
+        [=] { return CountTypedChildren(*it, kStreams, "MaterialStreamObject", index); });
 }
 
 int CTHeatStreams(FIIteratorBase* it, FIValue*, int index) {
-    return CountTypedChildren(*it, kStreams, "EnergyStreamObject", index);
+    return Exported([=] { return CountTypedChildren(*it, kStreams, "EnergyStreamObject", index); });
 }
 
 int CTPhaseEnvelopes(FIIteratorBase* it, FIValue*, int index) {
-    return CountTypedChildren(*it, kUtilities, "EnvelopeUtilityObject", index);
+    return Exported(
+        [=] { return CountTypedChildren(*it, kUtilities, "EnvelopeUtilityObject", index); });
 }
 
 int CTDistillationCurves(FIIteratorBase* it, FIValue*, int index) {
-    return CountTypedChildren(*it, kUtilities, "BPTableUtilityObject", index);
+    return Exported(
+        [=] { return CountTypedChildren(*it, kUtilities, "BPTableUtilityObject", index); });
 }
 
 int CTUnitOperations(FIIteratorBase* it, FIValue* subclass, int index) {
-    const auto classify = [subclass](FIIteratorBase& child) {
-        return semantic::ClassifyUnitOperation(child, *subclass);
-    };
-    return semantic::CountAcceptedChildren(*it, kUnitOperations, classify, index);
+    return Exported([=] {
+        const auto classify = [subclass](FIIteratorBase& child) {
+            return semantic::ClassifyUnitOperation(child, *subclass);
+        };
+        return semantic::CountAcceptedChildren(*it, kUnitOperations, classify, index);
+    });
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <initializer_list>
 
+#include "diagnostics/memory_guard.h"
 #include "framework/iterator.h"
 #include "framework/ref.h"
 #include "framework/semantic_function.h"
@@ -14,6 +15,12 @@
 namespace semantic {
 
 using Names = std::initializer_list<const char*>;
+
+// Runs the body of a function that is exported: one that memory runs out in answers false or 0.
+template <class Body>
+auto Exported(Body body) {
+    return memory::Or(decltype(body()){}, body);
+}
 
 Ref<FIIteratorBase> CopyOf(FIIteratorBase& it);
 // What a Function works on: `it` itself when it is to move, a copy of it otherwise.

@@ -85,8 +85,10 @@ FIValue FIValue::OfReal(double number) {
 
 void FIValue::Assign(const FIValue& other) {
     if (this == &other) return;
+    // Made first, so that a value which can't be replaced stays as it is.
+    FIValue copy(other);
     FreeBuffer();
-    CopyFrom(other);
+    StealFrom(copy);
 }
 
 void FIValue::CopyUncommon(const FIValue& other) {

@@ -24,7 +24,7 @@ ROOMS = {
     "model": GROUND,
     "uom_adapter": ["value", "platform", "model/unit_source.h"],
     "mapping": GROUND + ["model", "framework", "path"],
-    "semantic": ["value", "framework/iterator.h", "framework/ref.h",
+    "semantic": ["value", "diagnostics/memory_guard.h", "framework/iterator.h", "framework/ref.h",
                  "framework/semantic_function.h"],
     "automation": GROUND + ["framework", "mapping", "model", "path"],
     "resources": [],

@@ -1,0 +1,19 @@
+#include "diagnostics/memory_guard.h"
+
+namespace memory {
+
+namespace {
+
+constinit int g_failures = 0;
+
+}  // namespace
+
+int Failures() noexcept {
+    return g_failures;
+}
+
+void NoteFailure() noexcept {
+    ++g_failures;
+}
+
+}  // namespace memory
