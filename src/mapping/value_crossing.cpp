@@ -112,6 +112,8 @@ void ValueCrossing::NameUnit(FIValue& unit) {
 void ValueCrossing::NameUnits(FIValue& units) {
     if (units.IsNull()) return;
     std::istringstream lines(units.ToText());
+    // Else the list would end where memory does.
+    lines.exceptions(std::ios::badbit);
     units.SetText("");
     FIValue neutral;
     const char* separator = "";

@@ -7,7 +7,8 @@
 //   void DeleteUnitSource(CCDMUnitSource* source);  // takes what the other gave
 //
 // The order of the operations is fixed, since both sides are built apart. Texts are UTF-8 and
-// belong to the source until Destroy. Nothing throws.
+// belong to the source until Destroy. Nothing throws; what fails for lack of memory leaves ENOMEM
+// in errno.
 
 class CCDMUnitSource {
  public:

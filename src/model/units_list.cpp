@@ -3,6 +3,7 @@
 #include "diagnostics/error_log.h"
 #include "model/message_text.h"
 #include "platform/names.h"
+#include "platform/no_memory.h"
 
 namespace {
 
@@ -55,8 +56,10 @@ void CCDMUnitsList::Attach() {
                        .c_str());
         return Detach();
     }
-    source_ = create();
-    initialized_ = source_ != nullptr && source_->Init(init_string_.ToText().c_str());
+    source_ = OrNoMemory(create);
+    const std::string init_string = init_string_.ToText();
+    initialized_ =
+        source_ != nullptr && OrNoMemory([&] { return source_->Init(init_string.c_str()); });
     if (initialized_) return;
     Detach();
     LogMessage("Unable to initialize CCDM unit conversion adpater");

@@ -1,5 +1,6 @@
 // The unit adapter: definitions from XML behind the contract of a unit source.
 
+#include <cerrno>
 #include <new>
 
 #include "model/unit_source.h"
@@ -13,6 +14,7 @@ class UomUnitSource final : public CCDMUnitSource {
         try {
             return definitions_.Read(init_string == nullptr ? "" : init_string);
         } catch (const std::bad_alloc&) {
+            errno = ENOMEM;
             return false;
         }
     }
@@ -51,7 +53,9 @@ class UomUnitSource final : public CCDMUnitSource {
 }  // namespace
 
 extern "C" CCDMUnitSource* CreateUnitSource() {
-    return new (std::nothrow) UomUnitSource;
+    auto* const source = new (std::nothrow) UomUnitSource;
+    if (source == nullptr) errno = ENOMEM;
+    return source;
 }
 
 extern "C" void DeleteUnitSource(CCDMUnitSource* source) {

@@ -36,10 +36,10 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
 }
 
 bool CaseSession::ShowCase(const ViewOptions& view, std::string& problem) {
-    entry_ = Ref<FIEntry>::Adopt(GetCombinedEntry(host_->ActiveCase()));
+    entry_ = Ref<FIEntry>::Adopt(Given(GetCombinedEntry(host_->ActiveCase())));
     const Ref<FIEntry> root = view.neutral ? OpenNeutral(*entry_, view, problem) : entry_;
     if (!root) return false;
-    top_ = NodeRef::Adopt(FixtopMakeIterator(root.Get(), false));
+    top_ = NodeRef::Adopt(Given(FixtopMakeIterator(root.Get(), false)));
     here_ = Top();
     return true;
 }

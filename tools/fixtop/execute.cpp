@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "case_session.h"
+#include "memory.h"
 #include "near_names.h"
 #include "terminal.h"
 #include "word.h"
@@ -70,7 +71,8 @@ class CommandLine {
         "in\n"
         "steps with dots: appModel.FlowSheetObjects.Streams.\"Feed 1\".Temperature\n"
         "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
-        "store or solve failed, 2 wrong command line, 3 the case can't be read or written.";
+        "store or solve failed, 2 wrong command line, 3 the case can't be read or written,\n"
+        "or memory ran out.";
 
     void Add(const WordRow& row) {
         CLI::App* sub = app_.add_subcommand(row.name, row.summary);
@@ -144,7 +146,16 @@ class CommandLine {
 }  // namespace
 
 ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around) {
-    return CommandLine(place).Run(std::move(arguments), around);
+    const int before = MemoryFailures();
+    ExitCode code = ExitCode::kUnreadable;
+    try {
+        code = CommandLine(place).Run(std::move(arguments), around);
+    } catch (const std::bad_alloc&) {
+        if (MemoryFailures() == before) TellOutOfMemory();
+    }
+    if (MemoryFailures() == before) return code;
+    TellOutOfMemory();
+    return ExitCode::kUnreadable;
 }
 
 CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help) {

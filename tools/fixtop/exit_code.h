@@ -5,5 +5,5 @@ enum class ExitCode : int {
     kOk = 0,
     kFailed = 1,      // a path leads nowhere, a store was refused, a solve did not complete
     kUsage = 2,       // the command line is wrong
-    kUnreadable = 3,  // the case can't be opened, or not be saved
+    kUnreadable = 3,  // the case can't be opened or not be saved, or memory ran out
 };

@@ -1,19 +1,35 @@
 #include <exception>
 
+#include "memory.h"
 #include "terminal.h"
 #include "word.h"
 
-int main(int count, char** values) {
-    terminal::Prepare();
-    FileOutput out(stdout, stderr);
+namespace {
+
+ExitCode Run(int count, char** values, Output& out) {
     Surroundings around{out};
     try {
-        return static_cast<int>(
-            Execute(terminal::Arguments(count, values), Place::kProgram, around));
+        return Execute(terminal::Arguments(count, values), Place::kProgram, around);
     } catch (const ClosedPipe&) {
-        return static_cast<int>(ExitCode::kOk);
+        return ExitCode::kOk;
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         out.Note(std::string("fixtop: ") + error.what());
-        return static_cast<int>(ExitCode::kFailed);
+        return ExitCode::kFailed;
+    }
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    WatchMemory();
+    try {
+        terminal::Prepare();
+        FileOutput out(stdout, stderr);
+        return static_cast<int>(Run(count, values, out));
+    } catch (const std::exception&) {
+        TellOutOfMemory();
+        return static_cast<int>(ExitCode::kUnreadable);
     }
 }

@@ -212,5 +212,5 @@ Json ToJson(const FIValue& value) {
 }
 
 std::string ToLine(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return json.OnOneLine();
 }

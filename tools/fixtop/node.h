@@ -7,18 +7,18 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "framework/iterator.h"
 #include "framework/ref.h"
+#include "json.h"
+#include "memory.h"
 #include "path_text.h"
 #include "value/fi_value.h"
 
 using NodeRef = Ref<FIIteratorBase>;
-using Json = nlohmann::ordered_json;
 
+// Throws when there is no memory for it.
 inline NodeRef CopyOf(FIIteratorBase& node) {
-    return NodeRef::Adopt(node.Copy());
+    return NodeRef::Adopt(Given(node.Copy()));
 }
 
 std::string NameOf(FIIteratorBase& node);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/names.h"
+#include "platform/no_memory.h"
 
 namespace {
 
@@ -22,6 +23,10 @@ std::string LibraryName(std::string_view name) {
     return std::string(name.substr(0, file)) + "lib" + std::string(name.substr(file)) + ".so";
 }
 
+void* OpenLibrary(const char* file, int mode) {
+    return OrNoMemory([=] { return dlopen(file, RTLD_LAZY | mode); });
+}
+
 // The path of the file that holds this code; empty when the loader does not tell.
 std::string OwnFile() {
     Dl_info info;
@@ -31,8 +36,8 @@ std::string OwnFile() {
 
 // The file that holds this code, or the program itself when it is linked into that.
 ModuleHandle OwnModule() {
-    if (void* own = dlopen(OwnFile().c_str(), RTLD_LAZY | RTLD_NOLOAD)) return own;
-    return dlopen(nullptr, RTLD_LAZY);
+    if (void* own = OpenLibrary(OwnFile().c_str(), RTLD_NOLOAD)) return own;
+    return OpenLibrary(nullptr, 0);
 }
 
 class DynamicLoader final : public ModuleSystem {
@@ -55,9 +60,9 @@ class DynamicLoader final : public ModuleSystem {
         if (library.find('/') == std::string::npos) {
             const std::string own = OwnFile();
             const std::string beside = own.substr(0, own.find_last_of('/') + 1) + library;
-            if (void* module = dlopen(beside.c_str(), RTLD_LAZY | mode)) return module;
+            if (void* module = OpenLibrary(beside.c_str(), mode)) return module;
         }
-        return dlopen(library.c_str(), RTLD_LAZY | mode);
+        return OpenLibrary(library.c_str(), mode);
     }
 };
 

@@ -1,5 +1,7 @@
 #include "platform/open_file.h"
 
+#include "platform/no_memory.h"
+
 FilePtr OpenFile(const std::string& utf8_name, const char* mode) {
-    return FilePtr(std::fopen(utf8_name.c_str(), mode));
+    return OrNoMemory([&] { return FilePtr(std::fopen(utf8_name.c_str(), mode)); });
 }

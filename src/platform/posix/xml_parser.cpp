@@ -3,6 +3,8 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <exception>
+#include <new>
 #include <type_traits>
 
 namespace {
@@ -19,11 +21,14 @@ class ExpatParser final : public XmlParser {
         events_ = &events;
         text_open_ = false;
         parser_.reset(XML_ParserCreate(nullptr));
-        if (!parser_) return false;
+        if (!parser_) throw std::bad_alloc();
+        failure_ = nullptr;
         SetHandlers();
         const auto length = static_cast<int>(bytes_.size());
         if (XML_Parse(parser_.get(), bytes_.data(), length, 1) == XML_STATUS_OK) return true;
+        if (failure_) std::rethrow_exception(failure_);
         const XML_Error code = XML_GetErrorCode(parser_.get());
+        if (code == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
         if (code != XML_ERROR_ABORTED) {
             events.OnError(XmlSeverity::kFatal, XML_ErrorString(code), EventBegin());
         }
@@ -61,9 +66,15 @@ class ExpatParser final : public XmlParser {
 
     static void Start(void* user, const char* name, const char** pairs) {
         ExpatParser& self = Of(user);
-        self.attributes_.clear();
-        for (; *pairs != nullptr; pairs += 2) self.attributes_.emplace_back(pairs[0], pairs[1]);
-        self.Continue(self.events_->OnStart(name, self.attributes_));
+        // The parser is C: nothing may be thrown through it.
+        try {
+            self.attributes_.clear();
+            for (; *pairs != nullptr; pairs += 2) self.attributes_.emplace_back(pairs[0], pairs[1]);
+            self.Continue(self.events_->OnStart(name, self.attributes_));
+        } catch (const std::bad_alloc&) {
+            self.failure_ = std::current_exception();
+            self.Continue(false);
+        }
     }
     static void End(void* user, const char* name) {
         ExpatParser& self = Of(user);
@@ -99,6 +110,7 @@ class ExpatParser final : public XmlParser {
     std::string_view bytes_;
     XmlParserEvents* events_ = nullptr;
     XmlAttributes attributes_;
+    std::exception_ptr failure_;
     // Whether nothing has come between the last characters and the present event.
     bool text_open_ = false;
     XmlPlace text_end_;

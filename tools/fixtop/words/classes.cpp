@@ -32,7 +32,7 @@ class Classes final : public Word {
         const Ref<FIEntry> root = OpenDictionary(view_, problem);
         if (!problem.empty()) around.out.Note(problem);
         if (!root) return ExitCode::kUnreadable;
-        const NodeRef top = NodeRef::Adopt(FixtopMakeIterator(root.Get(), false));
+        const NodeRef top = NodeRef::Adopt(Given(FixtopMakeIterator(root.Get(), false)));
         if (name_.empty()) {
             List(*top, enumerations_ ? kEnumerations : kClasses, around.out);
             return ExitCode::kOk;

@@ -29,6 +29,7 @@ class Get final : public Word {
                 if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(line);
             }
+            if (std::cin.bad() && !std::ferror(stdin)) throw std::bad_alloc();
             if (std::ferror(stdin)) {
                 around.out.Note("standard input can't be read");
                 return ExitCode::kUnreadable;

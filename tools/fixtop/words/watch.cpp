@@ -11,7 +11,7 @@ class Watched {
  public:
     Watched(std::string path, FIIteratorBase& node)
         : path_(std::move(path)),
-          node_(Ref<FIReferenceBase>::Adopt(node.MakeReference())),
+          node_(Ref<FIReferenceBase>::Adopt(Given(node.MakeReference()))),
           value_(Read("value")) {}
 
     void WriteChange(bool json, Output& out) {

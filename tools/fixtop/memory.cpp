@@ -1,0 +1,39 @@
+#include "memory.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+#include "exit_code.h"
+#include "front/fixtop.h"
+
+namespace {
+
+int g_failures = 0;
+
+void NoteFailure() {
+    ++g_failures;
+    throw std::bad_alloc();
+}
+
+// The parser of the command line takes memory in functions that it declares not to throw.
+[[noreturn]] void Terminate() {
+    if (MemoryFailures() == 0) std::abort();
+    TellOutOfMemory();
+    std::_Exit(static_cast<int>(ExitCode::kUnreadable));
+}
+
+}  // namespace
+
+void WatchMemory() {
+    std::set_new_handler(NoteFailure);
+    std::set_terminate(Terminate);
+}
+
+int MemoryFailures() {
+    return g_failures + FixtopMemoryFailures();
+}
+
+void TellOutOfMemory() {
+    std::fputs("fixtop: out of memory\n", stderr);
+}

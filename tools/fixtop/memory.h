@@ -1,0 +1,22 @@
+#pragma once
+
+// What the program makes of lack of memory: no command during which an allocation failed answers
+// "done", whoever passed over it, for what it wrote may lack something.
+
+#include <new>
+
+// From here on failed allocations are noted. An allocation still throws when it fails.
+void WatchMemory();
+
+// How often memory ran out so far, in the program or in the module.
+int MemoryFailures();
+
+// Says so on standard error, which takes no memory.
+void TellOutOfMemory();
+
+// What the module answers with null for lack of memory alone.
+template <class T>
+T* Given(T* object) {
+    if (!object) throw std::bad_alloc();
+    return object;
+}
