@@ -64,8 +64,8 @@ TEST(OneLineMessage, backslashes_stay) {
     EXPECT_EQ("C:\\new\\run.json: no \\x1b", OneLineMessage("C:\\new\\run.json: no \x1b"));
 }
 
-TEST(OneField, line_ends_stay) {
-    EXPECT_EQ("a\r\nb\\t\\x9b\\x5cn", OneField("a\r\nb\t\x9b\\n"));
+TEST(OneField, line_feeds_stay) {
+    EXPECT_EQ("a\\r\nb\\t\\x9b\\x5cn", OneField("a\r\nb\t\x9b\\n"));
 }
 
 }  // namespace

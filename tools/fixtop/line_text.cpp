@@ -121,7 +121,7 @@ std::string OneLineMessage(std::string_view text) {
 }
 
 std::string OneField(std::string_view text) {
-    return Written(text, true, "\r\n");
+    return Written(text, true, "\n");
 }
 
 std::string FromOneLine(std::string_view line) {

@@ -18,5 +18,5 @@ std::string FromOneLine(std::string_view line);
 // A message of another's making, which nobody reads back: the same, but that a backslash stays one.
 std::string OneLineMessage(std::string_view text);
 
-// A field of a table that has its own way with line ends, which stay; else the same.
+// A field of a table that has its own way with line feeds, which stay; else the same as OneLine.
 std::string OneField(std::string_view text);
