@@ -3,15 +3,17 @@
 #include "host/h_spec_entry.h"
 
 HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
-                           const HovexOptions* options, bool attachments, FIEntry* parent)
+                           const HovexOptions* options, bool attachments, FIEntry* parent,
+                           Ref<HSpecFill> fill)
     : info_(info),
-      owner_(owner),
+      owner_(owner, LifeFor(nullptr, options)),
       options_(options),
       attachments_(attachments),
-      parent_(Ref<FIEntry>::Share(parent)) {}
+      parent_(Ref<FIEntry>::Share(parent)),
+      fill_(std::move(fill)) {}
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HSpecCursorBase(this, Elements()));
 }
 
