@@ -1,6 +1,8 @@
 #include "live/node.h"
 
+#include <algorithm>
 #include <charconv>
+#include <climits>
 #include <cmath>
 
 #include "live/case.h"
@@ -206,9 +208,9 @@ void Node::StoreReal(const host::VarDescription& variable, double value) {
 }
 
 host::Text Node::LabelAt(const Row& row, const host::VarDescription& variable) const {
-    const long index = static_cast<long>(variable.Offset(0)) - row.labels->low;
+    const std::int64_t index = std::int64_t{variable.Offset(0)} - row.labels->low;
     const auto& labels = row.labels->labels;
-    return index >= 0 && index < static_cast<long>(labels.size())
+    return index >= 0 && index < static_cast<std::int64_t>(labels.size())
                ? host::Text(labels[static_cast<std::size_t>(index)])
                : host::Text();
 }
@@ -281,7 +283,8 @@ void Node::Dimensions(const host::VarDescription& variable, host::DimInfo& out) 
     out.count = static_cast<unsigned>(row->spec->dimensions.size());
     for (unsigned d = 0; d < out.count && d < 3; ++d) {
         out.low[d] = row->spec->dimensions[d].low;
-        out.high[d] = out.low[d] + row->spec->dimensions[d].count - 1;
+        const std::int64_t high = std::int64_t{out.low[d]} + row->spec->dimensions[d].count - 1;
+        out.high[d] = static_cast<int>(std::clamp<std::int64_t>(high, INT_MIN, INT_MAX));
     }
 }
 

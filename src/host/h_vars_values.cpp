@@ -1,6 +1,7 @@
 #include "host/h_vars_values.h"
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <string>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr char kHiddenKeyPrefix[] = "Key: ";
 constexpr char kHiddenKeyText[] = "Unknown Key";
 constexpr char kNotStored[] = "Value not stored";
+constexpr double kMostOrdinal = 1e9;
 
 host::VarEnumInfo* EnumOf(const HVariable& variable) {
     return variable.row->GetEnumInfo(variable.object);
@@ -32,6 +34,8 @@ void ReadEnumeration(const HVariable& variable, const HVariablePlace& place, FIV
     host::VarEnumInfo* options = EnumOf(variable);
     if (!options) return;
     const double number = place.object->GetRealValue(*place.description);
+    // No ordinal is so large, and none is no number.
+    if (!(std::abs(number) < kMostOrdinal)) return;
     const host::VarEnumEntry* option = options->FindEntry(static_cast<long>(number));
     if (option && option->name) out.SetText(option->name);
 }

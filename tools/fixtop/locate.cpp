@@ -7,7 +7,8 @@ namespace {
 
 std::string Joined(const std::vector<std::string>& names) {
     std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + QuotedName(name);
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : ", ") + OneLine(QuotedName(name));
     return text;
 }
 
@@ -41,8 +42,8 @@ std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
         if (!node->SeekPath(FIValue(step.text.c_str()))) break;
         found = JoinPath(found, step.text);
     }
-    std::string problem = "no such node: " + path;
-    problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + found;
+    std::string problem = "no such node: " + OneLine(path);
+    problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + OneLine(found);
     const std::string near = Joined(NearNames(wanted, ChildNames(*node)));
     if (!near.empty()) problem += "\n  near: " + near;
     return problem;

@@ -23,12 +23,14 @@ class Shell final : public Word {
     }
 
  private:
-    static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
+    static std::string Prompt(CaseSession& session) {
+        return OneLine(NameOf(session.Here())) + "> ";
+    }
 
     static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
         const auto words = SplitLine(line);
         if (!words) {
-            around.out.Note("a quote is not closed: " + line);
+            around.out.Note("a quote is not closed: " + OneLine(line));
             return ExitCode::kUsage;
         }
         if (words->empty()) return last;
