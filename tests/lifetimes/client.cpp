@@ -87,6 +87,47 @@ Path NeutralPath(Place place, Plant& plant) {
     return path;
 }
 
+// Another element of the list that the place stands in.
+Step RawSibling(Place place) {
+    switch (place) {
+        case Place::variable:
+        case Place::inner_variable:
+            return {"Notes"};
+        case Place::element:
+            return {"Elem2"};
+        case Place::component:
+            return {"Methane"};
+        case Place::fixed:
+        case Place::inner_fixed:
+            return {"UnitOps"};
+        case Place::basis:
+            return {"Remark"};
+        case Place::operation:
+            return {"T-2"};
+        case Place::inner_object:
+            return {"I3"};
+        case Place::published:
+            return {"P3"};
+        default:
+            return {"S3"};
+    }
+}
+
+Step NeutralSibling(Place place, const Step& step) {
+    switch (place) {
+        case Place::variable:
+        case Place::inner_variable:
+        case Place::basis:
+            return {"Remark"};
+        case Place::component:
+            return {"ComponentName"};
+        case Place::fixed:
+            return {"Basis"};
+        default:
+            return {step.name, step.number + 1};
+    }
+}
+
 // Where a view of one node begins, as what, and the path below.
 struct Anchor {
     Path path;
@@ -117,15 +158,6 @@ Anchor AnchorOf(Place place, Plant& plant) {
 
 }  // namespace
 
-std::string TextOf(const Path& path) {
-    std::string text;
-    for (const Step& step : path) {
-        text += (text.empty() ? "\"" : ".\"") + step.name + "\"";
-        if (step.number > 0) text += "#" + std::to_string(step.number);
-    }
-    return text;
-}
-
 Client::Client(View view, Place place, Plant& plant, bool listens)
     : view_(view), place_(place), plant_(plant) {
     FixtopNotify notify = nullptr;
@@ -137,73 +169,59 @@ Client::Client(View view, Place place, Plant& plant, bool listens)
     }
     if (view == View::on_node) {
         const Anchor anchor = AnchorOf(place, plant);
-        const auto it = Iterator::Adopt(FixtopMakeIterator(top_.Get(), false));
-        if (it->SeekPath(FIValue(TextOf(anchor.path).c_str()))) {
+        if (const Iterator it = IteratorAt(top_, anchor.path)) {
             root_ = Ref<FIEntry>::Adopt(
                 FixtopOpenModelOnNode(it.Get(), anchor.class_name, &SceneFiles()));
         }
     }
 }
 
-Iterator Client::At(const Path& path) const {
-    auto it = Iterator::Adopt(FixtopMakeIterator(root_.Get(), false));
-    if (path.empty()) return it;
-    return it->SeekPath(FIValue(TextOf(path).c_str())) ? it : Iterator();
+// Stored are numbers above this; fractions are below 1.
+double Client::BaseOf() const {
+    return place_ == Place::component ? 0 : 500;
 }
 
-// The entries above are let go on the way.
-Ref<FIEntry> Client::EntryAt(const Path& path) const {
-    Ref<FIEntry> entry = root_;
-    for (const Step& step : path) {
-        const auto context = Ref<FIContext>::Adopt(entry->GetContext());
-        const auto cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
-        if (!cursor->SeekName(kFromFirst, step.name.c_str())) return {};
-        if (step.number > 0 && !cursor->Seek(kFromPresent, step.number)) return {};
-        entry = Ref<FIEntry>::Adopt(cursor->GetEntry());
+const char* Client::RowOf() const {
+    return IsStored(place_) ? "value" : place_ == Place::top ? "server" : "status";
+}
+
+Path Client::PresentPath() const {
+    switch (view_) {
+        case View::raw:
+            return RawPath(place_, plant_);
+        case View::neutral:
+            return NeutralPath(place_, plant_);
+        case View::on_node:
+            return AnchorOf(place_, plant_).below;
     }
-    return entry;
-}
-
-Access Client::AccessOf() const {
-    Access access;
-    const bool has_value = IsStored(place_);
-    access.row = has_value ? "value" : place_ == Place::top ? "server" : "status";
-    access.is_fraction = place_ == Place::component;
-    return access;
+    return {};
 }
 
 std::unique_ptr<Subject> Client::Make(Kind kind) {
     if (IsOfCase(kind)) return MakeOfCase(kind);
-    if (!root_) return nullptr;
-    switch (view_) {
-        case View::raw:
-            return MakeAt(kind, RawPath(place_, plant_));
-        case View::neutral:
-            return MakeAt(kind, NeutralPath(place_, plant_));
-        case View::on_node:
-            return MakeAt(kind, AnchorOf(place_, plant_).below);
-    }
-    return nullptr;
+    return root_ ? MakeSubject(kind, root_, PresentPath(), {RowOf(), BaseOf()}) : nullptr;
 }
 
 std::unique_ptr<Subject> Client::MakeOther(Kind kind) {
     if (IsOfCase(kind) || kind == Kind::batch) return nullptr;
-    if (view_ == View::raw) return MakeAt(kind, Below(kSheet, {{"UnitOps"}, {"T-0"}}));
-    if (view_ == View::neutral) return MakeAt(kind, {{"Basis"}, {"Remark"}});
-    return nullptr;
+    Path path = PresentPath();
+    if (kind == Kind::attribute_cursor || kind == Kind::lent_cursor) {
+        return MakeSubject(kind, root_, path, {"type", 0});
+    }
+    if (path.empty()) return nullptr;
+    path.back() = view_ == View::raw ? RawSibling(place_) : NeutralSibling(place_, path.back());
+    return MakeSubject(kind, root_, path, {RowOf(), BaseOf()});
 }
 
 Iterator Client::Bystander() {
-    auto it = Iterator::Adopt(FixtopMakeIterator(top_.Get(), false));
-    const Path path = Below(kSheet, {{"Streams"}, {"S4"}, {"Temperature"}});
-    return it->SeekPath(FIValue(TextOf(path).c_str())) ? it : Iterator();
+    return IteratorAt(top_, Below(kSheet, {{"Streams"}, {"S4"}, {"Temperature"}}));
 }
 
 std::unique_ptr<Subject> Client::MakeOfCase(Kind kind) {
-    const Access access = {"status", false};
+    const Access access = {"status", 0};
     switch (kind) {
         case Kind::top:
-            return MakeTopSubject(top_, {"server", false});
+            return MakeTopSubject(top_, {"server", 0});
         case Kind::top_subscriber:
             return MakeTopSubscriberSubject(top_);
         case Kind::combined_top:
@@ -211,62 +229,6 @@ std::unique_ptr<Subject> Client::MakeOfCase(Kind kind) {
         default:
             return MakeSolverSubject(std::unique_ptr<FISolver>(GetTopHovexSolver(nullptr, 1)));
     }
-}
-
-std::unique_ptr<Subject> Client::MakeAt(Kind kind, const Path& path) {
-    const Access access = AccessOf();
-    if (kind == Kind::node || kind == Kind::batch) {
-        const Ref<FIEntry> entry = EntryAt(path);
-        if (!entry) return nullptr;
-        return kind == Kind::node ? MakeNodeSubject(entry, access)
-                                  : MakeBatchSubject(entry, access);
-    }
-    if (kind == Kind::attribute_cursor || kind == Kind::lent_cursor || kind == Kind::child_cursor) {
-        return MakeCursor(kind, path);
-    }
-    Iterator it = At(path);
-    if (!it) return nullptr;
-    if (kind == Kind::reference) return MakeReferenceSubject(it, access);
-    if (kind == Kind::subscriber) return MakeSubscriberSubject(it, access);
-    if (kind == Kind::copy) it = Iterator::Adopt(it->Copy());
-    const bool frozen = kind == Kind::frozen || kind == Kind::frozen_again;
-    if (kind == Kind::frozen_again) {
-        it->Freeze();
-        it->Thaw();
-        // Away and back, so that there is something new to save.
-        it->Up();
-        it->SeekPath(FIValue(TextOf({path.back()}).c_str()));
-    }
-    if (frozen) it->Freeze();
-    return MakeIteratorSubject(it, access, frozen);
-}
-
-std::unique_ptr<Subject> Client::MakeCursor(Kind kind, const Path& path) {
-    if (kind == Kind::child_cursor) {
-        const Ref<FIEntry> parent = EntryAt(Path(path.begin(), path.end() - 1));
-        if (!parent) return nullptr;
-        const auto context = Ref<FIContext>::Adopt(parent->GetContext());
-        auto cursor = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
-        if (!cursor->SeekName(kFromFirst, path.back().name.c_str())) return nullptr;
-        if (path.back().number > 0) cursor->Seek(kFromPresent, path.back().number);
-        return MakeChildCursorSubject(cursor, AccessOf());
-    }
-    Ref<FIAttributeCursorBase> cursor;
-    if (kind == Kind::attribute_cursor) {
-        const Ref<FIEntry> entry = EntryAt(path);
-        if (!entry) return nullptr;
-        const auto source = Ref<FIAttributeSource>::Adopt(entry->GetAttributeSource());
-        cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
-    } else {
-        const Iterator it = At(path);
-        if (!it) return nullptr;
-        const auto copy = Iterator::Adopt(it->Copy());
-        const auto source = Ref<FIAttributeSource>::Adopt(copy->GetAttributeSource());
-        cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
-        cursor->SetVarSet(copy->GetVarSet());
-    }
-    cursor->SeekName(kFromFirst, AccessOf().row);
-    return MakeAttributeCursorSubject(cursor);
 }
 
 }  // namespace lifetimes

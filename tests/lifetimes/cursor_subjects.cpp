@@ -13,12 +13,14 @@ std::string KeyOf(Cursor& cursor) {
     return Text(out);
 }
 
-// A seek leaves a cursor elsewhere, so a copy does it. Only attribute cursors say where they stand
-// after one that failed.
-template <class Cursor, class Seek>
-std::string Sought(Cursor& cursor, Seek seek) {
-    const auto copy = Ref<Cursor>::Adopt(cursor.Clone(true));
-    return seek(*copy) ? "true " + KeyOf(*copy) : "false";
+// A seek leaves a cursor elsewhere, so a copy does it. One that failed says where it stands then.
+template <class Seek>
+std::string Sought(FICursorBase& cursor, Seek seek) {
+    const auto copy = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    if (seek(*copy)) return "true " + KeyOf(*copy);
+    const std::string key = KeyOf(*copy);
+    copy->Seek(kFromFirst, 0);
+    return key == KeyOf(*copy) ? "false, at the first" : "false";
 }
 
 template <class Seek>

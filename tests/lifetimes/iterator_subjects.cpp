@@ -81,20 +81,24 @@ void UseVariables(Handle& handle) {
     handle.GetVarSet();
 }
 
+// Whatever is stored keeps its whole part, and the unit is the former one in the end.
 template <class Handle>
-void UseUnits(Handle& handle) {
+void UseUnits(Handle& handle, const Access& access) {
     FIValue out;
-    const FIValue unit("K");
-    handle.SetDisplayUnit(unit, FIValue(), out);
+    const FIValue kelvin("K");
+    handle.SetDisplayUnit(kelvin, FIValue(), out);
     handle.GetAttribute(FIValue("value"), out);
-    handle.SetDisplaySpecUnit(unit, FIValue(), out);
+    handle.SetDisplaySpecUnit(kelvin, FIValue(), out);
     handle.GetAttribute(FIValue("spec_value"), out);
+    const FIValue unit("C");
+    handle.SetDisplayUnit(unit, FIValue(), out);
+    handle.SetDisplaySpecUnit(unit, FIValue(), out);
     handle.SetUnit(unit, out);
     handle.SetSpecUnit(unit, out);
-    handle.SetValueInUnit(FIValue::OfReal(300), unit, 0, out);
-    handle.SetSpecValue(FIValue::OfReal(300), 0, out);
-    handle.SetSpecValueInUnit(FIValue::OfReal(300), unit, 0, out);
-    handle.SetValue(FIValue::OfReal(300), 0, out);
+    handle.SetValue(NextNumber(access), 0, out);
+    handle.SetValueInUnit(NextNumber(access), unit, 0, out);
+    handle.SetSpecValue(NextNumber(access), 0, out);
+    handle.SetSpecValueInUnit(NextNumber(access), unit, 0, out);
 }
 
 void UseAttributes(FIAttributeSource* source) {
@@ -187,7 +191,7 @@ class IteratorSubject final : public Subject {
     std::string Rest() {
         UseVariables(*it_);
         DumpAll(*it_);
-        UseUnits(*it_);
+        UseUnits(*it_, access_);
         FIValue out;
         FIErrorRecord error;
         it_->DumpAttributes(out);
@@ -201,7 +205,7 @@ class IteratorSubject final : public Subject {
         it_->Freeze();
         Iterator::Adopt(it_->Copy());
         it_->Thaw();
-        Wander(*it_);
+        Wander(*Iterator::Adopt(it_->Copy()));
         return "";
     }
 
@@ -247,7 +251,7 @@ class ReferenceSubject : public Subject {
     std::string Rest() {
         UseVariables(*reference_);
         DumpAll(*reference_);
-        UseUnits(*reference_);
+        UseUnits(*reference_, access_);
         reference_->MarkStale();
         reference_->Rebind();
         FIValue out;

@@ -31,16 +31,15 @@ std::string FirstChild(FIEntry& entry) {
     return "true " + (child ? NameOfNode(*child) : std::string("nothing"));
 }
 
-void UseEntry(FIEntry& entry) {
+void UseEntry(FIEntry& entry, const Access& access) {
     FIValue out;
-    const FIValue number = FIValue::OfReal(300);
-    const FIValue unit("K");
+    const FIValue unit("C");
     entry.SetUnit(unit, out);
     entry.SetSpecUnit(unit, out);
-    entry.SetValue(number, 0, out);
-    entry.SetValueInUnit(number, unit, 0, out);
-    entry.SetSpecValue(number, 0, out);
-    entry.SetSpecValueInUnit(number, unit, 0, out);
+    entry.SetValue(NextNumber(access), 0, out);
+    entry.SetValueInUnit(NextNumber(access), unit, 0, out);
+    entry.SetSpecValue(NextNumber(access), 0, out);
+    entry.SetSpecValueInUnit(NextNumber(access), unit, 0, out);
     entry.SetDisplayUnit(unit, FIValue(), out);
     entry.SetDisplaySpecUnit(unit, FIValue(), out);
     entry.GetVarSet();
@@ -95,7 +94,7 @@ class NodeSubject : public Subject {
             case Op::store:
                 return Store();
             case Op::rest:
-                UseEntry(*entry_);
+                UseEntry(*entry_, access_);
                 UseContext(*entry_);
                 return "";
             default:

@@ -94,7 +94,7 @@ const Table kTopSubscriber = {{Op::told, Answer::open}, {Op::told_change, Answer
 const Table kNode = {{Op::read, Answer::node_deleted},  {Op::name, Answer::null},
                      {Op::container, Answer::no},       {Op::down, Answer::no},
                      {Op::store, Answer::node_deleted}, {Op::self, Answer::same},
-                     {Op::other, Answer::apart}};
+                     {Op::twin, Answer::same},          {Op::other, Answer::apart}};
 
 const Table kIterator = {{Op::read, Answer::node_deleted},
                          {Op::name, Answer::null},
@@ -106,6 +106,7 @@ const Table kIterator = {{Op::read, Answer::node_deleted},
                          {Op::up, Answer::parent},
                          {Op::store, Answer::node_deleted},
                          {Op::self, Answer::same},
+                         {Op::twin, Answer::same},
                          {Op::other, Answer::apart},
                          {Op::fresh, Answer::open},
                          {Op::copy_name, Answer::null},
@@ -113,24 +114,35 @@ const Table kIterator = {{Op::read, Answer::node_deleted},
                          {Op::copy_self, Answer::same},
                          {Op::copy_read, Answer::node_deleted}};
 
-const Table kAttributeCursor = {
-    {Op::read, Answer::node_deleted}, {Op::key, Answer::before},
-    {Op::seek_next, Answer::at_end},  {Op::seek_name, Answer::at_end},
-    {Op::self, Answer::same},         {Op::other, Answer::apart},
-    {Op::copy_name, Answer::before},  {Op::copy_read, Answer::node_deleted},
-    {Op::copy_self, Answer::same}};
+const Table kAttributeCursor = {{Op::read, Answer::node_deleted},
+                                {Op::key, Answer::before},
+                                {Op::seek_next, Answer::at_end},
+                                {Op::seek_name, Answer::at_end},
+                                {Op::self, Answer::same},
+                                {Op::twin, Answer::same},
+                                {Op::other, Answer::apart},
+                                {Op::copy_name, Answer::before},
+                                {Op::copy_read, Answer::node_deleted},
+                                {Op::copy_self, Answer::same}};
 
 // `seek_first` goes by the list.
-const Table kChildCursor = {
-    {Op::key, Answer::null},     {Op::entry, Answer::empty},  {Op::at_end, Answer::yes},
-    {Op::seek_next, Answer::no}, {Op::seek_prev, Answer::no}, {Op::seek_first, Answer::open},
-    {Op::self, Answer::same},    {Op::other, Answer::apart},  {Op::copy_self, Answer::same}};
+const Table kChildCursor = {{Op::key, Answer::null},     {Op::entry, Answer::empty},
+                            {Op::at_end, Answer::yes},   {Op::seek_next, Answer::no},
+                            {Op::seek_prev, Answer::no}, {Op::seek_first, Answer::open},
+                            {Op::self, Answer::same},    {Op::twin, Answer::same},
+                            {Op::other, Answer::apart},  {Op::copy_self, Answer::same}};
 
-const Table kReference = {{Op::read, Answer::guarded},   {Op::name, Answer::null},
-                          {Op::path, Answer::null},      {Op::store, Answer::guarded},
-                          {Op::self, Answer::same},      {Op::other, Answer::apart},
-                          {Op::fresh, Answer::open},     {Op::copy_name, Answer::null},
-                          {Op::copy_path, Answer::null}, {Op::copy_read, Answer::node_deleted}};
+const Table kReference = {{Op::read, Answer::guarded},
+                          {Op::name, Answer::null},
+                          {Op::path, Answer::null},
+                          {Op::store, Answer::guarded},
+                          {Op::self, Answer::same},
+                          {Op::twin, Answer::same},
+                          {Op::other, Answer::apart},
+                          {Op::fresh, Answer::open},
+                          {Op::copy_name, Answer::null},
+                          {Op::copy_path, Answer::null},
+                          {Op::copy_read, Answer::node_deleted}};
 
 const Table kSubscriber = {
     {Op::read, Answer::guarded}, {Op::told, Answer::open}, {Op::told_change, Answer::open}};
@@ -175,6 +187,13 @@ Answer InNeutral(Kind kind, Op op, Answer raw) {
     return raw;
 }
 
+// Lists in which a seek that runs off goes back to the first element. Others have clamps.
+bool IsOfObjectList(const Scene& scene) {
+    return scene.view == View::raw &&
+           (scene.place == Place::object || scene.place == Place::inner_object ||
+            scene.place == Place::operation);
+}
+
 Answer GoneAnswer(const Scene& scene, Op op) {
     if (op == Op::model_rows) return Answer::before;
     const Table& table = TableOf(scene.kind);
@@ -182,6 +201,8 @@ Answer GoneAnswer(const Scene& scene, Op op) {
         std::find_if(table.begin(), table.end(), [op](const Row& each) { return each.op == op; });
     if (row == table.end()) return Answer::open;
     if (scene.kind == Kind::child_cursor) {
+        const bool from_present = op == Op::seek_next || op == Op::seek_prev;
+        if (from_present && IsOfObjectList(scene)) return Answer::at_first;
         if (op != Op::seek_first) return row->gone;
         const bool listed = FateOfParent(scene.event, scene.place) == Fate::live;
         return listed ? Answer::yes : Answer::no;
@@ -202,7 +223,7 @@ std::vector<std::ptrdiff_t> FirstsOf(const std::vector<Op>& ops) {
     std::vector<std::ptrdiff_t> firsts;
     for (std::size_t i = 0; i < ops.size(); ++i) {
         const bool follows = ops[i] == Op::container || ops[i] == Op::next || ops[i] == Op::prev ||
-                             ops[i] == Op::other || ops[i] == Op::fresh ||
+                             ops[i] == Op::twin || ops[i] == Op::other || ops[i] == Op::fresh ||
                              ops[i] == Op::copy_path || ops[i] == Op::copy_self ||
                              ops[i] == Op::copy_read || ops[i] == Op::at_end ||
                              ops[i] == Op::seek_prev || ops[i] == Op::seek_name;
@@ -212,11 +233,11 @@ std::vector<std::ptrdiff_t> FirstsOf(const std::vector<Op>& ops) {
 }
 
 const char* const kOps[] = {
-    "read",        "model_rows", "name",      "path", "container", "down",      "next",
-    "prev",        "up",         "store",     "self", "other",     "fresh",     "copy_name",
-    "copy_path",   "copy_self",  "copy_read", "key",  "entry",     "at_end",    "seek_first",
-    "seek_next",   "seek_prev",  "seek_name", "run",  "subscribe", "elsewhere", "told",
-    "told_change", "release",    "rest"};
+    "read",       "model_rows",  "name",      "path",      "container", "down",      "next",
+    "prev",       "up",          "store",     "self",      "twin",      "other",     "fresh",
+    "copy_name",  "copy_path",   "copy_self", "copy_read", "key",       "entry",     "at_end",
+    "seek_first", "seek_next",   "seek_prev", "seek_name", "run",       "subscribe", "elsewhere",
+    "told",       "told_change", "release",   "rest"};
 
 }  // namespace
 

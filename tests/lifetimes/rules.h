@@ -30,7 +30,8 @@ enum class Op {
     up,
     store,
     self,   // compared with itself
-    other,  // compared with a handle on something else
+    twin,   // compared with a handle that was made on the same place
+    other,  // compared with a handle on something else in its list
     fresh,  // compared with a handle by a fresh path
     copy_name,
     copy_path,
@@ -68,10 +69,11 @@ enum class Answer {
     yes,
     same,
     apart,
-    before,  // what it was before the event
-    parent,  // the node above, as it is now
-    at_end,  // a seek that failed and stands at the end
-    empty,   // the shared empty entry
+    before,    // what it was before the event
+    parent,    // the node above, as it is now
+    at_end,    // a seek that failed and stands at the end
+    at_first,  // a seek that failed and stands on the first element, if there is one
+    empty,     // the shared empty entry
     solved,
     open,  // whatever it answers
 };

@@ -80,6 +80,7 @@ class Stage {
     std::unique_ptr<Client> second_client_;
     Ref<FIEntry> second_top_;
     Ref<FIReferenceBase> listener_;
+    std::unique_ptr<Subject> twin_;
     std::unique_ptr<Subject> other_;
     std::unique_ptr<Client> fresh_client_;
     std::unique_ptr<Subject> fresh_;

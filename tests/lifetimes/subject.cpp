@@ -11,13 +11,16 @@ std::string Text(bool value) {
 }
 
 FIValue NextNumber(const Access& access) {
-    static int number = 0;
-    number = number % 400 + 1;
-    return FIValue::OfReal(access.is_fraction ? number / 1024.0 : 500 + number);
+    static int part = 0;
+    part = part % 1000 + 1;
+    return FIValue::OfReal(access.base + part / 1024.0);
 }
 
 std::string Subject::Compared(Op op) {
-    Subject* partner = op == Op::self ? this : op == Op::other ? other_ : fresh_;
+    Subject* partner = op == Op::self    ? this
+                       : op == Op::twin  ? twin_
+                       : op == Op::other ? other_
+                                         : fresh_;
     return partner ? std::to_string(CompareWith(*partner)) : "nobody";
 }
 

@@ -18,7 +18,8 @@ class Subject {
     // A number, as the handles compare; another kind is never given.
     virtual int CompareWith(Subject&) { return 0; }
     // Whom to compare with; null for nobody.
-    void Meet(Subject* other, Subject* fresh) {
+    void Meet(Subject* twin, Subject* other, Subject* fresh) {
+        twin_ = twin;
         other_ = other;
         fresh_ = fresh;
     }
@@ -27,19 +28,20 @@ class Subject {
     std::string Compared(Op op);
 
  private:
+    Subject* twin_ = nullptr;
     Subject* other_ = nullptr;
     Subject* fresh_ = nullptr;
 };
 
-// The row that `read` reads and the number that `store` stores.
+// The row that `read` reads, and the whole number to which `store` adds a fraction.
 struct Access {
     const char* row = "value";
-    bool is_fraction = false;
+    double base = 0;
 };
 
 std::string Text(const FIValue& value);
 std::string Text(bool value);
-// What a store takes: another number each time.
+// What a store takes: another fraction each time.
 FIValue NextNumber(const Access& access);
 
 // Handles on a node. Iterators and references are taken over; entries are counted.
