@@ -144,7 +144,9 @@ void CCDMClassEntry::ReadSource(const Source& source, Crossing crossing, FIValue
 }
 
 void CCDMClassEntry::Cross(const Source& source, Crossing crossing, FIValue& out) {
-    if (crossing == Crossing::kNone || out.IsNull()) return;
+    // A node that is gone answers with a text that is no value.
+    const bool is_gone = source.face->reference->GetState() == FIReference::kDeleted;
+    if (crossing == Crossing::kNone || out.IsNull() || is_gone) return;
     ValueCrossing values(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification);
     switch (crossing) {
         case Crossing::kValue:
