@@ -26,6 +26,8 @@ class HSpecEntry final : public AttrMapEntry<HSpecEntry> {
     FIContext* GetContext() override;
 
     const host::CSpecElement& Element() const { return element_; }
+    // The element of the same place, whoever asked for the specification.
+    bool IsSameElement(const HSpecEntry& other) const;
     bool FollowsAttachments() const { return attachments_; }
 
  private:
