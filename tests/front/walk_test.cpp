@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 
 #include "open_module.h"
 
@@ -18,7 +19,7 @@ std::string NameOf(FIIteratorBase& it) {
     return name.IsNull() ? "(NULL)" : name.ToText();
 }
 
-class LastChild : public NeutralModule, public testing::WithParamInterface<const char*> {
+class NodesOf : public NeutralModule, public testing::WithParamInterface<const char*> {
  protected:
     void SetUp() override {
         NeutralModule::SetUp();
@@ -55,6 +56,15 @@ class LastChild : public NeutralModule, public testing::WithParamInterface<const
         ExpectSame(*on_last, *at_last);
         EXPECT_FALSE(at_last->Next()) << PathOf(node);
     }
+    using Visit = std::function<void(FIIteratorBase&)>;
+    // Down to the depth at which the lists of one object have their elements.
+    static void ForEachNode(FIIteratorBase& node, const Visit& visit) {
+        constexpr int kDepth = 4;
+        visit(node);
+        if (node.Depth() >= kDepth) return;
+        const Iterator child = Iterator::Adopt(node.Copy());
+        for (bool on = child->DownFirst(); on; on = child->Next()) ForEachNode(*child, visit);
+    }
     static void ExpectSame(FIIteratorBase& expected, FIIteratorBase& found) {
         EXPECT_EQ(NameOf(expected), NameOf(found)) << PathOf(expected);
         EXPECT_EQ(0, expected.Compare(found)) << PathOf(expected);
@@ -75,15 +85,30 @@ class LastChild : public NeutralModule, public testing::WithParamInterface<const
     int parents_ = 0;
 };
 
-TEST_P(LastChild, is_where_the_walk_ends_in_the_raw_view) {
+TEST_P(NodesOf, the_raw_view_end_where_down_last_goes) {
     EXPECT_LT(100, CountParents(top_));
 }
 
-TEST_P(LastChild, is_where_the_walk_ends_in_the_neutral_view) {
+TEST_P(NodesOf, the_neutral_view_end_where_down_last_goes) {
     EXPECT_LT(100, CountParents(root_));
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, LastChild, testing::Values("demo", "benzene-toluene-distillation"));
+// Not always to the same node: several may have one name and key.
+TEST_P(NodesOf, the_neutral_view_have_paths_that_read_back) {
+    int nodes = 0;
+    ForEachNode(*Iterator::Adopt(FixtopMakeIterator(root_.Get(), false)), [&](FIIteratorBase& it) {
+        const std::string path = PathOf(it);
+        const std::size_t dot = path.find('.');
+        if (dot == std::string::npos) return;
+        ++nodes;
+        const Iterator back = Iterator::Adopt(FixtopMakeIterator(root_.Get(), false));
+        ASSERT_TRUE(back->SeekPath(FIValue(path.c_str() + dot + 1))) << path;
+        EXPECT_EQ(path, PathOf(*back));
+    });
+    EXPECT_LT(300, nodes);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, NodesOf, testing::Values("demo", "benzene-toluene-distillation"));
 
 // Every node of the basis, twice: for each the host fills the specification anew.
 class BasisNodes : public OpenModule {
