@@ -41,7 +41,7 @@ struct AppFaces {
     AppFace primary;
     AppFace secondary;
 
-    bool IsPure() const { return !primary.reference && !secondary.reference; }
+    bool IsEmpty() const { return !primary.reference && !secondary.reference; }
     // The primary one is the specified face, the secondary the calculated one.
     bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
     bool IsSplit() const { return primary.request != BranchRequest::kAny; }

@@ -132,7 +132,25 @@ bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
     elements->primary.Enter(elements->faces.primary);
     elements->secondary.Enter(elements->faces.secondary);
     elements_ = std::move(elements);
-    return elements_->Stands();
+    return elements_->Stands() && HasKeys();
+}
+
+// One element with a key is enough to show them all.
+bool CCDMClassCursorBase::HasKeys() const {
+    if (walker_.Current()->keys.empty() || EntryAt(*elements_)->HasKey()) return true;
+    Elements others = elements_->Copy();
+    while (others.Next()) {
+        if (EntryAt(others)->HasKey()) return true;
+    }
+    return false;
+}
+
+Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements) const {
+    AppFaces faces = elements.faces;
+    faces.primary = elements.primary.AtElement(elements.faces.primary);
+    faces.secondary = elements.secondary.AtElement(elements.faces.secondary);
+    return Ref<CCDMClassEntry>::Share(
+        new CCDMClassEntry(*context_, *walker_.Current(), std::move(faces), elements.index));
 }
 
 bool CCDMClassCursorBase::SettleForward(bool on_attribute) {
@@ -241,16 +259,8 @@ void CCDMClassCursorBase::GetKey(FIValue& out) {
 
 FIEntry* CCDMClassCursorBase::GetEntry() {
     if (!stands_) return nullptr;
-    CCDMAttribute& attribute = *walker_.Current();
-    FIEntry* entry = nullptr;
-    if (elements_) {
-        AppFaces faces = elements_->faces;
-        faces.primary = elements_->primary.AtElement(elements_->faces.primary);
-        faces.secondary = elements_->secondary.AtElement(elements_->faces.secondary);
-        entry = new CCDMClassEntry(*context_, attribute, std::move(faces), elements_->index);
-    } else {
-        entry = new CCDMClassEntry(*context_, attribute);
-    }
+    if (elements_) return EntryAt(*elements_).Detach();
+    auto* entry = new CCDMClassEntry(*context_, *walker_.Current());
     entry->AddRef();
     return entry;
 }

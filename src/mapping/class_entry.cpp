@@ -79,8 +79,25 @@ FIAttributeCursorBase* CCDMClassEntry::MakeCursor() {
     return CCDMAttrCursorBase::Make(*this);
 }
 
+bool CCDMClassEntry::IsMissing() const {
+    return faces_.IsEmpty() && !context_->Place().references.IsEmpty();
+}
+
 bool CCDMClassEntry::IsContainer() {
-    return attribute_.type == CCDMAttrType::kObject;
+    return IsObject() && !IsMissing();
+}
+
+bool CCDMClassEntry::HasKey() {
+    if (!path_.classRecord || !IsContainer()) return true;
+    const auto context = Ref<FIContext>::Adopt(GetContext());
+    const auto keys = Ref<FICursorBase>::Adopt(context->MakeCursor(kKeyCursor));
+    bool has_keys = false;
+    for (bool on = keys->Seek(kFromFirst, 0); on; on = keys->Seek(kFromPresent, 1)) {
+        has_keys = true;
+        const auto key = Ref<FIEntry>::Adopt(keys->GetEntry());
+        if (!static_cast<CCDMClassEntry&>(*key).IsMissing()) return true;
+    }
+    return !has_keys;
 }
 
 FIContext* CCDMClassEntry::GetContext() {

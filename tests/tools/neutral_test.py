@@ -51,6 +51,17 @@ MAP = """<CCDMMapFile Name="own">
 RAW_GAS = "Flowsheet.Stream(Raw Gas)"
 
 
+def nodes_of(node):
+    """The node and all below it, as tree --json writes them."""
+    yield node
+    for each in node.get("children", []):
+        yield from nodes_of(each)
+
+
+def child(node, name):
+    return next(each for each in node["children"] if each["name"] == name)
+
+
 class Neutral(ProgramTest):
     def values_of(self, *arguments):
         return self.check(run("get", "demo", "--neutral", *arguments), DONE, err="").lines
@@ -151,6 +162,53 @@ class Neutral(ProgramTest):
             with self.subTest(case):
                 result = self.check(run("tree", case, "--neutral"), DONE, err="")
                 self.assertGreater(len(result.lines), 1000)
+
+    def test_what_the_case_does_not_have_is_null(self):
+        for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:
+            with self.subTest(case):
+                tree = json.loads(self.check(run("tree", case, "--neutral", "--json"), DONE, err="").out)
+                values = [(node["type"], node["value"]) for node in nodes_of(tree) if "value" in node]
+                self.assertEqual([], [v for v in values if v[1] == "" or f"({v[1]})" in v[0]])
+                self.assertEqual([], [v for v in values if v[0] == "Real" and isinstance(v[1], str)])
+                self.assertGreater(sum(v == ("Real", None) for v in values), 1000)
+                text = self.check(run("tree", case, "--neutral"), DONE).out
+                self.assertNotIn("eComponentName", text)
+
+    def test_absent_phases_have_no_components(self):
+        phases = {"Vapor": "Vapour Phase", "Liquid1": "Liquid Phase", "Liquid2": "Second Liquid Phase",
+                  "MixedLiquid": "Total Liquid Phase"}
+        for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:
+            with self.subTest(case):
+                shown, absent = 0, 0
+                tree = json.loads(self.check(run("tree", case, "--neutral", "--json"), DONE).out)
+                for stream in child(tree, "Flowsheet")["children"]:
+                    if stream["name"] != "Stream":
+                        continue
+                    name = child(stream, "Name")["value"]
+                    raw = self.fractions_of(case, name)
+                    for phase, raw_phase in phases.items():
+                        # The function that counts them looks at the vapour, whatever the phase.
+                        fractions = raw.get(raw_phase, []) if "Vapour Phase" in raw else []
+                        composition = child(child(child(stream, "Overall"), phase), "Composition")
+                        components = [child(each, "ComponentName")["value"]
+                                      for each in composition["children"] if each["name"] == "Component"]
+                        self.assertEqual(fractions, components, (name, phase))
+                        shown += len(fractions) > 0
+                        absent += not fractions
+                self.assertGreater(shown, 0)
+                self.assertGreater(absent, 0)
+
+    def fractions_of(self, case, stream):
+        """Names of the components by phase, as the raw view lists them."""
+        if case not in self.raw_fractions:
+            tree = json.loads(run("tree", case, "appModel.FlowSheetObjects.Streams", "--json", "--all").out)
+            self.raw_fractions[case] = {
+                each["name"]: {phase["name"]: [c["name"] for c in phase.get("children", [])]
+                               for phase in child(each, "Phase Comp Mole Frac").get("children", [])}
+                for each in tree["children"] if each["type"] == "MaterialStreamObject"}
+        return self.raw_fractions[case][stream]
+
+    raw_fractions = {}
 
 
 class Explain(ProgramTest):

@@ -225,6 +225,13 @@ class Model : public testing::Test {
     ScriptNode& faces{sheet.Add("Faces")};
     bool has_top = true;
 
+    ScriptNode& sheetChild(const std::string& name) {
+        for (ScriptNode* child : sheet.children) {
+            if (child->name.ToText() == name) return *child;
+        }
+        return sheet.Add(name);
+    }
+
  private:
     static ScriptNode*& Current() {
         static ScriptNode* current = nullptr;
@@ -285,11 +292,5 @@ class Model : public testing::Test {
         for (const char* name : {"C0", "C1", "C2"})
             sheetChild("Calcs").Add(name).Set("value", name);
         for (const char* name : {"S0", "S1"}) sheetChild("Specs").Add(name).Set("value", name);
-    }
-    ScriptNode& sheetChild(const std::string& name) {
-        for (ScriptNode* child : sheet.children) {
-            if (child->name.ToText() == name) return *child;
-        }
-        return sheet.Add(name);
     }
 };

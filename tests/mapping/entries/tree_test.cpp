@@ -289,11 +289,61 @@ TEST_F(Model, ancestor_paths_count_from_the_top) {
     EXPECT_EQ(nullptr, path.Level(3));
 }
 
-TEST_F(Model, lost_node_answers_from_the_class) {
+TEST_F(Model, missing_node_reads_null) {
     const auto it = At("Flowsheet.Stream.Gone");
-    EXPECT_EQ("", Read(*it, "value"));
-    EXPECT_EQ("(NULL)", Read(*it, "status"));
+    for (const char* name : {"value", "spec_value", "status", "uom"}) {
+        EXPECT_EQ("(NULL)", Read(*it, name)) << name;
+    }
+    EXPECT_EQ("Real", Read(*it, "type"));
     EXPECT_EQ("Not Supported for pure CCDM class", Set(*it, "value", FIValue::OfReal(1)));
+    feed.RemoveChild("Phase");
+    EXPECT_EQ("(NULL)", Value("Flowsheet.Stream.Phase"));
+    EXPECT_EQ("Enumeration(ePhase)", Value("Flowsheet.Stream.Phase", "type"));
+    EXPECT_EQ("ePhase", Read(*At(OpenPure(), "Flowsheet.Stream.Phase"), "value"))
+        << "of a tree without application the class";
+}
+
+TEST_F(Model, missing_object_has_nothing_below_it) {
+    sheet.RemoveChild("Faces");
+    const auto it = At("Flowsheet.Faces");
+    EXPECT_EQ("(NULL)", Read(*it, "value"));
+    EXPECT_EQ("(NULL)", Read(*it, "spec_value"));
+    EXPECT_EQ("Object(QSIFaces)", Read(*it, "type"));
+    EXPECT_EQ("QSIFaces", Read(*it, "container_type"));
+    EXPECT_EQ("INT 1", Read(*it, "isleaf"));
+    EXPECT_EQ("INT 0", Read(*it, "has_children"));
+    EXPECT_FALSE(it->CanDescend());
+    EXPECT_FALSE(it->DownFirst());
+    EXPECT_FALSE(it->SeekChild("Both"));
+    const auto context = Ref<FIContext>::Adopt(EntryAt(*it)->GetContext());
+    EXPECT_EQ(EmptyContext(), context.Get());
+}
+
+// The application counts the elements where it has none of what would name them.
+TEST_F(Model, list_without_a_single_key_is_hidden) {
+    std::string map = kTestMap;
+    const std::string named = R"(<Class Name="QSINamed">
+    <Attribute Name="Name"><Translate Type="Dummy"><NodeAttributes><Attribute Name="value">(id)</Attribute></NodeAttributes></Translate></Attribute>)";
+    map.replace(map.find(named), named.size(), R"(<Class Name="QSINamed">
+    <Attribute Name="Name"><Translate Type="Map">Tag</Translate></Attribute>)");
+    folder.Write("map.xml", map);
+    sheetChild("Units").RemoveChild("X-1");
+    EXPECT_THAT(Children(*At("Flowsheet")), ElementsAre("Name", "Level", "Level", "Level", "Lost",
+                                                        "Faces", "Twins", "Twins", "Twins"));
+    for (const char* path : {"Stream", "Stream#1", "Unit", "Unit[Name]"}) {
+        EXPECT_FALSE(At("Flowsheet")->SeekPath(Text(path))) << path;
+    }
+    const auto back = ChildrenOf(*EntryAt(*At("Flowsheet")));
+    ASSERT_TRUE(back->Seek(kFromEnd, -9));
+    FIValue key;
+    back->GetKey(key);
+    EXPECT_EQ("Name", key.ToText()) << "backward too";
+    product.Add("Tag").Set("value", "made");
+    EXPECT_THAT(Children(*At("Flowsheet")),
+                ElementsAre("Name", "Stream", "Stream", "Level", "Level", "Level", "Lost", "Faces",
+                            "Twins", "Twins", "Twins"));
+    EXPECT_EQ("(NULL)", Value("Flowsheet.Stream#0.Name"));
+    EXPECT_EQ("made", Value("Flowsheet.Stream#1.Name"));
 }
 
 TEST_F(Model, repeating_class_of_a_pure_tree_is_entered_once) {
