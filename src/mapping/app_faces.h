@@ -35,6 +35,7 @@ struct AppFace {
     Ref<FIReference> reference;                  // null when the application has no such node
     const NodeAttributes* overrides = nullptr;   // of the chosen translator, when it has any
     const CCDMArrayTranslator* array = nullptr;  // walks the elements from the reference
+    bool names_class = false;                    // kSubclassVariable is of this very attribute
 };
 
 struct AppFaces {

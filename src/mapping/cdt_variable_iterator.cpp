@@ -5,7 +5,7 @@
 namespace {
 
 const FIValue& SubclassName() {
-    static const FIValue name("Subclass");
+    static const FIValue name(kSubclassVariable);
     return name;
 }
 

@@ -26,6 +26,7 @@ class CDTVariableIterator final : public CDTBase,
     bool Next() override;
     bool Last() override;
     bool Prev() override;
+    bool NamesClasses() const override { return true; }
 
  private:
     CDTVariableIterator(const CDTVariableIterator& other, FIReferenceBase& reference);

@@ -60,6 +60,7 @@ AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face) const {
     AppFace at = face;
     if (!walk) return at;
     at.reference = Stands() ? reference->UnboundCopy() : Ref<FIReference>();
+    at.names_class = face.names_class || walk->NamesClasses();
     if (at.reference) {
         static_cast<FIIterator*>(at.reference->GetIterator())->OwnVariables(base_depth);
     }

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr char kSubclass[] = "Subclass";
-
 // The names alone are asked for, which stay readable when the host has deleted an object.
 int CompareNames(FIReference& one, FIReference& other) {
     auto& a = static_cast<FIIterator&>(*one.GetIterator());
@@ -26,9 +24,8 @@ int CompareNames(FIReference& one, FIReference& other) {
     return 0;
 }
 
-FIReference* FirstOf(const AppFaces& faces) {
-    return faces.primary.reference ? faces.primary.reference.Get()
-                                   : faces.secondary.reference.Get();
+const AppFace& FirstOf(const AppFaces& faces) {
+    return faces.primary.reference ? faces.primary : faces.secondary;
 }
 
 }  // namespace
@@ -50,8 +47,9 @@ CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& a
       path_(context.PathOf(attribute)),
       faces_(std::move(faces)) {
     path_.index = index;
-    FIReference* reference = FirstOf(faces_);
-    if (!reference || !reference->GetIterator()->GetVarText(kSubclass, subclass_)) return;
+    const AppFace& face = FirstOf(faces_);
+    if (!face.reference || !face.names_class) return;
+    if (!face.reference->GetIterator()->GetVarText(kSubclassVariable, subclass_)) return;
     if (subclass_.IsNull() || subclass_.Length() == 0) {
         subclass_.Clear();
         return;
@@ -139,7 +137,7 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
 bool CCDMClassEntry::IsOwnNode() const {
     const AppReferences& above = context_->Place().references;
     FIReference* array = above.primary ? above.primary.Get() : above.secondary.Get();
-    FIReference* own = FirstOf(faces_);
+    FIReference* own = FirstOf(faces_).reference.Get();
     return own && array && own->Depth() > array->Depth();
 }
 
@@ -148,8 +146,8 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     const auto* that = by_name == 0 ? dynamic_cast<CCDMClassEntry*>(&other) : nullptr;
     if (!that) return by_name;
     const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
-    FIReference* own_node = FirstOf(faces_);
-    FIReference* other_node = FirstOf(that->faces_);
+    FIReference* own_node = FirstOf(faces_).reference.Get();
+    FIReference* other_node = FirstOf(that->faces_).reference.Get();
     if (!own_node || !other_node || !IsOwnNode()) return by_index;
     const int by_node = CompareNames(*own_node, *other_node);
     return by_node == 0 || by_index == 0 ? by_node : by_index;

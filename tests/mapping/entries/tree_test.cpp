@@ -106,6 +106,57 @@ TEST_F(Model, element_of_a_subclass_shows_that_class) {
     EXPECT_EQ("REAL 7.5", Value("Flowsheet.Unit#0.Head"));
 }
 
+// P-1 is a QSIPump, which its function names; its parts are none.
+class PumpWithParts : public Model {
+ protected:
+    PumpWithParts() {
+        Insert("classes.xml", kTestClasses, R"(<ClassAttributes Name="QSIFaces">)",
+               R"(<ClassAttributes Name="QSIPump">
+                  <Attribute Name="Part" Type="Object" Multiplicity="n"><ClassName>QSINamed</ClassName></Attribute>
+                  <Attribute Name="Drive" Type="Object" Multiplicity="1"><ClassName>QSIDrive</ClassName></Attribute>
+                  </ClassAttributes><ClassAttributes Name="QSIDrive">
+                  <Attribute Name="Gear" Type="Object" Multiplicity="n"><ClassName>QSINamed</ClassName></Attribute>
+                  </ClassAttributes>)");
+        Map("");
+        ScriptNode& parts = sheetChild("Units").children[0]->Add("Parts");
+        for (const char* name : {"A", "B"}) parts.Add(name).Set("id", name);
+    }
+
+    void Insert(const char* file, std::string text, const char* before, const std::string& added) {
+        text.insert(text.find(before), added);
+        folder.Write(file, text);
+    }
+    // With something beside the translator of "Part".
+    void Map(const std::string& beside) {
+        Insert("map.xml", kTestMap, R"(<Class Name="QSIFaces">)",
+               R"(<Class Name="QSIPump"><Attribute Name="Part">
+                  <TranslateArray Type="Map">Parts.*</TranslateArray>)" +
+                   beside + R"(</Attribute>
+                  <Attribute Name="Drive"><Translate Type="Dummy"/></Attribute></Class>
+                  <Class Name="QSIDrive"><Attribute Name="Gear">
+                  <TranslateArray Type="Map">Parts.*</TranslateArray></Attribute></Class>)");
+    }
+};
+
+TEST_F(PumpWithParts, subclass_of_an_element_is_not_that_of_lists_below_it) {
+    EXPECT_EQ("Object(QSIPump)", Value("Flowsheet.Unit#0", "type"));
+    for (const char* list : {"Flowsheet.Unit#0.Part", "Flowsheet.Unit#0.Drive.Gear"}) {
+        for (const char* element : {"", "#1"}) {
+            const std::string path = std::string(list) + element;
+            EXPECT_EQ("Object(QSINamed)", Value(path, "type")) << path;
+            EXPECT_EQ("QSINamed", Value(path, "container_type")) << path;
+            EXPECT_THAT(Children(*At(path)), ElementsAre("Name")) << path;
+        }
+    }
+    EXPECT_EQ("B", Value("Flowsheet.Unit#0.Part#1.Name"));
+}
+
+TEST_F(PumpWithParts, list_may_set_the_subclass_of_its_own_elements) {
+    Map("<SetVar Var=\"Subclass\">QSIDrive</SetVar>");
+    EXPECT_EQ("Object(QSIDrive)", Value("Flowsheet.Unit#0.Part#1", "type"));
+    EXPECT_EQ("Object(QSINamed)", Value("Flowsheet.Unit#0.Drive.Gear", "type"));
+}
+
 TEST_F(Model, failing_subclass_shows_no_children) {
     const auto it = At("Flowsheet.Unit#1");
     log.Restart();
