@@ -33,4 +33,10 @@ class CDTBase : private Counted<CountedClass::CDTBase> {
     // Whether it names the class of each element, if only by none. Where it does not, the variable
     // is that of an element above.
     virtual bool NamesClasses() const { return false; }
+    // What the application counted and what of it is walked, where it is counted at all.
+    struct Count {
+        int there = 0;
+        int walked = 0;
+    };
+    virtual Count Counted() const { return {}; }
 };

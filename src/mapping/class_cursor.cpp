@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "diagnostics/error_log.h"
 #include "mapping/class_entry.h"
+#include "mapping/reference_move.h"
+#include "model/message_text.h"
 
 // ---- the filter ----
 
@@ -88,6 +91,14 @@ CCDMClassCursorBase::Elements CCDMClassCursorBase::Elements::Copy() const {
 
 // ---- the cursor ----
 
+namespace {
+
+std::string NamesFromTop(const AncestorPath& path) {
+    return path.parent ? NamesFromTop(*path.parent) + '.' + path.id : path.id;
+}
+
+}  // namespace
+
 CCDMClassCursorBase::CCDMClassCursorBase(CCDMClassContext& context, CCDMAttrCol::Rows rows)
     : context_(Ref<CCDMClassContext>::Share(&context)),
       filter_(context, rows),
@@ -132,8 +143,27 @@ bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
     if (!elements->faces.primary.array && !elements->faces.secondary.array) return true;
     elements->primary.Enter(elements->faces.primary);
     elements->secondary.Enter(elements->faces.secondary);
+    TellIfCut(path, elements->primary);
+    TellIfCut(path, elements->secondary);
     elements_ = std::move(elements);
     return elements_->Stands() && HasKeys();
+}
+
+// Once for each list, since it is walked again with every read.
+void CCDMClassCursorBase::TellIfCut(const AncestorPath& path, const FaceWalk& walk) const {
+    if (!walk.walk) return;
+    const CDTBase::Count count = walk.walk->Counted();
+    if (count.there <= count.walked) return;
+    const Ref<FIReference> node = walk.reference->UnboundCopy();
+    if (!node) return;
+    PopTo(*node, walk.base_depth);
+    FIValue place;
+    node->GetPath(place);
+    const std::string list = NamesFromTop(path) + " on " + place.ToText();
+    if (!context_->Place().library->IsNew(list)) return;
+    LogAndTell(MessageText("List %s: %d elements, %d of them are shown", list.c_str(), count.there,
+                           count.walked)
+                   .c_str());
 }
 
 // One element with a key is enough to show them all.

@@ -88,6 +88,7 @@ class CCDMClassCursorBase final : public CountedFromZero<FICursorBase> {
     bool SettleBackward(bool on_attribute);
     // Enters the attribute; false when it has nothing to show.
     bool Enter(const CCDMAttribute& attribute);
+    void TellIfCut(const AncestorPath& path, const FaceWalk& walk) const;
     bool HasKeys() const;
     // The element on which `elements`, of the present attribute, stand.
     Ref<CCDMClassEntry> EntryAt(const Elements& elements) const;

@@ -288,6 +288,20 @@ class OwnFiles(ProgramTest):
                    "Only\n25\nLow\n\n", "")
         self.check(self.view("get", "Plant.Heat", "--unit", "F"), DONE, "77\n", "")
 
+    def test_a_list_that_is_cut_is_told(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(f"S{i}", i) for i in range(300)]
+        path, log = write_case(self.folder, "many.json", case), self.folder / "cut.log"
+        told = "List Flowsheet.Stream on Top.appModel.FlowSheetObjects: 300 elements, 44 of them are shown"
+        result = run("ls", path, "Flowsheet", "--neutral", "--log", log)
+        self.check(result, DONE, err=told + "\n")
+        self.assertEqual([f"Stream(S{i})" for i in range(44)],
+                         [line for line in result.lines if line.startswith("Stream")])
+        self.assertEqual(1, log.read_text().count(told))
+        result = run("get", path, "--neutral", *(f"Flowsheet.Stream#{i}.Temperature" for i in range(44)))
+        self.check(result, DONE, "".join(f"{i}\n" for i in range(44)), told + "\n")
+        self.check(run("ls", path, "appModel.FlowSheetObjects"), DONE, err="")
+
     def test_options_cross_both_ways(self):
         self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n",
                    "the case is a recording and can't be computed again\n")

@@ -197,6 +197,9 @@ class Model : public testing::Test {
         EXPECT_TRUE(it->SeekPath(Text(path))) << path;
         return it;
     }
+    static Ref<FIIterator> CopyAt(FIIterator& it, const std::string& path) {
+        return At(Ref<FIIterator>::Adopt(it.Copy()), path);
+    }
     static Ref<FIEntry> EntryAt(FIIterator& it) {
         return Ref<FIEntry>::Share(it.EntryAt(it.Depth()));
     }

@@ -157,6 +157,36 @@ TEST_F(PumpWithParts, list_may_set_the_subclass_of_its_own_elements) {
     EXPECT_EQ("Object(QSINamed)", Value("Flowsheet.Unit#0.Drive.Gear", "type"));
 }
 
+// The count of a list is a byte: of 300 units 44 are shown, of 256 none.
+TEST_F(Model, cut_list_is_told_once) {
+    ScriptNode& units = sheetChild("Units");
+    const auto read = [&](int count) {
+        for (int i = static_cast<int>(units.children.size()); i < count; ++i) {
+            units.Add("U" + std::to_string(i)).Set("id", Text("U" + std::to_string(i)));
+        }
+        log.Restart();
+        testing::internal::CaptureStderr();
+        const Ref<FIIterator> it = Open();
+        for (int again = 0; again < 3; ++again) {
+            EXPECT_TRUE(CopyAt(*it, "Flowsheet")->DownLast());
+            EXPECT_EQ(count % 256 > 43, CopyAt(*it, "Flowsheet")->SeekPath(Text("Unit#43")));
+            EXPECT_FALSE(CopyAt(*it, "Flowsheet")->SeekPath(Text("Unit#255")));
+        }
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ("", read(255));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    for (const auto& [count, line] :
+         {std::pair(256,
+                    "List Flowsheet.Unit on Top.appModel.Sheet: 256 elements, 0 of them are shown"),
+          std::pair(
+              300,
+              "List Flowsheet.Unit on Top.appModel.Sheet: 300 elements, 44 of them are shown")}) {
+        EXPECT_EQ(line + std::string("\n"), read(count));
+        EXPECT_THAT(log.Lines(), ElementsAre(line));
+    }
+}
+
 TEST_F(Model, failing_subclass_shows_no_children) {
     const auto it = At("Flowsheet.Unit#1");
     log.Restart();
