@@ -34,10 +34,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
 
     VariableState State() const {
         if (!(status_bits & kHoldsValue)) return VariableState::missing;
-        return status_bits & kSpecified ? VariableState::specified : VariableState::calculated;
+        return IsSpecified() ? VariableState::specified : VariableState::calculated;
     }
 
  private:
+    bool IsSpecified() const { return (status_bits & kSpecified) != 0; }
     void Take(double number, bool specified) {
         value = number;
         const bool holds = number != kEmpty;
@@ -47,6 +48,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     void Store(double number, bool specified) {
         if (!script_.AllowStore()) return;
         script_.RunInStore();
+        const bool same_kind = IsSpecified() == (specified && number != kEmpty);
+        if (same_kind && IsSameNumber(value, number)) {
+            value = number;
+            return;
+        }
         Take(number, specified);
         basis_.OwnerCase().ValueStored(basis_);
     }

@@ -26,11 +26,7 @@ void SolverNode::SolveTask() {
     finished_ = false;
     if (phase_ == Phase::solving) return;
     if (OwnerCase().IsRecorded()) {
-        // The end is told in the next turn, as that of any solve.
-        message_ = "the case is a recording and can't be computed again";
-        finished_ = true;
-        phase_ = Phase::ending;
-        needs_to_run_ = true;
+        if (needs_to_run_) RefuseRecording();
         return;
     }
     if (phase_ == Phase::queued) return;
@@ -38,7 +34,15 @@ void SolverNode::SolveTask() {
     turns_to_begin_ = Context().script->TurnsToBegin();
 }
 
+// The end is told in the next turn, as that of any solve.
+void SolverNode::RefuseRecording() {
+    message_ = "the case is a recording and can't be computed again";
+    finished_ = true;
+    phase_ = Phase::ending;
+}
+
 void SolverNode::SolveOnce() {
+    if (OwnerCase().IsRecorded() && !holding_) needs_to_run_ = true;
     SolveTask();
     for (int step = 0; step < kBlockingSteps && phase_ != Phase::idle && !stop_; ++step) Turn();
 }

@@ -4,8 +4,8 @@
 // two turns of the host's loop later, works a step a turn and ends; the computation is an engine's.
 //
 // While it holds nothing starts: SolveTask does nothing, and a solve under way is given up at the
-// next turn. A store during a solve begins it anew. A recorded case can't be computed again: its
-// SolveTask ends at once, without success.
+// next turn. A store during a solve begins it anew. A recorded case can't be computed again: once
+// it was changed its SolveTask ends at once, without success, and its SolveOnce does so always.
 
 #include "casehost/solve_engine.h"
 #include "host/interface/simulation_case.h"
@@ -47,6 +47,7 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
  private:
     enum class Phase { idle, queued, solving, ending };
 
+    void RefuseRecording();
     void Begin();
     void Advance();
     SolveEngine::Outcome Compute();

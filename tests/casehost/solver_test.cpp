@@ -214,7 +214,7 @@ TEST_F(Solving, CaseWithoutEngineStaysUnsolved) {
     EXPECT_EQ(Get("Hot")->GetMyStatusCondition(), host::Viewable::kNotSolved);
 }
 
-TEST_F(Solving, RecordedCaseNeverShowsStaleResults) {
+TEST_F(Solving, RecordedCaseKeepsItsResultsAndIsNotSolved) {
     CaseData data = SmallCase();
     data.recorded = true;
     Open(data);
@@ -229,9 +229,22 @@ TEST_F(Solving, RecordedCaseNeverShowsStaleResults) {
     EXPECT_TRUE(Solver().NeedsToRun());
     EXPECT_FALSE(Solver().Busy());
     EXPECT_EQ(engine_->prepared, 0);
-    EXPECT_EQ(Hot(), host::kEmptyReal);
+    EXPECT_EQ(Hot(), 60);
     EXPECT_EQ(Get("Hot")->GetMyStatusCondition(), host::Viewable::kNotSolved);
     EXPECT_EQ(callback_->log, "finished finished stopped ") << "the change and the end are told";
+}
+
+TEST_F(Solving, UnchangedRecordingHasNothingToSolveButRefusesToBeSolvedAtOnce) {
+    CaseData data = SmallCase();
+    data.recorded = true;
+    Open(data);
+    Solver().SolveTask();
+    Turns(2);
+    EXPECT_FALSE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "");
+    Solver().SolveOnce();
+    EXPECT_TRUE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "the case is a recording and can't be computed again");
 }
 
 TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
