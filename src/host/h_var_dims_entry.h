@@ -18,6 +18,7 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachme
     static std::span<const AttrRow<HVarDimsEntry>> AttributeRows();
 
     void GetName(FIValue& out) override { out = name_; }
+    void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override;
     FIContext* GetContext() override;

@@ -40,6 +40,7 @@ inline constexpr std::array<const char*, 27> kStandardAttributes = {"id",
                                                                     "no_containers_below",
                                                                     "is_hierarchy"};
 
+inline constexpr char kStale[] = "stale";
 inline constexpr char kAttachments[] = "attachments";
 inline constexpr char kSkipCorrelations[] = "skipcorrelations";
 inline constexpr char kSkipAttachments[] = "skipattachments";
