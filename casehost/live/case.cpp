@@ -188,6 +188,12 @@ Node* Case::FirstInError() {
     return first;
 }
 
+bool Case::HasOldResults() {
+    bool found = false;
+    ForEach([&](Node& node) { found = found || node.HasOldResults(); });
+    return found;
+}
+
 void Case::ValueStored(Node& node) {
     change_to_tell_ = true;
     if (node.Class()->IsA(types::Published())) return;

@@ -61,6 +61,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     SolverNode& Solver() { return *solver_; }
     void SetEngine(std::unique_ptr<SolveEngine> engine) { solver_->SetEngine(std::move(engine)); }
     bool IsRecorded() const { return basics_.recorded; }
+    // Values are shown that are older than a change of the case.
+    bool HasOldResults();
     int SolveTurns() const { return basics_.solve_turns; }
     void ValueStored(Node& node);
     void Notify(void (host::IModelCallback::*event)());

@@ -1,5 +1,6 @@
 #include "live/node.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -309,6 +310,12 @@ void Node::Status(const host::VarDescription& variable, host::ModifyState& state
 bool Node::IsOutdated(const host::VarDescription& variable) {
     const Place place = shape_ ? Locate(variable) : Place();
     return place.cell >= 0 && context_->keeps_results && IsStaleCell(CellAt(place.cell));
+}
+
+bool Node::HasOldResults() const {
+    if (!stale_ || !context_->keeps_results || !shape_) return false;
+    const auto is_stale = [this](const Cell& cell) { return IsStaleCell(cell); };
+    return std::any_of(cells_.get(), cells_.get() + shape_->CellCount(), is_stale);
 }
 
 // Parts before the one that names a variable are either steps of a moniker path or attachment

@@ -118,6 +118,7 @@ class Node {
     void Status(const host::VarDescription& variable, host::ModifyState& state);
     // Shown though it is older than a change of the case.
     bool IsOutdated(const host::VarDescription& variable);
+    bool HasOldResults() const;
     bool Blank(Script::Answer answer) const { return context_->script->Blank(answer); }
 
  protected:

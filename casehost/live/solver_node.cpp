@@ -10,6 +10,7 @@ constexpr char kRunningMoniker[] = ":Boolean.302";
 constexpr char kReadyMoniker[] = ":Boolean.300";
 constexpr char kConsistencyMoniker[] = "ConsistencyVariable";
 constexpr char kNothingInconsistent[] = "Unknown.0";
+constexpr char kStopped[] = "the solve was stopped";
 // A blocking pass gives up after so many steps; an engine that converges needs far fewer.
 constexpr int kBlockingSteps = 10000;
 
@@ -70,6 +71,10 @@ void SolverNode::CaseChanged() {
 }
 
 void SolverNode::Turn() {
+    if (Pending() || IsSolving()) {
+        stop_ |= stop_button_ && stop_button_();
+        if (stop_) return End(false, kStopped);
+    }
     switch (phase_) {
         case Phase::idle:
             finished_ = false;
@@ -98,7 +103,7 @@ void SolverNode::Begin() {
 }
 
 void SolverNode::Advance() {
-    if (holding_ || stop_) return End(false, "the solve was stopped");
+    if (holding_) return End(false, kStopped);
     const Script& script = *Context().script;
     if (!script.SolveFailure().empty()) return End(false, script.SolveFailure());
     if (!engine_) return End(false, "no engine computes this case");

@@ -7,6 +7,8 @@
 // next turn. A store during a solve begins it anew. A recorded case can't be computed again: once
 // it was changed its SolveTask ends at once, without success, and its SolveOnce does so always.
 
+#include <functional>
+
 #include "casehost/solve_engine.h"
 #include "host/interface/simulation_case.h"
 #include "live/node.h"
@@ -33,6 +35,8 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
 
     // The host's user presses the buttons.
     void RequestStop() { stop_ = true; }
+    // Asked at every turn of a solve; true presses the button.
+    void SetStopButton(std::function<bool()> pressed) { stop_button_ = std::move(pressed); }
     void RequestPause(bool on) { pause_requested_ = on; }
 
     // A value or the structure of the case changed: what was computed no longer holds.
@@ -65,6 +69,7 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     bool stop_ = false;
     bool pause_requested_ = false;
     bool finished_ = false;
+    std::function<bool()> stop_button_;
     bool changed_ = false;  // since the solve under way was prepared
     std::string message_;
 };

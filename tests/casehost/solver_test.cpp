@@ -266,6 +266,48 @@ TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
     EXPECT_FALSE(Solver().Stop());
 }
 
+TEST_F(Solving, StopButtonEndsASolveAtItsNextTurnWhoeverWaitsForIt) {
+    bool pressed = false;
+    int asked = 0;
+    host_.SetStopButton([&] { return ++asked, pressed; });
+    Open(SmallCase());
+    host_.GetScript().NeverFinishSolve(true);
+    Store(40);
+    Turns(3);
+    EXPECT_EQ(asked, 0) << "nothing is solved";
+    Solver().SolveTask();
+    Turns(5);
+    EXPECT_TRUE(Solver().IsSolving());
+    pressed = true;
+    Turns(1);
+    EXPECT_FALSE(Solver().IsSolving());
+    EXPECT_TRUE(Solver().Stop()) << "as whoever waits for the solve has to see";
+    EXPECT_TRUE(Solver().Finished());
+    EXPECT_TRUE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "the solve was stopped");
+    Solver().SolveOnce();
+    EXPECT_FALSE(Solver().IsSolving()) << "a blocking pass ends too";
+    EXPECT_EQ(open_->Solver().Message(), "the solve was stopped");
+    pressed = false;
+    host_.GetScript().NeverFinishSolve(false);
+    Solver().SolveOnce();
+    EXPECT_FALSE(Solver().NeedsToRun());
+}
+
+TEST_F(Solving, StopButtonEndsASolveThatHasNotBegun) {
+    bool pressed = true;
+    host_.SetStopButton([&] { return pressed; });
+    Open(SmallCase());
+    host_.GetScript().TurnsToBegin(2);
+    Store(40);
+    Solver().SolveTask();
+    EXPECT_TRUE(Solver().Pending());
+    Turns(1);
+    EXPECT_FALSE(Solver().Pending());
+    EXPECT_TRUE(Solver().Stop());
+    EXPECT_EQ(engine_->prepared, 0);
+}
+
 TEST_F(Solving, PauseRequestIsTheUsers) {
     Open(SmallCase());
     EXPECT_FALSE(Solver().PauseRequested());
