@@ -70,7 +70,9 @@ class CommandLine {
         "in\n"
         "steps with dots: appModel.FlowSheetObjects.Streams.\"Feed 1\".Temperature\n"
         "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
-        "store or solve failed, 2 wrong command line, 3 the case can't be read or written.";
+        "store or solve failed or the output can't be written, 2 wrong command line, 3 the case "
+        "can't\n"
+        "be read or written.";
 
     void Add(const WordRow& row) {
         CLI::App* sub = app_.add_subcommand(row.name, row.summary);

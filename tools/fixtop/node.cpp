@@ -9,6 +9,7 @@
 
 #include "framework/cursor.h"
 #include "front/fixtop.h"
+#include "terminal.h"
 
 namespace {
 
@@ -99,6 +100,10 @@ std::string TextOf(FIIteratorBase& node, const char* attribute) {
     return OneLine(AttributeOf(node, attribute));
 }
 
+bool IsStale(FIIteratorBase& node) {
+    return AttributeOf(node, "stale").AsInt() == 1;
+}
+
 std::string ParseError(const std::string& expression) {
     FIValue steps;
     FIValue error;
@@ -136,6 +141,7 @@ void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     std::set<std::pair<std::string, std::string>> keys;
     int index = 0;
     do {
+        if (terminal::IsInterrupted()) throw Interrupted();
         ChildPlace place = PlaceOf(node, NameOf(*child), index++, seen);
         std::string key = KeyOf(*child);
         if (!key.empty() && keys.emplace(place.name, key).second) place.key = std::move(key);
@@ -209,6 +215,10 @@ Json ToJson(const FIValue& value) {
         default:
             return value.ToText();
     }
+}
+
+void MarkStale(FIIteratorBase& node, Json& record) {
+    if (IsStale(node)) record["stale"] = true;
 }
 
 std::string ToLine(const Json& json) {

@@ -68,7 +68,8 @@ class ColumnGroup {
             return {};
         }
         const bool in_unit = attribute_ == "value" || attribute_.ends_with("_limit");
-        return {AttributeOf(node, attribute_.c_str()), in_unit ? TextOf(node, "uom") : ""};
+        return {AttributeOf(node, attribute_.c_str()), in_unit ? TextOf(node, "uom") : "",
+                attribute_ == "value" && IsStale(node)};
     }
 
     std::string path_;
