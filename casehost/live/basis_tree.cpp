@@ -65,10 +65,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     double Internal() const { return internal_; }
     VariableState State() const {
         if (!(status_bits & kHoldsValue)) return VariableState::missing;
-        return status_bits & kSpecified ? VariableState::specified : VariableState::calculated;
+        return IsSpecified() ? VariableState::specified : VariableState::calculated;
     }
 
  private:
+    bool IsSpecified() const { return (status_bits & kSpecified) != 0; }
     void Take(double number, bool specified) {
         internal_ = number;
         value = unit_.ToClient(number);
@@ -79,6 +80,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     void Store(double number, bool specified) {
         if (!script_.AllowStore()) return;
         script_.RunInStore();
+        const bool same_kind = IsSpecified() == (specified && number != kEmpty);
+        if (same_kind && IsSameNumber(value, number)) {
+            value = number;
+            return;
+        }
         Take(number, specified);
         basis_.OwnerCase().ValueStored(basis_);
     }
