@@ -14,7 +14,14 @@ host::CSpecInfo* NewFilledInfo(host::HostServices& services, host::Viewable* obj
     if (!info) return nullptr;
     info->SetOwner(object);
     info->SetReaderOptions(options.ReaderOptions());
-    if (source->FillSpecInfo(info)) return info;
+    bool is_filled = false;
+    try {
+        is_filled = source->FillSpecInfo(info);
+    } catch (...) {
+        services.DeleteSpecInfo(info);
+        throw;
+    }
+    if (is_filled) return info;
     services.DeleteSpecInfo(info);
     return nullptr;
 }
@@ -27,7 +34,13 @@ Ref<HSpecFill> HSpecFill::Make(const HostObject<host::Viewable>& object,
     host::Viewable* there = object.Get();
     if (!there || !services) return {};
     host::CSpecInfo* info = NewFilledInfo(*services, there, options);
-    return info ? Ref<HSpecFill>::Share(new HSpecFill(object, info)) : Ref<HSpecFill>();
+    if (!info) return {};
+    try {
+        return Ref<HSpecFill>::Share(new HSpecFill(object, info));
+    } catch (...) {
+        services->DeleteSpecInfo(info);
+        throw;
+    }
 }
 
 HSpecFill::HSpecFill(const HostObject<host::Viewable>& object, host::CSpecInfo* info)

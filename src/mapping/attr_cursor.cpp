@@ -54,7 +54,7 @@ Names NamesOf(const AppFace& face) {
 Names ListNames(const CCDMClassEntry& entry) {
     const AppFaces& faces = entry.Faces();
     Names names;
-    if (faces.IsPure()) {
+    if (faces.IsEmpty()) {
         const auto& rows = CCDMClassEntry::Rows();
         for (std::size_t i = 0; i < CCDMClassEntry::kListedRows; ++i) names.push_back(rows[i].name);
         return names;
@@ -95,6 +95,7 @@ FIAttributeCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
     if (deep) {
         clone = new Shielded<CCDMAttrCursorBase>(*entry_, names_);
         clone->row_ = row_;
+        clone->lent_.Share(lent_);
     }
     clone->AddRef();
     return clone;

@@ -40,13 +40,7 @@ void Json::push_back(Json value) {
     values_.push_back(std::move(value));
 }
 
-std::string Json::OnOneLine() const {
-    std::string out;
-    Write(out, -1, 0);
-    return out;
-}
-
-std::string Json::OnLines(int indent) const {
+std::string Json::Text(int indent) const {
     std::string out;
     Write(out, indent, 0);
     return out;

@@ -33,16 +33,14 @@ class Json {
 
     bool empty() const { return values_.empty(); }
 
-    // On one line, or with a line for each value, indented by `indent` blanks a level.
-    std::string OnOneLine() const;
-    std::string OnLines(int indent) const;
+    // With a line for each value, indented by `indent` blanks a level, or below 0 on one line.
+    std::string Text(int indent) const;
 
  private:
     enum class Kind { kPlain, kList, kRecord };
 
     explicit Json(Kind kind) : kind_(kind) {}
 
-    // `indent` below 0: on one line.
     void Write(std::string& out, int indent, int depth) const;
 
     Kind kind_ = Kind::kPlain;

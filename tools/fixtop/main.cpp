@@ -1,5 +1,6 @@
 #include <exception>
 
+#include "line_text.h"
 #include "memory.h"
 #include "terminal.h"
 #include "word.h"
@@ -11,11 +12,11 @@ ExitCode Run(int count, char** values, Output& out) {
     try {
         return Execute(terminal::Arguments(count, values), Place::kProgram, around);
     } catch (const ClosedPipe&) {
-        return ExitCode::kOk;
+        return ExitCode::kFailed;
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        out.Note(std::string("fixtop: ") + error.what());
+        out.Note("fixtop: " + OneLineMessage(error.what()));
         return ExitCode::kFailed;
     }
 }
