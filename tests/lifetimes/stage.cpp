@@ -139,10 +139,12 @@ void Stage::Happen() {
     plant_.Happen(scene_.event);
 }
 
-// A solve begins in the turn after the store that asked for it.
+// A solve begins in the turn after the store that asked for it and ends in the fourth.
 void Stage::HappenInStore(bool own, bool solve) {
     if (solve) {
-        plant_.Script().AtTurn(2, [this] { Happen(); });
+        const int variety =
+            own ? scene_.order : static_cast<int>(scene_.kind) + static_cast<int>(scene_.place);
+        plant_.Script().AtTurn(2 + variety % 3, [this] { Happen(); });
     } else {
         plant_.Script().InStore(1, [this] { Happen(); });
     }
@@ -191,13 +193,16 @@ void Stage::Leave() {
     client_.reset();
 }
 
+// By a top of its own, and in the neutral views at some moments by a view of its own.
 void Stage::MakeTruth() {
     if (fate_ != Fate::live) return;
-    fresh_client_ = std::make_unique<Client>(scene_.view, scene_.place, plant_, false);
-    fresh_ = fresh_client_->Make(scene_.kind);
+    const bool own = scene_.view == View::raw || scene_.moment == Moment::between ||
+                     scene_.moment == Moment::offline;
+    if (own) fresh_client_ = std::make_unique<Client>(scene_.view, scene_.place, plant_, false);
+    fresh_ = (own ? *fresh_client_ : *client_).Make(scene_.kind);
     if (!fresh_) tell_(scene_.Name() + ": a fresh path leads nowhere");
     // Handles of two neutral views are never comparable, whatever they stand on.
-    if (scene_.view != View::raw) peer_ = client_->Make(scene_.kind);
+    if (scene_.view != View::raw && own) peer_ = client_->Make(scene_.kind);
 }
 
 void Stage::Use(Player& player) {
@@ -251,7 +256,7 @@ std::string Stage::Expected(Player& player, Op op) {
         case Answer::node_deleted:
             return "\"Node deleted\"";
         case Answer::guarded:
-            return op == Op::model_rows ? GuardedRows(player) : Guarded(player);
+            return op == Op::model_rows ? GuardedRows(player) : Guarded(player, op);
         case Answer::null:
             return "NULL";
         case Answer::no:
@@ -292,15 +297,19 @@ const std::string& Stage::Truth(Op op) {
     return truth;
 }
 
-std::string Stage::Guarded(Player& player) {
-    const bool invalid = fate_ == Fate::deleted && !player.invalid_said;
-    player.invalid_said = true;
+// A neutral reference has a guard of its own before that of the node, which its copies stand on.
+std::string Stage::Guarded(Player& player, Op op) {
+    const bool by_copy = scene_.kind == Kind::reference && op == Op::copy_read;
+    bool& said = by_copy ? player.invalid_said_by_copy : player.invalid_said;
+    const bool invalid = fate_ == Fate::deleted && !said;
+    said = true;
     return invalid ? "\"Node invalid\"" : "\"Node deleted\"";
 }
 
 std::string Stage::GuardedRows(Player& player) {
     std::string rows;
-    for (const char* row : kModelRows) rows += std::string(row) + " " + Guarded(player) + " ";
+    for (const char* row : kModelRows)
+        rows += std::string(row) + " " + Guarded(player, Op::read) + " ";
     return rows;
 }
 
