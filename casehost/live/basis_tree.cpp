@@ -143,7 +143,11 @@ void BasisTree::Add(const Elements& elements, SpecInfo& info) {
         element.custom = data.kind == Kind::custom;
         element.status_holder = data.kind == Kind::status ? each.get() : nullptr;
         element.process_variable = each->variable.get();
-        if (data.kind == Kind::object) element.attached_object = ViewOf(each->objects.front());
+        if (data.kind == Kind::object) {
+            element.attached_object = ViewOf(each->objects.front());
+            element.attached_identity =
+                element.attached_object ? element.attached_object->Identity() : 0;
+        }
         if (data.kind == Kind::number || data.kind == Kind::custom) element.number = data.number;
         if (data.kind == Kind::text || data.kind == Kind::custom) {
             element.value_text = host::Text(data.text);

@@ -98,6 +98,23 @@ std::vector<VariableData> Node::VariablesToData() {
     return variables;
 }
 
+void Node::SetDeleted() {
+    deleted_ = true;
+    if (FlowsheetNode* inner = Inner()) {
+        for (std::size_t i = 0; i < inner->Nodes().Size(); ++i) inner->Nodes().At(i).SetDeleted();
+        inner->deleted_ = true;
+    }
+    EndIdentity();
+}
+
+void Node::EndIdentity() {
+    identity_.End();
+    if (FlowsheetNode* inner = Inner()) {
+        for (std::size_t i = 0; i < inner->Nodes().Size(); ++i) inner->Nodes().At(i).EndIdentity();
+        inner->identity_.End();
+    }
+}
+
 const std::string& Node::TextAt(const Cell& cell) const {
     static const std::string none;
     return cell.text < 0 ? none : texts_[static_cast<std::size_t>(cell.text)];

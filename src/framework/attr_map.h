@@ -15,6 +15,7 @@
 
 #include "framework/cursor.h"
 #include "framework/entry.h"
+#include "framework/liveness.h"
 #include "framework/var_set_loan.h"
 
 template <class T>
@@ -58,6 +59,17 @@ struct AttrRow {
     std::intptr_t extra = 0;
 };
 
+// Whether the owner has lost what it stood on, and with it what it could answer. Never for one that
+// stands on nothing, and for one whose rows ask nothing of it (T has a type AnswersWhenGone).
+template <class T>
+bool HasLostItsObject(const T& owner) {
+    if constexpr (
+        requires { owner.IsGone(); } && !requires { typename T::AnswersWhenGone; }) {
+        return owner.IsGone();
+    }
+    return false;
+}
+
 template <class T>
 const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     if (!name) return nullptr;
@@ -68,9 +80,11 @@ const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     return nullptr;
 }
 
-// Reads by name; NULL for a name that the owner does not show.
+// Reads by name; NULL for a name that the owner does not show. An owner whose object is gone says
+// so whatever is asked.
 template <class T>
 void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
+    if (HasLostItsObject(owner)) return out.SetText(kNodeDeletedText);
     if (const AttrRow<T>* row = FindAttrRow(owner, name.CStr())) {
         row->Read(owner, out);
     } else {
@@ -108,8 +122,10 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         }
         return HandOut(clone);
     }
-    // From the end nothing moves back: a step stops at once there.
+    // From the end nothing moves back: a step stops at once there. An owner whose object is gone
+    // shows no rows.
     bool Seek(int origin, int delta) override {
+        if (HasLostItsObject(*owner_)) origin = kFromEnd;
         if (origin == kFromFirst) {
             row_ = First();
             while (row_ != End() && !row_->IsAvailable(*owner_)) ++row_;
@@ -125,7 +141,8 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         return row_ != End() && left == 0;
     }
     bool SeekName(int, const char* name) override {
-        const AttrRow<T>* found = FindAttrRow(*owner_, name);
+        const bool is_gone = HasLostItsObject(*owner_);
+        const AttrRow<T>* found = is_gone ? nullptr : FindAttrRow(*owner_, name);
         row_ = found ? found : End();
         return found != nullptr;
     }
@@ -147,6 +164,8 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
     void GetValue(FIValue& out) override {
         if (AtEnd()) {
             out.Clear();
+        } else if (HasLostItsObject(*owner_)) {
+            out.SetText(kNodeDeletedText);
         } else {
             row_->Read(*owner_, out);
         }

@@ -24,6 +24,7 @@ int SpecWalk::CompareElements(const host::CSpecElement& own, const SpecWalk& oth
 
 int SpecWalk::Compare(SpecWalk& other) {
     if (IsSameList(other)) return ListPosition::Compare(other);
+    if (HasLost() || other.HasLost()) return kNotComparable;
     const host::CSpecElement* own = Current();
     const host::CSpecElement* others = other.Current();
     if (!own || !others) return (own == nullptr) - (others == nullptr);
@@ -31,16 +32,18 @@ int SpecWalk::Compare(SpecWalk& other) {
 }
 
 HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
-                           const HovexOptions* options, bool attachments, FIEntry* parent)
+                           const HovexOptions* options, bool attachments, FIEntry* parent,
+                           Ref<HSpecFill> fill)
     : info_(info),
-      owner_(owner),
+      owner_(owner, LifeFor(nullptr, options)),
       options_(options),
       attachments_(attachments),
-      parent_(Ref<FIEntry>::Share(parent)) {}
+      parent_(Ref<FIEntry>::Share(parent)),
+      fill_(std::move(fill)) {}
 
 bool HSpecContext::IsSameList(const HSpecContext& other) const {
     if (info_ == other.info_) return true;
-    if (owner_ != other.owner_) return false;
+    if (owner_.Number() != other.owner_.Number() || IsGone() || other.IsGone()) return false;
     const bool is_root = !dynamic_cast<HSpecEntry*>(parent_.Get());
     const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.parent_.Get());
     if (is_root || is_other_root) return is_root && is_other_root;
@@ -48,7 +51,7 @@ bool HSpecContext::IsSameList(const HSpecContext& other) const {
 }
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HSpecCursorBase(this, Elements()));
 }
 

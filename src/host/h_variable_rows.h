@@ -64,10 +64,7 @@ std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
     auto rows = HostAttributeRows<T>({
         {"id", ReadNameRow<T>},
         {"value", [](T& self, FIValue& out) { self.ReadValue(out); }, IsScalar<T>},
-        {"dimension",
-         [](T& self, FIValue& out) {
-             out.SetText(host::InstalledServices()->utypetoa(self.UnitType()));
-         },
+        {"dimension", [](T& self, FIValue& out) { ReadUnitType(self.UnitType(), out); },
          HasUnits<T>},
         {"uom", [](T& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
          HasUnits<T>},
@@ -112,7 +109,9 @@ template <class T>
 void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIValue& value,
                           FIValue& out) {
     const char* text = name.IsText() ? name.CStr() : "";
-    if (std::strcmp(text, "value") == 0) {
+    if (owner.IsGone()) {
+        out.SetText(kNodeDeletedText);
+    } else if (std::strcmp(text, "value") == 0) {
         // The solver runs inside a store, and with it whatever lets go of this node.
         auto self = Ref<T>::Share(&owner);
         const char* message = IsScalar(owner) ? owner.Store(value) : "Non scalar variable";

@@ -18,6 +18,7 @@
 
 class CCDMClassEntry final : public FIEntry,
                              public FIAttributeSource,
+                             public LivingNode,
                              public SmallObject,
                              private Counted<CountedClass::AncestorPath> {
  public:
@@ -35,7 +36,7 @@ class CCDMClassEntry final : public FIEntry,
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIAttributeSource* GetAttributeSource() override;
     FIAttributeCursorBase* MakeCursor() override;
-    // Objects alone.
+    // Objects alone, as long as they live.
     bool IsContainer() override;
     FIContext* GetContext() override;
     // The application's nodes tell; a pure entry never changes.
@@ -54,6 +55,10 @@ class CCDMClassEntry final : public FIEntry,
     // Units by the model's names; the empty unit is none. They stay in the caller's variable set.
     void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+
+    // The application's nodes do; a pure entry is never gone.
+    Liveness* Life() const override { return faces_.ByFace().Life(); }
+    bool IsGone() const override { return faces_.ByFace().AreGone(); }
 
     const AncestorPath& Path() const { return path_; }
     const AppFaces& Faces() const { return faces_; }
@@ -83,6 +88,7 @@ class CCDMClassEntry final : public FIEntry,
     };
 
     bool IsOwnNode() const;
+    bool IsObject() const { return attribute_.type == CCDMAttrType::kObject; }
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
     CCDMClassLibrary& Library() const { return context_->Library(); }

@@ -30,6 +30,8 @@ bool IsNone(const FIValue& value) {
 
 FIValue CCDMClassEntry::Reversed(const Source& source, const FIValue& value) {
     FIValue reversed = value;
+    // What is stored into a node that is gone is refused by it.
+    if (source.face->reference->IsGone()) return reversed;
     ValueCrossing(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification)
         .ToApplication(*source.face->reference, UnitNameOf(source), reversed);
     return reversed;

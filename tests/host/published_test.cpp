@@ -30,13 +30,13 @@ TEST_F(Published, cursor_is_a_cursor) {
     PublishThree();
     auto list = List();
     scripted::Manager bare;
-    auto empty = Ref<FIContext>::Share(new HPublishContext(bare, nullptr));
+    auto empty = Ref<FIContext>::Share(new HPublishContext(bare, nullptr, {}));
     CursorFamily family = HostFamily("HPublishCursorBase", *list, {"A", "B", "C"}, empty.Get());
     family.off_first = family.before_first = SeekOutcome{true, 0};
     family.missing = SeekOutcome{false, 0};
     CheckCursorFamily(family);
     EXPECT_EQ(EmptyCursor(), list->MakeCursor(kKeyCursor));
-    auto other = Ref<FIContext>::Share(new HPublishContext(bare, nullptr));
+    auto other = Ref<FIContext>::Share(new HPublishContext(bare, nullptr, {}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*list)->Compare(*ChildrenOf(*other)));
     auto cursor = ChildrenOf(*list);
     EXPECT_FALSE(cursor->Seek(kFromPresent, 2147483647));

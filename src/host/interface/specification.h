@@ -3,6 +3,7 @@
 // The specification view of an object: a list of typed elements that the host fills on request.
 
 #include <cstddef>
+#include <cstdint>
 
 #include "host/interface/list.h"
 #include "host/interface/text.h"
@@ -71,6 +72,8 @@ struct CSpecElement {
     bool custom = false;
     Text moniker;  // of the variable, which tells its unit type
     Viewable* attached_object = nullptr;
+    // Its Identity when the info was filled: the object may go before the info does. 0 as there.
+    std::uint64_t attached_identity = 0;
     Text tag;  // the element's name
     Text value_text;
     double number = kEmptyReal;  // internal units
