@@ -10,16 +10,6 @@
 
 namespace {
 
-// A seek from the end stands behind the last element in some families and on it in others; where it
-// does not leave the present element, the last one is found by walking on.
-bool SeekLast(FICursorBase& cursor) {
-    if (!cursor.Seek(kFromEnd, 0)) return cursor.Seek(kFromPresent, -1);
-    const Ref<FICursorBase> ahead = Ref<FICursorBase>::Adopt(cursor.Clone(true));
-    int left = 0;
-    while (ahead->Seek(kFromPresent, 1)) ++left;
-    return left == 0 || cursor.Seek(kFromPresent, left);
-}
-
 // What a root stands on: it tells itself, or the family that lies below it.
 Ref<Liveness> LifeOf(FIEntry& root) {
     const auto* living = dynamic_cast<const LivingNode*>(&root);
@@ -29,6 +19,16 @@ Ref<Liveness> LifeOf(FIEntry& root) {
         living = dynamic_cast<const LivingNode*>(context.Get());
     }
     return Ref<Liveness>::Share(living ? living->Life() : nullptr);
+}
+
+// A seek from the end stands behind the last element in some families and on it in others; where it
+// does not leave the present element, the last one is found by walking on.
+bool SeekLast(FICursorBase& cursor) {
+    if (!cursor.Seek(kFromEnd, 0)) return cursor.Seek(kFromPresent, -1);
+    const Ref<FICursorBase> ahead = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    int left = 0;
+    while (ahead->Seek(kFromPresent, 1)) ++left;
+    return left == 0 || cursor.Seek(kFromPresent, left);
 }
 
 }  // namespace

@@ -33,9 +33,12 @@ inline constexpr std::array<const char*, 27> kStandardAttributes = {"id",
                                                                     "no_containers_below",
                                                                     "is_hierarchy"};
 
+// The value is older than a change of the case.
+inline constexpr char kStale[] = "stale";
 inline constexpr char kAttachments[] = "attachments";
 inline constexpr char kSkipCorrelations[] = "skipcorrelations";
 inline constexpr char kSkipAttachments[] = "skipattachments";
 
-// Whether the name is one of them, or of the three switches, which nodes take that don't show them.
+// Whether the name is one of them, the mark, or one of the three switches, which nodes take that
+// don't show them.
 bool IsStandardAttribute(const char* name);

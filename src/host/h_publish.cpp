@@ -1,6 +1,8 @@
 #include "host/h_publish.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -30,7 +32,8 @@ HPublishContext::HPublishContext(host::COnlineConnectivityManager& manager, FIEn
 int HPublishContext::CountOf(host::COnlineConnectivityManager& manager) {
     host::DimInfo bounds;
     manager.GetVariableDimensions(host::VarDescription(kPublished, 0), bounds);
-    return std::max(0, bounds.high[0] - bounds.low[0] + 1);
+    const std::int64_t count = std::int64_t{bounds.high[0]} - bounds.low[0] + 1;
+    return static_cast<int>(std::clamp<std::int64_t>(count, 0, INT_MAX));
 }
 
 FICursorBase* HPublishContext::MakeCursor(int kind) {

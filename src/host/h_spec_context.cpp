@@ -43,7 +43,8 @@ HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
 
 bool HSpecContext::IsSameList(const HSpecContext& other) const {
     if (info_ == other.info_) return true;
-    if (owner_.Number() != other.owner_.Number() || IsGone() || other.IsGone()) return false;
+    if (IsGone() || other.IsGone()) return false;
+    if (owner_.Number() != other.owner_.Number()) return false;
     const bool is_root = !dynamic_cast<HSpecEntry*>(parent_.Get());
     const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.parent_.Get());
     if (is_root || is_other_root) return is_root && is_other_root;

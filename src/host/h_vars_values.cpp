@@ -1,6 +1,7 @@
 #include "host/h_vars_values.h"
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <string>
 
@@ -13,6 +14,14 @@ namespace {
 constexpr char kHiddenKeyPrefix[] = "Key: ";
 constexpr char kHiddenKeyText[] = "Unknown Key";
 constexpr char kNotStored[] = "Value not stored";
+constexpr double kMostOrdinal = 1e9;
+
+// Where the host is asked for the state of a value.
+HVariablePlace StatePlace(const HVariable& variable) {
+    const HVariablePlace place = FindPlace(variable.object, *variable.description);
+    if (place.description && !place.description->IsEmpty()) return place;
+    return {variable.object, variable.description};
+}
 
 host::VarEnumInfo* EnumOf(const HVariable& variable) {
     return variable.row->GetEnumInfo(variable.object);
@@ -32,6 +41,8 @@ void ReadEnumeration(const HVariable& variable, const HVariablePlace& place, FIV
     host::VarEnumInfo* options = EnumOf(variable);
     if (!options) return;
     const double number = place.object->GetRealValue(*place.description);
+    // No ordinal is so large, and none is no number.
+    if (!(std::abs(number) < kMostOrdinal)) return;
     const host::VarEnumEntry* option = options->FindEntry(static_cast<long>(number));
     if (option && option->name) out.SetText(option->name);
 }
@@ -157,10 +168,7 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     ReadRaw(variable, vars, raw);
     host::HostServices* services = host::InstalledServices();
     if (raw.IsNull() || !services) return missing;
-    HVariablePlace place = FindPlace(variable.object, *variable.description);
-    if (!place.description || place.description->IsEmpty()) {
-        place = {variable.object, variable.description};
-    }
+    HVariablePlace place = StatePlace(variable);
     if (variable.row->value_kind == host::kAttachment) {
         place.object = place.object->GetVariableAttachment(*place.description);
     }
@@ -172,6 +180,16 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     }
     const auto index = static_cast<std::size_t>(state);
     return index < kTexts.size() ? kTexts[index] : missing;
+}
+
+bool IsOutdated(const HVariable& variable) {
+    const int kind = variable.row->value_kind;
+    host::HostServices* services = host::InstalledServices();
+    if (!services || !variable.object || kind == host::kAttachment || kind == host::kMessage) {
+        return false;
+    }
+    const HVariablePlace place = StatePlace(variable);
+    return services->IsOutdated(place.object, *place.description);
 }
 
 void ReadOptions(const HVariable& variable, FIValue& out) {

@@ -3,7 +3,7 @@
 // CCDMAttrCursorBase: a position in the attributes of a class entry: those of the application's
 // nodes, with "spec_value" and "spec_uom" where the two faces are two nodes. Where the second node
 // has the value, its "value" and "uom", if the first has no such rows, are listed as "alt_value"
-// and "alt_uom". A pure entry lists the table.
+// and "alt_uom". An entry without a node lists the table.
 //
 // The names are taken when the cursor is made; values are read through the entry. As in tables of
 // host nodes, a step back from the end does nothing.

@@ -216,8 +216,8 @@ TEST_F(CaseEnds, an_untold_closing_is_found_out_by_the_next_use) {
     ASSERT_TRUE(host.Open(data));
     host::SetInstalledServices(&host.Services());
     ASSERT_EQ(nullptr, host.ActiveCase()->OnlineManager()) << "nobody tells";
-    auto reference = ReferenceAt("FlowSheetObjects.Streams.Feed.Temperature");
     Heard deletion;
+    auto reference = ReferenceAt("FlowSheetObjects.Streams.Feed.Temperature");
     ASSERT_TRUE(reference->Subscribe(&deletion, kNodeDeleted, Heard::Tell));
     NodeRef node = At("FlowSheetObjects.Streams.Feed.Temperature");
     EXPECT_EQ("REAL 25", ReadValue(*reference));

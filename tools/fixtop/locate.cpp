@@ -11,7 +11,7 @@ std::string Joined(const std::vector<std::string>& names, Writer write,
                    const std::string& before = "", const std::string& behind = "") {
     std::string text;
     for (const std::string& name : names) {
-        text += (text.empty() ? "" : ", ") + before + write(name) + behind;
+        text += (text.empty() ? "" : ", ") + OneLine(before + write(name) + behind);
     }
     return text;
 }
@@ -96,8 +96,8 @@ std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
         node = entered;
         found = JoinPath(found, step.text);
     }
-    std::string problem = "no such node: " + path;
-    problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + found;
+    std::string problem = "no such node: " + OneLine(path);
+    problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + OneLine(found);
     if (!near.empty()) problem += "\n  near: " + near;
     return problem;
 }
