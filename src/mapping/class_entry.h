@@ -92,6 +92,8 @@ class CCDMClassEntry final : public FIEntry,
     bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
+    // As what "value" or "spec_value" is shown: an override is its own face's.
+    Shown ShownAs(const FIValue& value_name) const;
     CCDMClassLibrary& Library() const { return context_->Library(); }
     // The face that "value" is of, the calculated one; the specified one; the first that is there.
     const AppFace& ValueFace() const;
@@ -101,10 +103,12 @@ class CCDMClassEntry final : public FIEntry,
     // Where it is written.
     Source TargetOf(const FIValue& name) const;
 
-    bool ReadOverride(const FIValue& name, Crossing crossing, FIValue& out);
-    bool ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out);
-    void ReadSource(const Source& source, Crossing crossing, FIValue& out);
-    void Cross(const Source& source, Crossing crossing, FIValue& out);
+    // In the application's words; false when there is no such override, or no node.
+    bool ReadOverride(const FIValue& name, FIValue& out);
+    bool ReadOverrideOf(const AppFace& face, const FIValue& name, FIValue& out);
+    static bool ReadSource(const Source& source, FIValue& out);
+    void ReadUncrossed(const FIValue& name, FIValue& out);
+    void Cross(const FIValue& name, Crossing crossing, FIValue& out);
 
     void ReadId(FIValue& out);
     void ReadType(FIValue& out);
@@ -118,8 +122,9 @@ class CCDMClassEntry final : public FIEntry,
     void ReadConverters(FIValue& out);
     void ReadVariables(FIValue& out);
 
-    // The value as the application wants it.
-    FIValue Reversed(const Source& source, const FIValue& value);
+    // Turns the value into what the application wants; false, and the reason in `out`, when it
+    // can't.
+    bool Reverse(const Source& source, FIValue& value, FIValue& out);
     // The unit and quantity of a display unit; false, and the reason in `out`, when there is none.
     bool FindDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& unit_number,
                          FIValue& quantity_number, FIValue& out);

@@ -9,6 +9,7 @@
 namespace {
 
 const FIValue kValue("value");
+const FIValue kSpecValue("spec_value");
 const FIValue kUom("uom");
 const FIValue kSpecUom("spec_uom");
 const FIValue kId("id");
@@ -21,6 +22,13 @@ bool StaysOnNode(const PathStep& step) {
 
 const FIValue& AttributeOf(const FIValue& attribute) {
     return attribute.IsNull() ? kValue : attribute;
+}
+
+// Null when the face has no node, or no override of this name.
+const PathStep* FindOverride(const AppFace& face, const FIValue& name) {
+    if (!face.overrides || !face.reference || !name.CStr()) return nullptr;
+    const auto found = face.overrides->find(name.CStr());
+    return found == face.overrides->end() ? nullptr : found->second.get();
 }
 
 void ReadExpression(const PathStep& step, FIReference& node, FIValue& out) {
@@ -105,57 +113,68 @@ void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Row* row = FindRow(name.CStr());
     const Crossing crossing = row ? row->crossing : Crossing::kNone;
     const bool has_node = !faces_.IsEmpty();
-    if (has_node && ReadOverride(name, crossing, out)) return;
-    if (row && row->own) return (this->*row->own)(out);
-    if (has_node) return ReadSource(SourceOf(name), crossing, out);
+    const bool is_overridden = has_node && ReadOverride(name, out);
+    if (!is_overridden && row && row->own) return (this->*row->own)(out);
+    if (is_overridden || (has_node && ReadSource(SourceOf(name), out))) {
+        return Cross(name, crossing, out);
+    }
     out.Clear();
-    if (crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
+    if (!has_node && crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.
-bool CCDMClassEntry::ReadOverride(const FIValue& name, Crossing crossing, FIValue& out) {
-    return ReadOverrideOf({&faces_.primary, name, Shown::kValue}, crossing, out) ||
-           ReadOverrideOf({&faces_.secondary, name, Shown::kSpecification}, crossing, out);
+bool CCDMClassEntry::ReadOverride(const FIValue& name, FIValue& out) {
+    return ReadOverrideOf(faces_.primary, name, out) || ReadOverrideOf(faces_.secondary, name, out);
 }
 
-bool CCDMClassEntry::ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out) {
-    const AppFace& face = *source.face;
-    if (!face.overrides || !face.reference || !source.name.CStr()) return false;
-    const auto found = face.overrides->find(source.name.CStr());
-    if (found == face.overrides->end() || !found->second) return false;
-    const PathStep& step = *found->second;
-    if (!step.IsLiteral()) {
-        ReadExpression(step, *face.reference, out);
-    } else {
-        step.ResolveName(*face.reference->GetIterator(), out);
-        if (source.name.Compare(kValue) == 0 && !out.IsNull()) {
-            if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
-            if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
-        }
+bool CCDMClassEntry::ReadOverrideOf(const AppFace& face, const FIValue& name, FIValue& out) {
+    const PathStep* step = FindOverride(face, name);
+    if (!step) return false;
+    if (!step->IsLiteral()) {
+        ReadExpression(*step, *face.reference, out);
+        return true;
     }
-    Cross(source, crossing, out);
+    step->ResolveName(*face.reference->GetIterator(), out);
+    if (name.Compare(kValue) == 0 && !out.IsNull()) {
+        if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
+        if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
+    }
     return true;
 }
 
-void CCDMClassEntry::ReadSource(const Source& source, Crossing crossing, FIValue& out) {
-    if (!source.face->reference) return out.Clear();
+bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
+    if (!source.face->reference) return false;
     source.face->reference->GetAttribute(source.name, out);
-    Cross(source, crossing, out);
+    return true;
 }
 
-void CCDMClassEntry::Cross(const Source& source, Crossing crossing, FIValue& out) {
-    if (crossing == Crossing::kNone || out.IsNull()) return;
-    ValueCrossing values(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification);
-    switch (crossing) {
-        case Crossing::kValue:
-            values.FromApplication(*source.face->reference, UnitNameOf(source), out);
-            break;
-        case Crossing::kUnit:
-            values.NameUnit(out);
-            break;
-        default:
-            values.NameUnits(out);
-            break;
+CCDMClassEntry::Shown CCDMClassEntry::ShownAs(const FIValue& value_name) const {
+    if (FindOverride(faces_.primary, value_name)) return Shown::kValue;
+    if (FindOverride(faces_.secondary, value_name)) return Shown::kSpecification;
+    return SourceOf(value_name).shown;
+}
+
+void CCDMClassEntry::ReadUncrossed(const FIValue& name, FIValue& out) {
+    if (!ReadOverride(name, out)) ReadSource(SourceOf(name), out);
+}
+
+// A value and its unit cross alike: what the unit says holds for the value. A text crosses as it
+// is, so its unit does too.
+void CCDMClassEntry::Cross(const FIValue& name, Crossing crossing, FIValue& out) {
+    if (crossing == Crossing::kNone || (out.IsNull() && crossing != Crossing::kUnit)) return;
+    const bool is_spec = SourceOf(name).shown == Shown::kSpecification;
+    const FIValue& value_name = is_spec ? kSpecValue : kValue;
+    const bool in_spec_unit = ShownAs(value_name) == Shown::kSpecification;
+    ValueCrossing values(Library(), attribute_, GetVarSet(), in_spec_unit);
+    if (crossing == Crossing::kUnits) return values.NameUnits(out);
+    FIValue other;
+    if (values.HasDisplayUnit()) {
+        ReadUncrossed(crossing == Crossing::kUnit ? value_name : is_spec ? kSpecUom : kUom, other);
+    }
+    if (crossing == Crossing::kUnit) {
+        values.NameUnit(other, out);
+    } else {
+        values.FromApplication(other, out);
     }
 }
 

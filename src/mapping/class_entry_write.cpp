@@ -9,6 +9,7 @@ namespace {
 
 const FIValue kValue("value");
 const FIValue kUom("uom");
+const FIValue kSpecUom("spec_uom");
 const FIValue kSpecValue("spec_value");
 
 constexpr char kPure[] = "Not Supported for pure CCDM class";
@@ -28,11 +29,18 @@ bool IsNone(const FIValue& value) {
 
 }  // namespace
 
-FIValue CCDMClassEntry::Reversed(const Source& source, const FIValue& value) {
-    FIValue reversed = value;
-    ValueCrossing(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification)
-        .ToApplication(*source.face->reference, UnitNameOf(source), reversed);
-    return reversed;
+// From the unit in which the value is read. A node that is gone refuses by itself.
+bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out) {
+    const bool is_spec = source.shown == Shown::kSpecification;
+    const Shown shown = ShownAs(is_spec ? kSpecValue : kValue);
+    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
+    FIReference& node = *source.face->reference;
+    FIValue unit;
+    if (values.HasDisplayUnit() && !ReadOverride(is_spec ? kSpecUom : kUom, unit)) {
+        if (!node.Rebind()) return true;
+        node.GetAttribute(UnitNameOf(source), unit);
+    }
+    return values.ToApplication(unit, value, out);
 }
 
 // A face that stands alone is told of its specification by that name.
@@ -49,8 +57,9 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
     const Source source = TargetOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
     const bool is_value = Is(name, "value") || Is(name, "spec_value");
-    source.face->reference->SetAttribute(source.name, is_value ? Reversed(source, value) : value,
-                                         mode, out);
+    FIValue reversed = value;
+    if (is_value && !Reverse(source, reversed, out)) return;
+    source.face->reference->SetAttribute(source.name, reversed, mode, out);
 }
 
 // ---- units of the application's nodes ----
@@ -79,14 +88,16 @@ void CCDMClassEntry::SetSpecUnit(const FIValue& unit, FIValue& out) {
 void CCDMClassEntry::SetValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kValue);
     if (!source.face->reference) return out.SetText(kNoNode);
-    source.face->reference->SetValue(Reversed(source, value), mode, out);
+    FIValue reversed = value;
+    if (Reverse(source, reversed, out)) source.face->reference->SetValue(reversed, mode, out);
 }
 
 // The face of the specification is the value of a node of its own, or else a part of the one node.
 void CCDMClassEntry::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kSpecValue);
     if (!source.face->reference) return out.SetText(kNoNode);
-    const FIValue reversed = Reversed(source, value);
+    FIValue reversed = value;
+    if (!Reverse(source, reversed, out)) return;
     if (faces_.IsSplit()) {
         source.face->reference->SetValue(reversed, mode, out);
     } else {
@@ -116,7 +127,7 @@ void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue
         return;
     }
     FIValue reversed = value;
-    values.ToApplication(*face.reference, kUom, reversed);
+    values.ToApplication(application_unit, reversed, out);
     if (is_specification && !faces_.IsSplit()) {
         face.reference->SetSpecValueInUnit(reversed, application_unit, mode, out);
     } else {
@@ -141,7 +152,7 @@ bool CCDMClassEntry::FindDisplayUnit(const FIValue& unit, const FIValue& quantit
         return false;
     }
     int found = 0;
-    if (unit.IsNumber()) found = unit.AsInt();
+    if (unit.IsNumber() && Library().units.HasUnit(number, unit.AsInt())) found = unit.AsInt();
     if (!IsNone(unit) && unit.IsText()) found = source->UnitId(unit.CStr(), number);
     if (found < 1 && !IsNone(unit)) {
         out.SetText(kNoUnit);

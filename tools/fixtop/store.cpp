@@ -35,7 +35,7 @@ std::string Store(const Located& place, const std::string& value, const std::str
     } else {
         stored.SetText(value);
     }
-    std::string refused = SetUnit(node, unit);
-    if (!refused.empty()) return refused;
-    return Put(node, is_value ? "value" : place.attribute, stored);
+    const std::string attribute = is_value ? "value" : place.attribute;
+    const std::string refused = SetUnit(node, attribute, unit);
+    return refused.empty() ? Put(node, attribute, stored) : refused;
 }
