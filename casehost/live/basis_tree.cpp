@@ -65,10 +65,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     double Internal() const { return internal_; }
     VariableState State() const {
         if (!(status_bits & kHoldsValue)) return VariableState::missing;
-        return status_bits & kSpecified ? VariableState::specified : VariableState::calculated;
+        return IsSpecified() ? VariableState::specified : VariableState::calculated;
     }
 
  private:
+    bool IsSpecified() const { return (status_bits & kSpecified) != 0; }
     void Take(double number, bool specified) {
         internal_ = number;
         value = unit_.ToClient(number);
@@ -79,6 +80,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     void Store(double number, bool specified) {
         if (!script_.AllowStore()) return;
         script_.RunInStore();
+        const bool same_kind = IsSpecified() == (specified && number != kEmpty);
+        if (same_kind && IsSameNumber(value, number)) {
+            value = number;
+            return;
+        }
         Take(number, specified);
         basis_.OwnerCase().ValueStored(basis_);
     }
@@ -179,7 +185,11 @@ void BasisTree::Add(const Elements& elements, SpecInfo& info) {
         const ClientUnit unit(data);
         if (each->variable) each->variable->TellIn(unit);
         element.process_variable = each->variable.get();
-        if (data.kind == Kind::object) element.attached_object = ViewOf(each->objects.front());
+        if (data.kind == Kind::object) {
+            element.attached_object = ViewOf(each->objects.front());
+            element.attached_identity =
+                element.attached_object ? element.attached_object->Identity() : 0;
+        }
         if (data.kind == Kind::number || data.kind == Kind::custom) {
             element.number = unit.ToClient(data.number);
         }

@@ -41,7 +41,7 @@ std::unique_ptr<Case> BuildCase(const CaseData& data, std::shared_ptr<Script> sc
 Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     : NodeOf(context_, nullptr, types::Case(), data.name),
       script_(std::move(script)),
-      context_{this, script_.get()},
+      context_{this, script_.get(), data.recorded},
       basics_(WithoutObjects(data)),
       document_(host::Text(data.name), host::Text()) {
     main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
@@ -64,6 +64,7 @@ Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     ForEach([this](Node& node) {
         if (node.Condition() == ObjectStatus::not_solved) solver_->SetNeedsToRun(true);
     });
+    Identities::Changed();
 }
 
 Case::~Case() = default;
@@ -89,6 +90,7 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     }
     node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
     node->SetCondition(data.status, data.status_text);
+    node->SetStale(data.stale);
     return node;
 }
 
@@ -187,6 +189,12 @@ Node* Case::FirstInError() {
     return first;
 }
 
+bool Case::HasOldResults() {
+    bool found = false;
+    ForEach([&](Node& node) { found = found || node.HasOldResults(); });
+    return found;
+}
+
 void Case::ValueStored(Node& node) {
     change_to_tell_ = true;
     if (node.Class()->IsA(types::Published())) return;
@@ -226,11 +234,17 @@ void Case::Turn() {
 }
 
 void Case::Close() {
+    ForEach([](Node& node) { node.EndIdentity(); });
+    for (Node* node : std::initializer_list<Node*>{main_.get(), solver_.get(), basis_.get(),
+                                                   manager_.get(), this}) {
+        if (node) node->EndIdentity();
+    }
     Notify(&host::IModelCallback::SimulationEvent);
     if (manager_) manager_->put_ModelCallback(nullptr);
 }
 
 void Case::StructureChanged() {
+    Identities::Changed();
     dependencies_.reset();
     solver_->CaseChanged();
     Notify(&host::IModelCallback::SimulationStep);
@@ -238,9 +252,6 @@ void Case::StructureChanged() {
 
 void Case::Bury(std::unique_ptr<Node> node) {
     node->SetDeleted();
-    if (FlowsheetNode* inner = node->Inner()) {
-        ForEachIn(inner->Nodes(), [](Node& each) { each.SetDeleted(); });
-    }
     graveyard_.push_back(std::move(node));
 }
 
@@ -261,6 +272,7 @@ bool Case::Rename(host::Viewable* object, const std::string& name) {
     node->SetName(name);
     if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
     list->Renamed();
+    Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
     return true;
 }
@@ -269,6 +281,7 @@ bool Case::Move(host::Viewable* object, std::size_t index) {
     Node* node = Node::Of(object);
     NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
     if (!list || !list->Move(*node, index)) return false;
+    Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
     return true;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "casehost/case_host.h"
+#include "live/identity.h"
 
 namespace casehost {
 
@@ -63,6 +64,7 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     host::Text RelativeMoniker(host::Viewable* from, host::Viewable* to, bool full) override;
     void GetVariableStatus(host::Viewable* object, const host::VarDescription& variable,
                            host::ModifyState& state, int& detail) override;
+    bool IsOutdated(host::Viewable* object, const host::VarDescription& variable) override;
     const host::ObjectTypeInfo* FindObjectType(const host::Text& class_name) override;
     const host::ObjectTypeRecords& ObjectTypes() override { return records_; }
     host::VariableTypes* pVarTypes() override { return &variable_types_; }
@@ -79,6 +81,9 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     void* IFace_malloc(std::size_t size) override;
     void* IFace_realloc(void* block, std::size_t size) override;
     void IFace_free(void* block) override;
+
+    const std::uint64_t* StructureRevision() override { return Identities::Revision(); }
+    bool Lives(std::uint64_t identity) override { return Identities::Lives(identity); }
 
     unsigned long ViewUpdates() const { return view_updates_; }
     double ConfigData(const std::string& key) const;

@@ -74,6 +74,16 @@ void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
 
 }  // namespace
 
+bool AppReferences::AreGone() const {
+    if (IsEmpty()) return false;
+    return (!primary || primary->IsGone()) && (!secondary || secondary->IsGone());
+}
+
+Liveness* AppReferences::Life() const {
+    const Ref<FIReference>& first = primary ? primary : secondary;
+    return first ? first->Life() : nullptr;
+}
+
 BranchRequest MirrorRequest(BranchRequest request) {
     switch (request) {
         case BranchRequest::kCalc:

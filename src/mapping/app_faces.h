@@ -19,6 +19,10 @@ struct AppReferences {
     Ref<FIReference> secondary;
 
     bool IsEmpty() const { return !primary && !secondary; }
+    // None of the nodes lives any more; never for none at all.
+    bool AreGone() const;
+    // Of the nodes, null when they can't go.
+    Liveness* Life() const;
 };
 
 // What the choice depends on; all lent.

@@ -93,6 +93,7 @@ CCDMAttrCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
     if (deep) {
         clone = new CCDMAttrCursorBase(*entry_, names_);
         clone->row_ = row_;
+        clone->lent_.Share(lent_);
     }
     clone->AddRef();
     return clone;

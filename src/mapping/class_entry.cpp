@@ -9,19 +9,9 @@
 
 namespace {
 
-// The names alone are asked for, which stay readable when the host has deleted an object.
-int CompareNames(FIReference& one, FIReference& other) {
-    auto& a = static_cast<FIIterator&>(*one.GetIterator());
-    auto& b = static_cast<FIIterator&>(*other.GetIterator());
-    if (a.Depth() != b.Depth()) return a.Depth() < b.Depth() ? -1 : 1;
-    FIValue name;
-    FIValue other_name;
-    for (int level = 0; level <= a.Depth(); ++level) {
-        a.EntryAt(level)->GetName(name);
-        b.EntryAt(level)->GetName(other_name);
-        if (const int order = name.Compare(other_name); order != 0) return order;
-    }
-    return 0;
+int ComparePlaces(FIReference& one, FIReference& other) {
+    return static_cast<FIIterator&>(*one.GetIterator())
+        .ComparePlaces(static_cast<FIIterator&>(*other.GetIterator()));
 }
 
 const AppFace& FirstOf(const AppFaces& faces) {
@@ -82,7 +72,7 @@ bool CCDMClassEntry::IsMissing() const {
 }
 
 bool CCDMClassEntry::IsContainer() {
-    return IsObject() && !IsMissing();
+    return IsObject() && !IsMissing() && !IsGone();
 }
 
 bool CCDMClassEntry::HasKey() {
@@ -132,8 +122,9 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
     return false;
 }
 
-// Whether the element is a node of its own below the array's: then its names tell it from others,
-// wherever it stands in the list. Else the elements are one node, told apart by their number.
+// Whether the element is a node of its own below the array's: then its object tells it from others,
+// wherever it stands in the list and whatever it is called. Else the elements are one node, told
+// apart by their number.
 bool CCDMClassEntry::IsOwnNode() const {
     const AppReferences& above = context_->Place().references;
     FIReference* array = above.primary ? above.primary.Get() : above.secondary.Get();
@@ -149,6 +140,6 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     FIReference* own_node = FirstOf(faces_).reference.Get();
     FIReference* other_node = FirstOf(that->faces_).reference.Get();
     if (!own_node || !other_node || !IsOwnNode()) return by_index;
-    const int by_node = CompareNames(*own_node, *other_node);
+    const int by_node = ComparePlaces(*own_node, *other_node);
     return by_node == 0 || by_index == 0 ? by_node : by_index;
 }

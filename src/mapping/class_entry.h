@@ -20,6 +20,7 @@
 
 class CCDMClassEntry final : public FIEntry,
                              public FIAttributeSource,
+                             public LivingNode,
                              public SmallObject,
                              private Counted<CountedClass::AncestorPath> {
  public:
@@ -37,7 +38,7 @@ class CCDMClassEntry final : public FIEntry,
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIAttributeSource* GetAttributeSource() override;
     FIAttributeCursorBase* MakeCursor() override;
-    // Objects that are not missing.
+    // Objects that are not missing, as long as they live.
     bool IsContainer() override;
     FIContext* GetContext() override;
     // The application's nodes tell; a pure entry never changes.
@@ -56,6 +57,10 @@ class CCDMClassEntry final : public FIEntry,
     // Units by the model's names; the empty unit is none. They stay in the caller's variable set.
     void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+
+    // The application's nodes do; a pure entry is never gone.
+    Liveness* Life() const override { return faces_.ByFace().Life(); }
+    bool IsGone() const override { return faces_.ByFace().AreGone(); }
 
     const AncestorPath& Path() const { return path_; }
     const AppFaces& Faces() const { return faces_; }
@@ -92,6 +97,8 @@ class CCDMClassEntry final : public FIEntry,
     bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
+    // Where an attribute is read, in an override or not.
+    const AppFace& FaceOf(const FIValue& name) const;
     // As what "value" or "spec_value" is shown: an override is its own face's.
     Shown ShownAs(const FIValue& value_name) const;
     CCDMClassLibrary& Library() const { return context_->Library(); }

@@ -148,6 +148,13 @@ bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
     return true;
 }
 
+const AppFace& CCDMClassEntry::FaceOf(const FIValue& name) const {
+    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
+        if (FindOverride(*face, name)) return *face;
+    }
+    return *SourceOf(name).face;
+}
+
 CCDMClassEntry::Shown CCDMClassEntry::ShownAs(const FIValue& value_name) const {
     if (FindOverride(faces_.primary, value_name)) return Shown::kValue;
     if (FindOverride(faces_.secondary, value_name)) return Shown::kSpecification;
@@ -162,6 +169,9 @@ void CCDMClassEntry::ReadUncrossed(const FIValue& name, FIValue& out) {
 // is, so its unit does too.
 void CCDMClassEntry::Cross(const FIValue& name, Crossing crossing, FIValue& out) {
     if (crossing == Crossing::kNone || (out.IsNull() && crossing != Crossing::kUnit)) return;
+    // A node that is gone answers with a text that is no value.
+    const Ref<FIReference>& node = FaceOf(name).reference;
+    if (node && node->GetState() == FIReference::kDeleted) return;
     const bool is_spec = SourceOf(name).shown == Shown::kSpecification;
     const FIValue& value_name = is_spec ? kSpecValue : kValue;
     const bool in_spec_unit = ShownAs(value_name) == Shown::kSpecification;
@@ -232,11 +242,11 @@ void CCDMClassEntry::ReadDisplayName(FIValue& out) {
 }
 
 void CCDMClassEntry::ReadIsLeaf(FIValue& out) {
-    out.SetInt(IsContainer() ? 0 : 1);
+    out.SetInt(IsObject() ? 0 : 1);
 }
 
 void CCDMClassEntry::ReadHasChildren(FIValue& out) {
-    out.SetInt(IsContainer() ? 1 : 0);
+    out.SetInt(IsObject() ? 1 : 0);
 }
 
 // Where the value comes from: the path of the application's node; of a pure entry its own.

@@ -29,16 +29,19 @@ bool IsNone(const FIValue& value) {
 
 }  // namespace
 
-// From the unit in which the value is read. A node that is gone refuses by itself.
+// From the unit in which the value is read. What is stored into a node that is gone is refused by
+// it.
 bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out) {
+    FIReference& node = *source.face->reference;
     const bool is_spec = source.shown == Shown::kSpecification;
     const Shown shown = ShownAs(is_spec ? kSpecValue : kValue);
     ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
-    FIReference& node = *source.face->reference;
     FIValue unit;
-    if (values.HasDisplayUnit() && !ReadOverride(is_spec ? kSpecUom : kUom, unit)) {
-        if (!node.Rebind()) return true;
-        node.GetAttribute(UnitNameOf(source), unit);
+    if (values.HasDisplayUnit()) {
+        if (!ReadOverride(is_spec ? kSpecUom : kUom, unit)) {
+            node.GetAttribute(UnitNameOf(source), unit);
+        }
+        if (node.IsGone()) return true;
     }
     return values.ToApplication(unit, value, out);
 }

@@ -63,6 +63,7 @@ class CCDMUnitsList {
 
     void Attach();
     void Detach();
+    void LogProblem(ModuleHandle adapter) const;
     ModuleHandle FindAdapter();
     // Null when there is no row.
     const CCDMUnitRecord* FindTranslation(const std::string& app_unit, int quantity) const;

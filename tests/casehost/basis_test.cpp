@@ -142,6 +142,19 @@ TEST_F(Basis, AStoreMakesAllCalculatedValuesStale) {
     EXPECT_TRUE(opened_->MainSolver()->NeedsToRun());
 }
 
+TEST_F(Basis, AStoreOfWhatStandsThereMakesNothingStale) {
+    BasisElement given = Element("v", Kind::variable, 1);
+    given.state = VariableState::specified;
+    Open({given, Element("open", Kind::variable)});
+    Find("v")->process_variable->SetSpecified(1);
+    Find("open")->process_variable->SetSpecified(kEmpty);
+    EXPECT_FALSE(opened_->FindByPath("Hot", nullptr)->IsStale());
+    EXPECT_FALSE(opened_->MainSolver()->NeedsToRun());
+    Find("v")->process_variable->SetCalculated(1);
+    EXPECT_EQ(Find("v")->process_variable->status_bits, 0x10u) << "it is no longer given";
+    EXPECT_TRUE(opened_->FindByPath("Hot", nullptr)->IsStale());
+}
+
 TEST_F(Basis, ARefusedStoreChangesNothing) {
     Open({Element("v", Kind::variable, 1)});
     host_.GetScript().RefuseStore(1);

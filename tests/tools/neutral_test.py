@@ -105,6 +105,28 @@ class Neutral(ProgramTest):
                    "no such node: Flowsheet.Stream(Raw Gas).Temprature\n"
                    "  found: Flowsheet.Stream(Raw Gas)\n  near: Temperature\n")
 
+    def test_a_key_that_is_not_there_is_told_with_near_ones(self):
+        stream = "  found: Flowsheet.Stream\n"
+        component = "Flowsheet.Stream(Raw Gas).Composition.Component"
+        for path, told in (
+                ("Flowsheet.Stream(nope)", stream),
+                ("Flowsheet.Stream(Raw Gaz)", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(Raw Gaz).Temperature", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(Raw Gaz).Temprature", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(type).Temperature", stream),
+                ('Flowsheet.Stream[Name="Raw Gas"](Tail Gas)',
+                 '  found: Flowsheet.Stream[Name="Raw Gas"]\n'),
+                (component + "(Methan).MoleFraction",
+                 f"  found: {component}\n  near: Component(Methane), Component(Ethane)\n"),
+                (RAW_GAS + ".Temperature(statos)",
+                 f"  found: {RAW_GAS}.Temperature\n  near: Temperature(status)\n"),
+        ):
+            for word in ("get", "tree"):
+                self.check(run(word, "demo", "--neutral", path), FAILED, "",
+                           f"no such node: {path}\n{told}")
+        self.check(run("find", "demo", "--neutral", "Flowsheet.Stream(nope)"), FAILED, "",
+                   "nothing matches: Flowsheet.Stream(nope)\n")
+
     def test_find_gives_paths_that_get_reads(self):
         found = self.check(run("find", "demo", "--neutral", "Flowsheet.Stream.Temperature"), DONE).lines
         self.assertEqual("Flowsheet.Stream(Raw Gas).Temperature", found[0])

@@ -1,16 +1,18 @@
 #include "case_session.h"
 
 #include "casehost/standard_host.h"
+#include "terminal.h"
 
 namespace {
 
 std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
     std::string text;
     for (const casehost::CaseProblem& problem : problems) {
-        text += (text.empty() ? "" : "\n") + problem.Text();
+        text += (text.empty() ? "" : "\n") + OneLineMessage(problem.Text());
     }
     // A reader names the place; what it says nothing about still has a file.
-    if (text.find(file) == std::string::npos) text.insert(0, file + (text.empty() ? "" : ": "));
+    const std::string name = OneLineMessage(file);
+    if (text.find(name) == std::string::npos) text.insert(0, name + (text.empty() ? "" : ": "));
     return text;
 }
 
@@ -18,6 +20,7 @@ std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std:
 
 CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
     casehost::UseStandardParts(*host_);
+    host_->SetStopButton(terminal::IsInterrupted);
     FixtopInstallHost(&host_->Services());
 }
 
@@ -30,7 +33,7 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
         return nullptr;
     }
     for (const casehost::CaseProblem& remark : opened.problems) {
-        session->remarks_.push_back(remark.Text());
+        session->remarks_.push_back(OneLineMessage(remark.Text()));
     }
     return session->ShowCase(view, problem) ? std::move(session) : nullptr;
 }
@@ -61,7 +64,11 @@ FISolver* CaseSession::Solver() const {
 }
 
 std::string CaseSession::SolveProblem() const {
-    return host_->SolveProblem();
+    return OneLineMessage(host_->SolveProblem());
+}
+
+bool CaseSession::HasOldResults() const {
+    return host_->HasOldResults();
 }
 
 void CaseSession::Turn() {
@@ -72,4 +79,17 @@ bool CaseSession::Save(const std::string& file, std::string& problem) {
     const casehost::SaveResult saved = host_->Save(*host_->ActiveLiveCase(), file);
     if (!saved) problem = Texts({saved.problem}, file);
     return saved.ok;
+}
+
+ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
+    std::string problem;
+    if (file.empty()) return ExitCode::kOk;
+    if (!session.Save(file, problem)) {
+        out.Note(problem);
+        return ExitCode::kUnreadable;
+    }
+    if (session.HasOldResults()) {
+        out.Note(file + ": results that are older than a change are saved as stale");
+    }
+    return ExitCode::kOk;
 }

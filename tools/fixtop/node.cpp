@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -9,6 +10,7 @@
 
 #include "framework/cursor.h"
 #include "front/fixtop.h"
+#include "terminal.h"
 
 namespace {
 
@@ -78,9 +80,13 @@ std::string KeyOf(FIIteratorBase& node) {
     return WithoutQuotes(text);
 }
 
-std::string ShownName(FIIteratorBase& node) {
+std::string NameWithKey(FIIteratorBase& node) {
     const std::string key = KeyOf(node);
-    return OneLine(key.empty() ? NameOf(node) : NameOf(node) + '(' + key + ')');
+    return key.empty() ? NameOf(node) : NameOf(node) + '(' + key + ')';
+}
+
+std::string ShownName(FIIteratorBase& node) {
+    return OneLine(NameWithKey(node));
 }
 
 FIValue AttributeOf(FIIteratorBase& node, const char* name) {
@@ -89,25 +95,23 @@ FIValue AttributeOf(FIIteratorBase& node, const char* name) {
     return value;
 }
 
-std::string OneLine(std::string text) {
-    for (std::size_t at = 0; (at = text.find_first_of("\r\n", at)) != std::string::npos; at += 2) {
-        text.replace(at, 1, text[at] == '\n' ? "\\n" : "\\r");
-    }
-    return text;
-}
-
 std::string OneLine(const FIValue& value) {
-    return OneLine(value.ToText());
+    return OneLine(std::string_view(value.ToText()));
 }
 
 std::string TextOf(FIIteratorBase& node, const char* attribute) {
     return OneLine(AttributeOf(node, attribute));
 }
 
+bool IsStale(FIIteratorBase& node) {
+    return AttributeOf(node, "stale").AsInt() == 1;
+}
+
+// What stands on one line parses alike, and comes back in the message.
 std::string ParseError(const std::string& expression) {
     FIValue steps;
     FIValue error;
-    const bool parses = FixtopDescribePath(FIValue(expression.c_str()), steps, error);
+    const bool parses = FixtopDescribePath(FIValue(OneLine(expression).c_str()), steps, error);
     return parses ? "" : error.ToText();
 }
 
@@ -116,25 +120,26 @@ std::string SetUnit(FIIteratorBase& node, const std::string& attribute, const st
     const char* name = attribute == "spec_value" ? "spec_uom" : "uom";
     FIValue refused;
     node.SetAttribute(FIValue(name), FIValue(unit.c_str()), 0, refused);
-    return refused.ToText();
+    return OneLine(refused);
 }
 
 // The neutral view tells limits as the application has them, whatever unit its values are shown in:
 // it takes the empty unit for that, which other nodes refuse.
 std::string UnitOf(FIIteratorBase& node, const std::string& attribute) {
-    if (attribute == "value") return TextOf(node, "uom");
-    if (attribute == "spec_value") return TextOf(node, "spec_uom");
+    if (attribute == "value") return AttributeOf(node, "uom").ToText();
+    if (attribute == "spec_value") return AttributeOf(node, "spec_uom").ToText();
     if (!IsInUnit(attribute)) return "";
     const NodeRef plain = CopyOf(node);
     FIValue refused;
     plain->SetAttribute(FIValue("uom"), FIValue(""), 0, refused);
-    return TextOf(*plain, "uom");
+    return AttributeOf(*plain, "uom").ToText();
 }
 
 std::string OtherUnit(const std::string& attribute, const FIValue& value, const std::string& unit,
                       const std::string& wanted) {
     if (wanted.empty() || unit == wanted || !IsInUnit(attribute) || !value.IsNumber()) return "";
-    return "shown " + (unit.empty() ? "without a unit" : "in " + unit) + ", not in " + wanted;
+    return "shown " + (unit.empty() ? "without a unit" : "in " + OneLine(unit)) + ", not in " +
+           OneLine(wanted);
 }
 
 bool IsVariable(FIIteratorBase& node) {
@@ -160,6 +165,7 @@ void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     std::set<std::pair<std::string, std::string>> keys;
     int index = 0;
     do {
+        if (terminal::IsInterrupted()) throw Interrupted();
         ChildPlace place = PlaceOf(node, NameOf(*child), index++, seen);
         std::string key = KeyOf(*child);
         if (!key.empty() && keys.emplace(place.name, key).second) place.key = std::move(key);
@@ -222,6 +228,10 @@ std::string FullPath(FIIteratorBase& node) {
     return path;
 }
 
+std::string ShownPath(FIIteratorBase& node) {
+    return OneLine(FullPath(node));
+}
+
 Json ToJson(const FIValue& value) {
     switch (value.Kind()) {
         case FIValue::kNull:
@@ -235,6 +245,25 @@ Json ToJson(const FIValue& value) {
     }
 }
 
-std::string ToLine(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+void MarkStale(FIIteratorBase& node, Json& record) {
+    if (IsStale(node)) record["stale"] = true;
+}
+
+std::string ToLine(const Json& json, int indent) {
+    const std::string text = json.dump(indent, ' ', false, Json::error_handler_t::replace);
+    std::string line;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        const bool two = byte == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+        if (byte != 0x7F && !two) {
+            line += text[at];
+            continue;
+        }
+        // JSON lets these stand, a terminal may take them for commands.
+        std::array<char, 8> escape;
+        std::snprintf(escape.data(), escape.size(), "\\u%04x",
+                      two ? static_cast<unsigned char>(text[++at]) : byte);
+        line += escape.data();
+    }
+    return line;
 }

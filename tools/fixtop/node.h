@@ -11,6 +11,7 @@
 
 #include "framework/iterator.h"
 #include "framework/ref.h"
+#include "line_text.h"
 #include "path_text.h"
 #include "value/fi_value.h"
 
@@ -24,13 +25,16 @@ inline NodeRef CopyOf(FIIteratorBase& node) {
 std::string NameOf(FIIteratorBase& node);
 // What tells the node from its siblings of the same name; empty when nothing does.
 std::string KeyOf(FIIteratorBase& node);
-// The name, and the key in parentheses behind it, on one line.
+// The name, and the key in parentheses behind it.
+std::string NameWithKey(FIIteratorBase& node);
+// The same on one line.
 std::string ShownName(FIIteratorBase& node);
 FIValue AttributeOf(FIIteratorBase& node, const char* name);
-// As it stands on one line: line ends are written "\n" and "\r".
 std::string OneLine(const FIValue& value);
-std::string OneLine(std::string text);
+// On one line.
 std::string TextOf(FIIteratorBase& node, const char* attribute);
+// The value is older than a change of the case.
+bool IsStale(FIIteratorBase& node);
 
 // What is wrong with a path expression; empty when it parses.
 std::string ParseError(const std::string& expression);
@@ -50,8 +54,11 @@ bool IsVariable(FIIteratorBase& node);
 // The node is an array or a level of one.
 bool IsArray(FIIteratorBase& node);
 
+// ^C was typed while nodes were walked, where it does not end the program.
+struct Interrupted {};
+
 // Calls `visit` with an iterator that stands on each child in turn and with the child's place. The
-// iterator is only lent. Stops when `visit` answers false.
+// iterator is only lent. Stops when `visit` answers false; throws Interrupted.
 using ChildVisitor = std::function<bool(FIIteratorBase& child, const ChildPlace& place)>;
 void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit);
 
@@ -66,8 +73,13 @@ std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node);
 
 // The path from the top node, in steps that lead back to exactly this node.
 std::string FullPath(FIIteratorBase& node);
+// The same on one line, from which arguments are read.
+std::string ShownPath(FIIteratorBase& node);
 
 // A number in JSON has the digits that the value has as text.
 Json ToJson(const FIValue& value);
-// On one line; bytes that are no UTF-8 are replaced.
-std::string ToLine(const Json& json);
+// Says so in a record of the node when its value is stale.
+void MarkStale(FIIteratorBase& node, Json& record);
+// On one line, or with `indent` on several. Control characters stand as JSON escapes them; bytes
+// that are no UTF-8 are replaced.
+std::string ToLine(const Json& json, int indent = -1);

@@ -9,6 +9,7 @@
 // SimulationStep, whereupon infos are filled anew.
 
 #include <cstddef>
+#include <cstdint>
 
 #include "host/interface/list.h"
 #include "host/interface/text.h"
@@ -78,6 +79,8 @@ struct CSpecElement {
     bool custom = false;
     Text moniker;  // of the variable, which tells its unit type
     Viewable* attached_object = nullptr;
+    // Its Identity when the info was filled: the object may go before the info does. 0 as there.
+    std::uint64_t attached_identity = 0;
     Text tag;  // the element's name
     Text value_text;
     double number = kEmptyReal;  // in the default unit

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "case_session.h"
+#include "terminal.h"
 #include "words/makers.h"
 
 namespace {
@@ -9,9 +10,9 @@ namespace {
 class Get final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddTexts(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
-        AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
-        AddText(app, "--unit", unit_, "Unit in which values are wanted");
+        AddNames(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
+        AddName(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
+        AddName(app, "--unit", unit_, "Unit in which values are wanted");
         AddJson(app, json_);
     }
 
@@ -25,9 +26,9 @@ class Get final : public Word {
                 read(path);
                 continue;
             }
-            for (std::string line; std::getline(std::cin, line);) {
+            for (std::string line; NextLine(line);) {
                 if (!line.empty() && line.back() == '\r') line.pop_back();
-                read(line);
+                read(FromOneLine(line));
             }
             if (std::ferror(stdin)) {
                 around.out.Note("standard input can't be read");
@@ -38,6 +39,13 @@ class Get final : public Word {
     }
 
  private:
+    static bool NextLine(std::string& line) {
+        bool read = false;
+        if (!terminal::IsInterrupted()) read = static_cast<bool>(std::getline(std::cin, line));
+        if (terminal::IsInterrupted()) throw Interrupted();
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        return read;
+    }
     bool Read(const std::string& path, Surroundings& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
@@ -50,17 +58,20 @@ class Get final : public Word {
         if (!problem.empty()) return Refuse(path, problem, false, around.out);
         const FIValue value = AttributeOf(node, attribute.c_str());
         const std::string unit = UnitOf(node, attribute);
+        if (attribute == "value" && IsStale(node)) {
+            around.out.Note(path + ": older than a change of the case");
+        }
         around.out.Line(json_ ? Record(path, node, attribute, value, unit) : OneLine(value));
         problem = OtherUnit(attribute, value, unit, unit_);
-        if (!problem.empty()) around.out.Note(path + ": " + problem);
+        if (!problem.empty()) around.out.Note(OneLine(path) + ": " + problem);
         return problem.empty();
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
-        out.Note(names_path ? problem : path + ": " + problem);
+        out.Note(names_path ? problem : OneLine(path) + ": " + problem);
         if (json_) {
             Json record;
-            record["path"] = path;
+            record["path"] = OneLine(path);
             record["error"] = problem;
             out.Line(ToLine(record));
         }
@@ -70,11 +81,12 @@ class Get final : public Word {
                               const std::string& attribute, const FIValue& value,
                               const std::string& unit) {
         Json record;
-        record["path"] = path;
+        record["path"] = OneLine(path);
         if (attribute != "value") record["attr"] = attribute;
         record["value"] = ToJson(value);
         record["uom"] = unit.empty() ? Json() : Json(unit);
         record["status"] = ToJson(AttributeOf(node, "status"));
+        MarkStale(node, record);
         return ToLine(record);
     }
 

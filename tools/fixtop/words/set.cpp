@@ -8,10 +8,10 @@ namespace {
 class Set final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
+        AddName(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
             ->required();
         AddText(app, "VALUE", value_, "New value; empty takes the value away")->required();
-        AddText(app, "--unit", unit_, "Unit of the value");
+        AddName(app, "--unit", unit_, "Unit of the value");
         AddFile(app, "--save", file_, "Write the changed case to this file");
         AddJson(app, json_);
     }
@@ -21,19 +21,18 @@ class Set final : public Word {
         const auto found = Locate(*around.session, path_, problem);
         if (found) {
             const Progress progress(*around.session);
+            LetStoresSolve(*around.session);
             problem = Store(*found, value_, unit_);
         }
         if (!problem.empty()) {
-            around.out.Note(found ? path_ + ": " + problem : problem);
+            around.out.Note(found ? OneLine(path_) + ": " + problem : problem);
             return ExitCode::kFailed;
         }
+        // Saved before anything is written: whoever reads may have gone away.
+        const ExitCode code = SaveSolved(*around.session, file_, around.out);
         Report(*found, around.out);
         TellWhyIncomplete(*around.session, around.out);
-        if (!file_.empty() && !around.session->Save(file_, problem)) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
-        return ExitCode::kOk;
+        return code;
     }
 
  private:
@@ -43,10 +42,11 @@ class Set final : public Word {
         const std::string unit = UnitOf(*place.node, name);
         if (!json_) return out.Line(OneLine(value));
         Json record;
-        record["path"] = path_;
+        record["path"] = OneLine(path_);
         record["value"] = ToJson(value);
         record["uom"] = unit.empty() ? Json() : Json(unit);
         record["status"] = ToJson(AttributeOf(*place.node, "status"));
+        MarkStale(*place.node, record);
         out.Line(ToLine(record));
     }
 

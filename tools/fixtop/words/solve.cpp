@@ -1,5 +1,6 @@
 #include "case_session.h"
 #include "solver_run.h"
+#include "terminal.h"
 #include "words/makers.h"
 
 namespace {
@@ -13,16 +14,14 @@ class Solve final : public Word {
 
     ExitCode Run(Surroundings& around) override {
         const SolveEnd end = WithProgress(*around.session);
+        // Saved before anything is written: whoever reads may have gone away.
+        const ExitCode saved = SaveSolved(*around.session, file_, around.out);
         Report(end, around.out);
         if (!end.complete) {
             TellWhyIncomplete(*around.session, around.out);
-            NameCulprits(*around.session, around.out);
+            if (!terminal::IsInterrupted()) NameCulprits(*around.session, around.out);
         }
-        std::string problem;
-        if (!file_.empty() && !around.session->Save(file_, problem)) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
+        if (saved != ExitCode::kOk) return saved;
         return end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 
@@ -32,7 +31,7 @@ class Solve final : public Word {
         return SolveToEnd(session, {});
     }
     void Report(const SolveEnd& end, Output& out) const {
-        if (!json_) return out.Line(end.message);
+        if (!json_) return out.Line(OneLineMessage(end.message));
         Json record;
         record["complete"] = end.complete;
         record["message"] = end.message;
@@ -46,7 +45,9 @@ class Solve final : public Word {
             if (!node->SeekPath(FIValue(path.c_str()))) continue;
             ForEachChild(*node, [&](FIIteratorBase& object, const ChildPlace&) {
                 const std::string status = TextOf(object, "status");
-                if (!status.empty() && status != "OK") out.Note(NameOf(object) + ": " + status);
+                if (!status.empty() && status != "OK") {
+                    out.Note(OneLine(NameOf(object)) + ": " + status);
+                }
                 return true;
             });
         }

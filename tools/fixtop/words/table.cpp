@@ -67,7 +67,8 @@ class ColumnGroup {
             refusals_.insert(refused);
             return {};
         }
-        TableCell cell{AttributeOf(node, attribute_.c_str()), UnitOf(node, attribute_)};
+        TableCell cell{AttributeOf(node, attribute_.c_str()), UnitOf(node, attribute_),
+                       attribute_ == "value" && IsStale(node)};
         refused = OtherUnit(attribute_, cell.value, cell.unit, unit_);
         if (!refused.empty()) refusals_.insert(refused);
         return cell;
@@ -86,11 +87,11 @@ class ColumnGroup {
 class TableWord final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATTERN", pattern_, "Path with wildcards and filters; a row each match")
+        AddName(app, "PATTERN", pattern_, "Path with wildcards and filters; a row each match")
             ->required();
-        AddTexts(app, "PATH", paths_, "Columns: paths from each of these nodes")->required();
-        AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
-        AddTexts(app, "--unit", units_, "NAME=UNIT: unit of the column, may be repeated")
+        AddNames(app, "PATH", paths_, "Columns: paths from each of these nodes")->required();
+        AddName(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
+        AddNames(app, "--unit", units_, "NAME=UNIT: unit of the column, may be repeated")
             ->allow_extra_args(false);
         app.add_flag("--csv", csv_, "Write comma-separated values");
         AddJson(app, json_);
@@ -147,7 +148,8 @@ class TableWord final : public Word {
         };
         for (const ColumnGroup& group : groups_) {
             if (!group.IsThere()) tell(WhyMissing(group.Path()));
-            for (const std::string& text : group.Refusals()) tell(group.Path() + ": " + text);
+            for (const std::string& text : group.Refusals())
+                tell(OneLine(group.Path()) + ": " + text);
         }
         return code;
     }
@@ -164,7 +166,7 @@ class TableWord final : public Word {
         Table table;
         table.attribute = attribute_ == "value" ? "" : attribute_;
         for (const GatheredRow& row : rows_) {
-            table.rows.push_back({ShownName(*row.node), row.path, {}});
+            table.rows.push_back({NameWithKey(*row.node), row.path, {}});
         }
         for (std::size_t group = 0; group < groups_.size(); ++group) {
             for (const std::string& heading : groups_[group].Headings()) {
