@@ -242,11 +242,11 @@ void CCDMClassEntry::ReadDisplayName(FIValue& out) {
 }
 
 void CCDMClassEntry::ReadIsLeaf(FIValue& out) {
-    out.SetInt(IsObject() ? 0 : 1);
+    out.SetInt(IsObject() && !IsMissing() ? 0 : 1);
 }
 
 void CCDMClassEntry::ReadHasChildren(FIValue& out) {
-    out.SetInt(IsObject() ? 1 : 0);
+    out.SetInt(IsObject() && !IsMissing() ? 1 : 0);
 }
 
 // Where the value comes from: the path of the application's node; of a pure entry its own.
