@@ -63,13 +63,13 @@ void ValueCrossing::ToApplicationOption(FIValue& value) const {
     if (name) value.SetText(*name);
 }
 
-int ValueCrossing::DisplayUnit() const {
-    if (!vars_ || attribute_.quantity < 1) return 0;
+int ValueCrossing::DisplayUnit(FIVarSet* vars, bool is_spec) const {
+    if (!vars || attribute_.quantity < 1) return 0;
     FIValue unit;
-    if (is_spec_) {
-        vars_->GetSpecUnit(Quantity(), unit);
+    if (is_spec) {
+        vars->GetSpecUnit(Quantity(), unit);
     } else {
-        vars_->GetUnit(Quantity(), unit);
+        vars->GetUnit(Quantity(), unit);
     }
     const int number = unit.Kind() == FIValue::kInt ? unit.AsInt() : 0;
     return library_.units.HasUnit(attribute_.quantity, number) ? number : 0;
@@ -91,11 +91,10 @@ void ValueCrossing::Convert(FIValue& value, int from, int to) const {
 
 void ValueCrossing::FromApplication(const FIValue& unit, FIValue& value) {
     if (IsEnumeration(attribute_)) return ToNeutralOption(value);
-    const int display = value.IsNumber() ? DisplayUnit() : 0;
-    if (display < 1) return;
+    if (!HasDisplayUnit() || !value.IsNumber()) return;
     FIValue name;
     if (const int application = Find(unit, name); application > 0) {
-        Convert(value, application, display);
+        Convert(value, application, display_);
     }
 }
 
@@ -105,15 +104,14 @@ bool ValueCrossing::ToApplication(const FIValue& unit, FIValue& value, FIValue& 
         ToApplicationOption(value);
         return true;
     }
-    const int display = DisplayUnit();
     double number = 0;
-    if (display < 1 || !ReadNumber(value, number)) return true;
+    if (!HasDisplayUnit() || !ReadNumber(value, number)) return true;
     FIValue name;
     if (const int application = Find(unit, name); application > 0) {
-        Convert(value, display, application);
+        Convert(value, display_, application);
         return true;
     }
-    const std::string shown = library_.units.Source()->UnitName(display);
+    const std::string shown = library_.units.Source()->UnitName(display_);
     out.SetText(IsNone(unit)
                     ? "No conversion from unit " + shown + ", the application tells no unit"
                     : "No conversion from unit " + shown + " to unit " + unit.ToText() +
@@ -122,12 +120,12 @@ bool ValueCrossing::ToApplication(const FIValue& unit, FIValue& value, FIValue& 
 }
 
 void ValueCrossing::NameUnit(const FIValue& value, FIValue& unit) {
-    const int display = value.IsText() ? 0 : DisplayUnit();
-    if (display < 1 && IsNone(unit)) return;
+    const bool in_display_unit = HasDisplayUnit() && !value.IsText();
+    if (!in_display_unit && IsNone(unit)) return;
     FIValue name;
     const int application = Find(unit, name);
-    if (display > 0 && application > 0) {
-        unit.SetText(library_.units.Source()->UnitName(display));
+    if (in_display_unit && application > 0) {
+        unit.SetText(library_.units.Source()->UnitName(display_));
     } else if (!IsNone(unit) && (application > 0 || !library_.units.Initialized())) {
         unit = std::move(name);
     }

@@ -16,10 +16,10 @@ class ValueCrossing {
     // `vars` has the display units and may be null; `is_spec`: those of the specification face.
     ValueCrossing(CCDMClassLibrary& library, const CCDMAttribute& attribute, FIVarSet* vars,
                   bool is_spec)
-        : library_(library), attribute_(attribute), vars_(vars), is_spec_(is_spec) {}
+        : library_(library), attribute_(attribute), display_(DisplayUnit(vars, is_spec)) {}
 
     // Without one the application's unit of a value does not matter.
-    bool HasDisplayUnit() const { return DisplayUnit() > 0; }
+    bool HasDisplayUnit() const { return display_ > 0; }
     void FromApplication(const FIValue& unit, FIValue& value);
     // False, and the reason in `out`, for a number whose unit can't be converted.
     bool ToApplication(const FIValue& unit, FIValue& value, FIValue& out);
@@ -37,7 +37,7 @@ class ValueCrossing {
     void ToNeutralOption(FIValue& value) const;
     void ToApplicationOption(FIValue& value) const;
     // 0 when none is set.
-    int DisplayUnit() const;
+    int DisplayUnit(FIVarSet* vars, bool is_spec) const;
     // The number and the model's name of the application's unit; 0 when the quantity has no such
     // unit.
     int Find(const FIValue& unit, FIValue& name);
@@ -46,6 +46,5 @@ class ValueCrossing {
 
     CCDMClassLibrary& library_;
     const CCDMAttribute& attribute_;
-    FIVarSet* vars_;
-    bool is_spec_;
+    const int display_;
 };
