@@ -97,10 +97,11 @@ class CCDMClassEntry final : public FIEntry,
     bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
-    // Where an attribute is read, in an override or not.
-    const AppFace& FaceOf(const FIValue& name) const;
-    // As what "value" or "spec_value" is shown: an override is its own face's.
+    // Null when no node has an override of this name.
+    const AppFace* OverridingFace(const FIValue& name) const;
+    // As what "value" or "spec_value" is shown: an override as its face is.
     Shown ShownAs(const FIValue& value_name) const;
+    Shown ShownOn(const AppFace& face) const;
     CCDMClassLibrary& Library() const { return context_->Library(); }
     // The face that "value" is of, the calculated one; the specified one; the first that is there.
     const AppFace& ValueFace() const;
@@ -110,12 +111,12 @@ class CCDMClassEntry final : public FIEntry,
     // Where it is written.
     Source TargetOf(const FIValue& name) const;
 
-    // In the application's words; false when there is no such override, or no node.
-    bool ReadOverride(const FIValue& name, FIValue& out);
-    bool ReadOverrideOf(const AppFace& face, const FIValue& name, FIValue& out);
+    // In the application's words; of a source false when it has no node.
+    void ReadOverride(const AppFace& face, const FIValue& name, FIValue& out) const;
     static bool ReadSource(const Source& source, FIValue& out);
-    void ReadUncrossed(const FIValue& name, FIValue& out);
-    void Cross(const FIValue& name, Crossing crossing, FIValue& out);
+    void ReadUncrossed(const FIValue& name, FIValue& out) const;
+    // What was read under `name` at the source.
+    void Cross(const FIValue& name, const Source& source, Crossing crossing, FIValue& out);
 
     void ReadId(FIValue& out);
     void ReadType(FIValue& out);

@@ -113,33 +113,36 @@ void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Row* row = FindRow(name.CStr());
     const Crossing crossing = row ? row->crossing : Crossing::kNone;
     const bool has_node = !faces_.IsEmpty();
-    const bool is_overridden = has_node && ReadOverride(name, out);
-    if (!is_overridden && row && row->own) return (this->*row->own)(out);
-    if (is_overridden || (has_node && ReadSource(SourceOf(name), out))) {
-        return Cross(name, crossing, out);
+    if (const AppFace* face = OverridingFace(name)) {
+        ReadOverride(*face, name, out);
+        return Cross(name, {face, name, ShownOn(*face)}, crossing, out);
     }
+    if (row && row->own) return (this->*row->own)(out);
+    const Source source = SourceOf(name);
+    if (has_node && ReadSource(source, out)) return Cross(name, source, crossing, out);
     out.Clear();
     if (!has_node && crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.
-bool CCDMClassEntry::ReadOverride(const FIValue& name, FIValue& out) {
-    return ReadOverrideOf(faces_.primary, name, out) || ReadOverrideOf(faces_.secondary, name, out);
+const AppFace* CCDMClassEntry::OverridingFace(const FIValue& name) const {
+    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
+        if (face->overrides && FindOverride(*face, name)) return face;
+    }
+    return nullptr;
 }
 
-bool CCDMClassEntry::ReadOverrideOf(const AppFace& face, const FIValue& name, FIValue& out) {
-    const PathStep* step = FindOverride(face, name);
-    if (!step) return false;
-    if (!step->IsLiteral()) {
-        ReadExpression(*step, *face.reference, out);
-        return true;
-    }
-    step->ResolveName(*face.reference->GetIterator(), out);
-    if (name.Compare(kValue) == 0 && !out.IsNull()) {
-        if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
-        if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
-    }
-    return true;
+CCDMClassEntry::Shown CCDMClassEntry::ShownOn(const AppFace& face) const {
+    return &face == &faces_.primary ? Shown::kValue : Shown::kSpecification;
+}
+
+void CCDMClassEntry::ReadOverride(const AppFace& face, const FIValue& name, FIValue& out) const {
+    const PathStep& step = *FindOverride(face, name);
+    if (!step.IsLiteral()) return ReadExpression(step, *face.reference, out);
+    step.ResolveName(*face.reference->GetIterator(), out);
+    if (name.Compare(kValue) != 0 || out.IsNull()) return;
+    if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
+    if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
 }
 
 bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
@@ -148,42 +151,40 @@ bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
     return true;
 }
 
-const AppFace& CCDMClassEntry::FaceOf(const FIValue& name) const {
-    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
-        if (FindOverride(*face, name)) return *face;
+void CCDMClassEntry::ReadUncrossed(const FIValue& name, FIValue& out) const {
+    if (const AppFace* face = OverridingFace(name)) {
+        ReadOverride(*face, name, out);
+    } else {
+        ReadSource(SourceOf(name), out);
     }
-    return *SourceOf(name).face;
 }
 
 CCDMClassEntry::Shown CCDMClassEntry::ShownAs(const FIValue& value_name) const {
-    if (FindOverride(faces_.primary, value_name)) return Shown::kValue;
-    if (FindOverride(faces_.secondary, value_name)) return Shown::kSpecification;
-    return SourceOf(value_name).shown;
-}
-
-void CCDMClassEntry::ReadUncrossed(const FIValue& name, FIValue& out) {
-    if (!ReadOverride(name, out)) ReadSource(SourceOf(name), out);
+    const AppFace* face = OverridingFace(value_name);
+    return face ? ShownOn(*face) : SourceOf(value_name).shown;
 }
 
 // A value and its unit cross alike: what the unit says holds for the value. A text crosses as it
 // is, so its unit does too.
-void CCDMClassEntry::Cross(const FIValue& name, Crossing crossing, FIValue& out) {
+void CCDMClassEntry::Cross(const FIValue& name, const Source& source, Crossing crossing,
+                           FIValue& out) {
     if (crossing == Crossing::kNone || (out.IsNull() && crossing != Crossing::kUnit)) return;
     // A node that is gone answers with a text that is no value.
-    const Ref<FIReference>& node = FaceOf(name).reference;
-    if (node && node->GetState() == FIReference::kDeleted) return;
-    const bool is_spec = SourceOf(name).shown == Shown::kSpecification;
-    const FIValue& value_name = is_spec ? kSpecValue : kValue;
-    const bool in_spec_unit = ShownAs(value_name) == Shown::kSpecification;
-    ValueCrossing values(Library(), attribute_, GetVarSet(), in_spec_unit);
-    if (crossing == Crossing::kUnits) return values.NameUnits(out);
+    if (source.face->reference->GetState() == FIReference::kDeleted) return;
+    const bool is_unit = crossing == Crossing::kUnit;
+    const FIValue& value_name = is_unit && name.Compare(kSpecUom) == 0 ? kSpecValue : kValue;
+    const Shown shown = is_unit ? ShownAs(value_name) : source.shown;
+    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
     FIValue other;
-    if (values.HasDisplayUnit()) {
-        ReadUncrossed(crossing == Crossing::kUnit ? value_name : is_spec ? kSpecUom : kUom, other);
-    }
-    if (crossing == Crossing::kUnit) {
+    if (is_unit) {
+        if (values.HasDisplayUnit()) ReadUncrossed(value_name, other);
         values.NameUnit(other, out);
+    } else if (crossing == Crossing::kUnits) {
+        values.NameUnits(out);
     } else {
+        if (values.HasDisplayUnit()) {
+            ReadUncrossed(name.Compare(kSpecValue) == 0 ? kSpecUom : kUom, other);
+        }
         values.FromApplication(other, out);
     }
 }

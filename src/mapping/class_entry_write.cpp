@@ -38,7 +38,10 @@ bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out)
     ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
     FIValue unit;
     if (values.HasDisplayUnit()) {
-        if (!ReadOverride(is_spec ? kSpecUom : kUom, unit)) {
+        const FIValue& unit_name = is_spec ? kSpecUom : kUom;
+        if (const AppFace* face = OverridingFace(unit_name)) {
+            ReadOverride(*face, unit_name, unit);
+        } else {
             node.GetAttribute(UnitNameOf(source), unit);
         }
         if (node.IsGone()) return true;

@@ -141,8 +141,13 @@ bool CCDMUnitsList::HasTranslation(const char* app_unit, const FIValue& quantity
     return initialized_ && FindTranslation(app_unit, QuantityNumber(quantity)) != nullptr;
 }
 
-bool CCDMUnitsList::HasUnit(int quantity, int unit) const {
-    return initialized_ && unit > 0 && source_->UnitId(source_->UnitName(unit), quantity) == unit;
+bool CCDMUnitsList::HasUnit(int quantity, int unit) {
+    if (!initialized_ || unit < 1) return false;
+    if (quantity == known_quantity_ && unit == known_unit_) return true;
+    if (source_->UnitId(source_->UnitName(unit), quantity) != unit) return false;
+    known_quantity_ = quantity;
+    known_unit_ = unit;
+    return true;
 }
 
 bool CCDMUnitsList::ToCcdmUnit(const FIValue& app_unit, const FIValue& quantity, FIValue& out) {

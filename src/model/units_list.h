@@ -51,7 +51,7 @@ class CCDMUnitsList {
     // Whether a row of the unit file says what ToCcdmUnit answers.
     bool HasTranslation(const char* app_unit, const FIValue& quantity) const;
     // Whether the number is one of the quantity's units.
-    bool HasUnit(int quantity, int unit) const;
+    bool HasUnit(int quantity, int unit);
     // The application's name of a unit of the model: the row of this quantity, else the last
     // default row, else the first for all quantities. On false `out` is the reason.
     bool ToAppUnit(const FIValue& ccdm_unit, const FIValue& quantity, FIValue& out) const;
@@ -78,6 +78,9 @@ class CCDMUnitsList {
     CCDMUnitSource* source_ = nullptr;
     DeleteUnitSourceFunction delete_source_ = nullptr;
     ModuleHandle loaded_adapter_ = nullptr;  // null for an offered one
+    // The last one that HasUnit found, since all reads of a list ask for the same.
+    int known_quantity_ = 0;
+    int known_unit_ = 0;
     Records app_to_ccdm_;
     Records ccdm_to_app_;
 };
