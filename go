@@ -174,14 +174,14 @@ cmd_bench() {
 fuzz_one() {
     local name grown folders options=()
     name=$(basename "$1" _fuzz)
-    grown=build/fuzz/found/$name
+    grown=$PWD/build/fuzz/found/$name
     mkdir -p "$grown"
     folders=("$grown")
     [[ -d fuzz/corpus/$name ]] && folders+=("fuzz/corpus/$name")
     [[ -f fuzz/$name.dict ]] && options+=("-dict=fuzz/$name.dict")
     say "fuzzing $name for $2 min"
     "$1" "${options[@]}" -max_total_time=$((60 * $2)) -timeout=10 -print_final_stats=1 \
-        -artifact_prefix="build/fuzz/found/$name-" "${folders[@]}" </dev/null
+        -artifact_prefix="$grown-" "${folders[@]}" </dev/null
 }
 
 cmd_fuzz() {

@@ -64,6 +64,7 @@ Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     ForEach([this](Node& node) {
         if (node.Condition() == ObjectStatus::not_solved) solver_->SetNeedsToRun(true);
     });
+    Identities::Changed();
 }
 
 Case::~Case() = default;
@@ -233,11 +234,17 @@ void Case::Turn() {
 }
 
 void Case::Close() {
+    ForEach([](Node& node) { node.EndIdentity(); });
+    for (Node* node : std::initializer_list<Node*>{main_.get(), solver_.get(), basis_.get(),
+                                                   manager_.get(), this}) {
+        if (node) node->EndIdentity();
+    }
     Notify(&host::IModelCallback::SimulationEvent);
     if (manager_) manager_->put_ModelCallback(nullptr);
 }
 
 void Case::StructureChanged() {
+    Identities::Changed();
     dependencies_.reset();
     solver_->CaseChanged();
     Notify(&host::IModelCallback::SimulationStep);
@@ -245,9 +252,6 @@ void Case::StructureChanged() {
 
 void Case::Bury(std::unique_ptr<Node> node) {
     node->SetDeleted();
-    if (FlowsheetNode* inner = node->Inner()) {
-        ForEachIn(inner->Nodes(), [](Node& each) { each.SetDeleted(); });
-    }
     graveyard_.push_back(std::move(node));
 }
 
@@ -268,6 +272,7 @@ bool Case::Rename(host::Viewable* object, const std::string& name) {
     node->SetName(name);
     if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
     list->Renamed();
+    Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
     return true;
 }
@@ -276,6 +281,7 @@ bool Case::Move(host::Viewable* object, std::size_t index) {
     Node* node = Node::Of(object);
     NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
     if (!list || !list->Move(*node, index)) return false;
+    Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
     return true;
 }

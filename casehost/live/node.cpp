@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <climits>
 #include <cmath>
 
 #include "live/case.h"
@@ -105,6 +106,23 @@ std::vector<VariableData> Node::VariablesToData() {
     return variables;
 }
 
+void Node::SetDeleted() {
+    deleted_ = true;
+    if (FlowsheetNode* inner = Inner()) {
+        for (std::size_t i = 0; i < inner->Nodes().Size(); ++i) inner->Nodes().At(i).SetDeleted();
+        inner->deleted_ = true;
+    }
+    EndIdentity();
+}
+
+void Node::EndIdentity() {
+    identity_.End();
+    if (FlowsheetNode* inner = Inner()) {
+        for (std::size_t i = 0; i < inner->Nodes().Size(); ++i) inner->Nodes().At(i).EndIdentity();
+        inner->identity_.End();
+    }
+}
+
 const std::string& Node::TextAt(const Cell& cell) const {
     static const std::string none;
     return cell.text < 0 ? none : texts_[static_cast<std::size_t>(cell.text)];
@@ -199,9 +217,9 @@ void Node::StoreReal(const host::VarDescription& variable, double value) {
 }
 
 host::Text Node::LabelAt(const Row& row, const host::VarDescription& variable) const {
-    const long index = static_cast<long>(variable.Offset(0)) - row.labels->low;
+    const std::int64_t index = std::int64_t{variable.Offset(0)} - row.labels->low;
     const auto& labels = row.labels->labels;
-    return index >= 0 && index < static_cast<long>(labels.size())
+    return index >= 0 && index < static_cast<std::int64_t>(labels.size())
                ? host::Text(labels[static_cast<std::size_t>(index)])
                : host::Text();
 }
@@ -275,7 +293,8 @@ void Node::Dimensions(const host::VarDescription& variable, host::DimInfo& out) 
     out.count = static_cast<unsigned>(row->spec->dimensions.size());
     for (unsigned d = 0; d < out.count && d < 3; ++d) {
         out.low[d] = row->spec->dimensions[d].low;
-        out.high[d] = out.low[d] + row->spec->dimensions[d].count - 1;
+        const std::int64_t high = std::int64_t{out.low[d]} + row->spec->dimensions[d].count - 1;
+        out.high[d] = static_cast<int>(std::clamp<std::int64_t>(high, INT_MIN, INT_MAX));
     }
 }
 

@@ -12,6 +12,7 @@
 #include "casehost/case_data.h"
 #include "casehost/script.h"
 #include "host/interface/viewable.h"
+#include "live/identity.h"
 #include "live/object_type.h"
 #include "live/shape.h"
 
@@ -80,7 +81,11 @@ class Node {
     bool IsStale() const { return stale_; }
     void SetStale(bool stale) { stale_ = stale; }
     bool IsDeleted() const { return deleted_; }
-    void SetDeleted() { deleted_ = true; }
+    // Of this node and all inside it: they are no objects of the case any more.
+    void SetDeleted();
+    std::uint64_t IdentityNumber() const { return identity_.Number(); }
+    // Of this node and all inside it: it lives no more, though it is what it was.
+    void EndIdentity();
 
     const Shape* GetShape() const { return shape_; }
     // Takes shape and values of `variables`; attached objects are resolved later by the case.
@@ -162,6 +167,7 @@ class Node {
     ObjectStatus status_ = ObjectStatus::ok;
     bool stale_ = false;
     bool deleted_ = false;
+    casehost::Identity identity_;
 };
 
 // A node behind one of the host's classes.
@@ -208,6 +214,7 @@ class NodeOf : public Face, public Node {
     host::Viewable* GetVariableAttachment(const host::VarDescription& v) override {
         return ReadAttachment(v);
     }
+    std::uint64_t Identity() const override { return IdentityNumber(); }
 };
 
 }  // namespace casehost

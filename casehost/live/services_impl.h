@@ -6,6 +6,7 @@
 #include <string>
 
 #include "casehost/case_host.h"
+#include "live/identity.h"
 
 namespace casehost {
 
@@ -80,6 +81,9 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     void* IFace_malloc(std::size_t size) override;
     void* IFace_realloc(void* block, std::size_t size) override;
     void IFace_free(void* block) override;
+
+    const std::uint64_t* StructureRevision() override { return Identities::Revision(); }
+    bool Lives(std::uint64_t identity) override { return Identities::Lives(identity); }
 
     unsigned long ViewUpdates() const { return view_updates_; }
     double ConfigData(const std::string& key) const;

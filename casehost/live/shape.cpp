@@ -1,5 +1,7 @@
 #include "live/shape.h"
 
+#include <cstdint>
+
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 #include "casehost/units.h"
@@ -91,8 +93,9 @@ host::VariableType VariableTypeOf(const VariableSpec& spec) {
 }
 
 host::VarType UnitTypeOfVariableType(host::VariableType type) {
-    return FindQuantity(type - kFirstQuantityType) ? type - kFirstQuantityType
-                                                   : host::kVariableUnitType;
+    const bool may_be = type >= kFirstQuantityType;
+    return may_be && FindQuantity(type - kFirstQuantityType) ? type - kFirstQuantityType
+                                                             : host::kVariableUnitType;
 }
 
 host::VariableType VariableTypeOfUnitType(host::VarType type) {
@@ -114,8 +117,9 @@ const host::VarEnumEntry* EnumNames::Next() {
 }
 
 const host::VarEnumEntry* EnumNames::FindEntry(long ordinal) {
-    const long index = ordinal - low_;
-    return index >= 0 && index < static_cast<long>(entries_.size()) ? &entries_[index] : nullptr;
+    if (ordinal < low_) return nullptr;
+    const auto index = static_cast<unsigned long>(ordinal) - static_cast<unsigned long>(low_);
+    return index < entries_.size() ? &entries_[index] : nullptr;
 }
 
 const host::VarEnumEntry* EnumNames::FindEntry(const host::Text& name, int& ordinal) {
@@ -138,7 +142,7 @@ int Row::CellOf(const std::array<int, 3>& offsets) const {
     for (std::size_t d = 0; d < spec->dimensions.size(); ++d) {
         const DimensionData& dimension = spec->dimensions[d];
         if (offsets[d] == host::VarDescription::kNoOffset) return -1;
-        const long index = static_cast<long>(offsets[d]) - dimension.low;
+        const std::int64_t index = std::int64_t{offsets[d]} - dimension.low;
         if (index < 0 || index >= dimension.count) return -1;
         cell = cell * dimension.count + static_cast<int>(index);
     }

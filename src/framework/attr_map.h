@@ -15,6 +15,8 @@
 
 #include "framework/cursor.h"
 #include "framework/entry.h"
+#include "framework/liveness.h"
+#include "framework/var_set_loan.h"
 
 template <class T>
 struct AttrRow {
@@ -57,6 +59,17 @@ struct AttrRow {
     std::intptr_t extra = 0;
 };
 
+// Whether the owner has lost what it stood on, and with it what it could answer. Never for one that
+// stands on nothing, and for one whose rows ask nothing of it (T has a type AnswersWhenGone).
+template <class T>
+bool HasLostItsObject(const T& owner) {
+    if constexpr (
+        requires { owner.IsGone(); } && !requires { typename T::AnswersWhenGone; }) {
+        return owner.IsGone();
+    }
+    return false;
+}
+
 template <class T>
 const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     if (!name) return nullptr;
@@ -67,9 +80,11 @@ const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
     return nullptr;
 }
 
-// Reads by name; NULL for a name that the owner does not show.
+// Reads by name; NULL for a name that the owner does not show. An owner whose object is gone says
+// so whatever is asked.
 template <class T>
 void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
+    if (HasLostItsObject(owner)) return out.SetText(kNodeDeletedText);
     if (const AttrRow<T>* row = FindAttrRow(owner, name.CStr())) {
         row->Read(owner, out);
     } else {
@@ -78,11 +93,12 @@ void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
 }
 
 // Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new
-// cursor stands on the first row, available or not, until it is moved.
+// cursor stands on the first row, available or not, until it is moved. The variables that it gives
+// the owner are the owner's until they go or the cursor and its copies do.
 template <class T>
 class AttrMapCursorBase final : public FIAttributeCursorBase {
  public:
-    explicit AttrMapCursorBase(T* owner) : owner_(owner), row_(First()) {}
+    explicit AttrMapCursorBase(T* owner) : owner_(owner), lent_(*owner), row_(First()) {}
 
     const void* TypeId() const override { return &kTypeId; }
     int AddRef() override {
@@ -92,7 +108,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
     int Release() override {
         const int left = --references_;
         if (left == 0) {
-            owner_->Release();
+            const Ref<T> owner = Ref<T>::Adopt(owner_);
             delete this;
         }
         return left;
@@ -102,11 +118,14 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         if (deep) {
             clone = new AttrMapCursorBase(owner_);
             clone->row_ = row_;
+            clone->lent_.Share(lent_);
         }
         return HandOut(clone);
     }
-    // From the end nothing moves back: a step stops at once there.
+    // From the end nothing moves back: a step stops at once there. An owner whose object is gone
+    // shows no rows.
     bool Seek(int origin, int delta) override {
+        if (HasLostItsObject(*owner_)) origin = kFromEnd;
         if (origin == kFromFirst) {
             row_ = First();
             while (row_ != End() && !row_->IsAvailable(*owner_)) ++row_;
@@ -122,7 +141,8 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         return row_ != End() && left == 0;
     }
     bool SeekName(int, const char* name) override {
-        const AttrRow<T>* found = FindAttrRow(*owner_, name);
+        const bool is_gone = HasLostItsObject(*owner_);
+        const AttrRow<T>* found = is_gone ? nullptr : FindAttrRow(*owner_, name);
         row_ = found ? found : End();
         return found != nullptr;
     }
@@ -144,12 +164,14 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
     void GetValue(FIValue& out) override {
         if (AtEnd()) {
             out.Clear();
+        } else if (HasLostItsObject(*owner_)) {
+            out.SetText(kNodeDeletedText);
         } else {
             row_->Read(*owner_, out);
         }
     }
     FIVarSet* GetVarSet() override { return owner_->GetVarSet(); }
-    void SetVarSet(FIVarSet* vars) override { owner_->SetVarSet(vars); }
+    void SetVarSet(FIVarSet* vars) override { lent_.Lend(vars); }
 
  private:
     static const AttrRow<T>* First() { return T::AttributeRows().data(); }
@@ -157,6 +179,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
 
     static inline const char kTypeId = 0;
     T* owner_;
+    LentVarSet<T> lent_;
     const AttrRow<T>* row_;
     int references_ = 0;
 };

@@ -1,44 +1,87 @@
 #include "framework/collection_element.h"
 
 #include "framework/empties.h"
+#include "framework/liveness.h"
 
 FICollectionElement::FICollectionElement(FIEntry* entry, FICollectionElement* parent,
                                          FICursorBase* cursor)
-    : entry_(Ref<FIEntry>::Share(entry)), parent_(parent) {
+    : entry_(Ref<FIEntry>::Share(entry)),
+      parent_(parent),
+      living_(dynamic_cast<const LivingNode*>(entry)) {
+    if (living_) number_ = living_->ObjectNumber();
     if (!cursor) return;
+    entry->GetName(name_);
     cursor->GetKey(key_);
-    if (key_.IsNull()) entry->GetName(key_);
+    if (key_.IsNull()) key_ = name_;
     if (key_.Kind() == FIValue::kReal) key_.ConvertTo(FIValue::kShortText);
 }
 
 FICollectionElement::FICollectionElement(const FICollectionElement& other,
                                          FICollectionElement* parent)
-    : entry_(other.entry_), parent_(parent), key_(other.key_) {}
+    : entry_(other.entry_),
+      parent_(parent),
+      key_(other.key_),
+      name_(other.name_),
+      living_(other.living_),
+      number_(other.number_) {}
 
 bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
                                   Ref<FIEntry>& entry) const {
+    const bool is_gone = key_.IsNull() || (living_ && living_->IsGone());
+    const bool is_proven = number_ != 0 && living_->IsTracked();
+    if (!is_gone && is_proven) {
+        entry = entry_;
+        return true;
+    }
+    // A node without a number of its own may be another one of the same key by now.
+    if (number_ == 0 || !is_gone) {
+        if (!key_.IsNull() && FindByKey(parent, cursor, entry)) return true;
+    }
     cursor.Reset();
     entry.Reset();
-    if (key_.IsNull()) return false;
+    return false;
+}
+
+bool FICollectionElement::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor,
+                                    Ref<FIEntry>& entry) const {
     const Ref<FIContext> context = Ref<FIContext>::Adopt(parent.GetContext());
     Ref<FICursorBase> found = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
     const bool stands = key_.Kind() == FIValue::kInt ? found->Seek(kFromFirst, key_.AsInt())
                                                      : found->SeekName(kFromFirst, key_.CStr());
-    if (!stands) return false;
-    entry = FindSame(*found);
-    if (!entry || entry.Get() == EmptyEntry()) {
-        entry.Reset();
-        return false;
-    }
+    if (stands) entry = FindSame(*found);
+    if (!entry && number_ != 0) entry = FindNumber(*found);
     cursor = std::move(found);
-    return true;
+    return entry && entry.Get() != EmptyEntry();
+}
+
+bool FICollectionElement::HasNumber(FIEntry& entry) const {
+    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    return living && living->ObjectNumber() == number_;
+}
+
+// A saved node that does not know its name any more is known by the one that it had.
+bool FICollectionElement::IsSame(FIEntry& entry) const {
+    if (number_ != 0) return HasNumber(entry);
+    FIValue name;
+    entry_->GetName(name);
+    if (!name.IsNull() || name_.IsNull()) return entry.Compare(*entry_) == 0;
+    entry.GetName(name);
+    return name.Compare(name_) == 0;
+}
+
+Ref<FIEntry> FICollectionElement::FindNumber(FICursorBase& cursor) const {
+    for (bool stands = cursor.Seek(kFromFirst, 0); stands; stands = cursor.Seek(kFromPresent, 1)) {
+        auto entry = Ref<FIEntry>::Adopt(cursor.GetEntry());
+        if (entry && HasNumber(*entry)) return entry;
+    }
+    return {};
 }
 
 // Several siblings may have one key; then the saved node says which of them it was. One that stands
 // alone is taken under another name too, but not when it is told apart by more than its name.
 Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
     auto first = Ref<FIEntry>::Adopt(cursor.GetEntry());
-    if (!first || first->Compare(*entry_) == 0) return first;
+    if (!first || IsSame(*first)) return first;
     bool is_alone = true;
     FIValue key;
     const auto probe = Ref<FICursorBase>::Adopt(cursor.Clone(true));
@@ -48,11 +91,10 @@ Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
         is_alone = false;
         auto entry = Ref<FIEntry>::Adopt(probe->GetEntry());
         cursor.Seek(kFromPresent, 1);
-        if (entry && entry->Compare(*entry_) == 0) return entry;
+        if (entry && IsSame(*entry)) return entry;
     }
+    if (number_ != 0) return {};
     FIValue name;
-    FIValue saved_name;
     first->GetName(name);
-    entry_->GetName(saved_name);
-    return is_alone && name.Compare(saved_name) != 0 ? first : Ref<FIEntry>();
+    return is_alone && name.Compare(name_) != 0 ? first : Ref<FIEntry>();
 }

@@ -8,10 +8,36 @@
 #include "framework/fi_reference.h"
 #include "framework/shown_scope.h"
 
+namespace {
+
+// What a root stands on: it tells itself, or the family that lies below it.
+Ref<Liveness> LifeOf(FIEntry& root) {
+    const auto* living = dynamic_cast<const LivingNode*>(&root);
+    Ref<FIContext> context;
+    if (!living) {
+        context = Ref<FIContext>::Adopt(root.GetContext());
+        living = dynamic_cast<const LivingNode*>(context.Get());
+    }
+    return Ref<Liveness>::Share(living ? living->Life() : nullptr);
+}
+
+// A seek from the end stands behind the last element in some families and on it in others; where it
+// does not leave the present element, the last one is found by walking on.
+bool SeekLast(FICursorBase& cursor) {
+    if (!cursor.Seek(kFromEnd, 0)) return cursor.Seek(kFromPresent, -1);
+    const Ref<FICursorBase> ahead = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    int left = 0;
+    while (ahead->Seek(kFromPresent, 1)) ++left;
+    return left == 0 || cursor.Seek(kFromPresent, left);
+}
+
+}  // namespace
+
 FIIterator::FIIterator() : entry_(Ref<FIEntry>::Share(EmptyEntry())), var_set_(*this) {}
 
 FIIterator::FIIterator(FIEntry* entry, bool history)
     : entry_(Ref<FIEntry>::Share(entry ? entry : EmptyEntry())),
+      life_(LifeOf(*entry_)),
       history_(history),
       var_set_(*this) {}
 
@@ -20,6 +46,7 @@ FIIterator::FIIterator(const FIIterator& other)
       Counted(),
       entry_(other.entry_),
       frozen_(CloneElements(other.frozen_)),
+      life_(other.life_),
       history_(other.history_),
       var_set_(*this) {
     other.ShareLevels();
@@ -94,6 +121,7 @@ bool FIIterator::Descend(Seek seek) {
     if (!seek(*cursor)) return false;
     Ref<FIEntry> child = Ref<FIEntry>::Adopt(cursor->GetEntry());
     if (!child) return false;
+    frozen_.clear();
     frames_.Push({std::move(entry_), std::move(cursor), std::move(vars_)});
     entry_ = std::move(child);
     vars_.Reset();
@@ -107,6 +135,7 @@ bool FIIterator::MoveAside(Seek seek) {
     Unshare(cursor);
     const bool stands = seek(*cursor);
     Ref<FIEntry> sibling = Ref<FIEntry>::Adopt(cursor->GetEntry());
+    frozen_.clear();
     frames_.Last().cursor = std::move(cursor);
     entry_ = sibling ? std::move(sibling) : Ref<FIEntry>::Share(EmptyEntry());
     vars_.Reset();
@@ -122,10 +151,7 @@ bool FIIterator::DownFirst() {
 }
 
 bool FIIterator::DownLast() {
-    return Descend([](FICursorBase& cursor) {
-        cursor.Seek(kFromEnd, 0);
-        return cursor.Seek(kFromPresent, -1);
-    });
+    return Descend(SeekLast);
 }
 
 bool FIIterator::SeekChild(const char* name) {
@@ -150,14 +176,12 @@ bool FIIterator::First() {
 }
 
 bool FIIterator::Last() {
-    return MoveAside([](FICursorBase& cursor) {
-        cursor.Seek(kFromEnd, 0);
-        return cursor.Seek(kFromPresent, -1);
-    });
+    return MoveAside(SeekLast);
 }
 
 bool FIIterator::Up() {
     if (frames_.IsEmpty()) return false;
+    frozen_.clear();
     IteratorFrame frame = frames_.Pop();
     entry_ = std::move(frame.entry);
     vars_ = std::move(frame.vars);
@@ -186,6 +210,40 @@ int FIIterator::Compare(FIIteratorBase& other) {
     }
     if (Depth() != that.Depth()) return Depth() < that.Depth() ? -1 : 1;
     return entry_->Compare(*that.entry_);
+}
+
+namespace {
+
+std::uint64_t NumberOf(const FIEntry& entry) {
+    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    return living ? living->ObjectNumber() : 0;
+}
+
+// The lowest level whose node has an object of its own; -1 for none.
+int ObjectLevel(const FIIterator& it, int depth) {
+    int level = depth;
+    while (level >= 0 && NumberOf(*it.EntryAt(level)) == 0) --level;
+    return level;
+}
+
+}  // namespace
+
+int FIIterator::ComparePlaces(const FIIterator& other) const {
+    const int depth = frames_.Size();
+    const int other_depth = other.frames_.Size();
+    if (depth != other_depth) return depth < other_depth ? -1 : 1;
+    const int level = ObjectLevel(*this, depth);
+    const bool have_objects = level >= 0 && level == ObjectLevel(other, depth);
+    const bool on_same =
+        have_objects && NumberOf(*EntryAt(level)) == NumberOf(*other.EntryAt(level));
+    FIValue name;
+    FIValue other_name;
+    for (int each = on_same ? level + 1 : 0; each <= depth; ++each) {
+        EntryAt(each)->GetName(name);
+        other.EntryAt(each)->GetName(other_name);
+        if (const int order = name.Compare(other_name); order != 0) return order;
+    }
+    return have_objects && !on_same ? kNotComparable : 0;
 }
 
 FIEntry* FIIterator::EntryAt(int level) const {

@@ -16,6 +16,7 @@
 #include "framework/frame_stack.h"
 #include "framework/iterator.h"
 #include "framework/iterator_var_set.h"
+#include "framework/liveness.h"
 
 class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
  public:
@@ -126,6 +127,14 @@ class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FI
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
     bool IsFrozen() const { return !frozen_.empty(); }
+    // Of what the root stands on; null when that can't go. Lent.
+    Liveness* Life() const { return life_.Get(); }
+    // The object of the present node does not live any more.
+    bool IsGone() const { return IsGoneAt(frames_.Size()); }
+    bool IsGoneAt(int level) const;
+    // Whether both stand on one object, as far as objects have numbers, and below it, or else from
+    // the root, on nodes of one name: 0; otherwise an order by names, or not comparable.
+    int ComparePlaces(const FIIterator& other) const;
     // The node of a level, the present one for the depth; lent.
     FIEntry* EntryAt(int level) const;
     // From this level on the variables are copies of its own: what others set there later, on the
@@ -152,7 +161,11 @@ class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FI
     bool HasKey(const FIValue& name) const;
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
-    bool SeekKey(const PathStep& step, bool& goes_on);
+    bool FollowPath(const FIValue& path, Matcher matches, FIIterator& variables);
+    bool EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
+                          bool& goes_on);
+    bool SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool HasAttribute(const FIValue& name);
     bool PassesOne(const PathClause& clause);
     bool SeekKey(const FIValue& key);
     void ReturnTo(int depth);
@@ -165,7 +178,9 @@ class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FI
 
     Ref<FIEntry> entry_;
     mutable FrameStack frames_;
+    // Dropped by every move: who moved has a newer position than the saved one.
     Elements frozen_;
+    Ref<Liveness> life_;
     bool history_ = false;
     Ref<FrameVars> vars_;
     int references_ = 1;

@@ -24,6 +24,8 @@ constexpr int kTellStructure = kStructureChanged;
 FIReference::FIReference(FIIterator& iterator)
     : iterator_(Ref<FIIterator>::Adopt(iterator.Copy())) {
     SubscribeBasics();
+    NoteRevision();
+    Watch();
 }
 
 FIReference::FIReference(const FIReference& other)
@@ -31,7 +33,9 @@ FIReference::FIReference(const FIReference& other)
       Counted(),
       iterator_(Ref<FIIterator>::Adopt(other.iterator_->Copy())),
       state_(other.state_) {
+    revision_ = other.revision_;
     if (state_ == kLive) SubscribeBasics();
+    if (state_ != kDeleted && !IsUnbound()) Watch();
 }
 
 Ref<FIReference> FIReference::Unbound(Ref<FIIterator> iterator) {
@@ -39,6 +43,7 @@ Ref<FIReference> FIReference::Unbound(Ref<FIIterator> iterator) {
 }
 
 FIReference::~FIReference() {
+    if (Life()) Life()->Leave(*this);
     ++rounds_;
     ++stays_;
     delete_clients_.Call(kTellChange);
@@ -78,6 +83,21 @@ bool FIReference::UnsubscribeFrames(int kind) {
         if (iterator_->EntryAt(level)->Unsubscribe(this, kind)) return true;
     }
     return false;
+}
+
+void FIReference::Watch() {
+    if (Life()) Life()->Watch(*this);
+}
+
+void FIReference::NoteRevision() {
+    if (Life()) revision_ = Life()->Revision();
+}
+
+void FIReference::CatchUp() {
+    if (state_ == kDeleted || !IsBehind()) return;
+    if (!Life()->Look()) return OnDeleted();
+    // A place that nobody has bound yet is where its iterator stands.
+    if (!IsUnbound()) MarkStale();
 }
 
 void FIReference::SubscribeBasics() {
@@ -123,6 +143,7 @@ bool FIReference::MarkStale() {
 }
 
 bool FIReference::Rebind() {
+    CatchUp();
     if (state_ != kStale) return state_ == kLive;
     UnsubscribeAll();
     if (!iterator_->Thaw()) {
@@ -131,6 +152,8 @@ bool FIReference::Rebind() {
     }
     SubscribeAgain();
     state_ = kLive;
+    NoteRevision();
+    Watch();
     return true;
 }
 
@@ -150,7 +173,7 @@ ReferenceClients* FIReference::ClientsOf(int kind) {
 bool FIReference::Subscribe(void* owner, int kind, FICallback callback) {
     const Stay stay(*this);
     ReferenceClients* clients = ClientsOf(kind);
-    if (state_ == kDeleted || !Rebind() || !clients) return false;
+    if (!Rebind() || !clients) return false;
     if (kind == kValueChanged) {
         if (!on_value_) on_value_ = SubscribeEntry(kValueChanged, kOnValue);
         if (!on_ancestor_ && !on_value_) on_ancestor_ = SubscribeFrames(kValueChanged, kOnAncestor);
@@ -195,6 +218,7 @@ void FIReference::EndRound() {
 
 void FIReference::OnAncestorChanged() {
     if (state_ == kDeleted) return;
+    if (Life()) Life()->Heard(*this);
     MarkStale();
     OnValueChanged();
 }
@@ -217,6 +241,7 @@ void FIReference::OnDeleted() {
     if (state_ == kDeleted) return;
     const Stay stay(*this);
     ++rounds_;
+    if (Life()) Life()->Leave(*this);
     UnsubscribeAll();
     state_ = kDeleted;
     delete_clients_.Call(kTellChange);

@@ -2,18 +2,22 @@
 
 // FIReference: the one reference of the framework; framework/reference.h tells the operations.
 //
-// State: live until the host tells of a change above the node, or after every use when nobody on
-// the path tells of changes; then stale, the position frozen, until the next use finds the node
-// again; deleted for good when the host says so or the node can't be found. Re-entrance: callbacks
-// may read, subscribe, unsubscribe and release. Destruction waits for the end of the outermost
-// round and of the guarded operation in whose middle the round came.
+// State: live until the host tells of a change above the node, or has changed without telling, or
+// after every use when nobody on the path tells of changes; then stale, the position frozen, until
+// the next use finds the node again; deleted for good when the host says so, when the case is gone
+// or the node can't be found. It watches the case by itself, so whatever becomes of the records
+// that it has at the nodes, it hears of changes and of the end. Re-entrance: callbacks may read,
+// subscribe, unsubscribe and release. Destruction waits for the end of the outermost round and of
+// the guarded operation in whose middle the round came.
 
 #include "diagnostics/instance_counts.h"
 #include "framework/fi_iterator.h"
 #include "framework/reference.h"
 #include "framework/reference_clients.h"
 
-class FIReference final : public FIReferenceBase, private Counted<CountedClass::FIReference> {
+class FIReference final : public FIReferenceBase,
+                          private Liveness::Watcher,
+                          private Counted<CountedClass::FIReference> {
  public:
     enum State { kLive = 0, kStale = 1, kDeleted = 2 };
 
@@ -86,6 +90,10 @@ class FIReference final : public FIReferenceBase, private Counted<CountedClass::
     void OnDeleted() override;
 
     State GetState() const { return state_; }
+    // The node does not live any more, whether that was found out by a use or not.
+    bool IsGone() const { return state_ == kDeleted || iterator_->IsGone(); }
+    // Of what the node stands on; null when that can't go. Lent.
+    Liveness* Life() const { return iterator_->Life(); }
 
     // Has `move` take the iterator of the live reference elsewhere, by its operations; who listens
     // is subscribed there afterwards. Answers what `move` answers, false when the node is gone.
@@ -120,7 +128,19 @@ class FIReference final : public FIReferenceBase, private Counted<CountedClass::
         : iterator_(std::move(iterator)), state_(kStale) {}
     ~FIReference() override;
 
+    // Liveness::Watcher
+    void OnEnd() override { OnDeleted(); }
+    void OnChange() override { OnAncestorChanged(); }
+    void OnForgotten() override { MarkStale(); }
+
     bool IsUnbound() const { return state_ == kStale && !iterator_->IsFrozen(); }
+    // The case changed since the reference was last sure of its place.
+    bool IsBehind() const { return Life() && !Life()->IsCurrent(revision_); }
+    // Makes a reference that is behind stale, or, when the case is gone, deleted.
+    void CatchUp();
+    void Watch();
+    // The place is where it should be at the present revision.
+    void NoteRevision();
     // Runs a guarded operation on the iterator; the text of the failure, or null.
     template <class Operation>
     const char* Guard(Operation operation);
@@ -148,6 +168,7 @@ class FIReference final : public FIReferenceBase, private Counted<CountedClass::
 
     Ref<FIIterator> iterator_;
     State state_ = kLive;
+    std::uint64_t revision_ = 0;
     bool on_delete_ = false;
     bool on_structure_ = false;
     bool on_ancestor_ = false;

@@ -34,10 +34,7 @@ void FIIterator::Freeze() {
 
 // All steps are found before any is replaced, so a failure leaves the position and what was saved.
 bool FIIterator::Thaw() {
-    if (frozen_.empty()) return true;
-    // Whoever moved to another level since then has a newer position than the saved one.
-    if (frozen_.size() != static_cast<std::size_t>(frames_.Size()) + 1) frozen_ = MakeElements();
-
+    if (frozen_.empty()) return !IsGone();
     struct Found {
         Ref<FIEntry> entry;
         Ref<FICursorBase> cursor;
@@ -45,6 +42,7 @@ bool FIIterator::Thaw() {
     std::vector<Found> path(frozen_.size());
     path[0].entry = Ref<FIEntry>::Adopt(frozen_[0]->GetEntry());
     for (std::size_t i = 1; i < path.size(); ++i) {
+        path[i].cursor = frames_[static_cast<int>(i) - 1].cursor;
         if (!frozen_[i]->Resolve(*path[i - 1].entry, path[i].cursor, path[i].entry)) return false;
     }
     for (int i = 0; i < frames_.Size(); ++i) {
@@ -53,5 +51,10 @@ bool FIIterator::Thaw() {
     }
     entry_ = path.back().entry;
     frozen_.clear();
-    return true;
+    return !IsGone();
+}
+
+bool FIIterator::IsGoneAt(int level) const {
+    const auto* living = dynamic_cast<const LivingNode*>(EntryAt(level));
+    return living && living->IsGone();
 }

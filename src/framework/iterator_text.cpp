@@ -83,10 +83,12 @@ void FIIterator::GetPath(FIValue& out) {
     GetPathFrom(0, out);
 }
 
+// Where a node is gone nobody knows its name, so there is no path either.
 void FIIterator::GetPathFrom(int level, FIValue& out) {
     out.SetText("");
     FIValue part;
     for (int each = level; each <= Depth(); ++each) {
+        if (IsGoneAt(each)) return out.Clear();
         EntryAt(each)->GetName(part);
         out.AppendValue(part, true);
         GetKeyText(each, part);

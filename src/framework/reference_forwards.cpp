@@ -2,19 +2,13 @@
 
 #include "framework/fi_reference.h"
 
-namespace {
-
-constexpr char kNodeIsDeleted[] = "Node deleted";
-constexpr char kNodeIsInvalid[] = "Node invalid";
-
-}  // namespace
-
 // Where nobody tells of changes, the position can't be trusted after the call.
 template <class Operation>
 const char* FIReference::Guard(Operation operation) {
     const Stay stay(*this);
-    if (state_ == kDeleted) return kNodeIsDeleted;
-    if (!Rebind()) return kNodeIsInvalid;
+    if (state_ != kLive || IsBehind()) CatchUp();
+    if (state_ == kDeleted) return kNodeDeletedText;
+    if (state_ != kLive && !Rebind()) return kNodeInvalidText;
     operation(*iterator_);
     if (!on_delete_ && !on_ancestor_) MarkStale();
     return nullptr;

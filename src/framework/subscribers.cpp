@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-void SubscriberList::Add(void* owner, int kind, FICallback callback) {
-    records_.push_back({kind, owner, callback, true});
+void SubscriberList::Add(void* owner, int kind, FICallback callback, const void* scope) {
+    records_.push_back({kind, owner, callback, scope, true});
 }
 
 bool SubscriberList::Remove(void* owner, int kind) {
@@ -20,7 +20,7 @@ bool SubscriberList::Remove(void* owner, int kind) {
     return true;
 }
 
-void SubscriberList::Dispatch(int event) {
+void SubscriberList::Dispatch(int event, const void* scope) {
     const bool deletion = event != 0;
     ++rounds_;
     // By index, since a callback may subscribe, which moves the records; who comes during the round
@@ -28,7 +28,7 @@ void SubscriberList::Dispatch(int event) {
     const std::size_t count = records_.size();
     for (std::size_t i = 0; i < count; ++i) {
         const Record record = records_[i];
-        if (record.active && (record.kind == kNodeDeleted) == deletion) {
+        if (record.active && record.Wants(deletion, scope)) {
             record.callback(record.owner, record.kind);
         }
     }

@@ -82,8 +82,11 @@ void SetTopNotify(FixtopNotify notify, void* session) {
     HSolverNotify::ForCase(CaseOrActive(CaseOf(session)))->SetRawCallback(notify);
 }
 
+// The session may be gone by now: nothing is asked of it.
 void UnsetTopNotify(void* session) {
-    HSolverNotify::ForCase(CaseOrActive(CaseOf(session)))->ClearRawCallback();
+    CaseLife* life = CaseLife::Find(CaseOrActive(CaseOf(session)));
+    auto notifier = Ref<HSolverNotify>::Share(life ? life->PresentNotifier() : nullptr);
+    if (notifier) notifier->ClearRawCallback();
 }
 
 bool SetTopAttach(FIContext* context, bool follow) {
@@ -109,6 +112,8 @@ void printECounts() {
 }
 
 void FixtopInstallHost(host::HostServices* services) {
+    if (services == host::InstalledServices()) return;
+    CaseLife::EndAll();
     host::SetInstalledServices(services);
 }
 

@@ -61,13 +61,14 @@ bool HAandCEntry::HasChildren() const {
 }
 
 FIContext* HAandCEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     switch (index_) {
         case kAppModel:
             options_.SetVariableView(true);
             return HandOut(new HFandBContext(context_->Case(), &options_, attachments_, this));
         case kPublishedVariables:
             if (auto* manager = ManagerOf(context_->Case())) {
-                return HandOut(new HPublishContext(*manager, this));
+                return HandOut(new HPublishContext(*manager, this, context_->CaseRecord()));
             }
             break;
         default:

@@ -14,15 +14,16 @@ void RefuseHistory(FIErrorRecord& error) {
 }  // namespace
 
 HDocumentAgg::HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCalls calls)
-    : case_(CaseOrActive(simulation_case)), calls_(calls) {}
+    : life_(CaseLife::Of(CaseOrActive(simulation_case))), calls_(calls) {}
 
 HDocumentAgg::~HDocumentAgg() {
     DropCollection();
 }
 
 void HDocumentAgg::DocumentName(FIValue& out) const {
+    host::SimulationCase* simulation_case = life_->Case();
     out.Clear();
-    if (case_) out.SetText(case_->GetDocumentName().Name().CStr());
+    if (simulation_case) out.SetText(simulation_case->GetDocumentName().Name().CStr());
 }
 
 void HDocumentAgg::ApplicationName(FIValue& out) const {
@@ -37,7 +38,7 @@ void HDocumentAgg::SessionText(FIValue& out) const {
 }
 
 void* HDocumentAgg::CreateCollection() {
-    if (!collection_ && calls_.make) collection_ = calls_.make(case_);
+    if (!collection_ && calls_.make) collection_ = calls_.make(life_->Case());
     return collection_;
 }
 
@@ -47,13 +48,15 @@ void HDocumentAgg::DropCollection() {
 }
 
 bool HDocumentAgg::Save() {
-    return case_ && case_->Save();
+    host::SimulationCase* simulation_case = life_->Case();
+    return simulation_case && simulation_case->Save();
 }
 
 bool HDocumentAgg::SaveAs(const char* path) {
-    if (!case_) return false;
-    case_->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
-    return case_->Save();
+    host::SimulationCase* simulation_case = life_->Case();
+    if (!simulation_case) return false;
+    simulation_case->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
+    return simulation_case->Save();
 }
 
 void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {

@@ -1,9 +1,10 @@
 #pragma once
 
-// HDocumentAgg: the document of a case as clients handle it.
+// HDocumentAgg: the document of a case as clients handle it. When the case is gone it has no name
+// and is not saved.
 
 #include "framework/entry.h"
-#include "host/interface/simulation_case.h"
+#include "host/case_life.h"
 
 // Makes and drops the document's collection object; both null while there are no collections.
 struct HCollectionCalls {
@@ -34,7 +35,7 @@ class HDocumentAgg {
     void ClearHistory(FIErrorRecord& error) const;
 
  private:
-    host::SimulationCase* case_;
+    const Ref<CaseLife> life_;
     HCollectionCalls calls_;
     void* collection_ = nullptr;
 };

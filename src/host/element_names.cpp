@@ -28,7 +28,8 @@ void ReadNumbered(const HVariablePlace& place, const host::VariableNameInfo* row
 
 }  // namespace
 
-HElementNames::HElementNames(host::Viewable* object, const host::VarDescription& dimension)
+HElementNames::HElementNames(const HostObject<host::Viewable>& object,
+                             const host::VarDescription& dimension)
     : object_(object), dimension_(dimension) {
     const host::Text moniker = dimension.GetMoniker();
     source_ = moniker == ":"                            ? Source::kCount
@@ -43,7 +44,7 @@ void HElementNames::SetCounted(int index, FIValue& out) {
 
 void HElementNames::Read(int index, FIValue& out) const {
     out.Clear();
-    if (!object_) return;
+    if (!object_.Get()) return;
     switch (source_) {
         case Source::kCount:
             SetCounted(index, out);
@@ -58,7 +59,7 @@ void HElementNames::Read(int index, FIValue& out) const {
 }
 
 void HElementNames::ReadEnumeration(int index, FIValue& out) const {
-    host::Viewable* object = object_;
+    host::Viewable* object = object_.Get();
     const host::VarDescription* part = &dimension_;
     while (is_enumeration_of_part_ && part->NextPart() && !part->NextNotFollowed() &&
            !part->ChainEnds()) {
@@ -74,7 +75,7 @@ void HElementNames::ReadEnumeration(int index, FIValue& out) const {
 void HElementNames::ReadArray(int index, FIValue& out) const {
     host::VarDescription address = dimension_;
     address.FillRunning(&index, 1);
-    const HVariablePlace place = FindPlace(object_, address);
+    const HVariablePlace place = FindPlace(object_.Get(), address);
     const host::VariableNameInfo* row = place.object->FindVariableName(*place.description);
     switch (NamingKind(place, row)) {
         case host::kPartReal:

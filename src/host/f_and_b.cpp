@@ -26,11 +26,11 @@ constexpr NodeFacts kFacts[] = {{"Flowsheet", 1}, {"Basis", 1}, {"Basis", 0}};
 
 HFandBContext::HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
                              bool attachments, FIEntry* parent)
-    : FixedContext(simulation_case, attachments),
+    : FixedContext(LifeFor(simulation_case, options), attachments),
       options_(options),
       parent_(Ref<FIEntry>::Share(parent)) {
-    if (options_ || !case_) return;
-    own_options_ = std::make_unique<HovexOptions>(case_);
+    if (options_ || !Case()) return;
+    own_options_ = std::make_unique<HovexOptions>(Case());
     options_ = own_options_.get();
 }
 
@@ -53,6 +53,7 @@ std::span<const AttrRow<HFandBEntry>> HFandBEntry::AttributeRows() {
 }
 
 FIContext* HFandBEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     host::SimulationCase* simulation_case = context_->Case();
     FIContext* context = nullptr;
     switch (index_) {
@@ -60,7 +61,8 @@ FIContext* HFandBEntry::GetContext() {
             context = new HSUandUContext(nullptr, simulation_case, &options_, attachments_, this);
             break;
         case kBasis:
-            if (!simulation_case || !basis_.Fill(simulation_case->Basis(), options_)) {
+            if (!simulation_case ||
+                !basis_.Fill({simulation_case->Basis(), context_->CaseRecord()}, options_)) {
                 return EmptyContext();
             }
             return basis_.MakeContext(&options_, attachments_, this);

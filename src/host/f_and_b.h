@@ -22,7 +22,7 @@ class HFandBContext final : public FixedContext<HFandBContext, HFandBCursorBase,
 
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
-    bool IsSameList(const HFandBContext& other) const { return case_ == other.case_; }
+    bool IsSameList(const HFandBContext& other) const { return life_.Get() == other.life_.Get(); }
 
     const HovexOptions* Options() const { return options_; }
 

@@ -9,36 +9,49 @@
 #include "framework/attr_map.h"
 #include "framework/empties.h"
 #include "framework/ref.h"
+#include "host/case_life.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 
 template <class Derived, class Cursor, class Entry>
-class FixedContext : public CountedFromZero<FIContext> {
+class FixedContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     FICursorBase* MakeCursor(int kind) override {
-        if (kind == kKeyCursor) return EmptyCursor();
+        if (kind == kKeyCursor || IsGone()) return EmptyCursor();
         return HandOut(new Cursor(static_cast<Derived*>(this)));
     }
     FIEntry* MakeEntry(int index) { return new Entry(static_cast<Derived*>(this), index); }
 
-    host::SimulationCase* Case() const { return case_; }
+    host::SimulationCase* Case() const { return life_->Case(); }
+    const Ref<CaseLife>& CaseRecord() const { return life_; }
     bool FollowsAttachments() const { return attachments_; }
+    Liveness* Life() const override { return life_.Get(); }
+    bool IsGone() const override { return !life_->IsLive(); }
 
  protected:
     // A null case is the active one.
     FixedContext(host::SimulationCase* simulation_case, bool attachments)
-        : case_(CaseOrActive(simulation_case)), attachments_(attachments) {}
+        : life_(CaseLife::Of(CaseOrActive(simulation_case))), attachments_(attachments) {}
+    FixedContext(Ref<CaseLife> life, bool attachments)
+        : life_(std::move(life)), attachments_(attachments) {}
 
-    host::SimulationCase* case_;
+    const Ref<CaseLife> life_;
     bool attachments_;
 };
 
 // Derived gives a constexpr kRefusal: what a write of anything but the switches answers.
 template <class Derived, class Cursor, class Context>
-class FixedEntry : public AttrMapEntry<Derived> {
+class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
  public:
-    void GetName(FIValue& out) override { out.SetText(Cursor::kNames.names[index_]); }
+    void GetName(FIValue& out) override {
+        if (IsGone()) return out.Clear();
+        out.SetText(Cursor::kNames.names[index_]);
+    }
+    bool IsContainer() override { return !IsGone(); }
+    Liveness* Life() const override { return context_->Life(); }
+    bool IsGone() const override { return context_->IsGone(); }
     void SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) override {
+        if (IsGone()) return out.SetText(kNodeDeletedText);
         SetSwitches(*this, attachments_, name, value, Derived::kRefusal, out);
     }
 

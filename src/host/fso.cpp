@@ -9,15 +9,15 @@
 
 HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
                          Kind kind, const HovexOptions* options, bool attachments, FIEntry* parent)
-    : case_(CaseOrActive(simulation_case)),
-      flowsheet_(FlowSheetOrMain(flowsheet, case_)),
+    : life_(LifeFor(simulation_case, options)),
+      flowsheet_(FlowSheetOrMain(flowsheet, life_->Case()), life_),
       kind_(kind),
       options_(options),
       attachments_(attachments),
       parent_(Ref<FIEntry>::Share(parent)) {}
 
 FICursorBase* HFSOContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(NewCursor());
 }
 
@@ -36,7 +36,9 @@ FICursorBase* HFSOContext::NewCursor() {
 
 ObjectWalk HFSOContext::MakeWalk() const {
     using Part = ObjectWalk::Part;
-    const host::LinkedList* objects = flowsheet_ ? flowsheet_->Objects().List() : nullptr;
+    host::SimulationCase* simulation_case = life_->Case();
+    host::FlowSheet* flowsheet = flowsheet_.Get();
+    const host::LinkedList* objects = flowsheet ? flowsheet->Objects().List() : nullptr;
     switch (kind_) {
         case kStreams:
             return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kStreams)));
@@ -44,14 +46,16 @@ ObjectWalk HFSOContext::MakeWalk() const {
             return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kUnitOps)));
         case kUtilities:
             return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kNeither)),
-                              Part(case_ ? case_->CaseUtilities() : nullptr));
+                              Part(simulation_case ? simulation_case->CaseUtilities() : nullptr));
         default:
-            return ObjectWalk(Part(case_ ? case_->ProcessDataTables() : nullptr));
+            return ObjectWalk(
+                Part(simulation_case ? simulation_case->ProcessDataTables() : nullptr));
     }
 }
 
 host::ReactionPackageManager* HFSOContext::Reactions() const {
-    host::BasisManager* basis = case_ ? case_->Basis() : nullptr;
+    host::SimulationCase* simulation_case = life_->Case();
+    host::BasisManager* basis = simulation_case ? simulation_case->Basis() : nullptr;
     return basis ? basis->ReactionPackages() : nullptr;
 }
 

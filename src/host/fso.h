@@ -6,12 +6,13 @@
 // HReactionCursorBase the reactions by number.
 
 #include "framework/ref.h"
+#include "host/host_object.h"
 #include "host/hovex_options.h"
 #include "host/list_cursor.h"
 #include "host/numbered_cursor.h"
 #include "host/object_walk.h"
 
-class HFSOContext final : public CountedFromZero<FIContext> {
+class HFSOContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
     enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
 
@@ -27,9 +28,12 @@ class HFSOContext final : public CountedFromZero<FIContext> {
     // Of a reaction; the shared empty entry when there is none of this number.
     FIEntry* MakeEntry(int number);
     // The walks tell the lists of one case apart.
-    bool IsSameList(const HFSOContext& other) const { return case_ == other.case_; }
+    bool IsSameList(const HFSOContext& other) const { return life_.Get() == other.life_.Get(); }
+    // The flowsheet, or the case, whose objects are listed is gone.
+    bool IsGone() const override { return !life_->IsLive() || flowsheet_.IsGone(); }
+    Liveness* Life() const override { return life_.Get(); }
 
-    host::SimulationCase* Case() const { return case_; }
+    const Ref<CaseLife>& CaseRecord() const { return life_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
     int ReactionCount() const;
@@ -42,8 +46,8 @@ class HFSOContext final : public CountedFromZero<FIContext> {
     FICursorBase* NewCursor();
     ObjectWalk MakeWalk() const;
 
-    host::SimulationCase* case_;
-    host::FlowSheet* flowsheet_;
+    const Ref<CaseLife> life_;
+    HostObject<host::FlowSheet> flowsheet_;
     Kind kind_;
     const HovexOptions* options_;
     bool attachments_;

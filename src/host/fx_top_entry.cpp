@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "framework/empties.h"
 #include "framework/subscribers.h"
 #include "host/host_access.h"
 
@@ -10,6 +11,7 @@ namespace {
 using Self = FIXTopEntry;
 
 constexpr char kBooleanExpected[] = "Argument mismatch, boolean value required.";
+constexpr int kDeletion = 1;
 constexpr int kHidden = 0;
 constexpr int kShown = 4;
 
@@ -51,7 +53,7 @@ host::VarDescription Variable(const char* moniker) {
 FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_case,
                          FINotify* notify_slot, FISolver* solver)
     : FITopEntry(context, nullptr, solver),
-      case_(CaseOrActive(simulation_case)),
+      life_(CaseLife::Of(CaseOrActive(simulation_case))),
       has_subscriptions_(notify_slot != nullptr) {
     if (host::HostServices* services = host::InstalledServices()) {
         services->SetConfigData("ErrorsToTrace", 1.0, false);
@@ -61,7 +63,23 @@ FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_ca
 }
 
 FIXTopEntry::~FIXTopEntry() {
+    life_->Leave(*this);
     Subscribers().Clear();
+    CaseLife::TellAllForgotten();
+}
+
+// The host's callback has told the subscribers of this case already, where it came this way.
+void FIXTopEntry::OnEnd() {
+    if (life_->TakeTopsToTell()) Subscribers().Dispatch(kDeletion, life_.Get());
+}
+
+void FIXTopEntry::GetName(FIValue& out) {
+    if (IsGone()) return out.Clear();
+    FITopEntry::GetName(out);
+}
+
+FIContext* FIXTopEntry::GetContext() {
+    return IsGone() ? EmptyContext() : FITopEntry::GetContext();
 }
 
 void FIXTopEntry::SetAttachCall(AttachCall call) {
@@ -77,8 +95,9 @@ std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
          [](Self& self, FIValue& out) { ReadAttribute<FITopEntry>(self, FIValue("server"), out); }},
         {"visible",
          [](Self& self, FIValue& out) {
+             host::SimulationCase* simulation_case = self.life_->Case();
              out.Clear();
-             if (self.case_) out.SetText(self.case_->IsVisible() ? "true" : "false");
+             if (simulation_case) out.SetText(simulation_case->IsVisible() ? "true" : "false");
          }},
         {"attachments", [](Self& self, FIValue& out) { out.SetInt(self.attachments_ ? 1 : 0); }},
     };
@@ -94,9 +113,11 @@ FIAttributeCursorBase* FIXTopEntry::MakeCursor() {
 }
 
 void FIXTopEntry::ReadStatus(FIValue& out) const {
+    host::SimulationCase* simulation_case = life_->Case();
     out.Clear();
-    if (!case_) return;
-    host::Viewable* solver = case_->ResolveVariableOwner(Variable("FlowSht.1/Solver.400"));
+    if (!simulation_case) return;
+    host::Viewable* solver =
+        simulation_case->ResolveVariableOwner(Variable("FlowSht.1/Solver.400"));
     if (!solver) {
         out.SetText("Severe error, no solver found.");
     } else if (solver->GetRealValue(Variable(":Boolean.302")) == 0.0) {
@@ -111,6 +132,7 @@ void FIXTopEntry::ReadStatus(FIValue& out) const {
 }
 
 void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     const char* text = name.IsText() ? name.CStr() : "";
     if (*text == '\0') {
         out = FIValue("No attribute name supplied");
@@ -134,7 +156,8 @@ void FIXTopEntry::SetAttachments(const FIValue& value, FIValue& out) {
 void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
     host::HostServices* services = host::InstalledServices();
     host::Session* session = services ? services->pSession() : nullptr;
-    if (!case_ || !session) {
+    host::SimulationCase* simulation_case = life_->Case();
+    if (!simulation_case || !session) {
         out = FIValue("Application Interface is not available.");
         return;
     }
@@ -145,17 +168,20 @@ void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
         return;
     }
     if (hide) {
-        HideCase(*case_, *session);
+        HideCase(*simulation_case, *session);
     } else {
-        ShowCase(*case_, *session);
+        ShowCase(*simulation_case, *session);
     }
     out.Clear();
     Dispatch(0);
 }
 
 bool FIXTopEntry::Subscribe(void* owner, int kind, FICallback callback) {
-    if (has_subscriptions_) Subscribers().Add(owner, kind, callback);
-    return has_subscriptions_;
+    const bool accepts = has_subscriptions_ && !IsGone();
+    if (!accepts) return false;
+    Subscribers().Add(owner, kind, callback, life_.Get());
+    life_->Watch(*this);
+    return true;
 }
 
 bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
@@ -163,5 +189,7 @@ bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
 }
 
 void FIXTopEntry::Dispatch(int event) {
-    Subscribers().Dispatch(event);
+    const CaseLife* of = CaseLife::OfEvent();
+    if (event != 0 && of) of->TakeTopsToTell();
+    Subscribers().Dispatch(event, of);
 }

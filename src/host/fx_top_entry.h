@@ -4,12 +4,13 @@
 // switches that can be written: whether the case is shown, and whether attachments are followed.
 //
 // Subscribers stand in one list of the module, which the destruction of any FIXTopEntry empties:
-// the design is one such entry per module.
+// the design is one such entry per module. References that stood in it hear of their case by its
+// record, which lasts as long as they do.
 
 #include "framework/top_entry.h"
-#include "host/interface/simulation_case.h"
+#include "host/case_life.h"
 
-class FIXTopEntry final : public FITopEntry {
+class FIXTopEntry final : public FITopEntry, public LivingNode, private Liveness::Watcher {
  public:
     // Sets the flag of a host top context; gets one reference to give up. False: not possible.
     using AttachCall = bool (*)(FIContext* context, bool follow);
@@ -30,16 +31,28 @@ class FIXTopEntry final : public FITopEntry {
     FIAttributeCursorBase* MakeCursor() override;
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
+    void GetName(FIValue& out) override;
 
-    // Tells the subscribers: 0 is a change, anything else a deletion.
+    // Tells the subscribers: 0 is a change, anything else a deletion, of which those of other cases
+    // than the one that tells hear nothing.
     static void Dispatch(int event);
+
+    bool IsContainer() override { return !IsGone(); }
+    FIContext* GetContext() override;
+    Liveness* Life() const override { return life_.Get(); }
+    bool IsGone() const override { return !life_->IsLive(); }
 
  private:
     void ReadStatus(FIValue& out) const;
     void SetVisible(const FIValue& value, FIValue& out);
     void SetAttachments(const FIValue& value, FIValue& out);
 
-    host::SimulationCase* case_;
+    // Liveness::Watcher
+    void OnEnd() override;
+    void OnChange() override {}
+    void OnForgotten() override {}
+
+    const Ref<CaseLife> life_;
     bool has_subscriptions_;
     bool attachments_ = true;
 };

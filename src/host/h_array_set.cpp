@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "host/h_array_set_elem.h"
+#include "host/h_spec_context.h"
 #include "host/host_attributes.h"
 
 namespace {
@@ -25,7 +26,7 @@ TextColumn TextsOf(const host::GrowableArray<host::GrowableArray<T>>& source, in
     return texts;
 }
 
-void ConvertColumns(host::ArraySetBlock& block) {
+void ConvertColumns(host::ArraySetBlock& block, bool objects_are_there) {
     if (block.source_numbers.Size() == 0 && block.source_objects.Size() == 0) return;
     int next_numbers = 0;
     int next_objects = 0;
@@ -33,8 +34,8 @@ void ConvertColumns(host::ArraySetBlock& block) {
         block.names.Append(block.source_names[i]);
         if (block.source_names[i] == kObjectColumn) {
             block.columns.Append(
-                TextsOf(block.source_objects, next_objects, [](host::Viewable* object) {
-                    return object ? object->GetName() : host::TheEmptyText;
+                TextsOf(block.source_objects, next_objects, [&](host::Viewable* object) {
+                    return object && objects_are_there ? object->GetName() : host::TheEmptyText;
                 }));
         } else {
             block.columns.Append(TextsOf(block.source_numbers, next_numbers, [](double number) {
@@ -51,9 +52,12 @@ constexpr std::array<const char*, 3> kParentRows = {"container", "container_cate
 
 }  // namespace
 
-HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent)
-    : block_(block), parent_(Ref<FIEntry>::Share(parent)) {
-    ConvertColumns(*block);
+HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent,
+                                   bool objects_are_there)
+    : block_(block),
+      parent_(Ref<FIEntry>::Share(parent)),
+      living_(dynamic_cast<const LivingNode*>(parent)) {
+    ConvertColumns(*block, objects_are_there);
     column_count_ = std::min(block->names.Size(), block->columns.Size());
     for (int i = 0; i < column_count_; ++i) {
         const int length = block->columns[i].Size();
@@ -61,8 +65,13 @@ HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent)
     }
 }
 
+bool HArraySetContext::IsSameList(const HArraySetContext& other) const {
+    if (block_ == other.block_) return true;
+    return parent_ && other.parent_ && IsSameElement(*parent_, *other.parent_);
+}
+
 FICursorBase* HArraySetContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HArraySetCursorBase(this));
 }
 
@@ -85,10 +94,12 @@ HArraySetEntry::HArraySetEntry(HArraySetContext* context, int row)
     : context_(Ref<HArraySetContext>::Share(context)), row_(row) {}
 
 FIContext* HArraySetEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     return HandOut(new HArraySetElemContext(context_.Get(), row_, this));
 }
 
 void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
 }
 

@@ -10,18 +10,24 @@
 #include "host/index_cursor.h"
 #include "host/interface/array_set.h"
 
-class HArraySetContext final : public CountedFromZero<FIContext> {
+class HArraySetContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Turns the columns as the host filled them into texts, once for a block: the host's numbers
-    // and objects are gone from it then. `parent` is the element's node, which keeps the block.
-    HArraySetContext(host::ArraySetBlock* block, FIEntry* parent);
+    // and objects are gone from it then. Objects that may not be there any more are not asked for
+    // their names. `parent` is the element's node, which keeps the block.
+    HArraySetContext(host::ArraySetBlock* block, FIEntry* parent, bool objects_are_there = true);
 
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(int row);
 
+    Liveness* Life() const override { return living_ ? living_->Life() : nullptr; }
+    bool IsGone() const override { return living_ && living_->IsGone(); }
+
     int Count() const { return row_count_; }
     int ColumnCount() const { return column_count_; }
-    bool IsSameList(const HArraySetContext& other) const { return block_ == other.block_; }
+    // The block behind one element of a specification, which the host fills anew for everyone who
+    // asks.
+    bool IsSameList(const HArraySetContext& other) const;
     host::ArraySetBlock& Block() const { return *block_; }
     FIEntry& Parent() const { return *parent_; }
 
@@ -30,6 +36,8 @@ class HArraySetContext final : public CountedFromZero<FIContext> {
     int column_count_ = 0;
     int row_count_ = 0;
     Ref<FIEntry> parent_;
+    // The parent; null for one that can't go.
+    const LivingNode* living_;
 };
 
 class HArraySetCursorBase final : public IndexCursor<HArraySetCursorBase, HArraySetContext> {
@@ -43,14 +51,20 @@ class HArraySetCursorBase final : public IndexCursor<HArraySetCursorBase, HArray
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HArraySetEntry final : public AttrMapEntry<HArraySetEntry> {
+class HArraySetEntry final : public AttrMapEntry<HArraySetEntry>, public LivingNode {
  public:
     HArraySetEntry(HArraySetContext* context, int row);
 
     static std::span<const AttrRow<HArraySetEntry>> AttributeRows();
     static std::string RowName(int row) { return "Set" + std::to_string(row); }
 
-    void GetName(FIValue& out) override { out.SetText(RowName(row_)); }
+    void GetName(FIValue& out) override {
+        if (IsGone()) return out.Clear();
+        out.SetText(RowName(row_));
+    }
+    bool IsContainer() override { return !IsGone(); }
+    Liveness* Life() const override { return context_->Life(); }
+    bool IsGone() const override { return context_->IsGone(); }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
 

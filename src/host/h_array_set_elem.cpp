@@ -8,7 +8,7 @@ HArraySetElemContext::HArraySetElemContext(HArraySetContext* table, int row, FIE
       parent_(Ref<FIEntry>::Share(parent)) {}
 
 FICursorBase* HArraySetElemContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HArraySetElemCursorBase(this));
 }
 
@@ -37,6 +37,7 @@ HArraySetElemEntry::HArraySetElemEntry(HArraySetElemContext* context, int column
 
 void HArraySetElemEntry::SetAttribute(const FIValue& name, const FIValue& value, int,
                                       FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
 }
 

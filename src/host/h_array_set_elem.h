@@ -5,13 +5,16 @@
 
 #include "host/h_array_set.h"
 
-class HArraySetElemContext final : public CountedFromZero<FIContext> {
+class HArraySetElemContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // `parent` is the row's node.
     HArraySetElemContext(HArraySetContext* table, int row, FIEntry* parent);
 
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(int column);
+
+    Liveness* Life() const override { return table_->Life(); }
+    bool IsGone() const override { return table_->IsGone(); }
 
     int Count() const { return table_->ColumnCount(); }
     bool IsSameList(const HArraySetElemContext& other) const {
@@ -38,13 +41,18 @@ class HArraySetElemCursorBase final
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HArraySetElemEntry final : public AttrMapEntry<HArraySetElemEntry> {
+class HArraySetElemEntry final : public AttrMapEntry<HArraySetElemEntry>, public LivingNode {
  public:
     HArraySetElemEntry(HArraySetElemContext* context, int column);
 
     static std::span<const AttrRow<HArraySetElemEntry>> AttributeRows();
 
-    void GetName(FIValue& out) override { out.SetText(context_->ColumnName(column_).Str()); }
+    void GetName(FIValue& out) override {
+        if (IsGone()) return out.Clear();
+        out.SetText(context_->ColumnName(column_).Str());
+    }
+    Liveness* Life() const override { return context_->Life(); }
+    bool IsGone() const override { return context_->IsGone(); }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }

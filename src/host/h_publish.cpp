@@ -1,6 +1,8 @@
 #include "host/h_publish.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -21,24 +23,30 @@ host::VarType UnitTypeOf(host::RTIVariable& variable) {
 
 }  // namespace
 
-HPublishContext::HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent)
-    : manager_(manager), count_(CountOf(manager)), parent_(Ref<FIEntry>::Share(parent)) {}
+HPublishContext::HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent,
+                                 Ref<CaseLife> life)
+    : manager_(&manager, std::move(life)),
+      count_(CountOf(manager)),
+      parent_(Ref<FIEntry>::Share(parent)) {}
 
 int HPublishContext::CountOf(host::COnlineConnectivityManager& manager) {
     host::DimInfo bounds;
     manager.GetVariableDimensions(host::VarDescription(kPublished, 0), bounds);
-    return std::max(0, bounds.high[0] - bounds.low[0] + 1);
+    const std::int64_t count = std::int64_t{bounds.high[0]} - bounds.low[0] + 1;
+    return static_cast<int>(std::clamp<std::int64_t>(count, 0, INT_MAX));
 }
 
 FICursorBase* HPublishContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HPublishCursorBase(this));
 }
 
 host::RTIVariable* HPublishContext::Variable(int number) const {
     const std::string moniker = std::string(kPublished) + "." + std::to_string(number);
-    host::Viewable* found = manager_.ResolveVariableOwner(host::VarDescription(moniker.c_str(), 0));
-    return found ? manager_.AsPublished(found) : nullptr;
+    host::COnlineConnectivityManager* manager = manager_.Get();
+    if (!manager) return nullptr;
+    host::Viewable* found = manager->ResolveVariableOwner(host::VarDescription(moniker.c_str(), 0));
+    return found ? manager->AsPublished(found) : nullptr;
 }
 
 FIEntry* HPublishContext::MakeEntry(int number) {
@@ -78,7 +86,7 @@ void HPublishCursorBase::ReadKey(int position, FIValue& out) const {
 
 HPublishEntry::HPublishEntry(HPublishContext* context, host::RTIVariable& variable)
     : context_(Ref<HPublishContext>::Share(context)),
-      variable_(variable),
+      variable_(&variable, context->CaseRecord()),
       unit_type_(UnitTypeOf(variable)) {}
 
 std::span<const AttrRow<HPublishEntry>> HPublishEntry::AttributeRows() {
@@ -87,10 +95,7 @@ std::span<const AttrRow<HPublishEntry>> HPublishEntry::AttributeRows() {
     static const auto rows = HostAttributeRows<Self>({
         {"id", ReadNameRow<Self>},
         {"value", [](Self& self, FIValue& out) { self.ReadValue(out); }},
-        {"dimension",
-         [](Self& self, FIValue& out) {
-             out.SetText(host::InstalledServices()->utypetoa(self.unit_type_));
-         },
+        {"dimension", [](Self& self, FIValue& out) { ReadUnitType(self.unit_type_, out); },
          has_unit},
         {"uom", [](Self& self, FIValue& out) { ReadUnit(self.unit_type_, self.GetVarSet(), out); },
          has_unit},
@@ -103,24 +108,29 @@ std::span<const AttrRow<HPublishEntry>> HPublishEntry::AttributeRows() {
 }
 
 void HPublishEntry::GetName(FIValue& out) {
-    out.SetText(variable_.GetName().CStr());
+    host::RTIVariable* variable = variable_.Get();
+    out.Clear();
+    if (variable) out.SetText(variable->GetName().CStr());
 }
 
 void HPublishEntry::ReadValue(FIValue& out) {
     out.Clear();
-    const double number = variable_.GetValue();
+    const double number = variable_.Get()->GetValue();
     if (number == host::kEmptyReal) return;
     out.SetReal(number);
     ToShownUnit(unit_type_, GetVarSet(), out);
 }
 
 void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     const char* text = name.IsText() ? name.CStr() : "";
     if (std::strcmp(text, "value") == 0) {
         FIValue internal = value;
         ToInternalUnit(unit_type_, GetVarSet(), internal);
         out.Clear();
-        variable_.SetValue(InternalNumber(internal));
+        auto self = Ref<HPublishEntry>::Share(this);
+        variable_.Get()->SetValue(InternalNumber(internal));
+        if (IsGone()) out.SetText(kNodeDeletedText);
     } else if (std::strcmp(text, "uom") == 0) {
         SetShownUnit(unit_type_, GetVarSet(), value, out);
     } else {

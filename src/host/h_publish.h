@@ -8,13 +8,13 @@
 
 #include "framework/attr_map.h"
 #include "framework/ref.h"
-#include "host/interface/simulation_case.h"
+#include "host/host_object.h"
 #include "host/numbered_cursor.h"
 
-class HPublishContext final : public CountedFromZero<FIContext> {
+class HPublishContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
-    // `manager` is lent; `parent`, the node above, is kept.
-    HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent);
+    // `manager` is that of the case of `life`; `parent`, the node above, is kept.
+    HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent, Ref<CaseLife> life);
 
     // How many variables a manager publishes.
     static int CountOf(host::COnlineConnectivityManager& manager);
@@ -22,14 +22,19 @@ class HPublishContext final : public CountedFromZero<FIContext> {
     FICursorBase* MakeCursor(int kind) override;
     // The shared empty entry for a number without a variable.
     FIEntry* MakeEntry(int number);
-    bool IsSameList(const HPublishContext& other) const { return &manager_ == &other.manager_; }
+    bool IsSameList(const HPublishContext& other) const {
+        return manager_.Number() == other.manager_.Number();
+    }
+    Liveness* Life() const override { return manager_.Life().Get(); }
+    bool IsGone() const override { return manager_.IsGone(); }
 
-    int Count() const { return count_; }
+    const Ref<CaseLife>& CaseRecord() const { return manager_.Life(); }
+    int Count() const { return IsGone() ? 0 : count_; }
     // Null when the manager has none of this number.
     host::RTIVariable* Variable(int number) const;
 
  private:
-    host::COnlineConnectivityManager& manager_;
+    HostObject<host::COnlineConnectivityManager> manager_;
     int count_;
     Ref<FIEntry> parent_;
 };
@@ -48,7 +53,7 @@ class HPublishCursorBase final : public NumberedCursor<HPublishCursorBase, HPubl
     void ReadKey(int position, FIValue& out) const override;
 };
 
-class HPublishEntry final : public AttrMapEntry<HPublishEntry> {
+class HPublishEntry final : public AttrMapEntry<HPublishEntry>, public LivingNode {
  public:
     HPublishEntry(HPublishContext* context, host::RTIVariable& variable);
 
@@ -57,12 +62,17 @@ class HPublishEntry final : public AttrMapEntry<HPublishEntry> {
     void GetName(FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
+    bool IsContainer() override { return !IsGone(); }
+    Liveness* Life() const override { return variable_.Life().Get(); }
+    bool IsGone() const override { return variable_.IsGone(); }
+    std::uint64_t ObjectNumber() const override { return variable_.Number(); }
+    bool IsTracked() const override { return variable_.IsTracked(); }
 
  private:
     bool HasUnit() const { return unit_type_ != host::kVariableUnitType; }
     void ReadValue(FIValue& out);
 
     Ref<HPublishContext> context_;
-    host::RTIVariable& variable_;
+    HostObject<host::RTIVariable> variable_;
     host::VarType unit_type_;
 };

@@ -30,18 +30,18 @@ constexpr char kMismatch[] = "Argument type mismatch for autosolve.";
 }  // namespace
 
 HSolverBase::HSolverBase(host::SimulationCase* simulation_case)
-    : case_(CaseOrActive(simulation_case)) {}
+    : life_(CaseLife::Of(CaseOrActive(simulation_case))) {}
 
 void HSolverBase::Options(FIErrorList& errors) {
     errors.push_back(SolverRecord(kSeverityNotSupported, kNotSupportedSlot));
 }
 
 host::FlowSheetSolver* HSolverBase::MainSolver() const {
-    return case_ ? case_->MainSolver() : nullptr;
+    return Case() ? Case()->MainSolver() : nullptr;
 }
 
 HSSSolver::HSSSolver(host::SimulationCase* simulation_case)
-    : HSolverBase(simulation_case), notify_(HSolverNotify::ForCase(case_)) {}
+    : HSolverBase(simulation_case), notify_(life_->Notifier()) {}
 
 std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
     using Self = HSSSolver;
@@ -62,7 +62,7 @@ std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
          }},
         {"active",
          [](Self& self, FIValue& out) {
-             const bool active = self.case_ && self.case_->ActiveSolver() == self.MainSolver();
+             const bool active = self.Case() && self.Case()->ActiveSolver() == self.MainSolver();
              out.SetText(active ? "true" : "false");
          }},
         {"wait_for_solve", [](Self&, FIValue& out) { out.SetInt(WaitsForSolve() ? 1 : 0); }},
@@ -76,7 +76,7 @@ void* HSSSolver::CheckSolve(FIErrorList& errors) {
     const auto fail = [&](const char* message) {
         errors.push_back(SolverRecord(kSeverityFailure, message));
     };
-    if (IsInDynamics(*case_)) fail("Simulation is in dynamics mode");
+    if (IsInDynamics(*Case())) fail("Simulation is in dynamics mode");
     if (!solver->IsHolding()) fail("Solver is already active");
     if (!solver->NeedsToRun()) fail("Solver is complete");
     return nullptr;
@@ -87,16 +87,21 @@ void HSSSolver::SolveOnceNow(FIErrorList& errors) {
     if (!solver) return;
     solver->Holding(false);
     solver->SolveOnce();
+    // The pass lets the host's loop run, in which the case may go.
+    solver = MainSolver();
+    if (!solver) return;
     solver->Holding(true);
     errors.push_back(EndRecord(solver->NeedsToRun()));
 }
 
 bool HSSSolver::Run() {
     host::FlowSheetSolver* solver = MainSolver();
-    if (!solver || IsInDynamics(*case_) || !solver->IsHolding() || !solver->NeedsToRun()) {
+    if (!solver || IsInDynamics(*Case()) || !solver->IsHolding() || !solver->NeedsToRun()) {
         return false;
     }
     notify_->ChangeState(HSolverNotify::kRunning);
+    solver = MainSolver();
+    if (!solver) return false;
     solver->Holding(false);
     solver->SolveTask();
     return true;
@@ -106,7 +111,8 @@ void HSSSolver::Pause() {
     host::FlowSheetSolver* solver = MainSolver();
     if (!solver || notify_->State() != HSolverNotify::kRunning || !solver->PauseRequested()) return;
     notify_->ChangeState(HSolverNotify::kPaused);
-    solver->Holding(true);
+    solver = MainSolver();
+    if (solver) solver->Holding(true);
 }
 
 void HSSSolver::Resume() {
@@ -131,6 +137,7 @@ void HSSSolver::GetAttribute(const FIValue& name, FIValue& out) {
 }
 
 void HSSSolver::SetAttribute(const FIValue& name, const FIValue& value, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     const char* text = name.IsText() ? name.CStr() : "";
     out.Clear();
     if (std::strcmp(text, "autosolve") == 0) {

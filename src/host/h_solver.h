@@ -24,10 +24,15 @@ class HSolverBase : public FISolver {
     void SetVarSet(FIVarSet* vars) override { var_set_ = vars; }
     FIVarSet* GetVarSet() override { return var_set_; }
 
+    // The case is gone, and the host will not call any more.
+    bool IsGone() const { return life_->IsTracked() && !life_->IsLive(); }
+
  protected:
     host::FlowSheetSolver* MainSolver() const;
+    // Null when there is none, or it is gone.
+    host::SimulationCase* Case() const { return life_->Case(); }
 
-    host::SimulationCase* case_;
+    const Ref<CaseLife> life_;
 
  private:
     FIVarSet* var_set_ = nullptr;

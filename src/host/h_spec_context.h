@@ -8,6 +8,7 @@
 #include "host/hovex_options.h"
 #include "host/list_cursor.h"
 #include "host/list_position.h"
+#include "host/spec_view.h"
 
 // Lets through what has a type. A process variable comes and goes with its value, without a change
 // of the list.
@@ -18,13 +19,15 @@ struct HSpecFilter {
     }
     static const char* Name(host::CSpecElement& element) { return element.tag.CStr(); }
     int Id() const { return 0; }
+    // Elements live as long as what was filled in.
+    static std::uint64_t Number(const host::CSpecElement&) { return 0; }
 };
 
 // The walk over the elements. It looks for an element one by one, as what the filter lets through
 // is not bound to the revision of the list; several elements may have one tag.
 class SpecWalk : public ListPosition<HSpecFilter> {
  public:
-    using ListPosition::ListPosition;
+    explicit SpecWalk(const host::LinkedList* list) : ListPosition(list), list_(list) {}
     static const char* Name(host::CSpecElement& element) { return HSpecFilter::Name(element); }
 
     // To the first element that `matches`, or to the next one from here on, the present one
@@ -38,31 +41,48 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     host::CSpecElement* SeekName(const char* name, bool from_here) {
         return FindIf(from_here, [name](const auto& element) { return element.tag == name; });
     }
+    // Also of positions in two lists of one specification, which the host has filled twice.
+    int Compare(SpecWalk& other);
+    // The same of two elements, by their places in the lists.
+    int CompareElements(const host::CSpecElement& own, const SpecWalk& other,
+                        const host::CSpecElement& others) const;
+
+ private:
+    const host::LinkedList* list_;
 };
 
-class HSpecContext final : public CountedFromZero<FIContext> {
+class HSpecContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
-    // The elements in `info`, which describes `owner`. `parent` is the node above: it is kept
-    // alive, and with it the info and the options.
+    // The elements in `info`, a part of `fill`, which describes `owner`. `parent` is the node
+    // above: it is kept alive, and with it the options. Without a fill the info outlives the
+    // context.
     HSpecContext(const host::CSpecInfo* info, host::Viewable* owner, const HovexOptions* options,
-                 bool attachments, FIEntry* parent);
+                 bool attachments, FIEntry* parent, Ref<HSpecFill> fill = {});
 
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(host::CSpecElement& element);
 
     // A walk of its own over the elements.
     SpecWalk Elements() const { return SpecWalk(info_->Elements()); }
-    host::Viewable* Owner() const { return owner_; }
-    bool IsSameList(const HSpecContext& other) const { return info_ == other.info_; }
+    // Null when it is gone.
+    host::Viewable* Owner() const { return owner_.Get(); }
+    const Ref<HSpecFill>& Fill() const { return fill_; }
+    const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
+    bool IsGone() const override { return owner_.IsGone() || (fill_ && fill_->IsGone()); }
+    Liveness* Life() const override { return owner_.Life().Get(); }
+    // The host fills a list anew for everyone who asks, so the object and the place within its
+    // specification tell the lists apart.
+    bool IsSameList(const HSpecContext& other) const;
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
 
  private:
     const host::CSpecInfo* info_;
-    host::Viewable* owner_;
+    HostObject<host::Viewable> owner_;
     const HovexOptions* options_;
     bool attachments_;
     Ref<FIEntry> parent_;
+    Ref<HSpecFill> fill_;
 };
 
 class HSpecCursorBase final : public ListCursor<HSpecCursorBase, SpecWalk, HSpecContext> {
@@ -72,3 +92,6 @@ class HSpecCursorBase final : public ListCursor<HSpecCursorBase, SpecWalk, HSpec
     // The element of the given entry itself; false for an entry of another family.
     bool SeekValue(int origin, FIEntry& entry) override;
 };
+
+// Whether both are nodes of one element: of one object, at the same place of its specification.
+bool IsSameElement(FIEntry& one, FIEntry& other);

@@ -32,12 +32,21 @@ bool HasContent(const host::ArraySetBlock& block) {
 HSpecEntry::HSpecEntry(HSpecContext* context, host::CSpecElement& element)
     : context_(Ref<HSpecContext>::Share(context)),
       element_(element),
-      type_(element, context->Owner()),
+      type_(element, context->Owner(), context->CaseRecord()),
       options_(context->Options()),
       attachments_(context->FollowsAttachments()) {}
 
 void HSpecEntry::GetName(FIValue& out) {
+    if (IsGone()) return out.Clear();
     out.SetText(element_.tag.Str());
+}
+
+bool HSpecEntry::IsSameElement(const HSpecEntry& other) const {
+    if (&element_ == &other.element_) return true;
+    if (IsGone() || other.IsGone()) return false;
+    const SpecWalk own = context_->Elements();
+    return context_->IsSameList(*other.context_) &&
+           own.CompareElements(element_, other.context_->Elements(), other.element_) == 0;
 }
 
 std::string HSpecEntry::UniqueName() const {
@@ -62,11 +71,13 @@ bool HSpecEntry::HasChildren() const {
 
 FIContext* HSpecEntry::GetContext() {
     FIContext* context = nullptr;
+    if (IsGone()) return EmptyContext();
+    const Ref<HSpecFill>& fill = context_->Fill();
     if (element_.child) {
-        context =
-            new HSpecContext(element_.child, context_->Owner(), &options_, attachments_, this);
+        context = new HSpecContext(element_.child, context_->Owner(), &options_, attachments_, this,
+                                   fill);
     } else if (element_.array_set) {
-        context = new HArraySetContext(element_.array_set, this);
+        context = new HArraySetContext(element_.array_set, this, !fill || fill->IsCurrent());
     } else {
         return EmptyContext();
     }
@@ -90,11 +101,12 @@ const char* HSpecEntry::Store(double value, int mode) {
             return nullptr;
     }
     variable.SetSpecified(value);
-    SolveAndWait(options_.Case());
-    return nullptr;
+    SolveAndWait(*context_->CaseRecord());
+    return IsGone() ? kNodeDeletedText : nullptr;
 }
 
 void HSpecEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     const bool is_value = name.IsText() && std::strcmp(name.CStr(), "value") == 0;
     if (!is_value || type_.Get() != HSpecType::kProcVar) {
         SetSwitches(*this, attachments_, name, value, kStoreNotSupported, out);

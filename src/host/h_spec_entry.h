@@ -11,7 +11,7 @@
 #include "framework/ref.h"
 #include "host/h_spec_context.h"
 
-class HSpecEntry final : public AttrMapEntry<HSpecEntry> {
+class HSpecEntry final : public AttrMapEntry<HSpecEntry>, public LivingNode {
  public:
     HSpecEntry(HSpecContext* context, host::CSpecElement& element);
 
@@ -22,10 +22,14 @@ class HSpecEntry final : public AttrMapEntry<HSpecEntry> {
     // `mode` of a store: 0 specifies what can be specified, 1 specifies anew what is specified
     // already, 2 gives a calculated value and starts no solve. Other modes do nothing.
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
-    bool IsContainer() override { return element_.child || element_.array_set; }
+    bool IsContainer() override { return !IsGone() && (element_.child || element_.array_set); }
     FIContext* GetContext() override;
 
+    Liveness* Life() const override { return context_->Life(); }
+    bool IsGone() const override { return context_->IsGone(); }
     const host::CSpecElement& Element() const { return element_; }
+    // The element of the same place, whoever asked for the specification.
+    bool IsSameElement(const HSpecEntry& other) const;
     bool FollowsAttachments() const { return attachments_; }
 
  private:

@@ -43,7 +43,10 @@ bool VariableValue(const HSpecType& type, FIValue* out) {
     return GiveNumber(out, type.Element().process_variable->value);
 }
 bool AttachedName(const HSpecType& type, FIValue* out) {
-    return GiveText(out, type.Element().attached_object->GetName().CStr());
+    host::Viewable* attached = type.Attached();
+    if (attached) return GiveText(out, attached->GetName().CStr());
+    if (out) out->Clear();
+    return true;
 }
 
 bool TypeName(const HSpecType& type, FIValue* out) {
@@ -111,8 +114,12 @@ bool IsSpecified(const host::ProcessVariable& variable) {
     return (variable.status_bits & kSpecifiedBits) != 0;
 }
 
-HSpecType::HSpecType(const host::CSpecElement& element, host::Viewable* owner)
-    : element_(element), owner_(owner), number_(Classify(element)) {}
+HSpecType::HSpecType(const host::CSpecElement& element, host::Viewable* owner,
+                     const Ref<CaseLife>& life)
+    : element_(element),
+      owner_(owner),
+      attached_(element.attached_object, element.attached_identity, life),
+      number_(Classify(element)) {}
 
 HSpecType::Number HSpecType::Classify(const host::CSpecElement& element) {
     if (element.child) return element.child->CollectionCount() != 0 ? kSpecCollection : kNone;

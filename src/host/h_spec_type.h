@@ -3,8 +3,9 @@
 // HSpecType: which of the ten types of specification element an element is, and what it shows of
 // itself by that type: "value", "type", "uom", "status" and "moniker".
 //
-// Numbers are as the host holds them, in internal units; "uom" names the default unit of the case.
+// Numbers are as the host gives them, in the default units of the case, which "uom" names.
 
+#include "host/host_object.h"
 #include "host/interface/specification.h"
 #include "value/fi_value.h"
 
@@ -25,8 +26,9 @@ class HSpecType {
     };
     enum Row : int { kValue, kType, kUom, kStatus, kMoniker };
 
-    // Both are lent and must outlive this object; `owner` is what the specification describes.
-    HSpecType(const host::CSpecElement& element, host::Viewable* owner);
+    // Both are lent and must outlive this object; `owner` is what the specification describes, in
+    // the case of `life`.
+    HSpecType(const host::CSpecElement& element, host::Viewable* owner, const Ref<CaseLife>& life);
 
     static Number Classify(const host::CSpecElement& element);
 
@@ -38,10 +40,13 @@ class HSpecType {
 
     const host::CSpecElement& Element() const { return element_; }
     host::Viewable* Owner() const { return owner_; }
+    // The attached object; null for none and when it is gone.
+    host::Viewable* Attached() const { return attached_.Get(); }
 
  private:
     const host::CSpecElement& element_;
     host::Viewable* owner_;
+    HostObject<host::Viewable> attached_;
     Number number_;
 };
 

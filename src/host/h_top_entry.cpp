@@ -10,7 +10,7 @@
 
 HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object)
     : context_(Ref<HFSOContext>::Share(context)),
-      object_(object),
+      object_(object, context->CaseRecord()),
       options_(context->Options()),
       attachments_(context->FollowsAttachments()) {}
 
@@ -21,54 +21,57 @@ std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
         {"browser_name", ReadNameRow<Self>},
         {"type",
          [](Self& self, FIValue& out) {
-             const auto* type = self.object_ ? self.object_->Type() : nullptr;
+             const auto* type = self.Object() ? self.Object()->Type() : nullptr;
              out.Clear();
              if (type) out.SetText(type->DisplayName().CStr());
          }},
-        {"container", [](Self& self, FIValue& out) { ReadContainer(self.object_, out); }},
+        {"container", [](Self& self, FIValue& out) { ReadContainer(self.Object(), out); }},
         {"container_category",
-         [](Self& self, FIValue& out) { ReadContainerCategory(self.object_, out); }},
-        {"container_type", [](Self& self, FIValue& out) { ReadContainerType(self.object_, out); }},
+         [](Self& self, FIValue& out) { ReadContainerCategory(self.Object(), out); }},
+        {"container_type", [](Self& self, FIValue& out) { ReadContainerType(self.Object(), out); }},
         {"display_name", ReadNameRow<Self>},
         {"isleaf", ReadNumberRow<Self, 0>},
         {"has_children",
          [](Self& self, FIValue& out) { out.SetInt(self.FindBelow() != Below::kNothing ? 1 : 0); }},
         {"path", ReadPathRow<Self>},
         {"status",
-         [](Self& self, FIValue& out) { out.SetText(StatusText(ObjectStatus(self.object_))); }},
+         [](Self& self, FIValue& out) { out.SetText(StatusText(ObjectStatus(self.Object()))); }},
         {"is_container", ReadNumberRow<Self, 1>},
         {"no_containers_below",
-         [](Self& self, FIValue& out) { out.SetInt(IsExactlyTemplateOp(self.object_) ? 0 : 1); }},
+         [](Self& self, FIValue& out) { out.SetInt(IsExactlyTemplateOp(self.Object()) ? 0 : 1); }},
         {kAttachments, ReadAttachmentsRow<Self>},
         {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
         {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
         {"isObject", ReadNumberRow<Self, 1>},
         {"isHierarchy", ReadNumberRow<Self, 1>,
-         [](Self& self, std::intptr_t) { return IsTemplateOp(self.object_); }},
+         [](Self& self, std::intptr_t) { return IsTemplateOp(self.Object()); }},
         {"noObjectsBelow", ReadNumberRow<Self, 1>,
-         [](Self& self, std::intptr_t) { return !IsTemplateOp(self.object_); }},
+         [](Self& self, std::intptr_t) { return !IsTemplateOp(self.Object()); }},
     });
     return rows;
 }
 
 void HTopEntry::GetName(FIValue& out) {
+    host::Viewable* object = Object();
     out.Clear();
-    if (object_) out.SetText(object_->GetName().CStr());
+    if (object) out.SetText(object->GetName().CStr());
 }
 
 void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
 }
 
 HTopEntry::Below HTopEntry::FindBelow() {
-    if (!object_) return Below::kNothing;
-    if (IsTemplateOp(object_)) {
-        return object_->SubFlowSheet() ? Below::kFlowSheet : Below::kNothing;
+    host::Viewable* object = Object();
+    if (!object) return Below::kNothing;
+    if (IsTemplateOp(object)) {
+        return object->SubFlowSheet() ? Below::kFlowSheet : Below::kNothing;
     }
     if (!options_.VariableView()) {
         return specification_.Fill(object_, options_) ? Below::kSpecification : Below::kNothing;
     }
-    if (!variables_) variables_ = object_->VariableNames();
+    if (!variables_) variables_ = object->VariableNames();
     return variables_ ? Below::kVariables : Below::kNothing;
 }
 
@@ -80,20 +83,22 @@ FIContext* HTopEntry::GetContext() {
         case Below::kSpecification:
             return specification_.MakeContext(&options_, attachments_, this);
         case Below::kFlowSheet:
-            context = new HSUandUContext(object_->SubFlowSheet(), context_->Case(), &options_,
-                                         attachments_, this);
+            context = new HSUandUContext(Object()->SubFlowSheet(), context_->CaseRecord()->Case(),
+                                         &options_, attachments_, this);
             break;
         case Below::kVariables:
-            context = new HVarsContext(variables_, object_, &options_, attachments_, this, nullptr);
+            context =
+                new HVarsContext(variables_, Object(), &options_, attachments_, this, nullptr);
             break;
     }
     return HandOut(context);
 }
 
 bool HTopEntry::CanHold() {
-    if (!IsStream(object_)) return false;
+    host::Viewable* object = Object();
+    if (!IsStream(object)) return false;
     if (EditBatch().Add(object_)) {
-        if (host::ProcessStream* stream = object_->AsProcessStream()) {
+        if (host::ProcessStream* stream = object->AsProcessStream()) {
             stream->BeginDeferCompNormalize();
             stream->StartCompositionEditSession();
         }
@@ -104,7 +109,8 @@ bool HTopEntry::CanHold() {
 void HTopEntry::BeginBatch() {
     auto self = Ref<HTopEntry>::Share(this);
     EditBatch().Remove(object_);
-    if (EditBatch().IsOpen() || !IsStream(object_)) return;
-    if (host::ProcessStream* stream = object_->AsProcessStream()) stream->EndDeferCompNormalize();
-    SolveAndWait(context_->Case());
+    host::Viewable* object = Object();
+    if (EditBatch().IsOpen() || !IsStream(object)) return;
+    if (host::ProcessStream* stream = object->AsProcessStream()) stream->EndDeferCompNormalize();
+    SolveAndWait(*context_->CaseRecord());
 }

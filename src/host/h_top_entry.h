@@ -9,12 +9,13 @@
 
 #include "framework/attr_map.h"
 #include "framework/ref.h"
+#include "host/host_object.h"
 #include "host/hovex_options.h"
 #include "host/spec_view.h"
 
 class HFSOContext;
 
-class HTopEntry final : public AttrMapEntry<HTopEntry> {
+class HTopEntry final : public AttrMapEntry<HTopEntry>, public LivingNode {
  public:
     HTopEntry(HFSOContext* context, host::Viewable* object);
 
@@ -22,12 +23,17 @@ class HTopEntry final : public AttrMapEntry<HTopEntry> {
 
     void GetName(FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
-    bool IsContainer() override { return true; }
+    bool IsContainer() override { return !IsGone(); }
     FIContext* GetContext() override;
     bool CanHold() override;
     void BeginBatch() override;
 
-    host::Viewable* Object() const { return object_; }
+    // Null when it is gone.
+    host::Viewable* Object() const { return object_.Get(); }
+    Liveness* Life() const override { return object_.Life().Get(); }
+    bool IsGone() const override { return object_.IsGone(); }
+    std::uint64_t ObjectNumber() const override { return object_.Number(); }
+    bool IsTracked() const override { return object_.IsTracked(); }
     bool FollowsAttachments() const { return attachments_; }
 
  private:
@@ -36,7 +42,7 @@ class HTopEntry final : public AttrMapEntry<HTopEntry> {
     Below FindBelow();
 
     Ref<HFSOContext> context_;
-    host::Viewable* object_;
+    HostObject<host::Viewable> object_;
     HovexOptions options_;
     HSpecView specification_;
     const host::LinkedList* variables_ = nullptr;

@@ -31,7 +31,8 @@ HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
       attachments_(attachments),
       options_(options),
       parent_(Ref<FIEntry>::Share(parent)),
-      names_(variable->EffectiveOwner(), variable->OffsetDescription(dimension)) {
+      names_({variable->EffectiveOwner(), variable->CaseRecord()},
+             variable->OffsetDescription(dimension)) {
     host::DimInfo bounds;
     host::Viewable* object = variable->EffectiveOwner();
     if (object) address.GetPathDimensions(object, bounds, host::kEmptyDimensionMarker);
@@ -41,7 +42,7 @@ HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
 }
 
 FICursorBase* HVarDimsContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HVarDimsCursorBase(this));
 }
 
@@ -50,7 +51,7 @@ FIEntry* HVarDimsContext::MakeEntry(int index) {
 }
 
 bool HVarDimsContext::IsSameList(const HVarDimsContext& other) const {
-    return variable_->Owner() == other.variable_->Owner() &&
+    return variable_->OwnerNumber() == other.variable_->OwnerNumber() &&
            &variable_->Row() == &other.variable_->Row() && dimension_ == other.dimension_ &&
            address_.IsEqual(other.address_, false);
 }
@@ -58,7 +59,7 @@ bool HVarDimsContext::IsSameList(const HVarDimsContext& other) const {
 void HVarDimsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.Clear();
     *rest = path;
-    if (!path) return;
+    if (!path || IsGone()) return;
     if (*path == '(') {
         ReadKeyOfName(path, out, rest);
     } else {
@@ -127,7 +128,7 @@ bool HVarDimsCursorBase::Seek(int origin, int delta) {
 }
 
 bool HVarDimsCursorBase::SeekName(int origin, const char* name) {
-    if (!name) return false;
+    if (!name || context_->IsGone()) return false;
     if (origin != kFromPresent) position_ = context_->Low();
     if (context_->Names().AreCounted()) {
         position_ = context_->End();

@@ -8,7 +8,7 @@
 #include "host/h_vars_entry.h"
 #include "host/hovex_options.h"
 
-class HVarDimsContext final : public CountedFromZero<FIContext> {
+class HVarDimsContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Dimension `dimension`, counted from 0, of `variable` at an address in which the dimensions
     // before it are filled. `parent` is the node above, kept alive for its options.
@@ -21,6 +21,9 @@ class HVarDimsContext final : public CountedFromZero<FIContext> {
 
     FIEntry* MakeEntry(int index);
     bool IsSameList(const HVarDimsContext& other) const;
+
+    Liveness* Life() const override { return variable_->Life(); }
+    bool IsGone() const override { return variable_->IsGone(); }
 
     HVarsEntry& Variable() const { return *variable_; }
     int Dimension() const { return dimension_; }
@@ -70,7 +73,7 @@ class HVarDimsCursorBase final : public CountedFromZero<FICursorBase> {
     bool GoTo(long long position);
     // From the present position on; behind the last when there is none.
     bool WalkToName(const char* name);
-    bool IsOnElement() const { return position_ < context_->End(); }
+    bool IsOnElement() const { return position_ < context_->End() && !context_->IsGone(); }
 
     Ref<HVarDimsContext> context_;
     long long position_;

@@ -30,20 +30,18 @@ HVarDimsEntry::HVarDimsEntry(HVarDimsContext* context, int index)
 const host::LinkedList* HVarDimsEntry::FollowedVariables() {
     if (!IsScalar(*this) || IsSkippingAttachments(GetVarSet())) return nullptr;
     if (!Array().FollowsAt(address_, attachments_)) return nullptr;
-    if (!attached_variables_) {
-        host::Viewable* holder = Holder();
-        if (holder) attached_variables_ = holder->VariableNames();
-    }
-    return attached_variables_;
+    return attached_.Of(*this, *Array().CaseRecord());
 }
 
 bool HVarDimsEntry::IsContainer() {
+    if (IsGone()) return false;
     if (!IsScalar(*this)) return HasNextLevel(Variable(), context_->Dimension() + 1);
     const host::LinkedList* variables = FollowedVariables();
     return variables && variables->EntryAt(0);
 }
 
 FIContext* HVarDimsEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
         context = new HVarDimsContext(&Array(), context_->Dimension() + 1, address_, attachments_,
@@ -60,33 +58,34 @@ int HVarDimsEntry::Compare(FIEntry& other) {
     const int by_name = FIEntry::Compare(other);
     if (by_name != 0) return by_name;
     const auto* element = dynamic_cast<HVarDimsEntry*>(&other);
-    if (!element || Array().Owner() != element->Array().Owner()) return kNotComparable;
+    if (!element || Array().OwnerNumber() != element->Array().OwnerNumber()) return kNotComparable;
     return (index_ > element->index_) - (index_ < element->index_);
 }
 
-host::Viewable* HVarDimsEntry::Stream() const {
+HostObject<host::Viewable> HVarDimsEntry::Stream() const {
     host::Viewable* object = EffectiveOwner();
     if (object) object = FindPlace(object, address_).object;
-    return IsStream(object) ? object : nullptr;
+    return {IsStream(object) ? object : nullptr, Array().CaseRecord()};
 }
 
 bool HVarDimsEntry::CanHold() {
-    if (Array().IsCompositionVariable()) return false;
-    host::Viewable* stream = Stream();
-    if (stream && EditBatch().Add(stream)) {
-        if (auto* process = stream->AsProcessStream()) process->BeginDeferCompNormalize();
+    if (IsGone() || Array().IsCompositionVariable()) return false;
+    const HostObject<host::Viewable> stream = Stream();
+    if (stream.Get() && EditBatch().Add(stream)) {
+        if (auto* process = stream.Get()->AsProcessStream()) process->BeginDeferCompNormalize();
     }
     return true;
 }
 
 void HVarDimsEntry::BeginBatch() {
     auto self = Ref<HVarDimsEntry>::Share(this);
-    host::Viewable* stream = Array().IsCompositionVariable() ? nullptr : Stream();
-    if (!stream) return;
+    if (IsGone() || Array().IsCompositionVariable()) return;
+    const HostObject<host::Viewable> stream = Stream();
+    if (!stream.Get()) return;
     EditBatch().Remove(stream);
     if (EditBatch().IsOpen()) return;
-    if (auto* process = stream->AsProcessStream()) process->EndDeferCompNormalize();
-    SolveAndWait(options_.Case(), true);
+    if (auto* process = stream.Get()->AsProcessStream()) process->EndDeferCompNormalize();
+    SolveAndWait(*Array().CaseRecord(), true);
 }
 
 void HVarDimsEntry::GetAttribute(const FIValue& name, FIValue& out) {

@@ -11,13 +11,18 @@
 #include "host/h_attachment.h"
 #include "host/h_var_dims_context.h"
 
-class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachment {
+class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>,
+                            public HAttachment,
+                            public LivingNode {
  public:
     HVarDimsEntry(HVarDimsContext* context, int index);
 
     static std::span<const AttrRow<HVarDimsEntry>> AttributeRows();
 
-    void GetName(FIValue& out) override { out = name_; }
+    void GetName(FIValue& out) override {
+        if (IsGone()) return out.Clear();
+        out = name_;
+    }
     void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override;
@@ -27,6 +32,8 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachme
     bool CanHold() override;
     void BeginBatch() override;
     host::Viewable* Holder() const override { return Array().HolderAt(address_); }
+    Liveness* Life() const override { return Array().Life(); }
+    bool IsGone() const override { return Array().IsGone(); }
 
     int Index() const { return index_; }
     bool FollowsAttachments() const { return attachments_; }
@@ -45,15 +52,15 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>, public HAttachme
     HVarsEntry& Array() const { return context_->Variable(); }
     // The variables of the object that this element leads to; null when it is not followed.
     const host::LinkedList* FollowedVariables();
-    // The stream that finally holds the element; null for another object.
-    host::Viewable* Stream() const;
+    // The stream that finally holds the element; none for another object.
+    HostObject<host::Viewable> Stream() const;
     void ReadMoniker(FIValue& out) const;
 
     Ref<HVarDimsContext> context_;
     int index_;
     host::VarDescription address_;
     FIValue name_;
-    const host::LinkedList* attached_variables_ = nullptr;
+    HAttachedList attached_;
     bool attachments_;
     HovexOptions options_;
 };

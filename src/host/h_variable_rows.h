@@ -64,10 +64,7 @@ std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
     auto rows = HostAttributeRows<T>({
         {"id", ReadNameRow<T>},
         {"value", [](T& self, FIValue& out) { self.ReadValue(out); }, IsScalar<T>},
-        {"dimension",
-         [](T& self, FIValue& out) {
-             out.SetText(host::InstalledServices()->utypetoa(self.UnitType()));
-         },
+        {"dimension", [](T& self, FIValue& out) { ReadUnitType(self.UnitType(), out); },
          HasUnits<T>},
         {"uom", [](T& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
          HasUnits<T>},
@@ -111,6 +108,7 @@ std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
 // of the case. The mark is read by its name alone, 1 or else NULL, and is not listed.
 template <class T>
 void ReadVariableAttribute(T& owner, const FIValue& name, FIValue& out) {
+    if (owner.IsGone()) return out.SetText(kNodeDeletedText);
     const char* text = name.IsText() ? name.CStr() : "";
     if (const AttrRow<T>* row = FindAttrRow(owner, text)) return row->Read(owner, out);
     out.Clear();
@@ -123,7 +121,9 @@ template <class T>
 void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIValue& value,
                           FIValue& out) {
     const char* text = name.IsText() ? name.CStr() : "";
-    if (std::strcmp(text, "value") == 0) {
+    if (owner.IsGone()) {
+        out.SetText(kNodeDeletedText);
+    } else if (std::strcmp(text, "value") == 0) {
         // The solver runs inside a store, and with it whatever lets go of this node.
         auto self = Ref<T>::Share(&owner);
         const char* message = IsScalar(owner) ? owner.Store(value) : "Non scalar variable";

@@ -7,14 +7,14 @@ HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
                            const HovexOptions* options, bool attachments, FIEntry* parent,
                            const HAttachment* attachment)
     : list_(list),
-      owner_(owner),
+      owner_(owner, LifeFor(nullptr, options)),
       options_(options),
       attachments_(attachments),
       parent_(Ref<FIEntry>::Share(parent)),
       attachment_(attachment) {}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
     return HandOut(new HVarsCursorBase(this, VariableWalk(list_)));
 }
 
@@ -25,7 +25,7 @@ FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
 void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.Clear();
     *rest = path;
-    if (!path) return;
+    if (!path || IsGone()) return;
     VariableWalk walk(list_);
     for (host::VariableNameInfo* row = walk.First(); row; row = walk.Next()) {
         const auto match = MatchMoniker(row->TextDescription().Str(), path);

@@ -4,6 +4,7 @@
 
 #include "framework/ref.h"
 #include "host/h_attachment.h"
+#include "host/host_object.h"
 #include "host/hovex_options.h"
 #include "host/list_cursor.h"
 #include "host/list_position.h"
@@ -14,6 +15,8 @@ struct VariableView {
     bool Shows(host::VariableNameInfo&) const { return true; }
     static const char* Name(const host::VariableNameInfo& row) { return row.name ? row.name : ""; }
     int Id() const { return 0; }
+    // Rows live as long as the object that lists them.
+    static std::uint64_t Number(const host::VariableNameInfo&) { return 0; }
 };
 
 // The walk over a variable list, named for the cursor.
@@ -23,7 +26,7 @@ class VariableWalk : public ListPosition<VariableView> {
     static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
 };
 
-class HVarsContext final : public CountedFromZero<FIContext> {
+class HVarsContext final : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
     // `attachment` is that node when it is one that points at `owner`, else null.
@@ -36,16 +39,20 @@ class HVarsContext final : public CountedFromZero<FIContext> {
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     FIEntry* MakeEntry(host::VariableNameInfo& row);
-    bool IsSameList(const HVarsContext& other) const { return owner_ == other.owner_; }
+    bool IsSameList(const HVarsContext& other) const {
+        return owner_.Number() == other.owner_.Number();
+    }
+    bool IsGone() const override { return owner_.IsGone(); }
+    Liveness* Life() const override { return owner_.Life().Get(); }
 
-    host::Viewable* Owner() const { return owner_; }
+    const HostObject<host::Viewable>& Owner() const { return owner_; }
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
     const HAttachment* Attachment() const { return attachment_; }
 
  private:
     const host::LinkedList* list_;
-    host::Viewable* owner_;
+    HostObject<host::Viewable> owner_;
     const HovexOptions* options_;
     bool attachments_;
     Ref<FIEntry> parent_;

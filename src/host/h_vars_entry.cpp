@@ -49,7 +49,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       description_(row->description),
       unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
-      through_correlation_(IsA(context->Owner(), CorrelationType())),
+      through_correlation_(IsA(context->Owner().Get(), CorrelationType())),
       custom_block_(IsCustomBlock(*row)),
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
@@ -68,7 +68,8 @@ int HVarsEntry::Dimensions() const {
 host::Viewable* HVarsEntry::EffectiveOwner() const {
     // The variables of a correlation describe the object that it is attached to.
     const HAttachment* attachment = context_->Attachment();
-    return attachment && through_correlation_ ? attachment->Holder() : owner_;
+    if (IsGone()) return nullptr;
+    return attachment && through_correlation_ ? attachment->Holder() : Owner();
 }
 
 const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
@@ -77,28 +78,24 @@ const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
 }
 
 HVariable HVarsEntry::At(const host::VarDescription& address) const {
-    return {row_, EffectiveOwner(), &address, through_correlation_ ? nullptr : owner_};
+    return {row_, EffectiveOwner(), &address, through_correlation_ ? nullptr : Owner()};
 }
 
 host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
     host::Viewable* object = EffectiveOwner();
-    return object ? FindHolder(owner_, object, address) : nullptr;
+    return object ? FindHolder(Owner(), object, address) : nullptr;
 }
 
 host::VarType HVarsEntry::UnitType() const {
-    return EffectiveUnitType(unit_type_, owner_, description_);
+    return EffectiveUnitType(unit_type_, Owner(), description_);
 }
 
 bool HVarsEntry::IsCompositionVariable() const {
-    return IsComposition(owner_, description_);
+    return IsComposition(Owner(), description_);
 }
 
 const host::LinkedList* HVarsEntry::AttachedVariables() {
-    if (!attached_variables_) {
-        host::Viewable* holder = Holder();
-        if (holder) attached_variables_ = holder->VariableNames();
-    }
-    return attached_variables_;
+    return attached_.Of(*this, *CaseRecord());
 }
 
 bool HVarsEntry::LeadsSomewhere() {
@@ -111,11 +108,12 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
     FIValue value;
     if (!custom_block_) ReadRaw(At(address), nullptr, value);
     // An attachment to an inner part of the owner is always followed.
-    if (!value.IsNull() && owner_ && LeadsInside(owner_, HolderAt(address))) return true;
+    if (!value.IsNull() && Owner() && LeadsInside(Owner(), HolderAt(address))) return true;
     return attachments;
 }
 
 void HVarsEntry::GetName(FIValue& out) {
+    if (IsGone()) return out.Clear();
     const char* name = VariableView::Name(*row_);
     if (!std::strpbrk(name, "\"&<>") && std::strlen(name) <= kNameLimit) {
         out.SetText(name);
@@ -147,10 +145,10 @@ void HVarsEntry::ReadMoniker(FIValue& out) {
 const char* HVarsEntry::StoreAt(const host::VarDescription& address, FIVarSet* vars,
                                 const FIValue& value) {
     const HVariable variable = At(address);
-    if (row_->value_kind != host::kReal) return StoreValue(variable, value, options_.Case());
+    if (row_->value_kind != host::kReal) return StoreValue(variable, value, CaseRecord());
     FIValue internal = value;
     ToInternalUnit(UnitType(), vars, internal);
-    if (!IsCompositionVariable()) return StoreValue(variable, internal, options_.Case());
+    if (!IsCompositionVariable()) return StoreValue(variable, internal, CaseRecord());
     if (variable.object) StoreComposition(variable, internal);
     return nullptr;
 }
@@ -164,10 +162,11 @@ void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FI
 }
 
 bool HVarsEntry::IsContainer() {
-    return Dimensions() > 0 || LeadsSomewhere();
+    return !IsGone() && (Dimensions() > 0 || LeadsSomewhere());
 }
 
 FIContext* HVarsEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
         context = new HVarDimsContext(this, 0, description_, attachments_, &options_, this);

@@ -10,7 +10,7 @@
 #include "host/h_vars_context.h"
 #include "host/h_vars_values.h"
 
-class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
+class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
  public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 
@@ -22,7 +22,9 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override;
     FIContext* GetContext() override;
-    bool CanHold() override { return !IsCompositionVariable(); }
+    bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
+    Liveness* Life() const override { return owner_.Life().Get(); }
+    bool IsGone() const override { return owner_.IsGone(); }
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }
@@ -32,8 +34,12 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     const host::VariableNameInfo& Row() const { return *row_; }
     bool IsCustom() const { return custom_block_; }
     // The object that lists the variable, and the one on which every read and store is done.
-    host::Viewable* Owner() const { return owner_; }
+    // Null when they are gone.
+    host::Viewable* Owner() const { return owner_.Get(); }
     host::Viewable* EffectiveOwner() const;
+    // Tells apart the owners, whether they live or not.
+    std::uint64_t OwnerNumber() const { return owner_.Number(); }
+    const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const;
@@ -54,14 +60,14 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     const char* StoreAt(const host::VarDescription& address, FIVarSet* vars, const FIValue& value);
 
  private:
-    // Null when nothing is attached or it has no variables.
+    // Null when nothing is attached or it has no variables. Kept while no structure has changed.
     const host::LinkedList* AttachedVariables();
     bool LeadsSomewhere();
     void ReadMoniker(FIValue& out);
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
-    host::Viewable* owner_;
+    HostObject<host::Viewable> owner_;
     host::VarDescription description_;
     mutable int dimensions_ = -1;
     std::array<host::VarDescription, 3> offsets_;
@@ -70,7 +76,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment {
     bool attachments_;
     bool through_correlation_;
     bool custom_block_;
-    const host::LinkedList* attached_variables_ = nullptr;
+    HAttachedList attached_;
     HovexOptions options_;
     bool follow_attachment_;
 };

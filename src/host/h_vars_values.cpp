@@ -1,6 +1,7 @@
 #include "host/h_vars_values.h"
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <string>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr char kHiddenKeyPrefix[] = "Key: ";
 constexpr char kHiddenKeyText[] = "Unknown Key";
 constexpr char kNotStored[] = "Value not stored";
+constexpr double kMostOrdinal = 1e9;
 
 // Where the host is asked for the state of a value.
 HVariablePlace StatePlace(const HVariable& variable) {
@@ -39,6 +41,8 @@ void ReadEnumeration(const HVariable& variable, const HVariablePlace& place, FIV
     host::VarEnumInfo* options = EnumOf(variable);
     if (!options) return;
     const double number = place.object->GetRealValue(*place.description);
+    // No ordinal is so large, and none is no number.
+    if (!(std::abs(number) < kMostOrdinal)) return;
     const host::VarEnumEntry* option = options->FindEntry(static_cast<long>(number));
     if (option && option->name) out.SetText(option->name);
 }
@@ -54,30 +58,39 @@ void ReadAttachment(const HVariablePlace& place, FIValue& out) {
     if (attached) out.SetText(attached->GetName().CStr());
 }
 
-void Solve(host::SimulationCase* simulation_case) {
-    if (!EditBatch().IsOpen()) SolveAndWait(simulation_case);
+// What a store runs may take the object or the case away: asked before anything is read back.
+template <class Store, class IsStored>
+const char* StoreAndSolve(const HVariablePlace& place, const Ref<CaseLife>& life, Store store,
+                          IsStored is_stored) {
+    const HostObject<host::Viewable> object(place.object, life);
+    store(*place.object, *place.description);
+    if (!EditBatch().IsOpen()) SolveAndWait(*life);
+    host::Viewable* left = object.Get();
+    if (!left) return kNodeDeletedText;
+    return is_stored(*left, *place.description) ? nullptr : kNotStored;
 }
 
-const char* StoreNumber(const HVariablePlace& place, double number,
-                        host::SimulationCase* simulation_case) {
-    place.object->SetRealValue(*place.description, number);
-    Solve(simulation_case);
-    return place.object->GetRealValue(*place.description) == number ? nullptr : kNotStored;
+const char* StoreNumber(const HVariablePlace& place, double number, const Ref<CaseLife>& life) {
+    return StoreAndSolve(
+        place, life,
+        [number](auto& object, auto& variable) { object.SetRealValue(variable, number); },
+        [number](auto& object, auto& variable) { return object.GetRealValue(variable) == number; });
 }
 
 const char* StoreText(const HVariablePlace& place, const std::string& text,
-                      host::SimulationCase* simulation_case) {
-    place.object->SetTextValue(*place.description, host::Text(text));
-    Solve(simulation_case);
-    return place.object->GetTextValue(*place.description).Str() == text ? nullptr : kNotStored;
+                      const Ref<CaseLife>& life) {
+    return StoreAndSolve(
+        place, life,
+        [&](auto& object, auto& variable) { object.SetTextValue(variable, host::Text(text)); },
+        [&](auto& object, auto& variable) { return object.GetTextValue(variable).Str() == text; });
 }
 
 const char* StoreEnumeration(const HVariable& variable, const HVariablePlace& place,
-                             const std::string& name, host::SimulationCase* simulation_case) {
+                             const std::string& name, const Ref<CaseLife>& life) {
     host::VarEnumInfo* options = EnumOf(variable);
     int ordinal = 0;
     if (!options || !options->FindEntry(host::Text(name), ordinal)) return kNotStored;
-    return StoreNumber(place, ordinal, simulation_case);
+    return StoreNumber(place, ordinal, life);
 }
 
 const host::UnitRecord* DefaultUnit(host::HostServices& services, host::VarType type,
@@ -208,17 +221,16 @@ double InternalNumber(const FIValue& value) {
     return value.IsNull() ? host::kEmptyReal : value.AsDouble();
 }
 
-const char* StoreValue(const HVariable& variable, const FIValue& value,
-                       host::SimulationCase* simulation_case) {
+const char* StoreValue(const HVariable& variable, const FIValue& value, const Ref<CaseLife>& life) {
     if (!variable.object) return kNotStored;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
     switch (variable.row->value_kind) {
         case host::kReal:
-            return StoreNumber(place, InternalNumber(value), simulation_case);
+            return StoreNumber(place, InternalNumber(value), life);
         case host::kEnumeration:
-            return StoreEnumeration(variable, place, value.ToText(), simulation_case);
+            return StoreEnumeration(variable, place, value.ToText(), life);
         case host::kText:
-            return StoreText(place, value.ToText(), simulation_case);
+            return StoreText(place, value.ToText(), life);
         case host::kAttachment:
             return "Cannot set attachment";
         default:
@@ -276,6 +288,12 @@ void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value) {
     if (const host::UnitRecord* unit = ShownUnit(type, vars)) {
         value.SetReal(host::InstalledServices()->calc_unit(value.AsDouble(), unit));
     }
+}
+
+void ReadUnitType(host::VarType type, FIValue& out) {
+    host::HostServices* services = host::InstalledServices();
+    out.Clear();
+    if (services) out.SetText(services->utypetoa(type));
 }
 
 void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out) {

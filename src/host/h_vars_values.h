@@ -6,11 +6,10 @@
 //
 // Units: the host's numbers are in internal units; `value` is shown in the unit that the reader's
 // var set asks for, or else in the default unit of the case. Reentrance: a store runs the host's
-// loop, so callbacks arrive inside it and whoever stores keeps itself alive. Host objects stay
-// readable until the host is back in its own loop.
+// loop, so callbacks arrive inside it and whoever stores keeps itself alive.
 
 #include "framework/var_set.h"
-#include "host/interface/services.h"
+#include "host/case_life.h"
 #include "value/fi_value.h"
 
 struct HVariable {
@@ -58,9 +57,9 @@ const char* ScalarTypeText(int value_kind);
 // The number that the host stores for a value in internal units; NULL is the empty real.
 double InternalNumber(const FIValue& value);
 // Stores; answers null or the message. Numbers are in internal units, NULL is the empty real.
-// Starts the solver and waits, unless a batch is open.
-const char* StoreValue(const HVariable& variable, const FIValue& value,
-                       host::SimulationCase* simulation_case);
+// Starts the solver and waits, unless a batch is open. An object that goes meanwhile is told as
+// such.
+const char* StoreValue(const HVariable& variable, const FIValue& value, const Ref<CaseLife>& life);
 // A composition variable of a stream. Its stores are not read back and start no solve.
 bool IsComposition(const host::Viewable* owner, const host::VarDescription& description);
 void StoreComposition(const HVariable& variable, const FIValue& value);
@@ -82,6 +81,8 @@ const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars,
 // To the shown unit and back to internal units; other values than numbers are left as they are.
 void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory = nullptr);
 void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value);
+// Name of a unit type, such as "Temperature"; NULL without a host.
+void ReadUnitType(host::VarType type, FIValue& out);
 // Name of the shown unit; NULL without one.
 void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out);
 // Names of all units of a type, joined with a line feed.

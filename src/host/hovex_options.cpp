@@ -3,15 +3,18 @@
 #include "host/host_access.h"
 
 HovexOptions::HovexOptions(host::SimulationCase* simulation_case)
-    : reader_options_(std::in_place), has_view_(true), case_(CaseOrActive(simulation_case)) {
-    reader_options_->dynamics = case_ && IsInDynamics(*case_);
+    : reader_options_(std::in_place),
+      has_view_(true),
+      life_(CaseLife::Of(CaseOrActive(simulation_case))) {
+    reader_options_->dynamics = Case() && IsInDynamics(*Case());
     reader_options_->first = true;
     reader_options_->second = true;
     reader_options_->third = false;
 }
 
-HovexOptions::HovexOptions(const HovexOptions* parent)
-    : parent_(parent), case_(parent ? parent->case_ : nullptr) {}
+HovexOptions::HovexOptions(const HovexOptions* parent) : parent_(parent) {
+    if (parent) life_ = parent->life_;
+}
 
 const host::CaseReaderOptions* HovexOptions::ReaderOptions() const {
     const HovexOptions* link = this;
@@ -28,4 +31,10 @@ bool HovexOptions::VariableView() const {
 void HovexOptions::SetVariableView(bool view) {
     has_view_ = true;
     variable_view_ = view;
+}
+
+Ref<CaseLife> LifeFor(host::SimulationCase* simulation_case, const HovexOptions* options) {
+    const bool serves =
+        options && options->Life() && (!simulation_case || options->Case() == simulation_case);
+    return serves ? options->Life() : CaseLife::Of(CaseOrActive(simulation_case));
 }

@@ -8,8 +8,13 @@
 
 #include <optional>
 
-#include "host/interface/simulation_case.h"
+#include "host/case_life.h"
 #include "host/interface/specification.h"
+
+class HovexOptions;
+
+// The record of the given case, or else of the one that the options are for, or of the active one.
+Ref<CaseLife> LifeFor(host::SimulationCase* simulation_case, const HovexOptions* options);
 
 class HovexOptions {
  public:
@@ -25,12 +30,15 @@ class HovexOptions {
     // True: the children of an object are its variables; false: its specification elements.
     bool VariableView() const;
     void SetVariableView(bool view);
-    host::SimulationCase* Case() const { return case_; }
+    // Null when there is none, or it is gone.
+    host::SimulationCase* Case() const { return life_ ? life_->Case() : nullptr; }
+    // Of the case; null for a link without a parent.
+    const Ref<CaseLife>& Life() const { return life_; }
 
  private:
     std::optional<host::CaseReaderOptions> reader_options_;
     bool has_view_ = false;
     bool variable_view_ = true;
     const HovexOptions* parent_ = nullptr;
-    host::SimulationCase* case_ = nullptr;
+    Ref<CaseLife> life_;
 };

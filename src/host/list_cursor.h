@@ -6,10 +6,12 @@
 //
 //     FIEntry* MakeEntry(Element& element);    // not counted
 //     bool IsSameList(const Context& other);
+//     bool IsGone();                           // what has the list does not live any more
 //
 // Two objects may have one list of the host, so that the lists are not what tells them apart.
 // A seek that runs off the list goes back to the first element and answers false; a search by name
-// that finds nothing leaves the cursor at the end.
+// that finds nothing leaves the cursor at the end. There it is too when its element is gone, so
+// that a seek from the present goes back to the first; a list that is gone is empty.
 
 #include "framework/cursor.h"
 #include "framework/empties.h"
@@ -27,6 +29,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
         return HandOut(clone);
     }
     bool Seek(int origin, int delta) override {
+        if (context_->IsGone()) return false;
         if (origin == kFromFirst) walk_.First();
         if (origin == kFromEnd) walk_.Last();
         for (; delta > 0 && walk_.Current(); --delta) walk_.Next();
@@ -36,32 +39,36 @@ class ListCursor : public CountedFromZero<FICursorBase> {
         return false;
     }
     bool SeekName(int origin, const char* name) override {
-        return name && walk_.SeekName(name, origin == kFromPresent) != nullptr;
+        const bool may_seek = name && !context_->IsGone();
+        return may_seek && walk_.SeekName(name, origin == kFromPresent) != nullptr;
     }
-    bool AtBegin() override { return walk_.AtBegin(); }
-    bool AtEnd() override { return !walk_.Current(); }
+    bool AtBegin() override { return context_->IsGone() || walk_.AtBegin(); }
+    bool AtEnd() override { return !Present(); }
     int Compare(FICursorPosition& other) override {
         if (&other == this) return 0;
         if (other.TypeId() != TypeId()) return kNotComparable;
         auto& same = static_cast<ListCursor&>(other);
         if (!context_->IsSameList(*same.context_)) return kNotComparable;
+        if (context_->IsGone() || same.context_->IsGone()) return kNotComparable;
         return walk_.Compare(same.walk_);
     }
     void GetKey(FIValue& out) override {
-        if (auto* element = walk_.Current()) {
+        if (auto* element = Present()) {
             out.SetText(Walk::Name(*element));
         } else {
             out.Clear();
         }
     }
     FIEntry* GetEntry() override {
-        auto* element = walk_.Current();
+        auto* element = Present();
         FIEntry* entry = element ? context_->MakeEntry(*element) : EmptyEntry();
         return HandOut(entry);
     }
 
  private:
     static inline const char kTypeId = 0;
+
+    auto* Present() { return context_->IsGone() ? nullptr : walk_.Current(); }
 
     Ref<Context> context_;
 

@@ -7,15 +7,16 @@
 //     bool Shows(Element& element) const;
 //     static const char* Name(Element& element);
 //     int Id() const;              // tells apart the views of one list
+//     static std::uint64_t Number(const Element& element);    // its own, 0 for none
 //
-// A new position stands on the first element. Reading the present element does not touch the list.
-// When the list has changed since the last move, the element is looked up anew before moving on; a
-// position whose element is gone is off the list.
+// A new position stands on the first element. When the list has changed since the last move, the
+// element is looked up anew, by its number where it has one, before it is used; a position whose
+// element is gone is off the list, and does not move on from there.
 
 #include <cstring>
 
 #include "framework/cursor.h"
-#include "host/interface/list.h"
+#include "host/interface/services.h"
 #include "host/list_index.h"
 
 template <class View>
@@ -29,8 +30,11 @@ class ListPosition {
     // Null off the list.
     Element* Current() {
         Start();
+        if (element_ && HasListChanged()) Recall();
         return element_;
     }
+    // The element on which it stood does not live any more.
+    bool HasLost() { return !Current() && is_lost_; }
     Element* First() { return OnwardFrom(iterator_.Reset()); }
     Element* Last() { return BackFrom(iterator_.Last()); }
     Element* Next() { return Find() ? OnwardFrom(iterator_.Next()) : nullptr; }
@@ -51,9 +55,11 @@ class ListPosition {
     bool IsSameList(const ListPosition& other) const {
         return iterator_.List() == other.iterator_.List();
     }
-    // Order in the list: -1, 0, 1, or not comparable for different lists.
+    // Order in the list: -1, 0, 1, or not comparable for different lists and for one that has lost
+    // its element, but to one that stood on the same.
     int Compare(ListPosition& other) {
         if (!IsSameList(other)) return kNotComparable;
+        if (HasLost() || other.HasLost()) return IsOnSame(other) ? 0 : kNotComparable;
         const Element* own = Current();
         const Element* others = other.Current();
         if (own == others) return 0;
@@ -73,8 +79,37 @@ class ListPosition {
     }
     Element* Stand(void* element) {
         started_ = true;
-        revision_ = iterator_.List() ? iterator_.List()->Revision() : 0;
-        return element_ = static_cast<Element*>(element);
+        is_lost_ = false;
+        revision_ = ListRevision();
+        element_ = static_cast<Element*>(element);
+        address_ = element;
+        number_ = element_ ? View::Number(*element_) : 0;
+        return element_;
+    }
+    std::uint64_t ListRevision() const {
+        return iterator_.List() ? iterator_.List()->Revision() : 0;
+    }
+    bool HasListChanged() const { return ListRevision() != revision_; }
+    // One that has a number of its own is asked after by it; the place in the list is found when it
+    // is needed. Another is there when the list has it.
+    void Recall() {
+        if (number_ != 0) {
+            if (!Lives(number_)) Lose();
+        } else {
+            Find();
+        }
+    }
+    static bool Lives(std::uint64_t number) {
+        host::HostServices* services = host::InstalledServices();
+        return services && services->Lives(number);
+    }
+    bool Lose() {
+        element_ = nullptr;
+        is_lost_ = true;
+        return false;
+    }
+    bool IsOnSame(const ListPosition& other) const {
+        return address_ == other.address_ && number_ == other.number_;
     }
     Element* OnwardFrom(void* element) {
         while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Next();
@@ -87,12 +122,12 @@ class ListPosition {
     // Makes the host's position that of the present element; false off the list.
     bool Find() {
         Start();
-        if (!element_) return false;
-        if (iterator_.List()->Revision() == revision_) return true;
-        const void* wanted = element_;
+        if (!element_ || !HasListChanged()) return element_ != nullptr;
+        const std::uint64_t number = number_;
+        if (number != 0 && !Lives(number)) return Lose();
         void* element = iterator_.Reset();
-        while (element && element != wanted) element = iterator_.Next();
-        return Stand(element) != nullptr;
+        while (element && element != address_) element = iterator_.Next();
+        return element ? Stand(element) != nullptr : Lose();
     }
     const char* NameIfShown(Element* element) const {
         return view_.Shows(*element) ? View::Name(*element) : nullptr;
@@ -108,6 +143,10 @@ class ListPosition {
     host::LinkedListIterator iterator_;
     View view_;
     Element* element_ = nullptr;
+    // What stays known of an element that is lost.
+    const void* address_ = nullptr;
+    std::uint64_t number_ = 0;
     std::uint64_t revision_ = 0;
     bool started_ = false;
+    bool is_lost_ = false;
 };

@@ -7,6 +7,7 @@
 //
 //     FIEntry* MakeEntry(int position);         // not counted
 //     bool IsSameList(const Context& other) const;
+//     bool IsGone() const;                      // what has the list does not live any more
 
 #include "framework/cursor.h"
 #include "framework/empties.h"
@@ -52,7 +53,9 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
  private:
     static inline const char kTypeId = 0;
 
-    bool StandsOnElement() const { return position_ >= 0 && position_ < End(); }
+    bool StandsOnElement() const {
+        return position_ >= 0 && position_ < End() && !context_->IsGone();
+    }
 
     Ref<Context> context_;
 

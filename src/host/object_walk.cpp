@@ -29,6 +29,11 @@ host::Viewable* ObjectWalk::Current() {
     return parts_[at_].Current();
 }
 
+bool ObjectWalk::HasLost() {
+    Start();
+    return parts_[at_].HasLost();
+}
+
 host::Viewable* ObjectWalk::First() {
     started_ = true;
     for (at_ = 0; at_ + 1 < count_; ++at_) {
@@ -46,14 +51,14 @@ host::Viewable* ObjectWalk::Last() {
 }
 
 host::Viewable* ObjectWalk::Next() {
-    Start();
+    if (HasLost()) return nullptr;
     host::Viewable* object = parts_[at_].Next();
     while (!object && at_ + 1 < count_) object = parts_[++at_].First();
     return object;
 }
 
 host::Viewable* ObjectWalk::Prev() {
-    Start();
+    if (HasLost()) return nullptr;
     host::Viewable* object = parts_[at_].Prev();
     while (!object && at_ > 0) object = parts_[--at_].Last();
     return object;

@@ -23,6 +23,7 @@ class ObjectFilter {
     bool Shows(host::Viewable& object) const { return Accept(object); }
     static const char* Name(host::Viewable& object) { return object.GetName().CStr(); }
     int Id() const { return shown_; }
+    static std::uint64_t Number(const host::Viewable& object) { return object.Identity(); }
 
  private:
     Shown shown_ = kAll;
@@ -42,6 +43,8 @@ class ObjectWalk {
     static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
 
     host::Viewable* Current();
+    // The object on which it stood does not live any more.
+    bool HasLost();
     host::Viewable* First();
     host::Viewable* Last();
     host::Viewable* Next();

@@ -2,21 +2,24 @@
 
 // What every store does with the solver: start it and wait, unless a batch is open.
 
-#include <set>
+#include <vector>
 
-#include "host/interface/simulation_case.h"
+#include "host/host_object.h"
 
-// The streams under composition edit. While there is one, stores start no solve.
+// The streams under composition edit. While there is one, stores start no solve. A stream that goes
+// in the meantime is none any more.
 class HEditBatch {
  public:
+    using Stream = HostObject<host::Viewable>;
+
     // True when the stream was not in the batch yet.
-    bool Add(host::Viewable* stream) { return streams_.insert(stream).second; }
+    bool Add(const Stream& stream);
     // True when it was in the batch.
-    bool Remove(host::Viewable* stream) { return streams_.erase(stream) != 0; }
-    bool IsOpen() const { return !streams_.empty(); }
+    bool Remove(const Stream& stream);
+    bool IsOpen();
 
  private:
-    std::set<host::Viewable*> streams_;
+    std::vector<Stream> streams_;
 };
 
 // The batch of the process.
@@ -26,6 +29,7 @@ HEditBatch& EditBatch();
 bool WaitsForSolve();
 void SetWaitsForSolve(bool wait);
 
-// Starts the solver of the main flowsheet and lets the host's loop run until it has ended or its
-// stop flag is set. Callbacks arrive in the meantime. `always_wait` waits even where stores don't.
-void SolveAndWait(host::SimulationCase* simulation_case, bool always_wait = false);
+// Starts the solver of the main flowsheet and lets the host's loop run until it has ended, its stop
+// flag is set or the case is gone. Callbacks arrive in the meantime. `always_wait` waits even where
+// stores don't.
+void SolveAndWait(const CaseLife& life, bool always_wait = false);

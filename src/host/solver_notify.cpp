@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
+#include <utility>
 
 namespace {
 
@@ -11,11 +11,6 @@ constexpr long kNoInterface = static_cast<long>(static_cast<std::int32_t>(0x8000
 // {00000000-0000-0000-C000-000000000046}
 constexpr unsigned char kIdentityInterface[16] = {0,    0, 0, 0, 0, 0, 0, 0,
                                                   0xC0, 0, 0, 0, 0, 0, 0, 0x46};
-
-std::map<host::SimulationCase*, HSolverNotify*>& Notifiers() {
-    static std::map<host::SimulationCase*, HSolverNotify*> notifiers;
-    return notifiers;
-}
 
 }  // namespace
 
@@ -29,14 +24,16 @@ FIErrorRecord EndRecord(bool incomplete) {
 }
 
 Ref<HSolverNotify> HSolverNotify::ForCase(host::SimulationCase* simulation_case) {
-    HSolverNotify*& place = Notifiers()[simulation_case];
-    if (place) return Ref<HSolverNotify>::Share(place);
-    place = new HSolverNotify(simulation_case);
-    return Ref<HSolverNotify>::Adopt(place);
+    return CaseLife::Of(simulation_case)->Notifier();
+}
+
+Ref<HSolverNotify> HSolverNotify::Make(CaseLife& life) {
+    life.notifier_ = new HSolverNotify(life);
+    return Ref<HSolverNotify>::Adopt(life.notifier_);
 }
 
 HSolverNotify::~HSolverNotify() {
-    Notifiers().erase(case_);
+    life_->notifier_ = nullptr;
 }
 
 long HSolverNotify::QueryInterface(const void* interface_id, void** out) {
@@ -60,7 +57,18 @@ unsigned long HSolverNotify::Release() {
 }
 
 host::COnlineConnectivityManager* HSolverNotify::Manager() const {
-    return case_ ? case_->OnlineManager() : nullptr;
+    host::SimulationCase* simulation_case = Case();
+    return simulation_case ? simulation_case->OnlineManager() : nullptr;
+}
+
+// Of a host that keeps no track the case is there as long as the host calls.
+host::SimulationCase* HSolverNotify::Case() const {
+    return life_->IsTracked() ? life_->Case() : life_->case_;
+}
+
+host::FlowSheetSolver* HSolverNotify::MainSolver() const {
+    host::SimulationCase* simulation_case = Case();
+    return simulation_case ? simulation_case->MainSolver() : nullptr;
 }
 
 void HSolverNotify::AddUser() {
@@ -75,15 +83,29 @@ void HSolverNotify::AddUser() {
 }
 
 void HSolverNotify::DropUser() {
-    if (--users_ > 0) return;
-    if (host::COnlineConnectivityManager* manager = Manager()) manager->put_ModelCallback(saved_);
+    if (users_ > 0 && --users_ == 0) TakeOut(Manager());
+}
+
+// Gives the manager, where it is still there, to whom it had before.
+void HSolverNotify::TakeOut(host::COnlineConnectivityManager* manager) {
+    if (manager) manager->put_ModelCallback(saved_);
     if (saved_) saved_->Release();
     saved_ = nullptr;
     Release();
 }
 
+void HSolverNotify::End(bool told) {
+    auto self = Ref<HSolverNotify>::Share(this);
+    subscribers_.clear();
+    raw_callback_ = nullptr;
+    state_ = kStopped;
+    if (std::exchange(users_, 0) == 0) return;
+    host::SimulationCase* simulation_case = told ? life_->case_ : nullptr;
+    TakeOut(simulation_case ? simulation_case->OnlineManager() : nullptr);
+}
+
 bool HSolverNotify::Subscribe(void* owner, int kind, FISolverCallback callback) {
-    if (kind == 2) return false;
+    if (kind == 2 || IsOver()) return false;
     subscribers_.push_back({owner, kind, callback, ++last_number_});
     AddUser();
     return true;
@@ -100,7 +122,7 @@ bool HSolverNotify::Unsubscribe(void* owner, int kind) {
 }
 
 void HSolverNotify::SetRawCallback(FINotify callback) {
-    if (raw_callback_ || !callback) return;
+    if (raw_callback_ || !callback || IsOver()) return;
     raw_callback_ = callback;
     AddUser();
 }
@@ -130,12 +152,14 @@ void HSolverNotify::Tell(int kind, const FIErrorList* report) {
 }
 
 void HSolverNotify::Forward(void (host::IModelCallback::*slot)(), int raw_event) {
-    if (saved_) {
-        auto saved = Ref<host::IModelCallback>::Share(saved_);
-        (saved.Get()->*slot)();
-    } else if (raw_callback_) {
-        raw_callback_(raw_event);
-    }
+    life_->AsEvent([&] {
+        if (saved_) {
+            auto saved = Ref<host::IModelCallback>::Share(saved_);
+            (saved.Get()->*slot)();
+        } else if (raw_callback_) {
+            raw_callback_(raw_event);
+        }
+    });
 }
 
 void HSolverNotify::SimulationStarted() {
@@ -148,20 +172,24 @@ void HSolverNotify::SimulationStopped() {
     Forward(&host::IModelCallback::SimulationStopped, 0);
 }
 
+// Who stands in no list that the raw callback serves hears of the change from the case's record.
 void HSolverNotify::SimulationStep() {
     auto self = Ref<HSolverNotify>::Share(this);
+    life_->BeginChange();
     if (state_ == kRunning) CheckEnd();
     Tell(kStateChanged, nullptr);
     Forward(&host::IModelCallback::SimulationStep, 0);
+    life_->TellChange();
 }
 
 void HSolverNotify::SimulationEvent() {
     auto self = Ref<HSolverNotify>::Share(this);
     Forward(&host::IModelCallback::SimulationEvent, 1);
+    life_->End();
 }
 
 void HSolverNotify::CheckEnd() {
-    host::FlowSheetSolver* solver = case_ ? case_->MainSolver() : nullptr;
+    host::FlowSheetSolver* solver = MainSolver();
     if (!solver || !solver->Finished()) return;
     state_ = kStopped;
     solver->Holding(true);

@@ -3,11 +3,11 @@
 // HSolverNotify: stands between the model callback of a case and the clients: keeps the run state
 // of the case's solver, tells solver subscribers, and hands on to whoever was installed before.
 //
-// Ownership: one object a case, counted; ForCase makes it or adds a reference, the last Release
-// takes it out of the map. While it has users (subscribers, or a raw callback) it stands installed
-// in the host's manager and keeps itself. Reentrance: a callback may subscribe, unsubscribe, or
-// give up the last user. Where the platform marshals calls between threads, it may be called from
-// any of them as it stands.
+// Ownership: one object a case, counted; ForCase makes it or adds a reference. While it has users
+// (subscribers, a raw callback, or somebody who watches the case) it stands installed in the host's
+// manager and keeps itself. When the case is gone it lets go of all of them. Reentrance: a callback
+// may subscribe, unsubscribe, or give up the last user. Where the platform marshals calls between
+// threads, it may be called from any of them as it stands.
 
 #include <cstdint>
 #include <vector>
@@ -15,6 +15,7 @@
 #include "framework/ref.h"
 #include "framework/solver.h"
 #include "framework/top_entry.h"
+#include "host/case_life.h"
 #include "host/interface/simulation_case.h"
 #include "platform/free_threading.h"
 
@@ -28,8 +29,10 @@ class HSolverNotify final : public host::IModelCallback {
     // Subscription kind of the changes of the run state.
     static constexpr int kStateChanged = 3;
 
-    // The object of a case; null is a case of its own.
+    // The object of a case that is there; null is a case of its own.
     static Ref<HSolverNotify> ForCase(host::SimulationCase* simulation_case);
+    // A new one, for the record of a case that has none.
+    static Ref<HSolverNotify> Make(CaseLife& life);
 
     // 0, and a counted pointer, for the identity that all counted interfaces share and for the
     // platform's marshaling; a negative code, and null, for any other.
@@ -41,7 +44,7 @@ class HSolverNotify final : public host::IModelCallback {
     void SimulationStep() override;
     void SimulationEvent() override;
 
-    // Kind 2 is refused.
+    // Kind 2 is refused, and every kind when the case is gone.
     bool Subscribe(void* owner, int kind, FISolverCallback callback);
     bool Unsubscribe(void* owner, int kind);
 
@@ -54,6 +57,12 @@ class HSolverNotify final : public host::IModelCallback {
     // Moves the run state and tells the subscribers.
     void ChangeState(RunState state);
 
+    // Whoever needs it installed, beside subscribers and the raw callback.
+    void AddUser();
+    void DropUser();
+    // The case is gone; `told` by the host, which has its manager still.
+    void End(bool told);
+
  private:
     struct Subscriber {
         void* owner;
@@ -62,19 +71,21 @@ class HSolverNotify final : public host::IModelCallback {
         std::uint64_t number;
     };
 
-    explicit HSolverNotify(host::SimulationCase* simulation_case) : case_(simulation_case) {}
+    explicit HSolverNotify(CaseLife& life) : life_(Ref<CaseLife>::Share(&life)) {}
     virtual ~HSolverNotify();
 
-    void AddUser();
-    void DropUser();
+    void TakeOut(host::COnlineConnectivityManager* manager);
     void Tell(int kind, const FIErrorList* report);
     void CheckEnd();
     // To the callback that stood installed before, or else to the raw callback, which gets a number
     // in place of the slot.
     void Forward(void (host::IModelCallback::*slot)(), int raw_event);
     host::COnlineConnectivityManager* Manager() const;
+    host::FlowSheetSolver* MainSolver() const;
+    host::SimulationCase* Case() const;
+    bool IsOver() const { return life_->IsTracked() && !life_->IsLive(); }
 
-    host::SimulationCase* case_;
+    const Ref<CaseLife> life_;
     host::IModelCallback* saved_ = nullptr;
     FINotify raw_callback_ = nullptr;
     RunState state_ = kStopped;

@@ -3,29 +3,61 @@
 #include "host/h_spec_context.h"
 #include "host/interface/services.h"
 
-HSpecView::~HSpecView() {
-    host::HostServices* services = host::InstalledServices();
-    if (info_ && services) services->DeleteSpecInfo(info_);
-}
+namespace {
 
-bool HSpecView::Fill(host::Viewable* object, const HovexOptions& options) {
-    if (info_) return true;
-    host::HostServices* services = host::InstalledServices();
-    host::CSpecSource* source = object && services ? object->GetSpecSource() : nullptr;
-    host::CSpecInfo* info = source ? services->NewSpecInfo() : nullptr;
-    if (!info) return false;
+// Null when the object has no specification, or it is empty.
+host::CSpecInfo* NewFilledInfo(host::HostServices& services, host::Viewable* object,
+                               const HovexOptions& options) {
+    host::CSpecSource* source = object->GetSpecSource();
+    host::CSpecInfo* info = source ? services.NewSpecInfo() : nullptr;
+    if (!info) return nullptr;
     info->SetOwner(object);
     info->SetReaderOptions(options.ReaderOptions());
-    if (source->FillSpecInfo(info)) {
-        info_ = info;
-        object_ = object;
-    } else {
-        services->DeleteSpecInfo(info);
-    }
-    return info_ != nullptr;
+    if (source->FillSpecInfo(info)) return info;
+    services.DeleteSpecInfo(info);
+    return nullptr;
+}
+
+}  // namespace
+
+Ref<HSpecFill> HSpecFill::Make(const HostObject<host::Viewable>& object,
+                               const HovexOptions& options) {
+    host::HostServices* services = host::InstalledServices();
+    host::Viewable* there = object.Get();
+    if (!there || !services) return {};
+    host::CSpecInfo* info = NewFilledInfo(*services, there, options);
+    return info ? Ref<HSpecFill>::Share(new HSpecFill(object, info)) : Ref<HSpecFill>();
+}
+
+HSpecFill::HSpecFill(const HostObject<host::Viewable>& object, host::CSpecInfo* info)
+    : object_(object), info_(info), revision_(object.Life()->Revision()) {
+    object_.Life()->WatchQuietly(*this);
+}
+
+HSpecFill::~HSpecFill() {
+    object_.Life()->Leave(*this);
+    Drop();
+}
+
+int HSpecFill::Release() {
+    const int left = --references_;
+    if (left == 0) delete this;
+    return left;
+}
+
+void HSpecFill::Drop() {
+    host::HostServices* services = host::InstalledServices();
+    if (info_ && services) services->DeleteSpecInfo(info_);
+    info_ = nullptr;
+}
+
+bool HSpecView::Fill(const HostObject<host::Viewable>& object, const HovexOptions& options) {
+    if (!fill_ || fill_->IsGone() || !fill_->IsCurrent()) fill_ = HSpecFill::Make(object, options);
+    return static_cast<bool>(fill_);
 }
 
 FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
                                   FIEntry* parent) const {
-    return HandOut(new HSpecContext(info_, object_, options, attachments, parent));
+    return HandOut(new HSpecContext(fill_->Info(), fill_->Object().Get(), options, attachments,
+                                    parent, fill_));
 }

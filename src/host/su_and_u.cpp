@@ -27,8 +27,8 @@ constexpr NodeFacts kFacts[] = {{1, HFSOContext::kStreams},
 
 HSUandUContext::HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
                                const HovexOptions* options, bool attachments, FIEntry* parent)
-    : FixedContext(simulation_case, attachments),
-      flowsheet_(FlowSheetOrMain(flowsheet, case_)),
+    : FixedContext(LifeFor(simulation_case, options), attachments),
+      flowsheet_(FlowSheetOrMain(flowsheet, Case()), life_),
       options_(options),
       parent_(Ref<FIEntry>::Share(parent)) {}
 
@@ -60,6 +60,7 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
 }
 
 FIContext* HSUandUEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
     return HandOut(new HFSOContext(context_->FlowSheet(), context_->Case(), kFacts[index_].list,
                                    &options_, attachments_, this));
 }

@@ -7,6 +7,7 @@
 
 #include "host/fixed_cursor.h"
 #include "host/fixed_level.h"
+#include "host/host_object.h"
 #include "host/hovex_options.h"
 
 class HSUandUCursorBase;
@@ -20,13 +21,17 @@ class HSUandUContext final : public FixedContext<HSUandUContext, HSUandUCursorBa
 
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
-    bool IsSameList(const HSUandUContext& other) const { return flowsheet_ == other.flowsheet_; }
+    bool IsSameList(const HSUandUContext& other) const {
+        return flowsheet_.Number() == other.flowsheet_.Number();
+    }
 
-    host::FlowSheet* FlowSheet() const { return flowsheet_; }
+    // Null when it is gone.
+    host::FlowSheet* FlowSheet() const { return flowsheet_.Get(); }
+    bool IsGone() const override { return FixedContext::IsGone() || flowsheet_.IsGone(); }
     const HovexOptions* Options() const { return options_; }
 
  private:
-    host::FlowSheet* flowsheet_;
+    HostObject<host::FlowSheet> flowsheet_;
     const HovexOptions* options_;
     Ref<FIEntry> parent_;
 };

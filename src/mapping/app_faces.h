@@ -19,6 +19,10 @@ struct AppReferences {
     Ref<FIReference> secondary;
 
     bool IsEmpty() const { return !primary && !secondary; }
+    // None of the nodes lives any more; never for none at all.
+    bool AreGone() const;
+    // Of the nodes, null when they can't go.
+    Liveness* Life() const;
 };
 
 // What the choice depends on; all lent.
@@ -35,13 +39,14 @@ struct AppFace {
     Ref<FIReference> reference;                  // null when the application has no such node
     const NodeAttributes* overrides = nullptr;   // of the chosen translator, when it has any
     const CCDMArrayTranslator* array = nullptr;  // walks the elements from the reference
+    bool names_class = false;                    // kSubclassVariable is of this very attribute
 };
 
 struct AppFaces {
     AppFace primary;
     AppFace secondary;
 
-    bool IsPure() const { return !primary.reference && !secondary.reference; }
+    bool IsEmpty() const { return !primary.reference && !secondary.reference; }
     // The primary one is the specified face, the secondary the calculated one.
     bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
     bool IsSplit() const { return primary.request != BranchRequest::kAny; }

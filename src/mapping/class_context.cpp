@@ -42,6 +42,7 @@ CCDMClassContext::CCDMClassContext(ClassPlace place) : place_(std::move(place)) 
 CCDMClassContext::~CCDMClassContext() = default;
 
 FICursorBase* CCDMClassContext::MakeCursor(int kind) {
+    if (place_.references.AreGone()) return EmptyCursor();
     if (kind != kKeyCursor) return CCDMClassCursorBase::Make(*this, CCDMAttrCol::Rows::kAll);
     const bool has_keys = place_.attribute && place_.attribute->isArray &&
                           !place_.attribute->keys.empty() && !place_.references.IsEmpty();

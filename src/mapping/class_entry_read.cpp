@@ -104,12 +104,12 @@ CCDMClassEntry::Source CCDMClassEntry::SourceOf(const FIValue& name) const {
 void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Row* row = FindRow(name.CStr());
     const Crossing crossing = row ? row->crossing : Crossing::kNone;
-    const bool is_pure = faces_.IsPure();
-    if (!is_pure && ReadOverride(name, crossing, out)) return;
+    const bool has_node = !faces_.IsEmpty();
+    if (has_node && ReadOverride(name, crossing, out)) return;
     if (row && row->own) return (this->*row->own)(out);
-    if (!is_pure) return ReadSource(SourceOf(name), crossing, out);
+    if (has_node) return ReadSource(SourceOf(name), crossing, out);
     out.Clear();
-    if (crossing == Crossing::kValue) out.SetText(path_.className);
+    if (crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.
@@ -144,7 +144,9 @@ void CCDMClassEntry::ReadSource(const Source& source, Crossing crossing, FIValue
 }
 
 void CCDMClassEntry::Cross(const Source& source, Crossing crossing, FIValue& out) {
-    if (crossing == Crossing::kNone || out.IsNull()) return;
+    // A node that is gone answers with a text that is no value.
+    const bool is_gone = source.face->reference->GetState() == FIReference::kDeleted;
+    if (crossing == Crossing::kNone || out.IsNull() || is_gone) return;
     ValueCrossing values(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification);
     switch (crossing) {
         case Crossing::kValue:
@@ -172,19 +174,19 @@ void CCDMClassEntry::ReadId(FIValue& out) {
 
 void CCDMClassEntry::ReadType(FIValue& out) {
     out.SetText(AttrTypeText(attribute_.type));
-    if (attribute_.type != CCDMAttrType::kEnumeration && !IsContainer()) return;
+    if (attribute_.type != CCDMAttrType::kEnumeration && !IsObject()) return;
     out.AppendText("(");
     out.AppendText(path_.className.c_str());
     out.AppendText(")");
 }
 
 void CCDMClassEntry::ReadContainer(FIValue& out) {
-    const AncestorPath* container = IsContainer() ? &path_ : path_.parent;
+    const AncestorPath* container = IsObject() ? &path_ : path_.parent;
     out.SetText(container ? container->id : "");
 }
 
 void CCDMClassEntry::ReadContainerType(FIValue& out) {
-    const AncestorPath* container = IsContainer() ? &path_ : path_.parent;
+    const AncestorPath* container = IsObject() ? &path_ : path_.parent;
     out.SetText(container ? container->className : "");
 }
 
@@ -213,11 +215,11 @@ void CCDMClassEntry::ReadDisplayName(FIValue& out) {
 }
 
 void CCDMClassEntry::ReadIsLeaf(FIValue& out) {
-    out.SetInt(IsContainer() ? 0 : 1);
+    out.SetInt(IsObject() ? 0 : 1);
 }
 
 void CCDMClassEntry::ReadHasChildren(FIValue& out) {
-    out.SetInt(IsContainer() ? 1 : 0);
+    out.SetInt(IsObject() ? 1 : 0);
 }
 
 // Where the value comes from: the path of the application's node; of a pure entry its own.

@@ -6,17 +6,24 @@
 #include "framework/attr_map.h"
 #include "mapping/class_context.h"
 
-class CCDMTopEntry final : public AttrMapEntry<CCDMTopEntry> {
+class CCDMTopEntry final : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
  public:
+    // Its rows tell of the class.
+    using AnswersWhenGone = void;
+
     explicit CCDMTopEntry(Ref<CCDMClassContext> context) : context_(std::move(context)) {}
 
     static std::span<const AttrRow<CCDMTopEntry>> AttributeRows();
 
     void GetName(FIValue& out) override;
     FIContext* GetContext() override { return context_.Counted(); }
+    bool IsContainer() override { return !IsGone(); }
     // The node of the application on which the tree stands tells.
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
+
+    Liveness* Life() const override { return context_->Place().references.Life(); }
+    bool IsGone() const override { return context_->Place().references.AreGone(); }
 
     const CCDMClassContext& Context() const { return *context_; }
 

@@ -6,13 +6,19 @@
 //   CCDMUnitSource* CreateUnitSource();             // null when there is no memory
 //   void DeleteUnitSource(CCDMUnitSource* source);  // takes what the other gave
 //
+// and may export
+//
+//   // Why Init answered false, with file and line where there are some; lent until Destroy, empty
+//   // when there is nothing to say.
+//   const char* UnitSourceProblem(CCDMUnitSource* source);
+//
 // The order of the operations is fixed, since both sides are built apart. Texts are UTF-8 and
 // belong to the source until Destroy. Nothing throws.
 
 class CCDMUnitSource {
  public:
     // Once, before everything else; the text tells the source where its definitions are. After a
-    // false only Destroy may be called.
+    // false only UnitSourceProblem and Destroy may be called.
     virtual bool Init(const char* init_string) = 0;
     // Drops the definitions; the object itself goes with DeleteUnitSource.
     virtual void Destroy() = 0;
@@ -34,3 +40,4 @@ class CCDMUnitSource {
 
 using CreateUnitSourceFunction = CCDMUnitSource* (*)();
 using DeleteUnitSourceFunction = void (*)(CCDMUnitSource*);
+using UnitSourceProblemFunction = const char* (*)(CCDMUnitSource*);

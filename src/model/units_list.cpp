@@ -58,8 +58,17 @@ void CCDMUnitsList::Attach() {
     source_ = create();
     initialized_ = source_ != nullptr && source_->Init(init_string_.ToText().c_str());
     if (initialized_) return;
+    LogProblem(adapter);
     Detach();
     LogMessage("Unable to initialize CCDM unit conversion adpater");
+}
+
+// An adapter need not say why it refuses its definitions.
+void CCDMUnitsList::LogProblem(ModuleHandle adapter) const {
+    const auto problem =
+        reinterpret_cast<UnitSourceProblemFunction>(FindFunction(adapter, "UnitSourceProblem"));
+    const std::string text = problem == nullptr || source_ == nullptr ? "" : problem(source_);
+    if (!text.empty()) LogMessage(MessageText("  Unit definitions: %s", text.c_str()).c_str());
 }
 
 void CCDMUnitsList::Detach() {

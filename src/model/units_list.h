@@ -58,6 +58,7 @@ class CCDMUnitsList {
 
     void Attach();
     void Detach();
+    void LogProblem(ModuleHandle adapter) const;
     ModuleHandle FindAdapter();
     int QuantityNumber(const FIValue& quantity) const;
     int UnitNumber(const FIValue& unit) const;

@@ -8,7 +8,10 @@
 // no file of that name gives its functions. Names of modules do not distinguish case, those of
 // functions do.
 //
-// A plain name is sought beside this module before the system's own places. Failure is a null.
+// A plain name is sought beside this module before the system's own places; beside means where this
+// module lay when it was loaded. A name with a folder must be a full path. No module ever comes out
+// of the working directory, also not by a relative folder of the system's search path. Failure is a
+// null.
 
 #include <initializer_list>
 #include <memory>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <string>
 
 #include "platform/names.h"
@@ -12,7 +11,10 @@ namespace {
 constexpr std::array<std::string_view, 4> kEncodings = {"utf-8", "utf-16", "us-ascii",
                                                         "iso-8859-1"};
 
-// A document of UTF-16 with every character beyond ASCII as a '?'; nothing for an odd length.
+constexpr std::string_view kBlanks = " \t\r\n";
+
+// A document of UTF-16 with every character beyond ASCII as one that marks nothing up; nothing for
+// an odd length.
 std::optional<std::string> NarrowedUtf16(std::string_view bytes, bool big) {
     if (bytes.size() % 2 != 0) return std::nullopt;
     const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
@@ -20,18 +22,38 @@ std::optional<std::string> NarrowedUtf16(std::string_view bytes, bool big) {
     text.reserve(bytes.size() / 2);
     for (std::size_t i = at(0) >= 0xFE ? 2 : 0; i < bytes.size(); i += 2) {
         const int unit = big ? at(i) * 256 + at(i + 1) : at(i + 1) * 256 + at(i);
-        text += unit < 0x80 ? static_cast<char>(unit) : '?';
+        text += unit < 0x80 ? static_cast<char>(unit) : '~';
     }
     return text;
 }
 
-bool HasDeclaration(std::string_view text, std::string_view declaration) {
-    // The second character is rarer than the first.
-    const std::string_view tail = declaration.substr(1);
-    for (std::size_t at = text.find(tail); at != text.npos; at = text.find(tail, at + 1)) {
-        if (at > 0 && text[at - 1] == declaration.front()) return true;
+struct Markup {
+    std::string_view begin;
+    std::string_view end;
+};
+// What may stand in front of a document type declaration.
+constexpr std::array kBeforeDoctype = {Markup{"<!--", "-->"}, Markup{"<?", "?>"}};
+
+// Where the document type is declared; npos without such a declaration. It can stand nowhere but in
+// front of the first element.
+std::size_t FindDoctype(std::string_view text) {
+    std::size_t at = 0;
+    while ((at = text.find_first_not_of(kBlanks, at)) != text.npos) {
+        const std::string_view rest = text.substr(at);
+        if (rest.starts_with("<!DOCTYPE")) return at;
+        const auto* markup =
+            std::find_if(kBeforeDoctype.begin(), kBeforeDoctype.end(),
+                         [&](const Markup& each) { return rest.starts_with(each.begin); });
+        if (markup == kBeforeDoctype.end()) break;
+        const std::size_t end = text.find(markup->end, at + markup->begin.size());
+        if (end == text.npos) break;
+        at = end + markup->end.size();
     }
-    return false;
+    return text.npos;
+}
+
+int LineOf(std::string_view text, std::size_t at) {
+    return 1 + static_cast<int>(std::count(text.begin(), text.begin() + at, '\n'));
 }
 
 // The encoding that the declaration names; empty when it names none.
@@ -51,26 +73,28 @@ bool IsKnownEncoding(std::string_view name) {
                        [&](std::string_view known) { return SameName(known, name); });
 }
 
+constexpr XmlRefusal kUnknownEncoding = {"The encoding is not supported"};
+
 // `text` is the document's, with ASCII characters as they are.
-const char* RefusalOfText(std::string_view text) {
-    if (text.find('\0') != text.npos) return "The encoding is not supported";
-    if (!IsKnownEncoding(DeclaredEncoding(text))) return "The encoding is not supported";
+std::optional<XmlRefusal> RefusalOfText(std::string_view text) {
+    if (text.find('\0') != text.npos) return kUnknownEncoding;
+    if (!IsKnownEncoding(DeclaredEncoding(text))) return kUnknownEncoding;
     // A document may begin with nothing but blanks and a tag in each of the known encodings.
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == text.npos || text[first] != '<') return "The document has no element";
-    if (HasDeclaration(text, "<!DOCTYPE") && HasDeclaration(text, "<!ENTITY")) {
-        return "Entity declarations are not allowed";
-    }
-    return nullptr;
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == text.npos || text[first] != '<') return XmlRefusal{"The document has no element"};
+    const std::size_t doctype = FindDoctype(text);
+    if (doctype == text.npos) return std::nullopt;
+    return XmlRefusal{"a document type declaration is not allowed; expected plain elements only",
+                      LineOf(text, doctype)};
 }
 
 }  // namespace
 
-const char* RefusalOfXml(std::string_view bytes) {
+std::optional<XmlRefusal> RefusalOfXml(std::string_view bytes) {
     const auto begins = [&](std::string_view lead) { return bytes.starts_with(lead); };
     const bool big = begins("\xFE\xFF") || begins(std::string_view("\0<", 2));
     const bool little = begins("\xFF\xFE") || begins(std::string_view("<\0", 2));
     if (!big && !little) return RefusalOfText(bytes.substr(begins("\xEF\xBB\xBF") ? 3 : 0));
     const std::optional<std::string> narrowed = NarrowedUtf16(bytes, big);
-    return narrowed ? RefusalOfText(*narrowed) : "The encoding is not supported";
+    return narrowed ? RefusalOfText(*narrowed) : kUnknownEncoding;
 }

@@ -1,6 +1,7 @@
 #include "platform/xml_reader.h"
 
 #include <exception>
+#include <optional>
 
 #include "platform/open_file.h"
 #include "platform/xml_guard.h"
@@ -137,10 +138,11 @@ class GuardedReader final : public XmlReader {
     XmlOutcome ParseText(std::string_view bytes, const std::string& name) override {
         if (content_ == nullptr) return XmlOutcome::kFailed;
         EventGate gate(name, *parser_, *content_, *errors_);
-        const char* refusal =
-            bytes.size() > kMaxXmlBytes ? "The document is too long" : RefusalOfXml(bytes);
-        if (refusal != nullptr) gate.OnError(XmlSeverity::kFatal, refusal, {});
-        const bool done = refusal == nullptr && parser_->Parse(bytes, gate);
+        const std::optional<XmlRefusal> refusal = bytes.size() > kMaxXmlBytes
+                                                      ? XmlRefusal{"The document is too long"}
+                                                      : RefusalOfXml(bytes);
+        if (refusal) gate.OnError(XmlSeverity::kFatal, refusal->why, {refusal->line, 0});
+        const bool done = !refusal && parser_->Parse(bytes, gate);
         gate.Rethrow();
         return done ? XmlOutcome::kDone : XmlOutcome::kFailed;
     }

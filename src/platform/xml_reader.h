@@ -3,9 +3,10 @@
 // A SAX reader for XML that comes from outside. It reads with expat on POSIX and with the system's
 // SAX2 reader on Windows, and hands out UTF-8 on both.
 //
-// Bounds: a document is at most kMaxXmlBytes long and nested at most kMaxXmlDepth deep; one that
-// declares entities, or is in an encoding other than UTF-8, UTF-16, US-ASCII or ISO-8859-1, is
-// refused. Nothing outside the document is ever fetched. Each refusal is told as a fatal error.
+// Bounds: a document is at most kMaxXmlBytes long and nested at most kMaxXmlDepth deep; one with a
+// document type declaration, or in an encoding other than UTF-8, UTF-16, US-ASCII or ISO-8859-1, is
+// refused before it is parsed. Nothing outside the document is ever fetched. Each refusal is told
+// as a fatal error.
 //
 // An exception out of a handler ends the parse and comes out of the parse operation.
 

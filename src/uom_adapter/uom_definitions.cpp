@@ -2,8 +2,10 @@
 
 #include "uom_adapter/uom_reader.h"
 
-bool UomDefinitions::Read(const std::string& name) {
-    return ReadUomDefinitions(name, *this) && !units_.empty();
+std::string UomDefinitions::Read(const std::string& name) {
+    std::string problem = ReadUomDefinitions(name, *this);
+    if (problem.empty() && units_.empty()) problem = "file " + name + " defines no unit";
+    return problem;
 }
 
 int UomDefinitions::FindQuantity(std::string_view name) const {

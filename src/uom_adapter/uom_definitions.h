@@ -40,8 +40,9 @@ struct UomQuantity {
 class UomDefinitions {
  public:
     // A file of the name beside the program or in the working directory, else the resource of that
-    // name. False when there is neither, when it is no XML, or when it defines no unit.
-    bool Read(const std::string& name);
+    // name. Answers why there are no definitions: when there is neither, when it is no XML, or when
+    // it defines no unit; empty when there are some.
+    std::string Read(const std::string& name);
 
     // 0 when there is none.
     int FindQuantity(std::string_view name) const;

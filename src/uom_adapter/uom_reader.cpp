@@ -57,10 +57,15 @@ class Handler final : public XmlContentHandler, public XmlErrorHandler {
     void EndElement(const std::string&, const XmlLocator&) override { --depth_; }
     void Text(const std::string&, const XmlLocator&) override {}
 
-    // The outcome of the parse says enough: a unit source has no log.
     void Warning(const std::string&, const XmlLocator&) override {}
     void Error(const std::string&, const XmlLocator&) override {}
-    void FatalError(const std::string&, const XmlLocator&) override {}
+    void FatalError(const std::string& text, const XmlLocator& locator) override {
+        problem_ = std::string("file ") + locator.File() + " at line " +
+                   std::to_string(locator.Line()) + ", " + text;
+    }
+
+    // What ended the parse.
+    const std::string& Problem() const { return problem_; }
 
  private:
     static constexpr int kQuantityDepth = 2;
@@ -75,19 +80,32 @@ class Handler final : public XmlContentHandler, public XmlErrorHandler {
     }
 
     UomDefinitions& definitions_;
+    std::string problem_;
     int depth_ = 0;
     int quantity_ = 0;
 };
 
+// The name came out of a unit file.
+XmlOutcome ReadFileOrResource(const std::string& name, XmlReader& reader) {
+    const std::string path = StaysInSearchFolders(name) ? FindFileOnPath(name) : std::string();
+    if (!path.empty()) return reader.ParseFile(path);
+    const std::string_view bytes = FindCompiledResource(name);
+    return bytes.data() == nullptr ? XmlOutcome::kNotFound : reader.ParseText(bytes, name);
+}
+
 }  // namespace
 
-bool ReadUomDefinitions(const std::string& name, UomDefinitions& definitions) {
+std::string ReadUomDefinitions(const std::string& name, UomDefinitions& definitions) {
     const std::unique_ptr<XmlReader> reader = CreateXmlReader();
     Handler handler(definitions);
-    if (!reader || !reader->Attach(handler, handler)) return false;
-    // The name came out of a unit file.
-    const std::string path = StaysInSearchFolders(name) ? FindFileOnPath(name) : std::string();
-    if (!path.empty()) return reader->ParseFile(path) == XmlOutcome::kDone;
-    const std::string_view bytes = FindCompiledResource(name);
-    return bytes.data() != nullptr && reader->ParseText(bytes, name) == XmlOutcome::kDone;
+    if (!reader || !reader->Attach(handler, handler)) return "there is no XML reader";
+    switch (ReadFileOrResource(name, *reader)) {
+        case XmlOutcome::kDone:
+            return "";
+        case XmlOutcome::kNotFound:
+            return "file " + name + " is not found";
+        case XmlOutcome::kFailed:
+            break;
+    }
+    return handler.Problem().empty() ? "file " + name + " can't be parsed" : handler.Problem();
 }

@@ -4,5 +4,6 @@
 
 class UomDefinitions;
 
-// Adds what a file or resource defines; false when there is none or it is no XML.
-bool ReadUomDefinitions(const std::string& name, UomDefinitions& definitions);
+// Adds what a file or resource defines. Answers why it can't be read, with file and line where the
+// parser tells them; empty when it was read to its end.
+std::string ReadUomDefinitions(const std::string& name, UomDefinitions& definitions);

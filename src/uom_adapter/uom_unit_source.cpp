@@ -11,12 +11,17 @@ class UomUnitSource final : public CCDMUnitSource {
  public:
     bool Init(const char* init_string) override {
         try {
-            return definitions_.Read(init_string == nullptr ? "" : init_string);
+            problem_ = definitions_.Read(init_string == nullptr ? "" : init_string);
+            return problem_.empty();
         } catch (const std::bad_alloc&) {
             return false;
         }
     }
-    void Destroy() override { definitions_ = {}; }
+    const char* Problem() const { return problem_.c_str(); }
+    void Destroy() override {
+        definitions_ = {};
+        problem_.clear();
+    }
     int QuantityId(const char* name) override {
         return NumberOrNone(definitions_.FindQuantity(Text(name)));
     }
@@ -46,6 +51,7 @@ class UomUnitSource final : public CCDMUnitSource {
     static const char* Text(const char* text) { return text == nullptr ? "" : text; }
 
     UomDefinitions definitions_;
+    std::string problem_;
 };
 
 }  // namespace
@@ -56,4 +62,8 @@ extern "C" CCDMUnitSource* CreateUnitSource() {
 
 extern "C" void DeleteUnitSource(CCDMUnitSource* source) {
     delete static_cast<UomUnitSource*>(source);
+}
+
+extern "C" const char* UnitSourceProblem(CCDMUnitSource* source) {
+    return static_cast<UomUnitSource*>(source)->Problem();
 }

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
+#include <cmath>
 
 #include "case_builder.h"
 #include "casehost/case_host.h"
@@ -148,6 +150,71 @@ TEST_F(LiveCase, ArrayElementsAreCountedFromTheirLowBoundLastDimensionFastest) {
         const std::string moniker = table.GetFilledMoniker().Str();
         EXPECT_EQ(a->GetRealValue(VarDescription(moniker.c_str(), 0)), each.value) << moniker;
     }
+}
+
+TEST_F(LiveCase, BoundsAtTheEndsOfTheNumbersAreKept) {
+    CaseData data;
+    const DimensionData low{INT_MIN, 2, ElementNaming::number, {}};
+    const DimensionData high{INT_MAX - 1, 3, ElementNaming::number, {}};
+    const DimensionData named{INT_MIN, 2, ElementNaming::enumeration, {"Vapour", "Liquid"}};
+    const DimensionData texts{INT_MIN, 2, ElementNaming::text, {"Methane", "Ethane"}};
+    data.main.objects = {
+        Object("A", words::kMixer,
+               {Array("Low", "", {low}, {1, 2}), Array("High", "", {high}, {1, 2, 3}),
+                Array("Named", "", {named, texts}, {1, 2, 3, 4})})};
+    Open(data);
+    host::Viewable* a = Get("A");
+    struct {
+        const char* name;
+        int low, high;
+    } bounds[] = {{"Low", INT_MIN, INT_MIN + 1}, {"High", INT_MAX - 1, INT_MAX}};
+    for (const auto& each : bounds) {
+        VarDescription description = Row(a, each.name)->description;
+        host::DimInfo dimensions;
+        a->GetVariableDimensions(description, dimensions);
+        EXPECT_EQ(dimensions.low[0], each.low);
+        EXPECT_EQ(dimensions.high[0], each.high) << "no number is higher";
+        for (const int offset : {INT_MIN, INT_MIN + 1, -1, 0, INT_MAX - 1, INT_MAX}) {
+            const bool inside =
+                offset >= each.low && offset <= each.high && offset != VarDescription::kNoOffset;
+            description.SetOffset(0, offset, false);
+            EXPECT_EQ(a->GetRealValue(description) != host::kEmptyReal, inside) << offset;
+        }
+    }
+    const host::VariableNameInfo* row = Row(a, "Named");
+    host::VarEnumInfo* names = a->GetVariableEnum(a->FindVariableName(row->offset_descriptions[0]));
+    EXPECT_STREQ(names->FindEntry(long{INT_MIN} + 1)->name, "Liquid");
+    for (const long ordinal : {LONG_MIN, 0L, LONG_MAX}) {
+        const bool is_first = ordinal == INT_MIN;
+        EXPECT_EQ(names->FindEntry(ordinal) != nullptr, is_first) << ordinal;
+    }
+    VarDescription label = row->offset_descriptions[1];
+    for (const int offset : {INT_MIN + 1, INT_MAX}) {
+        label.SetOffset(0, offset, false);
+        EXPECT_EQ(a->GetTextValue(label).Str(), offset == INT_MAX ? "" : "Ethane");
+    }
+}
+
+TEST_F(LiveCase, OrdinalsFarFromAnEnumerationAreNone) {
+    CaseData data;
+    data.main.objects = {Object("A", words::kMixer, {Choice("Mode", {"on", "off"}, 1)})};
+    Open(data);
+    host::Viewable* a = Get("A");
+    host::VarEnumInfo* mode = a->GetVariableEnum(Row(a, "Mode"));
+    for (const long ordinal : {LONG_MIN, LONG_MIN + 1, LONG_MAX}) {
+        EXPECT_EQ(mode->FindEntry(ordinal), nullptr) << ordinal;
+    }
+    for (const double number : {double{NAN}, double{INFINITY}, 1e300, -1e300, 0.5, 2.0, -1.0}) {
+        a->SetRealValue(Row(a, "Mode")->description, number);
+        EXPECT_EQ(Value(a, "Mode"), 1) << number;
+    }
+}
+
+TEST_F(LiveCase, VariableTypesBelowThoseOfQuantitiesHaveNoUnits) {
+    for (const host::VariableType type : {INT_MIN, INT_MIN + 1999, -1, 0, 2000, INT_MAX}) {
+        EXPECT_EQ(UnitTypeOfVariableType(type), host::kVariableUnitType) << type;
+    }
+    EXPECT_EQ(UnitTypeOfVariableType(2001), 1);
 }
 
 TEST_F(LiveCase, ElementNamesComeFromTheOffsetDescription) {

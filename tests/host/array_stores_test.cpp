@@ -160,11 +160,11 @@ TEST_F(ArrayStores, a_stream_is_begun_once_and_ended_by_the_last) {
     EXPECT_EQ("(NULL)", Write(*one, "value", FIValue::OfReal(1.0)));
     EXPECT_EQ("", host.solver.calls) << "the batch is open";
     auto& product = host.main.Add("Product", host.stream);
-    EditBatch().Add(&product);
+    EditBatch().Add({&product, {}});
     one->BeginBatch();
     EXPECT_EQ("begin ", stream.calls) << "another stream is still held";
     EXPECT_EQ("", host.solver.calls);
-    EditBatch().Remove(&product);
+    EditBatch().Remove({&product, {}});
     another->BeginBatch();
     EXPECT_EQ("begin end ", stream.calls);
     EXPECT_EQ("task ", host.solver.calls);

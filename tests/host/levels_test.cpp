@@ -691,7 +691,7 @@ TEST_F(Levels, a_null_case_is_the_active_one) {
         EXPECT_EQ(expected->MainFlowSheet(), of_flowsheet->FlowSheet());
         auto of_objects = Ref<HFSOContext>::Share(
             new HFSOContext(nullptr, given, HFSOContext::kStreams, nullptr, true, nullptr));
-        EXPECT_EQ(expected, of_objects->Case());
+        EXPECT_EQ(expected, of_objects->CaseRecord()->Case());
     }
 }
 

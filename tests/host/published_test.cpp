@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "framework/empties.h"
 #include "framework/fi_iterator.h"
 #include "host/and_c.h"
@@ -30,13 +32,13 @@ TEST_F(Published, cursor_is_a_cursor) {
     PublishThree();
     auto list = List();
     scripted::Manager bare;
-    auto empty = Ref<FIContext>::Share(new HPublishContext(bare, nullptr));
+    auto empty = Ref<FIContext>::Share(new HPublishContext(bare, nullptr, {}));
     CursorFamily family = HostFamily("HPublishCursorBase", *list, {"A", "B", "C"}, empty.Get());
     family.off_first = family.before_first = SeekOutcome{true, 0};
     family.missing = SeekOutcome{false, 0};
     CheckCursorFamily(family);
     EXPECT_EQ(EmptyCursor(), list->MakeCursor(kKeyCursor));
-    auto other = Ref<FIContext>::Share(new HPublishContext(bare, nullptr));
+    auto other = Ref<FIContext>::Share(new HPublishContext(bare, nullptr, {}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*list)->Compare(*ChildrenOf(*other)));
     auto cursor = ChildrenOf(*list);
     EXPECT_FALSE(cursor->Seek(kFromPresent, 2147483647));
@@ -72,6 +74,22 @@ TEST_F(Published, a_number_without_a_variable_is_empty) {
         EXPECT_EQ(EmptyEntry(), Ref<FIEntry>::Adopt(cursor->GetEntry()).Get());
         EXPECT_FALSE(cursor->SeekName(kFromFirst, "B"));
         EXPECT_TRUE(cursor->SeekName(kFromFirst, "C"));
+    }
+}
+
+TEST_F(Published, bounds_of_any_size_give_a_count) {
+    PublishThree();
+    struct {
+        int low, high, last;
+    } rows[] = {{INT_MIN, INT_MAX, INT_MAX - 1},
+                {0, INT_MAX, INT_MAX - 1},
+                {INT_MAX, INT_MIN, -1},
+                {INT_MIN, INT_MIN, 0}};
+    for (const auto& row : rows) {
+        host.manager.SetPublishedRange(row.low, row.high);
+        auto cursor = ChildrenOf(*List());
+        EXPECT_EQ(row.last >= 0, cursor->Seek(kFromFirst, std::max(row.last, 0))) << row.low;
+        EXPECT_FALSE(cursor->Seek(kFromPresent, 1)) << row.low;
     }
 }
 

@@ -392,8 +392,7 @@ TEST_F(Solvers, only_steps_are_told_and_end_a_solve) {
     ASSERT_TRUE(solver.Run());
     host.solver.finished = true;
     for (auto slot :
-         {&host::IModelCallback::SimulationStarted, &host::IModelCallback::SimulationStopped,
-          &host::IModelCallback::SimulationEvent}) {
+         {&host::IModelCallback::SimulationStarted, &host::IModelCallback::SimulationStopped}) {
         (host.manager.callback->*slot)();
         EXPECT_EQ("3 ", listener.told) << "of the start alone";
         EXPECT_EQ("running", Read(solver, "state"));

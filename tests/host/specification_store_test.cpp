@@ -231,9 +231,9 @@ TEST_F(Specification, stored_values_are_numbers) {
 
 TEST_F(Specification, a_store_starts_a_solve_while_a_batch_is_open) {
     scripted::ProcessVariable variable(1.0, 0);
-    EditBatch().Add(&owner);
+    EditBatch().Add({&owner, {}});
     EXPECT_EQ("(NULL)", Store(*Node(Variable("v", variable)), FIValue::OfReal(2.0), 0));
-    EditBatch().Remove(&owner);
+    EditBatch().Remove({&owner, {}});
     EXPECT_EQ("task ", host.solver.calls);
 }
 

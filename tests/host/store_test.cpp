@@ -145,7 +145,7 @@ TEST_F(Stores, without_waiting_a_store_returns_at_once) {
     EXPECT_EQ(0, host.turns);
     EXPECT_EQ("task ", host.solver.calls);
     host.on_turn = [&](int) { host.solver.busy = false; };
-    SolveAndWait(&host.simulation_case, true);
+    SolveAndWait(*CaseLife::Of(&host.simulation_case), true);
     EXPECT_EQ(1, host.turns) << "array elements wait always";
 }
 
@@ -239,14 +239,14 @@ TEST_F(Stores, an_open_batch_neither_solves_nor_waits) {
         host.solver.calls.clear();
     }
     host.turns = 0;
-    EditBatch().Add(&feed);
+    EditBatch().Add({&feed, {}});
     for (const auto& [entry, value] : stores) {
         EXPECT_EQ("(NULL)", Write(*entry, "value", value));
         EXPECT_EQ("", host.solver.calls) << Shown(value);
     }
     EXPECT_EQ(0, host.turns);
-    EXPECT_TRUE(EditBatch().Remove(&feed));
-    EXPECT_FALSE(EditBatch().Remove(&feed));
+    EXPECT_TRUE(EditBatch().Remove({&feed, {}}));
+    EXPECT_FALSE(EditBatch().Remove({&feed, {}}));
 }
 
 TEST_F(Stores, a_write_through_an_iterator_holds_the_stream) {

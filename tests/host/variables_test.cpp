@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "framework/empties.h"
 #include "framework/fi_iterator.h"
 #include "host/h_vars_entry.h"
@@ -357,6 +359,11 @@ TEST_F(Variables, kinds_read_as_told) {
     EXPECT_EQ("Off", Read(*Node(choice), "value")) << "towards zero";
     feed.reals[":E.1"] = 7.0;
     EXPECT_EQ("(NULL)", Read(*Node(choice), "value"));
+    for (const double number :
+         std::initializer_list<double>{NAN, INFINITY, -INFINITY, 1e300, -1e300, 9.3e18}) {
+        feed.reals[":E.1"] = number;
+        EXPECT_EQ("(NULL)", Read(*Node(choice), "value")) << number;
+    }
     choice.enumeration.reset();
     EXPECT_EQ("(NULL)", Read(*Node(choice), "value"));
     EXPECT_EQ("(NULL)", Read(*Node(choice), "option_list"));

@@ -718,6 +718,19 @@ TEST(MapFile, resource_stands_in_for_a_file) {
     EXPECT_EQ(read.library.defaultTranslateName, "F") << "a file goes before the resource";
 }
 
+TEST(MapFile, document_types_are_refused_with_their_line) {
+    ReadMap read;
+    read.Read("<!-- a map -->\n<!DOCTYPE CCDMMapFile [<!ATTLIST Log Level CDATA '9'>]>\n" +
+              Map("<TranslateName>F</TranslateName>"));
+    EXPECT_FALSE(read.done);
+    EXPECT_THAT(read.lines, testing::ElementsAre(
+                                "  XML Parser Severe Error: file " + read.folder.File("map.xml") +
+                                    " at line 2, a document type declaration is not allowed; "
+                                    "expected plain elements only",
+                                "  Failed parsing Convert File: map.xml"));
+    EXPECT_NE(read.library.defaultTranslateName, "F");
+}
+
 TEST(MapFile, broken_files_fail_and_keep_what_was_read) {
     const std::string start = "<CCDMMapFile><TranslateName>Read</TranslateName>";
     std::string deep = "<CCDMMapFile>";

@@ -406,6 +406,20 @@ TEST(ClassFile, broken_files_fail_and_keep_what_was_read) {
     }
 }
 
+// What the declared defaults would give each element is never made.
+TEST(ClassFile, document_types_are_refused_with_their_line) {
+    const ReadLibrary read(
+        "<?xml version='1.0'?>\n<!DOCTYPE QZClassLibrary [<!ATTLIST Class Name CDATA 'A'>]>\n"
+        "<QZClassLibrary><Class/></QZClassLibrary>");
+    EXPECT_FALSE(read.done);
+    EXPECT_THAT(read.lines, testing::ElementsAre(
+                                "  XML Parser Severe Error: file " + read.folder.File("lib.xml") +
+                                    " at line 2, a document type declaration is not allowed; "
+                                    "expected plain elements only",
+                                "  Failed parsing CCDM File: lib.xml"));
+    EXPECT_TRUE(read.library.classes.empty());
+}
+
 TEST(ClassFile, other_root_elements_are_skipped_in_silence) {
     for (const char* text : {"<Other><Class Name='A'/></Other>", "<qzclasslibrary/>",
                              "<Other><QZClassLibrary><Class Name='A'/></QZClassLibrary></Other>"}) {

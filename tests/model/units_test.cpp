@@ -309,6 +309,17 @@ TEST(UnitFile, is_read_again_each_time) {
     EXPECT_EQ(read.ToCcdm("u"), "kPa");
 }
 
+TEST(UnitFile, document_types_are_refused_with_their_line) {
+    ReadUnits read("\n\n<!DOCTYPE CCDMUnitFile>" + UnitFile("<Translate App='u' Ccdm='kPa'/>"));
+    EXPECT_FALSE(read.done);
+    EXPECT_THAT(read.lines, testing::ElementsAre(
+                                "  XML Parser Severe Error: file " + read.folder.File("units.xml") +
+                                    " at line 3, a document type declaration is not allowed; "
+                                    "expected plain elements only",
+                                "  Failed parsing Unit File: units.xml"));
+    EXPECT_FALSE(read.library.units.Initialized());
+}
+
 TEST(UnitFile, broken_files_fail_and_keep_what_was_read) {
     const std::string start =
         "<CCDMUnitFile><Provider>FakeUnits</Provider><InitString>x</InitString>"

@@ -207,6 +207,20 @@ TEST(ProcessModules, plain_names_are_sought_beside_this_module) {
     std::filesystem::remove(beside);
 }
 
+TEST(ProcessModules, no_module_comes_out_of_the_working_directory) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory("sub");
+    std::filesystem::copy_file(FIXTOP_SAMPLE_MODULE, kBesideFile);
+    std::filesystem::copy_file(FIXTOP_SAMPLE_MODULE, std::string("sub/") + kBesideFile);
+    for (const char* name : {"fixtop_beside.dll", "./fixtop_beside.dll", "sub/fixtop_beside.dll"}) {
+        EXPECT_EQ(LoadModule(name), nullptr) << name;
+    }
+    const std::string path = folder.File("fixtop_beside.dll");
+    const ModuleHandle module = LoadModule(path.c_str());
+    EXPECT_NE(FindFunction(module, "FixtopSampleModuleExport"), nullptr) << "a full path";
+    if (module != nullptr) UnloadModule(module);
+}
+
 TEST(ProcessModules, own_name_in_a_library_is_that_library) {
     const ModuleHandle module = LoadModule(SampleName().c_str());
     const auto lookup =

@@ -142,6 +142,34 @@ TEST(UnitAdapter, unknown_definitions_refuse) {
     EXPECT_TRUE(good->Init("up.xml"));
 }
 
+TEST(UnitAdapter, tells_why_definitions_are_refused) {
+    const TemporaryFolder folder;
+    const LogLines log(folder);
+    const std::string start = "<Q><QuantityTypeDefn Name='Q'>";
+    folder.Write("typed.xml", "<!-- 1 -->\n<!DOCTYPE Q [<!ATTLIST UOM Name CDATA 'u'>]>\n" + start +
+                                  "<UOM/></QuantityTypeDefn></Q>");
+    folder.Write("empty.xml", start + "</QuantityTypeDefn></Q>");
+    const std::string typed = folder.File("typed.xml") +
+                              " at line 2, a document type declaration is not allowed; expected "
+                              "plain elements only";
+    struct {
+        const char* name;
+        std::string why;
+    } rows[] = {{"typed.xml", typed},
+                {"empty.xml", "empty.xml defines no unit"},
+                {"none.xml", "none.xml is not found"}};
+    for (const auto& row : rows) {
+        log.Restart();
+        CCDMUnitsList units;
+        units.SetProvider(kUnitAdapterName);
+        units.SetInitString(row.name);
+        EXPECT_FALSE(units.Initialized());
+        EXPECT_THAT(log.Lines(),
+                    testing::ElementsAre("  Unit definitions: file " + row.why,
+                                         "Unable to initialize CCDM unit conversion adpater"));
+    }
+}
+
 TEST(UnitAdapter, knows_every_quantity_with_units) {
     const RealAdapter source;
     ASSERT_TRUE(source && source->Init(kDefinitions));

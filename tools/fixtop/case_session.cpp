@@ -8,10 +8,11 @@ namespace {
 std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
     std::string text;
     for (const casehost::CaseProblem& problem : problems) {
-        text += (text.empty() ? "" : "\n") + problem.Text();
+        text += (text.empty() ? "" : "\n") + OneLineMessage(problem.Text());
     }
     // A reader names the place; what it says nothing about still has a file.
-    if (text.find(file) == std::string::npos) text.insert(0, file + (text.empty() ? "" : ": "));
+    const std::string name = OneLineMessage(file);
+    if (text.find(name) == std::string::npos) text.insert(0, name + (text.empty() ? "" : ": "));
     return text;
 }
 
@@ -32,7 +33,7 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
         return nullptr;
     }
     for (const casehost::CaseProblem& remark : opened.problems) {
-        session->remarks_.push_back(remark.Text());
+        session->remarks_.push_back(OneLineMessage(remark.Text()));
     }
     return session->ShowCase(view, problem) ? std::move(session) : nullptr;
 }
@@ -63,7 +64,7 @@ FISolver* CaseSession::Solver() const {
 }
 
 std::string CaseSession::SolveProblem() const {
-    return host_->SolveProblem();
+    return OneLineMessage(host_->SolveProblem());
 }
 
 bool CaseSession::HasOldResults() const {

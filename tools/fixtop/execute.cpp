@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "case_session.h"
+#include "line_text.h"
 #include "near_names.h"
 #include "terminal.h"
 #include "word.h"
@@ -12,13 +13,10 @@ constexpr char kGuard = '\x01';
 
 void Guard(std::vector<std::string>& arguments) {
     for (std::string& argument : arguments) {
-        if (!argument.empty() && argument.front() == '[') argument.insert(0, 1, kGuard);
+        const bool is_list = !argument.empty() && argument.front() == '[';
+        const bool has_guard = !argument.empty() && argument.front() == kGuard;
+        if (is_list || has_guard) argument.insert(0, 1, kGuard);
     }
-}
-
-std::string Unguarded(std::string argument) {
-    if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
-    return argument;
 }
 
 std::string WithoutLineEnds(std::string text) {
@@ -69,6 +67,9 @@ class CommandLine {
         "A CASE is a file (.json, .dwxmz) or the word demo. A PATH leads down from the top node "
         "in\n"
         "steps with dots: appModel.FlowSheetObjects.Streams.\"Feed 1\".Temperature\n"
+        "In names and texts a control character is written \\n, \\r, \\t or \\x1b (its bytes), and "
+        "a\n"
+        "backslash that would read so \\x5c; paths and names in arguments are read alike.\n"
         "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
         "store or solve failed or the output can't be written, 2 wrong command line, 3 the case "
         "can't\n"
@@ -88,8 +89,10 @@ class CommandLine {
         if (row.view == View::kEither) AddNeutral(sub, view_);
         if (row.view != View::kRaw) AddModel(sub, view_);
     }
-    ExitCode Refuse(const std::string& problem, Output& out) {
-        out.Note("fixtop: " + problem);
+    ExitCode Refuse(std::string problem, Output& out) {
+        // It quotes arguments, maybe guarded ones.
+        std::erase(problem, kGuard);
+        out.Note("fixtop: " + OneLineMessage(problem));
         out.Note(Usage());
         return ExitCode::kUsage;
     }
@@ -150,12 +153,16 @@ ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& 
 }
 
 CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help) {
-    return app.add_option(name, text, help)->transform(Unguarded);
+    return app.add_option(name, text, help)->transform(GivenText);
 }
 
-CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>& texts,
+CLI::Option* AddName(CLI::App& app, const char* name, std::string& text, const char* help) {
+    return app.add_option(name, text, help)->transform(GivenName);
+}
+
+CLI::Option* AddNames(CLI::App& app, const char* name, std::vector<std::string>& texts,
                       const char* help) {
-    return app.add_option(name, texts, help)->transform(Unguarded);
+    return app.add_option(name, texts, help)->transform(GivenName);
 }
 
 CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help) {
@@ -163,6 +170,15 @@ CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const c
         return given.empty() ? std::string("the name of a file is empty") : std::string();
     };
     return AddText(app, name, file, help)->check(name_of);
+}
+
+std::string GivenText(std::string argument) {
+    if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
+    return argument;
+}
+
+std::string GivenName(std::string argument) {
+    return FromOneLine(GivenText(std::move(argument)));
 }
 
 void AddJson(CLI::App& app, bool& json) {

@@ -1,5 +1,6 @@
 #include <exception>
 
+#include "line_text.h"
 #include "terminal.h"
 #include "word.h"
 
@@ -13,7 +14,7 @@ int main(int count, char** values) {
     } catch (const ClosedPipe&) {
         return static_cast<int>(ExitCode::kFailed);
     } catch (const std::exception& error) {
-        out.Note(std::string("fixtop: ") + error.what());
+        out.Note("fixtop: " + OneLineMessage(error.what()));
         return static_cast<int>(ExitCode::kFailed);
     }
 }

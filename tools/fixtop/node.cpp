@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -74,9 +75,13 @@ std::string KeyOf(FIIteratorBase& node) {
     return WithoutQuotes(text);
 }
 
-std::string ShownName(FIIteratorBase& node) {
+std::string NameWithKey(FIIteratorBase& node) {
     const std::string key = KeyOf(node);
-    return OneLine(key.empty() ? NameOf(node) : NameOf(node) + '(' + key + ')');
+    return key.empty() ? NameOf(node) : NameOf(node) + '(' + key + ')';
+}
+
+std::string ShownName(FIIteratorBase& node) {
+    return OneLine(NameWithKey(node));
 }
 
 FIValue AttributeOf(FIIteratorBase& node, const char* name) {
@@ -85,15 +90,8 @@ FIValue AttributeOf(FIIteratorBase& node, const char* name) {
     return value;
 }
 
-std::string OneLine(std::string text) {
-    for (std::size_t at = 0; (at = text.find_first_of("\r\n", at)) != std::string::npos; at += 2) {
-        text.replace(at, 1, text[at] == '\n' ? "\\n" : "\\r");
-    }
-    return text;
-}
-
 std::string OneLine(const FIValue& value) {
-    return OneLine(value.ToText());
+    return OneLine(std::string_view(value.ToText()));
 }
 
 std::string TextOf(FIIteratorBase& node, const char* attribute) {
@@ -104,10 +102,11 @@ bool IsStale(FIIteratorBase& node) {
     return AttributeOf(node, "stale").AsInt() == 1;
 }
 
+// What stands on one line parses alike, and comes back in the message.
 std::string ParseError(const std::string& expression) {
     FIValue steps;
     FIValue error;
-    const bool parses = FixtopDescribePath(FIValue(expression.c_str()), steps, error);
+    const bool parses = FixtopDescribePath(FIValue(OneLine(expression).c_str()), steps, error);
     return parses ? "" : error.ToText();
 }
 
@@ -115,7 +114,7 @@ std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
     if (unit.empty()) return "";
     FIValue refused;
     node.SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
-    return refused.ToText();
+    return OneLine(refused);
 }
 
 bool IsVariable(FIIteratorBase& node) {
@@ -204,6 +203,10 @@ std::string FullPath(FIIteratorBase& node) {
     return path;
 }
 
+std::string ShownPath(FIIteratorBase& node) {
+    return OneLine(FullPath(node));
+}
+
 Json ToJson(const FIValue& value) {
     switch (value.Kind()) {
         case FIValue::kNull:
@@ -221,6 +224,21 @@ void MarkStale(FIIteratorBase& node, Json& record) {
     if (IsStale(node)) record["stale"] = true;
 }
 
-std::string ToLine(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+std::string ToLine(const Json& json, int indent) {
+    const std::string text = json.dump(indent, ' ', false, Json::error_handler_t::replace);
+    std::string line;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        const bool two = byte == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+        if (byte != 0x7F && !two) {
+            line += text[at];
+            continue;
+        }
+        // JSON lets these stand, a terminal may take them for commands.
+        std::array<char, 8> escape;
+        std::snprintf(escape.data(), escape.size(), "\\u%04x",
+                      two ? static_cast<unsigned char>(text[++at]) : byte);
+        line += escape.data();
+    }
+    return line;
 }

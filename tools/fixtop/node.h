@@ -11,6 +11,7 @@
 
 #include "framework/iterator.h"
 #include "framework/ref.h"
+#include "line_text.h"
 #include "path_text.h"
 #include "value/fi_value.h"
 
@@ -24,12 +25,13 @@ inline NodeRef CopyOf(FIIteratorBase& node) {
 std::string NameOf(FIIteratorBase& node);
 // What tells the node from its siblings of the same name; empty when nothing does.
 std::string KeyOf(FIIteratorBase& node);
-// The name, and the key in parentheses behind it, on one line.
+// The name, and the key in parentheses behind it.
+std::string NameWithKey(FIIteratorBase& node);
+// The same on one line.
 std::string ShownName(FIIteratorBase& node);
 FIValue AttributeOf(FIIteratorBase& node, const char* name);
-// As it stands on one line: line ends are written "\n" and "\r".
 std::string OneLine(const FIValue& value);
-std::string OneLine(std::string text);
+// On one line.
 std::string TextOf(FIIteratorBase& node, const char* attribute);
 // The value is older than a change of the case.
 bool IsStale(FIIteratorBase& node);
@@ -65,10 +67,13 @@ std::vector<std::pair<std::string, FIValue>> AttributesOf(FIIteratorBase& node);
 
 // The path from the top node, in steps that lead back to exactly this node.
 std::string FullPath(FIIteratorBase& node);
+// The same on one line, from which arguments are read.
+std::string ShownPath(FIIteratorBase& node);
 
 // A number in JSON has the digits that the value has as text.
 Json ToJson(const FIValue& value);
 // Says so in a record of the node when its value is stale.
 void MarkStale(FIIteratorBase& node, Json& record);
-// On one line; bytes that are no UTF-8 are replaced.
-std::string ToLine(const Json& json);
+// On one line, or with `indent` on several. Control characters stand as JSON escapes them; bytes
+// that are no UTF-8 are replaced.
+std::string ToLine(const Json& json, int indent = -1);

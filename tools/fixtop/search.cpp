@@ -80,5 +80,5 @@ std::string ForEachMatch(CaseSession& session, const std::string& pattern,
     Search search(pattern, visit);
     if (search.From(session.Here()) > 0) return "";
     if (session.Here().Depth() > 0 && search.From(*session.Top()) > 0) return "";
-    return "nothing matches: " + pattern;
+    return "nothing matches: " + OneLine(pattern);
 }

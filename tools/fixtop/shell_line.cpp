@@ -66,10 +66,12 @@ bool BeginsWith(const std::string& name, const std::string& beginning) {
     return name.compare(0, beginning.size(), beginning) == 0;
 }
 
-std::vector<std::string> AttributeNames(FIIteratorBase& node, const std::string& beginning) {
+// As they are typed.
+std::vector<std::string> AttributeNames(FIIteratorBase& node, const std::string& typed) {
+    const std::string beginning = FromOneLine(typed);
     std::vector<std::string> names;
     for (const auto& attribute : AttributesOf(node)) {
-        if (BeginsWith(attribute.first, beginning)) names.push_back(attribute.first);
+        if (BeginsWith(attribute.first, beginning)) names.push_back(OneLine(attribute.first));
     }
     return names;
 }
@@ -84,7 +86,7 @@ std::vector<std::string> WordNames(const std::string& beginning) {
     return names;
 }
 
-// The node that a path leads to; null without one.
+// The node that a path leads to, as it is typed; null without one.
 using Lookup = std::function<NodeRef(const std::string& path)>;
 
 std::vector<std::string> PathCompletions(const Lookup& look_up, const std::string& typed) {
@@ -103,8 +105,10 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
         return candidates;
     }
     if (!beginning.empty() && beginning.front() == '"') beginning.erase(0, 1);
+    beginning = FromOneLine(beginning);
     ForEachChild(*node, [&](FIIteratorBase&, const ChildPlace& place) {
-        if (BeginsWith(place.name, beginning)) candidates.push_back(JoinPath(parent, Typed(place)));
+        if (!BeginsWith(place.name, beginning)) return true;
+        candidates.push_back(JoinPath(parent, OneLine(Typed(place))));
         return true;
     });
     return candidates;
@@ -112,14 +116,14 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
 
 NodeRef Find(CaseSession& session, const std::string& path) {
     std::string problem;
-    const auto found = Locate(session, path, problem);
+    const auto found = Locate(session, FromOneLine(path), problem);
     return found ? found->node : NodeRef();
 }
 
 // Columns of a table lead down from its rows, of which the first is asked.
 NodeRef FindBelowRow(CaseSession& session, const std::string& pattern, const std::string& path) {
     NodeRef node = Find(session, pattern);
-    return node && node->SeekPath(FIValue(path.c_str())) ? node : NodeRef();
+    return node && node->SeekPath(FIValue(FromOneLine(path).c_str())) ? node : NodeRef();
 }
 
 // Names of attributes of the last node that the line names before `--attr`.
@@ -127,10 +131,8 @@ std::vector<std::string> OptionCompletions(CaseSession& session,
                                            const std::vector<ShellWord>& words,
                                            const std::string& beginning) {
     for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        std::string problem;
         if (word->text.empty() || word->text.front() == '-') continue;
-        const auto found = Locate(session, word->text, problem);
-        if (found) return AttributeNames(*found->node, beginning);
+        if (const NodeRef node = Find(session, word->text)) return AttributeNames(*node, beginning);
     }
     return AttributeNames(session.Here(), beginning);
 }

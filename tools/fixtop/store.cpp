@@ -67,7 +67,7 @@ class Element {
 std::string Put(FIIteratorBase& node, const std::string& attribute, const FIValue& value) {
     FIValue refused;
     node.SetAttribute(FIValue(attribute.c_str()), value, 0, refused);
-    return refused.ToText();
+    return OneLine(refused);
 }
 
 }  // namespace
@@ -78,7 +78,7 @@ std::string Store(const Located& place, const std::string& value, const std::str
     FIValue stored;
     if (is_value && TextOf(node, "type") == "Real") {
         const std::optional<double> number = Number(value);
-        if (!number && !value.empty()) return "not a number: " + value;
+        if (!number && !value.empty()) return "not a number: " + OneLine(value);
         if (number) stored.SetReal(*number);
     } else {
         stored.SetText(value);

@@ -83,7 +83,8 @@ std::string PlainLine(const std::vector<TextColumn>& columns,
     return line;
 }
 
-std::string CsvField(const std::string& text) {
+std::string CsvField(const std::string& whole) {
+    const std::string text = OneField(whole);
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
@@ -107,6 +108,7 @@ void WritePlain(const Table& table, Output& out) {
     bool units = false;
     for (TextColumn& column : columns) {
         column.heading = OneLine(column.heading);
+        column.unit = OneLine(column.unit);
         std::size_t& width =
             widths.emplace_back(std::max(Width(column.heading), Width(column.unit)));
         for (std::string& text : column.texts) text = OneLine(text);
@@ -145,12 +147,12 @@ void WriteCsv(const Table& table, Output& out) {
 void WriteJson(const Table& table, Output& out) {
     for (const TableRow& row : table.rows) {
         Json record;
-        record["path"] = row.path;
+        record["path"] = OneLine(row.path);
         record["name"] = row.name;
         if (!table.attribute.empty()) record["attr"] = table.attribute;
         Json& cells = record["cells"] = Json::object();
         for (std::size_t i = 0; i < table.headings.size(); ++i) {
-            Json& cell = cells[table.headings[i]];
+            Json& cell = cells[OneLine(table.headings[i])];
             if (!row.cells[i]) continue;
             cell["value"] = ToJson(row.cells[i]->value);
             cell["uom"] = row.cells[i]->unit.empty() ? Json() : Json(row.cells[i]->unit);

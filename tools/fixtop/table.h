@@ -32,7 +32,8 @@ struct Table {
 // headings. A unit that differs from row to row stands in the cells, and a star behind a stale
 // value.
 void WritePlain(const Table& table, Output& out);
-// Quoted as RFC 4180 has it; a unit stands in the heading: "Temperature [C]".
+// Quoted as RFC 4180 has it, line feeds as they are; a unit stands in the heading: "Temperature
+// [C]".
 void WriteCsv(const Table& table, Output& out);
 // A line each row: path, name and cells by heading; a cell is null where there is no node.
 void WriteJson(const Table& table, Output& out);

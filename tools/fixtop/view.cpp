@@ -1,8 +1,15 @@
 #include "view.h"
 
+#include "line_text.h"
 #include "terminal.h"
 
 namespace {
+
+// A text of the log may bring its own line end.
+std::string LogLine(std::string_view text) {
+    while (text.ends_with('\n')) text.remove_suffix(1);
+    return OneLineMessage(text);
+}
 
 // Leads the module's log where the options want it for as long as it lives.
 class ModelLog {
@@ -12,7 +19,7 @@ class ModelLog {
         FixtopSetLog(
             file.c_str(),
             [](void* lines, const char* text) {
-                *static_cast<std::string*>(lines) += std::string("\n") + text;
+                *static_cast<std::string*>(lines) += '\n' + LogLine(text);
             },
             &lines_);
     }

@@ -54,10 +54,17 @@ std::span<const WordRow> Words();
 // session is given and words take no case. Problems of the line are told on `around.out`.
 ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around);
 
-// Options; `name` without dashes is an argument by its position.
-CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help);
-CLI::Option* AddTexts(CLI::App& app, const char* name, std::vector<std::string>& texts,
+// Options; `name` without dashes is an argument by its position. What is said by a path or a name
+// is read as output writes it on one line, a text as it stands.
+CLI::Option* AddName(CLI::App& app, const char* name, std::string& text, const char* help);
+CLI::Option* AddNames(CLI::App& app, const char* name, std::vector<std::string>& texts,
                       const char* help);
+CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help);
 // The name of a file; an empty one is refused.
 CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help);
 void AddJson(CLI::App& app, bool& json);
+
+// An argument as it was given, for options that are declared otherwise.
+std::string GivenText(std::string argument);
+// The same, read as a path or a name.
+std::string GivenName(std::string argument);

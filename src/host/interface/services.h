@@ -5,9 +5,12 @@
 //
 // Threads: every call comes on the thread that runs the simulation.
 // Ownership: pointers that are handed out belong to the host unless a comment says otherwise.
+// Changes: the structure of a case changes in stores, in WaitForTurn and between calls of the
+// module, never inside an operation that only asks.
 // Failure: a null, an empty text or the empty real, never an exception.
 
 #include <cstddef>
+#include <cstdint>
 
 #include "host/interface/object_type.h"
 #include "host/interface/simulation_case.h"
@@ -96,6 +99,18 @@ class HostServices {
     virtual void* IFace_malloc(std::size_t size) = 0;
     virtual void* IFace_realloc(void* block, std::size_t size) = 0;
     virtual void IFace_free(void* block) = 0;
+
+    // Lifetimes, optional: a host that gives them serves handles that outlive its objects safely,
+    // whether a case tells of its changes or not.
+
+    // The place of a number, never 0, that changes whenever an object of any case is deleted,
+    // added, renamed or moved, and when a case is opened or closed. It is read before host memory
+    // is touched, as often as that, so it is a plain number and no call; it lasts as long as the
+    // host is installed. Null when the host does not keep track.
+    virtual const std::uint64_t* StructureRevision() { return nullptr; }
+    // Whether the object of this number (Viewable::Identity) is still one of an open case. A
+    // deleted object is not, though it may be readable for a while; neither is a closed case.
+    virtual bool Lives(std::uint64_t) { return true; }
 
  protected:
     ~HostServices() = default;

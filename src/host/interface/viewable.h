@@ -4,7 +4,14 @@
 //
 // Lifetime: objects belong to the host. An object that has been deleted from the case must stay
 // readable, with its name and type, until the host is back in its own loop with no call of this
-// module on the stack; the adapter learns of the deletion through the model callback.
+// module on the stack. The adapter learns of the deletion through the model callback, and without
+// one through HostServices::StructureRevision. A host that keeps neither revision nor identities,
+// and has a case without a callback, may not free an object of that case while a client is there.
+//
+// Changes: an operation that only asks may not change the structure of a case: nothing is deleted,
+// added, renamed, moved or closed before it has returned.
+
+#include <cstdint>
 
 #include "host/interface/list.h"
 #include "host/interface/object_type.h"
@@ -62,6 +69,10 @@ class Viewable {
     virtual Viewable* GetVariableAttachment(const VarDescription& variable) = 0;
     // The stream operations of this object, null when it is no process stream.
     virtual ProcessStream* AsProcessStream() { return nullptr; }
+    // A number of this object alone: no other object of the process has it, before or after. 0 when
+    // the host gives none. With it a handle that outlives the object knows so, whatever lies at the
+    // address by then (HostServices::Lives).
+    virtual std::uint64_t Identity() const { return 0; }
 
  protected:
     ~Viewable() = default;

@@ -1,10 +1,19 @@
 #include "platform/modules.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <memory>
 #include <string>
+#include <system_error>
+#include <vector>
 
+#include "platform/file_search.h"
 #include "platform/names.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -22,42 +31,94 @@ std::string LibraryName(std::string_view name) {
     return std::string(name.substr(0, file)) + "lib" + std::string(name.substr(file)) + ".so";
 }
 
-// The path of the file that holds this code; empty when the loader does not tell.
-std::string OwnFile() {
+// The name by which the loader knows the file that holds this code; empty when that is the program,
+// or when the loader does not tell.
+const char* OwnName() {
     Dl_info info;
-    const bool known = dladdr(reinterpret_cast<void*>(&OwnFile), &info) != 0;
-    return known && info.dli_fname != nullptr ? info.dli_fname : "";
+    void* record = nullptr;
+    const auto code = reinterpret_cast<void*>(&OwnName);
+    const bool known = dladdr1(code, &info, &record, RTLD_DL_LINKMAP) != 0 && record != nullptr;
+    return known ? static_cast<const link_map*>(record)->l_name : "";
 }
 
-// The file that holds this code, or the program itself when it is linked into that.
 ModuleHandle OwnModule() {
-    if (void* own = dlopen(OwnFile().c_str(), RTLD_LAZY | RTLD_NOLOAD)) return own;
-    return dlopen(nullptr, RTLD_LAZY);
+    const char* name = OwnName();
+    return dlopen(*name == '\0' ? nullptr : name, RTLD_LAZY | RTLD_NOLOAD);
+}
+
+// The folder of this code, empty when nobody tells. The loader keeps a relative name as it was
+// given, which leads elsewhere once the working directory is another one.
+const fs::path& OwnFolder() {
+    static const fs::path folder = [] {
+        std::error_code error;
+        const char* name = OwnName();
+        return *name == '\0' ? fs::path(ProgramFolder()) : fs::absolute(name, error).parent_path();
+    }();
+    return folder;
+}
+
+// So it is resolved when this code is loaded.
+[[maybe_unused]] const fs::path& g_own_folder = OwnFolder();
+
+// The folders in which the loader seeks a plain name for this code, but for those of its cache.
+std::vector<fs::path> SearchFolders() {
+    const ModuleHandle own = OwnModule();
+    std::vector<fs::path> folders;
+    Dl_serinfo size;
+    if (own == nullptr || dlinfo(own, RTLD_DI_SERINFOSIZE, &size) != 0) return folders;
+    const auto bytes = std::make_unique<char[]>(size.dls_size);
+    auto* const list = reinterpret_cast<Dl_serinfo*>(bytes.get());
+    const bool listed =
+        dlinfo(own, RTLD_DI_SERINFOSIZE, list) == 0 && dlinfo(own, RTLD_DI_SERINFO, list) == 0;
+    for (unsigned i = 0; listed && i < list->dls_cnt; ++i) {
+        folders.emplace_back(list->dls_serpath[i].dls_name);
+    }
+    dlclose(own);
+    return folders;
+}
+
+ModuleHandle Open(const fs::path& file, int mode) {
+    return dlopen(file.c_str(), RTLD_LAZY | mode);
+}
+
+// Where the loader itself would look. Once a relative folder is among its own it is not let look:
+// that one lies below whatever folder is current.
+ModuleHandle OpenOnSearchPath(const std::string& library, int mode) {
+    if (ModuleHandle loaded = Open(library, RTLD_NOLOAD)) return loaded;
+    const std::vector<fs::path> folders = SearchFolders();
+    const auto is_relative = [](const fs::path& folder) { return folder.is_relative(); };
+    if (std::none_of(folders.begin(), folders.end(), is_relative)) return Open(library, mode);
+    for (const fs::path& folder : folders) {
+        if (is_relative(folder)) continue;
+        if (ModuleHandle module = Open(folder / library, mode)) return module;
+    }
+    return nullptr;
 }
 
 class DynamicLoader final : public ModuleSystem {
  public:
     ModuleHandle FindLoaded(const char* name) override {
-        ModuleHandle module = Open(name, RTLD_NOLOAD);
+        ModuleHandle module = Seek(name, RTLD_NOLOAD);
         // To find a module is not to hold it.
         if (module != nullptr) dlclose(module);
         return module;
     }
-    ModuleHandle Load(const char* name) override { return Open(name, 0); }
+    ModuleHandle Load(const char* name) override { return Seek(name, 0); }
     void* Function(ModuleHandle module, const char* name) override { return dlsym(module, name); }
     void Unload(ModuleHandle module) override { dlclose(module); }
 
  private:
-    static ModuleHandle Open(const char* name, int mode) {
+    static ModuleHandle Seek(const char* name, int mode) {
         if (*name == '\0') return nullptr;
         if (SameName(name, kOwnName)) return OwnModule();
         const std::string library = LibraryName(name);
-        if (library.find('/') == std::string::npos) {
-            const std::string own = OwnFile();
-            const std::string beside = own.substr(0, own.find_last_of('/') + 1) + library;
-            if (void* module = dlopen(beside.c_str(), RTLD_LAZY | mode)) return module;
+        if (library.find('/') != std::string::npos) {
+            return fs::path(library).is_absolute() ? Open(library, mode) : nullptr;
         }
-        return dlopen(library.c_str(), RTLD_LAZY | mode);
+        if (!OwnFolder().empty()) {
+            if (ModuleHandle module = Open(OwnFolder() / library, mode)) return module;
+        }
+        return OpenOnSearchPath(library, mode);
     }
 };
 

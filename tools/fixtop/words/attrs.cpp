@@ -16,7 +16,7 @@ class Attrs final : public NodeWord {
                 record["value"] = ToJson(value);
                 out.Line(ToLine(record));
             } else {
-                out.Line(name + '\t' + OneLine(value));
+                out.Line(OneLine(name) + '\t' + OneLine(value));
             }
         }
     }

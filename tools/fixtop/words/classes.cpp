@@ -21,7 +21,7 @@ bool IsSet(FIIteratorBase& node, const char* attribute) {
 class Classes final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "NAME", name_, "Class or enumeration; all classes when it is left out");
+        AddName(app, "NAME", name_, "Class or enumeration; all classes when it is left out");
         app.add_flag("--enumerations", enumerations_, "List the enumerations");
         AddJson(app, json_);
         AddLibrary(app, view_);
@@ -50,7 +50,7 @@ class Classes final : public Word {
         const bool classes = group == kClasses;
         ForEachChild(*node, [&](FIIteratorBase& each, const ChildPlace& place) {
             if (!json_) {
-                out.Line(place.name);
+                out.Line(OneLine(place.name));
             } else {
                 out.Line(ToLine(classes ? ClassRecord(each) : EnumerationRecord(each)));
             }
@@ -69,23 +69,26 @@ class Classes final : public Word {
                                                                                   out);
             return ExitCode::kOk;
         }
-        out.Note("no such class: " + name_);
-        for (const std::string& near : NearNames(name_, names)) out.Note("  near: " + near);
+        out.Note("no such class: " + OneLine(name_));
+        for (const std::string& near : NearNames(name_, names)) {
+            out.Note("  near: " + OneLine(near));
+        }
         return ExitCode::kFailed;
     }
 
     static void ShowClass(FIIteratorBase& node, bool json, Output& out) {
         if (json) return out.Line(ToLine(ClassRecord(node)));
-        out.Line("class\t" + NameOf(node));
-        for (const std::string& name : LinesOf(node, "superclasses"))
-            out.Line("superclass\t" + name);
+        out.Line("class\t" + OneLine(NameOf(node)));
+        for (const std::string& name : LinesOf(node, "superclasses")) {
+            out.Line("superclass\t" + OneLine(name));
+        }
         out.Line("attribute\ttype\tquantity\tkeys\tdeclared by");
         ForEachChild(node, [&](FIIteratorBase& attribute, const ChildPlace&) {
             std::string keys;
             for (const std::string& key : LinesOf(attribute, "keys")) {
-                keys += (keys.empty() ? "" : ",") + key;
+                keys += (keys.empty() ? "" : ",") + OneLine(key);
             }
-            out.Line(NameOf(attribute) + '\t' + TextOf(attribute, "type") +
+            out.Line(OneLine(NameOf(attribute)) + '\t' + TextOf(attribute, "type") +
                      (IsSet(attribute, "array") ? "[]" : "") + '\t' +
                      TextOf(attribute, "quantity") + '\t' + keys + '\t' +
                      TextOf(attribute, "owner"));
@@ -94,8 +97,11 @@ class Classes final : public Word {
     }
     static void ShowEnumeration(FIIteratorBase& node, bool json, Output& out) {
         if (json) return out.Line(ToLine(EnumerationRecord(node)));
-        out.Line("enumeration\t" + NameOf(node) + (IsSet(node, "closed") ? "\tclosed" : "\topen"));
-        for (const std::string& option : LinesOf(node, "options")) out.Line("option\t" + option);
+        out.Line("enumeration\t" + OneLine(NameOf(node)) +
+                 (IsSet(node, "closed") ? "\tclosed" : "\topen"));
+        for (const std::string& option : LinesOf(node, "options")) {
+            out.Line("option\t" + OneLine(option));
+        }
     }
     static Json ClassRecord(FIIteratorBase& node) {
         Json record;

@@ -37,31 +37,34 @@ class Explain final : public NodeWord {
     }
 
     static void Tell(FIIteratorBase& node, Output& out) {
-        out.Line("path\t" + FullPath(node));
+        out.Line("path\t" + ShownPath(node));
         out.Line("type\t" + TextOf(node, "type"));
         bool bound = false;
         for (const Side& side : kSides) {
             const NodeRef raw = NodeOf(node, side);
             if (!raw) continue;
             bound = true;
-            out.Line(std::string(side.words) + "\t" + FullPath(*raw));
+            out.Line(std::string(side.words) + "\t" + ShownPath(*raw));
             out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
             out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
         }
         if (!bound) out.Line("calculated\t(nothing in the case)");
         out.Line("translators");
         std::istringstream text(AttributeOf(node, "converters").ToText());
-        for (std::string line; std::getline(text, line);) out.Line(line);
+        for (std::string line; std::getline(text, line);) {
+            const std::size_t tabs = std::min(line.find_first_not_of('\t'), line.size());
+            out.Line(line.substr(0, tabs) + OneLine(line.substr(tabs)));
+        }
     }
     static Json Record(FIIteratorBase& node) {
         Json record;
-        record["path"] = FullPath(node);
+        record["path"] = ShownPath(node);
         record["type"] = TextOf(node, "type");
         for (const Side& side : kSides) {
             const NodeRef raw = NodeOf(node, side);
             if (!raw) continue;
             Json& shown = record[side.words];
-            shown["path"] = FullPath(*raw);
+            shown["path"] = ShownPath(*raw);
             shown["value"] = ToJson(AttributeOf(node, side.value));
             shown["uom"] = ToJson(AttributeOf(node, side.uom));
             shown["raw_value"] = ToJson(AttributeOf(*raw, "value"));

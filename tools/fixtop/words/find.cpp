@@ -6,16 +6,16 @@ namespace {
 class Find final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATTERN", pattern_, "Path with wildcards and filters")->required();
+        AddName(app, "PATTERN", pattern_, "Path with wildcards and filters")->required();
         AddJson(app, json_);
     }
 
     ExitCode Run(Surroundings& around) override {
         const std::string problem =
             ForEachMatch(*around.session, pattern_, [&](const Match& match) {
-                const std::string path = match.attribute.empty()
-                                             ? match.path
-                                             : match.path + '(' + QuotedName(match.attribute) + ')';
+                const std::string path = OneLine(
+                    match.attribute.empty() ? match.path
+                                            : match.path + '(' + QuotedName(match.attribute) + ')');
                 around.out.Line(json_ ? Record(match.node, path) : path);
             });
         if (problem.empty()) return ExitCode::kOk;

@@ -10,9 +10,9 @@ namespace {
 class Get final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddTexts(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
-        AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
-        AddText(app, "--unit", unit_, "Unit in which values are wanted");
+        AddNames(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
+        AddName(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
+        AddName(app, "--unit", unit_, "Unit in which values are wanted");
         AddJson(app, json_);
     }
 
@@ -26,7 +26,10 @@ class Get final : public Word {
                 read(path);
                 continue;
             }
-            for (std::string line; NextLine(line);) read(line);
+            for (std::string line; NextLine(line);) {
+                if (!line.empty() && line.back() == '\r') line.pop_back();
+                read(FromOneLine(line));
+            }
             if (std::ferror(stdin)) {
                 around.out.Note("standard input can't be read");
                 return ExitCode::kUnreadable;
@@ -60,10 +63,10 @@ class Get final : public Word {
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
-        out.Note(names_path ? problem : path + ": " + problem);
+        out.Note(names_path ? problem : OneLine(path) + ": " + problem);
         if (json_) {
             Json record;
-            record["path"] = path;
+            record["path"] = OneLine(path);
             record["error"] = problem;
             out.Line(ToLine(record));
         }
@@ -72,7 +75,7 @@ class Get final : public Word {
     static std::string Record(const std::string& path, FIIteratorBase& node,
                               const std::string& attribute, const FIValue& value) {
         Json record;
-        record["path"] = path;
+        record["path"] = OneLine(path);
         if (attribute != "value") record["attr"] = attribute;
         record["value"] = ToJson(value);
         record["uom"] = ToJson(AttributeOf(node, "uom"));

@@ -26,7 +26,7 @@ class Ls final : public NodeWord {
     static std::string Record(FIIteratorBase& child, const std::string& path) {
         Json record;
         record["name"] = NameOf(child);
-        record["path"] = path;
+        record["path"] = OneLine(path);
         record["type"] = ToJson(AttributeOf(child, "type"));
         return ToLine(record);
     }

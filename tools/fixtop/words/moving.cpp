@@ -7,7 +7,7 @@ namespace {
 
 class Cd final : public Word {
  public:
-    void Declare(CLI::App& app) override { AddText(app, "PATH", path_, "Node"); }
+    void Declare(CLI::App& app) override { AddName(app, "PATH", path_, "Node"); }
 
     ExitCode Run(Surroundings& around) override {
         CaseSession& session = *around.session;
@@ -37,7 +37,7 @@ class Pwd final : public Word {
  public:
     void Declare(CLI::App&) override {}
     ExitCode Run(Surroundings& around) override {
-        around.out.Line(FullPath(around.session->Here()));
+        around.out.Line(ShownPath(around.session->Here()));
         return ExitCode::kOk;
     }
 };

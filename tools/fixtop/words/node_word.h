@@ -22,7 +22,7 @@ class NodeWord : public Word {
     // The path and the choice of JSON.
     CLI::Option* DeclareNode(CLI::App& app, const char* help) {
         AddJson(app, json_);
-        return AddText(app, "PATH", path_, help);
+        return AddName(app, "PATH", path_, help);
     }
     bool AsJson() const { return json_; }
 

@@ -1,4 +1,5 @@
 #include "front/fixtop.h"
+#include "line_text.h"
 #include "words/makers.h"
 
 namespace {
@@ -6,13 +7,13 @@ namespace {
 class Path final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "EXPR", expression_, "Path expression")->required();
+        AddName(app, "EXPR", expression_, "Path expression")->required();
     }
 
     ExitCode Run(Surroundings& around) override {
         FIValue steps;
         FIValue error;
-        if (!FixtopDescribePath(FIValue(expression_.c_str()), steps, error)) {
+        if (!FixtopDescribePath(FIValue(OneLine(expression_).c_str()), steps, error)) {
             around.out.Note(error.ToText());
             return ExitCode::kFailed;
         }

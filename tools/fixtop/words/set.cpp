@@ -8,10 +8,10 @@ namespace {
 class Set final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
+        AddName(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
             ->required();
         AddText(app, "VALUE", value_, "New value; empty takes the value away")->required();
-        AddText(app, "--unit", unit_, "Unit of the value");
+        AddName(app, "--unit", unit_, "Unit of the value");
         AddFile(app, "--save", file_, "Write the changed case to this file");
         AddJson(app, json_);
     }
@@ -25,7 +25,7 @@ class Set final : public Word {
             problem = Store(*found, value_, unit_);
         }
         if (!problem.empty()) {
-            around.out.Note(found ? path_ + ": " + problem : problem);
+            around.out.Note(found ? OneLine(path_) + ": " + problem : problem);
             return ExitCode::kFailed;
         }
         // Saved before anything is written: whoever reads may have gone away.
@@ -41,7 +41,7 @@ class Set final : public Word {
         const FIValue value = AttributeOf(*place.node, name);
         if (!json_) return out.Line(OneLine(value));
         Json record;
-        record["path"] = path_;
+        record["path"] = OneLine(path_);
         record["value"] = ToJson(value);
         record["uom"] = ToJson(AttributeOf(*place.node, "uom"));
         record["status"] = ToJson(AttributeOf(*place.node, "status"));

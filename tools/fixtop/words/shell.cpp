@@ -28,7 +28,9 @@ class Shell final : public Word {
     }
 
  private:
-    static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
+    static std::string Prompt(CaseSession& session) {
+        return OneLine(NameOf(session.Here())) + "> ";
+    }
 
     // What a person types can be interrupted, and the shell goes on. It does so too when its output
     // can't be written, for the lines to come may save what was done.
@@ -53,7 +55,7 @@ class Shell final : public Word {
     static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
         const auto words = SplitLine(line);
         if (!words) {
-            around.out.Note("a quote is not closed: " + line);
+            around.out.Note("a quote is not closed: " + OneLine(line));
             return ExitCode::kUsage;
         }
         if (words->empty()) return last;

@@ -31,7 +31,7 @@ class Solve final : public Word {
         return SolveToEnd(session, {});
     }
     void Report(const SolveEnd& end, Output& out) const {
-        if (!json_) return out.Line(end.message);
+        if (!json_) return out.Line(OneLineMessage(end.message));
         Json record;
         record["complete"] = end.complete;
         record["message"] = end.message;
@@ -45,7 +45,9 @@ class Solve final : public Word {
             if (!node->SeekPath(FIValue(path.c_str()))) continue;
             ForEachChild(*node, [&](FIIteratorBase& object, const ChildPlace&) {
                 const std::string status = TextOf(object, "status");
-                if (!status.empty() && status != "OK") out.Note(NameOf(object) + ": " + status);
+                if (!status.empty() && status != "OK") {
+                    out.Note(OneLine(NameOf(object)) + ": " + status);
+                }
                 return true;
             });
         }

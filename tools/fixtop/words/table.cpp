@@ -68,7 +68,8 @@ class ColumnGroup {
             return {};
         }
         const bool in_unit = attribute_ == "value" || attribute_.ends_with("_limit");
-        return {AttributeOf(node, attribute_.c_str()), in_unit ? TextOf(node, "uom") : "",
+        return {AttributeOf(node, attribute_.c_str()),
+                in_unit ? AttributeOf(node, "uom").ToText() : "",
                 attribute_ == "value" && IsStale(node)};
     }
 
@@ -85,11 +86,11 @@ class ColumnGroup {
 class TableWord final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "PATTERN", pattern_, "Path with wildcards and filters; a row each match")
+        AddName(app, "PATTERN", pattern_, "Path with wildcards and filters; a row each match")
             ->required();
-        AddTexts(app, "PATH", paths_, "Columns: paths from each of these nodes")->required();
-        AddText(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
-        AddTexts(app, "--unit", units_, "NAME=UNIT: unit of the column, may be repeated")
+        AddNames(app, "PATH", paths_, "Columns: paths from each of these nodes")->required();
+        AddName(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
+        AddNames(app, "--unit", units_, "NAME=UNIT: unit of the column, may be repeated")
             ->allow_extra_args(false);
         app.add_flag("--csv", csv_, "Write comma-separated values");
         AddJson(app, json_);
@@ -146,7 +147,8 @@ class TableWord final : public Word {
         };
         for (const ColumnGroup& group : groups_) {
             if (!group.IsThere()) tell(WhyMissing(group.Path()));
-            for (const std::string& text : group.Refusals()) tell(group.Path() + ": " + text);
+            for (const std::string& text : group.Refusals())
+                tell(OneLine(group.Path()) + ": " + text);
         }
         return code;
     }
@@ -163,7 +165,7 @@ class TableWord final : public Word {
         Table table;
         table.attribute = attribute_ == "value" ? "" : attribute_;
         for (const GatheredRow& row : rows_) {
-            table.rows.push_back({ShownName(*row.node), row.path, {}});
+            table.rows.push_back({NameWithKey(*row.node), row.path, {}});
         }
         for (std::size_t group = 0; group < groups_.size(); ++group) {
             for (const std::string& heading : groups_[group].Headings()) {

@@ -18,7 +18,7 @@ class Tree final : public NodeWord {
  private:
     void Show(FIIteratorBase& node, Output& out) override {
         if (!AsJson()) return ShowBelow(node, 0, out);
-        out.Line(Nested(node, depth_).dump(2, ' ', false, Json::error_handler_t::replace));
+        out.Line(ToLine(Nested(node, depth_), 2));
     }
 
     static bool IsAttachment(FIIteratorBase& node) { return TextOf(node, "type") == "Attachment"; }

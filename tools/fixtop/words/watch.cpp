@@ -21,13 +21,14 @@ class Watched {
         const FIValue uom = Read("uom");
         if (json) {
             Json record;
-            record["path"] = path_;
+            record["path"] = OneLine(path_);
             record["old"] = ToJson(before);
             record["new"] = ToJson(now);
             record["uom"] = ToJson(uom);
             out.Line(ToLine(record));
         } else {
-            out.Line(path_ + '\t' + OneLine(before) + '\t' + OneLine(now) + '\t' + OneLine(uom));
+            out.Line(OneLine(path_) + '\t' + OneLine(before) + '\t' + OneLine(now) + '\t' +
+                     OneLine(uom));
         }
     }
 
@@ -63,7 +64,7 @@ class StoresWithoutWaiting {
 class Watch final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddTexts(app, "PATH", paths_, "Nodes to be watched")->required();
+        AddNames(app, "PATH", paths_, "Nodes to be watched")->required();
         app.add_option("--set", stores_, "Stored before the solve; may be given several times")
             ->type_name("PATH VALUE")
             ->allow_extra_args(false);
@@ -83,7 +84,7 @@ class Watch final : public Word {
             WaitUntilIdle(*around.session, report);
         }
         const SolveEnd end = SolveToEnd(*around.session, report);
-        around.out.Note(end.message);
+        around.out.Note(OneLineMessage(end.message));
         if (!end.complete) TellWhyIncomplete(*around.session, around.out);
         return all_found && end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
@@ -105,12 +106,13 @@ class Watch final : public Word {
     }
     bool StoreAll(Surroundings& around) const {
         bool all_stored = true;
-        for (const auto& [path, value] : stores_) {
+        for (const auto& [given, value] : stores_) {
+            const std::string path = GivenName(given);
             std::string problem;
             const auto found = Locate(*around.session, path, problem);
-            if (found) problem = Store(*found, value, "");
+            if (found) problem = Store(*found, GivenText(value), "");
             if (problem.empty()) continue;
-            around.out.Note(found ? path + ": " + problem : problem);
+            around.out.Note(found ? OneLine(path) + ": " + problem : problem);
             all_stored = false;
         }
         return all_stored;

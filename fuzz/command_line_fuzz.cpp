@@ -1,0 +1,129 @@
+// A line as it is typed behind the program's name or at the shell's prompt, and behind it the lines
+// of standard input. Whatever they are, the program ends with one of its statuses and writes UTF-8
+// without control characters. Files are left where they are: each run has a folder of its own, and
+// lines that name one elsewhere are not run.
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+
+#include "check.h"
+#include "fuzzed_module.h"
+#include "line_text.h"
+#include "shell_line.h"
+#include "support/temporary_folder.h"
+#include "terminal.h"
+#include "word.h"
+
+namespace {
+
+constexpr std::size_t kMostBytes = 2000;
+// A folder that is not there, with which the host's own paths begin.
+constexpr std::string_view kHostRoot = "/FlowSht.1/";
+
+class CheckedOutput final : public Output {
+ public:
+    void Data(std::string_view text) override { CheckText(text); }
+    void Note(std::string_view text) override { CheckText(text); }
+
+ private:
+    static void CheckText(std::string_view written) {
+        std::string text(written);
+        std::replace_if(
+            text.begin(), text.end(), [](char c) { return c == '\n' || c == '\t'; }, ' ');
+        Check(OneLineMessage(text) == text, "control characters are written", text);
+    }
+};
+
+// Lines of standard input, each also completed.
+class FuzzedLines final : public terminal::LineReader {
+ public:
+    explicit FuzzedLines(terminal::Completer completer) : completer_(std::move(completer)) {}
+    std::optional<std::string> Read(const std::string& prompt) override {
+        Check(OneLineMessage(prompt) == prompt, "control characters in the prompt", prompt);
+        std::string line;
+        if (!std::getline(std::cin, line)) return std::nullopt;
+        for (const std::string& candidate : completer_(line).candidates) {
+            Check(OneLineMessage(candidate) == candidate, "control characters are completed",
+                  candidate);
+        }
+        return line;
+    }
+
+ private:
+    terminal::Completer completer_;
+};
+
+// Has a text be the standard input.
+class StandardInput {
+ public:
+    explicit StandardInput(const std::string& text)
+        : input_(text), former_(std::cin.rdbuf(input_.rdbuf())) {
+        std::cin.clear();
+    }
+    ~StandardInput() { std::cin.rdbuf(former_); }
+    StandardInput(const StandardInput&) = delete;
+    StandardInput& operator=(const StandardInput&) = delete;
+
+ private:
+    std::istringstream input_;
+    std::streambuf* former_;
+};
+
+// Whether no word can be the name of a file outside the working directory.
+bool StaysHere(const std::vector<ShellWord>& words) {
+    return std::all_of(words.begin(), words.end(), [&](const ShellWord& word) {
+        const std::size_t slash = word.text.find('/');
+        const bool climbs = word.text.find("..") != std::string::npos;
+        if (climbs && words.front().text != "cd") return false;
+        return slash == std::string::npos ||
+               word.text.compare(slash, kHostRoot.size(), kHostRoot) == 0;
+    });
+}
+
+bool MayRun(const std::string& text) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const auto words = SplitLine(line);
+        if (words && !StaysHere(*words)) return false;
+    }
+    return text.find('\0') == std::string::npos;
+}
+
+}  // namespace
+
+namespace terminal {
+
+bool NotesAreSeen() {
+    return false;
+}
+const char* NullDevice() {
+    return "/dev/null";
+}
+std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
+    return std::make_unique<FuzzedLines>(std::move(completer));
+}
+
+}  // namespace terminal
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    OfferOwnAdapter();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    if (size > kMostBytes || !MayRun(text)) return -1;
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const auto words = SplitLine(text.substr(0, end));
+    if (!words) return -1;
+    std::vector<std::string> arguments;
+    for (const ShellWord& word : *words) arguments.push_back(word.text);
+    const TemporaryFolder folder;
+    const StandardInput input(text.substr(std::min(end + 1, text.size())));
+    CheckedOutput out;
+    Surroundings around{out};
+    const ExitCode code = Execute(std::move(arguments), Place::kProgram, around);
+    Check(code >= ExitCode::kOk && code <= ExitCode::kUnreadable, "an unknown status");
+    return 0;
+}

@@ -1,0 +1,131 @@
+#pragma once
+
+// Liveness: what all handles on one case share about it: whether it is there, and the revision of
+// its structure. A handle notes the revision at which it was last sure of its object; as long as
+// the number is the same, the object lives, and that is one comparison. When it differs the handle
+// looks again before it touches the object.
+//
+// LivingNode: what a node, or a family of nodes, tells of the object that it stands on.
+//
+// Ownership: counted by whoever holds it, nothing owns upward. Watchers are not counted: they leave
+// before they go, also from inside a round. Threads: the one of the simulation.
+
+#include <cstdint>
+
+class Liveness {
+ public:
+    // Wants to be told what the host tells of the case. All may come inside any host call that may
+    // change the case.
+    class Watcher {
+     public:
+        // The case is gone: once, and the watcher has left by then.
+        virtual void OnEnd() = 0;
+        // Something of the case changed, and nobody else told the watcher of it.
+        virtual void OnChange() = 0;
+        // The list of subscribers, in which the watcher may have stood, was emptied.
+        virtual void OnForgotten() = 0;
+
+     protected:
+        Watcher() = default;
+        ~Watcher() = default;
+
+     private:
+        friend class Liveness;
+        Watcher* previous_ = nullptr;
+        Watcher* next_ = nullptr;
+        bool watches_ = false;
+        bool is_quiet_ = false;
+        // The last round in which it was told of a change.
+        std::uint64_t heard_ = 0;
+    };
+
+    Liveness(const Liveness&) = delete;
+    Liveness& operator=(const Liveness&) = delete;
+
+    int AddRef() { return ++references_; }
+    int Release() {
+        const int left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+
+    bool IsCurrent(std::uint64_t revision) const { return *revision_ == revision; }
+    // To be noted by who has just looked; never 0.
+    std::uint64_t Revision() const { return *revision_; }
+    bool HasEnded() const { return revision_ == &kEnded; }
+    // Asks the host whether the case is there; one that is not ends, without telling anybody.
+    bool Look();
+
+    // A watcher may watch one case; to watch twice is as once. The second is for those who need not
+    // hear of anything at once: nothing is installed at the host for them.
+    void Watch(Watcher& watcher);
+    void WatchQuietly(Watcher& watcher);
+    void Leave(Watcher& watcher);
+    // The watcher was told of the change of this round by another road.
+    void Heard(Watcher& watcher) const { watcher.heard_ = round_; }
+
+    // The case is gone for good; tells the watchers.
+    void End();
+    // The same, of which the watchers find out by themselves.
+    void EndUntold();
+    // A change of the case that the host tells: between the two others may tell watchers of it; the
+    // second tells the rest.
+    void BeginChange();
+    void TellChange();
+    // See Watcher::OnForgotten.
+    void TellForgotten();
+
+ protected:
+    // `revision` is the host's place of the number, null when it keeps none: then what it tells
+    // counts.
+    explicit Liveness(const std::uint64_t* revision) : revision_(revision ? revision : &own_) {}
+    virtual ~Liveness();
+
+    // Whether the host still has the case.
+    virtual bool IsThere() const = 0;
+    // The first watcher has come and the last has left, quiet ones apart; the case has just ended.
+    virtual void OnFirstWatcher() = 0;
+    virtual void OnNoWatcher() = 0;
+    virtual void OnEnded(bool told) = 0;
+
+ private:
+    // A walk over the watchers that survives their leaving.
+    struct Round {
+        Watcher* next;
+        Round* outer;
+    };
+
+    template <class Tell>
+    void ForEachWatcher(Tell tell);
+    void Enter(Watcher& watcher, bool quietly);
+
+    // No revision of a host, and no revision that a handle has noted.
+    static constexpr std::uint64_t kEnded = ~std::uint64_t{0};
+
+    const std::uint64_t* revision_;
+    std::uint64_t own_ = 1;
+    std::uint64_t round_ = 0;
+    Watcher* first_ = nullptr;
+    int listeners_ = 0;
+    Round* rounds_ = nullptr;
+    int references_ = 0;
+};
+
+class LivingNode {
+ public:
+    // Lent, null when there is nothing that may go.
+    virtual Liveness* Life() const = 0;
+    // What the node stood on does not live any more.
+    virtual bool IsGone() const = 0;
+    // A number of the object itself; 0 when the node has none of its own and is known by its key.
+    virtual std::uint64_t ObjectNumber() const { return 0; }
+    // No other object ever has the number, so that it alone says whether the object lives.
+    virtual bool IsTracked() const { return false; }
+
+ protected:
+    ~LivingNode() = default;
+};
+
+// What clients are told by a handle whose object is gone.
+inline constexpr char kNodeDeletedText[] = "Node deleted";
+inline constexpr char kNodeInvalidText[] = "Node invalid";

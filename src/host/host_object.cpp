@@ -1,0 +1,12 @@
+#include "host/host_object.h"
+
+void HostObjectBase::Look() const {
+    const bool is_there = life_->Look() && (identity_ == 0 || IsThere(identity_));
+    revision_ = life_->Revision();
+    is_gone_ = address_ && !is_there;
+}
+
+bool HostObjectBase::IsThere(std::uint64_t identity) {
+    host::HostServices* services = host::InstalledServices();
+    return services && services->Lives(identity);
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+// HostObject<T>: a host object that a handle stands on, which may be gone by the next use. Get asks
+// before host memory is touched: one comparison as long as the structure of no case has changed,
+// and after that once whether the object of this number lives. Gone is for good.
+//
+// The objects of a host that gives no numbers count as living while their case does.
+
+#include <cstdint>
+
+#include "host/case_life.h"
+
+class HostObjectBase {
+ public:
+    // The object that was held does not live any more.
+    bool IsGone() const {
+        Check();
+        return is_gone_;
+    }
+    // The object's own number, or, where the host gives none, its address; 0 for no object. Lasts
+    // when the object is gone.
+    std::uint64_t Number() const {
+        return identity_ ? identity_ : reinterpret_cast<std::uintptr_t>(address_);
+    }
+    // The number tells the object apart from all that ever were.
+    bool IsTracked() const { return identity_ != 0; }
+    const Ref<CaseLife>& Life() const { return life_; }
+
+ protected:
+    HostObjectBase() = default;
+    HostObjectBase(const void* address, std::uint64_t identity, Ref<CaseLife> life)
+        : life_(std::move(life)), address_(address), identity_(identity) {
+        if (life_) revision_ = life_->Revision();
+    }
+
+    // True when the object may be touched.
+    bool Check() const {
+        if (!is_gone_ && life_ && !life_->IsCurrent(revision_)) Look();
+        return !is_gone_;
+    }
+    void Distrust() { revision_ = 0; }
+
+ private:
+    void Look() const;
+    static bool IsThere(std::uint64_t identity);
+
+    Ref<CaseLife> life_;
+    const void* address_ = nullptr;
+    std::uint64_t identity_ = 0;
+    mutable std::uint64_t revision_ = 0;
+    mutable bool is_gone_ = false;
+};
+
+template <class T>
+class HostObject : public HostObjectBase {
+ public:
+    // None, which is never gone.
+    HostObject() = default;
+    // One that is there now.
+    HostObject(T* object, Ref<CaseLife> life)
+        : HostObjectBase(object, object ? object->Identity() : 0, std::move(life)),
+          object_(object) {}
+    // One that had this number when the host last told; it may be gone by now.
+    HostObject(T* object, std::uint64_t identity, Ref<CaseLife> life)
+        : HostObjectBase(object, identity, std::move(life)), object_(object) {
+        Distrust();
+    }
+
+    // Null for none and when it is gone.
+    T* Get() const { return Check() ? object_ : nullptr; }
+
+ private:
+    T* object_ = nullptr;
+};
