@@ -70,14 +70,20 @@ class StandardInput {
     std::streambuf* former_;
 };
 
+// A word, or the value of an option in it, that begins at the root, but for a path of the host's.
+bool BeginsAtRoot(std::string_view word) {
+    for (std::size_t at = word.find('/'); at != word.npos; at = word.find('/', at + 1)) {
+        const bool begins = at == 0 || word[at - 1] == '=';
+        if (begins && !word.substr(at).starts_with(kHostRoot)) return true;
+    }
+    return false;
+}
+
 // Whether no word can be the name of a file outside the working directory.
 bool StaysHere(const std::vector<ShellWord>& words) {
     return std::all_of(words.begin(), words.end(), [&](const ShellWord& word) {
-        const std::size_t slash = word.text.find('/');
         const bool climbs = word.text.find("..") != std::string::npos;
-        if (climbs && words.front().text != "cd") return false;
-        return slash == std::string::npos ||
-               word.text.compare(slash, kHostRoot.size(), kHostRoot) == 0;
+        return (!climbs || words.front().text == "cd") && !BeginsAtRoot(word.text);
     });
 }
 
