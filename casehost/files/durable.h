@@ -1,23 +1,47 @@
 #pragma once
 
-// Files that survive a crash: what the standard library lacks to know that the disk has them. One
-// source for each platform, chosen by the build.
+// Files that survive a crash, and what is left of those that did not: what the standard library
+// lacks to know that the disk has a file, and that nobody is at work on it. One source for each
+// platform, chosen by the build.
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
 #include <system_error>
 
 namespace casehost::files {
 
-// Writes a new file and comes back when the disk has it. It can be read and written by whoever may
-// do so with the file `like`, where there is one and permissions lie in the file. A file that could
-// not be written whole is removed. Where the name is taken, also by a link that leads nowhere, the
-// error is file_exists and what has it is left alone.
-std::error_code WriteThrough(const std::filesystem::path& path, std::string_view text,
-                             const std::filesystem::path& like);
+// A file that is to take the place of another, its target, once it is whole. As long as one lives
+// its file is seen to be in use, by other processes too, and a signal that would end the process
+// waits: writing is given up then and the file goes first. A file that took no place is removed.
+//
+// Nobody reads it who may not read the target: until it takes the place it is its maker's alone.
+// Then it has the target's owner, group and rights, as far as the maker may give them.
+class NewFile {
+ public:
+    explicit NewFile(std::filesystem::path target);
+    ~NewFile();
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
 
-// Gives the file `from` the name `to`, in one step over a file that has it. On an error both are as
-// they were.
-std::error_code Replace(const std::filesystem::path& from, const std::filesystem::path& to);
+    // Begins the file under a name. Where that is taken, also by a link that leads nowhere, the
+    // error is file_exists and what has it is left alone.
+    std::error_code Open(const std::filesystem::path& name);
+    // Comes back when the disk has the text, or with `interrupted` when a signal waits.
+    std::error_code Write(std::string_view text);
+    // Takes the target's place in one step. On an error both are as they were.
+    std::error_code TakePlace();
+
+ private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// Removes a file unless it is in use as a NewFile, or no file at all. Where nothing tells who is at
+// work on a file, none is removed.
+void RemoveUnused(const std::filesystem::path& name);
+
+// Something that is neither file nor folder has the name: a pipe, or a device.
+bool IsDevice(const std::filesystem::path& name);
 
 }  // namespace casehost::files

@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "casehost/file_path.h"
-#include "files/durable.h"
+#include "files/draft.h"
 
 namespace casehost {
 
@@ -32,11 +32,22 @@ ReadResult ReadCaseFile(const std::string& path) {
 
 namespace {
 
-// Where a name leads: a link stays, the file behind it is replaced.
-std::filesystem::path BehindLinks(const std::filesystem::path& path) {
-    std::error_code error;
-    const std::filesystem::path file = std::filesystem::canonical(path, error);
-    return !error && std::filesystem::is_symlink(path, error) ? file : path;
+// Where a name leads: a link stays, and the file behind it is replaced, or made.
+std::filesystem::path BehindLinks(std::filesystem::path path, std::error_code& error) {
+    constexpr int kMostLinks = 40;
+    std::error_code leads_nowhere;
+    for (int links = 0; std::filesystem::is_symlink(path, leads_nowhere); ++links) {
+        const std::filesystem::path file = std::filesystem::canonical(path, leads_nowhere);
+        if (!leads_nowhere) return file;
+        if (links == kMostLinks) {
+            error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+            break;
+        }
+        const std::filesystem::path next = std::filesystem::read_symlink(path, error);
+        if (error) break;
+        path = path.parent_path() / next;
+    }
+    return path;
 }
 
 // Replacing a file needs no right to write into it; who took that right away wants to keep it.
@@ -47,39 +58,26 @@ std::error_code WhyKept(const std::filesystem::path& target) {
     return {errno, std::generic_category()};
 }
 
-constexpr int kMostBeside = 100;
-
-// Writes a file of its own beside the target: whoever saves there at the same time has another one,
-// and a file that already has the name stays.
-std::error_code WriteBeside(const std::filesystem::path& target, const std::string& text,
-                            std::filesystem::path& beside) {
-    std::error_code error;
-    for (int number = 0; number < kMostBeside; ++number) {
-        beside = target;
-        beside += (number == 0 ? "" : "." + std::to_string(number)) + ".part";
-        error = files::WriteThrough(beside, text, target);
-        if (error != std::errc::file_exists) break;
-    }
-    return error;
-}
-
 }  // namespace
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
+    const auto failure = [&](const char* what, const std::string& why) {
+        return SaveResult{false, {path, std::string(what) + why}};
+    };
+    constexpr char kNotWritten[] = "can't be written: ";
     const std::string text = CaseToText(data);
-    const std::filesystem::path target = BehindLinks(FilePath(path));
-    if (const std::error_code error = WhyKept(target)) {
-        return {false, {path, "can't be written: " + error.message()}};
-    }
-    std::filesystem::path beside;
-    if (const std::error_code error = WriteBeside(target, text, beside)) {
-        return {false, {path, "can't be written: " + error.message()}};
-    }
-    const std::error_code error = files::Replace(beside, target);
-    if (!error) return {true, {}};
-    std::error_code ignored;
-    std::filesystem::remove(beside, ignored);
-    return {false, {path, "can't be replaced: " + error.message()}};
+    std::error_code error;
+    const std::filesystem::path target = BehindLinks(FilePath(path), error);
+    if (!error && files::IsDevice(target)) return failure(kNotWritten, "not a file");
+    if (!error) error = WhyKept(target);
+    if (error) return failure(kNotWritten, error.message());
+    files::RemoveLeftDrafts(target);
+    files::NewFile draft(target);
+    error = files::OpenDraft(draft, target);
+    if (!error) error = draft.Write(text);
+    if (error) return failure(kNotWritten, error.message());
+    error = draft.TakePlace();
+    return error ? failure("can't be replaced: ", error.message()) : SaveResult{true, {}};
 }
 
 void RegisterCaseFiles() {

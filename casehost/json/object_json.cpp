@@ -49,6 +49,7 @@ void WriteObject(JsonText& text, const ObjectData& object, ShapeNames& shapes, i
         text.Text(Word(kStatusWords, object.status));
         if (!object.status_text.empty()) text.Member("statusText"), text.Text(object.status_text);
     }
+    if (object.stale) text.Member("stale"), text.Flag(true);
     if (HasValues(object)) line("variables"), WriteVariables(text, object, depth + 1);
     if (!object.ports.empty()) {
         line("ports");
@@ -106,6 +107,7 @@ void ObjectReader::ReadObject(const JsonNode& node, ObjectData& object) {
     const Shape& shape = ShapeOf(fields.Find("shape"));
     object.status = static_cast<ObjectStatus>(fields.Word("status", kStatusWords, 0));
     object.status_text = fields.Text("statusText");
+    object.stale = fields.Flag("stale", false);
     if (!ReadVariables(tree_, fields.Object("variables"), shape, object, room_)) {
         full_ = true;
         tree_.Report(node, "more than " + std::to_string(kMaxCaseValues) + " values in the case");

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "casehost/units.h"
+#include "host/interface/services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
 
@@ -20,6 +21,30 @@ host::Viewable* ViewOf(Node* node) {
     return node ? node->View() : nullptr;
 }
 
+// How clients are told a number: in the default unit of its quantity, which they ask the services
+// for. Without a quantity as it is.
+class ClientUnit {
+ public:
+    ClientUnit() = default;
+    explicit ClientUnit(const BasisElement& data) : services_(host::InstalledServices()) {
+        const Quantity* quantity = FindQuantity(data.quantity);
+        if (services_ && quantity) {
+            unit_ = services_->def_unit(quantity->type, services_->DefaultUnits());
+        }
+    }
+
+    double ToClient(double internal) const {
+        return unit_ ? services_->calc_ounit(internal, unit_) : internal;
+    }
+    double ToInternal(double told) const {
+        return unit_ ? services_->calc_unit(told, unit_) : told;
+    }
+
+ private:
+    host::HostServices* services_ = nullptr;
+    const host::UnitRecord* unit_ = nullptr;
+};
+
 }  // namespace
 
 class BasisTree::Variable final : public host::ProcessVariable {
@@ -29,17 +54,25 @@ class BasisTree::Variable final : public host::ProcessVariable {
         Take(data.number, data.state == VariableState::specified);
     }
     bool CanSpecify() override { return !fixed_; }
-    void SetSpecified(double number) override { Store(number, true); }
-    void SetCalculated(double number) override { Store(number, false); }
+    void SetSpecified(double number) override { Store(unit_.ToInternal(number), true); }
+    void SetCalculated(double number) override { Store(unit_.ToInternal(number), false); }
 
+    // From now on clients see the number in this unit.
+    void TellIn(const ClientUnit& unit) {
+        unit_ = unit;
+        value = unit_.ToClient(internal_);
+    }
+    double Internal() const { return internal_; }
     VariableState State() const {
         if (!(status_bits & kHoldsValue)) return VariableState::missing;
-        return status_bits & kSpecified ? VariableState::specified : VariableState::calculated;
+        return IsSpecified() ? VariableState::specified : VariableState::calculated;
     }
 
  private:
+    bool IsSpecified() const { return (status_bits & kSpecified) != 0; }
     void Take(double number, bool specified) {
-        value = number;
+        internal_ = number;
+        value = unit_.ToClient(number);
         const bool holds = number != kEmpty;
         status_bits = (adjustable_ ? kAdjustable : 0u) | (holds ? kHoldsValue : 0u) |
                       (holds && specified ? kSpecified : 0u);
@@ -47,6 +80,11 @@ class BasisTree::Variable final : public host::ProcessVariable {
     void Store(double number, bool specified) {
         if (!script_.AllowStore()) return;
         script_.RunInStore();
+        const bool same_kind = IsSpecified() == (specified && number != kEmpty);
+        if (same_kind && IsSameNumber(value, number)) {
+            value = number;
+            return;
+        }
         Take(number, specified);
         basis_.OwnerCase().ValueStored(basis_);
     }
@@ -55,6 +93,8 @@ class BasisTree::Variable final : public host::ProcessVariable {
     Script& script_;
     bool adjustable_;
     bool fixed_;
+    double internal_ = kEmpty;
+    ClientUnit unit_;
 };
 
 struct BasisTree::Element {
@@ -115,7 +155,7 @@ std::vector<BasisElement> BasisTree::DataOf(const Elements& elements) {
             path = there ? node->OwnerCase().PathOf(*node, nullptr) : std::string();
         });
         if (element->variable) {
-            out.number = element->variable->value;
+            out.number = element->variable->Internal();
             out.state = element->variable->State();
         }
         out.elements = DataOf(element->elements);
@@ -142,13 +182,17 @@ void BasisTree::Add(const Elements& elements, SpecInfo& info) {
         element.moniker = each->moniker;
         element.custom = data.kind == Kind::custom;
         element.status_holder = data.kind == Kind::status ? each.get() : nullptr;
+        const ClientUnit unit(data);
+        if (each->variable) each->variable->TellIn(unit);
         element.process_variable = each->variable.get();
         if (data.kind == Kind::object) {
             element.attached_object = ViewOf(each->objects.front());
             element.attached_identity =
                 element.attached_object ? element.attached_object->Identity() : 0;
         }
-        if (data.kind == Kind::number || data.kind == Kind::custom) element.number = data.number;
+        if (data.kind == Kind::number || data.kind == Kind::custom) {
+            element.number = unit.ToClient(data.number);
+        }
         if (data.kind == Kind::text || data.kind == Kind::custom) {
             element.value_text = host::Text(data.text);
         }

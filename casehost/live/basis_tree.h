@@ -5,6 +5,7 @@
 // clients ask; what clients store stays here and goes into the case's data.
 //
 // Every element has an address of its own on the basis, ":Spec.n", under which its unit is asked.
+// Clients are told numbers in the default unit that stands when a specification is filled.
 
 #include <memory>
 #include <string_view>

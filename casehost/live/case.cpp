@@ -41,7 +41,7 @@ std::unique_ptr<Case> BuildCase(const CaseData& data, std::shared_ptr<Script> sc
 Case::Case(const CaseData& data, std::shared_ptr<Script> script)
     : NodeOf(context_, nullptr, types::Case(), data.name),
       script_(std::move(script)),
-      context_{this, script_.get()},
+      context_{this, script_.get(), data.recorded},
       basics_(WithoutObjects(data)),
       document_(host::Text(data.name), host::Text()) {
     main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
@@ -90,6 +90,7 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     }
     node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
     node->SetCondition(data.status, data.status_text);
+    node->SetStale(data.stale);
     return node;
 }
 
@@ -186,6 +187,12 @@ Node* Case::FirstInError() {
         if (!first && node.Condition() == ObjectStatus::error) first = &node;
     });
     return first;
+}
+
+bool Case::HasOldResults() {
+    bool found = false;
+    ForEach([&](Node& node) { found = found || node.HasOldResults(); });
+    return found;
 }
 
 void Case::ValueStored(Node& node) {

@@ -10,8 +10,9 @@
 // A store makes calculated values stale: those of the stored object, of the unit operation that
 // makes it when it is a stream, and of everything downstream of these, down into and up out of
 // template operations, and of utilities attached to any of them. Stale values are shown missing and
-// their objects as not solved until a solve has filled them. A store into a reaction or the basis
-// makes all stale.
+// their objects as not solved until a solve has filled them. A recording can't be solved again: its
+// values stay, and are told to be outdated. A store into a reaction or the basis makes all stale;
+// one of a value that stands already changes nothing.
 
 #include <functional>
 #include <memory>
@@ -32,7 +33,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     Case(const CaseData& data, std::shared_ptr<Script> script);
     ~Case() override;
 
-    // The case as data, stale values without numbers.
+    // The case as data, stale values without numbers; those of a recording with their mark.
     CaseData ToData();
     // Takes calculated values and status over from a case of the same structure; false when the
     // structure differs, and nothing is taken.
@@ -60,6 +61,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     SolverNode& Solver() { return *solver_; }
     void SetEngine(std::unique_ptr<SolveEngine> engine) { solver_->SetEngine(std::move(engine)); }
     bool IsRecorded() const { return basics_.recorded; }
+    // Values are shown that are older than a change of the case.
+    bool HasOldResults();
     int SolveTurns() const { return basics_.solve_turns; }
     void ValueStored(Node& node);
     void Notify(void (host::IModelCallback::*event)());

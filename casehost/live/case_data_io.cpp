@@ -10,7 +10,8 @@ ObjectData Case::ObjectToData(Node& node) {
     data.name = node.Name().Str();
     data.type = node.Class()->DisplayName().Str();
     data.variables = node.VariablesToData();
-    data.status = node.Condition();
+    data.stale = IsRecorded() && node.IsStale();
+    data.status = data.stale ? node.ResultCondition() : node.Condition();
     data.status_text = node.StatusText();
     const Shape& shape = *node.GetShape();
     for (std::size_t i = shape.VariableCount(); i < shape.AllRows().size(); ++i) {

@@ -98,6 +98,7 @@ OpenResult CaseHost::Open(const CaseData& data) {
     cases_.push_back(BuildCase(data, script_));
     active_ = cases_.back().get();
     if (engine_maker_ && !data.recorded) active_->SetEngine(engine_maker_());
+    active_->Solver().SetStopButton(stop_button_);
     active_->SetSaver([this](Case& each) { return static_cast<bool>(Save(each)); });
     return {active_, active_->Problems()};
 }
@@ -134,6 +135,10 @@ void CaseHost::Close(Case& open_case) {
 
 std::string CaseHost::SolveProblem() const {
     return active_ ? active_->Solver().Message() : std::string();
+}
+
+bool CaseHost::HasOldResults() const {
+    return active_ && active_->HasOldResults();
 }
 
 host::SimulationCase* CaseHost::ActiveCase() {

@@ -21,6 +21,12 @@ std::uint8_t Code(VariableState state) {
     return static_cast<std::uint8_t>(state);
 }
 
+// A number that is not given yet becomes so by its store, though it stands there.
+bool HoldsAlready(const Cell& cell, double value) {
+    const bool missing = cell.state == Code(VariableState::missing);
+    return IsSameNumber(cell.number, value) && (!missing || value == kEmpty);
+}
+
 std::array<int, 3> OffsetsOf(const host::VarDescription& variable) {
     return {variable.Offset(0), variable.Offset(1), variable.Offset(2)};
 }
@@ -91,7 +97,7 @@ std::vector<VariableData> Node::VariablesToData() {
             value.state = static_cast<VariableState>(cell.state);
             if (row.value_kind == host::kAttachment) {
                 if (Node* target = Target(cell)) value.text = OwnerCase().PathOf(*target, this);
-            } else if (!IsStaleCell(cell)) {
+            } else if (!IsHidden(cell)) {
                 value.number = cell.number;
                 value.text = TextAt(cell);
             }
@@ -171,7 +177,7 @@ double Node::ReadOtherReal(const host::VarDescription& variable) {
     }
     if (place.row->value_kind > host::kEnumeration) return host::kEmptyReal;
     const Cell& cell = CellAt(place.cell);
-    return IsStaleCell(cell) ? host::kEmptyReal : cell.number;
+    return IsHidden(cell) ? host::kEmptyReal : cell.number;
 }
 
 bool Node::MayStoreReal(const Place& place, double value) {
@@ -184,6 +190,7 @@ bool Node::MayStoreReal(const Place& place, double value) {
     }
     if (row.value_kind != host::kReal || !std::isfinite(value)) return false;
     if (value == kEmpty) return true;
+    if (StoresCompositions() && row.IsComposition() && value < 0) return false;
     return (row.spec->minimum == kEmpty || value >= row.spec->minimum) &&
            (row.spec->maximum == kEmpty || value <= row.spec->maximum);
 }
@@ -201,7 +208,9 @@ void Node::StoreReal(const host::VarDescription& variable, double value) {
     // What ran in the middle may have taken the object away.
     if (deleted_) return;
     Cell& cell = CellAt(place.cell);
+    const bool changes = !HoldsAlready(cell, value);
     cell.number = value;
+    if (!changes) return;
     cell.state = Code(value == kEmpty ? VariableState::missing : VariableState::specified);
     if (StoresCompositions() && place.row->IsComposition()) CompositionChanged(*place.row);
     OwnerCase().ValueStored(*this);
@@ -229,7 +238,7 @@ host::Text Node::ReadText(const host::VarDescription& variable) {
     const Cell& cell = CellAt(place.cell);
     if (place.row->value_kind < host::kText || place.row->value_kind == host::kAttachment)
         return {};
-    return IsStaleCell(cell) ? host::Text() : host::Text(TextAt(cell));
+    return IsHidden(cell) ? host::Text() : host::Text(TextAt(cell));
 }
 
 void Node::StoreText(const host::VarDescription& variable, const host::Text& value) {
@@ -246,6 +255,7 @@ void Node::StoreText(const host::VarDescription& variable, const host::Text& val
     context_->script->RunInStore();
     if (deleted_) return;
     Cell& cell = CellAt(place.cell);
+    if (TextAt(cell) == value.Str()) return;
     SetTextAt(cell, value.Str());
     cell.state = Code(VariableState::specified);
     OwnerCase().ValueStored(*this);
@@ -313,7 +323,18 @@ void Node::Status(const host::VarDescription& variable, host::ModifyState& state
     const Place place = Locate(variable);
     if (place.cell < 0) return;
     const Cell& cell = CellAt(place.cell);
-    state = IsStaleCell(cell) ? host::kMissing : static_cast<host::ModifyState>(cell.state);
+    state = IsHidden(cell) ? host::kMissing : static_cast<host::ModifyState>(cell.state);
+}
+
+bool Node::IsOutdated(const host::VarDescription& variable) {
+    const Place place = shape_ ? Locate(variable) : Place();
+    return place.cell >= 0 && context_->keeps_results && IsStaleCell(CellAt(place.cell));
+}
+
+bool Node::HasOldResults() const {
+    if (!stale_ || !context_->keeps_results || !shape_) return false;
+    const auto is_stale = [this](const Cell& cell) { return IsStaleCell(cell); };
+    return std::any_of(cells_.get(), cells_.get() + shape_->CellCount(), is_stale);
 }
 
 // Parts before the one that names a variable are either steps of a moniker path or attachment

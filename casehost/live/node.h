@@ -3,6 +3,7 @@
 // Node: what every live object of a case is, whatever face it shows to clients: owner, class, name,
 // values, status. NodeOf puts it behind one of the host's abstract classes.
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,7 +25,17 @@ class FlowsheetNode;
 struct CaseContext {
     Case* owner = nullptr;
     Script* script = nullptr;
+    // Results that were recorded can't be computed again: they stay when they are stale.
+    bool keeps_results = false;
 };
+
+// Readers see twelve digits and store what they have seen: a number that differs from a stored one
+// only beyond these is the same.
+inline bool IsSameNumber(double stored, double given) {
+    constexpr double kRounding = 1e-11;
+    if (stored == kEmpty || given == kEmpty) return stored == given;
+    return std::abs(stored - given) <= kRounding * std::abs(stored);
+}
 
 // One stored value. The number of a real or the ordinal of an enumeration, or the attached object;
 // texts stand in the node's text table.
@@ -60,10 +71,13 @@ class Node {
     virtual FlowsheetNode* Inner() { return nullptr; }
 
     ObjectStatus Condition() const { return stale_ ? ObjectStatus::not_solved : status_; }
+    // The status that goes with the calculated values, stale or not.
+    ObjectStatus ResultCondition() const { return status_; }
     const std::string& StatusText() const { return status_text_; }
     void SetCondition(ObjectStatus status, std::string text);
-    // A stale node shows its calculated values as missing and its status as not solved until a
-    // solve fills them again.
+    // The calculated values of a stale node are older than a change of the case. Until a solve
+    // fills them again its status is not solved, and they are shown missing; those of a recording
+    // are shown all the same, as outdated.
     bool IsStale() const { return stale_; }
     void SetStale(bool stale) { stale_ = stale; }
     bool IsDeleted() const { return deleted_; }
@@ -91,7 +105,7 @@ class Node {
     double ReadReal(const host::VarDescription& variable) {
         const int cell = shape_ ? shape_->ScalarCell(variable.HostWord()) : -1;
         if (cell < 0 || Blank(Script::Answer::real_value)) return ReadOtherReal(variable);
-        return IsStaleCell(CellAt(cell)) ? host::kEmptyReal : CellAt(cell).number;
+        return IsHidden(CellAt(cell)) ? host::kEmptyReal : CellAt(cell).number;
     }
     void StoreReal(const host::VarDescription& variable, double value);
     host::Text ReadText(const host::VarDescription& variable);
@@ -107,6 +121,9 @@ class Node {
     virtual host::CSpecSource* SpecSource() { return nullptr; }
     // Leaves `state` alone for a variable that is not this object's.
     void Status(const host::VarDescription& variable, host::ModifyState& state);
+    // Shown though it is older than a change of the case.
+    bool IsOutdated(const host::VarDescription& variable);
+    bool HasOldResults() const;
     bool Blank(Script::Answer answer) const { return context_->script->Blank(answer); }
 
  protected:
@@ -133,6 +150,7 @@ class Node {
     bool IsStaleCell(const Cell& cell) const {
         return stale_ && cell.state == static_cast<std::uint8_t>(VariableState::calculated);
     }
+    bool IsHidden(const Cell& cell) const { return IsStaleCell(cell) && !context_->keeps_results; }
     bool MayStoreReal(const Place& place, double value);
     host::Text LabelAt(const Row& row, const host::VarDescription& variable) const;
     void FillCell(const Row& row, const ValueData& from, Cell& cell);

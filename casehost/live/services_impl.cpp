@@ -121,6 +121,12 @@ void CaseHost::ServicesImpl::GetVariableStatus(host::Viewable* object,
     if (node && !Blank(Script::Answer::variable_status)) node->Status(variable, state);
 }
 
+bool CaseHost::ServicesImpl::IsOutdated(host::Viewable* object,
+                                        const host::VarDescription& variable) {
+    Node* node = Node::Of(object);
+    return node && node->IsOutdated(variable);
+}
+
 const host::ObjectTypeInfo* CaseHost::ServicesImpl::FindObjectType(const host::Text& class_name) {
     return types::Find(class_name.Str());
 }

@@ -64,6 +64,7 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     host::Text RelativeMoniker(host::Viewable* from, host::Viewable* to, bool full) override;
     void GetVariableStatus(host::Viewable* object, const host::VarDescription& variable,
                            host::ModifyState& state, int& detail) override;
+    bool IsOutdated(host::Viewable* object, const host::VarDescription& variable) override;
     const host::ObjectTypeInfo* FindObjectType(const host::Text& class_name) override;
     const host::ObjectTypeRecords& ObjectTypes() override { return records_; }
     host::VariableTypes* pVarTypes() override { return &variable_types_; }

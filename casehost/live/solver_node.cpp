@@ -10,6 +10,7 @@ constexpr char kRunningMoniker[] = ":Boolean.302";
 constexpr char kReadyMoniker[] = ":Boolean.300";
 constexpr char kConsistencyMoniker[] = "ConsistencyVariable";
 constexpr char kNothingInconsistent[] = "Unknown.0";
+constexpr char kStopped[] = "the solve was stopped";
 // A blocking pass gives up after so many steps; an engine that converges needs far fewer.
 constexpr int kBlockingSteps = 10000;
 
@@ -26,11 +27,7 @@ void SolverNode::SolveTask() {
     finished_ = false;
     if (phase_ == Phase::solving) return;
     if (OwnerCase().IsRecorded()) {
-        // The end is told in the next turn, as that of any solve.
-        message_ = "the case is a recording and can't be computed again";
-        finished_ = true;
-        phase_ = Phase::ending;
-        needs_to_run_ = true;
+        if (needs_to_run_) RefuseRecording();
         return;
     }
     if (phase_ == Phase::queued) return;
@@ -38,7 +35,15 @@ void SolverNode::SolveTask() {
     turns_to_begin_ = Context().script->TurnsToBegin();
 }
 
+// The end is told in the next turn, as that of any solve.
+void SolverNode::RefuseRecording() {
+    message_ = "the case is a recording and can't be computed again";
+    finished_ = true;
+    phase_ = Phase::ending;
+}
+
 void SolverNode::SolveOnce() {
+    if (OwnerCase().IsRecorded() && !holding_) needs_to_run_ = true;
     SolveTask();
     for (int step = 0; step < kBlockingSteps && phase_ != Phase::idle && !stop_; ++step) Turn();
 }
@@ -66,6 +71,10 @@ void SolverNode::CaseChanged() {
 }
 
 void SolverNode::Turn() {
+    if (Pending() || IsSolving()) {
+        stop_ |= stop_button_ && stop_button_();
+        if (stop_) return End(false, kStopped);
+    }
     switch (phase_) {
         case Phase::idle:
             finished_ = false;
@@ -94,7 +103,7 @@ void SolverNode::Begin() {
 }
 
 void SolverNode::Advance() {
-    if (holding_ || stop_) return End(false, "the solve was stopped");
+    if (holding_) return End(false, kStopped);
     const Script& script = *Context().script;
     if (!script.SolveFailure().empty()) return End(false, script.SolveFailure());
     if (!engine_) return End(false, "no engine computes this case");

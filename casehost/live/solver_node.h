@@ -4,8 +4,10 @@
 // two turns of the host's loop later, works a step a turn and ends; the computation is an engine's.
 //
 // While it holds nothing starts: SolveTask does nothing, and a solve under way is given up at the
-// next turn. A store during a solve begins it anew. A recorded case can't be computed again: its
-// SolveTask ends at once, without success.
+// next turn. A store during a solve begins it anew. A recorded case can't be computed again: once
+// it was changed its SolveTask ends at once, without success, and its SolveOnce does so always.
+
+#include <functional>
 
 #include "casehost/solve_engine.h"
 #include "host/interface/simulation_case.h"
@@ -33,6 +35,8 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
 
     // The host's user presses the buttons.
     void RequestStop() { stop_ = true; }
+    // Asked at every turn of a solve; true presses the button.
+    void SetStopButton(std::function<bool()> pressed) { stop_button_ = std::move(pressed); }
     void RequestPause(bool on) { pause_requested_ = on; }
 
     // A value or the structure of the case changed: what was computed no longer holds.
@@ -47,6 +51,7 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
  private:
     enum class Phase { idle, queued, solving, ending };
 
+    void RefuseRecording();
     void Begin();
     void Advance();
     SolveEngine::Outcome Compute();
@@ -64,6 +69,7 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     bool stop_ = false;
     bool pause_requested_ = false;
     bool finished_ = false;
+    std::function<bool()> stop_button_;
     bool changed_ = false;  // since the solve under way was prepared
     std::string message_;
 };

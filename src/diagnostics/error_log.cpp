@@ -51,6 +51,31 @@ void ErrorLog::AtLevel(const char* text, int level) {
     if (level <= level_) Message(text);
 }
 
+namespace {
+
+bool IsControl(unsigned char c) {
+    constexpr unsigned char kDelete = 0x7f;
+    return c < ' ' || c == kDelete;
+}
+
+// In UTF-8 the upper control characters are two bytes, of which this is the first.
+constexpr char kUpperLead = '\xc2';
+bool IsUpperControl(unsigned char second) {
+    return second >= 0x80 && second < 0xa0;
+}
+
+std::string WithoutControls(const char* text) {
+    std::string plain;
+    for (; *text != '\0'; ++text) {
+        const bool is_upper = *text == kUpperLead && IsUpperControl(text[1]);
+        plain += is_upper || IsControl(*text) ? '?' : *text;
+        if (is_upper) ++text;
+    }
+    return plain;
+}
+
+}  // namespace
+
 ErrorLog& ModuleLog() {
     static ErrorLog log;
     return log;
@@ -70,4 +95,8 @@ void LogMessage(const char* text) {
 }
 void LogAtLevel(const char* text, int level) {
     ModuleLog().AtLevel(text, level);
+}
+void LogAndTell(const char* text) {
+    LogMessage(text);
+    std::fprintf(stderr, "%s\n", WithoutControls(text).c_str());
 }

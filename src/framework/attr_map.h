@@ -16,6 +16,7 @@
 #include "framework/cursor.h"
 #include "framework/entry.h"
 #include "framework/liveness.h"
+#include "framework/var_set_loan.h"
 
 template <class T>
 struct AttrRow {
@@ -92,11 +93,12 @@ void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
 }
 
 // Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new
-// cursor stands on the first row, available or not, until it is moved.
+// cursor stands on the first row, available or not, until it is moved. The variables that it gives
+// the owner are the owner's until they go or the cursor and its copies do.
 template <class T>
 class AttrMapCursorBase final : public FIAttributeCursorBase {
  public:
-    explicit AttrMapCursorBase(T* owner) : owner_(owner), row_(First()) {}
+    explicit AttrMapCursorBase(T* owner) : owner_(owner), lent_(*owner), row_(First()) {}
 
     const void* TypeId() const override { return &kTypeId; }
     int AddRef() override {
@@ -106,7 +108,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
     int Release() override {
         const int left = --references_;
         if (left == 0) {
-            owner_->Release();
+            const Ref<T> owner = Ref<T>::Adopt(owner_);
             delete this;
         }
         return left;
@@ -116,6 +118,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         if (deep) {
             clone = new AttrMapCursorBase(owner_);
             clone->row_ = row_;
+            clone->lent_.Share(lent_);
         }
         return HandOut(clone);
     }
@@ -168,7 +171,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
         }
     }
     FIVarSet* GetVarSet() override { return owner_->GetVarSet(); }
-    void SetVarSet(FIVarSet* vars) override { owner_->SetVarSet(vars); }
+    void SetVarSet(FIVarSet* vars) override { lent_.Lend(vars); }
 
  private:
     static const AttrRow<T>* First() { return T::AttributeRows().data(); }
@@ -176,6 +179,7 @@ class AttrMapCursorBase final : public FIAttributeCursorBase {
 
     static inline const char kTypeId = 0;
     T* owner_;
+    LentVarSet<T> lent_;
     const AttrRow<T>* row_;
     int references_ = 0;
 };

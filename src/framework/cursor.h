@@ -58,7 +58,8 @@ class FIAttributeCursorBase : public FICursorPosition {
     FIAttributeCursorBase* Clone(bool deep) override = 0;
     // The attribute's value, NULL at the end.
     virtual void GetValue(FIValue& out) = 0;
-    // The variables with which the owner reads.
+    // The variables with which the owner reads. A set that was given here is lent: it is taken back
+    // when it goes, and when the cursor and its copies go; then the owner reads without.
     virtual FIVarSet* GetVarSet() = 0;
     virtual void SetVarSet(FIVarSet* vars) = 0;
 };

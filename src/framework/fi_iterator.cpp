@@ -21,6 +21,16 @@ Ref<Liveness> LifeOf(FIEntry& root) {
     return Ref<Liveness>::Share(living ? living->Life() : nullptr);
 }
 
+// A seek from the end stands behind the last element in some families and on it in others; where it
+// does not leave the present element, the last one is found by walking on.
+bool SeekLast(FICursorBase& cursor) {
+    if (!cursor.Seek(kFromEnd, 0)) return cursor.Seek(kFromPresent, -1);
+    const Ref<FICursorBase> ahead = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    int left = 0;
+    while (ahead->Seek(kFromPresent, 1)) ++left;
+    return left == 0 || cursor.Seek(kFromPresent, left);
+}
+
 }  // namespace
 
 FIIterator::FIIterator() : entry_(Ref<FIEntry>::Share(EmptyEntry())), var_set_(*this) {}
@@ -141,10 +151,7 @@ bool FIIterator::DownFirst() {
 }
 
 bool FIIterator::DownLast() {
-    return Descend([](FICursorBase& cursor) {
-        cursor.Seek(kFromEnd, 0);
-        return cursor.Seek(kFromPresent, -1);
-    });
+    return Descend(SeekLast);
 }
 
 bool FIIterator::SeekChild(const char* name) {
@@ -169,10 +176,7 @@ bool FIIterator::First() {
 }
 
 bool FIIterator::Last() {
-    return MoveAside([](FICursorBase& cursor) {
-        cursor.Seek(kFromEnd, 0);
-        return cursor.Seek(kFromPresent, -1);
-    });
+    return MoveAside(SeekLast);
 }
 
 bool FIIterator::Up() {

@@ -161,7 +161,11 @@ class FIIterator final : public FIIteratorBase, private Counted<CountedClass::FI
     bool HasKey(const FIValue& name) const;
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
-    bool SeekKey(const PathStep& step, bool& goes_on);
+    bool FollowPath(const FIValue& path, Matcher matches, FIIterator& variables);
+    bool EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
+                          bool& goes_on);
+    bool SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool HasAttribute(const FIValue& name);
     bool PassesOne(const PathClause& clause);
     bool SeekKey(const FIValue& key);
     void ReturnTo(int depth);

@@ -6,8 +6,10 @@
 // Ownership: starts at one reference, which belongs to whoever asked for it; Release deletes at 0.
 // Errors: navigation answers false and leaves the position where its operation says; reads give
 // NULL; writes put NULL or the message into `out`.
-// Walking past the last sibling leaves the shared empty entry as the present one, so reads give
-// NULL. Threads: an iterator belongs to one thread, the one that runs the simulation.
+// Past the last sibling Next answers false, and the iterator stands where the family of the
+// siblings goes then: on the shared empty entry, whose reads give NULL, or, among a host's objects,
+// variables and specification elements, back on the first of them. A walk ends by the answer.
+// Threads: an iterator belongs to one thread, the one that runs the simulation.
 
 #include "framework/entry.h"
 #include "value/fi_value.h"
@@ -30,7 +32,9 @@ class FIIteratorBase {
     // To the child at `index`, counted from 0.
     virtual bool Down(int index) = 0;
     // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
-    // iterator back where it was.
+    // iterator back where it was. What stands in parentheses behind a name is the key of a node, as
+    // GetPath writes it, or an attribute that the node has, with which a path ends; a path in which
+    // it is neither leads nowhere.
     virtual bool SeekPath(const FIValue& path) = 0;
     // Walks a parsed path; `attribute` gets the name in parentheses of its last step, or NULL.
     virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;
@@ -69,7 +73,8 @@ class FIIteratorBase {
     virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode,
                               FIValue& out) = 0;
     virtual const void* TypeId() const = 0;
-    // Counted; a cursor of it reads with this iterator's variables after SetVarSet(GetVarSet()).
+    // Counted; a cursor of it reads with this iterator's variables after SetVarSet(GetVarSet()),
+    // for as long as this iterator lives.
     virtual FIAttributeSource* GetAttributeSource() = 0;
 
     // Variables live at the present position: nodes below see them, Up takes them away.
@@ -81,7 +86,8 @@ class FIIteratorBase {
     virtual bool RemoveVarText(const char* name) = 0;
     virtual bool RemoveVar(const FIValue& name) = 0;
 
-    // Position of the present node among its siblings; true without frames.
+    // Whether the present node is the first of its siblings; whether the iterator stands behind the
+    // last of them, where a family that goes back to the first never does. True without frames.
     virtual bool AtFirst() = 0;
     virtual bool AtLast() = 0;
     // From the root down: -1, 0, 1, or -2 when not comparable.
@@ -107,7 +113,9 @@ class FIIteratorBase {
     virtual void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                                     FIValue& out) = 0;
 
-    // A new iterator at the node that a path in the host's notation names, or null. One reference.
+    // A new iterator at the node to which the present one leads by an attribute, or null. One
+    // reference. The context gives the way for the name: a whole path, or, where the name is a path
+    // in the host's notation, step by step what is named by it.
     virtual FIIteratorBase* OpenAttribute(const FIValue& name) = 0;
     // Whether the key attribute of this name is hidden.
     virtual bool IsKeyName(const char* name) = 0;

@@ -8,6 +8,9 @@
 
 namespace {
 
+// A path in a host's notation begins with it.
+constexpr char kHostPathMark = '/';
+
 // Where the groups ".#index" at the end of a key begin.
 std::size_t EndOfName(std::string_view key) {
     while (true) {
@@ -147,22 +150,28 @@ bool FIIterator::SeekKey(const FIValue& key) {
     return SeekPath(path) || SeekPath(key);
 }
 
-// A host notation names a child a step: each context turns the beginning into a key, which is
-// walked as a path, until nothing is left. A context may name a level that the notation leaves out:
-// then nothing is consumed, but the iterator is deeper.
+// A context that leaves the name as it was has given a whole path, or else a level that the
+// notation of a host leaves out; then the next one is asked about the same. A path of the host
+// leads nowhere before all of it is used up, any other name to where the last context knew nothing
+// more of it.
 FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
     Ref<FIIterator> opened = Ref<FIIterator>::Adopt(Copy());
     const std::string text = name.ToText();
     const char* rest = text.c_str();
+    int levels = 0;
     do {
         const char* const begin = rest;
-        const int depth = opened->Depth();
         const Ref<FIContext> context =
             Ref<FIContext>::Adopt(ShownScope(opened->entry_, &opened->var_set_)->GetContext());
         FIValue key;
         context->GetKeyValue(begin, key, &rest);
-        if (key.IsNull() || !rest || !opened->SeekKey(key)) return nullptr;
-        if (rest == begin && opened->Depth() <= depth) return nullptr;
-    } while (*rest);
+        const bool is_untouched = begin == text.c_str() && *begin != kHostPathMark;
+        if (key.IsNull()) return levels > 0 && is_untouched ? opened.Detach() : nullptr;
+        const int depth = opened->Depth();
+        if (!opened->SeekKey(key)) return nullptr;
+        levels = opened->Depth() - depth;
+        if (rest == begin && levels == 0) return nullptr;
+        if (rest == begin && levels > 1) break;
+    } while (rest && *rest);
     return opened.Detach();
 }

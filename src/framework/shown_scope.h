@@ -2,10 +2,12 @@
 
 // The calling convention of reads and writes: an entry sees the variables and units of whoever
 // calls it, for the call alone. The entry is kept alive meanwhile, since a store may move the
-// iterator from inside the host's callbacks.
+// iterator from inside the host's callbacks. What the entry showed before it shows again, unless
+// that set has gone meanwhile.
 
 #include "framework/entry.h"
 #include "framework/ref.h"
+#include "framework/var_set_loan.h"
 
 class ShownScope {
  public:
@@ -13,7 +15,7 @@ class ShownScope {
         : entry_(entry), saved_(entry_->GetVarSet()) {
         entry_->SetVarSet(vars);
     }
-    ~ShownScope() { entry_->SetVarSet(saved_); }
+    ~ShownScope() { entry_->SetVarSet(saved_.Get()); }
     ShownScope(const ShownScope&) = delete;
     ShownScope& operator=(const ShownScope&) = delete;
 
@@ -21,5 +23,5 @@ class ShownScope {
 
  private:
     const Ref<FIEntry> entry_;
-    FIVarSet* const saved_;
+    VarSetLoan saved_;
 };

@@ -1,12 +1,20 @@
 #pragma once
 
-// FIVarSet: the display units and variables of whoever is reading an entry.
+// FIVarSet: the display units and variables of whoever is reading an entry. It belongs to that
+// reader; who keeps it for longer than a call does so in a VarSetLoan.
 
 #include "value/fi_value.h"
 
+class VarSetLoan;
+
 class FIVarSet {
  public:
-    virtual ~FIVarSet() = default;
+    FIVarSet() = default;
+    FIVarSet(const FIVarSet&) = delete;
+    FIVarSet& operator=(const FIVarSet&) = delete;
+    virtual ~FIVarSet() {
+        if (loans_) EndLoans();
+    }
     // Unit in which a quantity is to be shown; a NULL or empty quantity means the node's own. `old`
     // receives the unit that stood before, NULL when there was none.
     virtual void SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) = 0;
@@ -19,4 +27,11 @@ class FIVarSet {
     virtual void SetVar(const FIValue& name, const FIValue& value) = 0;
     // False and NULL when the variable does not exist.
     virtual bool GetVar(const FIValue& name, FIValue& out) = 0;
+
+ private:
+    friend class VarSetLoan;
+
+    void EndLoans();
+
+    VarSetLoan* loans_ = nullptr;
 };

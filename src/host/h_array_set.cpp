@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "host/h_array_set_elem.h"
+#include "host/h_spec_context.h"
 #include "host/host_attributes.h"
 
 namespace {
@@ -62,6 +63,11 @@ HArraySetContext::HArraySetContext(host::ArraySetBlock* block, FIEntry* parent,
         const int length = block->columns[i].Size();
         row_count_ = i == 0 ? length : std::min(row_count_, length);
     }
+}
+
+bool HArraySetContext::IsSameList(const HArraySetContext& other) const {
+    if (block_ == other.block_) return true;
+    return parent_ && other.parent_ && IsSameElement(*parent_, *other.parent_);
 }
 
 FICursorBase* HArraySetContext::MakeCursor(int kind) {

@@ -25,7 +25,9 @@ class HArraySetContext final : public CountedFromZero<FIContext>, public LivingN
 
     int Count() const { return row_count_; }
     int ColumnCount() const { return column_count_; }
-    bool IsSameList(const HArraySetContext& other) const { return block_ == other.block_; }
+    // The block behind one element of a specification, which the host fills anew for everyone who
+    // asks.
+    bool IsSameList(const HArraySetContext& other) const;
     host::ArraySetBlock& Block() const { return *block_; }
     FIEntry& Parent() const { return *parent_; }
 

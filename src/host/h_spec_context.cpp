@@ -2,6 +2,34 @@
 
 #include "host/h_spec_entry.h"
 
+namespace {
+
+// Counted with the elements that are not shown now.
+int PlaceIn(const host::LinkedList* list, const host::CSpecElement& element) {
+    host::LinkedListIterator elements(list);
+    int place = 0;
+    for (void* each = elements.Reset(); each && each != &element; each = elements.Next()) ++place;
+    return place;
+}
+
+}  // namespace
+
+int SpecWalk::CompareElements(const host::CSpecElement& own, const SpecWalk& other,
+                              const host::CSpecElement& others) const {
+    const int place = PlaceIn(list_, own);
+    const int other_place = PlaceIn(other.list_, others);
+    if (place != other_place) return place < other_place ? -1 : 1;
+    return own.tag == others.tag ? 0 : kNotComparable;
+}
+
+int SpecWalk::Compare(SpecWalk& other) {
+    if (IsSameList(other)) return ListPosition::Compare(other);
+    const host::CSpecElement* own = Current();
+    const host::CSpecElement* others = other.Current();
+    if (!own || !others) return (own == nullptr) - (others == nullptr);
+    return CompareElements(*own, other, *others);
+}
+
 HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
                            const HovexOptions* options, bool attachments, FIEntry* parent,
                            Ref<HSpecFill> fill)
@@ -11,6 +39,16 @@ HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
       attachments_(attachments),
       parent_(Ref<FIEntry>::Share(parent)),
       fill_(std::move(fill)) {}
+
+bool HSpecContext::IsSameList(const HSpecContext& other) const {
+    if (info_ == other.info_) return true;
+    if (IsGone() || other.IsGone()) return false;
+    if (owner_.Number() != other.owner_.Number()) return false;
+    const bool is_root = !dynamic_cast<HSpecEntry*>(parent_.Get());
+    const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.parent_.Get());
+    if (is_root || is_other_root) return is_root && is_other_root;
+    return IsSameElement(*parent_, *other.parent_);
+}
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
@@ -26,4 +64,10 @@ bool HSpecCursorBase::SeekValue(int origin, FIEntry& entry) {
     return wanted && walk_.FindIf(origin == kFromPresent, [wanted](const auto& element) {
         return &element == &wanted->Element();
     });
+}
+
+bool IsSameElement(FIEntry& one, FIEntry& other) {
+    auto* const own = dynamic_cast<HSpecEntry*>(&one);
+    auto* const others = dynamic_cast<HSpecEntry*>(&other);
+    return own && others && own->IsSameElement(*others);
 }

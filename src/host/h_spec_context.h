@@ -27,7 +27,7 @@ struct HSpecFilter {
 // is not bound to the revision of the list; several elements may have one tag.
 class SpecWalk : public ListPosition<HSpecFilter> {
  public:
-    using ListPosition::ListPosition;
+    explicit SpecWalk(const host::LinkedList* list) : ListPosition(list), list_(list) {}
     static const char* Name(host::CSpecElement& element) { return HSpecFilter::Name(element); }
 
     // To the first element that `matches`, or to the next one from here on, the present one
@@ -41,6 +41,14 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     host::CSpecElement* SeekName(const char* name, bool from_here) {
         return FindIf(from_here, [name](const auto& element) { return element.tag == name; });
     }
+    // Also of positions in two lists of one specification, which the host has filled twice.
+    int Compare(SpecWalk& other);
+    // The same of two elements, by their places in the lists.
+    int CompareElements(const host::CSpecElement& own, const SpecWalk& other,
+                        const host::CSpecElement& others) const;
+
+ private:
+    const host::LinkedList* list_;
 };
 
 class HSpecContext final : public CountedFromZero<FIContext>, public LivingNode {
@@ -62,7 +70,9 @@ class HSpecContext final : public CountedFromZero<FIContext>, public LivingNode 
     const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
     bool IsGone() const override { return owner_.IsGone() || (fill_ && fill_->IsGone()); }
     Liveness* Life() const override { return owner_.Life().Get(); }
-    bool IsSameList(const HSpecContext& other) const { return info_ == other.info_; }
+    // The host fills a list anew for everyone who asks, so the object and the place within its
+    // specification tell the lists apart.
+    bool IsSameList(const HSpecContext& other) const;
     const HovexOptions* Options() const { return options_; }
     bool FollowsAttachments() const { return attachments_; }
 
@@ -82,3 +92,6 @@ class HSpecCursorBase final : public ListCursor<HSpecCursorBase, SpecWalk, HSpec
     // The element of the given entry itself; false for an entry of another family.
     bool SeekValue(int origin, FIEntry& entry) override;
 };
+
+// Whether both are nodes of one element: of one object, at the same place of its specification.
+bool IsSameElement(FIEntry& one, FIEntry& other);

@@ -41,6 +41,14 @@ void HSpecEntry::GetName(FIValue& out) {
     out.SetText(element_.tag.Str());
 }
 
+bool HSpecEntry::IsSameElement(const HSpecEntry& other) const {
+    if (&element_ == &other.element_) return true;
+    if (IsGone() || other.IsGone()) return false;
+    const SpecWalk own = context_->Elements();
+    return context_->IsSameList(*other.context_) &&
+           own.CompareElements(element_, other.context_->Elements(), other.element_) == 0;
+}
+
 std::string HSpecEntry::UniqueName() const {
     const std::string tag = element_.tag.Str();
     const auto has_tag = [&](const host::CSpecElement* other) {

@@ -28,6 +28,8 @@ class HSpecEntry final : public AttrMapEntry<HSpecEntry>, public LivingNode {
     Liveness* Life() const override { return context_->Life(); }
     bool IsGone() const override { return context_->IsGone(); }
     const host::CSpecElement& Element() const { return element_; }
+    // The element of the same place, whoever asked for the specification.
+    bool IsSameElement(const HSpecEntry& other) const;
     bool FollowsAttachments() const { return attachments_; }
 
  private:

@@ -3,7 +3,7 @@
 // HSpecType: which of the ten types of specification element an element is, and what it shows of
 // itself by that type: "value", "type", "uom", "status" and "moniker".
 //
-// Numbers are as the host holds them, in internal units; "uom" names the default unit of the case.
+// Numbers are as the host gives them, in the default units of the case, which "uom" names.
 
 #include "host/host_object.h"
 #include "host/interface/specification.h"

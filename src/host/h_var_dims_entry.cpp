@@ -88,6 +88,10 @@ void HVarDimsEntry::BeginBatch() {
     SolveAndWait(*Array().CaseRecord(), true);
 }
 
+void HVarDimsEntry::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadVariableAttribute(*this, name, out);
+}
+
 void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetVariableAttribute(*this, attachments_, name, value, out);
 }

@@ -23,6 +23,7 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>,
         if (IsGone()) return out.Clear();
         out = name_;
     }
+    void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override;
     FIContext* GetContext() override;

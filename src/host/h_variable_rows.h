@@ -104,6 +104,18 @@ std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
     return rows;
 }
 
+// An attribute by its name: a row of the table, or the mark of a value that is older than a change
+// of the case. The mark is read by its name alone, 1 or else NULL, and is not listed.
+template <class T>
+void ReadVariableAttribute(T& owner, const FIValue& name, FIValue& out) {
+    if (owner.IsGone()) return out.SetText(kNodeDeletedText);
+    const char* text = name.IsText() ? name.CStr() : "";
+    if (const AttrRow<T>* row = FindAttrRow(owner, text)) return row->Read(owner, out);
+    out.Clear();
+    if (std::strcmp(text, kStale) != 0 || !ShowsState(owner)) return;
+    if (IsOutdated(owner.Variable())) out.SetInt(1);
+}
+
 // The writes that all variables have: the value of a scalar, its unit, and the three switches.
 template <class T>
 void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIValue& value,

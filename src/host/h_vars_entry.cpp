@@ -153,6 +153,10 @@ const char* HVarsEntry::StoreAt(const host::VarDescription& address, FIVarSet* v
     return nullptr;
 }
 
+void HVarsEntry::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadVariableAttribute(*this, name, out);
+}
+
 void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetVariableAttribute(*this, attachments_, name, value, out);
 }

@@ -18,6 +18,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment, pu
 
     // The name of the row with `"`, `&`, `<` and `>` as entities, within 255 bytes.
     void GetName(FIValue& out) override;
+    void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override;
     FIContext* GetContext() override;

@@ -16,6 +16,13 @@ constexpr char kHiddenKeyText[] = "Unknown Key";
 constexpr char kNotStored[] = "Value not stored";
 constexpr double kMostOrdinal = 1e9;
 
+// Where the host is asked for the state of a value.
+HVariablePlace StatePlace(const HVariable& variable) {
+    const HVariablePlace place = FindPlace(variable.object, *variable.description);
+    if (place.description && !place.description->IsEmpty()) return place;
+    return {variable.object, variable.description};
+}
+
 host::VarEnumInfo* EnumOf(const HVariable& variable) {
     return variable.row->GetEnumInfo(variable.object);
 }
@@ -161,10 +168,7 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     ReadRaw(variable, vars, raw);
     host::HostServices* services = host::InstalledServices();
     if (raw.IsNull() || !services) return missing;
-    HVariablePlace place = FindPlace(variable.object, *variable.description);
-    if (!place.description || place.description->IsEmpty()) {
-        place = {variable.object, variable.description};
-    }
+    HVariablePlace place = StatePlace(variable);
     if (variable.row->value_kind == host::kAttachment) {
         place.object = place.object->GetVariableAttachment(*place.description);
     }
@@ -176,6 +180,16 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     }
     const auto index = static_cast<std::size_t>(state);
     return index < kTexts.size() ? kTexts[index] : missing;
+}
+
+bool IsOutdated(const HVariable& variable) {
+    const int kind = variable.row->value_kind;
+    host::HostServices* services = host::InstalledServices();
+    if (!services || !variable.object || kind == host::kAttachment || kind == host::kMessage) {
+        return false;
+    }
+    const HVariablePlace place = StatePlace(variable);
+    return services->IsOutdated(place.object, *place.description);
 }
 
 void ReadOptions(const HVariable& variable, FIValue& out) {

@@ -47,6 +47,8 @@ void ReadFullMoniker(host::Viewable* attached, FIValue& out);
 void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out);
 // "Calculated", "Specified", "Default" or "Missing".
 const char* ReadStatus(const HVariable& variable, FIVarSet* vars);
+// Whether the value is older than a change of the case.
+bool IsOutdated(const HVariable& variable);
 // Names of the options of an enumerated variable, joined with ";".
 void ReadOptions(const HVariable& variable, FIValue& out);
 // The word that clients see as the type of a scalar.

@@ -4,45 +4,13 @@
 // order, and the three switches "attachments", "skipcorrelations" and "skipattachments".
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <initializer_list>
 #include <vector>
 
 #include "framework/attr_map.h"
+#include "framework/standard_attributes.h"
 #include "framework/var_set.h"
-
-inline constexpr std::array<const char*, 27> kStandardAttributes = {"id",
-                                                                    "value",
-                                                                    "dimension",
-                                                                    "uom",
-                                                                    "spec_value",
-                                                                    "spec_uom",
-                                                                    "can_enter",
-                                                                    "option_list",
-                                                                    "uom_options",
-                                                                    "browser_name",
-                                                                    "type",
-                                                                    "container",
-                                                                    "container_category",
-                                                                    "container_type",
-                                                                    "display_name",
-                                                                    "isleaf",
-                                                                    "has_children",
-                                                                    "path",
-                                                                    "upper_limit",
-                                                                    "lower_limit",
-                                                                    "description",
-                                                                    "status",
-                                                                    "enabled",
-                                                                    "history_enabled",
-                                                                    "is_container",
-                                                                    "no_containers_below",
-                                                                    "is_hierarchy"};
-
-inline constexpr char kAttachments[] = "attachments";
-inline constexpr char kSkipCorrelations[] = "skipcorrelations";
-inline constexpr char kSkipAttachments[] = "skipattachments";
 
 // What a node answers to a write that it does not know.
 inline constexpr char kNotSupportedHere[] = "Not supported";

@@ -46,10 +46,11 @@ Requests RequestsOf(const FaceQuery& query) {
     return query.parent.primary ? SplitRequests(query) : Requests();
 }
 
-void SetVariables(const CCDMTranslator& translator, FIReference& reference) {
+void SetVariables(const CCDMTranslator& translator, FIReference& reference, AppFace& face) {
     if (!translator.setVars) return;
     for (const auto& [name, value] : translator.setVars->pairs) {
         reference.GetIterator()->SetVarText(name.c_str(), value);
+        if (name == kSubclassVariable) face.names_class = true;
     }
 }
 
@@ -64,7 +65,7 @@ void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
     if (!moved || (plain && !plain->Apply(*moved))) return;
     for (const CCDMTranslator* each : {plain, static_cast<const CCDMTranslator*>(array)}) {
         if (!each) continue;
-        SetVariables(*each, *moved);
+        SetVariables(*each, *moved, face);
         if (!each->nodeAttributes.empty()) face.overrides = &each->nodeAttributes;
     }
     if (array && !face.array && !array->Apply(*moved)) return;

@@ -39,13 +39,14 @@ struct AppFace {
     Ref<FIReference> reference;                  // null when the application has no such node
     const NodeAttributes* overrides = nullptr;   // of the chosen translator, when it has any
     const CCDMArrayTranslator* array = nullptr;  // walks the elements from the reference
+    bool names_class = false;                    // kSubclassVariable is of this very attribute
 };
 
 struct AppFaces {
     AppFace primary;
     AppFace secondary;
 
-    bool IsPure() const { return !primary.reference && !secondary.reference; }
+    bool IsEmpty() const { return !primary.reference && !secondary.reference; }
     // The primary one is the specified face, the secondary the calculated one.
     bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
     bool IsSplit() const { return primary.request != BranchRequest::kAny; }

@@ -53,7 +53,7 @@ Names NamesOf(const AppFace& face) {
 Names ListNames(const CCDMClassEntry& entry) {
     const AppFaces& faces = entry.Faces();
     Names names;
-    if (faces.IsPure()) {
+    if (faces.IsEmpty()) {
         const auto& rows = CCDMClassEntry::Rows();
         for (std::size_t i = 0; i < CCDMClassEntry::kListedRows; ++i) names.push_back(rows[i].name);
         return names;
@@ -93,6 +93,7 @@ CCDMAttrCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
     if (deep) {
         clone = new CCDMAttrCursorBase(*entry_, names_);
         clone->row_ = row_;
+        clone->lent_.Share(lent_);
     }
     clone->AddRef();
     return clone;

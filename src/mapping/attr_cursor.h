@@ -3,7 +3,7 @@
 // CCDMAttrCursorBase: a position in the attributes of a class entry: those of the application's
 // nodes, with "spec_value" and "spec_uom" where the two faces are two nodes. Where the second node
 // has the value, its "value" and "uom", if the first has no such rows, are listed as "alt_value"
-// and "alt_uom". A pure entry lists the table.
+// and "alt_uom". An entry without a node lists the table.
 //
 // The names are taken when the cursor is made; values are read through the entry. As in tables of
 // host nodes, a step back from the end does nothing.
@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "framework/cursor.h"
+#include "framework/var_set_loan.h"
 #include "mapping/class_entry.h"
 
 class CCDMAttrCursorBase final : public CountedFromZero<FIAttributeCursorBase> {
@@ -31,17 +32,18 @@ class CCDMAttrCursorBase final : public CountedFromZero<FIAttributeCursorBase> {
     void GetKey(FIValue& out) override;
     void GetValue(FIValue& out) override;
     FIVarSet* GetVarSet() override { return entry_->GetVarSet(); }
-    void SetVarSet(FIVarSet* vars) override { entry_->SetVarSet(vars); }
+    void SetVarSet(FIVarSet* vars) override { lent_.Lend(vars); }
 
  private:
     using Names = std::vector<std::string>;
 
     CCDMAttrCursorBase(CCDMClassEntry& entry, std::shared_ptr<const Names> names)
-        : entry_(Ref<CCDMClassEntry>::Share(&entry)), names_(std::move(names)) {}
+        : entry_(Ref<CCDMClassEntry>::Share(&entry)), lent_(entry), names_(std::move(names)) {}
 
     bool Find(const char* name);
 
     const Ref<CCDMClassEntry> entry_;
+    LentVarSet<CCDMClassEntry> lent_;
     const std::shared_ptr<const Names> names_;  // shared by copies
     std::size_t row_ = 0;
 };

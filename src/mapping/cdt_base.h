@@ -9,6 +9,9 @@
 
 class FIReferenceBase;
 
+// The variable on an element that names its class, where that is not the attribute's.
+inline constexpr char kSubclassVariable[] = "Subclass";
+
 class CDTBase : private Counted<CountedClass::CDTBase> {
  public:
     CDTBase() = default;
@@ -27,4 +30,13 @@ class CDTBase : private Counted<CountedClass::CDTBase> {
     // Behind the last element; always false.
     virtual bool Last() = 0;
     virtual bool Prev() = 0;
+    // Whether it names the class of each element, if only by none. Where it does not, the variable
+    // is that of an element above.
+    virtual bool NamesClasses() const { return false; }
+    // What the application counted and what of it is walked, where it is counted at all.
+    struct Count {
+        int there = 0;
+        int walked = 0;
+    };
+    virtual Count Counted() const { return {}; }
 };

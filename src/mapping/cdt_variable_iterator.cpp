@@ -5,7 +5,7 @@
 namespace {
 
 const FIValue& SubclassName() {
-    static const FIValue name("Subclass");
+    static const FIValue name(kSubclassVariable);
     return name;
 }
 
@@ -16,7 +16,8 @@ CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase
     if (function_ != nullptr) {
         MoveReference(reference_, [this](FIIteratorBase& it) {
             FIValue unused;
-            count_ = static_cast<std::uint8_t>(function_(&it, &unused, kCountIndex));
+            there_ = function_(&it, &unused, kCountIndex);
+            count_ = static_cast<std::uint8_t>(there_);
             return true;
         });
     }
@@ -28,6 +29,7 @@ CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
                                          FIReferenceBase& reference)
     : function_(other.function_),
       reference_(reference),
+      there_(other.there_),
       count_(other.count_),
       position_(other.position_),
       base_depth_(other.base_depth_) {}

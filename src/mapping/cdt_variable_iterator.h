@@ -26,6 +26,8 @@ class CDTVariableIterator final : public CDTBase,
     bool Next() override;
     bool Last() override;
     bool Prev() override;
+    bool NamesClasses() const override { return true; }
+    Count Counted() const override { return {there_, count_}; }
 
  private:
     CDTVariableIterator(const CDTVariableIterator& other, FIReferenceBase& reference);
@@ -35,6 +37,7 @@ class CDTVariableIterator final : public CDTBase,
 
     ArrayFunction function_;
     FIReferenceBase& reference_;
+    int there_ = 0;
     std::uint8_t count_ = 0;
     int position_ = 0;
     int base_depth_ = 0;

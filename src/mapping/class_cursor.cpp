@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "diagnostics/error_log.h"
 #include "mapping/class_entry.h"
+#include "mapping/reference_move.h"
+#include "model/message_text.h"
 
 // ---- the filter ----
 
@@ -60,6 +63,7 @@ AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face) const {
     AppFace at = face;
     if (!walk) return at;
     at.reference = Stands() ? reference->UnboundCopy() : Ref<FIReference>();
+    at.names_class = face.names_class || walk->NamesClasses();
     if (at.reference) {
         static_cast<FIIterator*>(at.reference->GetIterator())->OwnVariables(base_depth);
     }
@@ -86,6 +90,14 @@ CCDMClassCursorBase::Elements CCDMClassCursorBase::Elements::Copy() const {
 }
 
 // ---- the cursor ----
+
+namespace {
+
+std::string NamesFromTop(const AncestorPath& path) {
+    return path.parent ? NamesFromTop(*path.parent) + '.' + path.id : path.id;
+}
+
+}  // namespace
 
 CCDMClassCursorBase::CCDMClassCursorBase(CCDMClassContext& context, CCDMAttrCol::Rows rows)
     : context_(Ref<CCDMClassContext>::Share(&context)),
@@ -131,8 +143,45 @@ bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
     if (!elements->faces.primary.array && !elements->faces.secondary.array) return true;
     elements->primary.Enter(elements->faces.primary);
     elements->secondary.Enter(elements->faces.secondary);
+    TellIfCut(path, elements->primary);
+    TellIfCut(path, elements->secondary);
     elements_ = std::move(elements);
-    return elements_->Stands();
+    return elements_->Stands() && HasKeys();
+}
+
+// Once for each list, since it is walked again with every read.
+void CCDMClassCursorBase::TellIfCut(const AncestorPath& path, const FaceWalk& walk) const {
+    if (!walk.walk) return;
+    const CDTBase::Count count = walk.walk->Counted();
+    if (count.there <= count.walked) return;
+    const Ref<FIReference> node = walk.reference->UnboundCopy();
+    if (!node) return;
+    PopTo(*node, walk.base_depth);
+    FIValue place;
+    node->GetPath(place);
+    const std::string list = NamesFromTop(path) + " on " + place.ToText();
+    if (!context_->Place().library->IsNew(list)) return;
+    LogAndTell(MessageText("List %s: %d elements, %d of them are shown", list.c_str(), count.there,
+                           count.walked)
+                   .c_str());
+}
+
+// One element with a key is enough to show them all.
+bool CCDMClassCursorBase::HasKeys() const {
+    if (walker_.Current()->keys.empty() || EntryAt(*elements_)->HasKey()) return true;
+    Elements others = elements_->Copy();
+    while (others.Next()) {
+        if (EntryAt(others)->HasKey()) return true;
+    }
+    return false;
+}
+
+Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements) const {
+    AppFaces faces = elements.faces;
+    faces.primary = elements.primary.AtElement(elements.faces.primary);
+    faces.secondary = elements.secondary.AtElement(elements.faces.secondary);
+    return Ref<CCDMClassEntry>::Share(
+        new CCDMClassEntry(*context_, *walker_.Current(), std::move(faces), elements.index));
 }
 
 bool CCDMClassCursorBase::SettleForward(bool on_attribute) {
@@ -241,16 +290,8 @@ void CCDMClassCursorBase::GetKey(FIValue& out) {
 
 FIEntry* CCDMClassCursorBase::GetEntry() {
     if (!stands_) return nullptr;
-    CCDMAttribute& attribute = *walker_.Current();
-    FIEntry* entry = nullptr;
-    if (elements_) {
-        AppFaces faces = elements_->faces;
-        faces.primary = elements_->primary.AtElement(elements_->faces.primary);
-        faces.secondary = elements_->secondary.AtElement(elements_->faces.secondary);
-        entry = new CCDMClassEntry(*context_, attribute, std::move(faces), elements_->index);
-    } else {
-        entry = new CCDMClassEntry(*context_, attribute);
-    }
+    if (elements_) return EntryAt(*elements_).Detach();
+    auto* entry = new CCDMClassEntry(*context_, *walker_.Current());
     entry->AddRef();
     return entry;
 }

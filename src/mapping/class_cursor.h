@@ -2,7 +2,8 @@
 
 // CCDMClassCursorBase: a position in the attributes of a class, superclasses first, and within an
 // array attribute in its elements, which the application counts. The key is the attribute's name,
-// which all elements of an array share; a search by name finds the first of them.
+// which all elements of an array share; a search by name finds the first of them. An array of which
+// no element has a key of its own, though the map knows their keys, is hidden.
 //
 // An inherited attribute that the class declares again is shown forward, passed over backward.
 
@@ -87,6 +88,10 @@ class CCDMClassCursorBase final : public CountedFromZero<FICursorBase> {
     bool SettleBackward(bool on_attribute);
     // Enters the attribute; false when it has nothing to show.
     bool Enter(const CCDMAttribute& attribute);
+    void TellIfCut(const AncestorPath& path, const FaceWalk& walk) const;
+    bool HasKeys() const;
+    // The element on which `elements`, of the present attribute, stand.
+    Ref<CCDMClassEntry> EntryAt(const Elements& elements) const;
     bool IsOnSame(const CCDMClassCursorBase& other) const;
 
     const Ref<CCDMClassContext> context_;

@@ -9,16 +9,13 @@
 
 namespace {
 
-constexpr char kSubclass[] = "Subclass";
-
 int ComparePlaces(FIReference& one, FIReference& other) {
     return static_cast<FIIterator&>(*one.GetIterator())
         .ComparePlaces(static_cast<FIIterator&>(*other.GetIterator()));
 }
 
-FIReference* FirstOf(const AppFaces& faces) {
-    return faces.primary.reference ? faces.primary.reference.Get()
-                                   : faces.secondary.reference.Get();
+const AppFace& FirstOf(const AppFaces& faces) {
+    return faces.primary.reference ? faces.primary : faces.secondary;
 }
 
 }  // namespace
@@ -40,8 +37,9 @@ CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& a
       path_(context.PathOf(attribute)),
       faces_(std::move(faces)) {
     path_.index = index;
-    FIReference* reference = FirstOf(faces_);
-    if (!reference || !reference->GetIterator()->GetVarText(kSubclass, subclass_)) return;
+    const AppFace& face = FirstOf(faces_);
+    if (!face.reference || !face.names_class) return;
+    if (!face.reference->GetIterator()->GetVarText(kSubclassVariable, subclass_)) return;
     if (subclass_.IsNull() || subclass_.Length() == 0) {
         subclass_.Clear();
         return;
@@ -69,8 +67,25 @@ FIAttributeCursorBase* CCDMClassEntry::MakeCursor() {
     return CCDMAttrCursorBase::Make(*this);
 }
 
+bool CCDMClassEntry::IsMissing() const {
+    return faces_.IsEmpty() && !context_->Place().references.IsEmpty();
+}
+
 bool CCDMClassEntry::IsContainer() {
-    return IsObject() && !IsGone();
+    return IsObject() && !IsMissing() && !IsGone();
+}
+
+bool CCDMClassEntry::HasKey() {
+    if (!path_.classRecord || !IsContainer()) return true;
+    const auto context = Ref<FIContext>::Adopt(GetContext());
+    const auto keys = Ref<FICursorBase>::Adopt(context->MakeCursor(kKeyCursor));
+    bool has_keys = false;
+    for (bool on = keys->Seek(kFromFirst, 0); on; on = keys->Seek(kFromPresent, 1)) {
+        has_keys = true;
+        const auto key = Ref<FIEntry>::Adopt(keys->GetEntry());
+        if (!static_cast<CCDMClassEntry&>(*key).IsMissing()) return true;
+    }
+    return !has_keys;
 }
 
 FIContext* CCDMClassEntry::GetContext() {
@@ -113,7 +128,7 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
 bool CCDMClassEntry::IsOwnNode() const {
     const AppReferences& above = context_->Place().references;
     FIReference* array = above.primary ? above.primary.Get() : above.secondary.Get();
-    FIReference* own = FirstOf(faces_);
+    FIReference* own = FirstOf(faces_).reference.Get();
     return own && array && own->Depth() > array->Depth();
 }
 
@@ -122,8 +137,8 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     const auto* that = by_name == 0 ? dynamic_cast<CCDMClassEntry*>(&other) : nullptr;
     if (!that) return by_name;
     const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
-    FIReference* own_node = FirstOf(faces_);
-    FIReference* other_node = FirstOf(that->faces_);
+    FIReference* own_node = FirstOf(faces_).reference.Get();
+    FIReference* other_node = FirstOf(that->faces_).reference.Get();
     if (!own_node || !other_node || !IsOwnNode()) return by_index;
     const int by_node = ComparePlaces(*own_node, *other_node);
     return by_node == 0 || by_index == 0 ? by_node : by_index;

@@ -1,8 +1,10 @@
 #pragma once
 
 // CCDMClassEntry: an attribute of a class, or one element of an array of them, as a node of the
-// neutral tree. It is bound to up to two nodes of the application, one a face, or to none: then it
-// is pure and answers from the class.
+// neutral tree. It is bound to up to two nodes of the application, one a face. In a tree that was
+// opened without application it is pure: the name of its class stands for a value. In any other one
+// it may be that the application has no such node: then it is missing, its values are NULL and it
+// has no children.
 //
 // Values cross between application and model: option names by the tables of the map, numbers by
 // their units. A number is shown in the display unit that the caller's variable set has for its
@@ -36,7 +38,7 @@ class CCDMClassEntry final : public FIEntry,
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIAttributeSource* GetAttributeSource() override;
     FIAttributeCursorBase* MakeCursor() override;
-    // Objects alone, as long as they live.
+    // Objects that are not missing, as long as they live.
     bool IsContainer() override;
     FIContext* GetContext() override;
     // The application's nodes tell; a pure entry never changes.
@@ -63,6 +65,10 @@ class CCDMClassEntry final : public FIEntry,
     const AncestorPath& Path() const { return path_; }
     const AppFaces& Faces() const { return faces_; }
     const CCDMAttribute& Attribute() const { return attribute_; }
+    bool IsMissing() const;
+    // False for the element of a list whose keys the map knows, when none of them has a node: the
+    // application counts such an element where it has nothing.
+    bool HasKey();
 
     // How the value of a row crosses from the application: not at all, as a value, as the name of a
     // unit or as a list of such names.
@@ -87,8 +93,8 @@ class CCDMClassEntry final : public FIEntry,
         Shown shown;
     };
 
-    bool IsOwnNode() const;
     bool IsObject() const { return attribute_.type == CCDMAttrType::kObject; }
+    bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
     CCDMClassLibrary& Library() const { return context_->Library(); }

@@ -104,12 +104,12 @@ CCDMClassEntry::Source CCDMClassEntry::SourceOf(const FIValue& name) const {
 void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Row* row = FindRow(name.CStr());
     const Crossing crossing = row ? row->crossing : Crossing::kNone;
-    const bool is_pure = faces_.IsPure();
-    if (!is_pure && ReadOverride(name, crossing, out)) return;
+    const bool has_node = !faces_.IsEmpty();
+    if (has_node && ReadOverride(name, crossing, out)) return;
     if (row && row->own) return (this->*row->own)(out);
-    if (!is_pure) return ReadSource(SourceOf(name), crossing, out);
+    if (has_node) return ReadSource(SourceOf(name), crossing, out);
     out.Clear();
-    if (crossing == Crossing::kValue) out.SetText(path_.className);
+    if (crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.

@@ -47,7 +47,7 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
                                   FIValue& out) {
     if (Is(name, "uom")) return SetDisplayUnit(value, FIValue(), out);
     if (Is(name, "spec_uom")) return SetDisplaySpecUnit(value, FIValue(), out);
-    if (faces_.IsPure()) return out.SetText(kPure);
+    if (faces_.IsEmpty()) return out.SetText(kPure);
     const Source source = TargetOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
     const bool is_value = Is(name, "value") || Is(name, "spec_value");

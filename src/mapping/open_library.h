@@ -2,6 +2,9 @@
 
 // A class library under a count: every context of a tree holds it, so it ends with the tree.
 
+#include <set>
+#include <string>
+
 #include "framework/ref.h"
 #include "model/class_library.h"
 
@@ -21,10 +24,14 @@ class OpenLibrary {
         return left;
     }
 
+    // True once for each text: whether it is not told of this tree yet.
+    bool IsNew(const std::string& text) { return told_.insert(text).second; }
+
     CCDMClassLibrary library;
 
  private:
     ~OpenLibrary() = default;
 
+    std::set<std::string> told_;
     int references_ = 1;
 };

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "framework/fi_iterator.h"
+#include "framework/standard_attributes.h"
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 
@@ -62,10 +63,14 @@ int PathStep::ResolveCount(FIIteratorBase& it) const {
     return it.GetVar(count, value) ? value.AsInt() : -1;
 }
 
+bool FIIterator::SeekPath(const FIValue& path) {
+    return FollowPath(path, &FIIterator::HasName, *this);
+}
+
 // A path as GetPath writes it has the key of a node behind its name, `Stream(Feed).Temperature`,
 // where the grammar has the attribute that ends a path. Behind a node that has a key the rest is
 // read on.
-bool FIIterator::SeekPath(const FIValue& path) {
+bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& variables) {
     PathTokenizer tokens;
     tokens.Assign(path);
     tokens.Tokenize();
@@ -74,7 +79,8 @@ bool FIIterator::SeekPath(const FIValue& path) {
         FIValue error;
         const ParsedPath step(tokens.Parse(error));
         goes_on = tokens.Peek(-1) && tokens.Peek(-1)->Is('.') && tokens.Peek(0);
-        if (!error.IsNull() || !WalkSteps(*step) || !SeekKey(LastStep(*step), goes_on)) {
+        if (!error.IsNull() || !WalkBy(*step, matches, variables) ||
+            !EnterParentheses(LastStep(*step), matches, variables, goes_on)) {
             ReturnTo(depth);
             return false;
         }
@@ -82,26 +88,46 @@ bool FIIterator::SeekPath(const FIValue& path) {
     return true;
 }
 
-// To the sibling with the key that stands where the step has its attribute. What is no key there is
-// an attribute, with which a path ends.
-bool FIIterator::SeekKey(const PathStep& step, bool& goes_on) {
+// What stands in the parentheses of a step is a key, and this goes to the sibling that has it, or
+// an attribute of the node, with which a path ends.
+bool FIIterator::EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
+                                  bool& goes_on) {
     FIValue key;
     if (!step.attribute.IsNull()) GetKeyText(Depth(), key);
-    if (key.IsNull()) {
-        goes_on = false;
-        return true;
-    }
-    const Ref<FIIterator> found = Ref<FIIterator>::Adopt(Copy());
+    if (!key.IsNull() && SeekKeyed(step, matches, variables)) return true;
+    if (!key.IsNull() && goes_on) return false;
+    goes_on = false;
+    return step.attribute.IsNull() || HasAttribute(step.attribute);
+}
+
+// From the present node on; false when none that the step may mean has the key.
+bool FIIterator::SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables) {
     FIValue name;
-    step.ResolveName(*this, name);
-    do {
-        if (found->HasName(name)) found->GetKeyText(found->Depth(), key);
-        if (PlainText(key) == step.attribute.ToText()) {
+    step.ResolveName(variables, name);
+    const bool stays = StaysInPlace(name, step.ResolveCount(variables));
+    const std::string wanted = step.attribute.ToText();
+    const Ref<FIIterator> found = Ref<FIIterator>::Adopt(Copy());
+    for (bool is_meant = true;;) {
+        FIValue key;
+        if (is_meant) found->GetKeyText(found->Depth(), key);
+        if (!key.IsNull() && PlainText(key) == wanted) {
             TakePosition(*found);
             return true;
         }
-    } while (found->Next());
-    return !goes_on;
+        if (stays || !found->Next()) return false;
+        is_meant = (IsAny(name) || ((*found).*matches)(name)) && found->Filter(step);
+    }
+}
+
+bool FIIterator::HasAttribute(const FIValue& name) {
+    if (IsStandardAttribute(name.CStr())) return true;
+    FIValue value;
+    GetAttribute(name, value);
+    if (!value.IsNull()) return true;
+    const auto source = Ref<FIAttributeSource>::Adopt(GetAttributeSource());
+    const auto cursor = source ? Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor())
+                               : Ref<FIAttributeCursorBase>();
+    return cursor && cursor->SeekName(kFromFirst, name.CStr());
 }
 
 bool FIIterator::Walk(const PathStep& step, FIValue& attribute) {

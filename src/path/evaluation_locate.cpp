@@ -5,13 +5,15 @@
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 
+// Names and counts are resolved with the variables of the position from which the search starts.
 bool FIIterator::Locate(const FIValue& path) {
-    FIValue error;
-    const ParsedPath step = ParsePath(path, error);
-    return error.IsNull() && LocateChain(*step);
+    const Ref<FIIterator> searcher = Ref<FIIterator>::Adopt(Copy());
+    searcher->ReturnTo(0);
+    if (!searcher->FollowPath(path, &FIIterator::HasKey, *this)) return false;
+    TakePosition(*searcher);
+    return true;
 }
 
-// Names and counts are resolved with the variables of the position from which the search starts.
 bool FIIterator::LocateChain(const PathStep& step) {
     const Ref<FIIterator> searcher = Ref<FIIterator>::Adopt(Copy());
     searcher->ReturnTo(0);

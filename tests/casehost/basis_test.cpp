@@ -18,9 +18,10 @@ class Basis : public ::testing::Test {
  protected:
     ~Basis() override { Drop(); }
 
-    void Open(std::vector<BasisElement> elements) {
+    void Open(std::vector<BasisElement> elements, unsigned unit_set = 0) {
         CaseData data = test::SmallCase();
         data.basis = std::move(elements);
+        data.unit_set = unit_set;
         opened_ = host_.Open(data).opened;
         Fill();
     }
@@ -141,6 +142,19 @@ TEST_F(Basis, AStoreMakesAllCalculatedValuesStale) {
     EXPECT_TRUE(opened_->MainSolver()->NeedsToRun());
 }
 
+TEST_F(Basis, AStoreOfWhatStandsThereMakesNothingStale) {
+    BasisElement given = Element("v", Kind::variable, 1);
+    given.state = VariableState::specified;
+    Open({given, Element("open", Kind::variable)});
+    Find("v")->process_variable->SetSpecified(1);
+    Find("open")->process_variable->SetSpecified(kEmpty);
+    EXPECT_FALSE(opened_->FindByPath("Hot", nullptr)->IsStale());
+    EXPECT_FALSE(opened_->MainSolver()->NeedsToRun());
+    Find("v")->process_variable->SetCalculated(1);
+    EXPECT_EQ(Find("v")->process_variable->status_bits, 0x10u) << "it is no longer given";
+    EXPECT_TRUE(opened_->FindByPath("Hot", nullptr)->IsStale());
+}
+
 TEST_F(Basis, ARefusedStoreChangesNothing) {
     Open({Element("v", Kind::variable, 1)});
     host_.GetScript().RefuseStore(1);
@@ -191,6 +205,58 @@ TEST_F(Basis, AddressesTellTheUnit) {
         host::VarDescription::Facts facts;
         EXPECT_FALSE(opened_->DescribeMoniker(other, facts)) << other;
     }
+}
+
+// 101.325 kPa are 14.6959487755 psia, 25 C are 77 F or 298.15 K.
+TEST_F(Basis, NumbersAreToldInTheDefaultUnits) {
+    BasisElement pressure = Element("p", Kind::number, 101.325);
+    pressure.quantity = "Pressure";
+    BasisElement temperature = Element("t", Kind::variable, 25);
+    temperature.quantity = "Temperature";
+    BasisElement unset = Element("unset", Kind::variable);
+    unset.quantity = "Temperature";
+    const std::vector<BasisElement> elements = {pressure, temperature, unset,
+                                                Element("plain", Kind::number, 3)};
+    const std::pair<double, double> cases[] = {
+        {101.325, 25}, {101325, 298.15}, {14.6959487755, 77}};
+    for (unsigned set = 0; set < 3; ++set) {
+        Open(elements, set);
+        EXPECT_NEAR(Find("p")->number, cases[set].first, 1e-9) << set;
+        EXPECT_NEAR(Find("t")->process_variable->value, cases[set].second, 1e-9) << set;
+        EXPECT_EQ(Find("unset")->process_variable->value, kEmpty) << set;
+        EXPECT_EQ(Find("plain")->number, 3) << set;
+        EXPECT_EQ(opened_->ToData().basis[0].number, 101.325) << "in the file as before";
+        EXPECT_EQ(opened_->ToData().basis[1].number, 25);
+    }
+}
+
+// 212 F are 100 C, 50 F are 10 C.
+TEST_F(Basis, StoresAreInTheDefaultUnits) {
+    BasisElement temperature = Element("t", Kind::variable, 25);
+    temperature.quantity = "Temperature";
+    Open({temperature}, 2);
+    host::ProcessVariable* variable = Find("t")->process_variable;
+    variable->SetSpecified(212);
+    EXPECT_NEAR(variable->value, 212, 1e-9);
+    EXPECT_NEAR(opened_->ToData().basis[0].number, 100, 1e-9);
+    variable->SetCalculated(50);
+    EXPECT_NEAR(opened_->ToData().basis[0].number, 10, 1e-9);
+    variable->SetSpecified(kEmpty);
+    EXPECT_EQ(variable->value, kEmpty);
+    EXPECT_EQ(opened_->ToData().basis[0].number, kEmpty);
+}
+
+// Both cases are shown in the units of the active one, whose set labels are taken from.
+TEST_F(Basis, NumbersOfACaseInTheBackgroundAreToldInTheUnitsInUse) {
+    BasisElement temperature = Element("t", Kind::variable, 25);
+    temperature.quantity = "Temperature";
+    Open({temperature}, 2);
+    host_.Open(test::SmallCase());
+    Fill();
+    EXPECT_EQ(Find("t")->process_variable->value, 25);
+    host_.Activate(*opened_);
+    Fill();
+    EXPECT_NEAR(Find("t")->process_variable->value, 77, 1e-9);
 }
 
 TEST_F(Basis, ACaseWithoutAnythingHasNoSpecification) {

@@ -60,6 +60,7 @@ CaseData FullCase() {
     CaseData data = SmallCase();
     data.title = "a \"title\" with\nlines, a \\ and \xC3\xA4";
     data.source = "own";
+    data.recorded = true;
     data.dynamic = true;
     data.online = true;
     data.unit_set = 2;
@@ -98,6 +99,7 @@ CaseData FullCase() {
     everything.variables.back().values[1].state = VariableState::missing;
     everything.status = ObjectStatus::warning;
     everything.status_text = "careful";
+    everything.stale = true;
     everything.sub_flowsheet = std::make_shared<FlowsheetData>();
     everything.sub_flowsheet->objects = {test::Stream("Inner", VariableState::specified)};
     data.utilities = {Object("Envelope", "EnvelopeUtilityObject", {Attachment("Stream", "Feed")})};
@@ -116,6 +118,7 @@ void ExpectSameObjects(const std::vector<ObjectData>& a, const std::vector<Objec
         EXPECT_EQ(a[i].type, b[i].type);
         EXPECT_EQ(a[i].status, b[i].status);
         EXPECT_EQ(a[i].status_text, b[i].status_text);
+        EXPECT_EQ(a[i].stale, b[i].stale);
         EXPECT_EQ(a[i].ports, b[i].ports);
         ASSERT_EQ(a[i].variables.size(), b[i].variables.size());
         for (std::size_t v = 0; v < a[i].variables.size(); ++v) {

@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 
-#include "case_builder.h"
-#include "casehost/case_file.h"
 #include "live/case.h"
-#include "support/temporary_folder.h"
+#include "saving_fixture.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -21,26 +21,9 @@
 namespace casehost {
 namespace {
 
-constexpr char kOld[] = "the old file\n";
-
-class Saving : public ::testing::Test {
- protected:
-    void SetUp() override { RegisterCaseFiles(); }
-
-    // The names in the folder, in order.
-    std::vector<std::string> Found() {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    TemporaryFolder folder_;
-};
-
-using Names = std::vector<std::string>;
+using test::kOld;
+using test::Names;
+using test::Saving;
 
 TEST_F(Saving, ReplacesTheOldFileAndLeavesNothingBesideIt) {
     folder_.Write("plant.json", kOld);
@@ -53,33 +36,6 @@ TEST_F(Saving, TakesNamesWithoutAFolder) {
     ASSERT_TRUE(WriteCaseFile(test::SmallCase(), "plant.json"));
     ASSERT_TRUE(WriteCaseFile(test::SmallCase(), "plant.json")) << "over the former file";
     EXPECT_EQ(Found(), Names{"plant.json"});
-}
-
-// They are of others, or of one who is saving to the same file just now.
-TEST_F(Saving, FilesThatStandBesideTheTargetStay) {
-    const std::string longer(1'000'000, 'x');
-    folder_.Write("plant.json.part", longer);
-    std::filesystem::create_directory(folder_.File("plant.json.1.part"));
-    folder_.Write("plant.json.2.part", kOld);
-    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
-    EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
-    EXPECT_EQ(folder_.Read("plant.json.part"), longer);
-    EXPECT_EQ(folder_.Read("plant.json.2.part"), kOld);
-    EXPECT_EQ(Found(),
-              (Names{"plant.json", "plant.json.1.part", "plant.json.2.part", "plant.json.part"}));
-}
-
-TEST_F(Saving, EndsWhenEveryNameBesideTheTargetIsTaken) {
-    folder_.Write("plant.json", kOld);
-    for (int i = 0; i < 100; ++i) {
-        folder_.Write("plant.json" + (i == 0 ? "" : "." + std::to_string(i)) + ".part", kOld);
-    }
-    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("plant.json"));
-    EXPECT_FALSE(result);
-    EXPECT_NE(result.problem.Text().find("plant.json: can't be written: "), std::string::npos)
-        << result.problem.Text();
-    EXPECT_EQ(folder_.Read("plant.json"), kOld);
-    EXPECT_EQ(Found().size(), 101u);
 }
 
 TEST_F(Saving, FolderInTheWayOfTheTargetStays) {
@@ -148,6 +104,42 @@ TEST_F(Saving, PermissionsOfTheOldFileStay) {
     }
 }
 
+mode_t ModeOf(const std::filesystem::path& file) {
+    struct stat found {};
+    return stat(file.c_str(), &found) == 0 ? found.st_mode & 07777 : 0;
+}
+
+TEST_F(Saving, AccessListOfTheOldFileStays) {
+    const std::string target = folder_.File("plant.json");
+    folder_.Write("plant.json", kOld);
+    // The owner reads and writes, the user 65534 and the group read.
+    const unsigned char list[] = {2, 0,   0,   0,   1,   0,   6,  0, 255, 255, 255, 255, 2,   0,  4,
+                                  0, 254, 255, 0,   0,   4,   0,  4, 0,   255, 255, 255, 255, 16, 0,
+                                  4, 0,   255, 255, 255, 255, 32, 0, 0,   0,   255, 255, 255, 255};
+    constexpr char kName[] = "system.posix_acl_access";
+    if (setxattr(target.c_str(), kName, list, sizeof list, 0) != 0) {
+        GTEST_SKIP() << "this file system keeps no access lists";
+    }
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), target));
+    unsigned char found[256];
+    ASSERT_EQ(getxattr(target.c_str(), kName, found, sizeof found), ssize_t{sizeof list});
+    EXPECT_EQ(memcmp(found, list, sizeof list), 0);
+    EXPECT_EQ(ModeOf(target), 0640u);
+}
+
+TEST_F(Saving, FileStaysItsOwnersWhoeverSavesIt) {
+    if (geteuid() != 0) GTEST_SKIP() << "needs the rights to give files away";
+    folder_.Write("plant.json", kOld);
+    ASSERT_EQ(chown(folder_.File("plant.json").c_str(), 65534, 65534), 0);
+    ASSERT_EQ(chmod(folder_.File("plant.json").c_str(), 0600), 0);
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
+    struct stat found {};
+    ASSERT_EQ(stat(folder_.File("plant.json").c_str(), &found), 0);
+    EXPECT_EQ(found.st_uid, 65534u);
+    EXPECT_EQ(found.st_gid, 65534u);
+    EXPECT_EQ(found.st_mode & 0777, 0600u);
+}
+
 TEST_F(Saving, LinkStaysAndTheFileBehindItIsReplaced) {
     namespace fs = std::filesystem;
     fs::create_directory(folder_.File("kept"));
@@ -159,14 +151,65 @@ TEST_F(Saving, LinkStaysAndTheFileBehindItIsReplaced) {
     EXPECT_EQ(Found(), (Names{"kept", "link.json"}));
 }
 
-TEST_F(Saving, LinkInTheWayOfTheUnfinishedFileIsNotFollowed) {
-    folder_.Write("plant.json", kOld);
-    folder_.Write("other.txt", kOld);
-    std::filesystem::create_symlink("other.txt", folder_.File("plant.json.part"));
-    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("plant.json")));
-    EXPECT_EQ(folder_.Read("plant.json"), CaseToText(test::SmallCase()));
-    EXPECT_EQ(folder_.Read("other.txt"), kOld);
-    EXPECT_TRUE(std::filesystem::is_symlink(folder_.File("plant.json.part")));
+TEST_F(Saving, FileBehindALinkThatLeadsNowhereIsMade) {
+    namespace fs = std::filesystem;
+    fs::create_directory(folder_.File("kept"));
+    fs::create_directory(folder_.File("names"));
+    fs::create_symlink("../kept/plant.json", folder_.File("names/link.json"));
+    fs::create_symlink("names/link.json", folder_.File("first.json"));
+    ASSERT_TRUE(WriteCaseFile(test::SmallCase(), folder_.File("first.json")));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("first.json")));
+    EXPECT_TRUE(fs::is_symlink(folder_.File("names/link.json")));
+    EXPECT_EQ(folder_.Read("kept/plant.json"), CaseToText(test::SmallCase()));
+    EXPECT_EQ(Found(), (Names{"first.json", "kept", "names"}));
+}
+
+TEST_F(Saving, LinksThatLeadInACircleAreTold) {
+    std::filesystem::create_symlink("b.json", folder_.File("a.json"));
+    std::filesystem::create_symlink("a.json", folder_.File("b.json"));
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("a.json"));
+    EXPECT_FALSE(result);
+    EXPECT_NE(
+        result.problem.Text().find("a.json: can't be written: " + std::string(strerror(ELOOP))),
+        std::string::npos)
+        << result.problem.Text();
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.File("a.json")));
+    EXPECT_EQ(Found(), (Names{"a.json", "b.json"}));
+}
+
+TEST_F(Saving, PipeIsRefused) {
+    ASSERT_EQ(mkfifo(folder_.File("pipe.json").c_str(), 0600), 0);
+    std::filesystem::create_symlink("pipe.json", folder_.File("link.json"));
+    for (const char* name : {"pipe.json", "link.json"}) {
+        const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File(name));
+        EXPECT_FALSE(result) << name;
+        EXPECT_EQ(result.problem.message, "can't be written: not a file") << name;
+    }
+    EXPECT_TRUE(std::filesystem::is_fifo(folder_.File("pipe.json")));
+    EXPECT_EQ(Found(), (Names{"link.json", "pipe.json"}));
+}
+
+TEST_F(Saving, DeviceIsRefused) {
+    // Nothing is lost where the folder of devices can't be written.
+    std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
+    const OrdinaryUser user;
+    std::filesystem::create_symlink("/dev/null", folder_.File("null.json"));
+    const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File("null.json"));
+    EXPECT_EQ(result.problem.message, "can't be written: not a file");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST_F(Saving, LongestNamesCanBeSaved) {
+    std::string letters = "x";
+    while (letters.size() < 249) letters += "\xC3\xA4";
+    for (const std::string& name : {std::string(250, 'n') + ".json", letters + ".json"}) {
+        for (int time = 0; time < 2; ++time) {
+            const SaveResult result = WriteCaseFile(test::SmallCase(), folder_.File(name));
+            EXPECT_TRUE(result) << name.size() << ": " << result.problem.Text();
+        }
+        EXPECT_EQ(Found(), Names{name});
+        std::filesystem::remove(folder_.File(name));
+    }
 }
 
 TEST_F(Saving, DiskThatFillsUpMidwayLeavesTheOldFile) {

@@ -214,7 +214,7 @@ TEST_F(Solving, CaseWithoutEngineStaysUnsolved) {
     EXPECT_EQ(Get("Hot")->GetMyStatusCondition(), host::Viewable::kNotSolved);
 }
 
-TEST_F(Solving, RecordedCaseNeverShowsStaleResults) {
+TEST_F(Solving, RecordedCaseKeepsItsResultsAndIsNotSolved) {
     CaseData data = SmallCase();
     data.recorded = true;
     Open(data);
@@ -229,9 +229,22 @@ TEST_F(Solving, RecordedCaseNeverShowsStaleResults) {
     EXPECT_TRUE(Solver().NeedsToRun());
     EXPECT_FALSE(Solver().Busy());
     EXPECT_EQ(engine_->prepared, 0);
-    EXPECT_EQ(Hot(), host::kEmptyReal);
+    EXPECT_EQ(Hot(), 60);
     EXPECT_EQ(Get("Hot")->GetMyStatusCondition(), host::Viewable::kNotSolved);
     EXPECT_EQ(callback_->log, "finished finished stopped ") << "the change and the end are told";
+}
+
+TEST_F(Solving, UnchangedRecordingHasNothingToSolveButRefusesToBeSolvedAtOnce) {
+    CaseData data = SmallCase();
+    data.recorded = true;
+    Open(data);
+    Solver().SolveTask();
+    Turns(2);
+    EXPECT_FALSE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "");
+    Solver().SolveOnce();
+    EXPECT_TRUE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "the case is a recording and can't be computed again");
 }
 
 TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
@@ -251,6 +264,48 @@ TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
     host_.GetScript().NeverFinishSolve(false);
     Solver().SolveTask();
     EXPECT_FALSE(Solver().Stop());
+}
+
+TEST_F(Solving, StopButtonEndsASolveAtItsNextTurnWhoeverWaitsForIt) {
+    bool pressed = false;
+    int asked = 0;
+    host_.SetStopButton([&] { return ++asked, pressed; });
+    Open(SmallCase());
+    host_.GetScript().NeverFinishSolve(true);
+    Store(40);
+    Turns(3);
+    EXPECT_EQ(asked, 0) << "nothing is solved";
+    Solver().SolveTask();
+    Turns(5);
+    EXPECT_TRUE(Solver().IsSolving());
+    pressed = true;
+    Turns(1);
+    EXPECT_FALSE(Solver().IsSolving());
+    EXPECT_TRUE(Solver().Stop()) << "as whoever waits for the solve has to see";
+    EXPECT_TRUE(Solver().Finished());
+    EXPECT_TRUE(Solver().NeedsToRun());
+    EXPECT_EQ(open_->Solver().Message(), "the solve was stopped");
+    Solver().SolveOnce();
+    EXPECT_FALSE(Solver().IsSolving()) << "a blocking pass ends too";
+    EXPECT_EQ(open_->Solver().Message(), "the solve was stopped");
+    pressed = false;
+    host_.GetScript().NeverFinishSolve(false);
+    Solver().SolveOnce();
+    EXPECT_FALSE(Solver().NeedsToRun());
+}
+
+TEST_F(Solving, StopButtonEndsASolveThatHasNotBegun) {
+    bool pressed = true;
+    host_.SetStopButton([&] { return pressed; });
+    Open(SmallCase());
+    host_.GetScript().TurnsToBegin(2);
+    Store(40);
+    Solver().SolveTask();
+    EXPECT_TRUE(Solver().Pending());
+    Turns(1);
+    EXPECT_FALSE(Solver().Pending());
+    EXPECT_TRUE(Solver().Stop());
+    EXPECT_EQ(engine_->prepared, 0);
 }
 
 TEST_F(Solving, PauseRequestIsTheUsers) {

@@ -208,4 +208,14 @@ TEST(ErrorLog, module_functions_drive_the_module_log) {
     SetLogFile(nullptr);
 }
 
+TEST(LogAndTell, line_goes_to_standard_error_too) {
+    const TemporaryFolder folder;
+    OpenErrorLog("told.log");
+    testing::internal::CaptureStderr();
+    LogAndTell("Gr\u00f6\u00dfe\x1b[1m\n\u009b\u00a0end\x7f\xc2");
+    EXPECT_EQ("Gr\u00f6\u00dfe?[1m??\u00a0end?\xc2\n", testing::internal::GetCapturedStderr());
+    EXPECT_EQ(AfterHeader(folder.Read("told.log")),
+              " Gr\u00f6\u00dfe\x1b[1m\n\u009b\u00a0end\x7f\xc2\n");
+}
+
 }  // namespace

@@ -735,6 +735,40 @@ TEST_F(Iterator, opens_the_node_that_a_host_path_names) {
     EXPECT_EQ(nullptr, it_->OpenAttribute(Text("b")));
 }
 
+TEST_F(Iterator, opens_the_node_to_which_a_context_gives_a_whole_path) {
+    struct Case {
+        const char* name;
+        const char* way;
+        const char* path;
+    };
+    const Case cases[] = {
+        {"link", "b", "Root.b"},
+        {"link", "b.x", "Root.b.x"},
+        {"link", "b.x.deep", "Root.b.x.deep"},
+        {"b", "b.x.deep", "Root.b.x.deep"},
+        {"/link", "b.x", "Root.b.x"},
+        {"link", "q", nullptr},
+        {"link", "b.q", nullptr},
+        // One level alone, and nothing of a host's path is understood there.
+        {"/link", "b", nullptr},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(std::string(each.name) + " by " + each.way);
+        // What a context does with the rest that it is handed: nothing, or it says that none is.
+        for (const bool takes_all : {false, true}) {
+            root_.key_value = [&](const char*, FIValue& out, const char** rest) {
+                out.SetText(each.way);
+                if (takes_all) *rest = nullptr;
+            };
+            const auto opened = Ref<FIIteratorBase>::Adopt(it_->OpenAttribute(Text(each.name)));
+            const bool is_notation = *each.name == '/' && std::string(each.way) == "b";
+            const char* path = is_notation && takes_all ? "Root.b" : each.path;
+            EXPECT_EQ(path ? path : "(none)", opened ? PathOf(*opened) : "(none)");
+            EXPECT_EQ("Root", PathOf(*it_));
+        }
+    }
+}
+
 TEST_F(Iterator, array_indices_behind_a_key_count_children) {
     ScriptNode& dotted = root_.Add("b.x");
     for (const char* name : {"p", "q"}) dotted.Add(name);

@@ -4,6 +4,8 @@
 
 #include "open_module.h"
 
+#include "live/case.h"
+
 namespace {
 
 class ModuleOnBasis : public OpenModule {
@@ -129,6 +131,31 @@ TEST_F(ModuleOnBasis, variables_are_stored_and_stay) {
     EXPECT_EQ("25", Read("FluidPackage.\"Reference Temperature\""));
     EXPECT_EQ("Store not supported for this attribute.",
               Write("FluidPackage.Effort", FIValue::OfReal(3), 0));
+}
+
+// The built-in basis would be in C and kPa: 101.325 kPa are 14.6959487755 psia.
+TEST_F(OpenModule, numbers_of_a_basis_are_in_the_unit_that_is_told) {
+    casehost::CaseData data;
+    data.unit_set = 2;
+    data.basis.resize(2);
+    data.basis[0].tag = "Standard Pressure";
+    data.basis[0].kind = casehost::BasisElement::Kind::number;
+    data.basis[0].number = 101.325;
+    data.basis[0].quantity = "Pressure";
+    data.basis[1].tag = "Reference Temperature";
+    data.basis[1].kind = casehost::BasisElement::Kind::variable;
+    data.basis[1].number = 25;
+    data.basis[1].quantity = "Temperature";
+    ASSERT_TRUE(host_.Open(data));
+    OpenTop();
+    root_ = "appModel.Basis";
+    EXPECT_EQ("14.6959487755", Read("Standard Pressure"));
+    EXPECT_EQ("psia", Read("Standard Pressure", "uom"));
+    EXPECT_EQ("77", Read("Reference Temperature"));
+    EXPECT_EQ("F", Read("Reference Temperature", "uom"));
+    EXPECT_EQ("(NULL)", Write("Reference Temperature", FIValue::OfReal(212), 0));
+    EXPECT_EQ("212", Read("Reference Temperature"));
+    EXPECT_NEAR(100, host_.ActiveLiveCase()->ToData().basis[1].number, 1e-9);
 }
 
 }  // namespace

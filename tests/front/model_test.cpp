@@ -100,6 +100,22 @@ TEST_F(NeutralCase, application_node_and_converters_explain_a_value) {
     EXPECT_EQ(nullptr, FixtopApplicationNode(at_root.Get(), 2));
 }
 
+// Raw Gas has vapour and liquid, but nothing solid.
+TEST_F(NeutralCase, components_of_an_absent_phase_are_counted_but_not_shown) {
+    const Iterator stream = Raw("appModel.FlowSheetObjects.Streams.\"Raw Gas\"");
+    stream->SetVarText("PhaseName", "Solid Phase");
+    EXPECT_EQ(8, CTPhaseComponentArray(stream.Get(), nullptr, -1));
+    const auto components = [&](const char* phase) {
+        const Iterator it = At(std::string("Flowsheet.Stream(Raw Gas).") + phase + ".Composition");
+        int count = 0;
+        for (bool on = it->SeekChild("Component"); on; on = it->Next()) ++count;
+        return count;
+    };
+    EXPECT_EQ(8, components("Overall.Vapor"));
+    EXPECT_EQ(0, components("Solid"));
+    EXPECT_EQ("(NULL)", Read(*At("Flowsheet.Stream(Raw Gas).Solid.MolarFlow"), "value"));
+}
+
 TEST_F(NeutralCase, display_unit_converts_the_value) {
     const Iterator it = At("Flowsheet.Stream.Temperature");
     ASSERT_EQ("C", Read(*it, "uom"));

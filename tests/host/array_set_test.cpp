@@ -192,10 +192,33 @@ TEST_F(ArraySet, seeks_from_the_end_start_where_the_cursor_stands) {
 TEST_F(ArraySet, cursors_over_different_tables_do_not_compare) {
     AddNumbers("Order", {1, 2});
     host::ArraySetBlock other = block;
-    auto of_other = Ref<HArraySetContext>::Share(new HArraySetContext(&other, parent.Get()));
+    host::CSpecElement other_element;
+    other_element.tag = host::Text("Other");
+    other_element.array_set = &other;
+    auto list =
+        Ref<HSpecContext>::Share(new HSpecContext(&info, &product, &options, true, nullptr));
+    auto other_parent = Ref<FIEntry>::Share(list->MakeEntry(other_element));
+    auto of_other = Ref<HArraySetContext>::Share(new HArraySetContext(&other, other_parent.Get()));
     EXPECT_EQ(kNotComparable, ChildrenOf(*Rows())->Compare(*ChildrenOf(*of_other)));
     EXPECT_EQ(kNotComparable, ChildrenOf(*Row(0))->Compare(*ChildrenOf(*Row(1))));
     EXPECT_EQ(0, ChildrenOf(*Row(1))->Compare(*ChildrenOf(*Row(1))));
+}
+
+// The host fills a table anew for everyone who asks.
+TEST_F(ArraySet, cursors_over_one_table_filled_twice_compare) {
+    AddNumbers("Order", {1, 2});
+    host::ArraySetBlock again = block;
+    host::CSpecElement same_element = element;
+    same_element.array_set = &again;
+    scripted::SpecInfo filled_again;
+    auto list = Ref<HSpecContext>::Share(
+        new HSpecContext(&filled_again, &product, &options, true, nullptr));
+    auto same_parent = Ref<FIEntry>::Share(list->MakeEntry(same_element));
+    auto rows = Ref<HArraySetContext>::Share(new HArraySetContext(&again, same_parent.Get()));
+    EXPECT_EQ(0, ChildrenOf(*Rows())->Compare(*ChildrenOf(*rows)));
+    auto row = Ref<FIEntry>::Share(rows->MakeEntry(1));
+    EXPECT_EQ(0, ChildrenOf(*Row(1))->Compare(*ChildrenOf(*row)));
+    EXPECT_EQ(kNotComparable, ChildrenOf(*Row(0))->Compare(*ChildrenOf(*row)));
 }
 
 TEST_F(ArraySet, a_row_reads_as_told) {

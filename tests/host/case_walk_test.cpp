@@ -228,6 +228,27 @@ TEST_F(CaseWalk, published_variables_are_read_and_stored) {
     EXPECT_EQ("MolarFlow", Read(*other, "dimension"));
 }
 
+TEST_F(CaseWalk, an_attribute_cursor_reads_without_the_units_of_a_reader_that_has_gone) {
+    Open("demo");
+    NodeRef node = At("FlowSheetObjects.Streams.Raw Gas.Temperature");
+    const auto source = Ref<FIAttributeSource>::Adopt(node->GetAttributeSource());
+    const auto cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
+    const auto read = [&](const char* name) {
+        FIValue out;
+        EXPECT_TRUE(cursor->SeekName(kFromFirst, name));
+        cursor->GetValue(out);
+        return Shown(out);
+    };
+    NodeRef reader = NodeRef::Adopt(node->Copy());
+    EXPECT_EQ("(NULL)", StoreAttribute(*reader, "uom", FIValue("K")));
+    cursor->SetVarSet(reader->GetVarSet());
+    EXPECT_EQ("K", read("uom"));
+    EXPECT_EQ("REAL 303.15", read("value"));
+    reader.Reset();
+    EXPECT_EQ("C", read("uom"));
+    EXPECT_EQ("REAL 30", read("value"));
+}
+
 TEST_F(CaseWalk, fractions_are_stored_where_they_are_meant) {
     Open("demo");
     NodeRef ethane = At("FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac.Ethane");

@@ -245,4 +245,37 @@ TEST_F(LiveStores, a_refusal_of_the_host_is_told_for_every_kind) {
     }
 }
 
+TEST_F(LiveStores, results_of_a_recording_are_told_to_be_older_than_a_store) {
+    casehost::CaseData recording = host.ActiveLiveCase()->ToData();
+    recording.recorded = true;
+    ASSERT_TRUE(host.Open(recording));
+    constexpr char kSales[] = "FlowSheetObjects.Streams.Sales Gas.Temperature";
+    constexpr char kMethane[] = "FlowSheetObjects.Streams.Sales Gas.Comp Mole Frac.Methane";
+    constexpr char kGiven[] = "FlowSheetObjects.Streams.Raw Gas.Temperature";
+    for (const char* path : {kSales, kMethane, kGiven}) {
+        EXPECT_EQ("(NULL)", Read(*At(path), "stale")) << path;
+    }
+    const std::string before = Read(*At(kSales), "value");
+    EXPECT_EQ("(NULL)", Store(*At(kGiven), FIValue::OfReal(35)));
+    for (const char* path : {kSales, kMethane}) {
+        EXPECT_EQ("INT 1", Read(*At(path), "stale")) << path;
+        EXPECT_EQ("Calculated", Read(*At(path), "status")) << path;
+    }
+    EXPECT_EQ(before, Read(*At(kSales), "value"));
+    EXPECT_EQ("(NULL)", Read(*At(kGiven), "stale")) << "it was given";
+    EXPECT_EQ("(NULL)", Read(*At("FlowSheetObjects.Streams.Sales Gas.Comp Mole Frac"), "stale"));
+    EXPECT_EQ("Not Solved", Read(*At("FlowSheetObjects.Streams.Sales Gas"), "status"));
+    At("FlowSheetObjects.Streams.Sales Gas.*[(stale)=1]");
+}
+
+TEST_F(LiveStores, what_a_solve_fills_is_never_told_to_be_older) {
+    constexpr char kSales[] = "FlowSheetObjects.Streams.Sales Gas.Temperature";
+    EXPECT_EQ("(NULL)",
+              Store(*At("FlowSheetObjects.Streams.Raw Gas.Temperature"), FIValue::OfReal(35)));
+    EXPECT_EQ("(NULL)", Read(*At(kSales), "stale"));
+    EXPECT_EQ("(NULL)", Store(*At("FlowSheetObjects.Streams.Raw Gas.Molar Flow"), FIValue()));
+    EXPECT_EQ("Missing", Read(*At(kSales), "status"));
+    EXPECT_EQ("(NULL)", Read(*At(kSales), "stale"));
+}
+
 }  // namespace

@@ -55,6 +55,40 @@ TEST_F(Specification, search_by_entry_stops_on_that_very_element) {
     EXPECT_FALSE(cursor->SeekValue(kFromFirst, *EmptyEntry()));
 }
 
+// The host fills a specification anew for everyone who asks, and shows of a variable what it has
+// then.
+TEST_F(Specification, positions_in_two_fillings_compare_by_their_places) {
+    scripted::SpecInfo again;
+    scripted::ProcessVariable unset(host::kEmptyReal, 0);
+    scripted::ProcessVariable set(3.5, 0);
+    Variable("Comes and goes", unset);
+    again.Add("Comes and goes").process_variable = &set;
+    for (const char* tag : {"A", "B", "A"}) {
+        Words(tag);
+        again.Add(tag).value_text = host::Text("text");
+    }
+    auto context = List(info);
+    auto same = List(again);
+    for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j < 3; ++j) {
+            auto one = ChildrenOf(*context);
+            auto other = ChildrenOf(*same);
+            ASSERT_TRUE(one->Seek(kFromFirst, i));
+            ASSERT_TRUE(other->Seek(kFromFirst, j + 1)) << "behind the variable";
+            EXPECT_EQ((i > j) - (i < j), one->Compare(*other)) << i << " and " << j;
+            EXPECT_EQ((j > i) - (j < i), other->Compare(*one)) << j << " and " << i;
+        }
+    }
+    again.storage[1]->tag = host::Text("C");
+    auto other = ChildrenOf(*same);
+    ASSERT_TRUE(other->Seek(kFromFirst, 1));
+    EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*other)) << "another element";
+    auto& stranger = host.main.Add("Other", host.stream);
+    auto of_other = Ref<HSpecContext>::Share(
+        new HSpecContext(&again, &stranger, &options, attachments, nullptr));
+    EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*ChildrenOf(*of_other)));
+}
+
 TEST_F(Specification, long_lists_are_searched_as_they_are_shown_now) {
     scripted::ProcessVariable variable(host::kEmptyReal, 0);
     for (int i = 0; i < 200; ++i) Words(("T" + std::to_string(i)).c_str());

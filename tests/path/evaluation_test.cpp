@@ -64,6 +64,15 @@ void ExpectWalks(FIIterator& from, std::span<const WalkCase> walks) {
     }
 }
 
+// The same by keys from the root, which are the names here.
+void ExpectLocates(FIIterator& from, std::span<const WalkCase> walks) {
+    for (const WalkCase& each : walks) {
+        const auto it = Ref<FIIterator>::Adopt(from.Copy());
+        EXPECT_EQ(each.reached != nullptr, it->Locate(Text(each.path))) << each.path;
+        EXPECT_EQ(each.reached ? each.reached : "Root", PathOf(*it)) << each.path;
+    }
+}
+
 TEST_F(PathEvaluation, walks_reach_the_node_that_the_path_names) {
     const WalkCase cases[] = {
         {"", "Root"},
@@ -149,11 +158,51 @@ TEST_F(PathEvaluation, a_key_behind_a_name_chooses_among_siblings_and_the_path_g
         // What is no key is an attribute, which ends a path.
         {"Stream(rank)", "Root.Stream(Feed)", 0},
         {"Stream(rank).Temperature", nullptr},
+        {"Stream(Nobody)", nullptr},
+        {"Stream(Nobody).Temperature", nullptr},
+        {"Stream(Other)", nullptr},
+        {"Stream#1(Feed)", nullptr},
+        {"Stream#1(N.1)", nullptr},
+        {"Stream#1(\"N.1\")", "Root.Stream(\"N.1\")", 2},
+        // The step says which siblings may be meant.
+        {"*(Product).Temperature", "Root.Stream(Product).Temperature", 11},
+        {"*(Other)", "Root.Operation(Other)", 3},
+        {"Stream[(rank)=1](Product)", "Root.Stream(Product)", 1},
+        {"Stream[(rank)=0](Product)", nullptr},
+        {"Stream(Product).(Product)", "Root.Stream(Product)", 1},
+        {"Stream(Product).(Feed)", nullptr},
+        {"Stream(Product).(rank)", "Root.Stream(Product)", 1},
         {"Stream.Temperature(rank).Nobody", "Root.Stream(Feed).Temperature", 10},
     };
     const auto it = root.Iterate();
     it->SetVarText("v", "Stream");
     ExpectWalks(*it, cases);
+    ExpectLocates(*it, cases);
+}
+
+TEST_F(PathEvaluation, a_path_ends_in_an_attribute_that_the_node_has) {
+    const WalkCase cases[] = {
+        {"Feed(type)", "Root.Feed", 0},
+        {"Feed#1(temperature)", "Root.Feed", 1},
+        {"Leaf(nothing)", "Root.Leaf"},
+        {"(none)", nullptr},
+        {"Feed(no such)", nullptr},
+        {"Feed(Type)", nullptr},
+        {"Feed.Flow(temperature)", nullptr},
+        {"Feed.Flow(uom)", "Root.Feed.Flow"},
+        {"*[(type)=Column](no such)", nullptr},
+        // These may be asked of any node.
+        {"Feed(value)", "Root.Feed", 0},
+        {"Column(spec_uom)", "Root.Column"},
+        {"(is_hierarchy)", "Root"},
+        {"Leaf(skipattachments)", "Root.Leaf"},
+        // Filters ask what they like.
+        {"Feed[(no such)]", nullptr},
+        {"Feed[Flow(no such)]", nullptr},
+        {"Column[(no such)]|[(type)=Column]", "Root.Column"},
+    };
+    ExpectWalks(*it_, cases);
+    ExpectLocates(*it_, cases);
 }
 
 TEST_F(PathEvaluation, failed_walks_leave_the_iterator_and_its_variables) {

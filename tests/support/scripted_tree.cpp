@@ -127,7 +127,11 @@ class ScriptAttributeCursor final : public FIAttributeCursorBase {
         index_ = (origin == kFromFirst ? 0 : index_) + delta;
         return !AtEnd();
     }
-    bool SeekName(int, const char*) override { return false; }
+    bool SeekName(int, const char* name) override {
+        index_ = 0;
+        while (!AtEnd() && node_.attributes[index_].first != name) ++index_;
+        return !AtEnd();
+    }
     bool SeekValue(int, FIEntry&) override { return false; }
     bool AtBegin() override { return index_ == 0; }
     bool AtEnd() override { return index_ >= static_cast<int>(node_.attributes.size()); }

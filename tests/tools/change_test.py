@@ -1,11 +1,12 @@
 """set, solve, watch and saving, on the case that the program carries."""
 
+import errno
 import json
 import os
 import subprocess
 import unittest
 
-from small_case import STREAMS as SMALL_STREAMS, write_small_case
+from small_case import STREAMS as SMALL_STREAMS, array, small_case, stream, write_case, write_small_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
 STREAMS = "appModel.FlowSheetObjects.Streams"
@@ -13,6 +14,20 @@ UNITS = "appModel.FlowSheetObjects.UnitOps"
 FEED_FLOW = STREAMS + ".Raw Gas.Molar Flow"
 FEED_TEMPERATURE = STREAMS + ".Raw Gas.Temperature"
 SALES_FLOW = STREAMS + ".Sales Gas.Molar Flow"
+SMALL_FEED = SMALL_STREAMS + ".Feed 1"
+# The same fraction with the options of its view.
+FRACTIONS = {STREAMS + ".Raw Gas.Comp Mole Frac.Methane": [],
+             "Flowsheet.Stream(Raw Gas).Composition.Component(Methane).MoleFraction": ["--neutral"]}
+ONE_FRACTION = STREAMS + ".Pure.Comp Mole Frac.Methane"
+
+
+def fraction_case(fractions):
+    composition = array([("text", ["Methane", "Ethane"])], fractions)
+    composition["spec"]["variableType"] = 9
+    composition["spec"]["number"] = 501
+    case = small_case()
+    case["flowsheet"]["objects"] = [stream("Pure", 25, **{"Comp Mole Frac": composition})]
+    return case
 
 
 class Store(ProgramTest):
@@ -73,6 +88,32 @@ class Store(ProgramTest):
                    f"no such node: {STREAMS}.Raw Gass.Temperature\n  found: {STREAMS}\n"
                    "  near: Raw Gas\n")
 
+    def test_a_fraction_is_stored_as_its_share_of_all(self):
+        # The others are 0.25 together.
+        shares = {"0.5": 2 / 3, "2": 8 / 9, "0.75": 0.75, "0": 0, "": 0}
+        for path, view in FRACTIONS.items():
+            for value, share in shares.items():
+                with self.subTest(path + value):
+                    result = self.check(run("set", "demo", *view, path, value), DONE, err="")
+                    self.assertAlmostEqual(share, float(result.out), places=10)
+
+    def test_the_only_fraction_stays_whole(self):
+        case = write_case(self.folder, "pure.json", fraction_case([1, 0]))
+        self.check(run("set", case, ONE_FRACTION, "0.5"), DONE, "1\n")
+        self.check(run("set", case, ONE_FRACTION, "0"), FAILED, "",
+                   f"{ONE_FRACTION}: Value not stored\n")
+
+    def test_a_fraction_that_is_not_taken_is_refused(self):
+        file = self.folder / "refused.json"
+        found = STREAMS + ".Sales Gas.Comp Mole Frac.Methane"
+        lines = [(path, view, value) for path, view in FRACTIONS.items()
+                 for value in ("-1", "-0.1", "-1e-3")]
+        for path, view, value in [*lines, (found, [], "0.5"), (found, [], "0")]:
+            with self.subTest(path + value):
+                self.check(run("set", "demo", *view, path, value, "--save", file), FAILED, "",
+                           f"{path}: Value not stored\n")
+                self.assertFalse(file.exists())
+
     def test_a_store_changes_what_depends_on_it(self):
         file = self.folder / "more.json"
         before = float(run("get", "demo", SALES_FLOW).out)
@@ -85,6 +126,62 @@ class Store(ProgramTest):
                     ("Sales Gas", "Fuel Gas", "Cooled Gas", "Stabiliser Gas", "Stable Condensate")]
         total = [sum(map(float, run("get", file, *paths).lines)) for paths in (feeds, products)]
         self.assertAlmostEqual(1, total[0] / total[1], places=6)
+
+
+class Unwritten(ProgramTest):
+    """Nobody takes the output: the work is saved all the same, and the status tells of it."""
+
+    LINES = (["set", "demo", FEED_FLOW, "1200"], ["solve", "demo"])
+
+    def run_without_output(self, arguments, stdin=b"", how=""):
+        """With standard output as `how` says in the shell's language, or into a closed pipe."""
+        command = [*PROGRAM, *map(str, arguments)]
+        if how:
+            command = ["sh", "-c", f'"$@" {how}', "sh", *command]
+        reader, writer = os.pipe()
+        os.close(reader)
+        try:
+            return subprocess.run(command, input=stdin, stdout=writer, stderr=subprocess.PIPE,
+                                  timeout=600, check=False)
+        finally:
+            os.close(writer)
+
+    def ways(self):
+        messages = {"": "", ">&-": f"fixtop: the output can't be written: {os.strerror(errno.EBADF)}\n",
+                    ">/dev/full": f"fixtop: the output can't be written: {os.strerror(errno.ENOSPC)}\n"}
+        local = os.name != "nt" and len(PROGRAM) == 1
+        return messages if local else {"": messages[""]}
+
+    def test_the_case_is_saved_and_the_run_has_failed(self):
+        for line in self.LINES:
+            whole = self.folder / f"{line[0]}.json"
+            self.check(run(*line, "--save", whole), DONE)
+            for how, message in self.ways().items():
+                with self.subTest(line[0] + how):
+                    file = self.folder / "unwritten.json"
+                    done = self.run_without_output([*line, "--save", file], how=how)
+                    self.assertEqual((FAILED, message), (done.returncode, done.stderr.decode()))
+                    self.assertEqual(whole.read_bytes(), file.read_bytes())
+                    file.unlink()
+
+    def test_the_shell_goes_on_to_what_saves(self):
+        for how, message in self.ways().items():
+            with self.subTest(how):
+                file = self.folder / "shell.json"
+                lines = f"get '{FEED_FLOW}'\nset '{FEED_FLOW}' 1200\nsave {file}\n"
+                done = self.run_without_output(["shell", "demo"], lines.encode(), how)
+                self.assertEqual((FAILED, message), (done.returncode, done.stderr.decode()))
+                self.check(run("get", file, FEED_FLOW), DONE, "1200\n", "")
+                file.unlink()
+
+    @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a shell of this machine")
+    def test_closed_streams_are_not_written_into_files(self):
+        for how in (">&- 2>&-", "<&- >&- 2>&-", "2>&-"):
+            with self.subTest(how):
+                file = self.folder / "closed.json"
+                self.run_without_output(["set", "demo", FEED_FLOW, "", "--save", file], how=how)
+                self.assertEqual("casehost case", json.loads(file.read_text())["format"])
+                file.unlink()
 
 
 class Solve(ProgramTest):
@@ -172,6 +269,64 @@ class Watch(ProgramTest):
 
 
 class Recorded(ProgramTest):
+    def old(self):
+        """The small case after a store, with its result at this path."""
+        file = self.folder / "old.json"
+        self.check(run("set", write_small_case(self.folder), SMALL_FEED + ".Temperature", "30",
+                       "--save", file), DONE, "30\n",
+                   f"{file}: results that are older than a change are saved as stale\n"
+                   "the case is a recording and can't be computed again\n")
+        return file
+
+    def test_results_stay_after_a_store_and_say_so(self):
+        file, path = self.old(), SMALL_FEED + ".Pressure"
+        self.check(run("get", file, path), DONE, "100\n", f"{path}: older than a change of the case\n")
+        self.assertEqual({"path": path, "value": 100, "uom": "kPa", "status": "Calculated", "stale": True},
+                         json.loads(run("get", file, path, "--json").out))
+        self.check(run("get", file, path, "--attr", "uom"), DONE, "kPa\n", "")
+        self.check(run("get", file, SMALL_FEED, "--attr", "status"), DONE, "Not Solved\n", "")
+        self.assertNotIn("stale", run("get", file, SMALL_FEED + ".Temperature", "--json").out)
+        self.assertNotIn("stale", run("get", file, SMALL_STREAMS + '."Feed.2".Pressure', "--json").out)
+        tree = self.check(run("tree", file, SMALL_FEED), DONE, err="").lines
+        self.assertIn("  Pressure = 100 kPa  (stale)", tree)
+        self.assertIn("  Temperature = 30 C", tree)
+        children = json.loads(run("tree", file, SMALL_FEED, "--json").out)["children"]
+        self.assertEqual(["Pressure"], [each["name"] for each in children if "stale" in each])
+
+    def test_a_table_has_a_star_behind_what_is_older(self):
+        columns = [self.old(), SMALL_STREAMS + ".*", "Temperature", "Pressure"]
+        self.check(run("table", *columns), DONE,
+                   "Name    Temperature  Pressure\n"
+                   "                  C       kPa\n"
+                   "Feed 1           30      100*\n"
+                   "Feed.2          -40      100\n"
+                   "Größe           300      100\n", "* older than a change of the case\n")
+        result = self.check(run("table", *columns, "--csv"), DONE,
+                            err="Pressure: values are older than a change of the case\n")
+        self.assertEqual("Feed 1,30,100", result.lines[1])
+        cells = json.loads(run("table", *columns, "--json").lines[0])["cells"]
+        self.assertEqual({"value": 100, "uom": "kPa", "stale": True}, cells["Pressure"])
+        self.assertNotIn("stale", cells["Temperature"])
+
+    def test_a_store_of_the_same_value_changes_nothing(self):
+        case = write_small_case(self.folder)
+        unchanged = self.folder / "unchanged.json"
+        self.check(run("shell", case, stdin=f"save {unchanged}\n"), DONE, "", "")
+        again = self.folder / "again.json"
+        for name, value, *unit in (("Temperature", "25"), ("Temperature", "77", "--unit", "F"),
+                                   ("Third", "0.333333333333"), ("Mode", "Slow"), ("Word", "3.50"),
+                                   ("Unset", "")):
+            with self.subTest(name):
+                self.check(run("set", case, f"{SMALL_FEED}.{name}", value, *unit, "--save", again),
+                           DONE, value + "\n", "")
+                self.assertEqual(unchanged.read_text().replace("0.3333333333333333", "0.333333333333"),
+                                 again.read_text().replace("0.3333333333333333", "0.333333333333"))
+
+    def test_values_of_the_neutral_view_say_so_too(self):
+        path = "Flowsheet.Stream(Feed 1).Pressure"
+        record = json.loads(run("get", self.old(), "--neutral", path, "--json").out)
+        self.assertEqual((100, True), (record["value"], record["stale"]))
+
     def test_a_recording_can_not_be_solved(self):
         case = write_small_case(self.folder)
         path = SMALL_STREAMS + ".Feed 1.Temperature"

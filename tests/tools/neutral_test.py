@@ -51,6 +51,17 @@ MAP = """<CCDMMapFile Name="own">
 RAW_GAS = "Flowsheet.Stream(Raw Gas)"
 
 
+def nodes_of(node):
+    """The node and all below it, as tree --json writes them."""
+    yield node
+    for each in node.get("children", []):
+        yield from nodes_of(each)
+
+
+def child(node, name):
+    return next(each for each in node["children"] if each["name"] == name)
+
+
 class Neutral(ProgramTest):
     def values_of(self, *arguments):
         return self.check(run("get", "demo", "--neutral", *arguments), DONE, err="").lines
@@ -93,6 +104,28 @@ class Neutral(ProgramTest):
         self.check(run("get", "demo", "--neutral", "Flowsheet.Stream(Raw Gas).Temprature"), FAILED, "",
                    "no such node: Flowsheet.Stream(Raw Gas).Temprature\n"
                    "  found: Flowsheet.Stream(Raw Gas)\n  near: Temperature\n")
+
+    def test_a_key_that_is_not_there_is_told_with_near_ones(self):
+        stream = "  found: Flowsheet.Stream\n"
+        component = "Flowsheet.Stream(Raw Gas).Composition.Component"
+        for path, told in (
+                ("Flowsheet.Stream(nope)", stream),
+                ("Flowsheet.Stream(Raw Gaz)", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(Raw Gaz).Temperature", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(Raw Gaz).Temprature", stream + "  near: Stream(Raw Gas)\n"),
+                ("Flowsheet.Stream(type).Temperature", stream),
+                ('Flowsheet.Stream[Name="Raw Gas"](Tail Gas)',
+                 '  found: Flowsheet.Stream[Name="Raw Gas"]\n'),
+                (component + "(Methan).MoleFraction",
+                 f"  found: {component}\n  near: Component(Methane), Component(Ethane)\n"),
+                (RAW_GAS + ".Temperature(statos)",
+                 f"  found: {RAW_GAS}.Temperature\n  near: Temperature(status)\n"),
+        ):
+            for word in ("get", "tree"):
+                self.check(run(word, "demo", "--neutral", path), FAILED, "",
+                           f"no such node: {path}\n{told}")
+        self.check(run("find", "demo", "--neutral", "Flowsheet.Stream(nope)"), FAILED, "",
+                   "nothing matches: Flowsheet.Stream(nope)\n")
 
     def test_find_gives_paths_that_get_reads(self):
         found = self.check(run("find", "demo", "--neutral", "Flowsheet.Stream.Temperature"), DONE).lines
@@ -151,6 +184,53 @@ class Neutral(ProgramTest):
             with self.subTest(case):
                 result = self.check(run("tree", case, "--neutral"), DONE, err="")
                 self.assertGreater(len(result.lines), 1000)
+
+    def test_what_the_case_does_not_have_is_null(self):
+        for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:
+            with self.subTest(case):
+                tree = json.loads(self.check(run("tree", case, "--neutral", "--json"), DONE, err="").out)
+                values = [(node["type"], node["value"]) for node in nodes_of(tree) if "value" in node]
+                self.assertEqual([], [v for v in values if v[1] == "" or f"({v[1]})" in v[0]])
+                self.assertEqual([], [v for v in values if v[0] == "Real" and isinstance(v[1], str)])
+                self.assertGreater(sum(v == ("Real", None) for v in values), 1000)
+                text = self.check(run("tree", case, "--neutral"), DONE).out
+                self.assertNotIn("eComponentName", text)
+
+    def test_absent_phases_have_no_components(self):
+        phases = {"Vapor": "Vapour Phase", "Liquid1": "Liquid Phase", "Liquid2": "Second Liquid Phase",
+                  "MixedLiquid": "Total Liquid Phase"}
+        for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:
+            with self.subTest(case):
+                shown, absent = 0, 0
+                tree = json.loads(self.check(run("tree", case, "--neutral", "--json"), DONE).out)
+                for stream in child(tree, "Flowsheet")["children"]:
+                    if stream["name"] != "Stream":
+                        continue
+                    name = child(stream, "Name")["value"]
+                    raw = self.fractions_of(case, name)
+                    for phase, raw_phase in phases.items():
+                        # The function that counts them looks at the vapour, whatever the phase.
+                        fractions = raw.get(raw_phase, []) if "Vapour Phase" in raw else []
+                        composition = child(child(child(stream, "Overall"), phase), "Composition")
+                        components = [child(each, "ComponentName")["value"]
+                                      for each in composition["children"] if each["name"] == "Component"]
+                        self.assertEqual(fractions, components, (name, phase))
+                        shown += len(fractions) > 0
+                        absent += not fractions
+                self.assertGreater(shown, 0)
+                self.assertGreater(absent, 0)
+
+    def fractions_of(self, case, stream):
+        """Names of the components by phase, as the raw view lists them."""
+        if case not in self.raw_fractions:
+            tree = json.loads(run("tree", case, "appModel.FlowSheetObjects.Streams", "--json", "--all").out)
+            self.raw_fractions[case] = {
+                each["name"]: {phase["name"]: [c["name"] for c in phase.get("children", [])]
+                               for phase in child(each, "Phase Comp Mole Frac").get("children", [])}
+                for each in tree["children"] if each["type"] == "MaterialStreamObject"}
+        return self.raw_fractions[case][stream]
+
+    raw_fractions = {}
 
 
 class Explain(ProgramTest):
@@ -229,6 +309,20 @@ class OwnFiles(ProgramTest):
         self.check(self.view("get", "Plant.Label", "Plant.Heat", "Plant.Speed", "Plant.Lost"), DONE,
                    "Only\n25\nLow\n\n", "")
         self.check(self.view("get", "Plant.Heat", "--unit", "F"), DONE, "77\n", "")
+
+    def test_a_list_that_is_cut_is_told(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(f"S{i}", i) for i in range(300)]
+        path, log = write_case(self.folder, "many.json", case), self.folder / "cut.log"
+        told = "List Flowsheet.Stream on Top.appModel.FlowSheetObjects: 300 elements, 44 of them are shown"
+        result = run("ls", path, "Flowsheet", "--neutral", "--log", log)
+        self.check(result, DONE, err=told + "\n")
+        self.assertEqual([f"Stream(S{i})" for i in range(44)],
+                         [line for line in result.lines if line.startswith("Stream")])
+        self.assertEqual(1, log.read_text().count(told))
+        result = run("get", path, "--neutral", *(f"Flowsheet.Stream#{i}.Temperature" for i in range(44)))
+        self.check(result, DONE, "".join(f"{i}\n" for i in range(44)), told + "\n")
+        self.check(run("ls", path, "appModel.FlowSheetObjects"), DONE, err="")
 
     def test_options_cross_both_ways(self):
         self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n",

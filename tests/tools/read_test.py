@@ -68,6 +68,18 @@ class Read(ProgramTest):
                    f"no such node: {FEED}.Temprature\n  found: {FEED}\n  near: Temperature\n")
         self.check(self.get("zzz"), FAILED, "", "no such node: zzz\n  nothing of it was found\n")
 
+    def test_missing_attributes_in_parentheses(self):
+        for path, near in (("(nonsense)", ""), (".Temperature(nonsense)", ""),
+                           (".Temperature(statos)", ".Temperature(status)"),
+                           (".Temperature(nonsense).Notes", "")):
+            found = FEED + path.split("(")[0]
+            near = f"  near: {near.lstrip('.')}\n" if near else ""
+            self.check(self.get(FEED + path), FAILED, "",
+                       f"no such node: {FEED}{path}\n  found: {found}\n{near}")
+        # What any node may be asked for is empty where there is none.
+        self.check(self.get(FEED + "(uom)", FEED + ".Notes(uom)", "appModel(attachments)"), DONE,
+                   "\n\n\n", "")
+
     def test_the_other_paths_are_still_read(self):
         result = self.get("zzz", f"{FEED}.Temperature", "a[b", f"{FEED}.Word")
         self.check(result, FAILED, "25\n3.50\n", "no such node: zzz\n  nothing of it was found\n"

@@ -1,12 +1,17 @@
 """The shell: piped lines, and a terminal where there is one."""
 
+import json
 import os
 import select
 import sys
 import time
 import unittest
 
+from small_case import write_case
 from support import DONE, FAILED, PROGRAM, USAGE, ProgramTest, run
+
+NEEDS_A_TERMINAL = unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1,
+                                   "needs a terminal of this machine")
 
 STREAMS = "appModel.FlowSheetObjects.Streams"
 
@@ -71,6 +76,16 @@ class Piped(ProgramTest):
         self.check(run("shell", "demo", stdin="cd appModel\r\npwd\r\n"), DONE, "appModel\n", "")
 
 
+class Solving(ProgramTest):
+    def test_a_store_after_a_solve_solves_again(self):
+        path = STREAMS + ".Sales Gas.Molar Flow"
+        feed = STREAMS + ".Raw Gas.Molar Flow"
+        alone = shell(f"set '{feed}' 1200", f"get '{path}'")
+        self.check(shell("solve", f"set '{feed}' 1200", f"get '{path}'"), DONE,
+                   "Solve is complete\n" + alone.out, "")
+        self.assertGreater(float(alone.lines[1]), 900)
+
+
 class Completion(ProgramTest):
     def complete(self, line):
         return run("complete", "demo", line)
@@ -93,9 +108,45 @@ class Completion(ProgramTest):
         self.check(self.complete("ls nonsense.x"), FAILED, "", "")
 
 
-@unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1, "needs a terminal of this machine")
-class Typed(ProgramTest):
+def port(role, index, name):
+    return {"role": role, "index": index, "stream": name}
+
+
+def endless_case(template, coolers):
+    """A feed that goes round through coolers and hardly ever out: its solve takes many seconds. The
+    compounds and the feed come from a case of a material stream."""
+    feed = {**next(each for each in template["flowsheet"]["objects"] if each["name"] == "Raw Gas"),
+            "name": "Feed"}
+    shape = feed["shape"]
+
+    def stream(name):
+        return {"name": name, "type": "MaterialStreamObject", "shape": shape}
+
+    def number(value, **spec):
+        return {"spec": spec, "value": value}
+
+    mixer = {"name": "Mixer", "type": "MixerOpObject",
+             "ports": [port("feed", 0, "Feed"), port("feed", 1, "Back"), port("product", 0, "S0")]}
+    tee = {"name": "Tee", "type": "TeeOpObject",
+           "ports": [port("feed", 0, f"S{coolers}"), port("product", 0, "Out"), port("product", 1, "Back")],
+           "variables": {"Flow Ratio": {"spec": {"dimensions": [{"count": 2}]}, "values": [None, 0.9999],
+                                        "states": ["missing", "specified"]}}}
+    objects = [feed, stream("Back"), stream("Out"), stream("S0"), mixer, tee]
+    for i in range(coolers):
+        drop = number(0, quantity="PressureDifference")
+        warm = number(20 if i % 2 else -20, quantity="Temperature")
+        objects += [stream(f"S{i + 1}"),
+                    {"name": f"E{i}", "type": "CoolerOpObject",
+                     "variables": {"Pressure Drop": drop, "Product Temperature": warm},
+                     "ports": [port("feed", 0, f"S{i}"), port("product", 0, f"S{i + 1}")]}]
+    return {"format": "casehost case", "version": 1, "name": "endless", "solveTurns": 1000,
+            "compounds": template["compounds"], "shapes": {shape: template["shapes"][shape]},
+            "flowsheet": {"objects": objects}}
+
+
+class OnTerminal(ProgramTest):
     locale = "C.UTF-8"
+    case = "demo"
 
     def setUp(self):
         import pty
@@ -103,7 +154,7 @@ class Typed(ProgramTest):
         pid, self.terminal = pty.fork()
         if pid == 0:
             os.environ.update(TERM="dumb", LC_ALL=self.locale)
-            os.execv(PROGRAM[0], PROGRAM + ["shell", "demo"])
+            os.execv(PROGRAM[0], PROGRAM + ["shell", str(self.case)])
         self.pid = pid
         self.seen = ""
         self.until("Top> ")
@@ -125,6 +176,9 @@ class Typed(ProgramTest):
     def type(self, text):
         os.write(self.terminal, text.encode())
 
+
+@NEEDS_A_TERMINAL
+class Typed(OnTerminal):
     def test_tab_completes_a_node(self):
         self.type("get appM\t(ty\t\n")
         self.assertIn("get appModel(type)", self.until("\r\nappModel\r\n"))
@@ -157,6 +211,68 @@ class Typed(ProgramTest):
         self.until("\r\nappModel\r\n")
         self.type("\x10\n")
         self.until("\r\nappModel\r\n")
+
+
+@NEEDS_A_TERMINAL
+class Interrupted(OnTerminal):
+    """^C while something is at work: that ends, and the shell goes on."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        template = cls.folder / "template.json"
+        run("solve", "demo", "--save", template)
+        cls.case = write_case(cls.folder, "endless.json",
+                              endless_case(json.loads(template.read_text(encoding="utf-8")), 2000))
+
+    def interrupt(self, line, once_shown):
+        """What is shown from the ^C to the next prompt."""
+        self.type(line + "\n")
+        self.until(once_shown)
+        self.type("\x03")
+        shown = self.until("Top> ")
+        self.type("get appModel(type)\n")
+        self.until("\r\nappModel\r\nTop> ")
+        return shown
+
+    def test_a_solve(self):
+        for _ in range(2):
+            self.assertIn("Solve did not complete\r\nthe solve was stopped\r\n",
+                          self.interrupt("solve", "solving, step 2"))
+
+    def test_the_solve_after_a_store(self):
+        file = self.folder / "stopped.json"
+        shown = self.interrupt(f"set {STREAMS}.Feed.Temperature 41 --save {file}", "solving, step 2")
+        self.assertIn(f"{file}: not saved\r\n", shown)
+        self.assertIn("41\r\nthe solve was stopped\r\n", shown)
+        self.assertFalse(file.exists())
+        # The store stands, and saving what there is remains the user's choice.
+        self.type(f"save {file}\n")
+        self.until("Top> ")
+        self.check(run("get", file, f"{STREAMS}.Feed.Temperature"), DONE, "41\n")
+
+    def test_the_solve_of_a_watch(self):
+        shown = self.interrupt(f"watch {STREAMS}.Feed.Temperature --set {STREAMS}.Feed.Temperature 42",
+                               "\t42\tC\r\n")
+        self.assertIn("Solve did not complete\r\nthe solve was stopped\r\n", shown)
+
+    def test_a_store_after_it_solves_again(self):
+        self.interrupt("solve", "solving, step 2")
+        self.interrupt(f"set {STREAMS}.Feed.Temperature 43", "solving, step 2")
+
+    def test_a_long_answer(self):
+        self.assertIn("interrupted\r\n", self.interrupt(f"tree {STREAMS}", "S1  "))
+
+    def test_reading_paths_from_the_keyboard(self):
+        import termios
+
+        self.type("get -\n")
+        end = time.monotonic() + 30
+        while not termios.tcgetattr(self.terminal)[3] & termios.ICANON:  # the line is still edited
+            self.assertLess(time.monotonic(), end)
+            time.sleep(0.01)
+        self.assertIn("interrupted\r\n",
+                      self.interrupt(f"{STREAMS}(type)", "\r\nStreams\r\n"))
 
 
 class TypedInPlainLocale(Typed):

@@ -118,7 +118,7 @@ class Pipes(ProgramTest):
         except OSError:  # it may have ended before it has read everything
             pass
         self.assertEqual(b"", program.stderr.read())
-        self.assertEqual(0, program.wait(timeout=60))
+        self.assertEqual(FAILED, program.wait(timeout=60))
         program.stderr.close()
 
 

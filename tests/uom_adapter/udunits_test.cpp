@@ -81,7 +81,7 @@ const std::map<std::string, std::string>& Parts() {
         {"bbl", "(42 231 international_inch^3)"},
         {"deg", "arc_degree"},
         {"rev", "(360 arc_degree)"},
-        {"rpm", "(1/minute)"},
+        {"rpm", "(360 arc_degree/minute)"},
         {"ohm", "ohm"},
         {"mohm", "milliohm"},
         {"kohm", "kiloohm"},
@@ -116,6 +116,12 @@ const std::set<std::string> kTemperatures = {"Temperature",     "Temperature (C)
                                              "Temperature tmc", "Temperature tmf"};
 const std::set<std::string> kGauges = {"Gauge Pressure", "Pressure Gauge", "Pressure Abs+Gauge",
                                        "Pressure Vacuum"};
+
+// Quantities that count turns, which for udunits are no angle: a turn is 1.
+const std::set<std::string> kCountsOfTurns = {"Frequency", "Frequency (Hz)", "Frequency Hz",
+                                              "Rotational Frequency", "Rotational Frequency (rpm)"};
+const std::map<std::string, std::string> kTurns = {
+    {"rpm", "1/minute"}, {"rev/s", "1/s"}, {"rad/s", "1/(2 PI s)"}};
 
 std::string PartText(const std::string& part) {
     const auto found = Parts().find(part);
@@ -174,6 +180,10 @@ Measure MeasureOf(const std::string& quantity, std::string unit) {
     }
     if (quantity == "Absorbed Dose" && unit == "rad") {
         measure.text = "0.01 Gy";
+        return measure;
+    }
+    if (kCountsOfTurns.count(quantity) != 0 && kTurns.count(unit) != 0) {
+        measure.text = kTurns.at(unit);
         return measure;
     }
     if (kGauges.count(quantity) != 0 && unit.ends_with("vac")) {

@@ -1,6 +1,7 @@
 #include "case_session.h"
 
 #include "casehost/standard_host.h"
+#include "terminal.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std:
 
 CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
     casehost::UseStandardParts(*host_);
+    host_->SetStopButton(terminal::IsInterrupted);
     FixtopInstallHost(&host_->Services());
 }
 
@@ -65,6 +67,10 @@ std::string CaseSession::SolveProblem() const {
     return OneLineMessage(host_->SolveProblem());
 }
 
+bool CaseSession::HasOldResults() const {
+    return host_->HasOldResults();
+}
+
 void CaseSession::Turn() {
     host_->Turn();
 }
@@ -73,4 +79,17 @@ bool CaseSession::Save(const std::string& file, std::string& problem) {
     const casehost::SaveResult saved = host_->Save(*host_->ActiveLiveCase(), file);
     if (!saved) problem = Texts({saved.problem}, file);
     return saved.ok;
+}
+
+ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
+    std::string problem;
+    if (file.empty()) return ExitCode::kOk;
+    if (!session.Save(file, problem)) {
+        out.Note(problem);
+        return ExitCode::kUnreadable;
+    }
+    if (session.HasOldResults()) {
+        out.Note(file + ": results that are older than a change are saved as stale");
+    }
+    return ExitCode::kOk;
 }

@@ -8,8 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "exit_code.h"
 #include "front/fixtop.h"
 #include "node.h"
+#include "output.h"
 #include "view.h"
 
 namespace casehost {
@@ -37,6 +39,8 @@ class CaseSession {
     FISolver* Solver() const;
     // Why the last solve did not complete, as the host knows it; empty when it did.
     std::string SolveProblem() const;
+    // Results are shown that are older than a change of the case.
+    bool HasOldResults() const;
     // Lets the host go on with what it has begun: one turn of its loop.
     void Turn();
     // False and the reason when the file can't be written.
@@ -53,6 +57,10 @@ class CaseSession {
     NodeRef here_;
     std::vector<std::string> remarks_;
 };
+
+// Saves to a file, unless its name is empty. Notes why that failed, and when results are saved that
+// are older than the case.
+ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out);
 
 // A node that a path led to, and the attribute in which the path ended.
 struct Located {

@@ -71,7 +71,9 @@ class CommandLine {
         "a\n"
         "backslash that would read so \\x5c; paths and names in arguments are read alike.\n"
         "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
-        "store or solve failed, 2 wrong command line, 3 the case can't be read or written.";
+        "store or solve failed or the output can't be written, 2 wrong command line, 3 the case "
+        "can't\n"
+        "be read or written.";
 
     void Add(const WordRow& row) {
         CLI::App* sub = app_.add_subcommand(row.name, row.summary);

@@ -5,10 +5,14 @@
 
 namespace {
 
-std::string Joined(const std::vector<std::string>& names) {
+using Writer = std::string (*)(const std::string& name);
+
+std::string Joined(const std::vector<std::string>& names, Writer write,
+                   const std::string& before = "", const std::string& behind = "") {
     std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : ", ") + OneLine(QuotedName(name));
+    for (const std::string& name : names) {
+        text += (text.empty() ? "" : ", ") + OneLine(before + write(name) + behind);
+    }
     return text;
 }
 
@@ -31,20 +35,69 @@ std::string AttributeAt(FIIteratorBase& node, int levels, const std::string& pat
     return attribute == key ? "" : attribute;
 }
 
+std::string NearSteps(FIIteratorBase& parent, const StepText& step) {
+    return Joined(NearNames(step.name, ChildNames(parent)), QuotedName);
+}
+
+// Whether the text in the parentheses of the step is a key or an attribute; `node` goes there. An
+// attribute ends a path, so before another step it is only one where nothing has keys.
+bool EnterParentheses(const StepText& step, NodeRef& node) {
+    const NodeRef entered = CopyOf(*node);
+    const std::string path = step.bare + '(' + QuotedKey(step.Parentheses()) + ')';
+    if (!entered->SeekPath(FIValue(path.c_str()))) return false;
+    const std::string key = KeyOf(*entered);
+    if (!step.key.empty() && !key.empty() && key != step.key) return false;
+    node = entered;
+    return true;
+}
+
+// What may stand in the parentheses: the keys of the nodes that the step may mean and, where they
+// end the path, the attributes of the one on which it stands.
+std::vector<std::string> KeysAndAttributes(FIIteratorBase& parent, FIIteratorBase& node,
+                                           const StepText& step) {
+    std::vector<std::string> texts;
+    ForEachChild(parent, [&](FIIteratorBase& child, const ChildPlace& place) {
+        const bool is_meant = step.TakesAnyName() || place.name == step.name;
+        if (is_meant && !step.Stays()) texts.push_back(KeyOf(child));
+        return true;
+    });
+    if (step.key.empty() || KeyOf(node).empty()) {
+        for (const auto& attribute : AttributesOf(node)) texts.push_back(attribute.first);
+    }
+    // A key that is there may be one that the filters pass over.
+    std::erase(texts, step.Parentheses());
+    return texts;
+}
+
+std::string NearParentheses(FIIteratorBase& parent, FIIteratorBase& node, const StepText& step) {
+    return Joined(NearNames(step.Parentheses(), KeysAndAttributes(parent, node, step)), QuotedKey,
+                  step.bare + '(', ")");
+}
+
 }  // namespace
 
 std::string DescribeMissing(FIIteratorBase& start, const std::string& path) {
-    const NodeRef node = CopyOf(start);
+    NodeRef node = CopyOf(start);
     std::string found;
-    std::string wanted;
+    std::string near;
     for (const StepText& step : SplitPath(path)) {
-        wanted = step.name;
-        if (!node->SeekPath(FIValue(step.text.c_str()))) break;
+        const NodeRef parent = node;
+        node = CopyOf(*parent);
+        if (!node->SeekPath(FIValue(step.bare.c_str()))) {
+            near = NearSteps(*parent, step);
+            break;
+        }
+        NodeRef entered = step.Parentheses().empty() ? node : parent;
+        if (!step.Parentheses().empty() && !EnterParentheses(step, entered)) {
+            found = JoinPath(found, step.bare);
+            near = NearParentheses(*parent, *node, step);
+            break;
+        }
+        node = entered;
         found = JoinPath(found, step.text);
     }
     std::string problem = "no such node: " + OneLine(path);
     problem += found.empty() ? "\n  nothing of it was found" : "\n  found: " + OneLine(found);
-    const std::string near = Joined(NearNames(wanted, ChildNames(*node)));
     if (!near.empty()) problem += "\n  near: " + near;
     return problem;
 }

@@ -12,7 +12,7 @@ int main(int count, char** values) {
         return static_cast<int>(
             Execute(terminal::Arguments(count, values), Place::kProgram, around));
     } catch (const ClosedPipe&) {
-        return static_cast<int>(ExitCode::kOk);
+        return static_cast<int>(ExitCode::kFailed);
     } catch (const std::exception& error) {
         out.Note("fixtop: " + OneLineMessage(error.what()));
         return static_cast<int>(ExitCode::kFailed);

@@ -10,6 +10,7 @@
 
 #include "framework/cursor.h"
 #include "front/fixtop.h"
+#include "terminal.h"
 
 namespace {
 
@@ -97,6 +98,10 @@ std::string TextOf(FIIteratorBase& node, const char* attribute) {
     return OneLine(AttributeOf(node, attribute));
 }
 
+bool IsStale(FIIteratorBase& node) {
+    return AttributeOf(node, "stale").AsInt() == 1;
+}
+
 // What stands on one line parses alike, and comes back in the message.
 std::string ParseError(const std::string& expression) {
     FIValue steps;
@@ -135,6 +140,7 @@ void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit) {
     std::set<std::pair<std::string, std::string>> keys;
     int index = 0;
     do {
+        if (terminal::IsInterrupted()) throw Interrupted();
         ChildPlace place = PlaceOf(node, NameOf(*child), index++, seen);
         std::string key = KeyOf(*child);
         if (!key.empty() && keys.emplace(place.name, key).second) place.key = std::move(key);
@@ -212,6 +218,10 @@ Json ToJson(const FIValue& value) {
         default:
             return value.ToText();
     }
+}
+
+void MarkStale(FIIteratorBase& node, Json& record) {
+    if (IsStale(node)) record["stale"] = true;
 }
 
 std::string ToLine(const Json& json, int indent) {

@@ -33,6 +33,8 @@ FIValue AttributeOf(FIIteratorBase& node, const char* name);
 std::string OneLine(const FIValue& value);
 // On one line.
 std::string TextOf(FIIteratorBase& node, const char* attribute);
+// The value is older than a change of the case.
+bool IsStale(FIIteratorBase& node);
 
 // What is wrong with a path expression; empty when it parses.
 std::string ParseError(const std::string& expression);
@@ -46,8 +48,11 @@ bool IsVariable(FIIteratorBase& node);
 // The node is an array or a level of one.
 bool IsArray(FIIteratorBase& node);
 
+// ^C was typed while nodes were walked, where it does not end the program.
+struct Interrupted {};
+
 // Calls `visit` with an iterator that stands on each child in turn and with the child's place. The
-// iterator is only lent. Stops when `visit` answers false.
+// iterator is only lent. Stops when `visit` answers false; throws Interrupted.
 using ChildVisitor = std::function<bool(FIIteratorBase& child, const ChildPlace& place)>;
 void ForEachChild(FIIteratorBase& node, const ChildVisitor& visit);
 
@@ -67,6 +72,8 @@ std::string ShownPath(FIIteratorBase& node);
 
 // A number in JSON has the digits that the value has as text.
 Json ToJson(const FIValue& value);
+// Says so in a record of the node when its value is stale.
+void MarkStale(FIIteratorBase& node, Json& record);
 // On one line, or with `indent` on several. Control characters stand as JSON escapes them; bytes
 // that are no UTF-8 are replaced.
 std::string ToLine(const Json& json, int indent = -1);

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// The reader of our data went away; nobody is left to write for.
+// The reader of our data went away: nobody is left to write for, and nobody to be told so.
 struct ClosedPipe {};
 
 class Output {

@@ -31,7 +31,7 @@ class Cutter {
             SkipClause();
         }
         step.filters = text_.substr(filters, at_ - filters);
-        step.text = text_.substr(start, at_ - start);
+        step.text = step.bare = text_.substr(start, at_ - start);
         if (Skip('(')) Parentheses(start, step);
         return step;
     }

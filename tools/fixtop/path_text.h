@@ -9,7 +9,8 @@
 
 // One step of a path, cut out of the expression without being evaluated.
 struct StepText {
-    std::string text;                  // the whole step as written, without the dot
+    std::string text;                  // the step as written, with its key and without the dot
+    std::string bare;                  // the same without what stands in parentheses
     std::string name;                  // unquoted; empty when the step has none
     bool is_variable = false;          // the name is that of a variable
     std::optional<std::string> count;  // what stands behind `#`
@@ -18,6 +19,7 @@ struct StepText {
     std::string attribute;             // what stands in the parentheses that end the path
 
     bool TakesAnyName() const { return name.empty() || name == "*" || is_variable; }
+    const std::string& Parentheses() const { return key.empty() ? attribute : key; }
     // The step stays on the node that it is applied to.
     bool Stays() const { return name.empty() && !is_variable && !count; }
 };

@@ -66,6 +66,16 @@ SolveEnd SolveInOnePass(FISolver& solver) {
 
 }  // namespace
 
+void LetStoresSolve(CaseSession& session) {
+    FISolver* solver = session.Solver();
+    if (!solver) return;
+    const FIValue autosolve("autosolve");
+    FIValue on;
+    solver->GetAttribute(autosolve, on);
+    FIValue refused;
+    if (on.AsInt() == 0) solver->SetAttribute(autosolve, FIValue::OfInt(1), refused);
+}
+
 void WaitUntilIdle(CaseSession& session, const std::function<void()>& after_turn) {
     for (int idle = 0; idle < kTurnsToBegin; idle = IsRunning(session) ? 0 : idle + 1) {
         session.Turn();
@@ -102,6 +112,12 @@ SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_tur
 void TellWhyIncomplete(CaseSession& session, Output& out) {
     const std::string problem = session.SolveProblem();
     if (!problem.empty()) out.Note(problem);
+}
+
+ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) {
+    if (!terminal::IsInterrupted()) return SaveTo(session, file, out);
+    if (!file.empty()) out.Note(file + ": not saved");
+    return ExitCode::kFailed;
 }
 
 Progress::Progress(CaseSession& session) : session_(session) {

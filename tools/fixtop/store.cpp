@@ -1,5 +1,6 @@
 #include "store.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -15,6 +16,53 @@ std::optional<double> Number(const std::string& text) {
     if (end == text.c_str() || *end != '\0' || !std::isfinite(number)) return std::nullopt;
     return number;
 }
+
+// The node of the case that a store goes to: in the neutral view another than the one shown.
+NodeRef NodeOfCase(FIIteratorBase& node) {
+    for (const int face : {2, 1}) {
+        if (NodeRef found = NodeRef::Adopt(FixtopApplicationNode(&node, face))) return found;
+    }
+    return CopyOf(node);
+}
+
+double NumberOf(FIIteratorBase& node) {
+    return AttributeOf(node, "value").AsDouble();
+}
+
+bool IsNear(double a, double b) {
+    constexpr double kRounding = 1e-9;
+    return std::abs(a - b) <= kRounding * std::max(std::abs(a), std::abs(b));
+}
+
+// An element of an array. The tree does not tell whether a fraction was taken, for it is changed by
+// being taken: all fractions are divided by their sum.
+class Element {
+ public:
+    explicit Element(FIIteratorBase& shown) : shown_(shown), node_(NodeOfCase(shown)) {
+        const NodeRef array = CopyOf(*node_);
+        is_element_ = array->Up() && TextOf(*array, "type") == "Array";
+        if (!is_element_) return;
+        ForEachChild(*array, [this](FIIteratorBase& child, const ChildPlace&) {
+            if (!child.Equal(*node_)) others_ += NumberOf(child);
+            return true;
+        });
+    }
+
+    bool Took(double stored) const {
+        if (!is_element_) return true;
+        const double now = NumberOf(shown_);
+        if (IsNear(now, stored)) return true;
+        if (now == 0) return false;
+        const double in_case = stored * NumberOf(*node_) / now;
+        return IsNear(NumberOf(*node_), in_case / (in_case + others_));
+    }
+
+ private:
+    FIIteratorBase& shown_;
+    NodeRef node_;
+    bool is_element_ = false;
+    double others_ = 0;  // what the other elements are together
+};
 
 std::string Put(FIIteratorBase& node, const std::string& attribute, const FIValue& value) {
     FIValue refused;
@@ -37,5 +85,10 @@ std::string Store(const Located& place, const std::string& value, const std::str
     }
     std::string refused = SetUnit(node, unit);
     if (!refused.empty()) return refused;
-    return Put(node, is_value ? "value" : place.attribute, stored);
+    if (!is_value) return Put(node, place.attribute, stored);
+    const Element element(node);
+    refused = Put(node, "value", stored);
+    const bool is_number = stored.IsNumber() || stored.IsNull();
+    if (refused.empty() && is_number && !element.Took(stored.AsDouble())) return "Value not stored";
+    return refused;
 }

@@ -13,6 +13,7 @@ struct TextColumn {
     std::string unit;  // of all cells; empty when they have none, or several
     bool numbers = true;
     std::vector<std::string> texts;
+    std::vector<bool> stale;  // one each text
 };
 
 const std::string* SharedUnit(const Table& table, std::size_t column) {
@@ -28,10 +29,11 @@ const std::string* SharedUnit(const Table& table, std::size_t column) {
 
 TextColumn ColumnOf(const Table& table, std::size_t column) {
     const std::string* unit = SharedUnit(table, column);
-    TextColumn text{table.headings[column], unit ? *unit : "", true, {}};
+    TextColumn text{table.headings[column], unit ? *unit : "", true, {}, {}};
     for (const TableRow& row : table.rows) {
         const auto& cell = row.cells[column];
         std::string& shown = text.texts.emplace_back();
+        text.stale.push_back(cell && cell->stale);
         if (!cell || cell->value.IsNull()) continue;
         shown = cell->value.ToText();
         text.numbers = text.numbers && cell->value.IsNumber();
@@ -41,10 +43,22 @@ TextColumn ColumnOf(const Table& table, std::size_t column) {
 }
 
 std::vector<TextColumn> ColumnsOf(const Table& table) {
-    std::vector<TextColumn> columns = {{kNames, "", false, {}}};
+    std::vector<TextColumn> columns = {{kNames, "", false, {}, {}}};
     for (const TableRow& row : table.rows) columns.front().texts.push_back(row.name);
     for (std::size_t i = 0; i < table.headings.size(); ++i) columns.push_back(ColumnOf(table, i));
     return columns;
+}
+
+bool HasStale(const TextColumn& column) {
+    return std::find(column.stale.begin(), column.stale.end(), true) != column.stale.end();
+}
+
+// The digits of all numbers of a column stay below each other.
+void AddStars(TextColumn& column) {
+    if (!HasStale(column)) return;
+    for (std::size_t row = 0; row < column.texts.size(); ++row) {
+        column.texts[row] += column.stale[row] ? "*" : column.numbers ? " " : "";
+    }
 }
 
 // Characters, of which UTF-8 makes up to four bytes.
@@ -97,7 +111,9 @@ void WritePlain(const Table& table, Output& out) {
         column.unit = OneLine(column.unit);
         std::size_t& width =
             widths.emplace_back(std::max(Width(column.heading), Width(column.unit)));
-        for (std::string& text : column.texts) width = std::max(width, Width(text = OneLine(text)));
+        for (std::string& text : column.texts) text = OneLine(text);
+        AddStars(column);
+        for (const std::string& text : column.texts) width = std::max(width, Width(text));
         units = units || !column.unit.empty();
     }
     out.Line(PlainLine(columns, widths, [](const TextColumn& column) { return column.heading; }));
@@ -108,6 +124,9 @@ void WritePlain(const Table& table, Output& out) {
         out.Line(PlainLine(columns, widths,
                            [row](const TextColumn& column) { return column.texts[row]; }));
     }
+    if (std::any_of(columns.begin(), columns.end(), HasStale)) {
+        out.Note("* older than a change of the case");
+    }
 }
 
 void WriteCsv(const Table& table, Output& out) {
@@ -117,6 +136,11 @@ void WriteCsv(const Table& table, Output& out) {
     }));
     for (std::size_t row = 0; row < table.rows.size(); ++row) {
         out.Line(CsvLine(columns, [row](const TextColumn& column) { return column.texts[row]; }));
+    }
+    for (const TextColumn& column : columns) {
+        if (HasStale(column)) {
+            out.Note(column.heading + ": values are older than a change of the case");
+        }
     }
 }
 
@@ -132,6 +156,7 @@ void WriteJson(const Table& table, Output& out) {
             if (!row.cells[i]) continue;
             cell["value"] = ToJson(row.cells[i]->value);
             cell["uom"] = row.cells[i]->unit.empty() ? Json() : Json(row.cells[i]->unit);
+            if (row.cells[i]->stale) cell["stale"] = true;
         }
         out.Line(ToLine(record));
     }

@@ -13,6 +13,7 @@
 struct TableCell {
     FIValue value;
     std::string unit;  // empty without one
+    bool stale = false;
 };
 
 struct TableRow {
@@ -28,7 +29,8 @@ struct Table {
 };
 
 // Columns that stand below each other, numbers to the right, the units in a line below the
-// headings. A unit that differs from row to row stands in the cells.
+// headings. A unit that differs from row to row stands in the cells, and a star behind a stale
+// value.
 void WritePlain(const Table& table, Output& out);
 // Quoted as RFC 4180 has it, line feeds as they are; a unit stands in the heading: "Temperature
 // [C]".

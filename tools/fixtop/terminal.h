@@ -10,7 +10,8 @@
 
 namespace terminal {
 
-// UTF-8 on the console, line ends as they are written, and a closed pipe told by a failed write.
+// UTF-8 on the console, line ends as they are written, and a closed pipe told by a failed write. A
+// standard stream that is closed can't be read or written from then on, whatever files are opened.
 void Prepare();
 // The command line in UTF-8, without the program's name.
 std::vector<std::string> Arguments(int count, char** values);
@@ -20,6 +21,18 @@ bool InputIsTyped();
 bool NotesAreSeen();
 // The name of the file that takes all and keeps nothing.
 const char* NullDevice();
+
+// While one lives, ^C does not end the program: it is remembered for whatever is at work to ask
+// about. One lives at a time.
+class InterruptGuard {
+ public:
+    InterruptGuard();
+    ~InterruptGuard();
+    InterruptGuard(const InterruptGuard&) = delete;
+    InterruptGuard& operator=(const InterruptGuard&) = delete;
+};
+// ^C was typed since the guard was made that lives; false without one.
+bool IsInterrupted();
 
 // What may stand at the end of a line: the replacements for its text from `start` on.
 struct Completion {

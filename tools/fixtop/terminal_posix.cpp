@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <histedit.h>
 #include <unistd.h>
 
@@ -5,6 +6,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 #include "terminal.h"
 
@@ -13,6 +15,9 @@ namespace terminal {
 namespace {
 
 constexpr int kHistoryLines = 1000;
+
+volatile std::sig_atomic_t interrupted = 0;
+struct sigaction former_action;
 
 // What all candidates begin with.
 std::string CommonBeginning(const std::vector<std::string>& candidates) {
@@ -128,6 +133,27 @@ class EditedReader final : public LineReader {
 
 void Prepare() {
     std::signal(SIGPIPE, SIG_IGN);
+    // A file that is opened takes the lowest number that is free: not one of these.
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        const int useless = number == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        if (fcntl(number, F_GETFD) < 0 && open(NullDevice(), useless) < 0) std::abort();
+    }
+}
+
+// A read that waits for input ends with an error, so that the keyboard is not waited for.
+InterruptGuard::InterruptGuard() {
+    interrupted = 0;
+    sigaction(SIGINT, nullptr, &former_action);
+    struct sigaction remember {};
+    remember.sa_handler = [](int) { interrupted = 1; };
+    if (former_action.sa_handler != SIG_IGN) sigaction(SIGINT, &remember, nullptr);
+}
+InterruptGuard::~InterruptGuard() {
+    sigaction(SIGINT, &former_action, nullptr);
+    interrupted = 0;
+}
+bool IsInterrupted() {
+    return interrupted != 0;
 }
 
 std::vector<std::string> Arguments(int count, char** values) {

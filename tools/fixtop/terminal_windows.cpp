@@ -4,6 +4,7 @@
 #include <io.h>
 #include <shellapi.h>
 
+#include <atomic>
 #include <cstdio>
 
 #include "terminal.h"
@@ -21,6 +22,14 @@ std::string Utf8(const wchar_t* text) {
     return bytes;
 }
 
+// Runs in a thread of its own.
+std::atomic<bool> interrupted{false};
+BOOL WINAPI Remember(DWORD event) {
+    if (event != CTRL_C_EVENT) return FALSE;
+    interrupted = true;
+    return TRUE;
+}
+
 bool IsConsole(std::FILE* file) {
     return _isatty(_fileno(file)) != 0;
 }
@@ -33,6 +42,18 @@ void Prepare() {
     for (std::FILE* file : {stdin, stdout, stderr}) {
         if (!IsConsole(file)) _setmode(_fileno(file), _O_BINARY);
     }
+}
+
+InterruptGuard::InterruptGuard() {
+    interrupted = false;
+    SetConsoleCtrlHandler(Remember, TRUE);
+}
+InterruptGuard::~InterruptGuard() {
+    SetConsoleCtrlHandler(Remember, FALSE);
+    interrupted = false;
+}
+bool IsInterrupted() {
+    return interrupted;
 }
 
 std::vector<std::string> Arguments(int, char**) {

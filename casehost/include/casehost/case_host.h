@@ -57,6 +57,10 @@ class CaseHost {
     // What computes cases that are opened from now on; recorded cases get none.
     void SetEngineMaker(EngineMaker maker) { engine_maker_ = std::move(maker); }
 
+    // Whether the host's user wants a solve to stop: asked at every turn of one, in cases that are
+    // opened from now on.
+    void SetStopButton(std::function<bool()> pressed) { stop_button_ = std::move(pressed); }
+
     // The opened case becomes the active one.
     OpenResult Open(const std::string& path);
     OpenResult Open(const CaseData& data);
@@ -71,6 +75,8 @@ class CaseHost {
     void Activate(Case& open_case) { active_ = &open_case; }
     // Why the last solve of the active case did not complete; empty when it did.
     std::string SolveProblem() const;
+    // Whether the active case shows results that are older than a change of it.
+    bool HasOldResults() const;
     const std::vector<std::unique_ptr<Case>>& Cases() const { return cases_; }
 
     // Runs `event` in the next turn of the host's loop.
@@ -95,6 +101,7 @@ class CaseHost {
     std::vector<std::unique_ptr<Case>> closed_;
     std::vector<std::function<void()>> events_;
     EngineMaker engine_maker_;
+    std::function<bool()> stop_button_;
     Case* active_ = nullptr;
 };
 

@@ -62,6 +62,11 @@ class HostServices {
     // State of a variable of `object`; may leave both out values as the caller preset them.
     virtual void GetVariableStatus(Viewable* object, const VarDescription& variable,
                                    ModifyState& state, int& detail) = 0;
+    // Whether a calculated value is shown though it is older than a change of the case. A host that
+    // computes its values anew, or shows none that are old, leaves the answer as it is.
+    virtual bool IsOutdated(Viewable* /*object*/, const VarDescription& /*variable*/) {
+        return false;
+    }
     // By class name, of which "StreamObject", "UnitOpObject" and "HovexCorrelationObject" must be
     // known; null for an unknown class.
     virtual const ObjectTypeInfo* FindObjectType(const Text& class_name) = 0;

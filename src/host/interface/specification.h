@@ -1,6 +1,12 @@
 #pragma once
 
 // The specification view of an object: a list of typed elements that the host fills on request.
+//
+// Units: unlike those of variables, the numbers of a specification are in the default units of the
+// case: a number whose element has a moniker with a unit type is in def_unit(type, DefaultUnits())
+// as it stands when the info is filled, and is shown and stored without conversion. Numbers of
+// other elements, and of array sets, have no unit. A host whose unit set changes says so with
+// SimulationStep, whereupon infos are filled anew.
 
 #include <cstddef>
 #include <cstdint>
@@ -26,11 +32,12 @@ struct CaseReaderOptions {
 class ProcessVariable {
  public:
     virtual bool CanSpecify() = 0;
-    // Store in internal units; the empty real takes the value away. The host may refuse silently.
+    // Store a number in the default unit; the empty real takes the value away. The host may refuse
+    // silently.
     virtual void SetSpecified(double value) = 0;
     virtual void SetCalculated(double value) = 0;
 
-    double value = kEmptyReal;  // internal units
+    double value = kEmptyReal;  // in the default unit
     // Bits 0-1 adjustable, 2-3 specified, 4-5 holds a value.
     unsigned status_bits = 0;
 
@@ -76,7 +83,7 @@ struct CSpecElement {
     std::uint64_t attached_identity = 0;
     Text tag;  // the element's name
     Text value_text;
-    double number = kEmptyReal;  // internal units
+    double number = kEmptyReal;  // in the default unit
     ArraySetBlock* array_set = nullptr;
     Text extra_text;  // a document behind the element; whether it is empty is all that is asked
 };

@@ -583,4 +583,32 @@ TEST_F(Model, attribute_cursor_moves_like_a_table) {
     cursor->SetVarSet(nullptr);
 }
 
+TEST_F(Model, attribute_cursor_reads_without_the_variables_of_a_reader_that_has_gone) {
+    const auto it = At("Flowsheet.Stream.Temperature");
+    const auto source = Ref<FIAttributeSource>::Adopt(it->GetAttributeSource());
+    auto cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
+    const auto read = [](FIAttributeCursorBase& at, const char* name) {
+        FIValue out;
+        EXPECT_TRUE(at.SeekName(kFromFirst, name));
+        at.GetValue(out);
+        return ::Shown(out);
+    };
+    const std::string own = read(*cursor, "value");
+    auto reader = Ref<FIIteratorBase>::Adopt(it->Copy());
+    EXPECT_EQ("(NULL)", DisplayIn(*reader, "F"));
+    cursor->SetVarSet(reader->GetVarSet());
+    EXPECT_EQ("F", read(*cursor, "uom"));
+    auto clone = Ref<FIAttributeCursorBase>::Adopt(cursor->Clone(true));
+    cursor.Reset();
+    EXPECT_EQ("F", read(*clone, "uom")) << "the copy was given them too";
+    reader.Reset();
+    EXPECT_EQ(nullptr, clone->GetVarSet());
+    EXPECT_EQ("C", read(*clone, "uom"));
+    EXPECT_EQ(own, read(*clone, "value"));
+    clone->SetVarSet(it->GetVarSet());
+    clone.Reset();
+    const auto another = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
+    EXPECT_EQ(nullptr, another->GetVarSet()) << "the cursor that lent them has gone";
+}
+
 }  // namespace

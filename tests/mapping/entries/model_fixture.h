@@ -197,6 +197,9 @@ class Model : public testing::Test {
         EXPECT_TRUE(it->SeekPath(Text(path))) << path;
         return it;
     }
+    static Ref<FIIterator> CopyAt(FIIterator& it, const std::string& path) {
+        return At(Ref<FIIterator>::Adopt(it.Copy()), path);
+    }
     static Ref<FIEntry> EntryAt(FIIterator& it) {
         return Ref<FIEntry>::Share(it.EntryAt(it.Depth()));
     }
@@ -224,6 +227,13 @@ class Model : public testing::Test {
     ScriptNode& product{streams.Add("Product")};
     ScriptNode& faces{sheet.Add("Faces")};
     bool has_top = true;
+
+    ScriptNode& sheetChild(const std::string& name) {
+        for (ScriptNode* child : sheet.children) {
+            if (child->name.ToText() == name) return *child;
+        }
+        return sheet.Add(name);
+    }
 
  private:
     static ScriptNode*& Current() {
@@ -285,11 +295,5 @@ class Model : public testing::Test {
         for (const char* name : {"C0", "C1", "C2"})
             sheetChild("Calcs").Add(name).Set("value", name);
         for (const char* name : {"S0", "S1"}) sheetChild("Specs").Add(name).Set("value", name);
-    }
-    ScriptNode& sheetChild(const std::string& name) {
-        for (ScriptNode* child : sheet.children) {
-            if (child->name.ToText() == name) return *child;
-        }
-        return sheet.Add(name);
     }
 };

@@ -106,6 +106,87 @@ TEST_F(Model, element_of_a_subclass_shows_that_class) {
     EXPECT_EQ("REAL 7.5", Value("Flowsheet.Unit#0.Head"));
 }
 
+// P-1 is a QSIPump, which its function names; its parts are none.
+class PumpWithParts : public Model {
+ protected:
+    PumpWithParts() {
+        Insert("classes.xml", kTestClasses, R"(<ClassAttributes Name="QSIFaces">)",
+               R"(<ClassAttributes Name="QSIPump">
+                  <Attribute Name="Part" Type="Object" Multiplicity="n"><ClassName>QSINamed</ClassName></Attribute>
+                  <Attribute Name="Drive" Type="Object" Multiplicity="1"><ClassName>QSIDrive</ClassName></Attribute>
+                  </ClassAttributes><ClassAttributes Name="QSIDrive">
+                  <Attribute Name="Gear" Type="Object" Multiplicity="n"><ClassName>QSINamed</ClassName></Attribute>
+                  </ClassAttributes>)");
+        Map("");
+        ScriptNode& parts = sheetChild("Units").children[0]->Add("Parts");
+        for (const char* name : {"A", "B"}) parts.Add(name).Set("id", name);
+    }
+
+    void Insert(const char* file, std::string text, const char* before, const std::string& added) {
+        text.insert(text.find(before), added);
+        folder.Write(file, text);
+    }
+    // With something beside the translator of "Part".
+    void Map(const std::string& beside) {
+        Insert("map.xml", kTestMap, R"(<Class Name="QSIFaces">)",
+               R"(<Class Name="QSIPump"><Attribute Name="Part">
+                  <TranslateArray Type="Map">Parts.*</TranslateArray>)" +
+                   beside + R"(</Attribute>
+                  <Attribute Name="Drive"><Translate Type="Dummy"/></Attribute></Class>
+                  <Class Name="QSIDrive"><Attribute Name="Gear">
+                  <TranslateArray Type="Map">Parts.*</TranslateArray></Attribute></Class>)");
+    }
+};
+
+TEST_F(PumpWithParts, subclass_of_an_element_is_not_that_of_lists_below_it) {
+    EXPECT_EQ("Object(QSIPump)", Value("Flowsheet.Unit#0", "type"));
+    for (const char* list : {"Flowsheet.Unit#0.Part", "Flowsheet.Unit#0.Drive.Gear"}) {
+        for (const char* element : {"", "#1"}) {
+            const std::string path = std::string(list) + element;
+            EXPECT_EQ("Object(QSINamed)", Value(path, "type")) << path;
+            EXPECT_EQ("QSINamed", Value(path, "container_type")) << path;
+            EXPECT_THAT(Children(*At(path)), ElementsAre("Name")) << path;
+        }
+    }
+    EXPECT_EQ("B", Value("Flowsheet.Unit#0.Part#1.Name"));
+}
+
+TEST_F(PumpWithParts, list_may_set_the_subclass_of_its_own_elements) {
+    Map("<SetVar Var=\"Subclass\">QSIDrive</SetVar>");
+    EXPECT_EQ("Object(QSIDrive)", Value("Flowsheet.Unit#0.Part#1", "type"));
+    EXPECT_EQ("Object(QSINamed)", Value("Flowsheet.Unit#0.Drive.Gear", "type"));
+}
+
+// The count of a list is a byte: of 300 units 44 are shown, of 256 none.
+TEST_F(Model, cut_list_is_told_once) {
+    ScriptNode& units = sheetChild("Units");
+    const auto read = [&](int count) {
+        for (int i = static_cast<int>(units.children.size()); i < count; ++i) {
+            units.Add("U" + std::to_string(i)).Set("id", Text("U" + std::to_string(i)));
+        }
+        log.Restart();
+        testing::internal::CaptureStderr();
+        const Ref<FIIterator> it = Open();
+        for (int again = 0; again < 3; ++again) {
+            EXPECT_TRUE(CopyAt(*it, "Flowsheet")->DownLast());
+            EXPECT_EQ(count % 256 > 43, CopyAt(*it, "Flowsheet")->SeekPath(Text("Unit#43")));
+            EXPECT_FALSE(CopyAt(*it, "Flowsheet")->SeekPath(Text("Unit#255")));
+        }
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ("", read(255));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    for (const auto& [count, line] :
+         {std::pair(256,
+                    "List Flowsheet.Unit on Top.appModel.Sheet: 256 elements, 0 of them are shown"),
+          std::pair(
+              300,
+              "List Flowsheet.Unit on Top.appModel.Sheet: 300 elements, 44 of them are shown")}) {
+        EXPECT_EQ(line + std::string("\n"), read(count));
+        EXPECT_THAT(log.Lines(), ElementsAre(line));
+    }
+}
+
 TEST_F(Model, failing_subclass_shows_no_children) {
     const auto it = At("Flowsheet.Unit#1");
     log.Restart();
@@ -289,11 +370,61 @@ TEST_F(Model, ancestor_paths_count_from_the_top) {
     EXPECT_EQ(nullptr, path.Level(3));
 }
 
-TEST_F(Model, lost_node_answers_from_the_class) {
+TEST_F(Model, missing_node_reads_null) {
     const auto it = At("Flowsheet.Stream.Gone");
-    EXPECT_EQ("", Read(*it, "value"));
-    EXPECT_EQ("(NULL)", Read(*it, "status"));
+    for (const char* name : {"value", "spec_value", "status", "uom"}) {
+        EXPECT_EQ("(NULL)", Read(*it, name)) << name;
+    }
+    EXPECT_EQ("Real", Read(*it, "type"));
     EXPECT_EQ("Not Supported for pure CCDM class", Set(*it, "value", FIValue::OfReal(1)));
+    feed.RemoveChild("Phase");
+    EXPECT_EQ("(NULL)", Value("Flowsheet.Stream.Phase"));
+    EXPECT_EQ("Enumeration(ePhase)", Value("Flowsheet.Stream.Phase", "type"));
+    EXPECT_EQ("ePhase", Read(*At(OpenPure(), "Flowsheet.Stream.Phase"), "value"))
+        << "of a tree without application the class";
+}
+
+TEST_F(Model, missing_object_has_nothing_below_it) {
+    sheet.RemoveChild("Faces");
+    const auto it = At("Flowsheet.Faces");
+    EXPECT_EQ("(NULL)", Read(*it, "value"));
+    EXPECT_EQ("(NULL)", Read(*it, "spec_value"));
+    EXPECT_EQ("Object(QSIFaces)", Read(*it, "type"));
+    EXPECT_EQ("QSIFaces", Read(*it, "container_type"));
+    EXPECT_EQ("INT 1", Read(*it, "isleaf"));
+    EXPECT_EQ("INT 0", Read(*it, "has_children"));
+    EXPECT_FALSE(it->CanDescend());
+    EXPECT_FALSE(it->DownFirst());
+    EXPECT_FALSE(it->SeekChild("Both"));
+    const auto context = Ref<FIContext>::Adopt(EntryAt(*it)->GetContext());
+    EXPECT_EQ(EmptyContext(), context.Get());
+}
+
+// The application counts the elements where it has none of what would name them.
+TEST_F(Model, list_without_a_single_key_is_hidden) {
+    std::string map = kTestMap;
+    const std::string named = R"(<Class Name="QSINamed">
+    <Attribute Name="Name"><Translate Type="Dummy"><NodeAttributes><Attribute Name="value">(id)</Attribute></NodeAttributes></Translate></Attribute>)";
+    map.replace(map.find(named), named.size(), R"(<Class Name="QSINamed">
+    <Attribute Name="Name"><Translate Type="Map">Tag</Translate></Attribute>)");
+    folder.Write("map.xml", map);
+    sheetChild("Units").RemoveChild("X-1");
+    EXPECT_THAT(Children(*At("Flowsheet")), ElementsAre("Name", "Level", "Level", "Level", "Lost",
+                                                        "Faces", "Twins", "Twins", "Twins"));
+    for (const char* path : {"Stream", "Stream#1", "Unit", "Unit[Name]"}) {
+        EXPECT_FALSE(At("Flowsheet")->SeekPath(Text(path))) << path;
+    }
+    const auto back = ChildrenOf(*EntryAt(*At("Flowsheet")));
+    ASSERT_TRUE(back->Seek(kFromEnd, -9));
+    FIValue key;
+    back->GetKey(key);
+    EXPECT_EQ("Name", key.ToText()) << "backward too";
+    product.Add("Tag").Set("value", "made");
+    EXPECT_THAT(Children(*At("Flowsheet")),
+                ElementsAre("Name", "Stream", "Stream", "Level", "Level", "Level", "Lost", "Faces",
+                            "Twins", "Twins", "Twins"));
+    EXPECT_EQ("(NULL)", Value("Flowsheet.Stream#0.Name"));
+    EXPECT_EQ("made", Value("Flowsheet.Stream#1.Name"));
 }
 
 TEST_F(Model, repeating_class_of_a_pure_tree_is_entered_once) {

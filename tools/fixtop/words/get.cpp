@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "case_session.h"
+#include "terminal.h"
 #include "words/makers.h"
 
 namespace {
@@ -25,7 +26,7 @@ class Get final : public Word {
                 read(path);
                 continue;
             }
-            for (std::string line; std::getline(std::cin, line);) {
+            for (std::string line; NextLine(line);) {
                 if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(FromOneLine(line));
             }
@@ -38,6 +39,13 @@ class Get final : public Word {
     }
 
  private:
+    static bool NextLine(std::string& line) {
+        bool read = false;
+        if (!terminal::IsInterrupted()) read = static_cast<bool>(std::getline(std::cin, line));
+        if (terminal::IsInterrupted()) throw Interrupted();
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        return read;
+    }
     bool Read(const std::string& path, Surroundings& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
@@ -47,6 +55,9 @@ class Get final : public Word {
                                       : found->attribute.empty() ? "value"
                                                                  : found->attribute;
         const FIValue value = AttributeOf(*found->node, attribute.c_str());
+        if (attribute == "value" && IsStale(*found->node)) {
+            around.out.Note(path + ": older than a change of the case");
+        }
         around.out.Line(json_ ? Record(path, *found->node, attribute, value) : OneLine(value));
         return true;
     }
@@ -69,6 +80,7 @@ class Get final : public Word {
         record["value"] = ToJson(value);
         record["uom"] = ToJson(AttributeOf(node, "uom"));
         record["status"] = ToJson(AttributeOf(node, "status"));
+        MarkStale(node, record);
         return ToLine(record);
     }
 

@@ -46,10 +46,7 @@ class Save final : public Word {
  public:
     void Declare(CLI::App& app) override { AddFile(app, "FILE", file_, "File")->required(); }
     ExitCode Run(Surroundings& around) override {
-        std::string problem;
-        if (around.session->Save(file_, problem)) return ExitCode::kOk;
-        around.out.Note(problem);
-        return ExitCode::kUnreadable;
+        return SaveTo(*around.session, file_, around.out);
     }
 
  private:

@@ -21,19 +21,18 @@ class Set final : public Word {
         const auto found = Locate(*around.session, path_, problem);
         if (found) {
             const Progress progress(*around.session);
+            LetStoresSolve(*around.session);
             problem = Store(*found, value_, unit_);
         }
         if (!problem.empty()) {
             around.out.Note(found ? OneLine(path_) + ": " + problem : problem);
             return ExitCode::kFailed;
         }
+        // Saved before anything is written: whoever reads may have gone away.
+        const ExitCode code = SaveSolved(*around.session, file_, around.out);
         Report(*found, around.out);
         TellWhyIncomplete(*around.session, around.out);
-        if (!file_.empty() && !around.session->Save(file_, problem)) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
-        return ExitCode::kOk;
+        return code;
     }
 
  private:
@@ -46,6 +45,7 @@ class Set final : public Word {
         record["value"] = ToJson(value);
         record["uom"] = ToJson(AttributeOf(*place.node, "uom"));
         record["status"] = ToJson(AttributeOf(*place.node, "status"));
+        MarkStale(*place.node, record);
         out.Line(ToLine(record));
     }
 

@@ -1,3 +1,8 @@
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <system_error>
+
 #include "case_session.h"
 #include "shell_line.h"
 #include "terminal.h"
@@ -17,14 +22,34 @@ class Shell final : public Word {
         while (!around.leave_shell) {
             const auto line = reader->Read(Prompt(session));
             if (!line) break;
-            last = RunLine(*line, last, around);
+            last = RunGuarded(*line, last, around);
         }
-        return last;
+        return output_lost_ && last == ExitCode::kOk ? ExitCode::kFailed : last;
     }
 
  private:
     static std::string Prompt(CaseSession& session) {
         return OneLine(NameOf(session.Here())) + "> ";
+    }
+
+    // What a person types can be interrupted, and the shell goes on. It does so too when its output
+    // can't be written, for the lines to come may save what was done.
+    ExitCode RunGuarded(const std::string& line, ExitCode last, Surroundings& around) {
+        std::optional<terminal::InterruptGuard> guard;
+        if (terminal::InputIsTyped()) guard.emplace();
+        try {
+            return RunLine(line, last, around);
+        } catch (const Interrupted&) {
+            around.out.Note("interrupted");
+            std::clearerr(stdin);
+            std::cin.clear();
+        } catch (const ClosedPipe&) {
+            output_lost_ = true;
+        } catch (const std::system_error& error) {
+            if (!output_lost_) around.out.Note(std::string("fixtop: ") + error.what());
+            output_lost_ = true;
+        }
+        return ExitCode::kFailed;
     }
 
     static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
@@ -38,6 +63,8 @@ class Shell final : public Word {
         for (const ShellWord& word : *words) arguments.push_back(word.text);
         return Execute(std::move(arguments), Place::kShell, around);
     }
+
+    bool output_lost_ = false;
 };
 
 class Complete final : public Word {

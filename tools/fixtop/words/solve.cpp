@@ -1,5 +1,6 @@
 #include "case_session.h"
 #include "solver_run.h"
+#include "terminal.h"
 #include "words/makers.h"
 
 namespace {
@@ -13,16 +14,14 @@ class Solve final : public Word {
 
     ExitCode Run(Surroundings& around) override {
         const SolveEnd end = WithProgress(*around.session);
+        // Saved before anything is written: whoever reads may have gone away.
+        const ExitCode saved = SaveSolved(*around.session, file_, around.out);
         Report(end, around.out);
         if (!end.complete) {
             TellWhyIncomplete(*around.session, around.out);
-            NameCulprits(*around.session, around.out);
+            if (!terminal::IsInterrupted()) NameCulprits(*around.session, around.out);
         }
-        std::string problem;
-        if (!file_.empty() && !around.session->Save(file_, problem)) {
-            around.out.Note(problem);
-            return ExitCode::kUnreadable;
-        }
+        if (saved != ExitCode::kOk) return saved;
         return end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 

@@ -69,7 +69,8 @@ class ColumnGroup {
         }
         const bool in_unit = attribute_ == "value" || attribute_.ends_with("_limit");
         return {AttributeOf(node, attribute_.c_str()),
-                in_unit ? AttributeOf(node, "uom").ToText() : ""};
+                in_unit ? AttributeOf(node, "uom").ToText() : "",
+                attribute_ == "value" && IsStale(node)};
     }
 
     std::string path_;

@@ -35,7 +35,8 @@ class Tree final : public NodeWord {
         const char* joint = type == "Attachment" ? " -> " : " = ";
         if (value.empty()) return name + joint + "(none)";
         const std::string uom = TextOf(node, "uom");
-        return name + joint + value + (uom.empty() ? "" : ' ' + uom);
+        return name + joint + value + (uom.empty() ? "" : ' ' + uom) +
+               (IsStale(node) ? "  (stale)" : "");
     }
     void ShowBelow(FIIteratorBase& node, int level, Output& out) const {
         out.Line(Indent(level) + Describe(node));
@@ -57,6 +58,7 @@ class Tree final : public NodeWord {
         if (IsVariable(node)) {
             record["value"] = ToJson(AttributeOf(node, "value"));
             record["uom"] = ToJson(AttributeOf(node, "uom"));
+            MarkStale(node, record);
         }
         if (!IsOpen(node, levels_left)) return record;
         Json children = Json::array();

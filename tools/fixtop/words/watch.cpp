@@ -77,6 +77,7 @@ class Watch final : public Word {
             for (Watched& watched : watched_) watched.WriteChange(json_, around.out);
         };
         if (!stores_.empty()) {
+            LetStoresSolve(*around.session);
             const StoresWithoutWaiting no_wait(around.session->Solver());
             all_found &= StoreAll(around);
             report();

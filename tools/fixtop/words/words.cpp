@@ -7,7 +7,8 @@ constexpr WordRow kWords[] = {
      "With --json an object a line: name, path, type.", View::kEither, Place::kBoth, MakeLs},
     {"tree", "Show a node and everything below it",
      "A variable is shown as \"name = value unit\", any other node with its type. An attachment\n"
-     "is shown as \"name -> target\"; --attachments goes on below it.",
+     "is shown as \"name -> target\"; --attachments goes on below it. A result of a recorded case\n"
+     "that is older than a change is followed by (stale).",
      View::kEither, Place::kBoth, MakeTree},
     {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither,
      Place::kBoth, MakeAttrs},
@@ -15,7 +16,8 @@ constexpr WordRow kWords[] = {
      "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
      "and exit status 1; the others are still read. With --json an object a line: path, value,\n"
-     "uom, status; or path and error.",
+     "uom, status; or path and error. A result of a recorded case that is older than a change has\n"
+     "a message, in JSON \"stale\": true.",
      View::kEither, Place::kBoth, MakeGet},
     {"find", "List the paths of all nodes that match a pattern",
      "A pattern is a path with wildcards and filters, of which every match is followed:\n"
@@ -27,13 +29,18 @@ constexpr WordRow kWords[] = {
      "  'appModel.FlowSheetObjects.Streams.*' Temperature \"Molar Flow\" \"Comp Mole Frac\"\n"
      "An array makes a column for each element. A cell is empty for NULL and where there is no\n"
      "such node; a column that no node has is left out, with a message and exit status 1. With\n"
-     "--json an object a line: path, name, cells; a cell has value and uom.",
+     "--json an object a line: path, name, cells; a cell has value and uom. A star behind a "
+     "value,\n"
+     "in JSON \"stale\": true, says that it is older than a change of a recorded case.",
      View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
-     "The case is solved again and the value as it now stands is written. An empty VALUE takes\n"
-     "the value away. VALUE is in --unit, or else in the unit that get shows. Exit status 1 when\n"
-     "the store is refused. One that stands has 0 also while the case does not solve, as when a\n"
-     "value is still missing; standard error then tells why.",
+     "The case is solved again and saved, and the value as it now stands is written; a fraction "
+     "is\n"
+     "stored as its share of all. An empty VALUE takes the value away. VALUE is in --unit, or "
+     "else\n"
+     "in the unit that get shows. Exit status 1 when the store is refused. One that stands has 0\n"
+     "also while the case does not solve, as when a value is still missing; standard error then\n"
+     "tells why. A recorded case keeps its results, marked as stale.",
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
@@ -57,7 +64,9 @@ constexpr WordRow kWords[] = {
     {"shell", "Work in a case at a prompt",
      "The words of the program without CASE, and cd, pwd, save, help, quit. Paths begin at the\n"
      "present node, or else at the top. Single quotes hold an argument with blanks together;\n"
-     "double quotes do so too and stay part of it, as paths want them.",
+     "double quotes do so too and stay part of it, as paths want them. ^C ends a solve or "
+     "whatever\n"
+     "else is at work, and drops a line that is typed.",
      View::kEither, Place::kProgram, MakeShell},
     {"demo", "A guided tour through the case that the program carries",
      "Exit status 1 when a step does not do what it says.", View::kNone, Place::kProgram, MakeDemo},

@@ -1,0 +1,55 @@
+// A random client of a simulator whose objects come and go: lifetimes_soak STEPS SEED VIEW, the
+// view being raw, neutral or mixed. What a handle shows must be its own object's or nothing. The
+// run can be repeated by its seed; a failure tells the step.
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+
+#include "lifetimes/scene_files.h"
+#include "lifetimes/soak_client.h"
+
+namespace {
+
+long g_step = 0;
+unsigned g_seed = 0;
+
+[[noreturn]] void Fail(const std::string& what) {
+    std::fprintf(stderr, "seed %u, step %ld: %s\n", g_seed, g_step, what.c_str());
+    std::_Exit(1);
+}
+
+}  // namespace
+
+// Where a sanitizer ends the program.
+extern "C" void __asan_on_error() {
+    std::fprintf(stderr, "seed %u, step %ld\n", g_seed, g_step);
+}
+
+int main(int argc, char** argv) {
+    using lifetimes::SoakClient;
+    const std::map<std::string, SoakClient::Views> views = {{"raw", SoakClient::Views::raw},
+                                                            {"neutral", SoakClient::Views::neutral},
+                                                            {"mixed", SoakClient::Views::mixed}};
+    const auto view = argc == 4 ? views.find(argv[3]) : views.end();
+    const long steps = argc == 4 ? std::atol(argv[1]) : 0;
+    if (view == views.end() || steps <= 0) {
+        std::fprintf(stderr, "usage: lifetimes_soak STEPS SEED raw|neutral|mixed\n");
+        return 2;
+    }
+    g_seed = static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10));
+    const TemporaryFolder folder;
+    lifetimes::WriteSceneFiles(folder);
+    lifetimes::Dice dice(g_seed);
+    lifetimes::World world(dice, Fail);
+    SoakClient client(world, dice, view->second, Fail);
+    for (g_step = 1; g_step <= steps; ++g_step) client.Step();
+    client.LetGo();
+    const SoakClient::Counts& counts = client.Count();
+    std::printf(
+        "%ld steps, %ld answers of live handles, %ld of gone ones, %ld handles outlived their "
+        "object, %ld calls\n",
+        steps, counts.live, counts.gone, counts.lost, counts.calls);
+    return 0;
+}
