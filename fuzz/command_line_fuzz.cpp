@@ -100,11 +100,19 @@ bool MayRun(const std::string& text) {
 
 namespace terminal {
 
+bool InputIsTyped() {
+    return false;
+}
 bool NotesAreSeen() {
     return false;
 }
 const char* NullDevice() {
     return "/dev/null";
+}
+InterruptGuard::InterruptGuard() = default;
+InterruptGuard::~InterruptGuard() = default;
+bool IsInterrupted() {
+    return false;
 }
 std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
     return std::make_unique<FuzzedLines>(std::move(completer));

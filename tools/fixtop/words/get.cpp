@@ -27,7 +27,6 @@ class Get final : public Word {
                 continue;
             }
             for (std::string line; NextLine(line);) {
-                if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(FromOneLine(line));
             }
             if (std::ferror(stdin)) {
@@ -56,7 +55,7 @@ class Get final : public Word {
                                                                  : found->attribute;
         const FIValue value = AttributeOf(*found->node, attribute.c_str());
         if (attribute == "value" && IsStale(*found->node)) {
-            around.out.Note(path + ": older than a change of the case");
+            around.out.Note(OneLine(path) + ": older than a change of the case");
         }
         around.out.Line(json_ ? Record(path, *found->node, attribute, value) : OneLine(value));
         return true;
