@@ -27,7 +27,6 @@ class Get final : public Word {
                 continue;
             }
             for (std::string line; NextLine(line);) {
-                if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(FromOneLine(line));
             }
             if (std::ferror(stdin)) {
@@ -59,7 +58,7 @@ class Get final : public Word {
         const FIValue value = AttributeOf(node, attribute.c_str());
         const std::string unit = UnitOf(node, attribute);
         if (attribute == "value" && IsStale(node)) {
-            around.out.Note(path + ": older than a change of the case");
+            around.out.Note(OneLine(path) + ": older than a change of the case");
         }
         around.out.Line(json_ ? Record(path, node, attribute, value, unit) : OneLine(value));
         problem = OtherUnit(attribute, value, unit, unit_);
