@@ -65,7 +65,6 @@ Path WithinObject(Place place) {
 }
 
 Path NeutralPath(Place place, Plant& plant) {
-    const Step block = {"Block", place == Place::top ? 0 : plant.OperationIndex()};
     switch (place) {
         case Place::top:
             return {};
@@ -76,13 +75,15 @@ Path NeutralPath(Place place, Plant& plant) {
         case Place::published:
             return {{"Connection"}, {"Signal", plant.TargetIndex()}};
         case Place::operation:
-            return {{"Flowsheet"}, block};
+            return {{"Flowsheet"}, {"Block", plant.OperationIndex()}};
         default:
             break;
     }
     const Step stream = {"Stream", plant.TargetIndex()};
     const bool inner = place == Place::inner_object || place == Place::inner_variable;
-    Path path = inner ? Path{{"Flowsheet"}, block, stream} : Path{{"Flowsheet"}, stream};
+    Path path = {{"Flowsheet"}};
+    if (inner) path.push_back({"Block", plant.OperationIndex()});
+    path.push_back(stream);
     for (const Step& step : WithinObject(place)) path.push_back(step);
     return path;
 }

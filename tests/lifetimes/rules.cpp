@@ -76,7 +76,7 @@ struct Row {
 using Table = std::vector<Row>;
 
 const Table kTop = {{Op::read, Answer::node_deleted},
-                    {Op::name, Answer::before},
+                    {Op::name, Answer::null},
                     {Op::down, Answer::no},
                     {Op::store, Answer::node_deleted},
                     {Op::self, Answer::same}};
@@ -195,7 +195,10 @@ bool IsOfObjectList(const Scene& scene) {
 }
 
 Answer GoneAnswer(const Scene& scene, Op op) {
-    if (op == Op::model_rows) return Answer::before;
+    // A reference guards all rows alike.
+    if (op == Op::model_rows) {
+        return scene.kind == Kind::reference ? Answer::guarded : Answer::before;
+    }
     const Table& table = TableOf(scene.kind);
     const auto row =
         std::find_if(table.begin(), table.end(), [op](const Row& each) { return each.op == op; });

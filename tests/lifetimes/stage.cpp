@@ -13,7 +13,7 @@ char g_present[256];
 // A store that waits for so many turns waits for ever.
 constexpr int kTooManyTurns = 400;
 
-// Half of the clients that leave have a top that takes the list of subscribers with it.
+// Half of the clients that leave have the other kind of top.
 bool HasCombinedTop(Event event) {
     return event == Event::client_leaves || event == Event::client_leaves_silently;
 }
@@ -234,7 +234,10 @@ void Stage::Ask(Player& player, Op op) {
     const std::string text = Expected(player, op);
     std::string answer = player.subject->Do(op);
     // Where a cursor stands then is asked of some alone.
-    if (expected == Answer::no && answer == "false, at the first") answer = "false";
+    const bool bare = op == Op::seek_first || op == Op::seek_next || op == Op::seek_prev;
+    if (bare && (expected == Answer::no || expected == Answer::yes)) {
+        answer = answer.substr(0, answer.find_first_of(", "));
+    }
     Check(player, NameOf(op), text, answer);
     if (expected == Answer::right && op == Op::store) {
         Check(player, "stored", fresh_->Do(Op::read), player.subject->Do(Op::read));
@@ -248,7 +251,7 @@ std::string Stage::Expected(Player& player, Op op) {
         case Answer::node_deleted:
             return "\"Node deleted\"";
         case Answer::guarded:
-            return Guarded(player);
+            return op == Op::model_rows ? GuardedRows(player) : Guarded(player);
         case Answer::null:
             return "NULL";
         case Answer::no:
@@ -295,6 +298,12 @@ std::string Stage::Guarded(Player& player) {
     return invalid ? "\"Node invalid\"" : "\"Node deleted\"";
 }
 
+std::string Stage::GuardedRows(Player& player) {
+    std::string rows;
+    for (const char* row : kModelRows) rows += std::string(row) + " " + Guarded(player) + " ";
+    return rows;
+}
+
 // Into another stream, or into the case that is open instead.
 std::string Stage::StoreElsewhere() {
     if (scene_.event == Event::host_out || scene_.event == Event::host_out_and_gone) {
@@ -311,18 +320,29 @@ std::string Stage::StoreElsewhere() {
     return plant_.Solves() > before ? "solved" : "held";
 }
 
+// A case that is not connected can't tell of its closing; that the host is taken out nobody has to
+// tell.
+bool Stage::IsToldAtOnce() const {
+    if (fate_ != Fate::closed) return false;
+    const bool closing =
+        scene_.event == Event::closed || scene_.event == Event::closed_and_reopened;
+    return Online() || !closing;
+}
+
 // How often a subscription to the end has been called.
 int Stage::EndsTold(bool used) const {
     if (fate_ == Fate::live) return 0;
-    if (scene_.kind == Kind::top_subscriber) return Online() ? 1 : 0;
-    return used || (fate_ == Fate::closed && Online()) ? 1 : 0;
+    if (scene_.kind == Kind::top_subscriber) return IsToldAtOnce() ? 1 : 0;
+    return used || IsToldAtOnce() ? 1 : 0;
 }
 
-// Those of the top are no longer told of changes when another client leaves: it takes the list of
-// all with its combined top, and the callback of the case with its UnsetTopNotify.
+// Those of the top are no longer told of changes when another client takes the callback of the case
+// with its UnsetTopNotify.
 bool Stage::ListensStill() const {
     if (!Online() || fate_ != Fate::live) return false;
-    return scene_.kind != Kind::top_subscriber || !IsClientLeaving(scene_.event);
+    const bool unset =
+        IsClientLeaving(scene_.event) && scene_.event != Event::client_leaves_silently;
+    return scene_.kind != Kind::top_subscriber || !unset;
 }
 
 void Stage::AskSubscriber(Player& player, Op op, bool used) {

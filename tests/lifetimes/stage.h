@@ -64,6 +64,8 @@ class Stage {
     const std::string& Truth(Op op);
     std::string Guarded(Player& player);
     std::string StoreElsewhere();
+    std::string GuardedRows(Player& player);
+    bool IsToldAtOnce() const;
     int EndsTold(bool used) const;
     bool ListensStill() const;
     void Check(const Player& player, const char* what, const std::string& expected,
