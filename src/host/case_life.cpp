@@ -63,7 +63,7 @@ CaseLife* CaseLife::Find(host::SimulationCase* simulation_case) {
 void CaseLife::EndAll() {
     for (const Ref<CaseLife>& record : AllRecords()) {
         record->End();
-        if (record->notifier_) record->notifier_->End(true);
+        if (record->notifier_) record->notifier_->End(record->IsThere());
     }
 }
 
@@ -113,7 +113,7 @@ void CaseLife::OnEnded(bool told) {
     if (Find(case_) == this) Records().erase(case_);
     const Ref<HSolverNotify> watched = std::move(watched_);
     if (IsTracked() || !told) {
-        if (notifier_) notifier_->End(told);
+        if (notifier_) notifier_->End(told && IsThere());
     } else if (watched) {
         watched->DropUser();
     }
