@@ -24,6 +24,7 @@ usage: ./go <command>
   test --all      the same, then again with sanitizers and leak check, then as Windows programs
   bench           build and run the benchmarks
   fuzz [minutes]  build the fuzz targets and run each for some minutes (default 1)
+  soak [steps]    run the random client with sanitizers, so many steps in each view (default 1000000)
   coverage        run the tests instrumented; report in build/coverage/report/index.html
   --help          this text
 
@@ -197,6 +198,20 @@ cmd_fuzz() {
     [[ $found == 1 ]] || fail "no fuzz target was built"
 }
 
+cmd_soak() {
+    local steps=${1-1000000} view
+    [[ $steps =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
+    need build test
+    cmake --preset asan -DFIXTOP_LIFETIMES=ON </dev/null >/dev/null || fail "configuring failed"
+    build asan --target lifetimes_soak || fail "the build failed"
+    for view in raw neutral mixed; do
+        say "$steps steps, $view"
+        ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+            build/asan/tests/lifetimes/lifetimes_soak "$steps" "$RANDOM" "$view" </dev/null ||
+            fail "the random client failed"
+    done
+}
+
 cmd_coverage() {
     need build test coverage
     build coverage || fail "the build failed"
@@ -216,7 +231,7 @@ command=${1-}
 shift
 case $command in
     demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
-    test | fuzz) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    test | fuzz | soak) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;
 esac

@@ -89,10 +89,15 @@ void PublishedNode::SetValue(double value) {
     if (const Row* row = ValueRow()) StoreReal(row->description, value);
 }
 
+// The name alone is told, so it must not stand for another quantity: 50 in % are no fraction of 50.
 host::Text PublishedNode::UnitText() {
     const Row* row = ValueRow();
     const Quantity* quantity = row ? FindQuantity(row->spec->quantity) : nullptr;
-    return quantity ? host::Text(quantity->units[0].name) : host::Text();
+    if (!quantity) return host::Text();
+    for (const host::UnitRecord& unit : quantity->units) {
+        if (FindQuantityOfUnit(unit.name) == quantity) return host::Text(unit.name);
+    }
+    return host::Text();
 }
 
 void ManagerNode::put_ModelCallback(host::IModelCallback* callback) {

@@ -81,10 +81,8 @@ host::VarType CaseHost::ServicesImpl::GetUnitConvTypeFromVarType(host::VariableT
 }
 
 host::VariableType CaseHost::ServicesImpl::GetVarTypeFromUnitString(const char* unit) {
-    for (const Quantity& quantity : Quantities()) {
-        if (unit && FindUnit(quantity, unit)) return VariableTypeOfUnitType(quantity.type);
-    }
-    return host::kEmptyDimensionMarker;
+    const Quantity* quantity = unit ? FindQuantityOfUnit(unit) : nullptr;
+    return quantity ? VariableTypeOfUnitType(quantity->type) : host::kEmptyDimensionMarker;
 }
 
 void CaseHost::ServicesImpl::UnitConvList(host::VarType type) {

@@ -335,6 +335,13 @@ const Quantity* FindQuantity(host::VarType type) {
     return &all[type - 1];
 }
 
+const Quantity* FindQuantityOfUnit(std::string_view unit) {
+    for (const Quantity& quantity : Quantities()) {
+        if (FindUnit(quantity, unit)) return &quantity;
+    }
+    return nullptr;
+}
+
 const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name) {
     for (const host::UnitRecord& unit : quantity.units) {
         if (name == unit.name) return &unit;

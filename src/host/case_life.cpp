@@ -69,7 +69,7 @@ CaseLife* CaseLife::Find(host::SimulationCase* simulation_case) {
 void CaseLife::EndAll() {
     ForEachRecord([](CaseLife& record) {
         record.End();
-        if (record.notifier_) record.notifier_->End(true);
+        if (record.notifier_) record.notifier_->End(record.IsThere());
     });
 }
 
@@ -122,7 +122,7 @@ void CaseLife::OnEnded(bool told) {
     if (Find(case_) == this) Records().erase(case_);
     const Ref<HSolverNotify> watched = std::move(watched_);
     if (IsTracked() || !told) {
-        if (notifier_) notifier_->End(told);
+        if (notifier_) notifier_->End(told && IsThere());
     } else if (watched) {
         watched->DropUser();
     }

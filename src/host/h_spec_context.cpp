@@ -25,6 +25,7 @@ int SpecWalk::CompareElements(const host::CSpecElement& own, const SpecWalk& oth
 
 int SpecWalk::Compare(SpecWalk& other) {
     if (IsSameList(other)) return ListPosition::Compare(other);
+    if (HasLost() || other.HasLost()) return kNotComparable;
     const host::CSpecElement* own = Current();
     const host::CSpecElement* others = other.Current();
     if (!own || !others) return (own == nullptr) - (others == nullptr);

@@ -43,11 +43,10 @@ void HSpecEntry::GetName(FIValue& out) {
 }
 
 bool HSpecEntry::IsSameElement(const HSpecEntry& other) const {
-    if (&element_ == &other.element_) return true;
-    if (IsGone() || other.IsGone()) return false;
-    const SpecWalk own = context_->Elements();
-    return context_->IsSameList(*other.context_) &&
-           own.CompareElements(element_, other.context_->Elements(), other.element_) == 0;
+    if (this == &other) return true;
+    if (IsGone() || other.IsGone() || !context_->IsSameList(*other.context_)) return false;
+    const SpecWalk others = other.context_->Elements();
+    return context_->Elements().CompareElements(element_, others, other.element_) == 0;
 }
 
 std::string HSpecEntry::UniqueName() const {

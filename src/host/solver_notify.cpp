@@ -96,13 +96,13 @@ void HSolverNotify::TakeOut(host::COnlineConnectivityManager* manager) {
     Release();
 }
 
-void HSolverNotify::End(bool told) {
+void HSolverNotify::End(bool is_there) {
     auto self = Ref<HSolverNotify>::Share(this);
     subscribers_.clear();
     raw_callback_ = nullptr;
     state_ = kStopped;
     if (std::exchange(users_, 0) == 0) return;
-    host::SimulationCase* simulation_case = told ? life_->case_ : nullptr;
+    host::SimulationCase* simulation_case = is_there ? life_->case_ : nullptr;
     TakeOut(simulation_case ? simulation_case->OnlineManager() : nullptr);
 }
 

@@ -60,8 +60,8 @@ class HSolverNotify final : public host::IModelCallback {
     // Whoever needs it installed, beside subscribers and the raw callback.
     void AddUser();
     void DropUser();
-    // The case is gone; `told` by the host, which has its manager still.
-    void End(bool told);
+    // The case is over for this side; `is_there`: the host has it still, and its manager.
+    void End(bool is_there);
 
  private:
     struct Subscriber {

@@ -97,6 +97,11 @@ class CCDMClassEntry : public FIEntry,
     bool IsOwnNode() const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
+    // Null when no node has an override of this name.
+    const AppFace* OverridingFace(const FIValue& name) const;
+    // As what "value" or "spec_value" is shown: an override as its face is.
+    Shown ShownAs(const FIValue& value_name) const;
+    Shown ShownOn(const AppFace& face) const;
     CCDMClassLibrary& Library() const { return context_->Library(); }
     // The face that "value" is of, the calculated one; the specified one; the first that is there.
     const AppFace& ValueFace() const;
@@ -106,10 +111,12 @@ class CCDMClassEntry : public FIEntry,
     // Where it is written.
     Source TargetOf(const FIValue& name) const;
 
-    bool ReadOverride(const FIValue& name, Crossing crossing, FIValue& out);
-    bool ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out);
-    void ReadSource(const Source& source, Crossing crossing, FIValue& out);
-    void Cross(const Source& source, Crossing crossing, FIValue& out);
+    // In the application's words; of a source false when it has no node.
+    void ReadOverride(const AppFace& face, const FIValue& name, FIValue& out) const;
+    static bool ReadSource(const Source& source, FIValue& out);
+    void ReadUncrossed(const FIValue& name, FIValue& out) const;
+    // What was read under `name` at the source.
+    void Cross(const FIValue& name, const Source& source, Crossing crossing, FIValue& out);
 
     void ReadId(FIValue& out);
     void ReadType(FIValue& out);
@@ -123,8 +130,9 @@ class CCDMClassEntry : public FIEntry,
     void ReadConverters(FIValue& out);
     void ReadVariables(FIValue& out);
 
-    // The value as the application wants it.
-    FIValue Reversed(const Source& source, const FIValue& value);
+    // Turns the value into what the application wants; false, and the reason in `out`, when it
+    // can't.
+    bool Reverse(const Source& source, FIValue& value, FIValue& out);
     // The unit and quantity of a display unit; false, and the reason in `out`, when there is none.
     bool FindDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& unit_number,
                          FIValue& quantity_number, FIValue& out);

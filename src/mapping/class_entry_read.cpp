@@ -9,6 +9,7 @@
 namespace {
 
 const FIValue kValue("value");
+const FIValue kSpecValue("spec_value");
 const FIValue kUom("uom");
 const FIValue kSpecUom("spec_uom");
 const FIValue kId("id");
@@ -21,6 +22,13 @@ bool StaysOnNode(const PathStep& step) {
 
 const FIValue& AttributeOf(const FIValue& attribute) {
     return attribute.IsNull() ? kValue : attribute;
+}
+
+// Null when the face has no node, or no override of this name.
+const PathStep* FindOverride(const AppFace& face, const FIValue& name) {
+    if (!face.overrides || !face.reference || !name.CStr()) return nullptr;
+    const auto found = face.overrides->find(name.CStr());
+    return found == face.overrides->end() ? nullptr : found->second.get();
 }
 
 void ReadExpression(const PathStep& step, FIReference& node, FIValue& out) {
@@ -105,59 +113,79 @@ void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Row* row = FindRow(name.CStr());
     const Crossing crossing = row ? row->crossing : Crossing::kNone;
     const bool has_node = !faces_.IsEmpty();
-    if (has_node && ReadOverride(name, crossing, out)) return;
+    if (const AppFace* face = OverridingFace(name)) {
+        ReadOverride(*face, name, out);
+        return Cross(name, {face, name, ShownOn(*face)}, crossing, out);
+    }
     if (row && row->own) return (this->*row->own)(out);
-    if (has_node) return ReadSource(SourceOf(name), crossing, out);
+    const Source source = SourceOf(name);
+    if (has_node && ReadSource(source, out)) return Cross(name, source, crossing, out);
     out.Clear();
-    if (crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
+    if (!has_node && crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.
-bool CCDMClassEntry::ReadOverride(const FIValue& name, Crossing crossing, FIValue& out) {
-    return ReadOverrideOf({&faces_.primary, name, Shown::kValue}, crossing, out) ||
-           ReadOverrideOf({&faces_.secondary, name, Shown::kSpecification}, crossing, out);
+const AppFace* CCDMClassEntry::OverridingFace(const FIValue& name) const {
+    for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
+        if (face->overrides && FindOverride(*face, name)) return face;
+    }
+    return nullptr;
 }
 
-bool CCDMClassEntry::ReadOverrideOf(const Source& source, Crossing crossing, FIValue& out) {
-    const AppFace& face = *source.face;
-    if (!face.overrides || !face.reference || !source.name.CStr()) return false;
-    const auto found = face.overrides->find(source.name.CStr());
-    if (found == face.overrides->end() || !found->second) return false;
-    const PathStep& step = *found->second;
-    if (!step.IsLiteral()) {
-        ReadExpression(step, *face.reference, out);
-    } else {
-        step.ResolveName(*face.reference->GetIterator(), out);
-        if (source.name.Compare(kValue) == 0 && !out.IsNull()) {
-            if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
-            if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
-        }
-    }
-    Cross(source, crossing, out);
+CCDMClassEntry::Shown CCDMClassEntry::ShownOn(const AppFace& face) const {
+    return &face == &faces_.primary ? Shown::kValue : Shown::kSpecification;
+}
+
+void CCDMClassEntry::ReadOverride(const AppFace& face, const FIValue& name, FIValue& out) const {
+    const PathStep& step = *FindOverride(face, name);
+    if (!step.IsLiteral()) return ReadExpression(step, *face.reference, out);
+    step.ResolveName(*face.reference->GetIterator(), out);
+    if (name.Compare(kValue) != 0 || out.IsNull()) return;
+    if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
+    if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
+}
+
+bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
+    if (!source.face->reference) return false;
+    source.face->reference->GetAttribute(source.name, out);
     return true;
 }
 
-void CCDMClassEntry::ReadSource(const Source& source, Crossing crossing, FIValue& out) {
-    if (!source.face->reference) return out.Clear();
-    source.face->reference->GetAttribute(source.name, out);
-    Cross(source, crossing, out);
+void CCDMClassEntry::ReadUncrossed(const FIValue& name, FIValue& out) const {
+    if (const AppFace* face = OverridingFace(name)) {
+        ReadOverride(*face, name, out);
+    } else {
+        ReadSource(SourceOf(name), out);
+    }
 }
 
-void CCDMClassEntry::Cross(const Source& source, Crossing crossing, FIValue& out) {
+CCDMClassEntry::Shown CCDMClassEntry::ShownAs(const FIValue& value_name) const {
+    const AppFace* face = OverridingFace(value_name);
+    return face ? ShownOn(*face) : SourceOf(value_name).shown;
+}
+
+// A value and its unit cross alike: what the unit says holds for the value. A text crosses as it
+// is, so its unit does too.
+void CCDMClassEntry::Cross(const FIValue& name, const Source& source, Crossing crossing,
+                           FIValue& out) {
+    if (crossing == Crossing::kNone || (out.IsNull() && crossing != Crossing::kUnit)) return;
     // A node that is gone answers with a text that is no value.
-    const bool is_gone = source.face->reference->GetState() == FIReference::kDeleted;
-    if (crossing == Crossing::kNone || out.IsNull() || is_gone) return;
-    ValueCrossing values(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification);
-    switch (crossing) {
-        case Crossing::kValue:
-            values.FromApplication(*source.face->reference, UnitNameOf(source), out);
-            break;
-        case Crossing::kUnit:
-            values.NameUnit(out);
-            break;
-        default:
-            values.NameUnits(out);
-            break;
+    if (source.face->reference->GetState() == FIReference::kDeleted) return;
+    const bool is_unit = crossing == Crossing::kUnit;
+    const FIValue& value_name = is_unit && name.Compare(kSpecUom) == 0 ? kSpecValue : kValue;
+    const Shown shown = is_unit ? ShownAs(value_name) : source.shown;
+    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
+    FIValue other;
+    if (is_unit) {
+        if (values.HasDisplayUnit()) ReadUncrossed(value_name, other);
+        values.NameUnit(other, out);
+    } else if (crossing == Crossing::kUnits) {
+        values.NameUnits(out);
+    } else {
+        if (values.HasDisplayUnit()) {
+            ReadUncrossed(name.Compare(kSpecValue) == 0 ? kSpecUom : kUom, other);
+        }
+        values.FromApplication(other, out);
     }
 }
 
@@ -215,11 +243,11 @@ void CCDMClassEntry::ReadDisplayName(FIValue& out) {
 }
 
 void CCDMClassEntry::ReadIsLeaf(FIValue& out) {
-    out.SetInt(IsObject() ? 0 : 1);
+    out.SetInt(IsObject() && !IsMissing() ? 0 : 1);
 }
 
 void CCDMClassEntry::ReadHasChildren(FIValue& out) {
-    out.SetInt(IsObject() ? 1 : 0);
+    out.SetInt(IsObject() && !IsMissing() ? 1 : 0);
 }
 
 // Where the value comes from: the path of the application's node; of a pure entry its own.

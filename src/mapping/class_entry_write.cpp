@@ -9,6 +9,7 @@ namespace {
 
 const FIValue kValue("value");
 const FIValue kUom("uom");
+const FIValue kSpecUom("spec_uom");
 const FIValue kSpecValue("spec_value");
 
 constexpr char kPure[] = "Not Supported for pure CCDM class";
@@ -28,13 +29,24 @@ bool IsNone(const FIValue& value) {
 
 }  // namespace
 
-FIValue CCDMClassEntry::Reversed(const Source& source, const FIValue& value) {
-    FIValue reversed = value;
-    // What is stored into a node that is gone is refused by it.
-    if (source.face->reference->IsGone()) return reversed;
-    ValueCrossing(Library(), attribute_, GetVarSet(), source.shown == Shown::kSpecification)
-        .ToApplication(*source.face->reference, UnitNameOf(source), reversed);
-    return reversed;
+// From the unit in which the value is read. What is stored into a node that is gone is refused by
+// it.
+bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out) {
+    FIReference& node = *source.face->reference;
+    const bool is_spec = source.shown == Shown::kSpecification;
+    const Shown shown = ShownAs(is_spec ? kSpecValue : kValue);
+    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
+    FIValue unit;
+    if (values.HasDisplayUnit()) {
+        const FIValue& unit_name = is_spec ? kSpecUom : kUom;
+        if (const AppFace* face = OverridingFace(unit_name)) {
+            ReadOverride(*face, unit_name, unit);
+        } else {
+            node.GetAttribute(UnitNameOf(source), unit);
+        }
+        if (node.IsGone()) return true;
+    }
+    return values.ToApplication(unit, value, out);
 }
 
 // A face that stands alone is told of its specification by that name.
@@ -51,8 +63,9 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
     const Source source = TargetOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
     const bool is_value = Is(name, "value") || Is(name, "spec_value");
-    source.face->reference->SetAttribute(source.name, is_value ? Reversed(source, value) : value,
-                                         mode, out);
+    FIValue reversed = value;
+    if (is_value && !Reverse(source, reversed, out)) return;
+    source.face->reference->SetAttribute(source.name, reversed, mode, out);
 }
 
 // ---- units of the application's nodes ----
@@ -81,14 +94,16 @@ void CCDMClassEntry::SetSpecUnit(const FIValue& unit, FIValue& out) {
 void CCDMClassEntry::SetValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kValue);
     if (!source.face->reference) return out.SetText(kNoNode);
-    source.face->reference->SetValue(Reversed(source, value), mode, out);
+    FIValue reversed = value;
+    if (Reverse(source, reversed, out)) source.face->reference->SetValue(reversed, mode, out);
 }
 
 // The face of the specification is the value of a node of its own, or else a part of the one node.
 void CCDMClassEntry::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kSpecValue);
     if (!source.face->reference) return out.SetText(kNoNode);
-    const FIValue reversed = Reversed(source, value);
+    FIValue reversed = value;
+    if (!Reverse(source, reversed, out)) return;
     if (faces_.IsSplit()) {
         source.face->reference->SetValue(reversed, mode, out);
     } else {
@@ -118,7 +133,7 @@ void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue
         return;
     }
     FIValue reversed = value;
-    values.ToApplication(*face.reference, kUom, reversed);
+    values.ToApplication(application_unit, reversed, out);
     if (is_specification && !faces_.IsSplit()) {
         face.reference->SetSpecValueInUnit(reversed, application_unit, mode, out);
     } else {
@@ -143,7 +158,7 @@ bool CCDMClassEntry::FindDisplayUnit(const FIValue& unit, const FIValue& quantit
         return false;
     }
     int found = 0;
-    if (unit.IsNumber()) found = unit.AsInt();
+    if (unit.IsNumber() && Library().units.HasUnit(number, unit.AsInt())) found = unit.AsInt();
     if (!IsNone(unit) && unit.IsText()) found = source->UnitId(unit.CStr(), number);
     if (found < 1 && !IsNone(unit)) {
         out.SetText(kNoUnit);

@@ -1,7 +1,9 @@
 #include "mapping/value_crossing.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
+#include <utility>
 
 #include "diagnostics/error_log.h"
 #include "model/message_text.h"
@@ -15,6 +17,10 @@ bool IsEnumeration(const CCDMAttribute& attribute) {
 const CCDMEnumMap* TableFor(const EnumMaps& tables, const std::string& translate_name) {
     const auto found = tables.find(translate_name);
     return found == tables.end() ? nullptr : found->second.get();
+}
+
+bool IsNone(const FIValue& unit) {
+    return unit.IsNull() || unit.Length() == 0;
 }
 
 // Whether it is a number or the text of one.
@@ -57,56 +63,72 @@ void ValueCrossing::ToApplicationOption(FIValue& value) const {
     if (name) value.SetText(*name);
 }
 
-int ValueCrossing::DisplayUnit() const {
-    if (!vars_ || attribute_.quantity < 1) return 0;
+int ValueCrossing::DisplayUnit(FIVarSet* vars, bool is_spec) const {
+    if (!vars || attribute_.quantity < 1) return 0;
     FIValue unit;
-    if (is_spec_) {
-        vars_->GetSpecUnit(Quantity(), unit);
+    if (is_spec) {
+        vars->GetSpecUnit(Quantity(), unit);
     } else {
-        vars_->GetUnit(Quantity(), unit);
+        vars->GetUnit(Quantity(), unit);
     }
-    return unit.Kind() == FIValue::kInt ? unit.AsInt() : 0;
+    const int number = unit.Kind() == FIValue::kInt ? unit.AsInt() : 0;
+    return library_.units.HasUnit(attribute_.quantity, number) ? number : 0;
 }
 
-int ValueCrossing::ApplicationUnit(FIReferenceBase& node, const FIValue& unit_name) {
-    FIValue unit;
-    node.GetAttribute(unit_name, unit);
-    FIValue neutral;
-    if (unit.IsNull() || !library_.units.ToCcdmUnit(unit, Quantity(), neutral)) return 0;
-    return library_.units.Source()->UnitId(neutral.ToText().c_str(), attribute_.quantity);
+// No unit at all is one by the unit file alone: it is not looked up among those of the quantity.
+int ValueCrossing::Find(const FIValue& unit, FIValue& name) {
+    CCDMUnitsList& units = library_.units;
+    if (IsNone(unit) && !units.HasTranslation("", Quantity())) return 0;
+    if (!units.ToCcdmUnit(IsNone(unit) ? FIValue("") : unit, Quantity(), name)) return 0;
+    return std::max(0, units.Source()->UnitId(name.ToText().c_str(), attribute_.quantity));
 }
 
 void ValueCrossing::Convert(FIValue& value, int from, int to) const {
     double number = 0;
-    if (from < 1 || to < 1 || from == to || !ReadNumber(value, number)) return;
+    if (from == to || !ReadNumber(value, number)) return;
     value.SetReal(library_.units.Convert(number, FIValue::OfInt(from), FIValue::OfInt(to)));
 }
 
-void ValueCrossing::FromApplication(FIReferenceBase& node, const FIValue& unit_name,
-                                    FIValue& value) {
+void ValueCrossing::FromApplication(const FIValue& unit, FIValue& value) {
     if (IsEnumeration(attribute_)) return ToNeutralOption(value);
-    if (!value.IsNumber()) return;
-    if (const int unit = DisplayUnit(); unit > 0) {
-        Convert(value, ApplicationUnit(node, unit_name), unit);
+    if (!HasDisplayUnit() || !value.IsNumber()) return;
+    FIValue name;
+    if (const int application = Find(unit, name); application > 0) {
+        Convert(value, application, display_);
     }
 }
 
-void ValueCrossing::ToApplication(FIReferenceBase& node, const FIValue& unit_name, FIValue& value) {
-    if (value.IsNull()) return;
-    if (IsEnumeration(attribute_)) return ToApplicationOption(value);
-    if (const int unit = DisplayUnit(); unit > 0) {
-        Convert(value, unit, ApplicationUnit(node, unit_name));
+bool ValueCrossing::ToApplication(const FIValue& unit, FIValue& value, FIValue& out) {
+    if (value.IsNull()) return true;
+    if (IsEnumeration(attribute_)) {
+        ToApplicationOption(value);
+        return true;
     }
+    double number = 0;
+    if (!HasDisplayUnit() || !ReadNumber(value, number)) return true;
+    FIValue name;
+    if (const int application = Find(unit, name); application > 0) {
+        Convert(value, display_, application);
+        return true;
+    }
+    const std::string shown = library_.units.Source()->UnitName(display_);
+    out.SetText(IsNone(unit)
+                    ? "No conversion from unit " + shown + ", the application tells no unit"
+                    : "No conversion from unit " + shown + " to unit " + unit.ToText() +
+                          " of the application");
+    return false;
 }
 
-void ValueCrossing::NameUnit(FIValue& unit) {
-    if (unit.IsNull() || unit.Length() == 0) return;
-    if (const int display = DisplayUnit(); display > 0 && library_.units.Source()) {
-        unit.SetText(library_.units.Source()->UnitName(display));
-        return;
+void ValueCrossing::NameUnit(const FIValue& value, FIValue& unit) {
+    const bool in_display_unit = HasDisplayUnit() && !value.IsText();
+    if (!in_display_unit && IsNone(unit)) return;
+    FIValue name;
+    const int application = Find(unit, name);
+    if (in_display_unit && application > 0) {
+        unit.SetText(library_.units.Source()->UnitName(display_));
+    } else if (!IsNone(unit) && (application > 0 || !library_.units.Initialized())) {
+        unit = std::move(name);
     }
-    const FIValue application_unit = unit;
-    library_.units.ToCcdmUnit(application_unit, Quantity(), unit);
 }
 
 void ValueCrossing::NameUnits(FIValue& units) {

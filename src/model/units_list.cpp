@@ -112,9 +112,11 @@ bool CCDMUnitsList::IsMapped(const std::string& app, const char* quantity, int n
     return false;
 }
 
+// A row for numbers without a unit gives no name that could be asked for.
 void CCDMUnitsList::Enter(const std::string& app, const std::string& ccdm, int quantity,
                           bool is_default) {
     app_to_ccdm_.emplace(app, CCDMUnitRecord{FIValue(ccdm.c_str()), quantity, is_default});
+    if (app.empty()) return;
     ccdm_to_app_.emplace(ccdm, CCDMUnitRecord{FIValue(app.c_str()), quantity, is_default});
 }
 
@@ -127,6 +129,30 @@ void CCDMUnitsList::AddTranslation(const std::string& app, const std::string& cc
     Enter(app, ccdm, number, is_default);
 }
 
+const CCDMUnitRecord* CCDMUnitsList::FindTranslation(const std::string& app_unit,
+                                                     int quantity) const {
+    const CCDMUnitRecord* for_all = nullptr;
+    const auto [first, last] = app_to_ccdm_.equal_range(app_unit);
+    for (auto row = first; row != last; ++row) {
+        if (row->second.quantity == quantity) return &row->second;
+        if (row->second.quantity == 0) for_all = &row->second;
+    }
+    return for_all;
+}
+
+bool CCDMUnitsList::HasTranslation(const char* app_unit, const FIValue& quantity) const {
+    return initialized_ && FindTranslation(app_unit, QuantityNumber(quantity)) != nullptr;
+}
+
+bool CCDMUnitsList::HasUnit(int quantity, int unit) {
+    if (!initialized_ || unit < 1) return false;
+    if (quantity == known_quantity_ && unit == known_unit_) return true;
+    if (source_->UnitId(source_->UnitName(unit), quantity) != unit) return false;
+    known_quantity_ = quantity;
+    known_unit_ = unit;
+    return true;
+}
+
 bool CCDMUnitsList::ToCcdmUnit(const FIValue& app_unit, const FIValue& quantity, FIValue& out) {
     if (!initialized_) {
         out.SetText(kNotInitialized);
@@ -134,17 +160,8 @@ bool CCDMUnitsList::ToCcdmUnit(const FIValue& app_unit, const FIValue& quantity,
     }
     const int number = QuantityNumber(quantity);
     const std::string unit = app_unit.ToText();
-    const CCDMUnitRecord* for_all = nullptr;
-    const auto [first, last] = app_to_ccdm_.equal_range(unit);
-    for (auto row = first; row != last; ++row) {
-        if (row->second.quantity == number) {
-            out = row->second.mapped;
-            return true;
-        }
-        if (row->second.quantity == 0) for_all = &row->second;
-    }
-    if (for_all != nullptr) {
-        out = for_all->mapped;
+    if (const CCDMUnitRecord* row = FindTranslation(unit, number)) {
+        out = row->mapped;
         return true;
     }
     if (source_->UnitId(unit.c_str(), number) < 1) {

@@ -38,8 +38,9 @@ class CCDMUnitsList {
     void SetProvider(const char* module);
     void SetInitString(const char* text);
 
-    // One row of the unit file; `quantity` is null for all quantities. Why a row is left out is
-    // logged. Nothing happens without an adapter.
+    // One row of the unit file; `quantity` is null for all quantities. An empty name of the
+    // application is a number without a unit. Why a row is left out is logged. Nothing happens
+    // without an adapter.
     void AddTranslation(const std::string& app, const std::string& ccdm, const char* quantity,
                         bool is_default);
 
@@ -47,6 +48,10 @@ class CCDMUnitsList {
     // quantities. A unit without a row that the adapter knows is learned as itself. On false `out`
     // is the reason.
     bool ToCcdmUnit(const FIValue& app_unit, const FIValue& quantity, FIValue& out);
+    // Whether a row of the unit file says what ToCcdmUnit answers.
+    bool HasTranslation(const char* app_unit, const FIValue& quantity) const;
+    // Whether the number is one of the quantity's units.
+    bool HasUnit(int quantity, int unit);
     // The application's name of a unit of the model: the row of this quantity, else the last
     // default row, else the first for all quantities. On false `out` is the reason.
     bool ToAppUnit(const FIValue& ccdm_unit, const FIValue& quantity, FIValue& out) const;
@@ -60,6 +65,8 @@ class CCDMUnitsList {
     void Detach();
     void LogProblem(ModuleHandle adapter) const;
     ModuleHandle FindAdapter();
+    // Null when there is no row.
+    const CCDMUnitRecord* FindTranslation(const std::string& app_unit, int quantity) const;
     int QuantityNumber(const FIValue& quantity) const;
     int UnitNumber(const FIValue& unit) const;
     bool IsMapped(const std::string& app, const char* quantity, int number, bool is_default) const;
@@ -71,6 +78,9 @@ class CCDMUnitsList {
     CCDMUnitSource* source_ = nullptr;
     DeleteUnitSourceFunction delete_source_ = nullptr;
     ModuleHandle loaded_adapter_ = nullptr;  // null for an offered one
+    // The last one that HasUnit found, since all reads of a list ask for the same.
+    int known_quantity_ = 0;
+    int known_unit_ = 0;
     Records app_to_ccdm_;
     Records ccdm_to_app_;
 };

@@ -197,12 +197,17 @@ TEST_F(LiveCase, BoundsAtTheEndsOfTheNumbersAreKept) {
 
 TEST_F(LiveCase, OrdinalsFarFromAnEnumerationAreNone) {
     CaseData data;
-    data.main.objects = {Object("A", words::kMixer, {Choice("Mode", {"on", "off"}, 1)})};
+    const DimensionData phases{1, 2, ElementNaming::enumeration, {"Vapour", "Liquid"}};
+    data.main.objects = {Object(
+        "A", words::kMixer, {Choice("Mode", {"on", "off"}, 1), Array("T", "", {phases}, {1, 2})})};
     Open(data);
     host::Viewable* a = Get("A");
-    host::VarEnumInfo* mode = a->GetVariableEnum(Row(a, "Mode"));
+    const host::VarDescription& element = Row(a, "T")->offset_descriptions[0];
+    host::VarEnumInfo* names = a->GetVariableEnum(a->FindVariableName(element));
+    EXPECT_STREQ(names->FindEntry(1)->name, "Vapour");
     for (const long ordinal : {LONG_MIN, LONG_MIN + 1, LONG_MAX}) {
-        EXPECT_EQ(mode->FindEntry(ordinal), nullptr) << ordinal;
+        EXPECT_EQ(names->FindEntry(ordinal), nullptr) << ordinal;
+        EXPECT_EQ(a->GetVariableEnum(Row(a, "Mode"))->FindEntry(ordinal), nullptr) << ordinal;
     }
     for (const double number : {double{NAN}, double{INFINITY}, 1e300, -1e300, 0.5, 2.0, -1.0}) {
         a->SetRealValue(Row(a, "Mode")->description, number);

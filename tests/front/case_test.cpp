@@ -96,4 +96,40 @@ TEST_F(ModuleOnCase, stores_values_and_reads_them_back) {
     EXPECT_EQ("250", Read(pressure, "value"));
 }
 
+// The host finds the quantity of a published variable by the name of a unit: % leads to fractions,
+// C to points of a scale.
+TEST_F(OpenModule, published_variables_are_in_the_unit_that_is_told) {
+    struct Row {
+        const char* quantity;
+        double value;
+        const char* shown;
+        const char* unit;
+    };
+    const Row rows[] = {{"Pressure", 101.325, "14.6959487755", "psia"},
+                        {"PressureDifference", 100, "14.503773773", "psi"},
+                        {"Power", 3600, "1.3410220896", "hp"},
+                        {"Percent", 50, "50", "(NULL)"},
+                        {"TemperatureDifference", 10, "10", "(NULL)"},
+                        {"Fraction", 0.5, "0.5", "fraction"}};
+    casehost::CaseData data;
+    data.unit_set = 2;
+    data.online = true;
+    for (const Row& row : rows) {
+        auto spec = std::make_shared<casehost::VariableSpec>();
+        spec->name = "Value";
+        spec->quantity = row.quantity;
+        casehost::ObjectData& object = data.published.emplace_back();
+        object.name = row.quantity;
+        object.type = "RTIVariable";
+        object.variables = {{spec, {{row.value, "", casehost::VariableState::specified}}}};
+    }
+    ASSERT_TRUE(host_.Open(data));
+    OpenTop();
+    root_ = "\"Published Variables\"";
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.shown, Read(row.quantity)) << row.quantity;
+        EXPECT_EQ(row.unit, Read(row.quantity, "uom")) << row.quantity;
+    }
+}
+
 }  // namespace

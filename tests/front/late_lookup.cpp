@@ -42,6 +42,8 @@ int main(int count, char** values) {
     if (!top || !dictionary) return 1;
     std::filesystem::current_path(values[2]);
     if (top()) std::fputs("there is a host\n", stderr);
-    if (!dictionary(nullptr)) std::fputs("there is no class library\n", stderr);
+    // Kept to the end of the program.
+    static const void* const classes = dictionary(nullptr);
+    if (!classes) std::fputs("there is no class library\n", stderr);
     return 0;
 }

@@ -228,6 +228,24 @@ TEST_F(CaseWalk, published_variables_are_read_and_stored) {
     EXPECT_EQ("MolarFlow", Read(*other, "dimension"));
 }
 
+TEST_F(CaseWalk, nodes_of_a_basis_that_is_gone_compare_with_their_copies_alone) {
+    for (const char* path : {"Basis.FluidPackage.Name", "Basis.FluidPackage.Interaction Parameters",
+                             "Basis.FluidPackage.Interaction Parameters.Set1",
+                             "Basis.FluidPackage.Interaction Parameters.Set1.Kij"}) {
+        SCOPED_TRACE(path);
+        Open("demo");
+        const NodeRef one = At(path);
+        const NodeRef copy = NodeRef::Adopt(one->Copy());
+        const NodeRef other = At(path);
+        EXPECT_EQ(0, one->Compare(*other));
+        host.Close(*host.ActiveLiveCase());
+        host.RunHostLoop();
+        EXPECT_EQ(0, one->Compare(*one));
+        EXPECT_EQ(0, one->Compare(*copy));
+        EXPECT_EQ(kNotComparable, one->Compare(*other));
+    }
+}
+
 TEST_F(CaseWalk, an_attribute_cursor_reads_without_the_units_of_a_reader_that_has_gone) {
     Open("demo");
     NodeRef node = At("FlowSheetObjects.Streams.Raw Gas.Temperature");

@@ -16,35 +16,39 @@ Path Below(Path path, std::initializer_list<Step> steps) {
     return path;
 }
 
+// The names are asked for of what lives alone.
 Path RawPath(Place place, Plant& plant) {
-    const Path streams = Below(kSheet, {{"Streams"}});
-    const Path inner = Below(kSheet, {{"UnitOps"}, {plant.OperationName()}, {"Streams"}});
-    const Step target = {place == Place::top ? "" : plant.TargetName()};
+    const auto object = [&](const char* list) {
+        return Below(kSheet, {{list}, {plant.TargetName()}});
+    };
+    const auto inner = [&] {
+        return Below(kSheet, {{"UnitOps"}, {plant.OperationName()}, {"Streams"}});
+    };
     switch (place) {
         case Place::top:
             return {};
         case Place::object:
-            return Below(streams, {target});
+            return object("Streams");
         case Place::variable:
-            return Below(streams, {target, {"Temperature"}});
+            return Below(object("Streams"), {{"Temperature"}});
         case Place::element:
-            return Below(streams, {target, {"Profile"}, {"Elem1"}});
+            return Below(object("Streams"), {{"Profile"}, {"Elem1"}});
         case Place::component:
-            return Below(streams, {target, {"Comp Mole Frac"}, {"Ethane"}});
+            return Below(object("Streams"), {{"Comp Mole Frac"}, {"Ethane"}});
         case Place::fixed:
-            return streams;
+            return Below(kSheet, {{"Streams"}});
         case Place::basis:
             return {{"appModel"}, {"Basis"}, {"Package"}, {"Tuned"}};
         case Place::operation:
-            return Below(kSheet, {{"UnitOps"}, target});
+            return object("UnitOps");
         case Place::inner_object:
-            return Below(inner, {target});
+            return Below(inner(), {{plant.TargetName()}});
         case Place::inner_variable:
-            return Below(inner, {target, {"Temperature"}});
+            return Below(inner(), {{plant.TargetName()}, {"Temperature"}});
         case Place::inner_fixed:
-            return inner;
+            return inner();
         case Place::published:
-            return {{kPublished}, target};
+            return {{kPublished}, {plant.TargetName()}};
     }
     return {};
 }
@@ -65,7 +69,6 @@ Path WithinObject(Place place) {
 }
 
 Path NeutralPath(Place place, Plant& plant) {
-    const Step block = {"Block", place == Place::top ? 0 : plant.OperationIndex()};
     switch (place) {
         case Place::top:
             return {};
@@ -76,13 +79,15 @@ Path NeutralPath(Place place, Plant& plant) {
         case Place::published:
             return {{"Connection"}, {"Signal", plant.TargetIndex()}};
         case Place::operation:
-            return {{"Flowsheet"}, block};
+            return {{"Flowsheet"}, {"Block", plant.OperationIndex()}};
         default:
             break;
     }
     const Step stream = {"Stream", plant.TargetIndex()};
     const bool inner = place == Place::inner_object || place == Place::inner_variable;
-    Path path = inner ? Path{{"Flowsheet"}, block, stream} : Path{{"Flowsheet"}, stream};
+    Path path = {{"Flowsheet"}};
+    if (inner) path.push_back({"Block", plant.OperationIndex()});
+    path.push_back(stream);
     for (const Step& step : WithinObject(place)) path.push_back(step);
     return path;
 }

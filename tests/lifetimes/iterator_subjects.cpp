@@ -43,10 +43,7 @@ std::string Store(Handle& handle, const Access& access) {
 template <class Handle>
 std::string ModelRows(Handle& handle) {
     std::string rows;
-    for (const char* row : {"id", "type", "browser_name", "display_name", "isleaf", "has_children",
-                            "container", "container_type", "parent"}) {
-        rows += std::string(row) + " " + ReadRow(handle, row) + " ";
-    }
+    for (const char* row : kModelRows) rows += std::string(row) + " " + ReadRow(handle, row) + " ";
     return rows;
 }
 

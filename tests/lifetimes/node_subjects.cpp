@@ -111,10 +111,8 @@ class NodeSubject : public Subject {
  private:
     std::string ModelRows() {
         std::string rows;
-        for (const char* row : {"id", "type", "browser_name", "display_name", "isleaf",
-                                "has_children", "container", "container_type", "parent"}) {
+        for (const char* row : kModelRows)
             rows += std::string(row) + " " + ReadRow(*entry_, row) + " ";
-        }
         return rows;
     }
     std::string Store() {

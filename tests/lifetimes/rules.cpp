@@ -76,7 +76,7 @@ struct Row {
 using Table = std::vector<Row>;
 
 const Table kTop = {{Op::read, Answer::node_deleted},
-                    {Op::name, Answer::before},
+                    {Op::name, Answer::null},
                     {Op::down, Answer::no},
                     {Op::store, Answer::node_deleted},
                     {Op::self, Answer::same}};
@@ -179,9 +179,9 @@ const Table& TableOf(Kind kind) {
 }
 
 // A neutral node stands on a reference, and has its name from its attribute.
-Answer InNeutral(Kind kind, Op op, Answer raw) {
-    if (op == Op::read || op == Op::store) return Answer::guarded;
-    if (op == Op::copy_read) return kind == Kind::reference ? Answer::open : Answer::guarded;
+Answer InNeutral(Op op, Answer raw) {
+    // A copy shares the node with its original.
+    if (op == Op::read || op == Op::store || op == Op::copy_read) return Answer::guarded;
     if (op == Op::name || op == Op::copy_name) return Answer::before;
     if (op == Op::container) return Answer::open;
     return raw;
@@ -195,7 +195,10 @@ bool IsOfObjectList(const Scene& scene) {
 }
 
 Answer GoneAnswer(const Scene& scene, Op op) {
-    if (op == Op::model_rows) return Answer::before;
+    // A reference guards all rows alike.
+    if (op == Op::model_rows) {
+        return scene.kind == Kind::reference ? Answer::guarded : Answer::before;
+    }
     const Table& table = TableOf(scene.kind);
     const auto row =
         std::find_if(table.begin(), table.end(), [op](const Row& each) { return each.op == op; });
@@ -207,7 +210,7 @@ Answer GoneAnswer(const Scene& scene, Op op) {
         const bool listed = FateOfParent(scene.event, scene.place) == Fate::live;
         return listed ? Answer::yes : Answer::no;
     }
-    return scene.view == View::raw ? row->gone : InNeutral(scene.kind, op, row->gone);
+    return scene.view == View::raw ? row->gone : InNeutral(op, row->gone);
 }
 
 std::vector<Op> OpsOf(View view, Kind kind) {

@@ -121,7 +121,7 @@ void SoakClient::OpenRoot() {
     }
     root.root = root.neutral ? Ref<FIEntry>::Adopt(FixtopOpenModel(root.top.Get(), &SceneFiles()))
                              : root.top;
-    if (!root.root) fail_("a view does not open");
+    if (!root.root) return fail_("a view does not open");
     if (roots_.size() == kRoots) roots_.erase(roots_.begin());
     roots_.push_back(std::move(root));
 }
@@ -196,14 +196,14 @@ void SoakClient::Take() {
     held->removals = root->removals;
     held->subject = MakeSubject(held->kind, root->root, PathOf(*root, number, held->field),
                                 AccessTo(number, held->field));
-    if (!held->subject) fail_("no node " + TextOf(PathOf(*root, number, held->field)));
+    if (!held->subject) return fail_("no node " + TextOf(PathOf(*root, number, held->field)));
     held_.push_back(std::move(held));
 }
 
 void SoakClient::Release() {
     if (held_.empty()) return;
     const auto at = held_.begin() + dice_.Roll(static_cast<int>(held_.size()));
-    if ((*at)->in_use > 0) return;
+    if ((*at)->in_use > 0 || (IsLive(**at) && dice_.OneIn(2))) return;
     // Its end may call back, so it is out of the list before.
     const std::shared_ptr<Held> released = std::move(*at);
     held_.erase(at);
@@ -266,6 +266,12 @@ void SoakClient::OrderEvent() {
 
 // ---- What they must show
 
+std::string SoakClient::StateOf(const Held& held) const {
+    if (IsLive(held)) return "live";
+    if (!world_.HasHost() || held.removals != world_.Removals()) return "its host taken out";
+    return world_.Live(world_.At(held.number).case_number) ? "deleted" : "closed";
+}
+
 std::string SoakClient::Describe(const Held& held, Op op, const std::string& answer) const {
     const World::Thing& thing = world_.At(held.number);
     const Scene scene{held.neutral ? View::neutral : View::raw,
@@ -276,8 +282,8 @@ std::string SoakClient::Describe(const Held& held, Op op, const std::string& ans
                       0};
     return std::string(NameOf(scene.view)) + " " + NameOf(scene.kind) + " on " +
            std::to_string(held.number) + " (" + thing.name + "), field " +
-           std::to_string(static_cast<int>(held.field)) + ", " + (IsLive(held) ? "live" : "gone") +
-           ", " + NameOf(op) + ": " + answer;
+           std::to_string(static_cast<int>(held.field)) + ", " + StateOf(held) + ", " + NameOf(op) +
+           ": " + answer;
 }
 
 void SoakClient::CheckLive(const Held& held, Op op, const std::string& answer) {
@@ -331,7 +337,7 @@ void SoakClient::TakeStock() {
     const Root* root = LiveRoot();
     if (!root || root->neutral) return;
     const auto it = IteratorAt(root->root, {{"appModel"}, {"FlowSheetObjects"}, {"Streams"}});
-    if (!it) fail_("there are no streams");
+    if (!it) return fail_("there are no streams");
     for (bool on = it->DownFirst(); on; on = it->Next()) {
         FIValue name;
         it->GetName(name);
@@ -348,7 +354,7 @@ void SoakClient::Listen() {
     const int number = world_.Any(root->case_number, false);
     if (number < 0) return;
     const auto it = IteratorAt(root->root, PathOf(*root, number, Field::temperature));
-    if (!it) fail_("no node to listen to");
+    if (!it) return fail_("no node to listen to");
     auto listener = std::make_shared<Listener>();
     listener->client = this;
     listener->number = number;
@@ -384,7 +390,7 @@ void SoakClient::CallBack(Ear& ear) {
     if (&ear == &listener.ears[kNodeDeleted] && lives && !listener.ends) {
         fail_("told of the end of " + std::to_string(listener.number) + ", which lives");
     }
-    if (depth_ >= kDeepest || listener.ends) return;
+    if (depth_ >= kDeepest || listener.ends || world_.IsGoing()) return;
     ++depth_;
     switch (dice_.Roll(12)) {
         case 0:

@@ -94,6 +94,7 @@ class SoakClient {
     Access AccessTo(int number, Field field) const;
     void CheckLive(const Held& held, Op op, const std::string& answer);
     void CheckGone(Held& held, Op op, const std::string& answer);
+    std::string StateOf(const Held& held) const;
     std::string Describe(const Held& held, Op op, const std::string& answer) const;
 
     World& world_;

@@ -1,6 +1,7 @@
 #include "lifetimes/soak_world.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "casehost/case_builder.h"
 #include "front/fixtop.h"
@@ -52,7 +53,10 @@ void World::NewHost() {
 
 void World::WatchTurns() {
     Script().AtTurn(1, [this] {
-        if (++turns_ > kTooManyTurns) fail_("a store waits for ever");
+        if (++turns_ > kTooManyTurns) {
+            fail_("a store waits for ever");
+            std::_Exit(1);
+        }
         WatchTurns();
     });
 }
@@ -62,7 +66,9 @@ void World::TakeOut() {
     // Who is told of it looks here.
     installed_ = false;
     ++removals_;
+    is_going_ = true;
     FixtopInstallHost(nullptr);
+    is_going_ = false;
 }
 
 std::vector<int> World::Cases() const {
@@ -272,9 +278,9 @@ void World::Disturb() {
     if (cases_.empty()) return;
     const auto index = static_cast<std::size_t>(dice_.Roll(static_cast<int>(cases_.size())));
     OpenedCase of = cases_[index];
-    switch (dice_.Roll(20)) {
+    switch (dice_.Roll(30)) {
         case 0:
-            return dice_.OneIn(4) ? TakeOut() : Close(index);
+            return dice_.OneIn(5) ? TakeOut() : Close(index);
         case 1:
         case 2:
         case 3:

@@ -40,7 +40,6 @@ class World {
         host::Viewable* object = nullptr;
     };
 
-    // `fail` ends the program.
     using Fail = std::function<void(const std::string&)>;
 
     World(Dice& dice, Fail fail);
@@ -51,6 +50,8 @@ class World {
     // Whether the module has a host now, and how often it lost one.
     bool HasHost() const { return installed_; }
     int Removals() const { return removals_; }
+    // It is being taken out right now: one case after the other ends.
+    bool IsGoing() const { return is_going_; }
     casehost::Script& Script() { return host_->GetScript(); }
 
     // The cases that are open, by their numbers, which are never used again.
@@ -106,6 +107,7 @@ class World {
     std::unique_ptr<casehost::CaseHost> host_;
     bool installed_ = false;
     int removals_ = 0;
+    bool is_going_ = false;
     int turns_ = 0;  // of the host's loop since the last Rest
     int next_case_ = 0;
     std::vector<OpenedCase> cases_;

@@ -13,7 +13,7 @@ char g_present[256];
 // A store that waits for so many turns waits for ever.
 constexpr int kTooManyTurns = 400;
 
-// Half of the clients that leave have a top that takes the list of subscribers with it.
+// Half of the clients that leave have the other kind of top.
 bool HasCombinedTop(Event event) {
     return event == Event::client_leaves || event == Event::client_leaves_silently;
 }
@@ -139,10 +139,12 @@ void Stage::Happen() {
     plant_.Happen(scene_.event);
 }
 
-// A solve begins in the turn after the store that asked for it.
+// A solve begins in the turn after the store that asked for it and ends in the fourth.
 void Stage::HappenInStore(bool own, bool solve) {
     if (solve) {
-        plant_.Script().AtTurn(2, [this] { Happen(); });
+        const int variety =
+            own ? scene_.order : static_cast<int>(scene_.kind) + static_cast<int>(scene_.place);
+        plant_.Script().AtTurn(2 + variety % 3, [this] { Happen(); });
     } else {
         plant_.Script().InStore(1, [this] { Happen(); });
     }
@@ -191,13 +193,16 @@ void Stage::Leave() {
     client_.reset();
 }
 
+// By a top of its own, and in the neutral views at some moments by a view of its own.
 void Stage::MakeTruth() {
     if (fate_ != Fate::live) return;
-    fresh_client_ = std::make_unique<Client>(scene_.view, scene_.place, plant_, false);
-    fresh_ = fresh_client_->Make(scene_.kind);
+    const bool own = scene_.view == View::raw || scene_.moment == Moment::between ||
+                     scene_.moment == Moment::offline;
+    if (own) fresh_client_ = std::make_unique<Client>(scene_.view, scene_.place, plant_, false);
+    fresh_ = (own ? *fresh_client_ : *client_).Make(scene_.kind);
     if (!fresh_) tell_(scene_.Name() + ": a fresh path leads nowhere");
     // Handles of two neutral views are never comparable, whatever they stand on.
-    if (scene_.view != View::raw) peer_ = client_->Make(scene_.kind);
+    if (scene_.view != View::raw && own) peer_ = client_->Make(scene_.kind);
 }
 
 void Stage::Use(Player& player) {
@@ -234,7 +239,10 @@ void Stage::Ask(Player& player, Op op) {
     const std::string text = Expected(player, op);
     std::string answer = player.subject->Do(op);
     // Where a cursor stands then is asked of some alone.
-    if (expected == Answer::no && answer == "false, at the first") answer = "false";
+    const bool bare = op == Op::seek_first || op == Op::seek_next || op == Op::seek_prev;
+    if (bare && (expected == Answer::no || expected == Answer::yes)) {
+        answer = answer.substr(0, answer.find_first_of(", "));
+    }
     Check(player, NameOf(op), text, answer);
     if (expected == Answer::right && op == Op::store) {
         Check(player, "stored", fresh_->Do(Op::read), player.subject->Do(Op::read));
@@ -248,7 +256,7 @@ std::string Stage::Expected(Player& player, Op op) {
         case Answer::node_deleted:
             return "\"Node deleted\"";
         case Answer::guarded:
-            return Guarded(player);
+            return op == Op::model_rows ? GuardedRows(player) : Guarded(player, op);
         case Answer::null:
             return "NULL";
         case Answer::no:
@@ -289,10 +297,20 @@ const std::string& Stage::Truth(Op op) {
     return truth;
 }
 
-std::string Stage::Guarded(Player& player) {
-    const bool invalid = fate_ == Fate::deleted && !player.invalid_said;
-    player.invalid_said = true;
+// A neutral reference has a guard of its own before that of the node, which its copies stand on.
+std::string Stage::Guarded(Player& player, Op op) {
+    const bool by_copy = scene_.kind == Kind::reference && op == Op::copy_read;
+    bool& said = by_copy ? player.invalid_said_by_copy : player.invalid_said;
+    const bool invalid = fate_ == Fate::deleted && !said;
+    said = true;
     return invalid ? "\"Node invalid\"" : "\"Node deleted\"";
+}
+
+std::string Stage::GuardedRows(Player& player) {
+    std::string rows;
+    for (const char* row : kModelRows)
+        rows += std::string(row) + " " + Guarded(player, Op::read) + " ";
+    return rows;
 }
 
 // Into another stream, or into the case that is open instead.
@@ -311,18 +329,29 @@ std::string Stage::StoreElsewhere() {
     return plant_.Solves() > before ? "solved" : "held";
 }
 
+// A case that is not connected can't tell of its closing; that the host is taken out nobody has to
+// tell.
+bool Stage::IsToldAtOnce() const {
+    if (fate_ != Fate::closed) return false;
+    const bool closing =
+        scene_.event == Event::closed || scene_.event == Event::closed_and_reopened;
+    return Online() || !closing;
+}
+
 // How often a subscription to the end has been called.
 int Stage::EndsTold(bool used) const {
     if (fate_ == Fate::live) return 0;
-    if (scene_.kind == Kind::top_subscriber) return Online() ? 1 : 0;
-    return used || (fate_ == Fate::closed && Online()) ? 1 : 0;
+    if (scene_.kind == Kind::top_subscriber) return IsToldAtOnce() ? 1 : 0;
+    return used || IsToldAtOnce() ? 1 : 0;
 }
 
-// Those of the top are no longer told of changes when another client leaves: it takes the list of
-// all with its combined top, and the callback of the case with its UnsetTopNotify.
+// Those of the top are no longer told of changes when another client takes the callback of the case
+// with its UnsetTopNotify.
 bool Stage::ListensStill() const {
     if (!Online() || fate_ != Fate::live) return false;
-    return scene_.kind != Kind::top_subscriber || !IsClientLeaving(scene_.event);
+    const bool unset =
+        IsClientLeaving(scene_.event) && scene_.event != Event::client_leaves_silently;
+    return scene_.kind != Kind::top_subscriber || !unset;
 }
 
 void Stage::AskSubscriber(Player& player, Op op, bool used) {

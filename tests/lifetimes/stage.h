@@ -40,6 +40,7 @@ class Stage {
         int order;
         std::unique_ptr<Subject> subject;
         bool invalid_said = false;
+        bool invalid_said_by_copy = false;
     };
     struct Before {
         std::string name, key, up, model_rows;
@@ -62,8 +63,10 @@ class Stage {
     bool MayHaveFoundOut(bool used) const;
     std::string Expected(Player& player, Op op);
     const std::string& Truth(Op op);
-    std::string Guarded(Player& player);
+    std::string Guarded(Player& player, Op op);
     std::string StoreElsewhere();
+    std::string GuardedRows(Player& player);
+    bool IsToldAtOnce() const;
     int EndsTold(bool used) const;
     bool ListensStill() const;
     void Check(const Player& player, const char* what, const std::string& expected,

@@ -39,6 +39,11 @@ struct Access {
     double base = 0;
 };
 
+// The rows that the neutral model answers itself.
+inline constexpr const char* kModelRows[] = {"id",           "type",           "browser_name",
+                                             "display_name", "isleaf",         "has_children",
+                                             "container",    "container_type", "parent"};
+
 std::string Text(const FIValue& value);
 std::string Text(bool value);
 // What a store takes: another fraction each time.

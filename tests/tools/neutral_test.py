@@ -324,6 +324,83 @@ class OwnFiles(ProgramTest):
         self.check(result, DONE, "".join(f"{i}\n" for i in range(44)), told + "\n")
         self.check(run("ls", path, "appModel.FlowSheetObjects"), DONE, err="")
 
+    def spinning(self, word, *arguments):
+        """On a stream with a speed of 3000 rpm and a fraction that has no unit."""
+        quantities = {"Turns": "Rotational Frequency", "Spin": "Angular Velocity", "Rate": "Frequency",
+                      "Way": "Velocity", "Share": "Fraction", "Part": "Percentage"}
+        raw = {name: "Plain" if name in ("Share", "Part") else "Speed" for name in quantities}
+        library = LIBRARY.replace("</ClassAttributes>\n</QZ", "".join(
+            f'<Attribute Name="{name}" Type="Real" Multiplicity="1"><QuantityType>{quantity}</QuantityType>'
+            "</Attribute>" for name, quantity in quantities.items()) + "</ClassAttributes>\n</QZ")
+        map_text = MAP.replace("</Class>\n</CCDM", "".join(
+            f'<Attribute Name="{name}"><Translate Type="Map">{raw[name]}</Translate></Attribute>'
+            for name in quantities) + "</Class>\n</CCDM")
+        case = small_case()
+        case["flowsheet"]["objects"] = [
+            stream("Only", 25, Speed=real(3000, "RotationalSpeed", maximum=4000), Plain=real(0.25))]
+        self.case = write_case(self.folder, "spinning.json", case)
+        return self.view(word, *arguments, library=self.file("spin_library.xml", library),
+                         map_file=self.file("spin_map.xml", map_text))
+
+    def read_json(self, code, *arguments):
+        result = self.spinning("get", *arguments, "--json")
+        record = json.loads(self.check(result, code).out)
+        return record["value"], record["uom"], result.err
+
+    # A turn is 2 pi rad; 3000 rpm are 50 a second.
+    def test_speeds_of_rotation_are_converted(self):
+        for name in ("Turns", "Spin", "Rate"):
+            self.assertEqual((3000, "rpm", ""), self.read_json(DONE, f"Plant.{name}"))
+            self.assertEqual((50, "rev/s", ""), self.read_json(DONE, f"Plant.{name}", "--unit", "rev/s"))
+            self.assertEqual((314.159265359, "rad/s", ""),
+                             self.read_json(DONE, f"Plant.{name}", "--unit", "rad/s"))
+        saved = self.folder / "slower.json"
+        self.check(self.spinning("set", "Plant.Turns", "100", "--unit", "rad/s", "--save", saved), DONE, "100\n")
+        raw = "appModel.FlowSheetObjects.Streams.Only.Speed"
+        self.check(run("get", saved, raw), DONE, "954.929658551\n", "")
+
+    def test_a_fraction_without_a_unit_is_converted(self):
+        self.assertEqual((0.25, None, ""), self.read_json(DONE, "Plant.Share"))
+        self.assertEqual((25, "%", ""), self.read_json(DONE, "Plant.Share", "--unit", "%"))
+        self.assertEqual((0.25, "fraction", ""), self.read_json(DONE, "Plant.Share", "--unit", "fraction"))
+        saved = self.folder / "half.json"
+        self.check(self.spinning("set", "Plant.Share", "50", "--unit", "%", "--save", saved), DONE, "50\n")
+        self.check(run("get", saved, "appModel.FlowSheetObjects.Streams.Only.Plain"), DONE, "0.5\n", "")
+
+    # A number of turns is no velocity, and nobody says whether 0.25 is of a hundred.
+    def test_a_unit_that_is_not_known_is_told_as_it_is(self):
+        self.assertEqual((3000, "rpm", ""), self.read_json(DONE, "Plant.Way"))
+        self.assertEqual((3000, "rpm", "Plant.Way: shown in rpm, not in m/s\n"),
+                         self.read_json(FAILED, "Plant.Way", "--unit", "m/s"))
+        self.assertEqual((0.25, None, "Plant.Part: shown without a unit, not in %\n"),
+                         self.read_json(FAILED, "Plant.Part", "--unit", "%"))
+        result = self.spinning("table", "Plant", "Way", "Turns", "--unit", "Way=m/s", "--unit", "Turns=rev/s")
+        self.check(result, FAILED, "Name    Way  Turns\n        rpm  rev/s\nPlant  3000     50\n",
+                   "Way: shown in rpm, not in m/s\n")
+
+    def test_a_store_in_a_unit_that_is_not_known_is_refused(self):
+        self.check(self.spinning("set", "Plant.Way", "10", "--unit", "m/s"), FAILED, "",
+                   "Plant.Way: No conversion from unit m/s to unit rpm of the application\n")
+        self.check(self.spinning("set", "Plant.Part", "10", "--unit", "%"), FAILED, "",
+                   "Plant.Part: No conversion from unit %, the application tells no unit\n")
+        self.check(self.spinning("set", "Plant.Way", "2000"), DONE, "2000\n")
+
+    def test_the_unit_that_is_told_is_that_of_the_attribute(self):
+        limit = ("Plant.Turns", "--attr", "upper_limit")
+        self.assertEqual((4000, "rpm", ""), self.read_json(DONE, *limit))
+        self.assertEqual((4000, "rpm", "Plant.Turns: shown in rpm, not in rev/s\n"),
+                         self.read_json(FAILED, *limit, "--unit", "rev/s"))
+        raw = ("appModel.FlowSheetObjects.Streams.Only.Speed", "--attr", "upper_limit", "--unit", "rev/s", "--json")
+        record = json.loads(self.check(run("get", self.case, *raw), DONE, err="").out)
+        self.assertEqual((66.6666666667, "rev/s"), (record["value"], record["uom"]))
+        self.assertEqual(("Real", None, ""), self.read_json(DONE, "Plant.Turns(type)"))
+        spec = (RAW_GAS + ".Temperature", "--attr", "spec_value", "--unit", "K", "--json")
+        record = json.loads(self.check(run("get", "demo", "--neutral", *spec), DONE, err="").out)
+        self.assertEqual((303.15, "K"), (record["value"], record["uom"]))
+        result = run("set", "demo", "--neutral", RAW_GAS + ".Temperature(spec_value)", "313.15", "--unit", "K", "--json")
+        record = json.loads(self.check(result, DONE).out)
+        self.assertEqual((313.15, "K"), (record["value"], record["uom"]))
+
     def test_options_cross_both_ways(self):
         self.check(self.view("set", "Plant.Speed", "High"), DONE, "High\n",
                    "the case is a recording and can't be computed again\n")

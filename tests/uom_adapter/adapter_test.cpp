@@ -103,6 +103,39 @@ TEST(ShippedUnitFile, names_units_of_both_sides) {
     EXPECT_THAT(units.log.Lines(), testing::IsEmpty());
 }
 
+// 3000 rpm are 50 turns a second; a turn is 2 pi rad.
+TEST(ShippedUnitFile, speeds_of_rotation_take_all_units_of_the_application) {
+    ShippedUnits units;
+    CCDMUnitSource* source = units.library.units.Source();
+    const std::pair<const char*, double> speeds[] = {
+        {"rpm", 3000}, {"rev/s", 50}, {"rad/s", 314.15926535897931}};
+    for (const char* quantity :
+         {"Angular Velocity", "Angular Velocity RPM", "Frequency", "Frequency (Hz)", "Frequency Hz",
+          "Rotational Frequency", "Rotational Frequency (rpm)"}) {
+        const int number = source->QuantityId(quantity);
+        for (const auto& [from, value] : speeds) {
+            EXPECT_EQ(units.ToCcdm(from, quantity), from) << quantity;
+            for (const auto& [to, expected] : speeds) {
+                EXPECT_NEAR(source->Convert(value, source->UnitId(from, number),
+                                            source->UnitId(to, number)),
+                            expected, 1e-9)
+                    << quantity << ": " << from << " to " << to;
+            }
+        }
+    }
+}
+
+TEST(ShippedUnitFile, number_without_a_unit_is_a_fraction_where_it_can_be_nothing_else) {
+    ShippedUnits units;
+    for (const char* quantity : {"Fraction", "Dimensionless", "Concentrn(Mol/Mol)"}) {
+        EXPECT_EQ(units.ToCcdm("", quantity), "fraction") << quantity;
+        EXPECT_EQ(units.ToApp("fraction", quantity), "fraction") << "never no name: " << quantity;
+    }
+    for (const char* quantity : {"Percentage", "Concentrn (Mol %)", "Temperature"}) {
+        EXPECT_FALSE(units.library.units.HasTranslation("", FIValue(quantity))) << quantity;
+    }
+}
+
 TEST(UnitAdapter, is_not_attached_by_its_path) {
     const TemporaryFolder folder;
     const LogLines log(folder);

@@ -89,7 +89,8 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
         return ExitCode::kUnreadable;
     }
     if (session.HasOldResults()) {
-        out.Note(file + ": results that are older than a change are saved as stale");
+        out.Note(OneLineMessage(file) +
+                 ": results that are older than a change are saved as stale");
     }
     return ExitCode::kOk;
 }

@@ -41,6 +41,11 @@ std::string WithoutEntities(const std::string& shown) {
     return name;
 }
 
+// Whether an attribute is a quantity: a value or a limit.
+bool IsInUnit(const std::string& attribute) {
+    return attribute == "value" || attribute == "spec_value" || attribute.ends_with("_limit");
+}
+
 bool HasChild(FIIteratorBase& parent, const std::string& name) {
     return CopyOf(parent)->SeekChild(name.c_str());
 }
@@ -110,11 +115,31 @@ std::string ParseError(const std::string& expression) {
     return parses ? "" : error.ToText();
 }
 
-std::string SetUnit(FIIteratorBase& node, const std::string& unit) {
+std::string SetUnit(FIIteratorBase& node, const std::string& attribute, const std::string& unit) {
     if (unit.empty()) return "";
+    const char* name = attribute == "spec_value" ? "spec_uom" : "uom";
     FIValue refused;
-    node.SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
+    node.SetAttribute(FIValue(name), FIValue(unit.c_str()), 0, refused);
     return OneLine(refused);
+}
+
+// The neutral view tells limits as the application has them, whatever unit its values are shown in:
+// it takes the empty unit for that, which other nodes refuse.
+std::string UnitOf(FIIteratorBase& node, const std::string& attribute) {
+    if (attribute == "value") return AttributeOf(node, "uom").ToText();
+    if (attribute == "spec_value") return AttributeOf(node, "spec_uom").ToText();
+    if (!IsInUnit(attribute)) return "";
+    const NodeRef plain = CopyOf(node);
+    FIValue refused;
+    plain->SetAttribute(FIValue("uom"), FIValue(""), 0, refused);
+    return AttributeOf(*plain, "uom").ToText();
+}
+
+std::string OtherUnit(const std::string& attribute, const FIValue& value, const std::string& unit,
+                      const std::string& wanted) {
+    if (wanted.empty() || unit == wanted || !IsInUnit(attribute) || !value.IsNumber()) return "";
+    return "shown " + (unit.empty() ? "without a unit" : "in " + OneLine(unit)) + ", not in " +
+           OneLine(wanted);
 }
 
 bool IsVariable(FIIteratorBase& node) {

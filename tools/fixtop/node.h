@@ -39,9 +39,15 @@ bool IsStale(FIIteratorBase& node);
 // What is wrong with a path expression; empty when it parses.
 std::string ParseError(const std::string& expression);
 
-// Shows the node in this unit, or as it is when that is empty. Answers the module's message when
-// it can't, else an empty text.
-std::string SetUnit(FIIteratorBase& node, const std::string& unit);
+// Has an attribute of the node shown in this unit, or as it is when that is empty. Answers the
+// module's message when it can't, else an empty text.
+std::string SetUnit(FIIteratorBase& node, const std::string& attribute, const std::string& unit);
+// The unit in which an attribute is told; empty when it has none.
+std::string UnitOf(FIIteratorBase& node, const std::string& attribute);
+// What is to be said when a number that was wanted in a unit is told in another, `unit`; empty when
+// it is not, and when nothing was wanted.
+std::string OtherUnit(const std::string& attribute, const FIValue& value, const std::string& unit,
+                      const std::string& wanted);
 
 // The node shows a value of its own: it is no list and no object.
 bool IsVariable(FIIteratorBase& node);

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "case_session.h"
+#include "line_text.h"
 #include "output.h"
 #include "terminal.h"
 
@@ -116,7 +117,7 @@ void TellWhyIncomplete(CaseSession& session, Output& out) {
 
 ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) {
     if (!terminal::IsInterrupted()) return SaveTo(session, file, out);
-    if (!file.empty()) out.Note(file + ": not saved");
+    if (!file.empty()) out.Note(OneLineMessage(file) + ": not saved");
     return ExitCode::kFailed;
 }
 

@@ -83,9 +83,10 @@ std::string Store(const Located& place, const std::string& value, const std::str
     } else {
         stored.SetText(value);
     }
-    std::string refused = SetUnit(node, unit);
+    const std::string attribute = is_value ? "value" : place.attribute;
+    std::string refused = SetUnit(node, attribute, unit);
     if (!refused.empty()) return refused;
-    if (!is_value) return Put(node, place.attribute, stored);
+    if (!is_value) return Put(node, attribute, stored);
     const Element element(node);
     refused = Put(node, "value", stored);
     const bool is_number = stored.IsNumber() || stored.IsNull();

@@ -139,7 +139,7 @@ void WriteCsv(const Table& table, Output& out) {
     }
     for (const TextColumn& column : columns) {
         if (HasStale(column)) {
-            out.Note(column.heading + ": values are older than a change of the case");
+            out.Note(OneLine(column.heading) + ": values are older than a change of the case");
         }
     }
 }

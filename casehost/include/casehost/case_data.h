@@ -98,11 +98,11 @@ struct ObjectData {
     std::vector<VariableData> variables;
     std::vector<PortData> ports;  // unit operations only
     ObjectStatus status = ObjectStatus::ok;
-    std::string status_text;  // what a file says about a status other than ok
+    std::string status_text;                       // what a file says about a status other than ok
+    std::shared_ptr<FlowsheetData> sub_flowsheet;  // template operations only
     // The calculated values are older than a change of the case. A case that can be computed shows
     // them missing until it is solved.
     bool stale = false;
-    std::shared_ptr<FlowsheetData> sub_flowsheet;  // template operations only
 };
 
 struct FlowsheetData {

@@ -23,6 +23,8 @@ const std::vector<Quantity>& Quantities();
 // Null for an unknown name or type.
 const Quantity* FindQuantity(std::string_view name);
 const Quantity* FindQuantity(host::VarType type);
+// The first that has a unit of this name, which is the one that the name alone stands for.
+const Quantity* FindQuantityOfUnit(std::string_view unit);
 // Null when the quantity has no such unit.
 const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name);
 

@@ -102,7 +102,8 @@ class RTIVariable : public Viewable {
     // In internal units; the empty real when it has none. The host may refuse a store silently.
     virtual double GetValue() = 0;
     virtual void SetValue(double value) = 0;
-    // Name of a unit of its quantity; empty when it has none.
+    // Name of a unit of its quantity, by which GetVarTypeFromUnitString finds the quantity; empty
+    // when it has none, or none that no other quantity is found by.
     virtual Text UnitText() = 0;
 
  protected:

@@ -254,8 +254,125 @@ TEST_F(Model, nothing_to_convert_stays) {
     EXPECT_EQ("REAL 25", Read(*it, "value"));
     feed.children[0]->Set("value", "warm").Set("uom", "degC");
     EXPECT_EQ("warm", Read(*it, "value"));
+    EXPECT_EQ("C", Read(*it, "uom"));
     feed.children[0]->Set("value", FIValue());
     EXPECT_EQ("(NULL)", Read(*it, "value"));
+}
+
+TEST_F(Model, unit_that_nobody_knows_is_told_by_the_applications_name) {
+    ScriptNode& pressure = *feed.children[1];
+    pressure.Set("uom", "furlong").Set("spec_uom", "degC");
+    const auto it = At("Flowsheet.Stream.Pressure");
+    EXPECT_EQ("furlong", Read(*it, "uom"));
+    EXPECT_EQ("degC", Read(*it, "spec_uom")) << "known, but not of a pressure";
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "bar"));
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "bar", true));
+    EXPECT_EQ("REAL 100", Read(*it, "value"));
+    EXPECT_EQ("furlong", Read(*it, "uom"));
+    EXPECT_EQ("REAL 50", Read(*it, "spec_value"));
+    EXPECT_EQ("degC", Read(*it, "spec_uom"));
+    pressure.Set("uom", FIValue());
+    EXPECT_EQ("REAL 100", Read(*it, "value"));
+    EXPECT_EQ("(NULL)", Read(*it, "uom"));
+}
+
+TEST_F(Model, nothing_is_stored_in_a_unit_that_nobody_knows) {
+    ScriptNode& pressure = *feed.children[1];
+    pressure.Set("uom", "furlong").Set("spec_uom", FIValue());
+    const auto it = At("Flowsheet.Stream.Pressure");
+    const FIValue two = FIValue::OfReal(2);
+    EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(90))) << "as the application has it";
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "bar"));
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "bar", true));
+    constexpr char kRefused[] = "No conversion from unit bar to unit furlong of the application";
+    EXPECT_EQ(kRefused, Set(*it, "value", two));
+    EXPECT_EQ(kRefused, Set(*it, "value", Text("2")));
+    EXPECT_EQ("No conversion from unit bar, the application tells no unit",
+              Set(*it, "spec_value", two));
+    FIValue out;
+    it->SetValue(two, 0, out);
+    EXPECT_EQ(kRefused, out.ToText());
+    it->SetSpecValue(two, 0, out);
+    EXPECT_EQ("No conversion from unit bar, the application tells no unit", out.ToText());
+    EXPECT_EQ("REAL 90", Raw(pressure));
+    EXPECT_EQ("REAL 50", Raw(pressure, "spec_value"));
+    EXPECT_EQ("(NULL)", Set(*it, "value", FIValue())) << "nothing is in no unit";
+    EXPECT_EQ("(NULL)", DisplayIn(*it, ""));
+    EXPECT_EQ("(NULL)", Set(*it, "value", two)) << "taken back";
+    EXPECT_EQ("REAL 2", Raw(pressure));
+}
+
+TEST_F(Model, display_unit_of_another_quantity_is_none) {
+    const auto it = At("Flowsheet.Stream.Temperature");
+    const auto other = OpenModelOnTop(Files());
+    CCDMUnitSource* source = other->Library().units.Source();
+    const FIValue bar = FIValue::OfInt(source->UnitId("bar", source->QuantityId("Pressure")));
+    const FIValue kelvin = FIValue::OfInt(source->UnitId("K", source->QuantityId("Temperature")));
+    EXPECT_EQ("Unable to find unit", Set(*it, "uom", bar));
+    EXPECT_EQ("(NULL)", Set(*it, "uom", kelvin));
+    EXPECT_NEAR(298.15, Number(*it), 1e-9);
+    FIValue old;
+    it->GetVarSet()->SetUnit(FIValue::OfInt(source->QuantityId("Temperature")), bar, old);
+    EXPECT_EQ("REAL 25", Read(*it, "value"));
+    EXPECT_EQ("C", Read(*it, "uom"));
+    EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(30)));
+    EXPECT_EQ("REAL 30", Raw(*feed.children[0]));
+}
+
+TEST_F(Model, number_without_a_unit_is_what_the_unit_file_says) {
+    std::string units = kTestUnits;
+    units.insert(units.find("</CCDMUnitFile>"),
+                 R"(<Translate App="" Ccdm="bar" Quantity="Pressure"/>)");
+    folder.Write("units.xml", units);
+    ScriptNode& pressure = *feed.children[1];
+    pressure.Set("uom", FIValue());
+    const auto it = At("Flowsheet.Stream.Pressure");
+    EXPECT_EQ("REAL 100", Read(*it, "value"));
+    EXPECT_EQ("(NULL)", Read(*it, "uom")) << "none is asked for";
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "kPa"));
+    EXPECT_NEAR(10000, Number(*it), 1e-9);
+    EXPECT_EQ("kPa", Read(*it, "uom"));
+    EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(200)));
+    EXPECT_EQ("REAL 2", Raw(pressure));
+    FIValue out;
+    it->SetUnit(Text("bar"), out);
+    EXPECT_EQ("bar", Raw(pressure, "uom")) << "a unit has its name";
+}
+
+// The map gives values and their units of its own: what the unit says holds for the value.
+TEST_F(Model, overridden_units_are_those_of_the_value) {
+    std::string map = kTestMap;
+    const std::string from = R"(<Translate Type="Map">Pressure</Translate></Attribute>)";
+    map.replace(map.find(from), from.size(),
+                R"(<Translate Type="Map">Pressure<NodeAttributes>
+        <Attribute Name="value">'"3"</Attribute><Attribute Name="uom">'bar</Attribute>
+        </NodeAttributes></Translate></Attribute>)");
+    folder.Write("map.xml", map);
+    const auto it = At("Flowsheet.Stream.Pressure");
+    EXPECT_EQ("bar", Read(*it, "uom"));
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "kPa"));
+    EXPECT_NEAR(300, Number(*it), 1e-9) << "and not from the psia of the node";
+    EXPECT_EQ("kPa", Read(*it, "uom"));
+    EXPECT_EQ("(NULL)", Set(*it, "value", FIValue::OfReal(500)));
+    EXPECT_EQ("REAL 5", Raw(*feed.children[1]));
+}
+
+TEST_F(Model, value_of_the_second_face_is_shown_in_that_faces_unit) {
+    std::string map = kTestMap;
+    const std::string from =
+        R"(<Translate Type="Map" Branch="Spec">Specified</Translate></Attribute>
+    <Attribute Name="Turned">)";
+    map.replace(map.find(from), from.size(),
+                R"(<Translate Type="Map" Branch="Spec">Specified<NodeAttributes>
+        <Attribute Name="value">(value)</Attribute><Attribute Name="uom">(uom)</Attribute>
+        </NodeAttributes></Translate></Attribute><Attribute Name="Turned">)");
+    folder.Write("map.xml", map);
+    const auto it = At("Flowsheet.Faces.Split");
+    EXPECT_EQ("REAL 400", Read(*it, "value"));
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "psi"));
+    EXPECT_EQ("(NULL)", DisplayIn(*it, "bar", true));
+    EXPECT_NEAR(4, Number(*it), 1e-9);
+    EXPECT_EQ("bar", Read(*it, "uom"));
 }
 
 TEST_F(Model, values_are_written_from_the_display_unit) {

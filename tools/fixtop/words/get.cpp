@@ -27,7 +27,6 @@ class Get final : public Word {
                 continue;
             }
             for (std::string line; NextLine(line);) {
-                if (!line.empty() && line.back() == '\r') line.pop_back();
                 read(FromOneLine(line));
             }
             if (std::cin.bad() && !std::ferror(stdin)) throw std::bad_alloc();
@@ -50,17 +49,22 @@ class Get final : public Word {
     bool Read(const std::string& path, Surroundings& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
-        if (found) problem = SetUnit(*found->node, unit_);
-        if (!problem.empty()) return Refuse(path, problem, !found, around.out);
+        if (!found) return Refuse(path, problem, true, around.out);
+        FIIteratorBase& node = *found->node;
         const std::string attribute = !attribute_.empty()        ? attribute_
                                       : found->attribute.empty() ? "value"
                                                                  : found->attribute;
-        const FIValue value = AttributeOf(*found->node, attribute.c_str());
-        if (attribute == "value" && IsStale(*found->node)) {
-            around.out.Note(path + ": older than a change of the case");
+        problem = SetUnit(node, attribute, unit_);
+        if (!problem.empty()) return Refuse(path, problem, false, around.out);
+        const FIValue value = AttributeOf(node, attribute.c_str());
+        const std::string unit = UnitOf(node, attribute);
+        if (attribute == "value" && IsStale(node)) {
+            around.out.Note(OneLine(path) + ": older than a change of the case");
         }
-        around.out.Line(json_ ? Record(path, *found->node, attribute, value) : OneLine(value));
-        return true;
+        around.out.Line(json_ ? Record(path, node, attribute, value, unit) : OneLine(value));
+        problem = OtherUnit(attribute, value, unit, unit_);
+        if (!problem.empty()) around.out.Note(OneLine(path) + ": " + problem);
+        return problem.empty();
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
@@ -74,12 +78,13 @@ class Get final : public Word {
         return false;
     }
     static std::string Record(const std::string& path, FIIteratorBase& node,
-                              const std::string& attribute, const FIValue& value) {
+                              const std::string& attribute, const FIValue& value,
+                              const std::string& unit) {
         Json record;
         record["path"] = OneLine(path);
         if (attribute != "value") record["attr"] = attribute;
         record["value"] = ToJson(value);
-        record["uom"] = ToJson(AttributeOf(node, "uom"));
+        record["uom"] = unit.empty() ? Json() : Json(unit);
         record["status"] = ToJson(AttributeOf(node, "status"));
         MarkStale(node, record);
         return ToLine(record);

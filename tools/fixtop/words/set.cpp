@@ -37,13 +37,14 @@ class Set final : public Word {
 
  private:
     void Report(const Located& place, Output& out) const {
-        const char* name = place.attribute.empty() ? "value" : place.attribute.c_str();
-        const FIValue value = AttributeOf(*place.node, name);
+        const std::string name = place.attribute.empty() ? "value" : place.attribute;
+        const FIValue value = AttributeOf(*place.node, name.c_str());
+        const std::string unit = UnitOf(*place.node, name);
         if (!json_) return out.Line(OneLine(value));
         Json record;
         record["path"] = OneLine(path_);
         record["value"] = ToJson(value);
-        record["uom"] = ToJson(AttributeOf(*place.node, "uom"));
+        record["uom"] = unit.empty() ? Json() : Json(unit);
         record["status"] = ToJson(AttributeOf(*place.node, "status"));
         MarkStale(*place.node, record);
         out.Line(ToLine(record));

@@ -62,15 +62,16 @@ class ColumnGroup {
         cells.emplace(heading, CellOf(node));
     }
     TableCell CellOf(FIIteratorBase& node) {
-        const std::string refused = SetUnit(node, unit_);
+        std::string refused = SetUnit(node, attribute_, unit_);
         if (!refused.empty()) {
             refusals_.insert(refused);
             return {};
         }
-        const bool in_unit = attribute_ == "value" || attribute_.ends_with("_limit");
-        return {AttributeOf(node, attribute_.c_str()),
-                in_unit ? AttributeOf(node, "uom").ToText() : "",
-                attribute_ == "value" && IsStale(node)};
+        TableCell cell{AttributeOf(node, attribute_.c_str()), UnitOf(node, attribute_),
+                       attribute_ == "value" && IsStale(node)};
+        refused = OtherUnit(attribute_, cell.value, cell.unit, unit_);
+        if (!refused.empty()) refusals_.insert(refused);
+        return cell;
     }
 
     std::string path_;

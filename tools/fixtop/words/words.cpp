@@ -15,9 +15,9 @@ constexpr WordRow kWords[] = {
     {"get", "Read values, one a line",
      "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
-     "and exit status 1; the others are still read. With --json an object a line: path, value,\n"
-     "uom, status; or path and error. A result of a recorded case that is older than a change has\n"
-     "a message, in JSON \"stale\": true.",
+     "and exit status 1; the others are still read, and so for a number that can't be had in\n"
+     "--unit. With --json an object a line: path, value, uom, status; or path and error. A result\n"
+     "of a recorded case that is older than a change has a message, in JSON \"stale\": true.",
      View::kEither, Place::kBoth, MakeGet},
     {"find", "List the paths of all nodes that match a pattern",
      "A pattern is a path with wildcards and filters, of which every match is followed:\n"
