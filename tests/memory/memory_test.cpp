@@ -1,0 +1,99 @@
+// memory_test <scenario> [step]: plays a scenario and lets memory run out in it, at each place that
+// takes some, or with a step at each step-th allocation; once so that one allocation fails, once so
+// that all do from there on.
+//
+// Nothing may be thrown out of the module. What it answers differs from the undisturbed answers
+// only when it counted a failure. And what is done afterwards, with memory, goes as ever.
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+
+#include "memory/client.h"
+
+using namespace memory_test;
+
+namespace {
+
+constexpr int kFailuresTold = 20;
+
+class Runner {
+ public:
+    explicit Runner(const Scenario& scenario) : scenario_(scenario) {}
+
+    // Whether all went well.
+    bool Run(long step) {
+        folder_.emplace();
+        lifetimes::WriteSceneFiles(*folder_);
+        world_.emplace();
+        // What is made once and kept is made now.
+        undisturbed_ = Play().Told();
+        for (long number : Numbers(step)) {
+            for (bool onwards : {false, true}) RunOut(number, onwards);
+        }
+        std::printf("%s: %ld runs, %ld failed\n", scenario_.name, runs_, failures_);
+        world_.reset();
+        return failures_ == 0 && runs_ > 0;
+    }
+
+ private:
+    // The allocations that are to fail.
+    std::vector<long> Numbers(long step) {
+        failing_memory::RememberPlaces(step == 0);
+        failing_memory::Order(failing_memory::kNone, false);
+        Play();
+        failing_memory::RememberPlaces(false);
+        if (step == 0) return failing_memory::Places();
+        std::vector<long> numbers;
+        for (long number = 1; number <= failing_memory::Counted(); number += step) {
+            numbers.push_back(number);
+        }
+        return numbers;
+    }
+    Client Play() {
+        Client client;
+        scenario_.play(*world_, client);
+        return client;
+    }
+    void RunOut(long number, bool onwards) {
+        ++runs_;
+        const int before = FixtopMemoryFailures();
+        failing_memory::Order(number, onwards);
+        const Client client = Play();
+        failing_memory::Order(failing_memory::kNone, false);
+        const bool told = FixtopMemoryFailures() != before;
+        const bool is_same = client.Told() == undisturbed_;
+        if (!client.Escaped().empty()) return Fail(number, onwards, client.Escaped());
+        if (!told && !is_same) return Fail(number, onwards, "it answered otherwise without a word");
+        if (Play().Told() != undisturbed_) Fail(number, onwards, "afterwards it answers otherwise");
+    }
+    // Those that follow have a world of their own.
+    void Fail(long number, bool onwards, const std::string& what) {
+        if (++failures_ <= kFailuresTold) {
+            std::printf("%s, allocation %ld%s: %s\n", scenario_.name, number,
+                        onwards ? " and all that follow" : "", what.c_str());
+        }
+        world_.reset();
+        world_.emplace();
+    }
+
+    const Scenario& scenario_;
+    std::optional<TemporaryFolder> folder_;
+    std::optional<World> world_;
+    std::string undisturbed_;
+    long runs_ = 0;
+    long failures_ = 0;
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const char* const name = count > 1 ? arguments[1] : "";
+    const long step = count > 2 ? std::atol(arguments[2]) : 0;
+    for (const Scenario& scenario : Scenarios()) {
+        if (std::strcmp(scenario.name, name) == 0) return Runner(scenario).Run(step) ? 0 : 1;
+    }
+    std::fprintf(stderr, "usage: memory_test <scenario> [step]\n");
+    return 2;
+}
