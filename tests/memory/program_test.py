@@ -1,0 +1,102 @@
+"""Runs the program and lets memory run out in it: at each place that takes some, or with
+MEMORY_STEP at each step-th allocation; once so that one allocation fails, once so that all do from
+there on. The program then ends with 3 and says why, or has done what it does with memory."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tools"))
+
+from small_case import STREAMS, write_small_case  # noqa: E402
+from support import DONE, PROGRAM, UNREADABLE, ProgramTest  # noqa: E402
+
+PRELOAD = os.environ["MEMORY_PRELOAD"]
+STEP = int(os.environ.get("MEMORY_STEP", "0"))
+MESSAGE = "fixtop: out of memory\n"
+WITHIN = f"{STREAMS}.\"Feed 1\".Temperature"
+
+
+def run(arguments, folder, **environment):
+    environment = {f"FAILING_MEMORY_{name.upper()}": value for name, value in environment.items()}
+    done = subprocess.run(PROGRAM + arguments, cwd=folder, stdin=subprocess.DEVNULL,
+                          capture_output=True, timeout=60, check=False,
+                          env={**os.environ, "LD_PRELOAD": PRELOAD, **environment})
+    return done.returncode, done.stdout, done.stderr.decode()
+
+
+class ProgramWithoutMemory(ProgramTest):
+    def numbers(self, arguments):
+        file = self.folder / "places"
+        run(arguments, self.folder, places=str(file))
+        count, *places = map(int, file.read_text(encoding="utf-8").split())
+        self.assertTrue(places)
+        return range(1, count + 1, STEP) if STEP else places
+
+    def disturb(self, arguments, check):
+        """Gives each order, and what the program then did to a check."""
+        for number in self.numbers(arguments):
+            for order in ({}, {"onwards": "1"}):
+                with self.subTest(allocation=number, **order):
+                    check(run(arguments, self.folder, at=str(number), **order))
+
+    def is_told(self, done, expected):
+        """Whether it told that it has no memory; else it did as it does with memory."""
+        code, out, err = done
+        if code == UNREADABLE:
+            self.assertIn(MESSAGE, err)
+            return True
+        self.assertEqual((expected[0], expected[1]), (code, out), err)
+        return False
+
+    def read_all(self, *arguments):
+        write_small_case(self.folder)
+        expected = run(list(arguments), self.folder)
+        self.assertEqual(DONE, expected[0], expected)
+        told = []
+        self.disturb(list(arguments), lambda done: told.append(self.is_told(done, expected)))
+        self.assertTrue(any(told))
+
+    def test_a_tree_is_whole_or_memory_ran_out(self):
+        self.read_all("tree", "small.json")
+
+    def test_a_neutral_tree_is_whole_or_memory_ran_out(self):
+        self.read_all("tree", "small.json", "--neutral", "Flowsheet.Stream(Feed 1)")
+
+    def test_a_value_is_right_or_memory_ran_out(self):
+        self.read_all("get", "small.json", WITHIN, "--unit", "K")
+
+    def test_json_is_whole_or_memory_ran_out(self):
+        self.read_all("get", "small.json", WITHIN, "--json")
+
+    def test_a_table_is_whole_or_memory_ran_out(self):
+        self.read_all("table", "small.json", f"{STREAMS}.*", "Temperature", "Pressure")
+
+    def test_classes_are_all_listed_or_memory_ran_out(self):
+        self.read_all("classes")
+
+    def test_a_save_is_done_whole_or_not_at_all(self):
+        case = write_small_case(self.folder)
+        saved = self.folder / "saved.json"
+        arguments = ["set", "small.json", WITHIN, "30", "--save", "saved.json"]
+        expected = run(arguments, self.folder)
+        self.assertEqual(DONE, expected[0], expected)
+        new, old = saved.read_bytes(), case.read_bytes()
+        names = sorted({*os.listdir(self.folder), "places"})
+        self.assertNotEqual(old, new)
+        saved.write_bytes(old)
+
+        def check(done):
+            found = saved.read_bytes()
+            saved.write_bytes(old)
+            told = self.is_told(done, expected)
+            self.assertIn(found, [old, new] if told else [new])
+            self.assertEqual(names, sorted(os.listdir(self.folder)))
+
+        self.disturb(arguments, check)
+
+
+if __name__ == "__main__":
+    unittest.main()
