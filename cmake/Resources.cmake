@@ -39,7 +39,8 @@ namespace {
 [[maybe_unused]] const bool g_registered = [] {
     static const CompiledResource rows[] = {
 ${rows}    };
-    RegisterResources(rows);
+    static constinit CompiledResources table(rows);
+    RegisterResources(table);
     return true;
 }();
 }  // namespace

@@ -45,7 +45,8 @@ inline std::unique_ptr<XmlReader> MakeFuzzedReader() {
 
 inline void SetUpFuzzedReader() {
     static constexpr CompiledResource kRows[] = {{kFuzzedName, "<a/>"}};
-    RegisterResources(kRows);
+    static CompiledResources table(kRows);
+    RegisterResources(table);
     SetXmlReaderFactory(MakeFuzzedReader);
 }
 

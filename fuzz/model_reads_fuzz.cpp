@@ -132,7 +132,8 @@ void Walk(FIIteratorBase& it, int depth, int& nodes) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     OfferOwnAdapter();
-    RegisterResources(kSmallFiles);
+    static CompiledResources table(kSmallFiles);
+    RegisterResources(table);
     CaseTop();
     return 0;
 }

@@ -83,15 +83,27 @@ void* HSSSolver::CheckSolve(FIErrorList& errors) {
     return nullptr;
 }
 
-void HSSSolver::SolveOnceNow(FIErrorList& errors) {
+// Lets the host's solver go; one that could not do its work for lack of memory is held again.
+template <class Work>
+void HSSSolver::LetGo(Work work) {
     host::FlowSheetSolver* solver = MainSolver();
-    if (!solver) return;
-    memory::Outside([&] {
-        solver->Holding(false);
-        solver->SolveOnce();
-    });
+    try {
+        memory::Outside([&] {
+            solver->Holding(false);
+            work(*solver);
+        });
+    } catch (...) {
+        solver = MainSolver();
+        if (solver) solver->Holding(true);
+        throw;
+    }
+}
+
+void HSSSolver::SolveOnceNow(FIErrorList& errors) {
+    if (!MainSolver()) return;
+    LetGo([](host::FlowSheetSolver& solver) { solver.SolveOnce(); });
     // The pass lets the host's loop run, in which the case may go.
-    solver = MainSolver();
+    host::FlowSheetSolver* solver = MainSolver();
     if (!solver) return;
     solver->Holding(true);
     errors.push_back(EndRecord(solver->NeedsToRun()));
@@ -102,13 +114,15 @@ bool HSSSolver::Run() {
     if (!solver || IsInDynamics(*Case()) || !solver->IsHolding() || !solver->NeedsToRun()) {
         return false;
     }
+    const HSolverNotify::RunState former = notify_->State();
     notify_->ChangeState(HSolverNotify::kRunning);
-    solver = MainSolver();
-    if (!solver) return false;
-    memory::Outside([&] {
-        solver->Holding(false);
-        solver->SolveTask();
-    });
+    if (!MainSolver()) return false;
+    try {
+        LetGo([](host::FlowSheetSolver& each) { each.SolveTask(); });
+    } catch (...) {
+        memory::Contain([&] { notify_->ChangeState(former); });
+        throw;
+    }
     return true;
 }
 

@@ -62,6 +62,8 @@ class HSSSolver : public HSolverBase, public AttrMapBase<HSSSolver> {
     int Release() override { return 1; }
 
  private:
+    template <class Work>
+    void LetGo(Work work);
     void SetAutosolve(const FIValue& value, FIValue& out);
     void SetWaitForSolve(const FIValue& value, FIValue& out);
 

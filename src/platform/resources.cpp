@@ -1,27 +1,26 @@
 #include "platform/resources.h"
 
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "platform/names.h"
 #include "platform/system_resources.h"
 
 namespace {
 
-std::vector<CompiledResource>& Rows() {
-    static std::vector<CompiledResource> rows;
-    return rows;
-}
+constinit const CompiledResources* g_last = nullptr;
 
 }  // namespace
 
-void RegisterResources(std::span<const CompiledResource> rows) {
-    Rows().insert(Rows().begin(), rows.begin(), rows.end());
+void RegisterResources(CompiledResources& table) noexcept {
+    table.next = std::exchange(g_last, &table);
 }
 
 std::string_view FindCompiledResource(std::string_view name) {
-    for (const CompiledResource& row : Rows()) {
-        if (SameName(row.name, name)) return row.bytes;
+    for (const CompiledResources* table = g_last; table != nullptr; table = table->next) {
+        for (const CompiledResource& row : table->rows) {
+            if (SameName(row.name, name)) return row.bytes;
+        }
     }
     return FindSystemResource(std::string(name));
 }

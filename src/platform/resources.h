@@ -10,9 +10,19 @@ struct CompiledResource {
     std::string_view bytes;
 };
 
-// Adds rows, which stay where they are for the life of the process; generated tables are registered
-// so. The row registered last wins among equal names, and any row over the system's own resources.
-void RegisterResources(std::span<const CompiledResource> rows);
+// A table of them.
+struct CompiledResources {
+    constexpr explicit CompiledResources(std::span<const CompiledResource> its_rows) noexcept
+        : rows(its_rows) {}
+
+    const std::span<const CompiledResource> rows;
+    const CompiledResources* next = nullptr;  // the one that was registered before
+};
+
+// Adds a table, which stays where it is for the life of the process, as its rows do; once. The row
+// registered last wins among equal names, and any row over the system's own resources. Takes no
+// memory, since generated tables are registered before anybody could be told that there is none.
+void RegisterResources(CompiledResources& table) noexcept;
 
 // The bytes of a resource, for the life of the module; without one a view of a null pointer.
 std::string_view FindCompiledResource(std::string_view name);

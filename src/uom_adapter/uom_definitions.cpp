@@ -8,6 +8,13 @@ std::string UomDefinitions::Read(const std::string& name) {
     return problem;
 }
 
+void UomDefinitions::Clear() noexcept {
+    first_units_.clear();
+    quantity_numbers_.clear();
+    units_.clear();
+    quantities_.clear();
+}
+
 int UomDefinitions::FindQuantity(std::string_view name) const {
     const auto found = quantity_numbers_.find(name);
     return found == quantity_numbers_.end() ? 0 : found->second;

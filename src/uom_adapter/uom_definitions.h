@@ -44,6 +44,9 @@ class UomDefinitions {
     // it defines no unit; empty when there are some.
     std::string Read(const std::string& name);
 
+    // Takes no memory.
+    void Clear() noexcept;
+
     // 0 when there is none.
     int FindQuantity(std::string_view name) const;
     // In quantity 0: the first unit of the name in the order of the file. 0 when there is none.

@@ -21,7 +21,7 @@ class UomUnitSource final : public CCDMUnitSource {
     }
     const char* Problem() const { return problem_.c_str(); }
     void Destroy() override {
-        definitions_ = {};
+        definitions_.Clear();
         problem_.clear();
     }
     int QuantityId(const char* name) override {
@@ -59,9 +59,12 @@ class UomUnitSource final : public CCDMUnitSource {
 }  // namespace
 
 extern "C" CCDMUnitSource* CreateUnitSource() {
-    auto* const source = new (std::nothrow) UomUnitSource;
-    if (source == nullptr) errno = ENOMEM;
-    return source;
+    try {
+        return new UomUnitSource;
+    } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
+        return nullptr;
+    }
 }
 
 extern "C" void DeleteUnitSource(CCDMUnitSource* source) {

@@ -706,7 +706,8 @@ TEST(MapFile, resource_stands_in_for_a_file) {
     static constexpr CompiledResource kRows[] = {
         {"map_in_resources.xml", "<CCDMMapFile><TranslateName>R</TranslateName></CCDMMapFile>"},
         {"map_broken.xml", "<CCDMMapFile>"}};
-    RegisterResources(kRows);
+    static CompiledResources table(kRows);
+    RegisterResources(table);
     ReadMap read;
     EXPECT_TRUE(ReadMapFile(read.library, "map_in_resources.xml"));
     EXPECT_EQ(read.library.defaultTranslateName, "R");

@@ -26,8 +26,7 @@ class Runner {
     bool Run(long step) {
         folder_.emplace();
         lifetimes::WriteSceneFiles(*folder_);
-        world_.emplace();
-        // What is made once and kept is made now.
+        MakeWorld();
         undisturbed_ = Play().Told();
         for (long number : Numbers(step)) {
             for (bool onwards : {false, true}) RunOut(number, onwards);
@@ -38,6 +37,12 @@ class Runner {
     }
 
  private:
+    // In which all has been made that is made once and kept.
+    void MakeWorld() {
+        world_.reset();
+        world_.emplace();
+        Play();
+    }
     // The allocations that are to fail.
     std::vector<long> Numbers(long step) {
         failing_memory::RememberPlaces(step == 0);
@@ -68,14 +73,12 @@ class Runner {
         if (!told && !is_same) return Fail(number, onwards, "it answered otherwise without a word");
         if (Play().Told() != undisturbed_) Fail(number, onwards, "afterwards it answers otherwise");
     }
-    // Those that follow have a world of their own.
     void Fail(long number, bool onwards, const std::string& what) {
         if (++failures_ <= kFailuresTold) {
             std::printf("%s, allocation %ld%s: %s\n", scenario_.name, number,
                         onwards ? " and all that follow" : "", what.c_str());
         }
-        world_.reset();
-        world_.emplace();
+        MakeWorld();
     }
 
     const Scenario& scenario_;

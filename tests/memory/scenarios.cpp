@@ -407,6 +407,11 @@ void TellSolver(Client& client, int kind) {
     client.TellAnswer([&] { return solver->Subscribe(&client, 0, NoSolverCallback); });
     client.Tell(client.In([&] { return solver->CheckSolve(errors) != nullptr; }));
     client.In([&] { solver->SolveOnceNow(errors); });
+    client.TellAnswer([&] { return solver->Run(); });
+    TellRow(client, *solver, "state");
+    client.In([&] { solver->Pause(); });
+    client.In([&] { solver->Resume(); });
+    client.In([&] { solver->Stop(); });
     for (const FIErrorRecord& each : errors) client.Tell(each.text);
     TellRow(client, *solver, "name");
     auto source = client.Take([&] { return solver->GetAttributeSource(); });

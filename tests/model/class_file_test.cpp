@@ -364,7 +364,8 @@ TEST(ClassFile, resource_serves_where_there_is_no_file) {
     static const std::string good = Library("<Class Name='FromResource'/>");
     static const CompiledResource rows[] = {{"class_resource.xml", good},
                                             {"class_broken.xml", "<QZClassLibrary>"}};
-    RegisterResources(rows);
+    static CompiledResources table(rows);
+    RegisterResources(table);
     const TemporaryFolder folder;
     const LogLines log(folder, 7);
     CCDMClassLibrary library;

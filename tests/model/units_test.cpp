@@ -374,7 +374,8 @@ TEST(UnitFile, trouble_is_told) {
     const LogLines log(folder);
     static const CompiledResource rows[] = {{"unit_broken.xml", "<CCDMUnitFile>"},
                                             {"unit_good.xml", "<CCDMUnitFile/>"}};
-    RegisterResources(rows);
+    static CompiledResources table(rows);
+    RegisterResources(table);
     folder.Write("bad.xml", "<CCDMUnitFile>");
     int module = 0;
     CCDMClassLibrary bare;

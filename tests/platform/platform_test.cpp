@@ -335,13 +335,14 @@ TEST(FileSearch, prefers_the_folder_of_the_program) {
 TEST(Resources, are_found_by_name_in_registered_tables) {
     static constexpr CompiledResource kFirst[] = {{"Sample.xml", "<a/>"}, {"other.xml", ""}};
     static constexpr CompiledResource kSecond[] = {{"sample.XML", "<b/>"}};
+    static CompiledResources first(kFirst), second(kSecond);
     EXPECT_EQ(FindCompiledResource("Sample.xml").data(), nullptr);
-    RegisterResources(kFirst);
+    RegisterResources(first);
     EXPECT_EQ(FindCompiledResource("Sample.xml"), "<a/>");
     EXPECT_EQ(FindCompiledResource("SAMPLE.xml"), "<a/>");
     EXPECT_NE(FindCompiledResource("other.xml").data(), nullptr);
     EXPECT_EQ(FindCompiledResource("other.xm").data(), nullptr);
-    RegisterResources(kSecond);
+    RegisterResources(second);
     EXPECT_EQ(FindCompiledResource("Sample.xml"), "<b/>") << "the last table wins";
 }
 

@@ -24,7 +24,6 @@ ExitCode Run(int count, char** values, Output& out) {
 }  // namespace
 
 int main(int count, char** values) {
-    WatchMemory();
     try {
         terminal::Prepare();
         FileOutput out(stdout, stderr);

@@ -23,12 +23,17 @@ void NoteFailure() {
     std::_Exit(static_cast<int>(ExitCode::kUnreadable));
 }
 
-}  // namespace
+struct Watch {
+    Watch() {
+        std::set_new_handler(NoteFailure);
+        std::set_terminate(Terminate);
+    }
+};
 
-void WatchMemory() {
-    std::set_new_handler(NoteFailure);
-    std::set_terminate(Terminate);
-}
+// Before the tables of the program and of its libraries, which are filled before it begins.
+[[gnu::init_priority(101)]] const Watch g_watch;
+
+}  // namespace
 
 int MemoryFailures() {
     return g_failures + FixtopMemoryFailures();

@@ -5,10 +5,7 @@
 
 #include <new>
 
-// From here on failed allocations are noted. An allocation still throws when it fails.
-void WatchMemory();
-
-// How often memory ran out so far, in the program or in the module.
+// How often memory ran out since the program was loaded, in itself or in the module.
 int MemoryFailures();
 
 // Says so on standard error, which takes no memory.
