@@ -66,13 +66,10 @@ class Client {
     std::string escaped_;
 };
 
-// The host with its case.
+// The host with its case, which it can solve.
 class World {
  public:
-    World() : host_(false) {
-        FixtopInstallHost(&host_.Services());
-        case_ = host_.Open(lifetimes::PlantData(0, true)).opened;
-    }
+    World();
     ~World() { FixtopInstallHost(nullptr); }
     World(const World&) = delete;
     World& operator=(const World&) = delete;

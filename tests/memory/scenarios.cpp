@@ -476,7 +476,27 @@ void TakeHostOut(World& world, Client& client) {
     FixtopInstallHost(&world.Host().Services());
 }
 
+// Computes nothing, in two steps.
+class IdleEngine final : public casehost::SolveEngine {
+ public:
+    Outcome Prepare(const casehost::CaseData& problem) override {
+        results_ = problem;
+        return {Progress::running, ""};
+    }
+    Outcome Step(int) override { return {Progress::done, ""}; }
+    const casehost::CaseData& Results() const override { return results_; }
+
+ private:
+    casehost::CaseData results_;
+};
+
 }  // namespace
+
+World::World() : host_(false) {
+    FixtopInstallHost(&host_.Services());
+    host_.SetEngineMaker([] { return std::make_unique<IdleEngine>(); });
+    case_ = host_.Open(lifetimes::PlantData(0, true)).opened;
+}
 
 void World::RenameStream(const std::string& name, const std::string& to) {
     host::FlowSheetObjectIterator it = case_->MainFlowSheet()->Objects();
