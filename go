@@ -25,6 +25,7 @@ usage: ./go <command>
   bench           build and run the benchmarks
   fuzz [minutes]  build the fuzz targets and run each for some minutes (default 1)
   soak [steps]    run the random client with sanitizers, so many steps in each view (default 1000000)
+  memory [step]   let each step-th allocation fail, in the module and in the program (default 1: each)
   coverage        run the tests instrumented; report in build/coverage/report/index.html
   --help          this text
 
@@ -212,6 +213,19 @@ cmd_soak() {
     done
 }
 
+cmd_memory() {
+    local step=${1-1}
+    [[ $step =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
+    need build test
+    build release || fail "the build failed"
+    say "memory runs out in the module"
+    build/release/tests/memory/memory_test all "$step" </dev/null || fail "the module failed"
+    say "memory runs out in the program"
+    MEMORY_STEP=$step FIXTOP_PROGRAM=$PWD/build/release/tools/fixtop/fixtop \
+        MEMORY_PRELOAD=$PWD/build/release/tests/memory/libmemory_preload.so \
+        python3 -B tests/memory/program_test.py -v </dev/null || fail "the program failed"
+}
+
 cmd_coverage() {
     need build test coverage
     build coverage || fail "the build failed"
@@ -231,7 +245,7 @@ command=${1-}
 shift
 case $command in
     demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
-    test | fuzz | soak) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;
 esac

@@ -10,6 +10,8 @@
 // reference for the receiver. An entry starts at 0 and is first counted by its caller; Release
 // deletes at 0. Nothing owns upward.
 // Errors: a NULL value for what does not exist, a message text in an out value for what is refused.
+// Nothing throws: an operation without memory is given up, here and in all that clients hold, as
+// FixtopMemoryFailures (front/fixtop.h) tells.
 // Threads: all calls come on the thread that runs the simulation.
 
 #include "framework/small_object.h"

@@ -1,6 +1,7 @@
-"""Runs the program and lets memory run out in it: at each place that takes some, or with
-MEMORY_STEP at each step-th allocation; once so that one allocation fails, once so that all do from
-there on. The program then ends with 3 and says why, or has done what it does with memory."""
+"""Runs the program and lets memory run out in it: at places that take some, spread over all of
+them, or with MEMORY_STEP at each step-th allocation; once so that one allocation fails, once so
+that all do from there on. The program then ends with 3 and says why, or has done what it does with
+memory."""
 
 import os
 import pathlib
@@ -15,6 +16,8 @@ from support import DONE, PROGRAM, UNREADABLE, ProgramTest  # noqa: E402
 
 PRELOAD = os.environ["MEMORY_PRELOAD"]
 STEP = int(os.environ.get("MEMORY_STEP", "0"))
+# That are tried in a run without a step.
+PLACES = 60
 # The second is how the system calls it, of a file that it can't open.
 MESSAGES = ["fixtop: out of memory\n", "can't be read: Cannot allocate memory\n"]
 WITHIN = f"{STREAMS}.\"Feed 1\".Temperature"
@@ -34,7 +37,7 @@ class ProgramWithoutMemory(ProgramTest):
         run(arguments, self.folder, places=str(file))
         count, *places = map(int, file.read_text(encoding="utf-8").split())
         self.assertTrue(places)
-        return range(1, count + 1, STEP) if STEP else places
+        return range(1, count + 1, STEP) if STEP else places[::len(places) // PLACES + 1]
 
     def disturb(self, arguments, check):
         """Gives each order, and what the program then did to a check."""

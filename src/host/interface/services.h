@@ -7,7 +7,8 @@
 // Ownership: pointers that are handed out belong to the host unless a comment says otherwise.
 // Changes: the structure of a case changes in stores, in WaitForTurn and between calls of the
 // module, never inside an operation that only asks.
-// Failure: a null, an empty text or the empty real, never an exception.
+// Failure: a null, an empty text or the empty real, never an exception but std::bad_alloc: with it
+// the operation of the module that asked is given up. Nothing is thrown at the host.
 
 #include <cstddef>
 #include <cstdint>
