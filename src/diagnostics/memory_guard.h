@@ -29,50 +29,25 @@ void NoteFailure() noexcept;
 
 namespace detail {
 
-// The module is at work for somebody.
-inline constinit bool g_inside = false;
-// Something was contained in the middle of that work.
-inline constinit bool g_spoiled = false;
+// The module is not at work, it is, or something was contained in the middle of its work.
+enum class Work : int { kNone, kGoesOn, kSpoiled };
+inline constinit Work g_work = Work::kNone;
 
-class Mark {
- public:
-    explicit Mark(bool inside) noexcept : saved_(std::exchange(g_inside, inside)) {}
-    ~Mark() { g_inside = saved_; }
-    Mark(const Mark&) = delete;
-    Mark& operator=(const Mark&) = delete;
-
- private:
-    const bool saved_;
-};
-
-// What is contained outside says nothing of the work that waits.
-class Kept {
- public:
-    Kept() noexcept : saved_(g_spoiled) {}
-    ~Kept() { g_spoiled = saved_; }
-    Kept(const Kept&) = delete;
-    Kept& operator=(const Kept&) = delete;
-
- private:
-    const bool saved_;
-};
-
-}  // namespace detail
-
-// Runs an operation that can be called from outside. Answers what `failed` answers, which may not
-// throw, when it had to be given up.
-template <class Operation, class Failed>
-inline auto OrElse(Failed failed, Operation operation) -> decltype(operation()) {
-    if (detail::g_inside) return operation();
-    const detail::Mark inside(true);
-    detail::g_spoiled = false;
+// For an operation that was called from outside.
+template <class Failed, class Operation>
+inline auto Begin(Failed failed, Operation operation) -> decltype(operation()) {
+    struct End {
+        ~End() { g_work = Work::kNone; }
+    };
+    g_work = Work::kGoesOn;
+    const End end;
     try {
         if constexpr (std::is_same_v<decltype(operation()), bool>) {
             const bool answer = operation();
-            return detail::g_spoiled ? failed() : answer;
+            return g_work == Work::kSpoiled ? failed() : answer;
         } else if constexpr (std::is_void_v<decltype(operation())>) {
             operation();
-            if (detail::g_spoiled) failed();
+            if (g_work == Work::kSpoiled) failed();
         } else {
             return operation();
         }
@@ -82,27 +57,37 @@ inline auto OrElse(Failed failed, Operation operation) -> decltype(operation()) 
     }
 }
 
+// Answers nothing, or false.
+template <class Answer, class Value>
+Answer Tell(Value& out) {
+    out.SetText(kOutOfMemoryText);
+    return Answer();
+}
+
+}  // namespace detail
+
+// Whether the module is at work for somebody: what is called then may let anything through.
+inline bool IsInside() noexcept {
+    return detail::g_work != detail::Work::kNone;
+}
+
+// Runs an operation that can be called from outside. Answers what `failed` answers, which may not
+// throw, when it had to be given up.
+template <class Operation, class Failed>
+inline auto OrElse(Failed failed, Operation operation) -> decltype(operation()) {
+    return IsInside() ? operation() : detail::Begin(failed, operation);
+}
+
 // The same with a plain value, such as false, for a failure.
 template <class Answer, class Operation>
 inline auto Or(Answer failure, Operation operation) -> decltype(operation()) {
     return OrElse([failure]() -> decltype(operation()) { return failure; }, operation);
 }
 
-// The same for an operation whose failure is told in a value; it answers nothing.
+// The same for an operation whose failure is told in a value; it answers nothing, or false then.
 template <class Value, class Operation>
-inline void OrTell(Value& out, Operation operation) {
-    OrElse([&out] { out.SetText(kOutOfMemoryText); }, operation);
-}
-
-// The same for one that tells a failure in a value and answers false.
-template <class Value, class Operation>
-inline bool OrTellFalse(Value& out, Operation operation) {
-    return OrElse(
-        [&out] {
-            out.SetText(kOutOfMemoryText);
-            return false;
-        },
-        operation);
+inline auto OrTell(Value& out, Operation operation) -> decltype(operation()) {
+    return OrElse([&out] { return detail::Tell<decltype(operation())>(out); }, operation);
 }
 
 // The same for an operation whose failure shows in the count alone.
@@ -111,24 +96,64 @@ inline void OrNothing(Operation operation) {
     OrElse([] {}, operation);
 }
 
+// The same for a virtual operation, which is called again where it was called from outside:
+//
+//     bool IsHidden() override {
+//         if (memory::IsInside()) return T::IsHidden();
+//         return memory::Call<&FICursorBase::IsHidden>::Or(false, *this);
+//     }
+//
+// Then who calls it from inside pays for a comparison and saves no register.
+template <auto kOperation>
+struct Call;
+
+template <class Result, class Class, class... Parameters,
+          Result (Class::*kOperation)(Parameters...)>
+struct Call<kOperation> {
+    // With the operation's own parameters, so that they stay in registers.
+    template <class Failed>
+    [[gnu::noinline]] static Result OrElse(Failed failed, Class& self, Parameters... parameters) {
+        return detail::Begin(failed, [&]() -> Result { return (self.*kOperation)(parameters...); });
+    }
+    template <class Answer>
+    [[gnu::noinline]] static Result Or(Answer failure, Class& self, Parameters... parameters) {
+        return detail::Begin([failure]() -> Result { return failure; },
+                             [&]() -> Result { return (self.*kOperation)(parameters...); });
+    }
+    template <class Value>
+    [[gnu::noinline]] static Result OrTell(Value& out, Class& self, Parameters... parameters) {
+        return detail::Begin([&out] { return detail::Tell<Result>(out); },
+                             [&]() -> Result { return (self.*kOperation)(parameters...); });
+    }
+    static Result OrNothing(Class& self, Parameters... parameters) {
+        return OrElse([] {}, self, parameters...);
+    }
+};
+
 // Runs what may not let anything out, wherever it is called: what the host calls, and the end of an
 // object.
 template <class Operation>
 inline void Contain(Operation operation) noexcept {
-    const detail::Mark inside(true);
+    using detail::Work;
+    const Work around = std::exchange(detail::g_work, Work::kGoesOn);
     try {
         operation();
     } catch (const std::exception&) {
         NoteFailure();
-        detail::g_spoiled = true;
+        detail::g_work = Work::kSpoiled;
     }
+    const bool is_spoiled = detail::g_work == Work::kSpoiled && around != Work::kNone;
+    detail::g_work = is_spoiled ? Work::kSpoiled : around;
 }
 
-// Calls out of the module.
+// Calls out of the module. What is contained there says nothing of the work that waits.
 template <class Call>
 inline auto Outside(Call call) -> decltype(call()) {
-    const detail::Mark outside(false);
-    const detail::Kept kept;
+    struct Waiting {
+        ~Waiting() { detail::g_work = work; }
+        const detail::Work work;
+    };
+    const Waiting waiting{std::exchange(detail::g_work, detail::Work::kNone)};
     return call();
 }
 

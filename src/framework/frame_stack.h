@@ -37,14 +37,13 @@ class FrameStack {
 
     // The next frame finds room: pushing it can't fail.
     void MakeRoom() {
-        if (size_ < kInline || overflow_.size() < overflow_.capacity()) return;
-        overflow_.reserve(overflow_.empty() ? kInline : 2 * overflow_.size());
+        if (size_ >= kInline) MakeRoomBeyond();
     }
     void Push(IteratorFrame frame) {
         if (size_ < kInline) {
             inline_[size_] = std::move(frame);
         } else {
-            overflow_.push_back(std::move(frame));
+            PushBeyond(frame);
         }
         ++size_;
     }
@@ -58,6 +57,15 @@ class FrameStack {
 
  private:
     static constexpr int kInline = 8;
+
+    // Few positions are so deep.
+    [[gnu::noinline]] void MakeRoomBeyond() {
+        if (overflow_.size() < overflow_.capacity()) return;
+        overflow_.reserve(overflow_.empty() ? kInline : 2 * overflow_.size());
+    }
+    [[gnu::noinline]] void PushBeyond(IteratorFrame& frame) {
+        overflow_.push_back(std::move(frame));
+    }
 
     std::array<IteratorFrame, kInline> inline_;
     std::vector<IteratorFrame> overflow_;

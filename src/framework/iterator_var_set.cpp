@@ -33,16 +33,20 @@ void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
 }
 
 void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    memory::OrTell(old, [&] { units_.Set(quantity, unit, old); });
+    if (memory::IsInside()) return units_.Set(quantity, unit, old);
+    memory::Call<&FIVarSet::SetUnit>::OrTell(old, *this, quantity, unit, old);
 }
 void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) {
-    memory::OrTell(out, [&] { units_.Get(quantity, out); });
+    if (memory::IsInside()) return units_.Get(quantity, out);
+    memory::Call<&FIVarSet::GetUnit>::OrTell(out, *this, quantity, out);
 }
 void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    memory::OrTell(old, [&] { spec_units_.Set(quantity, unit, old); });
+    if (memory::IsInside()) return spec_units_.Set(quantity, unit, old);
+    memory::Call<&FIVarSet::SetSpecUnit>::OrTell(old, *this, quantity, unit, old);
 }
 void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
-    memory::OrTell(out, [&] { spec_units_.Get(quantity, out); });
+    if (memory::IsInside()) return spec_units_.Get(quantity, out);
+    memory::Call<&FIVarSet::GetSpecUnit>::OrTell(out, *this, quantity, out);
 }
 
 void IteratorVarSet::GetPath(FIValue& out) {
@@ -54,12 +58,11 @@ void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
 }
 
 bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
-    return memory::OrTellFalse(out, [&] {
-        const FIValue* value = variables_.Find(name);
-        if (!value) return iterator_.GetVar(name, out);
-        out = *value;
-        return true;
-    });
+    if (!memory::IsInside()) return memory::Call<&FIVarSet::GetVar>::OrTell(out, *this, name, out);
+    const FIValue* value = variables_.Find(name);
+    if (!value) return iterator_.GetVar(name, out);
+    out = *value;
+    return true;
 }
 
 void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {

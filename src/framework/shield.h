@@ -29,26 +29,33 @@ class ShieldedPosition : public T {
     explicit ShieldedPosition(const T& other) : T(other) {}
 
     bool Seek(int origin, int delta) override {
-        return memory::Or(false, [&] { return T::Seek(origin, delta); });
+        if (memory::IsInside()) return T::Seek(origin, delta);
+        return memory::Call<&FICursorPosition::Seek>::Or(false, *this, origin, delta);
     }
     bool SeekName(int origin, const char* name) override {
-        return memory::Or(false, [&] { return T::SeekName(origin, name); });
+        if (memory::IsInside()) return T::SeekName(origin, name);
+        return memory::Call<&FICursorPosition::SeekName>::Or(false, *this, origin, name);
     }
     bool SeekValue(int origin, FIEntry& entry) override {
-        return memory::Or(false, [&] { return T::SeekValue(origin, entry); });
+        if (memory::IsInside()) return T::SeekValue(origin, entry);
+        return memory::Call<&FICursorPosition::SeekValue>::Or(false, *this, origin, entry);
     }
     bool AtBegin() override {
-        return memory::Or(false, [&] { return T::AtBegin(); });
+        if (memory::IsInside()) return T::AtBegin();
+        return memory::Call<&FICursorPosition::AtBegin>::Or(false, *this);
     }
     // A walk that asks ends here.
     bool AtEnd() override {
-        return memory::Or(true, [&] { return T::AtEnd(); });
+        if (memory::IsInside()) return T::AtEnd();
+        return memory::Call<&FICursorPosition::AtEnd>::Or(true, *this);
     }
     int Compare(FICursorPosition& other) override {
-        return memory::Or(kNotComparable, [&] { return T::Compare(other); });
+        if (memory::IsInside()) return T::Compare(other);
+        return memory::Call<&FICursorPosition::Compare>::Or(kNotComparable, *this, other);
     }
     void GetKey(FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetKey(out); });
+        if (memory::IsInside()) return T::GetKey(out);
+        memory::Call<&FICursorPosition::GetKey>::OrTell(out, *this, out);
     }
 };
 
@@ -58,13 +65,16 @@ class Shielded<T> final : public ShieldedPosition<T> {
     using ShieldedPosition<T>::ShieldedPosition;
 
     FICursorBase* Clone(bool deep) override {
-        return memory::OrElse(EmptyCursor, [&]() -> FICursorBase* { return T::Clone(deep); });
+        if (memory::IsInside()) return T::Clone(deep);
+        return memory::Call<&FICursorBase::Clone>::OrElse(EmptyCursor, *this, deep);
     }
     FIEntry* GetEntry() override {
-        return memory::OrElse(EmptyEntry, [&] { return T::GetEntry(); });
+        if (memory::IsInside()) return T::GetEntry();
+        return memory::Call<&FICursorBase::GetEntry>::OrElse(EmptyEntry, *this);
     }
     bool IsHidden() override {
-        return memory::Or(false, [&] { return T::IsHidden(); });
+        if (memory::IsInside()) return T::IsHidden();
+        return memory::Call<&FICursorBase::IsHidden>::Or(false, *this);
     }
 };
 
@@ -74,11 +84,13 @@ class Shielded<T> final : public ShieldedPosition<T> {
     using ShieldedPosition<T>::ShieldedPosition;
 
     FIAttributeCursorBase* Clone(bool deep) override {
-        return memory::OrElse(EmptyAttributeCursor,
-                              [&]() -> FIAttributeCursorBase* { return T::Clone(deep); });
+        if (memory::IsInside()) return T::Clone(deep);
+        return memory::Call<&FIAttributeCursorBase::Clone>::OrElse(EmptyAttributeCursor, *this,
+                                                                   deep);
     }
     void GetValue(FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetValue(out); });
+        if (memory::IsInside()) return T::GetValue(out);
+        memory::Call<&FIAttributeCursorBase::GetValue>::OrTell(out, *this, out);
     }
 };
 
@@ -88,14 +100,16 @@ class Shielded<T> final : public T {
     using T::T;
 
     FICursorBase* MakeCursor(int kind) override {
-        return memory::OrElse(EmptyCursor, [&] { return T::MakeCursor(kind); });
+        if (memory::IsInside()) return T::MakeCursor(kind);
+        return memory::Call<&FIContext::MakeCursor>::OrElse(EmptyCursor, *this, kind);
     }
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override {
         const auto give_up = [&] {
             out.Clear();
             *rest = path;
         };
-        memory::OrElse(give_up, [&] { T::GetKeyValue(path, out, rest); });
+        if (memory::IsInside()) return T::GetKeyValue(path, out, rest);
+        memory::Call<&FIContext::GetKeyValue>::OrElse(give_up, *this, path, out, rest);
     }
 };
 
@@ -106,94 +120,120 @@ class ShieldedEntry : public T {
     using T::T;
 
     void GetName(FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetName(out); });
+        if (memory::IsInside()) return T::GetName(out);
+        memory::Call<&FIEntry::GetName>::OrTell(out, *this, out);
     }
     void GetAttribute(const FIValue& name, FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetAttribute(name, out); });
+        if (memory::IsInside()) return T::GetAttribute(name, out);
+        memory::Call<&FIEntry::GetAttribute>::OrTell(out, *this, name, out);
     }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetAttribute(name, value, mode, out); });
+        if (memory::IsInside()) return T::SetAttribute(name, value, mode, out);
+        memory::Call<&FIEntry::SetAttribute>::OrTell(out, *this, name, value, mode, out);
     }
     FIAttributeSource* GetAttributeSource() override {
-        return memory::OrElse([] { return EmptyEntry()->GetAttributeSource(); },
-                              [&] { return T::GetAttributeSource(); });
+        if (memory::IsInside()) return T::GetAttributeSource();
+        return memory::Call<&FIEntry::GetAttributeSource>::OrElse(
+            [] { return EmptyEntry()->GetAttributeSource(); }, *this);
     }
     bool IsContainer() override {
-        return memory::Or(false, [&] { return T::IsContainer(); });
+        if (memory::IsInside()) return T::IsContainer();
+        return memory::Call<&FIEntry::IsContainer>::Or(false, *this);
     }
     FIContext* GetContext() override {
-        return memory::OrElse(EmptyContext, [&] { return T::GetContext(); });
+        if (memory::IsInside()) return T::GetContext();
+        return memory::Call<&FIEntry::GetContext>::OrElse(EmptyContext, *this);
     }
     bool Subscribe(void* owner, int kind, FICallback callback) override {
-        return memory::Or(false, [&] { return T::Subscribe(owner, kind, callback); });
+        if (memory::IsInside()) return T::Subscribe(owner, kind, callback);
+        return memory::Call<&FIEntry::Subscribe>::Or(false, *this, owner, kind, callback);
     }
     bool Unsubscribe(void* owner, int kind) override {
-        return memory::Or(false, [&] { return T::Unsubscribe(owner, kind); });
+        if (memory::IsInside()) return T::Unsubscribe(owner, kind);
+        return memory::Call<&FIEntry::Unsubscribe>::Or(false, *this, owner, kind);
     }
     int Compare(FIEntry& other) override {
-        return memory::Or(kNotComparable, [&] { return T::Compare(other); });
+        if (memory::IsInside()) return T::Compare(other);
+        return memory::Call<&FIEntry::Compare>::Or(kNotComparable, *this, other);
     }
 
     void SetUnit(const FIValue& unit, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetUnit(unit, out); });
+        if (memory::IsInside()) return T::SetUnit(unit, out);
+        memory::Call<&FIEntry::SetUnit>::OrTell(out, *this, unit, out);
     }
     void SetSpecUnit(const FIValue& unit, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecUnit(unit, out); });
+        if (memory::IsInside()) return T::SetSpecUnit(unit, out);
+        memory::Call<&FIEntry::SetSpecUnit>::OrTell(out, *this, unit, out);
     }
     void SetValue(const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetValue(value, mode, out); });
+        if (memory::IsInside()) return T::SetValue(value, mode, out);
+        memory::Call<&FIEntry::SetValue>::OrTell(out, *this, value, mode, out);
     }
     void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                         FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetValueInUnit(value, unit, mode, out); });
+        if (memory::IsInside()) return T::SetValueInUnit(value, unit, mode, out);
+        memory::Call<&FIEntry::SetValueInUnit>::OrTell(out, *this, value, unit, mode, out);
     }
     void SetSpecValue(const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecValue(value, mode, out); });
+        if (memory::IsInside()) return T::SetSpecValue(value, mode, out);
+        memory::Call<&FIEntry::SetSpecValue>::OrTell(out, *this, value, mode, out);
     }
     void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                             FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecValueInUnit(value, unit, mode, out); });
+        if (memory::IsInside()) return T::SetSpecValueInUnit(value, unit, mode, out);
+        memory::Call<&FIEntry::SetSpecValueInUnit>::OrTell(out, *this, value, unit, mode, out);
     }
     void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetDisplayUnit(unit, quantity, out); });
+        if (memory::IsInside()) return T::SetDisplayUnit(unit, quantity, out);
+        memory::Call<&FIEntry::SetDisplayUnit>::OrTell(out, *this, unit, quantity, out);
     }
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetDisplaySpecUnit(unit, quantity, out); });
+        if (memory::IsInside()) return T::SetDisplaySpecUnit(unit, quantity, out);
+        memory::Call<&FIEntry::SetDisplaySpecUnit>::OrTell(out, *this, unit, quantity, out);
     }
 
     bool QueryService(int kind, void** out) override {
-        return memory::OrElse([out] { return (*out = nullptr) != nullptr; },
-                              [&] { return T::QueryService(kind, out); });
+        if (memory::IsInside()) return T::QueryService(kind, out);
+        return memory::Call<&FIEntry::QueryService>::OrElse(
+            [out] { return (*out = nullptr) != nullptr; }, *this, kind, out);
     }
     bool ReleaseService(void** out) override {
-        return memory::OrElse([out] { return (*out = nullptr) != nullptr; },
-                              [&] { return T::ReleaseService(out); });
+        if (memory::IsInside()) return T::ReleaseService(out);
+        return memory::Call<&FIEntry::ReleaseService>::OrElse(
+            [out] { return (*out = nullptr) != nullptr; }, *this, out);
     }
     bool CanHold() override {
-        return memory::Or(false, [&] { return T::CanHold(); });
+        if (memory::IsInside()) return T::CanHold();
+        return memory::Call<&FIEntry::CanHold>::Or(false, *this);
     }
     void BeginBatch() override {
-        memory::OrNothing([&] { T::BeginBatch(); });
+        if (memory::IsInside()) return T::BeginBatch();
+        memory::Call<&FIEntry::BeginBatch>::OrNothing(*this);
     }
     void EndBatch(int argument) override {
-        memory::OrNothing([&] { T::EndBatch(argument); });
+        if (memory::IsInside()) return T::EndBatch(argument);
+        memory::Call<&FIEntry::EndBatch>::OrNothing(*this, argument);
     }
 
     int GetCaps(int a, int b) override {
-        return memory::Or(0, [&] { return T::GetCaps(a, b); });
+        if (memory::IsInside()) return T::GetCaps(a, b);
+        return memory::Call<&FIEntry::GetCaps>::Or(0, *this, a, b);
     }
     void DoAction(FIValue& out, int a, int b) override {
-        memory::OrTell(out, [&] { T::DoAction(out, a, b); });
+        if (memory::IsInside()) return T::DoAction(out, a, b);
+        memory::Call<&FIEntry::DoAction>::OrTell(out, *this, out, a, b);
     }
     void DoActionEx(FIValue& out, int a, int b, int c, int d) override {
-        memory::OrTell(out, [&] { T::DoActionEx(out, a, b, c, d); });
+        if (memory::IsInside()) return T::DoActionEx(out, a, b, c, d);
+        memory::Call<&FIEntry::DoActionEx>::OrTell(out, *this, out, a, b, c, d);
     }
     void DoCommand(int command, FIErrorRecord& error) override {
         const auto give_up = [&] {
             error.code = 2;
             error.text.SetText(memory::kOutOfMemoryText);
         };
-        memory::OrElse(give_up, [&] { T::DoCommand(command, error); });
+        if (memory::IsInside()) return T::DoCommand(command, error);
+        memory::Call<&FIEntry::DoCommand>::OrElse(give_up, *this, command, error);
     }
 };
 
@@ -211,7 +251,7 @@ class Shielded<T> final : public ShieldedEntry<T> {
     using ShieldedEntry<T>::ShieldedEntry;
 
     FIAttributeCursorBase* MakeCursor() override {
-        return memory::OrElse(EmptyAttributeCursor,
-                              [&]() -> FIAttributeCursorBase* { return T::MakeCursor(); });
+        if (memory::IsInside()) return T::MakeCursor();
+        return memory::Call<&FIAttributeSource::MakeCursor>::OrElse(EmptyAttributeCursor, *this);
     }
 };

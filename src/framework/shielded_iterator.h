@@ -18,96 +18,122 @@ class ShieldedNode : public T {
     explicit ShieldedNode(const T& other) : T(other) {}
 
     void GetName(FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetName(out); });
+        if (memory::IsInside()) return T::GetName(out);
+        memory::Call<&T::GetName>::OrTell(out, *this, out);
     }
     void NameText(char* buffer, int size) override {
         TextOr(buffer, size, [&] { T::NameText(buffer, size); });
     }
     int NameLength() override {
-        return memory::Or(0, [&] { return T::NameLength(); });
+        if (memory::IsInside()) return T::NameLength();
+        return memory::Call<&T::NameLength>::Or(0, *this);
     }
     void GetPath(FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetPath(out); });
+        if (memory::IsInside()) return T::GetPath(out);
+        memory::Call<&T::GetPath>::OrTell(out, *this, out);
     }
     void PathText(char* buffer, int size) override {
         TextOr(buffer, size, [&] { T::PathText(buffer, size); });
     }
     int PathLength() override {
-        return memory::Or(0, [&] { return T::PathLength(); });
+        if (memory::IsInside()) return T::PathLength();
+        return memory::Call<&T::PathLength>::Or(0, *this);
     }
     void KeyText(char* buffer, int size) override {
         TextOr(buffer, size, [&] { T::KeyText(buffer, size); });
     }
     int KeyLength() override {
-        return memory::Or(0, [&] { return T::KeyLength(); });
+        if (memory::IsInside()) return T::KeyLength();
+        return memory::Call<&T::KeyLength>::Or(0, *this);
     }
     void DumpVars(FIValue& out) override {
-        memory::OrTell(out, [&] { T::DumpVars(out); });
+        if (memory::IsInside()) return T::DumpVars(out);
+        memory::Call<&T::DumpVars>::OrTell(out, *this, out);
     }
 
     void GetAttribute(const FIValue& name, FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetAttribute(name, out); });
+        if (memory::IsInside()) return T::GetAttribute(name, out);
+        memory::Call<&T::GetAttribute>::OrTell(out, *this, name, out);
     }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetAttribute(name, value, mode, out); });
+        if (memory::IsInside()) return T::SetAttribute(name, value, mode, out);
+        memory::Call<&T::SetAttribute>::OrTell(out, *this, name, value, mode, out);
     }
     void SetValue(const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetValue(value, mode, out); });
+        if (memory::IsInside()) return T::SetValue(value, mode, out);
+        memory::Call<&T::SetValue>::OrTell(out, *this, value, mode, out);
     }
     void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                         FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetValueInUnit(value, unit, mode, out); });
+        if (memory::IsInside()) return T::SetValueInUnit(value, unit, mode, out);
+        memory::Call<&T::SetValueInUnit>::OrTell(out, *this, value, unit, mode, out);
     }
     void SetSpecValue(const FIValue& value, int mode, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecValue(value, mode, out); });
+        if (memory::IsInside()) return T::SetSpecValue(value, mode, out);
+        memory::Call<&T::SetSpecValue>::OrTell(out, *this, value, mode, out);
     }
     void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
                             FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecValueInUnit(value, unit, mode, out); });
+        if (memory::IsInside()) return T::SetSpecValueInUnit(value, unit, mode, out);
+        memory::Call<&T::SetSpecValueInUnit>::OrTell(out, *this, value, unit, mode, out);
     }
     void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetDisplayUnit(unit, quantity, out); });
+        if (memory::IsInside()) return T::SetDisplayUnit(unit, quantity, out);
+        memory::Call<&T::SetDisplayUnit>::OrTell(out, *this, unit, quantity, out);
     }
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetDisplaySpecUnit(unit, quantity, out); });
+        if (memory::IsInside()) return T::SetDisplaySpecUnit(unit, quantity, out);
+        memory::Call<&T::SetDisplaySpecUnit>::OrTell(out, *this, unit, quantity, out);
     }
     void SetUnit(const FIValue& unit, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetUnit(unit, out); });
+        if (memory::IsInside()) return T::SetUnit(unit, out);
+        memory::Call<&T::SetUnit>::OrTell(out, *this, unit, out);
     }
     void SetSpecUnit(const FIValue& unit, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetSpecUnit(unit, out); });
+        if (memory::IsInside()) return T::SetSpecUnit(unit, out);
+        memory::Call<&T::SetSpecUnit>::OrTell(out, *this, unit, out);
     }
 
     bool GetVarText(const char* name, FIValue& out) override {
-        return memory::OrTellFalse(out, [&] { return T::GetVarText(name, out); });
+        if (memory::IsInside()) return T::GetVarText(name, out);
+        return memory::Call<&T::GetVarText>::OrTell(out, *this, name, out);
     }
     bool GetVar(const FIValue& name, FIValue& out) override {
-        return memory::OrTellFalse(out, [&] { return T::GetVar(name, out); });
+        if (memory::IsInside()) return T::GetVar(name, out);
+        return memory::Call<&T::GetVar>::OrTell(out, *this, name, out);
     }
     bool RemoveVar(const FIValue& name) override {
-        return memory::Or(false, [&] { return T::RemoveVar(name); });
+        if (memory::IsInside()) return T::RemoveVar(name);
+        return memory::Call<&T::RemoveVar>::Or(false, *this, name);
     }
     bool RemoveVarText(const char* name) override {
-        return memory::Or(false, [&] { return T::RemoveVarText(name); });
+        if (memory::IsInside()) return T::RemoveVarText(name);
+        return memory::Call<&T::RemoveVarText>::Or(false, *this, name);
     }
     void SetVar(const FIValue& name, const FIValue& value) override {
-        memory::OrNothing([&] { T::SetVar(name, value); });
+        if (memory::IsInside()) return T::SetVar(name, value);
+        memory::Call<&T::SetVar>::OrNothing(*this, name, value);
     }
 
     void DumpXml(FIValue& out, int levels) override {
-        memory::OrTell(out, [&] { T::DumpXml(out, levels); });
+        if (memory::IsInside()) return T::DumpXml(out, levels);
+        memory::Call<&T::DumpXml>::OrTell(out, *this, out, levels);
     }
     void DumpXmlDefault(FIValue& out) override {
-        memory::OrTell(out, [&] { T::DumpXmlDefault(out); });
+        if (memory::IsInside()) return T::DumpXmlDefault(out);
+        memory::Call<&T::DumpXmlDefault>::OrTell(out, *this, out);
     }
     void DumpNode(FIValue& out) override {
-        memory::OrTell(out, [&] { T::DumpNode(out); });
+        if (memory::IsInside()) return T::DumpNode(out);
+        memory::Call<&T::DumpNode>::OrTell(out, *this, out);
     }
     void DumpNodeFlat(FIValue& out) override {
-        memory::OrTell(out, [&] { T::DumpNodeFlat(out); });
+        if (memory::IsInside()) return T::DumpNodeFlat(out);
+        memory::Call<&T::DumpNodeFlat>::OrTell(out, *this, out);
     }
     void DumpNodeDeep(FIValue& out) override {
-        memory::OrTell(out, [&] { T::DumpNodeDeep(out); });
+        if (memory::IsInside()) return T::DumpNodeDeep(out);
+        memory::Call<&T::DumpNodeDeep>::OrTell(out, *this, out);
     }
 
  private:
@@ -130,53 +156,69 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
     using ShieldedNode::ShieldedNode;
 
     FIIterator* Copy() override {
-        return memory::Or(nullptr, [&] { return FIIterator::Copy(); });
+        if (memory::IsInside()) return FIIterator::Copy();
+        return memory::Call<&FIIterator::Copy>::Or(nullptr, *this);
     }
     FIReferenceBase* MakeReference() override {
-        return memory::Or(nullptr, [&] { return FIIterator::MakeReference(); });
+        if (memory::IsInside()) return FIIterator::MakeReference();
+        return memory::Call<&FIIteratorBase::MakeReference>::Or(nullptr, *this);
     }
     bool CanDescend() override {
-        return memory::Or(false, [&] { return FIIterator::CanDescend(); });
+        if (memory::IsInside()) return FIIterator::CanDescend();
+        return memory::Call<&FIIteratorBase::CanDescend>::Or(false, *this);
     }
     bool Down(int index) override {
-        return memory::Or(false, [&] { return FIIterator::Down(index); });
+        if (memory::IsInside()) return FIIterator::Down(index);
+        return memory::Call<&FIIteratorBase::Down>::Or(false, *this, index);
     }
     bool SeekPath(const FIValue& path) override {
-        return memory::Or(false, [&] { return FIIterator::SeekPath(path); });
+        if (memory::IsInside()) return FIIterator::SeekPath(path);
+        return memory::Call<&FIIteratorBase::SeekPath>::Or(false, *this, path);
     }
     bool Walk(const PathStep& step, FIValue& attribute) override {
-        return memory::OrTellFalse(attribute, [&] { return FIIterator::Walk(step, attribute); });
+        if (memory::IsInside()) return FIIterator::Walk(step, attribute);
+        return memory::Call<&FIIteratorBase::Walk>::OrTell(attribute, *this, step, attribute);
     }
     bool WalkFrom(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::WalkFrom(step); });
+        if (memory::IsInside()) return FIIterator::WalkFrom(step);
+        return memory::Call<&FIIteratorBase::WalkFrom>::Or(false, *this, step);
     }
     bool DownFirst() override {
-        return memory::Or(false, [&] { return FIIterator::DownFirst(); });
+        if (memory::IsInside()) return FIIterator::DownFirst();
+        return memory::Call<&FIIteratorBase::DownFirst>::Or(false, *this);
     }
     bool Next() override {
-        return memory::Or(false, [&] { return FIIterator::Next(); });
+        if (memory::IsInside()) return FIIterator::Next();
+        return memory::Call<&FIIteratorBase::Next>::Or(false, *this);
     }
     bool First() override {
-        return memory::Or(false, [&] { return FIIterator::First(); });
+        if (memory::IsInside()) return FIIterator::First();
+        return memory::Call<&FIIteratorBase::First>::Or(false, *this);
     }
     bool Prev() override {
-        return memory::Or(false, [&] { return FIIterator::Prev(); });
+        if (memory::IsInside()) return FIIterator::Prev();
+        return memory::Call<&FIIteratorBase::Prev>::Or(false, *this);
     }
     bool Last() override {
-        return memory::Or(false, [&] { return FIIterator::Last(); });
+        if (memory::IsInside()) return FIIterator::Last();
+        return memory::Call<&FIIteratorBase::Last>::Or(false, *this);
     }
     bool DownLast() override {
-        return memory::Or(false, [&] { return FIIterator::DownLast(); });
+        if (memory::IsInside()) return FIIterator::DownLast();
+        return memory::Call<&FIIteratorBase::DownLast>::Or(false, *this);
     }
     bool Step(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::Step(step); });
+        if (memory::IsInside()) return FIIterator::Step(step);
+        return memory::Call<&FIIteratorBase::Step>::Or(false, *this, step);
     }
     bool NextMatch(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::NextMatch(step); });
+        if (memory::IsInside()) return FIIterator::NextMatch(step);
+        return memory::Call<&FIIteratorBase::NextMatch>::Or(false, *this, step);
     }
     FIAttributeSource* GetAttributeSource() override {
-        return memory::OrElse([] { return EmptyEntry()->GetAttributeSource(); },
-                              [&] { return FIIterator::GetAttributeSource(); });
+        if (memory::IsInside()) return FIIterator::GetAttributeSource();
+        return memory::Call<&FIIteratorBase::GetAttributeSource>::OrElse(
+            [] { return EmptyEntry()->GetAttributeSource(); }, *this);
     }
 
     void SetVarText(const char* name, const char* value) override {
@@ -187,81 +229,104 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
     }
 
     bool AtFirst() override {
-        return memory::Or(false, [&] { return FIIterator::AtFirst(); });
+        if (memory::IsInside()) return FIIterator::AtFirst();
+        return memory::Call<&FIIteratorBase::AtFirst>::Or(false, *this);
     }
     // A walk that asks ends here.
     bool AtLast() override {
-        return memory::Or(true, [&] { return FIIterator::AtLast(); });
+        if (memory::IsInside()) return FIIterator::AtLast();
+        return memory::Call<&FIIteratorBase::AtLast>::Or(true, *this);
     }
     int Compare(FIIteratorBase& other) override {
-        return memory::Or(kNotComparable, [&] { return FIIterator::Compare(other); });
+        if (memory::IsInside()) return FIIterator::Compare(other);
+        return memory::Call<&FIIteratorBase::Compare>::Or(kNotComparable, *this, other);
     }
     bool Less(FIIteratorBase& other) override {
-        return memory::Or(false, [&] { return FIIterator::Less(other); });
+        if (memory::IsInside()) return FIIterator::Less(other);
+        return memory::Call<&FIIteratorBase::Less>::Or(false, *this, other);
     }
     bool Greater(FIIteratorBase& other) override {
-        return memory::Or(false, [&] { return FIIterator::Greater(other); });
+        if (memory::IsInside()) return FIIterator::Greater(other);
+        return memory::Call<&FIIteratorBase::Greater>::Or(false, *this, other);
     }
     bool Equal(FIIteratorBase& other) override {
-        return memory::Or(false, [&] { return FIIterator::Equal(other); });
+        if (memory::IsInside()) return FIIterator::Equal(other);
+        return memory::Call<&FIIteratorBase::Equal>::Or(false, *this, other);
     }
     bool NotEqual(FIIteratorBase& other) override {
-        return memory::Or(false, [&] { return FIIterator::NotEqual(other); });
+        if (memory::IsInside()) return FIIterator::NotEqual(other);
+        return memory::Call<&FIIteratorBase::NotEqual>::Or(false, *this, other);
     }
 
     FIIterator* OpenAttribute(const FIValue& name) override {
-        return memory::Or(nullptr, [&] { return FIIterator::OpenAttribute(name); });
+        if (memory::IsInside()) return FIIterator::OpenAttribute(name);
+        return memory::Call<&FIIterator::OpenAttribute>::Or(nullptr, *this, name);
     }
     bool IsKeyName(const char* name) override {
-        return memory::Or(false, [&] { return FIIterator::IsKeyName(name); });
+        if (memory::IsInside()) return FIIterator::IsKeyName(name);
+        return memory::Call<&FIIteratorBase::IsKeyName>::Or(false, *this, name);
     }
     bool Locate(const FIValue& path) override {
-        return memory::Or(false, [&] { return FIIterator::Locate(path); });
+        if (memory::IsInside()) return FIIterator::Locate(path);
+        return memory::Call<&FIIteratorBase::Locate>::Or(false, *this, path);
     }
     bool LocateChain(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::LocateChain(step); });
+        if (memory::IsInside()) return FIIterator::LocateChain(step);
+        return memory::Call<&FIIteratorBase::LocateChain>::Or(false, *this, step);
     }
     void DumpAttributes(FIValue& out) override {
-        memory::OrTell(out, [&] { FIIterator::DumpAttributes(out); });
+        if (memory::IsInside()) return FIIterator::DumpAttributes(out);
+        memory::Call<&FIIteratorBase::DumpAttributes>::OrTell(out, *this, out);
     }
 
     int GetCaps(int a, int b) override {
-        return memory::Or(0, [&] { return FIIterator::GetCaps(a, b); });
+        if (memory::IsInside()) return FIIterator::GetCaps(a, b);
+        return memory::Call<&FIIteratorBase::GetCaps>::Or(0, *this, a, b);
     }
     void DoAction(FIValue& out, int a, int b) override {
-        memory::OrTell(out, [&] { FIIterator::DoAction(out, a, b); });
+        if (memory::IsInside()) return FIIterator::DoAction(out, a, b);
+        memory::Call<&FIIteratorBase::DoAction>::OrTell(out, *this, out, a, b);
     }
     void DoActionEx(FIValue& out, int a, int b, int c, int d) override {
-        memory::OrTell(out, [&] { FIIterator::DoActionEx(out, a, b, c, d); });
+        if (memory::IsInside()) return FIIterator::DoActionEx(out, a, b, c, d);
+        memory::Call<&FIIteratorBase::DoActionEx>::OrTell(out, *this, out, a, b, c, d);
     }
     void DoCommand(int command, FIErrorRecord& error) override {
         const auto give_up = [&] {
             error.code = 2;
             error.text.SetText(memory::kOutOfMemoryText);
         };
-        memory::OrElse(give_up, [&] { FIIterator::DoCommand(command, error); });
+        if (memory::IsInside()) return FIIterator::DoCommand(command, error);
+        memory::Call<&FIIteratorBase::DoCommand>::OrElse(give_up, *this, command, error);
     }
 
     bool SeekChildFrom(const char* name) override {
-        return memory::Or(false, [&] { return FIIterator::SeekChildFrom(name); });
+        if (memory::IsInside()) return FIIterator::SeekChildFrom(name);
+        return memory::Call<&FIIteratorBase::SeekChildFrom>::Or(false, *this, name);
     }
     bool SeekChild(const char* name) override {
-        return memory::Or(false, [&] { return FIIterator::SeekChild(name); });
+        if (memory::IsInside()) return FIIterator::SeekChild(name);
+        return memory::Call<&FIIteratorBase::SeekChild>::Or(false, *this, name);
     }
     bool EvalClause(const PathClause& clause) override {
-        return memory::Or(false, [&] { return FIIterator::EvalClause(clause); });
+        if (memory::IsInside()) return FIIterator::EvalClause(clause);
+        return memory::Call<&FIIteratorBase::EvalClause>::Or(false, *this, clause);
     }
     bool WalkSteps(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::WalkSteps(step); });
+        if (memory::IsInside()) return FIIterator::WalkSteps(step);
+        return memory::Call<&FIIteratorBase::WalkSteps>::Or(false, *this, step);
     }
     bool Filter(const PathStep& step) override {
-        return memory::Or(false, [&] { return FIIterator::Filter(step); });
+        if (memory::IsInside()) return FIIterator::Filter(step);
+        return memory::Call<&FIIteratorBase::Filter>::Or(false, *this, step);
     }
     void Freeze() override {
-        memory::OrNothing([&] { FIIterator::Freeze(); });
+        if (memory::IsInside()) return FIIterator::Freeze();
+        memory::Call<&FIIteratorBase::Freeze>::OrNothing(*this);
     }
     bool Thaw() override {
-        return memory::Or(false, [&] { return FIIterator::Thaw(); });
+        if (memory::IsInside()) return FIIterator::Thaw();
+        return memory::Call<&FIIteratorBase::Thaw>::Or(false, *this);
     }
 };
 
@@ -271,38 +336,49 @@ class Shielded<FIReference> final : public ShieldedNode<FIReference> {
     using ShieldedNode::ShieldedNode;
 
     FIIteratorBase* Copy() override {
-        return memory::Or(nullptr, [&] { return FIReference::Copy(); });
+        if (memory::IsInside()) return FIReference::Copy();
+        return memory::Call<&FIReferenceBase::Copy>::Or(nullptr, *this);
     }
     int Compare(FIReferenceBase& other) override {
-        return memory::Or(kNotComparable, [&] { return FIReference::Compare(other); });
+        if (memory::IsInside()) return FIReference::Compare(other);
+        return memory::Call<&FIReferenceBase::Compare>::Or(kNotComparable, *this, other);
     }
     bool Less(FIReferenceBase& other) override {
-        return memory::Or(false, [&] { return FIReference::Less(other); });
+        if (memory::IsInside()) return FIReference::Less(other);
+        return memory::Call<&FIReferenceBase::Less>::Or(false, *this, other);
     }
     bool Greater(FIReferenceBase& other) override {
-        return memory::Or(false, [&] { return FIReference::Greater(other); });
+        if (memory::IsInside()) return FIReference::Greater(other);
+        return memory::Call<&FIReferenceBase::Greater>::Or(false, *this, other);
     }
     bool Equal(FIReferenceBase& other) override {
-        return memory::Or(false, [&] { return FIReference::Equal(other); });
+        if (memory::IsInside()) return FIReference::Equal(other);
+        return memory::Call<&FIReferenceBase::Equal>::Or(false, *this, other);
     }
     bool NotEqual(FIReferenceBase& other) override {
-        return memory::Or(false, [&] { return FIReference::NotEqual(other); });
+        if (memory::IsInside()) return FIReference::NotEqual(other);
+        return memory::Call<&FIReferenceBase::NotEqual>::Or(false, *this, other);
     }
 
     bool Subscribe(void* owner, int kind, FICallback callback) override {
-        return memory::Or(false, [&] { return FIReference::Subscribe(owner, kind, callback); });
+        if (memory::IsInside()) return FIReference::Subscribe(owner, kind, callback);
+        return memory::Call<&FIReferenceBase::Subscribe>::Or(false, *this, owner, kind, callback);
     }
     bool Unsubscribe(void* owner, int kind) override {
-        return memory::Or(false, [&] { return FIReference::Unsubscribe(owner, kind); });
+        if (memory::IsInside()) return FIReference::Unsubscribe(owner, kind);
+        return memory::Call<&FIReferenceBase::Unsubscribe>::Or(false, *this, owner, kind);
     }
     FICollectionElement* MakeElement() override {
-        return memory::Or(nullptr, [&] { return FIReference::MakeElement(); });
+        if (memory::IsInside()) return FIReference::MakeElement();
+        return memory::Call<&FIReferenceBase::MakeElement>::Or(nullptr, *this);
     }
     bool MarkStale() override {
-        return memory::Or(false, [&] { return FIReference::MarkStale(); });
+        if (memory::IsInside()) return FIReference::MarkStale();
+        return memory::Call<&FIReferenceBase::MarkStale>::Or(false, *this);
     }
     bool Rebind() override {
-        return memory::Or(false, [&] { return FIReference::Rebind(); });
+        if (memory::IsInside()) return FIReference::Rebind();
+        return memory::Call<&FIReferenceBase::Rebind>::Or(false, *this);
     }
 
     // The host calls these, in the middle of anything.

@@ -160,7 +160,7 @@ FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {
 }
 
 bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error) {
-    return memory::OrTellFalse(error, [&] {
+    return memory::OrTell(error, [&] {
         steps.Clear();
         const ParsedPath path = ParsePath(expression, error);
         if (!error.IsNull()) return false;

@@ -30,8 +30,8 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     // The walks tell the lists of one case apart.
     bool IsSameList(const HFSOContext& other) const { return life_.Get() == other.life_.Get(); }
     // The flowsheet, or the case, whose objects are listed is gone.
-    bool IsGone() const override { return !life_->IsLive() || flowsheet_.IsGone(); }
-    Liveness* Life() const override { return life_.Get(); }
+    bool IsGone() const final { return !life_->IsLive() || flowsheet_.IsGone(); }
+    Liveness* Life() const final { return life_.Get(); }
 
     const Ref<CaseLife>& CaseRecord() const { return life_; }
     const HovexOptions* Options() const { return options_; }

@@ -39,8 +39,8 @@ class FIXTopEntry : public FITopEntry, public LivingNode, private Liveness::Watc
 
     bool IsContainer() override { return !IsGone(); }
     FIContext* GetContext() override;
-    Liveness* Life() const override { return life_.Get(); }
-    bool IsGone() const override { return !life_->IsLive(); }
+    Liveness* Life() const final { return life_.Get(); }
+    bool IsGone() const final { return !life_->IsLive(); }
 
  private:
     void ReadStatus(FIValue& out) const;

@@ -20,8 +20,8 @@ class HArraySetContext : public CountedFromZero<FIContext>, public LivingNode {
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(int row);
 
-    Liveness* Life() const override { return living_ ? living_->Life() : nullptr; }
-    bool IsGone() const override { return living_ && living_->IsGone(); }
+    Liveness* Life() const final { return living_ ? living_->Life() : nullptr; }
+    bool IsGone() const final { return living_ && living_->IsGone(); }
 
     int Count() const { return row_count_; }
     int ColumnCount() const { return column_count_; }
@@ -63,8 +63,8 @@ class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
         out.SetText(RowName(row_));
     }
     bool IsContainer() override { return !IsGone(); }
-    Liveness* Life() const override { return context_->Life(); }
-    bool IsGone() const override { return context_->IsGone(); }
+    Liveness* Life() const final { return context_->Life(); }
+    bool IsGone() const final { return context_->IsGone(); }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
 

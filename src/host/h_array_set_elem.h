@@ -13,8 +13,8 @@ class HArraySetElemContext : public CountedFromZero<FIContext>, public LivingNod
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(int column);
 
-    Liveness* Life() const override { return table_->Life(); }
-    bool IsGone() const override { return table_->IsGone(); }
+    Liveness* Life() const final { return table_->Life(); }
+    bool IsGone() const final { return table_->IsGone(); }
 
     int Count() const { return table_->ColumnCount(); }
     bool IsSameList(const HArraySetElemContext& other) const {
@@ -50,8 +50,8 @@ class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public Livin
         if (IsGone()) return out.Clear();
         out.SetText(context_->ColumnName(column_).Str());
     }
-    Liveness* Life() const override { return context_->Life(); }
-    bool IsGone() const override { return context_->IsGone(); }
+    Liveness* Life() const final { return context_->Life(); }
+    bool IsGone() const final { return context_->IsGone(); }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }

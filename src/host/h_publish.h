@@ -25,8 +25,8 @@ class HPublishContext : public CountedFromZero<FIContext>, public LivingNode {
     bool IsSameList(const HPublishContext& other) const {
         return manager_.Number() == other.manager_.Number();
     }
-    Liveness* Life() const override { return manager_.Life().Get(); }
-    bool IsGone() const override { return manager_.IsGone(); }
+    Liveness* Life() const final { return manager_.Life().Get(); }
+    bool IsGone() const final { return manager_.IsGone(); }
 
     const Ref<CaseLife>& CaseRecord() const { return manager_.Life(); }
     int Count() const { return IsGone() ? 0 : count_; }
@@ -63,10 +63,10 @@ class HPublishEntry : public AttrMapEntry<HPublishEntry>, public LivingNode {
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
     bool IsContainer() override { return !IsGone(); }
-    Liveness* Life() const override { return variable_.Life().Get(); }
-    bool IsGone() const override { return variable_.IsGone(); }
-    std::uint64_t ObjectNumber() const override { return variable_.Number(); }
-    bool IsTracked() const override { return variable_.IsTracked(); }
+    Liveness* Life() const final { return variable_.Life().Get(); }
+    bool IsGone() const final { return variable_.IsGone(); }
+    std::uint64_t ObjectNumber() const final { return variable_.Number(); }
+    bool IsTracked() const final { return variable_.IsTracked(); }
 
  private:
     bool HasUnit() const { return unit_type_ != host::kVariableUnitType; }

@@ -68,8 +68,8 @@ class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {
     host::Viewable* Owner() const { return owner_.Get(); }
     const Ref<HSpecFill>& Fill() const { return fill_; }
     const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
-    bool IsGone() const override { return owner_.IsGone() || (fill_ && fill_->IsGone()); }
-    Liveness* Life() const override { return owner_.Life().Get(); }
+    bool IsGone() const final { return owner_.IsGone() || (fill_ && fill_->IsGone()); }
+    Liveness* Life() const final { return owner_.Life().Get(); }
     // The host fills a list anew for everyone who asks, so the object and the place within its
     // specification tell the lists apart.
     bool IsSameList(const HSpecContext& other) const;

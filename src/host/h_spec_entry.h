@@ -25,8 +25,8 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
     bool IsContainer() override { return !IsGone() && (element_.child || element_.array_set); }
     FIContext* GetContext() override;
 
-    Liveness* Life() const override { return context_->Life(); }
-    bool IsGone() const override { return context_->IsGone(); }
+    Liveness* Life() const final { return context_->Life(); }
+    bool IsGone() const final { return context_->IsGone(); }
     const host::CSpecElement& Element() const { return element_; }
     // The element of the same place, whoever asked for the specification.
     bool IsSameElement(const HSpecEntry& other) const;

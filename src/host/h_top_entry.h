@@ -30,10 +30,10 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
 
     // Null when it is gone.
     host::Viewable* Object() const { return object_.Get(); }
-    Liveness* Life() const override { return object_.Life().Get(); }
-    bool IsGone() const override { return object_.IsGone(); }
-    std::uint64_t ObjectNumber() const override { return object_.Number(); }
-    bool IsTracked() const override { return object_.IsTracked(); }
+    Liveness* Life() const final { return object_.Life().Get(); }
+    bool IsGone() const final { return object_.IsGone(); }
+    std::uint64_t ObjectNumber() const final { return object_.Number(); }
+    bool IsTracked() const final { return object_.IsTracked(); }
     bool FollowsAttachments() const { return attachments_; }
 
  private:

@@ -22,8 +22,8 @@ class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
     FIEntry* MakeEntry(int index);
     bool IsSameList(const HVarDimsContext& other) const;
 
-    Liveness* Life() const override { return variable_->Life(); }
-    bool IsGone() const override { return variable_->IsGone(); }
+    Liveness* Life() const final { return variable_->Life(); }
+    bool IsGone() const final { return variable_->IsGone(); }
 
     HVarsEntry& Variable() const { return *variable_; }
     int Dimension() const { return dimension_; }

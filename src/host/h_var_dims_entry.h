@@ -30,8 +30,8 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
     bool CanHold() override;
     void BeginBatch() override;
     host::Viewable* Holder() const override { return Array().HolderAt(address_); }
-    Liveness* Life() const override { return Array().Life(); }
-    bool IsGone() const override { return Array().IsGone(); }
+    Liveness* Life() const final { return Array().Life(); }
+    bool IsGone() const final { return Array().IsGone(); }
 
     int Index() const { return index_; }
     bool FollowsAttachments() const { return attachments_; }

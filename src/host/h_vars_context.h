@@ -42,8 +42,8 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     bool IsSameList(const HVarsContext& other) const {
         return owner_.Number() == other.owner_.Number();
     }
-    bool IsGone() const override { return owner_.IsGone(); }
-    Liveness* Life() const override { return owner_.Life().Get(); }
+    bool IsGone() const final { return owner_.IsGone(); }
+    Liveness* Life() const final { return owner_.Life().Get(); }
 
     const HostObject<host::Viewable>& Owner() const { return owner_; }
     const HovexOptions* Options() const { return options_; }

@@ -23,8 +23,8 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     bool IsContainer() override;
     FIContext* GetContext() override;
     bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
-    Liveness* Life() const override { return owner_.Life().Get(); }
-    bool IsGone() const override { return owner_.IsGone(); }
+    Liveness* Life() const final { return owner_.Life().Get(); }
+    bool IsGone() const final { return owner_.IsGone(); }
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }

@@ -13,46 +13,60 @@ class Shielded<T> final : public T {
     using T::T;
 
     void Initialize() override {
-        memory::OrNothing([&] { T::Initialize(); });
+        if (memory::IsInside()) return T::Initialize();
+        memory::Call<&FISolver::Initialize>::OrNothing(*this);
     }
     void* CheckSolve(FIErrorList& errors) override {
-        return memory::Or(nullptr, [&] { return T::CheckSolve(errors); });
+        if (memory::IsInside()) return T::CheckSolve(errors);
+        return memory::Call<&FISolver::CheckSolve>::Or(nullptr, *this, errors);
     }
     void Options(FIErrorList& errors) override {
-        memory::OrNothing([&] { T::Options(errors); });
+        if (memory::IsInside()) return T::Options(errors);
+        memory::Call<&FISolver::Options>::OrNothing(*this, errors);
     }
     void SolveOnceNow(FIErrorList& errors) override {
-        memory::OrNothing([&] { T::SolveOnceNow(errors); });
+        if (memory::IsInside()) return T::SolveOnceNow(errors);
+        memory::Call<&FISolver::SolveOnceNow>::OrNothing(*this, errors);
     }
     bool Run() override {
-        return memory::Or(false, [&] { return T::Run(); });
+        if (memory::IsInside()) return T::Run();
+        return memory::Call<&FISolver::Run>::Or(false, *this);
     }
     void Pause() override {
-        memory::OrNothing([&] { T::Pause(); });
+        if (memory::IsInside()) return T::Pause();
+        memory::Call<&FISolver::Pause>::OrNothing(*this);
     }
     void Resume() override {
-        memory::OrNothing([&] { T::Resume(); });
+        if (memory::IsInside()) return T::Resume();
+        memory::Call<&FISolver::Resume>::OrNothing(*this);
     }
     void Stop() override {
-        memory::OrNothing([&] { T::Stop(); });
+        if (memory::IsInside()) return T::Stop();
+        memory::Call<&FISolver::Stop>::OrNothing(*this);
     }
     bool Subscribe(void* owner, int kind, FISolverCallback callback) override {
-        return memory::Or(false, [&] { return T::Subscribe(owner, kind, callback); });
+        if (memory::IsInside()) return T::Subscribe(owner, kind, callback);
+        return memory::Call<&FISolver::Subscribe>::Or(false, *this, owner, kind, callback);
     }
     bool Unsubscribe(void* owner, int kind) override {
-        return memory::Or(false, [&] { return T::Unsubscribe(owner, kind); });
+        if (memory::IsInside()) return T::Unsubscribe(owner, kind);
+        return memory::Call<&FISolver::Unsubscribe>::Or(false, *this, owner, kind);
     }
     void GetAttribute(const FIValue& name, FIValue& out) override {
-        memory::OrTell(out, [&] { T::GetAttribute(name, out); });
+        if (memory::IsInside()) return T::GetAttribute(name, out);
+        memory::Call<&FISolver::GetAttribute>::OrTell(out, *this, name, out);
     }
     void SetAttribute(const FIValue& name, const FIValue& value, FIValue& out) override {
-        memory::OrTell(out, [&] { T::SetAttribute(name, value, out); });
+        if (memory::IsInside()) return T::SetAttribute(name, value, out);
+        memory::Call<&FISolver::SetAttribute>::OrTell(out, *this, name, value, out);
     }
     FIAttributeSource* GetAttributeSource() override {
-        return memory::OrElse([] { return EmptyEntry()->GetAttributeSource(); },
-                              [&] { return T::GetAttributeSource(); });
+        if (memory::IsInside()) return T::GetAttributeSource();
+        return memory::Call<&FISolver::GetAttributeSource>::OrElse(
+            [] { return EmptyEntry()->GetAttributeSource(); }, *this);
     }
     FIAttributeCursorBase* MakeCursor() override {
-        return memory::OrElse(EmptyAttributeCursor, [&] { return T::MakeCursor(); });
+        if (memory::IsInside()) return T::MakeCursor();
+        return memory::Call<&FIAttributeSource::MakeCursor>::OrElse(EmptyAttributeCursor, *this);
     }
 };

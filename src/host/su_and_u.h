@@ -27,7 +27,7 @@ class HSUandUContext : public FixedContext<HSUandUContext, HSUandUCursorBase, HS
 
     // Null when it is gone.
     host::FlowSheet* FlowSheet() const { return flowsheet_.Get(); }
-    bool IsGone() const override { return FixedContext::IsGone() || flowsheet_.IsGone(); }
+    bool IsGone() const final { return FixedContext::IsGone() || flowsheet_.IsGone(); }
     const HovexOptions* Options() const { return options_; }
 
  private:

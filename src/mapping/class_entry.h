@@ -59,8 +59,8 @@ class CCDMClassEntry : public FIEntry,
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
 
     // The application's nodes do; a pure entry is never gone.
-    Liveness* Life() const override { return faces_.ByFace().Life(); }
-    bool IsGone() const override { return faces_.ByFace().AreGone(); }
+    Liveness* Life() const final { return faces_.ByFace().Life(); }
+    bool IsGone() const final { return faces_.ByFace().AreGone(); }
 
     const AncestorPath& Path() const { return path_; }
     const AppFaces& Faces() const { return faces_; }

@@ -22,8 +22,8 @@ class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
 
-    Liveness* Life() const override { return context_->Place().references.Life(); }
-    bool IsGone() const override { return context_->Place().references.AreGone(); }
+    Liveness* Life() const final { return context_->Place().references.Life(); }
+    bool IsGone() const final { return context_->Place().references.AreGone(); }
 
     const CCDMClassContext& Context() const { return *context_; }
 

@@ -85,7 +85,13 @@ FIValue FIValue::OfReal(double number) {
 
 void FIValue::Assign(const FIValue& other) {
     if (this == &other) return;
-    // Made first, so that a value which can't be replaced stays as it is.
+    if (other.kind_ == kLongText) return AssignLong(other);
+    FreeBuffer();
+    CopyFrom(other);
+}
+
+// Made first, so that a value which can't be replaced stays as it is.
+void FIValue::AssignLong(const FIValue& other) {
     FIValue copy(other);
     FreeBuffer();
     StealFrom(copy);

@@ -144,6 +144,7 @@ class FIValue {
     }
 
     void CopyUncommon(const FIValue& other);
+    void AssignLong(const FIValue& other);
     void ReleaseBuffer() noexcept;
     std::int32_t IntFromOtherKind() const noexcept;
     double RealFromOtherKind() const noexcept;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kFailuresTold = 20;
 // That are tried in a run without a step.
-constexpr std::size_t kPlaces = 400;
+constexpr std::size_t kPlaces = 200;
 
 class Runner {
  public:

@@ -17,7 +17,7 @@ from support import DONE, PROGRAM, UNREADABLE, ProgramTest  # noqa: E402
 PRELOAD = os.environ["MEMORY_PRELOAD"]
 STEP = int(os.environ.get("MEMORY_STEP", "0"))
 # That are tried in a run without a step.
-PLACES = 60
+PLACES = 40
 # The second is how the system calls it, of a file that it can't open.
 MESSAGES = ["fixtop: out of memory\n", "can't be read: Cannot allocate memory\n"]
 WITHIN = f"{STREAMS}.\"Feed 1\".Temperature"
