@@ -71,10 +71,6 @@ void CaseLife::TellAllForgotten() {
     for (const Ref<CaseLife>& record : AllRecords()) record->TellForgotten();
 }
 
-const CaseLife* CaseLife::OfEvent() {
-    return event_;
-}
-
 // Not asked of the case itself, which may be gone.
 bool CaseLife::IsThere() const {
     host::HostServices* services = host::InstalledServices();

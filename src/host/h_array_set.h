@@ -65,6 +65,7 @@ class HArraySetEntry final : public AttrMapEntry<HArraySetEntry>, public LivingN
     bool IsContainer() override { return !IsGone(); }
     Liveness* Life() const override { return context_->Life(); }
     bool IsGone() const override { return context_->IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
 

@@ -53,6 +53,7 @@ class HArraySetElemEntry final : public AttrMapEntry<HArraySetElemEntry>, public
     }
     Liveness* Life() const override { return context_->Life(); }
     bool IsGone() const override { return context_->IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }

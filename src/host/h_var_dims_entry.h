@@ -34,6 +34,7 @@ class HVarDimsEntry final : public AttrMapEntry<HVarDimsEntry>,
     host::Viewable* Holder() const override { return Array().HolderAt(address_); }
     Liveness* Life() const override { return Array().Life(); }
     bool IsGone() const override { return Array().IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
 
     int Index() const { return index_; }
     bool FollowsAttachments() const { return attachments_; }

@@ -25,6 +25,7 @@ class HVarsEntry final : public AttrMapEntry<HVarsEntry>, public HAttachment, pu
     bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
     Liveness* Life() const override { return owner_.Life().Get(); }
     bool IsGone() const override { return owner_.IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }
