@@ -43,6 +43,13 @@ class Nodes : public NeutralModule {
         EXPECT_TRUE(at_last->Last()) << PathOf(node);
         ExpectSame(*on_last, *at_last);
         EXPECT_FALSE(at_last->Next()) << PathOf(node);
+        ExpectNowhereOrOnFirst(*at_last);
+    }
+    static void ExpectNowhereOrOnFirst(FIIteratorBase& behind_last) {
+        if (NameOf(behind_last) == "(NULL)") return;
+        const Iterator first = Iterator::Adopt(behind_last.Copy());
+        EXPECT_TRUE(first->First());
+        ExpectSame(*first, behind_last);
     }
     using Visit = std::function<void(FIIteratorBase&)>;
     // Down to the depth at which the lists of one object have their elements.
