@@ -203,7 +203,6 @@ cmd_soak() {
     local steps=${1-1000000} view
     [[ $steps =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
     need build test
-    cmake --preset asan -DFIXTOP_LIFETIMES=ON </dev/null >/dev/null || fail "configuring failed"
     build asan --target lifetimes_soak || fail "the build failed"
     for view in raw neutral mixed; do
         say "$steps steps, $view"

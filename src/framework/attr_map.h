@@ -60,14 +60,10 @@ struct AttrRow {
     std::intptr_t extra = 0;
 };
 
-// Whether the owner has lost what it stood on, and with it what it could answer. Never for one that
-// stands on nothing, and for one whose rows ask nothing of it (T has a type AnswersWhenGone).
+// Whether the owner has lost what it stood on. Never for one that stands on nothing.
 template <class T>
 bool HasLostItsObject(const T& owner) {
-    if constexpr (
-        requires { owner.IsGone(); } && !requires { typename T::AnswersWhenGone; }) {
-        return owner.IsGone();
-    }
+    if constexpr (requires { owner.IsGone(); }) return owner.IsGone();
     return false;
 }
 
@@ -154,7 +150,11 @@ class AttrMapCursorBase : public FIAttributeCursorBase {
     }
     bool AtBegin() override { return row_ == First(); }
     bool AtEnd() override { return row_ == End(); }
-    int Compare(FICursorPosition& other) override { return CompareKeys(*this, other); }
+    int Compare(FICursorPosition& other) override {
+        const int order = CompareKeys(*this, other);
+        const bool is_gone = order != 0 && (HasLostItsObject(*owner_) || HasLost(other));
+        return is_gone ? kNotComparable : order;
+    }
     void GetKey(FIValue& out) override {
         if (AtEnd()) {
             out.Clear();
@@ -166,7 +166,7 @@ class AttrMapCursorBase : public FIAttributeCursorBase {
         if (AtEnd()) {
             out.Clear();
         } else if (HasLostItsObject(*owner_)) {
-            out.SetText(kNodeDeletedText);
+            owner_->GetAttribute(FIValue(row_->name), out);
         } else {
             row_->Read(*owner_, out);
         }
@@ -177,6 +177,11 @@ class AttrMapCursorBase : public FIAttributeCursorBase {
  private:
     static const AttrRow<T>* First() { return T::AttributeRows().data(); }
     static const AttrRow<T>* End() { return First() + T::AttributeRows().size(); }
+
+    bool HasLost(FICursorPosition& other) const {
+        return other.TypeId() == TypeId() &&
+               HasLostItsObject(*static_cast<AttrMapCursorBase&>(other).owner_);
+    }
 
     static inline const char kTypeId = 0;
     T* owner_;

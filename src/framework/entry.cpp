@@ -1,8 +1,15 @@
 #include "framework/entry.h"
 
+#include "framework/cursor.h"
+#include "framework/liveness.h"
+
 namespace {
 
 constexpr char kNotSupported[] = "Not Supported";
+
+bool IsGone(const LivingNode* node) {
+    return node && node->IsGone();
+}
 
 }  // namespace
 
@@ -25,6 +32,11 @@ bool FIEntry::Unsubscribe(void*, int) {
 }
 
 int FIEntry::Compare(FIEntry& other) {
+    const auto* own = dynamic_cast<const LivingNode*>(this);
+    const auto* others = dynamic_cast<const LivingNode*>(&other);
+    if (IsGone(own) || IsGone(others)) {
+        return own && others && own->StandsWith(*others) ? 0 : kNotComparable;
+    }
     FIValue own_name;
     FIValue other_name;
     GetName(own_name);

@@ -80,7 +80,8 @@ class FIEntry {
     // Asks to be told of changes; false when the node can't tell.
     virtual bool Subscribe(void* owner, int kind, FICallback callback);
     virtual bool Unsubscribe(void* owner, int kind);
-    // By name, as FIValue::Compare.
+    // By name, as FIValue::Compare. One whose object is gone equals those that stood on the same,
+    // and is not comparable with any other.
     virtual int Compare(FIEntry& other);
 
     virtual void SetUnit(const FIValue& unit, FIValue& out);

@@ -237,12 +237,9 @@ int FIIterator::ComparePlaces(const FIIterator& other) const {
     const bool have_objects = level >= 0 && level == ObjectLevel(other, depth);
     const bool on_same =
         have_objects && NumberOf(*EntryAt(level)) == NumberOf(*other.EntryAt(level));
-    FIValue name;
-    FIValue other_name;
     for (int each = on_same ? level + 1 : 0; each <= depth; ++each) {
-        EntryAt(each)->GetName(name);
-        other.EntryAt(each)->GetName(other_name);
-        if (const int order = name.Compare(other_name); order != 0) return order;
+        const int order = EntryAt(each)->Compare(*other.EntryAt(each));
+        if (order != 0) return order;
     }
     return have_objects && !on_same ? kNotComparable : 0;
 }

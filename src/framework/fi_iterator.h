@@ -133,7 +133,7 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     bool IsGone() const { return IsGoneAt(frames_.Size()); }
     bool IsGoneAt(int level) const;
     // Whether both stand on one object, as far as objects have numbers, and below it, or else from
-    // the root, on nodes of one name: 0; otherwise an order by names, or not comparable.
+    // the root, on nodes that compare equal: 0; otherwise their order, or not comparable.
     int ComparePlaces(const FIIterator& other) const;
     // The node of a level, the present one for the depth; lent.
     FIEntry* EntryAt(int level) const;

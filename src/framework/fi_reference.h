@@ -95,6 +95,11 @@ class FIReference : public FIReferenceBase,
     State GetState() const { return state_; }
     // The node does not live any more, whether that was found out by a use or not.
     bool IsGone() const { return state_ == kDeleted || iterator_->IsGone(); }
+    // As FIIterator::ComparePlaces, of the places where they stood when they were last sure of
+    // them.
+    int ComparePlaces(const FIReference& other) const {
+        return iterator_->ComparePlaces(*other.iterator_);
+    }
     // Of what the node stands on; null when that can't go. Lent.
     Liveness* Life() const { return iterator_->Life(); }
 

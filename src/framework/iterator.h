@@ -33,8 +33,8 @@ class FIIteratorBase {
     virtual bool Down(int index) = 0;
     // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
     // iterator back where it was. What stands in parentheses behind a name is the key of a node, as
-    // GetPath writes it, or an attribute that the node has, with which a path ends; a path in which
-    // it is neither leads nowhere.
+    // GetPath writes it, or an attribute that the node has, with which a path ends. One such may
+    // stand behind a key in parentheses of its own. A path in which it is neither leads nowhere.
     virtual bool SeekPath(const FIValue& path) = 0;
     // Walks a parsed path; `attribute` gets the name in parentheses of its last step, or NULL.
     virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;

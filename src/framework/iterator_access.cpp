@@ -56,6 +56,8 @@ void FIIterator::SetAttribute(const FIValue& name, const FIValue& value, int mod
         throw;
     }
     holder->BeginBatch();
+    // The solve that the end of the hold starts may take the node away too.
+    if (out.IsNull() && IsGone()) out.SetText(kNodeDeletedText);
 }
 
 void FIIterator::SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) {

@@ -27,7 +27,7 @@ class Liveness {
 
      protected:
         Watcher() = default;
-        ~Watcher() = default;
+        virtual ~Watcher() = default;
 
      private:
         friend class Liveness;
@@ -75,6 +75,17 @@ class Liveness {
     // See Watcher::OnForgotten.
     void TellForgotten();
 
+    // Hands an event of the case to `hand_on`, as whose it is known meanwhile.
+    template <class HandOn>
+    void AsEvent(HandOn hand_on) {
+        const Liveness* const outer = event_;
+        event_ = this;
+        hand_on();
+        event_ = outer;
+    }
+    // The case whose event is being handed on; null outside of any.
+    static const Liveness* OfEvent() { return event_; }
+
  protected:
     // `revision` is the host's place of the number, null when it keeps none: then what it tells
     // counts.
@@ -102,6 +113,8 @@ class Liveness {
     // No revision of a host, and no revision that a handle has noted.
     static constexpr std::uint64_t kEnded = ~std::uint64_t{0};
 
+    static inline const Liveness* event_ = nullptr;
+
     const std::uint64_t* revision_;
     std::uint64_t own_ = 1;
     std::uint64_t round_ = 0;
@@ -121,6 +134,10 @@ class LivingNode {
     virtual std::uint64_t ObjectNumber() const { return 0; }
     // No other object ever has the number, so that it alone says whether the object lives.
     virtual bool IsTracked() const { return false; }
+    // Whether both stand, or stood, on the same. Asks nothing of what they stand on.
+    virtual bool StandsWith(const LivingNode& other) const {
+        return ObjectNumber() != 0 && ObjectNumber() == other.ObjectNumber();
+    }
 
  protected:
     ~LivingNode() = default;

@@ -4,7 +4,7 @@
 
 #include "diagnostics/memory_guard.h"
 
-void SubscriberList::Add(void* owner, int kind, FICallback callback, const void* scope) {
+void SubscriberList::Add(void* owner, int kind, FICallback callback, const Liveness* scope) {
     records_.push_back({kind, owner, callback, scope, true});
 }
 
@@ -22,19 +22,30 @@ bool SubscriberList::Remove(void* owner, int kind) {
     return true;
 }
 
-void SubscriberList::Dispatch(int event, const void* scope) {
-    const bool deletion = event != 0;
+template <class Wanted>
+void SubscriberList::Tell(bool deletion, Wanted wanted) {
     ++rounds_;
     // By index, since a callback may subscribe, which moves the records; who comes during the round
     // waits for the next, or one that leaves and comes back would be called without end.
     const std::size_t count = records_.size();
     for (std::size_t i = 0; i < count; ++i) {
+        if (!records_[i].active || !wanted(records_[i])) continue;
+        if (deletion) records_[i].told = true;
         const Record record = records_[i];
-        if (record.active && record.Wants(deletion, scope)) {
-            memory::Outside([&] { record.callback(record.owner, record.kind); });
-        }
+        memory::Outside([&] { record.callback(record.owner, record.kind); });
     }
     if (--rounds_ == 0 && erase_pending_) EraseInactive();
+}
+
+void SubscriberList::Dispatch(int event, const Liveness* scope) {
+    const bool deletion = event != 0;
+    Tell(deletion, [=](const Record& record) { return record.Wants(deletion, scope); });
+}
+
+void SubscriberList::TellEnd(const Liveness* scope) {
+    Tell(true, [=](const Record& record) {
+        return record.kind == kNodeDeleted && record.scope == scope && !record.told;
+    });
 }
 
 void SubscriberList::Clear() {

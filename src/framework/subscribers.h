@@ -7,16 +7,20 @@
 
 #include "framework/entry.h"
 
+class Liveness;
+
 class SubscriberList {
  public:
     // `scope` says of what the record wants to hear the end; null is of everything.
-    void Add(void* owner, int kind, FICallback callback, const void* scope = nullptr);
+    void Add(void* owner, int kind, FICallback callback, const Liveness* scope = nullptr);
     // Takes out the first active record of this owner and kind; false when there is none.
     bool Remove(void* owner, int kind);
     // Event 0 is a change and reaches every active record but those of kind 0; any other event is a
     // deletion and reaches the records of kind 0 that have this scope, or one of both null. Each is
     // called with (owner, kind), in order.
-    void Dispatch(int event, const void* scope = nullptr);
+    void Dispatch(int event, const Liveness* scope = nullptr);
+    // Tells the records of kind 0 of this very scope that were told of no deletion yet.
+    void TellEnd(const Liveness* scope);
     // Frees every record; inside a round the records are only made inactive.
     void Clear();
     bool IsEmpty() const { return records_.empty(); }
@@ -26,15 +30,18 @@ class SubscriberList {
         int kind;
         void* owner;
         FICallback callback;
-        const void* scope;
+        const Liveness* scope;
         bool active;
+        bool told = false;  // of a deletion
 
-        bool Wants(bool deletion, const void* of) const {
+        bool Wants(bool deletion, const Liveness* of) const {
             if ((kind == kNodeDeleted) != deletion) return false;
             return !deletion || !scope || !of || scope == of;
         }
     };
 
+    template <class Wanted>
+    void Tell(bool deletion, Wanted wanted);
     void EraseInactive();
 
     std::vector<Record> records_;

@@ -1,5 +1,6 @@
 #include "framework/top_entry.h"
 
+#include "framework/empties.h"
 #include "framework/shield.h"
 #include "framework/subscribers.h"
 #include "framework/top_cursor.h"
@@ -19,8 +20,16 @@ void ReadServer(FITopEntry&, FIValue& out) {
 }  // namespace
 
 FITopEntry::FITopEntry(FIContext* context, FINotify* notify_slot, FISolver* service)
-    : context_(Ref<FIContext>::Share(context)), notifier_(notify_slot), service_(service) {
+    : context_(Ref<FIContext>::Share(context)),
+      living_(dynamic_cast<const LivingNode*>(context)),
+      life_(Ref<Liveness>::Share(living_ ? living_->Life() : nullptr)),
+      notifier_(notify_slot),
+      service_(service) {
     if (notify_slot) *notify_slot = &FITopEntry::NotifyAll;
+}
+
+FITopEntry::~FITopEntry() {
+    if (life_) life_->Leave(*this);
 }
 
 std::span<const AttrRow<FITopEntry>> FITopEntry::AttributeRows() {
@@ -33,16 +42,23 @@ std::span<const AttrRow<FITopEntry>> FITopEntry::AttributeRows() {
 }
 
 void FITopEntry::GetName(FIValue& out) {
+    if (IsGone()) return out.Clear();
     out.SetText("Top");
 }
 
+void FITopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
+    FIEntry::SetAttribute(name, value, mode, out);
+}
+
 FIContext* FITopEntry::GetContext() {
-    return context_.Counted();
+    return IsGone() ? EmptyContext() : context_.Counted();
 }
 
 bool FITopEntry::Subscribe(void* owner, int kind, FICallback callback) {
-    if (!notifier_) return false;
-    Subscribers().Add(owner, kind, callback);
+    if (!notifier_ || IsGone()) return false;
+    Subscribers().Add(owner, kind, callback, life_.Get());
+    if (life_) life_->WatchQuietly(*this);
     return true;
 }
 
@@ -57,7 +73,16 @@ bool FITopEntry::QueryService(int kind, void** out) {
 }
 
 void FITopEntry::NotifyAll(int event) {
-    memory::Contain([event] { Subscribers().Dispatch(event); });
+    memory::Contain([event] { Subscribers().Dispatch(event, Liveness::OfEvent()); });
+}
+
+void FITopEntry::OnEnd() {
+    Subscribers().TellEnd(life_.Get());
+}
+
+bool FITopEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const FITopEntry*>(&other);
+    return that && Life() == that->Life();
 }
 
 FIContext* FITopEntry::MakeSingleChildContext() {

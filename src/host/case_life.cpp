@@ -77,10 +77,6 @@ void CaseLife::TellAllForgotten() {
     ForEachRecord([](CaseLife& record) { record.TellForgotten(); });
 }
 
-const CaseLife* CaseLife::OfEvent() {
-    return event_;
-}
-
 // Not asked of the case itself, which may be gone.
 bool CaseLife::IsThere() const {
     host::HostServices* services = host::InstalledServices();

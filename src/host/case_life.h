@@ -24,8 +24,6 @@ class CaseLife final : public Liveness {
     static void EndAll();
     // The list of subscribers that the tops of all cases share was emptied.
     static void TellAllForgotten();
-    // The case whose event is being handed on; null outside of any.
-    static const CaseLife* OfEvent();
 
     // The case is there, or there is none that could go.
     bool IsLive() const;
@@ -38,21 +36,6 @@ class CaseLife final : public Liveness {
     Ref<HSolverNotify> Notifier();
     // The one that there is, or null.
     HSolverNotify* PresentNotifier() const { return notifier_; }
-
-    // The subscribers at the tops of the case were told of its end; once.
-    bool TakeTopsToTell() const { return !std::exchange(tops_told_, true); }
-
-    // Hands an event of the case to `hand_on`, as whose it is known meanwhile.
-    template <class HandOn>
-    void AsEvent(HandOn hand_on) {
-        struct Event {
-            explicit Event(const CaseLife* of) : outer(std::exchange(event_, of)) {}
-            ~Event() { event_ = outer; }
-            const CaseLife* const outer;
-        };
-        const Event event(this);
-        hand_on();
-    }
 
  private:
     friend class HSolverNotify;
@@ -67,14 +50,11 @@ class CaseLife final : public Liveness {
     // Whether the case at the address, which is there, is the one of this record.
     bool IsSameCase() const;
 
-    static inline const CaseLife* event_ = nullptr;
-
     host::SimulationCase* case_;
     std::uint64_t identity_;
     unsigned installation_;
     HSolverNotify* notifier_ = nullptr;
     mutable std::uint64_t seen_ = 0;
-    mutable bool tops_told_ = false;
     // Held while somebody watches.
     Ref<HSolverNotify> watched_;
 };

@@ -26,12 +26,14 @@ class FixedCursor : public NumberedCursor<Derived, Context> {
     using NumberedCursor<Derived, Context>::NumberedCursor;
 
     bool Seek(int origin, int delta) override {
+        if (this->IsGone()) return false;
         GoTo(origin);
         const long long wanted = static_cast<long long>(position_) + delta;
         position_ = static_cast<int>(std::clamp<long long>(wanted, 0, End()));
         return position_ < End();
     }
     bool SeekName(int origin, const char* name) override {
+        if (this->IsGone()) return false;
         GoTo(origin);
         for (int i = 0; name && i < End(); ++i) {
             if (std::strcmp(Names().names[i], name) != 0) continue;
@@ -40,7 +42,7 @@ class FixedCursor : public NumberedCursor<Derived, Context> {
         }
         return false;
     }
-    bool AtEnd() override { return position_ == Names().at_end; }
+    bool AtEnd() override { return this->IsGone() || position_ == Names().at_end; }
 
  protected:
     int End() const override { return static_cast<int>(Names().names.size()); }

@@ -53,6 +53,11 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
     bool IsContainer() override { return !IsGone(); }
     Liveness* Life() const override { return context_->Life(); }
     bool IsGone() const override { return context_->IsGone(); }
+    bool StandsWith(const LivingNode& other) const override {
+        const auto* that = dynamic_cast<const FixedEntry*>(&other);
+        return that && index_ == that->index_ && Life() == that->Life() &&
+               context_->IsSameList(*that->context_);
+    }
     void SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) override {
         if (IsGone()) return out.SetText(kNodeDeletedText);
         SetSwitches(*this, attachments_, name, value, Derived::kRefusal, out);

@@ -108,20 +108,24 @@ void HFSOContext::GetKeyValue(const char* path, FIValue& out, const char** rest)
 }
 
 bool HReactionCursorBase::Seek(int origin, int delta) {
+    if (IsGone() || (origin == kFromPresent && HasLost())) return false;
     if (origin == kFromFirst) position_ = 0;
     if (origin == kFromEnd) position_ = End();
     const long long wanted = static_cast<long long>(position_) + delta;
-    position_ = static_cast<int>(std::clamp<long long>(wanted, INT_MIN, INT_MAX));
+    Stand(static_cast<int>(std::clamp<long long>(wanted, INT_MIN, INT_MAX)));
     return List().Reaction(position_) != nullptr;
 }
 
 bool HReactionCursorBase::SeekName(int origin, const char* name) {
-    if (origin != kFromPresent || position_ < 0) position_ = 0;
-    for (const int end = End(); name && position_ < end; ++position_) {
-        host::Reaction* reaction = List().Reaction(position_);
-        if (reaction && reaction->GetName() == name) return true;
-    }
-    return false;
+    if (!name || IsGone() || (origin == kFromPresent && HasLost())) return false;
+    const int end = End();
+    int position = origin == kFromPresent && position_ > 0 ? position_ : 0;
+    const auto has_name = [&] {
+        host::Reaction* reaction = List().Reaction(position);
+        return reaction && reaction->GetName() == name;
+    };
+    while (position < end && !has_name()) ++position;
+    return Stand(position);
 }
 
 void HReactionCursorBase::ReadKey(int position, FIValue& out) const {

@@ -31,6 +31,7 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     bool IsSameList(const HFSOContext& other) const { return life_.Get() == other.life_.Get(); }
     // The flowsheet, or the case, whose objects are listed is gone.
     bool IsGone() const final { return !life_->IsLive() || flowsheet_.IsGone(); }
+    std::uint64_t NumberAt(int number) const { return HostObjectBase::NumberOf(Reaction(number)); }
     Liveness* Life() const final { return life_.Get(); }
 
     const Ref<CaseLife>& CaseRecord() const { return life_; }

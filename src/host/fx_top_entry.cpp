@@ -12,7 +12,6 @@ namespace {
 using Self = FIXTopEntry;
 
 constexpr char kBooleanExpected[] = "Argument mismatch, boolean value required.";
-constexpr int kDeletion = 1;
 constexpr int kHidden = 0;
 constexpr int kShown = 4;
 
@@ -73,16 +72,7 @@ FIXTopEntry::~FIXTopEntry() {
 
 // The host's callback has told the subscribers of this case already, where it came this way.
 void FIXTopEntry::OnEnd() {
-    if (life_->TakeTopsToTell()) Subscribers().Dispatch(kDeletion, life_.Get());
-}
-
-void FIXTopEntry::GetName(FIValue& out) {
-    if (IsGone()) return out.Clear();
-    FITopEntry::GetName(out);
-}
-
-FIContext* FIXTopEntry::GetContext() {
-    return IsGone() ? EmptyContext() : FITopEntry::GetContext();
+    Subscribers().TellEnd(life_.Get());
 }
 
 void FIXTopEntry::SetAttachCall(AttachCall call) {
@@ -194,7 +184,5 @@ bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
 }
 
 void FIXTopEntry::Dispatch(int event) {
-    const CaseLife* of = CaseLife::OfEvent();
-    if (event != 0 && of) of->TakeTopsToTell();
-    memory::Contain([&] { Subscribers().Dispatch(event, of); });
+    memory::Contain([event] { Subscribers().Dispatch(event, Liveness::OfEvent()); });
 }

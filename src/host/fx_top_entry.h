@@ -10,7 +10,7 @@
 #include "framework/top_entry.h"
 #include "host/case_life.h"
 
-class FIXTopEntry : public FITopEntry, public LivingNode, private Liveness::Watcher {
+class FIXTopEntry : public FITopEntry {
  public:
     // Sets the flag of a host top context; gets one reference to give up. False: not possible.
     using AttachCall = bool (*)(FIContext* context, bool follow);
@@ -31,14 +31,11 @@ class FIXTopEntry : public FITopEntry, public LivingNode, private Liveness::Watc
     FIAttributeCursorBase* MakeCursor() override;
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
-    void GetName(FIValue& out) override;
 
     // Tells the subscribers: 0 is a change, anything else a deletion, of which those of other cases
     // than the one that tells hear nothing.
     static void Dispatch(int event);
 
-    bool IsContainer() override { return !IsGone(); }
-    FIContext* GetContext() override;
     Liveness* Life() const final { return life_.Get(); }
     bool IsGone() const final { return !life_->IsLive(); }
 
@@ -47,10 +44,7 @@ class FIXTopEntry : public FITopEntry, public LivingNode, private Liveness::Watc
     void SetVisible(const FIValue& value, FIValue& out);
     void SetAttachments(const FIValue& value, FIValue& out);
 
-    // Liveness::Watcher
     void OnEnd() override;
-    void OnChange() override {}
-    void OnForgotten() override {}
 
     const Ref<CaseLife> life_;
     bool has_subscriptions_;

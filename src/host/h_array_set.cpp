@@ -99,6 +99,11 @@ FIContext* HArraySetEntry::GetContext() {
     return HandOut(new Shielded<HArraySetElemContext>(context_.Get(), row_, this));
 }
 
+bool HArraySetEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HArraySetEntry*>(&other);
+    return that && context_->IsSameList(*that->context_) && row_ == that->row_;
+}
+
 void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     if (IsGone()) return out.SetText(kNodeDeletedText);
     SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);

@@ -36,6 +36,11 @@ void HArraySetElemCursorBase::ReadKey(int position, FIValue& out) const {
 HArraySetElemEntry::HArraySetElemEntry(HArraySetElemContext* context, int column)
     : context_(Ref<HArraySetElemContext>::Share(context)), column_(column) {}
 
+bool HArraySetElemEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HArraySetElemEntry*>(&other);
+    return that && context_->IsSameList(*that->context_) && column_ == that->column_;
+}
+
 void HArraySetElemEntry::SetAttribute(const FIValue& name, const FIValue& value, int,
                                       FIValue& out) {
     if (IsGone()) return out.SetText(kNodeDeletedText);

@@ -27,15 +27,23 @@ host::VarType UnitTypeOf(host::RTIVariable& variable) {
 
 HPublishContext::HPublishContext(host::COnlineConnectivityManager& manager, FIEntry* parent,
                                  Ref<CaseLife> life)
-    : manager_(&manager, std::move(life)),
-      count_(CountOf(manager)),
-      parent_(Ref<FIEntry>::Share(parent)) {}
+    : manager_(&manager, std::move(life)), parent_(Ref<FIEntry>::Share(parent)) {}
 
 int HPublishContext::CountOf(host::COnlineConnectivityManager& manager) {
     host::DimInfo bounds;
     manager.GetVariableDimensions(host::VarDescription(kPublished, 0), bounds);
     const std::int64_t count = std::int64_t{bounds.high[0]} - bounds.low[0] + 1;
     return static_cast<int>(std::clamp<std::int64_t>(count, 0, INT_MAX));
+}
+
+int HPublishContext::Count() const {
+    host::COnlineConnectivityManager* manager = manager_.Get();
+    if (!manager) return 0;
+    if (!Life() || !Life()->IsCurrent(counted_at_)) {
+        count_ = CountOf(*manager);
+        counted_at_ = Life() ? Life()->Revision() : 0;
+    }
+    return count_;
 }
 
 FICursorBase* HPublishContext::MakeCursor(int kind) {
@@ -58,24 +66,26 @@ FIEntry* HPublishContext::MakeEntry(int number) {
 }
 
 bool HPublishCursorBase::Seek(int origin, int delta) {
+    if (IsGone() || (origin == kFromPresent && HasLost())) return false;
     if (origin == kFromFirst) position_ = 0;
     if (origin == kFromEnd) position_ = End();
     const long long wanted = static_cast<long long>(position_) + delta;
-    position_ = static_cast<int>(std::clamp<long long>(wanted, 0, End()));
-    return position_ < End();
+    return Stand(static_cast<int>(std::clamp<long long>(wanted, 0, End())));
 }
 
 bool HPublishCursorBase::SeekName(int origin, const char* name) {
     const int end = End();
-    if (end == 0 || !name) return false;
     const bool goes_on = origin == kFromPresent;
+    if (end == 0 || !name || IsGone() || (goes_on && HasLost())) return false;
+    const auto after = [end](int position) { return position + 1 < end ? position + 1 : 0; };
     const int start = goes_on && position_ < end ? position_ : 0;
-    position_ = goes_on && position_ + 1 < end ? position_ + 1 : 0;
+    int position = goes_on ? after(position_) : 0;
     do {
-        host::RTIVariable* variable = List().Variable(position_);
-        if (variable && variable->GetName() == name) return true;
-        position_ = position_ + 1 < end ? position_ + 1 : 0;
-    } while (position_ != start);
+        host::RTIVariable* variable = List().Variable(position);
+        if (variable && variable->GetName() == name) return Stand(position);
+        position = after(position);
+    } while (position != start);
+    Stand(start);
     return false;
 }
 

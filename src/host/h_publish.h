@@ -27,15 +27,18 @@ class HPublishContext : public CountedFromZero<FIContext>, public LivingNode {
     }
     Liveness* Life() const final { return manager_.Life().Get(); }
     bool IsGone() const final { return manager_.IsGone(); }
+    std::uint64_t NumberAt(int number) const { return HostObjectBase::NumberOf(Variable(number)); }
 
     const Ref<CaseLife>& CaseRecord() const { return manager_.Life(); }
-    int Count() const { return IsGone() ? 0 : count_; }
+    // 0 when the manager is gone.
+    int Count() const;
     // Null when the manager has none of this number.
     host::RTIVariable* Variable(int number) const;
 
  private:
     HostObject<host::COnlineConnectivityManager> manager_;
-    int count_;
+    mutable int count_ = 0;
+    mutable std::uint64_t counted_at_ = 0;  // the revision of the structure
     Ref<FIEntry> parent_;
 };
 

@@ -3,29 +3,25 @@
 #include "framework/shield.h"
 #include "host/h_spec_entry.h"
 
-namespace {
-
 // Counted with the elements that are not shown now.
-int PlaceIn(const host::LinkedList* list, const host::CSpecElement& element) {
-    host::LinkedListIterator elements(list);
+int SpecWalk::PlaceOf(const host::CSpecElement& element) const {
+    host::LinkedListIterator elements(list_);
     int place = 0;
     for (void* each = elements.Reset(); each && each != &element; each = elements.Next()) ++place;
     return place;
 }
 
-}  // namespace
-
 int SpecWalk::CompareElements(const host::CSpecElement& own, const SpecWalk& other,
                               const host::CSpecElement& others) const {
-    const int place = PlaceIn(list_, own);
-    const int other_place = PlaceIn(other.list_, others);
+    const int place = PlaceOf(own);
+    const int other_place = other.PlaceOf(others);
     if (place != other_place) return place < other_place ? -1 : 1;
     return own.tag == others.tag ? 0 : kNotComparable;
 }
 
 int SpecWalk::Compare(SpecWalk& other) {
     if (IsSameList(other)) return ListPosition::Compare(other);
-    if (HasLost() || other.HasLost()) return kNotComparable;
+    if (HasLost() || other.HasLost()) return IsOnSame(other) ? 0 : kNotComparable;
     const host::CSpecElement* own = Current();
     const host::CSpecElement* others = other.Current();
     if (!own || !others) return (own == nullptr) - (others == nullptr);
@@ -43,9 +39,8 @@ HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
       fill_(std::move(fill)) {}
 
 bool HSpecContext::IsSameList(const HSpecContext& other) const {
-    if (info_ == other.info_) return true;
-    if (IsGone() || other.IsGone()) return false;
     if (owner_.Number() != other.owner_.Number()) return false;
+    if (info_ == other.info_) return true;
     const bool is_root = !dynamic_cast<HSpecEntry*>(parent_.Get());
     const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.parent_.Get());
     if (is_root || is_other_root) return is_root && is_other_root;

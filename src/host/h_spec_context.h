@@ -30,6 +30,15 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     explicit SpecWalk(const host::LinkedList* list) : ListPosition(list), list_(list) {}
     static const char* Name(host::CSpecElement& element) { return HSpecFilter::Name(element); }
 
+    host::CSpecElement* Current() {
+        host::CSpecElement* element = ListPosition::Current();
+        return place_ == kUnknown ? Note(element) : element;
+    }
+    host::CSpecElement* First() { return Note(ListPosition::First()); }
+    host::CSpecElement* Last() { return Note(ListPosition::Last()); }
+    host::CSpecElement* Next() { return Note(ListPosition::Next()); }
+    host::CSpecElement* Prev() { return Note(ListPosition::Prev()); }
+
     // To the first element that `matches`, or to the next one from here on, the present one
     // included. Off the list when there is none.
     template <class Matches>
@@ -46,9 +55,22 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     // The same of two elements, by their places in the lists.
     int CompareElements(const host::CSpecElement& own, const SpecWalk& other,
                         const host::CSpecElement& others) const;
+    // The same place of one specification; asks nothing of the elements.
+    bool IsOnSame(const SpecWalk& other) const { return place_ == other.place_; }
+    // Counted from 0 in the host's list.
+    int PlaceOf(const host::CSpecElement& element) const;
 
  private:
+    static constexpr int kUnknown = -2;
+    static constexpr int kNowhere = -1;
+
+    host::CSpecElement* Note(host::CSpecElement* element) {
+        place_ = element ? PlaceOf(*element) : kNowhere;
+        return element;
+    }
+
     const host::LinkedList* list_;
+    int place_ = kUnknown;
 };
 
 class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {

@@ -33,6 +33,7 @@ bool HasContent(const host::ArraySetBlock& block) {
 HSpecEntry::HSpecEntry(HSpecContext* context, host::CSpecElement& element)
     : context_(Ref<HSpecContext>::Share(context)),
       element_(element),
+      place_(context->Elements().PlaceOf(element)),
       type_(element, context->Owner(), context->CaseRecord()),
       options_(context->Options()),
       attachments_(context->FollowsAttachments()) {}
@@ -42,9 +43,15 @@ void HSpecEntry::GetName(FIValue& out) {
     out.SetText(element_.tag.Str());
 }
 
+bool HSpecEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HSpecEntry*>(&other);
+    return that && place_ == that->place_ && context_->IsSameList(*that->context_);
+}
+
 bool HSpecEntry::IsSameElement(const HSpecEntry& other) const {
     if (this == &other) return true;
-    if (IsGone() || other.IsGone() || !context_->IsSameList(*other.context_)) return false;
+    if (IsGone() || other.IsGone()) return StandsWith(other);
+    if (!context_->IsSameList(*other.context_)) return false;
     const SpecWalk others = other.context_->Elements();
     return context_->Elements().CompareElements(element_, others, other.element_) == 0;
 }

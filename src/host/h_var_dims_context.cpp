@@ -117,6 +117,7 @@ FICursorBase* HVarDimsCursorBase::Clone(bool deep) {
 }
 
 bool HVarDimsCursorBase::GoTo(long long position) {
+    if (context_->IsGone()) return false;
     position_ = std::clamp(position, context_->Low(), context_->End());
     return position_ == position && IsOnElement();
 }
@@ -162,6 +163,9 @@ int HVarDimsCursorBase::Compare(FICursorPosition& other) {
     if (other.TypeId() != TypeId()) return kNotComparable;
     auto& same = static_cast<HVarDimsCursorBase&>(other);
     if (!context_->IsSameList(*same.context_)) return kNotComparable;
+    if (context_->IsGone() || same.context_->IsGone()) {
+        return position_ == same.position_ ? 0 : kNotComparable;
+    }
     return (position_ > same.position_) - (position_ < same.position_);
 }
 

@@ -64,7 +64,7 @@ class HVarDimsCursorBase : public CountedFromZero<FICursorBase> {
     // To the index of another element of an array.
     bool SeekValue(int origin, FIEntry& entry) override;
     bool AtBegin() override { return position_ == context_->Low(); }
-    bool AtEnd() override { return position_ == context_->End(); }
+    bool AtEnd() override { return context_->IsGone() || position_ == context_->End(); }
     int Compare(FICursorPosition& other) override;
     void GetKey(FIValue& out) override;
     FIEntry* GetEntry() override;

@@ -56,6 +56,11 @@ FIContext* HVarDimsEntry::GetContext() {
     return HandOut(context);
 }
 
+bool HVarDimsEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HVarDimsEntry*>(&other);
+    return that && Array().StandsWith(that->Array()) && address_.IsEqual(that->address_, false);
+}
+
 int HVarDimsEntry::Compare(FIEntry& other) {
     const int by_name = FIEntry::Compare(other);
     if (by_name != 0) return by_name;

@@ -129,6 +129,7 @@ void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIV
         const char* message = IsScalar(owner) ? owner.Store(value) : "Non scalar variable";
         out.Clear();
         if (message) out.SetText(message);
+        if (owner.IsGone()) out.SetText(kNodeDeletedText);
     } else if (std::strcmp(text, "uom") == 0) {
         SetShownUnit(owner.UnitType(), owner.GetVarSet(), value, out);
     } else {

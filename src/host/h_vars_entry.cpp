@@ -158,6 +158,11 @@ void HVarsEntry::GetAttribute(const FIValue& name, FIValue& out) {
     ReadVariableAttribute(*this, name, out);
 }
 
+bool HVarsEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HVarsEntry*>(&other);
+    return that && OwnerNumber() == that->OwnerNumber() && row_ == that->row_;
+}
+
 void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
     SetVariableAttribute(*this, attachments_, name, value, out);
 }

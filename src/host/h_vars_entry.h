@@ -25,6 +25,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
     Liveness* Life() const final { return owner_.Life().Get(); }
     bool IsGone() const final { return owner_.IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }

@@ -22,6 +22,12 @@ class HostObjectBase {
     std::uint64_t Number() const {
         return identity_ ? identity_ : reinterpret_cast<std::uintptr_t>(address_);
     }
+    // The same of an object that is there; null is none.
+    template <class T>
+    static std::uint64_t NumberOf(const T* object) {
+        const std::uint64_t identity = object ? object->Identity() : 0;
+        return identity ? identity : reinterpret_cast<std::uintptr_t>(object);
+    }
     // The number tells the object apart from all that ever were.
     bool IsTracked() const { return identity_ != 0; }
     const Ref<CaseLife>& Life() const { return life_; }

@@ -19,6 +19,7 @@ class IndexCursor : public NumberedCursor<Derived, Context> {
  protected:
     int End() const override { return this->List().Count(); }
     bool StandAt(long long wanted) {
+        if (this->IsGone()) return false;
         const bool inside = wanted >= 0 && wanted < End();
         position_ = inside ? static_cast<int>(wanted) : wanted < 0 ? 0 : End();
         return inside;

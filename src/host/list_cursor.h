@@ -2,7 +2,7 @@
 
 // ListCursor<Derived, Walk, Context>: the cursor of every family that lists elements of the host's
 // lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName and
-// Compare; Context makes the entries:
+// Compare and IsOnSame; Context makes the entries:
 //
 //     FIEntry* MakeEntry(Element& element);    // not counted
 //     bool IsSameList(const Context& other);
@@ -50,7 +50,9 @@ class ListCursor : public CountedFromZero<FICursorBase> {
         if (other.TypeId() != TypeId()) return kNotComparable;
         auto& same = static_cast<ListCursor&>(other);
         if (!context_->IsSameList(*same.context_)) return kNotComparable;
-        if (context_->IsGone() || same.context_->IsGone()) return kNotComparable;
+        if (context_->IsGone() || same.context_->IsGone()) {
+            return walk_.IsOnSame(same.walk_) ? 0 : kNotComparable;
+        }
         return walk_.Compare(same.walk_);
     }
     void GetKey(FIValue& out) override {

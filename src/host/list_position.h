@@ -55,6 +55,10 @@ class ListPosition {
     bool IsSameList(const ListPosition& other) const {
         return iterator_.List() == other.iterator_.List();
     }
+    // Whether both stand, or stood, on one element; asks nothing of it.
+    bool IsOnSame(const ListPosition& other) const {
+        return IsSameList(other) && address_ == other.address_ && number_ == other.number_;
+    }
     // Order in the list: -1, 0, 1, or not comparable for different lists and for one that has lost
     // its element, but to one that stood on the same.
     int Compare(ListPosition& other) {
@@ -107,9 +111,6 @@ class ListPosition {
         element_ = nullptr;
         is_lost_ = true;
         return false;
-    }
-    bool IsOnSame(const ListPosition& other) const {
-        return address_ == other.address_ && number_ == other.number_;
     }
     Element* OnwardFrom(void* element) {
         while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Next();

@@ -81,6 +81,10 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
     return object;
 }
 
+bool ObjectWalk::IsOnSame(const ObjectWalk& other) const {
+    return at_ == other.at_ && parts_[at_].IsOnSame(other.parts_[at_]);
+}
+
 int ObjectWalk::Compare(ObjectWalk& other) {
     const bool same_lists =
         std::equal(parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),

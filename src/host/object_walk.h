@@ -52,6 +52,7 @@ class ObjectWalk {
     bool AtBegin();
     host::Viewable* SeekName(const char* name, bool from_here);
     int Compare(ObjectWalk& other);
+    bool IsOnSame(const ObjectWalk& other) const;
 
  private:
     // A new walk stands on its first object, which is looked for when it is wanted.

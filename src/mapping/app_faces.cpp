@@ -80,8 +80,7 @@ bool AppReferences::AreGone() const {
 }
 
 Liveness* AppReferences::Life() const {
-    const Ref<FIReference>& first = primary ? primary : secondary;
-    return first ? first->Life() : nullptr;
+    return First() ? First()->Life() : nullptr;
 }
 
 BranchRequest MirrorRequest(BranchRequest request) {

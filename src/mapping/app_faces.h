@@ -19,6 +19,8 @@ struct AppReferences {
     Ref<FIReference> secondary;
 
     bool IsEmpty() const { return !primary && !secondary; }
+    // Lent; null for none.
+    FIReference* First() const { return primary ? primary.Get() : secondary.Get(); }
     // None of the nodes lives any more; never for none at all.
     bool AreGone() const;
     // Of the nodes, null when they can't go.
@@ -47,6 +49,8 @@ struct AppFaces {
     AppFace secondary;
 
     bool IsEmpty() const { return !primary.reference && !secondary.reference; }
+    // The one that has a node; the secondary one when neither has.
+    const AppFace& First() const { return primary.reference ? primary : secondary; }
     // The primary one is the specified face, the secondary the calculated one.
     bool IsSwapped() const { return primary.request == BranchRequest::kSpec; }
     bool IsSplit() const { return primary.request != BranchRequest::kAny; }

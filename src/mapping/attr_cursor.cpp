@@ -102,6 +102,7 @@ FIAttributeCursorBase* CCDMAttrCursorBase::Clone(bool deep) {
 }
 
 bool CCDMAttrCursorBase::Seek(int origin, int delta) {
+    if (entry_->IsGone()) origin = kFromEnd;
     if (origin == kFromFirst) row_ = 0;
     if (origin == kFromEnd) row_ = names_->size();
     for (; delta > 0 && !AtEnd(); --delta) ++row_;
@@ -116,6 +117,7 @@ bool CCDMAttrCursorBase::Find(const char* name) {
 }
 
 bool CCDMAttrCursorBase::SeekName(int, const char* name) {
+    if (entry_->IsGone()) return Seek(kFromEnd, 0);
     if (!name) name = "";
     const AlternateRow* alternate = entry_->Faces().IsSwapped() ? FindAlternate(name) : nullptr;
     return (alternate && Find(alternate->listed)) || Find(name);
@@ -128,7 +130,11 @@ bool CCDMAttrCursorBase::SeekValue(int origin, FIEntry& entry) {
 }
 
 int CCDMAttrCursorBase::Compare(FICursorPosition& other) {
-    return CompareKeys(*this, other);
+    const int order = CompareKeys(*this, other);
+    const bool is_gone =
+        order != 0 && other.TypeId() == TypeId() &&
+        (entry_->IsGone() || static_cast<CCDMAttrCursorBase&>(other).entry_->IsGone());
+    return is_gone ? kNotComparable : order;
 }
 
 void CCDMAttrCursorBase::GetKey(FIValue& out) {

@@ -6,7 +6,7 @@
 // and "alt_uom". An entry without a node lists the table.
 //
 // The names are taken when the cursor is made; values are read through the entry. As in tables of
-// host nodes, a step back from the end does nothing.
+// host nodes, a step back from the end does nothing, and an entry that is gone shows no rows.
 
 #include <memory>
 #include <string>

@@ -27,14 +27,6 @@ bool SplitKey(FIReference& node, const char* path, FIValue& key, const char** re
     return !key.IsNull() && !IsPseudoName(key);
 }
 
-bool SamePath(const AncestorPath* a, const AncestorPath* b) {
-    for (; a != nullptr && b != nullptr; a = a->parent, b = b->parent) {
-        if (a == b) return true;
-        if (a->id != b->id || a->index != b->index || a->className != b->className) return false;
-    }
-    return a == b;
-}
-
 }  // namespace
 
 CCDMClassContext::CCDMClassContext(ClassPlace place) : place_(std::move(place)) {}
@@ -85,5 +77,5 @@ bool CCDMClassContext::IsSameList(const CCDMClassContext& other) const {
     if (place_.references.IsEmpty() || that.references.IsEmpty()) {
         return place_.references.IsEmpty() && that.references.IsEmpty();
     }
-    return SamePath(ParentPath(), other.ParentPath());
+    return CCDMClassEntry::IsSamePlace(place_.parent.Get(), that.parent.Get());
 }

@@ -86,6 +86,19 @@ bool CCDMClassCursorBase::Elements::Prev() {
     return true;
 }
 
+FIReference* CCDMClassCursorBase::Elements::Node() const {
+    return primary.Stands() ? primary.reference.Get() : secondary.reference.Get();
+}
+
+// Elements that are nodes of their own are told apart by them, others by their number.
+bool CCDMClassCursorBase::Elements::IsOnSame(const Elements& other) const {
+    FIReference* own = Node();
+    FIReference* others = other.Node();
+    if (!own || !others || own->ComparePlaces(*others) != 0) return false;
+    const int base = primary.Stands() ? primary.base_depth : secondary.base_depth;
+    return own->Depth() > base || index == other.index;
+}
+
 CCDMClassCursorBase::Elements CCDMClassCursorBase::Elements::Copy() const {
     return {faces, primary.Copy(), secondary.Copy(), index};
 }
@@ -110,7 +123,9 @@ CCDMClassCursorBase::CCDMClassCursorBase(const CCDMClassCursorBase& other)
       context_(other.context_),
       filter_(other.filter_),
       walker_(other.walker_),
-      stands_(other.stands_) {
+      stands_(other.stands_),
+      is_lost_(other.is_lost_),
+      revision_(other.revision_) {
     if (other.elements_) elements_ = std::make_unique<Elements>(other.elements_->Copy());
 }
 
@@ -139,15 +154,45 @@ bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
         return true;
     }
     const AncestorPath path = context_->PathOf(attribute);
+    elements_ = EnterElements(attribute, path);
+    if (!elements_) return true;
+    TellIfCut(path, elements_->primary);
+    TellIfCut(path, elements_->secondary);
+    return elements_->Stands() && HasKeys();
+}
+
+std::unique_ptr<CCDMClassCursorBase::Elements> CCDMClassCursorBase::EnterElements(
+    const CCDMAttribute& attribute, const AncestorPath& path) const {
     auto elements = std::make_unique<Elements>();
     elements->faces = ChooseFaces(context_->QueryFor(attribute, path));
-    if (!elements->faces.primary.array && !elements->faces.secondary.array) return true;
+    if (!elements->faces.primary.array && !elements->faces.secondary.array) return nullptr;
     elements->primary.Enter(elements->faces.primary);
     elements->secondary.Enter(elements->faces.secondary);
-    TellIfCut(path, elements->primary);
-    TellIfCut(path, elements->secondary);
-    elements_ = std::move(elements);
-    return elements_->Stands() && HasKeys();
+    return elements;
+}
+
+void CCDMClassCursorBase::CatchUp() {
+    Liveness* life = context_->Place().references.Life();
+    if (is_lost_ || !stands_ || !life || life->IsCurrent(revision_)) return;
+    revision_ = life->Revision();
+    is_lost_ = context_->Place().references.AreGone();
+    if (is_lost_ || !elements_) return;
+    const CCDMAttribute& attribute = *walker_.Current();
+    auto present = EnterElements(attribute, context_->PathOf(attribute));
+    while (present && present->Stands() && !present->IsOnSame(*elements_)) present->Next();
+    is_lost_ = !present || !present->Stands();
+    if (!is_lost_) elements_ = std::move(present);
+}
+
+bool CCDMClassCursorBase::Stands() {
+    CatchUp();
+    return stands_ && !is_lost_;
+}
+
+bool CCDMClassCursorBase::StartFrom(int origin) {
+    CatchUp();
+    if (origin != kFromPresent) is_lost_ = context_->Place().references.AreGone();
+    return !is_lost_;
 }
 
 // Once for each list, since it is walked again with every read.
@@ -188,7 +233,7 @@ Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements) const
 bool CCDMClassCursorBase::SettleForward(bool on_attribute) {
     while (on_attribute && !Enter(*walker_.Current())) on_attribute = walker_.Next();
     if (!on_attribute) elements_.reset();
-    return stands_ = on_attribute;
+    return Stand(on_attribute);
 }
 
 bool CCDMClassCursorBase::SettleBackward(bool on_attribute) {
@@ -198,6 +243,11 @@ bool CCDMClassCursorBase::SettleBackward(bool on_attribute) {
         }
         elements_->Prev();
     }
+    return Stand(on_attribute);
+}
+
+bool CCDMClassCursorBase::Stand(bool on_attribute) {
+    if (Liveness* life = context_->Place().references.Life()) revision_ = life->Revision();
     return stands_ = on_attribute;
 }
 
@@ -224,6 +274,7 @@ bool CCDMClassCursorBase::Prev() {
 }
 
 bool CCDMClassCursorBase::Seek(int origin, int delta) {
+    if (!StartFrom(origin)) return false;
     if (origin == kFromFirst) First();
     if (origin == kFromEnd) {
         elements_.reset();
@@ -237,21 +288,22 @@ bool CCDMClassCursorBase::Seek(int origin, int delta) {
 
 // From the present element on, or among all.
 bool CCDMClassCursorBase::SeekName(int origin, const char* name) {
+    if (!StartFrom(origin)) return false;
     bool on_attribute = origin == kFromPresent ? stands_ : walker_.First();
     const bool is_here =
         origin == kFromPresent && on_attribute && name && walker_.Current()->name == name;
     if (is_here) return true;
     for (; on_attribute && name; on_attribute = walker_.Next()) {
-        if (walker_.Current()->name == name && Enter(*walker_.Current())) return stands_ = true;
+        if (walker_.Current()->name == name && Enter(*walker_.Current())) return Stand(true);
     }
     elements_.reset();
     return stands_ = false;
 }
 
 bool CCDMClassCursorBase::AtBegin() {
-    if (stands_ && elements_ && elements_->index > 0) return false;
+    if (Stands() && elements_ && elements_->index > 0) return false;
     CCDMClassCursorBase first(*context_, filter_.Listed());
-    return !first.First() || (stands_ && IsOnSame(first));
+    return !first.First() || (Stands() && IsOnSame(first));
 }
 
 bool CCDMClassCursorBase::IsOnSame(const CCDMClassCursorBase& other) const {
@@ -262,6 +314,13 @@ bool CCDMClassCursorBase::IsOnSame(const CCDMClassCursorBase& other) const {
     return index == other_index && walker_.Current() == other.walker_.Current();
 }
 
+bool CCDMClassCursorBase::HasLostWith(const CCDMClassCursorBase& other) const {
+    const bool in_same = is_lost_ == other.is_lost_ && walker_.Current() == other.walker_.Current();
+    if (!in_same || !elements_ || !other.elements_)
+        return in_same && !elements_ == !other.elements_;
+    return elements_->IsOnSame(*other.elements_);
+}
+
 // Which comes first is found by walking, since only positions side by side are compared often.
 int CCDMClassCursorBase::Compare(FICursorPosition& other) {
     if (&other == this) return 0;
@@ -270,8 +329,11 @@ int CCDMClassCursorBase::Compare(FICursorPosition& other) {
     if (filter_.Listed() != that.filter_.Listed() || !context_->IsSameList(*that.context_)) {
         return kNotComparable;
     }
+    const bool stands = Stands();
+    const bool that_stands = that.Stands();
+    if (is_lost_ || that.is_lost_) return HasLostWith(that) ? 0 : kNotComparable;
     if (IsOnSame(that)) return 0;
-    if (stands_ != that.stands_) return stands_ ? -1 : 1;
+    if (stands != that_stands) return stands ? -1 : 1;
     const CCDMAttribute* own = walker_.Current();
     const CCDMAttribute* others = that.walker_.Current();
     if (own == others) return elements_->index < that.elements_->index ? -1 : 1;
@@ -282,7 +344,7 @@ int CCDMClassCursorBase::Compare(FICursorPosition& other) {
 }
 
 void CCDMClassCursorBase::GetKey(FIValue& out) {
-    if (stands_) {
+    if (Stands()) {
         out.SetText(walker_.Current()->name);
     } else {
         out.Clear();
@@ -290,7 +352,7 @@ void CCDMClassCursorBase::GetKey(FIValue& out) {
 }
 
 FIEntry* CCDMClassCursorBase::GetEntry() {
-    if (!stands_) return nullptr;
+    if (!Stands()) return nullptr;
     if (elements_) return EntryAt(*elements_).Detach();
     auto* entry = new Shielded<CCDMClassEntry>(*context_, *walker_.Current());
     entry->AddRef();

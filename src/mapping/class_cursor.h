@@ -6,6 +6,9 @@
 // no element has a key of its own, though the map knows their keys, is hidden.
 //
 // An inherited attribute that the class declares again is shown forward, passed over backward.
+//
+// When the structure of the case has changed, the element is looked for among those that are there
+// now. One that is gone is lost: the cursor is at the end, and does not move on from there.
 
 #include <memory>
 
@@ -46,7 +49,7 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     bool Seek(int origin, int delta) override;
     bool SeekName(int origin, const char* name) override;
     bool AtBegin() override;
-    bool AtEnd() override { return !stands_; }
+    bool AtEnd() override { return !Stands(); }
     int Compare(FICursorPosition& other) override;
     void GetKey(FIValue& out) override;
     // Null at the end.
@@ -74,6 +77,9 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
         int index = 0;
 
         bool Stands() const { return primary.Stands() || secondary.Stands(); }
+        // The application's node of the present element; null for none.
+        FIReference* Node() const;
+        bool IsOnSame(const Elements& other) const;
         // Both faces in step; whether one of them stands on an element then.
         bool Next();
         bool Prev();
@@ -89,15 +95,29 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     bool SettleBackward(bool on_attribute);
     // Enters the attribute; false when it has nothing to show.
     bool Enter(const CCDMAttribute& attribute);
+    // The elements of an array, on the first; null when the application has no list of them.
+    std::unique_ptr<Elements> EnterElements(const CCDMAttribute& attribute,
+                                            const AncestorPath& path) const;
+    // Whether it stands now, as the structure of the case is at present.
+    bool Stand(bool on_attribute);
+    // Looks for the element anew when the structure has changed.
+    void CatchUp();
+    bool Stands();
+    // Where a seek starts from; false when that was lost.
+    bool StartFrom(int origin);
     void TellIfCut(const AncestorPath& path, const FaceWalk& walk) const;
     bool HasKeys() const;
     // The element on which `elements`, of the present attribute, stand.
     Ref<CCDMClassEntry> EntryAt(const Elements& elements) const;
     bool IsOnSame(const CCDMClassCursorBase& other) const;
+    // Both have lost the same element.
+    bool HasLostWith(const CCDMClassCursorBase& other) const;
 
     const Ref<CCDMClassContext> context_;
     const CCDMAttrCol filter_;
     CCDMAttributeWalker walker_;
     bool stands_ = false;
+    bool is_lost_ = false;
     std::unique_ptr<Elements> elements_;  // when the walker stands on an array that was entered
+    std::uint64_t revision_ = 0;          // at which the elements were found
 };

@@ -8,18 +8,7 @@
 #include "mapping/attr_cursor.h"
 #include "model/message_text.h"
 
-namespace {
-
-int ComparePlaces(FIReference& one, FIReference& other) {
-    return static_cast<FIIterator&>(*one.GetIterator())
-        .ComparePlaces(static_cast<FIIterator&>(*other.GetIterator()));
-}
-
-const AppFace& FirstOf(const AppFaces& faces) {
-    return faces.primary.reference ? faces.primary : faces.secondary;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute)
     : context_(Ref<CCDMClassContext>::Share(&context)),
@@ -38,7 +27,7 @@ CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& a
       path_(context.PathOf(attribute)),
       faces_(std::move(faces)) {
     path_.index = index;
-    const AppFace& face = FirstOf(faces_);
+    const AppFace& face = faces_.First();
     if (!face.reference || !face.names_class) return;
     if (!face.reference->GetIterator()->GetVarText(kSubclassVariable, subclass_)) return;
     if (subclass_.IsNull() || subclass_.Length() == 0) {
@@ -127,20 +116,41 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
 // wherever it stands in the list and whatever it is called. Else the elements are one node, told
 // apart by their number.
 bool CCDMClassEntry::IsOwnNode() const {
-    const AppReferences& above = context_->Place().references;
-    FIReference* array = above.primary ? above.primary.Get() : above.secondary.Get();
-    FIReference* own = FirstOf(faces_).reference.Get();
+    FIReference* array = context_->Place().references.First();
+    FIReference* own = faces_.First().reference.Get();
     return own && array && own->Depth() > array->Depth();
+}
+
+bool CCDMClassEntry::IsOnSameNode(const CCDMClassEntry& other) const {
+    FIReference* own = faces_.First().reference.Get();
+    FIReference* others = other.faces_.First().reference.Get();
+    if (!own || !others || !IsOwnNode()) return path_.index == other.path_.index;
+    return own->ComparePlaces(*others) == 0;
+}
+
+// The one that stands at the same place of one tree, however the lists on the way have moved.
+bool CCDMClassEntry::IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry* other) {
+    while (one && other && one != other) {
+        const bool is_same = one->path_.id == other->path_.id &&
+                             one->path_.className == other->path_.className &&
+                             one->IsOnSameNode(*other);
+        if (!is_same) return false;
+        one = one->context_->Place().parent.Get();
+        other = other->context_->Place().parent.Get();
+    }
+    return one == other;
+}
+
+bool CCDMClassEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const CCDMClassEntry*>(&other);
+    return that && &attribute_ == &that->attribute_ && IsOnSameNode(*that);
 }
 
 int CCDMClassEntry::Compare(FIEntry& other) {
     const int by_name = FIEntry::Compare(other);
     const auto* that = by_name == 0 ? dynamic_cast<CCDMClassEntry*>(&other) : nullptr;
-    if (!that) return by_name;
+    if (!that || IsOnSameNode(*that)) return by_name;
     const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
-    FIReference* own_node = FirstOf(faces_).reference.Get();
-    FIReference* other_node = FirstOf(that->faces_).reference.Get();
-    if (!own_node || !other_node || !IsOwnNode()) return by_index;
-    const int by_node = ComparePlaces(*own_node, *other_node);
-    return by_node == 0 || by_index == 0 ? by_node : by_index;
+    if (by_index != 0 || !IsOwnNode()) return by_index;
+    return faces_.First().reference->ComparePlaces(*that->faces_.First().reference);
 }

@@ -62,10 +62,16 @@ class CCDMClassEntry : public FIEntry,
     Liveness* Life() const final { return faces_.ByFace().Life(); }
     bool IsGone() const final { return faces_.ByFace().AreGone(); }
 
+    bool StandsWith(const LivingNode& other) const override;
+    // Whether two entries, which may be null, are one place of one tree.
+    static bool IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry* other);
+
     const AncestorPath& Path() const { return path_; }
     const AppFaces& Faces() const { return faces_; }
     const CCDMAttribute& Attribute() const { return attribute_; }
     bool IsMissing() const;
+    // Rows that are not asked of the application.
+    static bool IsAnsweredByModel(const char* name);
     // False for the element of a list whose keys the map knows, when none of them has a node: the
     // application counts such an element where it has nothing.
     bool HasKey();
@@ -95,6 +101,7 @@ class CCDMClassEntry : public FIEntry,
 
     bool IsObject() const { return attribute_.type == CCDMAttrType::kObject; }
     bool IsOwnNode() const;
+    bool IsOnSameNode(const CCDMClassEntry& other) const;
     static const Row* FindRow(const char* name);
     static const FIValue& UnitNameOf(const Source& source);
     // Null when no node has an override of this name.

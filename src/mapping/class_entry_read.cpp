@@ -87,6 +87,11 @@ const CCDMClassEntry::Row* CCDMClassEntry::FindRow(const char* name) {
     return nullptr;
 }
 
+bool CCDMClassEntry::IsAnsweredByModel(const char* name) {
+    const Row* row = FindRow(name);
+    return row && row->own;
+}
+
 const AppFace& CCDMClassEntry::ValueFace() const {
     return faces_.IsSwapped() && faces_.secondary.reference ? faces_.secondary : faces_.primary;
 }

@@ -37,12 +37,33 @@ void CCDMTopEntry::GetName(FIValue& out) {
     out.SetText(context_->Place().shown->name);
 }
 
+// What an entry below would ask of its node is told of the node here.
+void CCDMTopEntry::GetAttribute(const FIValue& name, FIValue& out) {
+    if (const AttrRow<CCDMTopEntry>* row = FindAttrRow(*this, name.CStr())) {
+        row->Read(*this, out);
+    } else if (IsGone() && !CCDMClassEntry::IsAnsweredByModel(name.CStr())) {
+        context_->Place().references.First()->GetAttribute(name, out);
+    } else {
+        out.Clear();
+    }
+}
+
+void CCDMTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    if (IsGone()) return context_->Place().references.First()->SetAttribute(name, value, mode, out);
+    FIEntry::SetAttribute(name, value, mode, out);
+}
+
+bool CCDMTopEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const CCDMTopEntry*>(&other);
+    return that && context_->IsSameList(*that->context_);
+}
+
 bool CCDMTopEntry::Subscribe(void* owner, int kind, FICallback callback) {
-    const auto& node = context_->Place().references.primary;
+    FIReference* node = context_->Place().references.First();
     return node && node->Subscribe(owner, kind, callback);
 }
 
 bool CCDMTopEntry::Unsubscribe(void* owner, int kind) {
-    const auto& node = context_->Place().references.primary;
+    FIReference* node = context_->Place().references.First();
     return node && node->Unsubscribe(owner, kind);
 }

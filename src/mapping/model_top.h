@@ -8,14 +8,13 @@
 
 class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
  public:
-    // Its rows tell of the class.
-    using AnswersWhenGone = void;
-
     explicit CCDMTopEntry(Ref<CCDMClassContext> context) : context_(std::move(context)) {}
 
     static std::span<const AttrRow<CCDMTopEntry>> AttributeRows();
 
     void GetName(FIValue& out) override;
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override { return context_.Counted(); }
     bool IsContainer() override { return !IsGone(); }
     // The node of the application on which the tree stands tells.
@@ -24,6 +23,7 @@ class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
 
     Liveness* Life() const final { return context_->Place().references.Life(); }
     bool IsGone() const final { return context_->Place().references.AreGone(); }
+    bool StandsWith(const LivingNode& other) const override;
 
     const CCDMClassContext& Context() const { return *context_; }
 

@@ -32,6 +32,15 @@ const PathStep& LastStep(const PathStep& step) {
     return *last;
 }
 
+// Behind a step that was parsed, to what is left of the path where its parentheses turn out to hold
+// a key: more steps, or parentheses with an attribute, which are a step that stays.
+bool GoToRest(PathTokenizer& tokens) {
+    const PathToken* last = tokens.Peek(-1);
+    if (!last || !last->Is('(')) return last && last->Is('.') && tokens.Peek(0);
+    tokens.Return();
+    return true;
+}
+
 // A written text without its quotes.
 std::string PlainText(const FIValue& written) {
     PathTokenizer tokens;
@@ -69,7 +78,7 @@ bool FIIterator::SeekPath(const FIValue& path) {
 
 // A path as GetPath writes it has the key of a node behind its name, `Stream(Feed).Temperature`,
 // where the grammar has the attribute that ends a path. Behind a node that has a key the rest is
-// read on.
+// read on; `Stream(Feed)(type)` ends in an attribute of that node.
 bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& variables) {
     PathTokenizer tokens;
     tokens.Assign(path);
@@ -78,7 +87,7 @@ bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& va
     for (bool goes_on = true; goes_on;) {
         FIValue error;
         const ParsedPath step(tokens.Parse(error));
-        goes_on = tokens.Peek(-1) && tokens.Peek(-1)->Is('.') && tokens.Peek(0);
+        goes_on = GoToRest(tokens);
         if (!error.IsNull() || !WalkBy(*step, matches, variables) ||
             !EnterParentheses(LastStep(*step), matches, variables, goes_on)) {
             ReturnTo(depth);

@@ -41,6 +41,10 @@ class PathTokenizer {
         if (token != nullptr) ++position_;
         return token;
     }
+    // Back to the token last consumed.
+    void Return() noexcept {
+        if (position_ > 0) --position_;
+    }
     // The token at position plus `offset`, or null. Peek(-1) is the token last consumed.
     const PathToken* Peek(int offset = 0) const noexcept {
         const std::size_t index = position_ + static_cast<std::size_t>(offset);

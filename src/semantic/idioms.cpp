@@ -76,14 +76,12 @@ int CountAccepted(FIIteratorBase& it, const char* container, const ChildTest& ac
 int CountAcceptedChildren(FIIteratorBase& it, const char* container, const ChildTest& accepts,
                           int index) {
     if (index == kCountIndex) return CountAccepted(it, container, accepts);
-    SeekNames(it, {container});
-    it.DownFirst();
+    if (!SeekNames(it, {container}) || !it.DownFirst()) return index;
     int position = accepts(it) ? 0 : -1;
-    // Not Next's answer ends the walk but the index; only a list that has lost elements since it
-    // was counted is left at its end.
+    // Not Next's answer ends the walk but the index. A list that has lost elements since it was
+    // counted is left at its end, or where running off it leads.
     while (position != index) {
-        it.Next();
-        if (it.AtLast()) break;
+        if (!it.Next() && (it.AtLast() || it.AtFirst())) break;
         position += accepts(it);
     }
     return index;

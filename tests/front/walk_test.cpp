@@ -19,20 +19,8 @@ std::string NameOf(FIIteratorBase& it) {
     return name.IsNull() ? "(NULL)" : name.ToText();
 }
 
-class NodesOf : public NeutralModule, public testing::WithParamInterface<const char*> {
+class Nodes : public NeutralModule {
  protected:
-    void SetUp() override {
-        NeutralModule::SetUp();
-        std::string name = GetParam();
-        if (name != "demo") {
-            const char* given = std::getenv("FIXTOP_CASES");
-            const fs::path folder = fs::path(given ? given : FIXTOP_CASES) / "real";
-            name = (folder / name).concat(".dwxmz").string();
-            if (!fs::exists(name)) GTEST_SKIP() << "no sample case " << name;
-        }
-        OpenNeutral(name);
-    }
-
     // Compares at the node and at all below it.
     void CompareBelow(FIIteratorBase& node) {
         const Iterator walker = Iterator::Adopt(node.Copy());
@@ -55,6 +43,13 @@ class NodesOf : public NeutralModule, public testing::WithParamInterface<const c
         EXPECT_TRUE(at_last->Last()) << PathOf(node);
         ExpectSame(*on_last, *at_last);
         EXPECT_FALSE(at_last->Next()) << PathOf(node);
+        ExpectNowhereOrOnFirst(*at_last);
+    }
+    static void ExpectNowhereOrOnFirst(FIIteratorBase& behind_last) {
+        if (NameOf(behind_last) == "(NULL)") return;
+        const Iterator first = Iterator::Adopt(behind_last.Copy());
+        EXPECT_TRUE(first->First());
+        ExpectSame(*first, behind_last);
     }
     using Visit = std::function<void(FIIteratorBase&)>;
     // Down to the depth at which the lists of one object have their elements.
@@ -83,6 +78,27 @@ class NodesOf : public NeutralModule, public testing::WithParamInterface<const c
     }
 
     int parents_ = 0;
+};
+
+TEST_F(Nodes, of_the_class_library_end_where_down_last_goes) {
+    const auto classes = Ref<FIEntry>::Adopt(FixtopOpenDictionary(nullptr));
+    ASSERT_TRUE(classes);
+    EXPECT_LT(50, CountParents(classes));
+}
+
+class NodesOf : public Nodes, public testing::WithParamInterface<const char*> {
+ protected:
+    void SetUp() override {
+        NeutralModule::SetUp();
+        std::string name = GetParam();
+        if (name != "demo") {
+            const char* given = std::getenv("FIXTOP_CASES");
+            const fs::path folder = fs::path(given ? given : FIXTOP_CASES) / "real";
+            name = (folder / name).concat(".dwxmz").string();
+            if (!fs::exists(name)) GTEST_SKIP() << "no sample case " << name;
+        }
+        OpenNeutral(name);
+    }
 };
 
 TEST_P(NodesOf, the_raw_view_end_where_down_last_goes) {

@@ -228,20 +228,27 @@ TEST_F(CaseWalk, published_variables_are_read_and_stored) {
     EXPECT_EQ("MolarFlow", Read(*other, "dimension"));
 }
 
-TEST_F(CaseWalk, nodes_of_a_basis_that_is_gone_compare_with_their_copies_alone) {
-    for (const char* path : {"Basis.FluidPackage.Name", "Basis.FluidPackage.Interaction Parameters",
-                             "Basis.FluidPackage.Interaction Parameters.Set1",
-                             "Basis.FluidPackage.Interaction Parameters.Set1.Kij"}) {
+TEST_F(CaseWalk, nodes_of_a_basis_that_is_gone_compare_with_those_of_the_same_place_alone) {
+    for (const auto& [path, other_path] :
+         std::initializer_list<std::pair<const char*, const char*>>{
+             {"Basis.FluidPackage.Name", "Basis.FluidPackage.Interaction Parameters"},
+             {"Basis.FluidPackage.Interaction Parameters", "Basis.FluidPackage.Name"},
+             {"Basis.FluidPackage.Interaction Parameters.Set1",
+              "Basis.FluidPackage.Interaction Parameters.Set0"},
+             {"Basis.FluidPackage.Interaction Parameters.Set1.Kij",
+              "Basis.FluidPackage.Interaction Parameters.Set0.Kij"}}) {
         SCOPED_TRACE(path);
         Open("demo");
         const NodeRef one = At(path);
         const NodeRef copy = NodeRef::Adopt(one->Copy());
-        const NodeRef other = At(path);
-        EXPECT_EQ(0, one->Compare(*other));
+        const NodeRef twin = At(path);
+        const NodeRef other = At(other_path);
+        EXPECT_EQ(0, one->Compare(*twin));
         host.Close(*host.ActiveLiveCase());
         host.RunHostLoop();
         EXPECT_EQ(0, one->Compare(*one));
         EXPECT_EQ(0, one->Compare(*copy));
+        EXPECT_EQ(0, one->Compare(*twin));
         EXPECT_EQ(kNotComparable, one->Compare(*other));
     }
 }

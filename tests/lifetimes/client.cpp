@@ -186,7 +186,10 @@ double Client::BaseOf() const {
     return place_ == Place::component ? 0 : 500;
 }
 
-const char* Client::RowOf() const {
+// The root of a neutral view has rows of the model alone, on which a cursor can stand.
+const char* Client::RowOf(Kind kind) const {
+    const bool has_cursor = kind == Kind::attribute_cursor || kind == Kind::lent_cursor;
+    if (has_cursor && IsOnRoot({view_, kind, Event::none, Moment::between, place_})) return "id";
     return IsStored(place_) ? "value" : place_ == Place::top ? "server" : "status";
 }
 
@@ -204,7 +207,7 @@ Path Client::PresentPath() const {
 
 std::unique_ptr<Subject> Client::Make(Kind kind) {
     if (IsOfCase(kind)) return MakeOfCase(kind);
-    return root_ ? MakeSubject(kind, root_, PresentPath(), {RowOf(), BaseOf()}) : nullptr;
+    return root_ ? MakeSubject(kind, root_, PresentPath(), {RowOf(kind), BaseOf()}) : nullptr;
 }
 
 std::unique_ptr<Subject> Client::MakeOther(Kind kind) {
@@ -215,7 +218,7 @@ std::unique_ptr<Subject> Client::MakeOther(Kind kind) {
     }
     if (path.empty()) return nullptr;
     path.back() = view_ == View::raw ? RawSibling(place_) : NeutralSibling(place_, path.back());
-    return MakeSubject(kind, root_, path, {RowOf(), BaseOf()});
+    return MakeSubject(kind, root_, path, {RowOf(kind), BaseOf()});
 }
 
 Iterator Client::Bystander() {

@@ -25,7 +25,7 @@ class Client {
     std::unique_ptr<Subject> MakeOfCase(Kind kind);
     Path PresentPath() const;
     double BaseOf() const;
-    const char* RowOf() const;
+    const char* RowOf(Kind kind) const;
 
     View view_;
     Place place_;

@@ -203,6 +203,10 @@ Answer GoneAnswer(const Scene& scene, Op op) {
     const auto row =
         std::find_if(table.begin(), table.end(), [op](const Row& each) { return each.op == op; });
     if (row == table.end()) return Answer::open;
+    const bool is_cursor = scene.kind == Kind::attribute_cursor || scene.kind == Kind::lent_cursor;
+    if (is_cursor && IsOnRoot(scene) && (op == Op::read || op == Op::copy_read)) {
+        return Answer::before;
+    }
     if (scene.kind == Kind::child_cursor) {
         const bool from_present = op == Op::seek_next || op == Op::seek_prev;
         if (from_present && IsOfObjectList(scene)) return Answer::at_first;

@@ -73,7 +73,7 @@ enum class Answer {
     parent,    // the node above, as it is now
     at_end,    // a seek that failed and stands at the end
     at_first,  // a seek that failed and stands on the first element, if there is one
-    empty,     // the shared empty entry
+    empty,     // the shared empty entry, in the neutral views none
     solved,
     open,  // whatever it answers
 };

@@ -58,11 +58,9 @@ bool ViewCanBe(const Scene& scene) {
     // The neutral view has no level of its own between an operation and its streams.
     if (scene.place == Place::inner_fixed) return false;
     if (scene.view == View::neutral) return true;
-    const bool is_root = scene.place == Place::object || scene.place == Place::fixed ||
-                         scene.place == Place::operation;
     const bool below = scene.kind == Kind::child_cursor || scene.kind == Kind::frozen ||
                        scene.kind == Kind::frozen_again;
-    return scene.place != Place::top && !(is_root && below);
+    return scene.place != Place::top && !(IsOnRoot(scene) && below);
 }
 
 bool EventCanBe(const Scene& scene) {
@@ -143,6 +141,19 @@ bool IsStored(Place place) {
 bool StartsSolve(Place place) {
     return place == Place::variable || place == Place::element || place == Place::basis ||
            place == Place::inner_variable;
+}
+
+bool IsOnRoot(const Scene& scene) {
+    switch (scene.view) {
+        case View::raw:
+            return false;
+        case View::neutral:
+            return scene.place == Place::top;
+        case View::on_node:
+            return scene.place == Place::object || scene.place == Place::fixed ||
+                   scene.place == Place::operation;
+    }
+    return false;
 }
 
 bool CanBe(const Scene& scene) {

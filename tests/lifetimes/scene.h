@@ -102,6 +102,8 @@ const char* NameOf(Kind kind);
 const char* NameOf(Event event);
 const char* NameOf(Moment moment);
 
+// Handles on the root of a neutral view, which all handles of the client share.
+bool IsOnRoot(const Scene& scene);
 // Handles on the case as a whole.
 bool IsOfCase(Kind kind);
 // Whether the store of the scene's own handle is what the event happens in.

@@ -292,9 +292,9 @@ void SoakClient::CheckLive(const Held& held, Op op, const std::string& answer) {
     bool right = true;
     if (Reads(op)) right = is_object ? !SaysGone(answer) : NumberIn(answer) == held.number;
     if (op == Op::entry) {
-        const std::string value = answer.substr(answer.rfind(' ') + 1);
-        right = is_object ? answer.find("NULL") != 0
-                          : NumberIn(held.field == Field::note ? answer : value) == held.number;
+        // Behind the name of a variable, which has no blank.
+        const std::string value = answer.substr(answer.find(' ') + 1);
+        right = is_object ? answer.find("NULL") != 0 : NumberIn(value) == held.number;
     }
     if (op == Op::store && !is_object) right = answer == "NULL";
     if (Compares(op)) right = answer == "0";
@@ -323,7 +323,7 @@ void SoakClient::CheckGone(Held& held, Op op, const std::string& answer) {
         if (invalid && held.final_said && op == Op::read) right = false;
         if (op == Op::read) held.final_said = true;
     }
-    if (op == Op::entry) right = answer == "NULL NULL";
+    if (op == Op::entry) right = answer == (held.neutral ? "nothing" : "NULL NULL");
     if (cursor && op == Op::key) right = answer == "NULL";
     if (op == Op::path || op == Op::copy_path) right = answer == "NULL";
     if (!row && !held.neutral && (op == Op::name || op == Op::copy_name)) right = answer == "NULL";

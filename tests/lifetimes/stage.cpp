@@ -99,7 +99,7 @@ void Stage::Observe() {
         const bool can = std::find(ops.begin(), ops.end(), op) != ops.end();
         return can ? subject->Do(op) : std::string();
     };
-    before_ = {ask(Op::name), ask(Op::key), ask(Op::up), ask(Op::model_rows)};
+    before_ = {ask(Op::name), ask(Op::key), ask(Op::up), ask(Op::model_rows), ask(Op::read)};
     if (scene_.kind != Kind::node && scene_.kind != Kind::iterator) return;
     const std::string known = plant_.Known();
     if (!known.empty()) Check({0, nullptr}, "before the event", "\"" + known + "\"", ask(Op::read));
@@ -269,6 +269,7 @@ std::string Stage::Expected(Player& player, Op op) {
             return other_ ? "-2" : "nobody";
         case Answer::before:
             if (op == Op::model_rows) return before_.model_rows;
+            if (op == Op::read || op == Op::copy_read) return before_.read;
             return before_.name.empty() ? before_.key : before_.name;
         case Answer::parent:
             if (before_.up == "false") return "false";
@@ -281,7 +282,7 @@ std::string Stage::Expected(Player& player, Op op) {
         case Answer::at_end:
             return "false, at the end";
         case Answer::empty:
-            return "NULL NULL";
+            return scene_.view == View::raw ? "NULL NULL" : "nothing";
         case Answer::solved:
         case Answer::open:
             break;
@@ -297,11 +298,16 @@ const std::string& Stage::Truth(Op op) {
     return truth;
 }
 
-// A neutral reference has a guard of its own before that of the node, which its copies stand on.
+// A neutral reference has a guard of its own before that of the node, which its copies stand on and
+// which tells it when one of them is used. On the root all handles stand on one node.
 std::string Stage::Guarded(Player& player, Op op) {
-    const bool by_copy = scene_.kind == Kind::reference && op == Op::copy_read;
-    bool& said = by_copy ? player.invalid_said_by_copy : player.invalid_said;
-    const bool invalid = fate_ == Fate::deleted && !said;
+    const bool has_own = scene_.kind == Kind::reference || scene_.kind == Kind::subscriber;
+    const bool by_own = has_own && op != Op::copy_read;
+    bool& said = by_own             ? player.invalid_said
+                 : IsOnRoot(scene_) ? root_invalid_said_
+                                    : player.invalid_said_by_copy;
+    const bool is_told = player.invalid_said_by_copy || root_invalid_said_;
+    const bool invalid = fate_ == Fate::deleted && !said && !is_told;
     said = true;
     return invalid ? "\"Node invalid\"" : "\"Node deleted\"";
 }
@@ -373,9 +379,11 @@ void Stage::AskAtRelease(Player& player, bool used) {
           player.subject->Do(Op::release));
 }
 
-// The reference may look after its object when it is told of a change, or when it is used.
+// The reference may look after its object when it is told of a change, or when it is used; the one
+// that the root of a view stands on is used by all.
 bool Stage::MayHaveFoundOut(bool used) const {
-    return fate_ == Fate::deleted && !used && Online();
+    if (used) return false;
+    return IsOnRoot(scene_) || (fate_ == Fate::deleted && Online());
 }
 
 void Stage::Check(const Player& player, const char* what, const std::string& expected,

@@ -39,11 +39,11 @@ class Stage {
     struct Player {
         int order;
         std::unique_ptr<Subject> subject;
-        bool invalid_said = false;
+        bool invalid_said = false;  // by the guard of a reference
         bool invalid_said_by_copy = false;
     };
     struct Before {
-        std::string name, key, up, model_rows;
+        std::string name, key, up, model_rows, read;
     };
 
     void SetUp();
@@ -91,6 +91,7 @@ class Stage {
     std::map<Op, std::string> truths_;
     Before before_;
     std::vector<Player> players_;
+    bool root_invalid_said_ = false;
     bool happened_ = false;
 };
 

@@ -40,9 +40,9 @@ struct Access {
 };
 
 // The rows that the neutral model answers itself.
-inline constexpr const char* kModelRows[] = {"id",           "type",           "browser_name",
-                                             "display_name", "isleaf",         "has_children",
-                                             "container",    "container_type", "parent"};
+inline constexpr const char* kModelRows[] = {
+    "id",           "type",      "browser_name",   "isleaf",
+    "has_children", "container", "container_type", "parent"};
 
 std::string Text(const FIValue& value);
 std::string Text(bool value);

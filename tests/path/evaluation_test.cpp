@@ -172,6 +172,14 @@ TEST_F(PathEvaluation, a_key_behind_a_name_chooses_among_siblings_and_the_path_g
         {"Stream(Product).(Product)", "Root.Stream(Product)", 1},
         {"Stream(Product).(Feed)", nullptr},
         {"Stream(Product).(rank)", "Root.Stream(Product)", 1},
+        {"Stream(Product)(Product)", "Root.Stream(Product)", 1},
+        {"Stream(Product)(rank)", "Root.Stream(Product)", 1},
+        {"Stream(Product)(rank).Temperature", nullptr},
+        {"Stream(Product)(Feed)", nullptr},
+        {"Stream(Product)(no such)", nullptr},
+        {"Stream(Product)(", nullptr},
+        {"Stream(rank)(Product)", nullptr},
+        {"Stream(Product).Temperature(rank)(no such)", "Root.Stream(Product).Temperature", 11},
         {"Stream.Temperature(rank).Nobody", "Root.Stream(Feed).Temperature", 10},
     };
     const auto it = root.Iterate();

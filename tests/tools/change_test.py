@@ -174,6 +174,20 @@ class Unwritten(ProgramTest):
                 self.check(run("get", file, FEED_FLOW), DONE, "1200\n", "")
                 file.unlink()
 
+    def test_no_word_has_succeeded(self):
+        stream = STREAMS + ".Raw Gas"
+        lines = (["ls", "demo"], ["tree", "demo"], ["attrs", "demo", stream], ["get", "demo", FEED_FLOW],
+                 ["find", "demo", "appModel.*"], ["table", "demo", stream, "Temperature"],
+                 ["explain", "demo", "Flowsheet.Stream(Raw Gas).MolarFlow"], ["classes"], ["path", "a.b"],
+                 ["watch", "demo", FEED_FLOW, "--set", FEED_FLOW, "1200"], ["complete", "demo", "l"],
+                 ["demo"], ["--help"], ["get", "--help"], ["--version"])
+        for line in lines:
+            for how, message in self.ways().items():
+                with self.subTest(line[0] + how):
+                    done = self.run_without_output(line, how=how)
+                    self.assertEqual(FAILED, done.returncode)
+                    self.assertIn(message, done.stderr.decode())
+
     @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a shell of this machine")
     def test_closed_streams_are_not_written_into_files(self):
         for how in (">&- 2>&-", "<&- >&- 2>&-", "2>&-"):

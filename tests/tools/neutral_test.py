@@ -118,6 +118,11 @@ class Neutral(ProgramTest):
                  '  found: Flowsheet.Stream[Name="Raw Gas"]\n'),
                 (component + "(Methan).MoleFraction",
                  f"  found: {component}\n  near: Component(Methane), Component(Ethane)\n"),
+                (RAW_GAS + "(nope)", f"  found: {RAW_GAS}\n"),
+                (RAW_GAS + "(nope).Temperature", f"  found: {RAW_GAS}\n"),
+                (RAW_GAS + "()", f"  found: {RAW_GAS}\n"),
+                (RAW_GAS + "(typo)", f"  found: {RAW_GAS}\n  near: (type)\n"),
+                ("Flowsheet.Stream(type)(value)", stream),
                 (RAW_GAS + ".Temperature(statos)",
                  f"  found: {RAW_GAS}.Temperature\n  near: Temperature(status)\n"),
         ):
@@ -126,6 +131,16 @@ class Neutral(ProgramTest):
                            f"no such node: {path}\n{told}")
         self.check(run("find", "demo", "--neutral", "Flowsheet.Stream(nope)"), FAILED, "",
                    "nothing matches: Flowsheet.Stream(nope)\n")
+
+    def test_an_attribute_of_an_element_stands_behind_its_key(self):
+        found = self.check(run("find", "demo", "--neutral", "Flowsheet.Stream(container_type)"), DONE).lines
+        self.assertEqual("Flowsheet.Stream(Raw Gas)(container_type)", found[0])
+        read = self.check(run("get", "demo", "--neutral", *found), DONE, err="").lines
+        self.assertEqual(["QSIMaterialStream"] * len(found), read)
+        for path in (found[1], found[1].replace(")(", ").(")):
+            self.check(run("find", "demo", "--neutral", path), DONE, found[1] + "\n", "")
+        self.check(run("find", "demo", "--neutral", "Flowsheet.Stream(Sales Gas)(nope)"), FAILED, "",
+                   "nothing matches: Flowsheet.Stream(Sales Gas)(nope)\n")
 
     def test_find_gives_paths_that_get_reads(self):
         found = self.check(run("find", "demo", "--neutral", "Flowsheet.Stream.Temperature"), DONE).lines

@@ -41,7 +41,9 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitRow{"a[x]|![y]&[z].b", "a|[x]|![y]&[z] / b"},
                     SplitRow{"a(b).c", "a|=b / c"}, SplitRow{"a.(type)", "a / |(type)"},
                     SplitRow{R"(a("b c"))", "a|(b c)"}, SplitRow{"a#1[x](y)", "a|#1|[x]|(y)"},
-                    SplitRow{R"(a("b.c").d(e))", "a|=b.c / d|(e)"}, SplitRow{"a(b).", "a|(b)"}));
+                    SplitRow{R"(a("b.c").d(e))", "a|=b.c / d|(e)"}, SplitRow{"a(b).", "a|(b)"},
+                    SplitRow{"a(b)(c)", "a|=b / |(c)"}, SplitRow{"a(b)(c).d", "a|=b / |=c / d"},
+                    SplitRow{"a(b)(", "a|(b)"}, SplitRow{"a(b)c", "a|(b)"}));
 
 struct StepRow {
     ChildPlace place;

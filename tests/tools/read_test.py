@@ -100,6 +100,12 @@ class Read(ProgramTest):
         self.assertEqual({"path": f"{FEED}.Temperature", "value": 298.15, "uom": "K",
                           "status": "Specified"}, json.loads(unit.out))
 
+    def test_what_is_no_number_in_a_unit_tells_none(self):
+        for attribute, value in (("type", "Real"), ("uom", "K"), ("status", "Specified")):
+            result = self.check(self.get(f"{FEED}.Temperature", "--attr", attribute, "--unit", "K", "--json"), DONE)
+            record = json.loads(result.out)
+            self.assertEqual((value, None), (record["value"], record["uom"]))
+
     def test_paths_from_standard_input(self):
         result = self.get("-", stdin=f"{FEED}.Temperature\r\n{FEED}.Word\n{FEED}.Unset")
         self.check(result, DONE, "25\n3.50\n\n", "")

@@ -84,6 +84,14 @@ class Table(ProgramTest):
                                "Feed.2       233.15         1",
                                "Größe        573.15         1"), "")
 
+    def test_a_unit_for_one_of_two_keys(self):
+        row = "Flowsheet.Stream(Raw Gas).Composition"
+        columns = ["Component(Methane).MoleFraction", "Component(Ethane).MoleFraction"]
+        self.check(run("table", "demo", "--neutral", row, *columns, "--unit", columns[1] + "=%"), DONE, text(
+            "Name         " + "  ".join(columns),
+            " " * (13 + len(columns[0])) + "  " + "%".rjust(len(columns[1])),
+            "Composition  " + "0.75".rjust(len(columns[0])) + "  " + "10".rjust(len(columns[1]))), "")
+
     def test_a_unit_for_an_array(self):
         case = small_case()
         lengths = array([3], [1, 2, 3])

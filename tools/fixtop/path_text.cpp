@@ -35,11 +35,12 @@ class Cutter {
         if (Skip('(')) Parentheses(start, step);
         return step;
     }
-    bool NextStep() { return Skip('.'); }
+    bool NextStep() { return Skip('.') || Stands('('); }
 
  private:
+    bool Stands(char c) const { return at_ < text_.size() && text_[at_] == c; }
     bool Skip(char c) {
-        if (at_ >= text_.size() || text_[at_] != c) return false;
+        if (!Stands(c)) return false;
         ++at_;
         return true;
     }
@@ -52,7 +53,7 @@ class Cutter {
     }
     void Parentheses(std::size_t start, StepText& step) {
         std::string text = String();
-        const bool goes_on = Skip(')') && at_ + 1 < text_.size() && text_[at_] == '.';
+        const bool goes_on = Skip(')') && at_ + 1 < text_.size() && (Stands('.') || Stands('('));
         (goes_on ? step.key : step.attribute) = std::move(text);
         if (!goes_on) at_ = text_.size();
         if (goes_on) step.text = text_.substr(start, at_ - start);
@@ -144,5 +145,5 @@ std::string StepFor(const ChildPlace& place) {
 }
 
 std::string JoinPath(const std::string& path, const std::string& step) {
-    return path.empty() ? step : path + '.' + step;
+    return path.empty() || step.empty() ? path + step : path + '.' + step;
 }

@@ -49,5 +49,5 @@ struct ChildPlace {
 // The step that leads to this child and to no other.
 std::string StepFor(const ChildPlace& place);
 
-// `step` behind `path`, which may be empty.
+// `step` behind `path`; either may be empty.
 std::string JoinPath(const std::string& path, const std::string& step);

@@ -16,7 +16,7 @@ std::string Plainly(const std::string& path) {
     for (const StepText& step : SplitPath(path)) {
         plain = JoinPath(
             plain, QuotedName(step.name) + (step.count ? '#' + *step.count : "") + step.filters);
-        if (!step.attribute.empty()) plain += '(' + step.attribute + ')';
+        if (!step.Parentheses().empty()) plain += '(' + step.Parentheses() + ')';
     }
     return plain;
 }
