@@ -1,14 +1,16 @@
 #include "framework/collection_element.h"
 
 #include "framework/empties.h"
-#include "framework/liveness.h"
 
 FICollectionElement::FICollectionElement(FIEntry* entry, FICollectionElement* parent,
                                          FICursorBase* cursor)
     : entry_(Ref<FIEntry>::Share(entry)),
       parent_(parent),
       living_(dynamic_cast<const LivingNode*>(entry)) {
-    if (living_) number_ = living_->ObjectNumber();
+    if (living_) {
+        number_ = living_->ObjectNumber();
+        mark_ = living_->MarkOf();
+    }
     if (!cursor) return;
     entry->GetName(name_);
     cursor->GetKey(key_);
@@ -23,7 +25,8 @@ FICollectionElement::FICollectionElement(const FICollectionElement& other,
       key_(other.key_),
       name_(other.name_),
       living_(other.living_),
-      number_(other.number_) {}
+      number_(other.number_),
+      mark_(other.mark_) {}
 
 bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
                                   Ref<FIEntry>& entry) const {
@@ -48,7 +51,7 @@ bool FICollectionElement::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor,
     Ref<FICursorBase> found = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
     const bool stands = key_.Kind() == FIValue::kInt ? found->Seek(kFromFirst, key_.AsInt())
                                                      : found->SeekName(kFromFirst, key_.CStr());
-    if (stands) entry = FindSame(*found);
+    if (stands) entry = FindSame(found);
     if (!entry && number_ != 0) entry = FindNumber(*found);
     cursor = std::move(found);
     return entry && entry.Get() != EmptyEntry();
@@ -59,12 +62,12 @@ bool FICollectionElement::HasNumber(FIEntry& entry) const {
     return living && living->ObjectNumber() == number_;
 }
 
-// A saved node that does not know its name any more is known by the one that it had.
 bool FICollectionElement::IsSame(FIEntry& entry) const {
     if (number_ != 0) return HasNumber(entry);
+    if (!living_) return entry.Compare(*entry_) == 0;
+    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    if (!living || living->ObjectNumber() != 0 || living->MarkOf() != mark_) return false;
     FIValue name;
-    entry_->GetName(name);
-    if (!name.IsNull() || name_.IsNull()) return entry.Compare(*entry_) == 0;
     entry.GetName(name);
     return name.Compare(name_) == 0;
 }
@@ -79,19 +82,20 @@ Ref<FIEntry> FICollectionElement::FindNumber(FICursorBase& cursor) const {
 
 // Several siblings may have one key; then the saved node says which of them it was. One that stands
 // alone is taken under another name too, but not when it is told apart by more than its name.
-Ref<FIEntry> FICollectionElement::FindSame(FICursorBase& cursor) const {
-    auto first = Ref<FIEntry>::Adopt(cursor.GetEntry());
+Ref<FIEntry> FICollectionElement::FindSame(Ref<FICursorBase>& cursor) const {
+    auto first = Ref<FIEntry>::Adopt(cursor->GetEntry());
     if (!first || IsSame(*first)) return first;
     bool is_alone = true;
     FIValue key;
-    const auto probe = Ref<FICursorBase>::Adopt(cursor.Clone(true));
+    auto probe = Ref<FICursorBase>::Adopt(cursor->Clone(true));
     while (probe->Seek(kFromPresent, 1)) {
         probe->GetKey(key);
-        if (key.Compare(key_) != 0) break;
+        if (key.Compare(key_) != 0) continue;
         is_alone = false;
         auto entry = Ref<FIEntry>::Adopt(probe->GetEntry());
-        cursor.Seek(kFromPresent, 1);
-        if (entry && IsSame(*entry)) return entry;
+        if (!entry || !IsSame(*entry)) continue;
+        cursor = std::move(probe);
+        return entry;
     }
     if (number_ != 0) return {};
     FIValue name;

@@ -2,17 +2,17 @@
 
 // FICollectionElement: one step of a saved path. It holds a node and knows how to find it again
 // after the host's lists were rebuilt: by the number of its object when the node has one of its
-// own, else by the key under which it lies below its parent step.
+// own, else by the key under which it lies below its parent step and what tells it from others of
+// that key. All of it is taken when the step is saved: nothing is asked of the node afterwards.
 //
 // Ownership: the maker owns the element; the parent is lent and must outlive it.
 
 #include "diagnostics/instance_counts.h"
 #include "framework/cursor.h"
 #include "framework/entry.h"
+#include "framework/liveness.h"
 #include "framework/ref.h"
 #include "value/fi_value.h"
-
-class LivingNode;
 
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  public:
@@ -36,8 +36,8 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  private:
     bool FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntry>& entry) const;
     // The entry on which the cursor stands, or the one of its further siblings of this key that is
-    // the saved node; the cursor goes there.
-    Ref<FIEntry> FindSame(FICursorBase& cursor) const;
+    // the saved node; the cursor is one on that then.
+    Ref<FIEntry> FindSame(Ref<FICursorBase>& cursor) const;
     // Among all siblings, whatever their names.
     Ref<FIEntry> FindNumber(FICursorBase& cursor) const;
     bool HasNumber(FIEntry& entry) const;
@@ -50,4 +50,5 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     // Of the entry; null for one that stands on nothing that may go.
     const LivingNode* living_ = nullptr;
     std::uint64_t number_ = 0;
+    LivingNode::Mark mark_;
 };

@@ -3,6 +3,7 @@
 #include "framework/fi_iterator.h"
 
 #include <algorithm>
+#include <string>
 
 #include "framework/empties.h"
 #include "framework/shielded_iterator.h"
@@ -234,14 +235,38 @@ int FIIterator::ComparePlaces(const FIIterator& other) const {
     const int other_depth = other.frames_.Size();
     if (depth != other_depth) return depth < other_depth ? -1 : 1;
     const int level = ObjectLevel(*this, depth);
-    const bool have_objects = level >= 0 && level == ObjectLevel(other, depth);
-    const bool on_same =
-        have_objects && NumberOf(*EntryAt(level)) == NumberOf(*other.EntryAt(level));
-    for (int each = on_same ? level + 1 : 0; each <= depth; ++each) {
+    if (level != ObjectLevel(other, depth)) return kNotComparable;
+    if (level >= 0 && NumberOf(*EntryAt(level)) != NumberOf(*other.EntryAt(level))) {
+        return kNotComparable;
+    }
+    for (int each = level + 1; each <= depth; ++each) {
         const int order = EntryAt(each)->Compare(*other.EntryAt(each));
         if (order != 0) return order;
     }
-    return have_objects && !on_same ? kNotComparable : 0;
+    return 0;
+}
+
+std::uint64_t FIIterator::ObjectNumber() const {
+    return NumberOf(*entry_);
+}
+
+bool FIIterator::IsTracked() const {
+    const auto* living = dynamic_cast<const LivingNode*>(entry_.Get());
+    return living && living->IsTracked();
+}
+
+LivingNode::Mark FIIterator::MarkOf() const {
+    LivingNode::Mark mark;
+    const int level = ObjectLevel(*this, frames_.Size());
+    if (level >= 0) mark.holder = NumberOf(*EntryAt(level));
+    FIValue name;
+    for (int each = level + 1; each <= frames_.Size(); ++each) {
+        const auto* living = dynamic_cast<const LivingNode*>(EntryAt(each));
+        EntryAt(each)->GetName(name);
+        mark.way += name.ToText() + '\n' + std::to_string(living ? living->MarkOf().ordinal : 0);
+        mark.way += '\n';
+    }
+    return mark;
 }
 
 FIEntry* FIIterator::EntryAt(int level) const {

@@ -133,8 +133,15 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     bool IsGone() const { return IsGoneAt(frames_.Size()); }
     bool IsGoneAt(int level) const;
     // Whether both stand on one object, as far as objects have numbers, and below it, or else from
-    // the root, on nodes that compare equal: 0; otherwise their order, or not comparable.
+    // the root, on nodes that compare equal: 0; otherwise their order, or not comparable. Nothing
+    // is asked of two different objects.
     int ComparePlaces(const FIIterator& other) const;
+    // Of the present node's object; 0 for none.
+    std::uint64_t ObjectNumber() const;
+    // By the lowest object on the way to the present node, and the names from there.
+    LivingNode::Mark MarkOf() const;
+    // The number of the present node's object tells by itself whether it lives.
+    bool IsTracked() const;
     // The node of a level, the present one for the depth; lent.
     FIEntry* EntryAt(int level) const;
     // From this level on the variables are copies of its own: what others set there later, on the

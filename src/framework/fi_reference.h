@@ -100,6 +100,7 @@ class FIReference : public FIReferenceBase,
     int ComparePlaces(const FIReference& other) const {
         return iterator_->ComparePlaces(*other.iterator_);
     }
+    const FIIterator& Place() const { return *iterator_; }
     // Of what the node stands on; null when that can't go. Lent.
     Liveness* Life() const { return iterator_->Life(); }
 

@@ -59,7 +59,8 @@ class FIIteratorBase {
     virtual void NameText(char* buffer, int size) = 0;
     virtual int NameLength() = 0;
     // The whole path from the root, whose name it begins with; without that name and the dot behind
-    // it, SeekPath on an iterator at the root reads it back.
+    // it, SeekPath on an iterator at the root reads it back; but for nodes that are called "*" or
+    // "#" with a number, which the language takes for any child and for a place in the list.
     virtual void GetPath(FIValue& out) = 0;
     virtual void PathText(char* buffer, int size) = 0;
     virtual int PathLength() = 0;

@@ -60,11 +60,13 @@ void Liveness::EndUntold() {
     OnEnded(false);
 }
 
+// Somebody may have found it out just before.
 void Liveness::End() {
-    if (HasEnded()) return;
     const auto self = Ref<Liveness>::Share(this);
-    revision_ = &kEnded;
-    OnEnded(true);
+    if (!HasEnded()) {
+        revision_ = &kEnded;
+        OnEnded(true);
+    }
     ForEachWatcher([this](Watcher& watcher) {
         Leave(watcher);
         watcher.OnEnd();

@@ -11,6 +11,7 @@
 // before they go, also from inside a round. Threads: the one of the simulation.
 
 #include <cstdint>
+#include <string>
 
 class Liveness {
  public:
@@ -64,7 +65,7 @@ class Liveness {
     // The watcher was told of the change of this round by another road.
     void Heard(Watcher& watcher) const { watcher.heard_ = round_; }
 
-    // The case is gone for good; tells the watchers.
+    // The case is gone for good; tells the watchers, who have not been told by an end untold.
     void End();
     // The same, of which the watchers find out by themselves.
     void EndUntold();
@@ -126,12 +127,24 @@ class Liveness {
 
 class LivingNode {
  public:
+    // What tells a node without a number of its own from others of its name below one parent.
+    struct Mark {
+        int ordinal = 0;
+        // Where what is looked for may lie anywhere: the number of the object that it belongs to
+        // and the way from there.
+        std::uint64_t holder = 0;
+        std::string way;
+        bool operator==(const Mark&) const = default;
+    };
+
     // Lent, null when there is nothing that may go.
     virtual Liveness* Life() const = 0;
     // What the node stood on does not live any more.
     virtual bool IsGone() const = 0;
     // A number of the object itself; 0 when the node has none of its own and is known by its key.
     virtual std::uint64_t ObjectNumber() const { return 0; }
+    // Asks nothing of what it stands on.
+    virtual Mark MarkOf() const { return {}; }
     // No other object ever has the number, so that it alone says whether the object lives.
     virtual bool IsTracked() const { return false; }
     // Whether both stand, or stood, on the same. Asks nothing of what they stand on.

@@ -150,8 +150,10 @@ void printECounts() {
 
 void FixtopInstallHost(host::HostServices* services) {
     if (services == host::InstalledServices()) return;
+    const unsigned installation = host::ServicesInstallation();
     memory::OrNothing(CaseLife::EndAll);
-    host::SetInstalledServices(services);
+    // Who is told of the end may have installed another host: that call came later.
+    if (host::ServicesInstallation() == installation) host::SetInstalledServices(services);
 }
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {

@@ -67,7 +67,8 @@ FIXTOP_EXPORT void printECounts();
 // ---- For consumers that link or load the module ----
 
 // Installs the host of this process, or takes it out with null, before it goes. Not owned. For the
-// handles that are held on the cases of the one before these are gone.
+// handles that are held on the cases of the one before these are gone. A host that somebody installs
+// while he is told of that stays.
 FIXTOP_EXPORT void FixtopInstallHost(host::HostServices* services);
 // An iterator that stands on a top entry. With `history` a repeat of an ancestor is not refused.
 FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);

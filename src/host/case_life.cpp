@@ -36,7 +36,7 @@ const std::uint64_t* HostRevision() {
 CaseLife::CaseLife(host::SimulationCase* simulation_case)
     : Liveness(HostRevision()),
       case_(simulation_case),
-      identity_(simulation_case ? simulation_case->Identity() : 0),
+      identity_(simulation_case ? host::IdentityOf(*simulation_case) : 0),
       installation_(host::ServicesInstallation()) {}
 
 CaseLife::~CaseLife() {
@@ -45,7 +45,7 @@ CaseLife::~CaseLife() {
 
 bool CaseLife::IsSameCase() const {
     return installation_ == host::ServicesInstallation() &&
-           (!case_ || identity_ == case_->Identity());
+           (!case_ || identity_ == host::IdentityOf(*case_));
 }
 
 Ref<CaseLife> CaseLife::Of(host::SimulationCase* simulation_case) {

@@ -65,6 +65,7 @@ class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
     bool IsContainer() override { return !IsGone(); }
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
+    Mark MarkOf() const override { return {row_, 0, {}}; }
     bool StandsWith(const LivingNode& other) const override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;

@@ -52,6 +52,7 @@ class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public Livin
     }
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
+    Mark MarkOf() const override { return {column_, 0, {}}; }
     bool StandsWith(const LivingNode& other) const override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override { return false; }

@@ -11,6 +11,15 @@ int SpecWalk::PlaceOf(const host::CSpecElement& element) const {
     return place;
 }
 
+int SpecWalk::NamesakesBefore(const host::CSpecElement& element) const {
+    host::LinkedListIterator elements(list_);
+    int namesakes = 0;
+    for (void* each = elements.Reset(); each && each != &element; each = elements.Next()) {
+        if (static_cast<const host::CSpecElement*>(each)->tag == element.tag) ++namesakes;
+    }
+    return namesakes;
+}
+
 int SpecWalk::CompareElements(const host::CSpecElement& own, const SpecWalk& other,
                               const host::CSpecElement& others) const {
     const int place = PlaceOf(own);

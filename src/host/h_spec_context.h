@@ -59,6 +59,8 @@ class SpecWalk : public ListPosition<HSpecFilter> {
     bool IsOnSame(const SpecWalk& other) const { return place_ == other.place_; }
     // Counted from 0 in the host's list.
     int PlaceOf(const host::CSpecElement& element) const;
+    // How many elements before it have its tag.
+    int NamesakesBefore(const host::CSpecElement& element) const;
 
  private:
     static constexpr int kUnknown = -2;

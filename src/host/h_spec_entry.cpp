@@ -34,6 +34,7 @@ HSpecEntry::HSpecEntry(HSpecContext* context, host::CSpecElement& element)
     : context_(Ref<HSpecContext>::Share(context)),
       element_(element),
       place_(context->Elements().PlaceOf(element)),
+      ordinal_(context->Elements().NamesakesBefore(element)),
       type_(element, context->Owner(), context->CaseRecord()),
       options_(context->Options()),
       attachments_(context->FollowsAttachments()) {}

@@ -27,6 +27,7 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
 
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
+    Mark MarkOf() const override { return {ordinal_, 0, {}}; }
     bool StandsWith(const LivingNode& other) const override;
     const host::CSpecElement& Element() const { return element_; }
     // The element of the same place, whoever asked for the specification.
@@ -44,7 +45,8 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
 
     Ref<HSpecContext> context_;
     host::CSpecElement& element_;
-    const int place_;  // in the list of elements
+    const int place_;    // in the list of elements
+    const int ordinal_;  // among those of this tag
     HSpecType type_;
     HovexOptions options_;
     bool attachments_;

@@ -32,6 +32,7 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
     host::Viewable* Holder() const override { return Array().HolderAt(address_); }
     Liveness* Life() const final { return Array().Life(); }
     bool IsGone() const final { return Array().IsGone(); }
+    Mark MarkOf() const override { return {index_, 0, {}}; }
     bool StandsWith(const LivingNode& other) const override;
 
     int Index() const { return index_; }

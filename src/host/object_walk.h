@@ -23,7 +23,7 @@ class ObjectFilter {
     bool Shows(host::Viewable& object) const { return Accept(object); }
     static const char* Name(host::Viewable& object) { return object.GetName().CStr(); }
     int Id() const { return shown_; }
-    static std::uint64_t Number(const host::Viewable& object) { return object.Identity(); }
+    static std::uint64_t Number(const host::Viewable& object) { return host::IdentityOf(object); }
 
  private:
     Shown shown_ = kAll;

@@ -141,6 +141,25 @@ bool CCDMClassEntry::IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry
     return one == other;
 }
 
+std::uint64_t CCDMClassEntry::ObjectNumber() const {
+    const FIReference* first = faces_.First().reference.Get();
+    const FIReference* second = faces_.secondary.reference.Get();
+    const std::uint64_t number = first ? first->Place().ObjectNumber() : 0;
+    return !second || second->Place().ObjectNumber() == number ? number : 0;
+}
+
+bool CCDMClassEntry::IsTracked() const {
+    const FIReference* first = faces_.First().reference.Get();
+    return first && first->Place().IsTracked();
+}
+
+LivingNode::Mark CCDMClassEntry::MarkOf() const {
+    const FIReference* first = faces_.First().reference.Get();
+    Mark mark = first ? first->Place().MarkOf() : Mark();
+    if (!IsOwnNode()) mark.ordinal = path_.index;
+    return mark;
+}
+
 bool CCDMClassEntry::StandsWith(const LivingNode& other) const {
     const auto* that = dynamic_cast<const CCDMClassEntry*>(&other);
     return that && &attribute_ == &that->attribute_ && IsOnSameNode(*that);

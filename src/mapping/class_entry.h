@@ -62,6 +62,10 @@ class CCDMClassEntry : public FIEntry,
     Liveness* Life() const final { return faces_.ByFace().Life(); }
     bool IsGone() const final { return faces_.ByFace().AreGone(); }
 
+    // Of the object that the element is, by the application's nodes; 0 for two different ones.
+    std::uint64_t ObjectNumber() const override;
+    bool IsTracked() const override;
+    Mark MarkOf() const override;
     bool StandsWith(const LivingNode& other) const override;
     // Whether two entries, which may be null, are one place of one tree.
     static bool IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry* other);

@@ -5,6 +5,7 @@
 #include <random>
 #include <set>
 
+#include "../casehost/case_builder.h"
 #include "framework/reference.h"
 #include "live_case.h"
 
@@ -251,6 +252,48 @@ TEST_F(CaseWalk, nodes_of_a_basis_that_is_gone_compare_with_those_of_the_same_pl
         EXPECT_EQ(0, one->Compare(*twin));
         EXPECT_EQ(kNotComparable, one->Compare(*other));
     }
+}
+
+TEST_F(CaseWalk, a_reference_keeps_to_its_own_of_several_elements_of_one_name) {
+    using casehost::BasisElement;
+    using casehost::test::Element;
+    const auto variable = [](const char* tag, double number) {
+        return Element(tag, BasisElement::Kind::variable, number);
+    };
+    BasisElement group = Element("Group", BasisElement::Kind::group);
+    group.elements = {variable("Tuned", 25), variable("Other", 50), variable("Tuned", 75)};
+    BasisElement table = Element("Table", BasisElement::Kind::table);
+    table.columns = {{"k", {1, 2}, {}}, {"k", {3, 4}, {}}};
+    casehost::CaseData data;
+    data.objects = {casehost::test::Object("S1", "MaterialStreamObject")};
+    data.basis = {group, table};
+    host::SetInstalledServices(&host.Services());
+    const casehost::OpenResult opened = host.Open(data);
+    ASSERT_TRUE(opened) << opened.error;
+    casehost::Case& live = *opened.opened;
+    const auto last = [this](const char* parent) {
+        const NodeRef node = At(parent);
+        EXPECT_TRUE(node->DownLast());
+        return node;
+    };
+    const auto tuned = Ref<FIReferenceBase>::Adopt(last("Basis.Group")->MakeReference());
+    const auto column = Ref<FIReferenceBase>::Adopt(last("Basis.Table.Set0")->MakeReference());
+    const auto value = [](FIReferenceBase& node) {
+        FIValue out;
+        node.GetAttribute(FIValue("value"), out);
+        return Shown(out);
+    };
+    EXPECT_EQ("REAL 75", value(*tuned));
+    const std::string third = value(*column);
+    EXPECT_NE(third,
+              value(*Ref<FIReferenceBase>::Adopt(At("Basis.Table.Set0.k")->MakeReference())));
+    live.Add(casehost::test::Object("S2", "MaterialStreamObject"));
+    EXPECT_EQ("REAL 75", value(*tuned));
+    EXPECT_EQ(third, value(*column));
+    FIValue out;
+    tuned->SetAttribute(FIValue("value"), FIValue::OfReal(99), 1, out);
+    EXPECT_EQ("REAL 25", Read(*At("Basis.Group.Tuned"), "value"));
+    EXPECT_EQ("REAL 99", value(*tuned));
 }
 
 TEST_F(CaseWalk, an_attribute_cursor_reads_without_the_units_of_a_reader_that_has_gone) {

@@ -110,7 +110,9 @@ class HostServices {
     // host is installed. Null when the host does not keep track.
     virtual const std::uint64_t* StructureRevision() { return nullptr; }
     // Whether the object of this number (Viewable::Identity) is still one of an open case. A
-    // deleted object is not, though it may be readable for a while; neither is a closed case.
+    // deleted object is not, though it may be readable for a while; neither is a closed case; nor is
+    // a number that was never given, the greatest among them. A host that gives numbers answers
+    // this: without it they count as not given.
     virtual bool Lives(std::uint64_t) { return true; }
 
  protected:
@@ -123,5 +125,11 @@ HostServices* InstalledServices();
 void SetInstalledServices(HostServices* services);
 // A number that changes with every SetInstalledServices, for whoever keeps answers of a host.
 unsigned ServicesInstallation();
+// The object's own number; 0 when the installed host gives none that it answers for.
+bool TracksObjects();
+template <class Object>
+std::uint64_t IdentityOf(const Object& object) {
+    return TracksObjects() ? object.Identity() : 0;
+}
 
 }  // namespace host

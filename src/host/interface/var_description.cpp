@@ -12,6 +12,7 @@ namespace {
 
 HostServices* g_services = nullptr;
 unsigned g_installation = 1;
+bool g_tracks_objects = false;
 
 constexpr char kUnfilled[] = "[]";
 
@@ -33,7 +34,11 @@ HostServices* InstalledServices() {
 }
 void SetInstalledServices(HostServices* services) {
     g_services = services;
+    g_tracks_objects = services && !services->Lives(~std::uint64_t{0});
     ++g_installation;
+}
+bool TracksObjects() {
+    return g_tracks_objects;
 }
 unsigned ServicesInstallation() {
     return g_installation;
