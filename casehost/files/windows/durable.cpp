@@ -43,13 +43,15 @@ void LetGo(HANDLE file, bool go) {
 // The file goes with the process that ends before it has taken its place. One that is left all the
 // same, by a machine that failed, is in use as long as its handle is open.
 struct NewFile::State {
+    explicit State(std::filesystem::path its_target) : target(std::move(its_target)) {}
+
     std::filesystem::path target;
     std::filesystem::path name;  // empty once the file has the target's
     std::optional<Handle> file;
 };
 
 NewFile::NewFile(std::filesystem::path target)
-    : state_(std::make_unique<State>(State{std::move(target), {}, {}})) {}
+    : state_(std::make_unique<State>(std::move(target))) {}
 
 NewFile::~NewFile() {
     state_->file.reset();
