@@ -18,8 +18,11 @@ PRELOAD = os.environ["MEMORY_PRELOAD"]
 STEP = int(os.environ.get("MEMORY_STEP", "0"))
 # That are tried in a run without a step.
 PLACES = 40
-# The second is how the system calls it, of a file that it can't open.
-MESSAGES = ["fixtop: out of memory\n", "can't be read: Cannot allocate memory\n"]
+# The others are how the system calls it, of a file that it can't open.
+MESSAGES = ["fixtop: out of memory\n", "can't be read: Cannot allocate memory\n",
+            "can't be written: Cannot allocate memory\n"]
+# The save is what a command does last: so many of its last allocations are tried one by one.
+OF_THE_SAVE = 60
 WITHIN = f"{STREAMS}.\"Feed 1\".Temperature"
 
 
@@ -32,16 +35,18 @@ def run(arguments, folder, **environment):
 
 
 class ProgramWithoutMemory(ProgramTest):
-    def numbers(self, arguments):
+    def numbers(self, arguments, last=0):
         file = self.folder / "places"
         run(arguments, self.folder, places=str(file))
         count, *places = map(int, file.read_text(encoding="utf-8").split())
         self.assertTrue(places)
-        return range(1, count + 1, STEP) if STEP else places[::len(places) // PLACES + 1]
+        if STEP:
+            return range(1, count + 1, STEP)
+        return {*places[::len(places) // PLACES + 1], *range(count + 1 - last, count + 1)}
 
-    def disturb(self, arguments, check):
+    def disturb(self, arguments, check, last=0):
         """Gives each order, and what the program then did to a check."""
-        for number in self.numbers(arguments):
+        for number in sorted(self.numbers(arguments, last)):
             for order in ({}, {"onwards": "1"}):
                 with self.subTest(allocation=number, **order):
                     check(run(arguments, self.folder, at=str(number), **order))
@@ -99,7 +104,7 @@ class ProgramWithoutMemory(ProgramTest):
             self.assertIn(found, [old, new] if told else [new])
             self.assertEqual(names, sorted(os.listdir(self.folder)))
 
-        self.disturb(arguments, check)
+        self.disturb(arguments, check, OF_THE_SAVE)
 
 
 if __name__ == "__main__":

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 namespace casehost::files {
@@ -129,7 +130,7 @@ struct NewFile::State {
     SignalsWait signals;
     std::filesystem::path target;
     std::filesystem::path name;  // empty once the file has the target's
-    std::unique_ptr<Descriptor> file;
+    std::optional<Descriptor> file;
 };
 
 NewFile::NewFile(std::filesystem::path target)
@@ -144,11 +145,12 @@ std::error_code NewFile::Open(const std::filesystem::path& name) {
     struct stat like {};
     const bool replaces = stat(state_->target.c_str(), &like) == 0;
     const mode_t mode = replaces ? like.st_mode & 0600 : 0666;
-    auto file = std::make_unique<Descriptor>(open(name.c_str(), kHow, mode));
-    if (!file->IsOpen()) return LastError();
-    state_->file = std::move(file);
+    // Once there is a file, no memory is needed to keep its name.
+    std::filesystem::path made = name;
+    state_->file.emplace(open(name.c_str(), kHow, mode));
+    if (!state_->file->IsOpen()) return LastError();
     if (const std::error_code error = state_->Lock()) return error;
-    state_->name = name;
+    state_->name = std::move(made);
     return {};
 }
 

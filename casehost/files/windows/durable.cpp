@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace casehost::files {
 
@@ -42,13 +43,15 @@ void LetGo(HANDLE file, bool go) {
 // The file goes with the process that ends before it has taken its place. One that is left all the
 // same, by a machine that failed, is in use as long as its handle is open.
 struct NewFile::State {
+    explicit State(std::filesystem::path its_target) : target(std::move(its_target)) {}
+
     std::filesystem::path target;
     std::filesystem::path name;  // empty once the file has the target's
-    std::unique_ptr<Handle> file;
+    std::optional<Handle> file;
 };
 
 NewFile::NewFile(std::filesystem::path target)
-    : state_(std::make_unique<State>(State{std::move(target), {}, nullptr})) {}
+    : state_(std::make_unique<State>(std::move(target))) {}
 
 NewFile::~NewFile() {
     state_->file.reset();
@@ -57,16 +60,16 @@ NewFile::~NewFile() {
 
 // Rights come from the folder, as those of the target did.
 std::error_code NewFile::Open(const std::filesystem::path& name) {
-    auto file =
-        std::make_unique<Handle>(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, kShareAll,
-                                             nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file->IsOpen()) {
+    // Once there is a file, no memory is needed to keep its name.
+    std::filesystem::path made = name;
+    state_->file.emplace(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, kShareAll, nullptr,
+                                     CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!state_->file->IsOpen()) {
         const bool taken = GetLastError() == ERROR_FILE_EXISTS;
         return taken ? std::make_error_code(std::errc::file_exists) : LastError();
     }
-    LetGo(file->Get(), true);
-    state_->file = std::move(file);
-    state_->name = name;
+    LetGo(state_->file->Get(), true);
+    state_->name = std::move(made);
     return {};
 }
 
