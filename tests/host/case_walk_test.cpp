@@ -265,11 +265,11 @@ TEST_F(CaseWalk, a_reference_keeps_to_its_own_of_several_elements_of_one_name) {
     BasisElement table = Element("Table", BasisElement::Kind::table);
     table.columns = {{"k", {1, 2}, {}}, {"k", {3, 4}, {}}};
     casehost::CaseData data;
-    data.objects = {casehost::test::Object("S1", "MaterialStreamObject")};
+    data.main.objects = {casehost::test::Object("S1", "MaterialStreamObject")};
     data.basis = {group, table};
     host::SetInstalledServices(&host.Services());
     const casehost::OpenResult opened = host.Open(data);
-    ASSERT_TRUE(opened) << opened.error;
+    ASSERT_TRUE(opened);
     casehost::Case& live = *opened.opened;
     const auto last = [this](const char* parent) {
         const NodeRef node = At(parent);
@@ -287,11 +287,11 @@ TEST_F(CaseWalk, a_reference_keeps_to_its_own_of_several_elements_of_one_name) {
     const std::string third = value(*column);
     EXPECT_NE(third,
               value(*Ref<FIReferenceBase>::Adopt(At("Basis.Table.Set0.k")->MakeReference())));
-    live.Add(casehost::test::Object("S2", "MaterialStreamObject"));
+    live.Add(nullptr, casehost::test::Object("S2", "MaterialStreamObject"));
     EXPECT_EQ("REAL 75", value(*tuned));
     EXPECT_EQ(third, value(*column));
     FIValue out;
-    tuned->SetAttribute(FIValue("value"), FIValue::OfReal(99), 1, out);
+    tuned->SetAttribute(FIValue("value"), FIValue::OfReal(99), 0, out);
     EXPECT_EQ("REAL 25", Read(*At("Basis.Group.Tuned"), "value"));
     EXPECT_EQ("REAL 99", value(*tuned));
 }
