@@ -149,10 +149,13 @@ void printECounts() {
 }
 
 void FixtopInstallHost(host::HostServices* services) {
-    if (services == host::InstalledServices()) return;
+    static int ending = 0;
+    if (services == host::InstalledServices() && ending == 0) return;
     const unsigned installation = host::ServicesInstallation();
+    ++ending;
     memory::OrNothing(CaseLife::EndAll);
-    // Who is told of the end may have installed another host: that call came later.
+    --ending;
+    // Who is told of the end may have installed a host, if only the same: that call came later.
     if (host::ServicesInstallation() == installation) host::SetInstalledServices(services);
 }
 

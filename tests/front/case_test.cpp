@@ -132,4 +132,28 @@ TEST_F(OpenModule, published_variables_are_in_the_unit_that_is_told) {
     }
 }
 
+TEST_F(OpenModule, a_host_that_is_installed_while_the_end_of_another_is_told_stays) {
+    casehost::CaseHost next;
+    for (casehost::CaseHost* each : {&host_, &next}) {
+        casehost::UseStandardParts(*each);
+        ASSERT_TRUE(casehost::OpenCase(*each, "demo"));
+    }
+    FixtopNotify notify = nullptr;
+    const auto old_top = Ref<FIEntry>::Adopt(GetTopFIEntry(&notify));
+    ASSERT_TRUE(old_top->Subscribe(&next, kNodeDeleted, [](void* owner, int) {
+        FixtopInstallHost(&static_cast<casehost::CaseHost*>(owner)->Services());
+    }));
+    FixtopInstallHost(nullptr);
+    OpenTop();
+    root_ = "appModel.FlowSheetObjects.Streams.\"Raw Gas\"";
+    EXPECT_EQ("Raw Gas", Read("", "id"));
+    EXPECT_EQ("Node deleted", [&] {
+        FIValue out;
+        old_top->GetAttribute(FIValue("id"), out);
+        return out.ToText();
+    }());
+    top_.Reset();
+    FixtopInstallHost(nullptr);
+}
+
 }  // namespace

@@ -232,6 +232,15 @@ TEST_F(CaseEnds, an_untold_closing_is_found_out_by_the_next_use) {
     EXPECT_EQ("(NULL)", Shown(out));
 }
 
+TEST_F(CaseEnds, objects_have_numbers_where_the_host_answers_for_them) {
+    OpenDemo();
+    const host::Viewable& object = *Live().FindByPath("Raw Gas", nullptr)->View();
+    EXPECT_NE(0u, host::IdentityOf(object));
+    EXPECT_EQ(object.Identity(), host::IdentityOf(object));
+    host::SetInstalledServices(nullptr);
+    EXPECT_EQ(0u, host::IdentityOf(object));
+}
+
 TEST_F(CaseEnds, a_newcomer_of_the_same_name_is_never_shown) {
     OpenDemo();
     auto reference = ReferenceAt(kTemperature);

@@ -479,6 +479,14 @@ TEST_F(Levels, host_paths_lead_to_the_fixed_nodes) {
     EXPECT_EQ("appModel|/FlowSht.1/x", KeyAndRest(*Models(), "/FlowSht.1/x"));
 }
 
+// The scripted host never says that a number is none of a living object.
+TEST_F(Levels, numbers_that_the_host_does_not_answer_for_count_as_none) {
+    struct Numbered {
+        std::uint64_t Identity() const { return 7; }
+    };
+    EXPECT_EQ(0u, host::IdentityOf(Numbered()));
+}
+
 TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {
     host.main.Add("Feed", host.stream).AddReal(":Double.501", "Mass Flow", 7.0);
     auto top = Ref<FIEntry>::Share(new FITopEntry(Models().Get(), nullptr, nullptr));
