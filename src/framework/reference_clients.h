@@ -24,8 +24,9 @@ class ReferenceClients {
         return std::erase_if(clients_, [](const auto& item) { return !item.second.active; }) > 0;
     }
     void Call(int kind) {
-        for (auto& [owner, client] : clients_) {
-            if (client.active) memory::Outside([&] { client.callback(owner, kind); });
+        for (const auto& each : clients_) {
+            if (!each.second.active) continue;
+            memory::Outside([&] { each.second.callback(each.first, kind); });
         }
     }
     bool IsEmpty() const { return clients_.empty(); }
