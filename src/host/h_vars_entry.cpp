@@ -58,19 +58,16 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
     follow_attachment_ = Dimensions() == 0 && FollowsAt(description_, attachments_);
 }
 
-int HVarsEntry::Dimensions() const {
-    if (dimensions_ < 0) {
-        const host::Text text = row_->TextDescription();
-        dimensions_ = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
-    }
+int HVarsEntry::CountDimensions() const {
+    const host::Text text = row_->TextDescription();
+    dimensions_ = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
     return dimensions_;
 }
 
-host::Viewable* HVarsEntry::EffectiveOwner() const {
-    // The variables of a correlation describe the object that it is attached to.
+host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {
     const HAttachment* attachment = context_->Attachment();
     if (IsGone()) return nullptr;
-    return attachment && through_correlation_ ? attachment->Holder() : Owner();
+    return attachment ? attachment->Holder() : Owner();
 }
 
 const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
@@ -78,17 +75,9 @@ const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
     return index < offsets_.size() ? offsets_[index] : host::TheEmptyVarDesc;
 }
 
-HVariable HVarsEntry::At(const host::VarDescription& address) const {
-    return {row_, EffectiveOwner(), &address, through_correlation_ ? nullptr : Owner()};
-}
-
 host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
     host::Viewable* object = EffectiveOwner();
     return object ? FindHolder(Owner(), object, address) : nullptr;
-}
-
-host::VarType HVarsEntry::UnitType() const {
-    return EffectiveUnitType(unit_type_, Owner(), description_);
 }
 
 bool HVarsEntry::IsCompositionVariable() const {

@@ -30,20 +30,25 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     bool FollowsAttachments() const { return attachments_; }
     // Count of dimensions; 0 is a scalar.
-    int Dimensions() const;
+    int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
     bool IsCustom() const { return custom_block_; }
     // The object that lists the variable, and the one on which every read and store is done.
     // Null when they are gone.
     host::Viewable* Owner() const { return owner_.Get(); }
-    host::Viewable* EffectiveOwner() const;
+    host::Viewable* EffectiveOwner() const {
+        return through_correlation_ ? OwnerThroughCorrelation() : Owner();
+    }
     // Tells apart the owners, whether they live or not.
     std::uint64_t OwnerNumber() const { return owner_.Number(); }
     const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
-    host::VarType UnitType() const;
+    host::VarType UnitType() const {
+        const bool varies = unit_type_ == host::kVariableUnitType;
+        return varies ? EffectiveUnitType(unit_type_, Owner(), description_) : unit_type_;
+    }
     bool IsCompositionVariable() const;
     HVariable Variable() const { return At(description_); }
     void ReadValue(FIValue& out);
@@ -51,7 +56,11 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     // ---- One scalar of the variable: itself, or the element at an address ----
 
-    HVariable At(const host::VarDescription& address) const;
+    HVariable At(const host::VarDescription& address) const {
+        if (through_correlation_) return {row_, OwnerThroughCorrelation(), &address};
+        host::Viewable* owner = Owner();
+        return {row_, owner, &address, owner};
+    }
     host::Viewable* HolderAt(const host::VarDescription& address) const;
     // Whether the scalar is an attachment to follow, given the switch.
     bool FollowsAt(const host::VarDescription& address, bool attachments) const;
@@ -61,6 +70,9 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     const char* StoreAt(const host::VarDescription& address, FIVarSet* vars, const FIValue& value);
 
  private:
+    int CountDimensions() const;
+    // The variables of a correlation describe the object that it is attached to.
+    host::Viewable* OwnerThroughCorrelation() const;
     // Null when nothing is attached or it has no variables. Kept while no structure has changed.
     const host::LinkedList* AttachedVariables();
     bool LeadsSomewhere();

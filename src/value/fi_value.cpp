@@ -83,15 +83,9 @@ FIValue FIValue::OfReal(double number) {
     return value;
 }
 
-void FIValue::Assign(const FIValue& other) {
-    if (this == &other) return;
-    if (other.kind_ == kLongText) return AssignLong(other);
-    FreeBuffer();
-    CopyFrom(other);
-}
-
 // Made first, so that a value which can't be replaced stays as it is.
-void FIValue::AssignLong(const FIValue& other) {
+void FIValue::AssignUncommon(const FIValue& other) {
+    if (this == &other) return;
     FIValue copy(other);
     FreeBuffer();
     StealFrom(copy);
@@ -141,17 +135,6 @@ void FIValue::SetInt(std::int32_t number) noexcept {
     FreeBuffer();
     kind_ = kInt;
     payload_.number = number;
-}
-
-void FIValue::SetReal(double number) noexcept {
-    FreeBuffer();
-    kind_ = kReal;
-    payload_.real = number;
-}
-
-void FIValue::Clear() noexcept {
-    FreeBuffer();
-    kind_ = kNull;
 }
 
 void FIValue::SetInline(std::string_view text) noexcept {

@@ -41,7 +41,11 @@ class FIValue {
     static FIValue OfReal(double number);
 
     // Deep copy; assigning a value to itself does nothing.
-    void Assign(const FIValue& other);
+    void Assign(const FIValue& other) {
+        if (kind_ == kLongText || !other.IsPlain()) return AssignUncommon(other);
+        kind_ = other.kind_;
+        payload_ = other.payload_;
+    }
     // A text below 19 bytes stays inline unless the value already has a long buffer, which is kept.
     // A null pointer is taken as the empty text. An inline text ends at its first NUL; a long one
     // keeps the bytes behind it. The text may be a part of this value's own.
@@ -49,8 +53,15 @@ class FIValue {
     void SetText(const std::string& text);
     void SetText(const char* text, std::size_t length);
     void SetInt(std::int32_t number) noexcept;
-    void SetReal(double number) noexcept;
-    void Clear() noexcept;
+    void SetReal(double number) noexcept {
+        FreeBuffer();
+        kind_ = kReal;
+        payload_.real = number;
+    }
+    void Clear() noexcept {
+        FreeBuffer();
+        kind_ = kNull;
+    }
 
     int Kind() const noexcept { return kind_; }
     bool IsNull() const noexcept { return kind_ == kNull; }
@@ -126,13 +137,12 @@ class FIValue {
         Payload() noexcept : real(0) {}
     };
 
+    // A kind without a buffer, and a known one.
+    bool IsPlain() const noexcept { return kind_ >= kNull && kind_ < kLongText; }
     void CopyFrom(const FIValue& other) {
+        if (!other.IsPlain()) return CopyUncommon(other);
         kind_ = other.kind_;
-        if (kind_ == kLongText || kind_ > kLongText || kind_ < kNull) {
-            CopyUncommon(other);
-        } else {
-            payload_ = other.payload_;
-        }
+        payload_ = other.payload_;
     }
     void StealFrom(FIValue& other) noexcept {
         kind_ = other.kind_;
@@ -144,7 +154,7 @@ class FIValue {
     }
 
     void CopyUncommon(const FIValue& other);
-    void AssignLong(const FIValue& other);
+    void AssignUncommon(const FIValue& other);
     void ReleaseBuffer() noexcept;
     std::int32_t IntFromOtherKind() const noexcept;
     double RealFromOtherKind() const noexcept;
