@@ -84,12 +84,9 @@ bool CaseLife::IsThere() const {
     return identity_ == 0 || services->Lives(identity_);
 }
 
-bool CaseLife::IsLive() const {
-    if (!IsCurrent(seen_)) {
-        const_cast<CaseLife*>(this)->Look();
-        seen_ = Revision();
-    }
-    return !HasEnded();
+void CaseLife::LookAgain() const {
+    const_cast<CaseLife*>(this)->Look();
+    seen_ = Revision();
 }
 
 Ref<HSolverNotify> CaseLife::Notifier() {

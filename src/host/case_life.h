@@ -26,7 +26,10 @@ class CaseLife final : public Liveness {
     static void TellAllForgotten();
 
     // The case is there, or there is none that could go.
-    bool IsLive() const;
+    bool IsLive() const {
+        if (!IsCurrent(seen_)) LookAgain();
+        return !HasEnded();
+    }
     // The host says by itself whether the case is there.
     bool IsTracked() const { return identity_ != 0; }
     // Null when there is none, or it is gone.
@@ -47,6 +50,7 @@ class CaseLife final : public Liveness {
     void OnFirstWatcher() override;
     void OnNoWatcher() override;
     void OnEnded(bool told) override;
+    void LookAgain() const;
     // Whether the case at the address, which is there, is the one of this record.
     bool IsSameCase() const;
 
