@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "front/fixtop.h"
-#include "mapping/find_translator.h"
-#include "mapping/scalar_translators.h"
+#include "fixtop/fixtop.h"
+#include "mapping/translators/find_translator.h"
+#include "mapping/translators/scalar_translators.h"
 #include "plant.h"
 #include "ratio_table.h"
 

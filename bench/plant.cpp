@@ -8,8 +8,8 @@
 #include <stdexcept>
 
 #include "casehost/case_file.h"
-#include "framework/cursor.h"
-#include "front/fixtop.h"
+#include "fixtop/cursor.h"
+#include "fixtop/fixtop.h"
 
 namespace bench {
 

@@ -8,10 +8,10 @@
 
 #include "casehost/case_data.h"
 #include "casehost/case_host.h"
-#include "framework/entry.h"
-#include "framework/iterator.h"
-#include "framework/ref.h"
-#include "host/interface/services.h"
+#include "fixtop/entry.h"
+#include "fixtop/host/services.h"
+#include "fixtop/iterator.h"
+#include "fixtop/ref.h"
 
 namespace pugi {
 class xml_document;

@@ -9,10 +9,10 @@
 #include <pugixml.hpp>
 #include <vector>
 
-#include "framework/cursor.h"
-#include "framework/reference.h"
-#include "front/fixtop.h"
-#include "host/interface/services.h"
+#include "fixtop/cursor.h"
+#include "fixtop/fixtop.h"
+#include "fixtop/host/services.h"
+#include "fixtop/reference.h"
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 #include "plant.h"

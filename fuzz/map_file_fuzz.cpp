@@ -1,11 +1,11 @@
 // Map text over a small class library, the choices among the translators that it makes, and the
 // walks that they give on a small tree.
 
-#include "framework/fi_reference.h"
+#include "framework/reference.h"
 #include "fuzzed_reader.h"
-#include "mapping/find_translator.h"
-#include "mapping/map_file.h"
-#include "mapping/semantic_function.h"
+#include "mapping/map_file/map_file.h"
+#include "mapping/translators/find_translator.h"
+#include "mapping/translators/function_tables.h"
 #include "model/class_library.h"
 #include "support/scripted_tree.h"
 

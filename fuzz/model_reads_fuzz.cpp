@@ -3,9 +3,9 @@
 
 #include "casehost/case_host.h"
 #include "casehost/standard_host.h"
-#include "framework/cursor.h"
-#include "framework/reference.h"
-#include "front/fixtop.h"
+#include "fixtop/cursor.h"
+#include "fixtop/fixtop.h"
+#include "fixtop/reference.h"
 #include "fuzzed_module.h"
 #include "fuzzed_reader.h"
 

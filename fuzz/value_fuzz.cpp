@@ -12,7 +12,7 @@
 #include <string>
 
 #include "check.h"
-#include "value/fi_value.h"
+#include "fixtop/value.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "host/interface/array_set.h"
-#include "host/interface/specification.h"
+#include "fixtop/host/array_set.h"
+#include "fixtop/host/specification.h"
 #include "live/holder_list.h"
 
 namespace casehost {

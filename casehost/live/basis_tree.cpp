@@ -3,7 +3,7 @@
 #include <charconv>
 
 #include "casehost/units.h"
-#include "host/interface/services.h"
+#include "fixtop/host/services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
 

@@ -13,7 +13,7 @@
 
 #include "casehost/case_data.h"
 #include "casehost/script.h"
-#include "host/interface/specification.h"
+#include "fixtop/host/specification.h"
 
 namespace casehost {
 

@@ -22,7 +22,7 @@
 
 #include "casehost/case_data.h"
 #include "casehost/solve_engine.h"
-#include "host/interface/simulation_case.h"
+#include "fixtop/host/simulation_case.h"
 #include "live/objects.h"
 #include "live/solver_node.h"
 

@@ -6,7 +6,7 @@
 #include <atomic>
 #include <vector>
 
-#include "host/interface/list.h"
+#include "fixtop/host/list.h"
 
 namespace casehost {
 

@@ -11,7 +11,7 @@
 
 #include "casehost/case_data.h"
 #include "casehost/script.h"
-#include "host/interface/viewable.h"
+#include "fixtop/host/viewable.h"
 #include "live/identity.h"
 #include "live/object_type.h"
 #include "live/shape.h"

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "host/interface/object_type.h"
+#include "fixtop/host/object_type.h"
 
 namespace casehost {
 

@@ -3,7 +3,7 @@
 // The nodes that stand for a case's objects: plain ones, material streams, template operations,
 // published variables, flowsheets and the basis.
 
-#include "host/interface/simulation_case.h"
+#include "fixtop/host/simulation_case.h"
 #include "live/node_list.h"
 
 namespace casehost {

@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "host/interface/variables.h"
+#include "fixtop/host/variables.h"
 #include "live/holder_list.h"
 
 namespace casehost {

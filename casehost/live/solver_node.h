@@ -10,7 +10,7 @@
 #include <functional>
 
 #include "casehost/solve_engine.h"
-#include "host/interface/simulation_case.h"
+#include "fixtop/host/simulation_case.h"
 #include "live/node.h"
 
 namespace casehost {

@@ -13,10 +13,11 @@
 #include <cstring>
 #include <span>
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
 #include "framework/liveness.h"
 #include "framework/shield.h"
+#include "framework/small_object.h"
 #include "framework/var_set_loan.h"
 
 template <class T>

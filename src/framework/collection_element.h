@@ -8,11 +8,11 @@
 // Ownership: the maker owns the element; the parent is lent and must outlive it.
 
 #include "diagnostics/instance_counts.h"
-#include "framework/cursor.h"
-#include "framework/entry.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
+#include "fixtop/value.h"
 #include "framework/liveness.h"
-#include "framework/ref.h"
-#include "value/fi_value.h"
 
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  public:

@@ -1,7 +1,7 @@
-#include "framework/cursor.h"
+#include "fixtop/cursor.h"
 
 #include "diagnostics/seek_table.h"
-#include "framework/entry.h"
+#include "fixtop/entry.h"
 
 bool FICursorBase::SeekValue(int origin, FIEntry& entry) {
     FIValue name;

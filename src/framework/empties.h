@@ -3,8 +3,8 @@
 // The shared empties: used instead of null, so that code walks on without tests. Built on first
 // use, never destroyed; AddRef answers 1 and Release 0, and nothing is counted.
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
 
 // Name and attributes NULL, no container, context the empty context.
 FIEntry* EmptyEntry();

@@ -1,6 +1,6 @@
-#include "framework/entry.h"
+#include "fixtop/entry.h"
 
-#include "framework/cursor.h"
+#include "fixtop/cursor.h"
 #include "framework/liveness.h"
 
 namespace {

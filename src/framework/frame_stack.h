@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
-#include "framework/ref.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
 #include "framework/var_map.h"
 
 struct IteratorFrame {

@@ -1,158 +1,195 @@
 #pragma once
 
-// FIIteratorBase: the client's handle on the tree: a present entry and the frames that lead to it
-// from the root. All navigation, reads and writes, path walking and dumps go through it.
+// FIIterator: the one iterator of the framework; fixtop/iterator.h tells the operations.
 //
-// Ownership: starts at one reference, which belongs to whoever asked for it; Release deletes at 0.
-// Errors: navigation answers false and leaves the position where its operation says; reads give
-// NULL; writes put NULL or the message into `out`.
-// Past the last sibling Next answers false, and the iterator stands where the family of the
-// siblings goes then: on the shared empty entry, whose reads give NULL, or, among a host's objects,
-// variables and specification elements, back on the first of them. A walk ends by the answer.
-// Threads: an iterator belongs to one thread, the one that runs the simulation.
+// Variables. Each level has a map of its own. It is made when its first variable is set, and at the
+// latest when the iterator is copied, because copies share the levels above the present node.
+// Clauses of a path are walked on the iterator itself and walked back: nothing below the present
+// node is shared, so its position and cursors are as before.
+// Limits: an iterator does not go deeper than kDepthLimit frames.
 
-#include "framework/entry.h"
-#include "value/fi_value.h"
+#include <memory>
+#include <vector>
 
-class FIReferenceBase;
-struct PathClause;
-class PathStep;
+#include "diagnostics/instance_counts.h"
+#include "fixtop/iterator.h"
+#include "framework/collection_element.h"
+#include "framework/frame_stack.h"
+#include "framework/iterator_var_set.h"
+#include "framework/liveness.h"
 
-class FIIteratorBase {
+class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
  public:
-    virtual ~FIIteratorBase() = default;
+    static constexpr int kDepthLimit = 10000;
 
-    // A new iterator at the same position, with the variables and units of this one. One reference.
-    virtual FIIteratorBase* Copy() = 0;
-    // A durable handle on a copy of this iterator. One reference.
-    virtual FIReferenceBase* MakeReference() = 0;
+    // On the shared empty entry.
+    FIIterator();
+    // At a root. With `history` the iterator also enters nodes that repeat an ancestor.
+    FIIterator(FIEntry* entry, bool history);
+    FIIterator(const FIIterator& other);
+    FIIterator& operator=(const FIIterator&) = delete;
 
-    // False if the present node repeats an ancestor, else whether it may have children.
-    virtual bool CanDescend() = 0;
-    // To the child at `index`, counted from 0.
-    virtual bool Down(int index) = 0;
-    // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
-    // iterator back where it was. What stands in parentheses behind a name is the key of a node, as
-    // GetPath writes it, or an attribute that the node has, with which a path ends. One such may
-    // stand behind a key in parentheses of its own. A path in which it is neither leads nowhere.
-    virtual bool SeekPath(const FIValue& path) = 0;
-    // Walks a parsed path; `attribute` gets the name in parentheses of its last step, or NULL.
-    virtual bool Walk(const PathStep& step, FIValue& attribute) = 0;
-    virtual bool WalkFrom(const PathStep& step) = 0;
-    virtual bool DownFirst() = 0;
-    virtual bool Next() = 0;
-    virtual bool First() = 0;
-    virtual bool Prev() = 0;
-    virtual bool Last() = 0;
-    virtual bool DownLast() = 0;
-    // To the parent; false at the root.
-    virtual bool Up() = 0;
-    // One step of a parsed path.
-    virtual bool Step(const PathStep& step) = 0;
-    // On to the next sibling that satisfies the step.
-    virtual bool NextMatch(const PathStep& step) = 0;
-    // Count of frames; 0 at the root.
-    virtual int Depth() = 0;
+    FIIterator* Copy() override;
+    FIReferenceBase* MakeReference() override;
+    bool CanDescend() override;
+    bool Down(int index) override;
+    bool SeekPath(const FIValue& path) override;
+    bool Walk(const PathStep& step, FIValue& attribute) override;
+    bool WalkFrom(const PathStep& step) override;
+    bool DownFirst() override;
+    bool Next() override;
+    bool First() override;
+    bool Prev() override;
+    bool Last() override;
+    bool DownLast() override;
+    bool Up() override;
+    bool Step(const PathStep& step) override;
+    bool NextMatch(const PathStep& step) override;
+    int Depth() override { return frames_.Size(); }
 
-    virtual void GetName(FIValue& out) = 0;
-    // Text into a buffer of `size` bytes, always terminated; length in bytes without the NUL.
-    virtual void NameText(char* buffer, int size) = 0;
-    virtual int NameLength() = 0;
-    // The whole path from the root, whose name it begins with; without that name and the dot behind
-    // it, SeekPath on an iterator at the root reads it back; but for nodes that are called "*" or
-    // "#" with a number, which the language takes for any child and for a place in the list.
-    virtual void GetPath(FIValue& out) = 0;
-    virtual void PathText(char* buffer, int size) = 0;
-    virtual int PathLength() = 0;
-    // Texts of the key attributes of the present node, joined with ", ".
-    virtual void KeyText(char* buffer, int size) = 0;
-    virtual int KeyLength() = 0;
-    // A table of all variables in force.
-    virtual void DumpVars(FIValue& out) = 0;
+    void GetName(FIValue& out) override;
+    void NameText(char* buffer, int size) override;
+    int NameLength() override;
+    void GetPath(FIValue& out) override;
+    void PathText(char* buffer, int size) override;
+    int PathLength() override;
+    void KeyText(char* buffer, int size) override;
+    int KeyLength() override;
+    void DumpVars(FIValue& out) override;
 
-    virtual void GetAttribute(const FIValue& name, FIValue& out) = 0;
-    virtual void SetAttribute(const FIValue& name, const FIValue& value, int mode,
-                              FIValue& out) = 0;
-    virtual const void* TypeId() const = 0;
-    // Counted; a cursor of it reads with this iterator's variables after SetVarSet(GetVarSet()),
-    // for as long as this iterator lives.
-    virtual FIAttributeSource* GetAttributeSource() = 0;
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    const void* TypeId() const override;
+    FIAttributeSource* GetAttributeSource() override;
 
-    // Variables live at the present position: nodes below see them, Up takes them away.
-    virtual void SetVarText(const char* name, const char* value) = 0;
-    virtual void SetVarText(const char* name, const FIValue& value) = 0;
-    virtual void SetVar(const FIValue& name, const FIValue& value) = 0;
-    virtual bool GetVarText(const char* name, FIValue& out) = 0;
-    virtual bool GetVar(const FIValue& name, FIValue& out) = 0;
-    virtual bool RemoveVarText(const char* name) = 0;
-    virtual bool RemoveVar(const FIValue& name) = 0;
+    void SetVarText(const char* name, const char* value) override;
+    void SetVarText(const char* name, const FIValue& value) override;
+    void SetVar(const FIValue& name, const FIValue& value) override;
+    bool GetVarText(const char* name, FIValue& out) override;
+    bool GetVar(const FIValue& name, FIValue& out) override;
+    bool RemoveVarText(const char* name) override;
+    bool RemoveVar(const FIValue& name) override;
 
-    // Whether the present node is the first of its siblings; whether the iterator stands behind the
-    // last of them, where a family that goes back to the first never does. True without frames.
-    virtual bool AtFirst() = 0;
-    virtual bool AtLast() = 0;
-    // From the root down: -1, 0, 1, or -2 when not comparable.
-    virtual int Compare(FIIteratorBase& other) = 0;
-    virtual bool Less(FIIteratorBase& other) = 0;
-    virtual bool Greater(FIIteratorBase& other) = 0;
-    virtual bool Equal(FIIteratorBase& other) = 0;
-    virtual bool NotEqual(FIIteratorBase& other) = 0;
+    bool AtFirst() override;
+    bool AtLast() override;
+    int Compare(FIIteratorBase& other) override;
+    bool Less(FIIteratorBase& other) override { return Compare(other) < 0; }
+    bool Greater(FIIteratorBase& other) override { return Compare(other) > 0; }
+    bool Equal(FIIteratorBase& other) override { return Compare(other) == 0; }
+    bool NotEqual(FIIteratorBase& other) override { return Compare(other) != 0; }
 
-    // XML text of the node and what is below it, down to `levels` levels; the default goes one
-    // level down.
-    virtual void DumpXml(FIValue& out, int levels) = 0;
-    virtual void DumpXmlDefault(FIValue& out) = 0;
+    void DumpXml(FIValue& out, int levels) override;
+    void DumpXmlDefault(FIValue& out) override;
 
-    virtual void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) = 0;
-    virtual void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) = 0;
-    virtual void SetUnit(const FIValue& unit, FIValue& out) = 0;
-    virtual void SetSpecUnit(const FIValue& unit, FIValue& out) = 0;
-    virtual void SetValue(const FIValue& value, int mode, FIValue& out) = 0;
-    virtual void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode,
-                                FIValue& out) = 0;
-    virtual void SetSpecValue(const FIValue& value, int mode, FIValue& out) = 0;
-    virtual void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
-                                    FIValue& out) = 0;
+    void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+    void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
+    void SetUnit(const FIValue& unit, FIValue& out) override;
+    void SetSpecUnit(const FIValue& unit, FIValue& out) override;
+    void SetValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetValueInUnit(const FIValue& value, const FIValue& unit, int mode, FIValue& out) override;
+    void SetSpecValue(const FIValue& value, int mode, FIValue& out) override;
+    void SetSpecValueInUnit(const FIValue& value, const FIValue& unit, int mode,
+                            FIValue& out) override;
 
-    // A new iterator at the node to which the present one leads by an attribute, or null. One
-    // reference. The context gives the way for the name: a whole path, or, where the name is a path
-    // in the host's notation, step by step what is named by it.
-    virtual FIIteratorBase* OpenAttribute(const FIValue& name) = 0;
-    // Whether the key attribute of this name is hidden.
-    virtual bool IsKeyName(const char* name) = 0;
-    // Like SeekPath, each step compared by key from the root of the chain.
-    virtual bool Locate(const FIValue& path) = 0;
-    virtual bool LocateChain(const PathStep& step) = 0;
+    FIIterator* OpenAttribute(const FIValue& name) override;
+    bool IsKeyName(const char* name) override;
+    bool Locate(const FIValue& path) override;
+    bool LocateChain(const PathStep& step) override;
 
-    // XML text of the attributes alone, of the node alone, of the node and its children, of the
-    // node and everything below it.
-    virtual void DumpAttributes(FIValue& out) = 0;
-    virtual void DumpNodeFlat(FIValue& out) = 0;
-    virtual void DumpNode(FIValue& out) = 0;
-    virtual void DumpNodeDeep(FIValue& out) = 0;
+    void DumpAttributes(FIValue& out) override;
+    void DumpNodeFlat(FIValue& out) override;
+    void DumpNode(FIValue& out) override;
+    void DumpNodeDeep(FIValue& out) override;
 
-    virtual int AddRef() = 0;
-    virtual int Release() = 0;
-    // The variables and units that entries are shown; lives as long as the iterator.
-    virtual FIVarSet* GetVarSet() = 0;
+    int AddRef() override { return ++references_; }
+    int Release() override;
+    FIVarSet* GetVarSet() override { return &var_set_; }
 
-    // Passed to the present entry as they are.
-    virtual int GetCaps(int a, int b) = 0;
-    virtual void DoAction(FIValue& out, int a, int b) = 0;
-    virtual void DoActionEx(FIValue& out, int a, int b, int c, int d) = 0;
-    virtual void DoCommand(int command, FIErrorRecord& error) = 0;
+    int GetCaps(int a, int b) override;
+    void DoAction(FIValue& out, int a, int b) override;
+    void DoActionEx(FIValue& out, int a, int b, int c, int d) override;
+    void DoCommand(int command, FIErrorRecord& error) override;
 
-    // To a child by name: SeekChildFrom goes on from the present sibling, SeekChild goes down.
-    virtual bool SeekChildFrom(const char* name) = 0;
-    virtual bool SeekChild(const char* name) = 0;
-    // The parts of a walk: whether a clause holds at the present node, the walk of a chain, which
-    // ends back at the start when it fails, and whether the filters of a step hold.
-    virtual bool EvalClause(const PathClause& clause) = 0;
-    virtual bool WalkSteps(const PathStep& step) = 0;
-    virtual bool Filter(const PathStep& step) = 0;
+    bool SeekChildFrom(const char* name) override;
+    bool SeekChild(const char* name) override;
+    bool EvalClause(const PathClause& clause) override;
+    bool WalkSteps(const PathStep& step) override;
+    bool Filter(const PathStep& step) override;
 
-    // Saves the position as keys before the host's lists are rebuilt, and finds it again
-    // afterwards; Thaw answers false when a node of the path is gone.
-    virtual void Freeze() = 0;
-    virtual bool Thaw() = 0;
+    void Freeze() override;
+    bool Thaw() override;
+
+    // For the framework itself, behind the table of operations.
+
+    // The path from `level` on: 0 is the whole path, 1 the part below the root, which SeekPath on
+    // an iterator at the root takes. Empty when the level lies below the present node.
+    void GetPathFrom(int level, FIValue& out);
+    // Key text of the node of a level, 0 the root; NULL when it has no key.
+    void GetKeyText(int level, FIValue& out);
+    bool IsFrozen() const { return !frozen_.empty(); }
+    // Of what the root stands on; null when that can't go. Lent.
+    Liveness* Life() const { return life_.Get(); }
+    // The object of the present node does not live any more.
+    bool IsGone() const { return IsGoneAt(frames_.Size()); }
+    bool IsGoneAt(int level) const;
+    // Whether both stand on one object, as far as objects have numbers, and below it, or else from
+    // the root, on nodes that compare equal: 0; otherwise their order, or not comparable. Nothing
+    // is asked of two different objects.
+    int ComparePlaces(const FIIterator& other) const;
+    // Of the present node's object; 0 for none.
+    std::uint64_t ObjectNumber() const;
+    // By the lowest object on the way to the present node, and the names from there.
+    LivingNode::Mark MarkOf() const;
+    // The number of the present node's object tells by itself whether it lives.
+    bool IsTracked() const;
+    // The node of a level, the present one for the depth; lent.
+    FIEntry* EntryAt(int level) const;
+    // From this level on the variables are copies of its own: what others set there later, on the
+    // iterator that it was copied from, is no longer seen.
+    void OwnVariables(int level);
+    // Saves the present node with the steps above it.
+    std::vector<std::unique_ptr<FICollectionElement>> MakeElements() const;
+    // The present node alone. The caller owns it.
+    std::unique_ptr<FICollectionElement> MakeElement() const;
+
+ private:
+    using Elements = std::vector<std::unique_ptr<FICollectionElement>>;
+    // How a step compares a child with its name.
+    using Matcher = bool (FIIterator::*)(const FIValue& name) const;
+
+    bool IsCycle() const;
+    // Makes a cursor over the children, lets `seek` position it and goes to its element.
+    template <class Seek>
+    bool Descend(Seek seek);
+    // The same for the siblings of the present node.
+    template <class Seek>
+    bool MoveAside(Seek seek);
+    bool HasName(const FIValue& name) const;
+    bool HasKey(const FIValue& name) const;
+    bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool FollowPath(const FIValue& path, Matcher matches, FIIterator& variables);
+    bool EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
+                          bool& goes_on);
+    bool SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables);
+    bool HasAttribute(const FIValue& name);
+    bool PassesOne(const PathClause& clause);
+    bool SeekKey(const FIValue& key);
+    void ReturnTo(int depth);
+    void TakePosition(FIIterator& other);
+    Ref<FIEntry> FindHolder();
+    const FIValue* FindVar(const FIValue& name) const;
+    FrameVars& PresentVars();
+    void ShareLevels() const;
+    static Elements CloneElements(const Elements& elements);
+
+    Ref<FIEntry> entry_;
+    mutable FrameStack frames_;
+    // Dropped by every move: who moved has a newer position than the saved one.
+    Elements frozen_;
+    Ref<Liveness> life_;
+    bool history_ = false;
+    Ref<FrameVars> vars_;
+    int references_ = 1;
+    IteratorVarSet var_set_;
 };

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 #include "framework/shown_scope.h"
 
 namespace {

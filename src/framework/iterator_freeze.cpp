@@ -1,6 +1,6 @@
 // FIIterator: positions that outlive the host's lists.
 
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 
 FIIterator::Elements FIIterator::MakeElements() const {
     Elements elements;

@@ -1,6 +1,6 @@
 // FIIterator: names, keys, paths and the table of variables as text.
 
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "framework/iterator_var_set.h"
 
 #include "diagnostics/memory_guard.h"
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 
 namespace {
 

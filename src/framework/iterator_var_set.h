@@ -5,8 +5,8 @@
 // node's own.
 
 #include "diagnostics/instance_counts.h"
+#include "fixtop/var_set.h"
 #include "framework/var_map.h"
-#include "framework/var_set.h"
 
 class FIIterator;
 

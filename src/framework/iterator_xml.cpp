@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 #include "framework/xml_text.h"
 
 namespace {

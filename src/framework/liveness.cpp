@@ -1,7 +1,7 @@
 #include "framework/liveness.h"
 
 #include "diagnostics/memory_guard.h"
-#include "framework/ref.h"
+#include "fixtop/ref.h"
 
 Liveness::~Liveness() = default;
 

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/entry.h"
+#include "fixtop/entry.h"
 
 class ReferenceClients {
  public:

@@ -1,6 +1,6 @@
 // FIReference: the operations that pass to the private iterator, guarded or as they are.
 
-#include "framework/fi_reference.h"
+#include "framework/reference.h"
 
 // Where nobody tells of changes, the position can't be trusted after the call.
 template <class Operation>

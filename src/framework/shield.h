@@ -14,9 +14,9 @@
 #include <concepts>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/cursor.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
 #include "framework/empties.h"
-#include "framework/entry.h"
 
 template <class T>
 class Shielded;

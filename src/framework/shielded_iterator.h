@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "framework/fi_iterator.h"
-#include "framework/fi_reference.h"
+#include "framework/iterator.h"
+#include "framework/reference.h"
 #include "framework/shield.h"
 
 // What iterators and references have in common. A text that can't be had is told in its buffer.

@@ -5,8 +5,8 @@
 // iterator from inside the host's callbacks. What the entry showed before it shows again, unless
 // that set has gone meanwhile.
 
-#include "framework/entry.h"
-#include "framework/ref.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
 #include "framework/var_set_loan.h"
 
 class ShownScope {

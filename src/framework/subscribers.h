@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "framework/entry.h"
+#include "fixtop/entry.h"
 
 class Liveness;
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "framework/counted.h"
 #include "framework/empties.h"
 #include "framework/shield.h"
 

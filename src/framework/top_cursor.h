@@ -3,9 +3,10 @@
 // The single child of a root: TopCursorBase stands on it or past it, TopContext makes the cursors.
 // The child is named "Top", has no attributes, is a container and shows the inner context.
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
-#include "framework/ref.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
+#include "framework/counted.h"
 
 class TopCursorBase : public FICursorBase {
  public:

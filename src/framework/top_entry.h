@@ -6,10 +6,10 @@
 #include <memory>
 #include <span>
 
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
+#include "fixtop/solver.h"
 #include "framework/attr_map.h"
-#include "framework/entry.h"
-#include "framework/ref.h"
-#include "framework/solver.h"
 
 // What the host calls when the simulation changed: 0 is a change, anything else a deletion.
 using FINotify = void (*)(int event);

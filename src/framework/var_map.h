@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "value/fi_value.h"
+#include "fixtop/value.h"
 
 class VarMap {
  public:

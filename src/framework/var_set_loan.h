@@ -5,7 +5,7 @@
 //
 // A set that is kept by nobody costs nothing; loans are linked in a list of the set.
 
-#include "framework/var_set.h"
+#include "fixtop/var_set.h"
 
 class VarSetLoan {
  public:

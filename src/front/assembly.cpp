@@ -2,12 +2,12 @@
 
 #include <memory>
 
+#include "fixtop/fixtop.h"
+#include "fixtop/host/services.h"
+#include "fixtop/solver.h"
 #include "framework/shielded_iterator.h"
-#include "framework/solver.h"
 #include "front/find_provider.h"
-#include "front/fixtop.h"
-#include "host/fx_top_entry.h"
-#include "host/interface/services.h"
+#include "host/levels/case_top.h"
 
 namespace {
 

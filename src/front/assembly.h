@@ -3,8 +3,8 @@
 // Puts a top together from functions that are found by name: the factories of context and solver,
 // the combined top entry around them, and the notification of the case.
 
-#include "framework/entry.h"
-#include "framework/ref.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
 
 // With the files of the neutral view and the name of the application. What it answers is counted.
 using ContextFactory = FIContext*(void* session, const char* library, const char* map,

@@ -3,12 +3,12 @@
 #include <vector>
 
 #include "diagnostics/memory_guard.h"
+#include "fixtop/fixtop.h"
 #include "framework/shield.h"
-#include "front/fixtop.h"
-#include "mapping/class_entry.h"
-#include "mapping/model_top.h"
-#include "mapping/open_model.h"
-#include "mapping/semantic_function.h"
+#include "mapping/nodes/class_entry.h"
+#include "mapping/nodes/model_top.h"
+#include "mapping/open/open_model.h"
+#include "mapping/translators/function_tables.h"
 #include "semantic/function_table.h"
 
 namespace {

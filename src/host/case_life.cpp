@@ -3,7 +3,7 @@
 #include <map>
 
 #include "diagnostics/memory_guard.h"
-#include "host/solver_notify.h"
+#include "host/solver/solver_notify.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 // One record a case, found by its address; it lasts as long as somebody holds it. A case that is
 // gone loses its record, so that a new one at its address begins anew.
 
+#include "fixtop/host/services.h"
+#include "fixtop/ref.h"
 #include "framework/liveness.h"
-#include "framework/ref.h"
-#include "host/interface/services.h"
 
 class HSolverNotify;
 

@@ -3,8 +3,8 @@
 // The questions that every family of nodes asks of the host: which case, which class, which owner.
 // All of them answer for null objects and for a host that knows no such class.
 
-#include "host/interface/services.h"
-#include "value/fi_value.h"
+#include "fixtop/host/services.h"
+#include "fixtop/value.h"
 
 // The given case, or the active one of the session; null when no case is open or no host installed.
 host::SimulationCase* CaseOrActive(host::SimulationCase* simulation_case);

@@ -8,9 +8,9 @@
 #include <initializer_list>
 #include <vector>
 
+#include "fixtop/var_set.h"
 #include "framework/attr_map.h"
 #include "framework/standard_attributes.h"
-#include "framework/var_set.h"
 
 // What a node answers to a write that it does not know.
 inline constexpr char kNotSupportedHere[] = "Not supported";

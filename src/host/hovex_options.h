@@ -8,8 +8,8 @@
 
 #include <optional>
 
+#include "fixtop/host/specification.h"
 #include "host/case_life.h"
-#include "host/interface/specification.h"
 
 class HovexOptions;
 

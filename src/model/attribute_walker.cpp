@@ -2,7 +2,7 @@
 
 #include "diagnostics/error_log.h"
 #include "model/class_library.h"
-#include "model/message_text.h"
+#include "xml/message_text.h"
 
 CCDMAttributeWalker::CCDMAttributeWalker(const CCDMClass& walked, const CCDMAttributeWalker* below)
     : class_(&walked), below_(below), superclass_(walked.superclasses.begin()) {}

@@ -6,9 +6,9 @@
 
 #include "diagnostics/error_log.h"
 #include "model/class_library.h"
-#include "model/log_element.h"
-#include "model/message_text.h"
-#include "model/named_elements.h"
+#include "xml/log_element.h"
+#include "xml/message_text.h"
+#include "xml/named_elements.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "model/model_file.h"
+#include "xml/xml_file.h"
 
 class CCDMClassLibrary;
 

@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "diagnostics/instance_counts.h"
+#include "fixtop/value.h"
 #include "model/enumeration.h"
 #include "model/model_types.h"
 #include "model/translator_record.h"
-#include "value/fi_value.h"
 
 class CCDMClass;
 

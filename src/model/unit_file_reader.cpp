@@ -3,8 +3,8 @@
 #include <array>
 
 #include "model/class_library.h"
-#include "model/model_file.h"
-#include "model/named_elements.h"
+#include "xml/named_elements.h"
+#include "xml/xml_file.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "model/units_list.h"
 
 #include "diagnostics/error_log.h"
-#include "model/message_text.h"
 #include "platform/names.h"
 #include "platform/no_memory.h"
+#include "xml/message_text.h"
 
 namespace {
 

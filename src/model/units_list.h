@@ -9,9 +9,9 @@
 #include <map>
 #include <string>
 
+#include "fixtop/value.h"
 #include "model/unit_source.h"
 #include "platform/modules.h"
-#include "value/fi_value.h"
 
 // The adapter that may be loaded by name. Another one must be offered by the host or the program:
 // a file cannot bring code into the process.

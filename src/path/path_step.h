@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "value/fi_value.h"
+#include "fixtop/value.h"
 
 class FIIteratorBase;
 class PathStep;

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "fixtop/value.h"
 #include "path/path_step.h"
-#include "value/fi_value.h"
 
 struct PathToken {
     enum Kind : int { kPunctuation = 1, kString = 2 };

@@ -6,7 +6,7 @@
 
 #include <span>
 
-#include "framework/iterator.h"
+#include "fixtop/iterator.h"
 
 namespace semantic {
 

@@ -2,7 +2,7 @@
 // object for each component: a list counts the array and leaves the number of the row in a
 // variable, and each attribute of the row steps to that element of its own array.
 
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // The lists of a flowsheet, and the way from the top node to the raw tree.
 
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 #include "semantic/unit_operation_class.h"
 

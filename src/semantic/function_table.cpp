@@ -1,6 +1,6 @@
 #include "semantic/function_table.h"
 
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
 
 namespace {
 

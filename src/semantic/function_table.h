@@ -5,6 +5,6 @@
 
 #include <span>
 
-#include "framework/semantic_function.h"
+#include "fixtop/semantic_function.h"
 
 std::span<const NamedFunction> SemanticFunctionTable();

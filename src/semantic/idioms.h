@@ -7,10 +7,10 @@
 #include <initializer_list>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/iterator.h"
-#include "framework/ref.h"
-#include "framework/semantic_function.h"
-#include "value/fi_value.h"
+#include "fixtop/iterator.h"
+#include "fixtop/ref.h"
+#include "fixtop/semantic_function.h"
+#include "fixtop/value.h"
 
 namespace semantic {
 

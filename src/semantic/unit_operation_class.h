@@ -2,7 +2,7 @@
 
 // The class of the neutral model for each kind of unit operation.
 
-#include "framework/iterator.h"
+#include "fixtop/iterator.h"
 
 namespace semantic {
 

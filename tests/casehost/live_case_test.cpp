@@ -8,7 +8,7 @@
 #include "case_builder.h"
 #include "casehost/case_host.h"
 #include "casehost/units.h"
-#include "host/interface/array_set.h"
+#include "fixtop/host/array_set.h"
 #include "live/case.h"
 
 namespace casehost {

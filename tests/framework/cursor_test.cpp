@@ -7,6 +7,7 @@
 
 #include "diagnostics/seek_table.h"
 #include "framework/attr_map.h"
+#include "framework/counted.h"
 #include "framework/empties.h"
 #include "framework/top_cursor.h"
 #include "support/cursor_harness.h"

@@ -7,8 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "fixtop/entry.h"
+#include "framework/counted.h"
 #include "framework/empties.h"
-#include "framework/entry.h"
 #include "framework/small_object.h"
 #include "framework/var_map.h"
 #include "support/scripted_tree.h"

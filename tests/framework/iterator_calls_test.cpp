@@ -5,9 +5,10 @@
 
 #include <vector>
 
+#include "framework/counted.h"
 #include "framework/empties.h"
-#include "framework/fi_iterator.h"
-#include "framework/fi_reference.h"
+#include "framework/iterator.h"
+#include "framework/reference.h"
 
 namespace {
 

@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "diagnostics/instance_counts.h"
+#include "fixtop/reference.h"
 #include "framework/collection_element.h"
+#include "framework/counted.h"
 #include "framework/empties.h"
-#include "framework/reference.h"
 #include "support/scripted_tree.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "framework/ref.h"
+#include "fixtop/ref.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/collection_element.h"
-#include "framework/fi_reference.h"
+#include "framework/reference.h"
 #include "support/scripted_tree.h"
 
 namespace {

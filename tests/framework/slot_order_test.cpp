@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
-#include "framework/iterator.h"
-#include "framework/reference.h"
-#include "framework/var_set.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/iterator.h"
+#include "fixtop/reference.h"
+#include "fixtop/var_set.h"
 #include "support/vtable_slot.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "framework/empties.h"
-#include "framework/fi_iterator.h"
+#include "framework/iterator.h"
 #include "framework/subscribers.h"
 #include "framework/top_entry.h"
 #include "platform/computer_name.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "casehost/standard_host.h"
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 
 using Names = std::vector<std::string>;
 

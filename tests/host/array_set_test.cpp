@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "framework/empties.h"
-#include "host/h_array_set.h"
-#include "host/h_array_set_elem.h"
-#include "host/h_spec_entry.h"
+#include "host/specifications/array_set.h"
+#include "host/specifications/array_set_row.h"
+#include "host/specifications/spec_node.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"

@@ -2,10 +2,10 @@
 
 #include <random>
 
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "host/h_var_dims_entry.h"
-#include "host/solve_wait.h"
+#include "framework/iterator.h"
+#include "host/levels/model_nodes.h"
+#include "host/solver/solve_wait.h"
+#include "host/variables/dimension_node.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 

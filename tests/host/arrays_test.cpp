@@ -3,7 +3,7 @@
 #include <climits>
 
 #include "framework/empties.h"
-#include "host/h_var_dims_entry.h"
+#include "host/variables/dimension_node.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"

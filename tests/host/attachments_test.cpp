@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "framework/empties.h"
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "host/h_var_dims_entry.h"
+#include "framework/iterator.h"
+#include "host/levels/model_nodes.h"
+#include "host/variables/dimension_node.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 

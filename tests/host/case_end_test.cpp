@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "../casehost/case_builder.h"
-#include "framework/fi_reference.h"
-#include "front/fixtop.h"
-#include "host/h_solver.h"
-#include "host/solve_wait.h"
+#include "fixtop/fixtop.h"
+#include "framework/reference.h"
+#include "host/solver/solve_wait.h"
+#include "host/solver/solver.h"
 #include "live_case.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "../casehost/case_builder.h"
-#include "framework/reference.h"
+#include "fixtop/reference.h"
 #include "live_case.h"
 
 namespace {

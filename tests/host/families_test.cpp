@@ -2,8 +2,8 @@
 // specification shows, and the variables of an attached object.
 
 #include "framework/empties.h"
-#include "host/h_array_set.h"
-#include "host/h_var_dims_entry.h"
+#include "host/specifications/array_set.h"
+#include "host/variables/dimension_node.h"
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"
 

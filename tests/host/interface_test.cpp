@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "host/interface/text.h"
-#include "host/interface/var_description.h"
+#include "fixtop/host/text.h"
+#include "fixtop/host/var_description.h"
 #include "support/scripted_host.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include <string>
 
 #include "casehost/standard_host.h"
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "host/fx_top_entry.h"
+#include "framework/iterator.h"
+#include "host/levels/case_top.h"
+#include "host/levels/model_nodes.h"
 #include "live/case.h"
 #include "support/host_reading.h"
 

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "casehost/solve_engine.h"
-#include "host/h_vars_entry.h"
+#include "host/variables/variable_node.h"
 #include "live_case.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "framework/empties.h"
-#include "host/fso.h"
-#include "host/h_top_entry.h"
+#include "host/levels/object_node.h"
+#include "host/lists/object_list.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"

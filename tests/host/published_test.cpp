@@ -3,9 +3,9 @@
 #include <climits>
 
 #include "framework/empties.h"
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "host/h_publish.h"
+#include "framework/iterator.h"
+#include "host/levels/model_nodes.h"
+#include "host/published/published_variables.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "host/h_solver.h"
-#include "host/solve_wait.h"
+#include "host/solver/solve_wait.h"
+#include "host/solver/solver.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 

@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "host/h_spec_entry.h"
-#include "host/interface/array_set.h"
+#include "fixtop/host/array_set.h"
+#include "host/specifications/spec_node.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 

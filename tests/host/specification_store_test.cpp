@@ -1,5 +1,5 @@
-#include "host/f_and_b.h"
-#include "host/solve_wait.h"
+#include "host/levels/case_nodes.h"
+#include "host/solver/solve_wait.h"
 #include "specification_fixture.h"
 
 namespace {

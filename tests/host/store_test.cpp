@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "host/h_vars_entry.h"
-#include "host/solve_wait.h"
+#include "framework/iterator.h"
+#include "host/levels/model_nodes.h"
+#include "host/solver/solve_wait.h"
+#include "host/variables/variable_node.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "host/and_c.h"
-#include "host/document_agg.h"
-#include "host/fx_top_entry.h"
-#include "host/h_solver.h"
+#include "host/levels/case_top.h"
+#include "host/levels/document.h"
+#include "host/levels/model_nodes.h"
+#include "host/solver/solver.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 #include "support/vtable_slot.h"

@@ -3,10 +3,10 @@
 #include <cmath>
 
 #include "framework/empties.h"
-#include "framework/fi_iterator.h"
-#include "host/h_vars_entry.h"
-#include "host/h_vars_values.h"
-#include "host/moniker_match.h"
+#include "framework/iterator.h"
+#include "host/variables/moniker_match.h"
+#include "host/variables/variable_node.h"
+#include "host/variables/variable_values.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
 #include "support/scripted_host.h"

@@ -2,11 +2,12 @@
 # shows too. A header that its own source includes first is compiled alone there. Optimisation says
 # nothing here, and one build of them is enough.
 if(NOT (FIXTOP_SANITIZE OR FIXTOP_COVERAGE))
-  set(sources)
-  foreach(root src casehost/include)
+  # fixtop_check_headers(target root): the headers below a folder.
+  function(fixtop_check_headers target root)
     file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/${root}
          ${PROJECT_SOURCE_DIR}/${root}/*.h)
     list(FILTER headers EXCLUDE REGEX "^platform/windows/")
+    set(sources)
     foreach(header IN LISTS headers)
       string(REGEX REPLACE "\\.h$" ".cpp" own ${PROJECT_SOURCE_DIR}/${root}/${header})
       if(EXISTS ${own})
@@ -19,10 +20,15 @@ if(NOT (FIXTOP_SANITIZE OR FIXTOP_COVERAGE))
       file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\"\n#include \"${header}\"\n")
       list(APPEND sources ${source})
     endforeach()
-  endforeach()
-  add_library(check_headers OBJECT ${sources})
-  target_include_directories(check_headers PRIVATE ${PROJECT_SOURCE_DIR}/src
-                             ${PROJECT_SOURCE_DIR}/casehost/include)
-  target_link_libraries(check_headers PRIVATE fixtop_core fixtop_expat fixtop_zip fixtop_json)
-  target_compile_options(check_headers PRIVATE -O0)
+    add_library(${target} OBJECT ${sources})
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/include)
+    target_compile_options(${target} PRIVATE -O0)
+  endfunction()
+
+  # Consumers have the public headers and nothing beside them.
+  fixtop_check_headers(check_public_headers include)
+  fixtop_check_headers(check_casehost_headers casehost/include)
+  target_include_directories(check_casehost_headers PRIVATE ${PROJECT_SOURCE_DIR}/casehost/include)
+  fixtop_check_headers(check_headers src)
+  target_link_libraries(check_headers PRIVATE fixtop_core fixtop_expat)
 endif()

@@ -8,38 +8,44 @@ The plan is docs/architecture.md; the tables below are its machine-readable form
 
 import fnmatch
 import pathlib
+import posixpath
 import re
 import sys
 
-# What a room may include beside itself: rooms, or patterns of single headers.
-GROUND = ["value", "platform", "diagnostics"]
+# What a room may include beside itself: rooms, or patterns of single headers. The public headers
+# are rooms too: fixtop, and what a host implements.
+GROUND = ["value", "fixtop/value.h", "platform", "diagnostics"]
+TREE = ["fixtop", "path", "framework"]
 ROOMS = {
-    "value": [],
-    "platform": ["value"],
-    "diagnostics": ["value", "platform"],
-    "path": ["value", "platform"],
-    "framework": GROUND + ["path"],
-    "host/interface": ["value"],
-    "host": GROUND + ["host/interface", "framework", "path"],
-    "model": GROUND,
-    "uom_adapter": ["value", "platform", "model/unit_source.h"],
-    "mapping": GROUND + ["model", "framework", "path"],
-    "semantic": ["value", "diagnostics/memory_guard.h", "framework/iterator.h", "framework/ref.h",
-                 "framework/semantic_function.h"],
-    "automation": GROUND + ["framework", "mapping", "model", "path"],
+    "fixtop": [],
+    "fixtop/host": [],
+    "value": ["fixtop/value.h"],
+    "platform": ["value", "fixtop/value.h"],
+    "diagnostics": ["value", "fixtop/value.h", "platform"],
+    "xml": GROUND,
+    "path": ["value", "fixtop/value.h", "platform"],
+    "framework": GROUND + ["fixtop", "path"],
+    "collection": GROUND + TREE + ["xml"],
+    "host_base": ["fixtop/host"],
+    "host": GROUND + TREE + ["fixtop/host", "collection"],
+    "model": GROUND + ["xml"],
+    "uom_adapter": ["value", "fixtop/value.h", "platform", "model/unit_source.h"],
+    "mapping": GROUND + TREE + ["xml", "model"],
+    "semantic": ["fixtop/value.h", "fixtop/iterator.h", "fixtop/ref.h",
+                 "fixtop/semantic_function.h", "fixtop/semantic_functions.h",
+                 "diagnostics/memory_guard.h"],
+    "automation": GROUND + TREE + ["collection", "model", "mapping"],
     "resources": [],
     "front": None,  # puts the rooms together: everything
 }
-# Single sources that see more than their room: the evaluation of paths works on iterators.
-WIDER = {"src/path/evaluat*": ["framework"]}
+# Where the headers of rooms lie, and the folders that hold sources.
+ROOM_FOLDERS = ["src/", "include/"]
+FOLDERS = ["src", "include", "casehost", "tools"]
 
-# Outside src/: each folder's own headers come with it.
-CASEHOST = ["host/interface", "casehost"]
 # It can't reach platform/, so what it needs of an operating system has one source for each.
 CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
-TOOLS = ["value/fi_value.h", "casehost"]
-# The header that clients of the module include; what it includes itself is public too.
-PUBLIC = ["src/front/fixtop.h"]
+# The header that says for each platform how the exports are marked.
+PLATFORM_MARKS = ["include/fixtop/fixtop.h"]
 
 OS_HEADERS = [
     "windows.h", "win*.h", "ole*.h", "obj*.h", "oaidl.h", "msxml*.h", "comdef.h", "shl*.h",
@@ -59,7 +65,7 @@ def matches(path, patterns):
 
 
 def room_of(path):
-    """The room of a path below src/, or None when its first folder is no room."""
+    """The room of a path as it is included, or None when its first folder is no room."""
     parts = path.split("/")
     for length in (2, 1):
         name = "/".join(parts[:length])
@@ -70,8 +76,7 @@ def room_of(path):
 
 def allows(allowed, target):
     """Whether a list of rooms and single headers holds the included file."""
-    room = room_of(target) or target.split("/")[0]
-    return room in allowed or matches(target, allowed)
+    return room_of(target) in allowed or matches(target, allowed)
 
 
 class Tree:
@@ -79,13 +84,12 @@ class Tree:
 
     def __init__(self, files):
         self.files = files
-        self.public = self._public_headers()
 
     @classmethod
     def read(cls, root):
         root = pathlib.Path(root)
         files = {}
-        for folder in ("src", "casehost", "tools"):
+        for folder in FOLDERS:
             for path in sorted((root / folder).rglob("*")):
                 if path.suffix in SOURCE_SUFFIXES and path.is_file():
                     text = path.read_text(encoding="utf-8", errors="replace")
@@ -93,7 +97,7 @@ class Tree:
         return cls(files)
 
     def includes(self, name):
-        """(line number, quoted, included text, included path below src/ where it is one of ours)"""
+        """(line number, quoted, included text, path by which it is one of ours)"""
         for number, line in enumerate(self.files[name], 1):
             found = INCLUDE.match(line)
             if found:
@@ -102,25 +106,17 @@ class Tree:
 
     def _resolve(self, name, text, quoted):
         """An include relative to its file reads as the path that it means."""
-        if f"src/{text}" in self.files or not quoted:
+        if not quoted or any(folder + text in self.files for folder in ROOM_FOLDERS):
             return text
-        beside = (pathlib.PurePosixPath(name).parent / text).as_posix()
-        parts = []
-        for part in beside.split("/"):
-            if part == ".." and parts:
-                parts.pop()
-            else:
-                parts.append(part)
-        beside = "/".join(parts)
-        return beside.removeprefix("src/") if beside in self.files else text
+        beside = posixpath.normpath(posixpath.join(posixpath.dirname(name), text))
+        return inside_of(beside) if beside in self.files else text
 
-    def _public_headers(self):
-        roots = [name for name in self.files if matches(name, PUBLIC)]
-        public = set()
-        for name in roots:
-            public.add(name.removeprefix("src/"))
-            public.update(target for _, quoted, _, target in self.includes(name) if quoted)
-        return public
+
+def inside_of(name):
+    """The path by which sources include a file of a room."""
+    for folder in ROOM_FOLDERS:
+        name = name.removeprefix(folder)
+    return name
 
 
 def is_os_header(text):
@@ -128,18 +124,12 @@ def is_os_header(text):
 
 
 def check_source(tree, name):
-    """Complaints about one file below src/."""
-    inside = name.removeprefix("src/")
-    room = room_of(inside)
+    """Complaints about one file of a room."""
+    room = room_of(inside_of(name))
     if room is None:
-        if inside in tree.public or "/" not in inside:
-            return
         yield 1, f"{name.rsplit('/', 1)[0]} is no room of the plan"
         return
     allowed = ROOMS[room]
-    for patterns, more in WIDER.items():
-        if matches(name, [patterns]) and allowed is not None:
-            allowed = allowed + more
     for number, _, text, target in tree.includes(name):
         if room != "platform":
             if is_os_header(text):
@@ -149,14 +139,13 @@ def check_source(tree, name):
             if target.startswith(("platform/posix/", "platform/windows/")):
                 yield number, f"{target}: is platform/'s own"
         their = room_of(target)
-        if their == "host/interface" and room not in ("host/interface", "host", "front"):
-            yield number, f"{room}/ includes {target}: only host/ and front/ see host/interface/"
+        if their == "fixtop/host" and room not in ("fixtop/host", "host_base", "host", "front"):
+            yield number, f"{room}/ includes {target}: only host/ and front/ see fixtop/host/"
         elif target.startswith("casehost/"):
             yield number, f"{room}/ includes {target}: the case host is outside the module"
         elif their not in (None, room) and allowed is not None and not allows(allowed, target):
             yield number, f"{room}/ must not include {target}"
-    # The public header says for each platform how its functions are marked.
-    if room != "platform" and not matches(name, PUBLIC):
+    if room != "platform" and not matches(name, PLATFORM_MARKS):
         for number, line in enumerate(tree.files[name], 1):
             found = OS_MACROS.match(line)
             if found:
@@ -164,17 +153,16 @@ def check_source(tree, name):
 
 
 def check_casehost(tree, name):
-    for number, quoted, _, target in tree.includes(name):
+    for number, quoted, text, target in tree.includes(name):
         if f"casehost/{target}" in tree.files or target in tree.files:
             continue
-        ours = f"src/{target}" in tree.files or room_of(target) is not None
-        if quoted and ours and not allows(CASEHOST, target):
-            yield number, f"casehost/ includes {target}: of src/ it sees host/interface/ alone"
+        room = room_of(target)
+        if quoted and room is not None and room != "fixtop/host":
+            yield number, f"casehost/ includes {target}: of the module it sees fixtop/host/ alone"
+        if not quoted and is_os_header(text) and not matches(name, CASEHOST_PLATFORM):
+            yield number, f"{text}: operating-system headers belong to casehost/files/<platform>/"
     if matches(name, CASEHOST_PLATFORM):
         return
-    for number, quoted, text, _ in tree.includes(name):
-        if not quoted and is_os_header(text):
-            yield number, f"{text}: operating-system headers belong to casehost/files/<platform>/"
     for number, line in enumerate(tree.files[name], 1):
         found = OS_MACROS.match(line)
         if found:
@@ -182,18 +170,14 @@ def check_casehost(tree, name):
 
 
 def check_tools(tree, name):
-    allowed = TOOLS + sorted(tree.public)
     for number, quoted, _, target in tree.includes(name):
         if target.startswith("casehost/") and f"casehost/include/{target}" not in tree.files:
             yield number, f"tools/ includes {target}: only the headers below casehost/include"
-        elif target in tree.files or f"tools/{target}" in tree.files:
-            continue
-        elif quoted and (f"src/{target}" in tree.files or room_of(target) is not None):
-            if not allows(allowed, target):
-                yield number, f"tools/ includes {target}: only public headers"
+        elif quoted and room_of(target) not in (None, "fixtop"):
+            yield number, f"tools/ includes {target}: only public headers"
 
 
-CHECKS = {"src": check_source, "casehost": check_casehost, "tools": check_tools}
+CHECKS = {"src": check_source, "include": check_source, "casehost": check_casehost, "tools": check_tools}
 
 
 def complaints(tree):

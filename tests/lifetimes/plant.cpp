@@ -1,6 +1,6 @@
 #include "lifetimes/plant.h"
 
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 
 #include "lifetimes/plant_data.h"
 

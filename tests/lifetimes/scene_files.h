@@ -3,7 +3,7 @@
 // A neutral view that opens in no time: a class library, a map and units of a few lines, which
 // cover each way in which a class node comes to stand on a node of the application.
 
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 #include "support/temporary_folder.h"
 
 namespace lifetimes {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "casehost/case_builder.h"
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 
 namespace lifetimes {
 

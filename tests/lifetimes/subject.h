@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 #include "lifetimes/rules.h"
 
 namespace lifetimes {

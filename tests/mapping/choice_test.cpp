@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mapping/find_translator.h"
-#include "mapping/scalar_translators.h"
+#include "mapping/translators/find_translator.h"
+#include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mapping/array_translators.h"
-#include "mapping/find_translator.h"
-#include "mapping/scalar_translators.h"
+#include "mapping/translators/array_translators.h"
+#include "mapping/translators/find_translator.h"
+#include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 #include "platform/resources.h"
 #include "support/troubled_xml_reader.h"

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "framework/fi_reference.h"
-#include "mapping/ancestor_path.h"
-#include "mapping/map_file.h"
-#include "mapping/semantic_function.h"
-#include "mapping/translator.h"
+#include "framework/reference.h"
+#include "mapping/map_file/map_file.h"
+#include "mapping/translators/ancestor_path.h"
+#include "mapping/translators/function_tables.h"
+#include "mapping/translators/translator.h"
 #include "model/class_library.h"
 #include "support/log_lines.h"
 #include "support/scripted_tree.h"

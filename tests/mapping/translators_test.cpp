@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mapping/array_translators.h"
-#include "mapping/map_text.h"
-#include "mapping/scalar_translators.h"
+#include "mapping/map_file/map_text.h"
+#include "mapping/translators/array_translators.h"
+#include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 
 namespace {

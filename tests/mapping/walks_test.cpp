@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mapping/cdt_filter.h"
-#include "mapping/cdt_path_iterator.h"
-#include "mapping/cdt_variable_iterator.h"
-#include "mapping/map_text.h"
+#include "mapping/map_file/map_text.h"
+#include "mapping/walks/filtered_walk.h"
+#include "mapping/walks/function_walk.h"
+#include "mapping/walks/path_walk.h"
 #include "mapping_fixture.h"
 #include "support/debug_capture.h"
 

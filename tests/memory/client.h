@@ -9,7 +9,7 @@
 #include <type_traits>
 
 #include "casehost/case_host.h"
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 #include "lifetimes/plant_data.h"
 #include "lifetimes/scene_files.h"
 #include "live/case.h"

@@ -8,9 +8,9 @@
 #include "diagnostics/instance_counts.h"
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
-#include "model/message_text.h"
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
+#include "xml/message_text.h"
 
 namespace {
 

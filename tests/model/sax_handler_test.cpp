@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "model/named_elements.h"
-#include "model/sax_adapters.h"
-#include "model/sax_element_handler.h"
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
 #include "support/vtable_slot.h"
+#include "xml/named_elements.h"
+#include "xml/sax_adapters.h"
+#include "xml/sax_element_handler.h"
 
 namespace {
 

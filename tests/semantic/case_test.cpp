@@ -6,9 +6,9 @@
 #include <filesystem>
 
 #include "casehost/standard_host.h"
-#include "framework/fi_iterator.h"
-#include "host/and_c.h"
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
+#include "framework/iterator.h"
+#include "host/levels/model_nodes.h"
 #include "semantic/raw_tree.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
 
 namespace {
 

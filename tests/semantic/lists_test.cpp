@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "semantic/functions.h"
+#include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 #include "semantic/raw_tree.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/semantic_function.h"
+#include "fixtop/semantic_function.h"
 #include "support/host_reading.h"
 #include "support/scripted_tree.h"
 

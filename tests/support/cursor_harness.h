@@ -19,10 +19,11 @@
 #include <string>
 #include <vector>
 
-#include "framework/cursor.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
+#include "framework/counted.h"
 #include "framework/empties.h"
-#include "framework/entry.h"
-#include "framework/ref.h"
 
 // What a seek answers and where it leaves the cursor: an index, the count of elements for the end.
 // No position: the family does not say.

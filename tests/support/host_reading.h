@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "fixtop/ref.h"
+#include "fixtop/var_set.h"
 #include "framework/attr_map.h"
-#include "framework/ref.h"
-#include "framework/var_set.h"
 
 using Names = std::vector<std::string>;
 

@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "host/interface/services.h"
+#include "fixtop/host/services.h"
 
 namespace scripted {
 

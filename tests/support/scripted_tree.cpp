@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/counted.h"
 #include "framework/empties.h"
 
 namespace {

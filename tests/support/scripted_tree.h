@@ -15,10 +15,10 @@
 #include <utility>
 #include <vector>
 
-#include "framework/cursor.h"
-#include "framework/entry.h"
-#include "framework/fi_iterator.h"
-#include "framework/ref.h"
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "fixtop/ref.h"
+#include "framework/iterator.h"
 
 inline FIValue Text(const std::string& text) {
     FIValue value;

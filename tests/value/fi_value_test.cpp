@@ -1,4 +1,4 @@
-#include "value/fi_value.h"
+#include "fixtop/value.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "exit_code.h"
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 #include "node.h"
 #include "output.h"
 #include "view.h"

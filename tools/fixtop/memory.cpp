@@ -5,7 +5,7 @@
 #include <exception>
 
 #include "exit_code.h"
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 
 namespace {
 

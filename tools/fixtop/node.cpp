@@ -8,8 +8,8 @@
 #include <map>
 #include <set>
 
-#include "framework/cursor.h"
-#include "front/fixtop.h"
+#include "fixtop/cursor.h"
+#include "fixtop/fixtop.h"
 #include "terminal.h"
 
 namespace {

@@ -7,13 +7,13 @@
 #include <utility>
 #include <vector>
 
-#include "framework/iterator.h"
-#include "framework/ref.h"
+#include "fixtop/iterator.h"
+#include "fixtop/ref.h"
+#include "fixtop/value.h"
 #include "json.h"
 #include "line_text.h"
 #include "memory.h"
 #include "path_text.h"
-#include "value/fi_value.h"
 
 using NodeRef = Ref<FIIteratorBase>;
 

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "value/fi_value.h"
+#include "fixtop/value.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 
 struct ViewOptions {
     bool neutral = false;

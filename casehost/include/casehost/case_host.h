@@ -13,7 +13,7 @@
 #include "casehost/case_data.h"
 #include "casehost/script.h"
 #include "casehost/solve_engine.h"
-#include "host/interface/services.h"
+#include "fixtop/host/services.h"
 
 namespace casehost {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/interface/variables.h"
+#include "fixtop/host/variables.h"
 
 namespace casehost {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "mapping/attr_cursor.h"
+#include "mapping/nodes/attribute_cursor.h"
 #include "model_fixture.h"
 
 namespace {

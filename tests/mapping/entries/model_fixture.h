@@ -14,11 +14,11 @@
 
 #include <string>
 
-#include "mapping/class_context.h"
-#include "mapping/class_entry.h"
-#include "mapping/model_top.h"
-#include "mapping/open_model.h"
-#include "mapping/semantic_function.h"
+#include "mapping/nodes/class_context.h"
+#include "mapping/nodes/class_entry.h"
+#include "mapping/nodes/model_top.h"
+#include "mapping/open/open_model.h"
+#include "mapping/translators/function_tables.h"
 #include "support/host_reading.h"
 #include "support/log_lines.h"
 #include "support/scripted_tree.h"

@@ -3,7 +3,7 @@
 #include "diagnostics/instance_counts.h"
 #include "framework/collection_element.h"
 #include "framework/empties.h"
-#include "mapping/dictionary.h"
+#include "mapping/nodes/dictionary.h"
 #include "model_fixture.h"
 #include "support/cursor_harness.h"
 

@@ -1,4 +1,4 @@
-#include "front/fixtop.h"
+#include "fixtop/fixtop.h"
 #include "line_text.h"
 #include "words/makers.h"
 

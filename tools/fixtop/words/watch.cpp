@@ -1,5 +1,5 @@
 #include "case_session.h"
-#include "framework/reference.h"
+#include "fixtop/reference.h"
 #include "solver_run.h"
 #include "store.h"
 #include "words/makers.h"

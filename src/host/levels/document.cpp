@@ -1,0 +1,67 @@
+#include "host/levels/document.h"
+
+#include "fixtop/solver.h"
+#include "host/host_access.h"
+
+namespace {
+
+void RefuseHistory(FIErrorRecord& error) {
+    error = FIErrorRecord();
+    error.code = kSeverityFailure;
+    error.text.SetText("History not supported");
+}
+
+}  // namespace
+
+HDocumentAgg::HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCalls calls)
+    : life_(CaseLife::Of(CaseOrActive(simulation_case))), calls_(calls) {}
+
+HDocumentAgg::~HDocumentAgg() {
+    DropCollection();
+}
+
+void HDocumentAgg::DocumentName(FIValue& out) const {
+    host::SimulationCase* simulation_case = life_->Case();
+    out.Clear();
+    if (simulation_case) out.SetText(simulation_case->GetDocumentName().Name().CStr());
+}
+
+void HDocumentAgg::ApplicationName(FIValue& out) const {
+    out.SetText("Hovex");
+}
+
+void HDocumentAgg::SessionText(FIValue& out) const {
+    host::HostServices* services = host::InstalledServices();
+    host::Session* session = services ? services->pSession() : nullptr;
+    out.Clear();
+    if (session) out.SetText(session->SessionText(true).CStr());
+}
+
+void* HDocumentAgg::CreateCollection() {
+    if (!collection_ && calls_.make) collection_ = calls_.make(life_->Case());
+    return collection_;
+}
+
+void HDocumentAgg::DropCollection() {
+    if (collection_ && calls_.drop) calls_.drop(collection_);
+    collection_ = nullptr;
+}
+
+bool HDocumentAgg::Save() {
+    host::SimulationCase* simulation_case = life_->Case();
+    return simulation_case && simulation_case->Save();
+}
+
+bool HDocumentAgg::SaveAs(const char* path) {
+    host::SimulationCase* simulation_case = life_->Case();
+    if (!simulation_case) return false;
+    simulation_case->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
+    return simulation_case->Save();
+}
+
+void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}
+void HDocumentAgg::ClearHistory(FIErrorRecord& error) const {
+    RefuseHistory(error);
+}

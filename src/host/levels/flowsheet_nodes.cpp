@@ -1,0 +1,67 @@
+#include "host/levels/flowsheet_nodes.h"
+
+#include "framework/shield.h"
+#include "host/host_access.h"
+#include "host/levels/key_prefix.h"
+#include "host/lists/object_list.h"
+
+namespace {
+
+constexpr KeyPrefix kPrefixes[] = {
+    {"UnitOpObject.400", "UnitOps"},
+    {"StreamObject.400", "Streams"},
+    {"Utility.300", "Utilities"},
+    {"RxnPackageManager.300/Rxn.300", "Reactions"},
+};
+
+struct NodeFacts {
+    int has_children;
+    HFSOContext::Kind list;
+};
+
+constexpr NodeFacts kFacts[] = {{1, HFSOContext::kStreams},
+                                {1, HFSOContext::kUnitOps},
+                                {1, HFSOContext::kUtilities},
+                                {0, HFSOContext::kReactions}};
+
+}  // namespace
+
+HSUandUContext::HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
+                               const HovexOptions* options, bool attachments, FIEntry* parent)
+    : FixedContext(LifeFor(simulation_case, options), attachments),
+      flowsheet_(FlowSheetOrMain(flowsheet, Case()), life_),
+      options_(options),
+      parent_(Ref<FIEntry>::Share(parent)) {}
+
+void HSUandUContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
+    FindKeyByPrefix(kPrefixes, path, out, rest);
+}
+
+HSUandUEntry::HSUandUEntry(HSUandUContext* context, int index)
+    : FixedEntry(context, index), options_(context->Options()) {}
+
+std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
+    using Self = HSUandUEntry;
+    static const auto rows = FixedRows({
+        {"type", ReadNameRow<Self>},
+        {"container",
+         [](Self& self, FIValue& out) { ReadContainer(self.context_->FlowSheet(), out); }},
+        {"container_category",
+         [](Self& self, FIValue& out) { ReadContainerCategory(self.context_->FlowSheet(), out); }},
+        {"container_type",
+         [](Self& self, FIValue& out) { ReadContainerType(self.context_->FlowSheet(), out); }},
+        {"has_children",
+         [](Self& self, FIValue& out) { out.SetInt(kFacts[self.index_].has_children); }},
+        {"status",
+         [](Self& self, FIValue& out) {
+             out.SetText(StatusText(FlowSheetStatus(self.context_->FlowSheet())));
+         }},
+    });
+    return rows;
+}
+
+FIContext* HSUandUEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
+    return HandOut(new Shielded<HFSOContext>(context_->FlowSheet(), context_->Case(),
+                                             kFacts[index_].list, &options_, attachments_, this));
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+// HAandCContext, HAandCCursorBase, HAandCEntry: the model nodes of a case, "appModel" with the raw
+// tree, "QSI Published Variables" and "Published Variables".
+
+#include <array>
+#include <string>
+
+#include "host/hovex_options.h"
+#include "host/levels/fixed_cursor.h"
+#include "host/levels/fixed_level.h"
+
+class HAandCCursorBase;
+class HAandCEntry;
+
+// The files of the neutral view and the application's name, as they were given.
+struct ModelFiles {
+    std::string library;
+    std::string map;
+    std::string units;
+    std::string name;
+};
+
+class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAandCEntry> {
+ public:
+    HAandCContext(host::SimulationCase* simulation_case, ModelFiles files);
+
+    // Every path of the host begins below "appModel".
+    void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    // Every case has the same models.
+    bool IsSameList(const HAandCContext&) const { return true; }
+
+    const ModelFiles& Files() const { return files_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
+
+ private:
+    ModelFiles files_;
+};
+
+class HAandCCursorBase : public FixedCursor<HAandCCursorBase, HAandCContext> {
+ public:
+    using FixedCursor::FixedCursor;
+
+    static constexpr std::array<const char*, 3> kModelNames = {
+        "appModel", "QSI Published Variables", "Published Variables"};
+    static constexpr FixedNames kNames = {kModelNames, 2, 3};
+};
+
+class HAandCEntry : public FixedEntry<HAandCEntry, HAandCCursorBase, HAandCContext> {
+ public:
+    enum Model : int { kAppModel = 0, kPublishedFile = 1, kPublishedVariables = 2 };
+    static constexpr char kRefusal[] = "Not supported.";
+
+    HAandCEntry(HAandCContext* context, int index);
+
+    static std::span<const AttrRow<HAandCEntry>> AttributeRows();
+
+    FIContext* GetContext() override;
+
+ private:
+    bool HasChildren() const;
+
+    HovexOptions options_;
+};

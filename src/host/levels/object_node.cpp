@@ -1,0 +1,120 @@
+#include "host/levels/object_node.h"
+
+#include "framework/empties.h"
+#include "framework/shield.h"
+#include "host/host_access.h"
+#include "host/host_attributes.h"
+#include "host/levels/flowsheet_nodes.h"
+#include "host/lists/object_list.h"
+#include "host/solver/solve_wait.h"
+#include "host/variables/variable_context.h"
+
+HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object)
+    : context_(Ref<HFSOContext>::Share(context)),
+      object_(object, context->CaseRecord()),
+      options_(context->Options()),
+      attachments_(context->FollowsAttachments()) {}
+
+std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
+    using Self = HTopEntry;
+    static const auto rows = HostAttributeRows<Self>({
+        {"id", ReadNameRow<Self>},
+        {"browser_name", ReadNameRow<Self>},
+        {"type",
+         [](Self& self, FIValue& out) {
+             const auto* type = self.Object() ? self.Object()->Type() : nullptr;
+             out.Clear();
+             if (type) out.SetText(type->DisplayName().CStr());
+         }},
+        {"container", [](Self& self, FIValue& out) { ReadContainer(self.Object(), out); }},
+        {"container_category",
+         [](Self& self, FIValue& out) { ReadContainerCategory(self.Object(), out); }},
+        {"container_type", [](Self& self, FIValue& out) { ReadContainerType(self.Object(), out); }},
+        {"display_name", ReadNameRow<Self>},
+        {"isleaf", ReadNumberRow<Self, 0>},
+        {"has_children",
+         [](Self& self, FIValue& out) { out.SetInt(self.FindBelow() != Below::kNothing ? 1 : 0); }},
+        {"path", ReadPathRow<Self>},
+        {"status",
+         [](Self& self, FIValue& out) { out.SetText(StatusText(ObjectStatus(self.Object()))); }},
+        {"is_container", ReadNumberRow<Self, 1>},
+        {"no_containers_below",
+         [](Self& self, FIValue& out) { out.SetInt(IsExactlyTemplateOp(self.Object()) ? 0 : 1); }},
+        {kAttachments, ReadAttachmentsRow<Self>},
+        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
+        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        {"isObject", ReadNumberRow<Self, 1>},
+        {"isHierarchy", ReadNumberRow<Self, 1>,
+         [](Self& self, std::intptr_t) { return IsTemplateOp(self.Object()); }},
+        {"noObjectsBelow", ReadNumberRow<Self, 1>,
+         [](Self& self, std::intptr_t) { return !IsTemplateOp(self.Object()); }},
+    });
+    return rows;
+}
+
+void HTopEntry::GetName(FIValue& out) {
+    host::Viewable* object = Object();
+    out.Clear();
+    if (object) out.SetText(object->GetName().CStr());
+}
+
+void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    if (IsGone()) return out.SetText(kNodeDeletedText);
+    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+}
+
+HTopEntry::Below HTopEntry::FindBelow() {
+    host::Viewable* object = Object();
+    if (!object) return Below::kNothing;
+    if (IsTemplateOp(object)) {
+        return object->SubFlowSheet() ? Below::kFlowSheet : Below::kNothing;
+    }
+    if (!options_.VariableView()) {
+        return specification_.Fill(object_, options_) ? Below::kSpecification : Below::kNothing;
+    }
+    if (!variables_) variables_ = object->VariableNames();
+    return variables_ ? Below::kVariables : Below::kNothing;
+}
+
+FIContext* HTopEntry::GetContext() {
+    FIContext* context = nullptr;
+    switch (FindBelow()) {
+        case Below::kNothing:
+            return EmptyContext();
+        case Below::kSpecification:
+            return specification_.MakeContext(&options_, attachments_, this);
+        case Below::kFlowSheet:
+            context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
+                                                   context_->CaseRecord()->Case(), &options_,
+                                                   attachments_, this);
+            break;
+        case Below::kVariables:
+            context = new Shielded<HVarsContext>(variables_, Object(), &options_, attachments_,
+                                                 this, nullptr);
+            break;
+    }
+    return HandOut(context);
+}
+
+bool HTopEntry::CanHold() {
+    host::Viewable* object = Object();
+    if (!IsStream(object)) return false;
+    if (EditBatch().Add(object_)) {
+        if (host::ProcessStream* stream = object->AsProcessStream()) {
+            stream->BeginDeferCompNormalize();
+            stream->StartCompositionEditSession();
+        }
+    }
+    return true;
+}
+
+void HTopEntry::BeginBatch() {
+    auto self = Ref<HTopEntry>::Share(this);
+    EditBatch().Remove(object_);
+    host::Viewable* object = Object();
+    if (EditBatch().IsOpen() || !IsStream(object)) return;
+    if (host::ProcessStream* stream = object->AsProcessStream()) {
+        memory::Outside([&] { stream->EndDeferCompNormalize(); });
+    }
+    SolveAndWait(*context_->CaseRecord());
+}

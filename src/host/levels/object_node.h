@@ -1,0 +1,50 @@
+#pragma once
+
+// HTopEntry: the node of one host object: a stream, a unit operation, a utility, a process data
+// table or a reaction. Below it lie the inner flowsheet of a template operation, or else the
+// object's variables, or, when the options say so, its specification elements.
+//
+// A stream can be held: while it is, stores to its composition neither normalise nor start the
+// solver; giving the hold back does both once.
+
+#include "fixtop/ref.h"
+#include "framework/attr_map.h"
+#include "host/host_object.h"
+#include "host/hovex_options.h"
+#include "host/specifications/spec_view.h"
+
+class HFSOContext;
+
+class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
+ public:
+    HTopEntry(HFSOContext* context, host::Viewable* object);
+
+    static std::span<const AttrRow<HTopEntry>> AttributeRows();
+
+    void GetName(FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    bool IsContainer() override { return !IsGone(); }
+    FIContext* GetContext() override;
+    bool CanHold() override;
+    void BeginBatch() override;
+
+    // Null when it is gone.
+    host::Viewable* Object() const { return object_.Get(); }
+    Liveness* Life() const final { return object_.Life().Get(); }
+    bool IsGone() const final { return object_.IsGone(); }
+    std::uint64_t ObjectNumber() const final { return object_.Number(); }
+    bool IsTracked() const final { return object_.IsTracked(); }
+    bool FollowsAttachments() const { return attachments_; }
+
+ private:
+    // What lies below: decided anew at each question, as the host may have changed.
+    enum class Below { kNothing, kFlowSheet, kSpecification, kVariables };
+    Below FindBelow();
+
+    Ref<HFSOContext> context_;
+    HostObject<host::Viewable> object_;
+    HovexOptions options_;
+    HSpecView specification_;
+    const host::LinkedList* variables_ = nullptr;
+    bool attachments_;
+};

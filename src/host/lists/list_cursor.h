@@ -1,0 +1,81 @@
+#pragma once
+
+// ListCursor<Derived, Walk, Context>: the cursor of every family that lists elements of the host's
+// lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName and
+// Compare and IsOnSame; Context makes the entries:
+//
+//     FIEntry* MakeEntry(Element& element);    // not counted
+//     bool IsSameList(const Context& other);
+//     bool IsGone();                           // what has the list does not live any more
+//
+// Two objects may have one list of the host, so that the lists are not what tells them apart.
+// A seek that runs off the list goes back to the first element and answers false; a search by name
+// that finds nothing leaves the cursor at the end. There it is too when its element is gone, so
+// that a seek from the present goes back to the first; a list that is gone is empty.
+
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
+#include "framework/counted.h"
+#include "framework/empties.h"
+#include "framework/shield.h"
+
+template <class Derived, class Walk, class Context>
+class ListCursor : public CountedFromZero<FICursorBase> {
+ public:
+    ListCursor(Context* context, const Walk& walk)
+        : context_(Ref<Context>::Share(context)), walk_(walk) {}
+
+    const void* TypeId() const override { return &kTypeId; }
+    FICursorBase* Clone(bool deep) override {
+        FICursorBase* clone = deep ? new Shielded<Derived>(context_.Get(), walk_) : this;
+        return HandOut(clone);
+    }
+    bool Seek(int origin, int delta) override {
+        if (context_->IsGone()) return false;
+        if (origin == kFromFirst) walk_.First();
+        if (origin == kFromEnd) walk_.Last();
+        for (; delta > 0 && walk_.Current(); --delta) walk_.Next();
+        for (; delta < 0 && walk_.Current(); ++delta) walk_.Prev();
+        if (walk_.Current()) return true;
+        walk_.First();
+        return false;
+    }
+    bool SeekName(int origin, const char* name) override {
+        const bool may_seek = name && !context_->IsGone();
+        return may_seek && walk_.SeekName(name, origin == kFromPresent) != nullptr;
+    }
+    bool AtBegin() override { return context_->IsGone() || walk_.AtBegin(); }
+    bool AtEnd() override { return !Present(); }
+    int Compare(FICursorPosition& other) override {
+        if (&other == this) return 0;
+        if (other.TypeId() != TypeId()) return kNotComparable;
+        auto& same = static_cast<ListCursor&>(other);
+        if (!context_->IsSameList(*same.context_)) return kNotComparable;
+        if (context_->IsGone() || same.context_->IsGone()) {
+            return walk_.IsOnSame(same.walk_) ? 0 : kNotComparable;
+        }
+        return walk_.Compare(same.walk_);
+    }
+    void GetKey(FIValue& out) override {
+        if (auto* element = Present()) {
+            out.SetText(Walk::Name(*element));
+        } else {
+            out.Clear();
+        }
+    }
+    FIEntry* GetEntry() override {
+        auto* element = Present();
+        FIEntry* entry = element ? context_->MakeEntry(*element) : EmptyEntry();
+        return HandOut(entry);
+    }
+
+ private:
+    static inline const char kTypeId = 0;
+
+    auto* Present() { return context_->IsGone() ? nullptr : walk_.Current(); }
+
+    Ref<Context> context_;
+
+ protected:
+    Walk walk_;
+};

@@ -1,0 +1,63 @@
+#include "host/lists/list_index.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <string_view>
+
+namespace {
+
+std::size_t HashOf(const char* name) {
+    return std::hash<std::string_view>()(name);
+}
+
+std::uint64_t g_uses = 0;
+
+}  // namespace
+
+std::array<ListIndex, ListIndex::kKept>& ListIndex::Kept() {
+    static std::array<ListIndex, kKept> kept;
+    return kept;
+}
+
+ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, const NameOf& name_of,
+                                  const char* name) {
+    const std::uint64_t revision = list.Revision();
+    if (revision == 0) return {};
+    auto& kept = Kept();
+    auto slot = std::find_if(kept.begin(), kept.end(), [&](const ListIndex& index) {
+        return index.Serves(list, filter, revision);
+    });
+    if (slot == kept.end()) {
+        slot = std::min_element(kept.begin(), kept.end(), [](const auto& a, const auto& b) {
+            return a.last_use_ < b.last_use_;
+        });
+        slot->Start(list, filter, revision);
+        return {};
+    }
+    slot->last_use_ = ++g_uses;
+    if (!slot->built_) slot->Build(name_of);
+    const auto place = slot->places_.find(HashOf(name));
+    if (place == slot->places_.end()) return {true, nullptr};
+    const char* found = name_of(place->second->element);
+    // Two names with one hash: the walk decides.
+    if (!found || std::strcmp(found, name) != 0) return {};
+    return {true, place->second};
+}
+
+void ListIndex::Start(const host::LinkedList& list, int filter, std::uint64_t revision) {
+    list_ = &list;
+    filter_ = filter;
+    revision_ = revision;
+    last_use_ = ++g_uses;
+    built_ = false;
+    places_ = {};
+}
+
+void ListIndex::Build(const NameOf& name_of) {
+    for (const host::ListHolder* place = list_->FirstHolder(); place;
+         place = list_->HolderAfter(place)) {
+        if (const char* name = name_of(place->element)) places_.emplace(HashOf(name), place);
+    }
+    built_ = true;
+}

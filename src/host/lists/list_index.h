@@ -1,0 +1,54 @@
+#pragma once
+
+// ListIndex: finds an element of a long host list by name without walking it.
+//
+// A few indices are kept for the process, one per list and filter, the least used one replaced. An
+// index is used only while the list answers the same Revision, not zero, as when it was built:
+// revisions are unique in the process, so a new list at an old address is never mistaken. It holds
+// hashes of names and places in the list, no host memory, so an outdated index is harmless.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <unordered_map>
+
+#include "fixtop/host/list.h"
+
+class ListIndex {
+ public:
+    // Lists up to this length are walked.
+    static constexpr unsigned kWalkedLength = 8;
+
+    // Answers the name of an element, or null when the filter does not show it.
+    using NameOf = std::function<const char*(void* element)>;
+
+    struct Answer {
+        // False: no index could be used, the caller has to walk the list.
+        bool known = false;
+        // The first element of that name in list order, null when there is none.
+        const host::ListHolder* holder = nullptr;
+    };
+
+    // `filter` tells apart the views of one list. The index is built when a list is asked for the
+    // second time at the same revision: a list that changes between searches is cheaper to walk.
+    static Answer Find(const host::LinkedList& list, int filter, const NameOf& name_of,
+                       const char* name);
+
+ private:
+    static constexpr int kKept = 16;
+
+    bool Serves(const host::LinkedList& list, int filter, std::uint64_t revision) const {
+        return list_ == &list && filter_ == filter && revision_ == revision;
+    }
+    void Start(const host::LinkedList& list, int filter, std::uint64_t revision);
+    void Build(const NameOf& name_of);
+    static std::array<ListIndex, kKept>& Kept();
+
+    const host::LinkedList* list_ = nullptr;
+    int filter_ = 0;
+    std::uint64_t revision_ = 0;
+    std::uint64_t last_use_ = 0;
+    bool built_ = false;
+    std::unordered_map<std::size_t, const host::ListHolder*> places_;
+};

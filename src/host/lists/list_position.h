@@ -1,0 +1,153 @@
+#pragma once
+
+// ListPosition<View>: a place in a host list as a view shows it: the elements that the view lets
+// through, in list order. A View has
+//
+//     using Element = ...;
+//     bool Shows(Element& element) const;
+//     static const char* Name(Element& element);
+//     int Id() const;              // tells apart the views of one list
+//     static std::uint64_t Number(const Element& element);    // its own, 0 for none
+//
+// A new position stands on the first element. When the list has changed since the last move, the
+// element is looked up anew, by its number where it has one, before it is used; a position whose
+// element is gone is off the list, and does not move on from there.
+
+#include <cstring>
+
+#include "fixtop/cursor.h"
+#include "fixtop/host/services.h"
+#include "host/lists/list_index.h"
+
+template <class View>
+class ListPosition {
+ public:
+    using Element = typename View::Element;
+
+    explicit ListPosition(const host::LinkedList* list, View view = View())
+        : iterator_(list), view_(view) {}
+
+    // Null off the list.
+    Element* Current() {
+        Start();
+        if (element_ && HasListChanged()) Recall();
+        return element_;
+    }
+    // The element on which it stood does not live any more.
+    bool HasLost() { return !Current() && is_lost_; }
+    Element* First() { return OnwardFrom(iterator_.Reset()); }
+    Element* Last() { return BackFrom(iterator_.Last()); }
+    Element* Next() { return Find() ? OnwardFrom(iterator_.Next()) : nullptr; }
+    Element* Prev() { return Find() ? BackFrom(iterator_.Prev()) : nullptr; }
+
+    bool AtBegin() { return Current() == ListPosition(iterator_.List(), view_).Current(); }
+    // To the first element of this name, or to the next one from here on, the present one included.
+    // Off the list when there is none.
+    Element* SeekName(const char* name, bool from_here) {
+        if (from_here) return WalkToName(Find() ? element_ : nullptr, name);
+        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return WalkToName(First(), name);
+        const ListIndex::Answer answer = ListIndex::Find(
+            *iterator_.List(), view_.Id(),
+            [this](void* element) { return NameIfShown(static_cast<Element*>(element)); }, name);
+        if (!answer.known) return WalkToName(First(), name);
+        return Stand(iterator_.MoveTo(answer.holder));
+    }
+    bool IsSameList(const ListPosition& other) const {
+        return iterator_.List() == other.iterator_.List();
+    }
+    // Whether both stand, or stood, on one element; asks nothing of it.
+    bool IsOnSame(const ListPosition& other) const {
+        return IsSameList(other) && address_ == other.address_ && number_ == other.number_;
+    }
+    // Order in the list: -1, 0, 1, or not comparable for different lists and for one that has lost
+    // its element, but to one that stood on the same.
+    int Compare(ListPosition& other) {
+        if (!IsSameList(other)) return kNotComparable;
+        if (HasLost() || other.HasLost()) return IsOnSame(other) ? 0 : kNotComparable;
+        const Element* own = Current();
+        const Element* others = other.Current();
+        if (own == others) return 0;
+        if (!own || !others) return own ? -1 : 1;
+        ListPosition ahead(*this);
+        while (const Element* element = ahead.Next()) {
+            if (element == others) return -1;
+        }
+        return 1;
+    }
+
+ private:
+    // Only a position that was never moved stands nowhere yet: finding the first element of a view
+    // can take a walk, which a search by name does not need.
+    void Start() {
+        if (!started_) First();
+    }
+    Element* Stand(void* element) {
+        started_ = true;
+        is_lost_ = false;
+        revision_ = ListRevision();
+        element_ = static_cast<Element*>(element);
+        address_ = element;
+        number_ = element_ ? View::Number(*element_) : 0;
+        return element_;
+    }
+    std::uint64_t ListRevision() const {
+        return iterator_.List() ? iterator_.List()->Revision() : 0;
+    }
+    bool HasListChanged() const { return ListRevision() != revision_; }
+    // One that has a number of its own is asked after by it; the place in the list is found when it
+    // is needed. Another is there when the list has it.
+    void Recall() {
+        if (number_ != 0) {
+            if (!Lives(number_)) Lose();
+        } else {
+            Find();
+        }
+    }
+    static bool Lives(std::uint64_t number) {
+        host::HostServices* services = host::InstalledServices();
+        return services && services->Lives(number);
+    }
+    bool Lose() {
+        element_ = nullptr;
+        is_lost_ = true;
+        return false;
+    }
+    Element* OnwardFrom(void* element) {
+        while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Next();
+        return Stand(element);
+    }
+    Element* BackFrom(void* element) {
+        while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Prev();
+        return Stand(element);
+    }
+    // Makes the host's position that of the present element; false off the list.
+    bool Find() {
+        Start();
+        if (!element_ || !HasListChanged()) return element_ != nullptr;
+        const std::uint64_t number = number_;
+        if (number != 0 && !Lives(number)) return Lose();
+        void* element = iterator_.Reset();
+        while (element && element != address_) element = iterator_.Next();
+        return element ? Stand(element) != nullptr : Lose();
+    }
+    const char* NameIfShown(Element* element) const {
+        return view_.Shows(*element) ? View::Name(*element) : nullptr;
+    }
+    // Walks on until the name is met or the list ends.
+    Element* WalkToName(Element* element, const char* name) {
+        while (element && std::strcmp(View::Name(*element), name) != 0) {
+            element = OnwardFrom(iterator_.Next());
+        }
+        return element;
+    }
+
+    host::LinkedListIterator iterator_;
+    View view_;
+    Element* element_ = nullptr;
+    // What stays known of an element that is lost.
+    const void* address_ = nullptr;
+    std::uint64_t number_ = 0;
+    std::uint64_t revision_ = 0;
+    bool started_ = false;
+    bool is_lost_ = false;
+};

@@ -1,0 +1,85 @@
+#pragma once
+
+// HFSOContext and its cursors: the objects of a flowsheet, of the basis or of the case, one list a
+// kind. HFSOCursorBase lists streams or unit operations, HUtilCursorBase the other objects of the
+// flowsheet and then the utilities of the case, HDataTableCursorBase the process data tables,
+// HReactionCursorBase the reactions by number.
+
+#include "fixtop/ref.h"
+#include "framework/counted.h"
+#include "host/host_object.h"
+#include "host/hovex_options.h"
+#include "host/lists/list_cursor.h"
+#include "host/lists/numbered_cursor.h"
+#include "host/lists/object_walk.h"
+
+class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
+ public:
+    enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
+
+    // A null flowsheet is the main one of the case.
+    HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case, Kind kind,
+                const HovexOptions* options, bool attachments, FIEntry* parent);
+
+    FICursorBase* MakeCursor(int kind) override;
+    // The name of an object, ended by ":" or "/"; plain, in parentheses, or behind a "(" alone.
+    void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    FIEntry* MakeEntry(host::Viewable& object);
+    // Of a reaction; the shared empty entry when there is none of this number.
+    FIEntry* MakeEntry(int number);
+    // The walks tell the lists of one case apart.
+    bool IsSameList(const HFSOContext& other) const { return life_.Get() == other.life_.Get(); }
+    // The flowsheet, or the case, whose objects are listed is gone.
+    bool IsGone() const final { return !life_->IsLive() || flowsheet_.IsGone(); }
+    std::uint64_t NumberAt(int number) const { return HostObjectBase::NumberOf(Reaction(number)); }
+    Liveness* Life() const final { return life_.Get(); }
+
+    const Ref<CaseLife>& CaseRecord() const { return life_; }
+    const HovexOptions* Options() const { return options_; }
+    bool FollowsAttachments() const { return attachments_; }
+    int ReactionCount() const;
+    // Null when there is none of this number.
+    host::Reaction* Reaction(int number) const;
+
+ private:
+    // Null when the case has no reactions.
+    host::ReactionPackageManager* Reactions() const;
+    FICursorBase* NewCursor();
+    ObjectWalk MakeWalk() const;
+
+    const Ref<CaseLife> life_;
+    HostObject<host::FlowSheet> flowsheet_;
+    Kind kind_;
+    const HovexOptions* options_;
+    bool attachments_;
+    Ref<FIEntry> parent_;
+};
+
+class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+class HUtilCursorBase : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+class HDataTableCursorBase : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
+ public:
+    using ListCursor::ListCursor;
+};
+
+// The position is the number of the reaction. It may stand anywhere outside of them too.
+class HReactionCursorBase : public NumberedCursor<HReactionCursorBase, HFSOContext> {
+ public:
+    using NumberedCursor::NumberedCursor;
+
+    bool Seek(int origin, int delta) override;
+    bool SeekName(int origin, const char* name) override;
+
+ protected:
+    int End() const override { return List().ReactionCount(); }
+    void ReadKey(int position, FIValue& out) const override;
+};

@@ -1,0 +1,65 @@
+#pragma once
+
+// ObjectWalk: a place among host objects: those of a flowsheet that a filter accepts, and, for
+// utilities, those of a second list that follow.
+
+#include <array>
+#include <cstddef>
+
+#include "fixtop/host/viewable.h"
+#include "host/lists/list_position.h"
+
+// Which objects of a list are shown.
+class ObjectFilter {
+ public:
+    using Element = host::Viewable;
+    enum Shown : int { kAll, kStreams, kUnitOps, kNeither };
+
+    ObjectFilter() = default;
+    explicit ObjectFilter(Shown shown);
+
+    bool Accept(const host::Viewable& object) const;
+
+    bool Shows(host::Viewable& object) const { return Accept(object); }
+    static const char* Name(host::Viewable& object) { return object.GetName().CStr(); }
+    int Id() const { return shown_; }
+    static std::uint64_t Number(const host::Viewable& object) { return host::IdentityOf(object); }
+
+ private:
+    Shown shown_ = kAll;
+    const host::ObjectTypeInfo* stream_ = nullptr;
+    const host::ObjectTypeInfo* unit_op_ = nullptr;
+};
+
+class ObjectWalk {
+ public:
+    using Element = host::Viewable;
+    using Part = ListPosition<ObjectFilter>;
+
+    explicit ObjectWalk(const Part& only) : parts_{only, Part(nullptr)}, count_(1) {}
+    // One part after the other.
+    ObjectWalk(const Part& first, const Part& second) : parts_{first, second}, count_(2) {}
+
+    static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
+
+    host::Viewable* Current();
+    // The object on which it stood does not live any more.
+    bool HasLost();
+    host::Viewable* First();
+    host::Viewable* Last();
+    host::Viewable* Next();
+    host::Viewable* Prev();
+    bool AtBegin();
+    host::Viewable* SeekName(const char* name, bool from_here);
+    int Compare(ObjectWalk& other);
+    bool IsOnSame(const ObjectWalk& other) const;
+
+ private:
+    // A new walk stands on its first object, which is looked for when it is wanted.
+    void Start();
+
+    std::array<Part, 2> parts_;
+    std::size_t count_;
+    std::size_t at_ = 0;
+    bool started_ = false;
+};

@@ -1,0 +1,38 @@
+#include "host/variables/variable_context.h"
+
+#include "framework/shield.h"
+#include "host/variables/moniker_match.h"
+#include "host/variables/variable_node.h"
+
+HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
+                           const HovexOptions* options, bool attachments, FIEntry* parent,
+                           const HAttachment* attachment)
+    : list_(list),
+      owner_(owner, LifeFor(nullptr, options)),
+      options_(options),
+      attachments_(attachments),
+      parent_(Ref<FIEntry>::Share(parent)),
+      attachment_(attachment) {}
+
+FICursorBase* HVarsContext::MakeCursor(int kind) {
+    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
+    return HandOut(new Shielded<HVarsCursorBase>(this, VariableWalk(list_)));
+}
+
+FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
+    return new Shielded<HVarsEntry>(this, &row);
+}
+
+void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
+    out.Clear();
+    *rest = path;
+    if (!path || IsGone()) return;
+    VariableWalk walk(list_);
+    for (host::VariableNameInfo* row = walk.First(); row; row = walk.Next()) {
+        const auto match = MatchMoniker(row->TextDescription().Str(), path);
+        if (!match) continue;
+        out.SetText(VariableView::Name(*row) + match->suffix);
+        *rest = match->rest;
+        return;
+    }
+}

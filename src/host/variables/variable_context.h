@@ -1,0 +1,66 @@
+#pragma once
+
+// HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.
+
+#include "fixtop/ref.h"
+#include "framework/counted.h"
+#include "host/host_object.h"
+#include "host/hovex_options.h"
+#include "host/lists/list_cursor.h"
+#include "host/lists/list_position.h"
+#include "host/variables/attachment.h"
+
+// Every row of a variable list.
+struct VariableView {
+    using Element = host::VariableNameInfo;
+    bool Shows(host::VariableNameInfo&) const { return true; }
+    static const char* Name(const host::VariableNameInfo& row) { return row.name ? row.name : ""; }
+    int Id() const { return 0; }
+    // Rows live as long as the object that lists them.
+    static std::uint64_t Number(const host::VariableNameInfo&) { return 0; }
+};
+
+// The walk over a variable list, named for the cursor.
+class VariableWalk : public ListPosition<VariableView> {
+ public:
+    using ListPosition::ListPosition;
+    static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
+};
+
+class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
+ public:
+    // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
+    // `attachment` is that node when it is one that points at `owner`, else null.
+    HVarsContext(const host::LinkedList* list, host::Viewable* owner, const HovexOptions* options,
+                 bool attachments, FIEntry* parent, const HAttachment* attachment);
+
+    FICursorBase* MakeCursor(int kind) override;
+    // Matches the beginning of a path with the monikers of the rows; the key is the name of the row
+    // and ".#index" for each array index that the path gave.
+    void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    FIEntry* MakeEntry(host::VariableNameInfo& row);
+    bool IsSameList(const HVarsContext& other) const {
+        return owner_.Number() == other.owner_.Number();
+    }
+    bool IsGone() const final { return owner_.IsGone(); }
+    Liveness* Life() const final { return owner_.Life().Get(); }
+
+    const HostObject<host::Viewable>& Owner() const { return owner_; }
+    const HovexOptions* Options() const { return options_; }
+    bool FollowsAttachments() const { return attachments_; }
+    const HAttachment* Attachment() const { return attachment_; }
+
+ private:
+    const host::LinkedList* list_;
+    HostObject<host::Viewable> owner_;
+    const HovexOptions* options_;
+    bool attachments_;
+    Ref<FIEntry> parent_;
+    const HAttachment* attachment_;
+};
+
+class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {
+ public:
+    using ListCursor::ListCursor;
+};

@@ -1,0 +1,211 @@
+#include "host/variables/variable_node.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "framework/shield.h"
+#include "host/variables/dimension_context.h"
+#include "host/variables/variable_rows.h"
+
+namespace {
+
+using Self = HVarsEntry;
+
+constexpr std::size_t kNameLimit = 255;
+
+// ">" becomes "&lt;" as well: clients have the texts stored so.
+const char* EntityOf(char c) {
+    switch (c) {
+        case '"':
+            return "&quot;";
+        case '&':
+            return "&amp;";
+        case '<':
+        case '>':
+            return "&lt;";
+        default:
+            return nullptr;
+    }
+}
+
+// Ends at the character whose escape no longer fits.
+std::string EscapedName(const char* name) {
+    std::string escaped;
+    for (std::size_t i = 0; name[i] != '\0' && i < kNameLimit; ++i) {
+        const char* entity = EntityOf(name[i]);
+        const std::size_t length = entity ? std::strlen(entity) : 1;
+        if (escaped.size() + length > kNameLimit) break;
+        escaped.append(entity ? entity : &name[i], length);
+    }
+    return escaped;
+}
+
+}  // namespace
+
+HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
+    : context_(Ref<HVarsContext>::Share(context)),
+      row_(row),
+      owner_(context->Owner()),
+      description_(row->description),
+      unit_type_(row->description.GetVariablePart()->UnitType()),
+      attachments_(context->FollowsAttachments()),
+      through_correlation_(IsA(context->Owner().Get(), CorrelationType())),
+      custom_block_(IsCustomBlock(*row)),
+      options_(context->Options()) {
+    const int given = row->offset_descriptions ? row->offset_description_count : 0;
+    for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
+    follow_attachment_ = Dimensions() == 0 && FollowsAt(description_, attachments_);
+}
+
+int HVarsEntry::CountDimensions() const {
+    const host::Text text = row_->TextDescription();
+    dimensions_ = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
+    return dimensions_;
+}
+
+host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {
+    const HAttachment* attachment = context_->Attachment();
+    if (IsGone()) return nullptr;
+    return attachment ? attachment->Holder() : Owner();
+}
+
+const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
+    const auto index = static_cast<std::size_t>(dimension);
+    return index < offsets_.size() ? offsets_[index] : host::TheEmptyVarDesc;
+}
+
+host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
+    host::Viewable* object = EffectiveOwner();
+    return object ? FindHolder(Owner(), object, address) : nullptr;
+}
+
+bool HVarsEntry::IsCompositionVariable() const {
+    return IsComposition(Owner(), description_);
+}
+
+const host::LinkedList* HVarsEntry::AttachedVariables() {
+    return attached_.Of(*this, *CaseRecord());
+}
+
+bool HVarsEntry::LeadsSomewhere() {
+    return Dimensions() == 0 && follow_attachment_ && !IsSkippingAttachments(GetVarSet()) &&
+           AttachedVariables();
+}
+
+bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments) const {
+    if (row_->value_kind != host::kAttachment) return false;
+    FIValue value;
+    if (!custom_block_) ReadRaw(At(address), nullptr, value);
+    // An attachment to an inner part of the owner is always followed.
+    if (!value.IsNull() && Owner() && LeadsInside(Owner(), HolderAt(address))) return true;
+    return attachments;
+}
+
+void HVarsEntry::GetName(FIValue& out) {
+    if (IsGone()) return out.Clear();
+    const char* name = VariableView::Name(*row_);
+    if (!std::strpbrk(name, "\"&<>") && std::strlen(name) <= kNameLimit) {
+        out.SetText(name);
+    } else {
+        out.SetText(EscapedName(name));
+    }
+}
+
+void HVarsEntry::ReadValue(FIValue& out) {
+    out.Clear();
+    if (!custom_block_) ReadValueAt(description_, GetVarSet(), out);
+}
+
+void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {
+    ReadRaw(At(address), vars, out);
+    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), vars, out, &default_unit_);
+}
+
+void HVarsEntry::ReadMoniker(FIValue& out) {
+    out.Clear();
+    host::HostServices* services = host::InstalledServices();
+    if (!services) return;
+    std::string moniker = services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str();
+    const std::string variable = row_->TextDescription().Str();
+    if (!moniker.ends_with('/') && !variable.starts_with(':')) moniker += '/';
+    out.SetText(moniker + variable);
+}
+
+const char* HVarsEntry::StoreAt(const host::VarDescription& address, FIVarSet* vars,
+                                const FIValue& value) {
+    const HVariable variable = At(address);
+    if (row_->value_kind != host::kReal) return StoreValue(variable, value, CaseRecord());
+    FIValue internal = value;
+    ToInternalUnit(UnitType(), vars, internal);
+    if (!IsCompositionVariable()) return StoreValue(variable, internal, CaseRecord());
+    if (variable.object) StoreComposition(variable, internal);
+    return nullptr;
+}
+
+void HVarsEntry::GetAttribute(const FIValue& name, FIValue& out) {
+    ReadVariableAttribute(*this, name, out);
+}
+
+bool HVarsEntry::StandsWith(const LivingNode& other) const {
+    const auto* that = dynamic_cast<const HVarsEntry*>(&other);
+    return that && OwnerNumber() == that->OwnerNumber() && row_ == that->row_;
+}
+
+void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
+    SetVariableAttribute(*this, attachments_, name, value, out);
+}
+
+bool HVarsEntry::IsContainer() {
+    return !IsGone() && (Dimensions() > 0 || LeadsSomewhere());
+}
+
+FIContext* HVarsEntry::GetContext() {
+    if (IsGone()) return EmptyContext();
+    FIContext* context = nullptr;
+    if (Dimensions() > 0) {
+        context =
+            new Shielded<HVarDimsContext>(this, 0, description_, attachments_, &options_, this);
+    } else if (LeadsSomewhere()) {
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), &options_, attachments_,
+                                             this, this);
+    } else {
+        return EmptyContext();
+    }
+    return HandOut(context);
+}
+
+std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
+    constexpr auto has_dimension = [](Self& self, std::intptr_t number) {
+        return self.Dimensions() > number;
+    };
+    constexpr auto read_offset = [](Self& self, FIValue& out, std::intptr_t number) {
+        out.SetText(self.offsets_[number].GetMoniker().CStr());
+    };
+    static const auto rows = VariableRows<Self>({
+        {"can_enter",
+         [](Self& self, FIValue& out) {
+             out.Clear();
+             if (!ShowsState(self)) return;
+             const char* status = ReadStatus(self.Variable(), self.GetVarSet());
+             out.SetInt(std::strcmp(status, "Calculated") == 0 ? 0 : 1);
+         }},
+        {"isleaf",
+         [](Self& self, FIValue& out) {
+             const bool followed =
+                 self.follow_attachment_ && !IsSkippingAttachments(self.GetVarSet());
+             out.SetInt(self.Dimensions() == 0 && !followed ? 1 : 0);
+         }},
+        {"path", ReadPathRow<Self>,
+         [](Self& self, std::intptr_t) { return self.GetVarSet() != nullptr; }},
+        {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
+        {"offsetmoniker0", read_offset, 0, has_dimension},
+        {"offsetmoniker1", read_offset, 1, has_dimension},
+        {"fullattachmoniker", [](Self& self, FIValue& out) { ReadFullMoniker(self.Holder(), out); },
+         IsScalarAttachment<Self>},
+        {kAttachments, ReadAttachmentsRow<Self>},
+        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
+        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+    });
+    return rows;
+}

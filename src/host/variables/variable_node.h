@@ -1,0 +1,95 @@
+#pragma once
+
+// HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and
+// followed attachments have children.
+
+#include <array>
+
+#include "fixtop/ref.h"
+#include "framework/attr_map.h"
+#include "host/variables/variable_context.h"
+#include "host/variables/variable_values.h"
+
+class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
+ public:
+    HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
+
+    static std::span<const AttrRow<HVarsEntry>> AttributeRows();
+
+    // The name of the row with `"`, `&`, `<` and `>` as entities, within 255 bytes.
+    void GetName(FIValue& out) override;
+    void GetAttribute(const FIValue& name, FIValue& out) override;
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
+    bool IsContainer() override;
+    FIContext* GetContext() override;
+    bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
+    Liveness* Life() const final { return owner_.Life().Get(); }
+    bool IsGone() const final { return owner_.IsGone(); }
+    bool StandsWith(const LivingNode& other) const override;
+    host::Viewable* Holder() const override { return HolderAt(description_); }
+
+    bool FollowsAttachments() const { return attachments_; }
+    // Count of dimensions; 0 is a scalar.
+    int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
+    int DimensionsBelow() const { return Dimensions(); }
+    const host::VariableNameInfo& Row() const { return *row_; }
+    bool IsCustom() const { return custom_block_; }
+    // The object that lists the variable, and the one on which every read and store is done.
+    // Null when they are gone.
+    host::Viewable* Owner() const { return owner_.Get(); }
+    host::Viewable* EffectiveOwner() const {
+        return through_correlation_ ? OwnerThroughCorrelation() : Owner();
+    }
+    // Tells apart the owners, whether they live or not.
+    std::uint64_t OwnerNumber() const { return owner_.Number(); }
+    const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
+    // What names the elements of a dimension; empty where the row has nothing for it.
+    const host::VarDescription& OffsetDescription(int dimension) const;
+    host::VarType UnitType() const {
+        const bool varies = unit_type_ == host::kVariableUnitType;
+        return varies ? EffectiveUnitType(unit_type_, Owner(), description_) : unit_type_;
+    }
+    bool IsCompositionVariable() const;
+    HVariable Variable() const { return At(description_); }
+    void ReadValue(FIValue& out);
+    const char* Store(const FIValue& value) { return StoreAt(description_, GetVarSet(), value); }
+
+    // ---- One scalar of the variable: itself, or the element at an address ----
+
+    HVariable At(const host::VarDescription& address) const {
+        if (through_correlation_) return {row_, OwnerThroughCorrelation(), &address};
+        host::Viewable* owner = Owner();
+        return {row_, owner, &address, owner};
+    }
+    host::Viewable* HolderAt(const host::VarDescription& address) const;
+    // Whether the scalar is an attachment to follow, given the switch.
+    bool FollowsAt(const host::VarDescription& address, bool attachments) const;
+    // The value in the unit that `vars` asks for.
+    void ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out);
+    // Stores a value given in that unit; answers null or the message.
+    const char* StoreAt(const host::VarDescription& address, FIVarSet* vars, const FIValue& value);
+
+ private:
+    int CountDimensions() const;
+    // The variables of a correlation describe the object that it is attached to.
+    host::Viewable* OwnerThroughCorrelation() const;
+    // Null when nothing is attached or it has no variables. Kept while no structure has changed.
+    const host::LinkedList* AttachedVariables();
+    bool LeadsSomewhere();
+    void ReadMoniker(FIValue& out);
+
+    Ref<HVarsContext> context_;
+    const host::VariableNameInfo* row_;
+    HostObject<host::Viewable> owner_;
+    host::VarDescription description_;
+    mutable int dimensions_ = -1;
+    std::array<host::VarDescription, 3> offsets_;
+    host::VarType unit_type_;
+    HUnitMemory default_unit_;
+    bool attachments_;
+    bool through_correlation_;
+    bool custom_block_;
+    HAttachedList attached_;
+    HovexOptions options_;
+    bool follow_attachment_;
+};

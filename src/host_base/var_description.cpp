@@ -1,0 +1,226 @@
+#include "fixtop/host/var_description.h"
+
+#include <array>
+#include <cstdlib>
+#include <vector>
+
+#include "fixtop/host/services.h"
+
+namespace host {
+
+namespace {
+
+HostServices* g_services = nullptr;
+unsigned g_installation = 1;
+bool g_tracks_objects = false;
+
+constexpr char kUnfilled[] = "[]";
+
+std::vector<std::string> SplitParts(const std::string& moniker) {
+    std::vector<std::string> parts;
+    std::size_t from = 0;
+    for (;;) {
+        const std::size_t cut = moniker.find('/', from);
+        parts.push_back(moniker.substr(from, cut == std::string::npos ? cut : cut - from));
+        if (cut == std::string::npos) return parts;
+        from = cut + 1;
+    }
+}
+
+}  // namespace
+
+HostServices* InstalledServices() {
+    return g_services;
+}
+void SetInstalledServices(HostServices* services) {
+    g_services = services;
+    g_tracks_objects = services && !services->Lives(~std::uint64_t{0});
+    ++g_installation;
+}
+bool TracksObjects() {
+    return g_tracks_objects;
+}
+unsigned ServicesInstallation() {
+    return g_installation;
+}
+
+struct VarDescription::Body {
+    Facts facts;
+    bool from_moniker = false;
+    bool described = false;
+    std::array<int, 3> offsets = {kNoOffset, kNoOffset, kNoOffset};
+    std::array<int, 3> replaced = {kNoOffset, kNoOffset, kNoOffset};
+    VarDescription next;
+
+    // The host's facts for an address known by its text alone, asked once.
+    const Facts& Described(const VarDescription& self) {
+        if (from_moniker && !described && g_services) {
+            Facts known = facts;
+            if (g_services->DescribeMoniker(self.GetMoniker(), known)) {
+                facts.type = known.type;
+                facts.unit_type = known.unit_type;
+                facts.minimum = known.minimum;
+                facts.maximum = known.maximum;
+            }
+            described = true;
+        }
+        return facts;
+    }
+};
+
+VarDescription::VarDescription(const char* moniker, VarDescType) {
+    const std::string text = moniker ? moniker : "";
+    if (text.empty()) return;
+    VarDescription chain;
+    const std::vector<std::string> parts = SplitParts(text);
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        Facts facts;
+        facts.moniker = Text(*part);
+        const std::size_t dot = part->find('.');
+        if (dot != std::string::npos) facts.number = std::atoi(part->c_str() + dot + 1);
+        VarDescription link(facts, chain);
+        link.body_->from_moniker = true;
+        chain = link;
+    }
+    *this = chain;
+}
+
+VarDescription::VarDescription(const Facts& facts, const VarDescription& next)
+    : body_(std::make_shared<Body>()) {
+    body_->facts = facts;
+    body_->next = next;
+}
+
+std::int32_t VarDescription::Kind() const {
+    return body_ ? body_->facts.kind : kPartNone;
+}
+std::int32_t VarDescription::Number() const {
+    return body_ ? body_->facts.number : 0;
+}
+bool VarDescription::NextNotFollowed() const {
+    return body_ && body_->facts.next_not_followed;
+}
+bool VarDescription::ChainEnds() const {
+    return body_ && body_->facts.chain_ends;
+}
+std::uintptr_t VarDescription::HostWord() const {
+    return body_ ? body_->facts.host_word : 0;
+}
+bool VarDescription::IsEmpty() const {
+    return !body_;
+}
+
+const VarDescription* VarDescription::NextPart() const {
+    return body_ && body_->next.body_ ? &body_->next : nullptr;
+}
+
+const VarDescription* VarDescription::GetVariablePart() const {
+    const VarDescription* part = this;
+    while (const VarDescription* next = part->NextPart()) part = next;
+    return part;
+}
+
+VariableType VarDescription::Type() const {
+    return body_ ? body_->Described(*this).type : 0;
+}
+
+VarType VarDescription::UnitType() const {
+    return body_ ? body_->Described(*this).unit_type : kVariableUnitType;
+}
+
+double VarDescription::MaxValue() const {
+    return body_ ? body_->Described(*this).maximum : kEmptyReal;
+}
+
+double VarDescription::MinValue() const {
+    return body_ ? body_->Described(*this).minimum : kEmptyReal;
+}
+
+bool VarDescription::IsEqual(const VarDescription& other, bool ignore_offsets) const {
+    if (body_ == other.body_) return true;
+    if (!body_ || !other.body_) return false;
+    if (body_->facts.moniker.Str() != other.body_->facts.moniker.Str()) return false;
+    if (!ignore_offsets && body_->offsets != other.body_->offsets) return false;
+    return body_->next.IsEqual(other.body_->next, ignore_offsets);
+}
+
+Text VarDescription::GetMoniker() const {
+    std::string text;
+    for (const VarDescription* part = this; part && part->body_; part = part->NextPart()) {
+        if (!text.empty()) text += '/';
+        text += part->body_->facts.moniker.Str();
+    }
+    return Text(text);
+}
+
+Text VarDescription::GetFilledMoniker() const {
+    std::string text;
+    for (const VarDescription* part = this; part && part->body_; part = part->NextPart()) {
+        if (!text.empty()) text += '/';
+        std::string own = part->body_->facts.moniker.Str();
+        std::size_t at = 0;
+        for (int offset : part->body_->offsets) {
+            at = own.find(kUnfilled, at);
+            if (at == std::string::npos) break;
+            if (offset == kNoOffset) {
+                at += 2;
+                continue;
+            }
+            const std::string digits = std::to_string(offset);
+            own.replace(at, 2, digits);
+            at += digits.size();
+        }
+        text += own;
+    }
+    return Text(text);
+}
+
+VarDescription::Body& VarDescription::Own() {
+    if (!body_) {
+        body_ = std::make_shared<Body>();
+    } else if (body_.use_count() > 1) {
+        body_ = std::make_shared<Body>(*body_);
+    }
+    return *body_;
+}
+
+VarDescription& VarDescription::LastPart() {
+    VarDescription* part = this;
+    while (part->body_ && part->body_->next.body_) part = &part->Own().next;
+    return *part;
+}
+
+void VarDescription::SetOffset(int dimension, int offset, bool relative) {
+    if (IsEmpty() || dimension < 0 || dimension > 2) return;
+    Body& body = LastPart().Own();
+    int& place = body.offsets[dimension];
+    body.replaced[dimension] = place;
+    place = relative && place != kNoOffset ? place + offset : offset;
+}
+
+void VarDescription::FillRunning(const int* indices, unsigned count) {
+    for (unsigned i = 0; i < count && i < 3; ++i) SetOffset(static_cast<int>(i), indices[i], false);
+}
+
+int VarDescription::Offset(int dimension) const {
+    if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
+    return body_->offsets[dimension];
+}
+
+int VarDescription::ReplacedOffset(int dimension) const {
+    if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
+    return body_->replaced[dimension];
+}
+
+void VarDescription::GetPathDimensions(Viewable* object, DimInfo& out, int) const {
+    out = DimInfo();
+    if (!object) return;
+    Viewable* holder = object->ResolveVariableOwner(*this);
+    if (holder) {
+        holder->GetVariableDimensions(*GetVariablePart(), out);
+    } else {
+        object->GetVariableDimensions(*this, out);
+    }
+}
+
+}  // namespace host

@@ -1,0 +1,44 @@
+#pragma once
+
+// Opening the neutral view: units, class library and map are read, and a tree is built on them. The
+// library lives as long as the tree: the last context, entry or cursor that is released frees it.
+//
+// Each answers null, with the reason in the log, when there is no such tree.
+
+#include <string>
+
+#include "fixtop/ref.h"
+#include "mapping/nodes/class_context.h"
+#include "platform/modules.h"
+
+class FIEntry;
+class FIReferenceBase;
+
+inline constexpr char kModelClasses[] = "QSIAllLibraries.xml";
+inline constexpr char kTopClass[] = "QSISimulation";
+
+struct ModelFiles {
+    std::string classes = kModelClasses;
+    std::string map = "hovexmap.xml";
+    std::string units = "hunits.xml";
+    std::string translateName = "Hovex";
+    ModuleHandle unitResources = nullptr;   // where unit and map files have their resources
+    ModuleHandle classResources = nullptr;  // null: the same place
+};
+
+// From the class definitions alone, without units and application, at the given class.
+Ref<CCDMClassContext> OpenPureModel(const std::string& file, const std::string& class_name,
+                                    ModuleHandle resources);
+// The shipped library at its top class.
+Ref<CCDMClassContext> OpenPureModel(ModuleHandle resources);
+// The library and the class of one name.
+Ref<CCDMClassContext> OpenPureModel(const std::string& name, ModuleHandle resources);
+// On a node of the application, at the given class. The reference is copied.
+Ref<CCDMClassContext> OpenModelOnNode(const ModelFiles& files, const std::string& class_name,
+                                      FIReferenceBase& application);
+// On the given top entry, or with null on the one that the map's function gives, at the top class:
+// the map's root translator leads from there to where the tree stands. A map whose function is not
+// found opens on neither.
+Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* top = nullptr);
+// The definitions alone, as a tree: units and classes are read.
+Ref<FIEntry> OpenDictionary(const ModelFiles& files);

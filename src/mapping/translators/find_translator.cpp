@@ -1,0 +1,202 @@
+#include "mapping/translators/find_translator.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "diagnostics/error_log.h"
+#include "fixtop/reference.h"
+#include "model/class_record.h"
+#include "xml/message_text.h"
+
+namespace {
+
+// Scores: the lower, the nearer.
+constexpr int kNoMatch = 10000;
+constexpr int kAnywhere = 100;
+constexpr int kLevel = 10;
+constexpr int kNoSecond = 50000;
+
+constexpr std::string_view kFailedConditional = "<!--   Failed Conditional   -->\n";
+constexpr std::string_view kNotBest = "<!--   Not best Container/Id-->\n";
+// Written over the middle of the comment on the one that is used in the end.
+constexpr std::string_view kUsed = "****   USED   ****   ";
+constexpr std::size_t kCommentLead = 7;
+static_assert(kCommentLead + kUsed.size() + std::string_view("-->\n").size() == kNotBest.size());
+
+// What is compared in one pass over the levels.
+struct Pass {
+    std::string CCDMTranslator::*wanted;
+    std::string AncestorPath::*present;
+    bool by_inheritance;
+    std::string_view no_match;
+};
+constexpr Pass kPasses[] = {
+    {&CCDMTranslator::container, &AncestorPath::className, true,
+     "<!--   No Container match   -->\n"},
+    {&CCDMTranslator::containerId, &AncestorPath::id, false, "<!--   No ContainerId match -->\n"},
+};
+
+// The part behind the last dot, which is taken off with it.
+std::string_view TakeLastPart(std::string_view& dotted) {
+    const std::size_t dot = dotted.rfind('.');
+    const bool whole = dot == std::string_view::npos;
+    const std::string_view part = whole ? dotted : dotted.substr(dot + 1);
+    dotted = whole ? std::string_view() : dotted.substr(0, dot);
+    return part;
+}
+
+// Empty beyond the top.
+std::string_view NameAt(const Pass& pass, const AncestorPath* level) {
+    if (level == nullptr) return {};
+    return level->*pass.present;
+}
+
+// How many levels above this one the dotted parents take; -1 when one of them is another.
+int CountParents(const Pass& pass, const AncestorPath& level, std::string_view parents) {
+    const AncestorPath* above = &level;
+    int count = 0;
+    for (; !parents.empty(); ++count) {
+        if (above != nullptr) above = above->parent;
+        if (TakeLastPart(parents) != NameAt(pass, above)) return -1;
+    }
+    return count;
+}
+
+int ScoreOf(const Pass& pass, const CCDMTranslator& translator, const AncestorPath& path) {
+    std::string_view parents = translator.*pass.wanted;
+    if (parents.empty()) return kAnywhere;
+    const std::string_view wanted = TakeLastPart(parents);
+    int k = 0;
+    for (const AncestorPath* level = &path; level != nullptr; level = level->parent, ++k) {
+        int distance = 0;
+        if (level->*pass.present != wanted) {
+            if (!pass.by_inheritance || level->classRecord == nullptr) continue;
+            distance = level->classRecord->DistanceToClass(wanted);
+            if (distance <= 0) continue;
+        }
+        const int count = CountParents(pass, *level, parents);
+        if (count >= 0) return k * kLevel - count + distance;
+    }
+    return kNoMatch;
+}
+
+bool Hold(const CCDMConditionList& conditions, FIReferenceBase* reference) {
+    if (reference == nullptr) return false;
+    FIValue present;
+    for (const auto& [variable, value] : conditions.pairs) {
+        if (!reference->GetVarText(variable.c_str(), present)) return false;
+        if (present.Compare(value) != 0) return false;
+    }
+    return true;
+}
+
+bool IsOfBranch(const CCDMTranslator& translator, BranchRequest request) {
+    return static_cast<int>(translator.branch) == static_cast<int>(request);
+}
+
+// The text for `converters`; without one nothing is written.
+class Dump {
+ public:
+    explicit Dump(std::string* text) : text_(text) {}
+
+    // Answers where the comment begins.
+    std::size_t Comment(std::string_view comment) const {
+        if (text_ == nullptr) return 0;
+        *text_ += comment;
+        return text_->size() - comment.size();
+    }
+    void Element(const CCDMTranslator& translator) const {
+        if (text_ != nullptr) *text_ += translator.DumpBody(*text_);
+    }
+    void MarkUsed(std::size_t comment) const {
+        if (text_ != nullptr) text_->replace(comment + kCommentLead, kUsed.size(), kUsed);
+    }
+
+ private:
+    std::string* text_;
+};
+
+struct Choice {
+    CCDMTranslator* best = nullptr;
+    int best_score = kNoMatch;
+    std::size_t best_comment = 0;
+    CCDMTranslator* second = nullptr;
+    int second_score = kNoSecond;
+
+    void Take(CCDMTranslator& translator, int score, std::size_t comment) {
+        if (score < best_score) {
+            best = &translator;
+            best_score = score;
+            best_comment = comment;
+        } else if (score == best_score) {
+            second = &translator;
+            second_score = score;
+        }
+    }
+};
+
+// At least kNoMatch for one that can't be chosen.
+int Weigh(const CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase* reference,
+          const Dump& dump) {
+    if (translator.conditions != nullptr && !Hold(*translator.conditions, reference)) {
+        dump.Comment(kFailedConditional);
+        return kNoMatch;
+    }
+    int score = 0;
+    for (const Pass& pass : kPasses) {
+        const int part = ScoreOf(pass, translator, path);
+        if (part == kNoMatch) dump.Comment(pass.no_match);
+        score += part;
+    }
+    return score;
+}
+
+const char* ShownText(const std::string& text) {
+    return text.empty() ? "<blank>" : text.c_str();
+}
+
+void LogDuplicate(const AncestorPath& path, const CCDMTranslator& translator) {
+    LogMessage(
+        MessageText("Duplicate translators: Class %s, Attribute %s, Container %s, ContainerID %s",
+                    path.className.c_str(), path.id.c_str(), ShownText(translator.container),
+                    ShownText(translator.containerId))
+            .c_str());
+}
+
+}  // namespace
+
+bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
+                   const TranslatorMap& translators, FIReferenceBase* reference,
+                   BranchRequest request) {
+    const auto [first, last] = translators.equal_range(translate_name);
+    return std::any_of(first, last, [&](const auto& row) {
+        const auto& translator = static_cast<const CCDMTranslator&>(*row.second);
+        return BranchAccepts(translator.branch, request) &&
+               Weigh(translator, path, reference, Dump(nullptr)) < kNoMatch;
+    });
+}
+
+CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
+                               const TranslatorMap& translators, FIReferenceBase* reference,
+                               BranchRequest request, std::string* dump_text) {
+    const Dump dump(dump_text);
+    Choice choice;
+    const auto [first, last] = translators.equal_range(translate_name);
+    for (auto row = first; row != last; ++row) {
+        auto& translator = static_cast<CCDMTranslator&>(*row->second);
+        if (BranchAccepts(translator.branch, request)) {
+            const int score = Weigh(translator, path, reference, dump);
+            if (score < kNoMatch) choice.Take(translator, score, dump.Comment(kNotBest));
+        }
+        dump.Element(translator);
+    }
+    if (choice.best == nullptr) return nullptr;
+    if (choice.second_score == choice.best_score) {
+        const bool best_fits = IsOfBranch(*choice.best, request);
+        const bool second_fits = IsOfBranch(*choice.second, request);
+        if (best_fits != second_fits) return best_fits ? choice.best : choice.second;
+        LogDuplicate(path, *choice.best);
+    }
+    dump.MarkUsed(choice.best_comment);
+    return choice.best;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+// The choice among the translators of an attribute: those of the right branch whose conditions
+// hold, and of them the one whose container and container id match nearest to the entry: the lower
+// score wins.
+
+#include <string>
+
+#include "mapping/translators/ancestor_path.h"
+#include "mapping/translators/branch_request.h"
+#include "mapping/translators/translator.h"
+
+// Whether one of the translators would be chosen; asks no more than it must and logs nothing.
+bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
+                   const TranslatorMap& translators, FIReferenceBase* reference,
+                   BranchRequest request);
+
+// Null when the attribute has no translator here. Conditions read the reference's variables;
+// without a reference none of them holds. With `dump` each candidate is written there as XML, with
+// a comment on why it was left, or that it is used.
+//
+// Two that are equally near are a mistake in the map: it is logged, and the first stays.
+CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
+                               const TranslatorMap& translators, FIReferenceBase* reference,
+                               BranchRequest request, std::string* dump = nullptr);

@@ -1,0 +1,62 @@
+#pragma once
+
+// Translators: how one attribute of a class is reached on the application's tree. A map file makes
+// them, the library's records own them, FindTranslator chooses among those of an attribute.
+//
+// A reference that is given in is lent. Test leaves it where it stands; Apply moves it and answers
+// false when the application has no such node, after which its position is of no use.
+//
+// The order of the virtual operations is fixed.
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fixtop/value.h"
+#include "mapping/walks/element_walk.h"
+#include "model/model_types.h"
+#include "model/translator_record.h"
+#include "path/path_step.h"
+
+class FIReferenceBase;
+
+// Pairs of variable and value. Those of one attribute element are shared by all its translators.
+using VariableList = std::vector<std::pair<std::string, FIValue>>;
+struct CCDMConditionList {
+    VariableList pairs;
+};
+struct CCDMSetVarList {
+    VariableList pairs;
+};
+
+// Expressions that stand in for attributes of the application's node, by attribute name. A literal
+// is a constant; any other is walked from the node and its attribute read.
+using NodeAttributes = std::map<std::string, ParsedPath>;
+
+class CCDMTranslator : public CCDMTranslatorRecord {
+ public:
+    // Appends the opening text and the body to `out` and answers the closing text.
+    virtual const char* DumpBody(std::string& out) const = 0;
+    // The text of the element. A body that is no use is logged and leaves a translator that fails.
+    virtual void SetBody(const std::string& text) = 0;
+    virtual bool Test(FIReferenceBase& reference) const = 0;
+    virtual bool Apply(FIReferenceBase& reference) const = 0;
+
+    std::string name;         // the translate name
+    std::string container;    // class that must stand above, with dotted parents; empty for any
+    std::string containerId;  // attribute that must stand above, likewise
+    std::shared_ptr<CCDMConditionList> conditions;  // null when there are none
+    std::shared_ptr<CCDMSetVarList> setVars;        // null when there are none
+    NodeAttributes nodeAttributes;
+    CCDMBranch branch = CCDMBranch::kBoth;
+};
+
+// One whose application nodes are many.
+class CCDMArrayTranslator : public CCDMTranslator {
+ public:
+    // A walk over the elements that moves the reference, which must outlive it; it stands on the
+    // first element when there is one. Never null.
+    virtual std::unique_ptr<CDTBase> MakeIterator(FIReferenceBase& reference) const = 0;
+};

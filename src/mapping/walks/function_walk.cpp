@@ -1,0 +1,85 @@
+#include "mapping/walks/function_walk.h"
+
+#include "diagnostics/memory_guard.h"
+#include "mapping/translators/reference_move.h"
+
+namespace {
+
+const FIValue& SubclassName() {
+    static const FIValue name(kSubclassVariable);
+    return name;
+}
+
+}  // namespace
+
+CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference)
+    : function_(function), reference_(reference) {
+    if (function_ != nullptr) {
+        MoveReference(reference_, [this](FIIteratorBase& it) {
+            FIValue unused;
+            there_ = function_(&it, &unused, kCountIndex);
+            count_ = static_cast<std::uint8_t>(there_);
+            return true;
+        });
+    }
+    base_depth_ = reference_.Depth();
+    First();
+}
+
+CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
+                                         FIReferenceBase& reference)
+    : function_(other.function_),
+      reference_(reference),
+      there_(other.there_),
+      count_(other.count_),
+      position_(other.position_),
+      base_depth_(other.base_depth_) {}
+
+CDTVariableIterator::~CDTVariableIterator() {
+    memory::Contain([this] { PopTo(reference_, base_depth_); });
+}
+
+std::unique_ptr<CDTBase> CDTVariableIterator::Clone(FIReferenceBase& reference) const {
+    return std::unique_ptr<CDTBase>(new CDTVariableIterator(*this, reference));
+}
+
+// Behind the last element when the node is gone.
+bool CDTVariableIterator::Enter(int position) {
+    const bool entered = MoveReference(reference_, [&](FIIteratorBase& it) {
+        PopTo(it, base_depth_);
+        FIValue subclass;
+        function_(&it, &subclass, position);
+        it.SetVar(SubclassName(), subclass);
+        return true;
+    });
+    position_ = entered ? position : count_;
+    return entered;
+}
+
+void CDTVariableIterator::ClearSubclass() {
+    MoveReference(reference_, [](FIIteratorBase& it) {
+        it.SetVar(SubclassName(), FIValue());
+        return true;
+    });
+}
+
+bool CDTVariableIterator::First() {
+    position_ = 0;
+    return count_ > 0 && Enter(0);
+}
+
+bool CDTVariableIterator::Next() {
+    if (position_ == count_) return false;
+    if (position_ + 1 < count_) return Enter(position_ + 1);
+    return Last();
+}
+
+bool CDTVariableIterator::Last() {
+    position_ = count_;
+    ClearSubclass();
+    return false;
+}
+
+bool CDTVariableIterator::Prev() {
+    return position_ > 0 && Enter(position_ - 1);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+// The elements that an array function counts and reaches. The count is held in a byte: a function
+// that counts 256 has no elements, one that counts 300 has 44.
+//
+// Each element is reached from the depth at which the walk began; the function may leave the
+// reference deeper. The class that it names for an element is the variable "Subclass" there, NULL
+// when it names none, and behind the last element.
+
+#include <cstdint>
+
+#include "diagnostics/instance_counts.h"
+#include "fixtop/semantic_function.h"
+#include "mapping/walks/element_walk.h"
+
+class CDTVariableIterator final : public CDTBase,
+                                  private Counted<CountedClass::CDTVariableIterator> {
+ public:
+    // Asks for the count and goes to the first element. Without a function there are none.
+    CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference);
+    ~CDTVariableIterator() override;
+
+    std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
+    bool HasMore() const override { return position_ < count_; }
+    bool First() override;
+    bool Next() override;
+    bool Last() override;
+    bool Prev() override;
+    bool NamesClasses() const override { return true; }
+    Count Counted() const override { return {there_, count_}; }
+
+ private:
+    CDTVariableIterator(const CDTVariableIterator& other, FIReferenceBase& reference);
+
+    bool Enter(int position);
+    void ClearSubclass();
+
+    ArrayFunction function_;
+    FIReferenceBase& reference_;
+    int there_ = 0;
+    std::uint8_t count_ = 0;
+    int position_ = 0;
+    int base_depth_ = 0;
+};

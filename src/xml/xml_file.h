@@ -1,0 +1,20 @@
+#pragma once
+
+// The way that class library, map and unit files are read: a file of the name in the search
+// folders, else the resource of that name, through the element handlers of the reader.
+
+#include <string>
+
+#include "xml/sax_element_handler.h"
+
+enum class ModelFileOrigin {
+    kCaller,   // any name
+    kInclude,  // out of a file: the name must stay in the search folders
+};
+
+// `kind` is the files' word in the log: "CCDM", "Unit". False when the document could not be found
+// or parsed; why is logged.
+bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
+                   bool has_resources, SaxElementHandler& document);
+// Logs that a file could not be parsed; false.
+bool FailModelFile(const char* kind, const std::string& name);
