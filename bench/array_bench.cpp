@@ -8,6 +8,8 @@
 #include "path/tokenizer.h"
 #include "plant.h"
 
+namespace fixtop {
+
 namespace {
 
 using bench::HostVariable;
@@ -204,3 +206,5 @@ BENCHMARK(bare_table)->Arg(1000)->Unit(benchmark::kMicrosecond);
 #undef LENGTHS
 
 }  // namespace
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "plant.h"
 #include "ratio_table.h"
 
+namespace fixtop {
+
 namespace {
 
 using bench::PlantOf;
@@ -182,6 +184,10 @@ const std::vector<bench::RatioRow> kRows = {
 };
 
 }  // namespace
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int argc, char** argv) {
     bench::RatioReporter reporter(kRows);

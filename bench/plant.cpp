@@ -11,7 +11,7 @@
 #include "fixtop/cursor.h"
 #include "fixtop/fixtop.h"
 
-namespace bench {
+namespace fixtop::bench {
 
 namespace {
 
@@ -271,4 +271,4 @@ void FillMirror(int objects, pugi::xml_document& document) {
     }
 }
 
-}  // namespace bench
+}  // namespace fixtop::bench

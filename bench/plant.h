@@ -13,6 +13,8 @@
 #include "fixtop/iterator.h"
 #include "fixtop/ref.h"
 
+namespace fixtop {
+
 namespace pugi {
 class xml_document;
 }
@@ -91,3 +93,5 @@ void ParseJson(const std::string& file);
 void FillMirror(int objects, pugi::xml_document& document);
 
 }  // namespace bench
+
+}  // namespace fixtop

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-namespace bench {
+namespace fixtop::bench {
 
 namespace {
 
@@ -54,4 +54,4 @@ int RunBenchmarks(int argc, char** argv, RatioReporter& reporter) {
     return 0;
 }
 
-}  // namespace bench
+}  // namespace fixtop::bench

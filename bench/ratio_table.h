@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace bench {
+namespace fixtop::bench {
 
 struct RatioRow {
     const char* what;      // benchmark name without its size
@@ -36,4 +36,4 @@ class RatioReporter : public benchmark::ConsoleReporter {
 // Answers what the program ends with; `reporter` then has the figures.
 int RunBenchmarks(int argc, char** argv, RatioReporter& reporter);
 
-}  // namespace bench
+}  // namespace fixtop::bench

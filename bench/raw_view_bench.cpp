@@ -18,6 +18,8 @@
 #include "plant.h"
 #include "ratio_table.h"
 
+namespace fixtop {
+
 namespace {
 
 using bench::OpenPlant;
@@ -306,6 +308,10 @@ void PrintTargets(const bench::RatioReporter& reporter) {
 }
 
 }  // namespace
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int argc, char** argv) {
     bench::RatioReporter reporter(kRows);

@@ -37,10 +37,10 @@ ${declarations}}
 
 namespace {
 [[maybe_unused]] const bool g_registered = [] {
-    static const CompiledResource rows[] = {
+    static const fixtop::CompiledResource rows[] = {
 ${rows}    };
-    static constinit CompiledResources table(rows);
-    RegisterResources(table);
+    static constinit fixtop::CompiledResources table(rows);
+    fixtop::RegisterResources(table);
     return true;
 }();
 }  // namespace

@@ -7,9 +7,13 @@
 #include <cstdlib>
 #include <string_view>
 
+namespace fixtop {
+
 inline void Check(bool holds, const char* what, std::string_view where = {}) {
     if (holds) return;
     std::fprintf(stderr, "%s%s%.*s\n", what, where.empty() ? "" : ": ",
                  static_cast<int>(where.size()), where.data());
     std::abort();
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 namespace {
 
 // One base may be reached on many ways, and its attributes are then listed that often.
@@ -31,3 +33,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& [name, record] : library.classes) Walk(*record);
     return 0;
 }
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "terminal.h"
 #include "word.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::size_t kMostBytes = 2000;
@@ -183,3 +185,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(code >= ExitCode::kOk && code <= ExitCode::kUnreadable, "an unknown status");
     return 0;
 }
+
+}  // namespace fixtop

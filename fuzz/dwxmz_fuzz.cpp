@@ -9,6 +9,8 @@
 #include "casehost/importer.h"
 #include "check.h"
 
+namespace fixtop {
+
 namespace {
 
 void CheckObject(const casehost::ObjectData& object) {
@@ -58,3 +60,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Read(Archive(data, size));
     return 0;
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "model/units_list.h"
 #include "platform/modules.h"
 
+namespace fixtop {
+
 extern "C" {
 CCDMUnitSource* CreateUnitSource();
 void DeleteUnitSource(CCDMUnitSource* source);
@@ -18,3 +20,5 @@ inline void OfferOwnAdapter() {
                  {"DeleteUnitSource", reinterpret_cast<void*>(DeleteUnitSource)},
                  {"UnitSourceProblem", reinterpret_cast<void*>(UnitSourceProblem)}});
 }
+
+}  // namespace fixtop

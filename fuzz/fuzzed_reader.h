@@ -11,6 +11,8 @@
 #include "platform/resources.h"
 #include "platform/xml_reader.h"
 
+namespace fixtop {
+
 inline constexpr char kFuzzedName[] = "fuzzed_input.xml";
 
 inline std::string_view& FuzzedInput() {
@@ -63,3 +65,5 @@ inline bool TakeInput(const std::uint8_t* data, std::size_t size) {
     SetLogLevel(0);
     return true;
 }
+
+}  // namespace fixtop

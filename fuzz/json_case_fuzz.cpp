@@ -9,6 +9,8 @@
 #include "casehost/case_host.h"
 #include "check.h"
 
+namespace fixtop {
+
 namespace {
 
 void CheckRoundTrip(const casehost::CaseData& data) {
@@ -38,3 +40,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Check(static_cast<bool>(host.Open(*result.data)), "a case that was read does not open");
     return 0;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "model/class_library.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kMostSteps = 300;
@@ -96,3 +98,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+}  // namespace fixtop

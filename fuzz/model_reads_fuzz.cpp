@@ -9,6 +9,8 @@
 #include "fuzzed_module.h"
 #include "fuzzed_reader.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kClasses[] = "fuzzed_classes.xml";
@@ -156,3 +158,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kNodeLimit = 24;
@@ -95,3 +97,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!copy->Locate(path)) Require(PathOf(*copy) == start);
     return 0;
 }
+
+}  // namespace fixtop

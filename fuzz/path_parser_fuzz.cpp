@@ -8,6 +8,8 @@
 #include "path/tokenizer.h"
 #include "platform/debug_output.h"
 
+namespace fixtop {
+
 // What is dumped is written, not shown: a run of minutes makes gigabytes of it.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     SetDebugSink([](const char*) {});
@@ -34,3 +36,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Check(Describe(*again) == line, "description parses to another chain", line);
     return 0;
 }
+
+}  // namespace fixtop

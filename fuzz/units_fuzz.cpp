@@ -3,6 +3,8 @@
 #include "fuzzed_reader.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 namespace {
 
 // Knows every quantity and unit whose name begins with a letter.
@@ -52,3 +54,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+}  // namespace fixtop

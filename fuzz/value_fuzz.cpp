@@ -14,6 +14,8 @@
 #include "check.h"
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::size_t kLongest = 1 << 16;
@@ -283,3 +285,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     }
     return 0;
 }
+
+}  // namespace fixtop

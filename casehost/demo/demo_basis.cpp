@@ -1,6 +1,6 @@
 #include "demo/demo_basis.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 namespace {
 
@@ -137,4 +137,4 @@ std::vector<BasisElement> Basis() {
     return {FluidPackage(), ReactionPackage()};
 }
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

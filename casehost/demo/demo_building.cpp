@@ -2,7 +2,7 @@
 
 #include "demo/demo_compounds.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 namespace {
 
@@ -102,4 +102,4 @@ ObjectData Aside(const char* name, const char* type, std::vector<VariableData> v
     return object;
 }
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

@@ -7,7 +7,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 // A number that is given, and one that a solve finds. Quantity "" has no unit.
 VariableData Given(const char* name, const char* quantity, double value);
@@ -30,4 +30,4 @@ ObjectData Make(const char* name, const char* type, std::vector<VariableData> va
 // An object that no solve touches.
 ObjectData Aside(const char* name, const char* type, std::vector<VariableData> variables);
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

@@ -10,7 +10,7 @@
 #include "demo/demo_compounds.h"
 #include "demo/demo_equipment.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -253,4 +253,4 @@ CaseData DemoCase() {
     return data;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -1,6 +1,6 @@
 #include "demo/demo_compounds.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 namespace {
 
@@ -60,4 +60,4 @@ std::vector<CompoundData> Compounds() {
     return compounds;
 }
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

@@ -4,7 +4,7 @@
 #include "demo/demo_building.h"
 #include "demo/demo_compounds.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 namespace {
 
@@ -208,4 +208,4 @@ std::vector<ObjectData> Equipment() {
                            {2, 2, 75, 10, 6, 3, 1.9, 0.1})})};
 }
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

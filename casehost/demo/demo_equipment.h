@@ -8,7 +8,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::demo {
+namespace fixtop::casehost::demo {
 
 // Feed and products of the column.
 struct ColumnStream {
@@ -22,4 +22,4 @@ std::vector<ColumnStream> ColumnStreams();
 
 std::vector<ObjectData> Equipment();
 
-}  // namespace casehost::demo
+}  // namespace fixtop::casehost::demo

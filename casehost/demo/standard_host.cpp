@@ -5,7 +5,7 @@
 #include "casehost/importer.h"
 #include "process/process_engine.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 void UseStandardParts(CaseHost& host) {
     RegisterCaseFiles();
@@ -22,4 +22,4 @@ OpenResult OpenCase(CaseHost& host, const std::string& path_or_name) {
     return result;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -4,7 +4,7 @@
 #include <random>
 #include <string>
 
-namespace casehost::files {
+namespace fixtop::casehost::files {
 
 namespace {
 
@@ -77,4 +77,4 @@ void RemoveLeftDrafts(const std::filesystem::path& target) {
     }
 }
 
-}  // namespace casehost::files
+}  // namespace fixtop::casehost::files

@@ -7,7 +7,7 @@
 
 #include "files/durable.h"
 
-namespace casehost::files {
+namespace fixtop::casehost::files {
 
 // A name beside the target that nobody else comes upon. That of the target is cut in it where the
 // whole could become longer than names may be.
@@ -19,4 +19,4 @@ std::error_code OpenDraft(NewFile& draft, const std::filesystem::path& target);
 // Removes the drafts of the target whose makers died over them.
 void RemoveLeftDrafts(const std::filesystem::path& target);
 
-}  // namespace casehost::files
+}  // namespace fixtop::casehost::files

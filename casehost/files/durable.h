@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace casehost::files {
+namespace fixtop::casehost::files {
 
 // A file that is to take the place of another, its target, once it is whole. As long as one lives
 // its file is seen to be in use, by other processes too, and a signal that would end the process
@@ -44,4 +44,4 @@ void RemoveUnused(const std::filesystem::path& name);
 // Something that is neither file nor folder has the name: a pipe, or a device.
 bool IsDevice(const std::filesystem::path& name);
 
-}  // namespace casehost::files
+}  // namespace fixtop::casehost::files

@@ -8,7 +8,7 @@
 
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -129,4 +129,4 @@ bool InflateDocument(std::string_view archive, Problems& problems, const Documen
     }
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -8,7 +8,7 @@
 
 #include "problems.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 inline constexpr std::size_t kMaxDocumentBytes = std::size_t{512} << 20;
 // A document may grow to this many times the size of its archive; small ones always may.
@@ -23,4 +23,4 @@ using DocumentSink = std::function<bool(std::string_view piece, bool last)>;
 // should be or the sink stopped; a fault of the archive then stands in the problems.
 bool InflateDocument(std::string_view archive, Problems& problems, const DocumentSink& sink);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

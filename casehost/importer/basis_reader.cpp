@@ -2,7 +2,7 @@
 
 #include "object_sheet.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -179,4 +179,4 @@ void ReadReactions(Reading& reading, XmlNode root, CaseData& data) {
     }
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -5,7 +5,7 @@
 #include "casehost/case_data.h"
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 // Also fills the compound names of the reading.
 void ReadCompounds(Reading& reading, XmlNode root, CaseData& data);
@@ -14,4 +14,4 @@ std::string ReadPackageName(XmlNode root);
 
 void ReadReactions(Reading& reading, XmlNode root, CaseData& data);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -3,7 +3,7 @@
 #include "object_sheet.h"
 #include "unit_reader.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -252,4 +252,4 @@ void ReadColumnLists(Reading& reading, const FlowsheetFile& file, const FileObje
     Column(reading, file, unit.node, object).Read();
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -16,6 +16,8 @@
 #include "unit_reader.h"
 #include "xml_tree.h"
 
+namespace fixtop {
+
 namespace casehost {
 
 namespace importer {
@@ -185,3 +187,5 @@ ReadResult ReadDwxmz(const std::string& path) {
 }
 
 }  // namespace casehost
+
+}  // namespace fixtop

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -84,4 +84,4 @@ double ToCase(double value, FileUnit unit) {
     return ToInternal(value, units[static_cast<std::size_t>(unit)]);
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

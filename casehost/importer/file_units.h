@@ -7,7 +7,7 @@
 
 #include "casehost/units.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 enum class FileUnit {
     none,
@@ -61,4 +61,4 @@ std::string_view QuantityOf(FileUnit unit);
 // Into the internal unit. Throws std::logic_error when a row is not known to units.h.
 double ToCase(double value, FileUnit unit);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

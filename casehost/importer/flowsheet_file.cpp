@@ -7,7 +7,7 @@
 
 #include "object_sheet.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -182,4 +182,4 @@ FlowsheetFile ReadObjects(Reading& reading, XmlNode root) {
     return file;
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -11,7 +11,7 @@
 #include "reading.h"
 #include "xml_tree.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 enum class ObjectKind { material_stream, energy_stream, unit };
 
@@ -44,4 +44,4 @@ struct FlowsheetFile {
 // Faults stand in the problems; the objects that could be read are in the result.
 FlowsheetFile ReadObjects(Reading& reading, XmlNode root);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

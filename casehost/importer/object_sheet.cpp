@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -102,4 +102,4 @@ std::optional<int> ReadCount(Reading& reading, XmlNode leaf) {
     return static_cast<int>(*value);
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -12,7 +12,7 @@
 #include "file_units.h"
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 using Number = std::optional<double>;
 
@@ -55,4 +55,4 @@ class ObjectSheet {
 // The number of an element as a whole number from 0; null when it is null or anything else.
 std::optional<int> ReadCount(Reading& reading, XmlNode leaf);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -2,7 +2,7 @@
 
 #include "xml_tree.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 std::string Problems::Place() const {
     return document_.empty() ? file_ : file_ + " (" + document_ + ")";
@@ -42,4 +42,4 @@ std::vector<CaseProblem> Problems::Take() {
     return std::move(errors_);
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

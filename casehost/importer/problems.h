@@ -9,7 +9,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 class XmlNode;
 
@@ -44,4 +44,4 @@ class Problems {
     std::vector<CaseProblem> remarks_;
 };
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -114,4 +114,4 @@ bool ListHolds(std::string_view list, std::string_view word) {
     }
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

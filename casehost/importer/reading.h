@@ -15,7 +15,7 @@
 #include "problems.h"
 #include "xml_tree.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 // Hands out one shared description for equal ones.
 class SpecPool {
@@ -59,4 +59,4 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b);
 // A word of a list separated by '|'.
 bool ListHolds(std::string_view list, std::string_view word);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

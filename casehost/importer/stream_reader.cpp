@@ -6,7 +6,7 @@
 #include "casehost/unit_op_names.h"
 #include "object_sheet.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -353,4 +353,4 @@ void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified
               specified ? VariableState::specified : VariableState::calculated);
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -10,7 +10,7 @@
 #include "flowsheet_file.h"
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& object);
 
@@ -18,4 +18,4 @@ void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& 
 void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified,
                       ObjectData& object);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -4,7 +4,7 @@
 #include "object_sheet.h"
 #include "unit_rows.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -219,4 +219,4 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
     }
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

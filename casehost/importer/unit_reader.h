@@ -6,7 +6,7 @@
 #include "flowsheet_file.h"
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 // Sets the type and the variables. An object of an unknown class keeps its class word as type and
 // its numbers without a unit, named as in the file; a remark tells so.
@@ -19,4 +19,4 @@ void ReadColumnLists(Reading& reading, const FlowsheetFile& file, const FileObje
 void ReadReactorLists(Reading& reading, XmlNode root, const FileObject& unit, ObjectData& object);
 void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& object);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

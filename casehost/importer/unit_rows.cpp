@@ -3,7 +3,7 @@
 #include "casehost/unit_op_names.h"
 #include "reading.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -296,4 +296,4 @@ bool Holds(std::string_view condition, XmlNode object) {
     }
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -14,7 +14,7 @@
 #include "object_sheet.h"
 #include "xml_tree.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 struct RealRow {
     const char* element;
@@ -51,4 +51,4 @@ const UnitClass* FindUnitClass(std::string_view word);
 
 bool Holds(std::string_view condition, XmlNode object);
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

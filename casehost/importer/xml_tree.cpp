@@ -7,7 +7,7 @@
 
 #include "problems.h"
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 namespace {
 
@@ -239,4 +239,4 @@ XmlTree XmlTreeBuilder::Take() {
     return impl_->Take();
 }
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace casehost::importer {
+namespace fixtop::casehost::importer {
 
 class Problems;
 class XmlTree;
@@ -121,4 +121,4 @@ class XmlTreeBuilder {
     std::unique_ptr<Impl> impl_;
 };
 
-}  // namespace casehost::importer
+}  // namespace fixtop::casehost::importer

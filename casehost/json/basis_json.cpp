@@ -3,7 +3,7 @@
 #include "json/fields.h"
 #include "json/words.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -129,4 +129,4 @@ void WriteBasis(JsonText& text, const std::vector<BasisElement>& elements, int d
                [&](const BasisElement& each) { WriteElement(text, each, depth + 1); });
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -6,10 +6,10 @@
 #include "json/json_text.h"
 #include "json/json_tree.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 std::vector<BasisElement> ReadBasis(Tree& tree, const JsonNode& array);
 // An array, its elements at `depth` plus one.
 void WriteBasis(JsonText& text, const std::vector<BasisElement>& elements, int depth);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -9,7 +9,7 @@
 #include "casehost/file_path.h"
 #include "files/draft.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 ReadResult ReadCaseFile(const std::string& path) {
     std::error_code error;
@@ -85,4 +85,4 @@ void RegisterCaseFiles() {
     RegisterWriter(".json", WriteCaseFile);
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -11,7 +11,7 @@
 #include "json/reference_check.h"
 #include "json/words.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -142,4 +142,4 @@ std::string CaseToText(const CaseData& data) {
     return TopLevel(data).Write();
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -2,7 +2,7 @@
 
 #include "json/fields.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -57,4 +57,4 @@ void WriteCompound(JsonText& text, const CompoundData& compound) {
     text.Raw("}");
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

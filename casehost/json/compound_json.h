@@ -6,9 +6,9 @@
 #include "json/json_text.h"
 #include "json/json_tree.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 CompoundData ReadCompound(Tree& tree, const JsonNode& node);
 void WriteCompound(JsonText& text, const CompoundData& compound);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

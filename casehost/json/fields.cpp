@@ -5,7 +5,7 @@
 
 #include "casehost/units.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* what) {
     if (node.kind == kind) return true;
@@ -123,4 +123,4 @@ void Fields::Done() {
     }
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

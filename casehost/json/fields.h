@@ -7,7 +7,7 @@
 
 #include "json/json_tree.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 // False and a problem "expected .., found .." when the node is of another kind.
 bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* what);
@@ -62,4 +62,4 @@ class Fields {
     std::vector<const JsonNode*> asked_;
 };
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

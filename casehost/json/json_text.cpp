@@ -6,7 +6,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 void JsonText::Line(int depth, bool& first) {
     if (!first) out_ += ',';
@@ -65,4 +65,4 @@ void JsonText::Number(double number) {
     out_.append(buffer, end);
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

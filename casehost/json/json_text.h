@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 class JsonText {
  public:
@@ -59,4 +59,4 @@ void WriteLines(JsonText& text, std::string_view brackets, const Items& items, i
     text.Raw(brackets.substr(1));
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

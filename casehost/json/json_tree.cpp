@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -249,4 +249,4 @@ std::string Tree::Describe(const JsonNode& node) {
     return "";
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

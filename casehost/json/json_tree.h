@@ -14,7 +14,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 inline constexpr int kMaxDepth = 64;
 inline constexpr std::size_t kMaxNodes = 50'000'000;
@@ -71,4 +71,4 @@ class Tree {
     std::vector<CaseProblem> problems_;
 };
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

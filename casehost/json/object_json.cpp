@@ -6,7 +6,7 @@
 #include "json/variable_json.h"
 #include "json/words.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -137,4 +137,4 @@ void WriteFlowsheet(JsonText& text, const FlowsheetData& flowsheet, ShapeNames& 
     text.Raw("}");
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -7,7 +7,7 @@
 #include "json/json_tree.h"
 #include "json/shape_json.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 // Reads lists of objects; counts all objects that come through it against kMaxCaseObjects, and
 // their values against kMaxCaseValues.
@@ -37,4 +37,4 @@ void WriteObjects(JsonText& text, const std::vector<ObjectData>& objects, ShapeN
 // An object at `depth`.
 void WriteFlowsheet(JsonText& text, const FlowsheetData& flowsheet, ShapeNames& shapes, int depth);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -8,7 +8,7 @@
 #include "live/object_type.h"
 #include "live/shape.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -134,4 +134,4 @@ void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data) {
     checker.Check(root.Find("published"), data.published, main, false);
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -5,8 +5,8 @@
 
 #include "json/json_tree.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -6,7 +6,7 @@
 #include "json/fields.h"
 #include "json/words.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -172,4 +172,4 @@ void WriteShapes(JsonText& text, const ShapeNames& shapes, int depth) {
     });
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

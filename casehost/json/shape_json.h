@@ -9,7 +9,7 @@
 #include "json/json_text.h"
 #include "json/json_tree.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 using SharedSpec = std::shared_ptr<const VariableSpec>;
 using Shape = std::vector<SharedSpec>;
@@ -45,4 +45,4 @@ class ShapeNames {
 // An object with a member for each shape, at `depth`.
 void WriteShapes(JsonText& text, const ShapeNames& shapes, int depth);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

@@ -9,7 +9,7 @@
 #include "json/fields.h"
 #include "json/words.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 namespace {
 
@@ -265,4 +265,4 @@ void WriteVariables(JsonText& text, const ObjectData& object, int depth) {
     });
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

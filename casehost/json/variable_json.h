@@ -6,7 +6,7 @@
 #include "json/json_tree.h"
 #include "json/shape_json.h"
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 // The variables of `shape` in its order, and those that declare themselves where they stand; `node`
 // may be null. Every variable comes out with all its values. `room` is the number of values that
@@ -19,4 +19,4 @@ bool HasValues(const ObjectData& object);
 // An object with a member for each variable that has a value, at `depth`.
 void WriteVariables(JsonText& text, const ObjectData& object, int depth);
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

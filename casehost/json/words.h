@@ -5,7 +5,7 @@
 #include <array>
 #include <string_view>
 
-namespace casehost::json {
+namespace fixtop::casehost::json {
 
 inline constexpr std::string_view kFormatName = "casehost case";
 inline constexpr int kFormatVersion = 1;
@@ -28,4 +28,4 @@ std::string_view Word(const Words& words, Value value) {
     return words[static_cast<std::size_t>(value)];
 }
 
-}  // namespace casehost::json
+}  // namespace fixtop::casehost::json

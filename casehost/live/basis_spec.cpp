@@ -2,7 +2,7 @@
 
 #include "live/basis_tree.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -90,4 +90,4 @@ void BasisSpecSource::AddCompounds(SpecInfo& info) const {
     }
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

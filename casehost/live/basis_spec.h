@@ -11,7 +11,7 @@
 #include "fixtop/host/specification.h"
 #include "live/holder_list.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 // A specification info with its elements, which it owns.
 class SpecInfo final : public host::CSpecInfo {
@@ -52,4 +52,4 @@ class BasisSpecSource final : public host::CSpecSource {
     BasisTree& tree_;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 #include "live/basis_spec.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -241,4 +241,4 @@ bool BasisTree::Describe(std::string_view stem, host::VarDescription::Facts& out
     return true;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -15,7 +15,7 @@
 #include "casehost/script.h"
 #include "fixtop/host/specification.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Node;
 class SpecInfo;
@@ -62,4 +62,4 @@ class BasisTree {
     std::vector<Element*> all_;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

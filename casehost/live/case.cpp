@@ -3,7 +3,7 @@
 #include "live/basis_tree.h"
 #include "live/dependents.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -327,4 +327,4 @@ NodeList* Case::ListOf(const Node& node) {
     return nullptr;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

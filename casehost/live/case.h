@@ -26,7 +26,7 @@
 #include "live/objects.h"
 #include "live/solver_node.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Case final : public NodeOf<host::SimulationCase> {
  public:
@@ -144,4 +144,4 @@ class Case final : public NodeOf<host::SimulationCase> {
 std::unique_ptr<Case> BuildCase(const CaseData& data,
                                 std::shared_ptr<Script> script = std::make_shared<Script>());
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

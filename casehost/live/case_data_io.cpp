@@ -3,7 +3,7 @@
 #include "live/basis_tree.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 ObjectData Case::ObjectToData(Node& node) {
     ObjectData data;
@@ -103,4 +103,4 @@ void Case::ApplyList(NodeList& list, const std::vector<ObjectData>& results) {
     }
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -8,7 +8,7 @@
 #include "live/case.h"
 #include "live/services_impl.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -162,4 +162,4 @@ void CaseHost::RunHostLoop() {
     closed_.clear();
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

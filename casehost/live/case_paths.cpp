@@ -4,7 +4,7 @@
 #include "live/case.h"
 #include "live/object_path.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -109,4 +109,4 @@ bool Case::DescribeMoniker(const std::string& moniker, host::VarDescription::Fac
     return false;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -4,7 +4,7 @@
 
 #include "live/objects.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 void DependencyMap::AddNode(Node& node) {
     if (!node.GetShape()) return;
@@ -61,4 +61,4 @@ std::vector<Node*> DependencyMap::Closure(Node& start) const {
     return reached;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 
 #include "live/node_list.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class DependencyMap {
  public:
@@ -26,4 +26,4 @@ class DependencyMap {
     std::unordered_map<const Node*, Node*> makers_;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

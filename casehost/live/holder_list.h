@@ -8,7 +8,7 @@
 
 #include "fixtop/host/list.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 inline std::uint64_t NextRevision() {
     static std::atomic<std::uint64_t> last{0};
@@ -60,4 +60,4 @@ class HolderList final : public host::LinkedList {
     std::uint64_t revision_ = NextRevision();
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -61,4 +61,4 @@ const std::uint64_t* Identities::Revision() {
     return &g_revision;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Identities {
  public:
@@ -41,4 +41,4 @@ class Identity {
     bool ended_ = false;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -374,4 +374,4 @@ Node* Node::Follow(std::string_view&) {
     return nullptr;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

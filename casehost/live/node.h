@@ -16,7 +16,7 @@
 #include "live/object_type.h"
 #include "live/shape.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Case;
 class FlowsheetNode;
@@ -217,4 +217,4 @@ class NodeOf : public Face, public Node {
     std::uint64_t Identity() const override { return IdentityNumber(); }
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

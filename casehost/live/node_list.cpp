@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 void NodeList::Reserve(std::size_t count) {
     nodes_.reserve(count);
@@ -63,4 +63,4 @@ Node* NodeList::FollowName(std::string_view& rest) const {
     return nullptr;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -10,7 +10,7 @@
 #include "live/holder_list.h"
 #include "live/node.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class NodeList {
  public:
@@ -41,4 +41,4 @@ class NodeList {
     mutable std::uint64_t indexed_revision_ = 0;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

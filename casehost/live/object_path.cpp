@@ -1,6 +1,6 @@
 #include "live/object_path.h"
 
-namespace casehost::path {
+namespace fixtop::casehost::path {
 
 std::string Escape(const std::string& name) {
     std::string text;
@@ -41,4 +41,4 @@ std::string_view TakeStep(std::string_view& path) {
     return step;
 }
 
-}  // namespace casehost::path
+}  // namespace fixtop::casehost::path

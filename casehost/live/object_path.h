@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace casehost::path {
+namespace fixtop::casehost::path {
 
 inline constexpr char kUtilities[] = "@utilities";
 inline constexpr char kTables[] = "@tables";
@@ -48,4 +48,4 @@ typename World::Item FindObject(const World& world, typename World::List start,
     return start == world.Main() ? nullptr : Descend(world, world.Main(), rest);
 }
 
-}  // namespace casehost::path
+}  // namespace fixtop::casehost::path

@@ -6,7 +6,7 @@
 
 #include "casehost/unit_op_names.h"
 
-namespace casehost::types {
+namespace fixtop::casehost::types {
 
 namespace {
 
@@ -195,4 +195,4 @@ const ObjectType* FindOrMake(std::string_view word, TypeFamily family) {
     return (made[std::string(word)] = std::move(type)).get();
 }
 
-}  // namespace casehost::types
+}  // namespace fixtop::casehost::types

@@ -6,6 +6,8 @@
 
 #include "fixtop/host/object_type.h"
 
+namespace fixtop {
+
 namespace casehost {
 
 class ObjectType final : public host::ObjectTypeInfo {
@@ -56,3 +58,5 @@ const ObjectType* FindOrMake(std::string_view word, TypeFamily family);
 }  // namespace types
 
 }  // namespace casehost
+
+}  // namespace fixtop

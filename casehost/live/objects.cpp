@@ -9,7 +9,7 @@
 #include "live/case.h"
 #include "live/solver_node.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 std::vector<double> StreamNode::Fractions(const Row& row) {
     std::vector<double> fractions;
@@ -149,4 +149,4 @@ Node* BasisNode::Follow(std::string_view& rest) {
     return Skip(rest, step::kReaction) ? reactions_.FollowName(rest) : nullptr;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -6,6 +6,8 @@
 #include "fixtop/host/simulation_case.h"
 #include "live/node_list.h"
 
+namespace fixtop {
+
 namespace casehost {
 
 using PlainNode = NodeOf<host::Viewable>;
@@ -153,3 +155,5 @@ inline constexpr char kPublished[] = "RTIVariable.500";
 }  // namespace step
 
 }  // namespace casehost
+
+}  // namespace fixtop

@@ -7,7 +7,7 @@
 #include "casehost/units.h"
 #include "live/basis_spec.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 host::ApplicationForm* SessionImpl::GetAppForm() {
     return with_window_ && !owner_.GetScript().Blank(Script::Answer::app_form) ? this : nullptr;
@@ -169,4 +169,4 @@ void CaseHost::ServicesImpl::IFace_free(void* block) {
     std::free(block);
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

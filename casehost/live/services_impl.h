@@ -8,7 +8,7 @@
 #include "casehost/case_host.h"
 #include "live/identity.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class SessionImpl final : public host::Session, public host::ApplicationForm {
  public:
@@ -101,4 +101,4 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     unsigned long view_updates_ = 0;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -6,7 +6,7 @@
 #include "casehost/unit_op_names.h"
 #include "casehost/units.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -302,4 +302,4 @@ const Shape* ShapePool::Get(const std::vector<VariableData>& variables,
     return shape;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

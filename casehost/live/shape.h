@@ -19,7 +19,7 @@
 #include "fixtop/host/variables.h"
 #include "live/holder_list.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 // Names of an enumeration by ordinal, the first of which is `low`.
 class EnumNames final : public host::VarEnumInfo {
@@ -141,4 +141,4 @@ host::VariableType VariableTypeOf(const VariableSpec& spec);
 host::VarType UnitTypeOfVariableType(host::VariableType type);
 host::VariableType VariableTypeOfUnitType(host::VarType type);
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -2,7 +2,7 @@
 
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -144,4 +144,4 @@ void SolverNode::End(bool success, std::string message) {
     OwnerCase().Notify(&host::IModelCallback::SimulationStopped);
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -13,7 +13,7 @@
 #include "fixtop/host/simulation_case.h"
 #include "live/node.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class SolverNode final : public NodeOf<host::FlowSheetSolver> {
  public:
@@ -74,4 +74,4 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     std::string message_;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 constexpr double kSumTolerance = 1e-6;
@@ -168,4 +168,4 @@ std::string Contradiction(const Thermo& thermo, const StreamGiven& given,
     return "";
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -7,7 +7,7 @@
 
 #include "process/flowsheet.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 struct FeedState {
     MaterialState state;
@@ -25,4 +25,4 @@ FeedState SolveFeed(const Thermo& thermo, const StreamGiven& given);
 std::string Contradiction(const Thermo& thermo, const StreamGiven& given,
                           const MaterialState& state);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

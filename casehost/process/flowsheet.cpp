@@ -6,6 +6,8 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 
+namespace fixtop {
+
 namespace casehost::process {
 namespace {
 
@@ -243,3 +245,5 @@ Flowsheet BuildFlowsheet(CaseData& data) {
 }
 
 }  // namespace casehost::process
+
+}  // namespace fixtop

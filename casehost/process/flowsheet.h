@@ -18,7 +18,7 @@
 #include "casehost/case_data.h"
 #include "process/unit_ops.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 // What stands specified in a stream; kEmpty where nothing does.
 struct StreamGiven {
@@ -88,4 +88,4 @@ Flowsheet BuildFlowsheet(CaseData& data);
 // True for a value that is an input of the solve.
 bool IsInput(const ValueData& value);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

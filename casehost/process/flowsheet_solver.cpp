@@ -6,7 +6,7 @@
 #include "process/feed_state.h"
 #include "process/recycle.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 constexpr double kEnergyMatch = 1e-6;
@@ -169,4 +169,4 @@ void FlowsheetSolver::FinishStreams() {
     }
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

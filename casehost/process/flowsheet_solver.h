@@ -16,7 +16,7 @@
 #include "process/flowsheet.h"
 #include "process/solve_order.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 class Recycle;
 
@@ -46,4 +46,4 @@ class FlowsheetSolver {
 // has no result.
 bool SolveUnit(Flowsheet& sheet, int unit, const Thermo& thermo);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

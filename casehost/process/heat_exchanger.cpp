@@ -8,6 +8,8 @@
 #include "process/roots.h"
 #include "process/unit_inputs.h"
 
+namespace fixtop {
+
 namespace casehost::process {
 namespace {
 
@@ -152,3 +154,5 @@ UnitOutput SolveHeatExchanger(const Thermo& thermo, const UnitInput& input) {
 }
 
 }  // namespace casehost::process
+
+}  // namespace fixtop

@@ -10,8 +10,8 @@
 
 #include "process/unit_ops.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 UnitOutput SolveHeatExchanger(const Thermo& thermo, const UnitInput& input);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

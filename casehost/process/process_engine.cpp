@@ -5,7 +5,7 @@
 
 #include "process/results.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 void OwnSubFlowsheets(FlowsheetData& level) {
@@ -83,4 +83,4 @@ void ProcessEngine::Cancel() {
     last_ = {Progress::failed, "the solve was cancelled"};
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

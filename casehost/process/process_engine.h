@@ -13,7 +13,7 @@
 #include "casehost/solve_engine.h"
 #include "process/flowsheet_solver.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 class ProcessEngine : public SolveEngine {
  public:
@@ -35,4 +35,4 @@ class ProcessEngine : public SolveEngine {
     Outcome last_;
 };
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 // No such state, compound data missing, contradictory specifications.
 class ProcessError : public std::runtime_error {
@@ -27,4 +27,4 @@ inline std::string FormatNumber(double value) {
     return text;
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -6,7 +6,7 @@
 
 #include "process/flowsheet_solver.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 constexpr int kMostPasses = 2000;
@@ -156,4 +156,4 @@ Recycle::Outcome Recycle::Fail(const std::string& text) {
     return Outcome::failed;
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -9,7 +9,7 @@
 #include "process/flowsheet.h"
 #include "process/solve_order.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 class Recycle {
  public:
@@ -45,4 +45,4 @@ class Recycle {
     std::vector<Variables> last_made_;
 };
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -5,6 +5,8 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 
+namespace fixtop {
+
 namespace casehost::process {
 namespace {
 
@@ -199,3 +201,5 @@ void WriteResults(const Flowsheet& sheet, const Thermo* thermo) {
 }
 
 }  // namespace casehost::process
+
+}  // namespace fixtop

@@ -8,7 +8,7 @@
 
 #include "process/flowsheet.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 // Properties of a solved material stream by display name. An array over the compounds has their
 // order; "Phase Fraction" and the arrays by phase have one value or row for each of ResultPhases().
@@ -19,4 +19,4 @@ const std::vector<std::string>& ResultPhases();
 // allow no solve at all: then everything calculated becomes empty.
 void WriteResults(const Flowsheet& sheet, const Thermo* thermo);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 struct Bracket {
     double low;
@@ -45,4 +45,4 @@ double SolveRising(Function&& function, Bracket bracket, double start,
     return x;
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -4,7 +4,7 @@
 
 #include "casehost/unit_op_names.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 using Adjacency = std::vector<std::vector<int>>;
@@ -135,4 +135,4 @@ std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet) {
     return groups;
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

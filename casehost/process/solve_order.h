@@ -7,7 +7,7 @@
 
 #include "process/flowsheet.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 struct SolveGroup {
     std::vector<int> units;  // in the order of one pass
@@ -20,4 +20,4 @@ struct SolveGroup {
 // back edges of a search that starts at a unit fed from outside, a mixer by preference.
 std::vector<SolveGroup> FindSolveOrder(const Flowsheet& sheet);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

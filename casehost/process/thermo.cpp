@@ -7,7 +7,7 @@
 
 #include "process/roots.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 constexpr double kWilson = 5.373;
@@ -396,4 +396,4 @@ FlashState Thermo::FlashByEnergy(const Composition& z, double pressure_kPa, doub
     return AtSplit(z, t, pressure_kPa, split, KValues(t, pressure_kPa));
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

@@ -34,7 +34,7 @@
 #include "casehost/case_data.h"
 #include "process/process_error.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 inline constexpr double kGasConstant = 8.314462618;
 inline constexpr double kZeroCelsius_K = 273.15;
@@ -128,4 +128,4 @@ class Thermo {
     std::vector<Constants> constants_;
 };
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

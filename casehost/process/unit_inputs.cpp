@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 double Given(const UnitInput& input, std::string_view name) {
     auto found = input.given.find(name);
@@ -86,4 +86,4 @@ double LowestPressure(const std::vector<MaterialState>& feeds) {
     return flowing < std::numeric_limits<double>::infinity() ? flowing : any;
 }
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

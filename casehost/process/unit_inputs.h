@@ -9,7 +9,7 @@
 
 #include "process/unit_ops.h"
 
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 // The first element of a given parameter, else kEmpty.
 double Given(const UnitInput& input, std::string_view name);
@@ -49,4 +49,4 @@ MaterialState Combine(const Thermo& thermo, const std::vector<MaterialState>& fe
 // The lowest pressure among the feeds that flow, or among all when none does.
 double LowestPressure(const std::vector<MaterialState>& feeds);
 
-}  // namespace casehost::process
+}  // namespace fixtop::casehost::process

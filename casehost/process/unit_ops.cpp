@@ -9,6 +9,8 @@
 #include "process/roots.h"
 #include "process/unit_inputs.h"
 
+namespace fixtop {
+
 namespace casehost::process {
 namespace {
 
@@ -355,3 +357,5 @@ const UnitModel* FindUnitModel(std::string_view type) {
 }
 
 }  // namespace casehost::process
+
+}  // namespace fixtop

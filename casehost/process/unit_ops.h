@@ -14,6 +14,8 @@
 
 #include "process/thermo.h"
 
+namespace fixtop {
+
 namespace casehost::process {
 
 // A material stream that is solved. A stream without flow has a state all the same.
@@ -83,3 +85,5 @@ inline constexpr char kShellDeltaT[] = "Shell Side Delta T";
 }  // namespace names
 
 }  // namespace casehost::process
+
+}  // namespace fixtop

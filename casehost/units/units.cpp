@@ -1,6 +1,6 @@
 #include "casehost/units.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace {
 
@@ -349,4 +349,4 @@ const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name
     return nullptr;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -5,10 +5,12 @@
 //
 // A cursor stays valid while the list it walks is stable. Seeks report failure by false and leave
 // the cursor at the end or where its family says. Cursors may be shared: whoever is about to move
-// one calls Unshare first.
+// one that others hold moves a copy.
 
 #include "fixtop/ref.h"
 #include "fixtop/value.h"
+
+namespace fixtop::inline FI {
 
 class FIEntry;
 class FIVarSet;
@@ -64,10 +66,4 @@ class FIAttributeCursorBase : public FICursorPosition {
     virtual void SetVarSet(FIVarSet* vars) = 0;
 };
 
-// By the keys of the present elements, as FIValue::Compare; 0 for a position and itself.
-int CompareKeys(FICursorPosition& own, FICursorPosition& other);
-
-// To be called before a held cursor is moved. A cursor held by more than two is replaced by a copy
-// of its own; a count of two is the iterator's frame and a temporary of its caller. Sharing is
-// recorded in the seek table.
-void Unshare(Ref<FICursorBase>& cursor);
+}  // namespace fixtop::inline FI

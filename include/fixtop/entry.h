@@ -16,6 +16,8 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop::inline FI {
+
 class FIVarSet;
 class FICursorBase;
 class FIAttributeCursorBase;
@@ -120,3 +122,5 @@ class FIEntry {
  protected:
     FIVarSet* var_set_ = nullptr;
 };
+
+}  // namespace fixtop::inline FI

@@ -18,6 +18,8 @@
 #include "fixtop/value.h"
 #include "fixtop/var_set.h"
 
+namespace fixtop {
+
 #if defined(_WIN32)
 #define FIXTOP_EXPORT extern "C" __declspec(dllexport)
 #else
@@ -117,3 +119,5 @@ FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
 // values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The
 // attributes "path" and "converters" of the neutral node tell where it leads and why.
 FIXTOP_EXPORT FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face);
+
+}  // namespace fixtop

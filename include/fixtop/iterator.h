@@ -14,9 +14,14 @@
 #include "fixtop/entry.h"
 #include "fixtop/value.h"
 
-class FIReferenceBase;
+namespace fixtop {
 struct PathClause;
 class PathStep;
+}  // namespace fixtop
+
+namespace fixtop::inline FI {
+
+class FIReferenceBase;
 
 class FIIteratorBase {
  public:
@@ -156,3 +161,5 @@ class FIIteratorBase {
     virtual void Freeze() = 0;
     virtual bool Thaw() = 0;
 };
+
+}  // namespace fixtop::inline FI

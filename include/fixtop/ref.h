@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace fixtop {
+
 template <class T>
 class Ref {
  public:
@@ -62,3 +64,5 @@ template <class T>
     object->AddRef();
     return object;
 }
+
+}  // namespace fixtop

@@ -11,7 +11,12 @@
 #include "fixtop/entry.h"
 #include "fixtop/value.h"
 
+namespace fixtop {
 class FICollectionElement;
+}
+
+namespace fixtop::inline FI {
+
 class FIIteratorBase;
 
 class FIReferenceBase {
@@ -91,3 +96,5 @@ class FIReferenceBase {
     virtual void OnStructureChanged() = 0;
     virtual void OnDeleted() = 0;
 };
+
+}  // namespace fixtop::inline FI

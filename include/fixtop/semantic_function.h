@@ -11,9 +11,9 @@
 #include <string_view>
 #include <variant>
 
-class FIEntry;
-class FIIteratorBase;
-class FIValue;
+#include "fixtop/iterator.h"
+
+namespace fixtop {
 
 // Steps to one node. With `move` 0 it only asks whether the target exists, and `it` stays where it
 // stands; any other `move` leaves `it` on the target. After a false with `move`, `it` may have been
@@ -38,3 +38,5 @@ struct NamedFunction {
     std::string_view name;
     std::variant<SemanticFunction, ArrayFunction, TopNodeFunction> function;
 };
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "fixtop/semantic_function.h"
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 extern "C" {
 
 // To the raw tree below the top node. Always true.
@@ -63,3 +65,5 @@ bool CTLiquidPhaseComponent(FIIteratorBase* it, int move);
 bool CTLiquid2PhaseComponent(FIIteratorBase* it, int move);
 
 }  // extern "C"
+
+}  // namespace fixtop

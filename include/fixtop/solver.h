@@ -10,6 +10,8 @@
 
 #include "fixtop/entry.h"
 
+namespace fixtop::inline FI {
+
 // Severities of the records of a solver report.
 enum FISeverity : int { kSeverityNotSupported = -1, kSeverityFailure = 2, kSeverityNote = 4 };
 
@@ -54,3 +56,5 @@ class FISolver {
     virtual void SetVarSet(FIVarSet* vars) = 0;
     virtual FIVarSet* GetVarSet() = 0;
 };
+
+}  // namespace fixtop::inline FI

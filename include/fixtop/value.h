@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 class FIValue {
  public:
     // The numbers are fixed: they stand in switches and dumps of clients.
@@ -176,3 +178,5 @@ class FIValue {
 // `buffer` has at least kRealTextSize bytes; answers the length.
 inline constexpr std::size_t kRealTextSize = 32;
 int FormatReal(double number, char* buffer) noexcept;
+
+}  // namespace fixtop

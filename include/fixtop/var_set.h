@@ -5,7 +5,11 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop {
 class VarSetLoan;
+}
+
+namespace fixtop::inline FI {
 
 class FIVarSet {
  public:
@@ -29,9 +33,11 @@ class FIVarSet {
     virtual bool GetVar(const FIValue& name, FIValue& out) = 0;
 
  private:
-    friend class VarSetLoan;
+    friend VarSetLoan;
 
     void EndLoans();
 
     VarSetLoan* loans_ = nullptr;
 };
+
+}  // namespace fixtop::inline FI

@@ -6,6 +6,8 @@
 #include "diagnostics/memory_guard.h"
 #include "platform/open_file.h"
 
+namespace fixtop {
+
 void ErrorLog::SetFile(const char* name) {
     file_ = name == nullptr ? "" : name;
     if (!opened_) return;
@@ -102,3 +104,5 @@ void LogAndTell(const char* text) {
     LogMessage(text);
     std::fprintf(stderr, "%s\n", WithoutControls(text).c_str());
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 
 #include <string>
 
+namespace fixtop {
+
 // Called with each line as it was given to the log, on the thread that writes.
 using LogListener = void (*)(void* owner, const char* text);
 
@@ -49,3 +51,5 @@ void LogAtLevel(const char* text, int level);
 // A line that readers of the results must see too, since these don't tell: it goes to standard
 // error as well, with "?" for control characters.
 void LogAndTell(const char* text);
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "platform/debug_output.h"
 
+namespace fixtop {
+
 namespace {
 
 struct Row {
@@ -41,3 +43,5 @@ void ReportInstances(CountGroup group, int indent) {
         WriteDebugLine(line);
     }
 }
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 // Instance counters: for each counted class the objects now alive and the objects ever made,
 // written to the debug output in four groups. Plain integers, not synchronised.
 
+namespace fixtop {
+
 enum class CountGroup { kHostEntries, kFramework, kAutomation, kMapping };
 
 // Every counted class, with its group: the reports print the rows in this order.
@@ -82,3 +84,5 @@ class Counted {
 
 // Writes one line for each class of the group, indented by `indent` blanks, at most 80.
 void ReportInstances(CountGroup group, int indent);
+
+}  // namespace fixtop

@@ -1,6 +1,6 @@
 #include "diagnostics/memory_guard.h"
 
-namespace memory {
+namespace fixtop::memory {
 
 namespace {
 
@@ -16,4 +16,4 @@ void NoteFailure() noexcept {
     ++g_failures;
 }
 
-}  // namespace memory
+}  // namespace fixtop::memory

@@ -18,6 +18,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace fixtop {
+
 namespace memory {
 
 // Fits the inline form of a value, so that telling it needs no memory.
@@ -158,3 +160,5 @@ inline auto Outside(Call call) -> decltype(call()) {
 }
 
 }  // namespace memory
+
+}  // namespace fixtop

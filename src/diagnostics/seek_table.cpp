@@ -5,6 +5,8 @@
 
 #include "platform/debug_output.h"
 
+namespace fixtop {
+
 namespace {
 
 int g_seeks[kSeekRows];
@@ -27,3 +29,5 @@ void PrintSeekTable() {
         WriteDebugLine(line);
     }
 }
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 // How many holders shared a cursor each time it was about to be sought: a table for judging whether
 // copies on write are rare. Nothing clears it. Not synchronised.
 
+namespace fixtop {
+
 // The last row also counts every greater number of holders.
 inline constexpr int kSeekRows = 20;
 
@@ -14,3 +16,5 @@ int SeekCount(int row) noexcept;
 
 // Writes the table to the debug output, a heading and one line for each row.
 void PrintSeekTable();
+
+}  // namespace fixtop

@@ -13,12 +13,14 @@
 #include <cstring>
 #include <span>
 
-#include "fixtop/cursor.h"
+#include "framework/cursor.h"
 #include "fixtop/entry.h"
 #include "framework/liveness.h"
 #include "framework/shield.h"
 #include "framework/small_object.h"
 #include "framework/var_set_loan.h"
+
+namespace fixtop {
 
 template <class T>
 struct AttrRow {
@@ -222,3 +224,5 @@ class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
  private:
     int references_ = 0;
 };
+
+}  // namespace fixtop

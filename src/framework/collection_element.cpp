@@ -2,6 +2,8 @@
 
 #include "framework/empties.h"
 
+namespace fixtop {
+
 FICollectionElement::FICollectionElement(FIEntry* entry, FICollectionElement* parent,
                                          FICursorBase* cursor)
     : entry_(Ref<FIEntry>::Share(entry)),
@@ -102,3 +104,5 @@ Ref<FIEntry> FICollectionElement::FindSame(Ref<FICursorBase>& cursor) const {
     first->GetName(name);
     return is_alone && name.Compare(name_) != 0 ? first : Ref<FIEntry>();
 }
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "fixtop/value.h"
 #include "framework/liveness.h"
 
+namespace fixtop {
+
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  public:
     // A saved root: `parent` is null and `cursor` too. Otherwise the key is the one of `cursor`, or
@@ -52,3 +54,5 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     std::uint64_t number_ = 0;
     LivingNode::Mark mark_;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "framework/small_object.h"
 
+namespace fixtop {
+
 template <class Base>
 class CountedFromZero : public Base, public SmallObject {
  public:
@@ -18,3 +20,5 @@ class CountedFromZero : public Base, public SmallObject {
  protected:
     int references_ = 0;
 };
+
+}  // namespace fixtop

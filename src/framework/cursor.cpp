@@ -1,7 +1,9 @@
-#include "fixtop/cursor.h"
+#include "framework/cursor.h"
 
 #include "diagnostics/seek_table.h"
 #include "fixtop/entry.h"
+
+namespace fixtop {
 
 bool FICursorBase::SeekValue(int origin, FIEntry& entry) {
     FIValue name;
@@ -35,3 +37,5 @@ void Unshare(Ref<FICursorBase>& cursor) {
     RecordSeek(holders);
     if (holders > 2) cursor = Ref<FICursorBase>::Adopt(cursor->Clone(true));
 }
+
+}  // namespace fixtop

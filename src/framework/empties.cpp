@@ -1,5 +1,7 @@
 #include "framework/empties.h"
 
+namespace fixtop {
+
 namespace {
 
 // A singleton is never counted and never destroyed.
@@ -86,3 +88,5 @@ FICursorBase* EmptyCursor() {
 FIAttributeCursorBase* EmptyAttributeCursor() {
     return Immortal<EmptyAttributeCursorBase>();
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
 
+namespace fixtop {
+
 // Name and attributes NULL, no container, context the empty context.
 FIEntry* EmptyEntry();
 // MakeCursor gives the empty cursor.
@@ -14,3 +16,5 @@ FIContext* EmptyContext();
 FICursorBase* EmptyCursor();
 // The same for attributes.
 FIAttributeCursorBase* EmptyAttributeCursor();
+
+}  // namespace fixtop

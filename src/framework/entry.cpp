@@ -3,6 +3,8 @@
 #include "fixtop/cursor.h"
 #include "framework/liveness.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kNotSupported[] = "Not Supported";
@@ -105,3 +107,5 @@ void FIEntry::DoCommand(int, FIErrorRecord& error) {
     error.code = 2;
     error.text.SetText("Action is not supported");
 }
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 #include "fixtop/ref.h"
 #include "framework/var_map.h"
 
+namespace fixtop {
+
 struct IteratorFrame {
     // The parent.
     Ref<FIEntry> entry;
@@ -71,3 +73,5 @@ class FrameStack {
     std::vector<IteratorFrame> overflow_;
     int size_ = 0;
 };
+
+}  // namespace fixtop

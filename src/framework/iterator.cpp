@@ -8,6 +8,9 @@
 #include "framework/empties.h"
 #include "framework/shielded_iterator.h"
 #include "framework/shown_scope.h"
+#include "framework/cursor.h"
+
+namespace fixtop {
 
 namespace {
 
@@ -279,3 +282,5 @@ bool FIIterator::IsKeyName(const char* name) {
     keys->SeekName(kFromFirst, name);
     return keys->IsHidden();
 }
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "framework/iterator_var_set.h"
 #include "framework/liveness.h"
 
+namespace fixtop {
+
 class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
  public:
     static constexpr int kDepthLimit = 10000;
@@ -193,3 +195,5 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     int references_ = 1;
     IteratorVarSet var_set_;
 };
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "framework/iterator.h"
 #include "framework/shown_scope.h"
 
+namespace fixtop {
+
 namespace {
 
 // A path in a host's notation begins with it.
@@ -184,3 +186,5 @@ FIIterator* FIIterator::OpenAttribute(const FIValue& name) {
     } while (rest && *rest);
     return opened.Detach();
 }
+
+}  // namespace fixtop

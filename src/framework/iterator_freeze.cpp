@@ -2,6 +2,8 @@
 
 #include "framework/iterator.h"
 
+namespace fixtop {
+
 FIIterator::Elements FIIterator::MakeElements() const {
     Elements elements;
     FICollectionElement* parent = nullptr;
@@ -58,3 +60,5 @@ bool FIIterator::IsGoneAt(int level) const {
     const auto* living = dynamic_cast<const LivingNode*>(EntryAt(level));
     return living && living->IsGone();
 }
+
+}  // namespace fixtop

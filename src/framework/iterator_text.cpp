@@ -2,6 +2,8 @@
 
 #include "framework/iterator.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::size_t kTabStop = 8;
@@ -112,3 +114,5 @@ void FIIterator::DumpVars(FIValue& out) {
         }
     }
 }
+
+}  // namespace fixtop

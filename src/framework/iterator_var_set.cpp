@@ -3,6 +3,8 @@
 #include "diagnostics/memory_guard.h"
 #include "framework/iterator.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsOwn(const FIValue& quantity) {
@@ -70,3 +72,5 @@ void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
     spec_units_ = other.spec_units_;
     variables_ = other.variables_;
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "fixtop/var_set.h"
 #include "framework/var_map.h"
 
+namespace fixtop {
+
 class FIIterator;
 
 class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVarSet> {
@@ -43,3 +45,5 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
     Units spec_units_;
     VarMap variables_;
 };
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 #include "framework/iterator.h"
 #include "framework/xml_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kIndent = 2;
@@ -104,3 +106,5 @@ void FIIterator::DumpAttributes(FIValue& out) {
     AppendAttributes(*this, text);
     out.SetText(text.empty() ? text : text.substr(1));
 }
+
+}  // namespace fixtop

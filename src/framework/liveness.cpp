@@ -3,6 +3,8 @@
 #include "diagnostics/memory_guard.h"
 #include "fixtop/ref.h"
 
+namespace fixtop {
+
 Liveness::~Liveness() = default;
 
 template <class Tell>
@@ -92,3 +94,5 @@ void Liveness::TellForgotten() {
     const auto self = Ref<Liveness>::Share(this);
     ForEachWatcher([](Watcher& watcher) { watcher.OnForgotten(); });
 }
+
+}  // namespace fixtop

@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <string>
 
+namespace fixtop {
+
 class Liveness {
  public:
     // Wants to be told what the host tells of the case. All may come inside any host call that may
@@ -159,3 +161,5 @@ class LivingNode {
 // What clients are told by a handle whose object is gone.
 inline constexpr char kNodeDeletedText[] = "Node deleted";
 inline constexpr char kNodeInvalidText[] = "Node invalid";
+
+}  // namespace fixtop

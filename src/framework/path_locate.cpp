@@ -5,6 +5,8 @@
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 
+namespace fixtop {
+
 // Names and counts are resolved with the variables of the position from which the search starts.
 bool FIIterator::Locate(const FIValue& path) {
     const Ref<FIIterator> searcher = Ref<FIIterator>::Adopt(Copy());
@@ -34,3 +36,5 @@ void FIIterator::TakePosition(FIIterator& other) {
     std::swap(vars_, other.vars_);
     frozen_.clear();
 }
+
+}  // namespace fixtop

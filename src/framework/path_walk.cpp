@@ -8,6 +8,8 @@
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 
+namespace fixtop {
+
 namespace {
 
 // Names are compared on this many characters.
@@ -253,3 +255,5 @@ bool FIIterator::PassesOne(const PathClause& clause) {
     const FIValue* variable = FindVar(FIValue(wanted + 1));
     return variable && found.Compare(*variable) == 0;
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "framework/shielded_iterator.h"
 
+namespace fixtop {
+
 namespace {
 
 // The callbacks that the nodes are given; the owner is the reference.
@@ -267,3 +269,5 @@ void FIReference::OnDeleted() {
     value_clients_.Call(kTellChange);
     EndRound();
 }
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "framework/iterator.h"
 #include "framework/reference_clients.h"
 
+namespace fixtop {
+
 class FIReference : public FIReferenceBase,
                     private Liveness::Watcher,
                     private Counted<CountedClass::FIReference> {
@@ -193,3 +195,5 @@ class FIReference : public FIReferenceBase,
     bool erase_pending_ = false;
     int references_ = 1;
 };
+
+}  // namespace fixtop

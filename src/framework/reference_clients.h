@@ -8,6 +8,8 @@
 #include "diagnostics/memory_guard.h"
 #include "fixtop/entry.h"
 
+namespace fixtop {
+
 class ReferenceClients {
  public:
     void Add(void* owner, FICallback callback) { clients_[owner] = {callback, true}; }
@@ -40,3 +42,5 @@ class ReferenceClients {
 
     std::map<void*, Client> clients_;
 };
+
+}  // namespace fixtop

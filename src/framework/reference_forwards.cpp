@@ -2,6 +2,8 @@
 
 #include "framework/reference.h"
 
+namespace fixtop {
+
 // Where nobody tells of changes, the position can't be trusted after the call.
 template <class Operation>
 const char* FIReference::Guard(Operation operation) {
@@ -167,3 +169,5 @@ FICollectionElement* FIReference::MakeElement() {
     Guard([&](FIIterator& it) { element = it.MakeElement(); });
     return element.release();
 }
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "fixtop/entry.h"
 #include "framework/empties.h"
 
+namespace fixtop {
+
 template <class T>
 class Shielded;
 
@@ -255,3 +257,5 @@ class Shielded<T> final : public ShieldedEntry<T> {
         return memory::Call<&FIAttributeSource::MakeCursor>::OrElse(EmptyAttributeCursor, *this);
     }
 };
+
+}  // namespace fixtop

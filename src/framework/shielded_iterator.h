@@ -10,6 +10,8 @@
 #include "framework/reference.h"
 #include "framework/shield.h"
 
+namespace fixtop {
+
 // What iterators and references have in common. A text that can't be had is told in its buffer.
 template <class T>
 class ShieldedNode : public T {
@@ -395,3 +397,5 @@ class Shielded<FIReference> final : public ShieldedNode<FIReference> {
         memory::Contain([&] { FIReference::OnDeleted(); });
     }
 };
+
+}  // namespace fixtop

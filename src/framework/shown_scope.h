@@ -9,6 +9,8 @@
 #include "fixtop/ref.h"
 #include "framework/var_set_loan.h"
 
+namespace fixtop {
+
 class ShownScope {
  public:
     ShownScope(const Ref<FIEntry>& entry, FIVarSet* vars)
@@ -25,3 +27,5 @@ class ShownScope {
     const Ref<FIEntry> entry_;
     VarSetLoan saved_;
 };
+
+}  // namespace fixtop

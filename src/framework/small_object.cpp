@@ -3,6 +3,8 @@
 #include <array>
 #include <new>
 
+namespace fixtop {
+
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -63,3 +65,5 @@ void SmallObject::operator delete(void* block, std::size_t size) noexcept {
     list->first = ::new (block) FreeBlock{list->first};
     ++list->count;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 
 #include <cstddef>
 
+namespace fixtop {
+
 class SmallObject {
  public:
     static constexpr std::size_t kKeptBlocks = 256;
@@ -19,3 +21,5 @@ class SmallObject {
  protected:
     ~SmallObject() = default;
 };
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 
 #include <array>
 
+namespace fixtop {
+
 inline constexpr std::array<const char*, 27> kStandardAttributes = {"id",
                                                                     "value",
                                                                     "dimension",
@@ -42,3 +44,5 @@ inline constexpr char kSkipAttachments[] = "skipattachments";
 // Whether the name is one of them, the mark, or one of the three switches, which nodes take that
 // don't show them.
 bool IsStandardAttribute(const char* name);
+
+}  // namespace fixtop

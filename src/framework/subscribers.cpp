@@ -4,6 +4,8 @@
 
 #include "diagnostics/memory_guard.h"
 
+namespace fixtop {
+
 void SubscriberList::Add(void* owner, int kind, FICallback callback, const Liveness* scope) {
     records_.push_back({kind, owner, callback, scope, true});
 }
@@ -58,3 +60,5 @@ void SubscriberList::EraseInactive() {
     erase_pending_ = false;
     std::erase_if(records_, [](const Record& record) { return !record.active; });
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "fixtop/entry.h"
 
+namespace fixtop {
+
 class Liveness;
 
 class SubscriberList {
@@ -48,3 +50,5 @@ class SubscriberList {
     int rounds_ = 0;
     bool erase_pending_ = false;
 };
+
+}  // namespace fixtop

@@ -5,6 +5,9 @@
 #include "framework/counted.h"
 #include "framework/empties.h"
 #include "framework/shield.h"
+#include "framework/cursor.h"
+
+namespace fixtop {
 
 namespace {
 
@@ -82,3 +85,5 @@ FICursorBase* TopContext::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
     return new Shielded<TopCursorBase>(inner_.Get());
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "fixtop/ref.h"
 #include "framework/counted.h"
 
+namespace fixtop {
+
 class TopCursorBase : public FICursorBase {
  public:
     // Shares `inner`; a new cursor stands on the child and has count 1.
@@ -43,3 +45,5 @@ class TopContext : public CountedFromZero<FIContext> {
  private:
     Ref<FIContext> inner_;
 };
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "framework/top_cursor.h"
 #include "platform/computer_name.h"
 
+namespace fixtop {
+
 namespace {
 
 SubscriberList& Subscribers() {
@@ -88,3 +90,5 @@ bool FITopEntry::StandsWith(const LivingNode& other) const {
 FIContext* FITopEntry::MakeSingleChildContext() {
     return Ref<FIContext>::Share(new Shielded<TopContext>(context_.Get())).Detach();
 }
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "fixtop/solver.h"
 #include "framework/attr_map.h"
 
+namespace fixtop {
+
 // What the host calls when the simulation changed: 0 is a change, anything else a deletion.
 using FINotify = void (*)(int event);
 
@@ -57,3 +59,5 @@ class FITopEntry : public AttrMapEntry<FITopEntry>, public LivingNode, protected
     bool notifier_;
     std::unique_ptr<FISolver> service_;
 };
+
+}  // namespace fixtop

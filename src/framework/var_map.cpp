@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace fixtop {
+
 namespace {
 
 bool Less(const FIValue& a, const FIValue& b) {
@@ -38,3 +40,5 @@ bool VarMap::Remove(const FIValue& name) {
     return std::erase_if(variables_,
                          [&](const Variable& variable) { return Same(variable.name, name); }) > 0;
 }
+
+}  // namespace fixtop

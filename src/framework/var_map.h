@@ -7,6 +7,8 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 class VarMap {
  public:
     struct Variable {
@@ -45,3 +47,5 @@ class FrameVars {
 
     int references_ = 1;
 };
+
+}  // namespace fixtop

@@ -1,5 +1,7 @@
 #include "framework/var_set_loan.h"
 
+namespace fixtop {
+
 void FIVarSet::EndLoans() {
     while (loans_) {
         VarSetLoan& loan = *loans_;
@@ -28,3 +30,5 @@ void VarSetLoan::Unlink() {
     if (next_) next_->link_ = link_;
     set_ = nullptr;
 }
+
+}  // namespace fixtop

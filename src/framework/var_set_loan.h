@@ -7,6 +7,8 @@
 
 #include "fixtop/var_set.h"
 
+namespace fixtop {
+
 class VarSetLoan {
  public:
     VarSetLoan() = default;
@@ -27,7 +29,7 @@ class VarSetLoan {
     bool IsShared(const void* borrower) const;
 
  private:
-    friend class FIVarSet;
+    friend FIVarSet;
 
     virtual const void* Borrower() const { return nullptr; }
     // The set of the loan goes; the loan is ended already.
@@ -70,3 +72,5 @@ class LentVarSet final : public VarSetLoan {
 
     Owner& owner_;
 };
+
+}  // namespace fixtop

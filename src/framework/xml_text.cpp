@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace fixtop {
+
 namespace {
 
 struct Utf8Form {
@@ -99,3 +101,5 @@ bool IsXmlIdentifier(std::string_view name) {
     return !name.empty() && IsLetter(name.front()) &&
            std::all_of(name.begin(), name.end(), IsInner);
 }
+
+}  // namespace fixtop

@@ -7,8 +7,12 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 void AppendXmlText(std::string_view text, std::string& out);
 
 // Whether `name` can stand as the name of an attribute: a letter or `_`, then letters, digits, `_`,
 // `-` and `.`.
 bool IsXmlIdentifier(std::string_view name);
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "front/find_provider.h"
 #include "host/levels/case_top.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kSteadyState = 1;
@@ -69,3 +71,5 @@ bool LateSetTopAttach(FIContext* context, bool follow) {
     auto* set_attach = FindProviderAs<decltype(SetTopAttach)>("SetTopAttach");
     return set_attach && set_attach(held.Counted(), follow);
 }
+
+}  // namespace fixtop

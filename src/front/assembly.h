@@ -6,6 +6,8 @@
 #include "fixtop/entry.h"
 #include "fixtop/ref.h"
 
+namespace fixtop {
+
 // With the files of the neutral view and the name of the application. What it answers is counted.
 using ContextFactory = FIContext*(void* session, const char* library, const char* map,
                                   const char* units, const char* name);
@@ -24,3 +26,5 @@ void* AssembleDocument(void* session, const void* identity, const char* finder, 
 // Asks whichever module has "SetTopAttach" to set the flag of a context, which gives up one
 // reference of its own for it. False when none has it.
 bool LateSetTopAttach(FIContext* context, bool follow);
+
+}  // namespace fixtop

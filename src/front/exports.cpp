@@ -12,6 +12,8 @@
 #include "host/solver/solver.h"
 #include "path/tokenizer.h"
 
+namespace fixtop {
+
 namespace {
 
 host::SimulationCase* CaseOf(void* session) {
@@ -188,3 +190,5 @@ int FixtopMemoryFailures() {
 const char* FixtopVersion() {
     return FIXTOP_VERSION;
 }
+
+}  // namespace fixtop

@@ -1,5 +1,7 @@
 #include "front/find_provider.h"
 
+namespace fixtop {
+
 namespace {
 
 ModuleSystem* g_modules = nullptr;
@@ -28,3 +30,5 @@ void* FindProvider(const char* name) {
 void SetProviderModules(ModuleSystem* modules) {
     g_modules = modules;
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "platform/modules.h"
 
+namespace fixtop {
+
 // The modules are asked in this order, and the first hit is taken: the running host ("hovex.exe",
 // or "rifmos.exe" when that is not in the process), then "hovexeng.dll", then "fixtop.dll"; the
 // last two are loaded when they aren't yet. Null when none of them has the name: a feature that is
@@ -34,3 +36,5 @@ inline constexpr char kDocumentFactory[] = "MakeDocumentAgg";
 // The same two for the alternate entry set.
 inline constexpr char kAlternateDocumentFinder[] = "FindVDocumentAgg";
 inline constexpr char kAlternateDocumentFactory[] = "MakeVDocumentAgg";
+
+}  // namespace fixtop

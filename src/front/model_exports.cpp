@@ -11,6 +11,8 @@
 #include "mapping/translators/function_tables.h"
 #include "semantic/function_table.h"
 
+namespace fixtop {
+
 namespace {
 
 ModuleHandle OwnModule() {
@@ -109,3 +111,5 @@ FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face) {
         return reference && reference->Rebind() ? reference->Copy() : nullptr;
     });
 }
+
+}  // namespace fixtop

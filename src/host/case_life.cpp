@@ -5,6 +5,8 @@
 #include "diagnostics/memory_guard.h"
 #include "host/solver/solver_notify.h"
 
+namespace fixtop {
+
 namespace {
 
 std::map<host::SimulationCase*, CaseLife*>& Records() {
@@ -120,3 +122,5 @@ void CaseLife::OnEnded(bool told) {
         watched->DropUser();
     }
 }
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "fixtop/ref.h"
 #include "framework/liveness.h"
 
+namespace fixtop {
+
 class HSolverNotify;
 
 class CaseLife final : public Liveness {
@@ -62,3 +64,5 @@ class CaseLife final : public Liveness {
     // Held while somebody watches.
     Ref<HSolverNotify> watched_;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include <array>
 #include <string>
 
+namespace fixtop {
+
 namespace {
 
 const host::Text kStreamClass("StreamObject");
@@ -167,3 +169,5 @@ const char* StatusText(int status) {
                                                           "Under-Specified"};
     return status >= 0 && status < static_cast<int>(kTexts.size()) ? kTexts[status] : "Error";
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "fixtop/host/services.h"
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 // The given case, or the active one of the session; null when no case is open or no host installed.
 host::SimulationCase* CaseOrActive(host::SimulationCase* simulation_case);
 bool IsInDynamics(host::SimulationCase& simulation_case);
@@ -41,3 +43,5 @@ int FlowSheetStatus(host::FlowSheet* flowsheet);
 // The status number of one object; of a template operation that of its flowsheet.
 int ObjectStatus(host::Viewable* object);
 const char* StatusText(int status);
+
+}  // namespace fixtop

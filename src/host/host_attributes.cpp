@@ -1,5 +1,7 @@
 #include "host/host_attributes.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsNamed(const FIValue& name, const char* text) {
@@ -44,3 +46,5 @@ bool SetAttachmentsSwitch(bool& follow, const FIValue& name, const FIValue& valu
     follow = value.AsInt() != 0;
     return true;
 }
+
+}  // namespace fixtop

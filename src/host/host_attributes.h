@@ -12,6 +12,8 @@
 #include "framework/attr_map.h"
 #include "framework/standard_attributes.h"
 
+namespace fixtop {
+
 // What a node answers to a write that it does not know.
 inline constexpr char kNotSupportedHere[] = "Not supported";
 
@@ -98,3 +100,5 @@ void SetSwitches(T& owner, bool& follow, const FIValue& name, const FIValue& val
     if (SetSkipSwitch(owner.GetVarSet(), name, value)) return;
     out = FIValue(refusal);
 }
+
+}  // namespace fixtop

@@ -1,5 +1,7 @@
 #include "host/host_object.h"
 
+namespace fixtop {
+
 void HostObjectBase::Look() const {
     const bool is_there = life_->Look() && (identity_ == 0 || IsThere(identity_));
     revision_ = life_->Revision();
@@ -10,3 +12,5 @@ bool HostObjectBase::IsThere(std::uint64_t identity) {
     host::HostServices* services = host::InstalledServices();
     return services && services->Lives(identity);
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 
 #include "host/case_life.h"
 
+namespace fixtop {
+
 class HostObjectBase {
  public:
     // The object that was held does not live any more.
@@ -78,3 +80,5 @@ class HostObject : public HostObjectBase {
  private:
     T* object_ = nullptr;
 };
+
+}  // namespace fixtop

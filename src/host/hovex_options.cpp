@@ -2,6 +2,8 @@
 
 #include "host/host_access.h"
 
+namespace fixtop {
+
 HovexOptions::HovexOptions(host::SimulationCase* simulation_case)
     : reader_options_(std::in_place),
       has_view_(true),
@@ -38,3 +40,5 @@ Ref<CaseLife> LifeFor(host::SimulationCase* simulation_case, const HovexOptions*
         options && options->Life() && (!simulation_case || options->Case() == simulation_case);
     return serves ? options->Life() : CaseLife::Of(CaseOrActive(simulation_case));
 }
+
+}  // namespace fixtop

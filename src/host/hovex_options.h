@@ -11,6 +11,8 @@
 #include "fixtop/host/specification.h"
 #include "host/case_life.h"
 
+namespace fixtop {
+
 class HovexOptions;
 
 // The record of the given case, or else of the one that the options are for, or of the active one.
@@ -42,3 +44,5 @@ class HovexOptions {
     const HovexOptions* parent_ = nullptr;
     Ref<CaseLife> life_;
 };
+
+}  // namespace fixtop

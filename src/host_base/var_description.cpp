@@ -6,7 +6,7 @@
 
 #include "fixtop/host/services.h"
 
-namespace host {
+namespace fixtop::host {
 
 namespace {
 
@@ -223,4 +223,4 @@ void VarDescription::GetPathDimensions(Viewable* object, DimInfo& out, int) cons
     }
 }
 
-}  // namespace host
+}  // namespace fixtop::host

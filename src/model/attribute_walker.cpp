@@ -4,6 +4,8 @@
 #include "model/class_library.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 CCDMAttributeWalker::CCDMAttributeWalker(const CCDMClass& walked, const CCDMAttributeWalker* below)
     : class_(&walked), below_(below), superclass_(walked.superclasses.begin()) {}
 
@@ -113,3 +115,5 @@ bool CCDMAttributeWalker::IsOnTheWay(const CCDMClass& candidate) const {
     }
     return false;
 }
+
+}  // namespace fixtop

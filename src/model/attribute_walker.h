@@ -14,6 +14,8 @@
 #include <set>
 #include <string>
 
+namespace fixtop {
+
 class CCDMAttribute;
 class CCDMClass;
 
@@ -53,3 +55,5 @@ class CCDMAttributeWalker {
     // one, before the first attribute.
     int index_ = -1;
 };
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "xml/message_text.h"
 #include "xml/named_elements.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kKind[] = "CCDM";
@@ -290,3 +292,5 @@ bool ReadClassFileInto(CCDMClassLibrary& library, const std::string& file, Model
 bool CCDMClassLibrary::ReadClassFile(const std::string& file) {
     return ReadClassFileInto(*this, file, ModelFileOrigin::kCaller, 0);
 }
+
+}  // namespace fixtop

@@ -7,8 +7,12 @@
 
 #include "xml/xml_file.h"
 
+namespace fixtop {
+
 class CCDMClassLibrary;
 
 // Reads one file, once for the library, and in its place whatever it includes.
 bool ReadClassFileInto(CCDMClassLibrary& library, const std::string& file, ModelFileOrigin origin,
                        int include_depth);
+
+}  // namespace fixtop

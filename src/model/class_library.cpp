@@ -1,5 +1,7 @@
 #include "model/class_library.h"
 
+namespace fixtop {
+
 namespace {
 
 template <class Record>
@@ -34,3 +36,5 @@ CCDMClass* CCDMClassLibrary::GetOrCreateClass(const std::string& name) {
 CCDMEnumeration* CCDMClassLibrary::GetOrCreateEnumeration(const std::string& name) {
     return GetOrCreate(enumerations, name, *this);
 }
+
+}  // namespace fixtop

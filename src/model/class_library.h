@@ -20,7 +20,12 @@
 #include "model/units_list.h"
 #include "platform/modules.h"
 
+namespace fixtop {
+
+inline namespace FI {
 class FIEntry;
+}
+
 struct SemanticModule;
 
 class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
@@ -61,3 +66,5 @@ class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
     ModuleHandle unitResourceModule;
     ModuleHandle classResourceModule;
 };
+
+}  // namespace fixtop

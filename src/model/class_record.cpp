@@ -5,6 +5,8 @@
 
 #include "model/class_library.h"
 
+namespace fixtop {
+
 CCDMAttribute* CCDMClass::GetOrCreateAttribute(const std::string& attribute) {
     auto& record = attributeIndex[attribute];
     if (!record) record = std::make_unique<CCDMAttribute>(attribute);
@@ -38,3 +40,5 @@ int CCDMClass::Distance(std::string_view ancestor, int depth, Seen& seen) const 
     }
     return 0;
 }
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "model/model_types.h"
 #include "model/translator_record.h"
 
+namespace fixtop {
+
 class CCDMClass;
 
 class CCDMAttribute : public CCDMNamedObject, private Counted<CountedClass::CCDMAttribute> {
@@ -62,3 +64,5 @@ class CCDMClass : public CCDMNamedObject, private Counted<CountedClass::CCDMClas
 
     int Distance(std::string_view ancestor, int depth, Seen& seen) const;
 };
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace fixtop {
+
 const std::string* CCDMEnumMap::NeutralName(const std::string& application) const {
     const auto found = entries.find(application);
     return found == entries.end() ? nullptr : &found->second;
@@ -12,3 +14,5 @@ const std::string* CCDMEnumMap::ApplicationName(const std::string& neutral) cons
                                     [&](const auto& entry) { return entry.second == neutral; });
     return found == entries.end() ? nullptr : &found->first;
 }
+
+}  // namespace fixtop

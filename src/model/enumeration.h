@@ -10,6 +10,8 @@
 #include "diagnostics/instance_counts.h"
 #include "model/model_types.h"
 
+namespace fixtop {
+
 class CCDMClassLibrary;
 
 // Its name is the translate name that it belongs to. One table serves both directions.
@@ -37,3 +39,5 @@ class CCDMEnumeration : public CCDMNamedObject, private Counted<CountedClass::CC
     CCDMClassLibrary* library;
     bool isClosed = false;  // values outside the options are worth a message
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+namespace fixtop {
+
 namespace {
 
 // The place in the table is the number.
@@ -35,3 +37,5 @@ const char* AttrTypeText(CCDMAttrType type) {
 CCDMBranch BranchFromText(std::string_view text) {
     return FromText<CCDMBranch>(kBranches, text);
 }
+
+}  // namespace fixtop

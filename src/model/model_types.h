@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+namespace fixtop {
+
 class CCDMNamedObject {
  public:
     explicit CCDMNamedObject(std::string object_name) : name(std::move(object_name)) {}
@@ -35,3 +37,5 @@ enum class CCDMBranch : int { kUnspecified = 0, kBoth = 1, kCalc = 2, kSpec = 3 
 
 // Any text but "Both", "Calc" and "Spec" is kUnspecified; compared exactly.
 CCDMBranch BranchFromText(std::string_view text);
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+namespace fixtop {
+
 class CCDMTranslatorRecord {
  public:
     CCDMTranslatorRecord() = default;
@@ -17,3 +19,5 @@ class CCDMTranslatorRecord {
 
 // By translate name; those of one name in the order of the map files.
 using TranslatorMap = std::multimap<std::string, std::unique_ptr<CCDMTranslatorRecord>>;
+
+}  // namespace fixtop

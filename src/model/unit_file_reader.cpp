@@ -6,6 +6,8 @@
 #include "xml/named_elements.h"
 #include "xml/xml_file.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kKind[] = "Unit";
@@ -67,3 +69,5 @@ bool CCDMClassLibrary::ReadUnitFile(const char* file) {
     return ReadModelFile(kKind, file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
                          document);
 }
+
+}  // namespace fixtop

@@ -16,6 +16,8 @@
 // belong to the source until Destroy. Nothing throws; what fails for lack of memory leaves ENOMEM
 // in errno.
 
+namespace fixtop {
+
 class CCDMUnitSource {
  public:
     // Once, before everything else; the text tells the source where its definitions are. After a
@@ -42,3 +44,5 @@ class CCDMUnitSource {
 using CreateUnitSourceFunction = CCDMUnitSource* (*)();
 using DeleteUnitSourceFunction = void (*)(CCDMUnitSource*);
 using UnitSourceProblemFunction = const char* (*)(CCDMUnitSource*);
+
+}  // namespace fixtop

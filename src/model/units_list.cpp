@@ -5,6 +5,8 @@
 #include "platform/no_memory.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kNotInitialized[] = "Units not initiliazed";
@@ -206,3 +208,5 @@ double CCDMUnitsList::Convert(double value, const FIValue& from_unit,
     if (!initialized_) return value;
     return source_->Convert(value, UnitNumber(from_unit), UnitNumber(to_unit));
 }
+
+}  // namespace fixtop

@@ -13,6 +13,8 @@
 #include "model/unit_source.h"
 #include "platform/modules.h"
 
+namespace fixtop {
+
 // The adapter that may be loaded by name. Another one must be offered by the host or the program:
 // a file cannot bring code into the process.
 inline constexpr char kUnitAdapterName[] = "QSIUOMAdapter2004_2";
@@ -84,3 +86,5 @@ class CCDMUnitsList {
     Records app_to_ccdm_;
     Records ccdm_to_app_;
 };
+
+}  // namespace fixtop

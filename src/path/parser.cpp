@@ -10,6 +10,8 @@
 #include "path/path_step.h"
 #include "path/tokenizer.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kCountExpected[] = "Parse error, count expected following # in: ";
@@ -160,3 +162,5 @@ bool PathStep::ParseClause(unsigned flags, PathTokenizer& tokens, FIValue& error
     }
     return Is(token, ']') || Fail(kCloseExpected, tokens, error);
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "platform/debug_output.h"
 #include "value/text_forms.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kLargestIndent = 80;
@@ -107,3 +109,5 @@ std::string Describe(const PathStep& step) {
     DescribeStep(step, out);
     return out;
 }
+
+}  // namespace fixtop

@@ -14,7 +14,12 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop {
+
+inline namespace FI {
 class FIIteratorBase;
+}
+
 class PathStep;
 class PathTokenizer;
 
@@ -93,3 +98,5 @@ class PathStep final {
 // operator: a[x=1]|![y].b(c) becomes "a"&["x"="1"]|!["y"]."b"("c"). The line is itself a path that
 // parses to an equal chain.
 std::string Describe(const PathStep& step);
+
+}  // namespace fixtop

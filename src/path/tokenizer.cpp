@@ -4,6 +4,8 @@
 
 #include "value/text_forms.h"
 
+namespace fixtop {
+
 namespace {
 
 // Tokens of a usual path of a handful of steps fit without growing.
@@ -71,3 +73,5 @@ std::size_t PathTokenizer::ReadPlain(std::string_view text, std::size_t position
     tokens_.push_back({PathToken::kString, StoreText(begin)});
     return static_cast<std::size_t>(end - text.begin());
 }
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "fixtop/value.h"
 #include "path/path_step.h"
 
+namespace fixtop {
+
 struct PathToken {
     enum Kind : int { kPunctuation = 1, kString = 2 };
 
@@ -88,3 +90,5 @@ class PathTokenizer {
 
 // Tokenizes and parses `source` in one call.
 ParsedPath ParsePath(const FIValue& source, FIValue& error);
+
+}  // namespace fixtop

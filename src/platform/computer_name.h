@@ -6,6 +6,10 @@
 #include <cstddef>
 #include <string>
 
+namespace fixtop {
+
 inline constexpr std::size_t kComputerNameLimit = 15;
 
 std::string ComputerName();
+
+}  // namespace fixtop

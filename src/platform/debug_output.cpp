@@ -2,6 +2,8 @@
 
 #include "platform/debug_channel.h"
 
+namespace fixtop {
+
 namespace {
 
 DebugSink g_sink = nullptr;
@@ -21,3 +23,5 @@ DebugSink SetDebugSink(DebugSink sink) noexcept {
     g_sink = sink;
     return former;
 }
+
+}  // namespace fixtop

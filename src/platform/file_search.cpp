@@ -5,6 +5,8 @@
 
 #include "platform/names.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::array<std::string_view, 6> kDevices = {"con", "prn",    "aux",
@@ -48,3 +50,5 @@ bool StaysInSearchFolders(std::string_view name) {
     }
     return true;
 }
+
+}  // namespace fixtop

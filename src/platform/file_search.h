@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 // The full path, or an empty text when there is no such file.
 std::string FindFileOnPath(const std::string& name);
 
@@ -20,3 +22,5 @@ bool StaysInSearchFolders(std::string_view name);
 
 // The folder of the running program, without a separator at the end.
 std::string ProgramFolder();
+
+}  // namespace fixtop

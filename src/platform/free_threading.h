@@ -4,6 +4,8 @@
 // be called as it stands from all of them. Part of the object that it serves, which begins with
 // QueryInterface, AddRef and Release.
 
+namespace fixtop {
+
 class FreeThreadedMarshaler {
  public:
     FreeThreadedMarshaler() = default;
@@ -18,3 +20,5 @@ class FreeThreadedMarshaler {
  private:
     void* inner_ = nullptr;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "platform/names.h"
 
+namespace fixtop {
+
 struct OfferedModules::Module {
     std::string name;
     std::vector<OfferedFunction> functions;
@@ -92,3 +94,5 @@ void OfferModule(const char* name, std::initializer_list<OfferedFunction> functi
 void WithdrawModule(const char* name) {
     ProcessModules().Withdraw(name);
 }
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+namespace fixtop {
+
 using ModuleHandle = void*;
 
 class ModuleSystem {
@@ -78,3 +80,5 @@ void* FindFunction(ModuleHandle module, const char* name);
 void UnloadModule(ModuleHandle module);
 void OfferModule(const char* name, std::initializer_list<OfferedFunction> functions);
 void WithdrawModule(const char* name);
+
+}  // namespace fixtop

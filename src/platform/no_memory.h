@@ -8,6 +8,8 @@
 #include <new>
 #include <system_error>
 
+namespace fixtop {
+
 // Runs a call whose answer is false or null when it failed; throws when it was for lack of memory.
 template <class Call>
 auto OrNoMemory(Call call) {
@@ -21,3 +23,5 @@ auto OrNoMemory(Call call) {
 inline void ThrowIfNoMemory(const std::error_code& error) {
     if (error == std::errc::not_enough_memory) throw std::bad_alloc();
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+namespace fixtop {
+
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -14,3 +16,5 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 // `mode` as for std::fopen. Null when the file cannot be opened, or the name is no UTF-8 where the
 // system has to know.
 FilePtr OpenFile(const std::string& utf8_name, const char* mode);
+
+}  // namespace fixtop

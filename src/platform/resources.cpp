@@ -6,6 +6,8 @@
 #include "platform/names.h"
 #include "platform/system_resources.h"
 
+namespace fixtop {
+
 namespace {
 
 constinit const CompiledResources* g_last = nullptr;
@@ -24,3 +26,5 @@ std::string_view FindCompiledResource(std::string_view name) {
     }
     return FindSystemResource(std::string(name));
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+namespace fixtop {
+
 struct CompiledResource {
     std::string_view name;
     std::string_view bytes;
@@ -26,3 +28,5 @@ void RegisterResources(CompiledResources& table) noexcept;
 
 // The bytes of a resource, for the life of the module; without one a view of a null pointer.
 std::string_view FindCompiledResource(std::string_view name);
+
+}  // namespace fixtop

@@ -5,4 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 std::string_view FindSystemResource(const std::string& name);
+
+}  // namespace fixtop

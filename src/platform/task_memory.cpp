@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+namespace fixtop {
+
 char* CopyToTaskMemory(std::string_view text) noexcept {
     char* copy = static_cast<char*>(AllocateTaskMemory(text.size() + 1));
     if (copy == nullptr) return nullptr;
@@ -9,3 +11,5 @@ char* CopyToTaskMemory(std::string_view text) noexcept {
     copy[text.size()] = '\0';
     return copy;
 }
+
+}  // namespace fixtop

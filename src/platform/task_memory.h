@@ -6,9 +6,13 @@
 #include <cstddef>
 #include <string_view>
 
+namespace fixtop {
+
 // Null when memory is exhausted.
 void* AllocateTaskMemory(std::size_t size) noexcept;
 void FreeTaskMemory(void* memory) noexcept;
 
 // A NUL-terminated copy, which the caller frees with FreeTaskMemory.
 char* CopyToTaskMemory(std::string_view text) noexcept;
+
+}  // namespace fixtop

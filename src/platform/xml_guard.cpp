@@ -6,6 +6,8 @@
 
 #include "platform/names.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::array<std::string_view, 4> kEncodings = {"utf-8", "utf-16", "us-ascii",
@@ -98,3 +100,5 @@ std::optional<XmlRefusal> RefusalOfXml(std::string_view bytes) {
     const std::optional<std::string> narrowed = NarrowedUtf16(bytes, big);
     return narrowed ? RefusalOfText(*narrowed) : kUnknownEncoding;
 }
+
+}  // namespace fixtop

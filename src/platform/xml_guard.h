@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+namespace fixtop {
+
 struct XmlRefusal {
     const char* why;
     int line = 0;  // counted from 1; 0 when it is about the document as a whole
@@ -14,3 +16,5 @@ struct XmlRefusal {
 // defaults a short text can grow without bound, or it is in an encoding in which this look would
 // not see them. Nothing when it may be parsed.
 std::optional<XmlRefusal> RefusalOfXml(std::string_view bytes);
+
+}  // namespace fixtop

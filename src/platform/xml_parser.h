@@ -9,6 +9,8 @@
 
 #include "platform/xml_reader.h"
 
+namespace fixtop {
+
 // A place in the document, counted from 1.
 struct XmlPlace {
     int line = 0;
@@ -45,3 +47,5 @@ class XmlParser {
 
 // Null when the system has none.
 std::unique_ptr<XmlParser> CreateXmlParser();
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "platform/xml_guard.h"
 #include "platform/xml_parser.h"
 
+namespace fixtop {
+
 namespace {
 
 // Joins the pieces of a text, counts the depth, and carries exceptions past the parser.
@@ -170,3 +172,5 @@ std::unique_ptr<XmlReader> CreateXmlReader() {
 XmlReaderFactory SetXmlReaderFactory(XmlReaderFactory factory) noexcept {
     return std::exchange(g_factory, factory != nullptr ? factory : CreateSystemReader);
 }
+
+}  // namespace fixtop

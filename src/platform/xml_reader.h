@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+namespace fixtop {
+
 inline constexpr std::size_t kMaxXmlBytes = 64u << 20;
 inline constexpr int kMaxXmlDepth = 256;
 
@@ -83,3 +85,5 @@ std::unique_ptr<XmlReader> CreateXmlReader();
 // back to the system's.
 using XmlReaderFactory = std::unique_ptr<XmlReader> (*)();
 XmlReaderFactory SetXmlReaderFactory(XmlReaderFactory factory) noexcept;
+
+}  // namespace fixtop

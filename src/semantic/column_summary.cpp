@@ -2,7 +2,7 @@
 
 #include "semantic/idioms.h"
 
-namespace semantic {
+namespace fixtop::semantic {
 namespace {
 
 constexpr int kVesselLimit = 1000;
@@ -143,4 +143,4 @@ void ComputeColumnRatios(FIIteratorBase& it) {
     }
 }
 
-}  // namespace semantic
+}  // namespace fixtop::semantic

@@ -8,7 +8,7 @@
 
 #include "fixtop/iterator.h"
 
-namespace semantic {
+namespace fixtop::semantic {
 
 // `Bottom`: the stage of the reboiler, as an INT. Stage 0 is the condenser and the trays follow.
 void SetColumnBottom(FIIteratorBase& it);
@@ -33,4 +33,4 @@ double SumVesselValues(FIIteratorBase& it, const char* vessel, std::span<const c
 // Sum over the first nested element of each of the first 10000 elements of an array.
 double SumNestedValues(FIIteratorBase& it, const char* name);
 
-}  // namespace semantic
+}  // namespace fixtop::semantic

@@ -5,6 +5,8 @@
 #include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 
+namespace fixtop {
+
 namespace {
 
 using semantic::CompositionStep;
@@ -155,3 +157,5 @@ bool CTLiquidPhaseComponent(FIIteratorBase* it, int move) {
 bool CTLiquid2PhaseComponent(FIIteratorBase* it, int move) {
     return Exported([=] { return FlashPhaseStep(*it, move, "Liquid2"); });
 }
+
+}  // namespace fixtop

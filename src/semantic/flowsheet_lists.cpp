@@ -4,6 +4,8 @@
 #include "semantic/idioms.h"
 #include "semantic/unit_operation_class.h"
 
+namespace fixtop {
+
 using semantic::CountTypedChildren;
 using semantic::Exported;
 
@@ -59,3 +61,5 @@ int CTUnitOperations(FIIteratorBase* it, FIValue* subclass, int index) {
         return semantic::CountAcceptedChildren(*it, kUnitOperations, classify, index);
     });
 }
+
+}  // namespace fixtop

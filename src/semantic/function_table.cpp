@@ -2,6 +2,8 @@
 
 #include "fixtop/semantic_functions.h"
 
+namespace fixtop {
+
 namespace {
 
 // The compiler takes the kind from the function.
@@ -51,3 +53,5 @@ constexpr NamedFunction kFunctions[] = {
 std::span<const NamedFunction> SemanticFunctionTable() {
     return kFunctions;
 }
+
+}  // namespace fixtop

@@ -7,4 +7,8 @@
 
 #include "fixtop/semantic_function.h"
 
+namespace fixtop {
+
 std::span<const NamedFunction> SemanticFunctionTable();
+
+}  // namespace fixtop

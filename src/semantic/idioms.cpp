@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace semantic {
+namespace fixtop::semantic {
 
 Ref<FIIteratorBase> CopyOf(FIIteratorBase& it) {
     return Ref<FIIteratorBase>::Adopt(it.Copy());
@@ -121,4 +121,4 @@ bool FlashPhaseStep(FIIteratorBase& it, int move, const char* phase) {
     return NestedStep(it, move, "FlashPhaseCmpCnt", {phase, "Comp Mole Frac"});
 }
 
-}  // namespace semantic
+}  // namespace fixtop::semantic

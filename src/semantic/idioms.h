@@ -12,7 +12,7 @@
 #include "fixtop/semantic_function.h"
 #include "fixtop/value.h"
 
-namespace semantic {
+namespace fixtop::semantic {
 
 using Names = std::initializer_list<const char*>;
 
@@ -69,4 +69,4 @@ bool NestedStep(FIIteratorBase& it, int move, const char* variable, Names names)
 // Element number `FlashPhaseCmpCnt` of "Comp Mole Frac" of a phase; fails like NestedStep.
 bool FlashPhaseStep(FIIteratorBase& it, int move, const char* phase);
 
-}  // namespace semantic
+}  // namespace fixtop::semantic

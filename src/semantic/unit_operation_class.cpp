@@ -5,7 +5,7 @@
 #include "semantic/column_summary.h"
 #include "semantic/idioms.h"
 
-namespace semantic {
+namespace fixtop::semantic {
 namespace {
 
 // Compressors and expanders share a class; this word tells them apart.
@@ -63,4 +63,4 @@ bool ClassifyUnitOperation(FIIteratorBase& it, FIValue& subclass) {
     return false;
 }
 
-}  // namespace semantic
+}  // namespace fixtop::semantic

@@ -2,6 +2,8 @@
 
 #include "uom_adapter/uom_reader.h"
 
+namespace fixtop {
+
 std::string UomDefinitions::Read(const std::string& name) {
     std::string problem = ReadUomDefinitions(name, *this);
     if (problem.empty() && units_.empty()) problem = "file " + name + " defines no unit";
@@ -67,3 +69,5 @@ void UomDefinitions::AddUnit(Uom unit) {
     units.emplace(added.name, number);
     first_units_.emplace(added.name, number);
 }
+
+}  // namespace fixtop

@@ -17,6 +17,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace fixtop {
+
 enum class UomFormula { kLinear, kReciprocal };
 
 struct Uom {
@@ -69,3 +71,5 @@ class UomDefinitions {
     UomNumbers quantity_numbers_;
     UomNumbers first_units_;
 };
+
+}  // namespace fixtop

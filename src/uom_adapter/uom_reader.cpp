@@ -9,6 +9,8 @@
 #include "platform/xml_reader.h"
 #include "uom_adapter/uom_definitions.h"
 
+namespace fixtop {
+
 namespace {
 
 std::optional<std::string_view> Attribute(const XmlAttributes& attributes, std::string_view name) {
@@ -109,3 +111,5 @@ std::string ReadUomDefinitions(const std::string& name, UomDefinitions& definiti
     }
     return handler.Problem().empty() ? "file " + name + " can't be parsed" : handler.Problem();
 }
+
+}  // namespace fixtop

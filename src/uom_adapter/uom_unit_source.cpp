@@ -6,6 +6,8 @@
 #include "model/unit_source.h"
 #include "uom_adapter/uom_definitions.h"
 
+namespace fixtop {
+
 namespace {
 
 class UomUnitSource final : public CCDMUnitSource {
@@ -74,3 +76,5 @@ extern "C" void DeleteUnitSource(CCDMUnitSource* source) {
 extern "C" const char* UnitSourceProblem(CCDMUnitSource* source) {
     return static_cast<UomUnitSource*>(source)->Problem();
 }
+
+}  // namespace fixtop

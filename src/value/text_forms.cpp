@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace text_forms {
+namespace fixtop::text_forms {
 namespace {
 
 // Each character stands at the place of its escape.
@@ -91,4 +91,4 @@ double ScanReal(const char* text) noexcept {
     return std::sscanf(text, "%lg", &number) == 1 ? number : 0.0;
 }
 
-}  // namespace text_forms
+}  // namespace fixtop::text_forms

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace text_forms {
+namespace fixtop::text_forms {
 
 // The thirteen characters that mean something in a path expression.
 inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
@@ -51,4 +51,4 @@ void EscapeAttribute(std::string_view text, std::string& out);
 std::int32_t ScanInt(const char* text) noexcept;
 double ScanReal(const char* text) noexcept;
 
-}  // namespace text_forms
+}  // namespace fixtop::text_forms

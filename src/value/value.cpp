@@ -10,6 +10,8 @@
 
 #include "value/text_forms.h"
 
+namespace fixtop {
+
 namespace {
 
 FIValue::Statistics g_statistics;
@@ -323,3 +325,5 @@ const char* FIValue::KindName(int kind) noexcept {
 const FIValue::Statistics& FIValue::GetStatistics() noexcept {
     return g_statistics;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "platform/file_search.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::string_view kEnding = ".log";
@@ -48,3 +50,5 @@ void LogElement::Begin(const XmlLocator* locator, const XmlAttributes& attribute
                     locator);
     }
 }
+
+}  // namespace fixtop

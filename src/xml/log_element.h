@@ -7,6 +7,8 @@
 
 #include "xml/named_elements.h"
 
+namespace fixtop {
+
 class LogElement final : public NamedElement {
  public:
     LogElement() : NamedElement("Log") {}
@@ -14,3 +16,5 @@ class LogElement final : public NamedElement {
  protected:
     void Begin(const XmlLocator* locator, const XmlAttributes& attributes) override;
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+namespace fixtop {
+
 std::string MessageText(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
@@ -16,3 +18,5 @@ std::string MessageText(const char* format, ...) {
     va_end(again);
     return text;
 }
+
+}  // namespace fixtop

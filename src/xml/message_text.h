@@ -4,4 +4,8 @@
 
 #include <string>
 
+namespace fixtop {
+
 std::string MessageText(const char* format, ...);
+
+}  // namespace fixtop

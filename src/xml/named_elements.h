@@ -9,6 +9,8 @@
 
 #include "xml/sax_element_handler.h"
 
+namespace fixtop {
+
 // Takes every element of one name.
 class NamedElement : public SaxElementHandler {
  public:
@@ -57,3 +59,5 @@ class DocumentHandler : public SaxElementHandler {
         AddChild<Handler>(std::forward<Arguments>(arguments)...);
     }
 };
+
+}  // namespace fixtop

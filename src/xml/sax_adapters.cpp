@@ -1,5 +1,7 @@
 #include "xml/sax_adapters.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kWarningLevel = 5;
@@ -56,3 +58,5 @@ void SaxErrorAdapter::Error(const std::string& text, const XmlLocator& locator) 
 void SaxErrorAdapter::FatalError(const std::string& text, const XmlLocator& locator) {
     teller_.SevereError(text, &locator);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "platform/xml_reader.h"
 #include "xml/sax_element_handler.h"
 
+namespace fixtop {
+
 // Feeds the events to the chain that begins at `document`; names, values and texts are cut at
 // SaxElementHandler::kTextLimit, not within a character.
 class SaxContentAdapter final : public XmlContentHandler {
@@ -33,3 +35,5 @@ class SaxErrorAdapter final : public XmlErrorHandler {
  private:
     SaxElementHandler teller_;
 };
+
+}  // namespace fixtop

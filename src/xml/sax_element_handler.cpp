@@ -3,6 +3,8 @@
 #include "diagnostics/error_log.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kWarningLevel = 5;
@@ -117,3 +119,5 @@ bool SaxElementHandler::GetAttribute(const char* name, const XmlAttributes& attr
     }
     return false;
 }
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 
 #include "platform/xml_reader.h"
 
+namespace fixtop {
+
 class SaxElementHandler {
  public:
     // Names, values and texts are handed on up to this many bytes.
@@ -68,3 +70,5 @@ class SaxElementHandler {
     int pending_attributes_ = 0;
     bool warn_unknown_ = false;
 };
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "xml/message_text.h"
 #include "xml/sax_adapters.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kUsingLocalLevel = 7;
@@ -64,3 +66,5 @@ bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin or
     return path.empty() ? ReadResource(kind, name, has_resources, *reader)
                         : ReadLocal(kind, name, path, *reader);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "xml/sax_element_handler.h"
 
+namespace fixtop {
+
 enum class ModelFileOrigin {
     kCaller,   // any name
     kInclude,  // out of a file: the name must stay in the search folders
@@ -18,3 +20,5 @@ bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin or
                    bool has_resources, SaxElementHandler& document);
 // Logs that a file could not be parsed; false.
 bool FailModelFile(const char* kind, const std::string& name);
+
+}  // namespace fixtop

@@ -7,7 +7,7 @@
 #include "fixtop/host/array_set.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::Element;
@@ -268,4 +268,4 @@ TEST_F(Basis, ACaseWithoutAnythingHasNoSpecification) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -9,7 +9,7 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 inline std::shared_ptr<VariableSpec> Spec(const std::string& name, ValueKind kind = ValueKind::real,
                                           const std::string& quantity = "") {
@@ -108,4 +108,4 @@ inline CaseData SmallCase() {
     return data;
 }
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -12,7 +12,7 @@
 #include "case_builder.h"
 #include "case_text.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::Array;
@@ -323,4 +323,4 @@ TEST_F(CaseFileOnDisk, PublishedSchemaAcceptsWhatIsWritten) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

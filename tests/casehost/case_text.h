@@ -8,7 +8,7 @@
 
 #include "casehost/case_file.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 // A text that must read without a problem.
 inline CaseData Read(const std::string& text) {
@@ -37,4 +37,4 @@ inline std::string WithVariable(const std::string& inside) {
                        inside + "}}");
 }
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -10,7 +10,7 @@
 #include "casehost/unit_op_names.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 class Demo : public ::testing::Test {
@@ -185,4 +185,4 @@ TEST_F(Demo, IsACaseFileLikeAnyOther) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -19,7 +19,7 @@
 #include <functional>
 #endif
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::kOld;
@@ -243,4 +243,4 @@ TEST_F(Drafts, SignalThatIsIgnoredInterruptsNothing) {
 #endif
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -11,7 +11,7 @@
 #include "fixtop/host/array_set.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using host::VarDescription;
@@ -804,4 +804,4 @@ TEST_F(LiveCase, BasisShowsItsSpecification) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -9,7 +9,7 @@
 #include "live/case.h"
 #include "support/vtable_slot.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using host::VarDescription;
@@ -392,4 +392,4 @@ TEST_F(Operations, StatusOfAForeignVariableStaysAsPreset) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

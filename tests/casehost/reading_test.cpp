@@ -6,7 +6,7 @@
 #include "case_text.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::Attachment;
@@ -354,4 +354,4 @@ TEST(CaseReading, EqualDescriptionsMakeOneShape) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -10,7 +10,7 @@
 #include "casehost/case_host.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using host::VarDescription;
@@ -194,4 +194,4 @@ TEST_F(Recorded, NegativeFractionIsRefused) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -12,7 +12,7 @@
 #include "casehost/case_file.h"
 #include "support/temporary_folder.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 inline constexpr char kOld[] = "the old file\n";
 
@@ -35,4 +35,4 @@ class Saving : public ::testing::Test {
 
 using Names = std::vector<std::string>;
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -18,7 +18,7 @@
 #include "support/ordinary_user.h"
 #endif
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::kOld;
@@ -261,4 +261,4 @@ TEST_F(Saving, FileThatMayNotBeReadSaysSo) {
 #endif
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -4,7 +4,7 @@
 #include "casehost/case_host.h"
 #include "live/case.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 using test::SmallCase;
@@ -425,4 +425,4 @@ TEST_F(Solving, ClosingTellsTheCallbackAndReleasesIt) {
 }
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -11,7 +11,7 @@
 #include <udunits2.h>
 #endif
 
-namespace casehost {
+namespace fixtop::casehost {
 namespace {
 
 TEST(Units, QuantitiesAreNumberedFromOneAndWithoutHoles) {
@@ -185,4 +185,4 @@ TEST_F(UnitsAgainstUdunits, EveryConversionAgrees) {
 #endif
 
 }  // namespace
-}  // namespace casehost
+}  // namespace fixtop::casehost

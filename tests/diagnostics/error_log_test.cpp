@@ -9,6 +9,8 @@
 
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 // The text behind the header line and its blank line; fails when there is no header.
@@ -219,3 +221,5 @@ TEST(LogAndTell, line_goes_to_standard_error_too) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

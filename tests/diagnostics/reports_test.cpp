@@ -8,6 +8,8 @@
 #include "diagnostics/seek_table.h"
 #include "support/debug_capture.h"
 
+namespace fixtop {
+
 namespace {
 
 struct Sample : private Counted<CountedClass::CDTVariable> {
@@ -100,3 +102,5 @@ TEST(SeekTable, prints_a_heading_and_twenty_rows) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -12,6 +12,9 @@
 #include "framework/top_cursor.h"
 #include "support/cursor_harness.h"
 #include "support/scripted_tree.h"
+#include "framework/cursor.h"
+
+namespace fixtop {
 
 namespace {
 
@@ -431,3 +434,5 @@ TEST(Unshare, leaves_the_empty_cursor) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "framework/var_map.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 // Only what every entry must have.
@@ -232,3 +234,5 @@ TEST(SmallObjects, of_every_size_have_memory_of_their_own) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

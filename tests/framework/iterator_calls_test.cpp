@@ -10,6 +10,8 @@
 #include "framework/iterator.h"
 #include "framework/reference.h"
 
+namespace fixtop {
+
 namespace {
 
 // Notes the last call, what it was given, and the var set that it came with.
@@ -160,3 +162,5 @@ TEST_F(HandleCalls, references_pass_on_what_they_guard) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

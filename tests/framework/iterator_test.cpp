@@ -10,6 +10,8 @@
 #include "framework/empties.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string PathOf(FIIteratorBase& it) {
@@ -941,3 +943,5 @@ TEST_F(Freezing, elements_know_their_parents_and_keys) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

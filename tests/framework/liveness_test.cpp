@@ -7,6 +7,8 @@
 
 #include "fixtop/ref.h"
 
+namespace fixtop {
+
 namespace {
 
 // A case that the test deletes, without a host.
@@ -200,3 +202,5 @@ TEST_F(LivenessRecord, forgetting_reaches_everybody) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "framework/reference.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 // A client of a reference, which does what the test says when it is called.
@@ -622,3 +624,5 @@ TEST_F(Reference, makes_an_element_on_its_node) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

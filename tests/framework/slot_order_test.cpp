@@ -9,6 +9,8 @@
 #include "fixtop/var_set.h"
 #include "support/vtable_slot.h"
 
+namespace fixtop {
+
 namespace {
 
 // The destructor is operation 0 but takes two places.
@@ -227,3 +229,5 @@ TEST(SlotOrder, reference_has_51_operations) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

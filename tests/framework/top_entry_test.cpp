@@ -10,6 +10,8 @@
 #include "platform/computer_name.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 struct Listener {
@@ -223,3 +225,5 @@ TEST(SubscriberList, who_joins_inside_a_round_waits_for_the_next) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "framework/shown_scope.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 // Shows the display unit of whoever reads it.
@@ -160,3 +162,5 @@ TEST_F(LentVariables, of_a_call_give_way_to_those_before) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "framework/xml_text.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string Escaped(const std::string& text) {
@@ -177,3 +179,5 @@ TEST_F(XmlDump, ends_at_nodes_that_repeat_an_ancestor) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 
 #include "live/case.h"
 
+namespace fixtop {
+
 namespace {
 
 class ModuleOnBasis : public OpenModule {
@@ -159,3 +161,5 @@ TEST_F(OpenModule, numbers_of_a_basis_are_in_the_unit_that_is_told) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "live/case.h"
 #include "open_module.h"
 
+namespace fixtop {
+
 namespace {
 
 using casehost::CaseData;
@@ -157,3 +159,5 @@ TEST_F(OpenModule, a_host_that_is_installed_while_the_end_of_another_is_told_sta
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -20,6 +20,8 @@
 #include "support/scripted_host.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 // Modules of a test: which are in the process, which can be loaded, and what they export.
@@ -502,3 +504,5 @@ TEST(Module, exports_the_front_by_name) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include <dlfcn.h>
 #endif
 
+namespace fixtop {
+
 namespace {
 
 #ifdef _WIN32
@@ -29,6 +31,10 @@ void* Function(void* module, const char* name) {
 #endif
 
 }  // namespace
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int count, char** values) {
     const auto module = count == 3 ? Open(values[1]) : nullptr;

@@ -8,6 +8,8 @@
 #include "open_module.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 using Iterator = Ref<FIIteratorBase>;
@@ -222,3 +224,5 @@ TEST_F(NeutralCase, definitions_open_without_a_case) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "casehost/standard_host.h"
 #include "fixtop/fixtop.h"
 
+namespace fixtop {
+
 using Names = std::vector<std::string>;
 
 class HostedModule : public testing::Test {
@@ -100,3 +102,5 @@ class NeutralModule : public HostedModule {
 
     Ref<FIEntry> root_;
 };
+
+}  // namespace fixtop

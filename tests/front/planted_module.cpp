@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+namespace fixtop {
+
 namespace {
 
 const bool g_has_run = [] {
@@ -24,3 +26,5 @@ extern "C"
         bool PlantedModuleHasRun() {
     return g_has_run;
 }
+
+}  // namespace fixtop

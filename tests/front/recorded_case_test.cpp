@@ -14,6 +14,8 @@
 
 #include "open_module.h"
 
+namespace fixtop {
+
 namespace {
 
 using Iterator = Ref<FIIteratorBase>;
@@ -141,3 +143,5 @@ INSTANTIATE_TEST_SUITE_P(Real, RecordedCase,
                          });
 
 }  // namespace
+
+}  // namespace fixtop

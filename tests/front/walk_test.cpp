@@ -8,6 +8,8 @@
 
 #include "open_module.h"
 
+namespace fixtop {
+
 namespace {
 
 using Iterator = Ref<FIIteratorBase>;
@@ -187,3 +189,5 @@ TEST_F(BasisNodes, differ_and_stand_in_the_order_of_the_tree) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 class ArraySet : public testing::Test {
@@ -344,3 +346,5 @@ TEST_F(ArraySet, nodes_keep_alive_what_they_stand_on) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 // A stream "Feed" with the arrays "Fraction", a composition, and "Table".
@@ -293,3 +295,5 @@ TEST_F(ArrayStores, a_random_walk_over_a_changing_case_stays_whole) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 host::DimInfo Bounds(std::initializer_list<std::pair<int, int>> bounds) {
@@ -680,3 +682,5 @@ TEST_F(Arrays, host_paths_need_a_place_for_the_index) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

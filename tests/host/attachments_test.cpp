@@ -7,6 +7,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 // A vessel whose scalar ":A.1" and elements ":A.2.0" and ":A.2.1" may point at other objects.
@@ -291,3 +293,5 @@ TEST_F(Attachments, objects_that_share_a_list_are_no_ring) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

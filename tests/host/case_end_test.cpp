@@ -11,6 +11,8 @@
 #include "host/solver/solver.h"
 #include "live_case.h"
 
+namespace fixtop {
+
 namespace {
 
 using casehost::CaseData;
@@ -290,3 +292,5 @@ TEST_F(CaseEnds, a_frozen_place_is_given_up_by_a_move) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

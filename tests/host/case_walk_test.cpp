@@ -9,6 +9,8 @@
 #include "fixtop/reference.h"
 #include "live_case.h"
 
+namespace fixtop {
+
 namespace {
 
 using casehost::ObjectData;
@@ -506,3 +508,5 @@ TEST_F(RandomWalk, with_stores_deletions_and_callbacks_stays_whole) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

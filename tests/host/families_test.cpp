@@ -7,6 +7,8 @@
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"
 
+namespace fixtop {
+
 namespace {
 
 // Adds an array "Table" whose dimensions are counted but for the last, which texts name.
@@ -239,3 +241,5 @@ TEST_F(ElementStores, every_refusal_has_its_text) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include "fixtop/host/var_description.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 using host::VarDescription;
@@ -196,3 +198,5 @@ TEST(HostDescription, dimensions_are_asked_of_the_object_that_holds_the_variable
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "support/scripted_host.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 class Levels : public testing::Test {
@@ -735,3 +737,5 @@ TEST_F(Levels, options_take_what_they_lack_from_above) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "live/case.h"
 #include "support/host_reading.h"
 
+namespace fixtop {
+
 using NodeRef = Ref<FIIteratorBase>;
 
 class LiveCase : public testing::Test {
@@ -72,3 +74,5 @@ inline std::filesystem::path RecordedCases() {
     const char* given = std::getenv("FIXTOP_CASES");
     return std::filesystem::path(given ? given : FIXTOP_CASES) / "real";
 }
+
+}  // namespace fixtop

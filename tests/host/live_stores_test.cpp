@@ -6,6 +6,8 @@
 #include "host/variables/variable_node.h"
 #include "live_case.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kFlowsheet[] = "FlowSheetObjects.";
@@ -279,3 +281,5 @@ TEST_F(LiveStores, what_a_solve_fills_is_never_told_to_be_older) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string Numbered(const char* stem, int number) {
@@ -612,3 +614,5 @@ TEST_F(Objects, host_paths_name_objects) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 class Published : public testing::Test {
@@ -204,3 +206,5 @@ TEST_F(Published, variables_are_read_by_path) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

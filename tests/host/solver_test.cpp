@@ -5,6 +5,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string Text(const FIErrorList& errors) {
@@ -588,3 +590,5 @@ TEST_F(Solvers, who_subscribes_in_a_round_is_told_next_time) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

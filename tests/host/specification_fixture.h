@@ -12,6 +12,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 class Specification : public testing::Test {
  protected:
     Specification() : owner(host.main.Add("Feed", host.stream)) {}
@@ -57,3 +59,5 @@ class Specification : public testing::Test {
     host::ArraySetBlock block;
     int status_holder = 0;
 };
+
+}  // namespace fixtop

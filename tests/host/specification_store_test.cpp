@@ -2,6 +2,8 @@
 #include "host/solver/solve_wait.h"
 #include "specification_fixture.h"
 
+namespace fixtop {
+
 namespace {
 
 // ---- Unique names ----
@@ -248,3 +250,5 @@ TEST_F(Specification, an_entry_that_is_let_go_of_inside_its_store_lives_to_its_e
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"
 
+namespace fixtop {
+
 namespace {
 
 // ---- The list ----
@@ -365,3 +367,5 @@ TEST_F(Specification, status_is_told_by_the_bits) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

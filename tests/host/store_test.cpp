@@ -7,6 +7,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 class Stores : public testing::Test {
@@ -314,3 +316,5 @@ TEST_F(Stores, a_store_inside_a_store_is_done) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

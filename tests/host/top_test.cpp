@@ -8,6 +8,8 @@
 #include "support/scripted_host.h"
 #include "support/vtable_slot.h"
 
+namespace fixtop {
+
 namespace {
 
 bool SetContextFlag(FIContext* context, bool follow) {
@@ -378,3 +380,5 @@ TEST(NoHost, nodes_answer_without_a_host) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_host.h"
 
+namespace fixtop {
+
 namespace {
 
 class Variables : public testing::Test {
@@ -745,3 +747,5 @@ TEST_F(Variables, host_paths_name_variables) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

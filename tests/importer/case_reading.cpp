@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <zip.h>
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 std::string ZipOf(const std::vector<Entry>& entries) {
     zip_error_t error;
@@ -162,4 +162,4 @@ std::string Lines(const ReadResult& result) {
     return lines;
 }
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

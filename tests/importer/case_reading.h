@@ -9,7 +9,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 struct Entry {
     std::string name;
@@ -39,4 +39,4 @@ std::string Shown(const VariableData& variable);
 // "where: message" of all problems, one a line.
 std::string Lines(const ReadResult& result);
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

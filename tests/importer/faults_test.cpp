@@ -12,7 +12,7 @@
 #include "support/ordinary_user.h"
 #endif
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 namespace {
 
@@ -280,4 +280,4 @@ TEST(FaultyFiles, FileThatMayNotBeReadSaysSo) {
 
 }  // namespace
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -5,7 +5,7 @@
 #include "case_reading.h"
 #include "casehost/importer.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 namespace {
 
@@ -319,4 +319,4 @@ TEST(SmallFlowsheetFile, OneCompoundMayMissInAPhase) {
 
 }  // namespace
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -14,7 +14,7 @@
 #include "case_reading.h"
 #include "casehost/importer.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 namespace {
 
@@ -510,4 +510,4 @@ TEST_F(RecordedReaction, OnlyFeedsAreGiven) {
 
 }  // namespace
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -8,7 +8,7 @@
 #include "case_reading.h"
 #include "casehost/importer.h"
 
-namespace casehost::test {
+namespace fixtop::casehost::test {
 
 namespace {
 
@@ -390,4 +390,4 @@ TEST(UnitOperations, ColumnProfilesMustFitTheStages) {
 
 }  // namespace
 
-}  // namespace casehost::test
+}  // namespace fixtop::casehost::test

@@ -2,7 +2,7 @@
 
 #include "lifetimes/scene_files.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -239,4 +239,4 @@ std::unique_ptr<Subject> Client::MakeOfCase(Kind kind) {
     }
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -7,7 +7,7 @@
 #include "lifetimes/making.h"
 #include "lifetimes/plant.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 class Client {
  public:
@@ -34,4 +34,4 @@ class Client {
     Ref<FIEntry> root_;
 };
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -2,7 +2,7 @@
 
 #include "lifetimes/subject.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -205,4 +205,4 @@ std::unique_ptr<Subject> MakeSolverSubject(std::unique_ptr<FISolver> solver) {
     return std::make_unique<SolverSubject>(std::move(solver));
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -4,7 +4,7 @@
 
 #include "lifetimes/subject.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -301,4 +301,4 @@ std::unique_ptr<Subject> MakeSubscriberSubject(Iterator it, const Access& access
     return std::make_unique<SubscriberSubject>(it, access);
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

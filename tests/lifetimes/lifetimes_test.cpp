@@ -17,6 +17,8 @@
 #include "lifetimes/scene_files.h"
 #include "lifetimes/stage.h"
 
+namespace fixtop {
+
 // Where a sanitizer ends the program.
 extern "C" void __asan_on_error() {
     std::fprintf(stderr, "in scene: %s\n", lifetimes::PresentScene());
@@ -135,3 +137,5 @@ INSTANTIATE_TEST_SUITE_P(All, Scenes, testing::ValuesIn(Playable()), [](const au
 
 }  // namespace
 }  // namespace lifetimes
+
+}  // namespace fixtop

@@ -1,6 +1,6 @@
 #include "lifetimes/making.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -122,4 +122,4 @@ std::unique_ptr<Subject> MakeSubject(Kind kind, const Ref<FIEntry>& root, const 
     return MakeIteratorSubject(it, access, false);
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

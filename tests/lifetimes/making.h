@@ -8,7 +8,7 @@
 
 #include "lifetimes/subject.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 // One level of a path: the name, and which of those that have it.
 struct Step {
@@ -26,4 +26,4 @@ Ref<FIEntry> EntryAt(const Ref<FIEntry>& root, const Path& path);
 std::unique_ptr<Subject> MakeSubject(Kind kind, const Ref<FIEntry>& root, const Path& path,
                                      const Access& access);
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -4,7 +4,7 @@
 
 #include "lifetimes/subject.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -187,4 +187,4 @@ std::unique_ptr<Subject> MakeTopSubscriberSubject(Entry top) {
     return std::make_unique<TopSubscriberSubject>(std::move(top));
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -4,7 +4,7 @@
 
 #include "lifetimes/plant_data.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -238,4 +238,4 @@ void Plant::ChangeElsewhere() {
     case_->Rename(bystander_, "S4");
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -17,7 +17,7 @@
 #include "lifetimes/scene.h"
 #include "live/case.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 class Plant {
  public:
@@ -75,4 +75,4 @@ class Plant {
     bool address_taken_again_ = false;
 };
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -2,6 +2,8 @@
 
 #include "casehost/case_builder.h"
 
+namespace fixtop {
+
 namespace lifetimes {
 
 using casehost::BasisElement;
@@ -105,3 +107,5 @@ CaseData OtherData(bool online) {
 }
 
 }  // namespace lifetimes
+
+}  // namespace fixtop

@@ -6,7 +6,7 @@
 
 #include "casehost/case_data.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 casehost::ObjectData StreamData(const std::string& name, double number);
 casehost::ObjectData OperationData(const std::string& name, int generation);
@@ -23,4 +23,4 @@ double ProfileOf(double number);
 double FractionOf(double number);
 inline constexpr double kTuned = 3000;
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

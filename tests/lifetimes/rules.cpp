@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -290,4 +290,4 @@ Answer AnswerOf(const Scene& scene, Op op) {
     return GoneAnswer(scene, op);
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

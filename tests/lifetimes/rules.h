@@ -8,7 +8,7 @@
 
 #include "lifetimes/scene.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 enum class Fate { live, deleted, closed };
 
@@ -80,4 +80,4 @@ enum class Answer {
 
 Answer AnswerOf(const Scene& scene, Op op);
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

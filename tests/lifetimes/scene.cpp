@@ -1,6 +1,6 @@
 #include "lifetimes/scene.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -160,4 +160,4 @@ bool CanBe(const Scene& scene) {
     return KindCanBe(scene) && ViewCanBe(scene) && EventCanBe(scene) && MomentCanBe(scene);
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

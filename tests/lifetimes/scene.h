@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 enum class View { raw, neutral, on_node };
 
@@ -114,4 +114,4 @@ bool StartsSolve(Place place);
 // Whether there is such a scene.
 bool CanBe(const Scene& scene);
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

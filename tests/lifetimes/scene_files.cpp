@@ -1,6 +1,6 @@
 #include "lifetimes/scene_files.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -127,4 +127,4 @@ const FixtopModelFiles& SceneFiles() {
     return files;
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

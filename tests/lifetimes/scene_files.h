@@ -6,11 +6,11 @@
 #include "fixtop/fixtop.h"
 #include "support/temporary_folder.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 // Writes the files into the working directory, where the module finds them.
 void WriteSceneFiles(const TemporaryFolder& folder);
 // Their names.
 const FixtopModelFiles& SceneFiles();
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

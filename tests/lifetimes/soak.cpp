@@ -11,6 +11,8 @@
 #include "lifetimes/scene_files.h"
 #include "lifetimes/soak_client.h"
 
+namespace fixtop {
+
 namespace {
 
 long g_step = 0;
@@ -31,6 +33,10 @@ void Fail(const std::string& what) {
 extern "C" void __asan_on_error() {
     std::fprintf(stderr, "seed %u, step %ld\n", g_seed, g_step);
 }
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int argc, char** argv) {
     using lifetimes::SoakClient;

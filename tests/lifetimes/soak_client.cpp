@@ -7,7 +7,7 @@
 
 #include "lifetimes/scene_files.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -462,4 +462,4 @@ void SoakClient::UseSolver() {
     }
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

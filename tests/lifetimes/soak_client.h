@@ -11,7 +11,7 @@
 #include "lifetimes/making.h"
 #include "lifetimes/soak_world.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 class SoakClient {
  public:
@@ -110,4 +110,4 @@ class SoakClient {
     int disturbances_ = 0;
 };
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -6,6 +6,8 @@
 #include "casehost/case_builder.h"
 #include "fixtop/fixtop.h"
 
+namespace fixtop {
+
 namespace lifetimes {
 
 namespace {
@@ -321,3 +323,5 @@ void World::Rest() {
 }
 
 }  // namespace lifetimes
+
+}  // namespace fixtop

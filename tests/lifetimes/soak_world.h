@@ -16,7 +16,7 @@
 #include "casehost/case_host.h"
 #include "live/case.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 class Dice {
  public:
@@ -115,4 +115,4 @@ class World {
     std::vector<int> living_;
 };
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 namespace {
 
@@ -396,4 +396,4 @@ void Stage::Check(const Player& player, const char* what, const std::string& exp
     tell_(scene.Name() + ": " + what + ": expected " + expected + ", got " + answer);
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

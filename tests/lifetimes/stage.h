@@ -13,7 +13,7 @@
 #include "lifetimes/plant.h"
 #include "lifetimes/scene.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 struct Tally {
     long scenes = 0;
@@ -95,4 +95,4 @@ class Stage {
     bool happened_ = false;
 };
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

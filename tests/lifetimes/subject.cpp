@@ -1,6 +1,6 @@
 #include "lifetimes/subject.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 std::string Text(const FIValue& value) {
     return value.IsNull() ? "NULL" : "\"" + value.ToText() + "\"";
@@ -24,4 +24,4 @@ std::string Subject::Compared(Op op) {
     return partner ? std::to_string(CompareWith(*partner)) : "nobody";
 }
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

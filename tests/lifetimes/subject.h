@@ -9,7 +9,7 @@
 #include "fixtop/fixtop.h"
 #include "lifetimes/rules.h"
 
-namespace lifetimes {
+namespace fixtop::lifetimes {
 
 class Subject {
  public:
@@ -62,4 +62,4 @@ std::unique_ptr<Subject> MakeSolverSubject(std::unique_ptr<FISolver> solver);
 std::unique_ptr<Subject> MakeAttributeCursorSubject(Ref<FIAttributeCursorBase> cursor);
 std::unique_ptr<Subject> MakeChildCursorSubject(Ref<FICursorBase> cursor, const Access& access);
 
-}  // namespace lifetimes
+}  // namespace fixtop::lifetimes

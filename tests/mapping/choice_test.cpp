@@ -7,6 +7,8 @@
 #include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -448,3 +450,5 @@ TEST_F(Choice, dump_tells_of_every_candidate) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "platform/resources.h"
 #include "support/troubled_xml_reader.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -898,3 +900,5 @@ TEST(MapFile, many_translators_of_one_attribute_are_read_quickly) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -18,6 +18,8 @@
 #include "support/scripted_tree.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 // Levels from the top down, written "Class:id/Class:id"; the last one is the attribute's.
 class Levels {
  public:
@@ -111,3 +113,5 @@ inline std::string VariableOf(FIReferenceBase& reference, const char* name) {
     if (!reference.GetVarText(name, value)) return "(unset)";
     return value.IsNull() ? "(NULL)" : value.ToText();
 }
+
+}  // namespace fixtop

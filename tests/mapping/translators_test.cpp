@@ -8,6 +8,8 @@
 #include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -265,3 +267,5 @@ TEST(MapText, blank_is_nothing_but_blanks) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

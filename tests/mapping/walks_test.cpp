@@ -10,6 +10,8 @@
 #include "mapping_fixture.h"
 #include "support/debug_capture.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -402,3 +404,5 @@ TEST_F(Walks, instances_are_counted) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

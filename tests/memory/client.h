@@ -15,7 +15,7 @@
 #include "live/case.h"
 #include "memory/failing_memory.h"
 
-namespace memory_test {
+namespace fixtop::memory_test {
 
 class Client {
  public:
@@ -93,4 +93,4 @@ struct Scenario {
 // All of them.
 const std::vector<Scenario>& Scenarios();
 
-}  // namespace memory_test
+}  // namespace fixtop::memory_test

@@ -12,6 +12,8 @@
 
 #include "memory/client.h"
 
+namespace fixtop {
+
 using namespace memory_test;
 
 namespace {
@@ -98,6 +100,10 @@ class Runner {
 };
 
 }  // namespace
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int count, char** arguments) {
     const char* const name = count > 1 ? arguments[1] : "";

@@ -11,6 +11,8 @@
 
 #include "memory/failing_memory.h"
 
+namespace fixtop {
+
 namespace {
 
 struct Preload {
@@ -35,3 +37,5 @@ struct Preload {
 const Preload g_preload;
 
 }  // namespace
+
+}  // namespace fixtop

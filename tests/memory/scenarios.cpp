@@ -2,7 +2,7 @@
 
 #include "memory/client.h"
 
-namespace memory_test {
+namespace fixtop::memory_test {
 
 namespace {
 
@@ -531,4 +531,4 @@ const std::vector<Scenario>& Scenarios() {
     return scenarios;
 }
 
-}  // namespace memory_test
+}  // namespace fixtop::memory_test

@@ -12,6 +12,8 @@
 #include "support/temporary_folder.h"
 #include "support/troubled_xml_reader.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -561,3 +563,5 @@ TEST(ClassFile, trouble_with_the_reader_is_told) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

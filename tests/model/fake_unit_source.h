@@ -10,6 +10,8 @@
 #include "model/unit_source.h"
 #include "platform/modules.h"
 
+namespace fixtop {
+
 class FakeUnitSource final : public CCDMUnitSource {
  public:
     bool Init(const char* init_string) override {
@@ -72,3 +74,5 @@ class OfferedFake {
  private:
     std::string name_;
 };
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 #include "support/temporary_folder.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -337,3 +339,5 @@ TEST(MessageText, has_any_length) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "xml/sax_adapters.h"
 #include "xml/sax_element_handler.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -269,3 +271,5 @@ TEST(SaxErrorAdapter, errors_are_always_written_and_warnings_by_level) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 #include "support/troubled_xml_reader.h"
 #include "support/vtable_slot.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::Contains;
@@ -412,3 +414,5 @@ TEST(UnitFile, trouble_with_the_reader_is_told) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "path/tokenizer.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string PathOf(FIIterator& it) {
@@ -580,3 +582,5 @@ TEST_F(PathEvaluation, each_advance_among_siblings_is_noted_as_a_shared_seek) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "support/debug_capture.h"
 #include "support/vtable_slot.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string Dump(const std::string& path) {
@@ -325,3 +327,5 @@ TEST(PathStep, dump_bounds_the_indent) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -13,6 +13,8 @@
 #include "path/tokenizer.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 using Random = std::mt19937;
@@ -212,3 +214,5 @@ TEST(RandomWalks, agree_with_the_second_evaluator) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

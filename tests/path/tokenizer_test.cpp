@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace fixtop {
+
 namespace {
 
 // Punctuation as it stands, strings in < >.
@@ -132,3 +134,5 @@ TEST(PathTokenizer, takes_text_of_megabytes) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

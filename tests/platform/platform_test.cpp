@@ -15,6 +15,8 @@
 #include "support/sample_export.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 // Exported by this program, which also holds the code of the platform room.
 SAMPLE_EXPORT int FixtopSampleExport() {
     return 42;
@@ -347,3 +349,5 @@ TEST(Resources, are_found_by_name_in_registered_tables) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "platform/modules.h"
 #include "support/sample_export.h"
 
+namespace fixtop {
+
 SAMPLE_EXPORT int FixtopSampleModuleExport() {
     return 17;
 }
@@ -12,3 +14,5 @@ SAMPLE_EXPORT void* FixtopSampleModuleLookup(const char* name) {
     const ModuleHandle own = FindLoadedModule("fixtop.dll");
     return own == LoadModule("FIXTOP.dll") ? FindFunction(own, name) : nullptr;
 }
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "platform/xml_guard.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 void WriteUnder(const std::filesystem::path& path, const char* text) {
@@ -410,3 +412,5 @@ TEST(OpenFile, names_that_are_no_file_give_null) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -5,7 +5,7 @@
 #include "process/results.h"
 #include "process/sample_process.h"
 
-namespace casehost::process::testing {
+namespace fixtop::casehost::process::testing {
 namespace {
 
 using Progress = SolveEngine::Progress;
@@ -186,4 +186,4 @@ TEST(Results, composition_follows_the_labels_of_the_variable) {
 }
 
 }  // namespace
-}  // namespace casehost::process::testing
+}  // namespace fixtop::casehost::process::testing

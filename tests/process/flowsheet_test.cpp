@@ -5,7 +5,7 @@
 #include "process/sample_process.h"
 #include "process/solve_order.h"
 
-namespace casehost::process::testing {
+namespace fixtop::casehost::process::testing {
 namespace {
 
 using Role = PortData::Role;
@@ -371,4 +371,4 @@ TEST(SubFlowsheet, is_solved_through_its_boundary_also_inside_a_recycle) {
 }
 
 }  // namespace
-}  // namespace casehost::process::testing
+}  // namespace fixtop::casehost::process::testing

@@ -16,6 +16,8 @@
 #include "casehost/unit_op_names.h"
 #include "process/process_engine.h"
 
+namespace fixtop {
+
 namespace casehost::process::testing {
 
 namespace cn = casehost::names;
@@ -245,3 +247,5 @@ inline void ExpectBalanced(Sample& sample, const std::vector<std::string>& in,
 }
 
 }  // namespace casehost::process::testing
+
+}  // namespace fixtop

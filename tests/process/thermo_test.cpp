@@ -9,7 +9,7 @@
 #include "process/sample_process.h"
 #include "process/thermo.h"
 
-namespace casehost::process::testing {
+namespace fixtop::casehost::process::testing {
 namespace {
 
 const Composition kFeed = {0.3, 0.2, 0.2, 0.2, 0.1};
@@ -331,4 +331,4 @@ TEST(FlashProperty, phases_in_equilibrium_have_equal_chemical_potentials) {
 }
 
 }  // namespace
-}  // namespace casehost::process::testing
+}  // namespace fixtop::casehost::process::testing

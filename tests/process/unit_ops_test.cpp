@@ -5,7 +5,7 @@
 #include "process/heat_exchanger.h"
 #include "process/sample_process.h"
 
-namespace casehost::process::testing {
+namespace fixtop::casehost::process::testing {
 namespace {
 
 using Role = PortData::Role;
@@ -419,4 +419,4 @@ TEST(UnitTexts, tee_and_exchanger_say_what_is_wrong) {
 }
 
 }  // namespace
-}  // namespace casehost::process::testing
+}  // namespace fixtop::casehost::process::testing

@@ -20,6 +20,8 @@
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -252,3 +254,5 @@ TEST(ShippedMaps, every_path_parses) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

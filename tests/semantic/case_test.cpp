@@ -11,6 +11,8 @@
 #include "host/levels/model_nodes.h"
 #include "semantic/raw_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 using NodeRef = Ref<FIIteratorBase>;
@@ -146,3 +148,5 @@ TEST_F(SemanticCase, a_recorded_column_has_its_bottom_stage) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

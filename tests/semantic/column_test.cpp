@@ -7,6 +7,8 @@
 #include "semantic/column_summary.h"
 #include "semantic/raw_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 using Flows = std::map<std::string, double>;
@@ -235,3 +237,5 @@ TEST(NestedSum, takes_the_first_ten_thousand_elements) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

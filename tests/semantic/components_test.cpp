@@ -5,6 +5,8 @@
 #include "fixtop/semantic_functions.h"
 #include "semantic/raw_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 // What stands behind a function. A list counts `path` and sets `variable`, a step goes to the
@@ -339,3 +341,5 @@ TEST(ComponentStep, sees_variables_that_were_set_above) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 
 #include "fixtop/semantic_functions.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::Contains;
@@ -55,3 +57,5 @@ TEST(FunctionTable, kinds_are_those_of_the_functions) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "semantic/idioms.h"
 #include "semantic/raw_tree.h"
 
+namespace fixtop {
+
 namespace {
 
 struct ListRow {
@@ -301,3 +303,5 @@ TEST(Idioms, an_element_by_moving_stands_below_its_array) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "support/host_reading.h"
 #include "support/scripted_tree.h"
 
+namespace fixtop {
+
 using NamePath = std::vector<std::string>;
 
 // The node below these names; those that are missing are added.
@@ -76,3 +78,5 @@ inline std::vector<ListElement> ReadList(ArrayFunction function, FIIteratorBase&
     while (it.Depth() > depth) it.Up();
     return elements;
 }
+
+}  // namespace fixtop

@@ -25,6 +25,8 @@
 #include "framework/counted.h"
 #include "framework/empties.h"
 
+namespace fixtop {
+
 // What a seek answers and where it leaves the cursor: an index, the count of elements for the end.
 // No position: the family does not say.
 struct SeekOutcome {
@@ -311,3 +313,5 @@ inline void CheckCursorFamily(const CursorFamily& family) {
     cursor_harness::CheckClone(family);
     cursor_harness::CheckEmptyList(family);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "platform/debug_output.h"
 
+namespace fixtop {
+
 class DebugCapture {
  public:
     DebugCapture() : former_(SetDebugSink(&DebugCapture::Write)) { Pieces().clear(); }
@@ -25,3 +27,5 @@ class DebugCapture {
 
     DebugSink former_;
 };
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "fixtop/var_set.h"
 #include "framework/attr_map.h"
 
+namespace fixtop {
+
 using Names = std::vector<std::string>;
 
 // The names of a text in which blanks stand between them.
@@ -168,3 +170,5 @@ class TestVarSet final : public FIVarSet {
     std::map<std::string, FIValue> units_;
     std::map<std::string, FIValue> vars_;
 };
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "diagnostics/error_log.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 class LogLines {
  public:
     explicit LogLines(const TemporaryFolder& folder, int level = 9) : folder_(folder) {
@@ -44,3 +46,5 @@ class LogLines {
     static constexpr const char* kFile = "lines.log";
     const TemporaryFolder& folder_;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include <unistd.h>
 
+namespace fixtop {
+
 class OrdinaryUser {
  public:
     OrdinaryUser() : former_(geteuid()) {
@@ -21,3 +23,5 @@ class OrdinaryUser {
     uid_t former_;
     bool changed_ = false;
 };
+
+}  // namespace fixtop

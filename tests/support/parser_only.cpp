@@ -5,6 +5,8 @@
 
 #include "path/path_step.h"
 
+namespace fixtop {
+
 void PathStep::ResolveName(FIIteratorBase&, FIValue&) const {
     std::abort();
 }
@@ -12,3 +14,5 @@ void PathStep::ResolveName(FIIteratorBase&, FIValue&) const {
 int PathStep::ResolveCount(FIIteratorBase&) const {
     std::abort();
 }
+
+}  // namespace fixtop

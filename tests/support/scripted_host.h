@@ -20,7 +20,7 @@
 
 #include "fixtop/host/services.h"
 
-namespace scripted {
+namespace fixtop::scripted {
 
 // A list whose revision is unique in the process, or 0 throughout.
 class List final : public host::LinkedList {
@@ -696,4 +696,4 @@ class Host final : public host::HostServices {
     std::size_t at_ = 0;
 };
 
-}  // namespace scripted
+}  // namespace fixtop::scripted

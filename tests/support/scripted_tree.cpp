@@ -5,6 +5,8 @@
 #include "framework/counted.h"
 #include "framework/empties.h"
 
+namespace fixtop {
+
 namespace {
 
 Ref<FIEntry> MakeEntry(ScriptNode& node);
@@ -267,3 +269,5 @@ void ScriptNode::Notify(int kind) {
         if (each.kind == kind) each.callback(each.owner, kind);
     }
 }
+
+}  // namespace fixtop

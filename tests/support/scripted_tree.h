@@ -20,6 +20,8 @@
 #include "fixtop/ref.h"
 #include "framework/iterator.h"
 
+namespace fixtop {
+
 inline FIValue Text(const std::string& text) {
     FIValue value;
     value.SetText(text);
@@ -88,3 +90,5 @@ class ScriptNode {
  private:
     std::vector<std::unique_ptr<ScriptNode>> owned_;
 };
+
+}  // namespace fixtop

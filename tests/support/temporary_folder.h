@@ -9,6 +9,8 @@
 #include <iterator>
 #include <string>
 
+namespace fixtop {
+
 class TemporaryFolder {
  public:
     TemporaryFolder() : former_(std::filesystem::current_path()) {
@@ -43,3 +45,5 @@ class TemporaryFolder {
     std::filesystem::path former_;
     std::filesystem::path path_;
 };
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 
 #include "platform/xml_reader.h"
 
+namespace fixtop {
+
 class TroubledXmlReader {
  public:
     enum class Trouble { kNotMade, kNotAttached, kNotFound };
@@ -41,3 +43,5 @@ class TroubledXmlReader {
         return []() -> std::unique_ptr<XmlReader> { return nullptr; };
     }
 };
+
+}  // namespace fixtop

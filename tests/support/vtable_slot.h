@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstring>
 
+namespace fixtop {
+
 inline constexpr int kDestructorSlots = 2;
 
 // -1 for an operation that is not virtual.
@@ -22,3 +24,5 @@ int VtableSlot(Member member) {
     if ((encoded.pointer & 1) == 0) return -1;
     return static_cast<int>((encoded.pointer - 1) / sizeof(void*));
 }
+
+}  // namespace fixtop

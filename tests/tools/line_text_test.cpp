@@ -4,6 +4,8 @@
 
 #include <random>
 
+namespace fixtop {
+
 namespace {
 
 struct LineRow {
@@ -69,3 +71,5 @@ TEST(OneField, line_feeds_stay) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

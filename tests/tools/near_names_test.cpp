@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -53,3 +55,5 @@ TEST(NearNames, limit_holds) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace fixtop {
+
 namespace {
 
 // "name|#count|filters|(attribute)" of each step, steps with " / " between them.
@@ -86,3 +88,5 @@ TEST(JoinPath, nothing_before_the_first_step) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

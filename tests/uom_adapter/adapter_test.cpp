@@ -12,6 +12,8 @@
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 namespace {
 
 double Convert(const RealAdapter& source, const char* quantity, double value, const char* from,
@@ -354,3 +356,5 @@ TEST(UnitAdapter, knows_nothing_after_its_end) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 // The quantities that a class library may name.
 
+namespace fixtop {
+
 inline constexpr const char* kQuantityNames[] = {
     "Absolute Pressure",
     "Absorbed Dose",
@@ -369,3 +371,5 @@ inline constexpr const char* kQuantityNames[] = {
     "Wetting Rate",
     "Yield",
 };
+
+}  // namespace fixtop

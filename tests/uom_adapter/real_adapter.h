@@ -5,6 +5,8 @@
 #include "model/unit_source.h"
 #include "platform/modules.h"
 
+namespace fixtop {
+
 class RealAdapter {
  public:
     RealAdapter()
@@ -36,3 +38,5 @@ class RealAdapter {
 };
 
 inline constexpr char kDefinitions[] = "CCDM_UOMDefinitions.xml";
+
+}  // namespace fixtop

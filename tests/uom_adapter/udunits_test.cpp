@@ -12,6 +12,8 @@
 
 #include "real_adapter.h"
 
+namespace fixtop {
+
 namespace {
 
 // What udunits calls the parts of our unit names; parts that are not here have one name in both.
@@ -260,3 +262,5 @@ TEST_F(Udunits, agrees_with_every_unit_that_it_knows) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+namespace fixtop {
+
 namespace {
 
 FIValue Int(std::int32_t number) {
@@ -596,3 +598,5 @@ TEST(FIValueStatistics, note_the_largest_capacity) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "casehost/standard_host.h"
 #include "terminal.h"
 
+namespace fixtop {
+
 namespace {
 
 std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
@@ -94,3 +96,5 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
     }
     return ExitCode::kOk;
 }
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "output.h"
 #include "view.h"
 
+namespace fixtop {
+
 namespace casehost {
 class CaseHost;
 }
@@ -75,3 +77,5 @@ std::optional<Located> Locate(CaseSession& session, const std::string& path, std
 
 // That message, for a path that leads nowhere from `start`.
 std::string DescribeMissing(FIIteratorBase& start, const std::string& path);
+
+}  // namespace fixtop

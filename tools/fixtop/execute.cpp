@@ -7,6 +7,8 @@
 #include "terminal.h"
 #include "word.h"
 
+namespace fixtop {
+
 namespace {
 
 // The parser takes "[...]" in a list of arguments for a list of its own; a path may look like that.
@@ -194,3 +196,5 @@ std::string GivenName(std::string argument) {
 void AddJson(CLI::App& app, bool& json) {
     app.add_flag("--json", json, "Write JSON");
 }
+
+}  // namespace fixtop

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace fixtop {
+
 // What the program tells its caller when it ends.
 enum class ExitCode : int {
     kOk = 0,
@@ -8,3 +10,5 @@ enum class ExitCode : int {
     kUsage = 2,       // the command line is wrong
     kUnreadable = 3,  // the case can't be opened or not be saved, or memory ran out
 };
+
+}  // namespace fixtop

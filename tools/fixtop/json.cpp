@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace fixtop {
+
 namespace {
 
 // A plain value of the library, which takes memory to drop its lists and records.
@@ -62,3 +64,5 @@ void Json::Write(std::string& out, int indent, int depth) const {
     if (!values_.empty()) Break(out, indent, depth);
     out += is_record ? '}' : ']';
 }
+
+}  // namespace fixtop

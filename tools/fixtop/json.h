@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace fixtop {
+
 class Json {
  public:
     Json() = default;
@@ -48,3 +50,5 @@ class Json {
     std::vector<std::string> names_;  // of a record, as they are written
     std::vector<Json> values_;
 };
+
+}  // namespace fixtop

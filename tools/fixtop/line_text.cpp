@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace fixtop {
+
 namespace {
 
 // The characters of UTF-8 by their first byte, with the bounds of the second; all others lie
@@ -133,3 +135,5 @@ std::string FromOneLine(std::string_view line) {
     }
     return text;
 }
+
+}  // namespace fixtop

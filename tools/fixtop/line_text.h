@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 std::string OneLine(std::string_view text);
 
 // The text of a line; what is none of these is read as it stands.
@@ -20,3 +22,5 @@ std::string OneLineMessage(std::string_view text);
 
 // A field of a table that has its own way with line feeds, which stay; else the same as OneLine.
 std::string OneField(std::string_view text);
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "case_session.h"
 #include "near_names.h"
 
+namespace fixtop {
+
 namespace {
 
 using Writer = std::string (*)(const std::string& name);
@@ -120,3 +122,5 @@ std::optional<Located> Locate(CaseSession& session, const std::string& path, std
     problem = DescribeMissing(session.Here(), path);
     return std::nullopt;
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "terminal.h"
 #include "word.h"
 
+namespace fixtop {
+
 namespace {
 
 ExitCode Run(int count, char** values, Output& out) {
@@ -22,6 +24,10 @@ ExitCode Run(int count, char** values, Output& out) {
 }
 
 }  // namespace
+
+}  // namespace fixtop
+
+using namespace fixtop;
 
 int main(int count, char** values) {
     try {

@@ -7,6 +7,8 @@
 #include "exit_code.h"
 #include "fixtop/fixtop.h"
 
+namespace fixtop {
+
 namespace {
 
 int g_failures = 0;
@@ -42,3 +44,5 @@ int MemoryFailures() {
 void TellOutOfMemory() {
     std::fputs("fixtop: out of memory\n", stderr);
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 
 #include <new>
 
+namespace fixtop {
+
 // How often memory ran out since the program was loaded, in itself or in the module.
 int MemoryFailures();
 
@@ -17,3 +19,5 @@ T* Given(T* object) {
     if (!object) throw std::bad_alloc();
     return object;
 }
+
+}  // namespace fixtop

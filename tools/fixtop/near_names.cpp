@@ -4,6 +4,8 @@
 #include <numeric>
 #include <utility>
 
+namespace fixtop {
+
 namespace {
 
 char Folded(char c) {
@@ -55,3 +57,5 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
     }
     return nearest;
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace fixtop {
+
 // Count of characters to be inserted, deleted or replaced to turn one name into the other; letters
 // of either case are equal.
 std::size_t EditDistance(std::string_view a, std::string_view b);
@@ -15,3 +17,5 @@ std::size_t EditDistance(std::string_view a, std::string_view b);
 // common with it are left out.
 std::vector<std::string> NearNames(const std::string& wanted, const std::vector<std::string>& names,
                                    std::size_t limit = 3);
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 #include "fixtop/fixtop.h"
 #include "terminal.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::array kVariableTypes = {"Real",    "String",  "Attachment",
@@ -267,3 +269,5 @@ std::string ToLine(const Json& json, int indent) {
     }
     return line;
 }
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "memory.h"
 #include "path_text.h"
 
+namespace fixtop {
+
 using NodeRef = Ref<FIIteratorBase>;
 
 // Throws when there is no memory for it.
@@ -83,3 +85,5 @@ void MarkStale(FIIteratorBase& node, Json& record);
 // On one line, or with `indent` on several. Control characters stand as JSON escapes them; bytes
 // that are no UTF-8 are replaced.
 std::string ToLine(const Json& json, int indent = -1);
+
+}  // namespace fixtop

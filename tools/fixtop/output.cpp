@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <system_error>
 
+namespace fixtop {
+
 namespace {
 
 // Not every platform tells a reader that went away by an error of its own.
@@ -39,3 +41,5 @@ void RecordingOutput::Note(std::string_view text) {
     recorded_ += std::string(text) + '\n';
     next_.Note(text);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 // The reader of our data went away: nobody is left to write for, and nobody to be told so.
 struct ClosedPipe {};
 
@@ -45,3 +47,5 @@ class RecordingOutput final : public Output {
     Output& next_;
     std::string recorded_;
 };
+
+}  // namespace fixtop

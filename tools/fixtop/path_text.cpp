@@ -4,6 +4,8 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::string_view kSpecial = "%#'&!|()[].=\"";
@@ -147,3 +149,5 @@ std::string StepFor(const ChildPlace& place) {
 std::string JoinPath(const std::string& path, const std::string& step) {
     return path.empty() || step.empty() ? path + step : path + '.' + step;
 }
+
+}  // namespace fixtop

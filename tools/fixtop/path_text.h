@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace fixtop {
+
 // One step of a path, cut out of the expression without being evaluated.
 struct StepText {
     std::string text;                  // the step as written, with its key and without the dot
@@ -51,3 +53,5 @@ std::string StepFor(const ChildPlace& place);
 
 // `step` behind `path`; either may be empty.
 std::string JoinPath(const std::string& path, const std::string& step);
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+namespace fixtop {
+
 namespace {
 
 class Search {
@@ -82,3 +84,5 @@ std::string ForEachMatch(CaseSession& session, const std::string& pattern,
     if (session.Here().Depth() > 0 && search.From(*session.Top()) > 0) return "";
     return "nothing matches: " + OneLine(pattern);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "case_session.h"
 
+namespace fixtop {
+
 struct Match {
     FIIteratorBase& node;   // lent
     std::string path;       // of the node, from the top
@@ -19,3 +21,5 @@ using MatchVisitor = std::function<void(const Match& match)>;
 // is wrong with the pattern, or that nothing matches it; empty when something did.
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,
                          const MatchVisitor& visit);
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "case_session.h"
 #include "word.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsBlank(char c) {
@@ -165,3 +167,5 @@ terminal::Completion CompleteLine(CaseSession& session, const std::string& line)
     };
     return {last.start, PathCompletions(look_up, last.text)};
 }
+
+}  // namespace fixtop

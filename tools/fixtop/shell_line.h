@@ -8,6 +8,8 @@
 
 #include "terminal.h"
 
+namespace fixtop {
+
 class CaseSession;
 
 struct ShellWord {
@@ -22,3 +24,5 @@ std::optional<std::vector<ShellWord>> SplitLine(const std::string& line);
 
 // What may stand at the end of a line: words, node names, attribute names behind "(" and "--attr".
 terminal::Completion CompleteLine(CaseSession& session, const std::string& line);
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "output.h"
 #include "terminal.h"
 
+namespace fixtop {
+
 namespace {
 
 // A solve may take this many turns to begin.
@@ -138,3 +140,5 @@ Progress::~Progress() {
 void Progress::Show() {
     std::fprintf(stderr, "\rsolving, step %d", ++steps_);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "exit_code.h"
 
+namespace fixtop {
+
 class CaseSession;
 class Output;
 
@@ -46,3 +48,5 @@ class Progress {
     bool shown_ = false;
     int steps_ = 0;
 };
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "case_session.h"
 
+namespace fixtop {
+
 namespace {
 
 // The whole text as a number.
@@ -93,3 +95,5 @@ std::string Store(const Located& place, const std::string& value, const std::str
     if (refused.empty() && is_number && !element.Took(stored.AsDouble())) return "Value not stored";
     return refused;
 }
+
+}  // namespace fixtop

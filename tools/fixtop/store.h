@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace fixtop {
+
 struct Located;
 
 // Stores a text: as a number in a node of numbers, and nothing at all as NULL. With `unit`, the
@@ -11,3 +13,5 @@ struct Located;
 // stored is looked at again: a fraction may stand there as its share of all, and nothing else than
 // it was given.
 std::string Store(const Located& place, const std::string& value, const std::string& unit);
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kNames[] = "Name";
@@ -161,3 +163,5 @@ void WriteJson(const Table& table, Output& out) {
         out.Line(ToLine(record));
     }
 }
+
+}  // namespace fixtop

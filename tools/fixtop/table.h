@@ -9,6 +9,8 @@
 #include "node.h"
 #include "output.h"
 
+namespace fixtop {
+
 // NULL is a cell too; a node that is not there has none.
 struct TableCell {
     FIValue value;
@@ -37,3 +39,5 @@ void WritePlain(const Table& table, Output& out);
 void WriteCsv(const Table& table, Output& out);
 // A line each row: path, name and cells by heading; a cell is null where there is no node.
 void WriteJson(const Table& table, Output& out);
+
+}  // namespace fixtop

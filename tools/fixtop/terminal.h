@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace terminal {
+namespace fixtop::terminal {
 
 // UTF-8 on the console, line ends as they are written, and a closed pipe told by a failed write. A
 // standard stream that is closed can't be read or written from then on, whatever files are opened.
@@ -54,4 +54,4 @@ std::unique_ptr<LineReader> OpenLineReader(Completer completer);
 // Lines as they come, without a prompt unless they are typed.
 std::unique_ptr<LineReader> OpenPlainReader();
 
-}  // namespace terminal
+}  // namespace fixtop::terminal

@@ -3,7 +3,7 @@
 
 #include "terminal.h"
 
-namespace terminal {
+namespace fixtop::terminal {
 
 namespace {
 
@@ -24,4 +24,4 @@ std::unique_ptr<LineReader> OpenPlainReader() {
     return std::make_unique<PlainReader>();
 }
 
-}  // namespace terminal
+}  // namespace fixtop::terminal

@@ -10,7 +10,7 @@
 
 #include "terminal.h"
 
-namespace terminal {
+namespace fixtop::terminal {
 
 namespace {
 
@@ -175,4 +175,4 @@ std::unique_ptr<LineReader> OpenLineReader(Completer completer) {
     return std::make_unique<EditedReader>(std::move(completer));
 }
 
-}  // namespace terminal
+}  // namespace fixtop::terminal

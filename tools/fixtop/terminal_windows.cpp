@@ -9,7 +9,7 @@
 
 #include "terminal.h"
 
-namespace terminal {
+namespace fixtop::terminal {
 
 namespace {
 
@@ -80,4 +80,4 @@ std::unique_ptr<LineReader> OpenLineReader(Completer) {
     return OpenPlainReader();
 }
 
-}  // namespace terminal
+}  // namespace fixtop::terminal

@@ -3,6 +3,8 @@
 #include "line_text.h"
 #include "terminal.h"
 
+namespace fixtop {
+
 namespace {
 
 // A text of the log may bring its own line end.
@@ -108,3 +110,5 @@ Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem) {
     return Open("the class library", view, problem,
                 [](const FixtopModelFiles& files) { return FixtopOpenDictionary(&files); });
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 
 #include "fixtop/fixtop.h"
 
+namespace fixtop {
+
 struct ViewOptions {
     bool neutral = false;
     // Empty: as shipped.
@@ -30,3 +32,5 @@ void AddLibrary(CLI::App& app, ViewOptions& view);
 // wrong with units that were asked for stands in `problem` beside a root.
 Ref<FIEntry> OpenNeutral(FIEntry& top, const ViewOptions& view, std::string& problem);
 Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem);
+
+}  // namespace fixtop

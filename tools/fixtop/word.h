@@ -13,6 +13,8 @@
 #include "exit_code.h"
 #include "output.h"
 
+namespace fixtop {
+
 class CaseSession;
 
 // What a word has at hand while it runs.
@@ -68,3 +70,5 @@ void AddJson(CLI::App& app, bool& json);
 std::string GivenText(std::string argument);
 // The same, read as a path or a name.
 std::string GivenName(std::string argument);
+
+}  // namespace fixtop

@@ -14,7 +14,7 @@
 #include <optional>
 #include <vector>
 
-namespace casehost::files {
+namespace fixtop::casehost::files {
 
 namespace {
 
@@ -197,4 +197,4 @@ bool IsDevice(const std::filesystem::path& name) {
     return stat(name.c_str(), &found) == 0 && !S_ISREG(found.st_mode) && !S_ISDIR(found.st_mode);
 }
 
-}  // namespace casehost::files
+}  // namespace fixtop::casehost::files

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace casehost::files {
+namespace fixtop::casehost::files {
 
 namespace {
 
@@ -110,4 +110,4 @@ bool IsDevice(const std::filesystem::path& name) {
     return file.IsOpen() && GetFileType(file.Get()) != FILE_TYPE_DISK;
 }
 
-}  // namespace casehost::files
+}  // namespace fixtop::casehost::files

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 inline constexpr double kEmpty = -32767.0;
 
@@ -186,4 +186,4 @@ struct ReadResult {
     std::vector<CaseProblem> problems;  // errors when data is null, else remarks
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -15,7 +15,7 @@
 #include "casehost/case_data.h"
 #include "casehost/case_host.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 inline constexpr std::size_t kMaxCaseFileBytes = std::size_t{512} << 20;
 inline constexpr std::size_t kMaxCaseObjects = 1'000'000;
@@ -32,4 +32,4 @@ std::string CaseToText(const CaseData& data);
 // Makes ".json" known to every CaseHost of the process.
 void RegisterCaseFiles();
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

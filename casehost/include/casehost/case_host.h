@@ -15,7 +15,7 @@
 #include "casehost/solve_engine.h"
 #include "fixtop/host/services.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Case;
 
@@ -105,4 +105,4 @@ class CaseHost {
     Case* active_ = nullptr;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <string>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 inline std::filesystem::path FilePath(const std::string& name) {
     return std::u8string(name.begin(), name.end());
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -19,7 +19,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 // `path` is UTF-8.
 ReadResult ReadDwxmz(const std::string& path);
@@ -27,4 +27,4 @@ ReadResult ReadDwxmz(const std::string& path);
 // `label` stands for the file name in problems, and names a case that has no name of its own.
 ReadResult ReadDwxmzBytes(std::string_view bytes, const std::string& label);
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

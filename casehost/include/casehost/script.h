@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class Script {
  public:
@@ -107,4 +107,4 @@ class Script {
     std::vector<Order> at_turn_;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 
 #include "casehost/case_data.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 class SolveEngine {
  public:
@@ -30,4 +30,4 @@ class SolveEngine {
     virtual const CaseData& Results() const = 0;
 };
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -7,7 +7,7 @@
 
 #include "casehost/case_host.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 // The name under which OpenCase opens the built-in case.
 inline constexpr std::string_view kDemoName = "demo";
@@ -21,4 +21,4 @@ void UseStandardParts(CaseHost& host);
 // Opens a file, or the built-in case by its name, which is solved at once.
 OpenResult OpenCase(CaseHost& host, const std::string& path_or_name);
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

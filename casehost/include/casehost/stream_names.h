@@ -3,7 +3,7 @@
 // The display names of the variables that every stream of every case carries, whatever file it came
 // from. Beside a name stands the unit of the numbers stored under it.
 
-namespace casehost::names {
+namespace fixtop::casehost::names {
 
 inline constexpr char kTemperature[] = "Temperature";  // C
 inline constexpr char kPressure[] = "Pressure";        // kPa
@@ -15,4 +15,4 @@ inline constexpr char kPhaseCompMoleFrac[] = "Phase Comp Mole Frac";  // array b
 inline constexpr char kMolarEnthalpy[] = "Molar Enthalpy";            // kJ/kgmole
 inline constexpr char kHeatFlow[] = "Heat Flow";                      // kJ/h
 
-}  // namespace casehost::names
+}  // namespace fixtop::casehost::names

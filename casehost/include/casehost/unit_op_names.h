@@ -8,6 +8,8 @@
 // is an input; any other is a result that the solver fills. Beside a name stands the unit of the
 // numbers stored under it.
 
+namespace fixtop {
+
 namespace casehost::words {
 
 inline constexpr char kMaterialStream[] = "MaterialStreamObject";
@@ -81,3 +83,5 @@ inline constexpr char kMinimumApproach[] = "Minimum Approach";            // C d
 // Separators have kPressureDrop and an optional kDuty; product 0 is the vapour, 1 the liquid.
 
 }  // namespace casehost::names
+
+}  // namespace fixtop

@@ -8,7 +8,7 @@
 
 #include "fixtop/host/variables.h"
 
-namespace casehost {
+namespace fixtop::casehost {
 
 struct Quantity {
     const char* name;                     // "Temperature", "MolarFlow"
@@ -35,4 +35,4 @@ inline double FromInternal(double internal, const host::UnitRecord& unit) {
     return (internal - unit.offset) / unit.factor;
 }
 
-}  // namespace casehost
+}  // namespace fixtop::casehost

@@ -5,7 +5,7 @@
 #include "fixtop/host/services.h"
 #include "fixtop/host/text.h"
 
-namespace host {
+namespace fixtop::host {
 
 // (data, size, spare, grow step) on the host's heap, so that host and adapter may both rewrite it.
 // `spare` is the count of unused places behind the last element.
@@ -71,4 +71,4 @@ class ArraySetBlock {
     GrowableArray<GrowableArray<Viewable*>> source_objects;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

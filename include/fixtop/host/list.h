@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace host {
+namespace fixtop::host {
 
 // A place in a list. Its first word is the element; the rest is the host's.
 struct ListHolder {
@@ -91,4 +91,4 @@ using FlowSheetObjectIterator = TypedListIterator<Viewable>;
 // Over an object's variable list.
 using VariableNameIterator = TypedListIterator<VariableNameInfo>;
 
-}  // namespace host
+}  // namespace fixtop::host

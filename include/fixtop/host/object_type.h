@@ -4,7 +4,7 @@
 
 #include "fixtop/host/text.h"
 
-namespace host {
+namespace fixtop::host {
 
 class ObjectTypeInfo {
  public:
@@ -19,4 +19,4 @@ class ObjectTypeInfo {
     ~ObjectTypeInfo() = default;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -20,7 +20,7 @@
 #include "fixtop/host/variables.h"
 #include "fixtop/host/viewable.h"
 
-namespace host {
+namespace fixtop::host {
 
 // The class records that the adapter compares against. None may be null.
 struct ObjectTypeRecords {
@@ -132,4 +132,4 @@ std::uint64_t IdentityOf(const Object& object) {
     return TracksObjects() ? object.Identity() : 0;
 }
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -6,7 +6,7 @@
 #include "fixtop/host/text.h"
 #include "fixtop/host/viewable.h"
 
-namespace host {
+namespace fixtop::host {
 
 class FlowSheetSolver;
 class SimulationCase;
@@ -194,4 +194,4 @@ class Session {
     ~Session() = default;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -15,7 +15,7 @@
 #include "fixtop/host/text.h"
 #include "fixtop/host/viewable.h"
 
-namespace host {
+namespace fixtop::host {
 
 class ArraySetBlock;
 
@@ -88,4 +88,4 @@ struct CSpecElement {
     Text extra_text;  // a document behind the element; whether it is empty is all that is asked
 };
 
-}  // namespace host
+}  // namespace fixtop::host

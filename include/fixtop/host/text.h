@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace host {
+namespace fixtop::host {
 
 // A NUL-terminated 8-bit string, copied freely. The bytes are the host's own, normally UTF-8.
 class Text {
@@ -69,4 +69,4 @@ class FileName {
     Text extension_;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -12,7 +12,7 @@
 
 #include "fixtop/host/text.h"
 
-namespace host {
+namespace fixtop::host {
 
 class Viewable;
 
@@ -110,4 +110,4 @@ class VarDescription {
 
 inline const VarDescription TheEmptyVarDesc;
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -7,7 +7,7 @@
 #include "fixtop/host/text.h"
 #include "fixtop/host/var_description.h"
 
-namespace host {
+namespace fixtop::host {
 
 class Viewable;
 
@@ -97,4 +97,4 @@ class VariableTypes {
     ~VariableTypes() = default;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

@@ -18,7 +18,7 @@
 #include "fixtop/host/text.h"
 #include "fixtop/host/variables.h"
 
-namespace host {
+namespace fixtop::host {
 
 class CSpecSource;
 class FlowSheet;
@@ -93,4 +93,4 @@ class ProcessStream {
     ~ProcessStream() = default;
 };
 
-}  // namespace host
+}  // namespace fixtop::host

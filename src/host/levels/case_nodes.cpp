@@ -5,6 +5,8 @@
 #include "host/levels/key_prefix.h"
 #include "host/lists/object_list.h"
 
+namespace fixtop {
+
 namespace {
 
 // Utilities of the case are listed with those of the main flowsheet, whose level takes the rest of
@@ -75,3 +77,5 @@ FIContext* HFandBEntry::GetContext() {
     }
     return HandOut(context);
 }
+
+}  // namespace fixtop

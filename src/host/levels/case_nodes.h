@@ -11,6 +11,8 @@
 #include "host/levels/fixed_level.h"
 #include "host/specifications/spec_view.h"
 
+namespace fixtop {
+
 class HFandBCursorBase;
 class HFandBEntry;
 
@@ -58,3 +60,5 @@ class HFandBEntry : public FixedEntry<HFandBEntry, HFandBCursorBase, HFandBConte
     HovexOptions options_;
     HSpecView basis_;
 };
+
+}  // namespace fixtop

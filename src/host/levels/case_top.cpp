@@ -7,6 +7,8 @@
 #include "framework/subscribers.h"
 #include "host/host_access.h"
 
+namespace fixtop {
+
 namespace {
 
 using Self = FIXTopEntry;
@@ -186,3 +188,5 @@ bool FIXTopEntry::Unsubscribe(void* owner, int kind) {
 void FIXTopEntry::Dispatch(int event) {
     memory::Contain([event] { Subscribers().Dispatch(event, Liveness::OfEvent()); });
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "framework/top_entry.h"
 #include "host/case_life.h"
 
+namespace fixtop {
+
 class FIXTopEntry : public FITopEntry {
  public:
     // Sets the flag of a host top context; gets one reference to give up. False: not possible.
@@ -50,3 +52,5 @@ class FIXTopEntry : public FITopEntry {
     bool has_subscriptions_;
     bool attachments_ = true;
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "fixtop/solver.h"
 #include "host/host_access.h"
 
+namespace fixtop {
+
 namespace {
 
 void RefuseHistory(FIErrorRecord& error) {
@@ -65,3 +67,5 @@ void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {
 void HDocumentAgg::ClearHistory(FIErrorRecord& error) const {
     RefuseHistory(error);
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "fixtop/entry.h"
 #include "host/case_life.h"
 
+namespace fixtop {
+
 // Makes and drops the document's collection object; both null while there are no collections.
 struct HCollectionCalls {
     void* (*make)(host::SimulationCase* simulation_case) = nullptr;
@@ -39,3 +41,5 @@ class HDocumentAgg {
     HCollectionCalls calls_;
     void* collection_ = nullptr;
 };
+
+}  // namespace fixtop

@@ -12,6 +12,8 @@
 
 #include "host/lists/numbered_cursor.h"
 
+namespace fixtop {
+
 struct FixedNames {
     std::span<const char* const> names;
     // Where a seek from the end starts.
@@ -59,3 +61,5 @@ class FixedCursor : public NumberedCursor<Derived, Context> {
         if (origin == kFromEnd) position_ = Names().end_origin;
     }
 };
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 
+namespace fixtop {
+
 template <class Derived, class Cursor, class Entry>
 class FixedContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
@@ -93,3 +95,5 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
     int index_;
     bool attachments_;
 };
+
+}  // namespace fixtop

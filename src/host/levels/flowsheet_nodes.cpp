@@ -5,6 +5,8 @@
 #include "host/levels/key_prefix.h"
 #include "host/lists/object_list.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr KeyPrefix kPrefixes[] = {
@@ -65,3 +67,5 @@ FIContext* HSUandUEntry::GetContext() {
     return HandOut(new Shielded<HFSOContext>(context_->FlowSheet(), context_->Case(),
                                              kFacts[index_].list, &options_, attachments_, this));
 }
+
+}  // namespace fixtop

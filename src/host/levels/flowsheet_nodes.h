@@ -10,6 +10,8 @@
 #include "host/levels/fixed_cursor.h"
 #include "host/levels/fixed_level.h"
 
+namespace fixtop {
+
 class HSUandUCursorBase;
 class HSUandUEntry;
 
@@ -58,3 +60,5 @@ class HSUandUEntry : public FixedEntry<HSUandUEntry, HSUandUCursorBase, HSUandUC
  private:
     HovexOptions options_;
 };
+
+}  // namespace fixtop

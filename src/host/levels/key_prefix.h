@@ -7,6 +7,8 @@
 
 #include "fixtop/value.h"
 
+namespace fixtop {
+
 struct KeyPrefix {
     const char* prefix;
     // Length of the part of the path that the key stands for.
@@ -32,3 +34,5 @@ inline void FindKeyByPrefix(std::span<const KeyPrefix> prefixes, const char* pat
         return;
     }
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "host/published/published_variables.h"
 #include "platform/file_search.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kPublishedExtension[] = ".atpub";
@@ -79,3 +81,5 @@ FIContext* HAandCEntry::GetContext() {
     }
     return EmptyContext();
 }
+
+}  // namespace fixtop

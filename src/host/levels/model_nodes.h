@@ -10,6 +10,8 @@
 #include "host/levels/fixed_cursor.h"
 #include "host/levels/fixed_level.h"
 
+namespace fixtop {
+
 class HAandCCursorBase;
 class HAandCEntry;
 
@@ -63,3 +65,5 @@ class HAandCEntry : public FixedEntry<HAandCEntry, HAandCCursorBase, HAandCConte
 
     HovexOptions options_;
 };
+
+}  // namespace fixtop

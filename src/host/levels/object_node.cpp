@@ -9,6 +9,8 @@
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_context.h"
 
+namespace fixtop {
+
 HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object)
     : context_(Ref<HFSOContext>::Share(context)),
       object_(object, context->CaseRecord()),
@@ -118,3 +120,5 @@ void HTopEntry::BeginBatch() {
     }
     SolveAndWait(*context_->CaseRecord());
 }
+
+}  // namespace fixtop

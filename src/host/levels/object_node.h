@@ -13,6 +13,8 @@
 #include "host/hovex_options.h"
 #include "host/specifications/spec_view.h"
 
+namespace fixtop {
+
 class HFSOContext;
 
 class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
@@ -48,3 +50,5 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
     const host::LinkedList* variables_ = nullptr;
     bool attachments_;
 };
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 
 #include "host/lists/numbered_cursor.h"
 
+namespace fixtop {
+
 template <class Derived, class Context>
 class IndexCursor : public NumberedCursor<Derived, Context> {
  public:
@@ -27,3 +29,5 @@ class IndexCursor : public NumberedCursor<Derived, Context> {
 
     using NumberedCursor<Derived, Context>::position_;
 };
+
+}  // namespace fixtop

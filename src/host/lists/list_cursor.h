@@ -19,6 +19,8 @@
 #include "framework/empties.h"
 #include "framework/shield.h"
 
+namespace fixtop {
+
 template <class Derived, class Walk, class Context>
 class ListCursor : public CountedFromZero<FICursorBase> {
  public:
@@ -79,3 +81,5 @@ class ListCursor : public CountedFromZero<FICursorBase> {
  protected:
     Walk walk_;
 };
+
+}  // namespace fixtop

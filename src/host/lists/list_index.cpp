@@ -5,6 +5,8 @@
 #include <functional>
 #include <string_view>
 
+namespace fixtop {
+
 namespace {
 
 std::size_t HashOf(const char* name) {
@@ -61,3 +63,5 @@ void ListIndex::Build(const NameOf& name_of) {
     }
     built_ = true;
 }
+
+}  // namespace fixtop

@@ -15,6 +15,8 @@
 
 #include "fixtop/host/list.h"
 
+namespace fixtop {
+
 class ListIndex {
  public:
     // Lists up to this length are walked.
@@ -52,3 +54,5 @@ class ListIndex {
     bool built_ = false;
     std::unordered_map<std::size_t, const host::ListHolder*> places_;
 };
+
+}  // namespace fixtop

@@ -19,6 +19,8 @@
 #include "fixtop/host/services.h"
 #include "host/lists/list_index.h"
 
+namespace fixtop {
+
 template <class View>
 class ListPosition {
  public:
@@ -151,3 +153,5 @@ class ListPosition {
     bool started_ = false;
     bool is_lost_ = false;
 };
+
+}  // namespace fixtop

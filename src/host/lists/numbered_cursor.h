@@ -24,6 +24,8 @@
 #include "framework/liveness.h"
 #include "framework/shield.h"
 
+namespace fixtop {
+
 template <class Derived, class Context>
 class NumberedCursor : public CountedFromZero<FICursorBase> {
  public:
@@ -128,3 +130,5 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
  private:
     Object object_;
 };
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "host/host_access.h"
 #include "host/levels/object_node.h"
 
+namespace fixtop {
+
 HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
                          Kind kind, const HovexOptions* options, bool attachments, FIEntry* parent)
     : life_(LifeFor(simulation_case, options)),
@@ -134,3 +136,5 @@ void HReactionCursorBase::ReadKey(int position, FIValue& out) const {
         out.SetText(reaction->GetName().CStr());
     }
 }
+
+}  // namespace fixtop

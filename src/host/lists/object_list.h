@@ -13,6 +13,8 @@
 #include "host/lists/numbered_cursor.h"
 #include "host/lists/object_walk.h"
 
+namespace fixtop {
+
 class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     enum Kind : int { kStreams = 0, kUnitOps = 1, kUtilities = 2, kDataTables = 3, kReactions = 4 };
@@ -83,3 +85,5 @@ class HReactionCursorBase : public NumberedCursor<HReactionCursorBase, HFSOConte
     int End() const override { return List().ReactionCount(); }
     void ReadKey(int position, FIValue& out) const override;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "host/host_access.h"
 
+namespace fixtop {
+
 ObjectFilter::ObjectFilter(Shown shown)
     : shown_(shown), stream_(StreamType()), unit_op_(UnitOpType()) {}
 
@@ -95,3 +97,5 @@ int ObjectWalk::Compare(ObjectWalk& other) {
     if (at_ == other.at_) return parts_[at_].Compare(other.parts_[at_]);
     return at_ < other.at_ ? -1 : 1;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "fixtop/host/viewable.h"
 #include "host/lists/list_position.h"
 
+namespace fixtop {
+
 // Which objects of a list are shown.
 class ObjectFilter {
  public:
@@ -63,3 +65,5 @@ class ObjectWalk {
     std::size_t at_ = 0;
     bool started_ = false;
 };
+
+}  // namespace fixtop

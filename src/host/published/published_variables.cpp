@@ -12,6 +12,8 @@
 #include "host/host_attributes.h"
 #include "host/variables/variable_values.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kPublished[] = "RTIVariable.500";
@@ -153,3 +155,5 @@ void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int,
 FIContext* HPublishEntry::GetContext() {
     return EmptyContext();
 }
+
+}  // namespace fixtop

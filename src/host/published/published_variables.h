@@ -12,6 +12,8 @@
 #include "host/host_object.h"
 #include "host/lists/numbered_cursor.h"
 
+namespace fixtop {
+
 class HPublishContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // `manager` is that of the case of `life`; `parent`, the node above, is kept.
@@ -80,3 +82,5 @@ class HPublishEntry : public AttrMapEntry<HPublishEntry>, public LivingNode {
     HostObject<host::RTIVariable> variable_;
     host::VarType unit_type_;
 };
+
+}  // namespace fixtop

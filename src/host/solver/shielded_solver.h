@@ -7,6 +7,8 @@
 #include "fixtop/solver.h"
 #include "framework/shield.h"
 
+namespace fixtop {
+
 template <std::derived_from<FISolver> T>
 class Shielded<T> final : public T {
  public:
@@ -70,3 +72,5 @@ class Shielded<T> final : public T {
         return memory::Call<&FIAttributeSource::MakeCursor>::OrElse(EmptyAttributeCursor, *this);
     }
 };
+
+}  // namespace fixtop

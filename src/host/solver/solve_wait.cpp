@@ -5,6 +5,8 @@
 #include "diagnostics/memory_guard.h"
 #include "host/host_access.h"
 
+namespace fixtop {
+
 namespace {
 
 bool g_wait_for_solve = true;
@@ -73,3 +75,5 @@ void SolveAndWait(const CaseLife& life, bool always_wait) {
         if (!solver || solver->Stop()) return;
     } while (solver->IsSolving() || solver->Busy());
 }
+
+}  // namespace fixtop

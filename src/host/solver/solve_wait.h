@@ -6,6 +6,8 @@
 
 #include "host/host_object.h"
 
+namespace fixtop {
+
 // The streams under composition edit. While there is one, stores start no solve. A stream that goes
 // in the meantime is none any more.
 class HEditBatch {
@@ -33,3 +35,5 @@ void SetWaitsForSolve(bool wait);
 // flag is set or the case is gone. Callbacks arrive in the meantime. `always_wait` waits even where
 // stores don't.
 void SolveAndWait(const CaseLife& life, bool always_wait = false);
+
+}  // namespace fixtop

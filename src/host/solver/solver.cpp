@@ -9,6 +9,8 @@
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kNotSupportedSlot[] = "Not Supported";
@@ -218,3 +220,5 @@ void HDynamicSolver::SetAttribute(const FIValue&, const FIValue&, FIValue& out) 
 FIAttributeSource* HDynamicSolver::GetAttributeSource() {
     return this;
 }
+
+}  // namespace fixtop

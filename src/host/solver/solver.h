@@ -7,6 +7,8 @@
 #include "framework/attr_map.h"
 #include "host/solver/solver_notify.h"
 
+namespace fixtop {
+
 // What both answer alike.
 class HSolverBase : public FISolver {
  public:
@@ -93,3 +95,5 @@ class HDynamicSolver : public HSolverBase, public AttrMapBase<HDynamicSolver> {
     int AddRef() override { return 1; }
     int Release() override { return 1; }
 };
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 
 #include "diagnostics/memory_guard.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr long kNoInterface = static_cast<long>(static_cast<std::int32_t>(0x80004002));
@@ -208,3 +210,5 @@ void HSolverNotify::CheckEnd() {
     memory::Contain([&] { report = {EndRecord(incomplete)}; });
     Tell(incomplete ? 1 : 0, report.empty() ? nullptr : &report);
 }
+
+}  // namespace fixtop

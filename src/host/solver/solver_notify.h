@@ -19,6 +19,8 @@
 #include "host/case_life.h"
 #include "platform/free_threading.h"
 
+namespace fixtop {
+
 // A record of a solver report, and the one that tells how a solve ended.
 FIErrorRecord SolverRecord(int severity, const char* message);
 FIErrorRecord EndRecord(bool incomplete);
@@ -95,3 +97,5 @@ class HSolverNotify final : public host::IModelCallback {
     unsigned long references_ = 1;
     FreeThreadedMarshaler marshaler_;
 };
+
+}  // namespace fixtop

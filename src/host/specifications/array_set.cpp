@@ -10,6 +10,8 @@
 #include "host/specifications/array_set_row.h"
 #include "host/specifications/spec_context.h"
 
+namespace fixtop {
+
 namespace {
 
 // The columns of this name hold objects, all others numbers.
@@ -137,3 +139,5 @@ std::span<const AttrRow<HArraySetEntry>> HArraySetEntry::AttributeRows() {
     });
     return rows;
 }
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "framework/counted.h"
 #include "host/lists/index_cursor.h"
 
+namespace fixtop {
+
 class HArraySetContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Turns the columns as the host filled them into texts, once for a block: the host's numbers
@@ -76,3 +78,5 @@ class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
     int row_;
     bool attachments_ = true;
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "framework/shield.h"
 #include "host/host_attributes.h"
 
+namespace fixtop {
+
 HArraySetElemContext::HArraySetElemContext(HArraySetContext* table, int row, FIEntry* parent)
     : table_(Ref<HArraySetContext>::Share(table)),
       row_(row),
@@ -66,3 +68,5 @@ std::span<const AttrRow<HArraySetElemEntry>> HArraySetElemEntry::AttributeRows()
     });
     return rows;
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "framework/counted.h"
 #include "host/specifications/array_set.h"
 
+namespace fixtop {
+
 class HArraySetElemContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // `parent` is the row's node.
@@ -64,3 +66,5 @@ class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public Livin
     int column_;
     bool attachments_ = true;
 };
+
+}  // namespace fixtop

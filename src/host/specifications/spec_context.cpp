@@ -3,6 +3,8 @@
 #include "framework/shield.h"
 #include "host/specifications/spec_node.h"
 
+namespace fixtop {
+
 // Counted with the elements that are not shown now.
 int SpecWalk::PlaceOf(const host::CSpecElement& element) const {
     host::LinkedListIterator elements(list_);
@@ -77,3 +79,5 @@ bool IsSameElement(FIEntry& one, FIEntry& other) {
     auto* const others = dynamic_cast<HSpecEntry*>(&other);
     return own && others && own->IsSameElement(*others);
 }
+
+}  // namespace fixtop

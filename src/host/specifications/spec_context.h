@@ -11,6 +11,8 @@
 #include "host/specifications/spec_type.h"
 #include "host/specifications/spec_view.h"
 
+namespace fixtop {
+
 // Lets through what has a type. A process variable comes and goes with its value, without a change
 // of the list.
 struct HSpecFilter {
@@ -120,3 +122,5 @@ class HSpecCursorBase : public ListCursor<HSpecCursorBase, SpecWalk, HSpecContex
 
 // Whether both are nodes of one element: of one object, at the same place of its specification.
 bool IsSameElement(FIEntry& one, FIEntry& other);
+
+}  // namespace fixtop

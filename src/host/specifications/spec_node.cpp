@@ -8,6 +8,8 @@
 #include "host/solver/solve_wait.h"
 #include "host/specifications/array_set.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kStoreNotSupported[] = "Store not supported for this attribute.";
@@ -160,3 +162,5 @@ std::span<const AttrRow<HSpecEntry>> HSpecEntry::AttributeRows() {
     });
     return rows;
 }
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "framework/attr_map.h"
 #include "host/specifications/spec_context.h"
 
+namespace fixtop {
+
 class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
  public:
     HSpecEntry(HSpecContext* context, host::CSpecElement& element);
@@ -51,3 +53,5 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
     HovexOptions options_;
     bool attachments_;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "fixtop/host/services.h"
 
+namespace fixtop {
+
 namespace {
 
 // Bits of ProcessVariable::status_bits.
@@ -143,3 +145,5 @@ void HSpecType::Read(Row row, FIValue& out) const {
     out.Clear();
     if (const Handler handler = kHandlers[row][number_]) handler(*this, &out);
 }
+
+}  // namespace fixtop

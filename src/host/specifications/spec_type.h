@@ -9,6 +9,8 @@
 #include "fixtop/value.h"
 #include "host/host_object.h"
 
+namespace fixtop {
+
 class HSpecType {
  public:
     // The numbers index the table of handlers.
@@ -54,3 +56,5 @@ class HSpecType {
 bool IsEmptySpecNumber(double number);
 // The variable's value was given, not found.
 bool IsSpecified(const host::ProcessVariable& variable);
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include "framework/shield.h"
 #include "host/specifications/spec_context.h"
 
+namespace fixtop {
+
 namespace {
 
 // Null when the object has no specification, or it is empty.
@@ -75,3 +77,5 @@ FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
     return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), options,
                                               attachments, parent, fill_));
 }
+
+}  // namespace fixtop

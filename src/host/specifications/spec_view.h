@@ -9,6 +9,8 @@
 #include "host/host_object.h"
 #include "host/hovex_options.h"
 
+namespace fixtop {
+
 class HSpecFill final : private Liveness::Watcher {
  public:
     // Null when the object has nothing to show.
@@ -54,3 +56,5 @@ class HSpecView {
  private:
     Ref<HSpecFill> fill_;
 };
+
+}  // namespace fixtop

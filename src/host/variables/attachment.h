@@ -2,6 +2,8 @@
 
 #include "host/case_life.h"
 
+namespace fixtop {
+
 // HAttachment: a node whose variable, or element of an array, may point at another object.
 class HAttachment {
  public:
@@ -29,3 +31,5 @@ class HAttachedList {
     const host::LinkedList* list_ = nullptr;
     std::uint64_t revision_ = 0;
 };
+
+}  // namespace fixtop

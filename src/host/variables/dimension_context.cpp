@@ -10,6 +10,8 @@
 #include "framework/shield.h"
 #include "host/variables/dimension_node.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::string_view kNameOfElement = ":Name.0";
@@ -179,3 +181,5 @@ FIEntry* HVarDimsCursorBase::GetEntry() {
         IsOnElement() ? context_->MakeEntry(static_cast<int>(position_)) : EmptyEntry();
     return HandOut(entry);
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "host/variables/element_names.h"
 #include "host/variables/variable_node.h"
 
+namespace fixtop {
+
 class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Dimension `dimension`, counted from 0, of `variable` at an address in which the dimensions
@@ -79,3 +81,5 @@ class HVarDimsCursorBase : public CountedFromZero<FICursorBase> {
     Ref<HVarDimsContext> context_;
     long long position_;
 };
+
+}  // namespace fixtop

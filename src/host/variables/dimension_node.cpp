@@ -5,6 +5,8 @@
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_rows.h"
 
+namespace fixtop {
+
 namespace {
 
 // The next level shows itself only when it has more than one index.
@@ -125,3 +127,5 @@ std::span<const AttrRow<HVarDimsEntry>> HVarDimsEntry::AttributeRows() {
     });
     return rows;
 }
+
+}  // namespace fixtop

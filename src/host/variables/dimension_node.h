@@ -11,6 +11,8 @@
 #include "host/variables/attachment.h"
 #include "host/variables/dimension_context.h"
 
+namespace fixtop {
+
 class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, public LivingNode {
  public:
     HVarDimsEntry(HVarDimsContext* context, int index);
@@ -64,3 +66,5 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
     bool attachments_;
     HovexOptions options_;
 };
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "host/variables/variable_values.h"
 
+namespace fixtop {
+
 namespace {
 
 // The kind by which the names are read, which is not always that of the naming variable itself.
@@ -95,3 +97,5 @@ void HElementNames::ReadArray(int index, FIValue& out) const {
             break;
     }
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "fixtop/value.h"
 #include "host/host_object.h"
 
+namespace fixtop {
+
 class HElementNames {
  public:
     // `object` has the array. `dimension` is the row's description of the dimension.
@@ -35,3 +37,5 @@ class HElementNames {
     Source source_;
     bool is_enumeration_of_part_ = false;
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include <cctype>
 #include <string_view>
 
+namespace fixtop {
+
 namespace {
 
 bool BeginsWith(const char* path, std::string_view text) {
@@ -67,3 +69,5 @@ std::optional<MonikerMatch> MatchMoniker(const std::string& moniker, const char*
         candidate[colon] = '/';
     }
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+namespace fixtop {
+
 struct MonikerMatch {
     // ".#index" for each index of an array that the path gave.
     std::string suffix;
@@ -15,3 +17,5 @@ struct MonikerMatch {
 // A ":" at the start of either is skipped, letters match without regard to case, and each "[]" of
 // the moniker takes an index of the path. Nothing when the path does not begin with the moniker.
 std::optional<MonikerMatch> MatchMoniker(const std::string& moniker, const char* path);
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"
 
+namespace fixtop {
+
 HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
                            const HovexOptions* options, bool attachments, FIEntry* parent,
                            const HAttachment* attachment)
@@ -36,3 +38,5 @@ void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest
         return;
     }
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "host/lists/list_position.h"
 #include "host/variables/attachment.h"
 
+namespace fixtop {
+
 // Every row of a variable list.
 struct VariableView {
     using Element = host::VariableNameInfo;
@@ -64,3 +66,5 @@ class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsCo
  public:
     using ListCursor::ListCursor;
 };
+
+}  // namespace fixtop

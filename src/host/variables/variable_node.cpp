@@ -8,6 +8,8 @@
 #include "host/variables/dimension_context.h"
 #include "host/variables/variable_rows.h"
 
+namespace fixtop {
+
 namespace {
 
 using Self = HVarsEntry;
@@ -209,3 +211,5 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
     });
     return rows;
 }
+
+}  // namespace fixtop

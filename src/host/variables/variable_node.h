@@ -10,6 +10,8 @@
 #include "host/variables/variable_context.h"
 #include "host/variables/variable_values.h"
 
+namespace fixtop {
+
 class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
  public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
@@ -93,3 +95,5 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     HovexOptions options_;
     bool follow_attachment_;
 };
+
+}  // namespace fixtop

@@ -20,6 +20,8 @@
 #include "host/host_attributes.h"
 #include "host/variables/variable_values.h"
 
+namespace fixtop {
+
 template <class T>
 bool IsScalar(T& owner, std::intptr_t = 0) {
     return owner.DimensionsBelow() == 0;
@@ -136,3 +138,5 @@ void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIV
         SetSwitches(owner, follow, name, value, kNotSupportedHere, out);
     }
 }
+
+}  // namespace fixtop

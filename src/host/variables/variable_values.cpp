@@ -10,6 +10,8 @@
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kHiddenKeyPrefix[] = "Key: ";
@@ -332,3 +334,5 @@ void SetShownUnit(host::VarType type, FIVarSet* vars, const FIValue& unit, FIVal
         out.Clear();
     }
 }
+
+}  // namespace fixtop

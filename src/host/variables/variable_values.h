@@ -12,6 +12,8 @@
 #include "fixtop/var_set.h"
 #include "host/case_life.h"
 
+namespace fixtop {
+
 struct HVariable {
     const host::VariableNameInfo* row;
     host::Viewable* object;
@@ -89,3 +91,5 @@ void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out);
 void ReadUnitOptions(host::VarType type, FIValue& out);
 // Asks the reader's var set to show a unit; `out` is NULL or the message.
 void SetShownUnit(host::VarType type, FIVarSet* vars, const FIValue& unit, FIValue& out);
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "xml/log_element.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr char kKind[] = "Convert";
@@ -276,3 +278,5 @@ bool ReadMapFileInto(const MapReading& reading, const std::string& file, ModelFi
 bool ReadMapFile(CCDMClassLibrary& library, const std::string& file) {
     return ReadMapFileInto({library, library.defaultBranch}, file, ModelFileOrigin::kCaller);
 }
+
+}  // namespace fixtop

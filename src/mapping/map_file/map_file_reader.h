@@ -8,6 +8,8 @@
 #include "model/class_library.h"
 #include "xml/xml_file.h"
 
+namespace fixtop {
+
 // What a file and those that it includes share.
 struct MapReading {
     CCDMClassLibrary& library;
@@ -17,3 +19,5 @@ struct MapReading {
 
 // Reads one file, once for the library, and in its place whatever it includes.
 bool ReadMapFileInto(const MapReading& reading, const std::string& file, ModelFileOrigin origin);
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "diagnostics/error_log.h"
 #include "path/tokenizer.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::string_view kBlanks = "\n \t";
@@ -40,3 +42,5 @@ ParsedPath CompilePath(const std::string& text) {
     LogMessage(error.ToText().c_str());
     return nullptr;
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include "path/path_step.h"
 
+namespace fixtop {
+
 // Whether there is nothing but newlines, blanks and tabs.
 bool IsBlank(std::string_view text);
 // Without leading newlines, blanks and tabs, and without trailing newlines and blanks. A trailing
@@ -16,3 +18,5 @@ std::string TrimmedText(std::string_view text);
 std::string PackedText(std::string_view text);
 // Null when the text does not parse; why is logged.
 ParsedPath CompilePath(const std::string& text);
+
+}  // namespace fixtop

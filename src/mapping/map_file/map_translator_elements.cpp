@@ -7,6 +7,8 @@
 #include "mapping/translators/scalar_translators.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 // A kind of translator, by the text of Type.
 struct TranslatorKind {
     const char* type;
@@ -183,3 +185,5 @@ void NamedTextElement::OnText(const std::string& text, const XmlLocator*) {
 void NamedTextElement::OnEnd(const XmlLocator*) {
     action_(name_, text_);
 }
+
+}  // namespace fixtop

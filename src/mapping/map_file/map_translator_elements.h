@@ -12,6 +12,8 @@
 #include "model/class_library.h"
 #include "xml/named_elements.h"
 
+namespace fixtop {
+
 // What the translators of one attribute element have in common, whether they stand before or behind
 // the elements that say it.
 class TranslatorScope {
@@ -86,3 +88,5 @@ class NamedTextElement final : public NamedElement {
     std::string name_;
     std::string text_;
 };
+
+}  // namespace fixtop

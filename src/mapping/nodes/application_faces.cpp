@@ -3,6 +3,8 @@
 #include "mapping/translators/find_translator.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 namespace {
 
 const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translators,
@@ -136,3 +138,5 @@ void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent
         FindTranslator(query.library.translateName, query.path, *each, parent, face.request, &out);
     }
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "mapping/translators/branch_request.h"
 #include "mapping/translators/translator.h"
 
+namespace fixtop {
+
 class CCDMAttribute;
 class CCDMClassLibrary;
 
@@ -70,3 +72,5 @@ bool HasFace(const FaceQuery& query);
 
 // How each translator was judged for the given face, as XML.
 void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent, std::string& out);
+
+}  // namespace fixtop

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include "framework/shield.h"
+#include "framework/cursor.h"
+
+namespace fixtop {
 
 namespace {
 
@@ -153,3 +156,5 @@ void CCDMAttrCursorBase::GetValue(FIValue& out) {
     if (std::strcmp(name, kBrowserNameAsListed) == 0) name = kBrowserName;
     entry_->GetAttribute(FIValue(name), out);
 }
+
+}  // namespace fixtop

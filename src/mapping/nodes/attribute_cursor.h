@@ -17,6 +17,8 @@
 #include "framework/var_set_loan.h"
 #include "mapping/nodes/class_entry.h"
 
+namespace fixtop {
+
 class CCDMAttrCursorBase : public CountedFromZero<FIAttributeCursorBase> {
  public:
     using Names = std::vector<std::string>;
@@ -47,3 +49,5 @@ class CCDMAttrCursorBase : public CountedFromZero<FIAttributeCursorBase> {
     const std::shared_ptr<const Names> names_;  // shared by copies
     std::size_t row_ = 0;
 };
+
+}  // namespace fixtop

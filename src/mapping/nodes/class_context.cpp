@@ -6,6 +6,8 @@
 #include "mapping/nodes/class_cursor.h"
 #include "mapping/nodes/class_entry.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsPseudoName(const FIValue& key) {
@@ -79,3 +81,5 @@ bool CCDMClassContext::IsSameList(const CCDMClassContext& other) const {
     }
     return CCDMClassEntry::IsSamePlace(place_.parent.Get(), that.parent.Get());
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "mapping/nodes/application_faces.h"
 #include "mapping/open/open_library.h"
 
+namespace fixtop {
+
 class CCDMClassEntry;
 
 // What a context is made of.
@@ -47,3 +49,5 @@ class CCDMClassContext : public CountedFromZero<FIContext> {
  private:
     const ClassPlace place_;
 };
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 #include "mapping/translators/reference_move.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 // ---- the filter ----
 
 bool CCDMAttrCol::IsKey(const CCDMAttribute& attribute) const {
@@ -359,3 +361,5 @@ FIEntry* CCDMClassCursorBase::GetEntry() {
     entry->AddRef();
     return entry;
 }
+
+}  // namespace fixtop

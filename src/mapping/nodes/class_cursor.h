@@ -17,6 +17,8 @@
 #include "mapping/nodes/class_context.h"
 #include "model/attribute_walker.h"
 
+namespace fixtop {
+
 // Which attributes of the class are listed.
 class CCDMAttrCol {
  public:
@@ -122,3 +124,5 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     std::unique_ptr<Elements> elements_;  // when the walker stands on an array that was entered
     std::uint64_t revision_ = 0;          // at which the elements were found
 };
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "mapping/nodes/attribute_cursor.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {}  // namespace
 
 CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute)
@@ -173,3 +175,5 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     if (by_index != 0 || !IsOwnNode()) return by_index;
     return faces_.First().reference->ComparePlaces(*that->faces_.First().reference);
 }
+
+}  // namespace fixtop

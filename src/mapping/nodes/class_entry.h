@@ -19,6 +19,8 @@
 #include "framework/small_object.h"
 #include "mapping/nodes/class_context.h"
 
+namespace fixtop {
+
 class CCDMClassEntry : public FIEntry,
                        public FIAttributeSource,
                        public LivingNode,
@@ -159,3 +161,5 @@ class CCDMClassEntry : public FIEntry,
     AppFaces faces_;
     FIValue subclass_;
 };
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "mapping/nodes/class_entry.h"
 #include "mapping/translators/unit_and_enum_converter.h"
 
+namespace fixtop {
+
 namespace {
 
 const FIValue kValue("value");
@@ -282,3 +284,5 @@ void CCDMClassEntry::ReadVariables(FIValue& out) {
     const AppFace& face = AnyFace();
     if (face.reference) face.reference->DumpVars(out);
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "mapping/nodes/class_entry.h"
 #include "mapping/translators/unit_and_enum_converter.h"
 
+namespace fixtop {
+
 namespace {
 
 const FIValue kValue("value");
@@ -186,3 +188,5 @@ void CCDMClassEntry::SetDisplaySpecUnit(const FIValue& unit, const FIValue& quan
     if (!FindDisplayUnit(unit, quantity, unit_number, quantity_number, out)) return;
     GetVarSet()->SetSpecUnit(quantity_number, unit_number, old);
 }
+
+}  // namespace fixtop

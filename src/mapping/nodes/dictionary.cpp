@@ -14,6 +14,8 @@
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 namespace {
 
 struct Node {
@@ -231,3 +233,5 @@ Ref<FIEntry> MakeDictionary(const CCDMClassLibrary& library) {
     root->children.push_back(std::move(enumerations));
     return Ref<FIEntry>::Share(new Shielded<DictionaryEntry>(std::move(root)));
 }
+
+}  // namespace fixtop

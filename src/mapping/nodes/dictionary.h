@@ -13,6 +13,10 @@
 #include "fixtop/entry.h"
 #include "fixtop/ref.h"
 
+namespace fixtop {
+
 class CCDMClassLibrary;
 
 Ref<FIEntry> MakeDictionary(const CCDMClassLibrary& library);
+
+}  // namespace fixtop

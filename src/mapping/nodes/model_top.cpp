@@ -2,6 +2,8 @@
 
 #include "mapping/nodes/class_entry.h"
 
+namespace fixtop {
+
 namespace {
 
 void ReadName(CCDMTopEntry& owner, FIValue& out) {
@@ -67,3 +69,5 @@ bool CCDMTopEntry::Unsubscribe(void* owner, int kind) {
     FIReference* node = context_->Place().references.First();
     return node && node->Unsubscribe(owner, kind);
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "framework/attr_map.h"
 #include "mapping/nodes/class_context.h"
 
+namespace fixtop {
+
 class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
  public:
     explicit CCDMTopEntry(Ref<CCDMClassContext> context) : context_(std::move(context)) {}
@@ -30,3 +32,5 @@ class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
  private:
     const Ref<CCDMClassContext> context_;
 };
+
+}  // namespace fixtop

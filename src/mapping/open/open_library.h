@@ -8,6 +8,8 @@
 #include "fixtop/ref.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 // Starts at one reference.
 class OpenLibrary {
  public:
@@ -35,3 +37,5 @@ class OpenLibrary {
     std::set<std::string> told_;
     int references_ = 1;
 };
+
+}  // namespace fixtop

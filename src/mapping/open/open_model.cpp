@@ -7,6 +7,8 @@
 #include "mapping/nodes/dictionary.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr int kUnitsLevel = 5;
@@ -101,3 +103,5 @@ Ref<FIEntry> OpenDictionary(const ModelFiles& files) {
     const Opened opened = ReadDefinitions(files);
     return opened ? MakeDictionary(opened->library) : Ref<FIEntry>();
 }
+
+}  // namespace fixtop

@@ -7,12 +7,13 @@
 
 #include <string>
 
+#include "fixtop/entry.h"
 #include "fixtop/ref.h"
+#include "fixtop/reference.h"
 #include "mapping/nodes/class_context.h"
 #include "platform/modules.h"
 
-class FIEntry;
-class FIReferenceBase;
+namespace fixtop {
 
 inline constexpr char kModelClasses[] = "QSIAllLibraries.xml";
 inline constexpr char kTopClass[] = "QSISimulation";
@@ -42,3 +43,5 @@ Ref<CCDMClassContext> OpenModelOnNode(const ModelFiles& files, const std::string
 Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* top = nullptr);
 // The definitions alone, as a tree: units and classes are read.
 Ref<FIEntry> OpenDictionary(const ModelFiles& files);
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 
 #include <string>
 
+namespace fixtop {
+
 class CCDMClass;
 
 struct AncestorPath {
@@ -25,3 +27,5 @@ struct AncestorPath {
         return level;
     }
 };
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include "mapping/walks/path_walk.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 // Null, and logged, when there is no such function; null for the empty name.
@@ -78,3 +80,5 @@ void CCDMArrayFuncTranslator::SetBody(const std::string& text) {
 std::unique_ptr<CDTBase> CCDMArrayFuncTranslator::MakeIterator(FIReferenceBase& reference) const {
     return std::make_unique<CDTVariableIterator>(function_, reference);
 }
+
+}  // namespace fixtop

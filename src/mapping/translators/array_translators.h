@@ -9,6 +9,8 @@
 #include "mapping/translators/function_tables.h"
 #include "mapping/translators/translator.h"
 
+namespace fixtop {
+
 // The matches of a path.
 class CCDMArrayMapTranslator final : public CCDMArrayTranslator {
  public:
@@ -62,3 +64,5 @@ class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
     std::string function_name_;
     ArrayFunction function_ = nullptr;
 };
+
+}  // namespace fixtop

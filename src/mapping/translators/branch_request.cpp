@@ -1,5 +1,7 @@
 #include "mapping/translators/branch_request.h"
 
+namespace fixtop {
+
 bool BranchAccepts(CCDMBranch branch, BranchRequest request) {
     switch (branch) {
         case CCDMBranch::kBoth:
@@ -15,3 +17,5 @@ bool BranchAccepts(CCDMBranch branch, BranchRequest request) {
     }
     return false;
 }
+
+}  // namespace fixtop

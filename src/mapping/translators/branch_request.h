@@ -4,6 +4,8 @@
 
 #include "model/model_types.h"
 
+namespace fixtop {
+
 enum class BranchRequest : int {
     kUnspecified = 0,
     kBoth = 1,
@@ -17,3 +19,5 @@ enum class BranchRequest : int {
 
 // Whether a translator of this branch may serve the request.
 bool BranchAccepts(CCDMBranch branch, BranchRequest request);
+
+}  // namespace fixtop

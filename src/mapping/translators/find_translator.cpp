@@ -8,6 +8,8 @@
 #include "model/class_record.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 // Scores: the lower, the nearer.
@@ -200,3 +202,5 @@ CCDMTranslator* FindTranslator(const std::string& translate_name, const Ancestor
     dump.MarkUsed(choice.best_comment);
     return choice.best;
 }
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 #include "mapping/translators/branch_request.h"
 #include "mapping/translators/translator.h"
 
+namespace fixtop {
+
 // Whether one of the translators would be chosen; asks no more than it must and logs nothing.
 bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
                    const TranslatorMap& translators, FIReferenceBase* reference,
@@ -23,3 +25,5 @@ bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
 CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
                                const TranslatorMap& translators, FIReferenceBase* reference,
                                BranchRequest request, std::string* dump = nullptr);
+
+}  // namespace fixtop

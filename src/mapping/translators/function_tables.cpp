@@ -5,6 +5,8 @@
 
 #include "platform/names.h"
 
+namespace fixtop {
+
 namespace {
 
 // A list, since libraries point to its elements.
@@ -30,3 +32,5 @@ const SemanticModule* FindSemanticModule(const std::string& name) {
                      [&](const SemanticModule& module) { return SameName(module.name, name); });
     return found == Offered().end() ? nullptr : &*found;
 }
+
+}  // namespace fixtop

@@ -9,6 +9,8 @@
 
 #include "fixtop/semantic_function.h"
 
+namespace fixtop {
+
 // The module that is linked around this code, by the name that maps know it by.
 inline constexpr char kOwnModule[] = "fixtop.dll";
 
@@ -37,3 +39,5 @@ Function FindFunctionAs(const SemanticModule* module, const std::string& name) {
     }
     return nullptr;
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "framework/reference.h"
 
+namespace fixtop {
+
 // Goes up to a depth; stays when it is there or above.
 inline void PopTo(FIIteratorBase& it, int depth) {
     while (it.Depth() > depth && it.Up()) {
@@ -24,3 +26,5 @@ inline void PopTo(FIReferenceBase& reference, int depth) {
         return true;
     });
 }
+
+}  // namespace fixtop

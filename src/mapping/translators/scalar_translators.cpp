@@ -5,6 +5,8 @@
 #include "mapping/translators/reference_move.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 const char* CCDMMapTranslator::DumpBody(std::string& out) const {
     out += "\t<Translate Type=\"Map\">" + text_;
     return "</Translate>\n";
@@ -60,3 +62,5 @@ const char* CCDMDummyTranslator::DumpBody(std::string& out) const {
 void CCDMDummyTranslator::SetBody(const std::string& text) {
     text_ = TrimmedText(text);
 }
+
+}  // namespace fixtop

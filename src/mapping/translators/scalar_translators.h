@@ -7,6 +7,8 @@
 #include "mapping/translators/function_tables.h"
 #include "mapping/translators/translator.h"
 
+namespace fixtop {
+
 // Goes along a path.
 class CCDMMapTranslator final : public CCDMTranslator {
  public:
@@ -49,3 +51,5 @@ class CCDMDummyTranslator final : public CCDMTranslator {
  private:
     std::string text_;
 };
+
+}  // namespace fixtop

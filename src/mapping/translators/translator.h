@@ -14,13 +14,14 @@
 #include <utility>
 #include <vector>
 
+#include "fixtop/reference.h"
 #include "fixtop/value.h"
 #include "mapping/walks/element_walk.h"
 #include "model/model_types.h"
 #include "model/translator_record.h"
 #include "path/path_step.h"
 
-class FIReferenceBase;
+namespace fixtop {
 
 // Pairs of variable and value. Those of one attribute element are shared by all its translators.
 using VariableList = std::vector<std::pair<std::string, FIValue>>;
@@ -60,3 +61,5 @@ class CCDMArrayTranslator : public CCDMTranslator {
     // first element when there is one. Never null.
     virtual std::unique_ptr<CDTBase> MakeIterator(FIReferenceBase& reference) const = 0;
 };
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "diagnostics/error_log.h"
 #include "xml/message_text.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsEnumeration(const CCDMAttribute& attribute) {
@@ -149,3 +151,5 @@ void ValueCrossing::NameUnits(FIValue& units) {
 bool ValueCrossing::ToApplicationUnit(const FIValue& unit, FIValue& out) const {
     return library_.units.ToAppUnit(unit, Quantity(), out);
 }
+
+}  // namespace fixtop

@@ -11,6 +11,8 @@
 #include "fixtop/var_set.h"
 #include "model/class_library.h"
 
+namespace fixtop {
+
 class ValueCrossing {
  public:
     // `vars` has the display units and may be null; `is_spec`: those of the specification face.
@@ -48,3 +50,5 @@ class ValueCrossing {
     const CCDMAttribute& attribute_;
     const int display_;
 };
+
+}  // namespace fixtop

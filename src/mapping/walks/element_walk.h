@@ -6,8 +6,9 @@
 #include <memory>
 
 #include "diagnostics/instance_counts.h"
+#include "fixtop/reference.h"
 
-class FIReferenceBase;
+namespace fixtop {
 
 // The variable on an element that names its class, where that is not the attribute's.
 inline constexpr char kSubclassVariable[] = "Subclass";
@@ -40,3 +41,5 @@ class CDTBase : private Counted<CountedClass::CDTBase> {
     };
     virtual Count Counted() const { return {}; }
 };
+
+}  // namespace fixtop

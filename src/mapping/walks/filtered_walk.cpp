@@ -2,6 +2,8 @@
 
 #include "mapping/translators/reference_move.h"
 
+namespace fixtop {
+
 std::unique_ptr<CDTBase> CDTFilter::Clone(FIReferenceBase& reference) const {
     auto clone = std::make_unique<CDTFilter>(inner_->Clone(reference), reference, filter_);
     clone->at_end_ = at_end_;
@@ -55,3 +57,5 @@ bool CDTFilter::Prev() {
     First();
     return false;
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "mapping/walks/element_walk.h"
 #include "mapping/walks/function_filter.h"
 
+namespace fixtop {
+
 class CDTFilter final : public CDTBase, private Counted<CountedClass::CDTFilter> {
  public:
     // The inner walk is on the same reference. Stands nowhere before First.
@@ -37,3 +39,5 @@ class CDTFilter final : public CDTBase, private Counted<CountedClass::CDTFilter>
     bool at_end_ = true;
     int element_depth_ = -1;  // below 0 while the reference is where the inner walk has it
 };
+
+}  // namespace fixtop

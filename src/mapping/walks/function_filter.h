@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "diagnostics/instance_counts.h"
+#include "fixtop/reference.h"
 #include "fixtop/semantic_function.h"
 
-class FIReferenceBase;
+namespace fixtop {
 
 class CDTVariableFilter : private Counted<CountedClass::CDTVariableFilter> {
  public:
@@ -25,3 +26,5 @@ class CDTVariableFilter : private Counted<CountedClass::CDTVariableFilter> {
     SemanticFunction function_;
     std::shared_ptr<const CDTVariableFilter> chained_;
 };
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "diagnostics/memory_guard.h"
 #include "mapping/translators/reference_move.h"
 
+namespace fixtop {
+
 namespace {
 
 const FIValue& SubclassName() {
@@ -83,3 +85,5 @@ bool CDTVariableIterator::Last() {
 bool CDTVariableIterator::Prev() {
     return position_ > 0 && Enter(position_ - 1);
 }
+
+}  // namespace fixtop

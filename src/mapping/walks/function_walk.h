@@ -13,6 +13,8 @@
 #include "fixtop/semantic_function.h"
 #include "mapping/walks/element_walk.h"
 
+namespace fixtop {
+
 class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {
  public:
@@ -42,3 +44,5 @@ class CDTVariableIterator final : public CDTBase,
     int position_ = 0;
     int base_depth_ = 0;
 };
+
+}  // namespace fixtop

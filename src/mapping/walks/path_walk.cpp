@@ -3,6 +3,8 @@
 #include "mapping/translators/reference_move.h"
 #include "path/path_step.h"
 
+namespace fixtop {
+
 namespace {
 
 const PathStep& LastStep(const PathStep& path) {
@@ -81,3 +83,5 @@ bool CDTPathIterator::Prev() {
     }
     return HasMore();
 }
+
+}  // namespace fixtop

@@ -4,9 +4,11 @@
 // taken once: their first match has all the elements.
 
 #include "diagnostics/memory_guard.h"
+#include "fixtop/iterator.h"
 #include "mapping/walks/element_walk.h"
 
-class FIIteratorBase;
+namespace fixtop {
+
 class PathStep;
 
 class CDTPathIterator final : public CDTBase {
@@ -36,3 +38,5 @@ class CDTPathIterator final : public CDTBase {
     int base_depth_ = 0;
     int position_ = 0;  // behind the last element the count
 };
+
+}  // namespace fixtop

@@ -2,6 +2,10 @@
 
 #include <cstdio>
 
+namespace fixtop {
+
 void WriteToDebugChannel(const char* text) {
     std::fputs(text, stderr);
 }
+
+}  // namespace fixtop

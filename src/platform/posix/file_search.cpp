@@ -5,6 +5,8 @@
 
 #include "platform/no_memory.h"
 
+namespace fixtop {
+
 namespace fs = std::filesystem;
 
 std::string ProgramFolder() {
@@ -33,3 +35,5 @@ std::string FindFileOnPath(const std::string& name) {
     }
     return {};
 }
+
+}  // namespace fixtop

@@ -14,6 +14,8 @@
 #include "platform/names.h"
 #include "platform/no_memory.h"
 
+namespace fixtop {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -133,3 +135,5 @@ ModuleSystem& SystemModules() {
     static DynamicLoader loader;
     return loader;
 }
+
+}  // namespace fixtop

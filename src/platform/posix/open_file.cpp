@@ -2,6 +2,10 @@
 
 #include "platform/no_memory.h"
 
+namespace fixtop {
+
 FilePtr OpenFile(const std::string& utf8_name, const char* mode) {
     return OrNoMemory([&] { return FilePtr(std::fopen(utf8_name.c_str(), mode)); });
 }
+
+}  // namespace fixtop

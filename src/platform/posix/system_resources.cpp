@@ -1,6 +1,10 @@
 #include "platform/system_resources.h"
 
+namespace fixtop {
+
 // The linker keeps no named resources here: all of them come in registered tables.
 std::string_view FindSystemResource(const std::string&) {
     return {};
 }
+
+}  // namespace fixtop

@@ -2,9 +2,13 @@
 
 #include <cstdlib>
 
+namespace fixtop {
+
 void* AllocateTaskMemory(std::size_t size) noexcept {
     return std::malloc(size);
 }
 void FreeTaskMemory(void* memory) noexcept {
     std::free(memory);
 }
+
+}  // namespace fixtop

@@ -7,6 +7,8 @@
 #include <new>
 #include <type_traits>
 
+namespace fixtop {
+
 namespace {
 
 struct ParserDeleter {
@@ -121,3 +123,5 @@ class ExpatParser final : public XmlParser {
 std::unique_ptr<XmlParser> CreateXmlParser() {
     return std::make_unique<ExpatParser>();
 }
+
+}  // namespace fixtop

@@ -2,6 +2,10 @@
 
 #include <windows.h>
 
+namespace fixtop {
+
 void WriteToDebugChannel(const char* text) {
     OutputDebugStringA(text);
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 
 #include "platform/windows/wide_text.h"
 
+namespace fixtop {
+
 namespace {
 
 bool IsFile(const std::wstring& name) {
@@ -44,3 +46,5 @@ std::string FindFileOnPath(const std::string& name) {
     const std::wstring path = Search(*wide);
     return IsFile(path) ? Narrow(path) : std::string();
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 // The component services follow the base header.
 #include <objbase.h>
 
+namespace fixtop {
+
 namespace {
 
 // {00000003-0000-0000-C000-000000000046}
@@ -31,3 +33,5 @@ bool FreeThreadedMarshaler::Query(void* object, const void* interface_id, void**
     }
     return SUCCEEDED(AsUnknown(inner_)->QueryInterface(kMarshalInterface, out));
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 #include "platform/names.h"
 #include "platform/windows/own_module.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr std::string_view kOwnName = "fixtop.dll";
@@ -101,3 +103,5 @@ ModuleSystem& SystemModules() {
     static DynamicLoader loader;
     return loader;
 }
+
+}  // namespace fixtop

@@ -2,5 +2,9 @@
 
 #include <windows.h>
 
+namespace fixtop {
+
 // The module that this code is linked into: the library, or a program that links it statically.
 HMODULE OwnModule();
+
+}  // namespace fixtop

@@ -2,6 +2,8 @@
 
 #include "platform/windows/own_module.h"
 
+namespace fixtop {
+
 std::string_view FindSystemResource(const std::string& name) {
     const HMODULE module = OwnModule();
     const HRSRC found = FindResourceA(module, name.c_str(), "XML_FILE");
@@ -11,3 +13,5 @@ std::string_view FindSystemResource(const std::string& name) {
     if (bytes == nullptr) return {};
     return {static_cast<const char*>(bytes), SizeofResource(module, found)};
 }
+
+}  // namespace fixtop

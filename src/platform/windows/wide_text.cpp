@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace fixtop {
+
 std::optional<std::wstring> Widen(std::string_view utf8) {
     const auto convert = [&](wchar_t* wide, int size) {
         return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, utf8.data(),
@@ -23,3 +25,5 @@ std::string Narrow(std::wstring_view wide) {
     convert(utf8.data(), static_cast<int>(utf8.size()));
     return utf8;
 }
+
+}  // namespace fixtop

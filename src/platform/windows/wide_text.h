@@ -6,6 +6,10 @@
 #include <string>
 #include <string_view>
 
+namespace fixtop {
+
 // Nothing for bytes that are no UTF-8.
 std::optional<std::wstring> Widen(std::string_view utf8);
 std::string Narrow(std::wstring_view wide);
+
+}  // namespace fixtop

@@ -10,6 +10,8 @@
 
 #include "platform/windows/wide_text.h"
 
+namespace fixtop {
+
 // The interfaces of the system have no virtual destructor, and nothing is deleted through them.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
@@ -274,3 +276,5 @@ std::unique_ptr<XmlParser> CreateXmlParser() {
     if (!parser->Usable()) return nullptr;
     return parser;
 }
+
+}  // namespace fixtop

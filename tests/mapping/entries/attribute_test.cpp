@@ -5,6 +5,8 @@
 #include "mapping/nodes/attribute_cursor.h"
 #include "model_fixture.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -23,7 +25,7 @@ std::string DisplayIn(FIIteratorBase& it, const char* unit, bool spec = false,
     } else {
         it.SetDisplayUnit(FIValue(unit), quantity, out);
     }
-    return ::Shown(out);
+    return fixtop::Shown(out);
 }
 
 double Number(FIIteratorBase& it, const char* name = "value") {
@@ -508,7 +510,7 @@ TEST_F(Model, units_of_the_nodes_are_set_by_the_applications_names) {
         } else {
             it->SetUnit(Text(unit), out);
         }
-        return ::Shown(out);
+        return fixtop::Shown(out);
     };
     ScriptNode& calculated = *faces.children[1];
     ScriptNode& specified = *faces.children[2];
@@ -536,7 +538,7 @@ TEST_F(Model, value_operations_reach_the_face) {
         if (unit && !spec) it->SetValueInUnit(given, Text(unit), 0, out);
         if (!unit && spec) it->SetSpecValue(given, 0, out);
         if (!unit && !spec) it->SetValue(given, 0, out);
-        return ::Shown(out);
+        return fixtop::Shown(out);
     };
     EXPECT_EQ("(NULL)", value("Flowsheet.Stream.Pressure", 8, false));
     EXPECT_EQ("REAL 8", Raw(*feed.children[1]));
@@ -625,7 +627,7 @@ TEST_F(Model, alternate_rows_are_the_second_nodes) {
         cursor->GetKey(out);
         EXPECT_EQ("alt_value", out.ToText());
         cursor->GetValue(out);
-        EXPECT_EQ("REAL 3", ::Shown(out));
+        EXPECT_EQ("REAL 3", fixtop::Shown(out));
     }
     ASSERT_TRUE(cursor->SeekName(kFromFirst, "uom"));
     cursor->GetValue(out);
@@ -664,7 +666,7 @@ TEST_F(Model, attribute_cursor_moves_like_a_table) {
     const auto key = [](FIAttributeCursorBase& at) {
         FIValue out;
         at.GetKey(out);
-        return ::Shown(out);
+        return fixtop::Shown(out);
     };
     EXPECT_TRUE(cursor->AtBegin());
     EXPECT_EQ("value", key(*cursor));
@@ -708,7 +710,7 @@ TEST_F(Model, attribute_cursor_reads_without_the_variables_of_a_reader_that_has_
         FIValue out;
         EXPECT_TRUE(at.SeekName(kFromFirst, name));
         at.GetValue(out);
-        return ::Shown(out);
+        return fixtop::Shown(out);
     };
     const std::string own = read(*cursor, "value");
     auto reader = Ref<FIIteratorBase>::Adopt(it->Copy());
@@ -729,3 +731,5 @@ TEST_F(Model, attribute_cursor_reads_without_the_variables_of_a_reader_that_has_
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -24,6 +24,8 @@
 #include "support/scripted_tree.h"
 #include "support/temporary_folder.h"
 
+namespace fixtop {
+
 inline constexpr char kModelModule[] = "model_test.dll";
 
 inline constexpr char kTestClasses[] = R"(<QZClassLibrary>
@@ -297,3 +299,5 @@ class Model : public testing::Test {
         for (const char* name : {"S0", "S1"}) sheetChild("Specs").Add(name).Set("value", name);
     }
 };
+
+}  // namespace fixtop

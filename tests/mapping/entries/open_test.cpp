@@ -7,6 +7,8 @@
 #include "model_fixture.h"
 #include "support/cursor_harness.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::Contains;
@@ -361,3 +363,5 @@ TEST_F(Model, dictionary_cursors_behave_as_cursors) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "framework/empties.h"
 #include "model_fixture.h"
 
+namespace fixtop {
+
 namespace {
 
 using testing::ElementsAre;
@@ -473,3 +475,5 @@ TEST_F(Model, host_paths_are_asked_of_the_second_node_too) {
 }
 
 }  // namespace
+
+}  // namespace fixtop

@@ -1,6 +1,8 @@
 #include "words/makers.h"
 #include "words/node_word.h"
 
+namespace fixtop {
+
 namespace {
 
 class Attrs final : public NodeWord {
@@ -27,3 +29,5 @@ class Attrs final : public NodeWord {
 std::unique_ptr<Word> MakeAttrs() {
     return std::make_unique<Attrs>();
 }
+
+}  // namespace fixtop

@@ -5,6 +5,8 @@
 #include "view.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 std::vector<std::string> LinesOf(FIIteratorBase& node, const char* attribute) {
@@ -140,3 +142,5 @@ class Classes final : public Word {
 std::unique_ptr<Word> MakeClasses() {
     return std::make_unique<Classes>();
 }
+
+}  // namespace fixtop

@@ -4,6 +4,8 @@
 #include "shell_line.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 // One line of the tour with what must come of it.
@@ -87,3 +89,5 @@ class Demo final : public Word {
 std::unique_ptr<Word> MakeDemo() {
     return std::make_unique<Demo>();
 }
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "words/makers.h"
 #include "words/node_word.h"
 
+namespace fixtop {
+
 namespace {
 
 // One of the nodes of the application on which a neutral node stands.
@@ -80,3 +82,5 @@ class Explain final : public NodeWord {
 std::unique_ptr<Word> MakeExplain() {
     return std::make_unique<Explain>();
 }
+
+}  // namespace fixtop

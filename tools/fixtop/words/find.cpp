@@ -1,6 +1,8 @@
 #include "search.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Find final : public Word {
@@ -41,3 +43,5 @@ class Find final : public Word {
 std::unique_ptr<Word> MakeFind() {
     return std::make_unique<Find>();
 }
+
+}  // namespace fixtop

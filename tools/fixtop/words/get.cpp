@@ -5,6 +5,8 @@
 #include "terminal.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Get final : public Word {
@@ -101,3 +103,5 @@ class Get final : public Word {
 std::unique_ptr<Word> MakeGet() {
     return std::make_unique<Get>();
 }
+
+}  // namespace fixtop

@@ -1,6 +1,8 @@
 #include "words/makers.h"
 #include "words/node_word.h"
 
+namespace fixtop {
+
 namespace {
 
 class Ls final : public NodeWord {
@@ -39,3 +41,5 @@ class Ls final : public NodeWord {
 std::unique_ptr<Word> MakeLs() {
     return std::make_unique<Ls>();
 }
+
+}  // namespace fixtop

@@ -6,6 +6,8 @@
 
 #include "word.h"
 
+namespace fixtop {
+
 std::unique_ptr<Word> MakeAttrs();
 std::unique_ptr<Word> MakeCd();
 std::unique_ptr<Word> MakeClasses();
@@ -26,3 +28,5 @@ std::unique_ptr<Word> MakeSolve();
 std::unique_ptr<Word> MakeTable();
 std::unique_ptr<Word> MakeTree();
 std::unique_ptr<Word> MakeWatch();
+
+}  // namespace fixtop

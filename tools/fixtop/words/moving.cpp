@@ -3,6 +3,8 @@
 #include "case_session.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Cd final : public Word {
@@ -92,3 +94,5 @@ std::unique_ptr<Word> MakeHelp() {
 std::unique_ptr<Word> MakeQuit() {
     return std::make_unique<Quit>();
 }
+
+}  // namespace fixtop

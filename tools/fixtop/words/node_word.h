@@ -5,6 +5,8 @@
 #include "case_session.h"
 #include "word.h"
 
+namespace fixtop {
+
 class NodeWord : public Word {
  public:
     ExitCode Run(Surroundings& around) final {
@@ -32,3 +34,5 @@ class NodeWord : public Word {
     std::string path_;
     bool json_ = false;
 };
+
+}  // namespace fixtop

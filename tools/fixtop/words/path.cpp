@@ -2,6 +2,8 @@
 #include "line_text.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Path final : public Word {
@@ -32,3 +34,5 @@ class Path final : public Word {
 std::unique_ptr<Word> MakePath() {
     return std::make_unique<Path>();
 }
+
+}  // namespace fixtop

@@ -3,6 +3,8 @@
 #include "store.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Set final : public Word {
@@ -62,3 +64,5 @@ class Set final : public Word {
 std::unique_ptr<Word> MakeSet() {
     return std::make_unique<Set>();
 }
+
+}  // namespace fixtop

@@ -8,6 +8,8 @@
 #include "terminal.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Shell final : public Word {
@@ -90,3 +92,5 @@ std::unique_ptr<Word> MakeShell() {
 std::unique_ptr<Word> MakeComplete() {
     return std::make_unique<Complete>();
 }
+
+}  // namespace fixtop

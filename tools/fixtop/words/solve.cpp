@@ -3,6 +3,8 @@
 #include "terminal.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 class Solve final : public Word {
@@ -62,3 +64,5 @@ class Solve final : public Word {
 std::unique_ptr<Word> MakeSolve() {
     return std::make_unique<Solve>();
 }
+
+}  // namespace fixtop

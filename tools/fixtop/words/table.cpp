@@ -6,6 +6,8 @@
 #include "search.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 using Cells = std::map<std::string, TableCell>;  // by heading
@@ -197,3 +199,5 @@ class TableWord final : public Word {
 std::unique_ptr<Word> MakeTable() {
     return std::make_unique<TableWord>();
 }
+
+}  // namespace fixtop

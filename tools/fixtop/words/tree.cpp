@@ -3,6 +3,8 @@
 #include "words/makers.h"
 #include "words/node_word.h"
 
+namespace fixtop {
+
 namespace {
 
 class Tree final : public NodeWord {
@@ -80,3 +82,5 @@ class Tree final : public NodeWord {
 std::unique_ptr<Word> MakeTree() {
     return std::make_unique<Tree>();
 }
+
+}  // namespace fixtop

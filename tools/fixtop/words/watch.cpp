@@ -4,6 +4,8 @@
 #include "store.h"
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 // A node whose value is compared with what it was.
@@ -129,3 +131,5 @@ class Watch final : public Word {
 std::unique_ptr<Word> MakeWatch() {
     return std::make_unique<Watch>();
 }
+
+}  // namespace fixtop

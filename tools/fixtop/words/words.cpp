@@ -1,5 +1,7 @@
 #include "words/makers.h"
 
+namespace fixtop {
+
 namespace {
 
 constexpr WordRow kWords[] = {
@@ -86,3 +88,5 @@ constexpr WordRow kWords[] = {
 std::span<const WordRow> Words() {
     return kWords;
 }
+
+}  // namespace fixtop
