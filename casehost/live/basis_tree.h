@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "casehost/script.h"
+#include "casehost/store_watch.h"
 #include "fixtop/host/specification.h"
 
 namespace fixtop::casehost {
@@ -31,7 +31,7 @@ void ForEachObjectPath(Element& element, Visit visit) {
 
 class BasisTree {
  public:
-    BasisTree(Node& basis, Script& script);
+    BasisTree(Node& basis, StoreWatch& watch);
     ~BasisTree();
 
     // The objects of the case must be there; paths that name none are told.
@@ -56,7 +56,7 @@ class BasisTree {
     static void AddTable(const Element& element, SpecInfo& info);
 
     Node& basis_;
-    Script& script_;
+    StoreWatch& watch_;
     Elements elements_;
     // By the number in their address.
     std::vector<Element*> all_;

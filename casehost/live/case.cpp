@@ -34,14 +34,10 @@ CaseData WithoutObjects(const CaseData& data) {
 
 }  // namespace
 
-std::unique_ptr<Case> BuildCase(const CaseData& data, std::shared_ptr<Script> script) {
-    return std::make_unique<Case>(data, std::move(script));
-}
-
-Case::Case(const CaseData& data, std::shared_ptr<Script> script)
+Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
     : NodeOf(context_, nullptr, types::Case(), data.name),
-      script_(std::move(script)),
-      context_{this, script_.get(), data.recorded},
+      watch_(std::move(watch)),
+      context_{this, watch_.get(), data.recorded},
       basics_(WithoutObjects(data)),
       document_(host::Text(data.name), host::Text()) {
     main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
@@ -137,33 +133,6 @@ void Case::ResolveReferences(Node& node, const ObjectData& data) {
                              "port stream \"" + data.ports[p].stream + "\" names no object"});
     }
     if (node.Inner()) ResolveList(node.Inner()->Nodes(), data.sub_flowsheet->objects);
-}
-
-host::BasisManager* Case::Basis() {
-    return script_->Blank(Script::Answer::basis) ? nullptr : basis_.get();
-}
-
-const host::LinkedList* Case::ProcessDataTables() {
-    const bool none = data_tables_.Size() == 0 || script_->Blank(Script::Answer::data_tables);
-    return none ? nullptr : &data_tables_.List();
-}
-
-const host::LinkedList* Case::CaseUtilities() {
-    const bool none = utilities_.Size() == 0 || script_->Blank(Script::Answer::utilities);
-    return none ? nullptr : &utilities_.List();
-}
-
-host::FlowSheetSolver* Case::MainSolver() {
-    return script_->Blank(Script::Answer::solver) ? nullptr : solver_.get();
-}
-
-// One solver computes all flowsheets of a case, so it is the active one whenever it may be asked.
-host::FlowSheetSolver* Case::ActiveSolver() {
-    return script_->Blank(Script::Answer::active_solver) ? nullptr : MainSolver();
-}
-
-host::COnlineConnectivityManager* Case::OnlineManager() {
-    return script_->Blank(Script::Answer::online_manager) ? nullptr : manager_.get();
 }
 
 void Case::ForEachIn(NodeList& list, const ObjectVisitor& visit) {

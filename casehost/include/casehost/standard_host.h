@@ -11,8 +11,9 @@ namespace fixtop::casehost {
 
 // The name under which OpenCase opens the built-in case: a gas plant, read from demo/demo.json. Two
 // raw gases are mixed and chilled; the cold gas drives an expander and cools the recompressed flash
-// gas on its way to the sales line, the liquid is flashed, pumped and stabilised in a sub-flowsheet.
-// Beside it stands equipment that the solver has no model for, with numbers that were put down once.
+// gas on its way to the sales line, the liquid is flashed, pumped and stabilised in a
+// sub-flowsheet. Beside it stands equipment that the solver has no model for, with numbers that
+// were put down once.
 //
 // The constants of the compounds are from R. C. Reid, J. M. Prausnitz, B. E. Poling, The Properties
 // of Gases and Liquids, 4th ed., McGraw-Hill 1987, Appendix A. The rate data of the reactions are
