@@ -6,6 +6,7 @@
 #include "fixtop/host/services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
+#include "naming/references.h"
 
 namespace fixtop::casehost {
 

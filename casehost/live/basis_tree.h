@@ -20,15 +20,6 @@ namespace fixtop::casehost {
 class Node;
 class SpecInfo;
 
-// Calls `visit` with each path of an object in one element, in order.
-template <class Element, class Visit>
-void ForEachObjectPath(Element& element, Visit visit) {
-    if (element.kind == BasisElement::Kind::object) visit(element.text);
-    for (auto& column : element.columns) {
-        for (auto& path : column.objects) visit(path);
-    }
-}
-
 class BasisTree {
  public:
     BasisTree(Node& basis, StoreWatch& watch);

@@ -35,16 +35,16 @@ CaseData WithoutObjects(const CaseData& data) {
 }  // namespace
 
 Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
-    : NodeOf(context_, nullptr, types::Case(), data.name),
+    : NodeOf(context_, nullptr, &types::kCase, data.name),
       watch_(std::move(watch)),
       context_{this, watch_.get(), data.recorded},
       basics_(WithoutObjects(data)),
       document_(host::Text(data.name), host::Text()) {
-    main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
-    solver_ = Make<SolverNode>(context_, main_.get(), types::Solver(), kSolverName);
-    basis_ = Make<BasisNode>(context_, this, types::Basis(), kBasisName);
+    main_ = Make<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
+    solver_ = Make<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
+    basis_ = Make<BasisNode>(context_, this, &types::kBasis, kBasisName);
     if (data.online)
-        manager_ = Make<ManagerNode>(context_, this, types::OnlineManager(), kManagerName);
+        manager_ = Make<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
     FillFlowsheet(*main_, data.main);
     FillList(utilities_, this, data.utilities, TypeFamily::utility);
     FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
@@ -70,13 +70,13 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     std::unique_ptr<Node> node;
     if (family == TypeFamily::published) {
         node = Make<PublishedNode>(context_, owner, type, data.name);
-    } else if (type->IsA(types::MaterialStream())) {
+    } else if (type->IsA(&types::kMaterialStream)) {
         node = Make<StreamNode>(context_, owner, type, data.name);
-    } else if (type->IsA(types::TemplateOp())) {
+    } else if (type->IsA(&types::kTemplateOp)) {
         auto operation = Make<TemplateNode>(context_, owner, type, data.name);
         if (data.sub_flowsheet) {
             auto inner =
-                Make<FlowsheetNode>(context_, operation.get(), types::FlowSheet(), data.name);
+                Make<FlowsheetNode>(context_, operation.get(), &types::kFlowSheet, data.name);
             FillFlowsheet(*inner, *data.sub_flowsheet);
             operation->SetInner(std::move(inner));
         }
@@ -166,15 +166,15 @@ bool Case::HasOldResults() {
 
 void Case::ValueStored(Node& node) {
     change_to_tell_ = true;
-    if (node.Class()->IsA(types::Published())) return;
+    if (node.Class()->IsA(&types::kPublished)) return;
     MarkStale(node);
     solver_->CaseChanged();
 }
 
 void Case::MarkStale(Node& start) {
-    if (start.Class()->IsA(types::Reaction()) || &start == basis_.get()) {
+    if (start.Class()->IsA(&types::kReaction) || &start == basis_.get()) {
         ForEach([](Node& node) {
-            if (!node.Class()->IsA(types::Published())) node.SetStale(true);
+            if (!node.Class()->IsA(&types::kPublished)) node.SetStale(true);
         });
         return;
     }

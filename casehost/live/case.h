@@ -49,7 +49,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     void PurgeDeleted();
     std::size_t DeletedCount() const { return graveyard_.size(); }
 
-    // Paths of objects, as attachments name them (live/object_path.h), seen from the flowsheet of
+    // Paths of objects, as attachments name them (naming/object_path.h), seen from the flowsheet of
     // `from`, or from the main one when it is null.
     Node* FindByPath(std::string_view path, const Node* from);
     std::string PathOf(const Node& node, const Node* from);

@@ -309,7 +309,7 @@ host::Viewable* Node::OwnerOfType(const host::ObjectTypeInfo* type) {
 
 bool Node::LiesIn(host::Viewable* flowsheet) {
     return owner_ && flowsheet && owner_->View() == flowsheet &&
-           owner_->Class() == types::FlowSheet();
+           owner_->Class() == &types::kFlowSheet;
 }
 
 void Node::Status(const host::VarDescription& variable, host::ModifyState& state) {

@@ -13,7 +13,7 @@
 #include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
 #include "live/identity.h"
-#include "live/object_type.h"
+#include "naming/object_type.h"
 #include "live/shape.h"
 
 namespace fixtop::casehost {

@@ -37,11 +37,11 @@ host::VariableInfo* VariableTypeTable::FindVarInfo(host::VariableType type) {
 
 CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
     : owner_(owner), session_(owner, with_window) {
-    records_.ViewableObject = types::Viewable();
-    records_.SimulationObjectObject = types::SimulationObject();
-    records_.FlowSheetObjectObject = types::FlowSheetObject();
-    records_.UnitOpObject = types::UnitOp();
-    records_.TemplateOpObject = types::TemplateOp();
+    records_.ViewableObject = &types::kViewable;
+    records_.SimulationObjectObject = &types::kSimulationObject;
+    records_.FlowSheetObjectObject = &types::kFlowSheetObject;
+    records_.UnitOpObject = &types::kUnitOp;
+    records_.TemplateOpObject = &types::kTemplateOp;
 }
 
 unsigned CaseHost::ServicesImpl::DefaultUnits() {

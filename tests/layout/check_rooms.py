@@ -42,6 +42,21 @@ ROOMS = {
 ROOM_FOLDERS = ["src/", "include/"]
 FOLDERS = ["src", "include", "casehost", "tools"]
 
+# The case host's own rooms, by the folder below casehost/, and what each may include beside itself;
+# include/ is what others see of it. All but files/ may include that and what a host implements.
+CASEHOST_ROOMS = {
+    "include": [],
+    "files": [],
+    "units": ["include"],
+    "naming": ["include"],
+    "json": ["include", "naming", "files"],
+    "live": ["include", "naming"],
+    "process": ["include"],
+    "importer": ["include"],
+    "standard": ["include", "json", "live", "process", "importer"],
+}
+CASEHOST_LIBRARIES = {"zip.h": "importer", "pugixml.hpp": "importer", "nlohmann/*": "json",
+                      "expat.h": "the module"}
 # It can't reach platform/, so what it needs of an operating system has one source for each.
 CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
 # The header that says for each platform how the exports are marked.
@@ -152,13 +167,33 @@ def check_source(tree, name):
                 yield number, f"{found.group(1)}: platform differences belong to platform/"
 
 
+def casehost_room(tree, target):
+    """The case host's room of an included file, None when it is no file of the case host."""
+    for place in (target, f"casehost/{target}", f"casehost/include/{target}"):
+        if place in tree.files and place.startswith("casehost/"):
+            return place.split("/")[1]
+    return None
+
+
 def check_casehost(tree, name):
+    own = name.split("/")[1]
+    if own not in CASEHOST_ROOMS:
+        yield 1, f"casehost/{own} is no room of the plan"
+        return
     for number, quoted, text, target in tree.includes(name):
-        if f"casehost/{target}" in tree.files or target in tree.files:
+        their = casehost_room(tree, target)
+        if their is not None:
+            if their != own and their not in CASEHOST_ROOMS[own]:
+                yield number, f"casehost/{own}/ must not include {target}"
             continue
         room = room_of(target)
         if quoted and room is not None and room != "fixtop/host":
             yield number, f"casehost/ includes {target}: of the module it sees fixtop/host/ alone"
+        elif room is not None and own == "files":
+            yield number, f"casehost/files/ must not include {target}"
+        for library, owner in CASEHOST_LIBRARIES.items():
+            if fnmatch.fnmatch(text, library) and own != owner:
+                yield number, f"{text}: is for {owner}"
         if not quoted and is_os_header(text) and not matches(name, CASEHOST_PLATFORM):
             yield number, f"{text}: operating-system headers belong to casehost/files/<platform>/"
     if matches(name, CASEHOST_PLATFORM):

@@ -3,7 +3,7 @@
 
 #include "casehost/case_file.h"
 #include "casehost/importer.h"
-#include "demo/demo_text.h"
+#include "standard/demo_text.h"
 #include "process/process_engine.h"
 
 namespace fixtop::casehost {
