@@ -13,8 +13,8 @@
 #include <cstring>
 #include <span>
 
-#include "framework/cursor.h"
 #include "fixtop/entry.h"
+#include "framework/cursor.h"
 #include "framework/liveness.h"
 #include "framework/shield.h"
 #include "framework/small_object.h"
