@@ -77,7 +77,9 @@ FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 // The steps of a path expression as text; false and the parse error when it does not parse.
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
-// null keeps the one it has. Each line also goes to `listener`, until the next call; null for none.
+// null keeps the one it has, and with an
+// empty name none is written. Each line also goes to `listener`, until the next call; null for
+// none.
 FIXTOP_EXPORT void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text),
                                 void* owner);
 // How many operations of the module were given up since it was loaded because memory ran out. Such
@@ -117,6 +119,7 @@ FIXTOP_EXPORT int FixtopMatchPath(const FixtopPath* path, FIIteratorBase* start,
 // Where a path ends that leads nowhere.
 struct FixtopPathEnd {
     FIValue found;             // the part of it that leads somewhere, as it was written
+    FIValue name;              // of the next step, plainly
     FIValue step;              // the next step, without its parentheses
     FIValue parentheses;       // what that step is not found with, NULL when it is not there at all
     bool moreFollows = false;  // behind that step, so that its parentheses hold a key

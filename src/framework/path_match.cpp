@@ -103,9 +103,10 @@ int ForEachMatch(FIIterator& start, const PreparedPath& path, const MatchVisitor
 }
 
 PathEnd EndOf(FIIterator& start, const PreparedPath& path) {
-    PathEnd end{CopyOf(start), "", "", {}};
+    PathEnd end{CopyOf(start), "", "", "", {}};
     for (const PathStep* step : path.Steps()) {
         const Ref<FIIterator> next = CopyOf(*end.node);
+        end.name = step->name;
         end.step = path.BareText(*step);
         end.goes_on = step != path.Steps().back();
         if (!next->SeekPath(FIValue(end.step.c_str()))) return end;
@@ -113,6 +114,7 @@ PathEnd EndOf(FIIterator& start, const PreparedPath& path) {
             const Ref<FIIterator> entered = CopyOf(*end.node);
             if (!Enter(path, *step, end.goes_on, *entered)) {
                 end.parentheses = step->attribute;
+                end.found = JoinPath(end.found, end.step);
                 return end;
             }
             end.node = entered;
@@ -121,6 +123,9 @@ PathEnd EndOf(FIIterator& start, const PreparedPath& path) {
         }
         end.found = JoinPath(end.found, path.Text(*step));
     }
+    // What is left of it does not parse.
+    end.name.clear();
+    end.step.clear();
     return end;
 }
 

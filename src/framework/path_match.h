@@ -28,8 +28,9 @@ int ForEachMatch(FIIterator& start, const PreparedPath& path, const MatchVisitor
 // Where a path ends that leads nowhere.
 struct PathEnd {
     Ref<FIIterator> node;  // from which it goes no further
-    std::string found;     // the part of the path that led there
-    std::string step;      // the next step without its parentheses
+    std::string found;     // the part of the path that leads somewhere
+    std::string name;      // of the next step
+    std::string step;      // that step as it is written, without its parentheses
     // Set when that step leads to a node, but not with what stands in its parentheses.
     FIValue parentheses;
     bool goes_on = false;  // more is written behind those

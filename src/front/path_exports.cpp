@@ -83,7 +83,8 @@ FIIteratorBase* FixtopEndOfPath(const FixtopPath* path, FIIteratorBase* start, F
         if (!path || !it) return nullptr;
         const PathEnd found = EndOf(*it, path->path);
         end.found.SetText(found.found);
-        SetUnlessEmpty(end.step, found.step);
+        end.name.SetText(found.name);
+        end.step.SetText(found.step);
         end.parentheses = found.parentheses;
         end.moreFollows = found.goes_on;
         return found.node->Copy();

@@ -23,9 +23,9 @@ struct ModelFiles {
     std::string map = "hovexmap.xml";
     std::string units = "hunits.xml";
     std::string translateName = "Hovex";
-    ListLength listLength = ListLength::kByte;
     ModuleHandle unitResources = nullptr;   // where unit and map files have their resources
     ModuleHandle classResources = nullptr;  // null: the same place
+    ListLength listLength = ListLength::kByte;
 };
 
 // From the class definitions alone, without units and application, at the given class.
