@@ -1,4 +1,4 @@
-#include "live/object_path.h"
+#include "naming/object_path.h"
 
 namespace fixtop::casehost::path {
 

@@ -33,28 +33,30 @@ class ObjectType final : public host::ObjectTypeInfo {
 enum class TypeFamily { unit_op, utility, data_table, reaction, published };
 
 namespace types {
-const ObjectType* Viewable();
-const ObjectType* SimulationObject();
-const ObjectType* FlowSheetObject();
-const ObjectType* Stream();
-const ObjectType* MaterialStream();
-const ObjectType* UnitOp();
-const ObjectType* TemplateOp();
-const ObjectType* Correlation();
-const ObjectType* FlowSheet();
-const ObjectType* Solver();
-const ObjectType* Case();
-const ObjectType* Basis();
-const ObjectType* OnlineManager();
-const ObjectType* Utility();
-const ObjectType* DataTable();
-const ObjectType* Reaction();
-const ObjectType* Published();
+
+extern const ObjectType kViewable;
+extern const ObjectType kCase;
+extern const ObjectType kOnlineManager;
+extern const ObjectType kPublished;
+extern const ObjectType kSimulationObject;
+extern const ObjectType kFlowSheet;
+extern const ObjectType kSolver;
+extern const ObjectType kBasis;
+extern const ObjectType kCorrelation;
+extern const ObjectType kReaction;
+extern const ObjectType kDataTable;
+extern const ObjectType kUtility;
+extern const ObjectType kFlowSheetObject;
+extern const ObjectType kStream;
+extern const ObjectType kMaterialStream;
+extern const ObjectType kUnitOp;
+extern const ObjectType kTemplateOp;
 
 // The record of a class word, null for an unknown one.
 const ObjectType* Find(std::string_view word);
 // The same, but an unknown word becomes a class of its own below the family's.
 const ObjectType* FindOrMake(std::string_view word, TypeFamily family);
+
 }  // namespace types
 
 }  // namespace casehost

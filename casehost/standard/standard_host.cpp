@@ -3,6 +3,7 @@
 
 #include "casehost/case_file.h"
 #include "casehost/importer.h"
+#include "standard/demo_text.h"
 #include "process/process_engine.h"
 
 namespace fixtop::casehost {
@@ -15,7 +16,9 @@ void UseStandardParts(CaseHost& host) {
 
 OpenResult OpenCase(CaseHost& host, const std::string& path_or_name) {
     if (path_or_name != kDemoName) return host.Open(path_or_name);
-    OpenResult result = host.Open(DemoCase());
+    ReadResult demo = ReadCaseText("demo.json", kDemoText);
+    if (!demo.data) return {nullptr, std::move(demo.problems)};
+    OpenResult result = host.Open(*demo.data);
     result.opened->Solver().SolveOnce();
     const std::string& message = result.opened->Solver().Message();
     if (!message.empty()) result.problems.push_back({std::string(kDemoName), message});
