@@ -66,7 +66,7 @@ FIContext* GetTopHovexCtx(void* session, const char* library, const char* map, c
     return OrNull<FIContext>([=] {
         return HandOut(new Shielded<HAandCContext>(
             CaseOf(session),
-            ModelFiles{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
+            NeutralViewNames{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
     });
 }
 
