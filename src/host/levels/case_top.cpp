@@ -93,8 +93,16 @@ std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
              host::SimulationCase* simulation_case = self.life_->Case();
              out.Clear();
              if (simulation_case) out.SetText(simulation_case->IsVisible() ? "true" : "false");
+         },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetVisible(value, out);
+             return true;
          }},
-        {"attachments", [](Self& self, FIValue& out) { out.SetInt(self.attachments_ ? 1 : 0); }},
+        {"attachments", [](Self& self, FIValue& out) { out.SetInt(self.attachments_ ? 1 : 0); },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetAttachments(value, out);
+             return true;
+         }},
     };
     return rows;
 }
@@ -126,18 +134,10 @@ void FIXTopEntry::ReadStatus(FIValue& out) const {
     }
 }
 
-void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (*text == '\0') {
-        out = FIValue("No attribute name supplied");
-    } else if (std::strcmp(text, "attachments") == 0) {
-        SetAttachments(value, out);
-    } else if (std::strcmp(text, "visible") == 0) {
-        SetVisible(value, out);
-    } else {
-        out = FIValue("Attribute not supported.");
-    }
+void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    const bool is_named = name.IsText() && *name.CStr() != '\0';
+    WriteAttribute(*this, name, value, mode,
+                   is_named ? "Attribute not supported." : "No attribute name supplied", out);
 }
 
 void FIXTopEntry::SetAttachments(const FIValue& value, FIValue& out) {

@@ -42,9 +42,9 @@ std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
         {"is_container", ReadNumberRow<Self, 1>},
         {"no_containers_below",
          [](Self& self, FIValue& out) { out.SetInt(IsExactlyTemplateOp(self.Object()) ? 0 : 1); }},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
         {"isObject", ReadNumberRow<Self, 1>},
         {"isHierarchy", ReadNumberRow<Self, 1>,
          [](Self& self, std::intptr_t) { return IsTemplateOp(self.Object()); }},
@@ -60,9 +60,8 @@ void HTopEntry::GetName(FIValue& out) {
     if (object) out.SetText(object->GetName().CStr());
 }
 
-void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 HTopEntry::Below HTopEntry::FindBelow() {

@@ -106,9 +106,9 @@ bool HArraySetEntry::StandsWith(const LivingNode& other) const {
     return that && context_->IsSameList(*that->context_) && row_ == that->row_;
 }
 
-void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                                  FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 std::span<const AttrRow<HArraySetEntry>> HArraySetEntry::AttributeRows() {
@@ -133,9 +133,9 @@ std::span<const AttrRow<HArraySetEntry>> HArraySetEntry::AttributeRows() {
         {"isleaf", ReadNumberRow<Self, 0>},
         {"has_children",
          [](Self& self, FIValue& out) { out.SetInt(self.context_->ColumnCount() > 0 ? 1 : 0); }},
-        {kAttachments, NeverShown<Self>},
-        {kSkipCorrelations, NeverShown<Self>},
-        {kSkipAttachments, NeverShown<Self>},
+        AttachmentsRow<Self>(NeverShown<Self>),
+        SkipCorrelationsRow<Self>(NeverShown<Self>),
+        SkipAttachmentsRow<Self>(NeverShown<Self>),
     });
     return rows;
 }

@@ -103,8 +103,9 @@ void HVarDimsEntry::GetAttribute(const FIValue& name, FIValue& out) {
     ReadVariableAttribute(*this, name, out);
 }
 
-void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetVariableAttribute(*this, attachments_, name, value, out);
+void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                                 FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 void HVarDimsEntry::ReadMoniker(FIValue& out) const {
@@ -121,9 +122,9 @@ std::span<const AttrRow<HVarDimsEntry>> HVarDimsEntry::AttributeRows() {
         {"can_enter", [](Self& self, FIValue& out) { out.SetInt(IsScalar(self) ? 1 : 0); }},
         {"isleaf", [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 0 : 1); }},
         {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
     });
     return rows;
 }

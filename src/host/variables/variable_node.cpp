@@ -154,8 +154,8 @@ bool HVarsEntry::StandsWith(const LivingNode& other) const {
     return that && OwnerNumber() == that->OwnerNumber() && row_ == that->row_;
 }
 
-void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetVariableAttribute(*this, attachments_, name, value, out);
+void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 bool HVarsEntry::IsContainer() {
@@ -205,9 +205,9 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         {"offsetmoniker1", read_offset, 1, has_dimension},
         {"fullattachmoniker", [](Self& self, FIValue& out) { ReadFullMoniker(self.Holder(), out); },
          IsScalarAttachment<Self>},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
     });
     return rows;
 }
