@@ -5,6 +5,7 @@
 #include "framework/shielded_iterator.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"
@@ -54,7 +55,7 @@ FIEntry* GetTopFIEntryV() {
 
 FIEntry* GetTopFIEntry(void* notifyOwner) {
     return OrNull<FIEntry>([=]() -> FIEntry* {
-        if (!host::InstalledServices()) return nullptr;
+        if (!TheAdapter().Services()) return nullptr;
         auto context = Ref<FIContext>::Adopt(MakeTopContext(GetTopHovexCtx, nullptr));
         return HandOut(
             new Shielded<FITopEntry>(context.Get(), static_cast<FINotify*>(notifyOwner), nullptr));
@@ -151,14 +152,7 @@ void printECounts() {
 }
 
 void FixtopInstallHost(host::HostServices* services) {
-    static int ending = 0;
-    if (services == host::InstalledServices() && ending == 0) return;
-    const unsigned installation = host::ServicesInstallation();
-    ++ending;
-    memory::OrNothing(CaseLife::EndAll);
-    --ending;
-    // Who is told of the end may have installed a host, if only the same: that call came later.
-    if (host::ServicesInstallation() == installation) host::SetInstalledServices(services);
+    TheAdapter().Replace(services);
 }
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {

@@ -5,6 +5,7 @@
 #include "framework/empties.h"
 #include "framework/shield.h"
 #include "framework/subscribers.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 
 namespace fixtop {
@@ -17,11 +18,8 @@ constexpr char kBooleanExpected[] = "Argument mismatch, boolean value required."
 constexpr int kHidden = 0;
 constexpr int kShown = 4;
 
-FIXTopEntry::AttachCall g_attach_call = nullptr;
-
 SubscriberList& Subscribers() {
-    static SubscriberList subscribers;
-    return subscribers;
+    return TheAdapter().Subscribers();
 }
 
 // Brings the application's window to `state` when it is, or is not, hidden.
@@ -43,7 +41,7 @@ void HideCase(host::SimulationCase& simulation_case, host::Session& session) {
 void ShowCase(host::SimulationCase& simulation_case, host::Session& session) {
     ChangeWindow(session, true, kShown);
     session.HideDocument(&simulation_case, false);
-    host::InstalledServices()->UpdateViews(nullptr);
+    TheAdapter().Services()->UpdateViews(nullptr);
 }
 
 host::VarDescription Variable(const char* moniker) {
@@ -57,7 +55,7 @@ FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_ca
     : FITopEntry(context, nullptr, solver),
       life_(CaseLife::Of(CaseOrActive(simulation_case))),
       has_subscriptions_(notify_slot != nullptr) {
-    if (host::HostServices* services = host::InstalledServices()) {
+    if (host::HostServices* services = TheAdapter().Services()) {
         services->SetConfigData("ErrorsToTrace", 1.0, false);
         services->SetConfigData("NumErrsToTrace", 1.0, false);
     }
@@ -75,10 +73,6 @@ FIXTopEntry::~FIXTopEntry() {
 // The host's callback has told the subscribers of this case already, where it came this way.
 void FIXTopEntry::OnEnd() {
     Subscribers().TellEnd(life_.Get());
-}
-
-void FIXTopEntry::SetAttachCall(AttachCall call) {
-    g_attach_call = call;
 }
 
 std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
@@ -143,13 +137,14 @@ void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mo
 void FIXTopEntry::SetAttachments(const FIValue& value, FIValue& out) {
     attachments_ = value.AsInt() != 0;
     out.Clear();
-    if (!g_attach_call || !g_attach_call(GetContext(), attachments_)) {
+    const HostAdapter::AttachCall attach = TheAdapter().Attach();
+    if (!attach || !attach(GetContext(), attachments_)) {
         out = FIValue("Unable to set attachments");
     }
 }
 
 void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Session* session = services ? services->pSession() : nullptr;
     host::SimulationCase* simulation_case = life_->Case();
     if (!simulation_case || !session) {

@@ -2,6 +2,7 @@
 
 #include "framework/empties.h"
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/levels/flowsheet_nodes.h"
@@ -100,7 +101,7 @@ FIContext* HTopEntry::GetContext() {
 bool HTopEntry::CanHold() {
     host::Viewable* object = Object();
     if (!IsStream(object)) return false;
-    if (EditBatch().Add(object_)) {
+    if (TheAdapter().EditBatch().Add(object_)) {
         if (host::ProcessStream* stream = object->AsProcessStream()) {
             stream->BeginDeferCompNormalize();
             stream->StartCompositionEditSession();
@@ -111,9 +112,9 @@ bool HTopEntry::CanHold() {
 
 void HTopEntry::BeginBatch() {
     auto self = Ref<HTopEntry>::Share(this);
-    EditBatch().Remove(object_);
+    TheAdapter().EditBatch().Remove(object_);
     host::Viewable* object = Object();
-    if (EditBatch().IsOpen() || !IsStream(object)) return;
+    if (TheAdapter().EditBatch().IsOpen() || !IsStream(object)) return;
     if (host::ProcessStream* stream = object->AsProcessStream()) {
         memory::Outside([&] { stream->EndDeferCompNormalize(); });
     }

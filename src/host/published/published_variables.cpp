@@ -9,6 +9,7 @@
 #include "diagnostics/memory_guard.h"
 #include "framework/empties.h"
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/variables/variable_values.h"
 
@@ -19,7 +20,7 @@ namespace {
 constexpr char kPublished[] = "RTIVariable.500";
 
 host::VarType UnitTypeOf(host::RTIVariable& variable) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return host::kVariableUnitType;
     return services->GetUnitConvTypeFromVarType(
         services->GetVarTypeFromUnitString(variable.UnitText().CStr()));

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "diagnostics/memory_guard.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
@@ -72,7 +73,8 @@ std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
              const bool active = self.Case() && self.Case()->ActiveSolver() == self.MainSolver();
              out.SetText(active ? "true" : "false");
          }},
-        {"wait_for_solve", [](Self&, FIValue& out) { out.SetInt(WaitsForSolve() ? 1 : 0); },
+        {"wait_for_solve",
+         [](Self&, FIValue& out) { out.SetInt(TheAdapter().WaitsForSolve() ? 1 : 0); },
          [](Self& self, const FIValue& value, int, FIValue& out) {
              self.SetWaitForSolve(value, out);
              return true;
@@ -184,7 +186,7 @@ void HSSSolver::SetAutosolve(const FIValue& value, FIValue& out) {
 void HSSSolver::SetWaitForSolve(const FIValue& value, FIValue& out) {
     out.Clear();
     if (const std::optional<bool> wait = SwitchValue(value)) {
-        SetWaitsForSolve(*wait);
+        TheAdapter().SetWaitsForSolve(*wait);
     } else {
         out = FIValue(kMismatch);
     }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/specifications/array_set_row.h"
 #include "host/specifications/spec_context.h"
@@ -42,7 +43,7 @@ void ConvertColumns(host::ArraySetBlock& block, bool objects_are_there) {
                 }));
         } else {
             block.columns.Append(TextsOf(block.source_numbers, next_numbers, [](double number) {
-                return host::InstalledServices()->NumToText(number);
+                return TheAdapter().Services()->NumToText(number);
             }));
         }
     }

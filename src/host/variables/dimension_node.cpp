@@ -2,6 +2,7 @@
 
 #include "framework/empties.h"
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_rows.h"
 
@@ -80,7 +81,7 @@ HostObject<host::Viewable> HVarDimsEntry::Stream() const {
 bool HVarDimsEntry::CanHold() {
     if (IsGone() || Array().IsCompositionVariable()) return false;
     const HostObject<host::Viewable> stream = Stream();
-    if (stream.Get() && EditBatch().Add(stream)) {
+    if (stream.Get() && TheAdapter().EditBatch().Add(stream)) {
         if (auto* process = stream.Get()->AsProcessStream()) process->BeginDeferCompNormalize();
     }
     return true;
@@ -91,8 +92,8 @@ void HVarDimsEntry::BeginBatch() {
     if (IsGone() || Array().IsCompositionVariable()) return;
     const HostObject<host::Viewable> stream = Stream();
     if (!stream.Get()) return;
-    EditBatch().Remove(stream);
-    if (EditBatch().IsOpen()) return;
+    TheAdapter().EditBatch().Remove(stream);
+    if (TheAdapter().EditBatch().IsOpen()) return;
     if (auto* process = stream.Get()->AsProcessStream()) {
         memory::Outside([&] { process->EndDeferCompNormalize(); });
     }
@@ -110,7 +111,7 @@ void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int 
 
 void HVarDimsEntry::ReadMoniker(FIValue& out) const {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     out.SetText(services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str() +
                 address_.GetFilledMoniker().Str());

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/variables/dimension_context.h"
 #include "host/variables/variable_rows.h"
 
@@ -126,7 +127,7 @@ void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars
 
 void HVarsEntry::ReadMoniker(FIValue& out) {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     std::string moniker = services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str();
     const std::string variable = row_->TextDescription().Str();
