@@ -22,7 +22,8 @@ usage: ./go <command>
 
   demo            build and show a case as a tree
   test            build and run the tests on Linux
-  test --all      the same, then again with sanitizers and leak check, then as Windows programs
+  test --all      the same, then again with sanitizers and leak check, then as Windows programs;
+                  and everything linked once more to find names that are defined in two ways
   bench           build and run the benchmarks
   fuzz [minutes]  build the fuzz targets and run each for some minutes (default 1)
   soak [steps]    run the random client with sanitizers, so many steps in each view (default 1000000)
@@ -117,6 +118,9 @@ asan_suite() (
     build asan && run_ctest asan
 )
 
+# Nothing is run: the linker compares what the sources of each program say of one name.
+odr_suite() { build lto; }
+
 # The Wine server is started apart from ctest: one that ctest starts keeps ctest's pipes open and
 # ctest then waits for it for ever.
 windows_suite() (
@@ -155,6 +159,7 @@ cmd_test() {
     suite release "Linux" linux_suite
     if [[ $all == 1 ]]; then
         suite asan "Linux, sanitizers and leak check" asan_suite
+        suite lto "Linux, one definition a name (link only)" odr_suite
         suite windows "Windows programs under Wine" windows_suite
     fi
     summarize

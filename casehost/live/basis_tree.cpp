@@ -3,7 +3,7 @@
 #include <charconv>
 
 #include "casehost/units.h"
-#include "fixtop/host/services.h"
+#include "fixtop/host/local_services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
 #include "naming/references.h"
@@ -27,7 +27,7 @@ host::Viewable* ViewOf(Node* node) {
 class ClientUnit {
  public:
     ClientUnit() = default;
-    explicit ClientUnit(const BasisElement& data) : services_(host::InstalledServices()) {
+    explicit ClientUnit(const BasisElement& data) : services_(host::LocalServices()) {
         const Quantity* quantity = FindQuantity(data.quantity);
         if (services_ && quantity) {
             unit_ = services_->def_unit(quantity->type, services_->DefaultUnits());

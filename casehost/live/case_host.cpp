@@ -5,6 +5,7 @@
 #include <map>
 
 #include "casehost/file_path.h"
+#include "fixtop/host/local_services.h"
 #include "live/case.h"
 #include "live/services_impl.h"
 
@@ -59,13 +60,13 @@ void RegisterWriter(const std::string& extension, CaseWriter writer) {
 CaseHost::CaseHost(bool with_window)
     : watch_(std::make_shared<StoreWatch>()),
       services_(std::make_unique<ServicesImpl>(*this, with_window)) {
-    host::SetInstalledServices(services_.get());
+    host::SetLocalServices(services_.get());
 }
 
 CaseHost::~CaseHost() {
     while (!cases_.empty()) Close(*cases_.back());
     closed_.clear();
-    if (host::InstalledServices() == services_.get()) host::SetInstalledServices(nullptr);
+    if (host::LocalServices() == services_.get()) host::SetLocalServices(nullptr);
 }
 
 host::HostServices& CaseHost::Services() {

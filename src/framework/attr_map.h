@@ -6,15 +6,15 @@
 //     static std::span<const AttrRow<T>> AttributeRows();
 //
 // in the order in which the attributes are listed, and has AddRef, Release, GetVarSet and
-// SetVarSet. A lookup takes the first row of a name; a row that is not available is as if it did
-// not exist.
+// SetVarSet. A lookup takes the first row of a name; for readers a row that is not available is as
+// if it did not exist.
 
 #include <cstdint>
 #include <cstring>
 #include <span>
 
-#include "framework/cursor.h"
 #include "fixtop/entry.h"
+#include "framework/cursor.h"
 #include "framework/liveness.h"
 #include "framework/shield.h"
 #include "framework/small_object.h"
@@ -27,6 +27,8 @@ struct AttrRow {
     using Available = bool (*)(T& owner, std::intptr_t extra);
     using Plain = void (*)(T& owner, FIValue& out);
     using WithExtra = void (*)(T& owner, FIValue& out, std::intptr_t extra);
+    // Takes a write, `out` being NULL or the message then. False: it is refused as any other name.
+    using Writer = bool (*)(T& owner, const FIValue& value, int mode, FIValue& out);
 
     // Kind 0: no handler, reads give NULL. Kind 1: handler(owner, out). Kind 2: with `extra`.
     constexpr AttrRow(const char* row_name, Available is_available = nullptr)
@@ -37,6 +39,11 @@ struct AttrRow {
     constexpr AttrRow(const char* row_name, WithExtra handler, std::intptr_t row_extra,
                       Available is_available = nullptr)
         : name(row_name), kind(2), available(is_available), with_extra(handler), extra(row_extra) {}
+    // Kind 1 that can be written, whether it is available or not.
+    constexpr AttrRow(const char* row_name, Plain handler, Writer writer)
+        : name(row_name), kind(1), available(nullptr), plain(handler), write(writer) {}
+    constexpr AttrRow(const char* row_name, Plain handler, Available is_available, Writer writer)
+        : name(row_name), kind(1), available(is_available), plain(handler), write(writer) {}
 
     bool IsAvailable(T& owner) const { return !available || available(owner, extra); }
     void Read(T& owner, FIValue& out) const {
@@ -61,6 +68,7 @@ struct AttrRow {
         WithExtra with_extra;
     };
     std::intptr_t extra = 0;
+    Writer write = nullptr;
 };
 
 // Whether the owner has lost what it stood on. Never for one that stands on nothing.
@@ -70,14 +78,20 @@ bool HasLostItsObject(const T& owner) {
     return false;
 }
 
+// The row of a name, available or not; null when there is none.
 template <class T>
-const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
+const AttrRow<T>* FindAnyAttrRow(const char* name) {
     if (!name) return nullptr;
     for (const AttrRow<T>& row : T::AttributeRows()) {
-        if (*row.name == *name && std::strcmp(row.name, name) == 0)
-            return row.IsAvailable(owner) ? &row : nullptr;
+        if (*row.name == *name && std::strcmp(row.name, name) == 0) return &row;
     }
     return nullptr;
+}
+
+template <class T>
+const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
+    const AttrRow<T>* row = FindAnyAttrRow<T>(name);
+    return row && row->IsAvailable(owner) ? row : nullptr;
 }
 
 // Reads by name; NULL for a name that the owner does not show. An owner whose object is gone says
@@ -90,6 +104,17 @@ void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
     } else {
         out.Clear();
     }
+}
+
+// Writes by name. A name without a row and a row without writer answer `refusal`; an owner whose
+// object is gone says so whatever is written.
+template <class T>
+void WriteAttribute(T& owner, const FIValue& name, const FIValue& value, int mode,
+                    const char* refusal, FIValue& out) {
+    if (HasLostItsObject(owner)) return out.SetText(kNodeDeletedText);
+    const AttrRow<T>* row = name.IsText() ? FindAnyAttrRow<T>(name.CStr()) : nullptr;
+    const bool is_taken = row && row->write && row->write(owner, value, mode, out);
+    if (!is_taken) out = FIValue(refusal);
 }
 
 // Starts at count 0; the first AddRef counts the owner, the last Release gives it back. A new

@@ -5,12 +5,14 @@
 #include "framework/shielded_iterator.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"
 #include "host/solver/shielded_solver.h"
 #include "host/solver/solver.h"
 #include "path/tokenizer.h"
+#include "platform/open_file.h"
 
 namespace fixtop {
 
@@ -54,7 +56,7 @@ FIEntry* GetTopFIEntryV() {
 
 FIEntry* GetTopFIEntry(void* notifyOwner) {
     return OrNull<FIEntry>([=]() -> FIEntry* {
-        if (!host::InstalledServices()) return nullptr;
+        if (!TheAdapter().Services()) return nullptr;
         auto context = Ref<FIContext>::Adopt(MakeTopContext(GetTopHovexCtx, nullptr));
         return HandOut(
             new Shielded<FITopEntry>(context.Get(), static_cast<FINotify*>(notifyOwner), nullptr));
@@ -66,7 +68,7 @@ FIContext* GetTopHovexCtx(void* session, const char* library, const char* map, c
     return OrNull<FIContext>([=] {
         return HandOut(new Shielded<HAandCContext>(
             CaseOf(session),
-            ModelFiles{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
+            NeutralViewNames{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
     });
 }
 
@@ -151,14 +153,7 @@ void printECounts() {
 }
 
 void FixtopInstallHost(host::HostServices* services) {
-    static int ending = 0;
-    if (services == host::InstalledServices() && ending == 0) return;
-    const unsigned installation = host::ServicesInstallation();
-    ++ending;
-    memory::OrNothing(CaseLife::EndAll);
-    --ending;
-    // Who is told of the end may have installed a host, if only the same: that call came later.
-    if (host::ServicesInstallation() == installation) host::SetInstalledServices(services);
+    TheAdapter().Replace(services);
 }
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {
@@ -179,7 +174,7 @@ bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& erro
 void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text), void* owner) {
     memory::OrNothing([=] {
         ModuleLog().SetListener(listener, owner);
-        if (file) SetLogFile(file);
+        if (file) SetLogFile(*file ? file : NullDevice());
     });
 }
 

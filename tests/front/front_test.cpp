@@ -160,7 +160,7 @@ TEST_F(Front, combined_top_has_models_solver_and_notification) {
 TEST_F(Front, the_context_gets_the_names_of_the_files) {
     auto top = Ref<FIEntry>::Adopt(GetCombinedEntry(&host.simulation_case));
     auto context = Ref<FIContext>::Adopt(top->GetContext());
-    const ModelFiles& files = static_cast<HAandCContext*>(context.Get())->Files();
+    const NeutralViewNames& files = static_cast<HAandCContext*>(context.Get())->Files();
     EXPECT_EQ("QSIAllLibraries.xml", files.library);
     EXPECT_EQ("hovexmap.xml", files.map);
     EXPECT_EQ("hunits.xml", files.units);

@@ -7,6 +7,7 @@
 
 #include "../casehost/case_builder.h"
 #include "fixtop/reference.h"
+#include "host/adapter.h"
 #include "live_case.h"
 
 namespace fixtop {
@@ -269,7 +270,7 @@ TEST_F(CaseWalk, a_reference_keeps_to_its_own_of_several_elements_of_one_name) {
     casehost::CaseData data;
     data.main.objects = {casehost::test::Object("S1", "MaterialStreamObject")};
     data.basis = {group, table};
-    host::SetInstalledServices(&host.Services());
+    TheAdapter().Install(&host.Services());
     const casehost::OpenResult opened = host.Open(data);
     ASSERT_TRUE(opened);
     casehost::Case& live = *opened.opened;

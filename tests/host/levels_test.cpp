@@ -8,6 +8,7 @@
 #include "framework/empties.h"
 #include "framework/iterator.h"
 #include "framework/top_entry.h"
+#include "host/adapter.h"
 #include "host/levels/case_nodes.h"
 #include "host/levels/flowsheet_nodes.h"
 #include "host/levels/model_nodes.h"
@@ -486,7 +487,7 @@ TEST_F(Levels, numbers_that_the_host_does_not_answer_for_count_as_none) {
     struct Numbered {
         std::uint64_t Identity() const { return 7; }
     };
-    EXPECT_EQ(0u, host::IdentityOf(Numbered()));
+    EXPECT_EQ(0u, IdentityOf(Numbered()));
 }
 
 TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {

@@ -11,6 +11,7 @@
 
 #include "casehost/standard_host.h"
 #include "framework/iterator.h"
+#include "host/adapter.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"
 #include "live/case.h"
@@ -23,14 +24,14 @@ using NodeRef = Ref<FIIteratorBase>;
 
 class LiveCase : public testing::Test {
  protected:
-    ~LiveCase() override { host::SetInstalledServices(nullptr); }
+    ~LiveCase() override { TheAdapter().Install(nullptr); }
 
     void Open(const std::string& name) {
         casehost::UseStandardParts(host);
         script = HostScript::Over(host);
         const casehost::OpenResult result = casehost::OpenCase(host, name);
         ASSERT_TRUE(result) << name;
-        host::SetInstalledServices(&host.Services());
+        TheAdapter().Install(&host.Services());
     }
     NodeRef Top() {
         auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));

@@ -13,6 +13,7 @@ HEADERS = {
     "include/fixtop/iterator.h": [],
     "include/fixtop/entry.h": [],
     "include/fixtop/host/viewable.h": [],
+    "include/fixtop/client/case.h": [],
     "src/host/h_entry.h": [],
     "src/framework/attr_map.h": [],
     "src/collection/element.h": [],
@@ -82,7 +83,11 @@ ALLOWED = [
     ("tools/fixtop/a.cpp", "fixtop/fixtop.h"),
     ("tools/fixtop/a.cpp", "fixtop/value.h"),
     ("tools/fixtop/a.cpp", "fixtop/iterator.h"),
-    ("tools/fixtop/a.cpp", "casehost/case_data.h"),
+    ("tools/fixtop/a.cpp", "fixtop/client/case.h"),
+    ("client/a.cpp", "fixtop/fixtop.h"),
+    ("client/a.cpp", "fixtop/client/case.h"),
+    ("client/built_in_host.cpp", "casehost/case_data.h"),
+    ("include/fixtop/client/a.h", "fixtop/iterator.h"),
 ]
 
 FORBIDDEN = [
@@ -127,6 +132,12 @@ FORBIDDEN = [
     ("casehost/standard/a.cpp", "files/draft.h"),
     ("casehost/live/a.cpp", "standard/demo_text.h"),
     ("tools/fixtop/a.cpp", "framework/attr_map.h"),
+    ("tools/fixtop/a.cpp", "casehost/case_data.h"),
+    ("client/a.cpp", "framework/attr_map.h"),
+    ("client/a.cpp", "fixtop/host/viewable.h"),
+    ("client/a.cpp", "casehost/case_data.h"),
+    ("include/fixtop/a.h", "fixtop/client/case.h"),
+    ("src/framework/a.cpp", "fixtop/client/case.h"),
     ("tools/fixtop/a.cpp", "fixtop/host/viewable.h"),
     ("tools/fixtop/a.cpp", "casehost/node.h"),
     ("tools/fixtop/a.cpp", "../../casehost/live/node.h"),
@@ -180,6 +191,19 @@ class CheckRooms(unittest.TestCase):
         for header in ("string", "cstdint", "filesystem", "system_error"):
             with self.subTest(header=header):
                 self.assertEqual(told("src/value/a.cpp", f"#include <{header}>"), [])
+
+    def test_full_folder_is_told(self):
+        files = {f"src/value/s{i}.cpp": [] for i in range(26)}
+        self.assertEqual(complaints(Tree(files)), ["src/value:1: 26 sources, more than 25"])
+        del files["src/value/s0.cpp"]
+        self.assertEqual(complaints(Tree(files)), [])
+
+    def test_circle_is_told(self):
+        files = {"src/value/a.h": [include("value/b.h")], "src/value/b.h": [include("c.h")],
+                 "src/value/c.h": [include("value/a.h")]}
+        self.assertEqual(complaints(Tree(files)),
+                         ["src/value/a.h:1: includes itself by src/value/b.h, src/value/c.h, "
+                          "src/value/a.h"])
 
     def test_folder_outside_the_plan_is_told(self):
         self.assertEqual(told("src/cellar/a.cpp", ""),

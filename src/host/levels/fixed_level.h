@@ -61,10 +61,11 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
         return that && index_ == that->index_ && Life() == that->Life() &&
                context_->IsSameList(*that->context_);
     }
-    void SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) override {
-        if (IsGone()) return out.SetText(kNodeDeletedText);
-        SetSwitches(*this, attachments_, name, value, Derived::kRefusal, out);
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
+        WriteAttribute(static_cast<Derived&>(*this), name, value, mode, Derived::kRefusal, out);
     }
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  protected:
     FixedEntry(Context* context, int index)
@@ -80,9 +81,9 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
             {"display_name", ReadNameRow<Derived>},
             {"isleaf", ReadNumberRow<Derived, 0>},
             {"is_container", ReadNumberRow<Derived, 0>},
-            {kAttachments, NeverShown<Derived>},
-            {kSkipCorrelations, NeverShown<Derived>},
-            {kSkipAttachments, NeverShown<Derived>},
+            AttachmentsRow<Derived>(NeverShown<Derived>),
+            SkipCorrelationsRow<Derived>(NeverShown<Derived>),
+            SkipAttachmentsRow<Derived>(NeverShown<Derived>),
         });
         PlaceRows(rows, given);
         return rows;

@@ -24,7 +24,7 @@ host::COnlineConnectivityManager* ManagerOf(host::SimulationCase* simulation_cas
 
 }  // namespace
 
-HAandCContext::HAandCContext(host::SimulationCase* simulation_case, ModelFiles files)
+HAandCContext::HAandCContext(host::SimulationCase* simulation_case, NeutralViewNames files)
     : FixedContext(simulation_case, true), files_(std::move(files)) {}
 
 void HAandCContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {

@@ -37,6 +37,7 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
     std::uint64_t ObjectNumber() const final { return object_.Number(); }
     bool IsTracked() const final { return object_.IsTracked(); }
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  private:
     // What lies below: decided anew at each question, as the host may have changed.

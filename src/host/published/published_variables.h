@@ -77,6 +77,7 @@ class HPublishEntry : public AttrMapEntry<HPublishEntry>, public LivingNode {
  private:
     bool HasUnit() const { return unit_type_ != host::kVariableUnitType; }
     void ReadValue(FIValue& out);
+    void Store(const FIValue& value, FIValue& out);
 
     Ref<HPublishContext> context_;
     HostObject<host::RTIVariable> variable_;

@@ -73,6 +73,9 @@ class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
 
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
+
  private:
     Ref<HArraySetContext> context_;
     int row_;

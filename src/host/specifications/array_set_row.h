@@ -61,6 +61,9 @@ class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public Livin
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }
 
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
+
  private:
     Ref<HArraySetElemContext> context_;
     int column_;

@@ -2,6 +2,7 @@
 
 #include "fixtop/host/services.h"
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/specifications/spec_context.h"
 
 namespace fixtop {
@@ -32,7 +33,7 @@ host::CSpecInfo* NewFilledInfo(host::HostServices& services, host::Viewable* obj
 
 Ref<HSpecFill> HSpecFill::Make(const HostObject<host::Viewable>& object,
                                const HovexOptions& options) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Viewable* there = object.Get();
     if (!there || !services) return {};
     host::CSpecInfo* info = NewFilledInfo(*services, there, options);
@@ -62,7 +63,7 @@ int HSpecFill::Release() {
 }
 
 void HSpecFill::Drop() {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (info_ && services) services->DeleteSpecInfo(info_);
     info_ = nullptr;
 }

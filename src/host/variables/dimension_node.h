@@ -39,6 +39,7 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
 
     int Index() const { return index_; }
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
     int DimensionsBelow() const { return Array().Dimensions() - context_->Dimension() - 1; }
     const host::VariableNameInfo& Row() const { return Array().Row(); }
     bool IsCustom() const { return Array().IsCustom(); }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "framework/shield.h"
+#include "host/adapter.h"
 #include "host/variables/dimension_context.h"
 #include "host/variables/variable_rows.h"
 
@@ -126,7 +127,7 @@ void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars
 
 void HVarsEntry::ReadMoniker(FIValue& out) {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     std::string moniker = services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str();
     const std::string variable = row_->TextDescription().Str();
@@ -154,8 +155,8 @@ bool HVarsEntry::StandsWith(const LivingNode& other) const {
     return that && OwnerNumber() == that->OwnerNumber() && row_ == that->row_;
 }
 
-void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetVariableAttribute(*this, attachments_, name, value, out);
+void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 bool HVarsEntry::IsContainer() {
@@ -205,9 +206,9 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         {"offsetmoniker1", read_offset, 1, has_dimension},
         {"fullattachmoniker", [](Self& self, FIValue& out) { ReadFullMoniker(self.Holder(), out); },
          IsScalarAttachment<Self>},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
     });
     return rows;
 }

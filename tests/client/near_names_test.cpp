@@ -1,9 +1,9 @@
-#include "near_names.h"
+#include "fixtop/client/near_names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace fixtop {
+namespace fixtop::client {
 
 namespace {
 
@@ -56,4 +56,4 @@ TEST(NearNames, limit_holds) {
 
 }  // namespace
 
-}  // namespace fixtop
+}  // namespace fixtop::client

@@ -1,10 +1,10 @@
-#include "near_names.h"
+#include "fixtop/client/near_names.h"
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 
-namespace fixtop {
+namespace fixtop::client {
 
 namespace {
 
@@ -58,4 +58,4 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
     return nearest;
 }
 
-}  // namespace fixtop
+}  // namespace fixtop::client

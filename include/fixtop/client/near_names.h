@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace fixtop {
+namespace fixtop::client {
 
 // Count of characters to be inserted, deleted or replaced to turn one name into the other; letters
 // of either case are equal.
@@ -18,4 +18,4 @@ std::size_t EditDistance(std::string_view a, std::string_view b);
 std::vector<std::string> NearNames(const std::string& wanted, const std::vector<std::string>& names,
                                    std::size_t limit = 3);
 
-}  // namespace fixtop
+}  // namespace fixtop::client
