@@ -7,10 +7,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 # Debian packages: who needs it, and its names. A command takes the rows that it asks for.
 PACKAGES="
 build     g++ cmake ninja-build ccache pkg-config python3
-build     libexpat1-dev libzip-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libedit-dev
+build     libexpat1-dev libzip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
+build     libedit-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
-bench     libbenchmark-dev libpugixml-dev
+bench     libbenchmark-dev
 fuzz      clang llvm libclang-rt-dev
 coverage  gcovr
 "

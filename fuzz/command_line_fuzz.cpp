@@ -180,7 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const SmallFile& file : kSmallFiles) folder.Write(file.name, file.text);
     const StandardInput input(text.substr(std::min(end + 1, text.size())));
     CheckedOutput out;
-    Surroundings around{out};
+    CommandContext around{out};
     const ExitCode code = Execute(std::move(arguments), Place::kProgram, around);
     Check(code >= ExitCode::kOk && code <= ExitCode::kUnreadable, "an unknown status");
     return 0;

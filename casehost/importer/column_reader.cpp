@@ -18,9 +18,9 @@ struct StageRow {
     VariableState state;
 };
 constexpr StageRow kStageRows[] = {
-    {"T", "Stage Temperature", FileUnit::kelvin, VariableState::calculated},
-    {"P", "Stage Pressure", FileUnit::pascal, VariableState::specified},
-    {"Efficiency", "Stage Efficiency", FileUnit::none, VariableState::specified},
+    {"T", "Stage Temperature", file_unit::kelvin, VariableState::calculated},
+    {"P", "Stage Pressure", file_unit::pascal, VariableState::specified},
+    {"Efficiency", "Stage Efficiency", file_unit::none, VariableState::specified},
 };
 
 // Profiles of the results, one number for each stage.
@@ -60,11 +60,11 @@ struct SpecUnitRow {
     FileUnit unit;
 };
 constexpr SpecUnitRow kSpecUnits[] = {
-    {"", FileUnit::none},
-    {"mol/s", FileUnit::mol_per_second},
-    {"kg/s", FileUnit::kg_per_second},
-    {"kW", FileUnit::kilowatt},
-    {"K", FileUnit::kelvin},
+    {"", file_unit::none},
+    {"mol/s", file_unit::mol_per_second},
+    {"kg/s", file_unit::kg_per_second},
+    {"kW", file_unit::kilowatt},
+    {"K", file_unit::kelvin},
 };
 
 const std::vector<Choice>& SpecTypes() {
@@ -123,7 +123,7 @@ void Column::ReadStages() {
         stages_.emplace_back(stage.Child("Name").Text());
         if (stages_.back() != kCondenser && stages_.back() != kReboiler) ++trays;
     }
-    sheet_.Real("Number of Trays", FileUnit::none, trays, VariableState::specified);
+    sheet_.Real("Number of Trays", file_unit::none, trays, VariableState::specified);
     for (const StageRow& row : kStageRows) {
         std::vector<Number> values;
         for (XmlNode stage : Children(list)) {
@@ -144,7 +144,7 @@ void Column::ReadSpecs() {
 // A value in a unit that isn't known here keeps it, as a text beside the number.
 void Column::ReadSpec(const SpecRow& row, XmlNode spec) {
     const std::string_view unit_text = spec.Child("SpecUnit").Text();
-    FileUnit unit = FileUnit::none;
+    FileUnit unit = file_unit::none;
     bool known = false;
     for (const SpecUnitRow& candidate : kSpecUnits) {
         if (unit_text != candidate.text) continue;
@@ -181,16 +181,16 @@ void Column::ReadAttachedStreams() {
         (feed ? feeds : products).push_back(stream->tag);
         (feed ? feed_stages : product_stages).push_back(number);
     }
-    sheet_.Array("Feed Stage", FileUnit::none, {LabelledBy(feeds)}, feed_stages,
+    sheet_.Array("Feed Stage", file_unit::none, {LabelledBy(feeds)}, feed_stages,
                  VariableState::specified);
-    sheet_.Array("Product Stage", FileUnit::none, {LabelledBy(products)}, product_stages,
+    sheet_.Array("Product Stage", file_unit::none, {LabelledBy(products)}, product_stages,
                  VariableState::specified);
 }
 
 void Column::ReadFlows(XmlNode vector, const char* name) {
     std::vector<Number> values;
     if (!vector || !AppendVector(vector, stages_.size(), values)) return;
-    sheet_.Array(name, FileUnit::mol_per_second, {LabelledBy(stages_)}, values,
+    sheet_.Array(name, file_unit::mol_per_second, {LabelledBy(stages_)}, values,
                  VariableState::calculated);
 }
 
@@ -209,7 +209,7 @@ void Column::ReadMatrix(XmlNode matrix, const char* name,
                                             std::to_string(rows));
         return;
     }
-    sheet_.Array(name, FileUnit::none, {LabelledBy(stages_), LabelledBy(compounds)}, values,
+    sheet_.Array(name, file_unit::none, {LabelledBy(stages_), LabelledBy(compounds)}, values,
                  VariableState::calculated);
 }
 

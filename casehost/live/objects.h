@@ -63,9 +63,7 @@ class TemplateNode final : public NodeOf<host::Viewable> {
  public:
     using NodeOf::NodeOf;
 
-    host::FlowSheet* SubFlowSheet() override {
-        return Blank(Script::Answer::sub_flowsheet) ? nullptr : inner_.get();
-    }
+    host::FlowSheet* SubFlowSheet() override { return inner_.get(); }
     FlowsheetNode* Inner() override { return inner_.get(); }
     void SetInner(std::unique_ptr<FlowsheetNode> inner) { inner_ = std::move(inner); }
 

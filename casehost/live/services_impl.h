@@ -31,8 +31,6 @@ class SessionImpl final : public host::Session, public host::ApplicationForm {
 
 class VariableTypeTable final : public host::VariableTypes {
  public:
-    explicit VariableTypeTable(const Script& script) : script_(script) {}
-
     host::VariableInfo* FindVarInfo(host::VariableType type) override;
 
  private:
@@ -41,7 +39,6 @@ class VariableTypeTable final : public host::VariableTypes {
         host::VariableType UnitLookupType() const override { return type; }
         host::VariableType type;
     };
-    const Script& script_;
     std::map<host::VariableType, Info> infos_;
 };
 
@@ -89,8 +86,6 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     double ConfigData(const std::string& key) const;
 
  private:
-    bool Blank(Script::Answer answer) const { return owner_.GetScript().Blank(answer); }
-
     CaseHost& owner_;
     SessionImpl session_;
     host::ObjectTypeRecords records_;

@@ -77,7 +77,9 @@ FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 // The steps of a path expression as text; false and the parse error when it does not parse.
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
-// null keeps the one it has. Each line also goes to `listener`, until the next call; null for none.
+// null keeps the one it has, and with an
+// empty name none is written. Each line also goes to `listener`, until the next call; null for
+// none.
 FIXTOP_EXPORT void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text),
                                 void* owner);
 // How many operations of the module were given up since it was loaded because memory ran out. Such
@@ -89,6 +91,62 @@ FIXTOP_EXPORT int FixtopMemoryFailures();
 // The module's version, "0.1.0".
 FIXTOP_EXPORT const char* FixtopVersion();
 
+// ---- Paths ----
+
+// A path expression that was parsed once, for any number of walks on any trees. Owned by whoever
+// prepared it.
+struct FixtopPath;
+// Null when the expression does not parse; `error` then tells why, as FixtopDescribePath does.
+FIXTOP_EXPORT FixtopPath* FixtopPreparePath(const FIValue& expression, FIValue& error);
+FIXTOP_EXPORT void FixtopFreePath(FixtopPath* path);
+// Moves an iterator to the first node that the path leads to, as SeekPath does: false, and back
+// where it was, when there is none. `attribute` is the one in which the path ends, or NULL.
+FIXTOP_EXPORT bool FixtopWalkPath(const FixtopPath* path, FIIteratorBase* node, FIValue& attribute);
+
+// A node that a path leads to. All is lent for the call.
+struct FixtopMatch {
+    FIIteratorBase* node;
+    const char* path;       // from the root of the tree, to this node and no other
+    const char* attribute;  // in which the path ends; null without one
+};
+// False ends the visits. Nothing may be thrown.
+using FixtopMatchVisitor = bool (*)(void* owner, const FixtopMatch* match);
+// Visits all nodes that the path leads to from a node, in the order of the tree; a path that ends
+// in an attribute leads to nodes where that is not NULL. Answers how many were visited.
+FIXTOP_EXPORT int FixtopMatchPath(const FixtopPath* path, FIIteratorBase* start,
+                                  FixtopMatchVisitor visit, void* owner);
+
+// Where a path ends that leads nowhere.
+struct FixtopPathEnd {
+    FIValue found;             // the part of it that leads somewhere, as it was written
+    FIValue name;              // of the next step, plainly
+    FIValue step;              // the next step, without its parentheses
+    FIValue parentheses;       // what that step is not found with, NULL when it is not there at all
+    bool moreFollows = false;  // behind that step, so that its parentheses hold a key
+};
+// An iterator on the node that a path leads to as far as it leads anywhere; its end otherwise.
+FIXTOP_EXPORT FIIteratorBase* FixtopEndOfPath(const FixtopPath* path, FIIteratorBase* start,
+                                              FixtopPathEnd& end);
+
+// A child of a node. All is lent for the call.
+struct FixtopChild {
+    FIIteratorBase* node;
+    const char* name;  // by which the child is sought; its own name may show entities
+    const char* step;  // of a path, to this child and no other
+    int index;         // count of the siblings before it
+};
+// False ends the visits. Nothing may be thrown.
+using FixtopChildVisitor = bool (*)(void* owner, const FixtopChild* child);
+// Visits the children of a node in their order.
+FIXTOP_EXPORT void FixtopVisitChildren(FIIteratorBase* node, FixtopChildVisitor visit, void* owner);
+// The path that leads from the root to the iterator's node and no other; empty for the root.
+FIXTOP_EXPORT void FixtopPathTo(FIIteratorBase* node, FIValue& path);
+// A name, or a key in parentheses, as it is written in a path: in quotes where it needs them.
+FIXTOP_EXPORT void FixtopWriteName(const FIValue& name, FIValue& written);
+FIXTOP_EXPORT void FixtopWriteKey(const FIValue& key, FIValue& written);
+// What tells the node from siblings of its name, as plain text; NULL when nothing does.
+FIXTOP_EXPORT void FixtopKeyOf(FIIteratorBase* node, FIValue& key);
+
 // ---- The neutral view ----
 
 // The files of a neutral view, sought beside the module and in the working directory, then among
@@ -98,6 +156,8 @@ struct FixtopModelFiles {
     const char* map;
     const char* units;
     const char* translateName;
+    // Of a list with n elements n modulo 256 are shown, as map files have it; or else all.
+    bool wholeLists = false;
 };
 
 // The root of a neutral view of the tree below `top`, or below the top that the map names when that

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <string>
 
+#include "framework/cursor.h"
 #include "framework/empties.h"
 #include "framework/shielded_iterator.h"
 #include "framework/shown_scope.h"
-#include "framework/cursor.h"
 
 namespace fixtop {
 

@@ -20,6 +20,8 @@
 
 namespace fixtop {
 
+class PreparedPath;
+
 class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
  public:
     static constexpr int kDepthLimit = 10000;
@@ -123,6 +125,14 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
 
     // For the framework itself, behind the table of operations.
 
+    // SeekPath with a path that was parsed before; `attribute` is the one in which it ends, or
+    // NULL.
+    bool SeekPath(const PreparedPath& path, FIValue& attribute);
+    // Whether a step of this name means the present node.
+    bool HasName(const FIValue& name) const;
+    // The name under which the present node is listed; NULL at the root.
+    void GetListedKey(FIValue& out) const;
+
     // The path from `level` on: 0 is the whole path, 1 the part below the root, which SeekPath on
     // an iterator at the root takes. Empty when the level lies below the present node.
     void GetPathFrom(int level, FIValue& out);
@@ -166,13 +176,14 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // The same for the siblings of the present node.
     template <class Seek>
     bool MoveAside(Seek seek);
-    bool HasName(const FIValue& name) const;
     bool HasKey(const FIValue& name) const;
     bool StepBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool WalkBy(const PathStep& step, Matcher matches, FIIterator& variables);
     bool FollowPath(const FIValue& path, Matcher matches, FIIterator& variables);
+    template <class Stretches>
+    bool FollowStretches(Stretches next, Matcher matches, FIIterator& variables, FIValue& attribute);
     bool EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
-                          bool& goes_on);
+                          bool& goes_on, FIValue& attribute);
     bool SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables);
     bool HasAttribute(const FIValue& name);
     bool PassesOne(const PathClause& clause);

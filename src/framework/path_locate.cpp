@@ -26,8 +26,13 @@ bool FIIterator::LocateChain(const PathStep& step) {
 
 bool FIIterator::HasKey(const FIValue& name) const {
     FIValue key;
-    frames_[frames_.Size() - 1].cursor->GetKey(key);
+    GetListedKey(key);
     return key.Compare(name) == 0;
+}
+
+void FIIterator::GetListedKey(FIValue& out) const {
+    out.Clear();
+    if (frames_.Size() > 0) frames_[frames_.Size() - 1].cursor->GetKey(out);
 }
 
 void FIIterator::TakePosition(FIIterator& other) {

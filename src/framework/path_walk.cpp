@@ -4,54 +4,15 @@
 #include <cstring>
 
 #include "framework/iterator.h"
+#include "framework/path_names.h"
 #include "framework/standard_attributes.h"
-#include "path/path_step.h"
-#include "path/tokenizer.h"
+#include "path/prepared_path.h"
 
 namespace fixtop {
 
 namespace {
 
-// Names are compared on this many characters.
-constexpr int kNameLimit = 199;
-
-constexpr char kAnyName[] = "*";
 constexpr char kVariableMark = '%';
-
-bool IsAny(const FIValue& name) {
-    const char* text = name.CStr();
-    return *text == '\0' || std::strcmp(text, kAnyName) == 0;
-}
-
-// A variable that does not exist is no name, but no unnamed step either: it enters the children.
-bool StaysInPlace(const FIValue& name, int count) {
-    return name.IsText() && *name.CStr() == '\0' && count == -1;
-}
-
-const PathStep& LastStep(const PathStep& step) {
-    const PathStep* last = &step;
-    while (last->Next()) last = last->Next();
-    return *last;
-}
-
-// Behind a step that was parsed, to what is left of the path where its parentheses turn out to hold
-// a key: more steps, or parentheses with an attribute, which are a step that stays.
-bool GoToRest(PathTokenizer& tokens) {
-    const PathToken* last = tokens.Peek(-1);
-    if (!last || !last->Is('(')) return last && last->Is('.') && tokens.Peek(0);
-    tokens.Return();
-    return true;
-}
-
-// A written text without its quotes.
-std::string PlainText(const FIValue& written) {
-    PathTokenizer tokens;
-    tokens.Assign(written);
-    tokens.Tokenize();
-    std::string plain;
-    while (const PathToken* token = tokens.Next()) plain += token->text;
-    return plain;
-}
 
 bool IsNegated(const PathFilter& filter) {
     return (filter.flags & PathFilter::kNot) != 0;
@@ -74,24 +35,40 @@ int PathStep::ResolveCount(FIIteratorBase& it) const {
     return it.GetVar(count, value) ? value.AsInt() : -1;
 }
 
+// A variable that does not exist is no name, but no unnamed step either: it enters the children.
+bool PathStep::StaysInPlace(const FIValue& resolved, int resolved_count) const {
+    return resolved.IsText() && *resolved.CStr() == '\0' && resolved_count == -1;
+}
+
 bool FIIterator::SeekPath(const FIValue& path) {
     return FollowPath(path, &FIIterator::HasName, *this);
+}
+
+bool FIIterator::SeekPath(const PreparedPath& path, FIValue& attribute) {
+    auto stretch = path.Stretches().begin();
+    const auto next = [&] { return &*stretch++; };
+    return FollowStretches(next, &FIIterator::HasName, *this, attribute);
+}
+
+bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& variables) {
+    PathReader reader(path);
+    FIValue attribute;
+    return FollowStretches([&] { return reader.Next(); }, matches, variables, attribute);
 }
 
 // A path as GetPath writes it has the key of a node behind its name, `Stream(Feed).Temperature`,
 // where the grammar has the attribute that ends a path. Behind a node that has a key the rest is
 // read on; `Stream(Feed)(type)` ends in an attribute of that node.
-bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& variables) {
-    PathTokenizer tokens;
-    tokens.Assign(path);
-    tokens.Tokenize();
+template <class Stretches>
+bool FIIterator::FollowStretches(Stretches next, Matcher matches, FIIterator& variables,
+                                 FIValue& attribute) {
     const int depth = Depth();
     for (bool goes_on = true; goes_on;) {
-        FIValue error;
-        const ParsedPath step(tokens.Parse(error));
-        goes_on = GoToRest(tokens);
-        if (!error.IsNull() || !WalkBy(*step, matches, variables) ||
-            !EnterParentheses(LastStep(*step), matches, variables, goes_on)) {
+        const PathStretch& stretch = *next();
+        goes_on = stretch.goes_on;
+        attribute.Clear();
+        if (!stretch.error.IsNull() || !WalkBy(*stretch.steps, matches, variables) ||
+            !EnterParentheses(stretch.steps->Last(), matches, variables, goes_on, attribute)) {
             ReturnTo(depth);
             return false;
         }
@@ -102,20 +79,25 @@ bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& va
 // What stands in the parentheses of a step is a key, and this goes to the sibling that has it, or
 // an attribute of the node, with which a path ends.
 bool FIIterator::EnterParentheses(const PathStep& step, Matcher matches, FIIterator& variables,
-                                  bool& goes_on) {
+                                  bool& goes_on, FIValue& attribute) {
+    if (step.attribute.IsNull()) {
+        goes_on = false;
+        return true;
+    }
     FIValue key;
-    if (!step.attribute.IsNull()) GetKeyText(Depth(), key);
+    GetKeyText(Depth(), key);
     if (!key.IsNull() && SeekKeyed(step, matches, variables)) return true;
     if (!key.IsNull() && goes_on) return false;
     goes_on = false;
-    return step.attribute.IsNull() || HasAttribute(step.attribute);
+    attribute = step.attribute;
+    return HasAttribute(step.attribute);
 }
 
 // From the present node on; false when none that the step may mean has the key.
 bool FIIterator::SeekKeyed(const PathStep& step, Matcher matches, FIIterator& variables) {
     FIValue name;
     step.ResolveName(variables, name);
-    const bool stays = StaysInPlace(name, step.ResolveCount(variables));
+    const bool stays = step.StaysInPlace(name, step.ResolveCount(variables));
     const std::string wanted = step.attribute.ToText();
     const Ref<FIIterator> found = Ref<FIIterator>::Adopt(Copy());
     for (bool is_meant = true;;) {
@@ -126,7 +108,7 @@ bool FIIterator::SeekKeyed(const PathStep& step, Matcher matches, FIIterator& va
             return true;
         }
         if (stays || !found->Next()) return false;
-        is_meant = (IsAny(name) || ((*found).*matches)(name)) && found->Filter(step);
+        is_meant = (IsAnyName(name) || ((*found).*matches)(name)) && found->Filter(step);
     }
 }
 
@@ -143,7 +125,7 @@ bool FIIterator::HasAttribute(const FIValue& name) {
 
 bool FIIterator::Walk(const PathStep& step, FIValue& attribute) {
     if (!WalkSteps(step)) return false;
-    attribute = LastStep(step).attribute;
+    attribute = step.Last().attribute;
     return true;
 }
 
@@ -177,9 +159,9 @@ bool FIIterator::StepBy(const PathStep& step, Matcher matches, FIIterator& varia
     FIValue name;
     step.ResolveName(variables, name);
     const int count = step.ResolveCount(variables);
-    if (StaysInPlace(name, count)) return Filter(step);
+    if (step.StaysInPlace(name, count)) return Filter(step);
 
-    const bool any = IsAny(name);
+    const bool any = IsAnyName(name);
     // Where every child passes, the place among them is the count.
     if (any && count > 0 && step.filters.empty()) return Down(count);
     if (!(any ? DownFirst() : SeekChild(name.CStr()))) return false;
@@ -198,17 +180,17 @@ bool FIIterator::StepBy(const PathStep& step, Matcher matches, FIIterator& varia
 bool FIIterator::HasName(const FIValue& name) const {
     FIValue own;
     entry_->GetName(own);
-    if (own.IsText()) return std::strncmp(own.CStr(), name.CStr(), kNameLimit) == 0;
-    char text[kNameLimit + 1];
+    if (own.IsText()) return std::strncmp(own.CStr(), name.CStr(), kComparedNameLength) == 0;
+    char text[kComparedNameLength + 1];
     own.CopyText(text, sizeof text);
-    return std::strncmp(text, name.CStr(), kNameLimit) == 0;
+    return std::strncmp(text, name.CStr(), kComparedNameLength) == 0;
 }
 
 bool FIIterator::NextMatch(const PathStep& step) {
     FIValue name;
     step.ResolveName(*this, name);
     if (*name.CStr() == '\0' || step.ResolveCount(*this) != -1) return false;
-    const bool any = IsAny(name);
+    const bool any = IsAnyName(name);
     while (Next()) {
         if ((any || HasName(name)) && Filter(step)) return true;
     }

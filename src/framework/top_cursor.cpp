@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "framework/counted.h"
+#include "framework/cursor.h"
 #include "framework/empties.h"
 #include "framework/shield.h"
-#include "framework/cursor.h"
 
 namespace fixtop {
 

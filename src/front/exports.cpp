@@ -12,6 +12,7 @@
 #include "host/solver/shielded_solver.h"
 #include "host/solver/solver.h"
 #include "path/tokenizer.h"
+#include "platform/open_file.h"
 
 namespace fixtop {
 
@@ -173,7 +174,7 @@ bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& erro
 void FixtopSetLog(const char* file, void (*listener)(void* owner, const char* text), void* owner) {
     memory::OrNothing([=] {
         ModuleLog().SetListener(listener, owner);
-        if (file) SetLogFile(file);
+        if (file) SetLogFile(*file ? file : NullDevice());
     });
 }
 

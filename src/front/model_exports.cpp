@@ -5,6 +5,7 @@
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
 #include "framework/shield.h"
+#include "front/own_iterator.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"
 #include "mapping/open/open_model.h"
@@ -47,6 +48,7 @@ ModelFiles FilesOf(const FixtopModelFiles* given) {
     Take(given->map, files.map);
     Take(given->units, files.units);
     Take(given->translateName, files.translateName);
+    if (given->wholeLists) files.listLength = ListLength::kWhole;
     return files;
 }
 
@@ -59,11 +61,6 @@ FIEntry* OrNull(Open open) {
 FIEntry* RootOf(Ref<CCDMClassContext> context) {
     if (!context) return nullptr;
     return Ref<FIEntry>::Share(new Shielded<CCDMTopEntry>(std::move(context))).Detach();
-}
-
-// Null when it is not one of this module's iterators.
-FIIterator* OwnIterator(FIIteratorBase* it) {
-    return dynamic_cast<FIIterator*>(it);
 }
 
 FIReference* NodeOf(FIEntry& entry, bool specified) {

@@ -61,6 +61,7 @@ class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
     std::string defaultTranslateName;                // of translators that carry none
     std::vector<std::string> classFiles;             // already read
     std::vector<std::string> mapFiles;               // already read
+    ListLength listLength = ListLength::kByte;
     CCDMBranch defaultBranch = CCDMBranch::kBoth;
     CCDMUnitsList units;
     ModuleHandle unitResourceModule;

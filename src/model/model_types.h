@@ -16,6 +16,10 @@ class CCDMNamedObject {
     std::string name;
 };
 
+// How many elements of a list of the application are shown: as many as its count, or what the low
+// eight bits of that are, which is what programs of old expect.
+enum class ListLength { kByte, kWhole };
+
 // What an attribute holds; the numbers are part of the interface.
 enum class CCDMAttrType : int {
     kNone = 0,

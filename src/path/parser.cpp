@@ -80,6 +80,7 @@ void PathStep::ParseStep(PathTokenizer& tokens, FIValue& error) {
         return;
     }
     name.clear();
+    begin = tokens.Offset();
     if (tokens.PeekIs('\'')) {
         isLiteral = true;
         tokens.Next();
@@ -93,6 +94,7 @@ void PathStep::ParseStep(PathTokenizer& tokens, FIValue& error) {
     ParseFilters(tokens, error);
     if (!error.IsNull()) return;
 
+    bare_end = end = tokens.Offset();
     const PathToken* after = tokens.Next();
     if (Is(after, '(')) {
         ParseAttribute(tokens, error);
@@ -126,6 +128,7 @@ void PathStep::ParseAttribute(PathTokenizer& tokens, FIValue& error) {
         Fail(kParenthesisExpected, tokens, error);
         return;
     }
+    end = tokens.Peek(-1)->end;
     tokens.Next();
 }
 

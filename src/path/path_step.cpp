@@ -71,6 +71,12 @@ PathStep* PathStep::Next() const noexcept {
     return next.get();
 }
 
+const PathStep& PathStep::Last() const {
+    const PathStep* last = this;
+    while (last->Next()) last = last->Next();
+    return *last;
+}
+
 const char* PathStep::NameText() const noexcept {
     return name.c_str();
 }

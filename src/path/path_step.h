@@ -70,6 +70,10 @@ class PathStep final {
     // The zero-based count behind `#`, -1 when there is none or its variable is missing.
     virtual int ResolveCount(FIIteratorBase& it) const;
 
+    // Whether a step whose name and count resolved so leaves the iterator where it is.
+    bool StaysInPlace(const FIValue& resolved, int resolved_count) const;
+    const PathStep& Last() const;
+
     // Recursive descent from the tokenizer's position. ParseStep also consumes the token after the
     // step, which its caller reads back with Peek(-1). A failure fills `error` and ends the parse;
     // what was built until then stays.
@@ -84,6 +88,10 @@ class PathStep final {
     ParsedPath next;
     std::vector<PathFilter> filters;  // in written order
     FIValue attribute;                // NULL, or the text inside ( )
+    // Where the step stands in the expression: from `begin` to the parentheses, and with them.
+    std::size_t begin = 0;
+    std::size_t bare_end = 0;
+    std::size_t end = 0;
     std::string tag;
 
  private:

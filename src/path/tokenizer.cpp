@@ -27,7 +27,7 @@ void PathTokenizer::Tokenize() {
     tokens_.reserve(kUsualTokens);
     if (source_.IsNumber()) {
         storage_ = source_.ToText();
-        tokens_.push_back({PathToken::kString, storage_});
+        tokens_.push_back({PathToken::kString, storage_, 0, storage_.size()});
         return;
     }
     const std::string_view text = source_.CStr();
@@ -38,7 +38,9 @@ void PathTokenizer::Tokenize() {
         if (text[position] == '"') {
             position = ReadQuoted(text, position + 1);
         } else if (IsPathSpecial(text[position])) {
-            tokens_.push_back({PathToken::kPunctuation, text.substr(position++, 1)});
+            tokens_.push_back(
+                {PathToken::kPunctuation, text.substr(position, 1), position, position + 1});
+            ++position;
         } else {
             position = ReadPlain(text, position);
         }
@@ -53,6 +55,7 @@ std::string_view PathTokenizer::StoreText(std::size_t begin) {
 }
 
 std::size_t PathTokenizer::ReadQuoted(std::string_view text, std::size_t position) {
+    const std::size_t start = position - 1;
     const std::size_t begin = storage_.size();
     while (position < text.size()) {
         const std::size_t quote = std::min(text.find('"', position), text.size());
@@ -62,16 +65,18 @@ std::size_t PathTokenizer::ReadQuoted(std::string_view text, std::size_t positio
         storage_.push_back('"');
         ++position;
     }
-    tokens_.push_back({PathToken::kString, StoreText(begin)});
+    position = std::min(position, text.size());
+    tokens_.push_back({PathToken::kString, StoreText(begin), start, position});
     return position;
 }
 
 std::size_t PathTokenizer::ReadPlain(std::string_view text, std::size_t position) {
     const std::size_t begin = storage_.size();
-    const auto end = std::find_if(text.begin() + position, text.end(), IsPathSpecial);
-    storage_.append(text.begin() + position, end);
-    tokens_.push_back({PathToken::kString, StoreText(begin)});
-    return static_cast<std::size_t>(end - text.begin());
+    const auto stop = std::find_if(text.begin() + position, text.end(), IsPathSpecial);
+    storage_.append(text.begin() + position, stop);
+    const auto end = static_cast<std::size_t>(stop - text.begin());
+    tokens_.push_back({PathToken::kString, StoreText(begin), position, end});
+    return end;
 }
 
 }  // namespace fixtop

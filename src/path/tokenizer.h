@@ -21,6 +21,8 @@ struct PathToken {
 
     Kind kind;
     std::string_view text;  // one character for punctuation; NUL terminated for a string
+    std::size_t begin = 0;  // where it stands in the source, and what follows it
+    std::size_t end = 0;
 
     bool Is(char mark) const noexcept { return kind == kPunctuation && text[0] == mark; }
 };
@@ -55,6 +57,13 @@ class PathTokenizer {
     bool PeekIs(char mark) const noexcept {
         const PathToken* token = Peek(0);
         return token != nullptr && token->Is(mark);
+    }
+
+    // Where the present token begins in the source; its end when there is none.
+    std::size_t Offset() const noexcept {
+        const PathToken* token = Peek(0);
+        if (token) return token->begin;
+        return tokens_.empty() ? 0 : tokens_.back().end;
     }
 
     // The whole path from the present position. The caller owns the chain, also when `error` was

@@ -17,4 +17,7 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 // system has to know.
 FilePtr OpenFile(const std::string& utf8_name, const char* mode);
 
+// The name of the file that takes all and keeps nothing.
+const char* NullDevice();
+
 }  // namespace fixtop

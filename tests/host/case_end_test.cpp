@@ -60,8 +60,8 @@ class CaseEnds : public LiveCase {
 TEST_F(CaseEnds, a_store_that_waits_ends_with_its_case) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().NeverFinishSolve(true);
-    host.GetScript().AtTurn(3, [&] { Close(); });
+    script->NeverFinishSolve(true);
+    script->AtTurn(3, [&] { Close(); });
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(900)));
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(800)));
 }
@@ -69,16 +69,15 @@ TEST_F(CaseEnds, a_store_that_waits_ends_with_its_case) {
 TEST_F(CaseEnds, a_store_whose_object_goes_is_not_stored) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().InStore(1,
-                             [&] { Live().Delete(Live().FindByPath("Raw Gas", nullptr)->View()); });
+    script->InStore(1, [&] { Live().Delete(Live().FindByPath("Raw Gas", nullptr)->View()); });
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(900)));
 }
 
 TEST_F(CaseEnds, a_store_ends_when_the_host_is_taken_out_meanwhile) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().NeverFinishSolve(true);
-    host.GetScript().AtTurn(2, [] {
+    script->NeverFinishSolve(true);
+    script->AtTurn(2, [] {
         CaseLife::EndAll();
         TheAdapter().Install(nullptr);
     });

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "casehost/standard_host.h"
@@ -15,6 +16,7 @@
 #include "host/levels/model_nodes.h"
 #include "live/case.h"
 #include "support/host_reading.h"
+#include "support/host_script.h"
 
 namespace fixtop {
 
@@ -26,6 +28,7 @@ class LiveCase : public testing::Test {
 
     void Open(const std::string& name) {
         casehost::UseStandardParts(host);
+        script = HostScript::Over(host);
         const casehost::OpenResult result = casehost::OpenCase(host, name);
         ASSERT_TRUE(result) << name;
         TheAdapter().Install(&host.Services());
@@ -69,6 +72,7 @@ class LiveCase : public testing::Test {
     }
 
     casehost::CaseHost host{false};
+    std::shared_ptr<HostScript> script;
 };
 
 inline std::filesystem::path RecordedCases() {

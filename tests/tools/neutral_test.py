@@ -335,9 +335,29 @@ class OwnFiles(ProgramTest):
         self.assertEqual([f"Stream(S{i})" for i in range(44)],
                          [line for line in result.lines if line.startswith("Stream")])
         self.assertEqual(1, log.read_text().count(told))
-        result = run("get", path, "--neutral", *(f"Flowsheet.Stream#{i}.Temperature" for i in range(44)))
-        self.check(result, DONE, "".join(f"{i}\n" for i in range(44)), told + "\n")
         self.check(run("ls", path, "appModel.FlowSheetObjects"), DONE, err="")
+
+    def test_a_long_list_is_whole_for_all_but_a_listing(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(f"S{i}", i) for i in range(300)]
+        path = write_case(self.folder, "many.json", case)
+        names = [f"Flowsheet.Stream(S{i})" for i in range(300)]
+        found = self.check(run("find", path, "Flowsheet.Stream", "--neutral"), DONE, err="").lines
+        self.assertEqual(names, found)
+        table = self.check(run("table", path, "Flowsheet.Stream", "Temperature", "--csv", "--neutral"),
+                           DONE, err="").lines
+        self.assertEqual([f"Stream(S{i}),{i}" for i in range(300)], table[1:])
+        tree = self.check(run("tree", path, "Flowsheet", "--depth", "1", "--neutral"), DONE, err="").lines
+        self.assertEqual([f"Stream(S{i})" for i in range(300)],
+                         [line.split()[0] for line in tree if line.startswith("  Stream(")])
+        result = run("get", path, "--neutral", *(f"{name}.Temperature" for name in found))
+        self.check(result, DONE, "".join(f"{i}\n" for i in range(300)), err="")
+        for name in (found[44], found[255], found[256], found[299]):
+            number = name[len("Flowsheet.Stream(S"):-1]
+            shown = self.check(run("explain", path, f"{name}.Temperature"), DONE, err="").lines
+            self.assertIn(f"calculated\tappModel.FlowSheetObjects.Streams.S{number}.Temperature", shown)
+            result = run("set", path, f"{name}.Temperature", "77", "--neutral")
+            self.check(result, DONE, "77\n")
 
     def spinning(self, word, *arguments):
         """On a stream with a speed of 3000 rpm and a fraction that has no unit."""

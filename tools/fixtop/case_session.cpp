@@ -1,100 +1,116 @@
 #include "case_session.h"
 
-#include "casehost/standard_host.h"
+#include <array>
+
 #include "terminal.h"
 
 namespace fixtop {
 
-namespace {
+CaseSession::CaseSession(client::Case open_case, bool is_neutral)
+    : case_(std::move(open_case)),
+      is_neutral_(is_neutral),
+      top_(is_neutral ? case_.Neutral() : case_.Top()),
+      here_(top_) {}
 
-std::string Texts(const std::vector<casehost::CaseProblem>& problems, const std::string& file) {
-    std::string text;
-    for (const casehost::CaseProblem& problem : problems) {
-        text += (text.empty() ? "" : "\n") + OneLineMessage(problem.Text());
-    }
-    // A reader names the place; what it says nothing about still has a file.
-    const std::string name = OneLineMessage(file);
-    if (text.find(name) == std::string::npos) text.insert(0, name + (text.empty() ? "" : ": "));
-    return text;
-}
-
-}  // namespace
-
-CaseSession::CaseSession() : host_(std::make_unique<casehost::CaseHost>()) {
-    casehost::UseStandardParts(*host_);
-    host_->SetStopButton(terminal::IsInterrupted);
-    FixtopInstallHost(&host_->Services());
+Node CaseSession::Listed(const Node& node) const {
+    return is_neutral_ ? case_.AsListed(node).value_or(node) : node;
 }
 
 std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
                                                std::string& problem) {
-    std::unique_ptr<CaseSession> session(new CaseSession);
-    const casehost::OpenResult opened = casehost::OpenCase(*session->host_, name);
-    if (!opened) {
-        problem = Texts(opened.problems, name);
+    client::Case::SetStopButton(terminal::IsInterrupted);
+    try {
+        client::Case opened = client::Case::Open(name);
+        if (view.neutral) problem = OneLineEach(opened.OpenNeutral(view.files));
+        return std::unique_ptr<CaseSession>(new CaseSession(std::move(opened), view.neutral));
+    } catch (const client::CaseError& error) {
+        problem = MessageOf(error);
         return nullptr;
     }
-    for (const casehost::CaseProblem& remark : opened.problems) {
-        session->remarks_.push_back(OneLineMessage(remark.Text()));
-    }
-    return session->ShowCase(view, problem) ? std::move(session) : nullptr;
-}
-
-bool CaseSession::ShowCase(const ViewOptions& view, std::string& problem) {
-    entry_ = Ref<FIEntry>::Adopt(Given(GetCombinedEntry(host_->ActiveCase())));
-    const Ref<FIEntry> root = view.neutral ? OpenNeutral(*entry_, view, problem) : entry_;
-    if (!root) return false;
-    top_ = NodeRef::Adopt(Given(FixtopMakeIterator(root.Get(), false)));
-    here_ = Top();
-    return true;
-}
-
-// What stands on the case goes before the case, and the module's host last.
-CaseSession::~CaseSession() {
-    here_.Reset();
-    top_.Reset();
-    entry_.Reset();
-    // The combined top entry had itself told of changes.
-    if (host_->ActiveCase()) UnsetTopNotify(host_->ActiveCase());
-    FixtopInstallHost(nullptr);
-}
-
-FISolver* CaseSession::Solver() const {
-    void* solver = nullptr;
-    entry_->QueryService(1, &solver);
-    return static_cast<FISolver*>(solver);
-}
-
-std::string CaseSession::SolveProblem() const {
-    return OneLineMessage(host_->SolveProblem());
-}
-
-bool CaseSession::HasOldResults() const {
-    return host_->HasOldResults();
-}
-
-void CaseSession::Turn() {
-    host_->Turn();
-}
-
-bool CaseSession::Save(const std::string& file, std::string& problem) {
-    const casehost::SaveResult saved = host_->Save(*host_->ActiveLiveCase(), file);
-    if (!saved) problem = Texts({saved.problem}, file);
-    return saved.ok;
 }
 
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
-    std::string problem;
     if (file.empty()) return ExitCode::kOk;
-    if (!session.Save(file, problem)) {
-        out.Note(problem);
+    try {
+        session.OpenCase().Save(file);
+    } catch (const client::CaseError& error) {
+        out.Note(MessageOf(error));
         return ExitCode::kUnreadable;
     }
-    if (session.HasOldResults()) {
+    if (session.OpenCase().HasOldResults()) {
         out.Note(OneLineMessage(file) +
                  ": results that are older than a change are saved as stale");
     }
     return ExitCode::kOk;
+}
+
+std::optional<client::Place> Locate(CaseSession& session, const std::string& path,
+                                    std::string& problem) {
+    try {
+        for (const Node* start : std::array{&session.Here(), &session.Top()}) {
+            if (auto found = start->Find(path)) return found;
+        }
+        problem = MessageOf(client::Pattern(path).WhyMissing(session.Here()));
+    } catch (const client::PathError& error) {
+        problem = MessageOf(error);
+    }
+    return std::nullopt;
+}
+
+std::string ForEachMatch(CaseSession& session, const std::string& pattern,
+                         const std::function<void(const client::Place& match)>& visit) {
+    int matches = 0;
+    const auto count = [&](const client::Place& match) {
+        if (terminal::IsInterrupted()) throw Interrupted();
+        ++matches;
+        visit(match);
+        return true;
+    };
+    try {
+        const client::Pattern prepared(pattern);
+        prepared.ForEach(session.Here(), count);
+        const bool is_below = session.Here().Iterator().Depth() > 0;
+        if (matches == 0 && is_below) prepared.ForEach(session.Top(), count);
+    } catch (const client::PathError& error) {
+        return MessageOf(error);
+    }
+    return matches > 0 ? "" : "nothing matches: " + OneLine(pattern);
+}
+
+std::string Store(const client::Place& place, const std::string& value, const std::string& unit) {
+    const bool is_value = place.attribute.empty() || place.attribute == "value";
+    try {
+        if (is_value) {
+            place.node.Store(value, unit);
+        } else {
+            if (!unit.empty()) place.node.ShowIn(unit, place.attribute);
+            place.node.SetAttribute(place.attribute, FIValue(value.c_str()));
+        }
+    } catch (const client::Refused& refused) {
+        return OneLine(refused.Text());
+    }
+    return "";
+}
+
+std::string MessageOf(const client::NotFound& error) {
+    std::string near;
+    for (const std::string& step : error.Near()) near += (near.empty() ? "" : ", ") + OneLine(step);
+    const std::string& found = error.Found();
+    return "no such node: " + OneLine(error.Path()) +
+           (found.empty() ? "\n  nothing of it was found" : "\n  found: " + OneLine(found)) +
+           (near.empty() ? "" : "\n  near: " + near);
+}
+
+std::string MessageOf(const client::PathError& error) {
+    return OneLine(std::string_view(error.what()));
+}
+
+std::string MessageOf(const client::CaseError& error) {
+    std::string lines;
+    for (const std::string& problem : error.Problems()) {
+        lines += (lines.empty() ? "" : "\n") + OneLineMessage(problem);
+    }
+    return lines;
 }
 
 }  // namespace fixtop

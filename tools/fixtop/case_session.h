@@ -1,24 +1,19 @@
 #pragma once
 
-// CaseSession: one open case, its tree and its solver. There is one in a process, because the
-// module has one host.
+// CaseSession: the open case of the program, the view of it that is shown, and the place in it
+// where paths begin.
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "exit_code.h"
-#include "fixtop/fixtop.h"
+#include "fixtop/client.h"
 #include "node.h"
 #include "output.h"
 #include "view.h"
 
 namespace fixtop {
-
-namespace casehost {
-class CaseHost;
-}
 
 class CaseSession {
  public:
@@ -27,55 +22,49 @@ class CaseSession {
     // the units that the view asks for can't.
     static std::unique_ptr<CaseSession> Open(const std::string& name, const ViewOptions& view,
                                              std::string& problem);
-    ~CaseSession();
 
-    // What the reader of the file had to say, though it could read it.
-    const std::vector<std::string>& Remarks() const { return remarks_; }
-    // An iterator on the top node of the view.
-    NodeRef Top() const { return CopyOf(*top_); }
+    const client::Case& OpenCase() const { return case_; }
+    client::Solver Solver() const { return case_.GetSolver(); }
+    // The top node of the view.
+    const Node& Top() const { return top_; }
+    // The node as a listing has it: in the neutral view long lists are cut there, which is told.
+    Node Listed(const Node& node) const;
     // Where paths begin: the top node until it is moved.
-    FIIteratorBase& Here() const { return *here_; }
-    void MoveTo(NodeRef node) { here_ = std::move(node); }
-
-    // Null when the case has none. Lent.
-    FISolver* Solver() const;
-    // Why the last solve did not complete, as the host knows it; empty when it did.
-    std::string SolveProblem() const;
-    // Results are shown that are older than a change of the case.
-    bool HasOldResults() const;
-    // Lets the host go on with what it has begun: one turn of its loop.
-    void Turn();
-    // False and the reason when the file can't be written.
-    bool Save(const std::string& file, std::string& problem);
+    const Node& Here() const { return here_; }
+    void MoveTo(Node node) { here_ = std::move(node); }
 
  private:
-    CaseSession();
+    CaseSession(client::Case open_case, bool is_neutral);
 
-    bool ShowCase(const ViewOptions& view, std::string& problem);
-
-    std::unique_ptr<casehost::CaseHost> host_;
-    Ref<FIEntry> entry_;
-    NodeRef top_;
-    NodeRef here_;
-    std::vector<std::string> remarks_;
+    client::Case case_;
+    bool is_neutral_;
+    Node top_;
+    Node here_;
 };
 
 // Saves to a file, unless its name is empty. Notes why that failed, and when results are saved that
 // are older than the case.
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out);
 
-// A node that a path led to, and the attribute in which the path ended.
-struct Located {
-    NodeRef node;
-    std::string attribute;  // empty when the path names none
-};
-
 // Looks a path up from where the session stands, then from the top; a host's own path too, such as
 // "/FlowSht.1/StreamObject.400(Feed):Double.201". On failure `problem` is the parse error, or "no
 // such node: " and the path with what was found of it and names that are near.
-std::optional<Located> Locate(CaseSession& session, const std::string& path, std::string& problem);
+std::optional<client::Place> Locate(CaseSession& session, const std::string& path,
+                                    std::string& problem);
 
-// That message, for a path that leads nowhere from `start`.
-std::string DescribeMissing(FIIteratorBase& start, const std::string& path);
+// Visits all nodes that the pattern leads to from where the session stands; from the top when there
+// are none. Answers what is wrong with the pattern, or that nothing matches it; empty when
+// something did. Throws Interrupted.
+std::string ForEachMatch(CaseSession& session, const std::string& pattern,
+                         const std::function<void(const client::Place& match)>& visit);
+
+// Stores a text where a path led, as typed; in a node with `unit` it is shown in it from then on.
+// Answers the reason of a refusal, or an empty text.
+std::string Store(const client::Place& place, const std::string& value, const std::string& unit);
+
+// What an error of the client library says, on lines of its own.
+std::string MessageOf(const client::NotFound& error);
+std::string MessageOf(const client::PathError& error);
+std::string MessageOf(const client::CaseError& error);
 
 }  // namespace fixtop

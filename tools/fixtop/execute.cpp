@@ -1,9 +1,10 @@
 #include <algorithm>
 
 #include "case_session.h"
+#include "fixtop/client/near_names.h"
+#include "fixtop/fixtop.h"
 #include "line_text.h"
 #include "memory.h"
-#include "near_names.h"
 #include "terminal.h"
 #include "word.h"
 
@@ -45,7 +46,7 @@ class CommandLine {
         }
     }
 
-    ExitCode Run(std::vector<std::string> arguments, Surroundings& around) {
+    ExitCode Run(std::vector<std::string> arguments, CommandContext& around) {
         if (const std::string unknown = UnknownWord(arguments); !unknown.empty()) {
             return Refuse(unknown, around.out);
         }
@@ -61,6 +62,9 @@ class CommandLine {
             return ExitCode::kOk;
         } catch (const CLI::ParseError& error) {
             return Refuse(error.what(), around.out);
+        } catch (const client::PathError& error) {
+            around.out.Note(MessageOf(error));
+            return ExitCode::kFailed;
         }
         return RunWord(around);
     }
@@ -106,7 +110,7 @@ class CommandLine {
         for (const WordRow* row : rows_) names.emplace_back(row->name);
         const std::string& word = arguments.front();
         if (std::find(names.begin(), names.end(), word) != names.end()) return "";
-        const std::vector<std::string> near = NearNames(word, names, 1);
+        const std::vector<std::string> near = client::NearNames(word, names, 1);
         return "no such word: " + word + (near.empty() ? "" : "; near: " + near.front());
     }
     CLI::App& Chosen() {
@@ -123,7 +127,7 @@ class CommandLine {
         std::string usage = CLI::Formatter().make_usage(&chosen, name);
         return WithoutLineEnds(std::move(usage)) + "\nMore with --help.";
     }
-    ExitCode RunWord(Surroundings& around) {
+    ExitCode RunWord(CommandContext& around) {
         const std::string name = Chosen().get_name();
         const auto at = std::find_if(rows_.begin(), rows_.end(),
                                      [&](const WordRow* row) { return row->name == name; });
@@ -135,9 +139,11 @@ class CommandLine {
         if (!problem.empty()) around.out.Note(problem);
         if (!session) return ExitCode::kUnreadable;
         if (terminal::NotesAreSeen()) {
-            for (const std::string& remark : session->Remarks()) around.out.Note(remark);
+            for (const std::string& remark : session->OpenCase().Remarks()) {
+                around.out.Note(OneLineMessage(remark));
+            };
         }
-        Surroundings with_case{around.out, session.get()};
+        CommandContext with_case{around.out, session.get()};
         return word.Run(with_case);
     }
 
@@ -151,13 +157,16 @@ class CommandLine {
 
 }  // namespace
 
-ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around) {
+ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around) {
     const int before = MemoryFailures();
     ExitCode code = ExitCode::kUnreadable;
     try {
         code = CommandLine(place).Run(std::move(arguments), around);
     } catch (const std::bad_alloc&) {
         if (MemoryFailures() == before) TellOutOfMemory();
+    } catch (const client::Error&) {
+        // Whatever was not found, or refused, for lack of memory.
+        if (MemoryFailures() == before) throw;
     }
     if (MemoryFailures() == before) return code;
     TellOutOfMemory();

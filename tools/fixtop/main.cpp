@@ -10,7 +10,7 @@ namespace fixtop {
 namespace {
 
 ExitCode Run(int count, char** values, Output& out) {
-    Surroundings around{out};
+    CommandContext around{out};
     try {
         return Execute(terminal::Arguments(count, values), Place::kProgram, around);
     } catch (const ClosedPipe&) {

@@ -56,12 +56,12 @@ std::string AtPrompt(std::string quoted) {
     return is_word || quoted.front() == '"' ? quoted : '"' + quoted + '"';
 }
 
-std::string Typed(const ChildPlace& place) {
-    std::string step = StepFor(place);
-    const std::string name = QuotedName(place.name);
-    if (!step.starts_with(name)) return step;
-    if (place.key.empty()) return AtPrompt(name) + step.substr(name.size());
-    return AtPrompt(name) + '(' + AtPrompt(QuotedKey(place.key)) + ')';
+std::string Typed(const client::Child& child) {
+    const std::string name = client::WrittenName(child.name);
+    if (!child.step.starts_with(name)) return child.step;
+    const std::string rest = child.step.substr(name.size());
+    if (!rest.starts_with('(')) return AtPrompt(name) + rest;
+    return AtPrompt(name) + '(' + AtPrompt(rest.substr(1, rest.size() - 2)) + ')';
 }
 
 bool BeginsWith(const std::string& name, const std::string& beginning) {
@@ -69,10 +69,10 @@ bool BeginsWith(const std::string& name, const std::string& beginning) {
 }
 
 // As they are typed.
-std::vector<std::string> AttributeNames(FIIteratorBase& node, const std::string& typed) {
+std::vector<std::string> AttributeNames(const Node& node, const std::string& typed) {
     const std::string beginning = FromOneLine(typed);
     std::vector<std::string> names;
-    for (const auto& attribute : AttributesOf(node)) {
+    for (const auto& attribute : node.Attributes()) {
         if (BeginsWith(attribute.first, beginning)) names.push_back(OneLine(attribute.first));
     }
     return names;
@@ -89,7 +89,7 @@ std::vector<std::string> WordNames(const std::string& beginning) {
 }
 
 // The node that a path leads to, as it is typed; null without one.
-using Lookup = std::function<NodeRef(const std::string& path)>;
+using Lookup = std::function<std::optional<Node>(const std::string& path)>;
 
 std::vector<std::string> PathCompletions(const Lookup& look_up, const std::string& typed) {
     const std::size_t joint = LastJoint(typed);
@@ -97,7 +97,7 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
     const std::string parent = deeper ? typed.substr(0, joint) : "";
     std::string beginning = deeper ? typed.substr(joint + 1) : typed;
     const bool attribute = deeper && typed[joint] == '(';
-    const NodeRef node = look_up(parent);
+    const auto node = look_up(parent);
     if (!node) return {};
     std::vector<std::string> candidates;
     if (attribute) {
@@ -108,24 +108,30 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
     }
     if (!beginning.empty() && beginning.front() == '"') beginning.erase(0, 1);
     beginning = FromOneLine(beginning);
-    ForEachChild(*node, [&](FIIteratorBase&, const ChildPlace& place) {
-        if (!BeginsWith(place.name, beginning)) return true;
-        candidates.push_back(JoinPath(parent, OneLine(Typed(place))));
+    ForEachChild(*node, [&](const client::Child& child) {
+        if (!BeginsWith(child.name, beginning)) return true;
+        candidates.push_back(client::JoinPath(parent, OneLine(Typed(child))));
         return true;
     });
     return candidates;
 }
 
-NodeRef Find(CaseSession& session, const std::string& path) {
+std::optional<Node> Find(CaseSession& session, const std::string& path) {
     std::string problem;
-    const auto found = Locate(session, FromOneLine(path), problem);
-    return found ? found->node : NodeRef();
+    auto found = Locate(session, FromOneLine(path), problem);
+    if (!found) return std::nullopt;
+    return std::move(found->node);
 }
 
 // Columns of a table lead down from its rows, of which the first is asked.
-NodeRef FindBelowRow(CaseSession& session, const std::string& pattern, const std::string& path) {
-    NodeRef node = Find(session, pattern);
-    return node && node->SeekPath(FIValue(FromOneLine(path).c_str())) ? node : NodeRef();
+std::optional<Node> FindBelowRow(CaseSession& session, const std::string& pattern,
+                                 const std::string& path) try {
+    const auto row = Find(session, pattern);
+    auto found = row ? row->Find(FromOneLine(path)) : std::nullopt;
+    if (!found) return std::nullopt;
+    return std::move(found->node);
+} catch (const client::PathError&) {
+    return std::nullopt;
 }
 
 // Names of attributes of the last node that the line names before `--attr`.
@@ -134,7 +140,7 @@ std::vector<std::string> OptionCompletions(CaseSession& session,
                                            const std::string& beginning) {
     for (auto word = words.rbegin(); word != words.rend(); ++word) {
         if (word->text.empty() || word->text.front() == '-') continue;
-        if (const NodeRef node = Find(session, word->text)) return AttributeNames(*node, beginning);
+        if (const auto node = Find(session, word->text)) return AttributeNames(*node, beginning);
     }
     return AttributeNames(session.Here(), beginning);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-// Runs a case's solver to its end in turns of the host's loop; values can be watched on the way.
+// Solves that somebody looks on at.
 
-#include <functional>
+#include <memory>
 #include <string>
 
 #include "exit_code.h"
@@ -11,20 +11,6 @@ namespace fixtop {
 
 class CaseSession;
 class Output;
-
-struct SolveEnd {
-    bool complete = false;
-    std::string message;  // as the solver puts it
-};
-
-// Starts the solver and waits for it. `after_turn` is called after every turn, and may be empty.
-SolveEnd SolveToEnd(CaseSession& session, const std::function<void()>& after_turn);
-
-// Lets stores start the solver, which holds after a solve that was asked for.
-void LetStoresSolve(CaseSession& session);
-
-// Waits until a solve that something else began has ended.
-void WaitUntilIdle(CaseSession& session, const std::function<void()>& after_turn);
 
 // Notes why the last solve did not complete, where the host knows it.
 void TellWhyIncomplete(CaseSession& session, Output& out);
@@ -42,10 +28,7 @@ class Progress {
     Progress& operator=(const Progress&) = delete;
 
  private:
-    void Show();
-
-    CaseSession& session_;
-    bool shown_ = false;
+    std::shared_ptr<void> listener_;
     int steps_ = 0;
 };
 

@@ -1,25 +1,19 @@
 #pragma once
 
-// The neutral view on the command line: its options, and how it is opened. The messages of the
-// module about library, map and units go to a log file where one is asked for, and are told when
-// the view can't be opened.
+// The neutral view on the command line: its options. The messages of the module about library, map
+// and units go to a log file where one is asked for, and are told when the view can't be opened.
 
 #include <string>
 
 #include <CLI/CLI.hpp>
 
-#include "fixtop/fixtop.h"
+#include "fixtop/client/case.h"
 
 namespace fixtop {
 
 struct ViewOptions {
     bool neutral = false;
-    // Empty: as shipped.
-    std::string library;
-    std::string map;
-    std::string units;
-    std::string translate;
-    std::string log;  // empty: none is written
+    client::ModelFiles files;
 };
 
 // The choice of the neutral view; given before its files, they are refused without it.
@@ -28,9 +22,7 @@ void AddNeutral(CLI::App& app, ViewOptions& view);
 void AddModel(CLI::App& app, ViewOptions& view);
 void AddLibrary(CLI::App& app, ViewOptions& view);
 
-// The root of the neutral view of a tree, and the definitions of its classes; null and why. What is
-// wrong with units that were asked for stands in `problem` beside a root.
-Ref<FIEntry> OpenNeutral(FIEntry& top, const ViewOptions& view, std::string& problem);
-Ref<FIEntry> OpenDictionary(const ViewOptions& view, std::string& problem);
+// A message of several lines, each of them on one.
+std::string OneLineEach(const std::string& text);
 
 }  // namespace fixtop

@@ -18,7 +18,7 @@ namespace fixtop {
 class CaseSession;
 
 // What a word has at hand while it runs.
-struct Surroundings {
+struct CommandContext {
     Output& out;
     CaseSession* session = nullptr;  // null for words that need no case
     bool leave_shell = false;        // set by the word that ends the shell
@@ -29,7 +29,7 @@ class Word {
     virtual ~Word() = default;
     // The options are read into the word itself.
     virtual void Declare(CLI::App& app) = 0;
-    virtual ExitCode Run(Surroundings& around) = 0;
+    virtual ExitCode Run(CommandContext& around) = 0;
 };
 
 // Where a word is known.
@@ -54,7 +54,7 @@ std::span<const WordRow> Words();
 
 // Parses a command line, without the program's own name, and runs its word. In the shell the
 // session is given and words take no case. Problems of the line are told on `around.out`.
-ExitCode Execute(std::vector<std::string> arguments, Place place, Surroundings& around);
+ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around);
 
 // Options; `name` without dashes is an argument by its position. What is said by a path or a name
 // is read as output writes it on one line, a text as it stands.

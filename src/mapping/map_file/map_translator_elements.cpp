@@ -12,7 +12,7 @@ namespace fixtop {
 // A kind of translator, by the text of Type.
 struct TranslatorKind {
     const char* type;
-    std::unique_ptr<CCDMTranslator> (*make)(const SemanticModule* semantic_module);
+    std::unique_ptr<CCDMTranslator> (*make)(const CCDMClassLibrary& library);
     // An element inside whose text is the body too; null for none.
     const char* body_element;
 };
@@ -25,13 +25,17 @@ struct TranslatorForm {
 namespace {
 
 template <class Translator>
-std::unique_ptr<CCDMTranslator> MakePlain(const SemanticModule*) {
+std::unique_ptr<CCDMTranslator> MakePlain(const CCDMClassLibrary&) {
     return std::make_unique<Translator>();
 }
 
 template <class Translator>
-std::unique_ptr<CCDMTranslator> MakeLinked(const SemanticModule* semantic_module) {
-    return std::make_unique<Translator>(semantic_module);
+std::unique_ptr<CCDMTranslator> MakeLinked(const CCDMClassLibrary& library) {
+    return std::make_unique<Translator>(library.semanticModule);
+}
+
+std::unique_ptr<CCDMTranslator> MakeCounted(const CCDMClassLibrary& library) {
+    return std::make_unique<CCDMArrayFuncTranslator>(library.semanticModule, library.listLength);
 }
 
 constexpr TranslatorKind kScalarKinds[] = {
@@ -42,7 +46,7 @@ constexpr TranslatorKind kScalarKinds[] = {
 constexpr TranslatorKind kArrayKinds[] = {
     {"Function", MakeLinked<CCDMArrayFunctionTranslator>, "Function"},
     {"Map", MakePlain<CCDMArrayMapTranslator>, "Map"},
-    {"ArrayFunc", MakeLinked<CCDMArrayFuncTranslator>, nullptr},
+    {"ArrayFunc", MakeCounted, nullptr},
 };
 
 FIValue TextValue(const std::string& text) {
@@ -147,7 +151,7 @@ void TranslatorElement::Make(const std::string& type, const std::string& transla
     translator_ = nullptr;
     for (const TranslatorKind& kind : form_.kinds) {
         if (type != kind.type) continue;
-        std::unique_ptr<CCDMTranslator> made = kind.make(library_.semanticModule);
+        std::unique_ptr<CCDMTranslator> made = kind.make(library_);
         CCDMTranslator* const translator = translator_ = made.get();
         translator->name = translate_name;
         translator->branch = branch;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include "framework/shield.h"
 #include "framework/cursor.h"
+#include "framework/shield.h"
 
 namespace fixtop {
 

@@ -27,6 +27,7 @@ Opened ReadDefinitions(const ModelFiles& files) {
 
 Opened ReadModel(const ModelFiles& files) {
     Opened opened = ReadDefinitions(files);
+    if (opened) opened->library.listLength = files.listLength;
     if (!opened || !ReadMapFile(opened->library, files.map)) return {};
     opened->library.translateName = files.translateName;
     return opened;

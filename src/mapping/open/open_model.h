@@ -25,6 +25,7 @@ struct ModelFiles {
     std::string translateName = "Hovex";
     ModuleHandle unitResources = nullptr;   // where unit and map files have their resources
     ModuleHandle classResources = nullptr;  // null: the same place
+    ListLength listLength = ListLength::kByte;
 };
 
 // From the class definitions alone, without units and application, at the given class.

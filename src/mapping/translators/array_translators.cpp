@@ -78,7 +78,7 @@ void CCDMArrayFuncTranslator::SetBody(const std::string& text) {
 }
 
 std::unique_ptr<CDTBase> CCDMArrayFuncTranslator::MakeIterator(FIReferenceBase& reference) const {
-    return std::make_unique<CDTVariableIterator>(function_, reference);
+    return std::make_unique<CDTVariableIterator>(function_, reference, length_);
 }
 
 }  // namespace fixtop

@@ -51,7 +51,9 @@ class CCDMArrayFunctionTranslator final : public CCDMArrayTranslator {
 // As many elements as a function counts, each reached by it.
 class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
  public:
-    explicit CCDMArrayFuncTranslator(const SemanticModule* module) : module_(module) {}
+    explicit CCDMArrayFuncTranslator(const SemanticModule* module,
+                                     ListLength length = ListLength::kByte)
+        : module_(module), length_(length) {}
 
     const char* DumpBody(std::string& out) const override;
     void SetBody(const std::string& text) override;
@@ -61,6 +63,7 @@ class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
 
  private:
     const SemanticModule* module_;
+    ListLength length_;
     std::string function_name_;
     ArrayFunction function_ = nullptr;
 };

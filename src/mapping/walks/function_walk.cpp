@@ -1,5 +1,8 @@
 #include "mapping/walks/function_walk.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "diagnostics/memory_guard.h"
 #include "mapping/translators/reference_move.h"
 
@@ -14,13 +17,15 @@ const FIValue& SubclassName() {
 
 }  // namespace
 
-CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference)
+CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
+                                         ListLength length)
     : function_(function), reference_(reference) {
     if (function_ != nullptr) {
-        MoveReference(reference_, [this](FIIteratorBase& it) {
+        MoveReference(reference_, [&](FIIteratorBase& it) {
             FIValue unused;
             there_ = function_(&it, &unused, kCountIndex);
-            count_ = static_cast<std::uint8_t>(there_);
+            const bool whole = length == ListLength::kWhole;
+            count_ = whole ? std::max(there_, 0) : static_cast<std::uint8_t>(there_);
             return true;
         });
     }

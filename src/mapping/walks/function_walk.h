@@ -1,17 +1,16 @@
 #pragma once
 
-// The elements that an array function counts and reaches. The count is held in a byte: a function
-// that counts 256 has no elements, one that counts 300 has 44.
+// The elements that an array function counts and reaches. Unless the list is to be whole the count
+// is held in a byte: a function that counts 256 has no elements, one that counts 300 has 44.
 //
 // Each element is reached from the depth at which the walk began; the function may leave the
 // reference deeper. The class that it names for an element is the variable "Subclass" there, NULL
 // when it names none, and behind the last element.
 
-#include <cstdint>
-
 #include "diagnostics/instance_counts.h"
 #include "fixtop/semantic_function.h"
 #include "mapping/walks/element_walk.h"
+#include "model/model_types.h"
 
 namespace fixtop {
 
@@ -19,7 +18,8 @@ class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {
  public:
     // Asks for the count and goes to the first element. Without a function there are none.
-    CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference);
+    CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
+                        ListLength length = ListLength::kByte);
     ~CDTVariableIterator() override;
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
@@ -40,7 +40,7 @@ class CDTVariableIterator final : public CDTBase,
     ArrayFunction function_;
     FIReferenceBase& reference_;
     int there_ = 0;
-    std::uint8_t count_ = 0;
+    int count_ = 0;
     int position_ = 0;
     int base_depth_ = 0;
 };

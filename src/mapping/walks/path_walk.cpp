@@ -5,16 +5,6 @@
 
 namespace fixtop {
 
-namespace {
-
-const PathStep& LastStep(const PathStep& path) {
-    const PathStep* step = &path;
-    while (step->Next() != nullptr) step = step->Next();
-    return *step;
-}
-
-}  // namespace
-
 std::unique_ptr<CDTBase> CDTPathIterator::Clone(FIReferenceBase& reference) const {
     auto clone = std::make_unique<CDTPathIterator>(path_, reference);
     clone->at_end_ = at_end_;
@@ -46,7 +36,7 @@ bool CDTPathIterator::Next() {
     if (at_end_) return false;
     ++position_;
     if (MoveReference(reference_,
-                      [this](FIIteratorBase& it) { return it.NextMatch(LastStep(*path_)); })) {
+                      [this](FIIteratorBase& it) { return it.NextMatch(path_->Last()); })) {
         return true;
     }
     Release();
@@ -62,7 +52,7 @@ bool CDTPathIterator::Last() {
 
 // Where the path takes any sibling that passes its filters.
 bool CDTPathIterator::StepBack(FIIteratorBase& it) const {
-    const PathStep& step = LastStep(*path_);
+    const PathStep& step = path_->Last();
     while (it.Prev()) {
         if (it.Filter(step)) return true;
     }
@@ -72,7 +62,7 @@ bool CDTPathIterator::StepBack(FIIteratorBase& it) const {
 bool CDTPathIterator::Prev() {
     if (position_ == 0) return false;
     const int wanted = position_ - 1;
-    const PathStep& step = LastStep(*path_);
+    const PathStep& step = path_->Last();
     if (!at_end_ && step.name == "*" && !step.isVariable &&
         MoveReference(reference_, [this](FIIteratorBase& it) { return StepBack(it); })) {
         position_ = wanted;

@@ -8,4 +8,8 @@ FilePtr OpenFile(const std::string& utf8_name, const char* mode) {
     return OrNoMemory([&] { return FilePtr(std::fopen(utf8_name.c_str(), mode)); });
 }
 
+const char* NullDevice() {
+    return "/dev/null";
+}
+
 }  // namespace fixtop

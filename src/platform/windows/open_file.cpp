@@ -10,4 +10,8 @@ FilePtr OpenFile(const std::string& utf8_name, const char* mode) {
     return FilePtr(name && wide_mode ? _wfopen(name->c_str(), wide_mode->c_str()) : nullptr);
 }
 
+const char* NullDevice() {
+    return "NUL";
+}
+
 }  // namespace fixtop

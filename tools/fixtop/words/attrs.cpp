@@ -10,8 +10,8 @@ class Attrs final : public NodeWord {
     void Declare(CLI::App& app) override { DeclareNode(app, "Node")->required(); }
 
  private:
-    void Show(FIIteratorBase& node, Output& out) override {
-        for (const auto& [name, value] : AttributesOf(node)) {
+    void Show(const Node& node, Output& out) override {
+        for (const auto& [name, value] : node.Attributes()) {
             if (AsJson()) {
                 Json record;
                 record["name"] = name;

@@ -43,7 +43,7 @@ class Demo final : public Word {
  public:
     void Declare(CLI::App&) override {}
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         std::string problem;
         const auto session = CaseSession::Open("demo", {}, problem);
         if (!session) {
@@ -60,13 +60,13 @@ class Demo final : public Word {
     }
 
  private:
-    static std::string Prompt(CaseSession& session) { return NameOf(session.Here()) + "> "; }
+    static std::string Prompt(CaseSession& session) { return session.Here().Name() + "> "; }
 
     bool Visit(const Stop& stop, CaseSession& session, Output& out) {
         if (*stop.say) out.Line(std::string("\n# ") + stop.say);
         out.Line(Prompt(session) + stop.line);
         RecordingOutput recording(out);
-        Surroundings around{recording, &session};
+        CommandContext around{recording, &session};
         const auto words = SplitLine(stop.line).value_or(std::vector<ShellWord>());
         std::vector<std::string> arguments;
         arguments.reserve(words.size());

@@ -10,12 +10,12 @@ namespace {
 // One of the nodes of the application on which a neutral node stands.
 struct Side {
     const char* words;
-    int face;
+    Node::Side side;
     const char* value;  // the attributes of the neutral node that show this side
     const char* uom;
 };
-constexpr Side kSides[] = {{"calculated", 1, "value", "uom"},
-                           {"specified", 2, "spec_value", "spec_uom"}};
+constexpr Side kSides[] = {{"calculated", Node::Side::kCalculated, "value", "uom"},
+                           {"specified", Node::Side::kSpecified, "spec_value", "spec_uom"}};
 
 class Explain final : public NodeWord {
  public:
@@ -24,26 +24,23 @@ class Explain final : public NodeWord {
     }
 
  private:
-    void Show(FIIteratorBase& node, Output& out) override {
+    void Show(const Node& node, Output& out) override {
         if (AsJson()) return out.Line(ToLine(Record(node)));
         Tell(node, out);
     }
 
-    static NodeRef NodeOf(FIIteratorBase& node, const Side& side) {
-        return NodeRef::Adopt(FixtopApplicationNode(&node, side.face));
-    }
-    static std::string Quantity(FIIteratorBase& node, const char* value, const char* uom) {
+    static std::string Quantity(const Node& node, const char* value, const char* uom) {
         const std::string unit = TextOf(node, uom);
         const std::string text = TextOf(node, value);
         return unit.empty() || text.empty() ? text : text + ' ' + unit;
     }
 
-    static void Tell(FIIteratorBase& node, Output& out) {
+    static void Tell(const Node& node, Output& out) {
         out.Line("path\t" + ShownPath(node));
         out.Line("type\t" + TextOf(node, "type"));
         bool bound = false;
         for (const Side& side : kSides) {
-            const NodeRef raw = NodeOf(node, side);
+            const auto raw = node.Raw(side.side);
             if (!raw) continue;
             bound = true;
             out.Line(std::string(side.words) + "\t" + ShownPath(*raw));
@@ -52,27 +49,27 @@ class Explain final : public NodeWord {
         }
         if (!bound) out.Line("calculated\t(nothing in the case)");
         out.Line("translators");
-        std::istringstream text(AttributeOf(node, "converters").ToText());
+        std::istringstream text(node.Attribute("converters").ToText());
         for (std::string line; std::getline(text, line);) {
             const std::size_t tabs = std::min(line.find_first_not_of('\t'), line.size());
             out.Line(line.substr(0, tabs) + OneLine(line.substr(tabs)));
         }
     }
-    static Json Record(FIIteratorBase& node) {
+    static Json Record(const Node& node) {
         Json record;
         record["path"] = ShownPath(node);
         record["type"] = TextOf(node, "type");
         for (const Side& side : kSides) {
-            const NodeRef raw = NodeOf(node, side);
+            const auto raw = node.Raw(side.side);
             if (!raw) continue;
             Json& shown = record[side.words];
             shown["path"] = ShownPath(*raw);
-            shown["value"] = ToJson(AttributeOf(node, side.value));
-            shown["uom"] = ToJson(AttributeOf(node, side.uom));
-            shown["raw_value"] = ToJson(AttributeOf(*raw, "value"));
-            shown["raw_uom"] = ToJson(AttributeOf(*raw, "uom"));
+            shown["value"] = ToJson(node.Attribute(side.value));
+            shown["uom"] = ToJson(node.Attribute(side.uom));
+            shown["raw_value"] = ToJson(raw->Attribute("value"));
+            shown["raw_uom"] = ToJson(raw->Attribute("uom"));
         }
-        record["converters"] = AttributeOf(node, "converters").ToText();
+        record["converters"] = node.Attribute("converters").ToText();
         return record;
     }
 };

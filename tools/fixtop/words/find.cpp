@@ -1,4 +1,4 @@
-#include "search.h"
+#include "case_session.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -12,12 +12,12 @@ class Find final : public Word {
         AddJson(app, json_);
     }
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         const std::string problem =
-            ForEachMatch(*around.session, pattern_, [&](const Match& match) {
+            ForEachMatch(*around.session, pattern_, [&](const client::Place& match) {
+                const std::string& name = match.attribute;
                 const std::string path = OneLine(
-                    match.attribute.empty() ? match.path
-                                            : match.path + '(' + QuotedName(match.attribute) + ')');
+                    name.empty() ? match.path : match.path + '(' + client::WrittenName(name) + ')');
                 around.out.Line(json_ ? Record(match.node, path) : path);
             });
         if (problem.empty()) return ExitCode::kOk;
@@ -26,11 +26,11 @@ class Find final : public Word {
     }
 
  private:
-    static std::string Record(FIIteratorBase& node, const std::string& path) {
+    static std::string Record(const Node& node, const std::string& path) {
         Json record;
         record["path"] = path;
-        record["name"] = NameOf(node);
-        record["type"] = ToJson(AttributeOf(node, "type"));
+        record["name"] = node.Name();
+        record["type"] = ToJson(node.Attribute("type"));
         return ToLine(record);
     }
 

@@ -18,7 +18,7 @@ class Get final : public Word {
         AddJson(app, json_);
     }
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         ExitCode code = ExitCode::kOk;
         const auto read = [&](const std::string& path) {
             if (!Read(path, around)) code = ExitCode::kFailed;
@@ -48,23 +48,23 @@ class Get final : public Word {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         return read;
     }
-    bool Read(const std::string& path, Surroundings& around) const {
+    bool Read(const std::string& path, CommandContext& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);
         if (!found) return Refuse(path, problem, true, around.out);
-        FIIteratorBase& node = *found->node;
+        const Node& node = found->node;
         const std::string attribute = !attribute_.empty()        ? attribute_
                                       : found->attribute.empty() ? "value"
                                                                  : found->attribute;
-        problem = SetUnit(node, attribute, unit_);
-        if (!problem.empty()) return Refuse(path, problem, false, around.out);
-        const FIValue value = AttributeOf(node, attribute.c_str());
-        const std::string unit = UnitOf(node, attribute);
-        if (attribute == "value" && IsStale(node)) {
-            around.out.Note(OneLine(path) + ": older than a change of the case");
+        client::Reading reading;
+        try {
+            reading = node.Read(unit_, attribute);
+        } catch (const client::Refused& refused) {
+            return Refuse(path, OneLine(refused.Text()), false, around.out);
         }
-        around.out.Line(json_ ? Record(path, node, attribute, value, unit) : OneLine(value));
-        problem = OtherUnit(attribute, value, unit, unit_);
+        if (reading.stale) around.out.Note(OneLine(path) + ": older than a change of the case");
+        around.out.Line(json_ ? Record(path, attribute, reading) : OneLine(reading.value));
+        problem = OneLine(client::OtherUnit(attribute, reading, unit_));
         if (!problem.empty()) around.out.Note(OneLine(path) + ": " + problem);
         return problem.empty();
     }
@@ -79,16 +79,15 @@ class Get final : public Word {
         }
         return false;
     }
-    static std::string Record(const std::string& path, FIIteratorBase& node,
-                              const std::string& attribute, const FIValue& value,
-                              const std::string& unit) {
+    static std::string Record(const std::string& path, const std::string& attribute,
+                              const client::Reading& reading) {
         Json record;
         record["path"] = OneLine(path);
         if (attribute != "value") record["attr"] = attribute;
-        record["value"] = ToJson(value);
-        record["uom"] = unit.empty() ? Json() : Json(unit);
-        record["status"] = ToJson(AttributeOf(node, "status"));
-        MarkStale(node, record);
+        record["value"] = ToJson(reading.value);
+        record["uom"] = UnitToJson(reading.unit);
+        record["status"] = reading.status.empty() ? Json() : Json(reading.status);
+        if (reading.stale) record["stale"] = true;
         return ToLine(record);
     }
 

@@ -13,10 +13,14 @@ class Ls final : public NodeWord {
     }
 
  private:
-    void Show(FIIteratorBase& node, Output& out) override {
-        const std::string parent = AsJson() ? FullPath(node) : "";
-        const auto show = [&](FIIteratorBase& child, const ChildPlace& place) {
-            out.Line(AsJson() ? Record(child, JoinPath(parent, StepFor(place))) : ShownName(child));
+    Node Shown(CaseSession& session, const Node& found) const override {
+        return session.Listed(found);
+    }
+    void Show(const Node& node, Output& out) override {
+        const std::string parent = AsJson() ? node.Path() : "";
+        const auto show = [&](const client::Child& child) {
+            out.Line(AsJson() ? Record(child.node, client::JoinPath(parent, child.step))
+                              : ShownName(child.node));
             return true;
         };
         if (all_ || AsJson()) {
@@ -25,11 +29,11 @@ class Ls final : public NodeWord {
             out.Note(FoldedLine(left_out));
         }
     }
-    static std::string Record(FIIteratorBase& child, const std::string& path) {
+    static std::string Record(const Node& child, const std::string& path) {
         Json record;
-        record["name"] = NameOf(child);
+        record["name"] = child.Name();
         record["path"] = OneLine(path);
-        record["type"] = ToJson(AttributeOf(child, "type"));
+        record["type"] = ToJson(child.Attribute("type"));
         return ToLine(record);
     }
 

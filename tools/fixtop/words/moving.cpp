@@ -11,14 +11,14 @@ class Cd final : public Word {
  public:
     void Declare(CLI::App& app) override { AddName(app, "PATH", path_, "Node"); }
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         CaseSession& session = *around.session;
         if (path_.empty()) {
             session.MoveTo(session.Top());
             return ExitCode::kOk;
         }
         if (path_ == "..") {
-            session.Here().Up();
+            if (auto parent = session.Here().Parent()) session.MoveTo(std::move(*parent));
             return ExitCode::kOk;
         }
         std::string problem;
@@ -38,7 +38,7 @@ class Cd final : public Word {
 class Pwd final : public Word {
  public:
     void Declare(CLI::App&) override {}
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         around.out.Line(ShownPath(around.session->Here()));
         return ExitCode::kOk;
     }
@@ -47,7 +47,7 @@ class Pwd final : public Word {
 class Save final : public Word {
  public:
     void Declare(CLI::App& app) override { AddFile(app, "FILE", file_, "File")->required(); }
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         return SaveTo(*around.session, file_, around.out);
     }
 
@@ -58,7 +58,7 @@ class Save final : public Word {
 class Help final : public Word {
  public:
     void Declare(CLI::App& app) override { AddText(app, "WORD", word_, "Word to be explained"); }
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         std::vector<std::string> line{"--help"};
         if (!word_.empty()) line.insert(line.begin(), word_);
         return Execute(std::move(line), Place::kShell, around);
@@ -71,7 +71,7 @@ class Help final : public Word {
 class Quit final : public Word {
  public:
     void Declare(CLI::App&) override {}
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         around.leave_shell = true;
         return ExitCode::kOk;
     }

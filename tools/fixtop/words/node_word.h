@@ -9,14 +9,14 @@ namespace fixtop {
 
 class NodeWord : public Word {
  public:
-    ExitCode Run(Surroundings& around) final {
+    ExitCode Run(CommandContext& around) final {
         std::string problem;
         const auto found = Locate(*around.session, path_, problem);
         if (!found) {
             around.out.Note(problem);
             return ExitCode::kFailed;
         }
-        Show(*found->node, around.out);
+        Show(Shown(*around.session, found->node), around.out);
         return ExitCode::kOk;
     }
 
@@ -29,7 +29,9 @@ class NodeWord : public Word {
     bool AsJson() const { return json_; }
 
  private:
-    virtual void Show(FIIteratorBase& node, Output& out) = 0;
+    // Which node is shown for the one that was found.
+    virtual Node Shown(CaseSession&, const Node& found) const { return found; }
+    virtual void Show(const Node& node, Output& out) = 0;
 
     std::string path_;
     bool json_ = false;

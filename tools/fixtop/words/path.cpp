@@ -12,7 +12,7 @@ class Path final : public Word {
         AddName(app, "EXPR", expression_, "Path expression")->required();
     }
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         FIValue steps;
         FIValue error;
         if (!FixtopDescribePath(FIValue(OneLine(expression_).c_str()), steps, error)) {

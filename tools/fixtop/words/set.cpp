@@ -1,6 +1,5 @@
 #include "case_session.h"
 #include "solver_run.h"
-#include "store.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -18,12 +17,12 @@ class Set final : public Word {
         AddJson(app, json_);
     }
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         std::string problem;
         const auto found = Locate(*around.session, path_, problem);
         if (found) {
             const Progress progress(*around.session);
-            LetStoresSolve(*around.session);
+            around.session->Solver().SolveOnStore(true);
             problem = Store(*found, value_, unit_);
         }
         if (!problem.empty()) {
@@ -38,17 +37,16 @@ class Set final : public Word {
     }
 
  private:
-    void Report(const Located& place, Output& out) const {
+    void Report(const client::Place& place, Output& out) const {
         const std::string name = place.attribute.empty() ? "value" : place.attribute;
-        const FIValue value = AttributeOf(*place.node, name.c_str());
-        const std::string unit = UnitOf(*place.node, name);
+        const FIValue value = place.node.Attribute(name);
         if (!json_) return out.Line(OneLine(value));
         Json record;
         record["path"] = OneLine(path_);
         record["value"] = ToJson(value);
-        record["uom"] = unit.empty() ? Json() : Json(unit);
-        record["status"] = ToJson(AttributeOf(*place.node, "status"));
-        MarkStale(*place.node, record);
+        record["uom"] = UnitToJson(place.node.UnitOf(name));
+        record["status"] = ToJson(place.node.Attribute("status"));
+        MarkStale(place.node, record);
         out.Line(ToLine(record));
     }
 

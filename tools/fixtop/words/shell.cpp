@@ -16,7 +16,7 @@ class Shell final : public Word {
  public:
     void Declare(CLI::App&) override {}
 
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         CaseSession& session = *around.session;
         const auto reader = terminal::OpenLineReader(
             [&](const std::string& line) { return CompleteLine(session, line); });
@@ -31,12 +31,12 @@ class Shell final : public Word {
 
  private:
     static std::string Prompt(CaseSession& session) {
-        return OneLine(NameOf(session.Here())) + "> ";
+        return OneLine(session.Here().Name()) + "> ";
     }
 
     // What a person types can be interrupted, and the shell goes on. It does so too when its output
     // can't be written, for the lines to come may save what was done.
-    ExitCode RunGuarded(const std::string& line, ExitCode last, Surroundings& around) {
+    ExitCode RunGuarded(const std::string& line, ExitCode last, CommandContext& around) {
         std::optional<terminal::InterruptGuard> guard;
         if (terminal::InputIsTyped()) guard.emplace();
         try {
@@ -54,7 +54,7 @@ class Shell final : public Word {
         return ExitCode::kFailed;
     }
 
-    static ExitCode RunLine(const std::string& line, ExitCode last, Surroundings& around) {
+    static ExitCode RunLine(const std::string& line, ExitCode last, CommandContext& around) {
         const auto words = SplitLine(line);
         if (!words) {
             around.out.Note("a quote is not closed: " + OneLine(line));
@@ -74,7 +74,7 @@ class Complete final : public Word {
     void Declare(CLI::App& app) override {
         AddText(app, "LINE", line_, "Line up to the cursor")->required();
     }
-    ExitCode Run(Surroundings& around) override {
+    ExitCode Run(CommandContext& around) override {
         const auto completion = CompleteLine(*around.session, line_);
         for (const std::string& candidate : completion.candidates) around.out.Line(candidate);
         return completion.candidates.empty() ? ExitCode::kFailed : ExitCode::kOk;

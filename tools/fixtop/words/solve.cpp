@@ -14,8 +14,8 @@ class Solve final : public Word {
         AddJson(app, json_);
     }
 
-    ExitCode Run(Surroundings& around) override {
-        const SolveEnd end = WithProgress(*around.session);
+    ExitCode Run(CommandContext& around) override {
+        const client::SolveResult end = WithProgress(*around.session);
         // Saved before anything is written: whoever reads may have gone away.
         const ExitCode saved = SaveSolved(*around.session, file_, around.out);
         Report(end, around.out);
@@ -28,11 +28,11 @@ class Solve final : public Word {
     }
 
  private:
-    static SolveEnd WithProgress(CaseSession& session) {
+    static client::SolveResult WithProgress(CaseSession& session) {
         const Progress progress(session);
-        return SolveToEnd(session, {});
+        return session.Solver().Solve();
     }
-    void Report(const SolveEnd& end, Output& out) const {
+    void Report(const client::SolveResult& end, Output& out) const {
         if (!json_) return out.Line(OneLineMessage(end.message));
         Json record;
         record["complete"] = end.complete;
@@ -42,13 +42,13 @@ class Solve final : public Word {
     // The objects of the main flowsheet that are not well, with what they say of themselves.
     static void NameCulprits(CaseSession& session, Output& out) {
         for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-            const NodeRef node = session.Top();
-            const std::string path = std::string("appModel.FlowSheetObjects.") + list;
-            if (!node->SeekPath(FIValue(path.c_str()))) continue;
-            ForEachChild(*node, [&](FIIteratorBase& object, const ChildPlace&) {
-                const std::string status = TextOf(object, "status");
+            const auto found =
+                session.OpenCase().Top().Find(std::string("appModel.FlowSheetObjects.") + list);
+            if (!found) continue;
+            ForEachChild(found->node, [&](const client::Child& child) {
+                const std::string status = TextOf(child.node, "status");
                 if (!status.empty() && status != "OK") {
-                    out.Note(OneLine(NameOf(object)) + ": " + status);
+                    out.Note(OneLine(child.node.Name()) + ": " + status);
                 }
                 return true;
             });

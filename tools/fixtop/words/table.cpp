@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "search.h"
+#include "case_session.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -12,29 +12,13 @@ namespace {
 
 using Cells = std::map<std::string, TableCell>;  // by heading
 
-// The same steps, whatever quotes they are written with.
-std::string Plainly(const std::string& path) {
-    std::string plain;
-    for (const StepText& step : SplitPath(path)) {
-        plain = JoinPath(
-            plain, QuotedName(step.name) + (step.count ? '#' + *step.count : "") + step.filters);
-        if (!step.Parentheses().empty()) plain += '(' + step.Parentheses() + ')';
-    }
-    return plain;
-}
-
 // What one PATH of the line makes: a column, or one for each element of an array.
 class ColumnGroup {
  public:
-    ColumnGroup(std::string path, std::string attribute)
-        : path_(std::move(path)), attribute_(std::move(attribute)) {
-        const std::string own = SplitPath(path_).back().attribute;
-        opens_arrays_ = own.empty();
-        if (!own.empty()) attribute_ = own;
-        if (attribute_.empty()) attribute_ = "value";
-    }
+    ColumnGroup(const std::string& path, std::string attribute)
+        : path_(path), attribute_(std::move(attribute)) {}
 
-    const std::string& Path() const { return path_; }
+    const client::Pattern& Path() const { return path_; }
     void ShowIn(std::string unit) { unit_ = std::move(unit); }
     bool IsThere() const { return is_there_; }
     // Headings in order of appearance.
@@ -42,44 +26,44 @@ class ColumnGroup {
     // What the module said against the unit, each text once.
     const std::set<std::string>& Refusals() const { return refusals_; }
 
-    Cells Read(FIIteratorBase& node) {
+    Cells Read(const Node& node) {
         Cells cells;
-        const NodeRef place = CopyOf(node);
-        if (!place->SeekPath(FIValue(path_.c_str()))) return cells;
+        const auto place = path_.First(node);
+        if (!place) return cells;
         is_there_ = true;
-        Add(*place, path_, cells);
+        Add(*place, path_.Text(), cells);
         return cells;
     }
 
  private:
-    void Add(FIIteratorBase& node, const std::string& heading, Cells& cells) {
-        if (opens_arrays_ && IsArray(node)) {
-            ForEachChild(node, [&](FIIteratorBase& element, const ChildPlace& place) {
-                Add(element, JoinPath(heading, StepFor(place)), cells);
+    // Without an attribute that the path names, a path to an array is one to its elements.
+    void Add(const client::Place& place, const std::string& heading, Cells& cells) {
+        if (place.attribute.empty() && place.node.IsArray()) {
+            ForEachChild(place.node, [&](const client::Child& child) {
+                Add({child.node, "", ""}, client::JoinPath(heading, child.step), cells);
                 return true;
             });
             return;
         }
         if (known_.insert(heading).second) headings_.push_back(heading);
-        cells.emplace(heading, CellOf(node));
+        cells.emplace(heading,
+                      CellOf(place.node, place.attribute.empty() ? attribute_ : place.attribute));
     }
-    TableCell CellOf(FIIteratorBase& node) {
-        std::string refused = SetUnit(node, attribute_, unit_);
-        if (!refused.empty()) {
-            refusals_.insert(refused);
+    TableCell CellOf(const Node& node, const std::string& attribute) {
+        try {
+            client::Reading reading = node.Read(unit_, attribute);
+            const std::string other = client::OtherUnit(attribute, reading, unit_);
+            if (!other.empty()) refusals_.insert(OneLine(other));
+            return {std::move(reading.value), std::move(reading.unit), reading.stale};
+        } catch (const client::Refused& refused) {
+            refusals_.insert(OneLine(refused.Text()));
             return {};
         }
-        TableCell cell{AttributeOf(node, attribute_.c_str()), UnitOf(node, attribute_),
-                       attribute_ == "value" && IsStale(node)};
-        refused = OtherUnit(attribute_, cell.value, cell.unit, unit_);
-        if (!refused.empty()) refusals_.insert(refused);
-        return cell;
     }
 
-    std::string path_;
+    client::Pattern path_;
     std::string attribute_;
     std::string unit_;
-    bool opens_arrays_ = true;
     bool is_there_ = false;
     std::vector<std::string> headings_;
     std::set<std::string> known_;
@@ -100,9 +84,9 @@ class TableWord final : public Word {
         app.callback([this] { MakeColumns(); });
     }
 
-    ExitCode Run(Surroundings& around) override {
-        const std::string problem =
-            ForEachMatch(*around.session, pattern_, [this](const Match& match) { AddRow(match); });
+    ExitCode Run(CommandContext& around) override {
+        const std::string problem = ForEachMatch(
+            *around.session, pattern_, [this](const client::Place& match) { AddRow(match); });
         if (!problem.empty()) {
             around.out.Note(problem);
             return ExitCode::kFailed;
@@ -114,32 +98,39 @@ class TableWord final : public Word {
 
  private:
     struct GatheredRow {
-        NodeRef node;
+        Node node;
         std::string path;
         std::vector<Cells> cells;  // one each group
     };
 
+    void AddGroup(const std::string& path) {
+        try {
+            groups_.emplace_back(path, attribute_.empty() ? "value" : attribute_);
+        } catch (const client::PathError& error) {
+            unread_.push_back(MessageOf(error));
+        }
+    }
     // Throws when a unit is for no column.
     void MakeColumns() {
         if (csv_ && json_) throw CLI::ExcludesError("--csv", "--json");
-        for (const std::string& path : paths_) groups_.emplace_back(path, attribute_);
+        for (const std::string& path : paths_) AddGroup(path);
         for (const std::string& text : units_) {
             const std::size_t sign = text.rfind('=');
             if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
                 throw CLI::ValidationError("--unit", "NAME=UNIT expected: " + text);
             }
-            const std::string name = Plainly(text.substr(0, sign));
+            const client::Pattern named(text.substr(0, sign));
             bool found = false;
             for (ColumnGroup& group : groups_) {
-                if (Plainly(group.Path()) != name) continue;
+                if (!group.Path().IsSame(named)) continue;
                 group.ShowIn(text.substr(sign + 1));
                 found = true;
             }
             if (!found) throw CLI::ValidationError("--unit", "no such column: " + text);
         }
     }
-    void AddRow(const Match& match) {
-        GatheredRow& row = rows_.emplace_back(GatheredRow{CopyOf(match.node), match.path, {}});
+    void AddRow(const client::Place& match) {
+        GatheredRow& row = rows_.emplace_back(GatheredRow{match.node, match.path, {}});
         for (ColumnGroup& group : groups_) row.cells.push_back(group.Read(match.node));
     }
     ExitCode TellProblems(Output& out) const {
@@ -148,27 +139,27 @@ class TableWord final : public Word {
             out.Note(problem);
             code = ExitCode::kFailed;
         };
+        for (const std::string& problem : unread_) tell(problem);
         for (const ColumnGroup& group : groups_) {
             if (!group.IsThere()) tell(WhyMissing(group.Path()));
             for (const std::string& text : group.Refusals())
-                tell(OneLine(group.Path()) + ": " + text);
+                tell(OneLine(group.Path().Text()) + ": " + text);
         }
         return code;
     }
     // From the first row that has names near to it, or else from the first.
-    std::string WhyMissing(const std::string& path) const {
-        if (std::string error = ParseError(path); !error.empty()) return error;
+    std::string WhyMissing(const client::Pattern& path) const {
         for (const GatheredRow& row : rows_) {
-            std::string problem = DescribeMissing(*row.node, path);
-            if (problem.find("\n  near: ") != std::string::npos) return problem;
+            const client::NotFound missing = path.WhyMissing(row.node);
+            if (!missing.Near().empty()) return MessageOf(missing);
         }
-        return DescribeMissing(*rows_.front().node, path);
+        return MessageOf(path.WhyMissing(rows_.front().node));
     }
     Table Whole() const {
         Table table;
         table.attribute = attribute_ == "value" ? "" : attribute_;
         for (const GatheredRow& row : rows_) {
-            table.rows.push_back({NameWithKey(*row.node), row.path, {}});
+            table.rows.push_back({NameWithKey(row.node), row.path, {}});
         }
         for (std::size_t group = 0; group < groups_.size(); ++group) {
             for (const std::string& heading : groups_[group].Headings()) {
@@ -191,6 +182,7 @@ class TableWord final : public Word {
     bool csv_ = false;
     bool json_ = false;
     std::vector<ColumnGroup> groups_;
+    std::vector<std::string> unread_;  // why columns can't be read
     std::vector<GatheredRow> rows_;
 };
 

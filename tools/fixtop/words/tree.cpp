@@ -18,33 +18,33 @@ class Tree final : public NodeWord {
     }
 
  private:
-    void Show(FIIteratorBase& node, Output& out) override {
+    void Show(const Node& node, Output& out) override {
         if (!AsJson()) return ShowBelow(node, 0, out);
         out.Line(ToLine(Nested(node, depth_), 2));
     }
 
-    static bool IsAttachment(FIIteratorBase& node) { return TextOf(node, "type") == "Attachment"; }
-    bool IsOpen(FIIteratorBase& node, int levels_left) const {
+    static bool IsAttachment(const Node& node) { return TextOf(node, "type") == "Attachment"; }
+    bool IsOpen(const Node& node, int levels_left) const {
         return levels_left > 0 && (attachments_ || !IsAttachment(node));
     }
 
     static std::string Indent(int level) { return std::string(std::size_t{2} * level, ' '); }
-    static std::string Describe(FIIteratorBase& node) {
+    static std::string Describe(const Node& node) {
         const std::string name = ShownName(node);
         const std::string type = TextOf(node, "type");
-        if (!IsVariable(node)) return type.empty() ? name : name + "  (" + type + ")";
+        if (!node.IsVariable()) return type.empty() ? name : name + "  (" + type + ")";
         const std::string value = TextOf(node, "value");
         const char* joint = type == "Attachment" ? " -> " : " = ";
         if (value.empty()) return name + joint + "(none)";
         const std::string uom = TextOf(node, "uom");
         return name + joint + value + (uom.empty() ? "" : ' ' + uom) +
-               (IsStale(node) ? "  (stale)" : "");
+               (node.IsStale() ? "  (stale)" : "");
     }
-    void ShowBelow(FIIteratorBase& node, int level, Output& out) const {
+    void ShowBelow(const Node& node, int level, Output& out) const {
         out.Line(Indent(level) + Describe(node));
         if (!IsOpen(node, depth_ - level)) return;
-        const auto show = [&](FIIteratorBase& child, const ChildPlace&) {
-            ShowBelow(child, level + 1, out);
+        const auto show = [&](const client::Child& child) {
+            ShowBelow(child.node, level + 1, out);
             return true;
         };
         if (all_) {
@@ -53,19 +53,19 @@ class Tree final : public NodeWord {
             out.Line(Indent(level + 1) + FoldedLine(left_out));
         }
     }
-    Json Nested(FIIteratorBase& node, int levels_left) const {
+    Json Nested(const Node& node, int levels_left) const {
         Json record;
-        record["name"] = NameOf(node);
-        record["type"] = ToJson(AttributeOf(node, "type"));
-        if (IsVariable(node)) {
-            record["value"] = ToJson(AttributeOf(node, "value"));
-            record["uom"] = ToJson(AttributeOf(node, "uom"));
+        record["name"] = node.Name();
+        record["type"] = ToJson(node.Attribute("type"));
+        if (node.IsVariable()) {
+            record["value"] = ToJson(node.Attribute("value"));
+            record["uom"] = ToJson(node.Attribute("uom"));
             MarkStale(node, record);
         }
         if (!IsOpen(node, levels_left)) return record;
         Json children = Json::array();
-        ForEachChild(node, [&](FIIteratorBase& child, const ChildPlace&) {
-            children.push_back(Nested(child, levels_left - 1));
+        ForEachChild(node, [&](const client::Child& child) {
+            children.push_back(Nested(child.node, levels_left - 1));
             return true;
         });
         if (!children.empty()) record["children"] = std::move(children);

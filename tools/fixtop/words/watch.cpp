@@ -1,66 +1,23 @@
 #include "case_session.h"
-#include "fixtop/reference.h"
 #include "solver_run.h"
-#include "store.h"
 #include "words/makers.h"
 
 namespace fixtop {
 
 namespace {
 
-// A node whose value is compared with what it was.
-class Watched {
- public:
-    Watched(std::string path, FIIteratorBase& node)
-        : path_(std::move(path)),
-          node_(Ref<FIReferenceBase>::Adopt(Given(node.MakeReference()))),
-          value_(Read("value")) {}
-
-    void WriteChange(bool json, Output& out) {
-        const FIValue now = Read("value");
-        if (now.Kind() == value_.Kind() && now.ToText() == value_.ToText()) return;
-        const FIValue before = std::exchange(value_, now);
-        const FIValue uom = Read("uom");
-        if (json) {
-            Json record;
-            record["path"] = OneLine(path_);
-            record["old"] = ToJson(before);
-            record["new"] = ToJson(now);
-            record["uom"] = ToJson(uom);
-            out.Line(ToLine(record));
-        } else {
-            out.Line(OneLine(path_) + '\t' + OneLine(before) + '\t' + OneLine(now) + '\t' +
-                     OneLine(uom));
-        }
-    }
-
- private:
-    FIValue Read(const char* attribute) const {
-        FIValue value;
-        node_->GetAttribute(FIValue(attribute), value);
-        return value;
-    }
-
-    std::string path_;
-    Ref<FIReferenceBase> node_;
-    FIValue value_;
-};
-
 // A store returns at once while this lives, so that the solve goes on under our eyes.
 class StoresWithoutWaiting {
  public:
-    explicit StoresWithoutWaiting(FISolver* solver) : solver_(solver) { Set("false"); }
-    ~StoresWithoutWaiting() { Set("true"); }
+    explicit StoresWithoutWaiting(client::Solver solver) : solver_(std::move(solver)) {
+        solver_.WaitOnStore(false);
+    }
+    ~StoresWithoutWaiting() { solver_.WaitOnStore(true); }
     StoresWithoutWaiting(const StoresWithoutWaiting&) = delete;
     StoresWithoutWaiting& operator=(const StoresWithoutWaiting&) = delete;
 
  private:
-    void Set(const char* flag) {
-        FIValue refused;
-        if (solver_) solver_->SetAttribute(FIValue("wait_for_solve"), FIValue(flag), refused);
-    }
-
-    FISolver* solver_;
+    client::Solver solver_;
 };
 
 class Watch final : public Word {
@@ -73,32 +30,48 @@ class Watch final : public Word {
         AddJson(app, json_);
     }
 
-    ExitCode Run(Surroundings& around) override {
-        bool all_found = Open(around);
+    ExitCode Run(CommandContext& around) override {
+        const bool all_found = Open(around);
+        bool all_stored = true;
+        const client::Solver solver = around.session->Solver();
         const auto report = [&] {
-            for (Watched& watched : watched_) watched.WriteChange(json_, around.out);
+            for (const client::Change& change : watch_.Changes()) Write(change, around.out);
+            return true;
         };
         if (!stores_.empty()) {
-            LetStoresSolve(*around.session);
-            const StoresWithoutWaiting no_wait(around.session->Solver());
-            all_found &= StoreAll(around);
+            solver.SolveOnStore(true);
+            const StoresWithoutWaiting no_wait(solver);
+            all_stored = StoreAll(around);
             report();
-            WaitUntilIdle(*around.session, report);
+            solver.WaitUntilIdle(report);
         }
-        const SolveEnd end = SolveToEnd(*around.session, report);
+        const client::SolveResult end = solver.Solve(report);
         around.out.Note(OneLineMessage(end.message));
         if (!end.complete) TellWhyIncomplete(*around.session, around.out);
-        return all_found && end.complete ? ExitCode::kOk : ExitCode::kFailed;
+        return all_found && all_stored && end.complete ? ExitCode::kOk : ExitCode::kFailed;
     }
 
  private:
-    bool Open(Surroundings& around) {
+    void Write(const client::Change& change, Output& out) const {
+        if (json_) {
+            Json record;
+            record["path"] = OneLine(change.path);
+            record["old"] = ToJson(change.before);
+            record["new"] = ToJson(change.now);
+            record["uom"] = UnitToJson(change.unit);
+            out.Line(ToLine(record));
+        } else {
+            out.Line(OneLine(change.path) + '\t' + OneLine(change.before) + '\t' +
+                     OneLine(change.now) + '\t' + OneLine(change.unit));
+        }
+    }
+    bool Open(CommandContext& around) {
         bool all_found = true;
         for (const std::string& path : paths_) {
             std::string problem;
             const auto found = Locate(*around.session, path, problem);
             if (found) {
-                watched_.emplace_back(path, *found->node);
+                watch_.Add(found->node, path);
             } else {
                 around.out.Note(problem);
                 all_found = false;
@@ -106,7 +79,7 @@ class Watch final : public Word {
         }
         return all_found;
     }
-    bool StoreAll(Surroundings& around) const {
+    bool StoreAll(CommandContext& around) const {
         bool all_stored = true;
         for (const auto& [given, value] : stores_) {
             const std::string path = GivenName(given);
@@ -122,7 +95,7 @@ class Watch final : public Word {
 
     std::vector<std::string> paths_;
     std::vector<std::pair<std::string, std::string>> stores_;
-    std::vector<Watched> watched_;
+    client::Watch watch_;
     bool json_ = false;
 };
 

@@ -1,0 +1,76 @@
+#pragma once
+
+// CaseState: what all values on one open case share and keep alive.
+
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "fixtop/client/case.h"
+#include "fixtop/client/error.h"
+#include "fixtop/fixtop.h"
+
+namespace fixtop::client {
+
+// What the module answers with null for lack of memory alone.
+template <class T>
+T* Given(T* object) {
+    if (!object) throw std::bad_alloc();
+    return object;
+}
+
+// The host of a case. One that runs by itself can do no more for its clients than its session.
+class HostOfCase {
+ public:
+    virtual ~HostOfCase() = default;
+    virtual void* Session() = 0;
+    // One turn of the host's loop; false when it is not the client's to turn.
+    virtual bool Turn() { return false; }
+    // Why the last solve did not complete; empty when it did, or nobody knows.
+    virtual std::string SolveProblem() const { return ""; }
+    virtual bool HasOldResults() const { return false; }
+    // Answers what is wrong; empty when it was written.
+    virtual std::string Save(const std::string& file);
+    virtual const std::vector<std::string>& Remarks() const;
+};
+
+class CaseState : public std::enable_shared_from_this<CaseState> {
+ public:
+    // Null for none: a tree without a case.
+    explicit CaseState(std::unique_ptr<HostOfCase> host);
+    ~CaseState();
+    CaseState(const CaseState&) = delete;
+    CaseState& operator=(const CaseState&) = delete;
+
+    HostOfCase& Host() const { return *host_; }
+    FIEntry& Entry() const { return *entry_; }
+    Node Top();
+    Node Neutral();
+    // With lists as long as map files have them.
+    Node Listed();
+    std::string OpenNeutral(const ModelFiles& files);
+    // The root of a tree that stands on this case.
+    Node RootOf(FIEntry& entry);
+    // Null when the case has none. Lent.
+    FISolver* GetSolver() const;
+
+ private:
+    std::unique_ptr<HostOfCase> host_;
+    Ref<FIEntry> entry_;
+    Ref<FIIteratorBase> top_;
+    Ref<FIIteratorBase> neutral_;
+    Ref<FIIteratorBase> listed_;
+    ModelFiles files_;
+};
+
+// The host that comes with the library, with this case open. Throws CaseError.
+std::unique_ptr<HostOfCase> OpenBuiltInHost(const std::string& file_or_demo);
+
+// Opens a model and gathers what the module says meanwhile. Throws CaseError, which begins with
+// `what`; else answers a warning about units that were asked for.
+using ModelOpener = FIEntry* (*)(FIEntry* top, const FixtopModelFiles* files);
+std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
+                      FIEntry* top, Ref<FIEntry>& root);
+
+}  // namespace fixtop::client

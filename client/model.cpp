@@ -1,0 +1,73 @@
+// Opening neutral views and class libraries.
+
+#include "case_state.h"
+
+namespace fixtop::client {
+
+namespace {
+
+// Leads the module's log where it is wanted for as long as it lives, and listens.
+class ModelLog {
+ public:
+    explicit ModelLog(const std::string& file) {
+        FixtopSetLog(
+            file.c_str(),
+            [](void* lines, const char* text) {
+                std::string line = text;
+                while (line.ends_with('\n')) line.pop_back();
+                static_cast<std::vector<std::string>*>(lines)->push_back(std::move(line));
+            },
+            &lines_);
+    }
+    ~ModelLog() { FixtopSetLog(nullptr, nullptr, nullptr); }
+    ModelLog(const ModelLog&) = delete;
+    ModelLog& operator=(const ModelLog&) = delete;
+
+    const std::vector<std::string>& Lines() const { return lines_; }
+
+ private:
+    std::vector<std::string> lines_;
+};
+
+// Units are read first, and the log says this last of them when they could not be.
+constexpr char kNoUnits[] = "Failed to initialize units list";
+
+// A model opens without units too, which is not what those expect who named a file of them. Empty
+// when it has them.
+std::string TroubleWithUnits(const std::vector<std::string>& log) {
+    std::string text = "values are not converted";
+    for (const std::string& line : log) {
+        text += '\n' + line;
+        if (line.find(kNoUnits) != std::string::npos) return text;
+    }
+    return "";
+}
+
+const char* GivenText(const std::string& text) {
+    return text.empty() ? nullptr : text.c_str();
+}
+
+}  // namespace
+
+std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
+                      FIEntry* top, Ref<FIEntry>& root) {
+    const ModelLog log(files.log);
+    const FixtopModelFiles given{GivenText(files.classes), GivenText(files.map),
+                                 GivenText(files.units), GivenText(files.translate), whole_lists};
+    root = Ref<FIEntry>::Adopt(open(top, &given));
+    if (root) return files.units.empty() ? "" : TroubleWithUnits(log.Lines());
+    std::vector<std::string> problems = log.Lines();
+    problems.insert(problems.begin(), std::string(what) + " can't be opened");
+    throw CaseError(std::move(problems));
+}
+
+Node OpenDictionary(const ModelFiles& files, std::string& warning) {
+    Ref<FIEntry> root;
+    const auto open = [](FIEntry*, const FixtopModelFiles* given) {
+        return FixtopOpenDictionary(given);
+    };
+    warning = OpenModel("the class library", files, true, open, nullptr, root);
+    return std::make_shared<CaseState>(nullptr)->RootOf(*root);
+}
+
+}  // namespace fixtop::client

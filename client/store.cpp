@@ -1,0 +1,99 @@
+// Stores, and what became of them.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+
+#include "fixtop/client/error.h"
+#include "fixtop/client/node.h"
+#include "texts.h"
+
+namespace fixtop::client {
+
+namespace {
+
+constexpr char kNotStored[] = "Value not stored";
+
+// The whole text as a number.
+std::optional<double> NumberIn(const std::string& text) {
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    if (end == text.c_str() || *end != '\0' || !std::isfinite(number)) return std::nullopt;
+    return number;
+}
+
+// The node of the case that a store goes to: in the neutral view another than the one shown.
+Node NodeOfCase(const Node& node) {
+    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
+        if (auto raw = node.Raw(side)) return *raw;
+    }
+    return node;
+}
+
+double NumberOf(const Node& node) {
+    return node.Attribute("value").AsDouble();
+}
+
+bool IsNear(double a, double b) {
+    constexpr double kRounding = 1e-9;
+    return std::abs(a - b) <= kRounding * std::max(std::abs(a), std::abs(b));
+}
+
+// An element of an array. The tree does not tell whether a fraction was taken, for it is changed by
+// being taken: all fractions are divided by their sum.
+class Element {
+ public:
+    explicit Element(const Node& shown) : shown_(shown), node_(NodeOfCase(shown)) {
+        const auto array = node_.Parent();
+        is_element_ = array && array->Type() == "Array";
+        if (!is_element_) return;
+        array->ForEachChild([this](const Child& child) {
+            if (!(child.node == node_)) others_ += NumberOf(child.node);
+            return true;
+        });
+    }
+
+    bool Took(double stored) const {
+        if (!is_element_) return true;
+        const double now = NumberOf(shown_);
+        if (IsNear(now, stored)) return true;
+        if (now == 0) return false;
+        const double in_case = stored * NumberOf(node_) / now;
+        return IsNear(NumberOf(node_), in_case / (in_case + others_));
+    }
+
+ private:
+    const Node& shown_;
+    Node node_;
+    bool is_element_ = false;
+    double others_ = 0;  // what the other elements are together
+};
+
+}  // namespace
+
+void Node::Store(const FIValue& value, const std::string& unit) const {
+    if (!unit.empty()) ShowIn(unit);
+    const Element element(*this);
+    SetAttribute("value", value);
+    const bool is_number = value.IsNumber() || value.IsNull();
+    if (is_number && !element.Took(value.AsDouble())) throw Refused(Path(), kNotStored);
+}
+
+void Node::Store(double number, const std::string& unit) const {
+    Store(FIValue::OfReal(number), unit);
+}
+
+void Node::Store(const std::string& text, const std::string& unit) const {
+    FIValue value;
+    if (Type() != "Real") {
+        value.SetText(text);
+    } else if (const auto number = NumberIn(text)) {
+        value.SetReal(*number);
+    } else if (!text.empty()) {
+        throw Refused(Path(), "not a number: " + text);
+    }
+    Store(value, unit);
+}
+
+}  // namespace fixtop::client

@@ -1,0 +1,18 @@
+#pragma once
+
+// The client library: the open case as plain values, so that nobody who uses it counts references.
+//
+//     auto plant = fixtop::client::Case::Open("plant.json");
+//     for (const auto& stream : plant.Top().Matches("appModel.FlowSheetObjects.Streams.*"))
+//         std::cout << stream.Name() << ' ' << stream.At("Temperature").Number("C") << '\n';
+//
+// Errors are exceptions (fixtop/client/error.h). Threads: all calls come on one thread, that of the
+// simulation. A host's own program has one host, so it has one open `Case` from a file at a time.
+
+#include "fixtop/client/case.h"
+#include "fixtop/client/error.h"
+#include "fixtop/client/node.h"
+#include "fixtop/client/pattern.h"
+#include "fixtop/client/reference.h"
+#include "fixtop/client/solver.h"
+#include "fixtop/client/watch.h"

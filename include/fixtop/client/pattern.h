@@ -1,0 +1,42 @@
+#pragma once
+
+// Pattern: a path expression that is parsed once and walked many times, on any case.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fixtop/client/error.h"
+#include "fixtop/client/node.h"
+
+namespace fixtop {
+struct FixtopPath;
+}
+
+namespace fixtop::client {
+
+class Pattern {
+ public:
+    // Throws PathError.
+    explicit Pattern(std::string expression);
+
+    const std::string& Text() const { return text_; }
+    // The same steps, whatever quotes they are written with.
+    bool IsSame(const Pattern& other) const;
+    // The first node that it leads to, as a walk has it; null when there is none. Its `path` is
+    // left empty.
+    std::optional<Place> First(const Node& from) const;
+    // All of them, in the order of the tree, to `visit`, until that answers false.
+    void ForEach(const Node& from, const std::function<bool(const Place& place)>& visit) const;
+    std::vector<Place> All(const Node& from) const;
+    // Why it leads nowhere from there.
+    NotFound WhyMissing(const Node& from) const;
+
+ private:
+    std::string text_;
+    std::shared_ptr<const FixtopPath> path_;
+};
+
+}  // namespace fixtop::client

@@ -1,0 +1,128 @@
+// The exports of paths.
+
+#include "diagnostics/memory_guard.h"
+#include "fixtop/fixtop.h"
+#include "framework/child_steps.h"
+#include "framework/path_match.h"
+#include "framework/path_names.h"
+#include "framework/shielded_iterator.h"
+#include "front/own_iterator.h"
+#include "path/prepared_path.h"
+
+namespace fixtop {
+
+struct FixtopPath {
+    PreparedPath path;
+};
+
+namespace {
+
+FIIteratorBase* Shown(FIIterator& node) {
+    return &node;
+}
+
+const char* TextOrNull(const FIValue& value) {
+    return value.IsNull() ? nullptr : value.CStr();
+}
+
+// What a client does within a visit is none of the module's work.
+template <class Visitor, class Visited>
+bool Ask(Visitor visit, void* owner, const Visited& visited) {
+    return memory::Outside([&] { return visit(owner, &visited); });
+}
+
+void SetUnlessEmpty(FIValue& out, const std::string& text) {
+    out.Clear();
+    if (!text.empty()) out.SetText(text);
+}
+
+}  // namespace
+
+FixtopPath* FixtopPreparePath(const FIValue& expression, FIValue& error) {
+    error.Clear();
+    const auto give_up = [&]() -> FixtopPath* {
+        error.SetText(memory::kOutOfMemoryText);
+        return nullptr;
+    };
+    return memory::OrElse(give_up, [&]() -> FixtopPath* {
+        auto made = std::make_unique<FixtopPath>(FixtopPath{PreparedPath(expression)});
+        error = made->path.Error();
+        return error.IsNull() ? made.release() : nullptr;
+    });
+}
+
+void FixtopFreePath(FixtopPath* path) {
+    delete path;
+}
+
+bool FixtopWalkPath(const FixtopPath* path, FIIteratorBase* node, FIValue& attribute) {
+    return memory::OrTell(attribute, [&] {
+        attribute.Clear();
+        FIIterator* it = OwnIterator(node);
+        return path && it && it->SeekPath(path->path, attribute);
+    });
+}
+
+int FixtopMatchPath(const FixtopPath* path, FIIteratorBase* start, FixtopMatchVisitor visit,
+                    void* owner) {
+    return memory::Or(0, [=] {
+        FIIterator* it = OwnIterator(start);
+        if (!path || !it || !visit) return 0;
+        return ForEachMatch(*it, path->path, [=](const PathMatch& match) {
+            return Ask(
+                visit, owner,
+                FixtopMatch{Shown(match.node), match.path.c_str(), TextOrNull(match.attribute)});
+        });
+    });
+}
+
+FIIteratorBase* FixtopEndOfPath(const FixtopPath* path, FIIteratorBase* start, FixtopPathEnd& end) {
+    return memory::Or(nullptr, [&]() -> FIIteratorBase* {
+        end = {};
+        FIIterator* it = OwnIterator(start);
+        if (!path || !it) return nullptr;
+        const PathEnd found = EndOf(*it, path->path);
+        end.found.SetText(found.found);
+        end.name.SetText(found.name);
+        end.step.SetText(found.step);
+        end.parentheses = found.parentheses;
+        end.moreFollows = found.goes_on;
+        return found.node->Copy();
+    });
+}
+
+void FixtopVisitChildren(FIIteratorBase* node, FixtopChildVisitor visit, void* owner) {
+    memory::OrNothing([=] {
+        FIIterator* it = OwnIterator(node);
+        if (!it || !visit) return;
+        ForEachChild(*it, [=](FIIterator& child, const ChildStep& step) {
+            return Ask(visit, owner,
+                       FixtopChild{Shown(child), step.name.c_str(), step.step.c_str(), step.index});
+        });
+    });
+}
+
+void FixtopPathTo(FIIteratorBase* node, FIValue& path) {
+    memory::OrTell(path, [&] {
+        FIIterator* it = OwnIterator(node);
+        path.SetText(it ? PathTo(*it) : "");
+    });
+}
+
+void FixtopWriteName(const FIValue& name, FIValue& written) {
+    memory::OrTell(written, [&] { written.SetText(WrittenName(name.ToText())); });
+}
+
+void FixtopWriteKey(const FIValue& key, FIValue& written) {
+    memory::OrTell(written, [&] { written.SetText(WrittenKey(key.ToText())); });
+}
+
+void FixtopKeyOf(FIIteratorBase* node, FIValue& key) {
+    memory::OrTell(key, [&] {
+        key.Clear();
+        FIIterator* it = OwnIterator(node);
+        if (it) SetUnlessEmpty(key, KeyOf(*it));
+    });
+}
+
+}  // namespace fixtop
