@@ -51,7 +51,7 @@ class ArrayStores : public testing::Test {
     }
     Ref<FIEntry> Element(scripted::Plain& object, const char* name, int index) {
         auto list = Ref<HVarsContext>::Share(
-            new HVarsContext(object.VariableNames(), &object, &options, true, nullptr, nullptr));
+            new HVarsContext(object.VariableNames(), &object, {&options, true, nullptr}, nullptr));
         auto array = Child(*list, name);
         auto cursor = ChildrenOf(*array);
         EXPECT_TRUE(cursor->Seek(kFromFirst, index));

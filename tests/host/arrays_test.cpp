@@ -73,7 +73,7 @@ class Arrays : public testing::Test {
     }
     Ref<HVarsEntry> NodeOf(scripted::Plain& owner, scripted::Row& row, bool attachments = true) {
         auto list = Ref<HVarsContext>::Share(new HVarsContext(
-            owner.VariableNames(), &owner, &options, attachments, nullptr, nullptr));
+            owner.VariableNames(), &owner, {&options, attachments, nullptr}, nullptr));
         return Ref<HVarsEntry>::Share(new HVarsEntry(list.Get(), &row));
     }
     Ref<FIContext> Level(FIEntry& node) { return Ref<FIContext>::Adopt(node.GetContext()); }

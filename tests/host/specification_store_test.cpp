@@ -119,7 +119,7 @@ TEST_F(Specification, the_basis_lists_its_elements) {
     manager.spec_source = &source;
     host.simulation_case.basis = &manager;
     auto context = Ref<HFandBContext>::Share(
-        new HFandBContext(&host.simulation_case, &options, true, nullptr));
+        new HFandBContext(&host.simulation_case, {&options, true, nullptr}));
     Ref<FIEntry> package = Child(*Child(*context, "Basis"), "Package");
     ASSERT_TRUE(package);
     EXPECT_EQ("REAL 2", Read(*package, "value")) << "the nodes keep the list alive";

@@ -87,7 +87,7 @@ TEST_F(Specification, positions_in_two_fillings_compare_by_their_places) {
     EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*other)) << "another element";
     auto& stranger = host.main.Add("Other", host.stream);
     auto of_other = Ref<HSpecContext>::Share(
-        new HSpecContext(&again, &stranger, &options, attachments, nullptr));
+        new HSpecContext(&again, &stranger, {&options, attachments, nullptr}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*ChildrenOf(*of_other)));
 }
 

@@ -19,7 +19,7 @@ class Stores : public testing::Test {
 
     Ref<FIEntry> Node(scripted::Row& row) {
         auto context = Ref<HVarsContext>::Share(
-            new HVarsContext(feed.VariableNames(), &feed, &options, true, nullptr, nullptr));
+            new HVarsContext(feed.VariableNames(), &feed, {&options, true, nullptr}, nullptr));
         return Ref<FIEntry>::Share(context->MakeEntry(row));
     }
     scripted::Row& Composition(int number, int type) {

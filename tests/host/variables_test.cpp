@@ -21,8 +21,8 @@ class Variables : public testing::Test {
     Variables() : feed(host.main.Add("Feed", host.stream)) {}
 
     Ref<HVarsContext> List(scripted::Plain& owner, bool attachments = true) {
-        return Ref<HVarsContext>::Share(new HVarsContext(owner.VariableNames(), &owner, &options,
-                                                         attachments, nullptr, nullptr));
+        return Ref<HVarsContext>::Share(new HVarsContext(
+            owner.VariableNames(), &owner, {&options, attachments, nullptr}, nullptr));
     }
     Ref<FIEntry> Node(scripted::Row& row) { return NodeOf(feed, row); }
     Ref<FIEntry> NodeOf(scripted::Plain& owner, scripted::Row& row, bool attachments = true) {

@@ -35,6 +35,7 @@ ROOMS = {
     "mapping": GROUND + TREE + ["xml", "model"],
     "semantic": ["fixtop/value.h", "fixtop/iterator.h", "fixtop/ref.h",
                  "fixtop/semantic_function.h", "fixtop/semantic_functions.h",
+                 "fixtop/semantic_function_list.h",
                  "diagnostics/memory_guard.h"],
     "automation": GROUND + TREE + ["collection", "model", "mapping"],
     "resources": [],

@@ -14,6 +14,7 @@
 #include "host/case_life.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
+#include "host/node_above.h"
 
 namespace fixtop {
 
@@ -30,19 +31,18 @@ class FixedContext : public CountedFromZero<FIContext>, public LivingNode {
 
     host::SimulationCase* Case() const { return life_->Case(); }
     const Ref<CaseLife>& CaseRecord() const { return life_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     Liveness* Life() const override { return life_.Get(); }
     bool IsGone() const override { return !life_->IsLive(); }
 
  protected:
-    // A null case is the active one.
-    FixedContext(host::SimulationCase* simulation_case, bool attachments)
-        : life_(CaseLife::Of(CaseOrActive(simulation_case))), attachments_(attachments) {}
-    FixedContext(Ref<CaseLife> life, bool attachments)
-        : life_(std::move(life)), attachments_(attachments) {}
+    // A null case is that of the options, or else the active one.
+    FixedContext(host::SimulationCase* simulation_case, NodeAbove above)
+        : life_(LifeFor(simulation_case, above.Options())), above_(std::move(above)) {}
 
     const Ref<CaseLife> life_;
-    bool attachments_;
+    NodeAbove above_;
 };
 
 // Derived gives a constexpr kRefusal: what a write of anything but the switches answers.

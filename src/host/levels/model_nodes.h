@@ -34,7 +34,7 @@ class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAand
     bool IsSameList(const HAandCContext&) const { return true; }
 
     const NeutralViewNames& Files() const { return files_; }
-    void FollowAttachments(bool follow) { attachments_ = follow; }
+    void FollowAttachments(bool follow) { above_.FollowAttachments(follow); }
 
  private:
     NeutralViewNames files_;

@@ -79,20 +79,19 @@ HTopEntry::Below HTopEntry::FindBelow() {
 }
 
 FIContext* HTopEntry::GetContext() {
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     switch (FindBelow()) {
         case Below::kNothing:
             return EmptyContext();
         case Below::kSpecification:
-            return specification_.MakeContext(&options_, attachments_, this);
+            return specification_.MakeContext(self);
         case Below::kFlowSheet:
             context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
-                                                   context_->CaseRecord()->Case(), &options_,
-                                                   attachments_, this);
+                                                   context_->CaseRecord()->Case(), self);
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, Object(), &options_, attachments_,
-                                                 this, nullptr);
+            context = new Shielded<HVarsContext>(variables_, Object(), self, nullptr);
             break;
     }
     return HandOut(context);

@@ -82,8 +82,8 @@ FIContext* HSpecEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     const Ref<HSpecFill>& fill = context_->Fill();
     if (element_.child) {
-        context = new Shielded<HSpecContext>(element_.child, context_->Owner(), &options_,
-                                             attachments_, this, fill);
+        context = new Shielded<HSpecContext>(element_.child, context_->Owner(),
+                                             NodeAbove(&options_, attachments_, this), fill);
     } else if (element_.array_set) {
         context =
             new Shielded<HArraySetContext>(element_.array_set, this, !fill || fill->IsCurrent());

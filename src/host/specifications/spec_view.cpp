@@ -73,10 +73,8 @@ bool HSpecView::Fill(const HostObject<host::Viewable>& object, const HovexOption
     return static_cast<bool>(fill_);
 }
 
-FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
-                                  FIEntry* parent) const {
-    return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), options,
-                                              attachments, parent, fill_));
+FIContext* HSpecView::MakeContext(const NodeAbove& above) const {
+    return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), above, fill_));
 }
 
 }  // namespace fixtop

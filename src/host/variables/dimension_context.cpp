@@ -26,14 +26,11 @@ const char* ReadIndex(const char* text, int& index) {
 }  // namespace
 
 HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
-                                 const host::VarDescription& address, bool attachments,
-                                 const HovexOptions* options, FIEntry* parent)
+                                 const host::VarDescription& address, NodeAbove above)
     : variable_(Ref<HVarsEntry>::Share(variable)),
       dimension_(dimension),
       address_(address),
-      attachments_(attachments),
-      options_(options),
-      parent_(Ref<FIEntry>::Share(parent)),
+      above_(std::move(above)),
       names_({variable->EffectiveOwner(), variable->CaseRecord()},
              variable->OffsetDescription(dimension)) {
     host::DimInfo bounds;

@@ -46,13 +46,13 @@ bool HVarDimsEntry::IsContainer() {
 
 FIContext* HVarDimsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
-        context = new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_,
-                                                attachments_, &options_, this);
-    } else if (const host::LinkedList* variables = FollowedVariables()) {
         context =
-            new Shielded<HVarsContext>(variables, Holder(), &options_, attachments_, this, this);
+            new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_, self);
+    } else if (const host::LinkedList* variables = FollowedVariables()) {
+        context = new Shielded<HVarsContext>(variables, Holder(), self, this);
     } else {
         return EmptyContext();
     }

@@ -165,13 +165,12 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
-        context =
-            new Shielded<HVarDimsContext>(this, 0, description_, attachments_, &options_, this);
+        context = new Shielded<HVarDimsContext>(this, 0, description_, self);
     } else if (LeadsSomewhere()) {
-        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), &options_, attachments_,
-                                             this, this);
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), self, this);
     } else {
         return EmptyContext();
     }
