@@ -468,7 +468,7 @@ TEST_F(Front, iterators_are_made_on_an_entry) {
     EXPECT_TRUE(it->SeekPath(FIValue("appModel.FlowSheetObjects.Streams")));
     EXPECT_EQ(3, it->Depth());
     EXPECT_EQ(nullptr, FixtopMakeIterator(nullptr, false));
-    EXPECT_STREQ("0.1.0", FixtopVersion());
+    EXPECT_STREQ("0.2.0", FixtopVersion());
 }
 
 TEST_F(Front, notification_is_taken_out_again) {
