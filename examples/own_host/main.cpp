@@ -22,6 +22,8 @@ int main() {
         const auto feed = plant.At("appModel.FlowSheetObjects.Streams.Feed.Temperature");
         feed.Store(300, "K");
         std::cout << feed.Path() << " = " << feed.Number("C") << " C\n";
+        // The text by which the host itself names it leads there, too.
+        std::cout << plant.At("/FlowSht.1/StreamObject.400(Feed):Double.0").Path() << '\n';
         // The same stream of the neutral view, whose units are its own.
         std::cout << plant.Neutral().At("Flowsheet.Stream(Feed).Temperature").Number("K") << " K\n";
     }

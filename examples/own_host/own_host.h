@@ -150,10 +150,9 @@ class Services final : public HostServices, private Session {
     void UnitConvList(VarType type) override { walk_ = type; }
     Text GetFirstConvName() override { return NameOf(0); }
     Text GetNextConvName() override { return NameOf(step_ + 1); }
-    Text RelativeMoniker(Viewable*, Viewable* to, bool full) override {
+    Text RelativeMoniker(Viewable*, Viewable* to, bool) override {
         if (!to || !to->Type()->IsA(&kStream)) return {};
-        return full ? Text("/FlowSht.1/StreamObject.400(") + to->GetName() + ")"
-                    : Text("/FlowSht.1/StreamObject.400/");
+        return Text("/FlowSht.1/StreamObject.400(") + to->GetName() + ")";
     }
     void GetVariableStatus(Viewable*, const VarDescription&, ModifyState& state, int&) override {
         state = kSpecified;

@@ -33,7 +33,8 @@ class Examples(unittest.TestCase):
 
     def test_own_host(self):
         self.assertEqual("Feed,MaterialStreamObject,25,6000\nProduct,MaterialStreamObject,-20,\n"
-                         f"{STREAMS}.Feed.Temperature = 26.85 C\n300 K\n",
+                         f"{STREAMS}.Feed.Temperature = 26.85 C\n"
+                         f"{STREAMS}.Feed.Temperature\n300 K\n",
                          run(self.folder / "own_host"))
 
     def test_own_host_needs_nothing_of_the_case_host(self):

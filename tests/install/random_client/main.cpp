@@ -99,7 +99,8 @@ class RandomClient {
     }
     void Use() {
         if (held_.empty()) return;
-        Held& held = held_[Roll(static_cast<int>(held_.size()))];
+        const int index = Roll(static_cast<int>(held_.size()));
+        Held& held = held_[index];
         held.node.Attributes();
         const bool lives = Lives(held.stream);
         Expect(held.reference.IsLive() == lives, "a reference is wrong about its object");
@@ -112,6 +113,7 @@ class RandomClient {
         } catch (const Refused&) {
             Expect(!lives, "a live node is refused");
             ++gone;
+            if (Roll(2) == 0) held_.erase(held_.begin() + index);
         }
     }
 
