@@ -10,6 +10,7 @@ build     g++ cmake ninja-build ccache pkg-config python3
 build     libexpat1-dev libzip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
 build     libedit-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
+package   dpkg-dev fakeroot file
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
 bench     libbenchmark-dev
 fuzz      clang llvm libclang-rt-dev
@@ -22,6 +23,7 @@ usage: ./go <command>
 
   demo              build and show a case as a tree
   install [prefix]  build and install, below /usr/local or the given folder
+  package           build a Debian package in build/package
   test              build and run the tests on Linux
   test --all        the same, then again with sanitizers and leak check, then as Windows programs;
                     and everything linked once more to find names that are defined in two ways
@@ -168,6 +170,17 @@ cmd_install() {
     echo "The program is $prefix/bin/fixtop; the files are listed in build/install.log."
 }
 
+cmd_package() {
+    need build package
+    build package || fail "the build failed"
+    say "packing"
+    (cd build/package && rm -f ./*.deb && cpack -G DEB) >build/package.log 2>&1 || {
+        cat build/package.log
+        fail "packing failed"
+    }
+    ls -l build/package/*.deb
+}
+
 cmd_test() {
     local all=0
     case ${1-} in
@@ -273,7 +286,7 @@ mkdir -p build
 command=${1-}
 shift
 case $command in
-    demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
+    demo | package | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
     install | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;

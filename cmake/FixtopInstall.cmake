@@ -75,3 +75,27 @@ if(FIXTOP_PROGRAM)
   endif()
   install(TARGETS fixtop_cli RUNTIME)
 endif()
+
+# One Debian package: library, development files, program. `./go package`.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME fixtop)
+set(CPACK_PACKAGE_CONTACT "The Fixtop developers <fixtop@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "A process-simulation case as one browsable, typed tree")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Fixtop shows an open process-simulation case to other programs
+as one browsable, typed tree: flowsheets, streams, unit operations, variables and solver state, read
+and written by path. The package holds the library, what programs are built with, and the program.")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# What a program that links the static libraries needs of them.
+set(debian_expat libexpat1-dev)
+set(debian_libzip libzip-dev)
+set(debian_pugixml libpugixml-dev)
+set(development pkg-config)
+foreach(package IN LISTS outside_packages)
+  list(APPEND development ${debian_${package}})
+endforeach()
+list(JOIN development ", " CPACK_DEBIAN_PACKAGE_SUGGESTS)
+set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_STRIP_FILES ON)
+include(CPack)

@@ -44,8 +44,10 @@ def configure(project, folder, *options):
 def build_installed(project, name, *options):
     """The folder of a project that finds the installed tree by find_package."""
     folder = fresh(name)
-    configure(project, folder, f"-DCMAKE_PREFIX_PATH={INSTALLED}",
-              f"-DCMAKE_FIND_ROOT_PATH={INSTALLED}", *options)
+    # A toolchain file seeks below roots of its own.
+    found = (f"-DFixtop_DIR={INSTALLED / os.environ['FIXTOP_LIBDIR'] / 'cmake/Fixtop'}" if TOOLCHAIN
+             else f"-DCMAKE_PREFIX_PATH={INSTALLED}")
+    configure(project, folder, found, *options)
     done("cmake", "--build", folder)
     return folder
 
