@@ -12,11 +12,6 @@ constexpr char kSolverName[] = "Solver";
 constexpr char kBasisName[] = "Basis";
 constexpr char kManagerName[] = "Online";
 
-template <class Made, class... Arguments>
-std::unique_ptr<Made> Make(Arguments&&... arguments) {
-    return std::make_unique<Made>(std::forward<Arguments>(arguments)...);
-}
-
 }  // namespace
 
 Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
@@ -25,11 +20,12 @@ Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
       context_{this, watch_.get(), data.recorded},
       basics_(data),
       document_(host::Text(data.name), host::Text()) {
-    main_ = Make<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
-    solver_ = Make<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
-    basis_ = Make<BasisNode>(context_, this, &types::kBasis, kBasisName);
+    main_ = std::make_unique<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
+    solver_ = std::make_unique<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
+    basis_ = std::make_unique<BasisNode>(context_, this, &types::kBasis, kBasisName);
     if (data.online)
-        manager_ = Make<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
+        manager_ =
+            std::make_unique<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
     FillFlowsheet(*main_, data.main);
     FillList(utilities_, this, data.utilities, TypeFamily::utility);
     FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
@@ -54,20 +50,20 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     const ObjectType* type = types::FindOrMake(data.type, family);
     std::unique_ptr<Node> node;
     if (family == TypeFamily::published) {
-        node = Make<PublishedNode>(context_, owner, type, data.name);
+        node = std::make_unique<PublishedNode>(context_, owner, type, data.name);
     } else if (type->IsA(&types::kMaterialStream)) {
-        node = Make<StreamNode>(context_, owner, type, data.name);
+        node = std::make_unique<StreamNode>(context_, owner, type, data.name);
     } else if (type->IsA(&types::kTemplateOp)) {
-        auto operation = Make<TemplateNode>(context_, owner, type, data.name);
+        auto operation = std::make_unique<TemplateNode>(context_, owner, type, data.name);
         if (data.sub_flowsheet) {
-            auto inner =
-                Make<FlowsheetNode>(context_, operation.get(), &types::kFlowSheet, data.name);
+            auto inner = std::make_unique<FlowsheetNode>(context_, operation.get(),
+                                                         &types::kFlowSheet, data.name);
             FillFlowsheet(*inner, *data.sub_flowsheet);
             operation->SetInner(std::move(inner));
         }
         node = std::move(operation);
     } else {
-        node = Make<PlainNode>(context_, owner, type, data.name);
+        node = std::make_unique<PlainNode>(context_, owner, type, data.name);
     }
     node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
     node->SetCondition(data.status, data.status_text);
