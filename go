@@ -20,16 +20,17 @@ usage() {
     cat <<'TEXT'
 usage: ./go <command>
 
-  demo            build and show a case as a tree
-  test            build and run the tests on Linux
-  test --all      the same, then again with sanitizers and leak check, then as Windows programs;
-                  and everything linked once more to find names that are defined in two ways
-  bench           build and run the benchmarks
-  fuzz [minutes]  build the fuzz targets and run each for some minutes (default 1)
-  soak [steps]    run the random client with sanitizers, so many steps in each view (default 1000000)
-  memory [step]   let each step-th allocation fail, in the module and in the program (default 1: each)
-  coverage        run the tests instrumented; report in build/coverage/report/index.html
-  --help          this text
+  demo              build and show a case as a tree
+  install [prefix]  build and install, below /usr/local or the given folder
+  test              build and run the tests on Linux
+  test --all        the same, then again with sanitizers and leak check, then as Windows programs;
+                    and everything linked once more to find names that are defined in two ways
+  bench             build and run the benchmarks
+  fuzz [minutes]    build the fuzz targets and run each for some minutes (default 1)
+  soak [steps]      run the random client with sanitizers, so many steps in each view (default 1000000)
+  memory [step]     let each step-th allocation fail, in the module and in the program (default 1: each)
+  coverage          run the tests instrumented; report in build/coverage/report/index.html
+  --help            this text
 
 Missing Debian packages are installed (with sudo, unless root). Everything built is under build/.
 TEXT
@@ -144,7 +145,27 @@ windows_suite() (
 cmd_demo() {
     need build test
     build release --target src/all tools/all || fail "the build failed"
-    exec build/release/tools/fixtop/fixtop demo
+    build/release/tools/fixtop/fixtop demo || exit
+    printf '\nThe program is %s; ./go install puts it where you like.\n' \
+        "$PWD/build/release/tools/fixtop/fixtop"
+}
+
+# install_tree <prefix>: sudo only where the folder can't be written.
+install_tree() {
+    local folder=$1 words=(cmake --install build/release --prefix "$1")
+    while [[ ! -e $folder ]]; do folder=$(dirname "$folder"); done
+    if [[ -w $folder ]]; then "${words[@]}"; else as_root "${words[@]}"; fi
+}
+
+cmd_install() {
+    local prefix=${1-/usr/local}
+    [[ $prefix == /* ]] || prefix=$PWD/$prefix
+    need build test
+    build release --target src/all casehost/all client/all tools/all || fail "the build failed"
+    say "installing into $prefix"
+    install_tree "$prefix" >build/install.log || fail "installing failed"
+    [[ $(id -u) == 0 && $prefix == /usr* ]] && ldconfig
+    echo "The program is $prefix/bin/fixtop; the files are listed in build/install.log."
 }
 
 cmd_test() {
@@ -155,7 +176,10 @@ cmd_test() {
         *) usage >&2; exit 2 ;;
     esac
     need build test
-    if [[ $all == 1 ]]; then need windows; fi
+    if [[ $all == 1 ]]; then
+        need windows
+        export FIXTOP_LONG=1
+    fi
     suite release "Linux" linux_suite
     if [[ $all == 1 ]]; then
         suite asan "Linux, sanitizers and leak check" asan_suite
@@ -250,7 +274,7 @@ command=${1-}
 shift
 case $command in
     demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
-    test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    install | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;
 esac

@@ -16,9 +16,7 @@
 #include "unit_reader.h"
 #include "xml_tree.h"
 
-namespace fixtop {
-
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace importer {
 
@@ -184,6 +182,4 @@ ReadResult ReadDwxmz(const std::string& path) {
     return ReadDwxmzBytes(bytes, path);
 }
 
-}  // namespace casehost
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost

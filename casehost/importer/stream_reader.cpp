@@ -181,6 +181,13 @@ class Given {
     std::vector<std::string_view> names_;
 };
 
+std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
+    std::vector<std::string> labels;
+    labels.reserve(phases.size());
+    for (const PhaseRow& phase : phases) labels.push_back(phase.label);
+    return labels;
+}
+
 class MaterialStream {
  public:
     MaterialStream(Reading& reading, const FileObject& stream, ObjectData& object)
@@ -195,16 +202,115 @@ class MaterialStream {
     }
 
  private:
-    bool FindPhases();
-    void FindExistingPhases();
-    Number Property(int phase, const char* element);
-    Number VapourFraction();
-    void WriteOverall();
-    void WriteDerived();
-    void WriteOverallCompounds();
-    void WritePhases();
-    void WritePhaseCompounds();
-    void AppendCompounds(int phase, const char* element, bool wanted, std::vector<Number>& values);
+    bool FindPhases() {
+        const XmlNode list = node_.Child("Phases");
+        for (XmlNode phase : Children(list)) {
+            const std::optional<int> id = ReadCount(reading_, phase.Child("ID"));
+            if (!id || *id >= kPhaseCount || phases_[*id]) {
+                reading_.problems.Error(phase, "expected phases with the IDs 0 to 7, each once");
+                continue;
+            }
+            phases_[*id] = phase;
+            properties_[*id] = phase.ChildWithElements("Properties");
+        }
+        if (!phases_[kMixture]) {
+            reading_.problems.Error(node_,
+                                    "the stream has no phases; expected Phases with the mixture "
+                                    "as Phase of ID 0");
+            return false;
+        }
+        FindExistingPhases();
+        return true;
+    }
+    void FindExistingPhases() {
+        for (const PhaseRow& phase : kPhases) {
+            const Number fraction = Property(phase.id, "molarfraction");
+            if (fraction && *fraction > 0) existing_.push_back(phase);
+        }
+    }
+    Number Property(int phase, const char* element) {
+        return ReadNumber(reading_, properties_[phase].Child(element));
+    }
+    Number VapourFraction() {
+        if (const Number vapour = Property(kVapour, "molarfraction")) return vapour;
+        const Number liquid = Property(kTotalLiquid, "molarfraction");
+        return liquid && *liquid > 0 ? Number(0.0) : std::nullopt;
+    }
+    void WriteOverall() {
+        for (const PropertyRow& row : kProperties) {
+            if (!(row.place & kOverallOnly)) continue;
+            sheet_.Real(row.name, row.unit, Property(kMixture, row.element),
+                        given_.StateOf(row.name));
+        }
+        sheet_.Real(names::kVapourFraction, file_unit::none, VapourFraction(),
+                    given_.StateOf(names::kVapourFraction));
+        sheet_.Real("Total Energy Flow", file_unit::kilowatt,
+                    ReadNumber(reading_, node_.Child("TotalEnergyFlow")),
+                    VariableState::calculated);
+        WriteDerived();
+    }
+    // Heat flow leaves out heats of formation, as the enthalpies do.
+    void WriteDerived() {
+        const auto product = [this](const char* a, const char* b) -> Number {
+            const Number x = Property(kMixture, a);
+            const Number y = Property(kMixture, b);
+            return x && y ? Number(*x * *y) : std::nullopt;
+        };
+        sheet_.Real(names::kHeatFlow, file_unit::kilowatt, product("massflow", "enthalpy"),
+                    VariableState::calculated);
+        sheet_.Real(names::kMolarHeatCapacity, file_unit::kj_per_kmol_kelvin_capacity,
+                    product("heatCapacityCp", "molecularWeight"), VariableState::calculated);
+    }
+    void WriteOverallCompounds() {
+        const auto write = [this](const char* name, const char* element, FileUnit unit, bool wanted,
+                                  ObjectSheet::Address address) {
+            std::vector<Number> values;
+            AppendCompounds(kMixture, element, wanted, values);
+            sheet_.Array(name, unit, {LabelledBy(reading_.compounds)}, values, given_.StateOf(name),
+                         address);
+        };
+        for (const CompoundRow& row : kCompoundProperties) {
+            if (!row.pure_phases_only) write(row.name, row.element, row.unit, true, row.address);
+        }
+        bool vapour = false, liquid = false;
+        for (const PhaseRow& phase : existing_) {
+            vapour = vapour || phase.id == kVapour;
+            liquid = liquid || phase.id == kTotalLiquid;
+        }
+        write("Comp K Value - Mixed Liquid", "Kvalue", file_unit::none, vapour && liquid, {});
+    }
+    void WritePhases() {
+        for (const PropertyRow& row : kProperties) {
+            if (!(row.place & kPhasesOnly)) continue;
+            std::vector<Number> values;
+            for (const PhaseRow& phase : existing_)
+                values.push_back(Property(phase.id, row.element));
+            sheet_.Array(row.phase_name, row.unit, {LabelledBy(LabelsOf(existing_))}, values,
+                         VariableState::calculated);
+        }
+    }
+    void WritePhaseCompounds() {
+        for (const CompoundRow& row : kCompoundProperties) {
+            std::vector<Number> values;
+            for (const PhaseRow& phase : existing_) {
+                const bool pure = phase.id == kVapour || phase.id == kFirstLiquid;
+                AppendCompounds(phase.id, row.element, pure || !row.pure_phases_only, values);
+            }
+            sheet_.Array(row.phase_name, row.unit,
+                         {LabelledBy(LabelsOf(existing_)), LabelledBy(reading_.compounds)}, values,
+                         VariableState::calculated);
+        }
+    }
+    void AppendCompounds(int phase, const char* element, bool wanted, std::vector<Number>& values) {
+        const std::size_t begin = values.size();
+        values.resize(begin + reading_.compounds.size());
+        if (!wanted) return;
+        for (XmlNode compound : Children(phases_[phase].ChildWithElements("Compounds"))) {
+            const auto index = FindCompound(reading_, compound, compound.Child("Name").Text());
+            if (!index) return;
+            values[begin + *index] = ReadNumber(reading_, compound.Child(element));
+        }
+    }
 
     Reading& reading_;
     XmlNode node_;
@@ -214,130 +320,6 @@ class MaterialStream {
     std::array<XmlNode, kPhaseCount> properties_;
     std::vector<PhaseRow> existing_;
 };
-
-bool MaterialStream::FindPhases() {
-    const XmlNode list = node_.Child("Phases");
-    for (XmlNode phase : Children(list)) {
-        const std::optional<int> id = ReadCount(reading_, phase.Child("ID"));
-        if (!id || *id >= kPhaseCount || phases_[*id]) {
-            reading_.problems.Error(phase, "expected phases with the IDs 0 to 7, each once");
-            continue;
-        }
-        phases_[*id] = phase;
-        properties_[*id] = phase.ChildWithElements("Properties");
-    }
-    if (!phases_[kMixture]) {
-        reading_.problems.Error(node_,
-                                "the stream has no phases; expected Phases with the mixture "
-                                "as Phase of ID 0");
-        return false;
-    }
-    FindExistingPhases();
-    return true;
-}
-
-void MaterialStream::FindExistingPhases() {
-    for (const PhaseRow& phase : kPhases) {
-        const Number fraction = Property(phase.id, "molarfraction");
-        if (fraction && *fraction > 0) existing_.push_back(phase);
-    }
-}
-
-Number MaterialStream::Property(int phase, const char* element) {
-    return ReadNumber(reading_, properties_[phase].Child(element));
-}
-
-Number MaterialStream::VapourFraction() {
-    if (const Number vapour = Property(kVapour, "molarfraction")) return vapour;
-    const Number liquid = Property(kTotalLiquid, "molarfraction");
-    return liquid && *liquid > 0 ? Number(0.0) : std::nullopt;
-}
-
-void MaterialStream::WriteOverall() {
-    for (const PropertyRow& row : kProperties) {
-        if (!(row.place & kOverallOnly)) continue;
-        sheet_.Real(row.name, row.unit, Property(kMixture, row.element), given_.StateOf(row.name));
-    }
-    sheet_.Real(names::kVapourFraction, file_unit::none, VapourFraction(),
-                given_.StateOf(names::kVapourFraction));
-    sheet_.Real("Total Energy Flow", file_unit::kilowatt,
-                ReadNumber(reading_, node_.Child("TotalEnergyFlow")), VariableState::calculated);
-    WriteDerived();
-}
-
-// Heat flow leaves out heats of formation, as the enthalpies do.
-void MaterialStream::WriteDerived() {
-    const auto product = [this](const char* a, const char* b) -> Number {
-        const Number x = Property(kMixture, a);
-        const Number y = Property(kMixture, b);
-        return x && y ? Number(*x * *y) : std::nullopt;
-    };
-    sheet_.Real(names::kHeatFlow, file_unit::kilowatt, product("massflow", "enthalpy"),
-                VariableState::calculated);
-    sheet_.Real(names::kMolarHeatCapacity, file_unit::kj_per_kmol_kelvin_capacity,
-                product("heatCapacityCp", "molecularWeight"), VariableState::calculated);
-}
-
-void MaterialStream::AppendCompounds(int phase, const char* element, bool wanted,
-                                     std::vector<Number>& values) {
-    const std::size_t begin = values.size();
-    values.resize(begin + reading_.compounds.size());
-    if (!wanted) return;
-    for (XmlNode compound : Children(phases_[phase].ChildWithElements("Compounds"))) {
-        const auto index = FindCompound(reading_, compound, compound.Child("Name").Text());
-        if (!index) return;
-        values[begin + *index] = ReadNumber(reading_, compound.Child(element));
-    }
-}
-
-void MaterialStream::WriteOverallCompounds() {
-    const auto write = [this](const char* name, const char* element, FileUnit unit, bool wanted,
-                              ObjectSheet::Address address) {
-        std::vector<Number> values;
-        AppendCompounds(kMixture, element, wanted, values);
-        sheet_.Array(name, unit, {LabelledBy(reading_.compounds)}, values, given_.StateOf(name),
-                     address);
-    };
-    for (const CompoundRow& row : kCompoundProperties) {
-        if (!row.pure_phases_only) write(row.name, row.element, row.unit, true, row.address);
-    }
-    bool vapour = false, liquid = false;
-    for (const PhaseRow& phase : existing_) {
-        vapour = vapour || phase.id == kVapour;
-        liquid = liquid || phase.id == kTotalLiquid;
-    }
-    write("Comp K Value - Mixed Liquid", "Kvalue", file_unit::none, vapour && liquid, {});
-}
-
-std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
-    std::vector<std::string> labels;
-    labels.reserve(phases.size());
-    for (const PhaseRow& phase : phases) labels.push_back(phase.label);
-    return labels;
-}
-
-void MaterialStream::WritePhases() {
-    for (const PropertyRow& row : kProperties) {
-        if (!(row.place & kPhasesOnly)) continue;
-        std::vector<Number> values;
-        for (const PhaseRow& phase : existing_) values.push_back(Property(phase.id, row.element));
-        sheet_.Array(row.phase_name, row.unit, {LabelledBy(LabelsOf(existing_))}, values,
-                     VariableState::calculated);
-    }
-}
-
-void MaterialStream::WritePhaseCompounds() {
-    for (const CompoundRow& row : kCompoundProperties) {
-        std::vector<Number> values;
-        for (const PhaseRow& phase : existing_) {
-            const bool pure = phase.id == kVapour || phase.id == kFirstLiquid;
-            AppendCompounds(phase.id, row.element, pure || !row.pure_phases_only, values);
-        }
-        sheet_.Array(row.phase_name, row.unit,
-                     {LabelledBy(LabelsOf(existing_)), LabelledBy(reading_.compounds)}, values,
-                     VariableState::calculated);
-    }
-}
 
 }  // namespace
 

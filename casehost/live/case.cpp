@@ -17,28 +17,13 @@ std::unique_ptr<Made> Make(Arguments&&... arguments) {
     return std::make_unique<Made>(std::forward<Arguments>(arguments)...);
 }
 
-CaseData WithoutObjects(const CaseData& data) {
-    CaseData basics;
-    basics.name = data.name;
-    basics.title = data.title;
-    basics.source = data.source;
-    basics.recorded = data.recorded;
-    basics.dynamic = data.dynamic;
-    basics.online = data.online;
-    basics.unit_set = data.unit_set;
-    basics.solve_turns = data.solve_turns;
-    basics.property_package = data.property_package;
-    basics.compounds = data.compounds;
-    return basics;
-}
-
 }  // namespace
 
 Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
     : NodeOf(context_, nullptr, &types::kCase, data.name),
       watch_(std::move(watch)),
       context_{this, watch_.get(), data.recorded},
-      basics_(WithoutObjects(data)),
+      basics_(data),
       document_(host::Text(data.name), host::Text()) {
     main_ = Make<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
     solver_ = Make<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);

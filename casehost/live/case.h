@@ -72,8 +72,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     // Tells the callback that the case goes away and takes it out.
     void Close();
 
-    // Everything of the case but its objects.
-    const CaseData& Basics() const { return basics_; }
+    const CaseBasics& Basics() const { return basics_; }
     unsigned UnitSet() const { return basics_.unit_set; }
     void SetVisible(bool visible) { visible_ = visible; }
     void SetSaver(std::function<bool(Case&)> saver) { saver_ = std::move(saver); }
@@ -125,7 +124,7 @@ class Case final : public NodeOf<host::SimulationCase> {
 
     std::shared_ptr<StoreWatch> watch_;
     CaseContext context_;
-    CaseData basics_;
+    CaseBasics basics_;
     ShapePool shapes_;
     std::unique_ptr<FlowsheetNode> main_;
     std::unique_ptr<SolverNode> solver_;

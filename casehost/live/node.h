@@ -13,8 +13,8 @@
 #include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
 #include "live/identity.h"
-#include "naming/object_type.h"
 #include "live/shape.h"
+#include "naming/object_type.h"
 
 namespace fixtop::casehost {
 

@@ -6,9 +6,7 @@
 #include "fixtop/host/simulation_case.h"
 #include "live/node_list.h"
 
-namespace fixtop {
-
-namespace casehost {
+namespace fixtop::casehost {
 
 using PlainNode = NodeOf<host::Viewable>;
 
@@ -152,6 +150,4 @@ inline constexpr char kManager[] = "OnlineConnectivityMgr.500";
 inline constexpr char kPublished[] = "RTIVariable.500";
 }  // namespace step
 
-}  // namespace casehost
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost

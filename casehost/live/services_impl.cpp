@@ -156,14 +156,4 @@ host::Text CaseHost::ServicesImpl::NumToText(double value) {
     return host::Text(buffer);
 }
 
-void* CaseHost::ServicesImpl::IFace_malloc(std::size_t size) {
-    return std::malloc(size);
-}
-void* CaseHost::ServicesImpl::IFace_realloc(void* block, std::size_t size) {
-    return std::realloc(block, size);
-}
-void CaseHost::ServicesImpl::IFace_free(void* block) {
-    std::free(block);
-}
-
 }  // namespace fixtop::casehost

@@ -2,6 +2,7 @@
 
 // The host's free functions, the session and the window, over the cases of one CaseHost.
 
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -75,9 +76,11 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     void SetConfigData(const char* key, double value, bool flag) override;
     host::Text NumToText(double value) override;
     void WaitForTurn(unsigned long) override { owner_.Turn(); }
-    void* IFace_malloc(std::size_t size) override;
-    void* IFace_realloc(void* block, std::size_t size) override;
-    void IFace_free(void* block) override;
+    void* IFace_malloc(std::size_t size) override { return std::malloc(size); }
+    void* IFace_realloc(void* block, std::size_t size) override {
+        return std::realloc(block, size);
+    }
+    void IFace_free(void* block) override { std::free(block); }
 
     const std::uint64_t* StructureRevision() override { return Identities::Revision(); }
     bool Lives(std::uint64_t identity) override { return Identities::Lives(identity); }

@@ -6,9 +6,7 @@
 
 #include "fixtop/host/object_type.h"
 
-namespace fixtop {
-
-namespace casehost {
+namespace fixtop::casehost {
 
 class ObjectType final : public host::ObjectTypeInfo {
  public:
@@ -59,6 +57,4 @@ const ObjectType* FindOrMake(std::string_view word, TypeFamily family);
 
 }  // namespace types
 
-}  // namespace casehost
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost

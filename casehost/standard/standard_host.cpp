@@ -3,8 +3,8 @@
 
 #include "casehost/case_file.h"
 #include "casehost/importer.h"
-#include "standard/demo_text.h"
 #include "process/process_engine.h"
+#include "standard/demo_text.h"
 
 namespace fixtop::casehost {
 

@@ -88,7 +88,7 @@ FIXTOP_EXPORT void FixtopSetLog(const char* file, void (*listener)(void* owner, 
 // with the one before. Nothing is thrown, and what was held before is held as before. A store that
 // was given up may have been done.
 FIXTOP_EXPORT int FixtopMemoryFailures();
-// The module's version, "0.1.0".
+// The module's version, "0.2.0".
 FIXTOP_EXPORT const char* FixtopVersion();
 
 // ---- Paths ----

@@ -5,7 +5,7 @@
 #include "fixtop/fixtop.h"
 #include "fixtop/host/services.h"
 #include "fixtop/solver.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "front/find_provider.h"
 #include "host/adapter.h"
 #include "host/levels/case_top.h"

@@ -2,7 +2,7 @@
 #include "diagnostics/memory_guard.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "host/adapter.h"

@@ -2,7 +2,7 @@
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/host/local_services.h"
-#include "framework/subscribers.h"
+#include "framework/nodes/subscribers.h"
 #include "host/case_life.h"
 #include "host/lists/list_index.h"
 #include "host/solver/solve_wait.h"

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "fixtop/var_set.h"
-#include "framework/attr_map.h"
-#include "framework/standard_attributes.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/standard_attributes.h"
 
 namespace fixtop {
 

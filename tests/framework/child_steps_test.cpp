@@ -1,6 +1,6 @@
 // The way back to a node: the step that leads to each child and to no other.
 
-#include "framework/child_steps.h"
+#include "framework/path/child_steps.h"
 
 #include <gtest/gtest.h>
 

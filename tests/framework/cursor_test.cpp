@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "diagnostics/seek_table.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
-#include "framework/cursor.h"
-#include "framework/empties.h"
-#include "framework/top_cursor.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/cursor.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/top_cursor.h"
 #include "support/cursor_harness.h"
 #include "support/scripted_tree.h"
 

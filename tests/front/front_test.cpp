@@ -9,8 +9,8 @@
 #include "diagnostics/error_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "host/levels/case_top.h"
@@ -468,7 +468,7 @@ TEST_F(Front, iterators_are_made_on_an_entry) {
     EXPECT_TRUE(it->SeekPath(FIValue("appModel.FlowSheetObjects.Streams")));
     EXPECT_EQ(3, it->Depth());
     EXPECT_EQ(nullptr, FixtopMakeIterator(nullptr, false));
-    EXPECT_STREQ("0.1.0", FixtopVersion());
+    EXPECT_STREQ("0.2.0", FixtopVersion());
 }
 
 TEST_F(Front, notification_is_taken_out_again) {

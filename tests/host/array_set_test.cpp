@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/specifications/array_set.h"
 #include "host/specifications/array_set_row.h"
 #include "host/specifications/spec_node.h"

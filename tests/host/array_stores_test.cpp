@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 #include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "host/solver/solve_wait.h"

@@ -2,7 +2,7 @@
 
 #include <climits>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/variables/dimension_node.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
 #include "host/levels/model_nodes.h"
 #include "host/variables/dimension_node.h"
 #include "support/host_reading.h"

@@ -6,7 +6,7 @@
 
 #include "../casehost/case_builder.h"
 #include "fixtop/fixtop.h"
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
 #include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/solver/solver.h"

@@ -1,7 +1,7 @@
 // The harness over the lists that stand below other nodes: each dimension of an array, what a
 // specification shows, and the variables of an attached object.
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/specifications/array_set.h"
 #include "host/variables/dimension_node.h"
 #include "specification_fixture.h"

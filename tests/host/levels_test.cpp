@@ -5,9 +5,9 @@
 #include <fstream>
 
 #include "diagnostics/instance_counts.h"
-#include "framework/empties.h"
-#include "framework/iterator.h"
-#include "framework/top_entry.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/top_entry.h"
 #include "host/adapter.h"
 #include "host/levels/case_nodes.h"
 #include "host/levels/flowsheet_nodes.h"

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "casehost/standard_host.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 #include "host/adapter.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/levels/object_node.h"
 #include "host/lists/object_list.h"
 #include "support/cursor_harness.h"

@@ -1,4 +1,4 @@
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 #include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "host/solver/solve_wait.h"

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
 #include "host/adapter.h"
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"

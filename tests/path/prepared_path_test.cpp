@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/path_match.h"
+#include "framework/path/path_match.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

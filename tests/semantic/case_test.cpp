@@ -7,7 +7,7 @@
 
 #include "casehost/standard_host.h"
 #include "fixtop/semantic_functions.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 #include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "semantic/raw_tree.h"

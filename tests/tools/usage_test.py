@@ -28,7 +28,9 @@ class Usage(ProgramTest):
                 self.assertIn(f"Usage: fixtop {word} ", result.out)
 
     def test_version(self):
-        self.check(run("--version"), DONE, "fixtop 0.1.0\n", "")
+        project = pathlib.Path(os.environ["FIXTOP_SOURCE"], "CMakeLists.txt").read_text()
+        version = re.search(r"^project\(fixtop VERSION (\d+\.\d+\.\d+) ", project, re.M)[1]
+        self.check(run("--version"), DONE, f"fixtop {version}\n", "")
 
     def test_wrong_lines_end_with_2_and_usage(self):
         lines = [[], ["nonsense"], ["--nonsense"], ["ls"], ["ls", "demo", "a", "b"],

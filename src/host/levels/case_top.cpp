@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "framework/empties.h"
-#include "framework/shield.h"
-#include "framework/subscribers.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
+#include "framework/nodes/subscribers.h"
 #include "host/adapter.h"
 #include "host/host_access.h"
 

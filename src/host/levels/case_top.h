@@ -7,7 +7,7 @@
 // the design is one such entry per module. References that stood in it hear of their case by its
 // record, which lasts as long as they do.
 
-#include "framework/top_entry.h"
+#include "framework/nodes/top_entry.h"
 #include "host/case_life.h"
 
 namespace fixtop {

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/case_life.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"

@@ -1,6 +1,6 @@
 #include "host/levels/flowsheet_nodes.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/levels/key_prefix.h"
 #include "host/lists/object_list.h"

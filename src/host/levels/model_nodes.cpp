@@ -1,6 +1,6 @@
 #include "host/levels/model_nodes.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/levels/case_nodes.h"
 #include "host/published/published_variables.h"
 #include "platform/file_search.h"

@@ -1,7 +1,7 @@
 #include "host/levels/object_node.h"
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"

@@ -8,7 +8,7 @@
 // solver; giving the hold back does both once.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/host_object.h"
 #include "host/hovex_options.h"
 #include "host/specifications/spec_view.h"

@@ -4,7 +4,7 @@
 #include <climits>
 #include <cstring>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/levels/object_node.h"
 

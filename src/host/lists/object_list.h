@@ -6,7 +6,7 @@
 // HReactionCursorBase the reactions by number.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/numbered_cursor.h"

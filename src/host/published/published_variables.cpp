@@ -7,8 +7,8 @@
 #include <string>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/variables/variable_values.h"

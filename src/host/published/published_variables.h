@@ -7,8 +7,8 @@
 // those of all variables. A store is neither read back nor followed by a solve.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
 #include "host/lists/numbered_cursor.h"
 

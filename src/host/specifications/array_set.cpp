@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/specifications/array_set_row.h"

@@ -7,8 +7,8 @@
 
 #include "fixtop/host/array_set.h"
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
 #include "host/lists/index_cursor.h"
 
 namespace fixtop {

@@ -1,6 +1,6 @@
 #include "host/specifications/array_set_row.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_attributes.h"
 
 namespace fixtop {

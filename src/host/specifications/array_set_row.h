@@ -3,7 +3,7 @@
 // HArraySetElemContext, HArraySetElemCursorBase, HArraySetElemEntry: one row of an array set, an
 // element for each column under the column's name.
 
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/specifications/array_set.h"
 
 namespace fixtop {

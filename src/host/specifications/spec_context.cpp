@@ -1,6 +1,6 @@
 #include "host/specifications/spec_context.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/specifications/spec_node.h"
 
 namespace fixtop {

@@ -4,7 +4,7 @@
 // to show, in the host's order.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/list_position.h"
 #include "host/node_above.h"

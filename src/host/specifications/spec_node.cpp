@@ -1,6 +1,6 @@
 #include "host/specifications/spec_node.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"

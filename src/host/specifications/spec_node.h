@@ -8,7 +8,7 @@
 #include <string>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/specifications/spec_context.h"
 
 namespace fixtop {

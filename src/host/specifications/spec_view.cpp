@@ -1,7 +1,7 @@
 #include "host/specifications/spec_view.h"
 
 #include "fixtop/host/services.h"
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/specifications/spec_context.h"
 

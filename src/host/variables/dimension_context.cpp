@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/variables/dimension_node.h"
 
 namespace fixtop {

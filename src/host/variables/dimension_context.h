@@ -4,7 +4,7 @@
 // for each, with the elements on the last.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/node_above.h"
 #include "host/variables/element_names.h"
 #include "host/variables/variable_node.h"

@@ -1,7 +1,7 @@
 #include "host/variables/dimension_node.h"
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_rows.h"

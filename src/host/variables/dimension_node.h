@@ -7,7 +7,7 @@
 // the hold is given back. Fractions of a composition are held by the stream's own node.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/variables/attachment.h"
 #include "host/variables/dimension_context.h"
 

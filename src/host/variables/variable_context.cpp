@@ -1,6 +1,6 @@
 #include "host/variables/variable_context.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"
 

@@ -3,7 +3,7 @@
 // HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/list_position.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/adapter.h"
 #include "host/variables/dimension_context.h"
 #include "host/variables/variable_rows.h"

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/variables/variable_context.h"
 #include "host/variables/variable_values.h"
 

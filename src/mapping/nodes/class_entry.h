@@ -16,7 +16,7 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/entry.h"
-#include "framework/small_object.h"
+#include "framework/nodes/small_object.h"
 #include "mapping/nodes/class_context.h"
 
 namespace fixtop {

@@ -1,0 +1,77 @@
+# What `cmake --install` puts where: the module and the unit adapter beside it, the static libraries,
+# the headers, the program with its pages and completion, and the files by which CMake and pkg-config
+# find them.
+include(CMakePackageConfigHelpers)
+
+set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Fixtop)
+
+foreach(name fixtop fixtop_client fixtop_host fixtop_casehost)
+  string(REGEX REPLACE "^fixtop_" "" short ${name})
+  set_target_properties(${name} PROPERTIES EXPORT_NAME ${short})
+  target_compile_features(${name} INTERFACE cxx_std_20)
+endforeach()
+install(TARGETS fixtop fixtop_client fixtop_host fixtop_casehost EXPORT FixtopTargets
+  LIBRARY ARCHIVE RUNTIME INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+# The module seeks it beside itself.
+install(TARGETS QSIUOMAdapter2004_2 LIBRARY RUNTIME)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${PROJECT_SOURCE_DIR}/casehost/include/
+  TYPE INCLUDE FILES_MATCHING PATTERN "*.h")
+
+# The libraries behind the case host: those of the system by pkg-config, on Windows our own copies.
+get_target_property(outside fixtop_casehost FIXTOP_OUTSIDE)
+set(outside_packages)
+foreach(name IN LISTS outside)
+  if(WIN32)
+    install(FILES ${FIXTOP_WINDOWS_DEPS}/lib/lib${name}.a
+      DESTINATION ${CMAKE_INSTALL_LIBDIR}/fixtop)
+    target_link_libraries(fixtop_casehost
+      INTERFACE "$<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${CMAKE_INSTALL_LIBDIR}/fixtop/lib${name}.a>")
+  else()
+    string(REGEX REPLACE "^zip$" "libzip" package ${name})
+    list(APPEND outside_packages ${package})
+    target_link_libraries(fixtop_casehost
+      INTERFACE $<INSTALL_INTERFACE:PkgConfig::Fixtop_${package}>)
+  endif()
+endforeach()
+if(WIN32)
+  install(FILES ${FIXTOP_WINDOWS_ZLIB} DESTINATION ${CMAKE_INSTALL_LIBDIR}/fixtop)
+  target_link_libraries(fixtop_casehost
+    INTERFACE "$<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${CMAKE_INSTALL_LIBDIR}/fixtop/libz.a>")
+endif()
+
+install(EXPORT FixtopTargets NAMESPACE Fixtop:: DESTINATION ${config_folder})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/install/FixtopConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/install/FixtopConfig.cmake INSTALL_DESTINATION ${config_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/install/FixtopConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/install/FixtopConfig.cmake
+  ${PROJECT_BINARY_DIR}/install/FixtopConfigVersion.cmake DESTINATION ${config_folder})
+
+# fixtop_pc(name description libraries requires...)
+function(fixtop_pc name description libraries)
+  list(JOIN ARGN " " requires)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/install/fixtop.pc.in
+    ${PROJECT_BINARY_DIR}/install/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/install/${name}.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+
+# The files stand in <prefix>/<libdir>/pkgconfig and find the prefix from there, wherever it lies.
+file(RELATIVE_PATH to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
+if(NOT WIN32)
+  fixtop_pc(fixtop "A process-simulation case as one browsable, typed tree" "-lfixtop")
+  fixtop_pc(fixtop-host "What a simulator's side compiles to be shown by Fixtop" "-lfixtop_host")
+  fixtop_pc(fixtop-casehost "Case files and a solver in memory, as a host of Fixtop"
+    "-lfixtop_casehost" fixtop-host ${outside_packages})
+  fixtop_pc(fixtop-client "The tree of Fixtop as plain C++ values" "-lfixtop_client"
+    "fixtop = ${PROJECT_VERSION}," fixtop-casehost)
+endif()
+
+if(FIXTOP_PROGRAM)
+  if(NOT WIN32 AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(fixtop_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
+  endif()
+  install(TARGETS fixtop_cli RUNTIME)
+endif()
