@@ -7,11 +7,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 # Debian packages: who needs it, and its names. A command takes the rows that it asks for.
 PACKAGES="
 build     g++ cmake ninja-build ccache pkg-config python3
-build     libexpat1-dev libzip-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libedit-dev
+build     libexpat1-dev libzip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
+build     libedit-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 package   dpkg-dev fakeroot file
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
-bench     libbenchmark-dev libpugixml-dev
+bench     libbenchmark-dev
 fuzz      clang llvm libclang-rt-dev
 coverage  gcovr
 "
@@ -24,7 +25,8 @@ usage: ./go <command>
   install [prefix]  build and install, below /usr/local or the given folder
   package           build a Debian package in build/package
   test              build and run the tests on Linux
-  test --all        the same, then again with sanitizers and leak check, then as Windows programs
+  test --all        the same, then again with sanitizers and leak check, then as Windows programs;
+                    and everything linked once more to find names that are defined in two ways
   bench             build and run the benchmarks
   fuzz [minutes]    build the fuzz targets and run each for some minutes (default 1)
   soak [steps]      run the random client with sanitizers, so many steps in each view (default 1000000)
@@ -119,6 +121,9 @@ asan_suite() (
     build asan && run_ctest asan
 )
 
+# Nothing is run: the linker compares what the sources of each program say of one name.
+odr_suite() { build lto; }
+
 # The Wine server is started apart from ctest: one that ctest starts keeps ctest's pipes open and
 # ctest then waits for it for ever.
 windows_suite() (
@@ -191,6 +196,7 @@ cmd_test() {
     suite release "Linux" linux_suite
     if [[ $all == 1 ]]; then
         suite asan "Linux, sanitizers and leak check" asan_suite
+        suite lto "Linux, one definition a name (link only)" odr_suite
         suite windows "Windows programs under Wine" windows_suite
     fi
     summarize

@@ -13,11 +13,11 @@
 #include "fixtop/iterator.h"
 #include "fixtop/ref.h"
 
-namespace fixtop {
-
 namespace pugi {
 class xml_document;
 }
+
+namespace fixtop {
 
 namespace bench {
 

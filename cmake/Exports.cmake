@@ -1,18 +1,31 @@
-# The exported names of the module stand in one list. From it come the linker's version script
-# (Linux) and the module definition file (Windows), so that both files export the same names.
+# What a module exports is listed once. From the lists come the linker's version script (Linux) and
+# the module definition file (Windows), so that both files export the same names.
 
-# fixtop_exports(target list): a list has one name a line; `#` begins a comment.
-function(fixtop_exports target list)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
-  file(STRINGS ${list} lines)
+# fixtop_exports(target lists...): a text has one name a line, `#` begins a comment; of a header the
+# names are those of its lines FIXTOP_STEP(name) and FIXTOP_LIST(name). All names together are
+# written to the file that the target's property FIXTOP_EXPORTS names, for whoever checks them.
+function(fixtop_exports target)
   set(names)
-  foreach(line IN LISTS lines)
-    string(REGEX REPLACE "#.*" "" name "${line}")
-    string(STRIP "${name}" name)
-    if(name)
-      list(APPEND names ${name})
-    endif()
+  foreach(list IN LISTS ARGN)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
+    file(STRINGS ${list} lines)
+    foreach(line IN LISTS lines)
+      if(list MATCHES "\\.h$")
+        string(REGEX MATCH "^FIXTOP_(STEP|LIST)\\(([A-Za-z0-9_]+)\\)" name "${line}")
+        set(name "${CMAKE_MATCH_2}")
+      else()
+        string(REGEX REPLACE "#.*" "" name "${line}")
+        string(STRIP "${name}" name)
+      endif()
+      if(name)
+        list(APPEND names ${name})
+      endif()
+    endforeach()
   endforeach()
+  set(together ${CMAKE_CURRENT_BINARY_DIR}/${target}_exports.txt)
+  list(JOIN names "\n" text)
+  file(CONFIGURE OUTPUT ${together} CONTENT "${text}\n" @ONLY)
+  set_target_properties(${target} PROPERTIES FIXTOP_EXPORTS ${together})
 
   if(WIN32)
     list(JOIN names "\n    " body)

@@ -45,6 +45,10 @@ ${rows}    };
 }();
 }  // namespace
 ")
+    if(FIXTOP_ODR)
+      # The labels stand in assembler text, which the linker's compiler may part from their users.
+      set_source_files_properties(${generated} PROPERTIES COMPILE_OPTIONS -fno-lto)
+    endif()
   endif()
   set_source_files_properties(${generated} PROPERTIES OBJECT_DEPENDS "${ARGN}")
   target_sources(${target} PRIVATE ${generated})

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Cross-builds expat and libzip as static Windows libraries from the pristine sources of Debian's
-# source packages, with zlib from libz-mingw-w64-dev. The case host reads zip and XML with one code
-# on both platforms, so both get the same libraries. The result is kept; a second run does nothing.
+# Cross-builds pugixml and libzip, and expat for the tests, as static Windows libraries from the
+# pristine sources of Debian's source packages, with zlib from libz-mingw-w64-dev. The case host reads
+# zip and XML with one code on both platforms, so both get the same libraries. The result is kept; a second run does nothing.
 #
 # usage: cmake/build-windows-deps.sh [folder]     (default: build/windows-deps)
 set -euo pipefail
@@ -82,7 +82,7 @@ fetch_sources() {
     )
     quietly apt-update apt-get "${options[@]}" update
     cd "$out/download"
-    quietly apt-source apt-get "${options[@]}" source --download-only --tar-only expat libzip
+    quietly apt-source apt-get "${options[@]}" source --download-only --tar-only expat libzip pugixml
     cd "$root"
 }
 
@@ -110,10 +110,11 @@ build() {
 }
 
 rm -f "$out/stamp"
-echo "windows-deps: fetching the sources of expat and libzip"
+echo "windows-deps: fetching the sources of expat, libzip and pugixml"
 fetch_sources
 unpack expat
 unpack libzip
+unpack pugixml
 echo "windows-deps: building expat"
 build expat expat/expat -DEXPAT_BUILD_TOOLS=OFF -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF \
     -DEXPAT_BUILD_DOCS=OFF -DEXPAT_BUILD_PKGCONFIG=OFF -DEXPAT_SHARED_LIBS=OFF
@@ -123,6 +124,8 @@ build libzip libzip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDT
     -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF \
     -DZLIB_LIBRARY="/usr/x86_64-w64-mingw32/lib/libz.a" \
     -DZLIB_INCLUDE_DIR="/usr/x86_64-w64-mingw32/include"
+echo "windows-deps: building pugixml"
+build pugixml pugixml
 rm -rf "$out/apt" "$out/obj"
 echo "$stamp" >"$out/stamp"
 echo "windows-deps: done"

@@ -1,7 +1,7 @@
 // Map text over a small class library, the choices among the translators that it makes, and the
 // walks that they give on a small tree.
 
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
 #include "fuzzed_reader.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/translators/find_translator.h"

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <memory>
-#include <string>
 
 #include "reading.h"
 
@@ -98,34 +97,34 @@ bool WithinLimits(std::size_t total, std::size_t archive_size, Problems& problem
 
 }  // namespace
 
-bool InflateDocument(std::string_view archive, Problems& problems, const DocumentSink& sink) {
+std::optional<std::string> InflateDocument(std::string_view archive, Problems& problems) {
     const ZipHandle zip = OpenArchive(archive, problems);
-    if (!zip) return false;
+    if (!zip) return std::nullopt;
     const std::string name = FindDocument(zip.get(), problems);
-    if (name.empty()) return false;
+    if (name.empty()) return std::nullopt;
     problems.EnterDocument(name);
     if (IsEncrypted(zip.get())) {
         problems.Error("the entry is encrypted; expected an archive without a password");
-        return false;
+        return std::nullopt;
     }
     const ZipFileHandle file(zip_fopen_index(zip.get(), 0, 0));
     if (!file) {
         problems.Error(std::string("the entry can't be opened (") + zip_strerror(zip.get()) +
                        "); expected a stored or deflated entry");
-        return false;
+        return std::nullopt;
     }
     std::array<char, 65536> piece;
-    for (std::size_t total = 0;;) {
+    std::string document;
+    while (true) {
         const zip_int64_t count = zip_fread(file.get(), piece.data(), piece.size());
         if (count < 0) {
             problems.Error(std::string("the entry is damaged (") + zip_file_strerror(file.get()) +
                            "); expected the bytes that were packed");
-            return false;
+            return std::nullopt;
         }
-        if (count == 0) return sink({}, true);
-        total += static_cast<std::size_t>(count);
-        if (!WithinLimits(total, archive.size(), problems)) return false;
-        if (!sink({piece.data(), static_cast<std::size_t>(count)}, false)) return false;
+        if (count == 0) return document;
+        document.append(piece.data(), static_cast<std::size_t>(count));
+        if (!WithinLimits(document.size(), archive.size(), problems)) return std::nullopt;
     }
 }
 

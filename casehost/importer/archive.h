@@ -3,7 +3,8 @@
 // The zip archive around a document.
 
 #include <cstddef>
-#include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "problems.h"
@@ -15,12 +16,9 @@ inline constexpr std::size_t kMaxDocumentBytes = std::size_t{512} << 20;
 inline constexpr std::size_t kMaxInflation = 200;
 inline constexpr std::size_t kFreeInflationBytes = std::size_t{1} << 20;
 
-// Takes the next piece of the document; `last` comes with an empty piece at the end. False: stop.
-using DocumentSink = std::function<bool(std::string_view piece, bool last)>;
-
-// Inflates the one XML document of an archive into the sink, piece by piece, and stops as soon as
-// it grows past a limit, whatever sizes the archive declares. False when the archive is not as it
-// should be or the sink stopped; a fault of the archive then stands in the problems.
-bool InflateDocument(std::string_view archive, Problems& problems, const DocumentSink& sink);
+// The one XML document of an archive, inflated; inflation stops as soon as the document grows past
+// a limit, whatever sizes the archive declares. Null when the archive is not as it should be, and a
+// problem then says why.
+std::optional<std::string> InflateDocument(std::string_view archive, Problems& problems);
 
 }  // namespace fixtop::casehost::importer

@@ -1,6 +1,7 @@
 #include "basis_reader.h"
 
 #include "object_sheet.h"
+#include "unit_rows.h"
 
 namespace fixtop::casehost::importer {
 
@@ -69,33 +70,21 @@ std::string TypeOfReaction(std::string_view word) {
     return std::string(word);
 }
 
-struct ReactionText {
-    const char* element;
-    const char* name;
-};
-constexpr ReactionText kReactionTexts[] = {
-    {"Equation", "Equation"},
-    {"BaseReactant", "Base Component"},
-    {"ReactionPhase", "Reaction Phase"},
-    {"ReactionBasis", "Reaction Basis"},
-    {"KExprType", "Equilibrium Constant Source"},
-    {"Expression", "Expression"},
-};
-
-struct ReactionReal {
-    const char* element;
-    const char* name;
-    FileUnit unit;
-    VariableState state;
-};
 // Heats are for one mole of the base component: J/mol is kJ/kmol.
-constexpr ReactionReal kReactionReals[] = {
-    {"ReactionHeat", "Reaction Heat", FileUnit::kj_per_kmol, VariableState::calculated},
-    {"ReactionGibbsEnergy", "Reaction Gibbs Energy", FileUnit::kj_per_kmol,
-     VariableState::calculated},
-    {"Tmin", "Minimum Temperature", FileUnit::kelvin, VariableState::specified},
-    {"Tmax", "Maximum Temperature", FileUnit::kelvin, VariableState::specified},
-};
+const UnitClass kReaction = {
+    "",
+    "",
+    {{"ReactionType", "ReactionType", kReactionTypes}},
+    {{"Equation", "Equation"},
+     {"BaseReactant", "Base Component"},
+     {"ReactionPhase", "Reaction Phase"},
+     {"ReactionBasis", "Reaction Basis"},
+     {"KExprType", "Equilibrium Constant Source"},
+     {"Expression", "Expression"}},
+    {{"ReactionHeat", "Reaction Heat", file_unit::kj_per_kmol},
+     {"ReactionGibbsEnergy", "Reaction Gibbs Energy", file_unit::kj_per_kmol},
+     {"Tmin", "Minimum Temperature", file_unit::kelvin, "*"},
+     {"Tmax", "Maximum Temperature", file_unit::kelvin, "*"}}};
 
 struct StoichiometryRow {
     const char* attribute;
@@ -119,7 +108,7 @@ void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
             const auto value = compound.Attribute(row.attribute);
             values.push_back(value ? ParseNumber(reading, compound, *value) : std::nullopt);
         }
-        sheet.Array(row.name, FileUnit::none, {LabelledBy(compounds)}, values,
+        sheet.Array(row.name, file_unit::none, {LabelledBy(compounds)}, values,
                     VariableState::specified);
     }
 }
@@ -127,19 +116,12 @@ void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
 ObjectData ReadReaction(Reading& reading, XmlNode node) {
     ObjectData reaction;
     ObjectSheet sheet(reading, reaction);
-    const std::string_view type = node.Child("ReactionType").Text();
     reaction.name = node.Child("Name").Text();
-    reaction.type = TypeOfReaction(type);
+    reaction.type = TypeOfReaction(node.Child("ReactionType").Text());
     if (reaction.name.empty()) {
         reading.problems.Error(node, "the reaction has no name; expected a Name with one");
     }
-    sheet.Option("ReactionType", kReactionTypes, type, VariableState::specified);
-    for (const ReactionText& row : kReactionTexts) {
-        sheet.Text(row.name, node.Child(row.element).Text(), VariableState::specified);
-    }
-    for (const ReactionReal& row : kReactionReals) {
-        sheet.Real(row.name, row.unit, ReadNumber(reading, node.Child(row.element)), row.state);
-    }
+    ReadRows(reading, kReaction, node, sheet);
     ReadStoichiometry(reading, node.ChildWithElements("Compounds"), sheet);
     return reaction;
 }

@@ -16,9 +16,7 @@
 #include "unit_reader.h"
 #include "xml_tree.h"
 
-namespace fixtop {
-
-namespace casehost {
+namespace fixtop::casehost {
 
 namespace importer {
 
@@ -129,12 +127,10 @@ void ReadCase(Reading& reading, XmlNode root, CaseData& data) {
 }
 
 std::unique_ptr<CaseData> ReadArchive(Reading& reading, std::string_view bytes) {
-    XmlTreeBuilder builder(reading.problems);
-    const bool inflated = InflateDocument(
-        bytes, reading.problems,
-        [&builder](std::string_view piece, bool last) { return builder.Feed(piece, last); });
-    if (!inflated) return nullptr;
-    const XmlTree tree = builder.Take();
+    std::optional<std::string> document = InflateDocument(bytes, reading.problems);
+    if (!document) return nullptr;
+    const XmlTree tree(std::move(*document), reading.problems);
+    if (!tree.Root()) return nullptr;
     auto data = std::make_unique<CaseData>();
     ReadCase(reading, tree.Root(), *data);
     return data;
@@ -186,6 +182,4 @@ ReadResult ReadDwxmz(const std::string& path) {
     return ReadDwxmzBytes(bytes, path);
 }
 
-}  // namespace casehost
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost

@@ -1,64 +1,59 @@
 #pragma once
 
 // The units in which the numbers of a flowsheet file stand, and their way into the internal units
-// of the case. A number with FileUnit::none stays as it is and has no unit.
-
-#include <string_view>
+// of the case.
 
 #include "casehost/units.h"
 
 namespace fixtop::casehost::importer {
 
-enum class FileUnit {
-    none,
-    kelvin,
-    kelvin_difference,
-    pascal,
-    pascal_difference,
-    inverse_pascal,
-    kelvin_per_pascal,
-    mol_per_second,
-    kg_per_second,
-    m3_per_second,
-    mol_per_m3,
-    kg_per_m3,
-    kg_per_kmol,
-    kilowatt,
-    kilowatt_per_m2,
-    kj_per_kg,
-    kj_per_kmol,
-    kj_per_kg_kelvin,
-    kj_per_kmol_kelvin,
-    kj_per_kg_kelvin_capacity,  // of heat capacities, a quantity of its own
-    kj_per_kmol_kelvin_capacity,
-    pascal_second,
-    m2_per_second,
-    watt_per_metre_kelvin,
-    newton_per_metre,
-    watt_per_m2_kelvin,
-    metre,
-    m2,
-    m3,
-    metre_per_second,
-    second,
-    rpm,
-    percent,
-    volt,
-    ampere,
-    count_
-};
-
-struct FileUnitRow {
-    FileUnit unit;
+struct FileUnit {
     const char* quantity;  // of units.h; empty: the number has no unit
     const char* name;      // the unit's name within the quantity
     double scale = 1.0;    // of a number without a quantity: into the case's basic units
 };
 
-// The quantity that a variable of that unit has.
-std::string_view QuantityOf(FileUnit unit);
+// How numbers in that unit become internal ones. Throws std::logic_error when units.h has no such
+// unit.
+host::UnitRecord Resolve(const FileUnit& unit);
 
-// Into the internal unit. Throws std::logic_error when a row is not known to units.h.
-double ToCase(double value, FileUnit unit);
+namespace file_unit {
+inline constexpr FileUnit none{"", ""};
+inline constexpr FileUnit kelvin{"Temperature", "K"};
+inline constexpr FileUnit kelvin_difference{"TemperatureDifference", "K"};
+inline constexpr FileUnit pascal{"Pressure", "Pa"};
+inline constexpr FileUnit pascal_difference{"PressureDifference", "Pa"};
+inline constexpr FileUnit inverse_pascal{"", "", 1000.0};     // 1/kPa
+inline constexpr FileUnit kelvin_per_pascal{"", "", 1000.0};  // C/kPa
+inline constexpr FileUnit mol_per_second{"MolarFlow", "mol/s"};
+inline constexpr FileUnit kg_per_second{"MassFlow", "kg/s"};
+inline constexpr FileUnit m3_per_second{"VolumetricFlow", "m3/s"};
+inline constexpr FileUnit mol_per_m3{"MolarDensity", "mol/m3"};
+inline constexpr FileUnit kg_per_m3{"Density", "kg/m3"};
+inline constexpr FileUnit kg_per_kmol{"MolarMass", "kg/kgmole"};
+inline constexpr FileUnit kilowatt{"EnergyFlow", "kW"};
+inline constexpr FileUnit kilowatt_per_m2{"Irradiation", "kW/m2"};
+inline constexpr FileUnit kj_per_kg{"MassEnthalpy", "kJ/kg"};
+inline constexpr FileUnit kj_per_kmol{"MolarEnthalpy", "kJ/kgmole"};
+inline constexpr FileUnit kj_per_kg_kelvin{"MassEntropy", "kJ/kg-K"};
+inline constexpr FileUnit kj_per_kmol_kelvin{"MolarEntropy", "kJ/kgmole-K"};
+// Of heat capacities, a quantity of its own.
+inline constexpr FileUnit kj_per_kg_kelvin_capacity{"MassHeatCapacity", "kJ/kg-K"};
+inline constexpr FileUnit kj_per_kmol_kelvin_capacity{"MolarHeatCapacity", "kJ/kgmole-K"};
+inline constexpr FileUnit pascal_second{"Viscosity", "Pa-s"};
+inline constexpr FileUnit m2_per_second{"KinematicViscosity", "m2/s"};
+inline constexpr FileUnit watt_per_metre_kelvin{"ThermalConductivity", "W/m-K"};
+inline constexpr FileUnit newton_per_metre{"SurfaceTension", "N/m"};
+inline constexpr FileUnit watt_per_m2_kelvin{"HeatTransferCoefficient", "W/m2-K"};
+inline constexpr FileUnit metre{"Length", "m"};
+inline constexpr FileUnit m2{"Area", "m2"};
+inline constexpr FileUnit m3{"Volume", "m3"};
+inline constexpr FileUnit metre_per_second{"Speed", "m/s"};
+inline constexpr FileUnit second{"Time", "seconds"};
+inline constexpr FileUnit rpm{"RotationalSpeed", "rpm"};
+inline constexpr FileUnit percent{"Percent", "%"};
+inline constexpr FileUnit volt{"Voltage", "V"};
+inline constexpr FileUnit ampere{"Current", "A"};
+}  // namespace file_unit
 
 }  // namespace fixtop::casehost::importer

@@ -6,10 +6,10 @@ namespace fixtop::casehost::importer {
 
 namespace {
 
-ValueData Stored(Number value, FileUnit unit, VariableState state) {
+ValueData Stored(Number value, const host::UnitRecord& unit, VariableState state) {
     ValueData stored;
     if (!value) return stored;
-    const double number = ToCase(*value, unit);
+    const double number = ToInternal(*value, unit);
     if (!std::isfinite(number)) return stored;
     stored.number = number;
     stored.state = state;
@@ -19,7 +19,7 @@ ValueData Stored(Number value, FileUnit unit, VariableState state) {
 VariableSpec RealSpec(const char* name, FileUnit unit) {
     VariableSpec spec;
     spec.name = name;
-    spec.quantity = QuantityOf(unit);
+    spec.quantity = unit.quantity;
     return spec;
 }
 
@@ -39,7 +39,7 @@ void ObjectSheet::Add(VariableSpec spec, std::vector<ValueData> values) {
 }
 
 void ObjectSheet::Real(const char* name, FileUnit unit, Number value, VariableState state) {
-    Add(RealSpec(name, unit), {Stored(value, unit, state)});
+    Add(RealSpec(name, unit), {Stored(value, Resolve(unit), state)});
 }
 
 void ObjectSheet::Text(const char* name, std::string_view text, VariableState state) {
@@ -73,11 +73,6 @@ void ObjectSheet::Option(const char* name, const std::vector<Choice>& choices,
 }
 
 void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
-                        const std::vector<Number>& values, VariableState state) {
-    Array(name, unit, std::move(dimensions), values, state, Address());
-}
-
-void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
                         const std::vector<Number>& values, VariableState state, Address address) {
     if (reading_.value_count + values.size() > Reading::kMaxValues) {
         if (!reading_.problems.Failed()) {
@@ -92,7 +87,8 @@ void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionDa
     spec.dimensions = std::move(dimensions);
     std::vector<ValueData> stored;
     stored.reserve(values.size());
-    for (const Number& value : values) stored.push_back(Stored(value, unit, state));
+    const host::UnitRecord record = Resolve(unit);
+    for (const Number& value : values) stored.push_back(Stored(value, record, state));
     Add(std::move(spec), std::move(stored));
 }
 

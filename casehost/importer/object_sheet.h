@@ -30,8 +30,8 @@ class ObjectSheet {
 
     // What is needed beyond a name and a unit to describe a real variable.
     struct Address {
-        int number = 0;
-        int variable_type = 0;
+        int number;
+        int variable_type;
     };
 
     void Real(const char* name, FileUnit unit, Number value, VariableState state);
@@ -41,9 +41,7 @@ class ObjectSheet {
                 VariableState state);
     // `values` has the product of the counts, last dimension fastest.
     void Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
-               const std::vector<Number>& values, VariableState state);
-    void Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
-               const std::vector<Number>& values, VariableState state, Address address);
+               const std::vector<Number>& values, VariableState state, Address address = {0, 0});
 
  private:
     void Add(VariableSpec spec, std::vector<ValueData> values);

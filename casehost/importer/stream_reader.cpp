@@ -22,67 +22,67 @@ struct PropertyRow {
 };
 
 constexpr PropertyRow kProperties[] = {
-    {"temperature", names::kTemperature, "", FileUnit::kelvin, kOverallOnly},
-    {"pressure", names::kPressure, "", FileUnit::pascal, kOverallOnly},
-    {"molarflow", names::kMolarFlow, "Phase Molar Flow", FileUnit::mol_per_second, kEverywhere},
-    {"massflow", names::kMassFlow, "Phase Mass Flow", FileUnit::kg_per_second, kEverywhere},
-    {"volumetric_flow", "Actual Volume Flow", "Phase Actual Volume Flow", FileUnit::m3_per_second,
+    {"temperature", names::kTemperature, "", file_unit::kelvin, kOverallOnly},
+    {"pressure", names::kPressure, "", file_unit::pascal, kOverallOnly},
+    {"molarflow", names::kMolarFlow, "Phase Molar Flow", file_unit::mol_per_second, kEverywhere},
+    {"massflow", names::kMassFlow, "Phase Mass Flow", file_unit::kg_per_second, kEverywhere},
+    {"volumetric_flow", "Actual Volume Flow", "Phase Actual Volume Flow", file_unit::m3_per_second,
      kEverywhere},
-    {"molarfraction", "", names::kPhaseFraction, FileUnit::none, kPhasesOnly},
-    {"massfraction", "", "Phase Mass Fraction", FileUnit::none, kPhasesOnly},
-    {"volumetricFraction", "", "Phase Volume Fraction", FileUnit::none, kPhasesOnly},
-    {"molecularWeight", names::kMolarMass, "Phase Molecular Weight", FileUnit::kg_per_kmol,
+    {"molarfraction", "", names::kPhaseFraction, file_unit::none, kPhasesOnly},
+    {"massfraction", "", "Phase Mass Fraction", file_unit::none, kPhasesOnly},
+    {"volumetricFraction", "", "Phase Volume Fraction", file_unit::none, kPhasesOnly},
+    {"molecularWeight", names::kMolarMass, "Phase Molecular Weight", file_unit::kg_per_kmol,
      kEverywhere},
-    {"density", names::kMassDensity, "Phase Mass Density", FileUnit::kg_per_m3, kEverywhere},
-    {"molar_enthalpy", names::kMolarEnthalpy, "Phase Molar Enthalpy", FileUnit::kj_per_kmol,
+    {"density", names::kMassDensity, "Phase Mass Density", file_unit::kg_per_m3, kEverywhere},
+    {"molar_enthalpy", names::kMolarEnthalpy, "Phase Molar Enthalpy", file_unit::kj_per_kmol,
      kEverywhere},
-    {"molar_entropy", names::kMolarEntropy, "Phase Molar Entropy", FileUnit::kj_per_kmol_kelvin,
+    {"molar_entropy", names::kMolarEntropy, "Phase Molar Entropy", file_unit::kj_per_kmol_kelvin,
      kEverywhere},
-    {"enthalpy", "Mass Enthalpy", "Phase Mass Enthalpy", FileUnit::kj_per_kg, kEverywhere},
-    {"entropy", "Mass Entropy", "Phase Mass Entropy", FileUnit::kj_per_kg_kelvin, kEverywhere},
-    {"enthalpyF", "", "Phase Mass Enthalpy With Formation", FileUnit::kj_per_kg, kPhasesOnly},
-    {"entropyF", "", "Phase Mass Entropy With Formation", FileUnit::kj_per_kg_kelvin, kPhasesOnly},
-    {"molar_enthalpyF", "", "Phase Molar Enthalpy With Formation", FileUnit::kj_per_kmol,
+    {"enthalpy", "Mass Enthalpy", "Phase Mass Enthalpy", file_unit::kj_per_kg, kEverywhere},
+    {"entropy", "Mass Entropy", "Phase Mass Entropy", file_unit::kj_per_kg_kelvin, kEverywhere},
+    {"enthalpyF", "", "Phase Mass Enthalpy With Formation", file_unit::kj_per_kg, kPhasesOnly},
+    {"entropyF", "", "Phase Mass Entropy With Formation", file_unit::kj_per_kg_kelvin, kPhasesOnly},
+    {"molar_enthalpyF", "", "Phase Molar Enthalpy With Formation", file_unit::kj_per_kmol,
      kPhasesOnly},
-    {"molar_entropyF", "", "Phase Molar Entropy With Formation", FileUnit::kj_per_kmol_kelvin,
+    {"molar_entropyF", "", "Phase Molar Entropy With Formation", file_unit::kj_per_kmol_kelvin,
      kPhasesOnly},
-    {"internal_energy", "Mass Internal Energy", "Phase Mass Internal Energy", FileUnit::kj_per_kg,
+    {"internal_energy", "Mass Internal Energy", "Phase Mass Internal Energy", file_unit::kj_per_kg,
      kEverywhere},
-    {"gibbs_free_energy", "Mass Gibbs Energy", "Phase Mass Gibbs Energy", FileUnit::kj_per_kg,
+    {"gibbs_free_energy", "Mass Gibbs Energy", "Phase Mass Gibbs Energy", file_unit::kj_per_kg,
      kEverywhere},
     {"helmholtz_energy", "Mass Helmholtz Energy", "Phase Mass Helmholtz Energy",
-     FileUnit::kj_per_kg, kEverywhere},
+     file_unit::kj_per_kg, kEverywhere},
     {"molar_internal_energy", "Molar Internal Energy", "Phase Molar Internal Energy",
-     FileUnit::kj_per_kmol, kEverywhere},
+     file_unit::kj_per_kmol, kEverywhere},
     {"molar_gibbs_free_energy", "Molar Gibbs Energy", "Phase Molar Gibbs Energy",
-     FileUnit::kj_per_kmol, kEverywhere},
+     file_unit::kj_per_kmol, kEverywhere},
     {"molar_helmholtz_energy", "Molar Helmholtz Energy", "Phase Molar Helmholtz Energy",
-     FileUnit::kj_per_kmol, kEverywhere},
+     file_unit::kj_per_kmol, kEverywhere},
     {"heatCapacityCp", "Mass Heat Capacity", "Phase Mass Heat Capacity",
-     FileUnit::kj_per_kg_kelvin_capacity, kEverywhere},
-    {"heatCapacityCv", "Mass Cv", "Phase Mass Cv", FileUnit::kj_per_kg_kelvin_capacity,
+     file_unit::kj_per_kg_kelvin_capacity, kEverywhere},
+    {"heatCapacityCv", "Mass Cv", "Phase Mass Cv", file_unit::kj_per_kg_kelvin_capacity,
      kEverywhere},
     {"idealGasHeatCapacityCp", "", "Phase Ideal Gas Mass Heat Capacity",
-     FileUnit::kj_per_kg_kelvin_capacity, kPhasesOnly},
-    {"idealGasHeatCapacityRatio", "", "Phase Ideal Gas Cp/Cv", FileUnit::none, kPhasesOnly},
-    {"viscosity", "Viscosity", "Phase Viscosity", FileUnit::pascal_second, kEverywhere},
+     file_unit::kj_per_kg_kelvin_capacity, kPhasesOnly},
+    {"idealGasHeatCapacityRatio", "", "Phase Ideal Gas Cp/Cv", file_unit::none, kPhasesOnly},
+    {"viscosity", "Viscosity", "Phase Viscosity", file_unit::pascal_second, kEverywhere},
     {"kinematic_viscosity", "Kinematic Viscosity", "Phase Kinematic Viscosity",
-     FileUnit::m2_per_second, kEverywhere},
+     file_unit::m2_per_second, kEverywhere},
     {"thermalConductivity", "Thermal Conductivity", "Phase Thermal Conductivity",
-     FileUnit::watt_per_metre_kelvin, kEverywhere},
-    {"surfaceTension", "Surface Tension", "Phase Surface Tension", FileUnit::newton_per_metre,
+     file_unit::watt_per_metre_kelvin, kEverywhere},
+    {"surfaceTension", "Surface Tension", "Phase Surface Tension", file_unit::newton_per_metre,
      kEverywhere},
-    {"compressibilityFactor", "Z Factor", "Phase Z Factor", FileUnit::none, kEverywhere},
-    {"isothermal_compressibility", "", "Phase Isothermal Compressibility", FileUnit::inverse_pascal,
+    {"compressibilityFactor", "Z Factor", "Phase Z Factor", file_unit::none, kEverywhere},
+    {"isothermal_compressibility", "", "Phase Isothermal Compressibility",
+     file_unit::inverse_pascal, kPhasesOnly},
+    {"bulk_modulus", "", "Phase Bulk Modulus", file_unit::pascal_difference, kPhasesOnly},
+    {"speedOfSound", "", "Phase Speed of Sound", file_unit::metre_per_second, kPhasesOnly},
+    {"jouleThomsonCoefficient", "", "Phase Joule-Thomson Coefficient", file_unit::kelvin_per_pascal,
      kPhasesOnly},
-    {"bulk_modulus", "", "Phase Bulk Modulus", FileUnit::pascal_difference, kPhasesOnly},
-    {"speedOfSound", "", "Phase Speed of Sound", FileUnit::metre_per_second, kPhasesOnly},
-    {"jouleThomsonCoefficient", "", "Phase Joule-Thomson Coefficient", FileUnit::kelvin_per_pascal,
-     kPhasesOnly},
-    {"bubblePressure", "Bubble Point Pressure", "", FileUnit::pascal, kOverallOnly},
-    {"bubbleTemperature", "Bubble Point Temperature", "", FileUnit::kelvin, kOverallOnly},
-    {"dewPressure", "Dew Point Pressure", "", FileUnit::pascal, kOverallOnly},
-    {"dewTemperature", "Dew Point Temperature", "", FileUnit::kelvin, kOverallOnly},
+    {"bubblePressure", "Bubble Point Pressure", "", file_unit::pascal, kOverallOnly},
+    {"bubbleTemperature", "Bubble Point Temperature", "", file_unit::kelvin, kOverallOnly},
+    {"dewPressure", "Dew Point Pressure", "", file_unit::pascal, kOverallOnly},
+    {"dewTemperature", "Dew Point Temperature", "", file_unit::kelvin, kOverallOnly},
 };
 
 // One property of a compound in a mixture. Those of pure phases mean something in the vapour and
@@ -100,20 +100,20 @@ struct CompoundRow {
 constexpr ObjectSheet::Address kComposition{501, 9};
 
 constexpr CompoundRow kCompoundProperties[] = {
-    {"MoleFraction", names::kCompMoleFrac, names::kPhaseCompMoleFrac, FileUnit::none, false,
+    {"MoleFraction", names::kCompMoleFrac, names::kPhaseCompMoleFrac, file_unit::none, false,
      kComposition},
-    {"MassFraction", names::kCompMassFrac, "Phase Comp Mass Frac", FileUnit::none, false, {}},
-    {"MolarFlow", "Comp Molar Flow", "Phase Comp Molar Flow", FileUnit::mol_per_second, false, {}},
-    {"MassFlow", "Comp Mass Flow", "Phase Comp Mass Flow", FileUnit::kg_per_second, false, {}},
+    {"MassFraction", names::kCompMassFrac, "Phase Comp Mass Frac", file_unit::none, false, {}},
+    {"MolarFlow", "Comp Molar Flow", "Phase Comp Molar Flow", file_unit::mol_per_second, false, {}},
+    {"MassFlow", "Comp Mass Flow", "Phase Comp Mass Flow", file_unit::kg_per_second, false, {}},
     {"Molarity",
      "Comp Molar Concentration",
      "Phase Comp Molar Concentration",
-     FileUnit::mol_per_m3,
+     file_unit::mol_per_m3,
      false,
      {}},
-    {"FugacityCoeff", "", "Phase Comp Fugacity Coefficient", FileUnit::none, true, {}},
-    {"ActivityCoeff", "", "Phase Comp Activity Coefficient", FileUnit::none, true, {}},
-    {"PartialPressure", "", "Phase Comp Partial Pressure", FileUnit::pascal, true, {}},
+    {"FugacityCoeff", "", "Phase Comp Fugacity Coefficient", file_unit::none, true, {}},
+    {"ActivityCoeff", "", "Phase Comp Activity Coefficient", file_unit::none, true, {}},
+    {"PartialPressure", "", "Phase Comp Partial Pressure", file_unit::pascal, true, {}},
 };
 
 constexpr int kMixture = 0, kTotalLiquid = 1, kVapour = 2, kFirstLiquid = 3;
@@ -181,6 +181,13 @@ class Given {
     std::vector<std::string_view> names_;
 };
 
+std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
+    std::vector<std::string> labels;
+    labels.reserve(phases.size());
+    for (const PhaseRow& phase : phases) labels.push_back(phase.label);
+    return labels;
+}
+
 class MaterialStream {
  public:
     MaterialStream(Reading& reading, const FileObject& stream, ObjectData& object)
@@ -195,16 +202,115 @@ class MaterialStream {
     }
 
  private:
-    bool FindPhases();
-    void FindExistingPhases();
-    Number Property(int phase, const char* element);
-    Number VapourFraction();
-    void WriteOverall();
-    void WriteDerived();
-    void WriteOverallCompounds();
-    void WritePhases();
-    void WritePhaseCompounds();
-    void AppendCompounds(int phase, const char* element, bool wanted, std::vector<Number>& values);
+    bool FindPhases() {
+        const XmlNode list = node_.Child("Phases");
+        for (XmlNode phase : Children(list)) {
+            const std::optional<int> id = ReadCount(reading_, phase.Child("ID"));
+            if (!id || *id >= kPhaseCount || phases_[*id]) {
+                reading_.problems.Error(phase, "expected phases with the IDs 0 to 7, each once");
+                continue;
+            }
+            phases_[*id] = phase;
+            properties_[*id] = phase.ChildWithElements("Properties");
+        }
+        if (!phases_[kMixture]) {
+            reading_.problems.Error(node_,
+                                    "the stream has no phases; expected Phases with the mixture "
+                                    "as Phase of ID 0");
+            return false;
+        }
+        FindExistingPhases();
+        return true;
+    }
+    void FindExistingPhases() {
+        for (const PhaseRow& phase : kPhases) {
+            const Number fraction = Property(phase.id, "molarfraction");
+            if (fraction && *fraction > 0) existing_.push_back(phase);
+        }
+    }
+    Number Property(int phase, const char* element) {
+        return ReadNumber(reading_, properties_[phase].Child(element));
+    }
+    Number VapourFraction() {
+        if (const Number vapour = Property(kVapour, "molarfraction")) return vapour;
+        const Number liquid = Property(kTotalLiquid, "molarfraction");
+        return liquid && *liquid > 0 ? Number(0.0) : std::nullopt;
+    }
+    void WriteOverall() {
+        for (const PropertyRow& row : kProperties) {
+            if (!(row.place & kOverallOnly)) continue;
+            sheet_.Real(row.name, row.unit, Property(kMixture, row.element),
+                        given_.StateOf(row.name));
+        }
+        sheet_.Real(names::kVapourFraction, file_unit::none, VapourFraction(),
+                    given_.StateOf(names::kVapourFraction));
+        sheet_.Real("Total Energy Flow", file_unit::kilowatt,
+                    ReadNumber(reading_, node_.Child("TotalEnergyFlow")),
+                    VariableState::calculated);
+        WriteDerived();
+    }
+    // Heat flow leaves out heats of formation, as the enthalpies do.
+    void WriteDerived() {
+        const auto product = [this](const char* a, const char* b) -> Number {
+            const Number x = Property(kMixture, a);
+            const Number y = Property(kMixture, b);
+            return x && y ? Number(*x * *y) : std::nullopt;
+        };
+        sheet_.Real(names::kHeatFlow, file_unit::kilowatt, product("massflow", "enthalpy"),
+                    VariableState::calculated);
+        sheet_.Real(names::kMolarHeatCapacity, file_unit::kj_per_kmol_kelvin_capacity,
+                    product("heatCapacityCp", "molecularWeight"), VariableState::calculated);
+    }
+    void WriteOverallCompounds() {
+        const auto write = [this](const char* name, const char* element, FileUnit unit, bool wanted,
+                                  ObjectSheet::Address address) {
+            std::vector<Number> values;
+            AppendCompounds(kMixture, element, wanted, values);
+            sheet_.Array(name, unit, {LabelledBy(reading_.compounds)}, values, given_.StateOf(name),
+                         address);
+        };
+        for (const CompoundRow& row : kCompoundProperties) {
+            if (!row.pure_phases_only) write(row.name, row.element, row.unit, true, row.address);
+        }
+        bool vapour = false, liquid = false;
+        for (const PhaseRow& phase : existing_) {
+            vapour = vapour || phase.id == kVapour;
+            liquid = liquid || phase.id == kTotalLiquid;
+        }
+        write("Comp K Value - Mixed Liquid", "Kvalue", file_unit::none, vapour && liquid, {});
+    }
+    void WritePhases() {
+        for (const PropertyRow& row : kProperties) {
+            if (!(row.place & kPhasesOnly)) continue;
+            std::vector<Number> values;
+            for (const PhaseRow& phase : existing_)
+                values.push_back(Property(phase.id, row.element));
+            sheet_.Array(row.phase_name, row.unit, {LabelledBy(LabelsOf(existing_))}, values,
+                         VariableState::calculated);
+        }
+    }
+    void WritePhaseCompounds() {
+        for (const CompoundRow& row : kCompoundProperties) {
+            std::vector<Number> values;
+            for (const PhaseRow& phase : existing_) {
+                const bool pure = phase.id == kVapour || phase.id == kFirstLiquid;
+                AppendCompounds(phase.id, row.element, pure || !row.pure_phases_only, values);
+            }
+            sheet_.Array(row.phase_name, row.unit,
+                         {LabelledBy(LabelsOf(existing_)), LabelledBy(reading_.compounds)}, values,
+                         VariableState::calculated);
+        }
+    }
+    void AppendCompounds(int phase, const char* element, bool wanted, std::vector<Number>& values) {
+        const std::size_t begin = values.size();
+        values.resize(begin + reading_.compounds.size());
+        if (!wanted) return;
+        for (XmlNode compound : Children(phases_[phase].ChildWithElements("Compounds"))) {
+            const auto index = FindCompound(reading_, compound, compound.Child("Name").Text());
+            if (!index) return;
+            values[begin + *index] = ReadNumber(reading_, compound.Child(element));
+        }
+    }
 
     Reading& reading_;
     XmlNode node_;
@@ -215,130 +321,6 @@ class MaterialStream {
     std::vector<PhaseRow> existing_;
 };
 
-bool MaterialStream::FindPhases() {
-    const XmlNode list = node_.Child("Phases");
-    for (XmlNode phase : Children(list)) {
-        const std::optional<int> id = ReadCount(reading_, phase.Child("ID"));
-        if (!id || *id >= kPhaseCount || phases_[*id]) {
-            reading_.problems.Error(phase, "expected phases with the IDs 0 to 7, each once");
-            continue;
-        }
-        phases_[*id] = phase;
-        properties_[*id] = phase.ChildWithElements("Properties");
-    }
-    if (!phases_[kMixture]) {
-        reading_.problems.Error(node_,
-                                "the stream has no phases; expected Phases with the mixture "
-                                "as Phase of ID 0");
-        return false;
-    }
-    FindExistingPhases();
-    return true;
-}
-
-void MaterialStream::FindExistingPhases() {
-    for (const PhaseRow& phase : kPhases) {
-        const Number fraction = Property(phase.id, "molarfraction");
-        if (fraction && *fraction > 0) existing_.push_back(phase);
-    }
-}
-
-Number MaterialStream::Property(int phase, const char* element) {
-    return ReadNumber(reading_, properties_[phase].Child(element));
-}
-
-Number MaterialStream::VapourFraction() {
-    if (const Number vapour = Property(kVapour, "molarfraction")) return vapour;
-    const Number liquid = Property(kTotalLiquid, "molarfraction");
-    return liquid && *liquid > 0 ? Number(0.0) : std::nullopt;
-}
-
-void MaterialStream::WriteOverall() {
-    for (const PropertyRow& row : kProperties) {
-        if (!(row.place & kOverallOnly)) continue;
-        sheet_.Real(row.name, row.unit, Property(kMixture, row.element), given_.StateOf(row.name));
-    }
-    sheet_.Real(names::kVapourFraction, FileUnit::none, VapourFraction(),
-                given_.StateOf(names::kVapourFraction));
-    sheet_.Real("Total Energy Flow", FileUnit::kilowatt,
-                ReadNumber(reading_, node_.Child("TotalEnergyFlow")), VariableState::calculated);
-    WriteDerived();
-}
-
-// Heat flow leaves out heats of formation, as the enthalpies do.
-void MaterialStream::WriteDerived() {
-    const auto product = [this](const char* a, const char* b) -> Number {
-        const Number x = Property(kMixture, a);
-        const Number y = Property(kMixture, b);
-        return x && y ? Number(*x * *y) : std::nullopt;
-    };
-    sheet_.Real(names::kHeatFlow, FileUnit::kilowatt, product("massflow", "enthalpy"),
-                VariableState::calculated);
-    sheet_.Real(names::kMolarHeatCapacity, FileUnit::kj_per_kmol_kelvin_capacity,
-                product("heatCapacityCp", "molecularWeight"), VariableState::calculated);
-}
-
-void MaterialStream::AppendCompounds(int phase, const char* element, bool wanted,
-                                     std::vector<Number>& values) {
-    const std::size_t begin = values.size();
-    values.resize(begin + reading_.compounds.size());
-    if (!wanted) return;
-    for (XmlNode compound : Children(phases_[phase].ChildWithElements("Compounds"))) {
-        const auto index = FindCompound(reading_, compound, compound.Child("Name").Text());
-        if (!index) return;
-        values[begin + *index] = ReadNumber(reading_, compound.Child(element));
-    }
-}
-
-void MaterialStream::WriteOverallCompounds() {
-    const auto write = [this](const char* name, const char* element, FileUnit unit, bool wanted,
-                              ObjectSheet::Address address) {
-        std::vector<Number> values;
-        AppendCompounds(kMixture, element, wanted, values);
-        sheet_.Array(name, unit, {LabelledBy(reading_.compounds)}, values, given_.StateOf(name),
-                     address);
-    };
-    for (const CompoundRow& row : kCompoundProperties) {
-        if (!row.pure_phases_only) write(row.name, row.element, row.unit, true, row.address);
-    }
-    bool vapour = false, liquid = false;
-    for (const PhaseRow& phase : existing_) {
-        vapour = vapour || phase.id == kVapour;
-        liquid = liquid || phase.id == kTotalLiquid;
-    }
-    write("Comp K Value - Mixed Liquid", "Kvalue", FileUnit::none, vapour && liquid, {});
-}
-
-std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
-    std::vector<std::string> labels;
-    labels.reserve(phases.size());
-    for (const PhaseRow& phase : phases) labels.push_back(phase.label);
-    return labels;
-}
-
-void MaterialStream::WritePhases() {
-    for (const PropertyRow& row : kProperties) {
-        if (!(row.place & kPhasesOnly)) continue;
-        std::vector<Number> values;
-        for (const PhaseRow& phase : existing_) values.push_back(Property(phase.id, row.element));
-        sheet_.Array(row.phase_name, row.unit, {LabelledBy(LabelsOf(existing_))}, values,
-                     VariableState::calculated);
-    }
-}
-
-void MaterialStream::WritePhaseCompounds() {
-    for (const CompoundRow& row : kCompoundProperties) {
-        std::vector<Number> values;
-        for (const PhaseRow& phase : existing_) {
-            const bool pure = phase.id == kVapour || phase.id == kFirstLiquid;
-            AppendCompounds(phase.id, row.element, pure || !row.pure_phases_only, values);
-        }
-        sheet_.Array(row.phase_name, row.unit,
-                     {LabelledBy(LabelsOf(existing_)), LabelledBy(reading_.compounds)}, values,
-                     VariableState::calculated);
-    }
-}
-
 }  // namespace
 
 void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& object) {
@@ -348,7 +330,7 @@ void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& 
 void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified,
                       ObjectData& object) {
     ObjectSheet(reading, object)
-        .Real(names::kHeatFlow, FileUnit::kilowatt,
+        .Real(names::kHeatFlow, file_unit::kilowatt,
               ReadNumber(reading, stream.node.Child("EnergyFlow")),
               specified ? VariableState::specified : VariableState::calculated);
 }

@@ -12,31 +12,12 @@ namespace {
 constexpr std::string_view kCommonElements =
     "Left|Top|Right|Bottom|Width|Height|code|ProductVersion|LastUpdated";
 
-void ReadKnownUnit(Reading& reading, const UnitClass& known, XmlNode node, ObjectData& object) {
-    ObjectSheet sheet(reading, object);
-    const auto state = [node](const char* specified) {
-        return Holds(specified, node) ? VariableState::specified : VariableState::calculated;
-    };
-    for (const OptionRow& row : known.options) {
-        sheet.Option(row.name, row.choices, node.Child(row.element).Text(), state(row.specified));
-    }
-    for (const TextRow& row : known.texts) {
-        sheet.Text(row.name, node.Child(row.element).Text(), state(row.specified));
-    }
-    for (const RealRow& row : known.reals) {
-        Number value = ReadNumber(reading, node.Child(row.element));
-        if (value) *value *= row.sign;
-        if (!Holds(row.valid, node)) value.reset();
-        sheet.Real(row.name, row.unit, value, state(row.specified));
-    }
-}
-
 void ReadUnknownUnit(Reading& reading, const FileObject& unit, ObjectData& object) {
     ObjectSheet sheet(reading, object);
     for (XmlNode child : Children(unit.node)) {
         if (child.FirstChild() || !IsNumber(child.Text())) continue;
         if (ListHolds(kCommonElements, child.Tag())) continue;
-        sheet.Real(std::string(child.Tag()).c_str(), FileUnit::none, ReadNumber(reading, child),
+        sheet.Real(std::string(child.Tag()).c_str(), file_unit::none, ReadNumber(reading, child),
                    VariableState::calculated);
     }
     reading.problems.Remark(unit.node, "unit operation '" + unit.tag + "' has the unknown class '" +
@@ -100,7 +81,7 @@ void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
                                          std::to_string(atoms.values.size()));
         return;
     }
-    WriteLabelled(sheet, "Element Molar Flow", FileUnit::mol_per_second, std::move(atoms));
+    WriteLabelled(sheet, "Element Molar Flow", file_unit::mol_per_second, std::move(atoms));
 }
 
 // Rows are elements, parted by ':', columns compounds, parted by ','.
@@ -116,7 +97,7 @@ void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
                                            std::to_string(values.size()));
         return;
     }
-    sheet.Array("Element Matrix", FileUnit::none, {LabelledBy(elements), LabelledBy(compounds)},
+    sheet.Array("Element Matrix", file_unit::none, {LabelledBy(elements), LabelledBy(compounds)},
                 values, VariableState::calculated);
 }
 
@@ -133,26 +114,23 @@ struct RecycleRow {
 
 constexpr RecycleRow kRecycleRows[] = {
     {"Temperature", "Temperatura", "Temperature", "Temperature Error", "Temperature Tolerance",
-     FileUnit::kelvin, FileUnit::kelvin_difference},
-    {"Pressure", "Pressao", "Pressure", "Pressure Error", "Pressure Tolerance", FileUnit::pascal,
-     FileUnit::pascal_difference},
+     file_unit::kelvin, file_unit::kelvin_difference},
+    {"Pressure", "Pressao", "Pressure", "Pressure Error", "Pressure Tolerance", file_unit::pascal,
+     file_unit::pascal_difference},
     {"MassFlow", "VazaoMassica", "Mass Flow", "Mass Flow Error", "Mass Flow Tolerance",
-     FileUnit::kg_per_second, FileUnit::kg_per_second},
+     file_unit::kg_per_second, file_unit::kg_per_second},
     {"Enthalpy", "Entalpia", "Mass Enthalpy", "Mass Enthalpy Error", "Mass Enthalpy Tolerance",
-     FileUnit::kj_per_kg, FileUnit::kj_per_kg},
+     file_unit::kj_per_kg, file_unit::kj_per_kg},
 };
 
-struct ToleranceRow {
-    const char* element;
-    const char* name;
-    FileUnit unit;
-};
-
-constexpr ToleranceRow kOtherTolerances[] = {
-    {"FracaoVapor", "Vapour Fraction Tolerance", FileUnit::none},
-    {"Entropia", "Mass Entropy Tolerance", FileUnit::kj_per_kg_kelvin},
-    {"Composicao", "Composition Tolerance", FileUnit::none},
-};
+const UnitClass kOtherTolerances = {
+    "",
+    "",
+    {},
+    {},
+    {{"FracaoVapor", "Vapour Fraction Tolerance", file_unit::none, "*"},
+     {"Entropia", "Mass Entropy Tolerance", file_unit::kj_per_kg_kelvin, "*"},
+     {"Composicao", "Composition Tolerance", file_unit::none, "*"}}};
 
 Number ItemOf(Reading& reading, XmlNode list, std::string_view key) {
     for (XmlNode item : Children(list)) {
@@ -170,11 +148,11 @@ void ReadReactorLists(Reading& reading, XmlNode root, const FileObject& unit, Ob
     const XmlNode node = unit.node;
     sheet.Text("Reaction Set", NameOfReactionSet(root, node.Child("ReactionSetID").Text()),
                VariableState::specified);
-    WriteLabelled(sheet, "Comp Conversion", FileUnit::none,
+    WriteLabelled(sheet, "Comp Conversion", file_unit::none,
                   ReadLabelled(reading, node.Child("CompoundConversions"), "ID", nullptr));
-    WriteLabelled(sheet, "Reaction Conversion", FileUnit::none,
+    WriteLabelled(sheet, "Reaction Conversion", file_unit::none,
                   ReadLabelled(reading, node.Child("ReactionConversions"), "ID", nullptr));
-    WriteLabelled(sheet, "Reaction Extent", FileUnit::mol_per_second,
+    WriteLabelled(sheet, "Reaction Extent", file_unit::mol_per_second,
                   ReadLabelled(reading, node.Child("ReactionExtents"), "ID", "Value"));
     if (unit.word != "Reactor_Gibbs") return;
     ReadElements(reading, node, sheet);
@@ -193,10 +171,7 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
                    ReadNumber(reading, tolerances.Child(row.tolerance_element)),
                    VariableState::specified);
     }
-    for (const ToleranceRow& row : kOtherTolerances) {
-        sheet.Real(row.name, row.unit, ReadNumber(reading, tolerances.Child(row.element)),
-                   VariableState::specified);
-    }
+    ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
 
 void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
@@ -207,7 +182,8 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
         return ReadUnknownUnit(reading, unit, object);
     }
     object.type = known->type;
-    ReadKnownUnit(reading, *known, unit.node, object);
+    ObjectSheet sheet(reading, object);
+    ReadRows(reading, *known, unit.node, sheet);
     if (ListHolds("Reactor_Conversion|Reactor_Equilibrium|Reactor_Gibbs", unit.word)) {
         ReadReactorLists(reading, root, unit, object);
     } else if (unit.word == "DistillationColumn") {
@@ -215,7 +191,7 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
     } else if (unit.word == "Recycle") {
         ReadRecycleLists(reading, unit, object);
     } else if (unit.word == "Compressor") {
-        ObjectSheet(reading, object).Text(names::kIsCompressor, "YES", VariableState::calculated);
+        sheet.Text(names::kIsCompressor, "YES", VariableState::calculated);
     }
 }
 

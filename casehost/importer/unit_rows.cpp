@@ -7,7 +7,7 @@ namespace fixtop::casehost::importer {
 
 namespace {
 
-using enum FileUnit;
+using namespace file_unit;
 
 std::vector<Choice> Words(std::initializer_list<const char*> words) {
     std::vector<Choice> choices;
@@ -276,6 +276,17 @@ bool TermHolds(std::string_view term, XmlNode object) {
     return ListHolds(term.substr(equals + 1), object.Child(term.substr(0, equals)).Text());
 }
 
+bool Holds(std::string_view condition, XmlNode object) {
+    if (condition.empty()) return false;
+    if (condition == "*") return true;
+    while (true) {
+        const std::size_t end = condition.find('&');
+        if (!TermHolds(condition.substr(0, end), object)) return false;
+        if (end == std::string_view::npos) return true;
+        condition.remove_prefix(end + 1);
+    }
+}
+
 }  // namespace
 
 const UnitClass* FindUnitClass(std::string_view word) {
@@ -285,14 +296,21 @@ const UnitClass* FindUnitClass(std::string_view word) {
     return nullptr;
 }
 
-bool Holds(std::string_view condition, XmlNode object) {
-    if (condition.empty()) return false;
-    if (condition == "*") return true;
-    while (true) {
-        const std::size_t end = condition.find('&');
-        if (!TermHolds(condition.substr(0, end), object)) return false;
-        if (end == std::string_view::npos) return true;
-        condition.remove_prefix(end + 1);
+void ReadRows(Reading& reading, const UnitClass& rows, XmlNode node, ObjectSheet& sheet) {
+    const auto state = [node](const char* specified) {
+        return Holds(specified, node) ? VariableState::specified : VariableState::calculated;
+    };
+    for (const OptionRow& row : rows.options) {
+        sheet.Option(row.name, row.choices, node.Child(row.element).Text(), state(row.specified));
+    }
+    for (const TextRow& row : rows.texts) {
+        sheet.Text(row.name, node.Child(row.element).Text(), state(row.specified));
+    }
+    for (const RealRow& row : rows.reals) {
+        Number value = ReadNumber(reading, node.Child(row.element));
+        if (value) *value *= row.sign;
+        if (!Holds(row.valid, node)) value.reset();
+        sheet.Real(row.name, row.unit, value, state(row.specified));
     }
 }
 

@@ -46,9 +46,10 @@ struct UnitClass {
     std::vector<RealRow> reals;
 };
 
+// What the rows ask for, out of the elements of `node`.
+void ReadRows(Reading& reading, const UnitClass& rows, XmlNode node, ObjectSheet& sheet);
+
 // Null for an unknown class.
 const UnitClass* FindUnitClass(std::string_view word);
-
-bool Holds(std::string_view condition, XmlNode object);
 
 }  // namespace fixtop::casehost::importer

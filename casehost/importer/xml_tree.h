@@ -6,13 +6,12 @@
 // Sibling elements may have one name: Child answers the first.
 
 #include <cstddef>
-#include <cstdint>
-#include <deque>
-#include <memory>
 #include <optional>
+#include <pugixml.hpp>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "xml_check.h"
 
 namespace fixtop::casehost::importer {
 
@@ -22,27 +21,29 @@ class XmlTree;
 class XmlNode {
  public:
     XmlNode() = default;
-    XmlNode(const XmlTree* tree, std::uint32_t index) : tree_(tree), index_(index) {}
+    XmlNode(const XmlTree* tree, pugi::xml_node node) : tree_(tree), node_(node) {}
 
     // False for the node that isn't there; it answers empty texts and no children.
-    explicit operator bool() const { return tree_ != nullptr; }
-    bool operator==(const XmlNode&) const = default;
+    explicit operator bool() const { return !node_.empty(); }
+    bool operator==(const XmlNode& other) const { return node_ == other.node_; }
 
-    std::string_view Tag() const;
+    std::string_view Tag() const { return node_.name(); }
     std::string_view Text() const;
-    std::optional<std::string_view> Attribute(std::string_view name) const;
+    std::optional<std::string_view> Attribute(const char* name) const;
     XmlNode Child(std::string_view tag) const;
     // The first child of that name that has child elements itself.
     XmlNode ChildWithElements(std::string_view tag) const;
-    XmlNode FirstChild() const;
-    XmlNode NextSibling() const;
+    XmlNode FirstChild() const { return ElementFrom(node_.first_child()); }
+    XmlNode NextSibling() const { return ElementFrom(node_.next_sibling()); }
     std::size_t Line() const;
     // Tags from the root down, separated by "/".
     std::string Path() const;
 
  private:
+    XmlNode ElementFrom(pugi::xml_node node) const;
+
     const XmlTree* tree_ = nullptr;
-    std::uint32_t index_ = 0;
+    pugi::xml_node node_;
 };
 
 // for (XmlNode child : Children(node))
@@ -68,57 +69,19 @@ class Children {
 
 class XmlTree {
  public:
-    static constexpr std::size_t kMaxDepth = 256;
-    static constexpr std::size_t kMaxNodes = 5'000'000;  // elements and attributes
+    // No root after a fault, which then stands in the problems.
+    XmlTree(std::string document, Problems& problems);
+    XmlTree(const XmlTree&) = delete;
+    XmlTree& operator=(const XmlTree&) = delete;
 
-    XmlNode Root() const { return records_.empty() ? XmlNode() : XmlNode(this, 0); }
+    XmlNode Root() const { return {this, document_.document_element()}; }
 
  private:
     friend class XmlNode;
-    friend class XmlTreeBuilder;
 
-    static constexpr std::uint32_t kNone = 0xffffffff;
-
-    struct Record {
-        std::uint32_t tag = 0;
-        std::uint32_t parent = kNone;
-        std::uint32_t first_child = kNone;
-        std::uint32_t next = kNone;
-        std::uint32_t text_begin = 0;
-        std::uint32_t text_size = 0;
-        std::uint32_t attribute_begin = 0;
-        std::uint32_t attribute_count = 0;
-        std::uint32_t line = 0;
-    };
-    struct AttributeRecord {
-        std::uint32_t name = 0;
-        std::uint32_t value_begin = 0;
-        std::uint32_t value_size = 0;
-    };
-
-    XmlNode Node(std::uint32_t index) const {
-        return index == kNone ? XmlNode() : XmlNode(this, index);
-    }
-
-    std::vector<Record> records_;
-    std::vector<AttributeRecord> attributes_;
-    std::deque<std::string> names_;
-    std::string text_;
-};
-
-// Builds a tree out of a document that comes in pieces.
-class XmlTreeBuilder {
- public:
-    explicit XmlTreeBuilder(Problems& problems);
-    ~XmlTreeBuilder();
-
-    // False after the first fault, which then stands in the problems.
-    bool Feed(std::string_view piece, bool last);
-    XmlTree Take();
-
- private:
-    class Impl;
-    std::unique_ptr<Impl> impl_;
+    std::string text_;  // that the nodes refer to
+    TagLines lines_;
+    pugi::xml_document document_;
 };
 
 }  // namespace fixtop::casehost::importer

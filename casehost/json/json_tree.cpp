@@ -30,7 +30,6 @@ class Reader {
     const char** shared_;
 };
 
-constexpr std::size_t kFewMembers = 16;
 constexpr std::size_t kMostQuoted = 80;
 
 }  // namespace
@@ -142,28 +141,16 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     }
     // Keys are kept once each, so equal names have equal addresses.
     bool CheckDuplicates(const JsonNode& object) {
+        keys_.clear();
+        for (const JsonNode* each = object.first; each; each = each->next)
+            keys_.push_back(each->key);
+        std::sort(keys_.begin(), keys_.end());
+        if (std::adjacent_find(keys_.begin(), keys_.end()) == keys_.end()) return true;
         std::unordered_set<const std::string*> seen;
-        std::size_t count = 0;
-        for (const JsonNode* member = object.first; member; member = member->next, ++count) {
-            bool twice = false;
-            if (count < kFewMembers) {
-                for (const JsonNode* other = object.first; other != member; other = other->next) {
-                    twice = twice || other->key == member->key;
-                }
-            } else {
-                if (seen.empty()) {
-                    for (const JsonNode* other = object.first; other != member;
-                         other = other->next) {
-                        seen.insert(other->key);
-                    }
-                }
-                twice = !seen.insert(member->key).second;
-            }
-            if (!twice) continue;
-            tree_.Report(*member, "the name \"" + *member->key + "\" stands twice in one object");
-            return false;
-        }
-        return true;
+        const JsonNode* member = object.first;
+        while (seen.insert(member->key).second) member = member->next;
+        tree_.Report(*member, "the name \"" + *member->key + "\" stands twice in one object");
+        return false;
     }
 
     Tree& tree_;
@@ -171,6 +158,7 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     const char* at_;
     JsonNode* open_ = nullptr;
     const std::string* key_ = nullptr;
+    std::vector<const std::string*> keys_;  // of the object that is looked at
     int depth_ = 0;
 };
 

@@ -3,10 +3,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "live/basis_tree.h"
-#include "live/object_path.h"
-#include "live/object_type.h"
-#include "live/shape.h"
+#include "naming/object_path.h"
+#include "naming/object_type.h"
+#include "naming/references.h"
 
 namespace fixtop::casehost::json {
 
@@ -112,7 +111,7 @@ class Checker {
     void CheckStream(const JsonNode& node, const PortData& port, const ObjectList* scope) {
         const ObjectData* stream = scope ? world_.Find(scope, port.stream) : nullptr;
         const ObjectType* type = stream ? types::Find(stream->type) : nullptr;
-        if (type && type->IsA(types::Stream())) return;
+        if (type && type->IsA(&types::kStream)) return;
         tree_.Report(node, "no stream \"" + port.stream + "\" in this flowsheet");
     }
 

@@ -42,13 +42,13 @@ class BasisTree;
 
 class BasisSpecSource final : public host::CSpecSource {
  public:
-    BasisSpecSource(const CaseData& basics, BasisTree& tree) : basics_(basics), tree_(tree) {}
+    BasisSpecSource(const CaseBasics& basics, BasisTree& tree) : basics_(basics), tree_(tree) {}
     bool FillSpecInfo(host::CSpecInfo* info) override;
 
  private:
     void AddCompounds(SpecInfo& info) const;
 
-    const CaseData& basics_;
+    const CaseBasics& basics_;
     BasisTree& tree_;
 };
 

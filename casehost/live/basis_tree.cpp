@@ -3,9 +3,10 @@
 #include <charconv>
 
 #include "casehost/units.h"
-#include "fixtop/host/services.h"
+#include "fixtop/host/local_services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
+#include "naming/references.h"
 
 namespace fixtop::casehost {
 
@@ -26,7 +27,7 @@ host::Viewable* ViewOf(Node* node) {
 class ClientUnit {
  public:
     ClientUnit() = default;
-    explicit ClientUnit(const BasisElement& data) : services_(host::InstalledServices()) {
+    explicit ClientUnit(const BasisElement& data) : services_(host::LocalServices()) {
         const Quantity* quantity = FindQuantity(data.quantity);
         if (services_ && quantity) {
             unit_ = services_->def_unit(quantity->type, services_->DefaultUnits());
@@ -49,8 +50,8 @@ class ClientUnit {
 
 class BasisTree::Variable final : public host::ProcessVariable {
  public:
-    Variable(Node& basis, Script& script, const BasisElement& data)
-        : basis_(basis), script_(script), adjustable_(data.adjustable), fixed_(data.fixed) {
+    Variable(Node& basis, StoreWatch& watch, const BasisElement& data)
+        : basis_(basis), watch_(watch), adjustable_(data.adjustable), fixed_(data.fixed) {
         Take(data.number, data.state == VariableState::specified);
     }
     bool CanSpecify() override { return !fixed_; }
@@ -78,8 +79,8 @@ class BasisTree::Variable final : public host::ProcessVariable {
                       (holds && specified ? kSpecified : 0u);
     }
     void Store(double number, bool specified) {
-        if (!script_.AllowStore()) return;
-        script_.RunInStore();
+        if (!watch_.MayStore()) return;
+        watch_.InStore();
         const bool same_kind = IsSpecified() == (specified && number != kEmpty);
         if (same_kind && IsSameNumber(value, number)) {
             value = number;
@@ -90,7 +91,7 @@ class BasisTree::Variable final : public host::ProcessVariable {
     }
 
     Node& basis_;
-    Script& script_;
+    StoreWatch& watch_;
     bool adjustable_;
     bool fixed_;
     double internal_ = kEmpty;
@@ -107,7 +108,7 @@ struct BasisTree::Element {
     Elements elements;
 };
 
-BasisTree::BasisTree(Node& basis, Script& script) : basis_(basis), script_(script) {}
+BasisTree::BasisTree(Node& basis, StoreWatch& watch) : basis_(basis), watch_(watch) {}
 
 BasisTree::~BasisTree() = default;
 
@@ -133,7 +134,7 @@ BasisTree::Elements BasisTree::Make(const std::vector<BasisElement>& data,
             problems.push_back({"Basis: " + each.tag, "object \"" + path + "\" names no object"});
         });
         if (each.kind == Kind::variable) {
-            element.variable = std::make_unique<Variable>(basis_, script_, each);
+            element.variable = std::make_unique<Variable>(basis_, watch_, each);
         }
         element.elements = Make(each.elements, problems);
     }

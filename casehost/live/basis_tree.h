@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "casehost/script.h"
+#include "casehost/store_watch.h"
 #include "fixtop/host/specification.h"
 
 namespace fixtop::casehost {
@@ -20,18 +20,9 @@ namespace fixtop::casehost {
 class Node;
 class SpecInfo;
 
-// Calls `visit` with each path of an object in one element, in order.
-template <class Element, class Visit>
-void ForEachObjectPath(Element& element, Visit visit) {
-    if (element.kind == BasisElement::Kind::object) visit(element.text);
-    for (auto& column : element.columns) {
-        for (auto& path : column.objects) visit(path);
-    }
-}
-
 class BasisTree {
  public:
-    BasisTree(Node& basis, Script& script);
+    BasisTree(Node& basis, StoreWatch& watch);
     ~BasisTree();
 
     // The objects of the case must be there; paths that name none are told.
@@ -56,7 +47,7 @@ class BasisTree {
     static void AddTable(const Element& element, SpecInfo& info);
 
     Node& basis_;
-    Script& script_;
+    StoreWatch& watch_;
     Elements elements_;
     // By the number in their address.
     std::vector<Element*> all_;

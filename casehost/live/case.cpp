@@ -12,43 +12,20 @@ constexpr char kSolverName[] = "Solver";
 constexpr char kBasisName[] = "Basis";
 constexpr char kManagerName[] = "Online";
 
-template <class Made, class... Arguments>
-std::unique_ptr<Made> Make(Arguments&&... arguments) {
-    return std::make_unique<Made>(std::forward<Arguments>(arguments)...);
-}
-
-CaseData WithoutObjects(const CaseData& data) {
-    CaseData basics;
-    basics.name = data.name;
-    basics.title = data.title;
-    basics.source = data.source;
-    basics.recorded = data.recorded;
-    basics.dynamic = data.dynamic;
-    basics.online = data.online;
-    basics.unit_set = data.unit_set;
-    basics.solve_turns = data.solve_turns;
-    basics.property_package = data.property_package;
-    basics.compounds = data.compounds;
-    return basics;
-}
-
 }  // namespace
 
-std::unique_ptr<Case> BuildCase(const CaseData& data, std::shared_ptr<Script> script) {
-    return std::make_unique<Case>(data, std::move(script));
-}
-
-Case::Case(const CaseData& data, std::shared_ptr<Script> script)
-    : NodeOf(context_, nullptr, types::Case(), data.name),
-      script_(std::move(script)),
-      context_{this, script_.get(), data.recorded},
-      basics_(WithoutObjects(data)),
+Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
+    : NodeOf(context_, nullptr, &types::kCase, data.name),
+      watch_(std::move(watch)),
+      context_{this, watch_.get(), data.recorded},
+      basics_(data),
       document_(host::Text(data.name), host::Text()) {
-    main_ = Make<FlowsheetNode>(context_, this, types::FlowSheet(), kMainName);
-    solver_ = Make<SolverNode>(context_, main_.get(), types::Solver(), kSolverName);
-    basis_ = Make<BasisNode>(context_, this, types::Basis(), kBasisName);
+    main_ = std::make_unique<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
+    solver_ = std::make_unique<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
+    basis_ = std::make_unique<BasisNode>(context_, this, &types::kBasis, kBasisName);
     if (data.online)
-        manager_ = Make<ManagerNode>(context_, this, types::OnlineManager(), kManagerName);
+        manager_ =
+            std::make_unique<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
     FillFlowsheet(*main_, data.main);
     FillList(utilities_, this, data.utilities, TypeFamily::utility);
     FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
@@ -73,20 +50,20 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     const ObjectType* type = types::FindOrMake(data.type, family);
     std::unique_ptr<Node> node;
     if (family == TypeFamily::published) {
-        node = Make<PublishedNode>(context_, owner, type, data.name);
-    } else if (type->IsA(types::MaterialStream())) {
-        node = Make<StreamNode>(context_, owner, type, data.name);
-    } else if (type->IsA(types::TemplateOp())) {
-        auto operation = Make<TemplateNode>(context_, owner, type, data.name);
+        node = std::make_unique<PublishedNode>(context_, owner, type, data.name);
+    } else if (type->IsA(&types::kMaterialStream)) {
+        node = std::make_unique<StreamNode>(context_, owner, type, data.name);
+    } else if (type->IsA(&types::kTemplateOp)) {
+        auto operation = std::make_unique<TemplateNode>(context_, owner, type, data.name);
         if (data.sub_flowsheet) {
-            auto inner =
-                Make<FlowsheetNode>(context_, operation.get(), types::FlowSheet(), data.name);
+            auto inner = std::make_unique<FlowsheetNode>(context_, operation.get(),
+                                                         &types::kFlowSheet, data.name);
             FillFlowsheet(*inner, *data.sub_flowsheet);
             operation->SetInner(std::move(inner));
         }
         node = std::move(operation);
     } else {
-        node = Make<PlainNode>(context_, owner, type, data.name);
+        node = std::make_unique<PlainNode>(context_, owner, type, data.name);
     }
     node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
     node->SetCondition(data.status, data.status_text);
@@ -139,33 +116,6 @@ void Case::ResolveReferences(Node& node, const ObjectData& data) {
     if (node.Inner()) ResolveList(node.Inner()->Nodes(), data.sub_flowsheet->objects);
 }
 
-host::BasisManager* Case::Basis() {
-    return script_->Blank(Script::Answer::basis) ? nullptr : basis_.get();
-}
-
-const host::LinkedList* Case::ProcessDataTables() {
-    const bool none = data_tables_.Size() == 0 || script_->Blank(Script::Answer::data_tables);
-    return none ? nullptr : &data_tables_.List();
-}
-
-const host::LinkedList* Case::CaseUtilities() {
-    const bool none = utilities_.Size() == 0 || script_->Blank(Script::Answer::utilities);
-    return none ? nullptr : &utilities_.List();
-}
-
-host::FlowSheetSolver* Case::MainSolver() {
-    return script_->Blank(Script::Answer::solver) ? nullptr : solver_.get();
-}
-
-// One solver computes all flowsheets of a case, so it is the active one whenever it may be asked.
-host::FlowSheetSolver* Case::ActiveSolver() {
-    return script_->Blank(Script::Answer::active_solver) ? nullptr : MainSolver();
-}
-
-host::COnlineConnectivityManager* Case::OnlineManager() {
-    return script_->Blank(Script::Answer::online_manager) ? nullptr : manager_.get();
-}
-
 void Case::ForEachIn(NodeList& list, const ObjectVisitor& visit) {
     for (std::size_t i = 0; i < list.Size(); ++i) {
         visit(list.At(i));
@@ -197,15 +147,15 @@ bool Case::HasOldResults() {
 
 void Case::ValueStored(Node& node) {
     change_to_tell_ = true;
-    if (node.Class()->IsA(types::Published())) return;
+    if (node.Class()->IsA(&types::kPublished)) return;
     MarkStale(node);
     solver_->CaseChanged();
 }
 
 void Case::MarkStale(Node& start) {
-    if (start.Class()->IsA(types::Reaction()) || &start == basis_.get()) {
+    if (start.Class()->IsA(&types::kReaction) || &start == basis_.get()) {
         ForEach([](Node& node) {
-            if (!node.Class()->IsA(types::Published())) node.SetStale(true);
+            if (!node.Class()->IsA(&types::kPublished)) node.SetStale(true);
         });
         return;
     }

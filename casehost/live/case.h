@@ -30,7 +30,7 @@ namespace fixtop::casehost {
 
 class Case final : public NodeOf<host::SimulationCase> {
  public:
-    Case(const CaseData& data, std::shared_ptr<Script> script);
+    Case(const CaseData& data, std::shared_ptr<StoreWatch> watch);
     ~Case() override;
 
     // The case as data, stale values without numbers; those of a recording with their mark.
@@ -49,7 +49,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     void PurgeDeleted();
     std::size_t DeletedCount() const { return graveyard_.size(); }
 
-    // Paths of objects, as attachments name them (live/object_path.h), seen from the flowsheet of
+    // Paths of objects, as attachments name them (naming/object_path.h), seen from the flowsheet of
     // `from`, or from the main one when it is null.
     Node* FindByPath(std::string_view path, const Node* from);
     std::string PathOf(const Node& node, const Node* from);
@@ -72,8 +72,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     // Tells the callback that the case goes away and takes it out.
     void Close();
 
-    // Everything of the case but its objects.
-    const CaseData& Basics() const { return basics_; }
+    const CaseBasics& Basics() const { return basics_; }
     unsigned UnitSet() const { return basics_.unit_set; }
     void SetVisible(bool visible) { visible_ = visible; }
     void SetSaver(std::function<bool(Case&)> saver) { saver_ = std::move(saver); }
@@ -82,14 +81,15 @@ class Case final : public NodeOf<host::SimulationCase> {
 
     // host::SimulationCase
     host::FlowSheet* MainFlowSheet() override { return main_.get(); }
-    host::BasisManager* Basis() override;
-    const host::LinkedList* ProcessDataTables() override;
-    const host::LinkedList* CaseUtilities() override;
+    host::BasisManager* Basis() override { return basis_.get(); }
+    const host::LinkedList* ProcessDataTables() override { return data_tables_.ListOrNull(); }
+    const host::LinkedList* CaseUtilities() override { return utilities_.ListOrNull(); }
     bool Dynamic() override { return basics_.dynamic; }
     bool SimCaseDynamic() override { return basics_.dynamic; }
-    host::FlowSheetSolver* MainSolver() override;
-    host::FlowSheetSolver* ActiveSolver() override;
-    host::COnlineConnectivityManager* OnlineManager() override;
+    host::FlowSheetSolver* MainSolver() override { return solver_.get(); }
+    // One solver computes all flowsheets of a case.
+    host::FlowSheetSolver* ActiveSolver() override { return solver_.get(); }
+    host::COnlineConnectivityManager* OnlineManager() override { return manager_.get(); }
 
     // host::Document
     const host::FileName& GetDocumentName() override { return document_; }
@@ -122,9 +122,9 @@ class Case final : public NodeOf<host::SimulationCase> {
     void ForEachIn(NodeList& list, const ObjectVisitor& visit);
     void MarkStale(Node& start);
 
-    std::shared_ptr<Script> script_;
+    std::shared_ptr<StoreWatch> watch_;
     CaseContext context_;
-    CaseData basics_;
+    CaseBasics basics_;
     ShapePool shapes_;
     std::unique_ptr<FlowsheetNode> main_;
     std::unique_ptr<SolverNode> solver_;
@@ -140,8 +140,5 @@ class Case final : public NodeOf<host::SimulationCase> {
     bool visible_ = true;
     bool change_to_tell_ = false;
 };
-
-std::unique_ptr<Case> BuildCase(const CaseData& data,
-                                std::shared_ptr<Script> script = std::make_shared<Script>());
 
 }  // namespace fixtop::casehost

@@ -43,7 +43,7 @@ FlowsheetData Case::FlowsheetToData(FlowsheetNode& flowsheet) {
 }
 
 CaseData Case::ToData() {
-    CaseData data = basics_;
+    CaseData data{basics_, {}, {}, {}, {}, {}, {}};
     data.main = FlowsheetToData(*main_);
     data.utilities = ListToData(utilities_);
     data.data_tables = ListToData(data_tables_);

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "casehost/file_path.h"
+#include "fixtop/host/local_services.h"
 #include "live/case.h"
 #include "live/services_impl.h"
 
@@ -57,15 +58,15 @@ void RegisterWriter(const std::string& extension, CaseWriter writer) {
 }
 
 CaseHost::CaseHost(bool with_window)
-    : script_(std::make_shared<Script>()),
+    : watch_(std::make_shared<StoreWatch>()),
       services_(std::make_unique<ServicesImpl>(*this, with_window)) {
-    host::SetInstalledServices(services_.get());
+    host::SetLocalServices(services_.get());
 }
 
 CaseHost::~CaseHost() {
     while (!cases_.empty()) Close(*cases_.back());
     closed_.clear();
-    if (host::InstalledServices() == services_.get()) host::SetInstalledServices(nullptr);
+    if (host::LocalServices() == services_.get()) host::SetLocalServices(nullptr);
 }
 
 host::HostServices& CaseHost::Services() {
@@ -95,7 +96,7 @@ OpenResult CaseHost::Open(const std::string& path) {
 }
 
 OpenResult CaseHost::Open(const CaseData& data) {
-    cases_.push_back(BuildCase(data, script_));
+    cases_.push_back(std::make_unique<Case>(data, watch_));
     active_ = cases_.back().get();
     if (engine_maker_ && !data.recorded) active_->SetEngine(engine_maker_());
     active_->Solver().SetStopButton(stop_button_);
@@ -142,14 +143,11 @@ bool CaseHost::HasOldResults() const {
 }
 
 host::SimulationCase* CaseHost::ActiveCase() {
-    const bool none =
-        !active_ || !active_->IsVisible() || script_->Blank(Script::Answer::active_case);
-    return none ? nullptr : active_;
+    return active_ && active_->IsVisible() ? active_ : nullptr;
 }
 
 // Cases and events may come and go while a turn runs, so neither is walked by iterator.
 void CaseHost::Turn() {
-    script_->RunAtTurn();
     std::vector<std::function<void()>> due;
     due.swap(events_);
     for (const auto& event : due) event();

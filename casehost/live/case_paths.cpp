@@ -2,14 +2,14 @@
 
 #include "live/basis_tree.h"
 #include "live/case.h"
-#include "live/object_path.h"
+#include "naming/object_path.h"
 
 namespace fixtop::casehost {
 
 namespace {
 
 bool IsFlowsheet(const Node* node) {
-    return node && node->Class() == types::FlowSheet();
+    return node && node->Class() == &types::kFlowSheet;
 }
 
 }  // namespace
@@ -61,7 +61,7 @@ std::string Case::MonikerOf(const Node& node) const {
     std::string moniker = owner == this ? "/" : MonikerOf(*owner) + "/";
     const std::string name = "(" + node.Name().Str() + ")";
     const ObjectType* type = node.Class();
-    if (type == types::FlowSheet()) return moniker + step::kFlowSheet;
+    if (type == &types::kFlowSheet) return moniker + step::kFlowSheet;
     if (&node == solver_.get()) return moniker + step::kSolver;
     if (&node == basis_.get()) return moniker + step::kBasis;
     if (&node == manager_.get()) return moniker + step::kManager;
@@ -70,11 +70,11 @@ std::string Case::MonikerOf(const Node& node) const {
     }
     if (owner == basis_.get()) return moniker + step::kReaction + name;
     if (IsFlowsheet(owner)) {
-        if (type->IsA(types::Stream())) return moniker + step::kStream + name;
-        if (type->IsA(types::UnitOp())) return moniker + step::kUnitOp + name;
+        if (type->IsA(&types::kStream)) return moniker + step::kStream + name;
+        if (type->IsA(&types::kUnitOp)) return moniker + step::kUnitOp + name;
         return moniker + step::kUtility + name;
     }
-    const bool table = type->IsA(types::DataTable());
+    const bool table = type->IsA(&types::kDataTable);
     return moniker + (table ? step::kDataTable : step::kUtility) + name;
 }
 

@@ -8,8 +8,8 @@ namespace fixtop::casehost {
 
 void DependencyMap::AddNode(Node& node) {
     if (!node.GetShape()) return;
-    if (node.Class()->IsA(types::UnitOp())) AddPorts(node);
-    if (!node.Class()->IsA(types::FlowSheetObject())) AddAttachments(node);
+    if (node.Class()->IsA(&types::kUnitOp)) AddPorts(node);
+    if (!node.Class()->IsA(&types::kFlowSheetObject)) AddAttachments(node);
     FlowsheetNode* inner = node.Inner();
     if (!inner) return;
     for (std::size_t i = 0; i < inner->Nodes().Size(); ++i) {

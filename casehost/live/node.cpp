@@ -169,7 +169,6 @@ Node::Place Node::LocateForStore(const host::VarDescription& variable) {
 }
 
 double Node::ReadOtherReal(const host::VarDescription& variable) {
-    if (Blank(Script::Answer::real_value)) return host::kEmptyReal;
     const Place place = Locate(variable);
     if (place.cell < 0) {
         Node* holder = variable.NextPart() ? Of(ResolveOwner(variable)) : nullptr;
@@ -203,8 +202,8 @@ void Node::StoreReal(const host::VarDescription& variable, double value) {
         }
         return;
     }
-    if (!context_->script->AllowStore() || !MayStoreReal(place, value)) return;
-    context_->script->RunInStore();
+    if (!context_->watch->MayStore() || !MayStoreReal(place, value)) return;
+    context_->watch->InStore();
     // What ran in the middle may have taken the object away.
     if (deleted_) return;
     Cell& cell = CellAt(place.cell);
@@ -225,7 +224,6 @@ host::Text Node::LabelAt(const Row& row, const host::VarDescription& variable) c
 }
 
 host::Text Node::ReadText(const host::VarDescription& variable) {
-    if (Blank(Script::Answer::text_value)) return host::Text();
     const Place place = shape_ ? Locate(variable) : Place();
     if (place.row && place.row->labels) return LabelAt(*place.row, variable);
     if (place.cell < 0) {
@@ -249,10 +247,10 @@ void Node::StoreText(const host::VarDescription& variable, const host::Text& val
         }
         return;
     }
-    if (!context_->script->AllowStore() || place.cell < 0 || deleted_) return;
+    if (!context_->watch->MayStore() || place.cell < 0 || deleted_) return;
     if (place.row->value_kind != host::kText) return;
     if (CellAt(place.cell).state == Code(VariableState::calculated)) return;
-    context_->script->RunInStore();
+    context_->watch->InStore();
     if (deleted_) return;
     Cell& cell = CellAt(place.cell);
     if (TextAt(cell) == value.Str()) return;
@@ -262,7 +260,7 @@ void Node::StoreText(const host::VarDescription& variable, const host::Text& val
 }
 
 host::Viewable* Node::ReadAttachment(const host::VarDescription& variable) {
-    if (Blank(Script::Answer::attachment) || !shape_) return nullptr;
+    if (!shape_) return nullptr;
     const Place place = Locate(variable);
     if (!place.row || place.row->value_kind != host::kAttachment) return nullptr;
     Node* target = nullptr;
@@ -275,19 +273,16 @@ host::Viewable* Node::ReadAttachment(const host::VarDescription& variable) {
 }
 
 const host::LinkedList* Node::ListVariables() const {
-    if (Blank(Script::Answer::variable_names) || !shape_ || shape_->Rows().Size() == 0)
-        return nullptr;
-    return &shape_->Rows();
+    return shape_ && shape_->Rows().Size() > 0 ? &shape_->Rows() : nullptr;
 }
 
 host::VariableNameInfo* Node::FindRow(const host::VarDescription& variable) {
-    if (Blank(Script::Answer::variable_row)) return nullptr;
     return shape_ ? Locate(variable).row : nullptr;
 }
 
 void Node::Dimensions(const host::VarDescription& variable, host::DimInfo& out) {
     out = host::DimInfo();
-    if (Blank(Script::Answer::dimensions) || !shape_) return;
+    if (!shape_) return;
     const Row* row = Locate(variable).row;
     if (!row) return;
     out.count = static_cast<unsigned>(row->spec->dimensions.size());
@@ -306,7 +301,6 @@ host::VariableType Node::UnitTypeOf(const host::VarDescription& variable) {
 }
 
 host::Viewable* Node::OwnerOfType(const host::ObjectTypeInfo* type) {
-    if (Blank(Script::Answer::owner)) return nullptr;
     for (Node* owner = owner_; owner; owner = owner->owner_) {
         if (!type || owner->type_->IsA(type)) return owner->View();
     }
@@ -315,7 +309,7 @@ host::Viewable* Node::OwnerOfType(const host::ObjectTypeInfo* type) {
 
 bool Node::LiesIn(host::Viewable* flowsheet) {
     return owner_ && flowsheet && owner_->View() == flowsheet &&
-           owner_->Class() == types::FlowSheet();
+           owner_->Class() == &types::kFlowSheet;
 }
 
 void Node::Status(const host::VarDescription& variable, host::ModifyState& state) {
@@ -340,7 +334,7 @@ bool Node::HasOldResults() const {
 // Parts before the one that names a variable are either steps of a moniker path or attachment
 // variables of the object reached so far.
 host::Viewable* Node::ResolveOwner(const host::VarDescription& variable) {
-    if (Blank(Script::Answer::variable_owner) || variable.IsEmpty()) return nullptr;
+    if (variable.IsEmpty()) return nullptr;
     if (shape_ && shape_->ByWord(variable.HostWord())) return nullptr;
     const host::Text moniker = variable.GetMoniker();
     std::string_view path = moniker.Str();

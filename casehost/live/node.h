@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "casehost/script.h"
+#include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
 #include "live/identity.h"
-#include "live/object_type.h"
 #include "live/shape.h"
+#include "naming/object_type.h"
 
 namespace fixtop::casehost {
 
@@ -24,7 +24,7 @@ class FlowsheetNode;
 // What all nodes of a case share.
 struct CaseContext {
     Case* owner = nullptr;
-    Script* script = nullptr;
+    StoreWatch* watch = nullptr;
     // Results that were recorded can't be computed again: they stay when they are stale.
     bool keeps_results = false;
 };
@@ -104,7 +104,7 @@ class Node {
     // The operations of host::Viewable that concern values.
     double ReadReal(const host::VarDescription& variable) {
         const int cell = shape_ ? shape_->ScalarCell(variable.HostWord()) : -1;
-        if (cell < 0 || Blank(Script::Answer::real_value)) return ReadOtherReal(variable);
+        if (cell < 0) return ReadOtherReal(variable);
         return IsHidden(CellAt(cell)) ? host::kEmptyReal : CellAt(cell).number;
     }
     void StoreReal(const host::VarDescription& variable, double value);
@@ -124,7 +124,6 @@ class Node {
     // Shown though it is older than a change of the case.
     bool IsOutdated(const host::VarDescription& variable);
     bool HasOldResults() const;
-    bool Blank(Script::Answer answer) const { return context_->script->Blank(answer); }
 
  protected:
     struct Place {
@@ -188,7 +187,7 @@ class NodeOf : public Face, public Node {
         return FindRow(v);
     }
     host::VarEnumInfo* GetVariableEnum(host::VariableNameInfo* row) override {
-        return row && !Blank(Script::Answer::variable_enum) ? row->GetEnumInfo(this) : nullptr;
+        return row ? row->GetEnumInfo(this) : nullptr;
     }
     host::Viewable* ResolveVariableOwner(const host::VarDescription& v) override {
         return ResolveOwner(v);
@@ -203,9 +202,7 @@ class NodeOf : public Face, public Node {
     host::VariableType GetVariableUnitType(const host::VarDescription& v) override {
         return UnitTypeOf(v);
     }
-    host::CSpecSource* GetSpecSource() override {
-        return Blank(Script::Answer::spec_source) ? nullptr : SpecSource();
-    }
+    host::CSpecSource* GetSpecSource() override { return SpecSource(); }
     host::FlowSheet* SubFlowSheet() override { return nullptr; }
     const host::ObjectTypeInfo* Type() const override { return Class(); }
     host::Viewable::Status GetMyStatusCondition() override {

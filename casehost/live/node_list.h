@@ -15,6 +15,7 @@ namespace fixtop::casehost {
 class NodeList {
  public:
     const HolderList& List() const { return list_; }
+    const HolderList* ListOrNull() const { return nodes_.empty() ? nullptr : &list_; }
     std::size_t Size() const { return nodes_.size(); }
     Node& At(std::size_t index) const { return *nodes_[index]; }
     void Reserve(std::size_t count);

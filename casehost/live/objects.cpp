@@ -108,7 +108,7 @@ void ManagerNode::put_ModelCallback(host::IModelCallback* callback) {
 
 void ManagerNode::GetVariableDimensions(const host::VarDescription& variable, host::DimInfo& out) {
     out = host::DimInfo();
-    if (Blank(Script::Answer::dimensions) || published_.Size() == 0) return;
+    if (published_.Size() == 0) return;
     if (!(variable.GetMoniker() == step::kPublished)) return;
     out.count = 1;
     out.high[0] = static_cast<std::int32_t>(published_.Size()) - 1;
@@ -125,12 +125,12 @@ Node* ManagerNode::Follow(std::string_view& rest) {
 
 BasisNode::BasisNode(CaseContext& context, Node* owner, const ObjectType* type, std::string name)
     : NodeOf(context, owner, type, std::move(name)),
-      tree_(std::make_unique<BasisTree>(*this, *context.script)) {}
+      tree_(std::make_unique<BasisTree>(*this, *context.watch)) {}
 
 BasisNode::~BasisNode() = default;
 
 host::ReactionPackageManager* BasisNode::ReactionPackages() {
-    return reactions_.Size() == 0 || Blank(Script::Answer::reactions) ? nullptr : this;
+    return reactions_.Size() == 0 ? nullptr : this;
 }
 
 host::Reaction* BasisNode::RxnNumber(int number) {

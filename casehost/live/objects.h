@@ -6,9 +6,7 @@
 #include "fixtop/host/simulation_case.h"
 #include "live/node_list.h"
 
-namespace fixtop {
-
-namespace casehost {
+namespace fixtop::casehost {
 
 using PlainNode = NodeOf<host::Viewable>;
 
@@ -63,9 +61,7 @@ class TemplateNode final : public NodeOf<host::Viewable> {
  public:
     using NodeOf::NodeOf;
 
-    host::FlowSheet* SubFlowSheet() override {
-        return Blank(Script::Answer::sub_flowsheet) ? nullptr : inner_.get();
-    }
+    host::FlowSheet* SubFlowSheet() override { return inner_.get(); }
     FlowsheetNode* Inner() override { return inner_.get(); }
     void SetInner(std::unique_ptr<FlowsheetNode> inner) { inner_ = std::move(inner); }
 
@@ -154,6 +150,4 @@ inline constexpr char kManager[] = "OnlineConnectivityMgr.500";
 inline constexpr char kPublished[] = "RTIVariable.500";
 }  // namespace step
 
-}  // namespace casehost
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost

@@ -10,7 +10,7 @@
 namespace fixtop::casehost {
 
 host::ApplicationForm* SessionImpl::GetAppForm() {
-    return with_window_ && !owner_.GetScript().Blank(Script::Answer::app_form) ? this : nullptr;
+    return with_window_ ? this : nullptr;
 }
 
 bool SessionImpl::HideDocument(host::Document* document, bool hide) {
@@ -31,18 +31,17 @@ host::Text SessionImpl::SessionText(bool full) {
 }
 
 host::VariableInfo* VariableTypeTable::FindVarInfo(host::VariableType type) {
-    const bool has_units = UnitTypeOfVariableType(type) != host::kVariableUnitType;
-    if (!has_units || script_.Blank(Script::Answer::variable_info)) return nullptr;
+    if (UnitTypeOfVariableType(type) == host::kVariableUnitType) return nullptr;
     return &infos_.try_emplace(type, type).first->second;
 }
 
 CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
-    : owner_(owner), session_(owner, with_window), variable_types_(owner.GetScript()) {
-    records_.ViewableObject = types::Viewable();
-    records_.SimulationObjectObject = types::SimulationObject();
-    records_.FlowSheetObjectObject = types::FlowSheetObject();
-    records_.UnitOpObject = types::UnitOp();
-    records_.TemplateOpObject = types::TemplateOp();
+    : owner_(owner), session_(owner, with_window) {
+    records_.ViewableObject = &types::kViewable;
+    records_.SimulationObjectObject = &types::kSimulationObject;
+    records_.FlowSheetObjectObject = &types::kFlowSheetObject;
+    records_.UnitOpObject = &types::kUnitOp;
+    records_.TemplateOpObject = &types::kTemplateOp;
 }
 
 unsigned CaseHost::ServicesImpl::DefaultUnits() {
@@ -51,7 +50,6 @@ unsigned CaseHost::ServicesImpl::DefaultUnits() {
 }
 
 const host::UnitRecord* CaseHost::ServicesImpl::def_unit(host::VarType type, unsigned set) {
-    if (Blank(Script::Answer::default_unit)) return nullptr;
     const Quantity* quantity = FindQuantity(type);
     if (!quantity) return nullptr;
     return FindUnit(*quantity, quantity->defaults[set < kUnitSets ? set : 0]);
@@ -59,8 +57,7 @@ const host::UnitRecord* CaseHost::ServicesImpl::def_unit(host::VarType type, uns
 
 const host::UnitRecord* CaseHost::ServicesImpl::findunit(const char* name, host::VarType type) {
     const Quantity* quantity = FindQuantity(type);
-    if (!quantity || !name || Blank(Script::Answer::find_unit)) return nullptr;
-    return FindUnit(*quantity, name);
+    return quantity && name ? FindUnit(*quantity, name) : nullptr;
 }
 
 double CaseHost::ServicesImpl::calc_unit(double value, const host::UnitRecord* unit) {
@@ -104,7 +101,7 @@ host::Text CaseHost::ServicesImpl::GetNextConvName() {
 host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::Viewable* to, bool) {
     // Without the names a moniker would not lead back to its object, so every one is a full one.
     const Node* target = Node::Of(to);
-    if (!target || Blank(Script::Answer::moniker)) return host::Text();
+    if (!target) return host::Text();
     const std::string moniker = target->OwnerCase().MonikerOf(*target);
     const Node* start = Node::Of(from);
     if (!start) return host::Text(moniker);
@@ -116,7 +113,7 @@ void CaseHost::ServicesImpl::GetVariableStatus(host::Viewable* object,
                                                const host::VarDescription& variable,
                                                host::ModifyState& state, int&) {
     Node* node = Node::Of(object);
-    if (node && !Blank(Script::Answer::variable_status)) node->Status(variable, state);
+    if (node) node->Status(variable, state);
 }
 
 bool CaseHost::ServicesImpl::IsOutdated(host::Viewable* object,
@@ -157,16 +154,6 @@ host::Text CaseHost::ServicesImpl::NumToText(double value) {
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%.12lg", value);
     return host::Text(buffer);
-}
-
-void* CaseHost::ServicesImpl::IFace_malloc(std::size_t size) {
-    return std::malloc(size);
-}
-void* CaseHost::ServicesImpl::IFace_realloc(void* block, std::size_t size) {
-    return std::realloc(block, size);
-}
-void CaseHost::ServicesImpl::IFace_free(void* block) {
-    std::free(block);
 }
 
 }  // namespace fixtop::casehost

@@ -2,6 +2,7 @@
 
 // The host's free functions, the session and the window, over the cases of one CaseHost.
 
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -31,8 +32,6 @@ class SessionImpl final : public host::Session, public host::ApplicationForm {
 
 class VariableTypeTable final : public host::VariableTypes {
  public:
-    explicit VariableTypeTable(const Script& script) : script_(script) {}
-
     host::VariableInfo* FindVarInfo(host::VariableType type) override;
 
  private:
@@ -41,7 +40,6 @@ class VariableTypeTable final : public host::VariableTypes {
         host::VariableType UnitLookupType() const override { return type; }
         host::VariableType type;
     };
-    const Script& script_;
     std::map<host::VariableType, Info> infos_;
 };
 
@@ -78,9 +76,11 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     void SetConfigData(const char* key, double value, bool flag) override;
     host::Text NumToText(double value) override;
     void WaitForTurn(unsigned long) override { owner_.Turn(); }
-    void* IFace_malloc(std::size_t size) override;
-    void* IFace_realloc(void* block, std::size_t size) override;
-    void IFace_free(void* block) override;
+    void* IFace_malloc(std::size_t size) override { return std::malloc(size); }
+    void* IFace_realloc(void* block, std::size_t size) override {
+        return std::realloc(block, size);
+    }
+    void IFace_free(void* block) override { std::free(block); }
 
     const std::uint64_t* StructureRevision() override { return Identities::Revision(); }
     bool Lives(std::uint64_t identity) override { return Identities::Lives(identity); }
@@ -89,8 +89,6 @@ class CaseHost::ServicesImpl final : public host::HostServices {
     double ConfigData(const std::string& key) const;
 
  private:
-    bool Blank(Script::Answer answer) const { return owner_.GetScript().Blank(answer); }
-
     CaseHost& owner_;
     SessionImpl session_;
     host::ObjectTypeRecords records_;

@@ -5,6 +5,7 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 #include "casehost/units.h"
+#include "naming/references.h"
 
 namespace fixtop::casehost {
 
@@ -258,12 +259,6 @@ Row* Shape::ByName(std::string_view name) const {
         if (rows_[i]->spec->name == name) return rows_[i].get();
     }
     return nullptr;
-}
-
-std::string PortRowName(const PortData& port) {
-    static constexpr const char* kRoleNames[] = {"Inlet ", "Outlet ", "Energy Inlet ",
-                                                 "Energy Outlet "};
-    return kRoleNames[static_cast<int>(port.role)] + std::to_string(port.index + 1);
 }
 
 std::shared_ptr<const VariableSpec> ShapePool::Intern(

@@ -115,10 +115,6 @@ class Shape {
     int cell_count_ = 0;
 };
 
-// Name of the row that shows a port: "Inlet 1", "Outlet 2", "Energy Inlet 1", "Energy Outlet 1";
-// the number is the port's index plus one.
-std::string PortRowName(const PortData& port);
-
 // Shapes and variable specs of a case, each kept once.
 class ShapePool {
  public:

@@ -32,7 +32,6 @@ void SolverNode::SolveTask() {
     }
     if (phase_ == Phase::queued) return;
     phase_ = Phase::queued;
-    turns_to_begin_ = Context().script->TurnsToBegin();
 }
 
 // The end is told in the next turn, as that of any solve.
@@ -80,8 +79,7 @@ void SolverNode::Turn() {
             finished_ = false;
             return;
         case Phase::queued:
-            if (--turns_to_begin_ <= 0) Begin();
-            return;
+            return Begin();
         case Phase::solving:
             Advance();
             return;
@@ -104,8 +102,6 @@ void SolverNode::Begin() {
 
 void SolverNode::Advance() {
     if (holding_) return End(false, kStopped);
-    const Script& script = *Context().script;
-    if (!script.SolveFailure().empty()) return End(false, script.SolveFailure());
     if (!engine_) return End(false, "no engine computes this case");
     const SolveEngine::Outcome outcome = Compute();
     ++turn_;
@@ -114,7 +110,7 @@ void SolverNode::Advance() {
         return End(false, outcome.message);
     }
     computed_ = outcome.progress == SolveEngine::Progress::done;
-    if (!computed_ || script.NeverFinishes() || turn_ < OwnerCase().SolveTurns()) {
+    if (!computed_ || turn_ < OwnerCase().SolveTurns()) {
         return OwnerCase().Notify(&host::IModelCallback::SimulationStep);
     }
     OwnerCase().ApplyResults(engine_->Results());

@@ -1,7 +1,7 @@
 #pragma once
 
-// SolverNode: the solver of a case as clients see it. A solve is queued by SolveTask, begins one or
-// two turns of the host's loop later, works a step a turn and ends; the computation is an engine's.
+// SolverNode: the solver of a case as clients see it. A solve is queued by SolveTask, begins in
+// the next turn of the host's loop, works a step a turn and ends; the computation is an engine's.
 //
 // While it holds nothing starts: SolveTask does nothing, and a solve under way is given up at the
 // next turn. A store during a solve begins it anew. A recorded case can't be computed again: once
@@ -60,7 +60,6 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
 
     std::unique_ptr<SolveEngine> engine_;
     Phase phase_ = Phase::idle;
-    int turns_to_begin_ = 0;
     int turn_ = 0;
     bool prepared_ = false;
     bool computed_ = false;  // the engine is done with what was prepared

@@ -6,9 +6,7 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 
-namespace fixtop {
-
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 namespace cn = casehost::names;
@@ -244,6 +242,4 @@ Flowsheet BuildFlowsheet(CaseData& data) {
     return Builder(data).Take();
 }
 
-}  // namespace casehost::process
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::process

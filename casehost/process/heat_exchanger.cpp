@@ -8,9 +8,7 @@
 #include "process/roots.h"
 #include "process/unit_inputs.h"
 
-namespace fixtop {
-
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 namespace cn = casehost::names;
@@ -153,6 +151,4 @@ UnitOutput SolveHeatExchanger(const Thermo& thermo, const UnitInput& input) {
     return output;
 }
 
-}  // namespace casehost::process
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::process

@@ -5,9 +5,7 @@
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 
-namespace fixtop {
-
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 namespace cn = casehost::names;
@@ -200,6 +198,4 @@ void WriteResults(const Flowsheet& sheet, const Thermo* thermo) {
     for (const TemplateNode& node : sheet.templates) WriteTemplate(sheet, node);
 }
 
-}  // namespace casehost::process
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::process

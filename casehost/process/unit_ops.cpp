@@ -9,9 +9,7 @@
 #include "process/roots.h"
 #include "process/unit_inputs.h"
 
-namespace fixtop {
-
-namespace casehost::process {
+namespace fixtop::casehost::process {
 namespace {
 
 namespace cn = casehost::names;
@@ -91,7 +89,8 @@ std::vector<Choice> DutyChoices(const UnitInput& input, double sign) {
     return {{"duty", Given(input, cn::kDuty)}, {"heat flow of the energy stream", energy}};
 }
 
-UnitOutput SolveHeating(const Thermo& thermo, const UnitInput& input, double sign) {
+template <int sign>
+UnitOutput SolveHeating(const Thermo& thermo, const UnitInput& input) {
     const MaterialState& feed = input.feeds[0];
     double pressure_kPa = ProductPressure(input, feed.Pressure(), 0, kSinglePressure);
     std::vector<Choice> choices = DutyChoices(input, sign);
@@ -117,14 +116,6 @@ UnitOutput SolveHeating(const Thermo& thermo, const UnitInput& input, double sig
     AddChanges(output, feed, product);
     output.products = {std::move(product)};
     return output;
-}
-
-UnitOutput SolveHeater(const Thermo& thermo, const UnitInput& input) {
-    return SolveHeating(thermo, input, 1);
-}
-
-UnitOutput SolveCooler(const Thermo& thermo, const UnitInput& input) {
-    return SolveHeating(thermo, input, -1);
 }
 
 double Efficiency(const UnitInput& input) {
@@ -193,7 +184,8 @@ double IsentropicPressure(const Thermo& thermo, const MaterialState& feed, doubl
 
 // Compressor (`sign` 1) and expander (-1): the ideal change of enthalpy at constant entropy is
 // divided or multiplied by the efficiency.
-UnitOutput SolveGasMachine(const Thermo& thermo, const UnitInput& input, double sign) {
+template <int sign>
+UnitOutput SolveGasMachine(const Thermo& thermo, const UnitInput& input) {
     const MaterialState& feed = input.feeds[0];
     const double factor = std::pow(Efficiency(input), -sign);  // real change over ideal change
     std::vector<Choice> power = DutyChoices(input, sign);
@@ -223,14 +215,6 @@ UnitOutput SolveGasMachine(const Thermo& thermo, const UnitInput& input, double 
     if (sign > 0 && feed.flash.split.liquid > 0) output.warning = "the feed holds liquid";
     FinishShaft(output, input, sign);
     return output;
-}
-
-UnitOutput SolveCompressor(const Thermo& thermo, const UnitInput& input) {
-    return SolveGasMachine(thermo, input, 1);
-}
-
-UnitOutput SolveExpander(const Thermo& thermo, const UnitInput& input) {
-    return SolveGasMachine(thermo, input, -1);
 }
 
 // One phase of a vessel as a stream. An absent phase is a stream without flow that has the
@@ -310,11 +294,11 @@ constexpr UnitModel kModels[] = {
     {words::kMixer, SolveMixer, 1, kMany, 1, 1},
     {words::kTee, SolveTee, 1, 1, 1, kMany},
     {words::kValve, SolveValve, 1, 1, 1, 1},
-    {words::kHeater, SolveHeater, 1, 1, 1, 1},
-    {words::kCooler, SolveCooler, 1, 1, 1, 1},
+    {words::kHeater, SolveHeating<1>, 1, 1, 1, 1},
+    {words::kCooler, SolveHeating<-1>, 1, 1, 1, 1},
     {words::kPump, SolvePump, 1, 1, 1, 1},
-    {words::kCompressor, SolveCompressor, 1, 1, 1, 1},
-    {words::kExpander, SolveExpander, 1, 1, 1, 1},
+    {words::kCompressor, SolveGasMachine<1>, 1, 1, 1, 1},
+    {words::kExpander, SolveGasMachine<-1>, 1, 1, 1, 1},
     {words::kSeparator, SolveSeparator, 1, kMany, 2, 2},
     {words::kTank, SolveSeparator, 1, kMany, 2, 2},
     {words::kThreePhaseSeparator, SolveSeparator, 1, kMany, 2, 3},
@@ -356,6 +340,4 @@ const UnitModel* FindUnitModel(std::string_view type) {
     return found == std::end(kModels) ? nullptr : found;
 }
 
-}  // namespace casehost::process
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::process

@@ -14,9 +14,7 @@
 
 #include "process/thermo.h"
 
-namespace fixtop {
-
-namespace casehost::process {
+namespace fixtop::casehost::process {
 
 // A material stream that is solved. A stream without flow has a state all the same.
 struct MaterialState {
@@ -84,6 +82,4 @@ inline constexpr char kShellOutletPressure[] = "Shell Outlet Pressure";
 inline constexpr char kShellDeltaT[] = "Shell Side Delta T";
 }  // namespace names
 
-}  // namespace casehost::process
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::process

@@ -5,8 +5,9 @@
 #include "fixtop/fixtop.h"
 #include "fixtop/host/services.h"
 #include "fixtop/solver.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "front/find_provider.h"
+#include "host/adapter.h"
 #include "host/levels/case_top.h"
 
 namespace fixtop {
@@ -29,11 +30,11 @@ FIContext* MakeTopContext(ContextFactory* factory, void* session) {
 Ref<FIEntry> AssembleCombinedTop(void* session) {
     auto* make_context = FindProviderAs<decltype(GetTopHovexCtx)>("GetTopHovexCtx");
     auto* make_solver = FindProviderAs<decltype(GetTopHovexSolver)>("GetTopHovexSolver");
-    if (!make_context || !host::InstalledServices()) return {};
+    if (!make_context || !TheAdapter().Services()) return {};
     auto context = Ref<FIContext>::Adopt(MakeTopContext(make_context, session));
     if (!context) return {};
     std::unique_ptr<FISolver> solver(make_solver ? make_solver(session, kSteadyState) : nullptr);
-    FIXTopEntry::SetAttachCall(LateSetTopAttach);
+    TheAdapter().SetAttachCall(LateSetTopAttach);
     FINotify notify = nullptr;
     // The solver is given up when there is room for the entry, which owns it first of all.
     auto top = Ref<FIEntry>::Share(new Shielded<FIXTopEntry>(

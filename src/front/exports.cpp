@@ -2,9 +2,10 @@
 #include "diagnostics/memory_guard.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"
@@ -55,7 +56,7 @@ FIEntry* GetTopFIEntryV() {
 
 FIEntry* GetTopFIEntry(void* notifyOwner) {
     return OrNull<FIEntry>([=]() -> FIEntry* {
-        if (!host::InstalledServices()) return nullptr;
+        if (!TheAdapter().Services()) return nullptr;
         auto context = Ref<FIContext>::Adopt(MakeTopContext(GetTopHovexCtx, nullptr));
         return HandOut(
             new Shielded<FITopEntry>(context.Get(), static_cast<FINotify*>(notifyOwner), nullptr));
@@ -67,7 +68,7 @@ FIContext* GetTopHovexCtx(void* session, const char* library, const char* map, c
     return OrNull<FIContext>([=] {
         return HandOut(new Shielded<HAandCContext>(
             CaseOf(session),
-            ModelFiles{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
+            NeutralViewNames{TextOf(library), TextOf(map), TextOf(units), TextOf(name)}));
     });
 }
 
@@ -152,14 +153,7 @@ void printECounts() {
 }
 
 void FixtopInstallHost(host::HostServices* services) {
-    static int ending = 0;
-    if (services == host::InstalledServices() && ending == 0) return;
-    const unsigned installation = host::ServicesInstallation();
-    ++ending;
-    memory::OrNothing(CaseLife::EndAll);
-    --ending;
-    // Who is told of the end may have installed a host, if only the same: that call came later.
-    if (host::ServicesInstallation() == installation) host::SetInstalledServices(services);
+    TheAdapter().Replace(services);
 }
 
 FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history) {

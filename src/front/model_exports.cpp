@@ -4,7 +4,7 @@
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "front/own_iterator.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"

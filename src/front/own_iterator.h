@@ -3,7 +3,7 @@
 // Which of the iterators that clients give are this module's own: another copy of the module may
 // have made them, or a client.
 
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 
 namespace fixtop {
 

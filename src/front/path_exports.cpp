@@ -2,10 +2,10 @@
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
-#include "framework/child_steps.h"
-#include "framework/path_match.h"
-#include "framework/path_names.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
+#include "framework/path/child_steps.h"
+#include "framework/path/path_match.h"
+#include "framework/path/path_names.h"
 #include "front/own_iterator.h"
 #include "path/prepared_path.h"
 

@@ -1,18 +1,15 @@
 #include "host/case_life.h"
 
-#include <map>
-
 #include "diagnostics/memory_guard.h"
+#include "host/adapter.h"
 #include "host/solver/solver_notify.h"
 
 namespace fixtop {
 
 namespace {
 
-std::map<host::SimulationCase*, CaseLife*>& Records() {
-    // Never destroyed: handles may go while the process ends.
-    static auto* const records = new std::map<host::SimulationCase*, CaseLife*>;
-    return *records;
+HostAdapter::CaseRecords& Records() {
+    return TheAdapter().Cases();
 }
 
 // Each is held meanwhile, and the next one sought by its place, since whoever is told may let go of
@@ -29,7 +26,7 @@ void ForEachRecord(Tell tell) {
 }
 
 const std::uint64_t* HostRevision() {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     return services ? services->StructureRevision() : nullptr;
 }
 
@@ -38,16 +35,16 @@ const std::uint64_t* HostRevision() {
 CaseLife::CaseLife(host::SimulationCase* simulation_case)
     : Liveness(HostRevision()),
       case_(simulation_case),
-      identity_(simulation_case ? host::IdentityOf(*simulation_case) : 0),
-      installation_(host::ServicesInstallation()) {}
+      identity_(simulation_case ? IdentityOf(*simulation_case) : 0),
+      installation_(TheAdapter().Installation()) {}
 
 CaseLife::~CaseLife() {
     if (Find(case_) == this) Records().erase(case_);
 }
 
 bool CaseLife::IsSameCase() const {
-    return installation_ == host::ServicesInstallation() &&
-           (!case_ || identity_ == host::IdentityOf(*case_));
+    return installation_ == TheAdapter().Installation() &&
+           (!case_ || identity_ == IdentityOf(*case_));
 }
 
 Ref<CaseLife> CaseLife::Of(host::SimulationCase* simulation_case) {
@@ -81,8 +78,8 @@ void CaseLife::TellAllForgotten() {
 
 // Not asked of the case itself, which may be gone.
 bool CaseLife::IsThere() const {
-    host::HostServices* services = host::InstalledServices();
-    if (installation_ != host::ServicesInstallation() || (case_ && !services)) return false;
+    host::HostServices* services = TheAdapter().Services();
+    if (installation_ != TheAdapter().Installation() || (case_ && !services)) return false;
     return identity_ == 0 || services->Lives(identity_);
 }
 

@@ -9,7 +9,7 @@
 
 #include "fixtop/host/services.h"
 #include "fixtop/ref.h"
-#include "framework/liveness.h"
+#include "framework/nodes/liveness.h"
 
 namespace fixtop {
 

@@ -1,5 +1,7 @@
 #include "host/host_access.h"
 
+#include "host/adapter.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -8,34 +10,10 @@ namespace fixtop {
 
 namespace {
 
-const host::Text kStreamClass("StreamObject");
-const host::Text kUnitOpClass("UnitOpObject");
 const host::Text kCorrelationClass("HovexCorrelationObject");
 
-// The classes that the adapter looks up by text, looked up once for each host that is installed.
-struct NamedTypes {
-    const host::ObjectTypeInfo* stream = nullptr;
-    const host::ObjectTypeInfo* unit_op = nullptr;
-    const host::ObjectTypeInfo* correlation = nullptr;
-};
-
-const NamedTypes& TypesByName() {
-    static NamedTypes types;
-    static unsigned installation = 0;
-    if (installation == host::ServicesInstallation()) return types;
-    installation = host::ServicesInstallation();
-    host::HostServices* services = host::InstalledServices();
-    types = services ? NamedTypes{services->FindObjectType(kStreamClass),
-                                  services->FindObjectType(kUnitOpClass),
-                                  services->FindObjectType(kCorrelationClass)}
-                     : NamedTypes{};
-    return types;
-}
-
 const host::ObjectTypeRecords& Records() {
-    static const host::ObjectTypeRecords none;
-    host::HostServices* services = host::InstalledServices();
-    return services ? services->ObjectTypes() : none;
+    return TheAdapter().TypeRecords();
 }
 
 host::Viewable* OwnerOf(host::Viewable* object) {
@@ -70,7 +48,7 @@ host::Viewable* NearestOwner(host::Viewable* object) {
 
 host::SimulationCase* CaseOrActive(host::SimulationCase* simulation_case) {
     if (simulation_case) return simulation_case;
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Session* session = services ? services->pSession() : nullptr;
     return session ? session->ActiveCase() : nullptr;
 }
@@ -80,13 +58,13 @@ bool IsInDynamics(host::SimulationCase& simulation_case) {
 }
 
 const host::ObjectTypeInfo* StreamType() {
-    return TypesByName().stream;
+    return TheAdapter().Types().stream;
 }
 const host::ObjectTypeInfo* UnitOpType() {
-    return TypesByName().unit_op;
+    return TheAdapter().Types().unit_op;
 }
 const host::ObjectTypeInfo* CorrelationType() {
-    return TypesByName().correlation;
+    return TheAdapter().Types().correlation;
 }
 
 bool IsA(const host::Viewable* object, const host::ObjectTypeInfo* type) {

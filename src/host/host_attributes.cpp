@@ -4,10 +4,6 @@ namespace fixtop {
 
 namespace {
 
-bool IsNamed(const FIValue& name, const char* text) {
-    return name.IsText() && std::strcmp(name.CStr(), text) == 0;
-}
-
 bool IsSwitchedOn(FIVarSet* vars, const FIValue& name) {
     FIValue value;
     return vars && vars->GetVar(name, value) && value.Kind() == FIValue::kInt && value.AsInt() == 1;
@@ -34,16 +30,10 @@ bool IsSkippingCorrelations(FIVarSet* vars) {
     return IsSwitchedOn(vars, name);
 }
 
-bool SetSkipSwitch(FIVarSet* vars, const FIValue& name, const FIValue& value) {
+bool StoreSkipSwitch(FIVarSet* vars, const FIValue& name, const FIValue& value, FIValue& out) {
+    out.Clear();
     if (!vars) return false;
-    if (!IsNamed(name, kSkipCorrelations) && !IsNamed(name, kSkipAttachments)) return false;
     vars->SetVar(name, value);
-    return true;
-}
-
-bool SetAttachmentsSwitch(bool& follow, const FIValue& name, const FIValue& value) {
-    if (!IsNamed(name, kAttachments)) return false;
-    follow = value.AsInt() != 0;
     return true;
 }
 

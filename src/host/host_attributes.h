@@ -1,7 +1,8 @@
 #pragma once
 
 // The attribute rows that all families of host nodes have in common: the 27 standard names in their
-// order, and the three switches "attachments", "skipcorrelations" and "skipattachments".
+// order, and the three switches "attachments", "skipcorrelations" and "skipattachments", which all
+// families take when they are written, shown or not.
 
 #include <algorithm>
 #include <cstring>
@@ -9,8 +10,8 @@
 #include <vector>
 
 #include "fixtop/var_set.h"
-#include "framework/attr_map.h"
-#include "framework/standard_attributes.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/standard_attributes.h"
 
 namespace fixtop {
 
@@ -58,26 +59,39 @@ void ReadSkipSwitch(FIVarSet* vars, const FIValue& name, FIValue& out);
 // A skip switch counts only as the integer 1.
 bool IsSkippingAttachments(FIVarSet* vars);
 bool IsSkippingCorrelations(FIVarSet* vars);
-// Stores a skip switch in the var set; false when `name` is no skip switch or there is no var set.
-bool SetSkipSwitch(FIVarSet* vars, const FIValue& name, const FIValue& value);
-// The switch "attachments": false when `name` is another one.
-bool SetAttachmentsSwitch(bool& follow, const FIValue& name, const FIValue& value);
+// Stores a skip switch in the var set; false when there is none.
+bool StoreSkipSwitch(FIVarSet* vars, const FIValue& name, const FIValue& value, FIValue& out);
 
-// The handlers of the switch rows for an entry that has a method FollowsAttachments().
+// The rows of the switches, for an entry with methods FollowsAttachments and FollowAttachments.
 template <class T>
-void ReadAttachmentsRow(T& owner, FIValue& out) {
-    out.SetInt(owner.FollowsAttachments() ? 1 : 0);
+AttrRow<T> AttachmentsRow(typename AttrRow<T>::Available available = nullptr) {
+    return {kAttachments,
+            [](T& owner, FIValue& out) { out.SetInt(owner.FollowsAttachments() ? 1 : 0); },
+            available,
+            [](T& owner, const FIValue& value, int, FIValue& out) {
+                out.Clear();
+                owner.FollowAttachments(value.AsInt() != 0);
+                return true;
+            }};
+}
+template <class T, const char* kName>
+AttrRow<T> SkipRow(typename AttrRow<T>::Available available) {
+    static const FIValue name(kName);
+    return {kName, [](T& owner, FIValue& out) { ReadSkipSwitch(owner.GetVarSet(), name, out); },
+            available,
+            [](T& owner, const FIValue& value, int, FIValue& out) {
+                return StoreSkipSwitch(owner.GetVarSet(), name, value, out);
+            }};
 }
 template <class T>
-void ReadSkipCorrelationsRow(T& owner, FIValue& out) {
-    static const FIValue name(kSkipCorrelations);
-    ReadSkipSwitch(owner.GetVarSet(), name, out);
+AttrRow<T> SkipCorrelationsRow(typename AttrRow<T>::Available available = nullptr) {
+    return SkipRow<T, kSkipCorrelations>(available);
 }
 template <class T>
-void ReadSkipAttachmentsRow(T& owner, FIValue& out) {
-    static const FIValue name(kSkipAttachments);
-    ReadSkipSwitch(owner.GetVarSet(), name, out);
+AttrRow<T> SkipAttachmentsRow(typename AttrRow<T>::Available available = nullptr) {
+    return SkipRow<T, kSkipAttachments>(available);
 }
+
 template <class T>
 void ReadNameRow(T& owner, FIValue& out) {
     owner.GetName(out);
@@ -89,16 +103,6 @@ void ReadPathRow(T& owner, FIValue& out) {
 template <class T, int number>
 void ReadNumberRow(T&, FIValue& out) {
     out.SetInt(number);
-}
-
-// The write that nodes without a value have: the three switches, else `refusal`.
-template <class T>
-void SetSwitches(T& owner, bool& follow, const FIValue& name, const FIValue& value,
-                 const char* refusal, FIValue& out) {
-    out.Clear();
-    if (SetAttachmentsSwitch(follow, name, value)) return;
-    if (SetSkipSwitch(owner.GetVarSet(), name, value)) return;
-    out = FIValue(refusal);
 }
 
 }  // namespace fixtop

@@ -1,5 +1,7 @@
 #include "host/host_object.h"
 
+#include "host/adapter.h"
+
 namespace fixtop {
 
 void HostObjectBase::Look() const {
@@ -9,7 +11,7 @@ void HostObjectBase::Look() const {
 }
 
 bool HostObjectBase::IsThere(std::uint64_t identity) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     return services && services->Lives(identity);
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "host/adapter.h"
 #include "host/case_life.h"
 
 namespace fixtop {
@@ -27,7 +28,7 @@ class HostObjectBase {
     // The same of an object that is there; null is none.
     template <class T>
     static std::uint64_t NumberOf(const T* object) {
-        const std::uint64_t identity = object ? host::IdentityOf(*object) : 0;
+        const std::uint64_t identity = object ? IdentityOf(*object) : 0;
         return identity ? identity : reinterpret_cast<std::uintptr_t>(object);
     }
     // The number tells the object apart from all that ever were.
@@ -66,7 +67,7 @@ class HostObject : public HostObjectBase {
     HostObject() = default;
     // One that is there now.
     HostObject(T* object, Ref<CaseLife> life)
-        : HostObjectBase(object, object ? host::IdentityOf(*object) : 0, std::move(life)),
+        : HostObjectBase(object, object ? IdentityOf(*object) : 0, std::move(life)),
           object_(object) {}
     // One that had this number when the host last told; it may be gone by now.
     HostObject(T* object, std::uint64_t identity, Ref<CaseLife> life)

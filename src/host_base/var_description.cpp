@@ -4,15 +4,13 @@
 #include <cstdlib>
 #include <vector>
 
-#include "fixtop/host/services.h"
+#include "fixtop/host/local_services.h"
 
 namespace fixtop::host {
 
 namespace {
 
 HostServices* g_services = nullptr;
-unsigned g_installation = 1;
-bool g_tracks_objects = false;
 
 constexpr char kUnfilled[] = "[]";
 
@@ -29,19 +27,11 @@ std::vector<std::string> SplitParts(const std::string& moniker) {
 
 }  // namespace
 
-HostServices* InstalledServices() {
+HostServices* LocalServices() {
     return g_services;
 }
-void SetInstalledServices(HostServices* services) {
+void SetLocalServices(HostServices* services) {
     g_services = services;
-    g_tracks_objects = services && !services->Lives(~std::uint64_t{0});
-    ++g_installation;
-}
-bool TracksObjects() {
-    return g_tracks_objects;
-}
-unsigned ServicesInstallation() {
-    return g_installation;
 }
 
 struct VarDescription::Body {

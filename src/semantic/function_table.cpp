@@ -7,46 +7,11 @@ namespace fixtop {
 namespace {
 
 // The compiler takes the kind from the function.
-#define NAMED(function) \
-    { #function, function }
-
 constexpr NamedFunction kFunctions[] = {
-    NAMED(Find1),
-    NAMED(CTFlowsheets),
-    NAMED(CTStreams),
-    NAMED(CTHeatStreams),
-    NAMED(CTPhaseEnvelopes),
-    NAMED(CTDistillationCurves),
-    NAMED(CTUnitOperations),
-    NAMED(CTComponentArray),
-    NAMED(CTKVMLArray),
-    NAMED(CTKVLArray),
-    NAMED(CTKVL2Array),
-    NAMED(CTKL1L2Array),
-    NAMED(CTComponent),
-    NAMED(CTMoleFraction),
-    NAMED(CTMassFraction),
-    NAMED(CTVolumeFraction),
-    NAMED(CTKVML),
-    NAMED(CTKVL),
-    NAMED(CTKVL2),
-    NAMED(CTKL1L2),
-    NAMED(CTPhaseComponentArray),
-    NAMED(CTPhaseComponent),
-    NAMED(CTPhaseMoleFraction),
-    NAMED(CTPhaseMassFraction),
-    NAMED(CTPhaseVolumeFraction),
-    NAMED(CTFluidPhaseComponentArray),
-    NAMED(CTFluidPhaseComponent),
-    NAMED(CTVaporPhaseComponentArray),
-    NAMED(CTLiquidPhaseComponentArray),
-    NAMED(CTLiquid2PhaseComponentArray),
-    NAMED(CTVaporPhaseComponent),
-    NAMED(CTLiquidPhaseComponent),
-    NAMED(CTLiquid2PhaseComponent),
+#define FIXTOP_STEP(name) {#name, name},
+#define FIXTOP_LIST(name) {#name, name},
+#include "fixtop/semantic_function_list.h"
 };
-
-#undef NAMED
 
 }  // namespace
 

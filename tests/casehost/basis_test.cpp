@@ -6,6 +6,7 @@
 #include "casehost/case_host.h"
 #include "fixtop/host/array_set.h"
 #include "live/case.h"
+#include "support/host_script.h"
 
 namespace fixtop::casehost {
 namespace {
@@ -47,6 +48,7 @@ class Basis : public ::testing::Test {
     host::Viewable* Object(const char* name) { return opened_->FindByPath(name, nullptr)->View(); }
 
     CaseHost host_;
+    std::shared_ptr<HostScript> script_ = HostScript::Over(host_);
     Case* opened_ = nullptr;
     host::CSpecInfo* info_ = nullptr;
 };
@@ -157,7 +159,7 @@ TEST_F(Basis, AStoreOfWhatStandsThereMakesNothingStale) {
 
 TEST_F(Basis, ARefusedStoreChangesNothing) {
     Open({Element("v", Kind::variable, 1)});
-    host_.GetScript().RefuseStore(1);
+    script_->RefuseStore(1);
     Find("v")->process_variable->SetSpecified(2);
     EXPECT_EQ(Find("v")->process_variable->value, 1);
     Find("v")->process_variable->SetSpecified(3);

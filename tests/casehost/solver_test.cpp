@@ -3,6 +3,7 @@
 #include "case_builder.h"
 #include "casehost/case_host.h"
 #include "live/case.h"
+#include "support/host_script.h"
 
 namespace fixtop::casehost {
 namespace {
@@ -65,7 +66,7 @@ class Solving : public ::testing::Test {
         open_ = host_.Open(data).opened;
         auto engine = std::make_unique<CountingEngine>();
         engine_ = engine.get();
-        open_->SetEngine(std::move(engine));
+        open_->SetEngine(script_->Around(std::move(engine)));
         callback_ = std::make_unique<RecordingCallback>(open_->MainSolver());
         if (open_->OnlineManager()) open_->OnlineManager()->put_ModelCallback(callback_.get());
         return *open_;
@@ -87,6 +88,7 @@ class Solving : public ::testing::Test {
     }
 
     CaseHost host_;
+    std::shared_ptr<HostScript> script_ = HostScript::Over(host_);
     Case* open_ = nullptr;
     CountingEngine* engine_ = nullptr;
     std::unique_ptr<RecordingCallback> callback_;
@@ -132,16 +134,6 @@ TEST_F(Solving, EngineMayTakeMoreTurnsThanTheCaseAsksFor) {
     Turns(1);
     EXPECT_FALSE(Solver().IsSolving());
     EXPECT_EQ(engine_->steps, (std::vector<int>{0, 1, 2, 3, 4}));
-}
-
-TEST_F(Solving, SolveMayTakeTwoTurnsToBegin) {
-    Open(SmallCase());
-    host_.GetScript().TurnsToBegin(2);
-    Solver().SolveTask();
-    Turns(1);
-    EXPECT_TRUE(Solver().Pending());
-    Turns(1);
-    EXPECT_TRUE(Solver().IsSolving());
 }
 
 TEST_F(Solving, HoldingSolverStartsNothingAndGivesUpWhatRuns) {
@@ -249,7 +241,7 @@ TEST_F(Solving, UnchangedRecordingHasNothingToSolveButRefusesToBeSolvedAtOnce) {
 
 TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
     Open(SmallCase());
-    host_.GetScript().NeverFinishSolve(true);
+    script_->NeverFinishSolve(true);
     Store(40);
     Solver().SolveTask();
     Turns(50);
@@ -261,7 +253,7 @@ TEST_F(Solving, StopEndsASolveThatNeverFinishes) {
     EXPECT_FALSE(Solver().IsSolving());
     EXPECT_TRUE(Solver().Stop());
     EXPECT_TRUE(Solver().NeedsToRun());
-    host_.GetScript().NeverFinishSolve(false);
+    script_->NeverFinishSolve(false);
     Solver().SolveTask();
     EXPECT_FALSE(Solver().Stop());
 }
@@ -271,7 +263,7 @@ TEST_F(Solving, StopButtonEndsASolveAtItsNextTurnWhoeverWaitsForIt) {
     int asked = 0;
     host_.SetStopButton([&] { return ++asked, pressed; });
     Open(SmallCase());
-    host_.GetScript().NeverFinishSolve(true);
+    script_->NeverFinishSolve(true);
     Store(40);
     Turns(3);
     EXPECT_EQ(asked, 0) << "nothing is solved";
@@ -289,7 +281,7 @@ TEST_F(Solving, StopButtonEndsASolveAtItsNextTurnWhoeverWaitsForIt) {
     EXPECT_FALSE(Solver().IsSolving()) << "a blocking pass ends too";
     EXPECT_EQ(open_->Solver().Message(), "the solve was stopped");
     pressed = false;
-    host_.GetScript().NeverFinishSolve(false);
+    script_->NeverFinishSolve(false);
     Solver().SolveOnce();
     EXPECT_FALSE(Solver().NeedsToRun());
 }
@@ -298,7 +290,6 @@ TEST_F(Solving, StopButtonEndsASolveThatHasNotBegun) {
     bool pressed = true;
     host_.SetStopButton([&] { return pressed; });
     Open(SmallCase());
-    host_.GetScript().TurnsToBegin(2);
     Store(40);
     Solver().SolveTask();
     EXPECT_TRUE(Solver().Pending());
@@ -319,16 +310,16 @@ TEST_F(Solving, PauseRequestIsTheUsers) {
 
 TEST_F(Solving, ScriptRefusesStores) {
     Open(SmallCase());
-    host_.GetScript().RefuseStore(2);
+    script_->RefuseStore(2);
     Store(40);
     Store(50);
     EXPECT_EQ(Get("Feed")->GetRealValue(Temperature("Feed")), 40);
     Store(60);
     EXPECT_EQ(Get("Feed")->GetRealValue(Temperature("Feed")), 60);
-    host_.GetScript().RefuseStore(0);
+    script_->RefuseStore(0);
     Store(70);
     EXPECT_EQ(Get("Feed")->GetRealValue(Temperature("Feed")), 60);
-    host_.GetScript().RefuseStore(-1);
+    script_->RefuseStore(-1);
     Store(80);
     EXPECT_EQ(Get("Feed")->GetRealValue(Temperature("Feed")), 80);
 }
@@ -336,7 +327,7 @@ TEST_F(Solving, ScriptRefusesStores) {
 TEST_F(Solving, ScriptCallsBackInTheMiddleOfAStore) {
     Open(SmallCase());
     double seen = 0;
-    host_.GetScript().InStore(1, [&] {
+    script_->InStore(1, [&] {
         seen = Get("Feed")->GetRealValue(Temperature("Feed"));
         open_->Notify(&host::IModelCallback::SimulationStep);
     });
@@ -349,7 +340,7 @@ TEST_F(Solving, ScriptDeletesTheObjectUnderAStore) {
     Open(SmallCase());
     host::Viewable* feed = Get("Feed");
     const host::VarDescription temperature = Temperature("Feed");
-    host_.GetScript().InStore(1, [&] { open_->Delete(feed); });
+    script_->InStore(1, [&] { open_->Delete(feed); });
     feed->SetRealValue(temperature, 40);
     EXPECT_EQ(feed->GetRealValue(temperature), 25);
     EXPECT_EQ(open_->FindByPath("Feed", nullptr), nullptr);
@@ -357,7 +348,7 @@ TEST_F(Solving, ScriptDeletesTheObjectUnderAStore) {
 
 TEST_F(Solving, ScriptDeletesAtATurn) {
     Open(SmallCase());
-    host_.GetScript().AtTurn(2, [&] { open_->Delete(Get("Other")); });
+    script_->AtTurn(2, [&] { open_->Delete(Get("Other")); });
     Turns(1);
     EXPECT_NE(open_->FindByPath("Other", nullptr), nullptr);
     Turns(1);
@@ -367,37 +358,11 @@ TEST_F(Solving, ScriptDeletesAtATurn) {
 
 TEST_F(Solving, ScriptFailsSolves) {
     Open(SmallCase());
-    host_.GetScript().FailSolve("the licence ran out");
+    script_->FailSolve("the licence ran out");
     Store(40);
     Solver().SolveOnce();
     EXPECT_EQ(open_->Solver().Message(), "the licence ran out");
     EXPECT_TRUE(Solver().NeedsToRun());
-}
-
-TEST_F(Solving, ScriptReturnsNothing) {
-    using Answer = Script::Answer;
-    Open(SmallCase());
-    Script& script = host_.GetScript();
-    host::Viewable* feed = Get("Feed");
-    const host::VarDescription temperature = Temperature("Feed");
-    script.ReturnNothing(Answer::real_value);
-    EXPECT_EQ(feed->GetRealValue(temperature), host::kEmptyReal);
-    script.ReturnNothing(Answer::real_value, false);
-    EXPECT_EQ(feed->GetRealValue(temperature), 25);
-    script.ReturnNothing(Answer::variable_names);
-    EXPECT_EQ(feed->VariableNames(), nullptr);
-    script.ReturnNothing(Answer::variable_row);
-    EXPECT_EQ(feed->FindVariableName(temperature), nullptr);
-    script.ReturnNothing(Answer::owner);
-    EXPECT_EQ(feed->GetOwner(host_.Services().ObjectTypes().ViewableObject), nullptr);
-    script.ReturnNothing(Answer::basis);
-    EXPECT_EQ(open_->Basis(), nullptr);
-    script.ReturnNothing(Answer::active_case);
-    EXPECT_EQ(host_.ActiveCase(), nullptr);
-    script.ReturnNothing(Answer::moniker);
-    EXPECT_TRUE(host_.Services().RelativeMoniker(nullptr, feed, false).IsEmpty());
-    script.ReturnNothing(Answer::solver);
-    EXPECT_EQ(open_->MainSolver(), nullptr);
 }
 
 TEST_F(Solving, PostedEventsRunInTheNextTurn) {

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "diagnostics/seek_table.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/top_cursor.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/cursor.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/top_cursor.h"
 #include "support/cursor_harness.h"
 #include "support/scripted_tree.h"
-#include "framework/cursor.h"
 
 namespace fixtop {
 
@@ -24,7 +24,7 @@ class TableEntry final : public AttrMapEntry<TableEntry> {
     ~TableEntry() override { ++destroyed; }
     static std::span<const AttrRow<TableEntry>> AttributeRows() {
         static constexpr AttrRow<TableEntry> rows[] = {
-            {"one", &ReadOne, &Shown, 0},
+            {"one", &ReadOne, &Shown, std::intptr_t{0}},
             {"two", &ReadExtra, 1, &Shown},
             {"three", &Shown3},
             {"four", &ReadExtra, 3, &Shown},
@@ -171,6 +171,64 @@ TEST(TwinRows, the_first_of_a_name_is_the_one_looked_up) {
     EXPECT_TRUE(cursor->Seek(kFromFirst, 0));
     cursor->GetValue(value);
     EXPECT_EQ(2, value.AsInt());
+}
+
+// Keeps what is written to it, and takes even numbers alone.
+class WrittenEntry final : public AttrMapEntry<WrittenEntry> {
+ public:
+    static std::span<const AttrRow<WrittenEntry>> AttributeRows() {
+        static constexpr auto read = [](WrittenEntry& owner, FIValue& out) {
+            out.SetInt(owner.number);
+        };
+        static constexpr AttrRow<WrittenEntry> rows[] = {
+            {"number", read, &Write},
+            {"hidden", read, [](WrittenEntry&, std::intptr_t) { return false; }, &Write},
+            {"read_only", read},
+            {"read_only", read, &Write},
+        };
+        return rows;
+    }
+    void GetName(FIValue& out) override { out = Text("written"); }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
+        WriteAttribute(*this, name, value, mode, "refused", out);
+    }
+    FIContext* GetContext() override { return EmptyContext(); }
+
+    int number = 0;
+    int mode_given = 0;
+
+ private:
+    static bool Write(WrittenEntry& owner, const FIValue& value, int mode, FIValue& out) {
+        if (value.AsInt() % 2 != 0) return false;
+        owner.number = value.AsInt();
+        owner.mode_given = mode;
+        out.Clear();
+        return true;
+    }
+};
+
+TEST(WrittenRows, a_write_goes_to_the_writer_of_the_first_row_of_its_name) {
+    struct Case {
+        FIValue name;
+        int given;
+        int expected;
+        const char* answer;
+    };
+    const Case cases[] = {
+        {Text("number"), 4, 4, "(NULL)"},   {Text("hidden"), 6, 6, "(NULL)"},
+        {Text("number"), 3, 0, "refused"},  {Text("read_only"), 4, 0, "refused"},
+        {Text("unknown"), 4, 0, "refused"}, {FIValue(), 4, 0, "refused"},
+    };
+    for (const Case& each : cases) {
+        const auto entry = Ref<WrittenEntry>::Share(new WrittenEntry);
+        FIValue value;
+        FIValue out = Text("before");
+        value.SetInt(each.given);
+        entry->SetAttribute(each.name, value, 2, out);
+        EXPECT_EQ(each.expected, entry->number) << each.name.ToText() << each.given;
+        EXPECT_EQ(each.expected ? 2 : 0, entry->mode_given);
+        EXPECT_EQ(each.answer, out.IsNull() ? "(NULL)" : out.ToText());
+    }
 }
 
 TEST_F(AttributeTable, values_come_from_the_rows_handler) {

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "fixtop/entry.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/small_object.h"
-#include "framework/var_map.h"
+#include "framework/iterator/var_map.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/small_object.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

@@ -5,10 +5,10 @@
 
 #include <vector>
 
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/iterator.h"
-#include "framework/reference.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/reference/reference.h"
 
 namespace fixtop {
 

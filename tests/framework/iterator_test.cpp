@@ -5,9 +5,9 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/reference.h"
-#include "framework/collection_element.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
+#include "framework/iterator/collection_element.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

@@ -1,4 +1,4 @@
-#include "framework/liveness.h"
+#include "framework/nodes/liveness.h"
 
 #include <gtest/gtest.h>
 

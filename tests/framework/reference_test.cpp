@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/collection_element.h"
-#include "framework/reference.h"
+#include "framework/iterator/collection_element.h"
+#include "framework/reference/reference.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

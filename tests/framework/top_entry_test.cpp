@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
-#include "framework/subscribers.h"
-#include "framework/top_entry.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/subscribers.h"
+#include "framework/nodes/top_entry.h"
 #include "platform/computer_name.h"
 #include "support/scripted_tree.h"
 

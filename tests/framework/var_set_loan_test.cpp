@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/attr_map.h"
-#include "framework/empties.h"
-#include "framework/shown_scope.h"
+#include "framework/iterator/shown_scope.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/empties.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/xml_text.h"
+#include "framework/iterator/xml_text.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

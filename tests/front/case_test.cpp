@@ -6,6 +6,7 @@
 
 #include "live/case.h"
 #include "open_module.h"
+#include "support/host_script.h"
 
 namespace fixtop {
 
@@ -62,6 +63,8 @@ class ModuleOnCase : public OpenModule {
         ASSERT_TRUE(host_.Open(SmallCase()));
         OpenTop();
     }
+
+    std::shared_ptr<HostScript> script_ = HostScript::Over(host_);
 };
 
 TEST_F(ModuleOnCase, shows_the_levels_of_the_raw_tree) {
@@ -93,7 +96,7 @@ TEST_F(ModuleOnCase, stores_values_and_reads_them_back) {
     const char* pressure = "appModel.FlowSheetObjects.Streams.Feed.Pressure";
     EXPECT_EQ("(NULL)", Write(pressure, FIValue::OfReal(250.0)));
     EXPECT_EQ("250", Read(pressure, "value"));
-    host_.GetScript().RefuseStore(1);
+    script_->RefuseStore(1);
     EXPECT_EQ("Value not stored", Write(pressure, FIValue::OfReal(300.0)));
     EXPECT_EQ("250", Read(pressure, "value"));
 }

@@ -9,8 +9,8 @@
 #include "diagnostics/error_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
 #include "front/assembly.h"
 #include "front/find_provider.h"
 #include "host/levels/case_top.h"
@@ -160,7 +160,7 @@ TEST_F(Front, combined_top_has_models_solver_and_notification) {
 TEST_F(Front, the_context_gets_the_names_of_the_files) {
     auto top = Ref<FIEntry>::Adopt(GetCombinedEntry(&host.simulation_case));
     auto context = Ref<FIContext>::Adopt(top->GetContext());
-    const ModelFiles& files = static_cast<HAandCContext*>(context.Get())->Files();
+    const NeutralViewNames& files = static_cast<HAandCContext*>(context.Get())->Files();
     EXPECT_EQ("QSIAllLibraries.xml", files.library);
     EXPECT_EQ("hovexmap.xml", files.map);
     EXPECT_EQ("hunits.xml", files.units);

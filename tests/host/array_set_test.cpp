@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/specifications/array_set.h"
 #include "host/specifications/array_set_row.h"
 #include "host/specifications/spec_node.h"
@@ -18,7 +18,7 @@ class ArraySet : public testing::Test {
         element.tag = host::Text("Table");
         element.array_set = &block;
         auto context =
-            Ref<HSpecContext>::Share(new HSpecContext(&info, &product, &options, true, nullptr));
+            Ref<HSpecContext>::Share(new HSpecContext(&info, &product, {&options, true, nullptr}));
         parent = Ref<FIEntry>::Share(context->MakeEntry(element));
     }
 
@@ -198,7 +198,7 @@ TEST_F(ArraySet, cursors_over_different_tables_do_not_compare) {
     other_element.tag = host::Text("Other");
     other_element.array_set = &other;
     auto list =
-        Ref<HSpecContext>::Share(new HSpecContext(&info, &product, &options, true, nullptr));
+        Ref<HSpecContext>::Share(new HSpecContext(&info, &product, {&options, true, nullptr}));
     auto other_parent = Ref<FIEntry>::Share(list->MakeEntry(other_element));
     auto of_other = Ref<HArraySetContext>::Share(new HArraySetContext(&other, other_parent.Get()));
     EXPECT_EQ(kNotComparable, ChildrenOf(*Rows())->Compare(*ChildrenOf(*of_other)));
@@ -214,7 +214,7 @@ TEST_F(ArraySet, cursors_over_one_table_filled_twice_compare) {
     same_element.array_set = &again;
     scripted::SpecInfo filled_again;
     auto list = Ref<HSpecContext>::Share(
-        new HSpecContext(&filled_again, &product, &options, true, nullptr));
+        new HSpecContext(&filled_again, &product, {&options, true, nullptr}));
     auto same_parent = Ref<FIEntry>::Share(list->MakeEntry(same_element));
     auto rows = Ref<HArraySetContext>::Share(new HArraySetContext(&again, same_parent.Get()));
     EXPECT_EQ(0, ChildrenOf(*Rows())->Compare(*ChildrenOf(*rows)));

@@ -2,7 +2,8 @@
 
 #include <random>
 
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "host/solver/solve_wait.h"
 #include "host/variables/dimension_node.h"
@@ -23,7 +24,7 @@ class ArrayStores : public testing::Test {
         auto context = Ref<HAandCContext>::Share(new HAandCContext(nullptr, {}));
         model = Child(*context, "appModel");
     }
-    ~ArrayStores() override { SetWaitsForSolve(true); }
+    ~ArrayStores() override { TheAdapter().SetWaitsForSolve(true); }
 
     void AddArray(scripted::Plain& object, const char* moniker, const char* name, int number,
                   int type) {
@@ -50,7 +51,7 @@ class ArrayStores : public testing::Test {
     }
     Ref<FIEntry> Element(scripted::Plain& object, const char* name, int index) {
         auto list = Ref<HVarsContext>::Share(
-            new HVarsContext(object.VariableNames(), &object, &options, true, nullptr, nullptr));
+            new HVarsContext(object.VariableNames(), &object, {&options, true, nullptr}, nullptr));
         auto array = Child(*list, name);
         auto cursor = ChildrenOf(*array);
         EXPECT_TRUE(cursor->Seek(kFromFirst, index));
@@ -72,11 +73,11 @@ TEST_F(ArrayStores, an_element_of_a_stream_is_held_without_an_edit_session) {
     EXPECT_EQ(7.0, feed.reals[":D.1.2"]);
     EXPECT_EQ("begin end ", stream.calls);
     EXPECT_EQ("task ", host.solver.calls) << "once, when the hold is given back";
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
 }
 
 TEST_F(ArrayStores, the_hold_waits_where_stores_do_not) {
-    SetWaitsForSolve(false);
+    TheAdapter().SetWaitsForSolve(false);
     EXPECT_EQ("(NULL)", Store(*Walk(kTable), FIValue::OfReal(7.0)));
     EXPECT_EQ(1, host.turns);
 }
@@ -92,7 +93,7 @@ TEST_F(ArrayStores, elements_of_other_objects_solve_by_themselves) {
     EXPECT_EQ("", stream.calls);
     auto element = Element(unit, "Table", 1);
     EXPECT_TRUE(element->CanHold());
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
     element->BeginBatch();
     EXPECT_EQ("task ", host.solver.calls) << "nothing was held";
     EXPECT_TRUE(Element(unit, "Fraction", 1)->CanHold()) << "no composition outside of streams";
@@ -140,7 +141,7 @@ TEST_F(ArrayStores, a_batch_of_fractions_is_normalised_and_solved_once) {
     stream_node->BeginBatch();
     EXPECT_EQ("begin session end ", stream.calls);
     EXPECT_EQ("task ", host.solver.calls);
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
 }
 
 // A write through an iterator is a batch of its own, and gives the hold back when it is done.
@@ -162,11 +163,11 @@ TEST_F(ArrayStores, a_stream_is_begun_once_and_ended_by_the_last) {
     EXPECT_EQ("(NULL)", Write(*one, "value", FIValue::OfReal(1.0)));
     EXPECT_EQ("", host.solver.calls) << "the batch is open";
     auto& product = host.main.Add("Product", host.stream);
-    EditBatch().Add({&product, {}});
+    TheAdapter().EditBatch().Add({&product, {}});
     one->BeginBatch();
     EXPECT_EQ("begin ", stream.calls) << "another stream is still held";
     EXPECT_EQ("", host.solver.calls);
-    EditBatch().Remove({&product, {}});
+    TheAdapter().EditBatch().Remove({&product, {}});
     another->BeginBatch();
     EXPECT_EQ("begin end ", stream.calls);
     EXPECT_EQ("task ", host.solver.calls);
@@ -221,7 +222,7 @@ TEST_F(ArrayStores, an_element_may_be_given_up_in_the_middle_of_its_store) {
     host.on_turn = [&](int) { held.Reset(); };
     holder->BeginBatch();
     EXPECT_FALSE(held);
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
 }
 
 // Steps at random through objects and arrays whose bounds change, with stores and deletions between
@@ -264,7 +265,7 @@ TEST_F(ArrayStores, a_random_walk_over_a_changing_case_stays_whole) {
                 elements += is_element;
                 it->SetAttribute(FIValue("value"), FIValue::OfInt(step), 0, out);
                 stored += is_element && out.IsNull();
-                EXPECT_FALSE(EditBatch().IsOpen()) << "step " << step;
+                EXPECT_FALSE(TheAdapter().EditBatch().IsOpen()) << "step " << step;
                 break;
             }
             case 6: {

@@ -2,7 +2,7 @@
 
 #include <climits>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/variables/dimension_node.h"
 #include "support/cursor_harness.h"
 #include "support/host_reading.h"
@@ -73,7 +73,7 @@ class Arrays : public testing::Test {
     }
     Ref<HVarsEntry> NodeOf(scripted::Plain& owner, scripted::Row& row, bool attachments = true) {
         auto list = Ref<HVarsContext>::Share(new HVarsContext(
-            owner.VariableNames(), &owner, &options, attachments, nullptr, nullptr));
+            owner.VariableNames(), &owner, {&options, attachments, nullptr}, nullptr));
         return Ref<HVarsEntry>::Share(new HVarsEntry(list.Get(), &row));
     }
     Ref<FIContext> Level(FIEntry& node) { return Ref<FIContext>::Adopt(node.GetContext()); }

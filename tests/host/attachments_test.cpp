@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
 #include "host/levels/model_nodes.h"
 #include "host/variables/dimension_node.h"
 #include "support/host_reading.h"
@@ -35,7 +35,7 @@ class Attachments : public testing::Test {
     // The scalar and the element that point at the same object.
     std::vector<Ref<FIEntry>> Both(bool attachments = true) {
         auto list = Ref<HVarsContext>::Share(new HVarsContext(
-            vessel.VariableNames(), &vessel, &options, attachments, nullptr, nullptr));
+            vessel.VariableNames(), &vessel, {&options, attachments, nullptr}, nullptr));
         return {Child(*list, "Link"), Child(*Child(*list, "Links"), "Elem1")};
     }
 
@@ -135,7 +135,7 @@ TEST_F(Attachments, only_flowsheet_objects_are_containers) {
         }
     }
     auto list = Ref<HVarsContext>::Share(
-        new HVarsContext(vessel.VariableNames(), &vessel, &options, true, nullptr, nullptr));
+        new HVarsContext(vessel.VariableNames(), &vessel, {&options, true, nullptr}, nullptr));
     EXPECT_EQ("INT 0", Read(*Child(*list, "Links"), "is_container")) << "the array itself";
 }
 
@@ -283,7 +283,7 @@ TEST_F(Attachments, objects_that_share_a_list_are_no_ring) {
     // The host keeps one list for all objects of a kind.
     auto context_of = [&](scripted::Plain& owner) {
         return Ref<HVarsContext>::Share(
-            new HVarsContext(vessel.VariableNames(), &owner, &options, true, nullptr, nullptr));
+            new HVarsContext(vessel.VariableNames(), &owner, {&options, true, nullptr}, nullptr));
     };
     auto one = ChildrenOf(*context_of(vessel));
     auto same = ChildrenOf(*context_of(vessel));

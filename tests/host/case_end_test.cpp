@@ -6,7 +6,8 @@
 
 #include "../casehost/case_builder.h"
 #include "fixtop/fixtop.h"
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
+#include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/solver/solver.h"
 #include "live_case.h"
@@ -59,8 +60,8 @@ class CaseEnds : public LiveCase {
 TEST_F(CaseEnds, a_store_that_waits_ends_with_its_case) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().NeverFinishSolve(true);
-    host.GetScript().AtTurn(3, [&] { Close(); });
+    script->NeverFinishSolve(true);
+    script->AtTurn(3, [&] { Close(); });
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(900)));
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(800)));
 }
@@ -68,18 +69,17 @@ TEST_F(CaseEnds, a_store_that_waits_ends_with_its_case) {
 TEST_F(CaseEnds, a_store_whose_object_goes_is_not_stored) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().InStore(1,
-                             [&] { Live().Delete(Live().FindByPath("Raw Gas", nullptr)->View()); });
+    script->InStore(1, [&] { Live().Delete(Live().FindByPath("Raw Gas", nullptr)->View()); });
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(900)));
 }
 
 TEST_F(CaseEnds, a_store_ends_when_the_host_is_taken_out_meanwhile) {
     OpenDemo();
     NodeRef node = At(kFlow);
-    host.GetScript().NeverFinishSolve(true);
-    host.GetScript().AtTurn(2, [] {
+    script->NeverFinishSolve(true);
+    script->AtTurn(2, [] {
         CaseLife::EndAll();
-        host::SetInstalledServices(nullptr);
+        TheAdapter().Install(nullptr);
     });
     EXPECT_EQ("Node deleted", Store(*node, FIValue::OfReal(900)));
     FIValue out;
@@ -92,10 +92,10 @@ TEST_F(CaseEnds, a_batch_that_was_never_ended_ends_with_its_case) {
     {
         NodeRef held = At("FlowSheetObjects.Streams.Raw Gas");
         EXPECT_TRUE(static_cast<FIIterator&>(*held).EntryAt(held->Depth())->CanHold());
-        EXPECT_TRUE(EditBatch().IsOpen());
+        EXPECT_TRUE(TheAdapter().EditBatch().IsOpen());
     }
     Close();
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
     host.RunHostLoop();
     OpenDemo();
     NodeRef node = At(kFlow);
@@ -110,7 +110,7 @@ TEST_F(CaseEnds, a_held_stream_that_is_deleted_holds_nothing_up) {
     EXPECT_TRUE(entry->CanHold());
     Live().Delete(Live().FindByPath("Raw Gas", nullptr)->View());
     host.RunHostLoop();
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
     entry->BeginBatch();
     EXPECT_FALSE(entry->CanHold());
 }
@@ -216,7 +216,7 @@ TEST_F(CaseEnds, an_untold_closing_is_found_out_by_the_next_use) {
     data.online = false;
     data.main.objects = {Object("Feed", "MaterialStreamObject", {Real("Temperature", "", 25)})};
     ASSERT_TRUE(host.Open(data));
-    host::SetInstalledServices(&host.Services());
+    TheAdapter().Install(&host.Services());
     ASSERT_EQ(nullptr, host.ActiveCase()->OnlineManager()) << "nobody tells";
     Heard deletion;
     auto reference = ReferenceAt("FlowSheetObjects.Streams.Feed.Temperature");
@@ -237,10 +237,10 @@ TEST_F(CaseEnds, an_untold_closing_is_found_out_by_the_next_use) {
 TEST_F(CaseEnds, objects_have_numbers_where_the_host_answers_for_them) {
     OpenDemo();
     const host::Viewable& object = *Live().FindByPath("Raw Gas", nullptr)->View();
-    EXPECT_NE(0u, host::IdentityOf(object));
-    EXPECT_EQ(object.Identity(), host::IdentityOf(object));
-    host::SetInstalledServices(nullptr);
-    EXPECT_EQ(0u, host::IdentityOf(object));
+    EXPECT_NE(0u, IdentityOf(object));
+    EXPECT_EQ(object.Identity(), IdentityOf(object));
+    TheAdapter().Install(nullptr);
+    EXPECT_EQ(0u, IdentityOf(object));
 }
 
 TEST_F(CaseEnds, a_newcomer_of_the_same_name_is_never_shown) {

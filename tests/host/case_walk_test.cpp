@@ -7,6 +7,7 @@
 
 #include "../casehost/case_builder.h"
 #include "fixtop/reference.h"
+#include "host/adapter.h"
 #include "live_case.h"
 
 namespace fixtop {
@@ -269,7 +270,7 @@ TEST_F(CaseWalk, a_reference_keeps_to_its_own_of_several_elements_of_one_name) {
     casehost::CaseData data;
     data.main.objects = {casehost::test::Object("S1", "MaterialStreamObject")};
     data.basis = {group, table};
-    host::SetInstalledServices(&host.Services());
+    TheAdapter().Install(&host.Services());
     const casehost::OpenResult opened = host.Open(data);
     ASSERT_TRUE(opened);
     casehost::Case& live = *opened.opened;
@@ -414,9 +415,9 @@ class RandomWalk : public CaseWalk {
         if (value.Kind() == FIValue::kReal)
             value.SetReal(value.AsDouble() * (0.9 + 0.1 * OneOf(3)));
         if (value.IsNull()) return;
-        if (OneOf(4) == 0) host.GetScript().InStore(1, [this] { Interrupt(); });
-        if (OneOf(4) == 0) host.GetScript().AtTurn(1 + OneOf(2), [this] { Interrupt(); });
-        if (OneOf(16) == 0) host.GetScript().RefuseStore(1);
+        if (OneOf(4) == 0) script->InStore(1, [this] { Interrupt(); });
+        if (OneOf(4) == 0) script->AtTurn(1 + OneOf(2), [this] { Interrupt(); });
+        if (OneOf(16) == 0) script->RefuseStore(1);
         stored_ += Store(node, value) == "(NULL)";
     }
     // What a client may do when the host calls it inside of its own store.

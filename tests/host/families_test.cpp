@@ -1,7 +1,7 @@
 // The harness over the lists that stand below other nodes: each dimension of an array, what a
 // specification shows, and the variables of an attached object.
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/specifications/array_set.h"
 #include "host/variables/dimension_node.h"
 #include "specification_fixture.h"
@@ -47,7 +47,7 @@ class Families : public Specification {
  protected:
     Ref<FIContext> VariablesOf(scripted::Plain& object) {
         return Ref<FIContext>::Share(
-            new HVarsContext(object.VariableNames(), &object, &options, true, nullptr, nullptr));
+            new HVarsContext(object.VariableNames(), &object, {&options, true, nullptr}, nullptr));
     }
 };
 
@@ -168,7 +168,7 @@ class ElementStores : public Families {
         bounds.count = 1;
         bounds.low[0] = bounds.high[0] = 1;
         auto context = Ref<HVarsContext>::Share(
-            new HVarsContext(unit.VariableNames(), &unit, &options, true, nullptr, nullptr));
+            new HVarsContext(unit.VariableNames(), &unit, {&options, true, nullptr}, nullptr));
         auto array = Ref<FIEntry>::Share(context->MakeEntry(row));
         Ref<FIEntry> element = Child(*array, "Elem1");
         EXPECT_TRUE(element);

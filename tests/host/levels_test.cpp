@@ -5,9 +5,10 @@
 #include <fstream>
 
 #include "diagnostics/instance_counts.h"
-#include "framework/empties.h"
-#include "framework/iterator.h"
-#include "framework/top_entry.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/top_entry.h"
+#include "host/adapter.h"
 #include "host/levels/case_nodes.h"
 #include "host/levels/flowsheet_nodes.h"
 #include "host/levels/model_nodes.h"
@@ -215,9 +216,9 @@ TEST_F(Levels, cursors_of_different_flowsheets_do_not_compare) {
     scripted::FlowSheet inner;
     inner.type = &host.simulation_object;
     auto one =
-        Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, nullptr, true, nullptr));
+        Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, {nullptr, true, nullptr}));
     auto other =
-        Ref<HSUandUContext>::Share(new HSUandUContext(&inner, nullptr, nullptr, true, nullptr));
+        Ref<HSUandUContext>::Share(new HSUandUContext(&inner, nullptr, {nullptr, true, nullptr}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*one)->Compare(*ChildrenOf(*other)));
     EXPECT_EQ(0, ChildrenOf(*one)->Compare(*ChildrenOf(*one)));
 }
@@ -486,7 +487,7 @@ TEST_F(Levels, numbers_that_the_host_does_not_answer_for_count_as_none) {
     struct Numbered {
         std::uint64_t Identity() const { return 7; }
     };
-    EXPECT_EQ(0u, host::IdentityOf(Numbered()));
+    EXPECT_EQ(0u, IdentityOf(Numbered()));
 }
 
 TEST_F(Levels, a_host_path_opens_its_node_from_the_top) {
@@ -675,13 +676,13 @@ TEST_F(Levels, a_session_without_a_case_shows_nothing) {
 
 TEST_F(Levels, a_case_context_without_options_makes_its_own) {
     host.main.Add("Feed", host.stream).AddReal(":D.1", "T", 1.0);
-    auto context = Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
+    auto context = Ref<HFandBContext>::Share(new HFandBContext(nullptr, {nullptr, true, nullptr}));
     ASSERT_TRUE(context->Options());
     EXPECT_TRUE(context->Options()->VariableView());
     EXPECT_TRUE(context->Options()->ReaderOptions());
     host.session.active = nullptr;
     auto without_case =
-        Ref<HFandBContext>::Share(new HFandBContext(nullptr, nullptr, true, nullptr));
+        Ref<HFandBContext>::Share(new HFandBContext(nullptr, {nullptr, true, nullptr}));
     EXPECT_FALSE(without_case->Options());
 }
 
@@ -692,15 +693,16 @@ TEST_F(Levels, a_null_case_is_the_active_one) {
         host::SimulationCase* expected = given ? given : &host.simulation_case;
         EXPECT_EQ(expected, HovexOptions(given).Case());
         EXPECT_EQ(expected, Ref<HAandCContext>::Share(new HAandCContext(given, {}))->Case());
-        auto of_case = Ref<HFandBContext>::Share(new HFandBContext(given, nullptr, true, nullptr));
+        auto of_case =
+            Ref<HFandBContext>::Share(new HFandBContext(given, {nullptr, true, nullptr}));
         EXPECT_EQ(expected, of_case->Case());
         EXPECT_EQ(expected, of_case->Options()->Case());
-        auto of_flowsheet =
-            Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, given, nullptr, true, nullptr));
+        auto of_flowsheet = Ref<HSUandUContext>::Share(
+            new HSUandUContext(nullptr, given, {nullptr, true, nullptr}));
         EXPECT_EQ(expected, of_flowsheet->Case());
         EXPECT_EQ(expected->MainFlowSheet(), of_flowsheet->FlowSheet());
         auto of_objects = Ref<HFSOContext>::Share(
-            new HFSOContext(nullptr, given, HFSOContext::kStreams, nullptr, true, nullptr));
+            new HFSOContext(nullptr, given, HFSOContext::kStreams, {nullptr, true, nullptr}));
         EXPECT_EQ(expected, of_objects->CaseRecord()->Case());
     }
 }

@@ -6,14 +6,17 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "casehost/standard_host.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "host/adapter.h"
 #include "host/levels/case_top.h"
 #include "host/levels/model_nodes.h"
 #include "live/case.h"
 #include "support/host_reading.h"
+#include "support/host_script.h"
 
 namespace fixtop {
 
@@ -21,13 +24,14 @@ using NodeRef = Ref<FIIteratorBase>;
 
 class LiveCase : public testing::Test {
  protected:
-    ~LiveCase() override { host::SetInstalledServices(nullptr); }
+    ~LiveCase() override { TheAdapter().Install(nullptr); }
 
     void Open(const std::string& name) {
         casehost::UseStandardParts(host);
+        script = HostScript::Over(host);
         const casehost::OpenResult result = casehost::OpenCase(host, name);
         ASSERT_TRUE(result) << name;
-        host::SetInstalledServices(&host.Services());
+        TheAdapter().Install(&host.Services());
     }
     NodeRef Top() {
         auto models = Ref<HAandCContext>::Share(new HAandCContext(host.ActiveCase(), {}));
@@ -68,6 +72,7 @@ class LiveCase : public testing::Test {
     }
 
     casehost::CaseHost host{false};
+    std::shared_ptr<HostScript> script;
 };
 
 inline std::filesystem::path RecordedCases() {

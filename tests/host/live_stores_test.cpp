@@ -240,7 +240,7 @@ TEST_F(LiveStores, a_refusal_of_the_host_is_told_for_every_kind) {
     for (const Case& each : cases) {
         NodeRef node = At(std::string(kFlowsheet) + each.path);
         const std::string before = Read(*node, "value");
-        host.GetScript().RefuseStore(1);
+        script->RefuseStore(1);
         EXPECT_EQ("Value not stored", Store(*node, each.value)) << each.path;
         EXPECT_EQ(before, Read(*node, "value")) << each.path;
         EXPECT_EQ("(NULL)", Store(*node, each.value)) << each.path;

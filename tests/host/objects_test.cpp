@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "host/levels/object_node.h"
 #include "host/lists/object_list.h"
 #include "support/cursor_harness.h"
@@ -19,7 +19,7 @@ class Objects : public testing::Test {
  protected:
     Ref<HFSOContext> List(HFSOContext::Kind kind) {
         return Ref<HFSOContext>::Share(
-            new HFSOContext(nullptr, nullptr, kind, &options, true, nullptr));
+            new HFSOContext(nullptr, nullptr, kind, {&options, true, nullptr}));
     }
     Ref<FIEntry> Node(host::Viewable& object) {
         return Ref<FIEntry>::Share(List(HFSOContext::kStreams)->MakeEntry(object));
@@ -34,7 +34,7 @@ TEST_F(Objects, cursors_are_cursors) {
     scripted::FlowSheet bare;
     auto Empty = [&](HFSOContext::Kind kind) {
         return Ref<HFSOContext>::Share(
-            new HFSOContext(&bare, nullptr, kind, &options, true, nullptr));
+            new HFSOContext(&bare, nullptr, kind, {&options, true, nullptr}));
     };
     for (const char* name : {"S1", "S2", "S3"}) {
         host.main.Add(name, host.stream);
@@ -146,7 +146,7 @@ TEST_F(Objects, reactions_are_listed_by_number) {
     scripted::FlowSheet bare;
     scripted::Case other;
     auto no_reactions = Ref<HFSOContext>::Share(
-        new HFSOContext(&bare, &other, HFSOContext::kReactions, &options, true, nullptr));
+        new HFSOContext(&bare, &other, HFSOContext::kReactions, {&options, true, nullptr}));
     family.make_empty = [&] { return no_reactions->MakeCursor(kChildCursor); };
     // The position may stand before the first number.
     family.before_first = family.off_first = SeekOutcome{false, std::nullopt};
@@ -198,12 +198,12 @@ TEST_F(Objects, different_lists_and_classes_do_not_compare) {
     inner.Add("S1", host.stream);
     auto one = List(HFSOContext::kStreams);
     auto other = Ref<HFSOContext>::Share(
-        new HFSOContext(&inner, nullptr, HFSOContext::kStreams, &options, true, nullptr));
+        new HFSOContext(&inner, nullptr, HFSOContext::kStreams, {&options, true, nullptr}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*one)->Compare(*ChildrenOf(*other)));
     auto utilities = List(HFSOContext::kUtilities);
     EXPECT_EQ(kNotComparable, ChildrenOf(*one)->Compare(*ChildrenOf(*utilities)));
     auto others = Ref<HFSOContext>::Share(
-        new HFSOContext(&inner, nullptr, HFSOContext::kUtilities, &options, true, nullptr));
+        new HFSOContext(&inner, nullptr, HFSOContext::kUtilities, {&options, true, nullptr}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*utilities)->Compare(*ChildrenOf(*others)));
 }
 
@@ -336,7 +336,7 @@ TEST_F(Objects, more_long_lists_than_are_kept_are_all_searched_right) {
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 20; ++i) {
             auto context = Ref<HFSOContext>::Share(new HFSOContext(
-                flowsheets[i].get(), nullptr, HFSOContext::kStreams, &options, true, nullptr));
+                flowsheets[i].get(), nullptr, HFSOContext::kStreams, {&options, true, nullptr}));
             EXPECT_TRUE(Child(*context, Numbered("own", i).c_str()));
             EXPECT_FALSE(Child(*context, Numbered("own", i + 1).c_str()));
         }

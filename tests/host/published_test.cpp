@@ -2,8 +2,8 @@
 
 #include <climits>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
 #include "host/levels/model_nodes.h"
 #include "host/published/published_variables.h"
 #include "support/cursor_harness.h"

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/solver/solver.h"
 #include "support/host_reading.h"
@@ -60,7 +61,7 @@ class Foreign final : public host::IModelCallback {
 class Solvers : public testing::Test {
  protected:
     Solvers() { g_raw_changes = g_raw_deletions = 0; }
-    ~Solvers() override { SetWaitsForSolve(true); }
+    ~Solvers() override { TheAdapter().SetWaitsForSolve(true); }
 
     std::string Set(FISolver& which, const char* name, const FIValue& value) {
         FIValue out("left over");
@@ -340,10 +341,10 @@ TEST_F(Solvers, switches_take_numbers_and_four_texts) {
         host.solver.calls.clear();
         EXPECT_EQ(each.answer, Set(solver, "autosolve", each.value)) << Shown(each.value);
         EXPECT_EQ(each.calls, host.solver.calls) << Shown(each.value);
-        SetWaitsForSolve(true);
+        TheAdapter().SetWaitsForSolve(true);
         EXPECT_EQ(each.answer, Set(solver, "wait_for_solve", each.value)) << Shown(each.value);
         const bool off = std::string(each.calls) == "hold ";
-        EXPECT_EQ(!off, WaitsForSolve()) << Shown(each.value);
+        EXPECT_EQ(!off, TheAdapter().WaitsForSolve()) << Shown(each.value);
         EXPECT_EQ(off ? "INT 0" : "INT 1", Read(solver, "wait_for_solve"));
     }
     EXPECT_EQ("Not supported", Set(solver, "state", FIValue("running")));

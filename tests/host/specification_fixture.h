@@ -20,7 +20,7 @@ class Specification : public testing::Test {
 
     Ref<HSpecContext> List(const scripted::SpecInfo& of) {
         return Ref<HSpecContext>::Share(
-            new HSpecContext(&of, &owner, &options, attachments, nullptr));
+            new HSpecContext(&of, &owner, {&options, attachments, nullptr}));
     }
     Ref<FIEntry> Node(host::CSpecElement& element) {
         return Ref<FIEntry>::Share(List(info)->MakeEntry(element));

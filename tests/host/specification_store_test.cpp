@@ -1,3 +1,4 @@
+#include "host/adapter.h"
 #include "host/levels/case_nodes.h"
 #include "host/solver/solve_wait.h"
 #include "specification_fixture.h"
@@ -118,7 +119,7 @@ TEST_F(Specification, the_basis_lists_its_elements) {
     manager.spec_source = &source;
     host.simulation_case.basis = &manager;
     auto context = Ref<HFandBContext>::Share(
-        new HFandBContext(&host.simulation_case, &options, true, nullptr));
+        new HFandBContext(&host.simulation_case, {&options, true, nullptr}));
     Ref<FIEntry> package = Child(*Child(*context, "Basis"), "Package");
     ASSERT_TRUE(package);
     EXPECT_EQ("REAL 2", Read(*package, "value")) << "the nodes keep the list alive";
@@ -233,9 +234,9 @@ TEST_F(Specification, stored_values_are_numbers) {
 
 TEST_F(Specification, a_store_starts_a_solve_while_a_batch_is_open) {
     scripted::ProcessVariable variable(1.0, 0);
-    EditBatch().Add({&owner, {}});
+    TheAdapter().EditBatch().Add({&owner, {}});
     EXPECT_EQ("(NULL)", Store(*Node(Variable("v", variable)), FIValue::OfReal(2.0), 0));
-    EditBatch().Remove({&owner, {}});
+    TheAdapter().EditBatch().Remove({&owner, {}});
     EXPECT_EQ("task ", host.solver.calls);
 }
 

@@ -1,4 +1,4 @@
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"
 
@@ -87,7 +87,7 @@ TEST_F(Specification, positions_in_two_fillings_compare_by_their_places) {
     EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*other)) << "another element";
     auto& stranger = host.main.Add("Other", host.stream);
     auto of_other = Ref<HSpecContext>::Share(
-        new HSpecContext(&again, &stranger, &options, attachments, nullptr));
+        new HSpecContext(&again, &stranger, {&options, attachments, nullptr}));
     EXPECT_EQ(kNotComparable, ChildrenOf(*context)->Compare(*ChildrenOf(*of_other)));
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_node.h"
@@ -14,11 +15,11 @@ namespace {
 class Stores : public testing::Test {
  protected:
     Stores() : feed(host.main.Add("Feed", host.stream)) { feed.stream = &stream; }
-    ~Stores() override { SetWaitsForSolve(true); }
+    ~Stores() override { TheAdapter().SetWaitsForSolve(true); }
 
     Ref<FIEntry> Node(scripted::Row& row) {
         auto context = Ref<HVarsContext>::Share(
-            new HVarsContext(feed.VariableNames(), &feed, &options, true, nullptr, nullptr));
+            new HVarsContext(feed.VariableNames(), &feed, {&options, true, nullptr}, nullptr));
         return Ref<FIEntry>::Share(context->MakeEntry(row));
     }
     scripted::Row& Composition(int number, int type) {
@@ -141,7 +142,7 @@ TEST_F(Stores, a_solver_that_never_ends_is_left_through_stop) {
 
 TEST_F(Stores, without_waiting_a_store_returns_at_once) {
     auto entry = Node(feed.AddReal(":D.1", "T", 1.0));
-    SetWaitsForSolve(false);
+    TheAdapter().SetWaitsForSolve(false);
     host.solver.busy = true;
     EXPECT_EQ("(NULL)", Write(*entry, "value", FIValue::OfReal(2.0)));
     EXPECT_EQ(0, host.turns);
@@ -156,9 +157,9 @@ TEST_F(Stores, without_waiting_the_value_may_be_read_back_too_early) {
     // A host that takes a number over in its next turn.
     feed.refuse_stores = true;
     host.on_turn = [&](int) { feed.reals[":D.1"] = 2.0; };
-    SetWaitsForSolve(false);
+    TheAdapter().SetWaitsForSolve(false);
     EXPECT_EQ("Value not stored", Write(*entry, "value", FIValue::OfReal(2.0)));
-    SetWaitsForSolve(true);
+    TheAdapter().SetWaitsForSolve(true);
     EXPECT_EQ("(NULL)", Write(*entry, "value", FIValue::OfReal(2.0)));
 }
 
@@ -241,14 +242,14 @@ TEST_F(Stores, an_open_batch_neither_solves_nor_waits) {
         host.solver.calls.clear();
     }
     host.turns = 0;
-    EditBatch().Add({&feed, {}});
+    TheAdapter().EditBatch().Add({&feed, {}});
     for (const auto& [entry, value] : stores) {
         EXPECT_EQ("(NULL)", Write(*entry, "value", value));
         EXPECT_EQ("", host.solver.calls) << Shown(value);
     }
     EXPECT_EQ(0, host.turns);
-    EXPECT_TRUE(EditBatch().Remove({&feed, {}}));
-    EXPECT_FALSE(EditBatch().Remove({&feed, {}}));
+    EXPECT_TRUE(TheAdapter().EditBatch().Remove({&feed, {}}));
+    EXPECT_FALSE(TheAdapter().EditBatch().Remove({&feed, {}}));
 }
 
 TEST_F(Stores, a_write_through_an_iterator_holds_the_stream) {
@@ -263,7 +264,7 @@ TEST_F(Stores, a_write_through_an_iterator_holds_the_stream) {
     EXPECT_EQ("(NULL)", Shown(out));
     EXPECT_EQ("begin session end ", stream.calls);
     EXPECT_EQ("task ", host.solver.calls);
-    EXPECT_FALSE(EditBatch().IsOpen());
+    EXPECT_FALSE(TheAdapter().EditBatch().IsOpen());
 }
 
 // ---- Callbacks in the middle of a store ----

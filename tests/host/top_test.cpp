@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "host/adapter.h"
 #include "host/levels/case_top.h"
 #include "host/levels/document.h"
 #include "host/levels/model_nodes.h"
@@ -26,7 +27,7 @@ bool Refuse(FIContext* context, bool) {
 class Tops : public testing::Test {
  protected:
     Tops() : context(Ref<HAandCContext>::Share(new HAandCContext(nullptr, {}))) { Make(); }
-    ~Tops() override { FIXTopEntry::SetAttachCall(nullptr); }
+    ~Tops() override { TheAdapter().SetAttachCall(nullptr); }
 
     void Make() {
         top = Ref<FIXTopEntry>::Share(
@@ -141,12 +142,12 @@ TEST_F(Tops, attachments_go_to_the_context) {
     EXPECT_EQ("Unable to set attachments", Write(*top, "attachments", FIValue::OfInt(0)));
     EXPECT_EQ("INT 0", Read(*top, "attachments"));
     EXPECT_TRUE(context->FollowsAttachments());
-    FIXTopEntry::SetAttachCall(SetContextFlag);
+    TheAdapter().SetAttachCall(SetContextFlag);
     EXPECT_EQ("(NULL)", Write(*top, "attachments", FIValue::OfInt(0)));
     EXPECT_FALSE(context->FollowsAttachments());
     EXPECT_EQ("(NULL)", Write(*top, "attachments", FIValue::OfInt(1)));
     EXPECT_TRUE(context->FollowsAttachments());
-    FIXTopEntry::SetAttachCall(Refuse);
+    TheAdapter().SetAttachCall(Refuse);
     EXPECT_EQ("Unable to set attachments", Write(*top, "attachments", FIValue::OfInt(0)));
     EXPECT_EQ(3, context->AddRef()) << "the test's and the entry's references are left";
     context->Release();
@@ -366,7 +367,7 @@ TEST(SlotOrder, model_callback_slots_stand_as_the_host_expects) {
 }
 
 TEST(NoHost, nodes_answer_without_a_host) {
-    ASSERT_FALSE(host::InstalledServices());
+    ASSERT_FALSE(TheAdapter().Services());
     auto context = Ref<HAandCContext>::Share(new HAandCContext(nullptr, {}));
     auto top = Ref<FIXTopEntry>::Share(new FIXTopEntry(context.Get(), nullptr, nullptr, nullptr));
     EXPECT_EQ("(NULL)", Read(*top, "status"));

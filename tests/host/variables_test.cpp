@@ -2,8 +2,9 @@
 
 #include <cmath>
 
-#include "framework/empties.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "framework/nodes/empties.h"
+#include "host/adapter.h"
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"
 #include "host/variables/variable_values.h"
@@ -20,8 +21,8 @@ class Variables : public testing::Test {
     Variables() : feed(host.main.Add("Feed", host.stream)) {}
 
     Ref<HVarsContext> List(scripted::Plain& owner, bool attachments = true) {
-        return Ref<HVarsContext>::Share(new HVarsContext(owner.VariableNames(), &owner, &options,
-                                                         attachments, nullptr, nullptr));
+        return Ref<HVarsContext>::Share(new HVarsContext(
+            owner.VariableNames(), &owner, {&options, attachments, nullptr}, nullptr));
     }
     Ref<FIEntry> Node(scripted::Row& row) { return NodeOf(feed, row); }
     Ref<FIEntry> NodeOf(scripted::Plain& owner, scripted::Row& row, bool attachments = true) {
@@ -124,7 +125,7 @@ TEST_F(Variables, units_are_none_while_no_host_is_installed) {
     TestVarSet vars;
     FIValue value = FIValue::OfReal(2.5);
     FIValue out("left over");
-    host::SetInstalledServices(nullptr);
+    TheAdapter().Install(nullptr);
     ReadUnitOptions(1, out);
     EXPECT_EQ("(NULL)", Shown(out));
     ReadUnit(1, &vars, out);
@@ -134,7 +135,7 @@ TEST_F(Variables, units_are_none_while_no_host_is_installed) {
     EXPECT_EQ("REAL 2.5", Shown(value));
     SetShownUnit(1, &vars, FIValue("C"), out);
     EXPECT_EQ("Not supported", Shown(out));
-    host::SetInstalledServices(&host);
+    TheAdapter().Install(&host);
 }
 
 TEST_F(Variables, a_number_shows_its_rows) {

@@ -6,6 +6,7 @@ usage: check_rooms.py <project folder>
 The plan is docs/architecture.md; the tables below are its machine-readable form.
 """
 
+import collections
 import fnmatch
 import pathlib
 import posixpath
@@ -19,6 +20,7 @@ TREE = ["fixtop", "path", "framework"]
 ROOMS = {
     "fixtop": [],
     "fixtop/host": [],
+    "fixtop/client": ["fixtop"],
     "value": ["fixtop/value.h"],
     "platform": ["value", "fixtop/value.h"],
     "diagnostics": ["value", "fixtop/value.h", "platform"],
@@ -33,15 +35,35 @@ ROOMS = {
     "mapping": GROUND + TREE + ["xml", "model"],
     "semantic": ["fixtop/value.h", "fixtop/iterator.h", "fixtop/ref.h",
                  "fixtop/semantic_function.h", "fixtop/semantic_functions.h",
+                 "fixtop/semantic_function_list.h",
                  "diagnostics/memory_guard.h"],
     "automation": GROUND + TREE + ["collection", "model", "mapping"],
     "resources": [],
     "front": None,  # puts the rooms together: everything
 }
+# Headers that stand above their room and include all of it.
+UMBRELLAS = {"fixtop/client.h": "fixtop/client/client.h"}
 # Where the headers of rooms lie, and the folders that hold sources.
 ROOM_FOLDERS = ["src/", "include/"]
-FOLDERS = ["src", "include", "casehost", "tools"]
+FOLDERS = ["src", "include", "casehost", "client", "tools"]
+# Sources in one folder, headers apart.
+MOST_SOURCES = 25
 
+# The case host's own rooms, by the folder below casehost/, and what each may include beside itself;
+# include/ is what others see of it. All but files/ may include that and what a host implements.
+CASEHOST_ROOMS = {
+    "include": [],
+    "files": [],
+    "units": ["include"],
+    "naming": ["include"],
+    "json": ["include", "naming", "files"],
+    "live": ["include", "naming"],
+    "process": ["include"],
+    "importer": ["include"],
+    "standard": ["include", "json", "live", "process", "importer"],
+}
+CASEHOST_LIBRARIES = {"zip.h": "importer", "pugixml.hpp": "importer", "nlohmann/*": "json",
+                      "expat.h": "the module"}
 # It can't reach platform/, so what it needs of an operating system has one source for each.
 CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
 # The header that says for each platform how the exports are marked.
@@ -66,7 +88,7 @@ def matches(path, patterns):
 
 def room_of(path):
     """The room of a path as it is included, or None when its first folder is no room."""
-    parts = path.split("/")
+    parts = UMBRELLAS.get(path, path).split("/")
     for length in (2, 1):
         name = "/".join(parts[:length])
         if len(parts) > length and name in ROOMS:
@@ -152,13 +174,33 @@ def check_source(tree, name):
                 yield number, f"{found.group(1)}: platform differences belong to platform/"
 
 
+def casehost_room(tree, target):
+    """The case host's room of an included file, None when it is no file of the case host."""
+    for place in (target, f"casehost/{target}", f"casehost/include/{target}"):
+        if place in tree.files and place.startswith("casehost/"):
+            return place.split("/")[1]
+    return None
+
+
 def check_casehost(tree, name):
+    own = name.split("/")[1]
+    if own not in CASEHOST_ROOMS:
+        yield 1, f"casehost/{own} is no room of the plan"
+        return
     for number, quoted, text, target in tree.includes(name):
-        if f"casehost/{target}" in tree.files or target in tree.files:
+        their = casehost_room(tree, target)
+        if their is not None:
+            if their != own and their not in CASEHOST_ROOMS[own]:
+                yield number, f"casehost/{own}/ must not include {target}"
             continue
         room = room_of(target)
         if quoted and room is not None and room != "fixtop/host":
             yield number, f"casehost/ includes {target}: of the module it sees fixtop/host/ alone"
+        elif room is not None and own == "files":
+            yield number, f"casehost/files/ must not include {target}"
+        for library, owner in CASEHOST_LIBRARIES.items():
+            if fnmatch.fnmatch(text, library) and own != owner:
+                yield number, f"{text}: is for {owner}"
         if not quoted and is_os_header(text) and not matches(name, CASEHOST_PLATFORM):
             yield number, f"{text}: operating-system headers belong to casehost/files/<platform>/"
     if matches(name, CASEHOST_PLATFORM):
@@ -169,15 +211,61 @@ def check_casehost(tree, name):
             yield number, f"{found.group(1)}: the build chooses casehost/files/<platform>/"
 
 
+def check_client(tree, name):
+    """What opens files sees the case host, and that alone."""
+    for number, quoted, _, target in tree.includes(name):
+        if target.startswith("casehost/"):
+            if f"casehost/include/{target}" not in tree.files:
+                yield number, f"client/ includes {target}: only the headers below casehost/include"
+            elif name != "client/built_in_host.cpp":
+                yield number, f"{target}: belongs to client/built_in_host.cpp"
+        elif quoted and room_of(target) not in (None, "fixtop", "fixtop/client"):
+            yield number, f"client/ includes {target}: only public headers"
+
+
 def check_tools(tree, name):
     for number, quoted, _, target in tree.includes(name):
-        if target.startswith("casehost/") and f"casehost/include/{target}" not in tree.files:
-            yield number, f"tools/ includes {target}: only the headers below casehost/include"
-        elif quoted and room_of(target) not in (None, "fixtop"):
+        if target.startswith("casehost/"):
+            yield number, f"tools/ includes {target}: cases are opened by client/"
+        elif quoted and room_of(target) not in (None, "fixtop", "fixtop/client"):
             yield number, f"tools/ includes {target}: only public headers"
 
 
-CHECKS = {"src": check_source, "include": check_source, "casehost": check_casehost, "tools": check_tools}
+CHECKS = {"src": check_source, "include": check_source, "casehost": check_casehost,
+          "client": check_client, "tools": check_tools}
+
+
+def full_folders(tree):
+    """Complaints about folders in which nobody finds anything."""
+    counts = collections.Counter(posixpath.dirname(name) for name in tree.files
+                                 if name.endswith(".cpp"))
+    for folder, count in sorted(counts.items()):
+        if count > MOST_SOURCES:
+            yield f"{folder}:1: {count} sources, more than {MOST_SOURCES}"
+
+
+def circles(tree):
+    """Complaints about headers that include each other, by whatever roads."""
+    by_include = {inside_of(name): name for name in tree.files}
+    done, road = set(), []
+
+    def visit(name):
+        if name in road:
+            yield f"{name}:1: includes itself by " + ", ".join(road[road.index(name) + 1:] + [name])
+        if name in done or name in road:
+            return
+        road.append(name)
+        for _, _, _, target in tree.includes(name):
+            beside = posixpath.join(posixpath.dirname(name), target)
+            for other in (by_include.get(target), beside if beside in tree.files else None):
+                if other and other != name:
+                    yield from visit(other)
+                    break
+        road.pop()
+        done.add(name)
+
+    for name in sorted(tree.files):
+        yield from visit(name)
 
 
 def complaints(tree):
@@ -187,7 +275,7 @@ def complaints(tree):
         check = CHECKS.get(name.split("/")[0])
         if check:
             lines += [f"{name}:{number}: {text}" for number, text in sorted(check(tree, name))]
-    return lines
+    return lines + list(full_folders(tree)) + list(circles(tree))
 
 
 def main():

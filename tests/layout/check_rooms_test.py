@@ -13,8 +13,9 @@ HEADERS = {
     "include/fixtop/iterator.h": [],
     "include/fixtop/entry.h": [],
     "include/fixtop/host/viewable.h": [],
+    "include/fixtop/client/case.h": [],
     "src/host/h_entry.h": [],
-    "src/framework/attr_map.h": [],
+    "src/framework/nodes/attr_map.h": [],
     "src/collection/element.h": [],
     "src/xml/xml_file.h": [],
     "src/model/ccdm_class.h": [],
@@ -22,8 +23,14 @@ HEADERS = {
     "src/automation/node.h": [],
     "include/fixtop/fixtop.h": ['#include "fixtop/entry.h"', "#if defined(_WIN32)"],
     "casehost/include/casehost/case_data.h": [],
-    "casehost/src/private.h": [],
-    "casehost/model/private.h": [],
+    "casehost/files/draft.h": [],
+    "casehost/importer/problems.h": [],
+    "casehost/json/fields.h": [],
+    "casehost/live/node.h": [],
+    "casehost/live/path/step.h": [],
+    "casehost/naming/object_type.h": [],
+    "casehost/process/thermo.h": [],
+    "casehost/standard/demo_text.h": [],
 }
 
 
@@ -40,28 +47,47 @@ ALLOWED = [
     ("src/value/a.cpp", "fixtop/value.h"),
     ("src/platform/a.cpp", "fixtop/value.h"),
     ("src/path/a.cpp", "platform/modules.h"),
-    ("src/framework/path_walk.cpp", "fixtop/iterator.h"),
+    ("src/framework/path/path_walk.cpp", "fixtop/iterator.h"),
     ("src/framework/a.cpp", "path/path_step.h"),
     ("src/framework/a.cpp", "platform/modules.h"),
     ("src/host/a.cpp", "fixtop/host/viewable.h"),
     ("src/host/a.cpp", "fixtop/entry.h"),
     ("src/host_base/a.cpp", "fixtop/host/viewable.h"),
     ("include/fixtop/host/a.h", "fixtop/host/viewable.h"),
-    ("src/collection/a.cpp", "framework/attr_map.h"),
+    ("src/collection/a.cpp", "framework/nodes/attr_map.h"),
     ("src/model/a.cpp", "xml/xml_file.h"),
     ("src/mapping/a.cpp", "model/ccdm_class.h"),
     ("src/semantic/a.cpp", "fixtop/iterator.h"),
     ("src/automation/a.cpp", "mapping/translators/translator.h"),
     ("src/front/a.cpp", "fixtop/host/viewable.h"),
     ("src/front/a.cpp", "automation/node.h"),
-    ("casehost/src/a.cpp", "fixtop/host/viewable.h"),
-    ("casehost/src/a.cpp", "private.h"),
-    ("casehost/src/a.cpp", "model/private.h"),
-    ("casehost/src/a.cpp", "casehost/case_data.h"),
+    ("casehost/live/a.cpp", "fixtop/host/viewable.h"),
+    ("casehost/live/a.cpp", "node.h"),
+    ("casehost/live/a.cpp", "path/step.h"),
+    ("casehost/live/a.cpp", "live/node.h"),
+    ("casehost/live/a.cpp", "naming/object_type.h"),
+    ("casehost/live/a.cpp", "casehost/case_data.h"),
+    ("casehost/include/casehost/a.h", "casehost/case_data.h"),
+    ("casehost/include/casehost/a.h", "fixtop/host/viewable.h"),
+    ("casehost/units/a.cpp", "casehost/case_data.h"),
+    ("casehost/naming/a.cpp", "casehost/case_data.h"),
+    ("casehost/json/a.cpp", "naming/object_type.h"),
+    ("casehost/json/a.cpp", "files/draft.h"),
+    ("casehost/process/a.cpp", "casehost/case_data.h"),
+    ("casehost/importer/a.cpp", "casehost/case_data.h"),
+    ("casehost/importer/a.cpp", "problems.h"),
+    ("casehost/standard/a.cpp", "live/node.h"),
+    ("casehost/standard/a.cpp", "process/thermo.h"),
+    ("casehost/standard/a.cpp", "json/fields.h"),
+    ("casehost/standard/a.cpp", "importer/problems.h"),
     ("tools/fixtop/a.cpp", "fixtop/fixtop.h"),
     ("tools/fixtop/a.cpp", "fixtop/value.h"),
     ("tools/fixtop/a.cpp", "fixtop/iterator.h"),
-    ("tools/fixtop/a.cpp", "casehost/case_data.h"),
+    ("tools/fixtop/a.cpp", "fixtop/client/case.h"),
+    ("client/a.cpp", "fixtop/fixtop.h"),
+    ("client/a.cpp", "fixtop/client/case.h"),
+    ("client/built_in_host.cpp", "casehost/case_data.h"),
+    ("include/fixtop/client/a.h", "fixtop/iterator.h"),
 ]
 
 FORBIDDEN = [
@@ -73,7 +99,7 @@ FORBIDDEN = [
     ("src/framework/a.cpp", "platform/posix/handle.h"),
     ("src/framework/a.cpp", "fixtop/host/viewable.h"),
     ("src/host_base/a.cpp", "host/h_entry.h"),
-    ("include/fixtop/a.h", "framework/attr_map.h"),
+    ("include/fixtop/a.h", "framework/nodes/attr_map.h"),
     ("include/fixtop/a.h", "fixtop/host/viewable.h"),
     ("include/fixtop/host/a.h", "fixtop/entry.h"),
     ("src/framework/a.cpp", "collection/element.h"),
@@ -85,12 +111,36 @@ FORBIDDEN = [
     ("src/semantic/a.cpp", "fixtop/entry.h"),
     ("src/semantic/a.cpp", "fixtop/host/viewable.h"),
     ("src/automation/a.cpp", "host/h_entry.h"),
-    ("casehost/src/a.cpp", "fixtop/value.h"),
-    ("casehost/src/a.cpp", "fixtop/entry.h"),
-    ("tools/fixtop/a.cpp", "framework/attr_map.h"),
+    ("casehost/live/a.cpp", "fixtop/value.h"),
+    ("casehost/live/a.cpp", "fixtop/entry.h"),
+    ("casehost/live/a.cpp", "json/fields.h"),
+    ("casehost/live/a.cpp", "../json/fields.h"),
+    ("casehost/live/a.cpp", "process/thermo.h"),
+    ("casehost/live/a.cpp", "files/draft.h"),
+    ("casehost/include/casehost/a.h", "live/node.h"),
+    ("casehost/files/a.cpp", "casehost/case_data.h"),
+    ("casehost/files/a.cpp", "fixtop/host/viewable.h"),
+    ("casehost/units/a.cpp", "naming/object_type.h"),
+    ("casehost/naming/a.cpp", "live/node.h"),
+    ("casehost/naming/a.cpp", "json/fields.h"),
+    ("casehost/json/a.cpp", "live/node.h"),
+    ("casehost/json/a.cpp", "importer/problems.h"),
+    ("casehost/process/a.cpp", "live/node.h"),
+    ("casehost/process/a.cpp", "naming/object_type.h"),
+    ("casehost/importer/a.cpp", "live/node.h"),
+    ("casehost/importer/a.cpp", "json/fields.h"),
+    ("casehost/standard/a.cpp", "files/draft.h"),
+    ("casehost/live/a.cpp", "standard/demo_text.h"),
+    ("tools/fixtop/a.cpp", "framework/nodes/attr_map.h"),
+    ("tools/fixtop/a.cpp", "casehost/case_data.h"),
+    ("client/a.cpp", "framework/nodes/attr_map.h"),
+    ("client/a.cpp", "fixtop/host/viewable.h"),
+    ("client/a.cpp", "casehost/case_data.h"),
+    ("include/fixtop/a.h", "fixtop/client/case.h"),
+    ("src/framework/a.cpp", "fixtop/client/case.h"),
     ("tools/fixtop/a.cpp", "fixtop/host/viewable.h"),
-    ("tools/fixtop/a.cpp", "casehost/private.h"),
-    ("tools/fixtop/a.cpp", "../../casehost/src/private.h"),
+    ("tools/fixtop/a.cpp", "casehost/node.h"),
+    ("tools/fixtop/a.cpp", "../../casehost/live/node.h"),
 ]
 
 
@@ -126,17 +176,40 @@ class CheckRooms(unittest.TestCase):
                 for name in ("casehost/files/a.cpp", "casehost/files/posix/a.h",
                              "casehost/files/linux/a.cpp", "casehost/json/posix/a.cpp"):
                     self.assertEqual(len(told(name, line)), 1, name)
-        self.assertEqual(told("casehost/src/a.cpp", "#include <expat.h>"), [])
-        self.assertEqual(told("casehost/src/a.cpp", include("object_sheet.h")), [])
+        self.assertEqual(told("casehost/live/a.cpp", include("object_sheet.h")), [])
+
+    def test_each_library_has_one_place_in_the_case_host(self):
+        for header, room in (("zip.h", "importer"), ("pugixml.hpp", "importer"),
+                             ("nlohmann/json.hpp", "json")):
+            with self.subTest(header=header):
+                self.assertEqual(told(f"casehost/{room}/a.cpp", f"#include <{header}>"), [])
+                self.assertEqual(told("casehost/live/a.cpp", f"#include <{header}>"),
+                                 [f"casehost/live/a.cpp:1: {header}: is for {room}"])
+        self.assertEqual(len(told("casehost/importer/a.cpp", "#include <expat.h>")), 1)
 
     def test_standard_headers_are_free(self):
         for header in ("string", "cstdint", "filesystem", "system_error"):
             with self.subTest(header=header):
                 self.assertEqual(told("src/value/a.cpp", f"#include <{header}>"), [])
 
+    def test_full_folder_is_told(self):
+        files = {f"src/value/s{i}.cpp": [] for i in range(26)}
+        self.assertEqual(complaints(Tree(files)), ["src/value:1: 26 sources, more than 25"])
+        del files["src/value/s0.cpp"]
+        self.assertEqual(complaints(Tree(files)), [])
+
+    def test_circle_is_told(self):
+        files = {"src/value/a.h": [include("value/b.h")], "src/value/b.h": [include("c.h")],
+                 "src/value/c.h": [include("value/a.h")]}
+        self.assertEqual(complaints(Tree(files)),
+                         ["src/value/a.h:1: includes itself by src/value/b.h, src/value/c.h, "
+                          "src/value/a.h"])
+
     def test_folder_outside_the_plan_is_told(self):
         self.assertEqual(told("src/cellar/a.cpp", ""),
                          ["src/cellar/a.cpp:1: src/cellar is no room of the plan"])
+        self.assertEqual(told("casehost/cellar/a.cpp", ""),
+                         ["casehost/cellar/a.cpp:1: casehost/cellar is no room of the plan"])
 
 
 if __name__ == "__main__":

@@ -16,6 +16,7 @@
 #include "casehost/case_host.h"
 #include "lifetimes/scene.h"
 #include "live/case.h"
+#include "support/host_script.h"
 
 namespace fixtop::lifetimes {
 
@@ -28,7 +29,7 @@ class Plant {
 
     casehost::CaseHost& Host() { return *host_; }
     bool HasHost() const { return host_ != nullptr; }
-    casehost::Script& Script() { return host_->GetScript(); }
+    HostScript& Script() { return *script_; }
     casehost::Case& Open() { return *case_; }
     int Solves() const { return *solves_; }
 
@@ -63,6 +64,7 @@ class Plant {
     bool online_;
     std::shared_ptr<int> solves_ = std::make_shared<int>(0);
     std::unique_ptr<casehost::CaseHost> host_;
+    std::shared_ptr<HostScript> script_ = HostScript::Over(*host_);
     casehost::Case* other_case_ = nullptr;
     casehost::Case* case_ = nullptr;
     // Of the case, by the names that they were opened with.

@@ -47,6 +47,7 @@ void World::NewHost() {
     host_.reset();
     host_ = std::make_unique<casehost::CaseHost>(false);
     host_->SetEngineMaker([] { return std::make_unique<IdleEngine>(); });
+    script_ = HostScript::Over(*host_);
     FixtopInstallHost(&host_->Services());
     installed_ = true;
     WatchTurns();

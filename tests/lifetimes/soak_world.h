@@ -15,6 +15,7 @@
 
 #include "casehost/case_host.h"
 #include "live/case.h"
+#include "support/host_script.h"
 
 namespace fixtop::lifetimes {
 
@@ -52,7 +53,7 @@ class World {
     int Removals() const { return removals_; }
     // It is being taken out right now: one case after the other ends.
     bool IsGoing() const { return is_going_; }
-    casehost::Script& Script() { return host_->GetScript(); }
+    HostScript& Script() { return *script_; }
 
     // The cases that are open, by their numbers, which are never used again.
     std::vector<int> Cases() const;
@@ -105,6 +106,7 @@ class World {
     Dice& dice_;
     Fail fail_;
     std::unique_ptr<casehost::CaseHost> host_;
+    std::shared_ptr<HostScript> script_;
     bool installed_ = false;
     int removals_ = 0;
     bool is_going_ = false;

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/translators/ancestor_path.h"
 #include "mapping/translators/function_tables.h"

@@ -7,7 +7,8 @@
 
 #include "casehost/standard_host.h"
 #include "fixtop/semantic_functions.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
+#include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "semantic/raw_tree.h"
 
@@ -20,12 +21,12 @@ using Elements = std::vector<ListElement>;
 
 class SemanticCase : public testing::Test {
  protected:
-    ~SemanticCase() override { host::SetInstalledServices(nullptr); }
+    ~SemanticCase() override { TheAdapter().Install(nullptr); }
 
     void Open(const std::string& name) {
         casehost::UseStandardParts(host_);
         ASSERT_TRUE(casehost::OpenCase(host_, name)) << name;
-        host::SetInstalledServices(&host_.Services());
+        TheAdapter().Install(&host_.Services());
     }
     NodeRef Flowsheet() {
         auto models = Ref<HAandCContext>::Share(new HAandCContext(host_.ActiveCase(), {}));

@@ -22,8 +22,8 @@
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
 #include "fixtop/ref.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
 
 namespace fixtop {
 

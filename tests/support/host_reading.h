@@ -13,7 +13,7 @@
 
 #include "fixtop/ref.h"
 #include "fixtop/var_set.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 
 namespace fixtop {
 

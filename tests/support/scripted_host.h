@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "fixtop/host/services.h"
+#include "host/adapter.h"
 
 namespace fixtop::scripted {
 
@@ -541,9 +542,9 @@ class Host final : public host::HostServices {
         records.FlowSheetObjectObject = &flowsheet_object;
         records.UnitOpObject = &unit_op;
         records.TemplateOpObject = &template_op;
-        host::SetInstalledServices(this);
+        TheAdapter().Install(this);
     }
-    ~Host() { host::SetInstalledServices(nullptr); }
+    ~Host() { TheAdapter().Install(nullptr); }
 
     unsigned DefaultUnits() override { return unit_set; }
     const host::UnitRecord* def_unit(host::VarType wanted, unsigned set) override {

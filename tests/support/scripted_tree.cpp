@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "framework/counted.h"
-#include "framework/empties.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
 
 namespace fixtop {
 

@@ -18,7 +18,7 @@
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
 #include "fixtop/ref.h"
-#include "framework/iterator.h"
+#include "framework/iterator/iterator.h"
 
 namespace fixtop {
 

@@ -153,7 +153,8 @@ struct BasisElement {
     bool operator==(const BasisElement&) const = default;
 };
 
-struct CaseData {
+// Everything of a case but its objects.
+struct CaseBasics {
     std::string name;
     std::string title;      // free text
     std::string source;     // "own" or the kind of file that it was recorded in
@@ -164,6 +165,9 @@ struct CaseData {
     int solve_turns = 3;  // turns of the host's loop that one solve takes
     std::string property_package;
     std::vector<CompoundData> compounds;
+};
+
+struct CaseData : CaseBasics {
     std::vector<BasisElement> basis;  // shown after the package and the compounds
     FlowsheetData main;
     std::vector<ObjectData> utilities;  // at case level

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "casehost/case_data.h"
-#include "casehost/script.h"
 #include "casehost/solve_engine.h"
+#include "casehost/store_watch.h"
 #include "fixtop/host/services.h"
 
 namespace fixtop::casehost {
@@ -53,9 +53,11 @@ class CaseHost {
     CaseHost& operator=(const CaseHost&) = delete;
 
     host::HostServices& Services();
-    Script& GetScript() { return *script_; }
     // What computes cases that are opened from now on; recorded cases get none.
     void SetEngineMaker(EngineMaker maker) { engine_maker_ = std::move(maker); }
+    const EngineMaker& GetEngineMaker() const { return engine_maker_; }
+    // Who watches the stores into cases that are opened from now on; never null.
+    void SetStoreWatch(std::shared_ptr<StoreWatch> watch) { watch_ = std::move(watch); }
 
     // Whether the host's user wants a solve to stop: asked at every turn of one, in cases that are
     // opened from now on.
@@ -95,7 +97,7 @@ class CaseHost {
  private:
     class ServicesImpl;
 
-    std::shared_ptr<Script> script_;
+    std::shared_ptr<StoreWatch> watch_;
     std::unique_ptr<ServicesImpl> services_;
     std::vector<std::unique_ptr<Case>> cases_;
     std::vector<std::unique_ptr<Case>> closed_;

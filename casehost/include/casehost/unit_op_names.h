@@ -8,9 +8,7 @@
 // is an input; any other is a result that the solver fills. Beside a name stands the unit of the
 // numbers stored under it.
 
-namespace fixtop {
-
-namespace casehost::words {
+namespace fixtop::casehost::words {
 
 inline constexpr char kMaterialStream[] = "MaterialStreamObject";
 inline constexpr char kEnergyStream[] = "EnergyStreamObject";
@@ -36,9 +34,9 @@ inline constexpr char kCooler[] = "CoolerOpObject";
 // makes, its product port n the n-th that none takes, in the order of the inner flowsheet.
 inline constexpr char kTemplate[] = "TemplateOpObject";
 
-}  // namespace casehost::words
+}  // namespace fixtop::casehost::words
 
-namespace casehost::names {
+namespace fixtop::casehost::names {
 
 // Of streams, beside stream_names.h.
 inline constexpr char kCompMassFrac[] = "Master Comp Mass Frac";     // array by compound
@@ -82,6 +80,4 @@ inline constexpr char kMinimumApproach[] = "Minimum Approach";            // C d
 
 // Separators have kPressureDrop and an optional kDuty; product 0 is the vapour, 1 the liquid.
 
-}  // namespace casehost::names
-
-}  // namespace fixtop
+}  // namespace fixtop::casehost::names

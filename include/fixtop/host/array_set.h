@@ -2,7 +2,7 @@
 
 // ArraySetBlock: the table behind an array-set element of a specification.
 
-#include "fixtop/host/services.h"
+#include "fixtop/host/local_services.h"
 #include "fixtop/host/text.h"
 
 namespace fixtop::host {
@@ -35,7 +35,7 @@ class GrowableArray {
     }
     void Clear() {
         for (int i = 0; i < size_; ++i) data_[i].~T();
-        if (data_) InstalledServices()->IFace_free(data_);
+        if (data_) LocalServices()->IFace_free(data_);
         data_ = nullptr;
         size_ = spare_ = 0;
     }
@@ -43,12 +43,12 @@ class GrowableArray {
  private:
     void Grow() {
         T* bigger =
-            static_cast<T*>(InstalledServices()->IFace_malloc(sizeof(T) * (size_ + grow_step_)));
+            static_cast<T*>(LocalServices()->IFace_malloc(sizeof(T) * (size_ + grow_step_)));
         for (int i = 0; i < size_; ++i) {
             new (bigger + i) T(data_[i]);
             data_[i].~T();
         }
-        if (data_) InstalledServices()->IFace_free(data_);
+        if (data_) LocalServices()->IFace_free(data_);
         data_ = bigger;
         spare_ = grow_step_;
     }

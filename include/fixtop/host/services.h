@@ -119,17 +119,4 @@ class HostServices {
     ~HostServices() = default;
 };
 
-// The services that this side of the process uses; null until a host is installed. The module and
-// the host each keep their own pointer.
-HostServices* InstalledServices();
-void SetInstalledServices(HostServices* services);
-// A number that changes with every SetInstalledServices, for whoever keeps answers of a host.
-unsigned ServicesInstallation();
-// The object's own number; 0 when the installed host gives none that it answers for.
-bool TracksObjects();
-template <class Object>
-std::uint64_t IdentityOf(const Object& object) {
-    return TracksObjects() ? object.Identity() : 0;
-}
-
 }  // namespace fixtop::host

@@ -58,7 +58,7 @@ class VarDescription {
 
     VarDescription() = default;
     // From a moniker; `type` is 0 throughout. Type, unit type and limits of such a description are
-    // asked of the installed host services when they are wanted.
+    // asked of the local services when they are wanted.
     VarDescription(const char* moniker, VarDescType type);
     // From a host's facts, with the parts that follow it.
     explicit VarDescription(const Facts& facts, const VarDescription& next = VarDescription());

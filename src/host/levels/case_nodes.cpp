@@ -1,6 +1,6 @@
 #include "host/levels/case_nodes.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/levels/flowsheet_nodes.h"
 #include "host/levels/key_prefix.h"
 #include "host/lists/object_list.h"
@@ -27,14 +27,11 @@ constexpr NodeFacts kFacts[] = {{"Flowsheet", 1}, {"Basis", 1}, {"Basis", 0}};
 
 }  // namespace
 
-HFandBContext::HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
-                             bool attachments, FIEntry* parent)
-    : FixedContext(LifeFor(simulation_case, options), attachments),
-      options_(options),
-      parent_(Ref<FIEntry>::Share(parent)) {
-    if (options_ || !Case()) return;
+HFandBContext::HFandBContext(host::SimulationCase* simulation_case, NodeAbove above)
+    : FixedContext(simulation_case, std::move(above)) {
+    if (Options() || !Case()) return;
     own_options_ = std::make_unique<HovexOptions>(Case());
-    options_ = own_options_.get();
+    above_.SetOptions(own_options_.get());
 }
 
 void HFandBContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
@@ -58,21 +55,21 @@ std::span<const AttrRow<HFandBEntry>> HFandBEntry::AttributeRows() {
 FIContext* HFandBEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     host::SimulationCase* simulation_case = context_->Case();
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     switch (index_) {
         case kFlowSheetObjects:
-            context = new Shielded<HSUandUContext>(nullptr, simulation_case, &options_,
-                                                   attachments_, this);
+            context = new Shielded<HSUandUContext>(nullptr, simulation_case, self);
             break;
         case kBasis:
             if (!simulation_case ||
                 !basis_.Fill({simulation_case->Basis(), context_->CaseRecord()}, options_)) {
                 return EmptyContext();
             }
-            return basis_.MakeContext(&options_, attachments_, this);
+            return basis_.MakeContext(self);
         default:
-            context = new Shielded<HFSOContext>(nullptr, simulation_case, HFSOContext::kDataTables,
-                                                &options_, attachments_, this);
+            context =
+                new Shielded<HFSOContext>(nullptr, simulation_case, HFSOContext::kDataTables, self);
             break;
     }
     return HandOut(context);

@@ -19,19 +19,14 @@ class HFandBEntry;
 class HFandBContext : public FixedContext<HFandBContext, HFandBCursorBase, HFandBEntry> {
  public:
     // Without options, and with a case, the context makes options of its own.
-    HFandBContext(host::SimulationCase* simulation_case, const HovexOptions* options,
-                  bool attachments, FIEntry* parent);
+    HFandBContext(host::SimulationCase* simulation_case, NodeAbove above);
 
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     bool IsSameList(const HFandBContext& other) const { return life_.Get() == other.life_.Get(); }
 
-    const HovexOptions* Options() const { return options_; }
-
  private:
     std::unique_ptr<HovexOptions> own_options_;
-    const HovexOptions* options_;
-    Ref<FIEntry> parent_;
 };
 
 // Reports the end while it still stands on "DataBook": a walk that stops there does not see it.

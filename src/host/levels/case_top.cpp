@@ -2,9 +2,10 @@
 
 #include <cstring>
 
-#include "framework/empties.h"
-#include "framework/shield.h"
-#include "framework/subscribers.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
+#include "framework/nodes/subscribers.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 
 namespace fixtop {
@@ -17,11 +18,8 @@ constexpr char kBooleanExpected[] = "Argument mismatch, boolean value required."
 constexpr int kHidden = 0;
 constexpr int kShown = 4;
 
-FIXTopEntry::AttachCall g_attach_call = nullptr;
-
 SubscriberList& Subscribers() {
-    static SubscriberList subscribers;
-    return subscribers;
+    return TheAdapter().Subscribers();
 }
 
 // Brings the application's window to `state` when it is, or is not, hidden.
@@ -43,7 +41,7 @@ void HideCase(host::SimulationCase& simulation_case, host::Session& session) {
 void ShowCase(host::SimulationCase& simulation_case, host::Session& session) {
     ChangeWindow(session, true, kShown);
     session.HideDocument(&simulation_case, false);
-    host::InstalledServices()->UpdateViews(nullptr);
+    TheAdapter().Services()->UpdateViews(nullptr);
 }
 
 host::VarDescription Variable(const char* moniker) {
@@ -57,7 +55,7 @@ FIXTopEntry::FIXTopEntry(FIContext* context, host::SimulationCase* simulation_ca
     : FITopEntry(context, nullptr, solver),
       life_(CaseLife::Of(CaseOrActive(simulation_case))),
       has_subscriptions_(notify_slot != nullptr) {
-    if (host::HostServices* services = host::InstalledServices()) {
+    if (host::HostServices* services = TheAdapter().Services()) {
         services->SetConfigData("ErrorsToTrace", 1.0, false);
         services->SetConfigData("NumErrsToTrace", 1.0, false);
     }
@@ -77,10 +75,6 @@ void FIXTopEntry::OnEnd() {
     Subscribers().TellEnd(life_.Get());
 }
 
-void FIXTopEntry::SetAttachCall(AttachCall call) {
-    g_attach_call = call;
-}
-
 std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
     static const AttrRow<Self> rows[] = {
         {"id", [](Self&, FIValue& out) { out.SetText("Top"); }},
@@ -93,8 +87,16 @@ std::span<const AttrRow<FIXTopEntry>> FIXTopEntry::AttributeRows() {
              host::SimulationCase* simulation_case = self.life_->Case();
              out.Clear();
              if (simulation_case) out.SetText(simulation_case->IsVisible() ? "true" : "false");
+         },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetVisible(value, out);
+             return true;
          }},
-        {"attachments", [](Self& self, FIValue& out) { out.SetInt(self.attachments_ ? 1 : 0); }},
+        {"attachments", [](Self& self, FIValue& out) { out.SetInt(self.attachments_ ? 1 : 0); },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetAttachments(value, out);
+             return true;
+         }},
     };
     return rows;
 }
@@ -126,30 +128,23 @@ void FIXTopEntry::ReadStatus(FIValue& out) const {
     }
 }
 
-void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (*text == '\0') {
-        out = FIValue("No attribute name supplied");
-    } else if (std::strcmp(text, "attachments") == 0) {
-        SetAttachments(value, out);
-    } else if (std::strcmp(text, "visible") == 0) {
-        SetVisible(value, out);
-    } else {
-        out = FIValue("Attribute not supported.");
-    }
+void FIXTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    const bool is_named = name.IsText() && *name.CStr() != '\0';
+    WriteAttribute(*this, name, value, mode,
+                   is_named ? "Attribute not supported." : "No attribute name supplied", out);
 }
 
 void FIXTopEntry::SetAttachments(const FIValue& value, FIValue& out) {
     attachments_ = value.AsInt() != 0;
     out.Clear();
-    if (!g_attach_call || !g_attach_call(GetContext(), attachments_)) {
+    const HostAdapter::AttachCall attach = TheAdapter().Attach();
+    if (!attach || !attach(GetContext(), attachments_)) {
         out = FIValue("Unable to set attachments");
     }
 }
 
 void FIXTopEntry::SetVisible(const FIValue& value, FIValue& out) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Session* session = services ? services->pSession() : nullptr;
     host::SimulationCase* simulation_case = life_->Case();
     if (!simulation_case || !session) {

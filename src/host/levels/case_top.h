@@ -7,24 +7,18 @@
 // the design is one such entry per module. References that stood in it hear of their case by its
 // record, which lasts as long as they do.
 
-#include "framework/top_entry.h"
+#include "framework/nodes/top_entry.h"
 #include "host/case_life.h"
 
 namespace fixtop {
 
 class FIXTopEntry : public FITopEntry {
  public:
-    // Sets the flag of a host top context; gets one reference to give up. False: not possible.
-    using AttachCall = bool (*)(FIContext* context, bool follow);
-
     // Shares `context` and owns `solver`, which may be null. A null case is the active one. With a
     // notify slot the entry accepts subscribers and writes the address of Dispatch through it.
     FIXTopEntry(FIContext* context, host::SimulationCase* simulation_case, FINotify* notify_slot,
                 FISolver* solver);
     ~FIXTopEntry() override;
-
-    // How "attachments" reaches the context; without a call it can't be set.
-    static void SetAttachCall(AttachCall call);
 
     static std::span<const AttrRow<FIXTopEntry>> AttributeRows();
 

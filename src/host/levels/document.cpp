@@ -1,6 +1,7 @@
 #include "host/levels/document.h"
 
 #include "fixtop/solver.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 
 namespace fixtop {
@@ -33,7 +34,7 @@ void HDocumentAgg::ApplicationName(FIValue& out) const {
 }
 
 void HDocumentAgg::SessionText(FIValue& out) const {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Session* session = services ? services->pSession() : nullptr;
     out.Clear();
     if (session) out.SetText(session->SessionText(true).CStr());

@@ -7,13 +7,14 @@
 #include <vector>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/case_life.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
+#include "host/node_above.h"
 
 namespace fixtop {
 
@@ -30,19 +31,18 @@ class FixedContext : public CountedFromZero<FIContext>, public LivingNode {
 
     host::SimulationCase* Case() const { return life_->Case(); }
     const Ref<CaseLife>& CaseRecord() const { return life_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     Liveness* Life() const override { return life_.Get(); }
     bool IsGone() const override { return !life_->IsLive(); }
 
  protected:
-    // A null case is the active one.
-    FixedContext(host::SimulationCase* simulation_case, bool attachments)
-        : life_(CaseLife::Of(CaseOrActive(simulation_case))), attachments_(attachments) {}
-    FixedContext(Ref<CaseLife> life, bool attachments)
-        : life_(std::move(life)), attachments_(attachments) {}
+    // A null case is that of the options, or else the active one.
+    FixedContext(host::SimulationCase* simulation_case, NodeAbove above)
+        : life_(LifeFor(simulation_case, above.Options())), above_(std::move(above)) {}
 
     const Ref<CaseLife> life_;
-    bool attachments_;
+    NodeAbove above_;
 };
 
 // Derived gives a constexpr kRefusal: what a write of anything but the switches answers.
@@ -61,10 +61,11 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
         return that && index_ == that->index_ && Life() == that->Life() &&
                context_->IsSameList(*that->context_);
     }
-    void SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) override {
-        if (IsGone()) return out.SetText(kNodeDeletedText);
-        SetSwitches(*this, attachments_, name, value, Derived::kRefusal, out);
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
+        WriteAttribute(static_cast<Derived&>(*this), name, value, mode, Derived::kRefusal, out);
     }
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  protected:
     FixedEntry(Context* context, int index)
@@ -80,9 +81,9 @@ class FixedEntry : public AttrMapEntry<Derived>, public LivingNode {
             {"display_name", ReadNameRow<Derived>},
             {"isleaf", ReadNumberRow<Derived, 0>},
             {"is_container", ReadNumberRow<Derived, 0>},
-            {kAttachments, NeverShown<Derived>},
-            {kSkipCorrelations, NeverShown<Derived>},
-            {kSkipAttachments, NeverShown<Derived>},
+            AttachmentsRow<Derived>(NeverShown<Derived>),
+            SkipCorrelationsRow<Derived>(NeverShown<Derived>),
+            SkipAttachmentsRow<Derived>(NeverShown<Derived>),
         });
         PlaceRows(rows, given);
         return rows;

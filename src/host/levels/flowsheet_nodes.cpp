@@ -1,6 +1,6 @@
 #include "host/levels/flowsheet_nodes.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/levels/key_prefix.h"
 #include "host/lists/object_list.h"
@@ -29,11 +29,9 @@ constexpr NodeFacts kFacts[] = {{1, HFSOContext::kStreams},
 }  // namespace
 
 HSUandUContext::HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
-                               const HovexOptions* options, bool attachments, FIEntry* parent)
-    : FixedContext(LifeFor(simulation_case, options), attachments),
-      flowsheet_(FlowSheetOrMain(flowsheet, Case()), life_),
-      options_(options),
-      parent_(Ref<FIEntry>::Share(parent)) {}
+                               NodeAbove above)
+    : FixedContext(simulation_case, std::move(above)),
+      flowsheet_(FlowSheetOrMain(flowsheet, Case()), life_) {}
 
 void HSUandUContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     FindKeyByPrefix(kPrefixes, path, out, rest);
@@ -65,7 +63,8 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
 FIContext* HSUandUEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     return HandOut(new Shielded<HFSOContext>(context_->FlowSheet(), context_->Case(),
-                                             kFacts[index_].list, &options_, attachments_, this));
+                                             kFacts[index_].list,
+                                             NodeAbove(&options_, attachments_, this)));
 }
 
 }  // namespace fixtop

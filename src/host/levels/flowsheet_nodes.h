@@ -19,7 +19,7 @@ class HSUandUContext : public FixedContext<HSUandUContext, HSUandUCursorBase, HS
  public:
     // A null flowsheet is the main one.
     HSUandUContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
-                   const HovexOptions* options, bool attachments, FIEntry* parent);
+                   NodeAbove above);
 
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
@@ -30,12 +30,9 @@ class HSUandUContext : public FixedContext<HSUandUContext, HSUandUCursorBase, HS
     // Null when it is gone.
     host::FlowSheet* FlowSheet() const { return flowsheet_.Get(); }
     bool IsGone() const final { return FixedContext::IsGone() || flowsheet_.IsGone(); }
-    const HovexOptions* Options() const { return options_; }
 
  private:
     HostObject<host::FlowSheet> flowsheet_;
-    const HovexOptions* options_;
-    Ref<FIEntry> parent_;
 };
 
 class HSUandUCursorBase : public FixedCursor<HSUandUCursorBase, HSUandUContext> {

@@ -1,6 +1,6 @@
 #include "host/levels/model_nodes.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/levels/case_nodes.h"
 #include "host/published/published_variables.h"
 #include "platform/file_search.h"
@@ -24,8 +24,8 @@ host::COnlineConnectivityManager* ManagerOf(host::SimulationCase* simulation_cas
 
 }  // namespace
 
-HAandCContext::HAandCContext(host::SimulationCase* simulation_case, ModelFiles files)
-    : FixedContext(simulation_case, true), files_(std::move(files)) {}
+HAandCContext::HAandCContext(host::SimulationCase* simulation_case, NeutralViewNames files)
+    : FixedContext(simulation_case, {nullptr, true, nullptr}), files_(std::move(files)) {}
 
 void HAandCContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {
     out.SetText(HAandCCursorBase::kModelNames[HAandCEntry::kAppModel]);
@@ -68,8 +68,8 @@ FIContext* HAandCEntry::GetContext() {
     switch (index_) {
         case kAppModel:
             options_.SetVariableView(true);
-            return HandOut(
-                new Shielded<HFandBContext>(context_->Case(), &options_, attachments_, this));
+            return HandOut(new Shielded<HFandBContext>(context_->Case(),
+                                                       NodeAbove(&options_, attachments_, this)));
         case kPublishedVariables:
             if (auto* manager = ManagerOf(context_->Case())) {
                 return HandOut(

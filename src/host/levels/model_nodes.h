@@ -16,7 +16,7 @@ class HAandCCursorBase;
 class HAandCEntry;
 
 // The files of the neutral view and the application's name, as they were given.
-struct ModelFiles {
+struct NeutralViewNames {
     std::string library;
     std::string map;
     std::string units;
@@ -25,7 +25,7 @@ struct ModelFiles {
 
 class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAandCEntry> {
  public:
-    HAandCContext(host::SimulationCase* simulation_case, ModelFiles files);
+    HAandCContext(host::SimulationCase* simulation_case, NeutralViewNames files);
 
     // Every path of the host begins below "appModel".
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
@@ -33,11 +33,11 @@ class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAand
     // Every case has the same models.
     bool IsSameList(const HAandCContext&) const { return true; }
 
-    const ModelFiles& Files() const { return files_; }
-    void FollowAttachments(bool follow) { attachments_ = follow; }
+    const NeutralViewNames& Files() const { return files_; }
+    void FollowAttachments(bool follow) { above_.FollowAttachments(follow); }
 
  private:
-    ModelFiles files_;
+    NeutralViewNames files_;
 };
 
 class HAandCCursorBase : public FixedCursor<HAandCCursorBase, HAandCContext> {

@@ -1,7 +1,8 @@
 #include "host/levels/object_node.h"
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/levels/flowsheet_nodes.h"
@@ -42,9 +43,9 @@ std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
         {"is_container", ReadNumberRow<Self, 1>},
         {"no_containers_below",
          [](Self& self, FIValue& out) { out.SetInt(IsExactlyTemplateOp(self.Object()) ? 0 : 1); }},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
         {"isObject", ReadNumberRow<Self, 1>},
         {"isHierarchy", ReadNumberRow<Self, 1>,
          [](Self& self, std::intptr_t) { return IsTemplateOp(self.Object()); }},
@@ -60,9 +61,8 @@ void HTopEntry::GetName(FIValue& out) {
     if (object) out.SetText(object->GetName().CStr());
 }
 
-void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+void HTopEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 HTopEntry::Below HTopEntry::FindBelow() {
@@ -79,20 +79,19 @@ HTopEntry::Below HTopEntry::FindBelow() {
 }
 
 FIContext* HTopEntry::GetContext() {
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     switch (FindBelow()) {
         case Below::kNothing:
             return EmptyContext();
         case Below::kSpecification:
-            return specification_.MakeContext(&options_, attachments_, this);
+            return specification_.MakeContext(self);
         case Below::kFlowSheet:
             context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
-                                                   context_->CaseRecord()->Case(), &options_,
-                                                   attachments_, this);
+                                                   context_->CaseRecord()->Case(), self);
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, Object(), &options_, attachments_,
-                                                 this, nullptr);
+            context = new Shielded<HVarsContext>(variables_, Object(), self, nullptr);
             break;
     }
     return HandOut(context);
@@ -101,7 +100,7 @@ FIContext* HTopEntry::GetContext() {
 bool HTopEntry::CanHold() {
     host::Viewable* object = Object();
     if (!IsStream(object)) return false;
-    if (EditBatch().Add(object_)) {
+    if (TheAdapter().EditBatch().Add(object_)) {
         if (host::ProcessStream* stream = object->AsProcessStream()) {
             stream->BeginDeferCompNormalize();
             stream->StartCompositionEditSession();
@@ -112,9 +111,9 @@ bool HTopEntry::CanHold() {
 
 void HTopEntry::BeginBatch() {
     auto self = Ref<HTopEntry>::Share(this);
-    EditBatch().Remove(object_);
+    TheAdapter().EditBatch().Remove(object_);
     host::Viewable* object = Object();
-    if (EditBatch().IsOpen() || !IsStream(object)) return;
+    if (TheAdapter().EditBatch().IsOpen() || !IsStream(object)) return;
     if (host::ProcessStream* stream = object->AsProcessStream()) {
         memory::Outside([&] { stream->EndDeferCompNormalize(); });
     }

@@ -8,7 +8,7 @@
 // solver; giving the hold back does both once.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/host_object.h"
 #include "host/hovex_options.h"
 #include "host/specifications/spec_view.h"
@@ -37,6 +37,7 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
     std::uint64_t ObjectNumber() const final { return object_.Number(); }
     bool IsTracked() const final { return object_.IsTracked(); }
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  private:
     // What lies below: decided anew at each question, as the host may have changed.

@@ -15,9 +15,9 @@
 
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 
 namespace fixtop {
 

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string_view>
 
+#include "host/adapter.h"
+
 namespace fixtop {
 
 namespace {
@@ -13,20 +15,14 @@ std::size_t HashOf(const char* name) {
     return std::hash<std::string_view>()(name);
 }
 
-std::uint64_t g_uses = 0;
-
 }  // namespace
-
-std::array<ListIndex, ListIndex::kKept>& ListIndex::Kept() {
-    static std::array<ListIndex, kKept> kept;
-    return kept;
-}
 
 ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, const NameOf& name_of,
                                   const char* name) {
     const std::uint64_t revision = list.Revision();
     if (revision == 0) return {};
-    auto& kept = Kept();
+    ListIndexTable& table = TheAdapter().ListIndices();
+    auto& kept = table.kept;
     auto slot = std::find_if(kept.begin(), kept.end(), [&](const ListIndex& index) {
         return index.Serves(list, filter, revision);
     });
@@ -34,10 +30,10 @@ ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, cons
         slot = std::min_element(kept.begin(), kept.end(), [](const auto& a, const auto& b) {
             return a.last_use_ < b.last_use_;
         });
-        slot->Start(list, filter, revision);
+        slot->Start(list, filter, revision, ++table.uses);
         return {};
     }
-    slot->last_use_ = ++g_uses;
+    slot->last_use_ = ++table.uses;
     if (!slot->built_) slot->Build(name_of);
     const auto place = slot->places_.find(HashOf(name));
     if (place == slot->places_.end()) return {true, nullptr};
@@ -47,11 +43,12 @@ ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, cons
     return {true, place->second};
 }
 
-void ListIndex::Start(const host::LinkedList& list, int filter, std::uint64_t revision) {
+void ListIndex::Start(const host::LinkedList& list, int filter, std::uint64_t revision,
+                      std::uint64_t use) {
     list_ = &list;
     filter_ = filter;
     revision_ = revision;
-    last_use_ = ++g_uses;
+    last_use_ = use;
     built_ = false;
     places_ = {};
 }

@@ -38,14 +38,11 @@ class ListIndex {
                        const char* name);
 
  private:
-    static constexpr int kKept = 16;
-
     bool Serves(const host::LinkedList& list, int filter, std::uint64_t revision) const {
         return list_ == &list && filter_ == filter && revision_ == revision;
     }
-    void Start(const host::LinkedList& list, int filter, std::uint64_t revision);
+    void Start(const host::LinkedList& list, int filter, std::uint64_t revision, std::uint64_t use);
     void Build(const NameOf& name_of);
-    static std::array<ListIndex, kKept>& Kept();
 
     const host::LinkedList* list_ = nullptr;
     int filter_ = 0;
@@ -53,6 +50,12 @@ class ListIndex {
     std::uint64_t last_use_ = 0;
     bool built_ = false;
     std::unordered_map<std::size_t, const host::ListHolder*> places_;
+};
+
+// The indices that are kept, and the count of their uses.
+struct ListIndexTable {
+    std::array<ListIndex, 16> kept;
+    std::uint64_t uses = 0;
 };
 
 }  // namespace fixtop

@@ -17,6 +17,7 @@
 
 #include "fixtop/cursor.h"
 #include "fixtop/host/services.h"
+#include "host/adapter.h"
 #include "host/lists/list_index.h"
 
 namespace fixtop {
@@ -106,7 +107,7 @@ class ListPosition {
         }
     }
     static bool Lives(std::uint64_t number) {
-        host::HostServices* services = host::InstalledServices();
+        host::HostServices* services = TheAdapter().Services();
         return services && services->Lives(number);
     }
     bool Lose() {

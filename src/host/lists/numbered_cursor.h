@@ -19,10 +19,10 @@
 
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/liveness.h"
-#include "framework/shield.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/liveness.h"
+#include "framework/nodes/shield.h"
 
 namespace fixtop {
 

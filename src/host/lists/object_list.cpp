@@ -4,20 +4,18 @@
 #include <climits>
 #include <cstring>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/levels/object_node.h"
 
 namespace fixtop {
 
 HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case,
-                         Kind kind, const HovexOptions* options, bool attachments, FIEntry* parent)
-    : life_(LifeFor(simulation_case, options)),
+                         Kind kind, NodeAbove above)
+    : life_(LifeFor(simulation_case, above.Options())),
       flowsheet_(FlowSheetOrMain(flowsheet, life_->Case()), life_),
       kind_(kind),
-      options_(options),
-      attachments_(attachments),
-      parent_(Ref<FIEntry>::Share(parent)) {}
+      above_(std::move(above)) {}
 
 FICursorBase* HFSOContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();

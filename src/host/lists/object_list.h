@@ -6,12 +6,12 @@
 // HReactionCursorBase the reactions by number.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
-#include "host/hovex_options.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/numbered_cursor.h"
 #include "host/lists/object_walk.h"
+#include "host/node_above.h"
 
 namespace fixtop {
 
@@ -21,7 +21,7 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
 
     // A null flowsheet is the main one of the case.
     HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case, Kind kind,
-                const HovexOptions* options, bool attachments, FIEntry* parent);
+                NodeAbove above);
 
     FICursorBase* MakeCursor(int kind) override;
     // The name of an object, ended by ":" or "/"; plain, in parentheses, or behind a "(" alone.
@@ -38,8 +38,8 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     Liveness* Life() const final { return life_.Get(); }
 
     const Ref<CaseLife>& CaseRecord() const { return life_; }
-    const HovexOptions* Options() const { return options_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     int ReactionCount() const;
     // Null when there is none of this number.
     host::Reaction* Reaction(int number) const;
@@ -53,9 +53,7 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     const Ref<CaseLife> life_;
     HostObject<host::FlowSheet> flowsheet_;
     Kind kind_;
-    const HovexOptions* options_;
-    bool attachments_;
-    Ref<FIEntry> parent_;
+    NodeAbove above_;
 };
 
 class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {

@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "fixtop/host/viewable.h"
+#include "host/adapter.h"
 #include "host/lists/list_position.h"
 
 namespace fixtop {
@@ -25,7 +26,7 @@ class ObjectFilter {
     bool Shows(host::Viewable& object) const { return Accept(object); }
     static const char* Name(host::Viewable& object) { return object.GetName().CStr(); }
     int Id() const { return shown_; }
-    static std::uint64_t Number(const host::Viewable& object) { return host::IdentityOf(object); }
+    static std::uint64_t Number(const host::Viewable& object) { return IdentityOf(object); }
 
  private:
     Shown shown_ = kAll;

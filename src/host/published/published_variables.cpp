@@ -7,8 +7,9 @@
 #include <string>
 
 #include "diagnostics/memory_guard.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/variables/variable_values.h"
 
@@ -19,7 +20,7 @@ namespace {
 constexpr char kPublished[] = "RTIVariable.500";
 
 host::VarType UnitTypeOf(host::RTIVariable& variable) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return host::kVariableUnitType;
     return services->GetUnitConvTypeFromVarType(
         services->GetVarTypeFromUnitString(variable.UnitText().CStr()));
@@ -108,11 +109,19 @@ std::span<const AttrRow<HPublishEntry>> HPublishEntry::AttributeRows() {
     constexpr auto has_unit = [](Self& self, std::intptr_t) { return self.HasUnit(); };
     static const auto rows = HostAttributeRows<Self>({
         {"id", ReadNameRow<Self>},
-        {"value", [](Self& self, FIValue& out) { self.ReadValue(out); }},
+        {"value", [](Self& self, FIValue& out) { self.ReadValue(out); },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.Store(value, out);
+             return true;
+         }},
         {"dimension", [](Self& self, FIValue& out) { ReadUnitType(self.unit_type_, out); },
          has_unit},
         {"uom", [](Self& self, FIValue& out) { ReadUnit(self.unit_type_, self.GetVarSet(), out); },
-         has_unit},
+         has_unit,
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             SetShownUnit(self.unit_type_, self.GetVarSet(), value, out);
+             return true;
+         }},
         {"type", [](Self&, FIValue& out) { out.SetText("Real"); }},
         {"display_name", ReadNameRow<Self>},
         {"isleaf", ReadNumberRow<Self, 1>},
@@ -135,21 +144,18 @@ void HPublishEntry::ReadValue(FIValue& out) {
     ToShownUnit(unit_type_, GetVarSet(), out);
 }
 
-void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (std::strcmp(text, "value") == 0) {
-        FIValue internal = value;
-        ToInternalUnit(unit_type_, GetVarSet(), internal);
-        out.Clear();
-        auto self = Ref<HPublishEntry>::Share(this);
-        memory::Outside([&] { variable_.Get()->SetValue(InternalNumber(internal)); });
-        if (IsGone()) out.SetText(kNodeDeletedText);
-    } else if (std::strcmp(text, "uom") == 0) {
-        SetShownUnit(unit_type_, GetVarSet(), value, out);
-    } else {
-        out = FIValue(kNotSupportedHere);
-    }
+void HPublishEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                                 FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
+}
+
+void HPublishEntry::Store(const FIValue& value, FIValue& out) {
+    FIValue internal = value;
+    ToInternalUnit(unit_type_, GetVarSet(), internal);
+    out.Clear();
+    auto self = Ref<HPublishEntry>::Share(this);
+    memory::Outside([&] { variable_.Get()->SetValue(InternalNumber(internal)); });
+    if (IsGone()) out.SetText(kNodeDeletedText);
 }
 
 FIContext* HPublishEntry::GetContext() {

@@ -7,8 +7,8 @@
 // those of all variables. A store is neither read back nor followed by a solve.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
 #include "host/lists/numbered_cursor.h"
 
@@ -77,6 +77,7 @@ class HPublishEntry : public AttrMapEntry<HPublishEntry>, public LivingNode {
  private:
     bool HasUnit() const { return unit_type_ != host::kVariableUnitType; }
     void ReadValue(FIValue& out);
+    void Store(const FIValue& value, FIValue& out);
 
     Ref<HPublishContext> context_;
     HostObject<host::RTIVariable> variable_;

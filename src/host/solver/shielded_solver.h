@@ -1,11 +1,11 @@
 #pragma once
 
 // Shielded<HSSSolver>, Shielded<HDynamicSolver>: a solver as it is handed out; see
-// framework/shield.h. There may be no memory for a record either: then the list of records stays
-// as it was.
+// framework/nodes/shield.h. There may be no memory for a record either: then the list of records
+// stays as it was.
 
 #include "fixtop/solver.h"
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 
 namespace fixtop {
 

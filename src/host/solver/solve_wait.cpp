@@ -3,15 +3,10 @@
 #include <algorithm>
 
 #include "diagnostics/memory_guard.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 
 namespace fixtop {
-
-namespace {
-
-bool g_wait_for_solve = true;
-
-}  // namespace
 
 bool HEditBatch::Add(const Stream& stream) {
     const bool is_new = std::none_of(streams_.begin(), streams_.end(), [&](const Stream& each) {
@@ -31,19 +26,6 @@ bool HEditBatch::IsOpen() {
     return !streams_.empty();
 }
 
-HEditBatch& EditBatch() {
-    // Never destroyed, as what its streams belong to.
-    static auto* const batch = new HEditBatch;
-    return *batch;
-}
-
-bool WaitsForSolve() {
-    return g_wait_for_solve;
-}
-void SetWaitsForSolve(bool wait) {
-    g_wait_for_solve = wait;
-}
-
 namespace {
 
 host::FlowSheetSolver* SolverOf(const CaseLife& life) {
@@ -53,19 +35,19 @@ host::FlowSheetSolver* SolverOf(const CaseLife& life) {
 
 // One turn of the host's loop; null when the solver is gone after it, or the host.
 host::FlowSheetSolver* Turn(const CaseLife& life) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return nullptr;
     memory::Outside([&] { services->WaitForTurn(0); });
-    return host::InstalledServices() ? SolverOf(life) : nullptr;
+    return TheAdapter().Services() ? SolverOf(life) : nullptr;
 }
 
 }  // namespace
 
 void SolveAndWait(const CaseLife& life, bool always_wait) {
-    host::FlowSheetSolver* solver = host::InstalledServices() ? SolverOf(life) : nullptr;
+    host::FlowSheetSolver* solver = TheAdapter().Services() ? SolverOf(life) : nullptr;
     if (!solver) return;
     memory::Outside([&] { solver->SolveTask(); });
-    if (!g_wait_for_solve && !always_wait) return;
+    if (!TheAdapter().WaitsForSolve() && !always_wait) return;
     // A queued solve may take two turns to begin.
     for (int turn = 0; turn < 2 && solver && !solver->IsSolving() && solver->Pending(); ++turn) {
         solver = Turn(life);

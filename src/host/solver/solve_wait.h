@@ -24,13 +24,6 @@ class HEditBatch {
     std::vector<Stream> streams_;
 };
 
-// The batch of the process.
-HEditBatch& EditBatch();
-
-// Whether stores wait for the solver to end; true at first.
-bool WaitsForSolve();
-void SetWaitsForSolve(bool wait);
-
 // Starts the solver of the main flowsheet and lets the host's loop run until it has ended, its stop
 // flag is set or the case is gone. Callbacks arrive in the meantime. `always_wait` waits even where
 // stores don't.

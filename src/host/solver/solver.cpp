@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "diagnostics/memory_guard.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
@@ -55,6 +56,10 @@ std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
          [](Self& self, FIValue& out) {
              host::FlowSheetSolver* solver = self.MainSolver();
              out.SetInt(solver && !solver->IsHolding() ? 1 : 0);
+         },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetAutosolve(value, out);
+             return true;
          }},
         {"state",
          [](Self& self, FIValue& out) {
@@ -68,7 +73,12 @@ std::span<const AttrRow<HSSSolver>> HSSSolver::AttributeRows() {
              const bool active = self.Case() && self.Case()->ActiveSolver() == self.MainSolver();
              out.SetText(active ? "true" : "false");
          }},
-        {"wait_for_solve", [](Self&, FIValue& out) { out.SetInt(WaitsForSolve() ? 1 : 0); }},
+        {"wait_for_solve",
+         [](Self&, FIValue& out) { out.SetInt(TheAdapter().WaitsForSolve() ? 1 : 0); },
+         [](Self& self, const FIValue& value, int, FIValue& out) {
+             self.SetWaitForSolve(value, out);
+             return true;
+         }},
     };
     return rows;
 }
@@ -158,19 +168,11 @@ void HSSSolver::GetAttribute(const FIValue& name, FIValue& out) {
 }
 
 void HSSSolver::SetAttribute(const FIValue& name, const FIValue& value, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    const char* text = name.IsText() ? name.CStr() : "";
-    out.Clear();
-    if (std::strcmp(text, "autosolve") == 0) {
-        SetAutosolve(value, out);
-    } else if (std::strcmp(text, "wait_for_solve") == 0) {
-        SetWaitForSolve(value, out);
-    } else {
-        out = FIValue(kNotSupportedHere);
-    }
+    WriteAttribute(*this, name, value, 0, kNotSupportedHere, out);
 }
 
 void HSSSolver::SetAutosolve(const FIValue& value, FIValue& out) {
+    out.Clear();
     host::FlowSheetSolver* solver = MainSolver();
     const std::optional<bool> autosolve = SwitchValue(value);
     if (!autosolve) out = FIValue(kMismatch);
@@ -182,8 +184,9 @@ void HSSSolver::SetAutosolve(const FIValue& value, FIValue& out) {
 }
 
 void HSSSolver::SetWaitForSolve(const FIValue& value, FIValue& out) {
+    out.Clear();
     if (const std::optional<bool> wait = SwitchValue(value)) {
-        SetWaitsForSolve(*wait);
+        TheAdapter().SetWaitsForSolve(*wait);
     } else {
         out = FIValue(kMismatch);
     }

@@ -4,7 +4,7 @@
 // is run, paused and watched; a dynamic one only shows itself.
 
 #include "fixtop/solver.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/solver/solver_notify.h"
 
 namespace fixtop {

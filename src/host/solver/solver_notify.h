@@ -15,7 +15,7 @@
 #include "fixtop/host/simulation_case.h"
 #include "fixtop/ref.h"
 #include "fixtop/solver.h"
-#include "framework/top_entry.h"
+#include "framework/nodes/top_entry.h"
 #include "host/case_life.h"
 #include "platform/free_threading.h"
 

@@ -5,7 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/host_attributes.h"
 #include "host/specifications/array_set_row.h"
 #include "host/specifications/spec_context.h"
@@ -42,7 +43,7 @@ void ConvertColumns(host::ArraySetBlock& block, bool objects_are_there) {
                 }));
         } else {
             block.columns.Append(TextsOf(block.source_numbers, next_numbers, [](double number) {
-                return host::InstalledServices()->NumToText(number);
+                return TheAdapter().Services()->NumToText(number);
             }));
         }
     }
@@ -106,9 +107,9 @@ bool HArraySetEntry::StandsWith(const LivingNode& other) const {
     return that && context_->IsSameList(*that->context_) && row_ == that->row_;
 }
 
-void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+void HArraySetEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                                  FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 std::span<const AttrRow<HArraySetEntry>> HArraySetEntry::AttributeRows() {
@@ -133,9 +134,9 @@ std::span<const AttrRow<HArraySetEntry>> HArraySetEntry::AttributeRows() {
         {"isleaf", ReadNumberRow<Self, 0>},
         {"has_children",
          [](Self& self, FIValue& out) { out.SetInt(self.context_->ColumnCount() > 0 ? 1 : 0); }},
-        {kAttachments, NeverShown<Self>},
-        {kSkipCorrelations, NeverShown<Self>},
-        {kSkipAttachments, NeverShown<Self>},
+        AttachmentsRow<Self>(NeverShown<Self>),
+        SkipCorrelationsRow<Self>(NeverShown<Self>),
+        SkipAttachmentsRow<Self>(NeverShown<Self>),
     });
     return rows;
 }

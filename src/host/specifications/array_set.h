@@ -7,8 +7,8 @@
 
 #include "fixtop/host/array_set.h"
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
-#include "framework/counted.h"
+#include "framework/nodes/attr_map.h"
+#include "framework/nodes/counted.h"
 #include "host/lists/index_cursor.h"
 
 namespace fixtop {
@@ -72,6 +72,9 @@ class HArraySetEntry : public AttrMapEntry<HArraySetEntry>, public LivingNode {
     bool StandsWith(const LivingNode& other) const override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     FIContext* GetContext() override;
+
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  private:
     Ref<HArraySetContext> context_;

@@ -1,6 +1,6 @@
 #include "host/specifications/array_set_row.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_attributes.h"
 
 namespace fixtop {
@@ -43,10 +43,9 @@ bool HArraySetElemEntry::StandsWith(const LivingNode& other) const {
     return that && context_->IsSameList(*that->context_) && column_ == that->column_;
 }
 
-void HArraySetElemEntry::SetAttribute(const FIValue& name, const FIValue& value, int,
+void HArraySetElemEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
                                       FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    SetSwitches(*this, attachments_, name, value, kNotSupportedHere, out);
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 std::span<const AttrRow<HArraySetElemEntry>> HArraySetElemEntry::AttributeRows() {
@@ -62,9 +61,9 @@ std::span<const AttrRow<HArraySetElemEntry>> HArraySetElemEntry::AttributeRows()
         {"display_name", ReadNameRow<Self>},
         {"isleaf", ReadNumberRow<Self, 1>},
         {"has_children", ReadNumberRow<Self, 0>},
-        {kAttachments, NeverShown<Self>},
-        {kSkipCorrelations, NeverShown<Self>},
-        {kSkipAttachments, NeverShown<Self>},
+        AttachmentsRow<Self>(NeverShown<Self>),
+        SkipCorrelationsRow<Self>(NeverShown<Self>),
+        SkipAttachmentsRow<Self>(NeverShown<Self>),
     });
     return rows;
 }

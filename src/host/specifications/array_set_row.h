@@ -3,7 +3,7 @@
 // HArraySetElemContext, HArraySetElemCursorBase, HArraySetElemEntry: one row of an array set, an
 // element for each column under the column's name.
 
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/specifications/array_set.h"
 
 namespace fixtop {
@@ -60,6 +60,9 @@ class HArraySetElemEntry : public AttrMapEntry<HArraySetElemEntry>, public Livin
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
     bool IsContainer() override { return false; }
     FIContext* GetContext() override { return EmptyContext(); }
+
+    bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  private:
     Ref<HArraySetElemContext> context_;

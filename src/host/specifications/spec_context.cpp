@@ -1,6 +1,6 @@
 #include "host/specifications/spec_context.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/specifications/spec_node.h"
 
 namespace fixtop {
@@ -39,23 +39,20 @@ int SpecWalk::Compare(SpecWalk& other) {
     return CompareElements(*own, other, *others);
 }
 
-HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner,
-                           const HovexOptions* options, bool attachments, FIEntry* parent,
+HSpecContext::HSpecContext(const host::CSpecInfo* info, host::Viewable* owner, NodeAbove above,
                            Ref<HSpecFill> fill)
     : info_(info),
-      owner_(owner, LifeFor(nullptr, options)),
-      options_(options),
-      attachments_(attachments),
-      parent_(Ref<FIEntry>::Share(parent)),
+      owner_(owner, LifeFor(nullptr, above.Options())),
+      above_(std::move(above)),
       fill_(std::move(fill)) {}
 
 bool HSpecContext::IsSameList(const HSpecContext& other) const {
     if (owner_.Number() != other.owner_.Number()) return false;
     if (info_ == other.info_) return true;
-    const bool is_root = !dynamic_cast<HSpecEntry*>(parent_.Get());
-    const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.parent_.Get());
+    const bool is_root = !dynamic_cast<HSpecEntry*>(above_.Entry());
+    const bool is_other_root = !dynamic_cast<HSpecEntry*>(other.above_.Entry());
     if (is_root || is_other_root) return is_root && is_other_root;
-    return IsSameElement(*parent_, *other.parent_);
+    return IsSameElement(*above_.Entry(), *other.above_.Entry());
 }
 
 FICursorBase* HSpecContext::MakeCursor(int kind) {

@@ -4,10 +4,10 @@
 // to show, in the host's order.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
-#include "host/hovex_options.h"
+#include "framework/nodes/counted.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/list_position.h"
+#include "host/node_above.h"
 #include "host/specifications/spec_type.h"
 #include "host/specifications/spec_view.h"
 
@@ -80,11 +80,10 @@ class SpecWalk : public ListPosition<HSpecFilter> {
 
 class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
-    // The elements in `info`, a part of `fill`, which describes `owner`. `parent` is the node
-    // above: it is kept alive, and with it the options. Without a fill the info outlives the
-    // context.
-    HSpecContext(const host::CSpecInfo* info, host::Viewable* owner, const HovexOptions* options,
-                 bool attachments, FIEntry* parent, Ref<HSpecFill> fill = {});
+    // The elements in `info`, a part of `fill`, which describes `owner`. Without a fill the info
+    // outlives the context.
+    HSpecContext(const host::CSpecInfo* info, host::Viewable* owner, NodeAbove above,
+                 Ref<HSpecFill> fill = {});
 
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(host::CSpecElement& element);
@@ -100,15 +99,13 @@ class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {
     // The host fills a list anew for everyone who asks, so the object and the place within its
     // specification tell the lists apart.
     bool IsSameList(const HSpecContext& other) const;
-    const HovexOptions* Options() const { return options_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
 
  private:
     const host::CSpecInfo* info_;
     HostObject<host::Viewable> owner_;
-    const HovexOptions* options_;
-    bool attachments_;
-    Ref<FIEntry> parent_;
+    NodeAbove above_;
     Ref<HSpecFill> fill_;
 };
 

@@ -1,8 +1,6 @@
 #include "host/specifications/spec_node.h"
 
-#include <cstring>
-
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
@@ -84,8 +82,8 @@ FIContext* HSpecEntry::GetContext() {
     if (IsGone()) return EmptyContext();
     const Ref<HSpecFill>& fill = context_->Fill();
     if (element_.child) {
-        context = new Shielded<HSpecContext>(element_.child, context_->Owner(), &options_,
-                                             attachments_, this, fill);
+        context = new Shielded<HSpecContext>(element_.child, context_->Owner(),
+                                             NodeAbove(&options_, attachments_, this), fill);
     } else if (element_.array_set) {
         context =
             new Shielded<HArraySetContext>(element_.array_set, this, !fill || fill->IsCurrent());
@@ -117,21 +115,22 @@ const char* HSpecEntry::Store(double value, int mode) {
 }
 
 void HSpecEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
-    if (IsGone()) return out.SetText(kNodeDeletedText);
-    const bool is_value = name.IsText() && std::strcmp(name.CStr(), "value") == 0;
-    if (!is_value || type_.Get() != HSpecType::kProcVar) {
-        SetSwitches(*this, attachments_, name, value, kStoreNotSupported, out);
-        return;
-    }
-    const char* message = Store(value.IsNull() ? host::kEmptyReal : value.AsDouble(), mode);
+    WriteAttribute(*this, name, value, mode, kStoreNotSupported, out);
+}
+
+// Of process variables alone.
+bool HSpecEntry::WriteValue(HSpecEntry& self, const FIValue& value, int mode, FIValue& out) {
+    if (self.type_.Get() != HSpecType::kProcVar) return false;
+    const char* message = self.Store(value.IsNull() ? host::kEmptyReal : value.AsDouble(), mode);
     out.Clear();
     if (message) out.SetText(message);
+    return true;
 }
 
 template <HSpecType::Row row>
-AttrRow<HSpecEntry> HSpecEntry::TypeRow(const char* name) {
+AttrRow<HSpecEntry> HSpecEntry::TypeRow(const char* name, AttrRow<HSpecEntry>::Writer writer) {
     return {name, [](HSpecEntry& self, FIValue& out) { self.type_.Read(row, out); },
-            [](HSpecEntry& self, std::intptr_t) { return self.type_.Shows(row); }};
+            [](HSpecEntry& self, std::intptr_t) { return self.type_.Shows(row); }, writer};
 }
 
 std::span<const AttrRow<HSpecEntry>> HSpecEntry::AttributeRows() {
@@ -141,7 +140,7 @@ std::span<const AttrRow<HSpecEntry>> HSpecEntry::AttributeRows() {
     };
     static const auto rows = HostAttributeRows<Self>({
         {"id", read_unique_name},
-        TypeRow<HSpecType::kValue>("value"),
+        TypeRow<HSpecType::kValue>("value", WriteValue),
         TypeRow<HSpecType::kUom>("uom"),
         {"browser_name", read_unique_name},
         TypeRow<HSpecType::kType>("type"),
@@ -155,9 +154,9 @@ std::span<const AttrRow<HSpecEntry>> HSpecEntry::AttributeRows() {
         {"has_children", [](Self& self, FIValue& out) { out.SetInt(self.HasChildren() ? 1 : 0); }},
         TypeRow<HSpecType::kStatus>("status"),
         TypeRow<HSpecType::kMoniker>("moniker"),
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
         {"noObjectsBelow", ReadNumberRow<Self, 1>},
     });
     return rows;

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/specifications/spec_context.h"
 
 namespace fixtop {
@@ -35,6 +35,7 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
     // The element of the same place, whoever asked for the specification.
     bool IsSameElement(const HSpecEntry& other) const;
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
 
  private:
     // The tag with a suffix where adjacent or earlier siblings have the same.
@@ -43,7 +44,9 @@ class HSpecEntry : public AttrMapEntry<HSpecEntry>, public LivingNode {
     const char* Store(double value, int mode);
 
     template <HSpecType::Row row>
-    static AttrRow<HSpecEntry> TypeRow(const char* name);
+    static AttrRow<HSpecEntry> TypeRow(const char* name,
+                                       AttrRow<HSpecEntry>::Writer writer = nullptr);
+    static bool WriteValue(HSpecEntry& self, const FIValue& value, int mode, FIValue& out);
 
     Ref<HSpecContext> context_;
     host::CSpecElement& element_;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "fixtop/host/services.h"
+#include "host/adapter.h"
 
 namespace fixtop {
 
@@ -59,7 +60,7 @@ bool TypeName(const HSpecType& type, FIValue* out) {
 }
 
 const char* DefaultUnitName(const host::Text& moniker) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services || moniker.IsEmpty()) return nullptr;
     const host::VarDescription description(moniker.CStr(), 0);
     host::VariableTypes* types = services->pVarTypes();
@@ -82,7 +83,7 @@ bool VariableStatus(const HSpecType& type, FIValue* out) {
 }
 
 bool FullMoniker(const HSpecType& type, FIValue* out) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!out || !services) return services != nullptr;
     const host::Text owner = services->RelativeMoniker(nullptr, type.Owner(), false);
     return GiveText(out, (owner + type.Element().moniker).CStr());

@@ -1,7 +1,8 @@
 #include "host/specifications/spec_view.h"
 
 #include "fixtop/host/services.h"
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/specifications/spec_context.h"
 
 namespace fixtop {
@@ -32,7 +33,7 @@ host::CSpecInfo* NewFilledInfo(host::HostServices& services, host::Viewable* obj
 
 Ref<HSpecFill> HSpecFill::Make(const HostObject<host::Viewable>& object,
                                const HovexOptions& options) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     host::Viewable* there = object.Get();
     if (!there || !services) return {};
     host::CSpecInfo* info = NewFilledInfo(*services, there, options);
@@ -62,7 +63,7 @@ int HSpecFill::Release() {
 }
 
 void HSpecFill::Drop() {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (info_ && services) services->DeleteSpecInfo(info_);
     info_ = nullptr;
 }
@@ -72,10 +73,8 @@ bool HSpecView::Fill(const HostObject<host::Viewable>& object, const HovexOption
     return static_cast<bool>(fill_);
 }
 
-FIContext* HSpecView::MakeContext(const HovexOptions* options, bool attachments,
-                                  FIEntry* parent) const {
-    return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), options,
-                                              attachments, parent, fill_));
+FIContext* HSpecView::MakeContext(const NodeAbove& above) const {
+    return HandOut(new Shielded<HSpecContext>(fill_->Info(), fill_->Object().Get(), above, fill_));
 }
 
 }  // namespace fixtop

@@ -7,7 +7,7 @@
 #include "fixtop/entry.h"
 #include "fixtop/host/specification.h"
 #include "host/host_object.h"
-#include "host/hovex_options.h"
+#include "host/node_above.h"
 
 namespace fixtop {
 
@@ -50,8 +50,8 @@ class HSpecView {
 
     // False when there is no object, or it has nothing to show; asked again at the next call then.
     bool Fill(const HostObject<host::Viewable>& object, const HovexOptions& options);
-    // The counted context over the elements of a filled view, which `parent` holds.
-    FIContext* MakeContext(const HovexOptions* options, bool attachments, FIEntry* parent) const;
+    // The counted context over the elements of a filled view, which the node above holds.
+    FIContext* MakeContext(const NodeAbove& above) const;
 
  private:
     Ref<HSpecFill> fill_;

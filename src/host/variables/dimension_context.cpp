@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "host/variables/dimension_node.h"
 
 namespace fixtop {
@@ -26,14 +26,11 @@ const char* ReadIndex(const char* text, int& index) {
 }  // namespace
 
 HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
-                                 const host::VarDescription& address, bool attachments,
-                                 const HovexOptions* options, FIEntry* parent)
+                                 const host::VarDescription& address, NodeAbove above)
     : variable_(Ref<HVarsEntry>::Share(variable)),
       dimension_(dimension),
       address_(address),
-      attachments_(attachments),
-      options_(options),
-      parent_(Ref<FIEntry>::Share(parent)),
+      above_(std::move(above)),
       names_({variable->EffectiveOwner(), variable->CaseRecord()},
              variable->OffsetDescription(dimension)) {
     host::DimInfo bounds;

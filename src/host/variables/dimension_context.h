@@ -4,8 +4,8 @@
 // for each, with the elements on the last.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
-#include "host/hovex_options.h"
+#include "framework/nodes/counted.h"
+#include "host/node_above.h"
 #include "host/variables/element_names.h"
 #include "host/variables/variable_node.h"
 
@@ -14,9 +14,9 @@ namespace fixtop {
 class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
     // Dimension `dimension`, counted from 0, of `variable` at an address in which the dimensions
-    // before it are filled. `parent` is the node above, kept alive for its options.
+    // before it are filled.
     HVarDimsContext(HVarsEntry* variable, int dimension, const host::VarDescription& address,
-                    bool attachments, const HovexOptions* options, FIEntry* parent);
+                    NodeAbove above);
 
     FICursorBase* MakeCursor(int kind) override;
     // "(name)" or an index, with one "." or "/" behind it.
@@ -32,8 +32,8 @@ class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
     int Dimension() const { return dimension_; }
     const host::VarDescription& Address() const { return address_; }
     const HElementNames& Names() const { return names_; }
-    const HovexOptions* Options() const { return options_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     // Indices run from Low to before End.
     long long Low() const { return low_; }
     long long End() const { return end_; }
@@ -45,9 +45,7 @@ class HVarDimsContext : public CountedFromZero<FIContext>, public LivingNode {
     Ref<HVarsEntry> variable_;
     int dimension_;
     host::VarDescription address_;
-    bool attachments_;
-    const HovexOptions* options_;
-    Ref<FIEntry> parent_;
+    NodeAbove above_;
     HElementNames names_;
     long long low_ = 0;
     long long end_ = 0;

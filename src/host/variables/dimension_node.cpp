@@ -1,7 +1,8 @@
 #include "host/variables/dimension_node.h"
 
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/solver/solve_wait.h"
 #include "host/variables/variable_rows.h"
 
@@ -45,13 +46,13 @@ bool HVarDimsEntry::IsContainer() {
 
 FIContext* HVarDimsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
-        context = new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_,
-                                                attachments_, &options_, this);
-    } else if (const host::LinkedList* variables = FollowedVariables()) {
         context =
-            new Shielded<HVarsContext>(variables, Holder(), &options_, attachments_, this, this);
+            new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_, self);
+    } else if (const host::LinkedList* variables = FollowedVariables()) {
+        context = new Shielded<HVarsContext>(variables, Holder(), self, this);
     } else {
         return EmptyContext();
     }
@@ -80,7 +81,7 @@ HostObject<host::Viewable> HVarDimsEntry::Stream() const {
 bool HVarDimsEntry::CanHold() {
     if (IsGone() || Array().IsCompositionVariable()) return false;
     const HostObject<host::Viewable> stream = Stream();
-    if (stream.Get() && EditBatch().Add(stream)) {
+    if (stream.Get() && TheAdapter().EditBatch().Add(stream)) {
         if (auto* process = stream.Get()->AsProcessStream()) process->BeginDeferCompNormalize();
     }
     return true;
@@ -91,8 +92,8 @@ void HVarDimsEntry::BeginBatch() {
     if (IsGone() || Array().IsCompositionVariable()) return;
     const HostObject<host::Viewable> stream = Stream();
     if (!stream.Get()) return;
-    EditBatch().Remove(stream);
-    if (EditBatch().IsOpen()) return;
+    TheAdapter().EditBatch().Remove(stream);
+    if (TheAdapter().EditBatch().IsOpen()) return;
     if (auto* process = stream.Get()->AsProcessStream()) {
         memory::Outside([&] { process->EndDeferCompNormalize(); });
     }
@@ -103,13 +104,14 @@ void HVarDimsEntry::GetAttribute(const FIValue& name, FIValue& out) {
     ReadVariableAttribute(*this, name, out);
 }
 
-void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetVariableAttribute(*this, attachments_, name, value, out);
+void HVarDimsEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
+                                 FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 void HVarDimsEntry::ReadMoniker(FIValue& out) const {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     out.SetText(services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str() +
                 address_.GetFilledMoniker().Str());
@@ -121,9 +123,9 @@ std::span<const AttrRow<HVarDimsEntry>> HVarDimsEntry::AttributeRows() {
         {"can_enter", [](Self& self, FIValue& out) { out.SetInt(IsScalar(self) ? 1 : 0); }},
         {"isleaf", [](Self& self, FIValue& out) { out.SetInt(self.IsContainer() ? 0 : 1); }},
         {"moniker", [](Self& self, FIValue& out) { self.ReadMoniker(out); }},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
     });
     return rows;
 }

@@ -7,7 +7,7 @@
 // the hold is given back. Fractions of a composition are held by the stream's own node.
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/variables/attachment.h"
 #include "host/variables/dimension_context.h"
 
@@ -39,6 +39,7 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
 
     int Index() const { return index_; }
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
     int DimensionsBelow() const { return Array().Dimensions() - context_->Dimension() - 1; }
     const host::VariableNameInfo& Row() const { return Array().Row(); }
     bool IsCustom() const { return Array().IsCustom(); }

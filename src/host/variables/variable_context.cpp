@@ -1,19 +1,16 @@
 #include "host/variables/variable_context.h"
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"
 
 namespace fixtop {
 
-HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
-                           const HovexOptions* options, bool attachments, FIEntry* parent,
+HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner, NodeAbove above,
                            const HAttachment* attachment)
     : list_(list),
-      owner_(owner, LifeFor(nullptr, options)),
-      options_(options),
-      attachments_(attachments),
-      parent_(Ref<FIEntry>::Share(parent)),
+      owner_(owner, LifeFor(nullptr, above.Options())),
+      above_(std::move(above)),
       attachment_(attachment) {}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {

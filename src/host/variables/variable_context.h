@@ -3,11 +3,11 @@
 // HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.
 
 #include "fixtop/ref.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "host/host_object.h"
-#include "host/hovex_options.h"
 #include "host/lists/list_cursor.h"
 #include "host/lists/list_position.h"
+#include "host/node_above.h"
 #include "host/variables/attachment.h"
 
 namespace fixtop {
@@ -31,10 +31,10 @@ class VariableWalk : public ListPosition<VariableView> {
 
 class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
-    // The variables in `list`, of `owner`. `parent` is the node above, kept alive for its options;
-    // `attachment` is that node when it is one that points at `owner`, else null.
-    HVarsContext(const host::LinkedList* list, host::Viewable* owner, const HovexOptions* options,
-                 bool attachments, FIEntry* parent, const HAttachment* attachment);
+    // The variables in `list`, of `owner`. `attachment` is the node above when it is one that
+    // points at `owner`, else null.
+    HVarsContext(const host::LinkedList* list, host::Viewable* owner, NodeAbove above,
+                 const HAttachment* attachment);
 
     FICursorBase* MakeCursor(int kind) override;
     // Matches the beginning of a path with the monikers of the rows; the key is the name of the row
@@ -49,16 +49,14 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     Liveness* Life() const final { return owner_.Life().Get(); }
 
     const HostObject<host::Viewable>& Owner() const { return owner_; }
-    const HovexOptions* Options() const { return options_; }
-    bool FollowsAttachments() const { return attachments_; }
+    const HovexOptions* Options() const { return above_.Options(); }
+    bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     const HAttachment* Attachment() const { return attachment_; }
 
  private:
     const host::LinkedList* list_;
     HostObject<host::Viewable> owner_;
-    const HovexOptions* options_;
-    bool attachments_;
-    Ref<FIEntry> parent_;
+    NodeAbove above_;
     const HAttachment* attachment_;
 };
 

@@ -4,7 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "framework/shield.h"
+#include "framework/nodes/shield.h"
+#include "host/adapter.h"
 #include "host/variables/dimension_context.h"
 #include "host/variables/variable_rows.h"
 
@@ -126,7 +127,7 @@ void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars
 
 void HVarsEntry::ReadMoniker(FIValue& out) {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     std::string moniker = services->RelativeMoniker(nullptr, EffectiveOwner(), false).Str();
     const std::string variable = row_->TextDescription().Str();
@@ -154,8 +155,8 @@ bool HVarsEntry::StandsWith(const LivingNode& other) const {
     return that && OwnerNumber() == that->OwnerNumber() && row_ == that->row_;
 }
 
-void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int, FIValue& out) {
-    SetVariableAttribute(*this, attachments_, name, value, out);
+void HVarsEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
+    WriteAttribute(*this, name, value, mode, kNotSupportedHere, out);
 }
 
 bool HVarsEntry::IsContainer() {
@@ -164,13 +165,12 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
+    const NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
-        context =
-            new Shielded<HVarDimsContext>(this, 0, description_, attachments_, &options_, this);
+        context = new Shielded<HVarDimsContext>(this, 0, description_, self);
     } else if (LeadsSomewhere()) {
-        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), &options_, attachments_,
-                                             this, this);
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), self, this);
     } else {
         return EmptyContext();
     }
@@ -205,9 +205,9 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         {"offsetmoniker1", read_offset, 1, has_dimension},
         {"fullattachmoniker", [](Self& self, FIValue& out) { ReadFullMoniker(self.Holder(), out); },
          IsScalarAttachment<Self>},
-        {kAttachments, ReadAttachmentsRow<Self>},
-        {kSkipCorrelations, ReadSkipCorrelationsRow<Self>},
-        {kSkipAttachments, ReadSkipAttachmentsRow<Self>},
+        AttachmentsRow<Self>(),
+        SkipCorrelationsRow<Self>(),
+        SkipAttachmentsRow<Self>(),
     });
     return rows;
 }

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "fixtop/ref.h"
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "host/variables/variable_context.h"
 #include "host/variables/variable_values.h"
 
@@ -31,6 +31,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }
+    void FollowAttachments(bool follow) { attachments_ = follow; }
     // Count of dimensions; 0 is a scalar.
     int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
     int DimensionsBelow() const { return Dimensions(); }

@@ -11,6 +11,8 @@
 //     HVariable Variable();
 //     void ReadValue(FIValue& out);
 //     const char* Store(const FIValue& value);    // null or the message
+//     bool FollowsAttachments() const;
+//     void FollowAttachments(bool follow);
 
 #include <array>
 #include <cstring>
@@ -60,16 +62,32 @@ void ReadTypeRow(T& owner, FIValue& out) {
     }
 }
 
+template <class T>
+bool WriteScalar(T& owner, const FIValue& value, int, FIValue& out) {
+    // The solver runs inside a store, and with it whatever lets go of this node.
+    auto self = Ref<T>::Share(&owner);
+    const char* message = IsScalar(owner) ? owner.Store(value) : "Non scalar variable";
+    out.Clear();
+    if (message) out.SetText(message);
+    if (owner.IsGone()) out.SetText(kNodeDeletedText);
+    return true;
+}
+template <class T>
+bool WriteShownUnit(T& owner, const FIValue& value, int, FIValue& out) {
+    SetShownUnit(owner.UnitType(), owner.GetVarSet(), value, out);
+    return true;
+}
+
 // The table of a family of variables: the common rows, and in their place or behind them the given.
 template <class T>
 std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
     auto rows = HostAttributeRows<T>({
         {"id", ReadNameRow<T>},
-        {"value", [](T& self, FIValue& out) { self.ReadValue(out); }, IsScalar<T>},
+        {"value", [](T& self, FIValue& out) { self.ReadValue(out); }, IsScalar<T>, WriteScalar<T>},
         {"dimension", [](T& self, FIValue& out) { ReadUnitType(self.UnitType(), out); },
          HasUnits<T>},
         {"uom", [](T& self, FIValue& out) { ReadUnit(self.UnitType(), self.GetVarSet(), out); },
-         HasUnits<T>},
+         HasUnits<T>, WriteShownUnit<T>},
         {"option_list", [](T& self, FIValue& out) { ReadOptions(self.Variable(), out); },
          [](T& self, std::intptr_t) { return self.Row().value_kind == host::kEnumeration; }},
         {"uom_options", [](T& self, FIValue& out) { ReadUnitOptions(self.UnitType(), out); },
@@ -116,27 +134,6 @@ void ReadVariableAttribute(T& owner, const FIValue& name, FIValue& out) {
     out.Clear();
     if (std::strcmp(text, kStale) != 0 || !ShowsState(owner)) return;
     if (IsOutdated(owner.Variable())) out.SetInt(1);
-}
-
-// The writes that all variables have: the value of a scalar, its unit, and the three switches.
-template <class T>
-void SetVariableAttribute(T& owner, bool& follow, const FIValue& name, const FIValue& value,
-                          FIValue& out) {
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (owner.IsGone()) {
-        out.SetText(kNodeDeletedText);
-    } else if (std::strcmp(text, "value") == 0) {
-        // The solver runs inside a store, and with it whatever lets go of this node.
-        auto self = Ref<T>::Share(&owner);
-        const char* message = IsScalar(owner) ? owner.Store(value) : "Non scalar variable";
-        out.Clear();
-        if (message) out.SetText(message);
-        if (owner.IsGone()) out.SetText(kNodeDeletedText);
-    } else if (std::strcmp(text, "uom") == 0) {
-        SetShownUnit(owner.UnitType(), owner.GetVarSet(), value, out);
-    } else {
-        SetSwitches(owner, follow, name, value, kNotSupportedHere, out);
-    }
 }
 
 }  // namespace fixtop

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "diagnostics/memory_guard.h"
+#include "host/adapter.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
@@ -67,7 +68,7 @@ const char* StoreAndSolve(const HVariablePlace& place, const Ref<CaseLife>& life
                           IsStored is_stored) {
     const HostObject<host::Viewable> object(place.object, life);
     memory::Outside([&] { store(*place.object, *place.description); });
-    if (!EditBatch().IsOpen()) SolveAndWait(*life);
+    if (!TheAdapter().EditBatch().IsOpen()) SolveAndWait(*life);
     host::Viewable* left = object.Get();
     if (!left) return kNodeDeletedText;
     return is_stored(*left, *place.description) ? nullptr : kNotStored;
@@ -129,7 +130,7 @@ host::Viewable* FindHolder(host::Viewable* owner, host::Viewable* object,
 
 void ReadFullMoniker(host::Viewable* attached, FIValue& out) {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (attached && services)
         out.SetText(services->RelativeMoniker(nullptr, attached, true).CStr());
 }
@@ -169,7 +170,7 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
     constexpr const char* missing = "Missing";
     FIValue raw;
     ReadRaw(variable, vars, raw);
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (raw.IsNull() || !services) return missing;
     HVariablePlace place = StatePlace(variable);
     if (variable.row->value_kind == host::kAttachment) {
@@ -187,7 +188,7 @@ const char* ReadStatus(const HVariable& variable, FIVarSet* vars) {
 
 bool IsOutdated(const HVariable& variable) {
     const int kind = variable.row->value_kind;
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services || !variable.object || kind == host::kAttachment || kind == host::kMessage) {
         return false;
     }
@@ -260,14 +261,14 @@ void StoreComposition(const HVariable& variable, const FIValue& value) {
 
 host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,
                                 const host::VarDescription& description) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (unit_type != host::kVariableUnitType || !services || !object) return unit_type;
     return services->GetUnitConvTypeFromVarType(object->GetVariableUnitType(description));
 }
 
 const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemory* memory) {
     static const FIValue own_quantity;
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return nullptr;
     const host::UnitRecord* unit = DefaultUnit(*services, type, memory);
     if (!vars) return unit;
@@ -282,19 +283,19 @@ const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemor
 void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory) {
     if (value.Kind() != FIValue::kReal) return;
     if (const host::UnitRecord* unit = ShownUnit(type, vars, memory)) {
-        value.SetReal(host::InstalledServices()->calc_ounit(value.AsDouble(), unit));
+        value.SetReal(TheAdapter().Services()->calc_ounit(value.AsDouble(), unit));
     }
 }
 
 void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value) {
     if (value.IsNull()) return;
     if (const host::UnitRecord* unit = ShownUnit(type, vars)) {
-        value.SetReal(host::InstalledServices()->calc_unit(value.AsDouble(), unit));
+        value.SetReal(TheAdapter().Services()->calc_unit(value.AsDouble(), unit));
     }
 }
 
 void ReadUnitType(host::VarType type, FIValue& out) {
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     out.Clear();
     if (services) out.SetText(services->utypetoa(type));
 }
@@ -309,7 +310,7 @@ void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out) {
 
 void ReadUnitOptions(host::VarType type, FIValue& out) {
     out.Clear();
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!services) return;
     services->UnitConvList(type);
     std::string names;
@@ -323,7 +324,7 @@ void ReadUnitOptions(host::VarType type, FIValue& out) {
 
 void SetShownUnit(host::VarType type, FIVarSet* vars, const FIValue& unit, FIValue& out) {
     static const FIValue own_quantity;
-    host::HostServices* services = host::InstalledServices();
+    host::HostServices* services = TheAdapter().Services();
     if (!vars || !services) {
         out = FIValue(kNotSupportedHere);
     } else if (!services->findunit(unit.ToText().c_str(), type)) {

@@ -4,7 +4,7 @@
 // quantity, moved by the translators that were chosen for them.
 
 #include "fixtop/ref.h"
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
 #include "mapping/translators/ancestor_path.h"
 #include "mapping/translators/branch_request.h"
 #include "mapping/translators/translator.h"

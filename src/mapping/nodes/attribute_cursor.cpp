@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include "framework/cursor.h"
-#include "framework/shield.h"
+#include "framework/nodes/cursor.h"
+#include "framework/nodes/shield.h"
 
 namespace fixtop {
 

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "fixtop/cursor.h"
-#include "framework/counted.h"
-#include "framework/var_set_loan.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/var_set_loan.h"
 #include "mapping/nodes/class_entry.h"
 
 namespace fixtop {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "mapping/nodes/class_cursor.h"
 #include "mapping/nodes/class_entry.h"
 

@@ -6,7 +6,7 @@
 // It holds the library and the entry above it, so both last as long as anything below.
 
 #include "fixtop/entry.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "mapping/nodes/application_faces.h"
 #include "mapping/open/open_library.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "diagnostics/error_log.h"
-#include "framework/counted.h"
-#include "framework/shield.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/shield.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/translators/reference_move.h"
 #include "xml/message_text.h"

@@ -13,7 +13,7 @@
 #include <memory>
 
 #include "fixtop/cursor.h"
-#include "framework/counted.h"
+#include "framework/nodes/counted.h"
 #include "mapping/nodes/class_context.h"
 #include "model/attribute_walker.h"
 

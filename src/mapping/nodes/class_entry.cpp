@@ -3,8 +3,8 @@
 #include "mapping/nodes/class_entry.h"
 
 #include "diagnostics/error_log.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "mapping/nodes/attribute_cursor.h"
 #include "xml/message_text.h"
 

@@ -16,7 +16,7 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/entry.h"
-#include "framework/small_object.h"
+#include "framework/nodes/small_object.h"
 #include "mapping/nodes/class_context.h"
 
 namespace fixtop {
@@ -91,6 +91,8 @@ class CCDMClassEntry : public FIEntry,
         Crossing crossing = Crossing::kNone;
         // Null: the application's node answers.
         void (CCDMClassEntry::*own)(FIValue& out) = nullptr;
+        // Null: the application's node is written.
+        void (CCDMClassEntry::*write)(const FIValue& value, FIValue& out) = nullptr;
     };
     // The table, in its order, and behind its kListedRows rows two that are only answered by name.
     static constexpr std::size_t kListedRows = 28;
@@ -143,6 +145,10 @@ class CCDMClassEntry : public FIEntry,
     void ReadPath(FIValue& out);
     void ReadConverters(FIValue& out);
     void ReadVariables(FIValue& out);
+
+    // Units of the attribute's own quantity.
+    void WriteDisplayUnit(const FIValue& unit, FIValue& out);
+    void WriteDisplaySpecUnit(const FIValue& unit, FIValue& out);
 
     // Turns the value into what the application wants; false, and the reason in `out`, when it
     // can't.

@@ -59,12 +59,12 @@ CCDMClassEntry::Source CCDMClassEntry::TargetOf(const FIValue& name) const {
 
 void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int mode,
                                   FIValue& out) {
-    if (Is(name, "uom")) return SetDisplayUnit(value, FIValue(), out);
-    if (Is(name, "spec_uom")) return SetDisplaySpecUnit(value, FIValue(), out);
+    const Row* row = name.IsText() ? FindRow(name.CStr()) : nullptr;
+    if (row && row->write) return (this->*row->write)(value, out);
     if (faces_.IsEmpty()) return out.SetText(kPure);
     const Source source = TargetOf(name);
     if (!source.face->reference) return out.SetText(kNoDefaultNode);
-    const bool is_value = Is(name, "value") || Is(name, "spec_value");
+    const bool is_value = row && row->crossing == Crossing::kValue;
     FIValue reversed = value;
     if (is_value && !Reverse(source, reversed, out)) return;
     source.face->reference->SetAttribute(source.name, reversed, mode, out);
@@ -178,6 +178,14 @@ void CCDMClassEntry::SetDisplayUnit(const FIValue& unit, const FIValue& quantity
     FIValue old;
     if (!FindDisplayUnit(unit, quantity, unit_number, quantity_number, out)) return;
     GetVarSet()->SetUnit(quantity_number, unit_number, old);
+}
+
+void CCDMClassEntry::WriteDisplayUnit(const FIValue& unit, FIValue& out) {
+    SetDisplayUnit(unit, FIValue(), out);
+}
+
+void CCDMClassEntry::WriteDisplaySpecUnit(const FIValue& unit, FIValue& out) {
+    SetDisplaySpecUnit(unit, FIValue(), out);
 }
 
 void CCDMClassEntry::SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity,

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "fixtop/cursor.h"
-#include "framework/counted.h"
-#include "framework/empties.h"
-#include "framework/shield.h"
+#include "framework/nodes/counted.h"
+#include "framework/nodes/empties.h"
+#include "framework/nodes/shield.h"
 #include "model/attribute_walker.h"
 #include "model/class_library.h"
 

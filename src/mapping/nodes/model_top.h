@@ -3,7 +3,7 @@
 // CCDMTopEntry: the root of a neutral tree, on which an iterator can stand. It is named after the
 // class whose attributes are below it.
 
-#include "framework/attr_map.h"
+#include "framework/nodes/attr_map.h"
 #include "mapping/nodes/class_context.h"
 
 namespace fixtop {

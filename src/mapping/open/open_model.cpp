@@ -1,7 +1,7 @@
 #include "mapping/open/open_model.h"
 
 #include "diagnostics/error_log.h"
-#include "framework/shielded_iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/dictionary.h"

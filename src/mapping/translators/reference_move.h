@@ -2,7 +2,7 @@
 
 // Moving the node that a reference stands on.
 
-#include "framework/reference.h"
+#include "framework/reference/reference.h"
 
 namespace fixtop {
 

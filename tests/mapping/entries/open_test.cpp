@@ -1,8 +1,8 @@
 // Opening a view, its root, its life; the class cursor as a cursor; the dictionary.
 
 #include "diagnostics/instance_counts.h"
-#include "framework/collection_element.h"
-#include "framework/empties.h"
+#include "framework/iterator/collection_element.h"
+#include "framework/nodes/empties.h"
 #include "mapping/nodes/dictionary.h"
 #include "model_fixture.h"
 #include "support/cursor_harness.h"

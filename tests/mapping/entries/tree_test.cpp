@@ -1,6 +1,6 @@
 // The neutral tree: what is listed, what entries are bound to, arrays, paths.
 
-#include "framework/empties.h"
+#include "framework/nodes/empties.h"
 #include "model_fixture.h"
 
 namespace fixtop {

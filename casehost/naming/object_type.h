@@ -1,0 +1,60 @@
+#pragma once
+
+// The class records of the host: a tree of class words. The records live as long as the process.
+
+#include <string_view>
+
+#include "fixtop/host/object_type.h"
+
+namespace fixtop::casehost {
+
+class ObjectType final : public host::ObjectTypeInfo {
+ public:
+    ObjectType(const char* word, const ObjectType* base) : ObjectType(host::Text(word), base) {}
+    ObjectType(host::Text word, const ObjectType* base) : word_(std::move(word)), base_(base) {}
+
+    bool IsA(const host::ObjectTypeInfo* other) const override {
+        for (const ObjectType* type = this; type; type = type->base_) {
+            if (type == other) return true;
+        }
+        return false;
+    }
+    const host::Text& DisplayName() const override { return word_; }
+    const host::Text& ClassName() const override { return word_; }
+
+ private:
+    host::Text word_;
+    const ObjectType* base_;
+};
+
+// What the part of a case that an object stands in makes of a class word that is not known.
+enum class TypeFamily { unit_op, utility, data_table, reaction, published };
+
+namespace types {
+
+extern const ObjectType kViewable;
+extern const ObjectType kCase;
+extern const ObjectType kOnlineManager;
+extern const ObjectType kPublished;
+extern const ObjectType kSimulationObject;
+extern const ObjectType kFlowSheet;
+extern const ObjectType kSolver;
+extern const ObjectType kBasis;
+extern const ObjectType kCorrelation;
+extern const ObjectType kReaction;
+extern const ObjectType kDataTable;
+extern const ObjectType kUtility;
+extern const ObjectType kFlowSheetObject;
+extern const ObjectType kStream;
+extern const ObjectType kMaterialStream;
+extern const ObjectType kUnitOp;
+extern const ObjectType kTemplateOp;
+
+// The record of a class word, null for an unknown one.
+const ObjectType* Find(std::string_view word);
+// The same, but an unknown word becomes a class of its own below the family's.
+const ObjectType* FindOrMake(std::string_view word, TypeFamily family);
+
+}  // namespace types
+
+}  // namespace fixtop::casehost

@@ -1,0 +1,69 @@
+// The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
+// FIXTOP_LIST of a list. Whoever includes this file says first what a line shall mean. The
+// declarations, the table for maps and the exports of the module come from here, so a function is
+// added by its line and its body; which variables and nodes it uses stands beside it.
+
+#ifndef FIXTOP_STEP
+#define FIXTOP_STEP(name)
+#endif
+#ifndef FIXTOP_LIST
+#define FIXTOP_LIST(name)
+#endif
+
+// clang-format off
+
+// To the raw tree below the top node. Always true.
+FIXTOP_STEP(Find1)
+
+// ---- Lists of a flowsheet: `it` goes to the element
+
+FIXTOP_LIST(CTFlowsheets)
+FIXTOP_LIST(CTStreams)
+FIXTOP_LIST(CTHeatStreams)
+FIXTOP_LIST(CTPhaseEnvelopes)
+FIXTOP_LIST(CTDistillationCurves)
+// The one list whose elements differ in class: `subclass` ends as the class of the element, after a
+// count as that of the last one. Variables of the class: semantic/unit_operation_class.h.
+FIXTOP_LIST(CTUnitOperations)
+
+// ---- Components of a stream: the lists set CmpCnt, the steps read it
+
+FIXTOP_LIST(CTComponentArray)
+FIXTOP_LIST(CTKVMLArray)
+FIXTOP_LIST(CTKVLArray)
+FIXTOP_LIST(CTKVL2Array)
+FIXTOP_LIST(CTKL1L2Array)
+FIXTOP_STEP(CTComponent)
+FIXTOP_STEP(CTMoleFraction)
+FIXTOP_STEP(CTMassFraction)
+FIXTOP_STEP(CTVolumeFraction)
+FIXTOP_STEP(CTKVML)
+FIXTOP_STEP(CTKVL)
+FIXTOP_STEP(CTKVL2)
+FIXTOP_STEP(CTKL1L2)
+
+// ---- Components of one phase: the list sets PhaseCmpCnt, the steps read it and PhaseName
+
+FIXTOP_LIST(CTPhaseComponentArray)
+FIXTOP_STEP(CTPhaseComponent)
+FIXTOP_STEP(CTPhaseMoleFraction)
+FIXTOP_STEP(CTPhaseMassFraction)
+FIXTOP_STEP(CTPhaseVolumeFraction)
+
+// ---- Components of a fluid of a unit operation: FluidPhaseCmpCnt
+
+FIXTOP_LIST(CTFluidPhaseComponentArray)
+FIXTOP_STEP(CTFluidPhaseComponent)
+
+// ---- Components of the phases of a flash: FlashPhaseCmpCnt
+
+FIXTOP_LIST(CTVaporPhaseComponentArray)
+FIXTOP_LIST(CTLiquidPhaseComponentArray)
+FIXTOP_LIST(CTLiquid2PhaseComponentArray)
+FIXTOP_STEP(CTVaporPhaseComponent)
+FIXTOP_STEP(CTLiquidPhaseComponent)
+FIXTOP_STEP(CTLiquid2PhaseComponent)
+// clang-format on
+
+#undef FIXTOP_STEP
+#undef FIXTOP_LIST

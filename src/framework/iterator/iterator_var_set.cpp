@@ -1,0 +1,76 @@
+#include "framework/iterator/iterator_var_set.h"
+
+#include "diagnostics/memory_guard.h"
+#include "framework/iterator/iterator.h"
+
+namespace fixtop {
+
+namespace {
+
+bool IsOwn(const FIValue& quantity) {
+    return quantity.IsNull() || quantity.Length() == 0;
+}
+
+}  // namespace
+
+void IteratorVarSet::Units::Set(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    FIValue before;
+    Get(quantity, before);
+    if (IsOwn(quantity)) {
+        own = unit;
+    } else {
+        of_quantity.Set(quantity, unit);
+    }
+    old = std::move(before);
+}
+
+void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
+    if (IsOwn(quantity)) {
+        out = own;
+    } else if (const FIValue* unit = of_quantity.Find(quantity)) {
+        out = *unit;
+    } else {
+        out.Clear();
+    }
+}
+
+void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    if (memory::IsInside()) return units_.Set(quantity, unit, old);
+    memory::Call<&FIVarSet::SetUnit>::OrTell(old, *this, quantity, unit, old);
+}
+void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) {
+    if (memory::IsInside()) return units_.Get(quantity, out);
+    memory::Call<&FIVarSet::GetUnit>::OrTell(out, *this, quantity, out);
+}
+void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
+    if (memory::IsInside()) return spec_units_.Set(quantity, unit, old);
+    memory::Call<&FIVarSet::SetSpecUnit>::OrTell(old, *this, quantity, unit, old);
+}
+void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
+    if (memory::IsInside()) return spec_units_.Get(quantity, out);
+    memory::Call<&FIVarSet::GetSpecUnit>::OrTell(out, *this, quantity, out);
+}
+
+void IteratorVarSet::GetPath(FIValue& out) {
+    iterator_.GetPath(out);
+}
+
+void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
+    memory::OrNothing([&] { variables_.Set(name, value); });
+}
+
+bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
+    if (!memory::IsInside()) return memory::Call<&FIVarSet::GetVar>::OrTell(out, *this, name, out);
+    const FIValue* value = variables_.Find(name);
+    if (!value) return iterator_.GetVar(name, out);
+    out = *value;
+    return true;
+}
+
+void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
+    units_ = other.units_;
+    spec_units_ = other.spec_units_;
+    variables_ = other.variables_;
+}
+
+}  // namespace fixtop

@@ -1,0 +1,49 @@
+#pragma once
+
+// IteratorVarSet: what an iterator shows to the entries that it reads: its display units, its
+// variables and its path. A unit belongs to a quantity or, with a NULL or empty quantity, to the
+// node's own.
+
+#include "diagnostics/instance_counts.h"
+#include "fixtop/var_set.h"
+#include "framework/iterator/var_map.h"
+
+namespace fixtop {
+
+class FIIterator;
+
+class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVarSet> {
+ public:
+    explicit IteratorVarSet(FIIterator& iterator) : iterator_(iterator) {}
+    IteratorVarSet(const IteratorVarSet&) = delete;
+    IteratorVarSet& operator=(const IteratorVarSet&) = delete;
+
+    void SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) override;
+    void GetUnit(const FIValue& quantity, FIValue& out) override;
+    void SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) override;
+    void GetSpecUnit(const FIValue& quantity, FIValue& out) override;
+    void GetPath(FIValue& out) override;
+    // A variable of the set itself, which stays when the iterator moves.
+    void SetVar(const FIValue& name, const FIValue& value) override;
+    // The set's own variables, then those of the iterator's position.
+    bool GetVar(const FIValue& name, FIValue& out) override;
+
+    // Units and variables of another set.
+    void CopyFrom(const IteratorVarSet& other);
+
+ private:
+    struct Units {
+        FIValue own;
+        VarMap of_quantity;
+
+        void Set(const FIValue& quantity, const FIValue& unit, FIValue& old);
+        void Get(const FIValue& quantity, FIValue& out) const;
+    };
+
+    FIIterator& iterator_;
+    Units units_;
+    Units spec_units_;
+    VarMap variables_;
+};
+
+}  // namespace fixtop

@@ -1,0 +1,41 @@
+#include "framework/nodes/cursor.h"
+
+#include "diagnostics/seek_table.h"
+#include "fixtop/entry.h"
+
+namespace fixtop {
+
+bool FICursorBase::SeekValue(int origin, FIEntry& entry) {
+    FIValue name;
+    entry.GetName(name);
+    name.ConvertTo(FIValue::kShortText);
+    return SeekName(origin, name.CStr());
+}
+
+bool FICursorBase::IsHidden() {
+    return false;
+}
+
+int CompareKeys(FICursorPosition& own, FICursorPosition& other) {
+    if (&other == &own) return 0;
+    FIValue own_key;
+    FIValue other_key;
+    own.GetKey(own_key);
+    other.GetKey(other_key);
+    return own_key.Compare(other_key);
+}
+
+void Unshare(Ref<FICursorBase>& cursor) {
+    // The second pair tells the singletons, whose AddRef always answers the same.
+    const int first = cursor->AddRef();
+    const int second = cursor->AddRef();
+    cursor->Release();
+    cursor->Release();
+    if (first == second) return;
+    const int holders = first - 1;
+    if (holders <= 1) return;
+    RecordSeek(holders);
+    if (holders > 2) cursor = Ref<FICursorBase>::Adopt(cursor->Clone(true));
+}
+
+}  // namespace fixtop

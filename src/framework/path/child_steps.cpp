@@ -1,0 +1,116 @@
+#include "framework/path/child_steps.h"
+
+#include <charconv>
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "framework/path/path_names.h"
+
+namespace fixtop {
+
+namespace {
+
+using Copied = Ref<FIIterator>;
+
+Copied CopyOf(FIIterator& node) {
+    return Copied::Adopt(node.Copy());
+}
+
+std::string NameOf(FIIterator& node) {
+    FIValue name;
+    node.GetName(name);
+    return name.ToText();
+}
+
+// The number in a name of the form "#12", in which array elements are named.
+std::optional<int> ElementNumber(const std::string& name) {
+    if (name.size() < 2 || name[0] != '#') return std::nullopt;
+    int number = 0;
+    const char* end = name.data() + name.size();
+    const auto [stop, error] = std::from_chars(name.data() + 1, end, number);
+    if (error != std::errc() || stop != end || number < 0) return std::nullopt;
+    return number;
+}
+
+// Makes the steps to children that are given one after the other.
+class StepMaker {
+ public:
+    explicit StepMaker(FIIterator& parent) : parent_(parent) {}
+
+    ChildStep Next(FIIterator& child) {
+        ChildStep made{NameOf(child), "", index_++};
+        bool is_sought = true;
+        // Names may be shown with entities, but are sought as they are listed.
+        if (made.name.find('&') != std::string::npos && !HasChild(made.name)) {
+            FIValue listed;
+            child.GetListedKey(listed);
+            is_sought = listed.IsText() && HasChild(listed.CStr());
+            if (is_sought) made.name = listed.CStr();
+        }
+        const int repeat = seen_[made.name]++;
+        made.step = is_sought ? Written(made, repeat, KeyOf(child)) : AnyAt(made.index);
+        return made;
+    }
+
+ private:
+    static std::string AnyAt(int index) { return kAnyName + ('#' + std::to_string(index)); }
+
+    bool HasChild(const std::string& name) const {
+        return CopyOf(parent_)->SeekChild(name.c_str());
+    }
+    std::string Written(const ChildStep& child, int repeat, const std::string& key) {
+        const std::optional<int> number = ElementNumber(child.name);
+        const bool leads_elsewhere = child.name.empty() || child.name == kAnyName ||
+                                     child.name.size() > std::size_t{kComparedNameLength} ||
+                                     (number && repeat > 0);
+        if (leads_elsewhere) return AnyAt(child.index);
+        // Unquoted, "#3" is a count of siblings and not a name.
+        if (number && *number != child.index) return '"' + child.name + '"';
+        const std::string name = WrittenName(child.name);
+        if (!key.empty() && keys_.emplace(child.name, key).second) {
+            return name + '(' + WrittenKey(key) + ')';
+        }
+        return repeat == 0 ? name : name + '#' + std::to_string(repeat);
+    }
+
+    FIIterator& parent_;
+    int index_ = 0;
+    std::map<std::string, int> seen_;
+    std::set<std::pair<std::string, std::string>> keys_;
+};
+
+}  // namespace
+
+std::string KeyOf(FIIterator& node) {
+    FIValue key;
+    node.GetKeyText(node.Depth(), key);
+    return PlainText(key);
+}
+
+void ForEachChild(FIIterator& node, const ChildVisitor& visit) {
+    const Copied child = CopyOf(node);
+    if (!child->DownFirst()) return;
+    StepMaker steps(node);
+    do {
+        if (!visit(*child, steps.Next(*child))) return;
+    } while (child->Next());
+}
+
+std::string PathTo(FIIterator& node) {
+    const Copied parent = CopyOf(node);
+    std::string path;
+    while (parent->Depth() > 0) {
+        const Copied child = CopyOf(*parent);
+        parent->Up();
+        ForEachChild(*parent, [&](FIIterator& sibling, const ChildStep& step) {
+            if (!sibling.Equal(*child)) return true;
+            path = JoinPath(step.step, path);
+            return false;
+        });
+    }
+    return path;
+}
+
+}  // namespace fixtop
