@@ -10,6 +10,7 @@ build     g++ cmake ninja-build ccache pkg-config python3
 build     libexpat1-dev libzip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
 build     libedit-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
+lint      clang-format clang-tidy git
 package   dpkg-dev fakeroot file
 windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
 bench     libbenchmark-dev
@@ -24,6 +25,8 @@ usage: ./go <command>
   demo              build and show a case as a tree
   install [prefix]  build and install, below /usr/local or the given folder
   package           build a Debian package in build/package
+  lint              look at the files that differ from the main branch: format, clang-tidy, rooms
+  lint --all        the same over all files
   test              build and run the tests on Linux
   test --all        the same, then again with sanitizers and leak check, then as Windows programs;
                     and everything linked once more to find names that are defined in two ways
@@ -150,6 +153,46 @@ cmd_demo() {
     build/release/tools/fixtop/fixtop demo || exit
     printf '\nThe program is %s; ./go install puts it where you like.\n' \
         "$PWD/build/release/tools/fixtop/fixtop"
+}
+
+# Names of the C++ files that a lint looks at: those that differ from where the branch left the main
+# one, or from the commit before when this is the main one.
+lint_files() {
+    local base pattern='\.(h|cpp)$'
+    if [[ ${1-} == --all ]]; then
+        git ls-files --cached --others --exclude-standard | grep -E "$pattern"
+        return
+    fi
+    base=$(git merge-base HEAD "${LINT_BASE:-main}" 2>/dev/null ||
+        git merge-base HEAD origin/main 2>/dev/null)
+    [[ -n $base && $base != "$(git rev-parse HEAD)" ]] || base=$(git rev-parse HEAD~1 2>/dev/null || echo HEAD)
+    { git diff --name-only --diff-filter=d "$base" && git ls-files --others --exclude-standard; } |
+        sort -u | grep -E "$pattern"
+}
+
+cmd_lint() {
+    local files file sources failed=0
+    case ${1-} in "" | --all) ;; *) usage >&2; exit 2 ;; esac
+    need build test lint
+    cmake --preset release </dev/null >build/release-configure.log 2>&1 || {
+        cat build/release-configure.log
+        fail "configuring failed"
+    }
+    mapfile -t files < <(lint_files "${1-}")
+    # Of the tests and samples, which come with headers of others, the form is looked at.
+    mapfile -t sources < <(printf '%s\n' "${files[@]}" |
+        grep -E '^(src|casehost|client|tools)/.*\.cpp$' | grep -v '/windows\|_windows')
+    say "format of ${#files[@]} files"
+    for file in "${files[@]}"; do
+        clang-format "$file" | diff -u --label "$file" --label "$file, formatted" "$file" - || failed=1
+    done
+    say "clang-tidy over ${#sources[@]} sources"
+    [[ ${#sources[@]} == 0 ]] || printf '%s\0' "${sources[@]}" |
+        xargs -0 -n 4 -P "$JOBS" clang-tidy -p build/release --quiet --warnings-as-errors='*' \
+            2> >(grep -v 'warnings generated\|Suppressed\|^Use -header-filter' >&2) || failed=1
+    say "rooms"
+    python3 -B tests/layout/check_rooms.py . && python3 -B tests/layout/check_rooms_test.py || failed=1
+    [[ $failed == 0 ]] || fail "lint found something"
 }
 
 # install_tree <prefix>: sudo only where the folder can't be written.
@@ -287,7 +330,7 @@ command=${1-}
 shift
 case $command in
     demo | package | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
-    install | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    install | lint | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;
 esac

@@ -75,6 +75,19 @@ if(FIXTOP_PROGRAM)
   endif()
   install(TARGETS fixtop_cli RUNTIME)
 endif()
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE TYPE DOC RENAME copyright)
+if(FIXTOP_PROGRAM AND NOT WIN32)
+  foreach(page fixtop.1 fixtop-path.7)
+    string(REGEX REPLACE ".*\\." "" section ${page})
+    configure_file(${PROJECT_SOURCE_DIR}/man/${page} ${PROJECT_BINARY_DIR}/install/${page} @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/install/${page}
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
+  endforeach()
+  set(completion ${PROJECT_SOURCE_DIR}/tools/completion)
+  install(FILES ${completion}/fixtop.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME fixtop)
+  install(FILES ${completion}/_fixtop DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+endif()
 
 # One Debian package: library, development files, program. `./go package`.
 set(CPACK_GENERATOR DEB)

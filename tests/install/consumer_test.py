@@ -17,6 +17,12 @@ class Consumer(unittest.TestCase):
         lines = (PROJECT / "main.cpp").read_text().rstrip("\n").split("\n")
         self.assertLessEqual(len([line for line in lines if line.strip()]), 15)
 
+    def test_is_shown_on_the_front_page(self):
+        readme = (SOURCE / "README.md").read_text(encoding="utf-8")
+        name, block = readme.split("<!-- sample:")[1].split(" -->\n")
+        shown = "".join(f"{line[4:]}\n" for line in block.split("<!--")[0].rstrip("\n").split("\n"))
+        self.assertEqual((SOURCE / name).read_text(), shown)
+
     def test_find_package(self):
         folder = build_installed(PROJECT, "find_package")
         self.assertEqual(TABLE, run(folder / "streams", PROJECT / "plant.json"))

@@ -1,4 +1,4 @@
-"""The completion for bash, asked as bash asks it."""
+"""The completions for bash and zsh, asked as they ask."""
 
 import os
 import pathlib
@@ -8,7 +8,17 @@ import unittest
 
 from support import PROGRAM, ProgramTest
 
-SCRIPT = pathlib.Path(os.environ["FIXTOP_SOURCE"]) / "tools/completion/fixtop.bash"
+FOLDER = pathlib.Path(os.environ["FIXTOP_SOURCE"]) / "tools/completion"
+SCRIPT = FOLDER / "fixtop.bash"
+# What zsh's own functions would offer is written, without being matched with what is typed.
+ZSH = """
+compadd() { while [[ $1 != -- && $# -gt 1 ]]; do shift; done; [[ $1 == -- ]] && shift; print -rl -- "$@"; }
+_describe() { print -rl -- ${${(P)2}%%:*}; }
+_files() { print -rl -- files; }
+script=$1; shift
+words=(fixtop "$@"); CURRENT=$#words; PREFIX=$words[-1]
+source $script
+"""
 
 
 @unittest.skipIf(len(PROGRAM) > 1 or not shutil.which("bash"), "needs bash and a program of this machine")
@@ -44,6 +54,37 @@ class BashCompletion(ProgramTest):
         self.assertEqual(["Temperature"], self.complete("table", "demo", f"'{streams}.*'", "Temp"))
         self.assertEqual(["appModel\\(type\\)"], self.complete("get", "demo", "appModel(ty"))
         self.assertEqual(["appModel(type)"], self.complete("get", "demo", "'appModel(ty"))
+
+
+@unittest.skipIf(len(PROGRAM) > 1 or not shutil.which("zsh"), "needs zsh and a program of this machine")
+class ZshCompletion(ProgramTest):
+    def complete(self, *words):
+        """What is offered for the last of the words."""
+        path = os.path.dirname(PROGRAM[0]) + os.pathsep + os.environ["PATH"]
+        done = subprocess.run(["zsh", "-f", "-c", ZSH, "zsh", FOLDER / "_fixtop", *words],
+                              capture_output=True, text=True, check=True, cwd=self.folder, timeout=60,
+                              env={**os.environ, "PATH": path})
+        self.assertEqual("", done.stderr)
+        return done.stdout.splitlines()
+
+    def test_words(self):
+        self.assertLessEqual({"ls", "get", "set", "solve", "shell"}, set(self.complete("")))
+
+    def test_cases(self):
+        self.assertEqual(["demo", "files"], self.complete("get", ""))
+
+    def test_options(self):
+        offered = self.complete("get", "demo", "--u")
+        self.assertLessEqual({"--unit", "--json", "--neutral"}, set(offered))
+        self.assertNotIn("--depth", offered)
+
+    def test_paths(self):
+        streams = "appModel.FlowSheetObjects.Streams"
+        self.assertEqual([streams], self.complete("get", "demo", streams[:-3]))
+        for typed in (".Raw", r".Raw\ G", ".'Raw G'"):
+            self.assertEqual([f'{streams}."Raw Gas"'],
+                             self.complete("get", "demo", streams + typed), typed)
+        self.assertEqual(["Temperature"], self.complete("table", "demo", f"{streams}.*", "Temp"))
 
 
 if __name__ == "__main__":
