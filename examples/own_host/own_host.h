@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "fixtop/host/local_services.h"
 #include "object.h"
 
 namespace own {
@@ -111,8 +112,8 @@ class Case final : public Object<SimulationCase> {
 class Services final : public HostServices, private Session {
  public:
     // ---- The simulator's own side ----
-    Services() { SetInstalledServices(this); }
-    ~Services() { SetInstalledServices(nullptr); }
+    Services() { SetLocalServices(this); }
+    ~Services() { SetLocalServices(nullptr); }
     Stream& Add(const char* name, double temperature_C, double pressure_kPa) {
         revision_ = NewNumber();
         return case_.Streams().Add(name, temperature_C, pressure_kPa);
