@@ -181,7 +181,7 @@ void CCDMClassEntry::Cross(const FIValue& name, const Source& source, Crossing c
     const bool is_unit = crossing == Crossing::kUnit;
     const FIValue& value_name = is_unit && name.Compare(kSpecUom) == 0 ? kSpecValue : kValue;
     const Shown shown = is_unit ? ShownAs(value_name) : source.shown;
-    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
+    UnitAndEnumConverter values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
     FIValue other;
     if (is_unit) {
         if (values.HasDisplayUnit()) ReadUncrossed(value_name, other);

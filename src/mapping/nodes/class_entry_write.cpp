@@ -37,7 +37,7 @@ bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out)
     FIReference& node = *source.face->reference;
     const bool is_spec = source.shown == Shown::kSpecification;
     const Shown shown = ShownAs(is_spec ? kSpecValue : kValue);
-    ValueCrossing values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
+    UnitAndEnumConverter values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
     FIValue unit;
     if (values.HasDisplayUnit()) {
         const FIValue& unit_name = is_spec ? kSpecUom : kUom;
@@ -75,7 +75,7 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
 void CCDMClassEntry::WriteUnit(const AppFace& face, const FIValue& unit, FIValue& out) {
     if (!face.reference) return out.SetText(kNoNode);
     FIValue application_unit;
-    ValueCrossing values(Library(), attribute_, GetVarSet(), false);
+    UnitAndEnumConverter values(Library(), attribute_, GetVarSet(), false);
     if (!values.ToApplicationUnit(unit, application_unit)) {
         out = application_unit;
         return;
@@ -129,7 +129,7 @@ void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue
     if (!face.reference) return out.SetText(kNoNode);
     const bool is_specification = shown == Shown::kSpecification;
     FIValue application_unit;
-    ValueCrossing values(Library(), attribute_, nullptr, is_specification);
+    UnitAndEnumConverter values(Library(), attribute_, nullptr, is_specification);
     if (!values.ToApplicationUnit(unit, application_unit)) {
         out = application_unit;
         return;

@@ -40,13 +40,13 @@ bool ReadNumber(const FIValue& value, double& number) {
 }  // namespace
 
 // A table of the attribute's own goes before the enumeration's.
-const CCDMEnumMap* ValueCrossing::OptionTable(const CCDMEnumeration* enumeration) const {
+const CCDMEnumMap* UnitAndEnumConverter::OptionTable(const CCDMEnumeration* enumeration) const {
     const std::string& name = library_.translateName;
     if (const CCDMEnumMap* own = TableFor(attribute_.enumMaps, name)) return own;
     return enumeration ? TableFor(enumeration->enumMaps, name) : nullptr;
 }
 
-void ValueCrossing::ToNeutralOption(FIValue& value) const {
+void UnitAndEnumConverter::ToNeutralOption(FIValue& value) const {
     const CCDMEnumeration* enumeration = library_.FindEnumeration(attribute_.typeName);
     std::string option = value.ToText();
     if (const CCDMEnumMap* table = OptionTable(enumeration)) {
@@ -59,13 +59,13 @@ void ValueCrossing::ToNeutralOption(FIValue& value) const {
                    .c_str());
 }
 
-void ValueCrossing::ToApplicationOption(FIValue& value) const {
+void UnitAndEnumConverter::ToApplicationOption(FIValue& value) const {
     const CCDMEnumMap* table = OptionTable(library_.FindEnumeration(attribute_.typeName));
     const std::string* name = table ? table->ApplicationName(value.ToText()) : nullptr;
     if (name) value.SetText(*name);
 }
 
-int ValueCrossing::DisplayUnit(FIVarSet* vars, bool is_spec) const {
+int UnitAndEnumConverter::DisplayUnit(FIVarSet* vars, bool is_spec) const {
     if (!vars || attribute_.quantity < 1) return 0;
     FIValue unit;
     if (is_spec) {
@@ -78,20 +78,20 @@ int ValueCrossing::DisplayUnit(FIVarSet* vars, bool is_spec) const {
 }
 
 // No unit at all is one by the unit file alone: it is not looked up among those of the quantity.
-int ValueCrossing::Find(const FIValue& unit, FIValue& name) {
+int UnitAndEnumConverter::Find(const FIValue& unit, FIValue& name) {
     CCDMUnitsList& units = library_.units;
     if (IsNone(unit) && !units.HasTranslation("", Quantity())) return 0;
     if (!units.ToCcdmUnit(IsNone(unit) ? FIValue("") : unit, Quantity(), name)) return 0;
     return std::max(0, units.Source()->UnitId(name.ToText().c_str(), attribute_.quantity));
 }
 
-void ValueCrossing::Convert(FIValue& value, int from, int to) const {
+void UnitAndEnumConverter::Convert(FIValue& value, int from, int to) const {
     double number = 0;
     if (from == to || !ReadNumber(value, number)) return;
     value.SetReal(library_.units.Convert(number, FIValue::OfInt(from), FIValue::OfInt(to)));
 }
 
-void ValueCrossing::FromApplication(const FIValue& unit, FIValue& value) {
+void UnitAndEnumConverter::FromApplication(const FIValue& unit, FIValue& value) {
     if (IsEnumeration(attribute_)) return ToNeutralOption(value);
     if (!HasDisplayUnit() || !value.IsNumber()) return;
     FIValue name;
@@ -100,7 +100,7 @@ void ValueCrossing::FromApplication(const FIValue& unit, FIValue& value) {
     }
 }
 
-bool ValueCrossing::ToApplication(const FIValue& unit, FIValue& value, FIValue& out) {
+bool UnitAndEnumConverter::ToApplication(const FIValue& unit, FIValue& value, FIValue& out) {
     if (value.IsNull()) return true;
     if (IsEnumeration(attribute_)) {
         ToApplicationOption(value);
@@ -121,7 +121,7 @@ bool ValueCrossing::ToApplication(const FIValue& unit, FIValue& value, FIValue& 
     return false;
 }
 
-void ValueCrossing::NameUnit(const FIValue& value, FIValue& unit) {
+void UnitAndEnumConverter::NameUnit(const FIValue& value, FIValue& unit) {
     const bool in_display_unit = HasDisplayUnit() && !value.IsText();
     if (!in_display_unit && IsNone(unit)) return;
     FIValue name;
@@ -133,7 +133,7 @@ void ValueCrossing::NameUnit(const FIValue& value, FIValue& unit) {
     }
 }
 
-void ValueCrossing::NameUnits(FIValue& units) {
+void UnitAndEnumConverter::NameUnits(FIValue& units) {
     if (units.IsNull()) return;
     std::istringstream lines(units.ToText());
     // Else the list would end where memory does.
@@ -148,7 +148,7 @@ void ValueCrossing::NameUnits(FIValue& units) {
     }
 }
 
-bool ValueCrossing::ToApplicationUnit(const FIValue& unit, FIValue& out) const {
+bool UnitAndEnumConverter::ToApplicationUnit(const FIValue& unit, FIValue& out) const {
     return library_.units.ToAppUnit(unit, Quantity(), out);
 }
 

@@ -13,11 +13,11 @@
 
 namespace fixtop {
 
-class ValueCrossing {
+class UnitAndEnumConverter {
  public:
     // `vars` has the display units and may be null; `is_spec`: those of the specification face.
-    ValueCrossing(CCDMClassLibrary& library, const CCDMAttribute& attribute, FIVarSet* vars,
-                  bool is_spec)
+    UnitAndEnumConverter(CCDMClassLibrary& library, const CCDMAttribute& attribute, FIVarSet* vars,
+                         bool is_spec)
         : library_(library), attribute_(attribute), display_(DisplayUnit(vars, is_spec)) {}
 
     // Without one the application's unit of a value does not matter.
