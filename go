@@ -232,10 +232,7 @@ cmd_test() {
         *) usage >&2; exit 2 ;;
     esac
     need build test
-    if [[ $all == 1 ]]; then
-        need windows
-        export FIXTOP_LONG=1
-    fi
+    [[ $all == 0 ]] || need windows
     suite release "Linux" linux_suite
     if [[ $all == 1 ]]; then
         suite asan "Linux, sanitizers and leak check" asan_suite

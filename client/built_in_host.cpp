@@ -15,6 +15,7 @@ std::function<bool()>& StopButton() {
 
 std::vector<std::string> TextsOf(const std::vector<casehost::CaseProblem>& problems) {
     std::vector<std::string> texts;
+    texts.reserve(problems.size());
     for (const casehost::CaseProblem& problem : problems) texts.push_back(problem.Text());
     return texts;
 }

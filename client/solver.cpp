@@ -160,7 +160,7 @@ Batch::~Batch() {
 }
 
 SolveResult Batch::Solve(const Solver::Progress& progress) {
-    const SolveResult result = solver_.Solve(progress);
+    SolveResult result = solver_.Solve(progress);
     solver_.SolveOnStore(was_on_);
     is_open_ = false;
     return result;
