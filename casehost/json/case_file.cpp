@@ -37,7 +37,7 @@ std::filesystem::path BehindLinks(std::filesystem::path path, std::error_code& e
     constexpr int kMostLinks = 40;
     std::error_code leads_nowhere;
     for (int links = 0; std::filesystem::is_symlink(path, leads_nowhere); ++links) {
-        const std::filesystem::path file = std::filesystem::canonical(path, leads_nowhere);
+        std::filesystem::path file = std::filesystem::canonical(path, leads_nowhere);
         if (!leads_nowhere) return file;
         if (links == kMostLinks) {
             error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
