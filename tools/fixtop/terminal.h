@@ -19,8 +19,6 @@ std::vector<std::string> Arguments(int count, char** values);
 bool InputIsTyped();
 // Standard error is seen by a person.
 bool NotesAreSeen();
-// The name of the file that takes all and keeps nothing.
-const char* NullDevice();
 
 // While one lives, ^C does not end the program: it is remembered for whatever is at work to ask
 // about. One lives at a time.

@@ -136,7 +136,7 @@ void Prepare() {
     // A file that is opened takes the lowest number that is free: not one of these.
     for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         const int useless = number == STDIN_FILENO ? O_WRONLY : O_RDONLY;
-        if (fcntl(number, F_GETFD) < 0 && open(NullDevice(), useless) < 0) std::abort();
+        if (fcntl(number, F_GETFD) < 0 && open("/dev/null", useless) < 0) std::abort();
     }
 }
 
@@ -165,9 +165,6 @@ bool InputIsTyped() {
 }
 bool NotesAreSeen() {
     return isatty(STDERR_FILENO) != 0;
-}
-const char* NullDevice() {
-    return "/dev/null";
 }
 
 std::unique_ptr<LineReader> OpenLineReader(Completer completer) {

@@ -72,10 +72,6 @@ bool NotesAreSeen() {
     return IsConsole(stderr);
 }
 
-const char* NullDevice() {
-    return "NUL";
-}
-
 std::unique_ptr<LineReader> OpenLineReader(Completer) {
     return OpenPlainReader();
 }
