@@ -50,6 +50,7 @@ Ref<FIEntry> FIIterator::FindHolder() {
 
 void FIIterator::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
     const Ref<FIEntry> holder = FindHolder();
+    const std::uint64_t revision = life_ ? life_->Revision() : 0;
     try {
         ShownScope(entry_, &var_set_)->SetAttribute(name, value, mode, out);
     } catch (...) {
@@ -59,7 +60,8 @@ void FIIterator::SetAttribute(const FIValue& name, const FIValue& value, int mod
     }
     holder->BeginBatch();
     // The solve that the end of the hold starts may take the node away too.
-    if (out.IsNull() && IsGone()) out.SetText(kNodeDeletedText);
+    const bool may_be_gone = !life_ || life_->MayHaveLost(revision);
+    if (may_be_gone && out.IsNull() && IsGone()) out.SetText(kNodeDeletedText);
 }
 
 void FIIterator::SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) {

@@ -55,6 +55,10 @@ class Liveness {
     bool IsCurrent(std::uint64_t revision) const { return *revision_ == revision; }
     // To be noted by who has just looked; never 0.
     std::uint64_t Revision() const { return *revision_; }
+    // Whether something may have gone since: a host that keeps no number need not have told of it.
+    bool MayHaveLost(std::uint64_t revision) const {
+        return revision_ == &own_ || !IsCurrent(revision);
+    }
     bool HasEnded() const { return revision_ == &kEnded; }
     // Asks the host whether the case is there; one that is not ends, without telling anybody.
     bool Look();
