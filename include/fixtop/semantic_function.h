@@ -28,6 +28,10 @@ using ArrayFunction = int (*)(FIIteratorBase* it, FIValue* subclass, int index);
 
 // The index that asks for the count.
 inline constexpr int kCountIndex = -1;
+// Of a list that takes it: moves `it` from the element on which the list left it to the one behind
+// that, so that a walk over a long list need not count from its start for each. Answers the index
+// again, and -1 where there is none; `it` is behind the last child then.
+inline constexpr int kNextIndex = -2;
 
 // Makes the top of the application's tree, counted for the caller; null when there is none.
 using TopNodeFunction = FIEntry* (*)();
@@ -37,6 +41,8 @@ using TopNodeFunction = FIEntry* (*)();
 struct NamedFunction {
     std::string_view name;
     std::variant<SemanticFunction, ArrayFunction, TopNodeFunction> function;
+    // A list that takes kNextIndex.
+    bool steps_on = false;
 };
 
 }  // namespace fixtop

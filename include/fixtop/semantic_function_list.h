@@ -1,5 +1,5 @@
 // The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
-// FIXTOP_LIST of a list. Whoever includes this file says first what a line shall mean. The
+// FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file says first what a line shall mean. The
 // declarations, the table for maps and the exports of the module come from here, so a function is
 // added by its line and its body; which variables and nodes it uses stands beside it.
 
@@ -9,6 +9,9 @@
 #ifndef FIXTOP_LIST
 #define FIXTOP_LIST(name)
 #endif
+#ifndef FIXTOP_CHILD_LIST
+#define FIXTOP_CHILD_LIST(name) FIXTOP_LIST(name)
+#endif
 
 // clang-format off
 
@@ -17,14 +20,14 @@ FIXTOP_STEP(Find1)
 
 // ---- Lists of a flowsheet: `it` goes to the element
 
-FIXTOP_LIST(CTFlowsheets)
-FIXTOP_LIST(CTStreams)
-FIXTOP_LIST(CTHeatStreams)
-FIXTOP_LIST(CTPhaseEnvelopes)
-FIXTOP_LIST(CTDistillationCurves)
+FIXTOP_CHILD_LIST(CTFlowsheets)
+FIXTOP_CHILD_LIST(CTStreams)
+FIXTOP_CHILD_LIST(CTHeatStreams)
+FIXTOP_CHILD_LIST(CTPhaseEnvelopes)
+FIXTOP_CHILD_LIST(CTDistillationCurves)
 // The one list whose elements differ in class: `subclass` ends as the class of the element, after a
 // count as that of the last one. Variables of the class: semantic/unit_operation_class.h.
-FIXTOP_LIST(CTUnitOperations)
+FIXTOP_CHILD_LIST(CTUnitOperations)
 
 // ---- Components of a stream: the lists set CmpCnt, the steps read it
 
@@ -67,3 +70,4 @@ FIXTOP_STEP(CTLiquid2PhaseComponent)
 
 #undef FIXTOP_STEP
 #undef FIXTOP_LIST
+#undef FIXTOP_CHILD_LIST

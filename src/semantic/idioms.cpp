@@ -71,11 +71,19 @@ int CountAccepted(FIIteratorBase& it, const char* container, const ChildTest& ac
     return count;
 }
 
+int NextAccepted(FIIteratorBase& it, const ChildTest& accepts) {
+    while (it.Next()) {
+        if (accepts(it)) return kNextIndex;
+    }
+    return kCountIndex;
+}
+
 }  // namespace
 
 int CountAcceptedChildren(FIIteratorBase& it, const char* container, const ChildTest& accepts,
                           int index) {
     if (index == kCountIndex) return CountAccepted(it, container, accepts);
+    if (index == kNextIndex) return NextAccepted(it, accepts);
     if (!SeekNames(it, {container}) || !it.DownFirst()) return index;
     int position = accepts(it) ? 0 : -1;
     // Not Next's answer ends the walk but the index. A list that has lost elements since it was

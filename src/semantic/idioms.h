@@ -48,7 +48,7 @@ int MoveToElement(FIIteratorBase& it, const char* array, int index);
 using ChildTest = std::function<bool(FIIteratorBase& child)>;
 
 // A list of those children of a container that pass the test; `it` goes to the element. An index
-// must be below an earlier count; beyond it `it` is left behind the last child.
+// must be below an earlier count; beyond it `it` is left behind the last child. Takes kNextIndex.
 int CountAcceptedChildren(FIIteratorBase& it, const char* container, const ChildTest& accepts,
                           int index);
 // The same for the children whose attribute "type" is this word.

@@ -141,6 +141,65 @@ TEST_F(Walks, count_keeps_its_low_byte) {
     }
 }
 
+// As Count, and the function takes kNextIndex.
+void CountAndStep(int count) {
+    Recorded::Now().array = [count](FIIteratorBase* it, FIValue* subclass, int index) {
+        if (index == kCountIndex) return count;
+        if (index == kNextIndex) return it->Next() ? kNextIndex : kCountIndex;
+        *subclass = Text("Class" + std::to_string(index));
+        it->Down(index);
+        return index;
+    };
+}
+
+TEST_F(Walks, function_that_steps_is_asked_for_its_first_element_alone_in_a_whole_list) {
+    CountAndStep(5);
+    CDTVariableIterator walk(RecordingArray, *reference_, ListLength::kWhole, true);
+    EXPECT_EQ(VariableOf(*reference_, "Subclass"), "Class0");
+    EXPECT_THAT(Forward(walk), ElementsAre("a", "b", "odd", "b", "c"));
+    EXPECT_THAT(Calls(), ElementsAre("-1@1", "0@1", "0@1", "-2@2", "-2@2", "-2@2", "-2@2"));
+    EXPECT_THAT(Backward(walk), ElementsAre("c", "b", "odd", "b", "a"));
+}
+
+TEST_F(Walks, subclass_of_a_former_element_does_not_stay_behind_a_step) {
+    CountAndStep(2);
+    CDTVariableIterator walk(RecordingArray, *reference_, ListLength::kWhole, true);
+    EXPECT_TRUE(walk.Next());
+    EXPECT_EQ(VariableOf(*reference_, "Subclass"), "(NULL)");
+}
+
+TEST_F(Walks, function_that_steps_is_asked_by_index_where_a_list_is_cut) {
+    CountAndStep(3);
+    CDTVariableIterator walk(RecordingArray, *reference_, ListLength::kByte, true);
+    EXPECT_THAT(Forward(walk), ElementsAre("a", "b", "odd"));
+    EXPECT_THAT(Calls(), ElementsAre("-1@1", "0@1", "0@1", "1@1", "2@1"));
+}
+
+// The list has lost elements since it was counted.
+TEST_F(Walks, function_that_finds_no_next_element_is_asked_by_index) {
+    CountAndStep(6);
+    CDTVariableIterator walk(RecordingArray, *reference_, ListLength::kWhole, true);
+    for (int i = 0; i < 4; ++i) EXPECT_TRUE(walk.Next());
+    Calls().clear();
+    walk.Next();
+    EXPECT_THAT(Calls(), ElementsAre("-2@2", "5@1"));
+    EXPECT_FALSE(walk.Next());
+}
+
+TEST_F(Walks, clone_steps_on_by_itself) {
+    CountAndStep(3);
+    CDTVariableIterator walk(RecordingArray, *reference_, ListLength::kWhole, true);
+    const Ref<FIReference> other = Ref<FIReference>::Adopt(new FIReference(*reference_));
+    auto clone = walk.Clone(*other);
+    EXPECT_TRUE(clone->Next());
+    EXPECT_EQ(NameOf(*other), "b");
+    EXPECT_EQ(Now(), "a@2");
+    EXPECT_TRUE(walk.Next());
+    EXPECT_EQ(Now(), "b@2");
+    EXPECT_TRUE(clone->Next());
+    EXPECT_EQ(NameOf(*other), "odd");
+}
+
 TEST_F(Walks, array_function_back_and_forth) {
     Count(3);
     CDTVariableIterator walk(RecordingArray, *reference_);

@@ -119,6 +119,23 @@ TEST(FlowsheetList, an_element_is_the_nth_of_its_type_whatever_stands_between) {
     }
 }
 
+TEST(FlowsheetList, steps_from_element_to_element_until_there_is_none) {
+    for (const ListRow& row : AllLists()) {
+        const std::string type = row.type;
+        Flowsheet flowsheet(row.container, {"Other", type, type, "Other", type, "Other"});
+        FIValue subclass;
+        Ref<FIIterator> it = Element(flowsheet, row.function, 0, subclass);
+        const std::string subclass_of_first = Shown(subclass);
+        for (const char* expected : {"2", "4"}) {
+            FIValue of_next;
+            EXPECT_EQ(kNextIndex, row.function(it.Get(), &of_next, kNextIndex)) << row.name;
+            EXPECT_EQ(expected, NameAt(*it)) << row.name;
+            EXPECT_EQ(subclass_of_first, Shown(of_next)) << row.name;
+        }
+        EXPECT_EQ(kCountIndex, row.function(it.Get(), &subclass, kNextIndex)) << row.name;
+    }
+}
+
 TEST(FlowsheetList, the_first_child_may_be_the_first_element) {
     for (const ListRow& row : AllLists()) {
         Flowsheet flowsheet(row.container, {row.type, "Other", row.type});

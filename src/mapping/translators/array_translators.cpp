@@ -75,10 +75,12 @@ const char* CCDMArrayFuncTranslator::DumpBody(std::string& out) const {
 void CCDMArrayFuncTranslator::SetBody(const std::string& text) {
     function_name_ = PackedText(text);
     function_ = FindFilter<ArrayFunction>(module_, function_name_);
+    const NamedFunction* row = FindFunctionRow<ArrayFunction>(module_, function_name_);
+    steps_on_ = row && row->steps_on;
 }
 
 std::unique_ptr<CDTBase> CCDMArrayFuncTranslator::MakeIterator(FIReferenceBase& reference) const {
-    return std::make_unique<CDTVariableIterator>(function_, reference, length_);
+    return std::make_unique<CDTVariableIterator>(function_, reference, length_, steps_on_);
 }
 
 }  // namespace fixtop

@@ -66,6 +66,7 @@ class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
     ListLength length_;
     std::string function_name_;
     ArrayFunction function_ = nullptr;
+    bool steps_on_ = false;
 };
 
 }  // namespace fixtop

@@ -29,15 +29,22 @@ void WithdrawSemanticModule(const char* name);
 // The module that a map may take by this name; null for any other.
 const SemanticModule* FindSemanticModule(const std::string& name);
 
-// The function of this name and kind; null without a module, and for a name of another kind.
+// The row of the function of this name and kind; null without a module, and for a name of another
+// kind.
 template <class Function>
-Function FindFunctionAs(const SemanticModule* module, const std::string& name) {
+const NamedFunction* FindFunctionRow(const SemanticModule* module, const std::string& name) {
     if (!module) return nullptr;
     for (const NamedFunction& row : module->functions) {
-        const Function* function = std::get_if<Function>(&row.function);
-        if (function && row.name == name) return *function;
+        if (std::holds_alternative<Function>(row.function) && row.name == name) return &row;
     }
     return nullptr;
+}
+
+// The function itself.
+template <class Function>
+Function FindFunctionAs(const SemanticModule* module, const std::string& name) {
+    const NamedFunction* row = FindFunctionRow<Function>(module, name);
+    return row ? std::get<Function>(row->function) : nullptr;
 }
 
 }  // namespace fixtop

@@ -18,8 +18,10 @@ const FIValue& SubclassName() {
 }  // namespace
 
 CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
-                                         ListLength length)
-    : function_(function), reference_(reference) {
+                                         ListLength length, bool steps_on)
+    : function_(function),
+      reference_(reference),
+      steps_on_(steps_on && length == ListLength::kWhole) {
     if (function_ != nullptr) {
         MoveReference(reference_, [&](FIIteratorBase& it) {
             FIValue unused;
@@ -40,7 +42,9 @@ CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
       there_(other.there_),
       count_(other.count_),
       position_(other.position_),
-      base_depth_(other.base_depth_) {}
+      base_depth_(other.base_depth_),
+      steps_on_(other.steps_on_),
+      element_depth_(other.element_depth_) {}
 
 CDTVariableIterator::~CDTVariableIterator() {
     memory::Contain([this] { PopTo(reference_, base_depth_); });
@@ -57,10 +61,22 @@ bool CDTVariableIterator::Enter(int position) {
         FIValue subclass;
         function_(&it, &subclass, position);
         it.SetVar(SubclassName(), subclass);
+        element_depth_ = it.Depth();
         return true;
     });
     position_ = entered ? position : count_;
     return entered;
+}
+
+bool CDTVariableIterator::StepOn() {
+    return MoveReference(reference_, [this](FIIteratorBase& it) {
+        PopTo(it, element_depth_);
+        FIValue subclass;
+        if (function_(&it, &subclass, kNextIndex) != kNextIndex) return false;
+        it.SetVar(SubclassName(), subclass);
+        ++position_;
+        return true;
+    });
 }
 
 void CDTVariableIterator::ClearSubclass() {
@@ -77,8 +93,8 @@ bool CDTVariableIterator::First() {
 
 bool CDTVariableIterator::Next() {
     if (position_ == count_) return false;
-    if (position_ + 1 < count_) return Enter(position_ + 1);
-    return Last();
+    if (position_ + 1 == count_) return Last();
+    return (steps_on_ && StepOn()) || Enter(position_ + 1);
 }
 
 bool CDTVariableIterator::Last() {

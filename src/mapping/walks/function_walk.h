@@ -3,9 +3,11 @@
 // The elements that an array function counts and reaches. Unless the list is to be whole the count
 // is held in a byte: a function that counts 256 has no elements, one that counts 300 has 44.
 //
-// Each element is reached from the depth at which the walk began; the function may leave the
+// Each element is reached anew from the depth at which the walk began; the function may leave the
 // reference deeper. The class that it names for an element is the variable "Subclass" there, NULL
 // when it names none, and behind the last element.
+//
+// A list that is to be whole is long, so there a function that can steps from element to element.
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/semantic_function.h"
@@ -18,8 +20,9 @@ class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {
  public:
     // Asks for the count and goes to the first element. Without a function there are none.
+    // `steps_on`: the function takes kNextIndex.
     CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
-                        ListLength length = ListLength::kByte);
+                        ListLength length = ListLength::kByte, bool steps_on = false);
     ~CDTVariableIterator() override;
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
@@ -35,6 +38,8 @@ class CDTVariableIterator final : public CDTBase,
     CDTVariableIterator(const CDTVariableIterator& other, FIReferenceBase& reference);
 
     bool Enter(int position);
+    // To the element behind the present one, without counting.
+    bool StepOn();
     void ClearSubclass();
 
     ArrayFunction function_;
@@ -43,6 +48,8 @@ class CDTVariableIterator final : public CDTBase,
     int count_ = 0;
     int position_ = 0;
     int base_depth_ = 0;
+    bool steps_on_ = false;
+    int element_depth_ = 0;
 };
 
 }  // namespace fixtop
