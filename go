@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Builds, tests and shows Fixtop on Debian. It asks nothing, installs what is missing, and ends with
 # a status other than 0 when anything fails. `./go --help` tells the commands.
 set -uo pipefail
@@ -192,6 +193,8 @@ cmd_lint() {
             2> >(grep -v 'warnings generated\|Suppressed\|^Use -header-filter' >&2) || failed=1
     say "rooms"
     python3 -B tests/layout/check_rooms.py . && python3 -B tests/layout/check_rooms_test.py || failed=1
+    say "licences"
+    python3 -B .ci/check_licence.py . || failed=1
     [[ $failed == 0 ]] || fail "lint found something"
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Elements of arrays of 10 to 10,000 and tables of a thousand streams, beside the host's own reads.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The neutral view beside what bounds it: opening beside a bare parse of the same files, a held
 // read and a table of streams beside the same in the raw view, the choice among many translators.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A synthetic plant of any size for the benchmarks, as a live case below the module and as the same

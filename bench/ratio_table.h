@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A reporter that prints Google Benchmark's console lines and, at the end, a table of ratios

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The roads that clients take most, over cases of 100 to 100,000 objects, beside what bounds them:
 // the bare host call, and the same walk in pugixml's XPath.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host that comes with the library, for cases that are files.
 
 #include "case_state.h"

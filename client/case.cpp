@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "fixtop/client/case.h"
 
 #include "case_state.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Opening neutral views and class libraries.
 
 #include "case_state.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stores, and what became of them.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What a module exports is listed once. From the lists come the linker's version script (Linux) and
 # the module definition file (Windows), so that both files export the same names.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What every target of the project shares: language level, warnings, instrumentation, and the
 # functions with which a folder declares itself a room of the module or a test program.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` puts where: the module and the unit adapter beside it, the static libraries,
 # the headers, the program with its pages and completion, and the files by which CMake and pkg-config
 # find them.

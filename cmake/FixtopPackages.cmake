@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The libraries that come from outside, under one target name each on both platforms. Linux takes
 # the system's; Windows takes the static ones that cmake/build-windows-deps.sh made, the header-only
 # ones from the build machine, and GoogleTest from its sources.

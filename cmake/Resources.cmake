@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # fixtop_resources(target file...): puts files into a module under their own names, on Windows as
 # resources of type XML_FILE, elsewhere as a table registered with platform/resources.h.
 function(fixtop_resources target)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Cross-builds pugixml and libzip, and expat for the tests, as static Windows libraries from the
 # pristine sources of Debian's source packages, with zlib from libz-mingw-w64-dev. The case host reads
 # zip and XML with one code on both platforms, so both get the same libraries. The result is kept; a second run does nothing.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Windows x64 programs built on Linux. The posix thread model is wanted: the other one has no
 # std::mutex. Programs carry their runtime with them and run here through Wine.
 set(CMAKE_SYSTEM_NAME Windows)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The end of a run in which a promise is broken: says which, and aborts, so that the fuzzer keeps

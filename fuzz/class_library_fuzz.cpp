@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Class library text, and the walks over what it defines.
 
 #include "fuzzed_reader.h"

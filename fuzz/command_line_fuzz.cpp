@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A line as it is typed behind the program's name or at the shell's prompt, and behind it the lines
 // of standard input. Whatever they are, the program ends with one of its statuses and writes UTF-8
 // without control characters. Files are left where they are: each run has a folder of its own, and

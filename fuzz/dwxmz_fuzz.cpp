@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads the bytes twice: as an archive, and as the document in a well-formed archive. Whatever they
 // are, there is either a case whose arrays fill their dimensions, or a problem.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The module as a target has it: linked with its exports, and with the unit adapter, which is then

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Has every document that the module reads be the input, and lets the log write nowhere.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads the bytes as a case file. Whatever they are, there is either a problem that names a place,
 // or a case that can be opened and whose written text reads back to the same text.
 

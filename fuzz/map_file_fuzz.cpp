@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Map text over a small class library, the choices among the translators that it makes, and the
 // walks that they give on a small tree.
 

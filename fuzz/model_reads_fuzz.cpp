@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Class library text and, from its root element on, map text: opened on the built-in case, and read
 // in a walk that goes some way. What the text includes is among the shipped files.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Walks a path from the bytes on a tree from the bytes: a graph with shared and repeated nodes. A
 // walk that fails must leave the iterator where it was, one that succeeds must leave it below.
 

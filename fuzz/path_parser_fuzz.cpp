@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parses arbitrary text as a path. A failure says so in its own words and keeps the source; the
 // description of a success parses to an equal chain.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Unit file text over a small adapter, and questions to what it defines.
 
 #include "fuzzed_reader.h"

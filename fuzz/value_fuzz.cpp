@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs random operations on three values beside a plain model of their kind and text. The model
 // formats and scans with the C library; the value does so in its own way.
 

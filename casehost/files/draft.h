@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The names of drafts: unfinished files beside their targets, "plant.json.0123456789ab.part".

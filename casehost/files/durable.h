@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Files that survive a crash, and what is left of those that did not: what the standard library

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "basis_reader.h"
 
 #include "object_sheet.h"

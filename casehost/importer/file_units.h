@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The units in which the numbers of a flowsheet file stand, and their way into the internal units

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "flowsheet_file.h"
 
 #include <cmath>

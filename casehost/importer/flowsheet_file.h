@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The objects of a flowsheet file with the names and connections that the drawing gives them. The

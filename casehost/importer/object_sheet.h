@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Writes the variables of one object. Numbers are given in the unit of the file; a null number is

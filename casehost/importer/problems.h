@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Faults and remarks met while one file is read. After kMaxProblems the rest is only counted.

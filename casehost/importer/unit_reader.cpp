@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "unit_reader.h"
 
 #include "casehost/unit_op_names.h"

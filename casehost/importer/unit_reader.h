@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Unit operations: the rows of unit_rows.h, and what stands in lists below the object.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What the file's classes of unit operations hold, as tables: which elements are read, what they

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What is asked of a document before it is parsed into a tree: UTF-8 text of characters that XML

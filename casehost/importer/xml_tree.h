@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A document as a read-only tree of elements. Text is kept of elements without child elements only,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "json/basis_json.h"
 
 #include "json/fields.h"

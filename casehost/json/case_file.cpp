@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Case files of our own on the disk.
 
 #include "casehost/case_file.h"

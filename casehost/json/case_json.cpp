@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A whole case as JSON text: its top level, read and written.
 
 #include <new>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "json/compound_json.h"
 
 #include "json/fields.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Typed access to the members of a JSON object, with a problem for whatever is not as expected.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // JsonText: JSON as case files write it, indented by two, numbers in their shortest exact form.

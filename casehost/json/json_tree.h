@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // JsonTree: a JSON text as nodes that know where they stand. Readers walk it with typed accessors

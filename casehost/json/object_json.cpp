@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "json/object_json.h"
 
 #include <unordered_set>

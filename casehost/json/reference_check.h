@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Checks that ports and attachments of a case that was read name objects of the case, and that a

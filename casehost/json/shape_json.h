@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Shapes in case files: what the variables of all objects of one kind share, told once by name.

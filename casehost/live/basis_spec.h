@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The specification view of a case's basis: the property package, one sub-specification with the

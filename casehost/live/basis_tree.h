@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // BasisTree: the elements that a case gives to the specification of its basis, with the process

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Case: a live case, built from CaseData and turned back into it. It is the host's SimulationCase

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The live case as data, and results of a solve taken over.
 
 #include "live/basis_tree.h"

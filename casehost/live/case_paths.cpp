@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How objects of a case are named by text: paths of attachments, and monikers.
 
 #include "live/basis_tree.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // DependencyMap: which nodes of a case depend on which, as far as streams and attachments tell.

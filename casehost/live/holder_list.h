@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HolderList: a host list over elements that live elsewhere. Steps and access by number take

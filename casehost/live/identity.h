@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Identities: a number for each object of the process that is none of any other object, and whether

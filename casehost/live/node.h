@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Node: what every live object of a case is, whatever face it shows to clients: owner, class, name,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // NodeList: objects in their order, with the host's list over them and an index by name.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The nodes that stand for a case's objects: plain ones, material streams, template operations,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The host's free functions, the session and the window, over the cases of one CaseHost.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Shape: the variable list of all objects that have the same variables and ports. A hundred

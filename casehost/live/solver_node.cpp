@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "live/solver_node.h"
 
 #include "live/case.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // SolverNode: the solver of a case as clients see it. A solve is queued by SolveTask, begins in

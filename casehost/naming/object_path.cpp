@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "naming/object_path.h"
 
 namespace fixtop::casehost::path {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Paths by which objects of a case name each other: "Feed", "T-100/Inner Feed" from the flowsheet

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "naming/object_type.h"
 
 #include <array>

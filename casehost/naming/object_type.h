@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The class records of the host: a tree of class words. The records live as long as the process.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // From what stands specified in a feed to its state, and from a calculated state back to what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A case's process as a graph: streams as edges between unit operations, each with what is

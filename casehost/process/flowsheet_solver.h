@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Solves a flowsheet in steps: one step is one unit operation or one pass through a recycle.

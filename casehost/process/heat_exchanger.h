@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The two-sided heat exchanger: counter-current, without loss to the outside. Feed and product 0

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Failures inside the process library. They never leave it: the flowsheet turns each into the

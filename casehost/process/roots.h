@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Root of a continuous function that changes sign in a bracket, by Newton's or the secant step

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The order in which the units of a flowsheet are solved. Units that depend on each other in a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Vapour-liquid equilibrium and energy properties of ideal mixtures: an ideal gas above an ideal

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "process/unit_inputs.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // How the models read their specifications: one place for "exactly one of these must be given" and

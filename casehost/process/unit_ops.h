@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Models of unit operations: what one of them makes of its feeds. A model is a plain function; the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "casehost/standard_host.h"
 #include "live/case.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A client that survives deletion: it keeps a reference, which says when its object is gone.
 
 #include <fixtop/client.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host of this program, seen through Fixtop: its streams, a store, and the store read back.
 
 #include <fixtop/client.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What every host needs alike: classes, lists, and an object that answers "none" to all but its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A simulator's side in small: one case with a flowsheet of streams, which come and go. It includes

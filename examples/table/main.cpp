@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A table of the streams as CSV, out of the neutral view: usage: table <case>
 //
 // The neutral view names things alike whatever simulator the case is of, and has units of its own.

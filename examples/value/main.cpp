@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads a value and writes one: usage: value <case> <path> [<number> <unit>]
 
 #include <fixtop/client.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The client library: the open case as plain values, so that nobody who uses it counts references.

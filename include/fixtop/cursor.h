@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Cursors: positions in a list. FICursorBase stands in the children of a node,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIEntry, FIContext, FIAttributeSource: a node of the tree, the maker of its child cursors and the

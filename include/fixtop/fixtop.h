@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that

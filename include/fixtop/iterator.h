@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIIteratorBase: the client's handle on the tree: a present entry and the frames that lead to it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Ref<T>: one counted reference to an object with AddRef and Release. HandOut: such a reference as

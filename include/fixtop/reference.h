@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIReferenceBase: a durable handle on a node. It listens to the host, becomes stale when the case

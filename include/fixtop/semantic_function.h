@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What a map file's functions and their callers owe each other. A semantic function stands behind a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The functions that a map file may name. Each keeps to fixtop/semantic_function.h. The module

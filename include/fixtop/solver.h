@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FISolver: starts, pauses, stops and watches a simulation's solver.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIValue: the one value type that crosses every interface of the module. A small tagged value that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIVarSet: the display units and variables of whoever is reading an entry. It belongs to that

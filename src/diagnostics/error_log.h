@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The error log: a text file that a person reads when a map or class library does not load.

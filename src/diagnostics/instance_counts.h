@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Instance counters: for each counted class the objects now alive and the objects ever made,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // How many holders shared a cursor each time it was about to be sought: a table for judging whether

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Puts a top together from functions that are found by name: the factories of context and solver,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Late binding: finds a function by its exported name in whichever module of the process has it.

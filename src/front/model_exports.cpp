@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The exports of the neutral view.
 
 #include <vector>

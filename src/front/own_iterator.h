@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Which of the iterators that clients give are this module's own: another copy of the module may

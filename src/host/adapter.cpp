@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/adapter.h"
 
 #include "diagnostics/memory_guard.h"

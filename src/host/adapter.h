@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HostAdapter: all that the adapter keeps for the process, in one object. What belongs to one case

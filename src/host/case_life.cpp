@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/case_life.h"
 
 #include "diagnostics/memory_guard.h"

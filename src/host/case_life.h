@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CaseLife: the one record of a case that all handles on it share: whether it is there, by the

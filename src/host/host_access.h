@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The questions that every family of nodes asks of the host: which case, which class, which owner.

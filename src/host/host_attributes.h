@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The attribute rows that all families of host nodes have in common: the 27 standard names in their

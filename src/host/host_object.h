@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HostObject<T>: a host object that a handle stands on, which may be gone by the next use. Get asks

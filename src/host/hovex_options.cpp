@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/hovex_options.h"
 
 #include "host/host_access.h"

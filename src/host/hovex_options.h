@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HovexOptions: how the nodes below a point of the tree are shown. Every entry embeds one that is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // NodeAbove: what a list of nodes takes over from the node that it lies below.

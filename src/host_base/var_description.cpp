@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "fixtop/host/var_description.h"
 
 #include <array>

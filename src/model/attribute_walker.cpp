@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "model/attribute_walker.h"
 
 #include "diagnostics/error_log.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A position in the attributes of a class and of all its superclasses. The superclasses come first,

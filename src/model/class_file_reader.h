@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The reader of class library files, root element QZClassLibrary. Elements and attributes that it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The neutral dictionary of what a simulation case contains: classes, their attributes,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Classes of the model and their attributes. Records live as long as the library that made them and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Enumerations of the model, and the tables that map an application's option names to theirs.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The base of the translators: what the mapping room makes of a map file and stores in the model's

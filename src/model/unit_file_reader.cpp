@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reader of unit files, root element CCDMUnitFile. It warns of unknown elements and attributes.
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The contract of a unit adapter: a module of its own that knows quantities, their units and how

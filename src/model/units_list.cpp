@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "model/units_list.h"
 
 #include "diagnostics/error_log.h"

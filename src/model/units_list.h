@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Maps between the unit names of an application and those of the data model, and holds the adapter

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser of path expressions: recursive descent over the tokens, one function per rule.
 //
 //   path    := step

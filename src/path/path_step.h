@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // PathStep: one element of a parsed path, a node of a singly linked chain, with the filters that a

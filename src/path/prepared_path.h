@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Path expressions, read in stretches. Behind the parentheses that end a path for the grammar a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // PathTokenizer: splits the text of a path expression into punctuation and strings, and starts the

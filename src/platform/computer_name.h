@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The name of this computer, cut to the 15 characters that a network name may have; empty when the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/debug_output.h"
 
 #include "platform/debug_channel.h"

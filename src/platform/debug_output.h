@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The debug output: where reports for a developer go. On Windows a debugger shows it; elsewhere it

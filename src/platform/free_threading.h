@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FreeThreadedMarshaler: where the platform marshals calls between threads, lets a component object

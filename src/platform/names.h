@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Names of modules and resources, which do not distinguish the case of ASCII letters.

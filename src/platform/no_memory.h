@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Functions of the system, and modules built apart, tell that memory ran out as one failure among

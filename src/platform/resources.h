@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Data compiled into the module: class library, map and unit files. Names do not distinguish case.

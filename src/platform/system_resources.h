@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The resources that the system's linker put into the module, behind platform/resources.h.

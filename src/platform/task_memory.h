@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Memory that one side allocates and a client of another module frees: texts handed out by

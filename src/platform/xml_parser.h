@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The system's own XML parser, behind platform/xml_reader.h: it turns bytes into events and knows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A SAX reader for XML that comes from outside. It reads with expat on POSIX and with the system's

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Writes the class library with the quantities of the unit definitions.
 
 usage: write_class_library.py <definitions.xml> <library.xml.in> <library.xml>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "semantic/column_summary.h"
 
 #include "semantic/idioms.h"

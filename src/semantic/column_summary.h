@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Figures of a distillation column that no variable of the host holds. All are read from below the

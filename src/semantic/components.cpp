@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rows of compositions. The host holds them as parallel arrays, the neutral model wants an
 // object for each component: a list counts the array and leaves the number of the row in a
 // variable, and each attribute of the row steps to that element of its own array.

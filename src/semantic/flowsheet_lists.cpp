@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lists of a flowsheet, and the way from the top node to the raw tree.
 
 #include "fixtop/semantic_functions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "semantic/function_table.h"
 
 #include "fixtop/semantic_functions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // All functions of this folder that a map file may name, with their kinds. The module exports the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The moves that all families of semantic functions are made of. Names are given to SeekPath as

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "semantic/unit_operation_class.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "uom_adapter/uom_reader.h"
 
 #include <charconv>

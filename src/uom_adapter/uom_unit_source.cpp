@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The unit adapter: definitions from XML behind the contract of a unit source.
 
 #include <cerrno>

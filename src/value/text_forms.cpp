@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "value/text_forms.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The element with which a model file says where and how much of it is logged. The file that it

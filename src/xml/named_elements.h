@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Handlers of elements that are known by their name, for readers to derive from or to fill in.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The frame on which the readers of model files stand. A handler takes one kind of element. While

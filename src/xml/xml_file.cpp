@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_file.h"
 
 #include "diagnostics/error_log.h"

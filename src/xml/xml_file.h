@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The way that class library, map and unit files are read: a file of the name in the search

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The specification of a live case's basis, as a client fills it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "casehost/case_file.h"
 #include "casehost/file_path.h"
 #include "live/case.h"

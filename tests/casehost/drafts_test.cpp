@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Drafts: the unfinished files beside the targets of saves, in use, left behind, or given up.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every operation that the module may ask of a host, asked of a live case: it stands where it
 // should and answers for what it is asked about.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is read out of case files, and what is told about those that can't be read.
 
 #include <gtest/gtest.h>

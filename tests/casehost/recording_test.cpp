@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Recorded cases: a store keeps what was recorded and marks what is older than it; a store of what
 // stands there already changes nothing, in any case.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Saving to the disk: whatever goes wrong, the old file stays whole and nothing is left beside it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Opening and saving.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Nodes, patterns and values, on the built-in case.
 
 #include <gmock/gmock.h>

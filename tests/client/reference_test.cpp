@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // References and watches, over changes of the case.
 
 #include <gtest/gtest.h>

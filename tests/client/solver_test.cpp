@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stores, batches and solves.
 
 #include <gtest/gtest.h>

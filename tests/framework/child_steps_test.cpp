@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The way back to a node: the step that leads to each child and to no other.
 
 #include "framework/path/child_steps.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an iterator passes on to its node, and a reference to its iterator, and which of these calls
 // show the node the iterator's variables and units.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The operations stand in their classes at the places that clients compiled elsewhere call.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Variables that an attribute cursor gives its owner, and what is left when they or the cursor go.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The basis of the built-in case, walked as a program that loads the module walks it.
 
 #include <gtest/gtest.h>

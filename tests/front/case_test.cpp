@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The module as a program that loads it sees it, on a case of the in-memory host.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads the module as it is named, goes to another folder, and has the module look for a host and
 // for the unit adapter there. Arguments are name and folder; the status is 0 when it came so far.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The neutral view of the built-in case through the module's exports, with the files that it ships.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The module is loaded by names that are no full path, and then looks for other modules while the
 working directory is a folder with libraries of their names."""
 

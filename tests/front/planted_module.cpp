@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A library under the name of another module. It leaves a line in the file that the environment
 // names once it runs, and has nothing that anybody asks for.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The neutral view of recorded cases, through the module's exports, against tables that an
 // independent script made from the same files.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Moves among siblings, over every node of a case in both views.
 
 #include <gtest/gtest.h>

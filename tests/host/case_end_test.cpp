@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Cases that are closed, and hosts that are taken out, while the module is at work on them: its own
 // records, the solver's notification and the batch of held streams.
 

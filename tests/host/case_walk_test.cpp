@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The whole tree of live cases: every variable is reached and answers, and is found again by what
 // it says of its place.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The harness over the lists that stand below other nodes: each dimension of an array, what a
 // specification shows, and the variables of an attached object.
 

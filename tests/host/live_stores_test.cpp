@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stores into a live case: what is stored is read back, or the refusal is told.
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A specification under the control of a test: elements are added to `info` and listed or shown as

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/adapter.h"
 #include "host/levels/case_nodes.h"
 #include "host/solver/solve_wait.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/nodes/empties.h"
 #include "specification_fixture.h"
 #include "support/cursor_harness.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Helpers of the importer's tests: archives made in memory, small flowsheets as text, and look-ups

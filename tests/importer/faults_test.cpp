@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files that are not as they should be, each with what is told about it.
 
 #include <gtest/gtest.h>

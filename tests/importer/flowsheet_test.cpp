@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small flowsheets with what solved ones rarely have: failed objects, empty numbers, given duties.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Recorded cases against what an independent script read out of them, in the units of the file.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every class of unit operation: one object with the elements of its class, and where they go.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The XML that documents are written in: what is refused before anything is made of it, and how
 // texts are put together.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A project outside the tree that opens a case and prints a table, along each road to the library."""
 
 import os

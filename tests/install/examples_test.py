@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The samples, built against the installed tree and run."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Builds and runs projects of consumers against the installed tree."""
 
 import os

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Compares the names that the built module exports with the list, both ways.
 
 usage: check_exports.py <libfixtop.so or fixtop.dll> <exports.txt>

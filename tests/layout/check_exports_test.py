@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """The readers and the comparison of check_exports.py, over recorded tool output."""
 
 import unittest

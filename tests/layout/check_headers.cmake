@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every header compiles alone: one source a header, which includes it twice so that a missing guard
 # shows too. A header that its own source includes first is compiled alone there. Optimisation says
 # nothing here, and one build of them is enough.

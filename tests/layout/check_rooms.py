@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Reads the includes of the sources and tells, with file and line, each one that the plan forbids.
 
 usage: check_rooms.py <project folder>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Each rule of check_rooms.py, over small invented trees: it must speak when the rule is broken."""
 
 import unittest

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A client of the plant: a top, a view of it, and handles on the places of a scene.

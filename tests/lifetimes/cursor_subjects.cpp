@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Cursors over attributes and children, and the solver.
 
 #include "lifetimes/subject.h"

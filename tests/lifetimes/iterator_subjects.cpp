@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Iterators, references and those who listen to a reference.
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // All scenes against the tables of docs/lifetimes.md.
 //
 // A scene that fails is told as one line, which begins with its name. FIXTOP_SCENE runs only the

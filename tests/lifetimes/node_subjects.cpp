@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bare entries: nodes, the top, and a stream that is held.
 
 #include <utility>

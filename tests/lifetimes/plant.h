@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The host of a scene: a case of a few objects in the in-memory host, and what happens to it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "lifetimes/plant_data.h"
 
 #include "casehost/case_builder.h"

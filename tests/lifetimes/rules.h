@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The tables of docs/lifetimes.md as functions: what becomes of a place by an event, and what a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Scenes: what a client holds, what the handle stands on, what happens to it, when, in which view.

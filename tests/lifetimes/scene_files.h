@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A neutral view that opens in no time: a class library, a map and units of a few lines, which

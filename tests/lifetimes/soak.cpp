@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A random client of a simulator whose objects come and go: lifetimes_soak STEPS SEED VIEW, the
 // view being raw, neutral or mixed. What a handle shows must be its own object's or nothing. The
 // run can be repeated by its seed; a failure tells the step. FIXTOP_SOAK_ALL goes on behind

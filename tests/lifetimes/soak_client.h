@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The random client: tops, views and handles of all kinds on whatever the world has, used at random

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The simulator of the random client: up to three cases, connected and not, whose objects come, go,

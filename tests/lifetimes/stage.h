@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Plays scenes: sets one up, lets the event happen, uses the handles and compares what they answer

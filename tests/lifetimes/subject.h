@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What a client holds, behind one face: each operation answers a text, so that answers of handles

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The choice among an attribute's translators. The scores in the tables are worked out by hand.
 
 #include <gmock/gmock.h>

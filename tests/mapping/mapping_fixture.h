@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What the tests of the mapping share: levels above an attribute, functions that maps may name, and

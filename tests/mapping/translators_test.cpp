@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What each kind of translator does with a reference, and what it shows of itself.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The walks over the elements of array attributes.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A client of the module whose calls are those that memory runs out in. What the calls answer is

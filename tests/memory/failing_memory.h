@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Memory that runs out to order. In a program with this source every allocation is counted while

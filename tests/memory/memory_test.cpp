@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // memory_test <scenario> [step]: plays a scenario, or all of them, and lets memory run out in it;
 // at places that take some, spread over all of them, or with a step at each step-th allocation;
 // once so that one allocation fails, once so that all do from there on.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lets memory run out in a program that this library is loaded into before all others. The
 // environment says in which allocation:
 //

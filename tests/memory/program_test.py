@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Runs the program and lets memory run out in it: at places that take some, spread over all of
 them, or with MEMORY_STEP at each step-th allocation; once so that one allocation fails, once so
 that all do from there on. The program then ends with 3 and says why, or has done what it does with

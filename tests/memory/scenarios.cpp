@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What clients do. Each scenario leaves the world as it found it, so that it can be played again.
 
 #include "memory/client.h"

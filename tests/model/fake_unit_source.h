@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A unit adapter inside the test program: two quantities with a few units, and a record of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Prepared paths: their stretches, their texts, and all the nodes that they lead to.
 
 #include "path/prepared_path.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Random paths on random trees against a second evaluator, which works on lists of nodes and knows
 // no iterator.
 

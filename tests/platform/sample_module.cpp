@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A shared library that the module tests load. Like the module it holds the platform room.
 
 #include "platform/modules.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The solver as an engine: turns, cancelling, what is written back and what is left alone.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whole flowsheets: order, recycles, sub-flowsheets, feeds, statuses and texts.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Reference values for thermo_test.cpp and unit_ops_test.cpp.
 
 Independent of the library: plain bisection everywhere, no derivative, no shared code. Formulas:

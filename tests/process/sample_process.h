@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Builders of small cases and checks of balances, for the tests of the process library.

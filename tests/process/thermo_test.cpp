@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Flashes and properties against values from reference_values.py, closed formulas and limits.
 
 #include <gmock/gmock.h>

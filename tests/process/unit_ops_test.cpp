@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Each unit operation alone: balances, hand calculations, and the exact texts of what is missing.
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """module_files_test.py MODULE FILE...: the built module carries the bytes of every file."""
 
 import pathlib

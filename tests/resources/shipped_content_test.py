@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """The class library and the maps as XML, read apart from the module: counts and references.
 
 shipped_content_test.py RESOURCES QUANTITY_NAMES EXPORTS: the folder of the files, the header that

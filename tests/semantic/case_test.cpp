@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The functions over live cases: what they answer there was counted in the case's own lists.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The figures of a distillation column.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rows of compositions: every list and every step over a tree that holds nothing but its own array.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The table of functions that maps may name, against the list of what the module exports.
 
 #include "semantic/function_table.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lists of a flowsheet, and the classes of its unit operations.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Raw nodes for semantic functions, made of scripted nodes: arrays below paths, variables and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // One set of checks for every family of child cursors. A family describes how to make its cursor,

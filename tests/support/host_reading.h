@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Short words for tests of host nodes: attributes as text, children by name, a test's var set.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HostScript: what a test orders the case host to do against its nature: refuse stores, act in the

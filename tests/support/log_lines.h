@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The module's log in a file of the working directory, begun anew with every level shown, and its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // POSIX only: rights to files are asked for as by somebody who is not root, as long as it lives.

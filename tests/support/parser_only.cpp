@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Programs that only parse paths are linked without the evaluation, which needs iterators. No step
 // is walked in them; a call of these two ends the program.
 

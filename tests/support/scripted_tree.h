@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A scripted tree of entries for tests: nodes that are written down in the test, shared by as many

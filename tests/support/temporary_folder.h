@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A folder of a test's own, which is the working directory as long as it lives and is removed then.

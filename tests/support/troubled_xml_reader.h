@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Readers of XML that fail, in place of the system's one as long as an object of this class lives.

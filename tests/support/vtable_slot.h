@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The place of a virtual operation in its class's table of operations, counted from 0, read from

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Arrays: elements by name and by place, folded where they are long, stored into."""
 
 import json

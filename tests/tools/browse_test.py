@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """ls, tree and attrs over a small case: exactly what they write."""
 
 import json

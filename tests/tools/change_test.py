@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """set, solve, watch and saving, on the case that the program carries."""
 
 import errno

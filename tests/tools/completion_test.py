@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The completions for bash and zsh, asked as they ask."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Names, values and arguments with control characters, and what is written of them."""
 
 import json

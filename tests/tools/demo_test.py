@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The tour: every line that it shows does what it shows."""
 
 import unittest

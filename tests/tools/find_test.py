@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """find over a small case, and back through get."""
 
 import json

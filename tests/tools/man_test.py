@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The man pages: they name all words, and their examples are run."""
 
 import os

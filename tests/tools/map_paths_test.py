@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The paths of the shipped maps, walked in solved flowsheets, against an independent script's tables."""
 
 import csv

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The neutral view: classes of the library in place of the simulator's objects."""
 
 import csv

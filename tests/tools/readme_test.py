@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The session on the front page: every line is run, and what is printed there is compared."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Solved flowsheets from files against what an independent script took out of them."""
 
 import csv

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The shell: piped lines, and a terminal where there is one."""
 
 import json

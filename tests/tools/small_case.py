@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A small case file with names and values of every kind."""
 
 import json

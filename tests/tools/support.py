@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Runs the built program and compares what it writes, byte for byte."""
 
 import os

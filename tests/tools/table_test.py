@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """table: many nodes beside each other, in all three forms."""
 
 import csv

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Command lines: help, versions, mistakes, and cases that can't be read."""
 
 import errno

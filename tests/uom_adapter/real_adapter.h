@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The unit adapter as a module, with a source of its own until the end of a test.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every conversion of the shipped definitions against udunits2.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Completion of fixtop's words, cases and paths for bash: source this file.
 # A path is best begun with a single quote, since it may hold double quotes.
 

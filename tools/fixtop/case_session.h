@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CaseSession: the open case of the program, the view of it that is shown, and the place in it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Json: a value as the commands write it: null, a flag, a number, a text, a list, or a record whose

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <exception>
 
 #include "line_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What the program makes of lack of memory: no command during which an allocation failed answers

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Lines typed at the shell's prompt: cut into words, and completed.

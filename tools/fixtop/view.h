@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The neutral view on the command line: its options. The messages of the module about library, map

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Words: the commands of the program and of its shell. A word declares its options once, for the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CaseData: a case as plain data. Readers of files make one, the live case is built from one and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Case files of our own: JSON, described in docs/case-format.md and schema/case.schema.json.

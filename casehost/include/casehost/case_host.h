@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CaseHost: the in-memory simulator. It owns the services that the module is given, the session and

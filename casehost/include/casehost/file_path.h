@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Names of files are UTF-8 on every platform. A stream or a path that is made of a plain string

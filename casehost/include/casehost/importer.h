@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Reading of solved flowsheets in .dwxmz files: a zip archive that holds one XML document.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // SolveEngine: what computes the calculated values of a case. The live case owns one, hands it the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The host with all its parts: readers of every kind of file, the steady-state solver, and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The display names of the variables that every stream of every case carries, whatever file it came

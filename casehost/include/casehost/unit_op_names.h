@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The type words of objects and the display names of the parameters of unit operations, as the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The quantities and units that the case host knows. Numbers inside a case are always in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Case: one open case in both views, and what can be done with it as a whole.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What the client library throws, beside std::bad_alloc when memory runs out.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Node: a place in the tree of a case. A value: copies are places of their own. It keeps the case

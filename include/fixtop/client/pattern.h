@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Pattern: a path expression that is parsed once and walked many times, on any case.

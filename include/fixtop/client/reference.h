@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Reference: a durable handle on a node. It follows its object through changes of the case, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ArraySetBlock: the table behind an array-set element of a specification.

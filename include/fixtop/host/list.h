@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The host's lists. A list belongs to the host; an iterator is a copyable position in it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HostServices: the host's free functions as one object that the host installs. Everything else

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The case, its flowsheets and its solver; the session and the documents around them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The specification view of an object: a list of typed elements that the host fills on request.

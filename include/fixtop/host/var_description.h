@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // VarDescription: the address of one variable of one object. A value type, copied freely: copies

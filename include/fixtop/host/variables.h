@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The rows of an object's variable list, enumerations, units, and the state of a variable.

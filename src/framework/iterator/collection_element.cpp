@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/iterator/collection_element.h"
 
 #include "framework/nodes/empties.h"

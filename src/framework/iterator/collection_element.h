@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FICollectionElement: one step of a saved path. It holds a node and knows how to find it again

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // IteratorFrame: one level above an iterator's present node. FrameStack: the frames from the root;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIIterator: making, copying and moving.
 
 #include "framework/iterator/iterator.h"

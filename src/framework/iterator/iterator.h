@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIIterator: the one iterator of the framework; fixtop/iterator.h tells the operations.

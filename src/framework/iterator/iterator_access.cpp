@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIIterator: reads, writes and variables of the present node.
 
 #include <string>

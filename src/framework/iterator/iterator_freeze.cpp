@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIIterator: positions that outlive the host's lists.
 
 #include "framework/iterator/iterator.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIIterator: names, keys, paths and the table of variables as text.
 
 #include "framework/iterator/iterator.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // IteratorVarSet: what an iterator shows to the entries that it reads: its display units, its

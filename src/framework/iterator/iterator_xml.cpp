@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIIterator: nodes as XML text.
 //
 // A node is written as <Node name="..." a="..."/>, with its children nested and indented by two

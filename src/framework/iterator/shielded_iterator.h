@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Shielded<FIIterator>, Shielded<FIReference>: what clients are given of both; see

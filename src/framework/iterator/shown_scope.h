@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The calling convention of reads and writes: an entry sees the variables and units of whoever

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/iterator/var_map.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // VarMap: variables by name, in the order of FIValue::Compare. FrameVars: the counted map of one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Character data of XML 1.0 from any bytes. Characters that XML can't hold are left out, bytes that

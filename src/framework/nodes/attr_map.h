@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // AttrMapBase<T>: gives a class of entries its attributes from one static table, and the cursor

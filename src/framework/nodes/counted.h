@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CountedFromZero<Base>: the reference count of a class that starts at 0 and is deleted at 0.

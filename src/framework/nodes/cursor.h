@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // What the families of cursors share; fixtop/cursor.h tells the operations.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The shared empties: used instead of null, so that code walks on without tests. Built on first

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/nodes/liveness.h"
 
 #include "diagnostics/memory_guard.h"

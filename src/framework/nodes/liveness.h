@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Liveness: what all handles on one case share about it: whether it is there, and the revision of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Shielded<T>: an entry, context, cursor or attribute cursor of class T as it is handed to clients:

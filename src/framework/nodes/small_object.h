@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // SmallObject: a base that gives the short-lived objects of a walk (contexts, cursors, entries)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The names of attributes that any node may be asked for. One that has no such attribute, or none

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // SubscriberList: who wants to be told of changes. Records may leave in the middle of a round: they

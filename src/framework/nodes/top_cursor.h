@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The single child of a root: TopCursorBase stands on it or past it, TopContext makes the cursors.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FITopEntry: the root of a tree. It answers the attributes "id", "type" and "server", and hands

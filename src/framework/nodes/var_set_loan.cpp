@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/nodes/var_set_loan.h"
 
 namespace fixtop {

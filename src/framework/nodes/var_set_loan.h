@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // VarSetLoan: a variable set that is kept for longer than a call, null once the set is gone.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "framework/path/child_steps.h"
 
 #include <charconv>

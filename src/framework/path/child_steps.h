@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The way back to a node: for each child of a node the step that leads to it and to no other.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finding a path from the root of the chain on which an iterator stands, each step compared with
 // the keys of the cursors instead of the displayed names.
 

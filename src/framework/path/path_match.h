@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // All nodes that a path leads to, where a walk goes to the first; and how far a path leads that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a parsed path does to an iterator: steps go down the tree by name, filters choose among
 // siblings, variables and counts are looked up at the position where they are used.
 

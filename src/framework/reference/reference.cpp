@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIReference: state, subscriptions and notifications.
 
 #include "framework/reference/reference.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIReference: the one reference of the framework; fixtop/reference.h tells the operations.

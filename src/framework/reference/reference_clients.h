@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ReferenceClients: who listens to a reference for one kind of change, one record an owner. Records

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // FIReference: the operations that pass to the private iterator, guarded or as they are.
 
 #include "framework/reference/reference.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HFandBContext, HFandBCursorBase, HFandBEntry: the nodes of a case, "FlowSheetObjects", "Basis"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/levels/case_top.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FIXTopEntry: the top of a case. It adds to a plain top the state of the case's solver and two

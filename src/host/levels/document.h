@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HDocumentAgg: the document of a case as clients handle it. When the case is gone it has no name

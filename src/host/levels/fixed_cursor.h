@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FixedCursor<Derived, Context>: a cursor over the fixed children of a level. Derived gives

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // FixedContext, FixedEntry: what the levels of fixed names share. A level gives a cursor, a

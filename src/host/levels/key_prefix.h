@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The beginnings of host monikers that lead to the fixed nodes of the tree.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/levels/model_nodes.h"
 
 #include "framework/nodes/shield.h"

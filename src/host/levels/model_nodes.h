@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HAandCContext, HAandCCursorBase, HAandCEntry: the model nodes of a case, "appModel" with the raw

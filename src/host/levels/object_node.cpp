@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/levels/object_node.h"
 
 #include "framework/nodes/empties.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HTopEntry: the node of one host object: a stream, a unit operation, a utility, a process data

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // IndexCursor<Derived, Context>: the cursor of the two levels of an array set. Seeks from the first

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ListCursor<Derived, Walk, Context>: the cursor of every family that lists elements of the host's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/lists/list_index.h"
 
 #include <algorithm>

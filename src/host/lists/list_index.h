@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ListIndex: finds an element of a long host list by name without walking it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ListPosition<View>: a place in a host list as a view shows it: the elements that the view lets

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // NumberedCursor<Derived, Context>: what cursors over a numbered list have in common. Positions

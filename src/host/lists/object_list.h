@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HFSOContext and its cursors: the objects of a flowsheet, of the basis or of the case, one list a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // ObjectWalk: a place among host objects: those of a flowsheet that a filter accepts, and, for

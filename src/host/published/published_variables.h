@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HPublishContext, HPublishCursorBase, HPublishEntry: the real-time variables of a connected case,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Shielded<HSSSolver>, Shielded<HDynamicSolver>: a solver as it is handed out; see

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSSSolver and HDynamicSolver: what a client sees of the solver of a case. A steady-state solver

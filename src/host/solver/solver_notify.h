@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSolverNotify: stands between the model callback of a case and the clients: keeps the run state

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HArraySetContext, HArraySetCursorBase, HArraySetEntry: the rows of the table behind an array-set

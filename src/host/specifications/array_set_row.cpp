@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/specifications/array_set_row.h"
 
 #include "framework/nodes/shield.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HArraySetElemContext, HArraySetElemCursorBase, HArraySetElemEntry: one row of an array set, an

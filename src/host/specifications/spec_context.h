@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSpecContext, HSpecCursorBase, HSpecFilter: the elements of a specification that have something

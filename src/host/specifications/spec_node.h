@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSpecEntry: the node of one element of a specification. Elements with a sub-specification or an

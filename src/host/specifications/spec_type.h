@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSpecType: which of the ten types of specification element an element is, and what it shows of

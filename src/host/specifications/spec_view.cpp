@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/specifications/spec_view.h"
 
 #include "fixtop/host/services.h"

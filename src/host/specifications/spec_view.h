@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HSpecFill: what the host filled in as the specification of one object, until the last node that

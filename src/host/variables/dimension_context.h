@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HVarDimsContext and HVarDimsCursorBase: one dimension of an array variable, a level of the tree

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HVarDimsEntry: an index of one dimension of an array. On the last level it is an element, which

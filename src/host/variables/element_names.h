@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Names of the elements of one dimension of an array, asked of the host one at a time.

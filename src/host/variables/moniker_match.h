@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Compares the moniker of a variable with the beginning of a path in the host's notation.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HVarsContext and HVarsCursorBase: the variables of a host object, as the host lists them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and

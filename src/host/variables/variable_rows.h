@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The rows that variables and the elements of arrays show alike. T is an entry with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/variables/variable_values.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Reading and storing one variable of a host object: by the row that tells what it holds, the

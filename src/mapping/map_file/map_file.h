@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Map files: they bind classes and attributes of a class library to the application's tree.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The reader of map files, root element CCDMMapFile. What a file says is in force for what follows

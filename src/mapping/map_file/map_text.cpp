@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/map_file/map_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The application's side of an attribute: up to two references, one for each face of a simulated

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CCDMAttrCursorBase: a position in the attributes of a class entry: those of the application's

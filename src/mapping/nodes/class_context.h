@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CCDMClassContext: the family of the entries below one place of the neutral tree: the attributes

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CCDMClassCursorBase: a position in the attributes of a class, superclasses first, and within an

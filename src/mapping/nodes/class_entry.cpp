@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // CCDMClassEntry: what it is and where it stands.
 
 #include "mapping/nodes/class_entry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CCDMClassEntry: an attribute of a class, or one element of an array of them, as a node of the

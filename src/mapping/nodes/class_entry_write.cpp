@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // CCDMClassEntry: writing, and the units in which values are shown.
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/nodes/model_top.h"
 
 #include "mapping/nodes/class_entry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // CCDMTopEntry: the root of a neutral tree, on which an iterator can stand. It is named after the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A class library under a count: every context of a tree holds it, so it ends with the tree.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/open/open_model.h"
 
 #include "diagnostics/error_log.h"

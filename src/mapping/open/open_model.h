@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Opening the neutral view: units, class library and map are read, and a tree is built on them. The

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Where an entry of the neutral tree stands: its class and its attribute, and those of the entries

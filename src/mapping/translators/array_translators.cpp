@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/translators/array_translators.h"
 
 #include "diagnostics/error_log.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The translators to many application nodes. Test and Apply leave the reference on the node from

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Which face of a quantity a caller asks a translator for. The numbers are part of the interface.

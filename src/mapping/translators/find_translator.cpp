@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/translators/find_translator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The choice among the translators of an attribute: those of the right branch whose conditions

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The functions that maps name where a path can't say how an attribute is reached. They come from

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/translators/scalar_translators.h"
 
 #include "diagnostics/error_log.h"

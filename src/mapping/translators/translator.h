@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // Translators: how one attribute of a class is reached on the application's tree. A map file makes

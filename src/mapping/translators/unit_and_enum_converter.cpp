@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/translators/unit_and_enum_converter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A walk over the elements of an array attribute. Each step moves the application's reference on

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The elements of another walk that a filter accepts. The filter may lead from an element to

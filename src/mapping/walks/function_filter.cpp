@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mapping/walks/function_filter.h"
 
 #include "mapping/translators/reference_move.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The elements that an array function counts and reaches. Unless the list is to be whole the count

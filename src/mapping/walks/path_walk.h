@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // The nodes that the last step of a path matches, in the order of the siblings. Earlier steps are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/computer_name.h"
 
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/free_threading.h"
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/system_resources.h"
 
 #include "platform/windows/own_module.h"

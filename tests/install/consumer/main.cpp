@@ -1,5 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <fixtop/client.h>
-
 #include <iostream>
 
 int main(int, char** arguments) try {

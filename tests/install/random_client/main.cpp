@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A random client of the sample host, whose streams come, go and take each other's names:
 // random_client STEPS SEED. Each stream has a temperature of its own, so what a handle shows tells
 // whose it is: its own stream's, or that it is gone.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Attribute services: the table, values across units and option names, writes, display units.
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 // A small neutral view over a scripted tree: class library, map, units by the real adapter, and the

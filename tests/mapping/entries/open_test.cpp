@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Opening a view, its root, its life; the class cursor as a cursor; the dictionary.
 
 #include "diagnostics/instance_counts.h"

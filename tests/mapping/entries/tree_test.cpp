@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The neutral tree: what is listed, what entries are bound to, arrays, paths.
 
 #include "framework/nodes/empties.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "words/makers.h"
 #include "words/node_word.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The words that only the shell knows.
 
 #include "case_session.h"

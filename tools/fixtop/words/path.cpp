@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "fixtop/fixtop.h"
 #include "line_text.h"
 #include "words/makers.h"
