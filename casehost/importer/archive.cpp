@@ -4,7 +4,6 @@
 #include <zip.h>
 
 #include <array>
-#include <memory>
 
 #include "reading.h"
 

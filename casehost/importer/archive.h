@@ -3,9 +3,7 @@
 
 // The zip archive around a document.
 
-#include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "problems.h"

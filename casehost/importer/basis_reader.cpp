@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "basis_reader.h"
 
-#include "object_sheet.h"
 #include "unit_rows.h"
 
 namespace fixtop::casehost::importer {

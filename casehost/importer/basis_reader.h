@@ -3,7 +3,6 @@
 
 // Compounds, property package and reactions of a flowsheet file.
 
-#include "casehost/case_data.h"
 #include "reading.h"
 
 namespace fixtop::casehost::importer {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <new>
@@ -10,12 +9,9 @@
 #include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"
-#include "flowsheet_file.h"
 #include "object_sheet.h"
-#include "reading.h"
 #include "stream_reader.h"
 #include "unit_reader.h"
-#include "xml_tree.h"
 
 namespace fixtop::casehost {
 

@@ -2,7 +2,6 @@
 #include "file_units.h"
 
 #include <stdexcept>
-#include <string>
 
 namespace fixtop::casehost::importer {
 

@@ -2,7 +2,6 @@
 #include "flowsheet_file.h"
 
 #include <cmath>
-#include <map>
 #include <tuple>
 #include <unordered_set>
 

@@ -4,9 +4,7 @@
 // Faults and remarks met while one file is read. After kMaxProblems the rest is only counted.
 
 #include <cstddef>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "casehost/case_data.h"
 

@@ -7,9 +7,7 @@
 // phases that exist, some of them by compound as well. A phase exists when its mole fraction is
 // there and greater than 0; the numbers that the file holds for other phases are leftovers.
 
-#include "casehost/case_data.h"
 #include "flowsheet_file.h"
-#include "reading.h"
 
 namespace fixtop::casehost::importer {
 

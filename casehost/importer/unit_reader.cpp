@@ -2,7 +2,6 @@
 #include "unit_reader.h"
 
 #include "casehost/unit_op_names.h"
-#include "object_sheet.h"
 #include "unit_rows.h"
 
 namespace fixtop::casehost::importer {

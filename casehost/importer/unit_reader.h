@@ -3,9 +3,7 @@
 
 // Unit operations: the rows of unit_rows.h, and what stands in lists below the object.
 
-#include "casehost/case_data.h"
 #include "flowsheet_file.h"
-#include "reading.h"
 
 namespace fixtop::casehost::importer {
 

@@ -2,7 +2,6 @@
 #include "unit_rows.h"
 
 #include "casehost/unit_op_names.h"
-#include "reading.h"
 
 namespace fixtop::casehost::importer {
 

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <compare>
-#include <cstdint>
 
-#include "problems.h"
 #include "reading.h"
 
 namespace fixtop::casehost::importer {

@@ -3,7 +3,6 @@
 
 // The elements of the basis in case files.
 
-#include "casehost/case_data.h"
 #include "json/json_text.h"
 #include "json/json_tree.h"
 

@@ -3,7 +3,6 @@
 
 #include <new>
 
-#include "casehost/case_file.h"
 #include "casehost/units.h"
 #include "json/basis_json.h"
 #include "json/compound_json.h"

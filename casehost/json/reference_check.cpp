@@ -2,7 +2,6 @@
 #include "json/reference_check.h"
 
 #include <unordered_map>
-#include <unordered_set>
 
 #include "naming/object_path.h"
 #include "naming/object_type.h"

@@ -2,8 +2,6 @@
 #include "casehost/case_host.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <map>
 
 #include "casehost/file_path.h"
 #include "fixtop/host/local_services.h"

@@ -5,12 +5,7 @@
 // values, status. NodeOf puts it behind one of the host's abstract classes.
 
 #include <cmath>
-#include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
 
-#include "casehost/case_data.h"
 #include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
 #include "live/identity.h"

@@ -3,7 +3,6 @@
 #include "live/case.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 #include "casehost/units.h"
 #include "live/basis_spec.h"

@@ -4,8 +4,6 @@
 // The host's free functions, the session and the window, over the cases of one CaseHost.
 
 #include <cstdlib>
-#include <map>
-#include <string>
 
 #include "casehost/case_host.h"
 #include "live/identity.h"

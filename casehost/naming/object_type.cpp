@@ -4,7 +4,6 @@
 #include <array>
 #include <map>
 #include <memory>
-#include <string>
 
 #include "casehost/unit_op_names.h"
 

@@ -2,7 +2,6 @@
 #include "process/flowsheet_solver.h"
 
 #include <cmath>
-#include <string>
 
 #include "process/feed_state.h"
 #include "process/recycle.h"

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "process/heat_exchanger.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
 #include "casehost/unit_op_names.h"
 #include "process/roots.h"
 #include "process/unit_inputs.h"

@@ -2,7 +2,6 @@
 #include "process/process_engine.h"
 
 #include <algorithm>
-#include <string>
 
 #include "process/results.h"
 

@@ -30,8 +30,6 @@
 // A failure (no such state, compound data missing) throws ProcessError, which stays inside this
 // library: the flowsheet turns it into the status text of an object.
 
-#include <vector>
-
 #include "casehost/case_data.h"
 #include "process/process_error.h"
 

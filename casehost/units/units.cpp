@@ -5,7 +5,6 @@
 #include <array>
 #include <iterator>
 #include <stdexcept>
-#include <string>
 
 namespace fixtop::casehost {
 
