@@ -74,17 +74,17 @@ std::string TypeOfReaction(std::string_view word) {
 const UnitClass kReaction = {
     "",
     "",
+    {{"ReactionHeat", "Reaction Heat", file_unit::kj_per_kmol},
+     {"ReactionGibbsEnergy", "Reaction Gibbs Energy", file_unit::kj_per_kmol},
+     {"Tmin", "Minimum Temperature", file_unit::kelvin, "*"},
+     {"Tmax", "Maximum Temperature", file_unit::kelvin, "*"}},
     {{"ReactionType", "ReactionType", kReactionTypes}},
     {{"Equation", "Equation"},
      {"BaseReactant", "Base Component"},
      {"ReactionPhase", "Reaction Phase"},
      {"ReactionBasis", "Reaction Basis"},
      {"KExprType", "Equilibrium Constant Source"},
-     {"Expression", "Expression"}},
-    {{"ReactionHeat", "Reaction Heat", file_unit::kj_per_kmol},
-     {"ReactionGibbsEnergy", "Reaction Gibbs Energy", file_unit::kj_per_kmol},
-     {"Tmin", "Minimum Temperature", file_unit::kelvin, "*"},
-     {"Tmax", "Maximum Temperature", file_unit::kelvin, "*"}}};
+     {"Expression", "Expression"}}};
 
 struct StoichiometryRow {
     const char* attribute;

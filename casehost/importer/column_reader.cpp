@@ -8,6 +8,8 @@ namespace fixtop::casehost::importer {
 
 namespace {
 
+using enum VariableState;
+
 constexpr char kCondenser[] = "Condenser";
 constexpr char kReboiler[] = "Reboiler";
 
@@ -19,9 +21,9 @@ struct StageRow {
     VariableState state;
 };
 constexpr StageRow kStageRows[] = {
-    {"T", "Stage Temperature", file_unit::kelvin, VariableState::calculated},
-    {"P", "Stage Pressure", file_unit::pascal, VariableState::specified},
-    {"Efficiency", "Stage Efficiency", file_unit::none, VariableState::specified},
+    {"T", "Stage Temperature", file_unit::kelvin, calculated},
+    {"P", "Stage Pressure", file_unit::pascal, specified},
+    {"Efficiency", "Stage Efficiency", file_unit::none, specified},
 };
 
 // Profiles of the results, one number for each stage.
@@ -108,7 +110,7 @@ class Column {
             stages_.emplace_back(stage.Child("Name").Text());
             if (stages_.back() != kCondenser && stages_.back() != kReboiler) ++trays;
         }
-        sheet_.Real("Number of Trays", file_unit::none, trays, VariableState::specified);
+        sheet_.Real("Number of Trays", file_unit::none, trays, specified);
         for (const StageRow& row : kStageRows) {
             std::vector<Number> values;
             for (XmlNode stage : Children(list)) {
@@ -134,13 +136,10 @@ class Column {
             unit = candidate.unit;
             known = true;
         }
-        sheet_.Option(row.type_name, SpecTypes(), spec.Child("SType").Text(),
-                      VariableState::specified);
-        sheet_.Real(row.value_name, unit, ReadNumber(reading_, spec.Child("SpecValue")),
-                    VariableState::specified);
-        sheet_.Real(row.result_name, unit, ReadNumber(reading_, spec.Child("CalculatedValue")),
-                    VariableState::calculated);
-        if (!known) sheet_.Text(row.unit_name, unit_text, VariableState::specified);
+        sheet_.Option(row.type_name, SpecTypes(), spec.Child("SType").Text(), specified);
+        sheet_.Real(row.value_name, unit, ReadNumber(reading_, spec.Child("SpecValue")), specified);
+        sheet_.Real(row.result_name, unit, ReadNumber(reading_, spec.Child("CalculatedValue")));
+        if (!known) sheet_.Text(row.unit_name, unit_text, specified);
     }
     // Stages are counted from 0 at the top.
     void ReadAttachedStreams() {
@@ -165,16 +164,14 @@ class Column {
             (feed ? feeds : products).push_back(stream->tag);
             (feed ? feed_stages : product_stages).push_back(number);
         }
-        sheet_.Array("Feed Stage", file_unit::none, {LabelledBy(feeds)}, feed_stages,
-                     VariableState::specified);
+        sheet_.Array("Feed Stage", file_unit::none, {LabelledBy(feeds)}, feed_stages, specified);
         sheet_.Array("Product Stage", file_unit::none, {LabelledBy(products)}, product_stages,
-                     VariableState::specified);
+                     specified);
     }
     void ReadFlows(XmlNode vector, const char* name) {
         std::vector<Number> values;
         if (!vector || !AppendVector(vector, stages_.size(), values)) return;
-        sheet_.Array(name, file_unit::mol_per_second, {LabelledBy(stages_)}, values,
-                     VariableState::calculated);
+        sheet_.Array(name, file_unit::mol_per_second, {LabelledBy(stages_)}, values);
     }
     void ReadMatrix(XmlNode matrix, const char* name, const std::vector<std::string>& compounds) {
         if (!matrix) return;
@@ -190,8 +187,7 @@ class Column {
                                                 std::to_string(rows));
             return;
         }
-        sheet_.Array(name, file_unit::none, {LabelledBy(stages_), LabelledBy(compounds)}, values,
-                     VariableState::calculated);
+        sheet_.Array(name, file_unit::none, {LabelledBy(stages_), LabelledBy(compounds)}, values);
     }
     // "{a; b; c}"
     bool AppendVector(XmlNode node, std::size_t expected, std::vector<Number>& values) {

@@ -17,7 +17,7 @@ ValueData Stored(Number value, const host::UnitRecord& unit, VariableState state
     return stored;
 }
 
-VariableSpec RealSpec(const char* name, FileUnit unit) {
+VariableSpec RealSpec(const std::string& name, FileUnit unit) {
     VariableSpec spec;
     spec.name = name;
     spec.quantity = unit.quantity;
@@ -39,7 +39,7 @@ void ObjectSheet::Add(VariableSpec spec, std::vector<ValueData> values) {
     object_.variables.push_back({reading_.specs.Share(std::move(spec)), std::move(values)});
 }
 
-void ObjectSheet::Real(const char* name, FileUnit unit, Number value, VariableState state) {
+void ObjectSheet::Real(const std::string& name, FileUnit unit, Number value, VariableState state) {
     Add(RealSpec(name, unit), {Stored(value, Resolve(unit), state)});
 }
 
@@ -73,8 +73,9 @@ void ObjectSheet::Option(const char* name, const std::vector<Choice>& choices,
     Add(std::move(spec), {value});
 }
 
-void ObjectSheet::Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
-                        const std::vector<Number>& values, VariableState state, Address address) {
+void ObjectSheet::Array(const std::string& name, FileUnit unit,
+                        std::vector<DimensionData> dimensions, const std::vector<Number>& values,
+                        VariableState state, Address address) {
     if (reading_.value_count + values.size() > Reading::kMaxValues) {
         if (!reading_.problems.Failed()) {
             reading_.problems.Error("more than " + std::to_string(Reading::kMaxValues) +

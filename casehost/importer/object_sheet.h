@@ -28,14 +28,17 @@ class ObjectSheet {
         int variable_type;
     };
 
-    void Real(const char* name, FileUnit unit, Number value, VariableState state);
-    void Text(const char* name, std::string_view text, VariableState state);
+    void Real(const std::string& name, FileUnit unit, Number value,
+              VariableState state = VariableState::calculated);
+    void Text(const char* name, std::string_view text,
+              VariableState state = VariableState::calculated);
     // A word outside of the choices becomes one more option. An empty word is no value.
     void Option(const char* name, const std::vector<Choice>& choices, std::string_view word,
                 VariableState state);
     // `values` has the product of the counts, last dimension fastest.
-    void Array(const char* name, FileUnit unit, std::vector<DimensionData> dimensions,
-               const std::vector<Number>& values, VariableState state, Address address = {0, 0});
+    void Array(const std::string& name, FileUnit unit, std::vector<DimensionData> dimensions,
+               const std::vector<Number>& values, VariableState state = VariableState::calculated,
+               Address address = {0, 0});
 
  private:
     void Add(VariableSpec spec, std::vector<ValueData> values);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "stream_reader.h"
 
+#include <algorithm>
 #include <array>
 
 #include "casehost/stream_names.h"
@@ -11,79 +12,62 @@ namespace fixtop::casehost::importer {
 
 namespace {
 
+using namespace file_unit;
+using enum VariableState;
+
 enum Place : unsigned { kOverallOnly = 1, kPhasesOnly = 2, kEverywhere = 3 };
 
-// One property of a mixture. `phase_name` is the name of its array over the phases.
+// One property of a mixture. The array over the phases has the name behind "Phase ".
 struct PropertyRow {
     const char* element;
     const char* name;
-    const char* phase_name;
     FileUnit unit;
-    Place place;
+    Place place = kEverywhere;
 };
 
 constexpr PropertyRow kProperties[] = {
-    {"temperature", names::kTemperature, "", file_unit::kelvin, kOverallOnly},
-    {"pressure", names::kPressure, "", file_unit::pascal, kOverallOnly},
-    {"molarflow", names::kMolarFlow, "Phase Molar Flow", file_unit::mol_per_second, kEverywhere},
-    {"massflow", names::kMassFlow, "Phase Mass Flow", file_unit::kg_per_second, kEverywhere},
-    {"volumetric_flow", "Actual Volume Flow", "Phase Actual Volume Flow", file_unit::m3_per_second,
-     kEverywhere},
-    {"molarfraction", "", names::kPhaseFraction, file_unit::none, kPhasesOnly},
-    {"massfraction", "", "Phase Mass Fraction", file_unit::none, kPhasesOnly},
-    {"volumetricFraction", "", "Phase Volume Fraction", file_unit::none, kPhasesOnly},
-    {"molecularWeight", names::kMolarMass, "Phase Molecular Weight", file_unit::kg_per_kmol,
-     kEverywhere},
-    {"density", names::kMassDensity, "Phase Mass Density", file_unit::kg_per_m3, kEverywhere},
-    {"molar_enthalpy", names::kMolarEnthalpy, "Phase Molar Enthalpy", file_unit::kj_per_kmol,
-     kEverywhere},
-    {"molar_entropy", names::kMolarEntropy, "Phase Molar Entropy", file_unit::kj_per_kmol_kelvin,
-     kEverywhere},
-    {"enthalpy", "Mass Enthalpy", "Phase Mass Enthalpy", file_unit::kj_per_kg, kEverywhere},
-    {"entropy", "Mass Entropy", "Phase Mass Entropy", file_unit::kj_per_kg_kelvin, kEverywhere},
-    {"enthalpyF", "", "Phase Mass Enthalpy With Formation", file_unit::kj_per_kg, kPhasesOnly},
-    {"entropyF", "", "Phase Mass Entropy With Formation", file_unit::kj_per_kg_kelvin, kPhasesOnly},
-    {"molar_enthalpyF", "", "Phase Molar Enthalpy With Formation", file_unit::kj_per_kmol,
+    {"temperature", names::kTemperature, kelvin, kOverallOnly},
+    {"pressure", names::kPressure, pascal, kOverallOnly},
+    {"molarflow", names::kMolarFlow, mol_per_second},
+    {"massflow", names::kMassFlow, kg_per_second},
+    {"volumetric_flow", "Actual Volume Flow", m3_per_second},
+    {"molarfraction", "Fraction", none, kPhasesOnly},
+    {"massfraction", "Mass Fraction", none, kPhasesOnly},
+    {"volumetricFraction", "Volume Fraction", none, kPhasesOnly},
+    {"molecularWeight", names::kMolarMass, kg_per_kmol},
+    {"density", names::kMassDensity, kg_per_m3},
+    {"molar_enthalpy", names::kMolarEnthalpy, kj_per_kmol},
+    {"molar_entropy", names::kMolarEntropy, kj_per_kmol_kelvin},
+    {"enthalpy", "Mass Enthalpy", kj_per_kg},
+    {"entropy", "Mass Entropy", kj_per_kg_kelvin},
+    {"enthalpyF", "Mass Enthalpy With Formation", kj_per_kg, kPhasesOnly},
+    {"entropyF", "Mass Entropy With Formation", kj_per_kg_kelvin, kPhasesOnly},
+    {"molar_enthalpyF", "Molar Enthalpy With Formation", kj_per_kmol, kPhasesOnly},
+    {"molar_entropyF", "Molar Entropy With Formation", kj_per_kmol_kelvin, kPhasesOnly},
+    {"internal_energy", "Mass Internal Energy", kj_per_kg},
+    {"gibbs_free_energy", "Mass Gibbs Energy", kj_per_kg},
+    {"helmholtz_energy", "Mass Helmholtz Energy", kj_per_kg},
+    {"molar_internal_energy", "Molar Internal Energy", kj_per_kmol},
+    {"molar_gibbs_free_energy", "Molar Gibbs Energy", kj_per_kmol},
+    {"molar_helmholtz_energy", "Molar Helmholtz Energy", kj_per_kmol},
+    {"heatCapacityCp", "Mass Heat Capacity", kj_per_kg_kelvin_capacity},
+    {"heatCapacityCv", "Mass Cv", kj_per_kg_kelvin_capacity},
+    {"idealGasHeatCapacityCp", "Ideal Gas Mass Heat Capacity", kj_per_kg_kelvin_capacity,
      kPhasesOnly},
-    {"molar_entropyF", "", "Phase Molar Entropy With Formation", file_unit::kj_per_kmol_kelvin,
-     kPhasesOnly},
-    {"internal_energy", "Mass Internal Energy", "Phase Mass Internal Energy", file_unit::kj_per_kg,
-     kEverywhere},
-    {"gibbs_free_energy", "Mass Gibbs Energy", "Phase Mass Gibbs Energy", file_unit::kj_per_kg,
-     kEverywhere},
-    {"helmholtz_energy", "Mass Helmholtz Energy", "Phase Mass Helmholtz Energy",
-     file_unit::kj_per_kg, kEverywhere},
-    {"molar_internal_energy", "Molar Internal Energy", "Phase Molar Internal Energy",
-     file_unit::kj_per_kmol, kEverywhere},
-    {"molar_gibbs_free_energy", "Molar Gibbs Energy", "Phase Molar Gibbs Energy",
-     file_unit::kj_per_kmol, kEverywhere},
-    {"molar_helmholtz_energy", "Molar Helmholtz Energy", "Phase Molar Helmholtz Energy",
-     file_unit::kj_per_kmol, kEverywhere},
-    {"heatCapacityCp", "Mass Heat Capacity", "Phase Mass Heat Capacity",
-     file_unit::kj_per_kg_kelvin_capacity, kEverywhere},
-    {"heatCapacityCv", "Mass Cv", "Phase Mass Cv", file_unit::kj_per_kg_kelvin_capacity,
-     kEverywhere},
-    {"idealGasHeatCapacityCp", "", "Phase Ideal Gas Mass Heat Capacity",
-     file_unit::kj_per_kg_kelvin_capacity, kPhasesOnly},
-    {"idealGasHeatCapacityRatio", "", "Phase Ideal Gas Cp/Cv", file_unit::none, kPhasesOnly},
-    {"viscosity", "Viscosity", "Phase Viscosity", file_unit::pascal_second, kEverywhere},
-    {"kinematic_viscosity", "Kinematic Viscosity", "Phase Kinematic Viscosity",
-     file_unit::m2_per_second, kEverywhere},
-    {"thermalConductivity", "Thermal Conductivity", "Phase Thermal Conductivity",
-     file_unit::watt_per_metre_kelvin, kEverywhere},
-    {"surfaceTension", "Surface Tension", "Phase Surface Tension", file_unit::newton_per_metre,
-     kEverywhere},
-    {"compressibilityFactor", "Z Factor", "Phase Z Factor", file_unit::none, kEverywhere},
-    {"isothermal_compressibility", "", "Phase Isothermal Compressibility",
-     file_unit::inverse_pascal, kPhasesOnly},
-    {"bulk_modulus", "", "Phase Bulk Modulus", file_unit::pascal_difference, kPhasesOnly},
-    {"speedOfSound", "", "Phase Speed of Sound", file_unit::metre_per_second, kPhasesOnly},
-    {"jouleThomsonCoefficient", "", "Phase Joule-Thomson Coefficient", file_unit::kelvin_per_pascal,
-     kPhasesOnly},
-    {"bubblePressure", "Bubble Point Pressure", "", file_unit::pascal, kOverallOnly},
-    {"bubbleTemperature", "Bubble Point Temperature", "", file_unit::kelvin, kOverallOnly},
-    {"dewPressure", "Dew Point Pressure", "", file_unit::pascal, kOverallOnly},
-    {"dewTemperature", "Dew Point Temperature", "", file_unit::kelvin, kOverallOnly},
+    {"idealGasHeatCapacityRatio", "Ideal Gas Cp/Cv", none, kPhasesOnly},
+    {"viscosity", "Viscosity", pascal_second},
+    {"kinematic_viscosity", "Kinematic Viscosity", m2_per_second},
+    {"thermalConductivity", "Thermal Conductivity", watt_per_metre_kelvin},
+    {"surfaceTension", "Surface Tension", newton_per_metre},
+    {"compressibilityFactor", "Z Factor", none},
+    {"isothermal_compressibility", "Isothermal Compressibility", inverse_pascal, kPhasesOnly},
+    {"bulk_modulus", "Bulk Modulus", pascal_difference, kPhasesOnly},
+    {"speedOfSound", "Speed of Sound", metre_per_second, kPhasesOnly},
+    {"jouleThomsonCoefficient", "Joule-Thomson Coefficient", kelvin_per_pascal, kPhasesOnly},
+    {"bubblePressure", "Bubble Point Pressure", pascal, kOverallOnly},
+    {"bubbleTemperature", "Bubble Point Temperature", kelvin, kOverallOnly},
+    {"dewPressure", "Dew Point Pressure", pascal, kOverallOnly},
+    {"dewTemperature", "Dew Point Temperature", kelvin, kOverallOnly},
 };
 
 // One property of a compound in a mixture. Those of pure phases mean something in the vapour and
@@ -93,28 +77,22 @@ struct CompoundRow {
     const char* name;
     const char* phase_name;
     FileUnit unit;
-    bool pure_phases_only;
-    ObjectSheet::Address address;
+    bool pure_phases_only = false;
+    ObjectSheet::Address address = {0, 0};
 };
 
 // The number and type by which compositions are known to the host.
 constexpr ObjectSheet::Address kComposition{501, 9};
 
 constexpr CompoundRow kCompoundProperties[] = {
-    {"MoleFraction", names::kCompMoleFrac, names::kPhaseCompMoleFrac, file_unit::none, false,
-     kComposition},
-    {"MassFraction", names::kCompMassFrac, "Phase Comp Mass Frac", file_unit::none, false, {}},
-    {"MolarFlow", "Comp Molar Flow", "Phase Comp Molar Flow", file_unit::mol_per_second, false, {}},
-    {"MassFlow", "Comp Mass Flow", "Phase Comp Mass Flow", file_unit::kg_per_second, false, {}},
-    {"Molarity",
-     "Comp Molar Concentration",
-     "Phase Comp Molar Concentration",
-     file_unit::mol_per_m3,
-     false,
-     {}},
-    {"FugacityCoeff", "", "Phase Comp Fugacity Coefficient", file_unit::none, true, {}},
-    {"ActivityCoeff", "", "Phase Comp Activity Coefficient", file_unit::none, true, {}},
-    {"PartialPressure", "", "Phase Comp Partial Pressure", file_unit::pascal, true, {}},
+    {"MoleFraction", names::kCompMoleFrac, names::kPhaseCompMoleFrac, none, false, kComposition},
+    {"MassFraction", names::kCompMassFrac, "Phase Comp Mass Frac", none},
+    {"MolarFlow", "Comp Molar Flow", "Phase Comp Molar Flow", mol_per_second},
+    {"MassFlow", "Comp Mass Flow", "Phase Comp Mass Flow", kg_per_second},
+    {"Molarity", "Comp Molar Concentration", "Phase Comp Molar Concentration", mol_per_m3},
+    {"FugacityCoeff", "", "Phase Comp Fugacity Coefficient", none, true},
+    {"ActivityCoeff", "", "Phase Comp Activity Coefficient", none, true},
+    {"PartialPressure", "", "Phase Comp Partial Pressure", pascal, true},
 };
 
 constexpr int kMixture = 0, kTotalLiquid = 1, kVapour = 2, kFirstLiquid = 3;
@@ -172,22 +150,13 @@ class Given {
         }
     }
     VariableState StateOf(std::string_view name) const {
-        for (const std::string_view given : names_) {
-            if (given == name) return VariableState::specified;
-        }
-        return VariableState::calculated;
+        const bool given = std::find(names_.begin(), names_.end(), name) != names_.end();
+        return given ? specified : calculated;
     }
 
  private:
     std::vector<std::string_view> names_;
 };
-
-std::vector<std::string> LabelsOf(const std::vector<PhaseRow>& phases) {
-    std::vector<std::string> labels;
-    labels.reserve(phases.size());
-    for (const PhaseRow& phase : phases) labels.push_back(phase.label);
-    return labels;
-}
 
 class MaterialStream {
  public:
@@ -220,14 +189,16 @@ class MaterialStream {
                                     "as Phase of ID 0");
             return false;
         }
-        FindExistingPhases();
-        return true;
-    }
-    void FindExistingPhases() {
         for (const PhaseRow& phase : kPhases) {
             const Number fraction = Property(phase.id, "molarfraction");
-            if (fraction && *fraction > 0) existing_.push_back(phase);
+            if (!fraction || *fraction <= 0) continue;
+            existing_.push_back(phase.id);
+            phase_labels_.push_back(phase.label);
         }
+        return true;
+    }
+    bool Exists(int phase) const {
+        return std::find(existing_.begin(), existing_.end(), phase) != existing_.end();
     }
     Number Property(int phase, const char* element) {
         return ReadNumber(reading_, properties_[phase].Child(element));
@@ -243,11 +214,10 @@ class MaterialStream {
             sheet_.Real(row.name, row.unit, Property(kMixture, row.element),
                         given_.StateOf(row.name));
         }
-        sheet_.Real(names::kVapourFraction, file_unit::none, VapourFraction(),
+        sheet_.Real(names::kVapourFraction, none, VapourFraction(),
                     given_.StateOf(names::kVapourFraction));
-        sheet_.Real("Total Energy Flow", file_unit::kilowatt,
-                    ReadNumber(reading_, node_.Child("TotalEnergyFlow")),
-                    VariableState::calculated);
+        sheet_.Real("Total Energy Flow", kilowatt,
+                    ReadNumber(reading_, node_.Child("TotalEnergyFlow")));
         WriteDerived();
     }
     // Heat flow leaves out heats of formation, as the enthalpies do.
@@ -257,10 +227,9 @@ class MaterialStream {
             const Number y = Property(kMixture, b);
             return x && y ? Number(*x * *y) : std::nullopt;
         };
-        sheet_.Real(names::kHeatFlow, file_unit::kilowatt, product("massflow", "enthalpy"),
-                    VariableState::calculated);
-        sheet_.Real(names::kMolarHeatCapacity, file_unit::kj_per_kmol_kelvin_capacity,
-                    product("heatCapacityCp", "molecularWeight"), VariableState::calculated);
+        sheet_.Real(names::kHeatFlow, kilowatt, product("massflow", "enthalpy"));
+        sheet_.Real(names::kMolarHeatCapacity, kj_per_kmol_kelvin_capacity,
+                    product("heatCapacityCp", "molecularWeight"));
     }
     void WriteOverallCompounds() {
         const auto write = [this](const char* name, const char* element, FileUnit unit, bool wanted,
@@ -273,33 +242,27 @@ class MaterialStream {
         for (const CompoundRow& row : kCompoundProperties) {
             if (!row.pure_phases_only) write(row.name, row.element, row.unit, true, row.address);
         }
-        bool vapour = false, liquid = false;
-        for (const PhaseRow& phase : existing_) {
-            vapour = vapour || phase.id == kVapour;
-            liquid = liquid || phase.id == kTotalLiquid;
-        }
-        write("Comp K Value - Mixed Liquid", "Kvalue", file_unit::none, vapour && liquid, {});
+        const bool two_phases = Exists(kVapour) && Exists(kTotalLiquid);
+        write("Comp K Value - Mixed Liquid", "Kvalue", none, two_phases, {0, 0});
     }
     void WritePhases() {
         for (const PropertyRow& row : kProperties) {
             if (!(row.place & kPhasesOnly)) continue;
             std::vector<Number> values;
-            for (const PhaseRow& phase : existing_)
-                values.push_back(Property(phase.id, row.element));
-            sheet_.Array(row.phase_name, row.unit, {LabelledBy(LabelsOf(existing_))}, values,
-                         VariableState::calculated);
+            for (int phase : existing_) values.push_back(Property(phase, row.element));
+            sheet_.Array(std::string("Phase ") + row.name, row.unit, {LabelledBy(phase_labels_)},
+                         values);
         }
     }
     void WritePhaseCompounds() {
         for (const CompoundRow& row : kCompoundProperties) {
             std::vector<Number> values;
-            for (const PhaseRow& phase : existing_) {
-                const bool pure = phase.id == kVapour || phase.id == kFirstLiquid;
-                AppendCompounds(phase.id, row.element, pure || !row.pure_phases_only, values);
+            for (int phase : existing_) {
+                const bool pure = phase == kVapour || phase == kFirstLiquid;
+                AppendCompounds(phase, row.element, pure || !row.pure_phases_only, values);
             }
             sheet_.Array(row.phase_name, row.unit,
-                         {LabelledBy(LabelsOf(existing_)), LabelledBy(reading_.compounds)}, values,
-                         VariableState::calculated);
+                         {LabelledBy(phase_labels_), LabelledBy(reading_.compounds)}, values);
         }
     }
     void AppendCompounds(int phase, const char* element, bool wanted, std::vector<Number>& values) {
@@ -319,7 +282,8 @@ class MaterialStream {
     Given given_;
     std::array<XmlNode, kPhaseCount> phases_;
     std::array<XmlNode, kPhaseCount> properties_;
-    std::vector<PhaseRow> existing_;
+    std::vector<int> existing_;
+    std::vector<std::string> phase_labels_;
 };
 
 }  // namespace
@@ -331,9 +295,8 @@ void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& 
 void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified,
                       ObjectData& object) {
     ObjectSheet(reading, object)
-        .Real(names::kHeatFlow, file_unit::kilowatt,
-              ReadNumber(reading, stream.node.Child("EnergyFlow")),
-              specified ? VariableState::specified : VariableState::calculated);
+        .Real(names::kHeatFlow, kilowatt, ReadNumber(reading, stream.node.Child("EnergyFlow")),
+              specified ? VariableState::specified : calculated);
 }
 
 }  // namespace fixtop::casehost::importer

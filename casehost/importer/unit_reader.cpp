@@ -8,6 +8,8 @@ namespace fixtop::casehost::importer {
 
 namespace {
 
+using enum VariableState;
+
 // Presentation and bookkeeping that every object carries.
 constexpr std::string_view kCommonElements =
     "Left|Top|Right|Bottom|Width|Height|code|ProductVersion|LastUpdated";
@@ -17,8 +19,7 @@ void ReadUnknownUnit(Reading& reading, const FileObject& unit, ObjectData& objec
     for (XmlNode child : Children(unit.node)) {
         if (child.FirstChild() || !IsNumber(child.Text())) continue;
         if (ListHolds(kCommonElements, child.Tag())) continue;
-        sheet.Real(std::string(child.Tag()).c_str(), file_unit::none, ReadNumber(reading, child),
-                   VariableState::calculated);
+        sheet.Real(std::string(child.Tag()), file_unit::none, ReadNumber(reading, child));
     }
     reading.problems.Remark(unit.node, "unit operation '" + unit.tag + "' has the unknown class '" +
                                            unit.word + "'; its numbers are kept without units");
@@ -52,8 +53,7 @@ LabelledNumbers ReadLabelled(Reading& reading, XmlNode list, const char* label_a
 
 void WriteLabelled(ObjectSheet& sheet, const char* name, FileUnit unit, LabelledNumbers numbers) {
     if (numbers.labels.empty()) return;
-    sheet.Array(name, unit, {LabelledBy(std::move(numbers.labels))}, numbers.values,
-                VariableState::calculated);
+    sheet.Array(name, unit, {LabelledBy(std::move(numbers.labels))}, numbers.values);
 }
 
 std::vector<std::string> Texts(XmlNode list) {
@@ -98,7 +98,7 @@ void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
         return;
     }
     sheet.Array("Element Matrix", file_unit::none, {LabelledBy(elements), LabelledBy(compounds)},
-                values, VariableState::calculated);
+                values);
 }
 
 // One quantity that a recycle compares between its two streams.
@@ -126,8 +126,6 @@ constexpr RecycleRow kRecycleRows[] = {
 const UnitClass kOtherTolerances = {
     "",
     "",
-    {},
-    {},
     {{"FracaoVapor", "Vapour Fraction Tolerance", file_unit::none, "*"},
      {"Entropia", "Mass Entropy Tolerance", file_unit::kj_per_kg_kelvin, "*"},
      {"Composicao", "Composition Tolerance", file_unit::none, "*"}}};
@@ -147,7 +145,7 @@ void ReadReactorLists(Reading& reading, XmlNode root, const FileObject& unit, Ob
     ObjectSheet sheet(reading, object);
     const XmlNode node = unit.node;
     sheet.Text("Reaction Set", NameOfReactionSet(root, node.Child("ReactionSetID").Text()),
-               VariableState::specified);
+               specified);
     WriteLabelled(sheet, "Comp Conversion", file_unit::none,
                   ReadLabelled(reading, node.Child("CompoundConversions"), "ID", nullptr));
     WriteLabelled(sheet, "Reaction Conversion", file_unit::none,
@@ -164,12 +162,11 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
     const XmlNode tolerances = unit.node.Child("ConvergenceParameters");
     for (const RecycleRow& row : kRecycleRows) {
         sheet.Real(row.value_name, row.value_unit,
-                   ItemOf(reading, unit.node.Child("Values"), row.key), VariableState::calculated);
+                   ItemOf(reading, unit.node.Child("Values"), row.key));
         sheet.Real(row.error_name, row.difference_unit,
-                   ItemOf(reading, unit.node.Child("Errors"), row.key), VariableState::calculated);
+                   ItemOf(reading, unit.node.Child("Errors"), row.key));
         sheet.Real(row.tolerance_name, row.difference_unit,
-                   ReadNumber(reading, tolerances.Child(row.tolerance_element)),
-                   VariableState::specified);
+                   ReadNumber(reading, tolerances.Child(row.tolerance_element)), specified);
     }
     ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
@@ -191,7 +188,7 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
     } else if (unit.word == "Recycle") {
         ReadRecycleLists(reading, unit, object);
     } else if (unit.word == "Compressor") {
-        sheet.Text(names::kIsCompressor, "YES", VariableState::calculated);
+        sheet.Text(names::kIsCompressor, "YES");
     }
 }
 

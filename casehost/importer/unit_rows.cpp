@@ -28,11 +28,6 @@ const OptionRow kInletPressureRule = {"PressureCalculation",
 const UnitClass kCompressor = {
     "Compressor",
     words::kCompressor,
-    {{"CalcMode", "Calculation Mode",
-      Words({"OutletPressure", "Delta_P", "EnergyStream", "PowerRequired", "Head", "Curves",
-             "PressureRatio"})},
-     {"ProcessPath", "Process Path", Words({"Adiabatic", "Polytropic"})}},
-    {},
     {{"POut", names::kProductPressure, pascal, "CalcMode=OutletPressure"},
      {"DeltaP", "Pressure Increase", pascal_difference, "CalcMode=Delta_P"},
      {"PressureRatio", "Pressure Ratio", none, "CalcMode=PressureRatio"},
@@ -45,7 +40,11 @@ const UnitClass kCompressor = {
      {"PolytropicCoefficient", "Polytropic Exponent", none},
      {"AdiabaticHead", "Adiabatic Head", metre, "CalcMode=Head&ProcessPath=Adiabatic"},
      {"PolytropicHead", "Polytropic Head", metre, "CalcMode=Head&ProcessPath=Polytropic"},
-     {"Speed", "Speed", rpm, "CalcMode=Curves"}}};
+     {"Speed", "Speed", rpm, "CalcMode=Curves"}},
+    {{"CalcMode", "Calculation Mode",
+      Words({"OutletPressure", "Delta_P", "EnergyStream", "PowerRequired", "Head", "Curves",
+             "PressureRatio"})},
+     {"ProcessPath", "Process Path", Words({"Adiabatic", "Polytropic"})}}};
 
 const std::vector<RealRow> kHeaterReals = {
     {"OutletTemperature", names::kProductTemperature, kelvin, "CalcMode=OutletTemperature"},
@@ -57,28 +56,23 @@ const std::vector<RealRow> kHeaterReals = {
 
 const UnitClass kHeater = {"Heater",
                            words::kHeater,
+                           kHeaterReals,
                            {{"CalcMode", "Calculation Mode",
                              Words({"HeatAdded", "OutletTemperature", "EnergyStream",
-                                    "OutletVaporFraction", "TemperatureChange"})}},
-                           {},
-                           kHeaterReals};
+                                    "OutletVaporFraction", "TemperatureChange"})}}};
 
 const UnitClass kCooler = {"Cooler",
                            words::kCooler,
+                           kHeaterReals,
                            {{"CalcMode", "Calculation Mode",
                              Words({"HeatRemoved", "OutletTemperature", "OutletVaporFraction",
-                                    "TemperatureChange", "EnergyStream"})}},
-                           {},
-                           kHeaterReals};
+                                    "TemperatureChange", "EnergyStream"})}}};
 
 constexpr char kFlowCoefficientModes[] = "CalcMode=Kv_Liquid|Kv_Gas|Kv_Steam|Kv_General";
 
 const UnitClass kValve = {
     "Valve",
     words::kValve,
-    {{"CalcMode", "Calculation Mode",
-      Words({"DeltaP", "OutletPressure", "Kv_Liquid", "Kv_Gas", "Kv_Steam", "Kv_General"})}},
-    {},
     {{"OutletPressure", names::kProductPressure, pascal, "CalcMode=OutletPressure"},
      {"DeltaP", names::kPressureDrop, pascal_difference, "CalcMode=DeltaP"},
      {"OutletTemperature", names::kProductTemperature, kelvin},
@@ -87,17 +81,13 @@ const UnitClass kValve = {
      {"Hinlet", "Feed Mass Enthalpy", kj_per_kg},
      {"Houtlet", "Product Mass Enthalpy", kj_per_kg},
      {"OpeningPct", "Valve Opening", percent, kFlowCoefficientModes},
-     {"Kv", "Kv", none, kFlowCoefficientModes, 1.0, kFlowCoefficientModes}}};
+     {"Kv", "Kv", none, kFlowCoefficientModes, 1.0, kFlowCoefficientModes}},
+    {{"CalcMode", "Calculation Mode",
+      Words({"DeltaP", "OutletPressure", "Kv_Liquid", "Kv_Gas", "Kv_Steam", "Kv_General"})}}};
 
 const UnitClass kHeatExchanger = {
     "HeatExchanger",
     words::kHeatExchanger,
-    {{"CalculationMode", "Calculation Mode",
-      Words({"CalcTempHotOut", "CalcTempColdOut", "CalcBothTemp", "CalcBothTemp_UA", "CalcArea",
-             "ShellandTube_Rating", "ShellandTube_CalcFoulingFactor", "PinchPoint",
-             "ThermalEfficiency", "OutletVaporFraction1", "OutletVaporFraction2"})},
-     {"FlowDir", "Flow Direction", Words({"CounterCurrent", "CoCurrent"})}},
-    {},
     {{"Q", names::kDuty, kilowatt, "CalculationMode=CalcBothTemp"},
      {"Area", "Area", m2, "CalculationMode=CalcBothTemp_UA|CalcTempColdOut|CalcTempHotOut"},
      {"OverallCoefficient", "Overall Heat Transfer Coefficient", watt_per_m2_kelvin,
@@ -113,36 +103,36 @@ const UnitClass kHeatExchanger = {
      {"MaxHeatExchange", "Maximum Duty", kilowatt},
      {"ThermalEfficiency", "Thermal Efficiency", percent, "CalculationMode=ThermalEfficiency"},
      {"MITA", names::kMinimumApproach, kelvin_difference, "CalculationMode=PinchPoint"},
-     {"HeatLoss", "Heat Loss", kilowatt, "*"}}};
+     {"HeatLoss", "Heat Loss", kilowatt, "*"}},
+    {{"CalculationMode", "Calculation Mode",
+      Words({"CalcTempHotOut", "CalcTempColdOut", "CalcBothTemp", "CalcBothTemp_UA", "CalcArea",
+             "ShellandTube_Rating", "ShellandTube_CalcFoulingFactor", "PinchPoint",
+             "ThermalEfficiency", "OutletVaporFraction1", "OutletVaporFraction2"})},
+     {"FlowDir", "Flow Direction", Words({"CounterCurrent", "CoCurrent"})}}};
 
 const UnitClass kVessel = {
     "Vessel",
     words::kSeparator,
-    {kInletPressureRule,
-     {"OverrideT", "Override Temperature", kFlag},
-     {"OverrideP", "Override Pressure", kFlag}},
-    {{"CalculationMode", "Calculation Mode"}},
     {{"FlashTemperature", "Flash Temperature", kelvin, "*", 1.0, "OverrideT=true"},
      {"FlashPressure", "Flash Pressure", pascal, "*", 1.0, "OverrideP=true"},
      {"DeltaQ", names::kDuty, kilowatt},
      {"DimensionRatio", "Length to Diameter Ratio", none, "*"},
-     {"SurgeFactor", "Surge Factor", none, "*"}}};
+     {"SurgeFactor", "Surge Factor", none, "*"}},
+    {kInletPressureRule,
+     {"OverrideT", "Override Temperature", kFlag},
+     {"OverrideP", "Override Pressure", kFlag}},
+    {{"CalculationMode", "Calculation Mode"}}};
 
-const UnitClass kMixer = {"Mixer", words::kMixer, {kInletPressureRule}, {}, {}};
+const UnitClass kMixer = {"Mixer", words::kMixer, {}, {kInletPressureRule}};
 
 const UnitClass kRecycle = {"Recycle",
                             "Recycle",
-                            {{"Converged", "Converged", kFlag, ""}},
-                            {},
                             {{"IterationsTaken", "Iterations", none},
-                             {"MaximumIterations", "Maximum Iterations", none, "*"}}};
+                             {"MaximumIterations", "Maximum Iterations", none, "*"}},
+                            {{"Converged", "Converged", kFlag, ""}}};
 
 const UnitClass kColumn = {"DistillationColumn",
                            words::kDistillation,
-                           {},
-                           {{"CondenserType", "Condenser Type"},
-                            {"ColumnType", "Column Type"},
-                            {"SolvingMethodName", "Solving Method"}},
                            {{"NumberOfStages", "Number of Stages", none, "*"},
                             {"MaxIterations", "Maximum Iterations", none, "*"},
                             {"RefluxRatio", "Reflux Ratio", none},
@@ -152,7 +142,11 @@ const UnitClass kColumn = {"DistillationColumn",
                             {"ColumnPressureDrop", "Column Pressure Drop", pascal_difference},
                             {"TraySpacing", "Tray Spacing", metre, "*"},
                             {"EstimatedDiameter", "Estimated Diameter", metre},
-                            {"EstimatedHeight", "Estimated Height", metre}}};
+                            {"EstimatedHeight", "Estimated Height", metre}},
+                           {},
+                           {{"CondenserType", "Condenser Type"},
+                            {"ColumnType", "Column Type"},
+                            {"SolvingMethodName", "Solving Method"}}};
 
 constexpr char kOutletGiven[] = "ReactorOperationMode=OutletTemperature";
 
@@ -161,13 +155,12 @@ UnitClass Reactor(const char* word, const char* type, const char* outlet_valid,
     UnitClass reactor = {
         word,
         type,
-        {{"ReactorOperationMode", "Operation Mode",
-          Words({"Isothermic", "Adiabatic", "OutletTemperature"})}},
-        {},
         {{"OutletTemperature", names::kProductTemperature, kelvin, kOutletGiven, 1.0, outlet_valid},
          {"DeltaQ", names::kDuty, kilowatt},
          {"DeltaP", names::kPressureDrop, pascal_difference, "*"},
-         {"DeltaT", "Temperature Change", kelvin_difference}}};
+         {"DeltaT", "Temperature Change", kelvin_difference}},
+        {{"ReactorOperationMode", "Operation Mode",
+          Words({"Isothermic", "Adiabatic", "OutletTemperature"})}}};
     reactor.reals.insert(reactor.reals.end(), more.begin(), more.end());
     return reactor;
 }
@@ -178,17 +171,6 @@ const RealRow kFinalGibbs = {"FinalGibbsEnergy", "Final Gibbs Energy", kilowatt}
 const UnitClass kDigester = {
     "Reactor_AnaerobicDigester",
     "Reactor_AnaerobicDigester",
-    {},
-    {{"ThermalMode", "Thermal Mode"},
-     {"Model", "Model"},
-     {"SubstrateCompound", "Substrate Compound"},
-     {"MethaneCompound", "Methane Compound"},
-     {"CO2Compound", "CO2 Compound"},
-     {"WaterCompound", "Water Compound"},
-     {"NH3Compound", "NH3 Compound"},
-     {"BiomassCompound", "Biomass Compound"},
-     {"H2SCompound", "H2S Compound"},
-     {"SulfateCompound", "Sulfate Compound"}},
     {{"Volume", "Volume", m3, "*"},
      {"HRT_s", "Hydraulic Residence Time", second, "*"},
      {"CODRemovalEfficiency", "COD Removal Fraction", none, "*"},
@@ -202,13 +184,22 @@ const UnitClass kDigester = {
      {"Result_H2S_kgs", "H2S Mass Flow", kg_per_second},
      {"Result_CH4MoleFraction", "CH4 Mole Fraction", none},
      {"Result_Q_duty_kW", names::kDuty, kilowatt},
-     {"Result_OutletTemperature_K", names::kProductTemperature, kelvin}}};
+     {"Result_OutletTemperature_K", names::kProductTemperature, kelvin}},
+    {},
+    {{"ThermalMode", "Thermal Mode"},
+     {"Model", "Model"},
+     {"SubstrateCompound", "Substrate Compound"},
+     {"MethaneCompound", "Methane Compound"},
+     {"CO2Compound", "CO2 Compound"},
+     {"WaterCompound", "Water Compound"},
+     {"NH3Compound", "NH3 Compound"},
+     {"BiomassCompound", "Biomass Compound"},
+     {"H2SCompound", "H2S Compound"},
+     {"SulfateCompound", "Sulfate Compound"}}};
 
 const UnitClass kUpgrader = {
     "UnitOp_BiogasUpgrader",
     "UnitOp_BiogasUpgrader",
-    {},
-    {{"Technology", "Technology"}},
     {{"H2SRemovalEfficiency", "H2S Removal Fraction", none, "*"},
      {"CO2RemovalEfficiency", "CO2 Removal Fraction", none, "*"},
      {"H2ORemovalEfficiency", "H2O Removal Fraction", none, "*"},
@@ -217,13 +208,13 @@ const UnitClass kUpgrader = {
      {"Result_UpgradedCH4Fraction", "Upgraded Gas CH4 Mole Fraction", none},
      {"Result_FeedMass_kgs", "Feed Mass Flow", kg_per_second},
      {"Result_UpgradedMass_kgs", "Upgraded Gas Mass Flow", kg_per_second},
-     {"Result_OffgasMass_kgs", "Off-Gas Mass Flow", kg_per_second}}};
+     {"Result_OffgasMass_kgs", "Off-Gas Mass Flow", kg_per_second}},
+    {},
+    {{"Technology", "Technology"}}};
 
 const UnitClass kSolarPanel = {
     "SolarPanel",
     "SolarPanel",
-    {},
-    {},
     {{"PanelArea", "Panel Area", m2, "*"},
      {"NumberOfPanels", "Number of Panels", none, "*"},
      {"PanelEfficiency", "Panel Efficiency", percent, "*"},
@@ -233,8 +224,6 @@ const UnitClass kSolarPanel = {
 
 const UnitClass kElectrolyzer = {"WaterElectrolyzer",
                                  "WaterElectrolyzer",
-                                 {},
-                                 {},
                                  {{"Voltage", "Voltage", volt, "*"},
                                   {"NumberOfCells", "Number of Cells", none, "*"},
                                   {"CellVoltage", "Cell Voltage", volt},
@@ -247,8 +236,6 @@ const UnitClass kElectrolyzer = {"WaterElectrolyzer",
 
 const UnitClass kTurbine = {"HydroelectricTurbine",
                             "HydroelectricTurbine",
-                            {},
-                            {},
                             {{"Efficiency", "Efficiency", percent, "*"},
                              {"StaticHead", "Static Head", metre, "*"},
                              {"VelocityHead", "Velocity Head", metre},

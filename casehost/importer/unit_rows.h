@@ -37,9 +37,9 @@ struct TextRow {
 struct UnitClass {
     const char* word;  // class word of the file
     const char* type;  // type word of the case
-    std::vector<OptionRow> options;
-    std::vector<TextRow> texts;
     std::vector<RealRow> reals;
+    std::vector<OptionRow> options = {};
+    std::vector<TextRow> texts = {};
 };
 
 // What the rows ask for, out of the elements of `node`.
