@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "basis_reader.h"
-
+#include "readers.h"
 #include "unit_rows.h"
 
 namespace fixtop::casehost::importer {

@@ -2,12 +2,13 @@
 #include <algorithm>
 
 #include "object_sheet.h"
-#include "unit_reader.h"
+#include "readers.h"
 
 namespace fixtop::casehost::importer {
 
 namespace {
 
+using namespace file_unit;
 using enum VariableState;
 
 constexpr char kCondenser[] = "Condenser";
@@ -21,9 +22,9 @@ struct StageRow {
     VariableState state;
 };
 constexpr StageRow kStageRows[] = {
-    {"T", "Stage Temperature", file_unit::kelvin, calculated},
-    {"P", "Stage Pressure", file_unit::pascal, specified},
-    {"Efficiency", "Stage Efficiency", file_unit::none, specified},
+    {"T", "Stage Temperature", kelvin, calculated},
+    {"P", "Stage Pressure", pascal, specified},
+    {"Efficiency", "Stage Efficiency", none, specified},
 };
 
 // Profiles of the results, one number for each stage.
@@ -46,43 +47,14 @@ constexpr VectorRow kCompoundMatrices[] = {
 
 struct SpecRow {
     const char* id;
-    const char* type_name;
-    const char* value_name;
-    const char* unit_name;
-    const char* result_name;
+    const char* place;
 };
-constexpr SpecRow kSpecs[] = {
-    {"C", "Condenser Spec Type", "Condenser Spec Value", "Condenser Spec Unit",
-     "Condenser Spec Calculated Value"},
-    {"R", "Reboiler Spec Type", "Reboiler Spec Value", "Reboiler Spec Unit",
-     "Reboiler Spec Calculated Value"},
-};
-
-struct SpecUnitRow {
-    const char* text;
-    FileUnit unit;
-};
-constexpr SpecUnitRow kSpecUnits[] = {
-    {"", file_unit::none},
-    {"mol/s", file_unit::mol_per_second},
-    {"kg/s", file_unit::kg_per_second},
-    {"kW", file_unit::kilowatt},
-    {"K", file_unit::kelvin},
-};
-
-const std::vector<Choice>& SpecTypes() {
-    static const std::vector<Choice> types = [] {
-        std::vector<Choice> choices;
-        for (const char* word :
-             {"Heat_Duty", "Product_Molar_Flow_Rate", "Component_Molar_Flow_Rate",
-              "Product_Mass_Flow_Rate", "Component_Mass_Flow_Rate", "Component_Fraction",
-              "Component_Recovery", "Stream_Ratio", "Temperature", "Feed_Recovery"}) {
-            choices.push_back({word, word});
-        }
-        return choices;
-    }();
-    return types;
-}
+constexpr SpecRow kSpecs[] = {{"C", "Condenser"}, {"R", "Reboiler"}};
+constexpr FileUnit kSpecUnits[] = {none, mol_per_second, kg_per_second, kilowatt, kelvin};
+const std::vector<Choice> kSpecTypes =
+    Words({"Heat_Duty", "Product_Molar_Flow_Rate", "Component_Molar_Flow_Rate",
+           "Product_Mass_Flow_Rate", "Component_Mass_Flow_Rate", "Component_Fraction",
+           "Component_Recovery", "Stream_Ratio", "Temperature", "Feed_Recovery"});
 
 class Column {
  public:
@@ -110,7 +82,7 @@ class Column {
             stages_.emplace_back(stage.Child("Name").Text());
             if (stages_.back() != kCondenser && stages_.back() != kReboiler) ++trays;
         }
-        sheet_.Real("Number of Trays", file_unit::none, trays, specified);
+        sheet_.Real("Number of Trays", none, trays, specified);
         for (const StageRow& row : kStageRows) {
             std::vector<Number> values;
             for (XmlNode stage : Children(list)) {
@@ -122,29 +94,28 @@ class Column {
     void ReadSpecs() {
         for (XmlNode spec : Children(node_.Child("Specs"))) {
             for (const SpecRow& row : kSpecs) {
-                if (spec.Attribute("ID") == row.id) ReadSpec(row, spec);
+                const std::string prefix = std::string(row.place) + " Spec ";
+                if (spec.Attribute("ID") == row.id) ReadSpec(prefix, spec);
             }
         }
     }
     // A value in a unit that isn't known here keeps it, as a text beside the number.
-    void ReadSpec(const SpecRow& row, XmlNode spec) {
+    void ReadSpec(const std::string& prefix, XmlNode spec) {
         const std::string_view unit_text = spec.Child("SpecUnit").Text();
-        FileUnit unit = file_unit::none;
-        bool known = false;
-        for (const SpecUnitRow& candidate : kSpecUnits) {
-            if (unit_text != candidate.text) continue;
-            unit = candidate.unit;
-            known = true;
-        }
-        sheet_.Option(row.type_name, SpecTypes(), spec.Child("SType").Text(), specified);
-        sheet_.Real(row.value_name, unit, ReadNumber(reading_, spec.Child("SpecValue")), specified);
-        sheet_.Real(row.result_name, unit, ReadNumber(reading_, spec.Child("CalculatedValue")));
-        if (!known) sheet_.Text(row.unit_name, unit_text, specified);
+        const auto known =
+            std::find_if(std::begin(kSpecUnits), std::end(kSpecUnits),
+                         [&](const FileUnit& each) { return unit_text == each.name; });
+        const FileUnit unit = known == std::end(kSpecUnits) ? none : *known;
+        sheet_.Option(prefix + "Type", kSpecTypes, spec.Child("SType").Text(), specified);
+        sheet_.Real(prefix + "Value", unit, ReadNumber(reading_, spec.Child("SpecValue")),
+                    specified);
+        sheet_.Real(prefix + "Calculated Value", unit,
+                    ReadNumber(reading_, spec.Child("CalculatedValue")));
+        if (known == std::end(kSpecUnits)) sheet_.Text(prefix + "Unit", unit_text, specified);
     }
     // Stages are counted from 0 at the top.
     void ReadAttachedStreams() {
-        std::vector<std::string> feeds, products;
-        std::vector<Number> feed_stages, product_stages;
+        LabelledNumbers feeds, products;
         for (XmlNode entry : Children(node_.Child("MaterialStreams"))) {
             const std::string_view id = entry.Attribute("ID").value_or("");
             const FileObject* stream = file_.Find(id);
@@ -161,17 +132,18 @@ class Column {
                                       ? Number()
                                       : Number(static_cast<double>(stage - stages_.begin()));
             const bool feed = entry.Child("StreamBehavior").Text() == "Feed";
-            (feed ? feeds : products).push_back(stream->tag);
-            (feed ? feed_stages : product_stages).push_back(number);
+            LabelledNumbers& list = feed ? feeds : products;
+            list.labels.push_back(stream->tag);
+            list.values.push_back(number);
         }
-        sheet_.Array("Feed Stage", file_unit::none, {LabelledBy(feeds)}, feed_stages, specified);
-        sheet_.Array("Product Stage", file_unit::none, {LabelledBy(products)}, product_stages,
+        sheet_.Array("Feed Stage", none, {LabelledBy(feeds.labels)}, feeds.values, specified);
+        sheet_.Array("Product Stage", none, {LabelledBy(products.labels)}, products.values,
                      specified);
     }
     void ReadFlows(XmlNode vector, const char* name) {
         std::vector<Number> values;
         if (!vector || !AppendVector(vector, stages_.size(), values)) return;
-        sheet_.Array(name, file_unit::mol_per_second, {LabelledBy(stages_)}, values);
+        sheet_.Array(name, mol_per_second, {LabelledBy(stages_)}, values);
     }
     void ReadMatrix(XmlNode matrix, const char* name, const std::vector<std::string>& compounds) {
         if (!matrix) return;
@@ -187,7 +159,7 @@ class Column {
                                                 std::to_string(rows));
             return;
         }
-        sheet_.Array(name, file_unit::none, {LabelledBy(stages_), LabelledBy(compounds)}, values);
+        sheet_.Array(name, none, {LabelledBy(stages_), LabelledBy(compounds)}, values);
     }
     // "{a; b; c}"
     bool AppendVector(XmlNode node, std::size_t expected, std::vector<Number>& values) {

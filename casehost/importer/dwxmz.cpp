@@ -5,13 +5,11 @@
 #include <new>
 
 #include "archive.h"
-#include "basis_reader.h"
 #include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"
 #include "object_sheet.h"
-#include "stream_reader.h"
-#include "unit_reader.h"
+#include "readers.h"
 
 namespace fixtop::casehost {
 

@@ -14,10 +14,6 @@ struct FileUnit {
     double scale = 1.0;    // of a number without a quantity: into the case's basic units
 };
 
-// How numbers in that unit become internal ones. Throws std::logic_error when units.h has no such
-// unit.
-host::UnitRecord Resolve(const FileUnit& unit);
-
 namespace file_unit {
 inline constexpr FileUnit none{"", ""};
 inline constexpr FileUnit kelvin{"Temperature", "K"};

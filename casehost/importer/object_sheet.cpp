@@ -2,10 +2,20 @@
 #include "object_sheet.h"
 
 #include <cmath>
+#include <stdexcept>
 
 namespace fixtop::casehost::importer {
 
 namespace {
+
+// How numbers in that unit become internal ones.
+host::UnitRecord Resolve(const FileUnit& unit) {
+    if (*unit.quantity == '\0') return {unit.scale, 0.0, ""};
+    const Quantity* quantity = FindQuantity(unit.quantity);
+    const host::UnitRecord* known = quantity ? FindUnit(*quantity, unit.name) : nullptr;
+    if (known) return *known;
+    throw std::logic_error(std::string("no unit ") + unit.name + " of " + unit.quantity);
+}
 
 ValueData Stored(Number value, const host::UnitRecord& unit, VariableState state) {
     ValueData stored;
@@ -26,6 +36,12 @@ VariableSpec RealSpec(const std::string& name, FileUnit unit) {
 
 }  // namespace
 
+std::vector<Choice> Words(std::initializer_list<const char*> words) {
+    std::vector<Choice> choices;
+    for (const char* word : words) choices.push_back({word, word});
+    return choices;
+}
+
 DimensionData LabelledBy(std::vector<std::string> labels) {
     DimensionData dimension;
     dimension.count = static_cast<int>(labels.size());
@@ -43,7 +59,7 @@ void ObjectSheet::Real(const std::string& name, FileUnit unit, Number value, Var
     Add(RealSpec(name, unit), {Stored(value, Resolve(unit), state)});
 }
 
-void ObjectSheet::Text(const char* name, std::string_view text, VariableState state) {
+void ObjectSheet::Text(const std::string& name, std::string_view text, VariableState state) {
     VariableSpec spec;
     spec.name = name;
     spec.kind = ValueKind::text;
@@ -53,7 +69,7 @@ void ObjectSheet::Text(const char* name, std::string_view text, VariableState st
     Add(std::move(spec), {value});
 }
 
-void ObjectSheet::Option(const char* name, const std::vector<Choice>& choices,
+void ObjectSheet::Option(const std::string& name, const std::vector<Choice>& choices,
                          std::string_view word, VariableState state) {
     VariableSpec spec;
     spec.name = name;

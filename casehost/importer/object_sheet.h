@@ -16,6 +16,15 @@ struct Choice {
     const char* shown;
 };
 
+// Elements that carry a label and a number each.
+struct LabelledNumbers {
+    std::vector<std::string> labels;
+    std::vector<Number> values;
+};
+
+// Words that show themselves.
+std::vector<Choice> Words(std::initializer_list<const char*> words);
+
 DimensionData LabelledBy(std::vector<std::string> labels);
 
 class ObjectSheet {
@@ -30,10 +39,10 @@ class ObjectSheet {
 
     void Real(const std::string& name, FileUnit unit, Number value,
               VariableState state = VariableState::calculated);
-    void Text(const char* name, std::string_view text,
+    void Text(const std::string& name, std::string_view text,
               VariableState state = VariableState::calculated);
     // A word outside of the choices becomes one more option. An empty word is no value.
-    void Option(const char* name, const std::vector<Choice>& choices, std::string_view word,
+    void Option(const std::string& name, const std::vector<Choice>& choices, std::string_view word,
                 VariableState state);
     // `values` has the product of the counts, last dimension fastest.
     void Array(const std::string& name, FileUnit unit, std::vector<DimensionData> dimensions,

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "stream_reader.h"
-
 #include <algorithm>
 #include <array>
 
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 #include "object_sheet.h"
+#include "readers.h"
 
 namespace fixtop::casehost::importer {
 

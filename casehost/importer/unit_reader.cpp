@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "unit_reader.h"
-
 #include "casehost/unit_op_names.h"
+#include "readers.h"
 #include "unit_rows.h"
 
 namespace fixtop::casehost::importer {
 
 namespace {
 
+using namespace file_unit;
 using enum VariableState;
 
 // Presentation and bookkeeping that every object carries.
@@ -19,7 +19,7 @@ void ReadUnknownUnit(Reading& reading, const FileObject& unit, ObjectData& objec
     for (XmlNode child : Children(unit.node)) {
         if (child.FirstChild() || !IsNumber(child.Text())) continue;
         if (ListHolds(kCommonElements, child.Tag())) continue;
-        sheet.Real(std::string(child.Tag()), file_unit::none, ReadNumber(reading, child));
+        sheet.Real(std::string(child.Tag()), none, ReadNumber(reading, child));
     }
     reading.problems.Remark(unit.node, "unit operation '" + unit.tag + "' has the unknown class '" +
                                            unit.word + "'; its numbers are kept without units");
@@ -31,12 +31,6 @@ std::string NameOfReactionSet(XmlNode root, std::string_view id) {
     }
     return std::string(id);
 }
-
-// A list of elements that carry a label and a number each.
-struct LabelledNumbers {
-    std::vector<std::string> labels;
-    std::vector<Number> values;
-};
 
 // `value_attribute` null: the number is the element's text.
 LabelledNumbers ReadLabelled(Reading& reading, XmlNode list, const char* label_attribute,
@@ -81,7 +75,7 @@ void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
                                          std::to_string(atoms.values.size()));
         return;
     }
-    WriteLabelled(sheet, "Element Molar Flow", file_unit::mol_per_second, std::move(atoms));
+    WriteLabelled(sheet, "Element Molar Flow", mol_per_second, std::move(atoms));
 }
 
 // Rows are elements, parted by ':', columns compounds, parted by ','.
@@ -97,38 +91,30 @@ void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
                                            std::to_string(values.size()));
         return;
     }
-    sheet.Array("Element Matrix", file_unit::none, {LabelledBy(elements), LabelledBy(compounds)},
-                values);
+    sheet.Array("Element Matrix", none, {LabelledBy(elements), LabelledBy(compounds)}, values);
 }
 
 // One quantity that a recycle compares between its two streams.
 struct RecycleRow {
     const char* key;
     const char* tolerance_element;
-    const char* value_name;
-    const char* error_name;
-    const char* tolerance_name;
+    const char* name;
     FileUnit value_unit;
     FileUnit difference_unit;
 };
 
 constexpr RecycleRow kRecycleRows[] = {
-    {"Temperature", "Temperatura", "Temperature", "Temperature Error", "Temperature Tolerance",
-     file_unit::kelvin, file_unit::kelvin_difference},
-    {"Pressure", "Pressao", "Pressure", "Pressure Error", "Pressure Tolerance", file_unit::pascal,
-     file_unit::pascal_difference},
-    {"MassFlow", "VazaoMassica", "Mass Flow", "Mass Flow Error", "Mass Flow Tolerance",
-     file_unit::kg_per_second, file_unit::kg_per_second},
-    {"Enthalpy", "Entalpia", "Mass Enthalpy", "Mass Enthalpy Error", "Mass Enthalpy Tolerance",
-     file_unit::kj_per_kg, file_unit::kj_per_kg},
+    {"Temperature", "Temperatura", "Temperature", kelvin, kelvin_difference},
+    {"Pressure", "Pressao", "Pressure", pascal, pascal_difference},
+    {"MassFlow", "VazaoMassica", "Mass Flow", kg_per_second, kg_per_second},
+    {"Enthalpy", "Entalpia", "Mass Enthalpy", kj_per_kg, kj_per_kg},
 };
 
-const UnitClass kOtherTolerances = {
-    "",
-    "",
-    {{"FracaoVapor", "Vapour Fraction Tolerance", file_unit::none, "*"},
-     {"Entropia", "Mass Entropy Tolerance", file_unit::kj_per_kg_kelvin, "*"},
-     {"Composicao", "Composition Tolerance", file_unit::none, "*"}}};
+const UnitClass kOtherTolerances = {"",
+                                    "",
+                                    {{"FracaoVapor", "Vapour Fraction Tolerance", none, "*"},
+                                     {"Entropia", "Mass Entropy Tolerance", kj_per_kg_kelvin, "*"},
+                                     {"Composicao", "Composition Tolerance", none, "*"}}};
 
 Number ItemOf(Reading& reading, XmlNode list, std::string_view key) {
     for (XmlNode item : Children(list)) {
@@ -139,18 +125,16 @@ Number ItemOf(Reading& reading, XmlNode list, std::string_view key) {
     return std::nullopt;
 }
 
-}  // namespace
-
 void ReadReactorLists(Reading& reading, XmlNode root, const FileObject& unit, ObjectData& object) {
     ObjectSheet sheet(reading, object);
     const XmlNode node = unit.node;
     sheet.Text("Reaction Set", NameOfReactionSet(root, node.Child("ReactionSetID").Text()),
                specified);
-    WriteLabelled(sheet, "Comp Conversion", file_unit::none,
+    WriteLabelled(sheet, "Comp Conversion", none,
                   ReadLabelled(reading, node.Child("CompoundConversions"), "ID", nullptr));
-    WriteLabelled(sheet, "Reaction Conversion", file_unit::none,
+    WriteLabelled(sheet, "Reaction Conversion", none,
                   ReadLabelled(reading, node.Child("ReactionConversions"), "ID", nullptr));
-    WriteLabelled(sheet, "Reaction Extent", file_unit::mol_per_second,
+    WriteLabelled(sheet, "Reaction Extent", mol_per_second,
                   ReadLabelled(reading, node.Child("ReactionExtents"), "ID", "Value"));
     if (unit.word != "Reactor_Gibbs") return;
     ReadElements(reading, node, sheet);
@@ -161,15 +145,16 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
     ObjectSheet sheet(reading, object);
     const XmlNode tolerances = unit.node.Child("ConvergenceParameters");
     for (const RecycleRow& row : kRecycleRows) {
-        sheet.Real(row.value_name, row.value_unit,
-                   ItemOf(reading, unit.node.Child("Values"), row.key));
-        sheet.Real(row.error_name, row.difference_unit,
+        sheet.Real(row.name, row.value_unit, ItemOf(reading, unit.node.Child("Values"), row.key));
+        sheet.Real(row.name + std::string(" Error"), row.difference_unit,
                    ItemOf(reading, unit.node.Child("Errors"), row.key));
-        sheet.Real(row.tolerance_name, row.difference_unit,
+        sheet.Real(row.name + std::string(" Tolerance"), row.difference_unit,
                    ReadNumber(reading, tolerances.Child(row.tolerance_element)), specified);
     }
     ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
+
+}  // namespace
 
 void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
               ObjectData& object) {

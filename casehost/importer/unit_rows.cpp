@@ -9,12 +9,6 @@ namespace {
 
 using namespace file_unit;
 
-std::vector<Choice> Words(std::initializer_list<const char*> words) {
-    std::vector<Choice> choices;
-    for (const char* word : words) choices.push_back({word, word});
-    return choices;
-}
-
 const std::vector<Choice> kFlag = Words({"false", "true"});
 
 // The first two as the case's own mixers have them.

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The readers of the parts of a flowsheet file.
+
+#include "flowsheet_file.h"
+
+namespace fixtop::casehost::importer {
+
+// Also fills the compound names of the reading.
+void ReadCompounds(Reading& reading, XmlNode root, CaseData& data);
+std::string ReadPackageName(XmlNode root);
+void ReadReactions(Reading& reading, XmlNode root, CaseData& data);
+
+// A material stream has its overall numbers, arrays by compound, and arrays "Phase ..." over the
+// phases that exist, some of them by compound as well. A phase exists when its mole fraction is
+// there and greater than 0; the numbers that the file holds for other phases are leftovers.
+void ReadMaterialStream(Reading& reading, const FileObject& stream, ObjectData& object);
+// `specified`: a unit operation takes its duty from this stream.
+void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified,
+                      ObjectData& object);
+
+// Sets the type and the variables of a unit operation: the rows of unit_rows.h, and what stands in
+// lists below the object. An object of an unknown class keeps its class word as type and its
+// numbers without a unit, named as in the file; a remark tells so.
+void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
+              ObjectData& object);
+void ReadColumnLists(Reading& reading, const FlowsheetFile& file, const FileObject& unit,
+                     ObjectData& object);
+
+}  // namespace fixtop::casehost::importer
