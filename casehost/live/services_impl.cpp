@@ -1,17 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "live/services_impl.h"
-#include "live/case.h"
 
 #include <cstdio>
 
-#include "casehost/units.h"
-#include "live/basis_spec.h"
-
 namespace fixtop::casehost {
-
-host::ApplicationForm* SessionImpl::GetAppForm() {
-    return with_window_ ? this : nullptr;
-}
 
 bool SessionImpl::HideDocument(host::Document* document, bool hide) {
     for (const auto& each : owner_.Cases()) {
@@ -30,11 +22,6 @@ host::Text SessionImpl::SessionText(bool full) {
     return host::Text(text);
 }
 
-host::VariableInfo* VariableTypeTable::FindVarInfo(host::VariableType type) {
-    if (UnitTypeOfVariableType(type) == host::kVariableUnitType) return nullptr;
-    return &infos_.try_emplace(type, type).first->second;
-}
-
 CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
     : owner_(owner), session_(owner, with_window) {
     records_.ViewableObject = &types::kViewable;
@@ -42,11 +29,6 @@ CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
     records_.FlowSheetObjectObject = &types::kFlowSheetObject;
     records_.UnitOpObject = &types::kUnitOp;
     records_.TemplateOpObject = &types::kTemplateOp;
-}
-
-unsigned CaseHost::ServicesImpl::DefaultUnits() {
-    const Case* active = owner_.ActiveLiveCase();
-    return active ? active->UnitSet() : 0;
 }
 
 const host::UnitRecord* CaseHost::ServicesImpl::def_unit(host::VarType type, unsigned set) {
@@ -60,36 +42,9 @@ const host::UnitRecord* CaseHost::ServicesImpl::findunit(const char* name, host:
     return quantity && name ? FindUnit(*quantity, name) : nullptr;
 }
 
-double CaseHost::ServicesImpl::calc_unit(double value, const host::UnitRecord* unit) {
-    return unit && value != host::kEmptyReal ? ToInternal(value, *unit) : value;
-}
-
-double CaseHost::ServicesImpl::calc_ounit(double value, const host::UnitRecord* unit) {
-    return unit && value != host::kEmptyReal ? FromInternal(value, *unit) : value;
-}
-
-const char* CaseHost::ServicesImpl::utypetoa(host::VarType type) {
-    const Quantity* quantity = FindQuantity(type);
-    return quantity ? quantity->name : "";
-}
-
-host::VarType CaseHost::ServicesImpl::GetUnitConvTypeFromVarType(host::VariableType type) {
-    return UnitTypeOfVariableType(type);
-}
-
 host::VariableType CaseHost::ServicesImpl::GetVarTypeFromUnitString(const char* unit) {
     const Quantity* quantity = unit ? FindQuantityOfUnit(unit) : nullptr;
     return quantity ? VariableTypeOfUnitType(quantity->type) : host::kEmptyDimensionMarker;
-}
-
-void CaseHost::ServicesImpl::UnitConvList(host::VarType type) {
-    walk_type_ = type;
-    walk_at_ = 0;
-}
-
-host::Text CaseHost::ServicesImpl::GetFirstConvName() {
-    walk_at_ = 0;
-    return GetNextConvName();
 }
 
 host::Text CaseHost::ServicesImpl::GetNextConvName() {
@@ -107,46 +62,6 @@ host::Text CaseHost::ServicesImpl::RelativeMoniker(host::Viewable* from, host::V
     if (!start) return host::Text(moniker);
     const std::string prefix = start->OwnerCase().MonikerOf(*start) + "/";
     return host::Text(moniker.rfind(prefix, 0) == 0 ? moniker.substr(prefix.size()) : moniker);
-}
-
-void CaseHost::ServicesImpl::GetVariableStatus(host::Viewable* object,
-                                               const host::VarDescription& variable,
-                                               host::ModifyState& state, int&) {
-    Node* node = Node::Of(object);
-    if (node) node->Status(variable, state);
-}
-
-bool CaseHost::ServicesImpl::IsOutdated(host::Viewable* object,
-                                        const host::VarDescription& variable) {
-    Node* node = Node::Of(object);
-    return node && node->IsOutdated(variable);
-}
-
-const host::ObjectTypeInfo* CaseHost::ServicesImpl::FindObjectType(const host::Text& class_name) {
-    return types::Find(class_name.Str());
-}
-
-bool CaseHost::ServicesImpl::DescribeMoniker(const host::Text& moniker,
-                                             host::VarDescription::Facts& out) {
-    const Case* active = owner_.ActiveLiveCase();
-    return active && active->DescribeMoniker(moniker.Str(), out);
-}
-
-host::CSpecInfo* CaseHost::ServicesImpl::NewSpecInfo() {
-    return std::make_unique<SpecInfo>().release();
-}
-
-void CaseHost::ServicesImpl::DeleteSpecInfo(host::CSpecInfo* info) {
-    const std::unique_ptr<SpecInfo> owned(static_cast<SpecInfo*>(info));
-}
-
-void CaseHost::ServicesImpl::SetConfigData(const char* key, double value, bool) {
-    if (key) config_[key] = value;
-}
-
-double CaseHost::ServicesImpl::ConfigData(const std::string& key) const {
-    const auto found = config_.find(key);
-    return found == config_.end() ? kEmpty : found->second;
 }
 
 host::Text CaseHost::ServicesImpl::NumToText(double value) {

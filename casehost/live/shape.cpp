@@ -15,30 +15,25 @@ constexpr host::VariableType kFirstQuantityType = 2000;
 constexpr host::VariableType kFirstCompositionType = 9;
 constexpr host::VariableType kLastCompositionType = 14;
 
+// Real variables.
 struct WellKnown {
     const char* name;
-    ValueKind kind;
     std::size_t dimensions;
     int number;
     host::VariableType type;  // 0: by quantity
 };
 
 constexpr WellKnown kWellKnown[] = {
-    {names::kTemperature, ValueKind::real, 0, 201, 0},
-    {names::kPressure, ValueKind::real, 0, 202, 0},
-    {names::kMolarFlow, ValueKind::real, 0, 203, 0},
-    {names::kMassFlow, ValueKind::real, 0, 204, 0},
-    {names::kHeatFlow, ValueKind::real, 0, 205, 0},
-    {names::kVapourFraction, ValueKind::real, 0, 206, 0},
-    {names::kMolarEnthalpy, ValueKind::real, 0, 207, 0},
-    {names::kCompMoleFrac, ValueKind::real, 1, 501, 9},
-    {names::kCompMassFrac, ValueKind::real, 1, 502, 10},
-    {"Master Comp Volume Frac", ValueKind::real, 1, 530, 11},
+    {names::kTemperature, 0, 201, 0},   {names::kPressure, 0, 202, 0},
+    {names::kMolarFlow, 0, 203, 0},     {names::kMassFlow, 0, 204, 0},
+    {names::kHeatFlow, 0, 205, 0},      {names::kVapourFraction, 0, 206, 0},
+    {names::kMolarEnthalpy, 0, 207, 0}, {names::kCompMoleFrac, 1, 501, 9},
+    {names::kCompMassFrac, 1, 502, 10}, {"Master Comp Volume Frac", 1, 530, 11},
 };
 
 const WellKnown* FindWellKnown(const VariableSpec& spec) {
     for (const WellKnown& known : kWellKnown) {
-        if (spec.name == known.name && spec.kind == known.kind &&
+        if (spec.name == known.name && spec.kind == ValueKind::real &&
             spec.dimensions.size() == known.dimensions) {
             return &known;
         }
@@ -46,39 +41,21 @@ const WellKnown* FindWellKnown(const VariableSpec& spec) {
     return nullptr;
 }
 
-const char* ClassOf(ValueKind kind) {
-    switch (kind) {
-        case ValueKind::real:
-            return "Double";
-        case ValueKind::enumeration:
-            return "Enum";
-        case ValueKind::text:
-            return "Text";
-        case ValueKind::attachment:
-            return "Attachment";
-        case ValueKind::message:
-            return "Message";
-    }
-    return "";
-}
+// How monikers and descriptions call a kind of value; by ordinal, which begins at `real`.
+struct KindWords {
+    const char* class_word;
+    host::PartKind part;
+};
+constexpr KindWords kKinds[] = {
+    {"", host::kPartNone},     {"Double", host::kPartReal},           {"Enum", host::kPartReal},
+    {"Text", host::kPartText}, {"Attachment", host::kPartAttachment}, {"Message", host::kPartNone}};
 
-host::PartKind PartKindOf(ValueKind kind) {
-    switch (kind) {
-        case ValueKind::real:
-        case ValueKind::enumeration:
-            return host::kPartReal;
-        case ValueKind::text:
-            return host::kPartText;
-        case ValueKind::attachment:
-            return host::kPartAttachment;
-        case ValueKind::message:
-            return host::kPartNone;
-    }
-    return host::kPartNone;
+const KindWords& WordsOf(ValueKind kind) {
+    return kKinds[static_cast<std::size_t>(kind)];
 }
 
 std::string Stem(ValueKind kind, int number) {
-    return std::string(ClassOf(kind)) + '.' + std::to_string(number);
+    return std::string(WordsOf(kind).class_word) + '.' + std::to_string(number);
 }
 
 }  // namespace
@@ -191,7 +168,7 @@ Row& Shape::AddRow(std::shared_ptr<const VariableSpec> spec, int number) {
     std::string moniker = ":" + stem;
     for (std::size_t d = 0; d < row.spec->dimensions.size(); ++d) moniker += ".[]";
     facts.moniker = host::Text(moniker);
-    facts.kind = PartKindOf(row.spec->kind);
+    facts.kind = WordsOf(row.spec->kind).part;
     facts.number = number;
     facts.type = VariableTypeOf(*row.spec);
     const Quantity* quantity = FindQuantity(row.spec->quantity);

@@ -5,27 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "casehost/unit_op_names.h"
-
 namespace fixtop::casehost::types {
-
-const ObjectType kViewable("ViewableObject", nullptr);
-const ObjectType kCase("SimulationCase", &kViewable);
-const ObjectType kOnlineManager("OnlineConnectivityManager", &kViewable);
-const ObjectType kPublished("RTIVariable", &kViewable);
-const ObjectType kSimulationObject("SimulationObject", &kViewable);
-const ObjectType kFlowSheet("FlowSheet", &kSimulationObject);
-const ObjectType kSolver("FlowSheetSolver", &kSimulationObject);
-const ObjectType kBasis("BasisManager", &kSimulationObject);
-const ObjectType kCorrelation("HovexCorrelationObject", &kSimulationObject);
-const ObjectType kReaction("ReactionObject", &kSimulationObject);
-const ObjectType kDataTable("ProcessDataTableObject", &kSimulationObject);
-const ObjectType kUtility("UtilityObject", &kSimulationObject);
-const ObjectType kFlowSheetObject("FlowSheetObject", &kSimulationObject);
-const ObjectType kStream("StreamObject", &kFlowSheetObject);
-const ObjectType kMaterialStream(words::kMaterialStream, &kStream);
-const ObjectType kUnitOp("UnitOpObject", &kFlowSheetObject);
-const ObjectType kTemplateOp(words::kTemplate, &kUnitOp);
 
 namespace {
 

@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "casehost/unit_op_names.h"
 #include "fixtop/host/object_type.h"
 
 namespace fixtop::casehost {
@@ -33,23 +34,23 @@ enum class TypeFamily { unit_op, utility, data_table, reaction, published };
 
 namespace types {
 
-extern const ObjectType kViewable;
-extern const ObjectType kCase;
-extern const ObjectType kOnlineManager;
-extern const ObjectType kPublished;
-extern const ObjectType kSimulationObject;
-extern const ObjectType kFlowSheet;
-extern const ObjectType kSolver;
-extern const ObjectType kBasis;
-extern const ObjectType kCorrelation;
-extern const ObjectType kReaction;
-extern const ObjectType kDataTable;
-extern const ObjectType kUtility;
-extern const ObjectType kFlowSheetObject;
-extern const ObjectType kStream;
-extern const ObjectType kMaterialStream;
-extern const ObjectType kUnitOp;
-extern const ObjectType kTemplateOp;
+inline const ObjectType kViewable("ViewableObject", nullptr);
+inline const ObjectType kCase("SimulationCase", &kViewable);
+inline const ObjectType kOnlineManager("OnlineConnectivityManager", &kViewable);
+inline const ObjectType kPublished("RTIVariable", &kViewable);
+inline const ObjectType kSimulationObject("SimulationObject", &kViewable);
+inline const ObjectType kFlowSheet("FlowSheet", &kSimulationObject);
+inline const ObjectType kSolver("FlowSheetSolver", &kSimulationObject);
+inline const ObjectType kBasis("BasisManager", &kSimulationObject);
+inline const ObjectType kCorrelation("HovexCorrelationObject", &kSimulationObject);
+inline const ObjectType kReaction("ReactionObject", &kSimulationObject);
+inline const ObjectType kDataTable("ProcessDataTableObject", &kSimulationObject);
+inline const ObjectType kUtility("UtilityObject", &kSimulationObject);
+inline const ObjectType kFlowSheetObject("FlowSheetObject", &kSimulationObject);
+inline const ObjectType kStream("StreamObject", &kFlowSheetObject);
+inline const ObjectType kMaterialStream(words::kMaterialStream, &kStream);
+inline const ObjectType kUnitOp("UnitOpObject", &kFlowSheetObject);
+inline const ObjectType kTemplateOp(words::kTemplate, &kUnitOp);
 
 // The record of a class word, null for an unknown one.
 const ObjectType* Find(std::string_view word);

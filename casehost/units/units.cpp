@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <span>
 #include <stdexcept>
 
 namespace fixtop::casehost {
@@ -26,81 +26,59 @@ constexpr double kGallon_m3 = 231 * kInch_m * kInch_m * kInch_m;  // US liquid g
 constexpr double kTurn_rad = 6.283185307179586476925;
 
 // The parts that names of units are made of: numbers in kg, m, s, mol, J, K and turns, with a
-// divisor of its own where this keeps the number exact.
+// divisor of its own where this keeps the number exact. A number's names stand between blanks.
 struct Part {
-    const char* name;
+    std::string_view names;
     double number;
     double divisor = 1;
 };
 constexpr Part kParts[] = {
-    {"C", 1},
-    {"K", 1},
-    {"F", 5, 9},
-    {"R", 5, 9},
-    {"Pa", 1},
-    {"bar", 1e5},
-    {"atm", kAtm_Pa},
-    {"torr", kAtm_Pa, 760},
-    {"psi", kPsi_Pa},
-    {"psia", kPsi_Pa},
-    {"mmHg", 13.5951 * kGravity},
-    {"kg/cm2", 10000 * kGravity},
-    {"g", 1, 1000},
-    {"tonne", 1000},
-    {"lb", kPound_kg},
-    {"mol", 1},
-    {"gmole", 1},
-    {"lbmole", 1000 * kPound_kg},
-    {"s", 1},
-    {"min", 60},
-    {"h", kHour_s},
-    {"hr", kHour_s},
-    {"d", kDay_s},
-    {"seconds", 1},
-    {"minutes", 60},
-    {"hours", kHour_s},
-    {"days", kDay_s},
-    {"Hz", 1},
-    {"m", 1},
-    {"ft", kFoot_m},
-    {"in", kInch_m},
-    {"mile", 5280 * kFoot_m},
-    {"mph", 5280 * kFoot_m, kHour_s},
-    {"L", 1, 1000},
-    {"USGAL", kGallon_m3},
-    {"USGPM", kGallon_m3, 60},
-    {"bbl", 42 * kGallon_m3},
-    {"J", 1},
-    {"cal", kCalorie_J},
-    {"Btu", kBtu_J},
-    {"MMBtu", 1e6 * kBtu_J},
-    {"W", 1},
-    {"Wh", kHour_s},
-    {"hp", 550 * kFoot_m* kPound_kg* kGravity},
-    {"N", 1},
-    {"dyne", 1, 1e5},
-    {"lbf", kPound_kg* kGravity},
-    {"P", 1, 10},
-    {"St", 1, 10000},
-    {"fraction", 1},
-    {"%", 1, 100},
-    {"ppm", 1, 1e6},
-    {"rev", 1},
-    {"rpm", 1, 60},
-    {"degree", 1, 360},
-    {"rad", 1, kTurn_rad},
-    {"V", 1},
-    {"A", 1},
+    {" C K Pa mol gmole s seconds Hz m J W N fraction rev V A ", 1},
+    {" F R ", 5, 9},
+    {" bar ", 1e5},
+    {" atm ", kAtm_Pa},
+    {" torr ", kAtm_Pa, 760},
+    {" psi psia ", kPsi_Pa},
+    {" mmHg ", 13.5951 * kGravity},
+    {" kg/cm2 ", 10000 * kGravity},
+    {" g L ", 1, 1000},
+    {" tonne ", 1000},
+    {" lb ", kPound_kg},
+    {" lbmole ", 1000 * kPound_kg},
+    {" min minutes ", 60},
+    {" h hr hours Wh ", kHour_s},
+    {" d days ", kDay_s},
+    {" ft ", kFoot_m},
+    {" in ", kInch_m},
+    {" mile ", 5280 * kFoot_m},
+    {" mph ", 5280 * kFoot_m, kHour_s},
+    {" USGAL ", kGallon_m3},
+    {" USGPM ", kGallon_m3, 60},
+    {" bbl ", 42 * kGallon_m3},
+    {" cal ", kCalorie_J},
+    {" Btu ", kBtu_J},
+    {" MMBtu ", 1e6 * kBtu_J},
+    {" hp ", 550 * kFoot_m* kPound_kg* kGravity},
+    {" dyne ", 1, 1e5},
+    {" lbf ", kPound_kg* kGravity},
+    {" P ", 1, 10},
+    {" St ", 1, 10000},
+    {" % ", 1, 100},
+    {" ppm ", 1, 1e6},
+    {" rpm ", 1, 60},
+    {" degree ", 1, 360},
+    {" rad ", 1, kTurn_rad},
 };
 
 // These stand before parts that aren't listed with them: kPa, cm, MW.
-constexpr Part kPrefixes[] = {{"k", 1000}, {"M", 1e6}, {"m", 1, 1000}, {"c", 1, 100}};
+constexpr Part kPrefixes[] = {{" k ", 1000}, {" M ", 1e6}, {" m ", 1, 1000}, {" c ", 1, 100}};
 
-template <std::size_t count>
-const Part* Find(const Part (&parts)[count], std::string_view name) {
-    const auto found = std::find_if(std::begin(parts), std::end(parts),
-                                    [&](const Part& part) { return name == part.name; });
-    return found == std::end(parts) ? nullptr : found;
+const Part* Find(std::span<const Part> parts, std::string_view name) {
+    const std::string sought = ' ' + std::string(name) + ' ';
+    for (const Part& part : parts) {
+        if (part.names.find(sought) != std::string_view::npos) return &part;
+    }
+    return nullptr;
 }
 
 Part PartOf(std::string_view name) {
@@ -138,91 +116,62 @@ double OffsetOf(std::string_view quantity, std::string_view unit) {
     return unit == "F" ? -32 * 5.0 / 9.0 : kZero_C;
 }
 
+// The default units are told by their places among the units.
 struct Row {
     const char* quantity;
     std::array<const char*, 10> units;
-    std::array<const char*, kUnitSets> defaults;
+    std::array<std::size_t, kUnitSets> defaults;
 };
 constexpr Row kRows[] = {
-    {"Temperature", {"C", "K", "F", "R"}, {"C", "K", "F"}},
-    {"TemperatureDifference", {"C", "K", "F", "R"}, {"C", "K", "F"}},
+    {"Temperature", {"C", "K", "F", "R"}, {0, 1, 2}},
+    {"TemperatureDifference", {"C", "K", "F", "R"}, {0, 1, 2}},
     {"Pressure",
      {"kPa", "Pa", "bar", "mbar", "atm", "psia", "MPa", "mmHg", "torr", "kg/cm2"},
-     {"kPa", "Pa", "psia"}},
-    {"PressureDifference",
-     {"kPa", "Pa", "bar", "mbar", "atm", "psi", "MPa", "mmHg"},
-     {"kPa", "Pa", "psi"}},
-    {"MolarFlow",
-     {"kgmole/h", "kgmole/s", "mol/s", "mol/h", "lbmole/hr"},
-     {"kgmole/h", "mol/s", "lbmole/hr"}},
-    {"MassFlow",
-     {"kg/h", "kg/s", "kg/min", "tonne/d", "tonne/h", "g/s", "lb/hr"},
-     {"kg/h", "kg/s", "lb/hr"}},
-    {"EnergyFlow",
-     {"kJ/h", "kW", "W", "MW", "MJ/h", "Btu/hr", "MMBtu/hr", "kcal/h"},
-     {"kJ/h", "W", "Btu/hr"}},
-    {"Power", {"kJ/h", "kW", "W", "MW", "hp", "Btu/hr"}, {"kW", "W", "hp"}},
-    {"Energy", {"kJ", "J", "MJ", "kWh", "Btu", "kcal"}, {"kJ", "J", "Btu"}},
-    {"Length", {"m", "cm", "mm", "km", "ft", "in", "mile"}, {"m", "m", "ft"}},
-    {"Area", {"m2", "cm2", "mm2", "ft2", "in2"}, {"m2", "m2", "ft2"}},
-    {"Volume", {"m3", "L", "cm3", "ft3", "USGAL", "bbl"}, {"m3", "m3", "ft3"}},
+     {0, 1, 5}},
+    {"PressureDifference", {"kPa", "Pa", "bar", "mbar", "atm", "psi", "MPa", "mmHg"}, {0, 1, 5}},
+    {"MolarFlow", {"kgmole/h", "kgmole/s", "mol/s", "mol/h", "lbmole/hr"}, {0, 2, 4}},
+    {"MassFlow", {"kg/h", "kg/s", "kg/min", "tonne/d", "tonne/h", "g/s", "lb/hr"}, {0, 1, 6}},
+    {"EnergyFlow", {"kJ/h", "kW", "W", "MW", "MJ/h", "Btu/hr", "MMBtu/hr", "kcal/h"}, {0, 2, 5}},
+    {"Power", {"kJ/h", "kW", "W", "MW", "hp", "Btu/hr"}, {1, 2, 4}},
+    {"Energy", {"kJ", "J", "MJ", "kWh", "Btu", "kcal"}, {0, 1, 4}},
+    {"Length", {"m", "cm", "mm", "km", "ft", "in", "mile"}, {0, 0, 4}},
+    {"Area", {"m2", "cm2", "mm2", "ft2", "in2"}, {0, 0, 3}},
+    {"Volume", {"m3", "L", "cm3", "ft3", "USGAL", "bbl"}, {0, 0, 3}},
     {"VolumetricFlow",
      {"m3/h", "m3/s", "m3/d", "L/s", "L/min", "ft3/hr", "USGPM", "bbl/d"},
-     {"m3/h", "m3/s", "ft3/hr"}},
-    {"Density", {"kg/m3", "g/cm3", "g/L", "lb/ft3"}, {"kg/m3", "kg/m3", "lb/ft3"}},
-    {"MolarDensity",
-     {"kgmole/m3", "mol/m3", "mol/L", "lbmole/ft3"},
-     {"kgmole/m3", "mol/m3", "lbmole/ft3"}},
-    {"MolarVolume",
-     {"m3/kgmole", "m3/mol", "L/mol", "cm3/mol", "ft3/lbmole"},
-     {"m3/kgmole", "m3/mol", "ft3/lbmole"}},
-    {"MolarMass",
-     {"kg/kgmole", "g/mol", "kg/mol", "lb/lbmole"},
-     {"kg/kgmole", "kg/mol", "lb/lbmole"}},
-    {"MolarEnthalpy",
-     {"kJ/kgmole", "J/mol", "kJ/mol", "Btu/lbmole", "cal/mol"},
-     {"kJ/kgmole", "J/mol", "Btu/lbmole"}},
-    {"MassEnthalpy", {"kJ/kg", "J/kg", "MJ/kg", "Btu/lb", "kcal/kg"}, {"kJ/kg", "J/kg", "Btu/lb"}},
-    {"MolarEntropy",
-     {"kJ/kgmole-C", "kJ/kgmole-K", "J/mol-K", "Btu/lbmole-F"},
-     {"kJ/kgmole-C", "J/mol-K", "Btu/lbmole-F"}},
-    {"MassEntropy",
-     {"kJ/kg-C", "kJ/kg-K", "J/kg-K", "Btu/lb-F"},
-     {"kJ/kg-C", "J/kg-K", "Btu/lb-F"}},
-    {"MolarHeatCapacity",
-     {"kJ/kgmole-C", "kJ/kgmole-K", "J/mol-K", "Btu/lbmole-F"},
-     {"kJ/kgmole-C", "J/mol-K", "Btu/lbmole-F"}},
-    {"MassHeatCapacity",
-     {"kJ/kg-C", "kJ/kg-K", "J/kg-K", "Btu/lb-F"},
-     {"kJ/kg-C", "J/kg-K", "Btu/lb-F"}},
-    {"Viscosity", {"cP", "Pa-s", "mPa-s", "P", "lb/ft-s"}, {"cP", "Pa-s", "cP"}},
-    {"KinematicViscosity", {"cSt", "m2/s", "mm2/s", "St", "ft2/s"}, {"cSt", "m2/s", "cSt"}},
-    {"ThermalConductivity",
-     {"W/m-K", "kJ/h-m-C", "kW/m-K", "Btu/hr-ft-F"},
-     {"W/m-K", "W/m-K", "Btu/hr-ft-F"}},
-    {"SurfaceTension", {"dyne/cm", "N/m", "mN/m"}, {"dyne/cm", "N/m", "dyne/cm"}},
-    {"HeatTransferCoefficient",
-     {"kJ/h-m2-C", "W/m2-K", "kW/m2-K", "Btu/hr-ft2-F"},
-     {"kJ/h-m2-C", "W/m2-K", "Btu/hr-ft2-F"}},
-    {"UA", {"kJ/C-h", "W/K", "kW/K", "Btu/F-hr"}, {"kJ/C-h", "W/K", "Btu/F-hr"}},
-    {"HeatFlux", {"kJ/h-m2", "W/m2", "kW/m2", "Btu/hr-ft2"}, {"kJ/h-m2", "W/m2", "Btu/hr-ft2"}},
-    {"Irradiation", {"kW/m2", "W/m2"}, {"kW/m2", "W/m2", "kW/m2"}},
-    {"Fraction", {"fraction", "%", "ppm"}, {"fraction", "fraction", "fraction"}},
-    {"Percent", {"%", "fraction"}, {"%", "%", "%"}},
-    {"Time", {"seconds", "minutes", "hours", "days"}, {"seconds", "seconds", "minutes"}},
-    {"Speed", {"m/s", "km/h", "ft/s", "mph"}, {"m/s", "m/s", "ft/s"}},
-    {"RotationalSpeed", {"rpm", "rev/s", "rad/s"}, {"rpm", "rad/s", "rpm"}},
-    {"Frequency", {"Hz", "kHz"}, {"Hz", "Hz", "Hz"}},
-    {"Mass", {"kg", "g", "tonne", "lb"}, {"kg", "kg", "lb"}},
-    {"Moles", {"kgmole", "mol", "lbmole"}, {"kgmole", "mol", "lbmole"}},
-    {"Force", {"N", "kN", "lbf"}, {"N", "N", "lbf"}},
-    {"Acceleration", {"m/s2", "ft/s2"}, {"m/s2", "m/s2", "ft/s2"}},
-    {"FoulingFactor",
-     {"C-h-m2/kJ", "K-m2/W", "F-hr-ft2/Btu"},
-     {"C-h-m2/kJ", "K-m2/W", "F-hr-ft2/Btu"}},
-    {"Voltage", {"V", "kV", "mV"}, {"V", "V", "V"}},
-    {"Current", {"A", "kA", "mA"}, {"A", "A", "A"}},
-    {"Angle", {"degree", "rad"}, {"degree", "rad", "degree"}},
+     {0, 1, 5}},
+    {"Density", {"kg/m3", "g/cm3", "g/L", "lb/ft3"}, {0, 0, 3}},
+    {"MolarDensity", {"kgmole/m3", "mol/m3", "mol/L", "lbmole/ft3"}, {0, 1, 3}},
+    {"MolarVolume", {"m3/kgmole", "m3/mol", "L/mol", "cm3/mol", "ft3/lbmole"}, {0, 1, 4}},
+    {"MolarMass", {"kg/kgmole", "g/mol", "kg/mol", "lb/lbmole"}, {0, 2, 3}},
+    {"MolarEnthalpy", {"kJ/kgmole", "J/mol", "kJ/mol", "Btu/lbmole", "cal/mol"}, {0, 1, 3}},
+    {"MassEnthalpy", {"kJ/kg", "J/kg", "MJ/kg", "Btu/lb", "kcal/kg"}, {0, 1, 3}},
+    {"MolarEntropy", {"kJ/kgmole-C", "kJ/kgmole-K", "J/mol-K", "Btu/lbmole-F"}, {0, 2, 3}},
+    {"MassEntropy", {"kJ/kg-C", "kJ/kg-K", "J/kg-K", "Btu/lb-F"}, {0, 2, 3}},
+    {"MolarHeatCapacity", {"kJ/kgmole-C", "kJ/kgmole-K", "J/mol-K", "Btu/lbmole-F"}, {0, 2, 3}},
+    {"MassHeatCapacity", {"kJ/kg-C", "kJ/kg-K", "J/kg-K", "Btu/lb-F"}, {0, 2, 3}},
+    {"Viscosity", {"cP", "Pa-s", "mPa-s", "P", "lb/ft-s"}, {0, 1, 0}},
+    {"KinematicViscosity", {"cSt", "m2/s", "mm2/s", "St", "ft2/s"}, {0, 1, 0}},
+    {"ThermalConductivity", {"W/m-K", "kJ/h-m-C", "kW/m-K", "Btu/hr-ft-F"}, {0, 0, 3}},
+    {"SurfaceTension", {"dyne/cm", "N/m", "mN/m"}, {0, 1, 0}},
+    {"HeatTransferCoefficient", {"kJ/h-m2-C", "W/m2-K", "kW/m2-K", "Btu/hr-ft2-F"}, {0, 1, 3}},
+    {"UA", {"kJ/C-h", "W/K", "kW/K", "Btu/F-hr"}, {0, 1, 3}},
+    {"HeatFlux", {"kJ/h-m2", "W/m2", "kW/m2", "Btu/hr-ft2"}, {0, 1, 3}},
+    {"Irradiation", {"kW/m2", "W/m2"}, {0, 1, 0}},
+    {"Fraction", {"fraction", "%", "ppm"}, {0, 0, 0}},
+    {"Percent", {"%", "fraction"}, {0, 0, 0}},
+    {"Time", {"seconds", "minutes", "hours", "days"}, {0, 0, 1}},
+    {"Speed", {"m/s", "km/h", "ft/s", "mph"}, {0, 0, 2}},
+    {"RotationalSpeed", {"rpm", "rev/s", "rad/s"}, {0, 2, 0}},
+    {"Frequency", {"Hz", "kHz"}, {0, 0, 0}},
+    {"Mass", {"kg", "g", "tonne", "lb"}, {0, 0, 3}},
+    {"Moles", {"kgmole", "mol", "lbmole"}, {0, 1, 2}},
+    {"Force", {"N", "kN", "lbf"}, {0, 0, 2}},
+    {"Acceleration", {"m/s2", "ft/s2"}, {0, 0, 1}},
+    {"FoulingFactor", {"C-h-m2/kJ", "K-m2/W", "F-hr-ft2/Btu"}, {0, 1, 2}},
+    {"Voltage", {"V", "kV", "mV"}, {0, 0, 0}},
+    {"Current", {"A", "kA", "mA"}, {0, 0, 0}},
+    {"Angle", {"degree", "rad"}, {0, 1, 0}},
 };
 
 std::vector<Quantity> MakeQuantities() {
@@ -231,7 +180,7 @@ std::vector<Quantity> MakeQuantities() {
         Quantity& quantity = all.emplace_back();
         quantity.name = row.quantity;
         quantity.type = static_cast<host::VarType>(all.size());
-        quantity.defaults.assign(row.defaults.begin(), row.defaults.end());
+        for (const std::size_t place : row.defaults) quantity.defaults.push_back(row.units[place]);
         const Part internal = Value(row.units[0]);
         for (const char* unit : row.units) {
             if (!unit) break;
