@@ -37,18 +37,6 @@ host::CSpecElement& SpecInfo::Add(std::string tag) {
     return *elements_.back();
 }
 
-host::CSpecElement& SpecInfo::AddNumber(std::string tag, double number) {
-    host::CSpecElement& element = Add(std::move(tag));
-    element.number = number;
-    return element;
-}
-
-host::CSpecElement& SpecInfo::AddText(std::string tag, std::string text) {
-    host::CSpecElement& element = Add(std::move(tag));
-    element.value_text = host::Text(std::move(text));
-    return element;
-}
-
 SpecInfo& SpecInfo::AddChild(std::string tag) {
     children_.push_back(std::make_unique<SpecInfo>());
     children_.back()->SetOwner(owner_);

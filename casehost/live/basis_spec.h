@@ -22,8 +22,10 @@ class SpecInfo final : public host::CSpecInfo {
     host::Viewable* OwnerView() const { return owner_; }
     void Clear();
     host::CSpecElement& Add(std::string tag);
-    host::CSpecElement& AddNumber(std::string tag, double number);
-    host::CSpecElement& AddText(std::string tag, std::string text);
+    void AddNumber(std::string tag, double number) { Add(std::move(tag)).number = number; }
+    void AddText(std::string tag, std::string text) {
+        Add(std::move(tag)).value_text = host::Text(std::move(text));
+    }
     SpecInfo& AddChild(std::string tag);
     host::ArraySetBlock& AddArraySet(std::string tag);
 

@@ -141,10 +141,6 @@ BasisTree::Elements BasisTree::Make(const std::vector<BasisElement>& data,
     return made;
 }
 
-std::vector<BasisElement> BasisTree::ToData() const {
-    return DataOf(elements_);
-}
-
 std::vector<BasisElement> BasisTree::DataOf(const Elements& elements) {
     std::vector<BasisElement> data;
     for (const auto& element : elements) {
@@ -162,10 +158,6 @@ std::vector<BasisElement> BasisTree::DataOf(const Elements& elements) {
         out.elements = DataOf(element->elements);
     }
     return data;
-}
-
-void BasisTree::AddTo(SpecInfo& info) {
-    Add(elements_, info);
 }
 
 void BasisTree::Add(const Elements& elements, SpecInfo& info) {

@@ -26,10 +26,10 @@ class BasisTree {
 
     // The objects of the case must be there; paths that name none are told.
     void Build(const std::vector<BasisElement>& elements, std::vector<CaseProblem>& problems);
-    std::vector<BasisElement> ToData() const;
+    std::vector<BasisElement> ToData() const { return DataOf(elements_); }
     bool IsEmpty() const { return elements_.empty(); }
     // Appends all elements. They refer to this tree.
-    void AddTo(SpecInfo& info);
+    void AddTo(SpecInfo& info) { Add(elements_, info); }
     // Objects that were deleted are pointed at no more.
     void ForgetDeleted();
     // The unit of the element behind "Spec.n"; false for other texts and for elements without one.

@@ -24,20 +24,21 @@ Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
     main_ = std::make_unique<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
     solver_ = std::make_unique<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
     basis_ = std::make_unique<BasisNode>(context_, this, &types::kBasis, kBasisName);
-    if (data.online)
+    sections_ = {{&utilities_, this, TypeFamily::utility, &CaseData::utilities},
+                 {&data_tables_, this, TypeFamily::data_table, &CaseData::data_tables},
+                 {&basis_->Nodes(), basis_.get(), TypeFamily::reaction, &CaseData::reactions}};
+    if (data.online) {
         manager_ =
             std::make_unique<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
+        sections_.push_back(
+            {&manager_->Nodes(), manager_.get(), TypeFamily::published, &CaseData::published});
+    }
     FillFlowsheet(*main_, data.main);
-    FillList(utilities_, this, data.utilities, TypeFamily::utility);
-    FillList(data_tables_, this, data.data_tables, TypeFamily::data_table);
-    FillList(basis_->Nodes(), basis_.get(), data.reactions, TypeFamily::reaction);
-    if (manager_)
-        FillList(manager_->Nodes(), manager_.get(), data.published, TypeFamily::published);
+    for (const Section& each : sections_) {
+        FillList(*each.list, each.owner, data.*each.data, each.family);
+    }
     ResolveList(main_->Nodes(), data.main.objects);
-    ResolveList(utilities_, data.utilities);
-    ResolveList(data_tables_, data.data_tables);
-    ResolveList(basis_->Nodes(), data.reactions);
-    if (manager_) ResolveList(manager_->Nodes(), data.published);
+    for (const Section& each : sections_) ResolveList(*each.list, data.*each.data);
     basis_->Tree().Build(data.basis, problems_);
     ForEach([this](Node& node) {
         if (node.Condition() == ObjectStatus::not_solved) solver_->SetNeedsToRun(true);
@@ -72,10 +73,6 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     return node;
 }
 
-void Case::FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data) {
-    FillList(flowsheet.Nodes(), &flowsheet, data.objects, TypeFamily::unit_op);
-}
-
 void Case::FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
                     TypeFamily family) {
     list.Reserve(data.size());
@@ -88,10 +85,9 @@ void Case::ResolveList(NodeList& list, const std::vector<ObjectData>& data) {
 
 void Case::ResolveReferences(Node& node, const ObjectData& data) {
     const auto& rows = node.GetShape()->AllRows();
-    auto resolve = [&](const Row& row, int index, const std::string& path, const char* what) {
-        if (path.empty()) return;
-        Node* target = FindByPath(path, &node);
-        node.CellAt(row.first_cell + index).target = target;
+    const auto resolve = [&](const Row& row, Cell& cell, Node* target, const char* what,
+                             const std::string& path) {
+        cell.target = target;
         if (target) return;
         problems_.push_back({PathOf(node, nullptr) + ": " + row.name,
                              std::string(what) + " \"" + path + "\" names no object"});
@@ -99,20 +95,21 @@ void Case::ResolveReferences(Node& node, const ObjectData& data) {
     for (std::size_t i = 0; i < data.variables.size(); ++i) {
         if (rows[i]->value_kind != host::kAttachment) continue;
         const std::vector<ValueData>& values = data.variables[i].values;
-        for (int c = 0; c < rows[i]->cell_count && c < static_cast<int>(values.size()); ++c) {
-            resolve(*rows[i], c, values[static_cast<std::size_t>(c)].text, "attachment");
+        const std::span<Cell> cells = node.CellsOf(*rows[i]);
+        for (std::size_t c = 0; c < std::min(cells.size(), values.size()); ++c) {
+            const std::string& path = values[c].text;
+            if (path.empty()) continue;
+            resolve(*rows[i], cells[c], FindByPath(path, &node), "attachment", path);
         }
     }
     for (std::size_t p = 0; p < data.ports.size(); ++p) {
         const Row& row = *rows[data.variables.size() + p];
         auto* flowsheet = dynamic_cast<FlowsheetNode*>(node.Owner());
-        Node* stream = flowsheet ? flowsheet->Nodes().Find(data.ports[p].stream) : nullptr;
+        const std::string& stream = data.ports[p].stream;
         Cell& cell = node.CellAt(row.first_cell);
-        cell.target = stream;
         cell.state = static_cast<std::uint8_t>(VariableState::specified);
-        if (stream) continue;
-        problems_.push_back({PathOf(node, nullptr) + ": " + row.name,
-                             "port stream \"" + data.ports[p].stream + "\" names no object"});
+        resolve(row, cell, flowsheet ? flowsheet->Nodes().Find(stream) : nullptr, "port stream",
+                stream);
     }
     if (node.Inner()) ResolveList(node.Inner()->Nodes(), data.sub_flowsheet->objects);
 }
@@ -126,10 +123,7 @@ void Case::ForEachIn(NodeList& list, const ObjectVisitor& visit) {
 
 void Case::ForEach(const ObjectVisitor& visit) {
     ForEachIn(main_->Nodes(), visit);
-    ForEachIn(utilities_, visit);
-    ForEachIn(data_tables_, visit);
-    ForEachIn(basis_->Nodes(), visit);
-    if (manager_) ForEachIn(manager_->Nodes(), visit);
+    for (const Section& each : sections_) ForEachIn(*each.list, visit);
 }
 
 Node* Case::FirstInError() {
@@ -208,7 +202,7 @@ void Case::Bury(std::unique_ptr<Node> node) {
 
 bool Case::Delete(host::Viewable* object) {
     Node* node = Node::Of(object);
-    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    NodeList* list = ListOf(node);
     if (!list) return false;
     MarkStale(*node);
     Bury(list->Remove(*node));
@@ -218,7 +212,7 @@ bool Case::Delete(host::Viewable* object) {
 
 bool Case::Rename(host::Viewable* object, const std::string& name) {
     Node* node = Node::Of(object);
-    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    NodeList* list = ListOf(node);
     if (!list || name.empty() || list->Find(name)) return false;
     node->SetName(name);
     if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
@@ -230,7 +224,7 @@ bool Case::Rename(host::Viewable* object, const std::string& name) {
 
 bool Case::Move(host::Viewable* object, std::size_t index) {
     Node* node = Node::Of(object);
-    NodeList* list = node && !node->IsDeleted() ? ListOf(*node) : nullptr;
+    NodeList* list = ListOf(node);
     if (!list || !list->Move(*node, index)) return false;
     Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
@@ -254,26 +248,20 @@ void Case::PurgeDeleted() {
     ForEach([](Node& node) {
         for (const auto& row : node.GetShape()->AllRows()) {
             if (row->value_kind != host::kAttachment) continue;
-            for (int c = 0; c < row->cell_count; ++c) {
-                Cell& cell = node.CellAt(row->first_cell + c);
-                if (cell.target && cell.target->IsDeleted()) cell.target = nullptr;
-            }
+            for (Cell& cell : node.CellsOf(*row)) cell.target = node.Target(cell);
         }
     });
     basis_->Tree().ForgetDeleted();
     graveyard_.clear();
 }
 
-NodeList* Case::ListOf(const Node& node) {
-    Node* owner = node.Owner();
-    if (auto* flowsheet = dynamic_cast<FlowsheetNode*>(owner)) {
-        return &node == solver_.get() ? nullptr : &flowsheet->Nodes();
+NodeList* Case::ListOf(Node* node) {
+    if (!node || node->IsDeleted()) return nullptr;
+    if (auto* flowsheet = dynamic_cast<FlowsheetNode*>(node->Owner())) {
+        return node == solver_.get() ? nullptr : &flowsheet->Nodes();
     }
-    if (owner == basis_.get()) return &basis_->Nodes();
-    if (manager_ && owner == manager_.get()) return &manager_->Nodes();
-    if (owner != this) return nullptr;
-    for (NodeList* list : {&utilities_, &data_tables_}) {
-        if (list->IndexOf(node) < list->Size()) return list;
+    for (const Section& each : sections_) {
+        if (each.list->Holds(*node)) return each.list;
     }
     return nullptr;
 }

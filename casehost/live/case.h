@@ -94,20 +94,30 @@ class Case final : public NodeOf<host::SimulationCase> {
 
  private:
     using ObjectVisitor = std::function<void(Node&)>;
+    // A list of objects outside of the flowsheets.
+    struct Section {
+        NodeList* list;
+        Node* owner;
+        TypeFamily family;
+        std::vector<ObjectData> CaseData::*data;
+    };
     struct PathWorld;
 
     std::unique_ptr<Node> MakeObject(Node* owner, const ObjectData& data, TypeFamily family);
-    void FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data);
+    void FillFlowsheet(FlowsheetNode& flowsheet, const FlowsheetData& data) {
+        FillList(flowsheet.Nodes(), &flowsheet, data.objects, TypeFamily::unit_op);
+    }
     void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
                   TypeFamily family);
     void ResolveReferences(Node& node, const ObjectData& data);
     void ResolveList(NodeList& list, const std::vector<ObjectData>& data);
     ObjectData ObjectToData(Node& node);
-    FlowsheetData FlowsheetToData(FlowsheetNode& flowsheet);
+    FlowsheetData FlowsheetToData(FlowsheetNode& of) { return {ListToData(of.Nodes())}; }
     std::vector<ObjectData> ListToData(NodeList& list);
     void ApplyList(NodeList& list, const std::vector<ObjectData>& results);
     bool SameStructure(NodeList& list, const std::vector<ObjectData>& other);
-    NodeList* ListOf(const Node& node);
+    // Null for an object that is deleted or stands in no list of the case.
+    NodeList* ListOf(Node* node);
     void Bury(std::unique_ptr<Node> node);
     void StructureChanged();
     void ForEach(const ObjectVisitor& visit);
@@ -124,6 +134,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     std::unique_ptr<ManagerNode> manager_;
     NodeList utilities_;
     NodeList data_tables_;
+    std::vector<Section> sections_;
     std::vector<std::unique_ptr<Node>> graveyard_;
     std::unique_ptr<class DependencyMap> dependencies_;
     std::vector<CaseProblem> problems_;

@@ -15,14 +15,11 @@ ObjectData Case::ObjectToData(Node& node) {
     data.status = data.stale ? node.ResultCondition() : node.Condition();
     data.status_text = node.StatusText();
     const Shape& shape = *node.GetShape();
-    for (std::size_t i = shape.VariableCount(); i < shape.AllRows().size(); ++i) {
-        const Row& row = *shape.AllRows()[i];
-        if (row.port < 0) continue;
-        Node* stream = node.PortTarget(row);
+    for (const auto& row : shape.AllRows()) {
+        Node* stream = row->port < 0 ? nullptr : node.PortTarget(*row);
         if (!stream) continue;
-        PortData port = shape.Ports()[static_cast<std::size_t>(row.port)];
+        PortData& port = data.ports.emplace_back(shape.Ports()[row->port]);
         port.stream = stream->Name().Str();
-        data.ports.push_back(std::move(port));
     }
     if (FlowsheetNode* inner = node.Inner()) {
         data.sub_flowsheet = std::make_shared<FlowsheetData>(FlowsheetToData(*inner));
@@ -37,20 +34,11 @@ std::vector<ObjectData> Case::ListToData(NodeList& list) {
     return objects;
 }
 
-FlowsheetData Case::FlowsheetToData(FlowsheetNode& flowsheet) {
-    FlowsheetData data;
-    data.objects = ListToData(flowsheet.Nodes());
-    return data;
-}
-
 CaseData Case::ToData() {
     CaseData data{basics_, {}, {}, {}, {}, {}, {}};
     data.main = FlowsheetToData(*main_);
-    data.utilities = ListToData(utilities_);
-    data.data_tables = ListToData(data_tables_);
     data.basis = basis_->Tree().ToData();
-    data.reactions = ListToData(basis_->Nodes());
-    if (manager_) data.published = ListToData(manager_->Nodes());
+    for (const Section& each : sections_) data.*each.data = ListToData(*each.list);
     return data;
 }
 
@@ -86,9 +74,10 @@ void Case::ApplyList(NodeList& list, const std::vector<ObjectData>& results) {
             const Row& row = *node.GetShape()->AllRows()[v];
             if (row.value_kind == host::kAttachment) continue;
             const std::vector<ValueData>& values = results[i].variables[v].values;
-            for (int c = 0; c < row.cell_count && c < static_cast<int>(values.size()); ++c) {
-                const ValueData& value = values[static_cast<std::size_t>(c)];
-                Cell& cell = node.CellAt(row.first_cell + c);
+            const std::span<Cell> cells = node.CellsOf(row);
+            for (std::size_t c = 0; c < std::min(cells.size(), values.size()); ++c) {
+                const ValueData& value = values[c];
+                Cell& cell = cells[c];
                 const auto state = static_cast<VariableState>(cell.state);
                 // What was calculated before and isn't found now stays calculated, but empty.
                 const bool found = value.state == kCalculated;

@@ -14,14 +14,11 @@ namespace {
 
 constexpr char kOwnExtension[] = ".json";
 
-std::map<std::string, CaseReader>& Readers() {
-    static std::map<std::string, CaseReader> readers;
-    return readers;
-}
-
-std::map<std::string, CaseWriter>& Writers() {
-    static std::map<std::string, CaseWriter> writers;
-    return writers;
+// The readers or the writers that are known, by extension.
+template <class Function>
+std::map<std::string, Function>& Known() {
+    static std::map<std::string, Function> known;
+    return known;
 }
 
 std::string LowerExtension(const std::string& path) {
@@ -32,11 +29,11 @@ std::string LowerExtension(const std::string& path) {
     return extension;
 }
 
-// The extensions of a list of readers or writers: ".dwxmz or .json".
-template <class List>
-std::string Extensions(const List& list) {
+// The extensions of all readers or writers: ".dwxmz or .json".
+template <class Function>
+std::string Extensions() {
     std::string text;
-    for (const auto& each : list) text += (text.empty() ? "" : " or ") + each.first;
+    for (const auto& each : Known<Function>()) text += (text.empty() ? "" : " or ") + each.first;
     return text;
 }
 
@@ -49,11 +46,11 @@ bool IsNoFile(const std::string& path) {
 }  // namespace
 
 void RegisterReader(const std::string& extension, CaseReader reader) {
-    Readers()[extension] = std::move(reader);
+    Known<CaseReader>()[extension] = std::move(reader);
 }
 
 void RegisterWriter(const std::string& extension, CaseWriter writer) {
-    Writers()[extension] = std::move(writer);
+    Known<CaseWriter>()[extension] = std::move(writer);
 }
 
 CaseHost::CaseHost(bool with_window)
@@ -81,9 +78,9 @@ double CaseHost::ConfigData(const std::string& key) const {
 }
 
 OpenResult CaseHost::Open(const std::string& path) {
-    const auto reader = Readers().find(LowerExtension(path));
-    if (reader == Readers().end()) {
-        const std::string expected = Extensions(Readers());
+    const auto reader = Known<CaseReader>().find(LowerExtension(path));
+    if (reader == Known<CaseReader>().end()) {
+        const std::string expected = Extensions<CaseReader>();
         return {nullptr, {{path, "no reader for this kind of file; expected " + expected}}};
     }
     ReadResult read = reader->second(path);
@@ -113,9 +110,9 @@ SaveResult CaseHost::Save(Case& open_case, const std::string& path) {
     if (extension.empty() && IsNoFile(path)) return {false, {path, "can't be written: not a file"}};
     const std::string target = extension.empty() ? path + kOwnExtension : path;
     if (extension.empty()) extension = kOwnExtension;
-    const auto writer = Writers().find(extension);
-    if (writer == Writers().end()) {
-        const std::string expected = Extensions(Writers());
+    const auto writer = Known<CaseWriter>().find(extension);
+    if (writer == Known<CaseWriter>().end()) {
+        const std::string expected = Extensions<CaseWriter>();
         return {false, {path, "cases can't be written to this kind of file; expected " + expected}};
     }
     SaveResult result = writer->second(open_case.ToData(), target);

@@ -50,10 +50,8 @@ std::string Case::PathOf(const Node& node, const Node* from) {
     if (owner == main_.get()) return "/" + name;
     if (owner == basis_.get()) return std::string("/") + path::kReactions + "/" + name;
     if (IsFlowsheet(owner) && owner->Owner()) return PathOf(*owner->Owner(), nullptr) + "/" + name;
-    if (data_tables_.IndexOf(node) < data_tables_.Size()) {
-        return std::string("/") + path::kTables + "/" + name;
-    }
-    return std::string("/") + path::kUtilities + "/" + name;
+    const bool table = data_tables_.Holds(node);
+    return std::string("/") + (table ? path::kTables : path::kUtilities) + "/" + name;
 }
 
 std::string Case::MonikerOf(const Node& node) const {

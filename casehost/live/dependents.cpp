@@ -22,11 +22,9 @@ void DependencyMap::AddNode(Node& node) {
 // An energy stream on either side may carry the duty that its unit operation computes.
 void DependencyMap::AddPorts(Node& unit) {
     for (const auto& row : unit.GetShape()->AllRows()) {
-        if (row->port < 0) continue;
-        Node* stream = unit.PortTarget(*row);
+        Node* stream = row->port < 0 ? nullptr : unit.PortTarget(*row);
         if (!stream) continue;
-        const PortData::Role role =
-            unit.GetShape()->Ports()[static_cast<std::size_t>(row->port)].role;
+        const PortData::Role role = unit.GetShape()->Ports()[row->port].role;
         if (role == PortData::Role::feed || role == PortData::Role::energy_in)
             AddEdge(*stream, unit);
         if (role != PortData::Role::feed) AddEdge(unit, *stream);
@@ -39,9 +37,8 @@ void DependencyMap::AddPorts(Node& unit) {
 void DependencyMap::AddAttachments(Node& node) {
     for (const auto& row : node.GetShape()->AllRows()) {
         if (row->value_kind != host::kAttachment) continue;
-        for (int c = 0; c < row->cell_count; ++c) {
-            if (Node* target = node.Target(node.CellAt(row->first_cell + c)))
-                AddEdge(*target, node);
+        for (const Cell& cell : node.CellsOf(*row)) {
+            if (Node* target = node.Target(cell)) AddEdge(*target, node);
         }
     }
 }

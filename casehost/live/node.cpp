@@ -67,13 +67,14 @@ void Node::SetVariables(const Shape* shape, const std::vector<VariableData>& var
     for (std::size_t i = 0; i < variables.size(); ++i) {
         const Row& row = *shape->AllRows()[i];
         const std::vector<ValueData>& values = variables[i].values;
-        for (int c = 0; c < row.cell_count && c < static_cast<int>(values.size()); ++c) {
-            FillCell(row, values[static_cast<std::size_t>(c)], CellAt(row.first_cell + c));
+        const std::span<Cell> cells = CellsOf(row);
+        for (std::size_t c = 0; c < std::min(cells.size(), values.size()); ++c) {
+            FillCell(row, values[c], cells[c]);
         }
     }
     for (const auto& row : shape->AllRows()) {
         if (row->value_kind != host::kAttachment) continue;
-        for (int c = 0; c < row->cell_count; ++c) CellAt(row->first_cell + c).target = nullptr;
+        for (Cell& cell : CellsOf(*row)) cell.target = nullptr;
     }
 }
 
@@ -91,8 +92,7 @@ std::vector<VariableData> Node::VariablesToData() {
         const Row& row = *shape_->AllRows()[i];
         VariableData& variable = variables.emplace_back();
         variable.spec = row.spec;
-        for (int c = 0; c < row.cell_count; ++c) {
-            const Cell& cell = CellAt(row.first_cell + c);
+        for (const Cell& cell : CellsOf(row)) {
             ValueData& value = variable.values.emplace_back();
             value.state = static_cast<VariableState>(cell.state);
             if (row.value_kind == host::kAttachment) {
@@ -134,10 +134,6 @@ void Node::SetTextAt(Cell& cell, std::string text) {
         texts_.emplace_back();
     }
     texts_[static_cast<std::size_t>(cell.text)] = std::move(text);
-}
-
-Node* Node::PortTarget(const Row& row) const {
-    return Target(cells_[static_cast<std::size_t>(row.first_cell)]);
 }
 
 Node::Place Node::Locate(const host::VarDescription& variable) {
@@ -197,10 +193,8 @@ bool Node::MayStoreReal(const Place& place, double value) {
 void Node::StoreReal(const host::VarDescription& variable, double value) {
     const Place place = LocateForStore(variable);
     if (place.cell < 0 && variable.NextPart()) {
-        if (Node* holder = Of(ResolveOwner(variable))) {
-            holder->StoreReal(*variable.GetVariablePart(), value);
-        }
-        return;
+        Node* holder = Of(ResolveOwner(variable));
+        return holder ? holder->StoreReal(*variable.GetVariablePart(), value) : void();
     }
     if (!context_->watch->MayStore() || !MayStoreReal(place, value)) return;
     context_->watch->InStore();
@@ -242,10 +236,8 @@ host::Text Node::ReadText(const host::VarDescription& variable) {
 void Node::StoreText(const host::VarDescription& variable, const host::Text& value) {
     const Place place = Locate(variable);
     if (place.cell < 0 && variable.NextPart()) {
-        if (Node* holder = Of(ResolveOwner(variable))) {
-            holder->StoreText(*variable.GetVariablePart(), value);
-        }
-        return;
+        Node* holder = Of(ResolveOwner(variable));
+        return holder ? holder->StoreText(*variable.GetVariablePart(), value) : void();
     }
     if (!context_->watch->MayStore() || place.cell < 0 || deleted_) return;
     if (place.row->value_kind != host::kText) return;
@@ -274,10 +266,6 @@ host::Viewable* Node::ReadAttachment(const host::VarDescription& variable) {
 
 const host::LinkedList* Node::ListVariables() const {
     return shape_ && shape_->Rows().Size() > 0 ? &shape_->Rows() : nullptr;
-}
-
-host::VariableNameInfo* Node::FindRow(const host::VarDescription& variable) {
-    return shape_ ? Locate(variable).row : nullptr;
 }
 
 void Node::Dimensions(const host::VarDescription& variable, host::DimInfo& out) {
@@ -362,10 +350,6 @@ Node* Node::FollowPath(std::string_view path) {
         if (!node) return nullptr;
     }
     return node;
-}
-
-Node* Node::Follow(std::string_view&) {
-    return nullptr;
 }
 
 }  // namespace fixtop::casehost

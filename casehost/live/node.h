@@ -5,6 +5,7 @@
 // values, status. NodeOf puts it behind one of the host's abstract classes.
 
 #include <cmath>
+#include <span>
 
 #include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
@@ -88,10 +89,13 @@ class Node {
     void SetVariables(const Shape* shape, const std::vector<VariableData>& variables);
     std::vector<VariableData> VariablesToData();
     Cell& CellAt(int index) { return cells_[static_cast<std::size_t>(index)]; }
+    std::span<Cell> CellsOf(const Row& row) {
+        return {cells_.get() + row.first_cell, static_cast<std::size_t>(row.cell_count)};
+    }
     const std::string& TextAt(const Cell& cell) const;
     void SetTextAt(Cell& cell, std::string text);
     // The object on a port; null when there is none.
-    Node* PortTarget(const Row& row) const;
+    Node* PortTarget(const Row& row) const { return Target(cells_[row.first_cell]); }
     // Attached object of a cell; null when it has been deleted.
     Node* Target(const Cell& cell) const {
         return cell.target && !cell.target->deleted_ ? cell.target : nullptr;
@@ -108,7 +112,9 @@ class Node {
     void StoreText(const host::VarDescription& variable, const host::Text& value);
     host::Viewable* ReadAttachment(const host::VarDescription& variable);
     const host::LinkedList* ListVariables() const;
-    host::VariableNameInfo* FindRow(const host::VarDescription& variable);
+    host::VariableNameInfo* FindRow(const host::VarDescription& variable) {
+        return shape_ ? Locate(variable).row : nullptr;
+    }
     void Dimensions(const host::VarDescription& variable, host::DimInfo& out);
     host::VariableType UnitTypeOf(const host::VarDescription& variable);
     host::Viewable* ResolveOwner(const host::VarDescription& variable);
@@ -129,7 +135,7 @@ class Node {
 
     // Follows one step of a moniker path such as "StreamObject.400(Feed)"; null when there is none.
     // `rest` is what has still to be followed and is moved on.
-    virtual Node* Follow(std::string_view& rest);
+    virtual Node* Follow(std::string_view&) { return nullptr; }
     // Called for composition stores into a stream; other nodes store the bare fraction.
     virtual void CompositionChanged(Row&) {}
     virtual bool StoresCompositions() const { return false; }

@@ -26,6 +26,7 @@ class NodeList {
     // The first of that name, null when there is none.
     Node* Find(std::string_view name) const;
     std::size_t IndexOf(const Node& node) const;
+    bool Holds(const Node& node) const { return IndexOf(node) < Size(); }
     // Reads "(Feed)" or "Feed" at the beginning of `rest` and moves `rest` behind it. There `rest`
     // must end or go on with '/' or ':'. Names may hold such characters: the longest match counts.
     Node* FollowName(std::string_view& rest) const;

@@ -14,7 +14,7 @@ namespace fixtop::casehost {
 std::vector<double> StreamNode::Fractions(const Row& row) {
     std::vector<double> fractions;
     fractions.reserve(row.cell_count);
-    for (int c = 0; c < row.cell_count; ++c) fractions.push_back(CellAt(row.first_cell + c).number);
+    for (const Cell& cell : CellsOf(row)) fractions.push_back(cell.number);
     return fractions;
 }
 
@@ -49,13 +49,13 @@ void StreamNode::EndDeferCompNormalize() {
 void StreamNode::Normalise(const Row& row, const std::vector<double>& before) {
     double sum = 0;
     for (double fraction : Fractions(row)) sum += fraction == kEmpty ? 0 : fraction;
-    for (int c = 0; c < row.cell_count; ++c) {
-        Cell& cell = CellAt(row.first_cell + c);
+    std::size_t place = 0;
+    for (Cell& cell : CellsOf(row)) {
         if (sum > 0) {
             cell.number = (cell.number == kEmpty ? 0 : cell.number) / sum;
             cell.state = static_cast<std::uint8_t>(VariableState::specified);
         } else if (!before.empty()) {
-            cell.number = before[static_cast<std::size_t>(c)];
+            cell.number = before[place++];
         }
     }
 }
