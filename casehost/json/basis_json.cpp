@@ -10,6 +10,19 @@ namespace {
 
 using Kind = BasisElement::Kind;
 
+struct Constant {
+    const char* name;
+    double CompoundData::*value;
+};
+constexpr Constant kConstants[] = {
+    {"molarMass", &CompoundData::molar_mass},
+    {"criticalTemperature_K", &CompoundData::critical_temperature_K},
+    {"criticalPressure_kPa", &CompoundData::critical_pressure_kPa},
+    {"acentricFactor", &CompoundData::acentric_factor},
+    {"normalBoilingPoint_K", &CompoundData::normal_boiling_point_K},
+    {"liquidMolarVolume", &CompoundData::liquid_molar_volume},
+};
+
 double NumberOrNull(Tree& tree, const JsonNode& node) {
     return node.kind == JsonNode::Kind::null ? kEmpty : NumberOf(tree, node);
 }
@@ -45,8 +58,7 @@ BasisElement ReadElement(Tree& tree, const JsonNode& node) {
     BasisElement element;
     Fields fields(tree, node);
     element.tag = fields.RequiredText("tag");
-    element.kind =
-        static_cast<Kind>(fields.Word("kind", kElementWords, static_cast<std::size_t>(Kind::text)));
+    element.kind = fields.OneOf("kind", kElementWords, Kind::text);
     switch (element.kind) {
         case Kind::group:
             element.elements = ReadAll(tree, fields.Array("elements"), ReadElement);
@@ -84,8 +96,7 @@ BasisElement ReadElement(Tree& tree, const JsonNode& node) {
 void WriteColumns(JsonText& text, const std::vector<BasisColumn>& columns) {
     WriteLine(text, "[]", columns, [&](const BasisColumn& column) {
         text.Raw("{");
-        text.Key("name");
-        text.Text(column.name);
+        text.Key("name", column.name);
         if (column.name == kObjectColumn) {
             text.Member("objects");
             WriteLine(text, "[]", column.objects,
@@ -99,27 +110,55 @@ void WriteColumns(JsonText& text, const std::vector<BasisColumn>& columns) {
 }
 
 void WriteElement(JsonText& text, const BasisElement& element, int depth) {
-    const auto member = [&](const char* name) { text.Member(name); };
     text.Raw("{");
-    text.Key("tag");
-    text.Text(element.tag);
-    member("kind");
-    text.Text(Word(kElementWords, element.kind));
-    if (element.kind == Kind::group) member("elements"), WriteBasis(text, element.elements, depth);
-    if (element.kind == Kind::table) member("columns"), WriteColumns(text, element.columns);
+    text.Key("tag", element.tag);
+    text.Member("kind", Word(kElementWords, element.kind));
+    if (element.kind == Kind::group) {
+        text.Member("elements"), WriteBasis(text, element.elements, depth);
+    }
+    if (element.kind == Kind::table) text.Member("columns"), WriteColumns(text, element.columns);
     if (element.kind == Kind::object)
-        member("object"), text.TextOrNull(element.text);
+        text.Member("object"), text.TextOrNull(element.text);
     else if (!element.text.empty())
-        member("text"), text.Text(element.text);
-    if (element.number != kEmpty) member("number"), text.Number(element.number);
-    if (!element.quantity.empty()) member("quantity"), text.Text(element.quantity);
-    if (element.state == VariableState::calculated) member("calculated"), text.Flag(true);
-    if (element.adjustable) member("adjustable"), text.Flag(true);
-    if (element.fixed) member("fixed"), text.Flag(true);
+        text.Member("text", element.text);
+    if (element.number != kEmpty) text.Member("number", element.number);
+    if (!element.quantity.empty()) text.Member("quantity", element.quantity);
+    if (element.state == VariableState::calculated) text.Member("calculated", true);
+    if (element.adjustable) text.Member("adjustable", true);
+    if (element.fixed) text.Member("fixed", true);
     text.Raw("}");
 }
 
 }  // namespace
+
+CompoundData ReadCompound(Tree& tree, const JsonNode& node) {
+    CompoundData compound;
+    Fields fields(tree, node);
+    compound.name = fields.RequiredText("name");
+    compound.formula = fields.Text("formula");
+    for (const Constant& each : kConstants) compound.*each.value = fields.Number(each.name);
+    compound.cp = ReadAll(tree, fields.Array("cp"), NumberOf);
+    if (const JsonNode* other = fields.Object("other")) {
+        for (const JsonNode* each = other->first; each; each = each->next) {
+            compound.other[*each->key] = TextOf(tree, *each);
+        }
+    }
+    fields.Done();
+    return compound;
+}
+
+void WriteCompound(JsonText& text, const CompoundData& compound) {
+    text.Raw("{");
+    text.Key("name", compound.name);
+    text.Member("formula", compound.formula);
+    for (const Constant& each : kConstants) text.Member(each.name, compound.*each.value);
+    text.Member("cp");
+    WriteLine(text, "[]", compound.cp, [&](double number) { text.Number(number); });
+    text.Member("other");
+    WriteLine(text, "{}", compound.other,
+              [&](const auto& each) { text.Key(each.first, each.second); });
+    text.Raw("}");
+}
 
 std::vector<BasisElement> ReadBasis(Tree& tree, const JsonNode& array) {
     return ReadAll(tree, &array, ReadElement);

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The elements of the basis in case files.
+// The basis in case files: its compounds and its elements.
 
 #include "json/json_text.h"
 #include "json/json_tree.h"
 
 namespace fixtop::casehost::json {
+
+CompoundData ReadCompound(Tree& tree, const JsonNode& node);
+void WriteCompound(JsonText& text, const CompoundData& compound);
 
 std::vector<BasisElement> ReadBasis(Tree& tree, const JsonNode& array);
 // An array, its elements at `depth` plus one.

@@ -5,7 +5,6 @@
 
 #include "casehost/units.h"
 #include "json/basis_json.h"
-#include "json/compound_json.h"
 #include "json/fields.h"
 #include "json/object_json.h"
 #include "json/reference_check.h"
@@ -99,23 +98,25 @@ class TopLevel {
     }
 
  private:
-    void Line(const char* name) {
+    // A member on a line of its own: its name, or the whole of it.
+    template <class... Value>
+    void Line(const char* name, const Value&... value) {
         text_.Line(1, first_);
-        text_.Key(name);
+        text_.Key(name, value...);
     }
 
     void Basics() {
-        Line("format"), text_.Text(json::kFormatName);
-        Line("version"), text_.Integer(json::kFormatVersion);
-        Line("name"), text_.Text(data_.name);
-        Line("title"), text_.Text(data_.title);
-        Line("source"), text_.Text(data_.source);
-        Line("recorded"), text_.Flag(data_.recorded);
-        Line("dynamic"), text_.Flag(data_.dynamic);
-        Line("online"), text_.Flag(data_.online);
-        Line("unitSet"), text_.Integer(data_.unit_set);
-        Line("solveTurns"), text_.Integer(data_.solve_turns);
-        Line("propertyPackage"), text_.Text(data_.property_package);
+        Line("format", json::kFormatName);
+        Line("version", json::kFormatVersion);
+        Line("name", data_.name);
+        Line("title", data_.title);
+        Line("source", data_.source);
+        Line("recorded", data_.recorded);
+        Line("dynamic", data_.dynamic);
+        Line("online", data_.online);
+        Line("unitSet", data_.unit_set);
+        Line("solveTurns", data_.solve_turns);
+        Line("propertyPackage", data_.property_package);
     }
 
     const CaseData& data_;

@@ -22,10 +22,6 @@ double NumberOf(Tree& tree, const JsonNode& node) {
     return Expect(tree, node, JsonNode::Kind::number, "a number") ? node.number : kEmpty;
 }
 
-std::vector<std::string> TextsOf(Tree& tree, const JsonNode* array) {
-    return ReadAll(tree, array, TextOf);
-}
-
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words) {
     if (!Expect(tree, node, JsonNode::Kind::text, "a text")) return 0;
     const auto found = std::find(words.begin(), words.end(), *node.text);
@@ -49,21 +45,6 @@ const JsonNode* Fields::Find(std::string_view name) {
     return found;
 }
 
-const JsonNode* Fields::Object(std::string_view name) {
-    const JsonNode* found = Find(name);
-    return found && Expect(tree_, *found, JsonNode::Kind::object, "an object") ? found : nullptr;
-}
-
-const JsonNode* Fields::Array(std::string_view name) {
-    const JsonNode* found = Find(name);
-    return found && Expect(tree_, *found, JsonNode::Kind::array, "an array") ? found : nullptr;
-}
-
-std::string Fields::Text(std::string_view name) {
-    const JsonNode* found = Find(name);
-    return found ? TextOf(tree_, *found) : std::string();
-}
-
 std::string Fields::RequiredText(std::string_view name) {
     const JsonNode* found = Find(name);
     if (!found) {
@@ -77,19 +58,16 @@ std::string Fields::RequiredText(std::string_view name) {
 }
 
 std::string Fields::Quantity(std::string_view name) {
-    const JsonNode* found = Find(name);
-    std::string text = found ? TextOf(tree_, *found) : std::string();
+    std::string text = Text(name);
     if (!text.empty() && !FindQuantity(text)) {
-        tree_.Report(*found, "no such quantity: " + Tree::Describe(*found));
+        tree_.Report(*asked_.back(), "no such quantity: " + Tree::Describe(*asked_.back()));
     }
     return text;
 }
 
 bool Fields::Flag(std::string_view name, bool otherwise) {
-    const JsonNode* found = Find(name);
-    if (!found || !Expect(tree_, *found, JsonNode::Kind::boolean, "true or false"))
-        return otherwise;
-    return found->flag;
+    const JsonNode* found = Find(name, JsonNode::Kind::boolean, "true or false");
+    return found ? found->flag : otherwise;
 }
 
 double Fields::Number(std::string_view name) {
@@ -98,8 +76,8 @@ double Fields::Number(std::string_view name) {
 }
 
 long Fields::Integer(std::string_view name, long otherwise, long minimum, long maximum) {
-    const JsonNode* found = Find(name);
-    if (!found || !Expect(tree_, *found, JsonNode::Kind::number, "a number")) return otherwise;
+    const JsonNode* found = Find(name, JsonNode::Kind::number, "a number");
+    if (!found) return otherwise;
     const double number = found->number;
     if (std::floor(number) == number && number >= static_cast<double>(minimum) &&
         number <= static_cast<double>(maximum)) {
@@ -108,12 +86,6 @@ long Fields::Integer(std::string_view name, long otherwise, long minimum, long m
     tree_.Report(*found, "expected a whole number from " + std::to_string(minimum) + " to " +
                              std::to_string(maximum));
     return otherwise;
-}
-
-std::size_t Fields::Word(std::string_view name, std::span<const std::string_view> words,
-                         std::size_t otherwise) {
-    const JsonNode* found = Find(name);
-    return found ? WordOf(tree_, *found, words) : otherwise;
 }
 
 void Fields::Done() {

@@ -14,7 +14,6 @@ bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* w
 // The empty text, the empty number and 0 when the node is of another kind.
 std::string TextOf(Tree& tree, const JsonNode& node);
 double NumberOf(Tree& tree, const JsonNode& node);
-std::vector<std::string> TextsOf(Tree& tree, const JsonNode* array);
 // Ordinal of one of the words.
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words);
 
@@ -37,10 +36,17 @@ class Fields {
 
     // Null when absent; so are members of a wrong kind, which are reported.
     const JsonNode* Find(std::string_view name);
-    const JsonNode* Object(std::string_view name);
-    const JsonNode* Array(std::string_view name);
+    const JsonNode* Object(std::string_view name) {
+        return Find(name, JsonNode::Kind::object, "an object");
+    }
+    const JsonNode* Array(std::string_view name) {
+        return Find(name, JsonNode::Kind::array, "an array");
+    }
 
-    std::string Text(std::string_view name);
+    std::string Text(std::string_view name) {
+        const JsonNode* found = Find(name);
+        return found ? TextOf(tree_, *found) : std::string();
+    }
     // Absent or empty is reported.
     std::string RequiredText(std::string_view name);
     // A text that names a quantity of units.h, or is empty.
@@ -50,13 +56,21 @@ class Fields {
     double Number(std::string_view name);
     long Integer(std::string_view name, long otherwise, long minimum = -1'000'000'000,
                  long maximum = 1'000'000'000);
-    std::size_t Word(std::string_view name, std::span<const std::string_view> words,
-                     std::size_t otherwise);
+    template <class Word>
+    Word OneOf(std::string_view name, std::span<const std::string_view> words, Word otherwise) {
+        const JsonNode* found = Find(name);
+        return found ? static_cast<Word>(WordOf(tree_, *found, words)) : otherwise;
+    }
 
     // Reports every member that nobody asked for.
     void Done();
 
  private:
+    const JsonNode* Find(std::string_view name, JsonNode::Kind kind, const char* what) {
+        const JsonNode* found = Find(name);
+        return found && Expect(tree_, *found, kind, what) ? found : nullptr;
+    }
+
     Tree& tree_;
     const JsonNode& node_;
     std::vector<const JsonNode*> asked_;

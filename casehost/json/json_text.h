@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace fixtop::casehost::json {
 
@@ -17,6 +18,25 @@ class JsonText {
     void Key(std::string_view name);
     // A further member on the same line.
     void Member(std::string_view name);
+    // The same with their value: a text, a number or a flag.
+    template <class Value>
+    void Key(std::string_view name, const Value& value) {
+        Key(name);
+        if constexpr (std::is_same_v<Value, bool>) {
+            Flag(value);
+        } else if constexpr (std::is_integral_v<Value>) {
+            Integer(static_cast<long>(value));
+        } else if constexpr (std::is_floating_point_v<Value>) {
+            Number(value);
+        } else {
+            Text(value);
+        }
+    }
+    template <class Value>
+    void Member(std::string_view name, const Value& value) {
+        Raw(", ");
+        Key(name, value);
+    }
     void Text(std::string_view text);
     // The empty text is null.
     void TextOrNull(std::string_view text);

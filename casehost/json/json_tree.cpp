@@ -221,21 +221,10 @@ std::string Tree::PathOf(const JsonNode& node) {
 }
 
 std::string Tree::Describe(const JsonNode& node) {
-    switch (node.kind) {
-        case JsonNode::Kind::null:
-            return "null";
-        case JsonNode::Kind::boolean:
-            return node.flag ? "true" : "false";
-        case JsonNode::Kind::number:
-            return "a number";
-        case JsonNode::Kind::text:
-            return "\"" + node.text->substr(0, 40) + "\"";
-        case JsonNode::Kind::array:
-            return "an array";
-        case JsonNode::Kind::object:
-            return "an object";
-    }
-    return "";
+    if (node.kind == JsonNode::Kind::text) return "\"" + node.text->substr(0, 40) + "\"";
+    if (node.kind == JsonNode::Kind::boolean) return node.flag ? "true" : "false";
+    constexpr const char* kWords[] = {"null", "", "a number", "", "an array", "an object"};
+    return kWords[static_cast<std::size_t>(node.kind)];
 }
 
 }  // namespace fixtop::casehost::json

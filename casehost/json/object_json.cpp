@@ -12,7 +12,7 @@ namespace {
 PortData ReadPort(Tree& tree, const JsonNode& node) {
     PortData port;
     Fields fields(tree, node);
-    port.role = static_cast<PortData::Role>(fields.Word("role", kRoleWords, 0));
+    port.role = fields.OneOf("role", kRoleWords, PortData::Role::feed);
     port.index = static_cast<int>(fields.Integer("index", 0, 0, 100'000));
     port.stream = fields.RequiredText("stream");
     fields.Done();
@@ -21,12 +21,9 @@ PortData ReadPort(Tree& tree, const JsonNode& node) {
 
 void WritePort(JsonText& text, const PortData& port) {
     text.Raw("{");
-    text.Key("role");
-    text.Text(Word(kRoleWords, port.role));
-    text.Member("index");
-    text.Integer(port.index);
-    text.Member("stream");
-    text.Text(port.stream);
+    text.Key("role", Word(kRoleWords, port.role));
+    text.Member("index", port.index);
+    text.Member("stream", port.stream);
     text.Raw("}");
 }
 
@@ -37,18 +34,14 @@ void WriteObject(JsonText& text, const ObjectData& object, ShapeNames& shapes, i
         text.Key(name);
     };
     text.Raw("{");
-    text.Key("name");
-    text.Text(object.name);
-    text.Member("type");
-    text.Text(object.type);
-    text.Member("shape");
-    text.Text(shapes.Of(object));
+    text.Key("name", object.name);
+    text.Member("type", object.type);
+    text.Member("shape", shapes.Of(object));
     if (object.status != ObjectStatus::ok || !object.status_text.empty()) {
-        text.Member("status");
-        text.Text(Word(kStatusWords, object.status));
-        if (!object.status_text.empty()) text.Member("statusText"), text.Text(object.status_text);
+        text.Member("status", Word(kStatusWords, object.status));
+        if (!object.status_text.empty()) text.Member("statusText", object.status_text);
     }
-    if (object.stale) text.Member("stale"), text.Flag(true);
+    if (object.stale) text.Member("stale", true);
     if (HasValues(object)) line("variables"), WriteVariables(text, object, depth + 1);
     if (!object.ports.empty()) {
         line("ports");
@@ -104,7 +97,7 @@ void ObjectReader::ReadObject(const JsonNode& node, ObjectData& object) {
     object.name = fields.RequiredText("name");
     object.type = fields.RequiredText("type");
     const Shape& shape = ShapeOf(fields.Find("shape"));
-    object.status = static_cast<ObjectStatus>(fields.Word("status", kStatusWords, 0));
+    object.status = fields.OneOf("status", kStatusWords, ObjectStatus::ok);
     object.status_text = fields.Text("statusText");
     object.stale = fields.Flag("stale", false);
     if (!ReadVariables(tree_, fields.Object("variables"), shape, object, room_)) {

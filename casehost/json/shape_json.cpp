@@ -16,8 +16,8 @@ DimensionData ReadDimension(Tree& tree, const JsonNode& node) {
     Fields fields(tree, node);
     dimension.low = static_cast<int>(fields.Integer("low", 0, -1'000'000, 1'000'000));
     dimension.count = static_cast<int>(fields.Integer("count", 0, 0, kMaxArrayElements));
-    dimension.naming = static_cast<ElementNaming>(fields.Word("naming", kNamingWords, 0));
-    dimension.labels = TextsOf(tree, fields.Array("labels"));
+    dimension.naming = fields.OneOf("naming", kNamingWords, ElementNaming::number);
+    dimension.labels = ReadAll(tree, fields.Array("labels"), TextOf);
     fields.Done();
     const bool named = dimension.naming != ElementNaming::number;
     if (dimension.labels.size() != (named ? static_cast<std::size_t>(dimension.count) : 0)) {
@@ -61,34 +61,28 @@ void WriteTexts(JsonText& text, const std::vector<std::string>& texts) {
 
 void WriteDimension(JsonText& text, const DimensionData& dimension) {
     text.Raw("{");
-    text.Key("low");
-    text.Integer(dimension.low);
-    text.Member("count");
-    text.Integer(dimension.count);
-    text.Member("naming");
-    text.Text(Word(kNamingWords, dimension.naming));
+    text.Key("low", dimension.low);
+    text.Member("count", dimension.count);
+    text.Member("naming", Word(kNamingWords, dimension.naming));
     if (!dimension.labels.empty()) text.Member("labels"), WriteTexts(text, dimension.labels);
     text.Raw("}");
 }
 
-void WriteDimensions(JsonText& text, const std::vector<DimensionData>& dimensions) {
-    WriteLine(text, "[]", dimensions,
-              [&](const DimensionData& each) { WriteDimension(text, each); });
-}
-
 void WriteSpec(JsonText& text, const VariableSpec& spec) {
-    const auto member = [&](const char* name) { text.Member(name); };
     text.Raw("{");
-    text.Key("kind");
-    text.Text(Word(kKindWords, spec.kind));
-    if (!spec.quantity.empty()) member("quantity"), text.Text(spec.quantity);
-    if (spec.number != 0) member("number"), text.Integer(spec.number);
-    if (spec.variable_type != 0) member("variableType"), text.Integer(spec.variable_type);
-    if (!spec.dimensions.empty()) member("dimensions"), WriteDimensions(text, spec.dimensions);
-    if (!spec.options.empty()) member("options"), WriteTexts(text, spec.options);
-    if (spec.minimum != kEmpty) member("minimum"), text.Number(spec.minimum);
-    if (spec.maximum != kEmpty) member("maximum"), text.Number(spec.maximum);
-    if (spec.flagged) member("flagged"), text.Flag(true);
+    text.Key("kind", Word(kKindWords, spec.kind));
+    if (!spec.quantity.empty()) text.Member("quantity", spec.quantity);
+    if (spec.number != 0) text.Member("number", spec.number);
+    if (spec.variable_type != 0) text.Member("variableType", spec.variable_type);
+    if (!spec.dimensions.empty()) {
+        text.Member("dimensions");
+        WriteLine(text, "[]", spec.dimensions,
+                  [&](const DimensionData& each) { WriteDimension(text, each); });
+    }
+    if (!spec.options.empty()) text.Member("options"), WriteTexts(text, spec.options);
+    if (spec.minimum != kEmpty) text.Member("minimum", spec.minimum);
+    if (spec.maximum != kEmpty) text.Member("maximum", spec.maximum);
+    if (spec.flagged) text.Member("flagged", true);
     text.Raw("}");
 }
 
@@ -98,13 +92,13 @@ SharedSpec ReadSpec(Tree& tree, const JsonNode& node, const std::string& name) {
     auto spec = std::make_shared<VariableSpec>();
     spec->name = name;
     Fields fields(tree, node);
-    spec->kind = static_cast<ValueKind>(fields.Word("kind", kKindWords, 1));
+    spec->kind = fields.OneOf("kind", kKindWords, ValueKind::real);
     if (spec->kind < ValueKind::real) spec->kind = ValueKind::real;
     spec->quantity = fields.Quantity("quantity");
     spec->number = static_cast<int>(fields.Integer("number", 0, 0, 9'999'999));
     spec->variable_type = static_cast<int>(fields.Integer("variableType", 0, 0, 9'999'999));
     spec->dimensions = ReadDimensions(tree, fields.Array("dimensions"));
-    spec->options = TextsOf(tree, fields.Array("options"));
+    spec->options = ReadAll(tree, fields.Array("options"), TextOf);
     spec->minimum = fields.Number("minimum");
     spec->maximum = fields.Number("maximum");
     spec->flagged = fields.Flag("flagged", false);

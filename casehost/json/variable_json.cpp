@@ -204,8 +204,7 @@ void WriteVariable(JsonText& text, const VariableData& variable) {
                   [&](const ValueData& value) { WriteValue(text, spec, value); });
     }
     if (const Quantity* quantity = FindQuantity(spec.quantity)) {
-        text.Member("unit");
-        text.Text(quantity->units[0].name);
+        text.Member("unit", quantity->units[0].name);
     }
     WriteStates(text, variable.values);
     text.Raw("}");
