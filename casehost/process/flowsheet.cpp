@@ -213,16 +213,12 @@ class Builder {
         StreamNode& target = sheet_.streams[to];
         UnitNode link;
         link.name = name;
-        link.feeds = {from};
-        link.products = {to};
-        const int index = static_cast<int>(sheet_.units.size());
         if (source.taker != kNone || target.maker != kNone) {
             link.problem = "stream " + source.name + " can't be joined to " + target.name;
-            link.feeds.clear();
-            link.products.clear();
         } else {
-            source.taker = index;
-            target.maker = index;
+            link.feeds = {from};
+            link.products = {to};
+            source.taker = target.maker = static_cast<int>(sheet_.units.size());
         }
         sheet_.units.push_back(std::move(link));
     }

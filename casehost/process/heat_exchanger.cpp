@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "process/heat_exchanger.h"
-
 #include "casehost/unit_op_names.h"
 #include "process/roots.h"
 #include "process/unit_inputs.h"

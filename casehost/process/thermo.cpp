@@ -18,6 +18,19 @@ double Sum(const Composition& z, auto&& term) {
     return sum;
 }
 
+// The sum of z (K-1) / (1 - v + v K) and its slope; `at` answers K of a compound and dK.
+std::pair<double, double> SumAndSlope(const Composition& z, double v, auto&& at) {
+    std::pair<double, double> result{0, 0};
+    for (std::size_t i = 0; i < z.size(); ++i) {
+        if (z[i] == 0) continue;
+        const auto [k, dk] = at(i);
+        double below = 1 - v + v * k;
+        result.first += z[i] * (k - 1) / below;
+        result.second += z[i] * dk / (below * below);
+    }
+    return result;
+}
+
 double EnthalpyIntegral(const std::vector<double>& cp, double temperature_K) {
     double value = 0;
     for (std::size_t k = cp.size(); k-- > 0;) {
@@ -137,10 +150,6 @@ double Thermo::HeatCapacity(std::size_t i, double temperature_K) const {
     return value;
 }
 
-double Thermo::HeatOfVaporisation(std::size_t i) const {
-    return constants_[i].latent_heat;
-}
-
 double Thermo::KValue(std::size_t i, double temperature_K, double pressure_kPa) const {
     const CompoundData& c = compounds_[i];
     return c.critical_pressure_kPa / pressure_kPa *
@@ -234,16 +243,10 @@ FlashState Thermo::FlashPV(const Composition& z, double pressure_kPa,
     CheckVapourFraction(vapour_fraction);
     const double v = vapour_fraction;
     auto residual = [&](double t) {
-        std::pair<double, double> result{0, 0};
-        for (std::size_t i = 0; i < z.size(); ++i) {
-            if (z[i] == 0) continue;
+        return SumAndSlope(z, v, [&](std::size_t i) {
             double k = KValue(i, t, pressure_kPa);
-            double below = 1 - v + v * k;
-            double dk_dt = k * constants_[i].latent_heat / (kGasConstant * t * t);
-            result.first += z[i] * (k - 1) / below;
-            result.second += z[i] * dk_dt / (below * below);
-        }
-        return result;
+            return std::pair(k, k * constants_[i].latent_heat / (kGasConstant * t * t));
+        });
     };
     if (!(residual(kHighestTemperature_K).first > 0) ||
         !(residual(kLowestTemperature_K).first < 0)) {
@@ -274,15 +277,10 @@ FlashState Thermo::FlashTV(const Composition& z, double temperature_K,
     std::vector<double> k_at_1 = KValues(temperature_K, 1.0);
     // In the logarithm of 1/P the residual rises as it does with the temperature.
     auto residual = [&](double log_inverse) {
-        std::pair<double, double> result{0, 0};
-        for (std::size_t i = 0; i < z.size(); ++i) {
-            if (z[i] == 0) continue;
+        return SumAndSlope(z, v, [&](std::size_t i) {
             double k = k_at_1[i] * std::exp(log_inverse);
-            double below = 1 - v + v * k;
-            result.first += z[i] * (k - 1) / below;
-            result.second += z[i] * k / (below * below);
-        }
-        return result;
+            return std::pair(k, k);
+        });
     };
     double pressure = bubble;
     if (v == 1) pressure = dew;
@@ -293,30 +291,12 @@ FlashState Thermo::FlashTV(const Composition& z, double temperature_K,
     return AtSplit(z, temperature_K, pressure, {v, 1 - v}, KValues(temperature_K, pressure));
 }
 
-double Thermo::BubbleTemperature_K(const Composition& z, double pressure_kPa) const {
-    return FlashPV(z, pressure_kPa, 0).temperature_K;
-}
-
-double Thermo::DewTemperature_K(const Composition& z, double pressure_kPa) const {
-    return FlashPV(z, pressure_kPa, 1).temperature_K;
-}
-
 double Thermo::BubblePressure(const Composition& z, double temperature_K) const {
     return Sum(z, [&](std::size_t i) { return KValue(i, temperature_K, 1.0); });
 }
 
 double Thermo::DewPressure(const Composition& z, double temperature_K) const {
     return 1 / Sum(z, [&](std::size_t i) { return 1 / KValue(i, temperature_K, 1.0); });
-}
-
-FlashState Thermo::FlashPH(const Composition& z, double pressure_kPa, double molar_enthalpy,
-                           double guess_K) const {
-    return FlashByEnergy(z, pressure_kPa, molar_enthalpy, guess_K, &FlashState::molar_enthalpy);
-}
-
-FlashState Thermo::FlashPS(const Composition& z, double pressure_kPa, double molar_entropy,
-                           double guess_K) const {
-    return FlashByEnergy(z, pressure_kPa, molar_entropy, guess_K, &FlashState::molar_entropy);
 }
 
 namespace {
@@ -326,14 +306,9 @@ struct Trial {
     double excess;  // property minus target
 };
 
-struct TrialBracket {
-    Trial low;
-    Trial high;
-};
-
 // Widens from the guess towards the target. Cp polynomials turn over far outside their range, so
 // the nearest sign change is the right one and the search doesn't start at the ends of the scale.
-TrialBracket FindBracket(double guess_K, auto&& at, const char* what) {
+std::pair<Trial, Trial> FindBracket(double guess_K, auto&& at, const char* what) {
     Trial first =
         at(std::clamp(guess_K, 1.05 * kLowestTemperature_K, 0.95 * kHighestTemperature_K));
     Trial last = first;

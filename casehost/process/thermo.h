@@ -78,7 +78,7 @@ class Thermo {
     double GasEnthalpy(std::size_t i, double temperature_K) const;
     double GasEntropy(std::size_t i, double temperature_K) const;  // at 101.325 kPa
     double HeatCapacity(std::size_t i, double temperature_K) const;
-    double HeatOfVaporisation(std::size_t i) const;
+    double HeatOfVaporisation(std::size_t i) const { return constants_[i].latent_heat; }
     double KValue(std::size_t i, double temperature_K, double pressure_kPa) const;
     std::vector<double> KValues(double temperature_K, double pressure_kPa) const;
 
@@ -99,12 +99,14 @@ class Thermo {
     // starts. A pure compound between its two phases is found too: the temperature is the
     // saturation temperature and the target sets the vapour fraction.
     FlashState FlashPH(const Composition& z, double pressure_kPa, double molar_enthalpy,
-                       double guess_K) const;
+                       double guess_K) const {
+        return FlashByEnergy(z, pressure_kPa, molar_enthalpy, guess_K, &FlashState::molar_enthalpy);
+    }
     FlashState FlashPS(const Composition& z, double pressure_kPa, double molar_entropy,
-                       double guess_K) const;
+                       double guess_K) const {
+        return FlashByEnergy(z, pressure_kPa, molar_entropy, guess_K, &FlashState::molar_entropy);
+    }
 
-    double BubbleTemperature_K(const Composition& z, double pressure_kPa) const;
-    double DewTemperature_K(const Composition& z, double pressure_kPa) const;
     double BubblePressure(const Composition& z, double temperature_K) const;
     double DewPressure(const Composition& z, double temperature_K) const;
 

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "casehost/unit_op_names.h"
-#include "process/heat_exchanger.h"
 #include "process/roots.h"
 #include "process/unit_inputs.h"
 
@@ -16,11 +15,19 @@ namespace cn = casehost::names;
 constexpr PressureNames kSinglePressure{cn::kPressureDrop, cn::kProductPressure};
 
 // What every one-in one-out operation reports.
-void AddChanges(UnitOutput& output, const MaterialState& feed, const MaterialState& product) {
+void AddChanges(UnitOutput& output, const MaterialState& feed) {
+    const MaterialState& product = output.products[0];
     output.results[cn::kPressureDrop] = {feed.Pressure() - product.Pressure()};
     output.results[cn::kProductPressure] = {product.Pressure()};
     output.results[cn::kProductTemperature] = {product.Temperature_C()};
     output.results[names::kDeltaT] = {product.Temperature_C() - feed.Temperature_C()};
+}
+
+void CheckRise(double feed_kPa, double product_kPa, double sign) {
+    if (sign * (product_kPa - feed_kPa) >= 0) return;
+    throw ProcessError("product pressure " + FormatNumber(product_kPa) + " kPa is " +
+                       (sign > 0 ? "below" : "above") + " feed pressure " + FormatNumber(feed_kPa) +
+                       " kPa");
 }
 
 UnitOutput SolveMixer(const Thermo& thermo, const UnitInput& input) {
@@ -72,30 +79,33 @@ UnitOutput SolveTee(const Thermo&, const UnitInput& input) {
 UnitOutput SolveValve(const Thermo& thermo, const UnitInput& input) {
     const MaterialState& feed = input.feeds[0];
     double pressure_kPa = ProductPressure(input, feed.Pressure(), 0, kSinglePressure);
-    if (pressure_kPa > feed.Pressure()) {
-        throw ProcessError("product pressure " + FormatNumber(pressure_kPa) +
-                           " kPa is above feed pressure " + FormatNumber(feed.Pressure()) + " kPa");
-    }
+    CheckRise(feed.Pressure(), pressure_kPa, -1);
     UnitOutput output;
     output.products = {AtEnthalpy(thermo, feed, pressure_kPa, feed.flash.molar_enthalpy)};
-    AddChanges(output, feed, output.products[0]);
+    AddChanges(output, feed);
     return output;
 }
 
-// Duty as the user counts it: `sign` is -1 where it counts what leaves the unit.
-std::vector<Choice> DutyChoices(const UnitInput& input, double sign) {
+// Duty as the user counts it: `sign` is -1 where it counts what leaves the unit. Others follow.
+std::vector<Choice> DutyChoices(const UnitInput& input, double sign,
+                                std::initializer_list<Choice> others) {
     double energy = input.energy == kEmpty ? kEmpty : sign * input.energy;
-    return {{"duty", Given(input, cn::kDuty)}, {"heat flow of the energy stream", energy}};
+    std::vector<Choice> choices = {{"duty", Given(input, cn::kDuty)},
+                                   {"heat flow of the energy stream", energy}};
+    choices.insert(choices.end(), others);
+    return choices;
 }
 
 template <int sign>
 UnitOutput SolveHeating(const Thermo& thermo, const UnitInput& input) {
     const MaterialState& feed = input.feeds[0];
     double pressure_kPa = ProductPressure(input, feed.Pressure(), 0, kSinglePressure);
-    std::vector<Choice> choices = DutyChoices(input, sign);
-    choices.push_back({"product temperature", Given(input, cn::kProductTemperature)});
-    choices.push_back({"temperature of the product stream", input.products[0].temperature_C});
-    choices.push_back({"vapour fraction of the product stream", input.products[0].vapour_fraction});
+    const ProductGiven& stream = input.products[0];
+    const std::vector<Choice> choices =
+        DutyChoices(input, sign,
+                    {{"product temperature", Given(input, cn::kProductTemperature)},
+                     {"temperature of the product stream", stream.temperature_C},
+                     {"vapour fraction of the product stream", stream.vapour_fraction}});
     std::size_t chosen = OneOf(choices, "product temperature or duty");
     const double value = choices[chosen].value;
 
@@ -112,8 +122,8 @@ UnitOutput SolveHeating(const Thermo& thermo, const UnitInput& input) {
     output.energy = product.HeatFlow() - feed.HeatFlow();
     output.results[cn::kDuty] = {sign * output.energy};
     if (sign * output.energy < 0) output.warning = sign > 0 ? "duty cools" : "duty heats";
-    AddChanges(output, feed, product);
     output.products = {std::move(product)};
+    AddChanges(output, feed);
     return output;
 }
 
@@ -132,14 +142,7 @@ void FinishShaft(UnitOutput& output, const UnitInput& input, double sign) {
     output.energy = output.products[0].HeatFlow() - feed.HeatFlow();
     output.results[cn::kDuty] = {sign * output.energy};
     output.results[cn::kAdiabaticEfficiency] = {Given(input, cn::kAdiabaticEfficiency)};
-    AddChanges(output, feed, output.products[0]);
-}
-
-void CheckRise(double feed_kPa, double product_kPa, double sign) {
-    if (sign * (product_kPa - feed_kPa) >= 0) return;
-    throw ProcessError("product pressure " + FormatNumber(product_kPa) + " kPa is " +
-                       (sign > 0 ? "below" : "above") + " feed pressure " + FormatNumber(feed_kPa) +
-                       " kPa");
+    AddChanges(output, feed);
 }
 
 UnitOutput SolvePump(const Thermo& thermo, const UnitInput& input) {
@@ -187,30 +190,27 @@ template <int sign>
 UnitOutput SolveGasMachine(const Thermo& thermo, const UnitInput& input) {
     const MaterialState& feed = input.feeds[0];
     const double factor = std::pow(Efficiency(input), -sign);  // real change over ideal change
-    std::vector<Choice> power = DutyChoices(input, sign);
-    const bool by_power = power[0].value != kEmpty || power[1].value != kEmpty;
-    UnitOutput output;
-    if (by_power) {
-        for (double pressure : {Given(input, cn::kPressureDrop), Given(input, cn::kProductPressure),
-                                input.products[0].pressure_kPa}) {
-            power.push_back({"product pressure", pressure});
-        }
+    const std::vector<Choice> power =
+        DutyChoices(input, sign,
+                    {{"product pressure", Given(input, cn::kPressureDrop)},
+                     {"product pressure", Given(input, cn::kProductPressure)},
+                     {"product pressure", input.products[0].pressure_kPa}});
+    double change = 0, pressure_kPa = 0;
+    if (power[0].value != kEmpty || power[1].value != kEmpty) {
         double work = power[OneOf(power, "duty")].value;
         if (work < 0) throw ProcessError("duty " + FormatNumber(work) + " kJ/h is below zero");
-        double change = MolarChange(sign * work, feed.molar_flow);
-        double pressure_kPa =
+        change = MolarChange(sign * work, feed.molar_flow);
+        pressure_kPa =
             change == 0 ? feed.Pressure() : IsentropicPressure(thermo, feed, change / factor);
-        output.products = {
-            AtEnthalpy(thermo, feed, pressure_kPa, feed.flash.molar_enthalpy + change)};
     } else {
-        double pressure_kPa = ProductPressure(input, feed.Pressure(), 0, kSinglePressure);
+        pressure_kPa = ProductPressure(input, feed.Pressure(), 0, kSinglePressure);
         CheckRise(feed.Pressure(), pressure_kPa, sign);
         FlashState ideal = thermo.FlashPS(feed.composition, pressure_kPa, feed.flash.molar_entropy,
                                           feed.flash.temperature_K);
-        double change = factor * (ideal.molar_enthalpy - feed.flash.molar_enthalpy);
-        output.products = {
-            AtEnthalpy(thermo, feed, pressure_kPa, feed.flash.molar_enthalpy + change)};
+        change = factor * (ideal.molar_enthalpy - feed.flash.molar_enthalpy);
     }
+    UnitOutput output;
+    output.products = {AtEnthalpy(thermo, feed, pressure_kPa, feed.flash.molar_enthalpy + change)};
     if (sign > 0 && feed.flash.split.liquid > 0) output.warning = "the feed holds liquid";
     FinishShaft(output, input, sign);
     return output;
@@ -234,13 +234,8 @@ MaterialState PhaseStream(const Thermo& thermo, const MaterialState& whole, bool
     }
     phase.flash.temperature_K = flash.temperature_K;
     phase.flash.pressure_kPa = flash.pressure_kPa;
-    if (vapour) {
-        phase.flash.split = {1, 0};
-        phase.flash.vapour = phase.composition;
-    } else {
-        phase.flash.split = {0, 1};
-        phase.flash.liquid = phase.composition;
-    }
+    phase.flash.split = vapour ? PhaseSplit{1, 0} : PhaseSplit{0, 1};
+    (vapour ? phase.flash.vapour : phase.flash.liquid) = phase.composition;
     thermo.FillEnergies(phase.flash);
     return phase;
 }
@@ -256,9 +251,10 @@ UnitOutput SolveSeparator(const Thermo& thermo, const UnitInput& input) {
     double feed_heat = 0;
     for (const MaterialState& feed : input.feeds) feed_heat += feed.HeatFlow();
 
-    std::vector<Choice> choices = DutyChoices(input, 1);
-    choices.push_back({"product temperature", Given(input, cn::kProductTemperature)});
-    choices.push_back({"temperature of the vapour", input.products[0].temperature_C});
+    const std::vector<Choice> choices =
+        DutyChoices(input, 1,
+                    {{"product temperature", Given(input, cn::kProductTemperature)},
+                     {"temperature of the vapour", input.products[0].temperature_C}});
     bool heated = std::any_of(choices.begin(), choices.end(),
                               [](const Choice& c) { return c.value != kEmpty; });
     MaterialState whole = Combine(thermo, input.feeds, pressure_kPa);

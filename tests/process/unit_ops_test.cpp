@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "process/heat_exchanger.h"
 #include "process/sample_process.h"
 
 namespace fixtop::casehost::process::testing {
