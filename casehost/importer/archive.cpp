@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "archive.h"
-
 #include <zip.h>
 
 #include <array>
 
-#include "reading.h"
+#include "readers.h"
 
 namespace fixtop::casehost::importer {
 

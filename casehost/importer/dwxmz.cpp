@@ -4,7 +4,6 @@
 #include <iterator>
 #include <new>
 
-#include "archive.h"
 #include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"

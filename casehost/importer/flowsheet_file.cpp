@@ -52,11 +52,13 @@ std::string TagOf(Reading& reading, XmlNode node, const std::string& id, XmlNode
     return tag;
 }
 
-class ObjectList {
- public:
-    ObjectList(Reading& reading, FlowsheetFile& file) : reading_(reading), file_(file) {}
+constexpr int kMostPorts = 100'000;  // of one kind and direction at one unit operation
 
-    void Add(XmlNode node, const GraphicsById& graphics) {
+class FileReader {
+ public:
+    FileReader(Reading& reading, FlowsheetFile& file) : reading_(reading), file_(file) {}
+
+    void ReadObject(XmlNode node, const GraphicsById& graphics) {
         FileObject object;
         object.node = node;
         object.id = node.Child("Name").Text();
@@ -79,20 +81,8 @@ class ObjectList {
         file_.objects.push_back(std::move(object));
     }
 
- private:
-    Reading& reading_;
-    FlowsheetFile& file_;
-    std::unordered_set<std::string> tags_;
-};
-
-constexpr int kMostPorts = 100'000;  // of one kind and direction at one unit operation
-
-// The outlets of all drawn objects, which tell every connection of the file once.
-class EdgeReader {
- public:
-    EdgeReader(Reading& reading, FlowsheetFile& file) : reading_(reading), file_(file) {}
-
-    void Read(XmlNode graphic) {
+    // The outlets of a drawn object; those of all tell every connection of the file once.
+    void ReadOutlets(XmlNode graphic) {
         const std::string owner(graphic.Child("Name").Text());
         int port = -1;
         for (XmlNode connector : Children(graphic.Child("OutputConnectors"))) {
@@ -158,6 +148,7 @@ class EdgeReader {
 
     Reading& reading_;
     FlowsheetFile& file_;
+    std::unordered_set<std::string> tags_;
     std::map<std::tuple<int, bool, bool, int>, int> ports_;
 };
 
@@ -172,13 +163,12 @@ FlowsheetFile ReadObjects(Reading& reading, XmlNode root) {
     FlowsheetFile file;
     const XmlNode drawing = Required(reading, root, "GraphicObjects");
     const GraphicsById graphics = IndexGraphics(reading, drawing);
-    ObjectList list(reading, file);
+    FileReader reader(reading, file);
     for (XmlNode node : Children(Required(reading, root, "SimulationObjects"))) {
-        list.Add(node, graphics);
+        reader.ReadObject(node, graphics);
     }
     if (reading.problems.Failed()) return file;
-    EdgeReader edges(reading, file);
-    for (XmlNode graphic : Children(drawing)) edges.Read(graphic);
+    for (XmlNode graphic : Children(drawing)) reader.ReadOutlets(graphic);
     return file;
 }
 

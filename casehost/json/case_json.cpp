@@ -7,7 +7,6 @@
 #include "json/basis_json.h"
 #include "json/fields.h"
 #include "json/object_json.h"
-#include "json/reference_check.h"
 #include "json/words.h"
 
 namespace fixtop::casehost {
@@ -17,19 +16,8 @@ namespace {
 using json::Fields;
 using json::JsonNode;
 using json::JsonText;
+using json::kObjectLists;
 using json::Tree;
-
-// The lists of objects beside the flowsheet.
-struct ObjectList {
-    const char* name;
-    std::vector<ObjectData> CaseData::*objects;
-};
-constexpr ObjectList kLists[] = {
-    {"utilities", &CaseData::utilities},
-    {"dataTables", &CaseData::data_tables},
-    {"reactions", &CaseData::reactions},
-    {"published", &CaseData::published},
-};
 
 bool IsCaseFile(Tree& tree, Fields& fields, const JsonNode& root) {
     const std::string format = fields.Text("format");
@@ -63,7 +51,7 @@ std::unique_ptr<CaseData> ReadCase(Tree& tree, const JsonNode& root) {
     if (const JsonNode* node = fields.Object("shapes")) shapes = json::ReadShapes(tree, *node);
     json::ObjectReader objects(tree, shapes);
     if (const JsonNode* node = fields.Object("flowsheet")) objects.ReadFlowsheet(*node, data->main);
-    for (const ObjectList& list : kLists) {
+    for (const auto& list : kObjectLists) {
         objects.Read(fields.Array(list.name), (*data).*list.objects);
     }
     fields.Done();
@@ -77,7 +65,7 @@ class TopLevel {
 
     std::string Write() {
         shapes_.Collect(data_.main.objects);
-        for (const ObjectList& list : kLists) shapes_.Collect(data_.*list.objects);
+        for (const auto& list : kObjectLists) shapes_.Collect(data_.*list.objects);
         text_.Raw("{");
         Basics();
         Line("compounds");
@@ -89,7 +77,7 @@ class TopLevel {
         json::WriteShapes(text_, shapes_, 1);
         Line("flowsheet");
         json::WriteFlowsheet(text_, data_.main, shapes_, 1);
-        for (const ObjectList& list : kLists) {
+        for (const auto& list : kObjectLists) {
             Line(list.name);
             json::WriteObjects(text_, data_.*list.objects, shapes_, 1);
         }

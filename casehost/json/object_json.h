@@ -8,6 +8,18 @@
 
 namespace fixtop::casehost::json {
 
+// The lists of objects beside the flowsheet.
+struct ObjectList {
+    const char* name;
+    std::vector<ObjectData> CaseData::*objects;
+};
+inline constexpr ObjectList kObjectLists[] = {
+    {"utilities", &CaseData::utilities},
+    {"dataTables", &CaseData::data_tables},
+    {"reactions", &CaseData::reactions},
+    {"published", &CaseData::published},
+};
+
 // Reads lists of objects; counts all objects that come through it against kMaxCaseObjects, and
 // their values against kMaxCaseValues.
 class ObjectReader {
@@ -35,5 +47,9 @@ void WriteObjects(JsonText& text, const std::vector<ObjectData>& objects, ShapeN
                   int depth);
 // An object at `depth`.
 void WriteFlowsheet(JsonText& text, const FlowsheetData& flowsheet, ShapeNames& shapes, int depth);
+
+// Checks that ports and attachments of a case that was read name objects of the case, and that a
+// unit operation has each port once. Problems stand at the JSON nodes that `data` was read from.
+void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data);
 
 }  // namespace fixtop::casehost::json

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "json/reference_check.h"
+#include "json/object_json.h"
 
 #include <unordered_map>
 
@@ -11,12 +11,12 @@ namespace fixtop::casehost::json {
 
 namespace {
 
-using ObjectList = std::vector<ObjectData>;
+using Objects = std::vector<ObjectData>;
 
 // Case data as a world of path, with an index by name for each list.
 class DataWorld {
  public:
-    using List = const ObjectList*;
+    using List = const Objects*;
     using Item = const ObjectData*;
 
     explicit DataWorld(const CaseData& data) : data_(data) {}
@@ -52,14 +52,13 @@ class Checker {
     Checker(Tree& tree, const CaseData& data) : tree_(tree), world_(data) {}
 
     // `scope` is the flowsheet from which the objects of `objects` look.
-    void Check(const JsonNode* nodes, const ObjectList& objects, const ObjectList* scope,
-               bool ports) {
+    void Check(const JsonNode* nodes, const Objects& objects, const Objects* scope, bool ports) {
         const JsonNode* node = nodes ? nodes->first : nullptr;
         for (std::size_t i = 0; i < objects.size() && node; ++i, node = node->next) {
             CheckAttachments(*node, objects[i], scope);
             CheckPorts(*node, objects[i], ports ? scope : nullptr);
             if (!objects[i].sub_flowsheet) continue;
-            const ObjectList& inner = objects[i].sub_flowsheet->objects;
+            const Objects& inner = objects[i].sub_flowsheet->objects;
             Check(node->Find("flowsheet")->Find("objects"), inner, &inner, true);
         }
     }
@@ -76,7 +75,7 @@ class Checker {
     }
 
  private:
-    void CheckAttachments(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
+    void CheckAttachments(const JsonNode& node, const ObjectData& object, const Objects* scope) {
         const JsonNode* members = node.Find("variables");
         for (const VariableData& variable : object.variables) {
             if (variable.spec->kind != ValueKind::attachment) continue;
@@ -90,7 +89,7 @@ class Checker {
         }
     }
 
-    void CheckPorts(const JsonNode& node, const ObjectData& object, const ObjectList* scope) {
+    void CheckPorts(const JsonNode& node, const ObjectData& object, const Objects* scope) {
         const JsonNode* members = node.Find("ports");
         const JsonNode* member = members ? members->first : nullptr;
         if (!member) return;
@@ -108,7 +107,7 @@ class Checker {
         }
     }
 
-    void CheckStream(const JsonNode& node, const PortData& port, const ObjectList* scope) {
+    void CheckStream(const JsonNode& node, const PortData& port, const Objects* scope) {
         const ObjectData* stream = scope ? world_.Find(scope, port.stream) : nullptr;
         const ObjectType* type = stream ? types::Find(stream->type) : nullptr;
         if (type && type->IsA(&types::kStream)) return;
@@ -123,14 +122,13 @@ class Checker {
 
 void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data) {
     Checker checker(tree, data);
-    const ObjectList* main = &data.main.objects;
+    const Objects* main = &data.main.objects;
     const JsonNode* flowsheet = root.Find("flowsheet");
     checker.Check(flowsheet ? flowsheet->Find("objects") : nullptr, data.main.objects, main, true);
     checker.CheckBasis(root.Find("basis"), data.basis);
-    checker.Check(root.Find("utilities"), data.utilities, main, false);
-    checker.Check(root.Find("dataTables"), data.data_tables, main, false);
-    checker.Check(root.Find("reactions"), data.reactions, main, false);
-    checker.Check(root.Find("published"), data.published, main, false);
+    for (const ObjectList& list : kObjectLists) {
+        checker.Check(root.Find(list.name), data.*list.objects, main, false);
+    }
 }
 
 }  // namespace fixtop::casehost::json

@@ -6,30 +6,20 @@
 
 namespace fixtop::casehost {
 
-namespace {
-
-constexpr char kMainName[] = "Main";
-constexpr char kSolverName[] = "Solver";
-constexpr char kBasisName[] = "Basis";
-constexpr char kManagerName[] = "Online";
-
-}  // namespace
-
 Case::Case(const CaseData& data, std::shared_ptr<StoreWatch> watch)
     : NodeOf(context_, nullptr, &types::kCase, data.name),
       watch_(std::move(watch)),
       context_{this, watch_.get(), data.recorded},
       basics_(data),
       document_(host::Text(data.name), host::Text()) {
-    main_ = std::make_unique<FlowsheetNode>(context_, this, &types::kFlowSheet, kMainName);
-    solver_ = std::make_unique<SolverNode>(context_, main_.get(), &types::kSolver, kSolverName);
-    basis_ = std::make_unique<BasisNode>(context_, this, &types::kBasis, kBasisName);
+    main_ = std::make_unique<FlowsheetNode>(context_, this, &types::kFlowSheet, "Main");
+    solver_ = std::make_unique<SolverNode>(context_, main_.get(), &types::kSolver, "Solver");
+    basis_ = std::make_unique<BasisNode>(context_, this, &types::kBasis, "Basis");
     sections_ = {{&utilities_, this, TypeFamily::utility, &CaseData::utilities},
                  {&data_tables_, this, TypeFamily::data_table, &CaseData::data_tables},
                  {&basis_->Nodes(), basis_.get(), TypeFamily::reaction, &CaseData::reactions}};
     if (data.online) {
-        manager_ =
-            std::make_unique<ManagerNode>(context_, this, &types::kOnlineManager, kManagerName);
+        manager_ = std::make_unique<ManagerNode>(context_, this, &types::kOnlineManager, "Online");
         sections_.push_back(
             {&manager_->Nodes(), manager_.get(), TypeFamily::published, &CaseData::published});
     }

@@ -18,13 +18,8 @@ Slots& AllSlots() {
     return *slots;
 }
 
-std::uint64_t g_revision = 1;
-
 std::uint32_t SlotOf(std::uint64_t identity) {
     return static_cast<std::uint32_t>(identity);
-}
-std::uint32_t UseOf(std::uint64_t identity) {
-    return static_cast<std::uint32_t>(identity >> 32);
 }
 
 }  // namespace
@@ -51,15 +46,7 @@ void Identities::TakeBack(std::uint64_t identity) {
 bool Identities::Lives(std::uint64_t identity) {
     const Slots& slots = AllSlots();
     const std::uint32_t slot = SlotOf(identity);
-    return slot < slots.uses.size() && slots.uses[slot] == UseOf(identity);
-}
-
-void Identities::Changed() {
-    ++g_revision;
-}
-
-const std::uint64_t* Identities::Revision() {
-    return &g_revision;
+    return slot < slots.uses.size() && slots.uses[slot] == identity >> 32;
 }
 
 }  // namespace fixtop::casehost

@@ -18,8 +18,11 @@ class Identities {
     static bool Lives(std::uint64_t identity);
 
     // To be called after each change of the structure.
-    static void Changed();
-    static const std::uint64_t* Revision();
+    static void Changed() { ++revision_; }
+    static const std::uint64_t* Revision() { return &revision_; }
+
+ private:
+    inline static std::uint64_t revision_ = 1;
 };
 
 // The number of one object, from its making to its end.

@@ -72,21 +72,9 @@ Node* FlowsheetNode::Follow(std::string_view& rest) {
     return nullptr;
 }
 
-Node* TemplateNode::Follow(std::string_view& rest) {
-    return Skip(rest, step::kFlowSheet) ? inner_.get() : nullptr;
-}
-
-const Row* PublishedNode::ValueRow() const {
-    return GetShape() ? GetShape()->ByName("Value") : nullptr;
-}
-
 double PublishedNode::GetValue() {
     const Row* row = ValueRow();
     return row ? ReadReal(row->description) : host::kEmptyReal;
-}
-
-void PublishedNode::SetValue(double value) {
-    if (const Row* row = ValueRow()) StoreReal(row->description, value);
 }
 
 // The name alone is told, so it must not stand for another quantity: 50 in % are no fraction of 50.
@@ -129,10 +117,6 @@ BasisNode::BasisNode(CaseContext& context, Node* owner, const ObjectType* type, 
 
 BasisNode::~BasisNode() = default;
 
-host::ReactionPackageManager* BasisNode::ReactionPackages() {
-    return reactions_.Size() == 0 ? nullptr : this;
-}
-
 host::Reaction* BasisNode::RxnNumber(int number) {
     if (number < 0 || number >= ReactionCount()) return nullptr;
     return reactions_.At(static_cast<std::size_t>(number)).View();
@@ -143,10 +127,6 @@ host::CSpecSource* BasisNode::SpecSource() {
         spec_source_ = std::make_unique<BasisSpecSource>(OwnerCase().Basics(), *tree_);
     }
     return spec_source_.get();
-}
-
-Node* BasisNode::Follow(std::string_view& rest) {
-    return Skip(rest, step::kReaction) ? reactions_.FollowName(rest) : nullptr;
 }
 
 }  // namespace fixtop::casehost

@@ -9,6 +9,27 @@
 
 namespace fixtop::casehost {
 
+// Moves `rest` behind `prefix` when it begins with it.
+inline bool Skip(std::string_view& rest, std::string_view prefix) {
+    if (rest.substr(0, prefix.size()) != prefix) return false;
+    rest.remove_prefix(prefix.size());
+    return true;
+}
+
+// The steps of monikers. Names follow them in parentheses; without these they are understood too.
+namespace step {
+inline constexpr char kFlowSheet[] = "FlowSht.1";
+inline constexpr char kSolver[] = "Solver.400";
+inline constexpr char kStream[] = "StreamObject.400";
+inline constexpr char kUnitOp[] = "UnitOpObject.400";
+inline constexpr char kUtility[] = "Utility.300";
+inline constexpr char kDataTable[] = "ProcessDataTable.300";
+inline constexpr char kBasis[] = "FluidPkgMgr.300";
+inline constexpr char kReaction[] = "RxnPackageManager.300/Rxn.300";
+inline constexpr char kManager[] = "OnlineConnectivityMgr.500";
+inline constexpr char kPublished[] = "RTIVariable.500";
+}  // namespace step
+
 using PlainNode = NodeOf<host::Viewable>;
 
 // A stream whose composition can be edited. A fraction that is stored outside of Begin and End is
@@ -67,7 +88,9 @@ class TemplateNode final : public NodeOf<host::Viewable> {
     void SetInner(std::unique_ptr<FlowsheetNode> inner) { inner_ = std::move(inner); }
 
  protected:
-    Node* Follow(std::string_view& rest) override;
+    Node* Follow(std::string_view& rest) override {
+        return Skip(rest, step::kFlowSheet) ? inner_.get() : nullptr;
+    }
 
  private:
     std::unique_ptr<FlowsheetNode> inner_;
@@ -78,11 +101,13 @@ class PublishedNode final : public NodeOf<host::RTIVariable> {
     using NodeOf::NodeOf;
 
     double GetValue() override;
-    void SetValue(double value) override;
+    void SetValue(double value) override {
+        if (const Row* row = ValueRow()) StoreReal(row->description, value);
+    }
     host::Text UnitText() override;
 
  private:
-    const Row* ValueRow() const;
+    const Row* ValueRow() const { return GetShape() ? GetShape()->ByName("Value") : nullptr; }
 };
 
 class ManagerNode final : public NodeOf<host::COnlineConnectivityManager> {
@@ -112,7 +137,9 @@ class BasisNode final : public NodeOf<host::BasisManager>, public host::Reaction
     BasisNode(CaseContext& context, Node* owner, const ObjectType* type, std::string name);
     ~BasisNode() override;
 
-    host::ReactionPackageManager* ReactionPackages() override;
+    host::ReactionPackageManager* ReactionPackages() override {
+        return reactions_.Size() == 0 ? nullptr : this;
+    }
     int ReactionCount() override { return static_cast<int>(reactions_.Size()); }
     host::Reaction* RxnNumber(int number) override;
     host::CSpecSource* SpecSource() override;
@@ -122,33 +149,14 @@ class BasisNode final : public NodeOf<host::BasisManager>, public host::Reaction
     }
 
  protected:
-    Node* Follow(std::string_view& rest) override;
+    Node* Follow(std::string_view& rest) override {
+        return Skip(rest, step::kReaction) ? reactions_.FollowName(rest) : nullptr;
+    }
 
  private:
     NodeList reactions_;
     std::unique_ptr<BasisTree> tree_;
     std::unique_ptr<class BasisSpecSource> spec_source_;
 };
-
-// Moves `rest` behind `prefix` when it begins with it.
-inline bool Skip(std::string_view& rest, std::string_view prefix) {
-    if (rest.substr(0, prefix.size()) != prefix) return false;
-    rest.remove_prefix(prefix.size());
-    return true;
-}
-
-// The steps of monikers. Names follow them in parentheses; without these they are understood too.
-namespace step {
-inline constexpr char kFlowSheet[] = "FlowSht.1";
-inline constexpr char kSolver[] = "Solver.400";
-inline constexpr char kStream[] = "StreamObject.400";
-inline constexpr char kUnitOp[] = "UnitOpObject.400";
-inline constexpr char kUtility[] = "Utility.300";
-inline constexpr char kDataTable[] = "ProcessDataTable.300";
-inline constexpr char kBasis[] = "FluidPkgMgr.300";
-inline constexpr char kReaction[] = "RxnPackageManager.300/Rxn.300";
-inline constexpr char kManager[] = "OnlineConnectivityMgr.500";
-inline constexpr char kPublished[] = "RTIVariable.500";
-}  // namespace step
 
 }  // namespace fixtop::casehost

@@ -43,21 +43,18 @@ SolveEngine::Outcome ProcessEngine::Prepare(const CaseData& problem) {
     sheet_ = BuildFlowsheet(data_);
     thermo_.reset();
     if (data_.recorded) {
-        last_ = {Progress::failed, "a recorded case can't be solved"};
-        return last_;
+        return last_ = {Progress::failed, "a recorded case can't be solved"};
     }
     try {
         thermo_.emplace(data_.compounds);
     } catch (const ProcessError& error) {
         WriteResults(sheet_, nullptr);
-        last_ = {Progress::failed, error.what()};
-        return last_;
+        return last_ = {Progress::failed, error.what()};
     }
     solver_ = std::make_unique<FlowsheetSolver>(sheet_, *thermo_);
     const std::size_t turns = static_cast<std::size_t>(std::max(data_.solve_turns, 1));
     steps_per_turn_ = std::max<std::size_t>(1, (solver_->StepsLeft() + turns - 1) / turns);
-    last_ = {Progress::running, ""};
-    return last_;
+    return last_ = {Progress::running, ""};
 }
 
 SolveEngine::Outcome ProcessEngine::Step(int) {
@@ -72,8 +69,7 @@ SolveEngine::Outcome ProcessEngine::Finish() {
     solver_.reset();
     WriteResults(sheet_, &*thermo_);
     std::string problem = FirstProblem(sheet_);
-    last_ = {problem.empty() ? Progress::done : Progress::failed, problem};
-    return last_;
+    return last_ = {problem.empty() ? Progress::done : Progress::failed, problem};
 }
 
 void ProcessEngine::Cancel() {
