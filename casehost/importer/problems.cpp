@@ -5,10 +5,6 @@
 
 namespace fixtop::casehost::importer {
 
-std::string Problems::Place() const {
-    return document_.empty() ? file_ : file_ + " (" + document_ + ")";
-}
-
 std::string Problems::Place(std::size_t line, const std::string& path) const {
     std::string place = Place() + " line " + std::to_string(line);
     if (!path.empty()) place += ", " + path;
@@ -22,10 +18,6 @@ void Problems::AddError(std::string where, std::string message) {
 
 void Problems::Error(const XmlNode& node, const std::string& message) {
     AddError(Place(node.Line(), node.Path()), message);
-}
-
-void Problems::ErrorAtLine(std::size_t line, const std::string& path, const std::string& message) {
-    AddError(Place(line, path), message);
 }
 
 void Problems::Remark(const XmlNode& node, const std::string& message) {

@@ -24,7 +24,9 @@ class Problems {
 
     void Error(const std::string& message) { AddError(Place(), message); }
     void Error(const XmlNode& node, const std::string& message);
-    void ErrorAtLine(std::size_t line, const std::string& path, const std::string& message);
+    void ErrorAtLine(std::size_t line, const std::string& path, const std::string& message) {
+        AddError(Place(line, path), message);
+    }
     void Remark(const XmlNode& node, const std::string& message);
 
     bool Failed() const { return error_count_ > 0; }
@@ -32,7 +34,7 @@ class Problems {
     std::vector<CaseProblem> Take();
 
  private:
-    std::string Place() const;
+    std::string Place() const { return document_.empty() ? file_ : file_ + " (" + document_ + ")"; }
     std::string Place(std::size_t line, const std::string& path) const;
     void AddError(std::string where, std::string message);
 

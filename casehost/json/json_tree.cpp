@@ -190,10 +190,6 @@ Tree::Tree(std::string file, std::string_view text) : file_(std::move(file)), te
     }
 }
 
-void Tree::Report(const JsonNode& at, const std::string& message) {
-    ReportAt(at.offset, PathOf(at), message);
-}
-
 void Tree::ReportAt(std::size_t offset, const std::string& path, const std::string& message) {
     if (Full()) return;
     const std::string line = std::to_string(LineOf(offset));

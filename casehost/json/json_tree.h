@@ -50,7 +50,9 @@ class Tree {
     const std::vector<CaseProblem>& Problems() const { return problems_; }
 
     // "file:line: /path: message"; only the first kMaxProblems are kept.
-    void Report(const JsonNode& at, const std::string& message);
+    void Report(const JsonNode& at, const std::string& message) {
+        ReportAt(at.offset, PathOf(at), message);
+    }
     bool Full() const { return problems_.size() >= kMaxProblems; }
     // "a number", "\"abc\"", "an object" and so on.
     static std::string Describe(const JsonNode& node);

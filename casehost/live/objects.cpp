@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "live/objects.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include "casehost/units.h"
@@ -22,25 +21,18 @@ void StreamNode::StartCompositionEditSession() {
     saved_.clear();
     if (!GetShape()) return;
     for (const auto& row : GetShape()->AllRows()) {
-        if (row->IsComposition()) saved_.push_back({row.get(), Fractions(*row)});
+        if (row->IsComposition()) saved_.emplace(row.get(), Fractions(*row));
     }
 }
 
 void StreamNode::CompositionChanged(Row& row) {
-    if (!deferring_) {
-        Normalise(row, {});
-    } else if (std::find(edited_.begin(), edited_.end(), &row) == edited_.end()) {
-        edited_.push_back(&row);
-    }
+    if (!deferring_) return Normalise(row, {});
+    edited_.insert(&row);
 }
 
 void StreamNode::EndDeferCompNormalize() {
     deferring_ = false;
-    for (const Row* row : edited_) {
-        const auto before = std::find_if(saved_.begin(), saved_.end(),
-                                         [&](const Saved& each) { return each.row == row; });
-        Normalise(*row, before == saved_.end() ? std::vector<double>() : before->fractions);
-    }
+    for (const Row* row : edited_) Normalise(*row, saved_[row]);
     if (!edited_.empty()) OwnerCase().ValueStored(*this);
     edited_.clear();
     saved_.clear();

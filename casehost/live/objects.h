@@ -4,6 +4,8 @@
 // The nodes that stand for a case's objects: plain ones, material streams, template operations,
 // published variables, flowsheets and the basis.
 
+#include <set>
+
 #include "fixtop/host/simulation_case.h"
 #include "live/node_list.h"
 
@@ -49,17 +51,12 @@ class StreamNode final : public NodeOf<host::Viewable>, public host::ProcessStre
     void CompositionChanged(Row& row) override;
 
  private:
-    struct Saved {
-        const Row* row;
-        std::vector<double> fractions;
-    };
-
     std::vector<double> Fractions(const Row& row);
     void Normalise(const Row& row, const std::vector<double>& before);
 
     bool deferring_ = false;
-    std::vector<const Row*> edited_;
-    std::vector<Saved> saved_;
+    std::set<const Row*> edited_;
+    std::map<const Row*, std::vector<double>> saved_;
 };
 
 class FlowsheetNode final : public NodeOf<host::FlowSheet> {

@@ -10,7 +10,6 @@ namespace {
 constexpr char kRunningMoniker[] = ":Boolean.302";
 constexpr char kReadyMoniker[] = ":Boolean.300";
 constexpr char kConsistencyMoniker[] = "ConsistencyVariable";
-constexpr char kNothingInconsistent[] = "Unknown.0";
 constexpr char kStopped[] = "the solve was stopped";
 // A blocking pass gives up after so many steps; an engine that converges needs far fewer.
 constexpr int kBlockingSteps = 10000;
@@ -57,7 +56,7 @@ double SolverNode::GetRealValue(const host::VarDescription& variable) {
 
 host::Text SolverNode::GetTextValue(const host::VarDescription& variable) {
     if (!(variable.GetMoniker() == kConsistencyMoniker)) return ReadText(variable);
-    return message_.empty() ? host::Text(kNothingInconsistent) : host::Text(Inconsistency());
+    return message_.empty() ? host::Text("Unknown.0") : host::Text(Inconsistency());
 }
 
 std::string SolverNode::Inconsistency() {

@@ -11,12 +11,6 @@ namespace {
 
 namespace cn = casehost::names;
 
-constexpr char kTotalLiquidPhase[] = "Total Liquid Phase";
-constexpr char kPhaseCompMassFrac[] = "Phase Comp Mass Frac";
-constexpr char kMixedLiquidK[] = "Comp K Value - Mixed Liquid";
-constexpr char kLightLiquidK[] = "Comp K Value - Light Liquid";
-constexpr char kActualVolumeFlow[] = "Actual Volume Flow";  // m3/h
-
 Composition MassFractions(const Thermo& thermo, const Composition& moles) {
     if (moles.empty()) return {};
     Composition mass(moles.size());
@@ -141,7 +135,7 @@ void WriteTemplate(const Flowsheet& sheet, const TemplateNode& node) {
 
 const std::vector<std::string>& ResultPhases() {
     static const std::vector<std::string> phases = {cn::kOverall, cn::kVapourPhase,
-                                                    cn::kLiquidPhase, kTotalLiquidPhase};
+                                                    cn::kLiquidPhase, "Total Liquid Phase"};
     return phases;
 }
 
@@ -158,16 +152,16 @@ Parameters StreamProperties(const Thermo& thermo, const MaterialState& state) {
         {cn::kPressure, {state.Pressure()}},
         {cn::kMolarFlow, {state.molar_flow}},
         {cn::kMassFlow, {state.molar_flow * molar_mass}},
-        {kActualVolumeFlow, {state.molar_flow * volume}},
+        {"Actual Volume Flow", {state.molar_flow * volume}},
         {cn::kVapourFraction, {v}},
         {cn::kCompMoleFrac, z},
         {cn::kCompMassFrac, MassFractions(thermo, z)},
         {cn::kPhaseFraction, {1.0, v, l, l}},
         {cn::kPhaseCompMoleFrac, PhaseRows(z, vapour, liquid)},
-        {kPhaseCompMassFrac, PhaseRows(MassFractions(thermo, z), MassFractions(thermo, vapour),
-                                       MassFractions(thermo, liquid))},
-        {kMixedLiquidK, k},
-        {kLightLiquidK, k},
+        {"Phase Comp Mass Frac", PhaseRows(MassFractions(thermo, z), MassFractions(thermo, vapour),
+                                           MassFractions(thermo, liquid))},
+        {"Comp K Value - Mixed Liquid", k},
+        {"Comp K Value - Light Liquid", k},
         {cn::kMolarEnthalpy, {flash.molar_enthalpy}},
         {cn::kMolarEntropy, {flash.molar_entropy}},
         {cn::kHeatFlow, {state.HeatFlow()}},

@@ -30,10 +30,33 @@
 // A failure (no such state, compound data missing) throws ProcessError, which stays inside this
 // library: the flowsheet turns it into the status text of an object.
 
+#include <cstdio>
+#include <stdexcept>
+
 #include "casehost/case_data.h"
-#include "process/process_error.h"
 
 namespace fixtop::casehost::process {
+
+// Failures inside the process library. They never leave it: the flowsheet turns each into the
+// status and the status text of one object.
+//
+// No such state, compound data missing, contradictory specifications.
+class ProcessError : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
+
+// Something that the user has to give is not given.
+class UnderSpecified : public ProcessError {
+ public:
+    using ProcessError::ProcessError;
+};
+
+inline std::string FormatNumber(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g", value);
+    return text;
+}
 
 inline constexpr double kGasConstant = 8.314462618;
 inline constexpr double kZeroCelsius_K = 273.15;
