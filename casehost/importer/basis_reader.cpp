@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "readers.h"
 #include "unit_rows.h"
 
@@ -63,10 +65,8 @@ const std::vector<Choice> kReactionTypes = {{"Conversion", "ConversionRxnObject"
                                             {"Heterogeneous_Catalytic", "LHKineticRxnObject"}};
 
 std::string TypeOfReaction(std::string_view word) {
-    for (const Choice& choice : kReactionTypes) {
-        if (word == choice.word) return choice.shown;
-    }
-    return std::string(word);
+    const auto known = std::ranges::find(kReactionTypes, word, &Choice::word);
+    return known == kReactionTypes.end() ? std::string(word) : known->shown;
 }
 
 // Heats are for one mole of the base component: J/mol is kJ/kmol.

@@ -102,9 +102,7 @@ class Column {
     // A value in a unit that isn't known here keeps it, as a text beside the number.
     void ReadSpec(const std::string& prefix, XmlNode spec) {
         const std::string_view unit_text = spec.Child("SpecUnit").Text();
-        const auto known =
-            std::find_if(std::begin(kSpecUnits), std::end(kSpecUnits),
-                         [&](const FileUnit& each) { return unit_text == each.name; });
+        const auto known = std::ranges::find(kSpecUnits, unit_text, &FileUnit::name);
         const FileUnit unit = known == std::end(kSpecUnits) ? none : *known;
         sheet_.Option(prefix + "Type", kSpecTypes, spec.Child("SType").Text(), specified);
         sheet_.Real(prefix + "Value", unit, ReadNumber(reading_, spec.Child("SpecValue")),
@@ -126,8 +124,7 @@ class Column {
                                             "id of a stream");
                 continue;
             }
-            const auto stage =
-                std::find(stages_.begin(), stages_.end(), entry.Child("AssociatedStage").Text());
+            const auto stage = std::ranges::find(stages_, entry.Child("AssociatedStage").Text());
             const Number number = stage == stages_.end()
                                       ? Number()
                                       : Number(static_cast<double>(stage - stages_.begin()));

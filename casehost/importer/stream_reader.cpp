@@ -149,7 +149,7 @@ class Given {
         }
     }
     VariableState StateOf(std::string_view name) const {
-        const bool given = std::find(names_.begin(), names_.end(), name) != names_.end();
+        const bool given = std::ranges::find(names_, name) != names_.end();
         return given ? specified : calculated;
     }
 
@@ -196,9 +196,7 @@ class MaterialStream {
         }
         return true;
     }
-    bool Exists(int phase) const {
-        return std::find(existing_.begin(), existing_.end(), phase) != existing_.end();
-    }
+    bool Exists(int phase) const { return std::ranges::find(existing_, phase) != existing_.end(); }
     Number Property(int phase, const char* element) {
         return ReadNumber(reading_, properties_[phase].Child(element));
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit_rows.h"
 
+#include <algorithm>
+
 #include "casehost/unit_op_names.h"
 
 namespace fixtop::casehost::importer {
@@ -245,10 +247,8 @@ bool Holds(std::string_view condition, XmlNode object) {
 }  // namespace
 
 const UnitClass* FindUnitClass(std::string_view word) {
-    for (const UnitClass& known : kClasses) {
-        if (word == known.word) return &known;
-    }
-    return nullptr;
+    const auto found = std::ranges::find(kClasses, word, &UnitClass::word);
+    return found == kClasses.end() ? nullptr : &*found;
 }
 
 void ReadRows(Reading& reading, const UnitClass& rows, XmlNode node, ObjectSheet& sheet) {

@@ -151,10 +151,7 @@ class Check {
         }
         if (!Count(1)) return;
         std::sort(attributes_.begin(), attributes_.end());
-        const auto twin = std::adjacent_find(attributes_.begin(), attributes_.end(),
-                                             [](const NameAndValue& one, const NameAndValue& next) {
-                                                 return one.name == next.name;
-                                             });
+        const auto twin = std::ranges::adjacent_find(attributes_, {}, &NameAndValue::name);
         if (twin != attributes_.end()) return void(Malformed("duplicate attribute"));
         lines_.Add(token_, Line(token_));
         has_root_ = true;
@@ -275,9 +272,7 @@ void TagLines::Add(std::size_t place, std::size_t line) {
 }
 
 std::size_t TagLines::At(std::size_t place) const {
-    const auto behind = std::upper_bound(
-        begins_.begin(), begins_.end(), place,
-        [](std::size_t sought, const Begin& begin) { return sought < begin.place; });
+    const auto behind = std::ranges::upper_bound(begins_, place, {}, &Begin::place);
     return behind == begins_.begin() ? 0 : std::prev(behind)->line;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace fixtop::casehost::json {
 
@@ -57,10 +58,9 @@ class JsonText {
 template <class Items, class Write>
 void WriteLine(JsonText& text, std::string_view brackets, const Items& items, Write write) {
     text.Raw(brackets.substr(0, 1));
-    bool first = true;
+    std::string_view comma;
     for (const auto& each : items) {
-        if (!first) text.Raw(", ");
-        first = false;
+        text.Raw(std::exchange(comma, ", "));
         write(each);
     }
     text.Raw(brackets.substr(1));

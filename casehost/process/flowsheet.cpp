@@ -49,9 +49,7 @@ std::vector<double> InputFractions(const VariableData& variable,
         std::size_t place = i;
         if (labelled) {
             const std::string& label = dimensions[0].labels[i];
-            place = std::find_if(compounds.begin(), compounds.end(),
-                                 [&](const CompoundData& c) { return c.name == label; }) -
-                    compounds.begin();
+            place = std::ranges::find(compounds, label, &CompoundData::name) - compounds.begin();
         }
         if (place < fractions.size()) fractions[place] = numbers[i];
     }
@@ -130,8 +128,7 @@ class Builder {
         unit.model = FindUnitModel(object.type);
         unit.given = ReadParameters(object);
         std::vector<PortData> ports = object.ports;
-        std::stable_sort(ports.begin(), ports.end(),
-                         [](const PortData& a, const PortData& b) { return a.index < b.index; });
+        std::ranges::stable_sort(ports, {}, &PortData::index);
         const int index = static_cast<int>(sheet_.units.size());
         for (const PortData& port : ports) {
             if (!port.stream.empty()) Connect(unit, index, port, streams);

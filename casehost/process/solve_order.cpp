@@ -98,9 +98,8 @@ void OrderUnits(const Flowsheet& sheet, const Adjacency& next, const std::vector
     std::vector<bool> inside(group_of.size(), false);
     for (SolveGroup& group : groups) {
         std::sort(group.units.begin(), group.units.end());
-        int entry = *std::max_element(group.units.begin(), group.units.end(), [&](int a, int b) {
-            return EntryRank(sheet, a, group_of) < EntryRank(sheet, b, group_of);
-        });
+        int entry = *std::ranges::max_element(
+            group.units, {}, [&](int unit) { return EntryRank(sheet, unit, group_of); });
         for (int unit : group.units) inside[unit] = true;
         group.units.clear();
         AppendPostOrder(next, entry, inside, group.units);

@@ -255,8 +255,8 @@ UnitOutput SolveSeparator(const Thermo& thermo, const UnitInput& input) {
         DutyChoices(input, 1,
                     {{"product temperature", Given(input, cn::kProductTemperature)},
                      {"temperature of the vapour", input.products[0].temperature_C}});
-    bool heated = std::any_of(choices.begin(), choices.end(),
-                              [](const Choice& c) { return c.value != kEmpty; });
+    bool heated = std::ranges::any_of(
+        choices, [](double v) { return v != kEmpty; }, &Choice::value);
     MaterialState whole = Combine(thermo, input.feeds, pressure_kPa);
     if (heated) {
         std::size_t chosen = OneOf(choices, "duty");
@@ -326,12 +326,11 @@ constexpr const char* kResults[] = {
 }  // namespace
 
 bool IsUnitResult(std::string_view name) {
-    return std::find(std::begin(kResults), std::end(kResults), name) != std::end(kResults);
+    return std::ranges::find(kResults, name) != std::end(kResults);
 }
 
 const UnitModel* FindUnitModel(std::string_view type) {
-    auto found = std::find_if(std::begin(kModels), std::end(kModels),
-                              [&](const UnitModel& m) { return type == m.type; });
+    auto found = std::ranges::find(kModels, type, &UnitModel::type);
     return found == std::end(kModels) ? nullptr : found;
 }
 

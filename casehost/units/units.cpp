@@ -201,10 +201,8 @@ const std::vector<Quantity>& Quantities() {
 }
 
 const Quantity* FindQuantity(std::string_view name) {
-    for (const Quantity& quantity : Quantities()) {
-        if (name == quantity.name) return &quantity;
-    }
-    return nullptr;
+    const auto found = std::ranges::find(Quantities(), name, &Quantity::name);
+    return found == Quantities().end() ? nullptr : &*found;
 }
 
 const Quantity* FindQuantity(host::VarType type) {
@@ -221,10 +219,8 @@ const Quantity* FindQuantityOfUnit(std::string_view unit) {
 }
 
 const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name) {
-    for (const host::UnitRecord& unit : quantity.units) {
-        if (name == unit.name) return &unit;
-    }
-    return nullptr;
+    const auto found = std::ranges::find(quantity.units, name, &host::UnitRecord::name);
+    return found == quantity.units.end() ? nullptr : &*found;
 }
 
 }  // namespace fixtop::casehost

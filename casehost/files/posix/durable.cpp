@@ -50,7 +50,7 @@ class SignalsWait {
  public:
     SignalsWait() {
         sigemptyset(&held_);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+        for (const int signal : kEnding) {
             struct sigaction action {};
             sigaction(signal, nullptr, &action);
             if (action.sa_handler != SIG_IGN) sigaddset(&held_, signal);
@@ -64,14 +64,15 @@ class SignalsWait {
     bool OneWaits() const {
         sigset_t waiting;
         sigpending(&waiting);
-        const auto is_ours = [&](int signal) {
+        return std::ranges::any_of(kEnding, [&](int signal) {
             return sigismember(&held_, signal) == 1 && sigismember(&former_, signal) == 0 &&
                    sigismember(&waiting, signal) == 1;
-        };
-        return is_ours(SIGINT) || is_ours(SIGTERM) || is_ours(SIGHUP) || is_ours(SIGQUIT);
+        });
     }
 
  private:
+    static constexpr int kEnding[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
     sigset_t held_;
     sigset_t former_;
 };
