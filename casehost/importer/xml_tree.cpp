@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "problems.h"
+#include "reading.h"
 
 namespace fixtop::casehost::importer {
 
