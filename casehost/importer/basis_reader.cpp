@@ -136,7 +136,7 @@ void ReadCompounds(Reading& reading, XmlNode root, CaseData& data) {
         }
         data.compounds.push_back(ReadCompound(reading, node));
         const std::string& name = data.compounds.back().name;
-        const int index = static_cast<int>(reading.compounds.size());
+        const std::size_t index = reading.compounds.size();
         if (name.empty() || !reading.compound_index.emplace(name, index).second) {
             reading.problems.Error(node, "expected compounds with a Name, each once; found '" +
                                              name + "' again or without");

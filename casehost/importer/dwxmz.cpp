@@ -131,9 +131,7 @@ std::unique_ptr<CaseData> ReadArchive(Reading& reading, std::string_view bytes) 
 }
 
 ReadResult Failure(const std::string& where, const std::string& message) {
-    ReadResult result;
-    result.problems.push_back({where, message});
-    return result;
+    return {nullptr, {{where, message}}};
 }
 
 }  // namespace

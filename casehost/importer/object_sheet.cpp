@@ -110,10 +110,4 @@ void ObjectSheet::Array(const std::string& name, FileUnit unit,
     Add(std::move(spec), std::move(stored));
 }
 
-std::optional<int> ReadCount(Reading& reading, XmlNode leaf) {
-    const Number value = ReadNumber(reading, leaf);
-    if (!value || *value < 0 || *value > 1e6 || *value != std::floor(*value)) return std::nullopt;
-    return static_cast<int>(*value);
-}
-
 }  // namespace fixtop::casehost::importer

@@ -56,7 +56,4 @@ class ObjectSheet {
     ObjectData& object_;
 };
 
-// The number of an element as a whole number from 0; null when it is null or anything else.
-std::optional<int> ReadCount(Reading& reading, XmlNode leaf);
-
 }  // namespace fixtop::casehost::importer

@@ -107,7 +107,7 @@ std::vector<std::optional<double>> ParseNumbers(Reading& reading, XmlNode node,
 
 std::optional<std::size_t> FindCompound(Reading& reading, XmlNode node, std::string_view name) {
     const auto found = reading.compound_index.find(std::string(name));
-    if (found != reading.compound_index.end()) return static_cast<std::size_t>(found->second);
+    if (found != reading.compound_index.end()) return found->second;
     reading.problems.Error(node,
                            "expected a compound of the case, found '" + std::string(name) + "'");
     return std::nullopt;

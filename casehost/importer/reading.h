@@ -67,7 +67,7 @@ struct Reading {
     SpecPool specs;
     std::size_t value_count = 0;
     std::vector<std::string> compounds;
-    std::unordered_map<std::string, int> compound_index;
+    std::unordered_map<std::string, std::size_t> compound_index;
 };
 
 // Whether ParseNumber takes the text: a finite number, "NaN" or an infinity as the file writes it.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
@@ -156,6 +157,13 @@ class Given {
  private:
     std::vector<std::string_view> names_;
 };
+
+// The number of an element as a whole number from 0; null when it is null or anything else.
+std::optional<int> ReadCount(Reading& reading, XmlNode leaf) {
+    const Number value = ReadNumber(reading, leaf);
+    if (!value || *value < 0 || *value > 1e6 || *value != std::floor(*value)) return std::nullopt;
+    return static_cast<int>(*value);
+}
 
 class MaterialStream {
  public:

@@ -35,10 +35,6 @@ std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string
     return 0;
 }
 
-Fields::Fields(Tree& tree, const JsonNode& node) : tree_(tree), node_(node) {
-    Expect(tree, node, JsonNode::Kind::object, "an object");
-}
-
 const JsonNode* Fields::Find(std::string_view name) {
     const JsonNode* found = node_.Find(name);
     if (found) asked_.push_back(found);

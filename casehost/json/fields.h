@@ -32,7 +32,9 @@ auto ReadAll(Tree& tree, const JsonNode* list, Read read) {
 class Fields {
  public:
     // A node that is no object is reported and has no members.
-    Fields(Tree& tree, const JsonNode& node);
+    Fields(Tree& tree, const JsonNode& node) : tree_(tree), node_(node) {
+        Expect(tree, node, JsonNode::Kind::object, "an object");
+    }
 
     // Null when absent; so are members of a wrong kind, which are reported.
     const JsonNode* Find(std::string_view name);

@@ -20,16 +20,6 @@ void JsonText::Break(int depth) {
     out_.append(std::size_t{2} * depth, ' ');
 }
 
-void JsonText::Key(std::string_view name) {
-    Text(name);
-    out_ += ": ";
-}
-
-void JsonText::Member(std::string_view name) {
-    out_ += ", ";
-    Key(name);
-}
-
 void JsonText::Text(std::string_view text) {
     bool plain = true;
     for (char c : text) plain = plain && c >= ' ' && c != '"' && c != '\\' && c < 0x7f;
@@ -40,14 +30,6 @@ void JsonText::Text(std::string_view text) {
     } else {
         using Json = nlohmann::json;
         out_ += Json(std::string(text)).dump(-1, ' ', false, Json::error_handler_t::replace);
-    }
-}
-
-void JsonText::TextOrNull(std::string_view text) {
-    if (text.empty()) {
-        out_ += "null";
-    } else {
-        Text(text);
     }
 }
 

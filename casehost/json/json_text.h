@@ -16,9 +16,15 @@ class JsonText {
     void Line(int depth, bool& first);
     // Starts a line for a closing bracket.
     void Break(int depth);
-    void Key(std::string_view name);
+    void Key(std::string_view name) {
+        Text(name);
+        out_ += ": ";
+    }
     // A further member on the same line.
-    void Member(std::string_view name);
+    void Member(std::string_view name) {
+        out_ += ", ";
+        Key(name);
+    }
     // The same with their value: a text, a number or a flag.
     template <class Value>
     void Key(std::string_view name, const Value& value) {
@@ -40,7 +46,7 @@ class JsonText {
     }
     void Text(std::string_view text);
     // The empty text is null.
-    void TextOrNull(std::string_view text);
+    void TextOrNull(std::string_view text) { text.empty() ? Raw("null") : Text(text); }
     // Empty and endless numbers are null.
     void Number(double number);
     void Integer(long number) { out_ += std::to_string(number); }

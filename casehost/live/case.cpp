@@ -185,17 +185,13 @@ void Case::StructureChanged() {
     Notify(&host::IModelCallback::SimulationStep);
 }
 
-void Case::Bury(std::unique_ptr<Node> node) {
-    node->SetDeleted();
-    graveyard_.push_back(std::move(node));
-}
-
 bool Case::Delete(host::Viewable* object) {
     Node* node = Node::Of(object);
     NodeList* list = ListOf(node);
     if (!list) return false;
     MarkStale(*node);
-    Bury(list->Remove(*node));
+    graveyard_.push_back(list->Remove(*node));
+    node->SetDeleted();
     StructureChanged();
     return true;
 }

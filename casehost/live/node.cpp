@@ -55,11 +55,6 @@ std::string_view SplitMoniker(std::string_view moniker, std::array<int, 3>& offs
 Node::Node(CaseContext& context, Node* owner, const ObjectType* type, std::string name)
     : context_(&context), owner_(owner), type_(type), name_(std::move(name)) {}
 
-void Node::SetCondition(ObjectStatus status, std::string text) {
-    status_ = status;
-    status_text_ = std::move(text);
-}
-
 void Node::SetVariables(const Shape* shape, const std::vector<VariableData>& variables) {
     shape_ = shape;
     cells_ = std::make_unique<Cell[]>(static_cast<std::size_t>(shape->CellCount()));

@@ -71,7 +71,10 @@ class Node {
     // The status that goes with the calculated values, stale or not.
     ObjectStatus ResultCondition() const { return status_; }
     const std::string& StatusText() const { return status_text_; }
-    void SetCondition(ObjectStatus status, std::string text);
+    void SetCondition(ObjectStatus status, std::string text) {
+        status_ = status;
+        status_text_ = std::move(text);
+    }
     // The calculated values of a stale node are older than a change of the case. Until a solve
     // fills them again its status is not solved, and they are shown missing; those of a recording
     // are shown all the same, as outdated.

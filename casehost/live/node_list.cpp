@@ -5,11 +5,6 @@
 
 namespace fixtop::casehost {
 
-void NodeList::Reserve(std::size_t count) {
-    nodes_.reserve(count);
-    list_.Reserve(count);
-}
-
 void NodeList::Insert(std::size_t index, std::unique_ptr<Node> node) {
     index = std::min(index, nodes_.size());
     list_.Insert(index, node->View());

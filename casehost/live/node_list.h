@@ -13,7 +13,10 @@ class NodeList {
     const HolderList* ListOrNull() const { return nodes_.empty() ? nullptr : &list_; }
     std::size_t Size() const { return nodes_.size(); }
     Node& At(std::size_t index) const { return *nodes_[index]; }
-    void Reserve(std::size_t count);
+    void Reserve(std::size_t count) {
+        nodes_.reserve(count);
+        list_.Reserve(count);
+    }
 
     void Append(std::unique_ptr<Node> node) { Insert(nodes_.size(), std::move(node)); }
     void Insert(std::size_t index, std::unique_ptr<Node> node);

@@ -16,11 +16,6 @@ constexpr int kBlockingSteps = 10000;
 
 }  // namespace
 
-void SolverNode::Holding(bool hold) {
-    holding_ = hold;
-    if (hold) pause_requested_ = false;
-}
-
 void SolverNode::SolveTask() {
     if (holding_) return;
     stop_ = false;
@@ -62,11 +57,6 @@ host::Text SolverNode::GetTextValue(const host::VarDescription& variable) {
 std::string SolverNode::Inconsistency() {
     Node* culprit = OwnerCase().FirstInError();
     return culprit ? OwnerCase().MonikerOf(*culprit).substr(1) : step::kSolver;
-}
-
-void SolverNode::CaseChanged() {
-    needs_to_run_ = true;
-    changed_ = true;
 }
 
 void SolverNode::Turn() {

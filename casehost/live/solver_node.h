@@ -20,7 +20,10 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
  public:
     using NodeOf::NodeOf;
 
-    void Holding(bool hold) override;
+    void Holding(bool hold) override {
+        holding_ = hold;
+        if (hold) pause_requested_ = false;
+    }
     bool NeedsToRun() override { return needs_to_run_; }
     bool IsSolving() override { return phase_ == Phase::solving; }
     void SolveTask() override;
@@ -41,7 +44,10 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     void RequestPause(bool on) { pause_requested_ = on; }
 
     // A value or the structure of the case changed: what was computed no longer holds.
-    void CaseChanged();
+    void CaseChanged() {
+        needs_to_run_ = true;
+        changed_ = true;
+    }
     void SetNeedsToRun(bool needs) { needs_to_run_ = needs; }
     void SetEngine(std::unique_ptr<SolveEngine> engine) { engine_ = std::move(engine); }
     // One turn of the host's loop.
