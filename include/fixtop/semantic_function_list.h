@@ -3,7 +3,7 @@
 // FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file
 // says first what a line shall mean. The declarations, the table for maps and the exports of the
 // module come from here, so a function is added by its line and its body; which variables and nodes
-// it uses stands beside it.
+// it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)
