@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "path/tokenizer.h"
 #include "plant.h"
+#include "prepared_path.h"
 
 namespace fixtop {
 
@@ -74,10 +74,9 @@ void element_by_count(State& state) {
 void element_by_place(State& state) {
     Ref<FIIteratorBase> it = AtArray("Numbers ", state);
     const int middle = LengthOf(state) / 2;
-    FIValue error;
-    const ParsedPath path = ParsePath(FIValue(("*#" + std::to_string(middle)).c_str()), error);
+    bench::PreparedPath path("*#" + std::to_string(middle));
     for (auto _ : state) {
-        it->WalkFrom(*path);
+        path.Walk(*it);
         if (RealOf(*it) != middle + 0.5) state.SkipWithError("another element");
         it->Up();
     }

@@ -14,9 +14,8 @@
 #include "fixtop/fixtop.h"
 #include "fixtop/host/services.h"
 #include "fixtop/reference.h"
-#include "path/path_step.h"
-#include "path/tokenizer.h"
 #include "plant.h"
+#include "prepared_path.h"
 #include "ratio_table.h"
 
 namespace fixtop {
@@ -40,13 +39,6 @@ std::string StreamPath(int objects) {
 
 std::string VariablePath(int objects) {
     return StreamPath(objects) + ".Temperature";
-}
-
-ParsedPath Parsed(const std::string& text) {
-    FIValue error;
-    ParsedPath path = ParsePath(FIValue(text.c_str()), error);
-    if (!error.IsNull()) throw std::runtime_error(error.CStr());
-    return path;
 }
 
 // ---- child by name ----
@@ -85,9 +77,9 @@ void pugixml_child(State& state) {
 void path_of_four(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At("");
-    const ParsedPath path = Parsed(StreamPath(objects));
+    bench::PreparedPath path(StreamPath(objects));
     for (auto _ : state) {
-        benchmark::DoNotOptimize(it->WalkFrom(*path));
+        benchmark::DoNotOptimize(path.Walk(*it));
         while (it->Up()) {
         }
     }
@@ -132,9 +124,9 @@ void pugixml_path_from_text(State& state) {
 void wildcard_filter(State& state) {
     const int objects = SizeOf(state);
     Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
-    const ParsedPath path = Parsed("*[Temperature=\"" + bench::MiddleTemperature(objects) + "\"]");
+    bench::PreparedPath path("*[Temperature=\"" + bench::MiddleTemperature(objects) + "\"]");
     for (auto _ : state) {
-        const bool found = it->WalkFrom(*path);
+        const bool found = path.Walk(*it);
         if (!found) state.SkipWithError("the filter matches nothing");
         it->Up();
     }

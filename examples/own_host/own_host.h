@@ -4,24 +4,24 @@
 // A simulator's side in small: one case with a flowsheet of streams, which come and go. It includes
 // nothing but fixtop/host/; docs/hosts.md goes through it.
 
+#include <fixtop/host/basic_host.h>
+
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "fixtop/host/local_services.h"
-#include "object.h"
-
 namespace own {
+
+using namespace fixtop::host;
 
 enum UnitTypes : VarType { kTemperature = 1, kPressure = 2 };
 
-class Stream final : public Object<Viewable> {
+class Stream final : public BasicObject<Viewable> {
  public:
     Stream(const char* name, Viewable* flowsheet, double temperature_C, double pressure_kPa)
-        : Object(name, kMaterialStream, flowsheet), values_{temperature_C, pressure_kPa} {
+        : BasicObject(name, kMaterialStreamType, flowsheet), values_{temperature_C, pressure_kPa} {
         DescribeRow(0, "Temperature", kTemperature);
         DescribeRow(1, "Pressure", kPressure);
     }
@@ -53,12 +53,12 @@ class Stream final : public Object<Viewable> {
     }
     double values_[2];  // C, kPa
     VariableNameInfo rows_[2];
-    List names_;
+    BasicList names_;
 };
 
-class MainFlowSheet final : public Object<FlowSheet> {
+class MainFlowSheet final : public BasicObject<FlowSheet> {
  public:
-    explicit MainFlowSheet(Viewable* of_case) : Object("Main", kSimulation, of_case) {}
+    explicit MainFlowSheet(Viewable* of_case) : BasicObject("Main", kSimulationType, of_case) {}
     FlowSheetObjectIterator Objects() override { return FlowSheetObjectIterator(&objects_); }
     FlowSheetSolver* Solver() override { return nullptr; }
 
@@ -84,37 +84,27 @@ class MainFlowSheet final : public Object<FlowSheet> {
 
  private:
     std::vector<std::unique_ptr<Stream>> streams_, deleted_;
-    List objects_;
+    BasicList objects_;
 };
 
-class Case final : public Object<SimulationCase> {
+class Case final : public BasicCase {
  public:
-    Case() : Object("Plant", kSimulation, nullptr) {}
+    Case() : BasicCase("Plant", {"plant", ""}) {}
     FlowSheet* MainFlowSheet() override { return &flowsheet_; }
-    BasisManager* Basis() override { return nullptr; }
-    const LinkedList* ProcessDataTables() override { return nullptr; }
-    const LinkedList* CaseUtilities() override { return nullptr; }
-    bool Dynamic() override { return false; }
-    bool SimCaseDynamic() override { return false; }
-    FlowSheetSolver* MainSolver() override { return nullptr; }
-    FlowSheetSolver* ActiveSolver() override { return nullptr; }
-    COnlineConnectivityManager* OnlineManager() override { return nullptr; }
-    const FileName& GetDocumentName() override { return file_; }
-    void SetDocumentName(const FileName& name) override { file_ = name; }
-    bool Save() override { return false; }
-    bool IsVisible() override { return true; }
     own::MainFlowSheet& Streams() { return flowsheet_; }
 
  private:
-    FileName file_{"plant", ""};
     own::MainFlowSheet flowsheet_{this};
 };
 
-class Services final : public HostServices, private Session {
+class Services final : public BasicServices {
  public:
+    // The default unit of each type is the internal one here.
+    Services()
+        : BasicServices({{kTemperature, "Temperature", {{1, 0, "C"}, {1, -273.15, "K"}}},
+                         {kPressure, "Pressure", {{1, 0, "kPa"}, {100, 0, "bar"}}}}) {}
+
     // ---- The simulator's own side ----
-    Services() { SetLocalServices(this); }
-    ~Services() { SetLocalServices(nullptr); }
     Stream& Add(const char* name, double temperature_C, double pressure_kPa) {
         revision_ = NewNumber();
         return case_.Streams().Add(name, temperature_C, pressure_kPa);
@@ -128,83 +118,19 @@ class Services final : public HostServices, private Session {
     void RunLoop() { case_.Streams().Bury(); }
 
     // ---- What Fixtop asks ----
-    unsigned DefaultUnits() override { return 0; }
-    const UnitRecord* def_unit(VarType type, unsigned) override {
-        return type == kTemperature || type == kPressure ? kUnits[type - 1] : nullptr;
-    }
-    const UnitRecord* findunit(const char* name, VarType type) override {
-        const UnitRecord* units = def_unit(type, 0);
-        const auto is_it = [&](const UnitRecord& unit) { return std::string(name) == unit.name; };
-        const UnitRecord* found = units ? std::find_if(units, units + 2, is_it) : nullptr;
-        return units && found != units + 2 ? found : nullptr;
-    }
-    double calc_unit(double value, const UnitRecord* unit) override {
-        return value == kEmptyReal || !unit ? value : value * unit->factor + unit->offset;
-    }
-    double calc_ounit(double value, const UnitRecord* unit) override {
-        return value == kEmptyReal || !unit ? value : (value - unit->offset) / unit->factor;
-    }
-    const char* utypetoa(VarType type) override {
-        return type == kTemperature ? "Temperature" : type == kPressure ? "Pressure" : "";
-    }
-    VarType GetUnitConvTypeFromVarType(VariableType) override { return kVariableUnitType; }
-    VariableType GetVarTypeFromUnitString(const char*) override { return kEmptyDimensionMarker; }
-    void UnitConvList(VarType type) override { walk_ = type; }
-    Text GetFirstConvName() override { return NameOf(0); }
-    Text GetNextConvName() override { return NameOf(step_ + 1); }
     Text RelativeMoniker(Viewable*, Viewable* to, bool) override {
-        if (!to || !to->Type()->IsA(&kStream)) return {};
+        if (!to || !to->Type()->IsA(&kStreamType)) return {};
         return Text("/FlowSht.1/StreamObject.400(") + to->GetName() + ")";
     }
-    void GetVariableStatus(Viewable*, const VarDescription&, ModifyState& state, int&) override {
-        state = kSpecified;
-    }
-    const ObjectTypeInfo* FindObjectType(const Text& class_name) override {
-        for (const Type* type : {&kStream, &kUnitOp, &kCorrelation, &kMaterialStream}) {
-            if (type->ClassName() == class_name) return type;
-        }
-        return nullptr;
-    }
-    const ObjectTypeRecords& ObjectTypes() override { return records_; }
-    VariableTypes* pVarTypes() override { return nullptr; }
-    bool DescribeMoniker(const Text&, VarDescription::Facts&) override { return false; }
-    CSpecInfo* NewSpecInfo() override { return nullptr; }
-    void DeleteSpecInfo(CSpecInfo*) override {}
-    Session* pSession() override { return this; }
-    void UpdateViews(Viewable*) override {}
-    void SetConfigData(const char*, double, bool) override {}
-    Text NumToText(double value) override {
-        return value == kEmptyReal ? "" : std::to_string(value);
-    }
-    void WaitForTurn(unsigned long) override {}
     const std::uint64_t* StructureRevision() override { return &revision_; }
     bool Lives(std::uint64_t identity) override {
         return case_.Identity() == identity || case_.Streams().Has(identity);
     }
-    void* IFace_malloc(std::size_t size) override { return std::malloc(size); }
-    void* IFace_realloc(void* block, std::size_t size) override {
-        return std::realloc(block, size);
-    }
-    void IFace_free(void* block) override { std::free(block); }
 
  private:
     SimulationCase* ActiveCase() override { return &case_; }
-    ApplicationForm* GetAppForm() override { return nullptr; }
-    bool HideDocument(Document*, bool) override { return false; }
     Text SessionText(bool) override { return "own host"; }
-    Text NameOf(int step) {
-        step_ = step;
-        const UnitRecord* first = def_unit(walk_, 0);
-        return first && step < 2 ? first[step].name : "";
-    }
 
-    // internal = user * factor + offset; the internal unit of each type stands first.
-    static constexpr UnitRecord kUnits[][2] = {{{1, 0, "C"}, {1, -273.15, "K"}},
-                                               {{1, 0, "kPa"}, {100, 0, "bar"}}};
-    const ObjectTypeRecords records_{&kViewable, &kSimulation, &kFlowSheetObject, &kUnitOp,
-                                     &kTemplateOp};
-    VarType walk_ = 0;
-    int step_ = 0;
     std::uint64_t revision_ = NewNumber();
     Case case_;
 };

@@ -2,7 +2,7 @@
 #pragma once
 
 // What libfixtop.so / fixtop.dll exports: all of it, nothing else is visible. The functions that
-// map files name come with fixtop/semantic_functions.h, the rest stands below.
+// map files name come with fixtop/semantic_functions.h, the rest is below.
 //
 // Every function runs on the caller's thread, which is the thread that runs the simulation. A
 // `session` is the open case, a host::SimulationCase*, or null for the active case of the installed
@@ -73,7 +73,7 @@ FIXTOP_EXPORT void printECounts();
 // handles that are held on the cases of the one before these are gone. A host that somebody
 // installs while he is told of that stays.
 FIXTOP_EXPORT void FixtopInstallHost(host::HostServices* services);
-// An iterator that stands on a top entry. With `history` a repeat of an ancestor is not refused.
+// An iterator at a top entry. With `history` a repeat of an ancestor is not refused.
 FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 // The steps of a path expression as text; false and the parse error when it does not parse.
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
@@ -176,7 +176,7 @@ FIXTOP_EXPORT FIEntry* FixtopOpenPureModel(const char* classes, const char* clas
 // "quantity", "array", "keys" and "owner", the class that declares it; an enumeration has
 // "options", one a line, and "closed".
 FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
-// The node of the application that a node of a neutral view stands on: face 1 has the calculated
+// The node of the application that a node of a neutral view is mapped to: face 1 has the calculated
 // values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The
 // attributes "path" and "converters" of the neutral node tell where it leads and why.
 FIXTOP_EXPORT FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face);

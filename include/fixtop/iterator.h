@@ -38,7 +38,7 @@ class FIIteratorBase {
     // To the child at `index`, counted from 0.
     virtual bool Down(int index) = 0;
     // Parses a path and walks it; one that does not parse or leads nowhere answers false, with the
-    // iterator back where it was. What stands in parentheses behind a name is the key of a node, as
+    // iterator back where it was. The text in parentheses behind a name is the key of a node, as
     // GetPath writes it, or an attribute that the node has, with which a path ends. One such may
     // stand behind a key in parentheses of its own. A path in which it is neither leads nowhere.
     virtual bool SeekPath(const FIValue& path) = 0;

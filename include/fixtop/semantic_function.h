@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// What a map file's functions and their callers owe each other. A semantic function stands behind a
+// What a map file's functions and their callers owe each other. A semantic function is behind a
 // name in a map file and says what a path can't: it counts the host's arrays, picks a node, turns
 // the host's words into class names. It sees nothing but an iterator on the raw node, and answers
 // by moving it and by setting iterator variables, which paths read back as `%Name`.

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
-// FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file says first what a line shall mean. The
-// declarations, the table for maps and the exports of the module come from here, so a function is
-// added by its line and its body; which variables and nodes it uses stands beside it.
+// FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file
+// says first what a line shall mean. The declarations, the table for maps and the exports of the
+// module come from here, so a function is added by its line and its body; which variables and nodes
+// it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)

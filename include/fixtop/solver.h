@@ -30,7 +30,7 @@ class FISolver {
     virtual void Initialize() = 0;
     // 1 steady state, 4 dynamic.
     virtual int Kind() = 0;
-    // Adds a record for each thing that stands against a solve. A dynamic solver answers the host's
+    // Adds a record for each thing that prevents a solve. A dynamic solver answers the host's
     // solver object, a steady-state solver null.
     virtual void* CheckSolve(FIErrorList& errors) = 0;
     virtual void Options(FIErrorList& errors) = 0;

@@ -10,6 +10,7 @@ namespace fixtop {
 class FreeThreadedMarshaler {
  public:
     FreeThreadedMarshaler() = default;
+    // NOLINTNEXTLINE(performance-trivially-destructible): with a marshaler it does something.
     ~FreeThreadedMarshaler();
     FreeThreadedMarshaler(const FreeThreadedMarshaler&) = delete;
     FreeThreadedMarshaler& operator=(const FreeThreadedMarshaler&) = delete;

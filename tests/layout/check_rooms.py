@@ -46,7 +46,7 @@ ROOMS = {
 UMBRELLAS = {"fixtop/client.h": "fixtop/client/client.h"}
 # Where the headers of rooms lie, and the folders that hold sources.
 ROOM_FOLDERS = ["src/", "include/"]
-FOLDERS = ["src", "include", "casehost", "client", "tools"]
+FOLDERS = ["src", "include", "casehost", "client", "tools", "bench", "examples", "tests/client"]
 # Sources in one folder, headers apart.
 MOST_SOURCES = 25
 
@@ -232,8 +232,19 @@ def check_tools(tree, name):
             yield number, f"tools/ includes {target}: only public headers"
 
 
+def check_consumer(tree, name):
+    """What stands for a program of others includes what is installed, and its own files."""
+    for number, quoted, _, target in tree.includes(name):
+        their = room_of(target)
+        if quoted and their is not None and not their.startswith("fixtop"):
+            yield number, f"{name.split('/')[0]}/ includes {target}: only public headers"
+        elif target.startswith("casehost/") and f"casehost/include/{target}" not in tree.files:
+            yield number, f"{target}: only the headers below casehost/include"
+
+
 CHECKS = {"src": check_source, "include": check_source, "casehost": check_casehost,
-          "client": check_client, "tools": check_tools}
+          "client": check_client, "tools": check_tools, "bench": check_consumer,
+          "examples": check_consumer, "tests": check_consumer}
 
 
 def full_folders(tree):

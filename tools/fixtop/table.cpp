@@ -87,7 +87,7 @@ std::string PlainLine(const std::vector<TextColumn>& columns,
 }
 
 std::string CsvField(const std::string& whole) {
-    const std::string text = OneField(whole);
+    std::string text = OneField(whole);
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);

@@ -98,11 +98,12 @@ class Node {
 
     // ---- The two views ----
 
-    // The node of the case that a node of the neutral view stands on, its calculated or its
+    // The node of the case that a node of the neutral view is mapped to, its calculated or its
     // specified side; null when there is none.
     enum class Side { kCalculated = 1, kSpecified = 2 };
     std::optional<Node> Raw(Side side = Side::kCalculated) const;
-    // The object of the neutral view that stands on this node of the case; null when there is none.
+    // The object of the neutral view that is mapped to this node of the case; null when there is
+    // none.
     std::optional<Node> Neutral() const;
 
     // ---- For what this face does not have ----

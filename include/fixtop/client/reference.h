@@ -23,7 +23,7 @@ class Reference {
     std::string WhyGone() const;
     // The last known path; empty when it is gone.
     std::string Path() const;
-    // The node as it stands now; throws Gone.
+    // The node as it is now; throws Gone.
     Node Get() const;
     // Throws Gone.
     FIValue Attribute(const std::string& name) const;

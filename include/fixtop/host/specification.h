@@ -5,7 +5,7 @@
 //
 // Units: unlike those of variables, the numbers of a specification are in the default units of the
 // case: a number whose element has a moniker with a unit type is in def_unit(type, DefaultUnits())
-// as it stands when the info is filled, and is shown and stored without conversion. Numbers of
+// as it is when the info is filled, and is shown and stored without conversion. Numbers of
 // other elements, and of array sets, have no unit. A host whose unit set changes says so with
 // SimulationStep, whereupon infos are filled anew.
 

@@ -5,7 +5,7 @@
 // share one body until one of them is changed.
 //
 // Text form (moniker): parts joined by '/', each "Class.number" with further ".index" offsets, a
-// part that names a variable beginning with ':'. "[]" stands for a dimension still to be filled.
+// part that names a variable beginning with ':'. "[]" means a dimension still to be filled.
 // Examples: "FlowSht.1/Solver.400", ":Boolean.302", ":Double.501.[]", "RTIVariable.500.3".
 
 #include <cstdint>

@@ -86,7 +86,7 @@ class ProcessStream {
     virtual void BeginDeferCompNormalize() = 0;
     virtual void EndDeferCompNormalize() = 0;
     // Called after Begin by who is about to edit the composition as a whole, so that the host may
-    // keep what stands for the case that the new fractions can't be normalised. Single elements are
+    // keep the old ones in the case that the new fractions can't be normalised. Single elements are
     // stored without it.
     virtual void StartCompositionEditSession() = 0;
 

@@ -29,7 +29,7 @@ class HSpecFill final : private Liveness::Watcher {
 
  private:
     HSpecFill(const HostObject<host::Viewable>& object, host::CSpecInfo* info);
-    ~HSpecFill();
+    ~HSpecFill() override;
 
     // Liveness::Watcher. The host that made the info takes it back while it is there.
     void OnEnd() override { Drop(); }

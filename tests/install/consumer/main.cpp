@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fixtop/client.h>
+
 #include <iostream>
 
 int main(int, char** arguments) try {
