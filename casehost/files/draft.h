@@ -3,6 +3,9 @@
 
 // The names of drafts: unfinished files beside their targets, "plant.json.0123456789ab.part".
 
+#include <filesystem>
+#include <system_error>
+
 #include "files/durable.h"
 
 namespace fixtop::casehost::files {

@@ -2,6 +2,7 @@
 #include <zip.h>
 
 #include <array>
+#include <memory>
 
 #include "readers.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <new>
@@ -7,6 +8,7 @@
 #include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"
+#include "flowsheet_file.h"
 #include "object_sheet.h"
 #include "readers.h"
 

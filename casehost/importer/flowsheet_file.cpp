@@ -2,6 +2,7 @@
 #include "flowsheet_file.h"
 
 #include <cmath>
+#include <map>
 #include <tuple>
 #include <unordered_set>
 

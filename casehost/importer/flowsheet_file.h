@@ -4,7 +4,13 @@
 // The objects of a flowsheet file with the names and connections that the drawing gives them. The
 // file lists its objects twice, joined by an opaque id: once with their numbers, once as drawn.
 
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
 #include "reading.h"
+#include "xml_tree.h"
 
 namespace fixtop::casehost::importer {
 

@@ -4,6 +4,13 @@
 // Writes the variables of one object. Numbers are given in the unit of the file; a null number is
 // stored empty with the state `missing`, whatever state is asked for.
 
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "file_units.h"
 #include "reading.h"
 
 namespace fixtop::casehost::importer {

@@ -3,7 +3,13 @@
 
 // What the readers of one file share, and the way a number comes out of an element.
 
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "casehost/case_data.h"
 #include "file_units.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "casehost/unit_op_names.h"
+#include "reading.h"
 
 namespace fixtop::casehost::importer {
 

@@ -8,7 +8,12 @@
 // A condition is "" (never), "*" (always) or "Element=word|word", true when the element of the
 // object has one of the words; several of these joined by '&' must all hold.
 
+#include <string_view>
+#include <vector>
+
+#include "file_units.h"
 #include "object_sheet.h"
+#include "xml_tree.h"
 
 namespace fixtop::casehost::importer {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <compare>
+#include <cstdint>
 
 #include "reading.h"
 

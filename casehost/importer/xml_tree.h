@@ -6,8 +6,11 @@
 //
 // Sibling elements may have one name: Child answers the first.
 
+#include <cstddef>
 #include <optional>
 #include <pugixml.hpp>
+#include <string>
+#include <string_view>
 
 #include "xml_check.h"
 

@@ -3,6 +3,7 @@
 
 // The basis in case files: its compounds and its elements.
 
+#include "casehost/case_data.h"
 #include "json/json_text.h"
 #include "json/json_tree.h"
 

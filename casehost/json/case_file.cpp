@@ -4,6 +4,7 @@
 #include "casehost/case_file.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 
 #include "casehost/file_path.h"

@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "casehost/case_file.h"
 #include "casehost/units.h"
 #include "json/basis_json.h"
 #include "json/fields.h"

@@ -4,6 +4,7 @@
 // Typed access to the members of a JSON object, with a problem for whatever is not as expected.
 
 #include <span>
+#include <vector>
 
 #include "json/json_tree.h"
 

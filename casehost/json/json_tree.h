@@ -8,8 +8,10 @@
 // are no JSON numbers and a number too large for a double is refused.
 
 #include <deque>
+#include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "casehost/case_data.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/object_json.h"
 
+#include <unordered_set>
+
 #include "json/fields.h"
 #include "json/variable_json.h"
 #include "json/words.h"

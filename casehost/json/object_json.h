@@ -4,6 +4,8 @@
 // Objects, their ports and the flowsheets inside them in case files.
 
 #include "casehost/case_file.h"
+#include "json/json_text.h"
+#include "json/json_tree.h"
 #include "json/shape_json.h"
 
 namespace fixtop::casehost::json {

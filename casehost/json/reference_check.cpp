@@ -2,6 +2,7 @@
 #include "json/object_json.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "naming/object_path.h"
 #include "naming/object_type.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/shape_json.h"
 
+#include <map>
+
 #include "casehost/case_file.h"
 #include "json/fields.h"
 #include "json/words.h"

@@ -3,8 +3,10 @@
 
 // Shapes in case files: what the variables of all objects of one kind share, told once by name.
 
+#include <string>
 #include <unordered_map>
 
+#include "casehost/case_data.h"
 #include "json/json_text.h"
 #include "json/json_tree.h"
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
+#include <unordered_map>
 
 #include "casehost/units.h"
 #include "json/fields.h"

@@ -3,6 +3,8 @@
 
 // The variables of one object in case files: their values, units and states.
 
+#include "json/json_text.h"
+#include "json/json_tree.h"
 #include "json/shape_json.h"
 
 namespace fixtop::casehost::json {

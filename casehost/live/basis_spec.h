@@ -4,8 +4,12 @@
 // The specification view of a case's basis: the property package, one sub-specification with the
 // compounds, a table of their constants, and the elements that the case gives.
 
+#include <memory>
+#include <vector>
+
 #include "casehost/case_data.h"
 #include "fixtop/host/array_set.h"
+#include "fixtop/host/specification.h"
 #include "live/holder_list.h"
 
 namespace fixtop::casehost {

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "casehost/units.h"
+#include "fixtop/host/local_services.h"
 #include "live/basis_spec.h"
 #include "live/case.h"
 #include "naming/references.h"

@@ -8,7 +8,9 @@
 // Every element has an address of its own on the basis, ":Spec.n", under which its unit is asked.
 // Clients are told numbers in the default unit that stands when a specification is filled.
 
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "casehost/case_data.h"
 #include "casehost/store_watch.h"

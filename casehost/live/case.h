@@ -15,6 +15,15 @@
 // values stay, and are told to be outdated. A store into a reaction or the basis makes all stale;
 // one of a value that stands already changes nothing.
 
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "casehost/case_data.h"
+#include "casehost/solve_engine.h"
+#include "fixtop/host/simulation_case.h"
 #include "live/objects.h"
 #include "live/solver_node.h"
 

@@ -2,6 +2,8 @@
 #include "casehost/case_host.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <map>
 
 #include "casehost/file_path.h"
 #include "fixtop/host/local_services.h"

@@ -3,6 +3,9 @@
 
 // DependencyMap: which nodes of a case depend on which, as far as streams and attachments tell.
 
+#include <unordered_map>
+#include <vector>
+
 #include "live/node_list.h"
 
 namespace fixtop::casehost {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
+#include <cmath>
 
 #include "live/case.h"
 
@@ -189,7 +190,8 @@ void Node::StoreReal(const host::VarDescription& variable, double value) {
     const Place place = LocateForStore(variable);
     if (place.cell < 0 && variable.NextPart()) {
         Node* holder = Of(ResolveOwner(variable));
-        return holder ? holder->StoreReal(*variable.GetVariablePart(), value) : void();
+        if (holder) holder->StoreReal(*variable.GetVariablePart(), value);
+        return;
     }
     if (!context_->watch->MayStore() || !MayStoreReal(place, value)) return;
     context_->watch->InStore();
@@ -232,7 +234,8 @@ void Node::StoreText(const host::VarDescription& variable, const host::Text& val
     const Place place = Locate(variable);
     if (place.cell < 0 && variable.NextPart()) {
         Node* holder = Of(ResolveOwner(variable));
-        return holder ? holder->StoreText(*variable.GetVariablePart(), value) : void();
+        if (holder) holder->StoreText(*variable.GetVariablePart(), value);
+        return;
     }
     if (!context_->watch->MayStore() || place.cell < 0 || deleted_) return;
     if (place.row->value_kind != host::kText) return;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <span>
 
+#include "casehost/case_data.h"
 #include "casehost/store_watch.h"
 #include "fixtop/host/viewable.h"
 #include "live/identity.h"

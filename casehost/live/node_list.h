@@ -3,6 +3,12 @@
 
 // NodeList: objects in their order, with the host's list over them and an index by name.
 
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "live/holder_list.h"
 #include "live/node.h"
 
 namespace fixtop::casehost {

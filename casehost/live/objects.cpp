@@ -7,6 +7,7 @@
 #include "live/basis_spec.h"
 #include "live/basis_tree.h"
 #include "live/case.h"
+#include "live/solver_node.h"
 
 namespace fixtop::casehost {
 

@@ -2,6 +2,7 @@
 #include "live/services_impl.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace fixtop::casehost {
 

@@ -4,6 +4,8 @@
 // The host's free functions, the session and the window, over the cases of one CaseHost.
 
 #include <cstdlib>
+#include <map>
+#include <string>
 
 #include "casehost/case_host.h"
 #include "casehost/units.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "live/shape.h"
 
+#include <cstdint>
+
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"
 #include "casehost/units.h"

@@ -10,8 +10,11 @@
 // process: a description that outlives its case is recognised as a stranger.
 
 #include <array>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "casehost/case_data.h"
 #include "fixtop/host/variables.h"

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <string>
 
 namespace fixtop::casehost::types {
 

@@ -3,6 +3,8 @@
 
 // Where objects are named in a case's data, and how their ports are called.
 
+#include <string>
+
 #include "casehost/case_data.h"
 
 namespace fixtop::casehost {

@@ -4,6 +4,8 @@
 // From what stands specified in a feed to its state, and from a calculated state back to what
 // stands specified: the first for streams that no unit makes, the second for those that one makes.
 
+#include <string>
+
 #include "process/flowsheet.h"
 
 namespace fixtop::casehost::process {

@@ -2,6 +2,7 @@
 #include "process/flowsheet.h"
 
 #include <algorithm>
+#include <map>
 
 #include "casehost/stream_names.h"
 #include "casehost/unit_op_names.h"

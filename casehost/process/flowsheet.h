@@ -13,7 +13,10 @@
 // its objects in place. Building never fails: a wrong connection becomes a `problem` of the unit.
 
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "casehost/case_data.h"
 #include "process/unit_ops.h"
 
 namespace fixtop::casehost::process {

@@ -2,6 +2,7 @@
 #include "process/flowsheet_solver.h"
 
 #include <cmath>
+#include <string>
 
 #include "process/feed_state.h"
 #include "process/recycle.h"

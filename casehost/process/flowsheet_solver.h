@@ -11,6 +11,10 @@
 //
 // What can't be solved gets a status and a text; what depends on it is left unsolved.
 
+#include <memory>
+#include <vector>
+
+#include "process/flowsheet.h"
 #include "process/solve_order.h"
 
 namespace fixtop::casehost::process {

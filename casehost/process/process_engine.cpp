@@ -2,6 +2,7 @@
 #include "process/process_engine.h"
 
 #include <algorithm>
+#include <string>
 
 #include "process/results.h"
 

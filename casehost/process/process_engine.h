@@ -8,6 +8,9 @@
 // A solve fails when any object ends with a status other than ok or warning; the message is the
 // text of the first such object that has a reason of its own.
 
+#include <memory>
+#include <optional>
+
 #include "casehost/solve_engine.h"
 #include "process/flowsheet_solver.h"
 

@@ -4,7 +4,10 @@
 // One group of units that depend on each other in a circle, under way.
 
 #include <limits>
+#include <string>
+#include <vector>
 
+#include "process/flowsheet.h"
 #include "process/solve_order.h"
 
 namespace fixtop::casehost::process {

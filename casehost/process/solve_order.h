@@ -4,6 +4,8 @@
 // The order in which the units of a flowsheet are solved. Units that depend on each other in a
 // circle form one group; its tear streams are those that its order meets before their maker.
 
+#include <vector>
+
 #include "process/flowsheet.h"
 
 namespace fixtop::casehost::process {

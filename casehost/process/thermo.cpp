@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "process/thermo.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 #include "process/roots.h"

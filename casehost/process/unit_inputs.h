@@ -4,6 +4,10 @@
 // How the models read their specifications: one place for "exactly one of these must be given" and
 // for the texts that say what is missing or given twice.
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "process/unit_ops.h"
 
 namespace fixtop::casehost::process {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "process/unit_ops.h"
 
+#include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "casehost/unit_op_names.h"

@@ -8,7 +8,10 @@
 // nobody gave is kEmpty. A model throws ProcessError or UnderSpecified with a text that names no
 // object; the flowsheet puts the name in front.
 
+#include <map>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "process/thermo.h"
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <span>
 #include <stdexcept>
+#include <string>
 
 namespace fixtop::casehost {
 

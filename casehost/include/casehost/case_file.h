@@ -10,8 +10,10 @@
 // interrupted leaves the old file as it was and nothing beside it; what a killed one leaves is
 // removed by the next. Of several that save to one file at a time the last one wins.
 
+#include <string>
 #include <string_view>
 
+#include "casehost/case_data.h"
 #include "casehost/case_host.h"
 
 namespace fixtop::casehost {

@@ -7,7 +7,11 @@
 // Threads: all calls on one thread. A closed case stays readable until RunHostLoop.
 
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
+#include "casehost/case_data.h"
 #include "casehost/solve_engine.h"
 #include "casehost/store_watch.h"
 #include "fixtop/host/services.h"

@@ -15,6 +15,7 @@
 // throw. Memory is bounded: a document of more than 512 MiB, 5 million nodes or 256 levels, or one
 // that grows more than 200-fold while it is inflated, is refused before it is held.
 
+#include <string>
 #include <string_view>
 
 #include "casehost/case_data.h"

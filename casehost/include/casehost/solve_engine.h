@@ -4,6 +4,8 @@
 // SolveEngine: what computes the calculated values of a case. The live case owns one, hands it the
 // case as plain data when a solve begins, lets it work one step a turn, and takes the results over.
 
+#include <string>
+
 #include "casehost/case_data.h"
 
 namespace fixtop::casehost {
