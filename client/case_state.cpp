@@ -29,6 +29,7 @@ CaseState::CaseState(std::unique_ptr<HostOfCase> host) : host_(std::move(host)) 
 // What stands on the case goes before the case.
 CaseState::~CaseState() {
     listed_.Reset();
+    found_.Reset();
     neutral_.Reset();
     top_.Reset();
     entry_.Reset();
@@ -50,8 +51,33 @@ std::string CaseState::OpenNeutral(const ModelFiles& files) {
     std::string warning = OpenModel(kNeutralView, files, true, FixtopOpenModel, entry_.Get(), root);
     neutral_ = Ref<FIIteratorBase>::Adopt(Given(FixtopMakeIterator(root.Get(), false)));
     listed_.Reset();
+    found_.Reset();
     files_ = files;
     return warning;
+}
+
+std::optional<Node> CaseState::NeutralOf(const Node& raw) {
+    const auto stands_here = [&](const Node& object) {
+        const auto its_raw = object.Raw();
+        return its_raw && *its_raw == raw;
+    };
+    const auto found = [&](const Node& object) {
+        found_ = Ref<FIIteratorBase>::Adopt(Given(object.Iterator().Copy()));
+        return object;
+    };
+    if (found_) {
+        const Node next(shared_from_this(), Ref<FIIteratorBase>::Adopt(Given(found_->Copy())));
+        if (stands_here(next)) return next;
+        if (next.Iterator().Next() && stands_here(next)) return found(next);
+    }
+    // Objects of the neutral view stand in the lists of its flowsheets.
+    for (const Node& object : Neutral().Matches("Flowsheet")) {
+        bool more = object.Iterator().DownFirst();
+        for (; more; more = object.Iterator().Next()) {
+            if (stands_here(object)) return found(object);
+        }
+    }
+    return std::nullopt;
 }
 
 Node CaseState::Listed() {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,8 @@ class CaseState : public std::enable_shared_from_this<CaseState> {
     // With lists as long as map files have them.
     Node Listed();
     std::string OpenNeutral(const ModelFiles& files);
+    // The object of the neutral view that stands on a node of the case.
+    std::optional<Node> NeutralOf(const Node& raw);
     // The root of a tree that stands on this case.
     Node RootOf(FIEntry& entry);
     // Null when the case has none. Lent.
@@ -61,6 +64,8 @@ class CaseState : public std::enable_shared_from_this<CaseState> {
     Ref<FIEntry> entry_;
     Ref<FIIteratorBase> top_;
     Ref<FIIteratorBase> neutral_;
+    // On what NeutralOf found last: it is mostly asked in the order of a list.
+    Ref<FIIteratorBase> found_;
     Ref<FIIteratorBase> listed_;
     ModelFiles files_;
 };

@@ -264,19 +264,8 @@ std::optional<Node> Node::Raw(Side side) const {
     return Node(case_, std::move(raw));
 }
 
-// Objects of the neutral view stand in the lists of its flowsheets.
 std::optional<Node> Node::Neutral() const {
-    std::optional<Node> found;
-    const std::string path = Path();
-    const auto stands_here = [&](const Child& child) {
-        const auto raw = child.node.Raw();
-        if (raw && raw->Path() == path) found = child.node;
-        return !found;
-    };
-    for (const Node& flowsheet : case_->Neutral().Matches("Flowsheet")) {
-        if (!found) flowsheet.ForEachChild(stands_here);
-    }
-    return found;
+    return case_->NeutralOf(*this);
 }
 
 }  // namespace fixtop::client

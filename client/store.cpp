@@ -2,9 +2,10 @@
 // Stores, and what became of them.
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
+#include <string_view>
 
 #include "fixtop/client/error.h"
 #include "fixtop/client/node.h"
@@ -16,11 +17,14 @@ namespace {
 
 constexpr char kNotStored[] = "Value not stored";
 
-// The whole text as a number.
-std::optional<double> NumberIn(const std::string& text) {
-    char* end = nullptr;
-    const double number = std::strtod(text.c_str(), &end);
-    if (end == text.c_str() || *end != '\0' || !std::isfinite(number)) return std::nullopt;
+// The whole text as a number, with a point whatever the locale has.
+std::optional<double> NumberIn(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end || !std::isfinite(number)) return std::nullopt;
     return number;
 }
 

@@ -148,6 +148,33 @@ TEST_F(ClientNode, neutral_node_leads_to_its_raw_one_and_back) {
     EXPECT_FALSE(raw->Raw());
 }
 
+TEST_F(ClientNode, objects_of_all_lists_are_found_in_the_neutral_view) {
+    int found = 0;
+    for (const char* list : {"Streams", "UnitOps"}) {
+        for (const Node& object : plant.At("appModel.FlowSheetObjects").At(list).Children()) {
+            const auto neutral = object.Neutral();
+            if (!neutral) continue;
+            ++found;
+            EXPECT_EQ(object.Path(), neutral->Raw().value().Path());
+        }
+    }
+    // Material and energy streams, flowsheets within the flowsheet, other unit operations.
+    EXPECT_EQ(22 + 5 + 3 + 16, found);
+}
+
+TEST_F(ClientNode, typed_number_is_the_whole_text) {
+    const Node temperature = Streams().At("Raw Gas.Temperature");
+    for (const auto& [typed, stored] :
+         {std::pair("35", 35.0), {" 36", 36.0}, {"+37", 37.0}, {"-3e1", -30.0}, {".5", 0.5}}) {
+        temperature.Store(std::string(typed), "C");
+        EXPECT_DOUBLE_EQ(stored, temperature.Number("C")) << typed;
+    }
+    for (const char* typed : {"3,5", "12x", "+-5", "++5", "nan", "inf", "1e999", " ", "0x10"}) {
+        EXPECT_THROW(temperature.Store(std::string(typed), "C"), Refused) << typed;
+    }
+    EXPECT_DOUBLE_EQ(0.5, temperature.Number("C"));
+}
+
 TEST(ClientNames, are_quoted_where_a_path_needs_it) {
     EXPECT_EQ("Feed 1", WrittenName("Feed 1"));
     EXPECT_EQ("\"V.1\"", WrittenName("V.1"));
