@@ -120,8 +120,10 @@ void SoakClient::OpenRoot() {
         root.top = Ref<FIEntry>::Adopt(GetTopFIEntry(&notify));
         if (!dice_.OneIn(4)) SetTopNotify(notify, session);
     }
-    root.root = root.neutral ? Ref<FIEntry>::Adopt(FixtopOpenModel(root.top.Get(), &SceneFiles()))
-                             : root.top;
+    FixtopModelFiles files = SceneFiles();
+    files.wholeLists = dice_.OneIn(2);
+    root.root =
+        root.neutral ? Ref<FIEntry>::Adopt(FixtopOpenModel(root.top.Get(), &files)) : root.top;
     if (!root.root) return fail_("a view does not open");
     if (roots_.size() == kRoots) roots_.erase(roots_.begin());
     roots_.push_back(std::move(root));
