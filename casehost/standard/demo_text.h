@@ -5,7 +5,7 @@
 
 namespace fixtop::casehost {
 
-// The built-in case, demo.json, as the build took it in.
+// The built-in case, put together from demo/*.json by the build.
 extern const std::string_view kDemoText;
 
 }  // namespace fixtop::casehost

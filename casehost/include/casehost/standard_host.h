@@ -10,7 +10,7 @@
 
 namespace fixtop::casehost {
 
-// The name under which OpenCase opens the built-in case: a gas plant, read from standard/demo.json.
+// The name under which OpenCase opens the built-in case: a gas plant, read from standard/demo/.
 // Two raw gases are mixed and chilled; the cold gas drives an expander and cools the recompressed
 // flash gas on its way to the sales line, the liquid is flashed, pumped and stabilised in a
 // sub-flowsheet. Beside it stands equipment that the solver has no model for, with numbers that
