@@ -15,13 +15,20 @@ import xml.etree.ElementTree as ElementTree
 
 import content_tables as tables
 
-SHIPPED_LIBRARY_FILES = ["QSIAllLibraries", "QSIUnitOperation", "QSIStreams", "QSIFlowsheet"]
+SHIPPED_LIBRARY_FILES = [
+    "QSIAllLibraries",
+    "QSIUnitOperation",
+    "QSIStreams",
+    "QSIFlowsheet",
+    "QSIPressureChanger",
+]
 SHIPPED_MAP_FILES = [
     "hovexmap",
     "HMAPStreams",
     "HMAPSharedClasses",
     "HMAPFlowsheet",
     "HMAPUnitOperation",
+    "HMAPPressureChangers",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -54,6 +61,17 @@ CTKVL2 QSIDistributionCoefficient.K
 CTKL1L2 QSIDistributionCoefficient.K
 CTFluidPhaseComponentArray QSIUoFluidPhaseProperties.Composition
 CTFluidPhaseComponent QSISimpleComposition.ComponentName QSISimpleComposition.MoleFraction
+CTPipeSegment QSIPipe.Segment
+CTPipeCell QSIPipeSegment.Cell
+CTPipeProfile QSIPipe.Profile
+CTComprPerfCurve QSICompressor.EfficiencyCurve QSICompressor.PerformanceCurve
+CTPerfCurvePoint QSIComprPerformanceCurve.Point QSIPumpCurve.Point
+CTSpeedFlowCurve QSISpeedFlowCurve.Point
+CTValveCurve QSIValve.PerformanceCurve
+CTPumpCurve QSIPump.PumpCurve
+CTEfficiencyCurve QSIPump.EfficiencyCurve
+CTNPSHCurve QSIPump.NPSHCurve
+CTNPSHCurvePoint QSINPSHCurve.Point
 """
 
 PHASE_NAMES = {
