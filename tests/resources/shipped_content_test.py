@@ -21,6 +21,8 @@ SHIPPED_LIBRARY_FILES = [
     "QSIStreams",
     "QSIFlowsheet",
     "QSISeparators",
+    "QSIMixerSplitter",
+    "QSIUtilities",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
