@@ -23,6 +23,7 @@ SHIPPED_LIBRARY_FILES = [
     "QSISeparators",
     "QSIMixerSplitter",
     "QSIUtilities",
+    "QSIHeatExchanger",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -33,6 +34,7 @@ SHIPPED_MAP_FILES = [
     "HMAPSeparators",
     "HMAPMixerSplitter",
     "HMAPUtilities",
+    "HMAPHeatExchanger",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -80,6 +82,11 @@ CTDewPointCurve PhaseEnvelopeCurves.DewPointCurve
 CTHydratePointCurve PhaseEnvelopeCurves.HydrateCurve
 CTCutPercent QSIDistillationCurve.Cut
 CTViscosity QSIDistillationCurveBulk.Viscosity
+CTExchangerHot QSIHeatExchanger.Hot
+CTExchangerCold QSIHeatExchanger.Cold
+CTHeaterVF QSIHeaterCooler.OutletVaporFraction
+CTHeaterZone QSIHeaterCooler.Zone
+CTHeaterProfile QSIHeatCurve.Point
 """
 
 PHASE_NAMES = {
