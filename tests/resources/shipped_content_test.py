@@ -24,6 +24,7 @@ SHIPPED_LIBRARY_FILES = [
     "QSIMixerSplitter",
     "QSIUtilities",
     "QSIPressureChanger",
+    "QSIHeatExchanger",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -35,6 +36,7 @@ SHIPPED_MAP_FILES = [
     "HMAPMixerSplitter",
     "HMAPUtilities",
     "HMAPPressureChangers",
+    "HMAPHeatExchanger",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -93,6 +95,11 @@ CTPumpCurve QSIPump.PumpCurve
 CTEfficiencyCurve QSIPump.EfficiencyCurve
 CTNPSHCurve QSIPump.NPSHCurve
 CTNPSHCurvePoint QSINPSHCurve.Point
+CTExchangerHot QSIHeatExchanger.Hot
+CTExchangerCold QSIHeatExchanger.Cold
+CTHeaterVF QSIHeaterCooler.OutletVaporFraction
+CTHeaterZone QSIHeaterCooler.Zone
+CTHeaterProfile QSIHeatCurve.Point
 """
 
 PHASE_NAMES = {
