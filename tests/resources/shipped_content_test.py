@@ -15,7 +15,13 @@ import xml.etree.ElementTree as ElementTree
 
 import content_tables as tables
 
-SHIPPED_LIBRARY_FILES = ["QSIAllLibraries", "QSIUnitOperation", "QSIStreams", "QSIFlowsheet"]
+SHIPPED_LIBRARY_FILES = [
+    "QSIAllLibraries",
+    "QSIUnitOperation",
+    "QSIStreams",
+    "QSIFlowsheet",
+    "QSISeparators",
+]
 SHIPPED_MAP_FILES = [
     "hovexmap",
     "HMAPStreams",
