@@ -23,6 +23,7 @@ SHIPPED_LIBRARY_FILES = [
     "QSISeparators",
     "QSIMixerSplitter",
     "QSIUtilities",
+    "QSIPressureChanger",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -33,6 +34,7 @@ SHIPPED_MAP_FILES = [
     "HMAPSeparators",
     "HMAPMixerSplitter",
     "HMAPUtilities",
+    "HMAPPressureChangers",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -80,6 +82,17 @@ CTDewPointCurve PhaseEnvelopeCurves.DewPointCurve
 CTHydratePointCurve PhaseEnvelopeCurves.HydrateCurve
 CTCutPercent QSIDistillationCurve.Cut
 CTViscosity QSIDistillationCurveBulk.Viscosity
+CTPipeSegment QSIPipe.Segment
+CTPipeCell QSIPipeSegment.Cell
+CTPipeProfile QSIPipe.Profile
+CTComprPerfCurve QSICompressor.EfficiencyCurve QSICompressor.PerformanceCurve
+CTPerfCurvePoint QSIComprPerformanceCurve.Point QSIPumpCurve.Point
+CTSpeedFlowCurve QSISpeedFlowCurve.Point
+CTValveCurve QSIValve.PerformanceCurve
+CTPumpCurve QSIPump.PumpCurve
+CTEfficiencyCurve QSIPump.EfficiencyCurve
+CTNPSHCurve QSIPump.NPSHCurve
+CTNPSHCurvePoint QSINPSHCurve.Point
 """
 
 PHASE_NAMES = {
