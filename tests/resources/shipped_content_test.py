@@ -24,6 +24,8 @@ SHIPPED_LIBRARY_FILES = [
     "QSIMixerSplitter",
     "QSIUtilities",
     "QSIPressureChanger",
+    "QSIReaction",
+    "QSIReactors",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -35,6 +37,8 @@ SHIPPED_MAP_FILES = [
     "HMAPMixerSplitter",
     "HMAPUtilities",
     "HMAPPressureChangers",
+    "HMAPReaction",
+    "HMAPReactors",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -93,6 +97,15 @@ CTPumpCurve QSIPump.PumpCurve
 CTEfficiencyCurve QSIPump.EfficiencyCurve
 CTNPSHCurve QSIPump.NPSHCurve
 CTNPSHCurvePoint QSINPSHCurve.Point
+CTReactions QSIReactionPkg.Reaction
+CTActiveReactions QSIReactionSet.Reaction
+CTReactionDenominatorTerm QSICatalyticRateReaction.AdsorptionTerm
+CTReactionComponentOrder QSIReactionRateTerm.DrivingForce
+CTLocalReaction QSILocalReactionSet.Reaction
+CTReactantBalance QSILocalReactionSet.ReactantBalance
+CTLocalConvReaction QSILocalConvReactionSet.ReactionOverride
+CTLocalEquilReaction QSILocalEquilReactionSet.ReactionOverride
+CTGibbsFlowSpec QSIGibbsReactor.FlowSpec
 """
 
 PHASE_NAMES = {
@@ -339,7 +352,7 @@ class Maps(unittest.TestCase):
             if (container := element.get("Container")) is not None:
                 self.assertIn(container, tables.CLASSES, owner)
             if (container := element.get("ContainerId")) is not None:
-                self.assertIn(container, attributes, owner)
+                self.assertLessEqual(set(container.split(".")), attributes, owner)
 
     def test_bodies_are_one_piece_of_text(self):
         for element in CONTENT.translators():
