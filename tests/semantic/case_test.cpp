@@ -71,7 +71,9 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         "Raw Gas, Tail Gas, Mixed Gas, Chilled Gas, Cold Gas, Cold Liquid, Expanded Gas, Warm Gas, "
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
         "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
-        "Distillate, Bottoms",
+        "Distillate, Bottoms, Prereformer Feed, Prereformed Gas, Reformed Gas, Light Alkanes, "
+        "Heavy "
+        "Alkanes",
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
