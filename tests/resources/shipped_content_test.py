@@ -25,6 +25,8 @@ SHIPPED_LIBRARY_FILES = [
     "QSIUtilities",
     "QSIPressureChanger",
     "QSIHeatExchanger",
+    "QSIReaction",
+    "QSIReactors",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -37,6 +39,8 @@ SHIPPED_MAP_FILES = [
     "HMAPUtilities",
     "HMAPPressureChangers",
     "HMAPHeatExchanger",
+    "HMAPReaction",
+    "HMAPReactors",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -100,6 +104,15 @@ CTExchangerCold QSIHeatExchanger.Cold
 CTHeaterVF QSIHeaterCooler.OutletVaporFraction
 CTHeaterZone QSIHeaterCooler.Zone
 CTHeaterProfile QSIHeatCurve.Point
+CTReactions QSIReactionPkg.Reaction
+CTActiveReactions QSIReactionSet.Reaction
+CTReactionDenominatorTerm QSICatalyticRateReaction.AdsorptionTerm
+CTReactionComponentOrder QSIReactionRateTerm.DrivingForce
+CTLocalReaction QSILocalReactionSet.Reaction
+CTReactantBalance QSILocalReactionSet.ReactantBalance
+CTLocalConvReaction QSILocalConvReactionSet.ReactionOverride
+CTLocalEquilReaction QSILocalEquilReactionSet.ReactionOverride
+CTGibbsFlowSpec QSIGibbsReactor.FlowSpec
 """
 
 PHASE_NAMES = {
@@ -346,7 +359,7 @@ class Maps(unittest.TestCase):
             if (container := element.get("Container")) is not None:
                 self.assertIn(container, tables.CLASSES, owner)
             if (container := element.get("ContainerId")) is not None:
-                self.assertIn(container, attributes, owner)
+                self.assertLessEqual(set(container.split(".")), attributes, owner)
 
     def test_bodies_are_one_piece_of_text(self):
         for element in CONTENT.translators():

@@ -80,7 +80,9 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         "Raw Gas, Tail Gas, Mixed Gas, Chilled Gas, Cold Gas, Cold Liquid, Expanded Gas, Warm Gas, "
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
         "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
-        "Distillate, Bottoms",
+        "Distillate, Bottoms, Prereformer Feed, Prereformed Gas, Reformed Gas, Light Alkanes, "
+        "Heavy "
+        "Alkanes",
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
@@ -163,12 +165,18 @@ TEST_F(SemanticCase, reactions_of_the_package_have_classes) {
     NodeRef it = FromTop("appModel.Basis.ReactionPackage");
     EXPECT_EQ((Elements{{"Reaction", "QSICatalyticRateReaction"},
                         {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIEquilibriumReaction"},
+                        {"Reaction", "QSIReversibleKineticReaction"},
+                        {"Reaction", "QSISimpleRateReaction"},
+                        {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIEquilibriumReaction"},
                         {"Reaction", "QSIEquilibriumReaction"}}),
               ReadList(CTReactions, *it));
     FIValue subclass;
     CTReactions(it.Get(), &subclass, 0);
     ASSERT_EQ(2, CTReactionDenominatorTerm(it.Get(), nullptr, kCountIndex));
-    ASSERT_EQ(2, CTReactionComponentOrder(it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(4, CTReactionComponentOrder(it.Get(), nullptr, kCountIndex));
     CTReactionDenominatorTerm(it.Get(), nullptr, 1);
     CTReactionComponentOrder(it.Get(), nullptr, 1);
     EXPECT_EQ("REAL 0.0004", Variable(*it, "A"));
@@ -199,9 +207,9 @@ TEST_F(SemanticCase, a_reactor_names_the_reactions_of_its_set) {
     NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.ERV-100");
     ASSERT_EQ(2, CTLocalReaction(it.Get(), nullptr, kCountIndex));
     CTLocalReaction(it.Get(), nullptr, 0);
-    EXPECT_EQ("Reforming", Variable(*it, "RxnName"));
+    EXPECT_EQ("Propane Disproportionation", Variable(*it, "RxnName"));
     CTLocalReaction(it.Get(), nullptr, 1);
-    EXPECT_EQ("Shift", Variable(*it, "RxnName"));
+    EXPECT_EQ("Butane Disproportionation", Variable(*it, "RxnName"));
 
     it = FromTop("appModel.FlowSheetObjects.UnitOps.GBR-100");
     ASSERT_EQ(8, CTGibbsFlowSpec(it.Get(), nullptr, kCountIndex));
