@@ -6,6 +6,7 @@
 #include <map>
 
 #include "semantic/column_summary.h"
+#include "semantic/column_vessels.h"
 #include "semantic/raw_tree.h"
 
 namespace fixtop {
