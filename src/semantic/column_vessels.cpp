@@ -1,13 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "semantic/column_vessels.h"
 
+#include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 
-namespace fixtop::semantic {
+namespace fixtop {
+
+namespace semantic {
 
 namespace {
 
 constexpr int kVesselLimit = 1000;
+
+int NozzleList(FIIteratorBase& it, int index, const char* vessel) {
+    if (index != kCountIndex) return SetElementName(it, "NozzleElemNum", index);
+    const Ref<FIIteratorBase> walker = CopyOf(it);
+    return FindVessel(*walker, vessel) ? CountChildren(*walker, {"Nozzle Diameter"}) : 0;
+}
 
 }  // namespace
 
@@ -21,4 +30,16 @@ bool FindVessel(FIIteratorBase& it, const char* name) {
     return false;
 }
 
-}  // namespace fixtop::semantic
+}  // namespace semantic
+
+int CTCondNozzle(FIIteratorBase* it, FIValue*, int index) {
+    return semantic::Exported(
+        [=] { return semantic::NozzleList(*it, index, semantic::kCondenser); });
+}
+
+int CTRebNozzle(FIIteratorBase* it, FIValue*, int index) {
+    return semantic::Exported(
+        [=] { return semantic::NozzleList(*it, index, semantic::kReboiler); });
+}
+
+}  // namespace fixtop

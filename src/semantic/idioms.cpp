@@ -44,6 +44,17 @@ FIValue ReadElementValue(FIIteratorBase& it, const char* array, int index) {
     return value;
 }
 
+FIValue ReadId(FIIteratorBase& it) {
+    FIValue id;
+    it.GetAttribute(FIValue("id"), id);
+    return id;
+}
+
+FIValue AsText(FIValue value) {
+    if (value.IsNumber()) value.SetText(value.ToText());
+    return value;
+}
+
 int CountChildren(FIIteratorBase& it, Names names) {
     const Ref<FIIteratorBase> walker = CopyOf(it);
     if (!SeekNames(*walker, names) || !walker->DownFirst()) return 0;
@@ -80,6 +91,18 @@ bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit) {
         it.Up();
     }
     return false;
+}
+
+bool HasElement(FIIteratorBase& it, const char* array, const std::string& text, int limit) {
+    if (!SeekNames(it, {array})) return false;
+    const auto has_text = [&text](FIIteratorBase& element) {
+        const FIValue value = ReadValue(element);
+        return !value.IsNull() && value.ToText() == text;
+    };
+    const bool found = FindChild(it, has_text, limit);
+    if (found) it.Up();
+    it.Up();
+    return found;
 }
 
 // Asked of every child of a list for each of its elements.
