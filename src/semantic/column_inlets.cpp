@@ -62,7 +62,7 @@ bool IsInletStage(FIIteratorBase& it, const std::string& stage) {
 
 FIValue FindFeedStage(FIIteratorBase& it, const std::string& feed) {
     const Ref<FIIteratorBase> walker = CopyOf(it);
-    if (feed.empty() || !SeekNumberedStages(*walker)) return FIValue();
+    if (!SeekNumberedStages(*walker)) return FIValue();
     const auto has_feed = [&feed](FIIteratorBase& stage) {
         return HasElement(stage, "Stage Stream Names", feed, kStreamLimit);
     };

@@ -41,11 +41,10 @@ bool SeekInFlowsheet(FIIteratorBase& it, const char* name) {
 
 }  // namespace
 
-// The text is a name and no path: it may hold any character of one.
+// The text is a name and no path, whose characters it may hold; no object has the empty one.
 bool SeekLinked(FIIteratorBase& it, const FIValue& name, int levels) {
     if (!GoUp(it, levels)) return false;
     const std::string text = name.ToText();
-    if (text.empty()) return false;
     return it.SeekChild(text.c_str()) || SeekInFlowsheet(it, text.c_str());
 }
 

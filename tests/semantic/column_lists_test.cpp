@@ -580,6 +580,15 @@ TEST_F(ColumnFeeds, without_a_name_keep_what_was_known) {
     }
 }
 
+TEST_F(ColumnFeeds, an_empty_name_is_not_a_missing_one) {
+    AddInlet(FIValue(""));
+    ScriptNode& list = AddLists();
+    AddStage(list, 4, {FIValue()});
+    AddStage(list, 5, {FIValue("")});
+    EXPECT_EQ((Variables{{"FeedElemNum", "Elem0"}, {"FeedName", ""}, {"FeedStage", "INT 5"}}),
+              Feed(0));
+}
+
 TEST_F(ColumnFeeds, names_and_numbers_are_converted) {
     AddInlet(FIValue::OfInt(12));
     ScriptNode& list = AddLists();
