@@ -41,7 +41,7 @@ bool SeekInFlowsheet(FIIteratorBase& it, const char* name) {
 
 }  // namespace
 
-// The text is a name and no path, whose characters it may hold; no object has the empty one.
+// The text is a name and no path, so it may hold any character; no object has the empty name.
 bool SeekLinked(FIIteratorBase& it, const FIValue& name, int levels) {
     if (!GoUp(it, levels)) return false;
     const std::string text = name.ToText();
