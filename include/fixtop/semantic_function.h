@@ -44,6 +44,8 @@ struct NamedFunction {
     std::variant<SemanticFunction, ArrayFunction, TopNodeFunction> function;
     // A list that takes kNextIndex.
     bool steps_on = false;
+    // A step that moves only after it was asked in the same place.
+    bool asked_first = false;
 };
 
 }  // namespace fixtop

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
-// FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file
-// says first what a line shall mean. The declarations, the table for maps and the exports of the
+// FIXTOP_ASKED_STEP of one that moves only after it was asked, FIXTOP_LIST of a list,
+// FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file says first what a line
+// shall mean. The declarations, the table for maps and the exports of the
 // module come from here, so a function is added by its line and its body; which variables and nodes
 // it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)
+#endif
+#ifndef FIXTOP_ASKED_STEP
+#define FIXTOP_ASKED_STEP(name) FIXTOP_STEP(name)
 #endif
 #ifndef FIXTOP_LIST
 #define FIXTOP_LIST(name)
@@ -116,9 +120,9 @@ FIXTOP_STEP(CTRebVapor)
 
 // ---- From a side column or a pump-around to its streams
 
-// Asking sets Draw and Return, the names of the streams; moving reads them, so it comes second.
-FIXTOP_STEP(CTSideColumnDraw)
-FIXTOP_STEP(CTSideColumnReturn)
+// Asking sets Draw and Return, the names of the streams; moving reads them.
+FIXTOP_ASKED_STEP(CTSideColumnDraw)
+FIXTOP_ASKED_STEP(CTSideColumnReturn)
 FIXTOP_STEP(CTSideColumnBottoms)
 // To the unit below the bottoms when that is a reboiler.
 FIXTOP_STEP(CTSideColumnReboiler)
@@ -127,5 +131,6 @@ FIXTOP_STEP(CTPumparoundReturn)
 // clang-format on
 
 #undef FIXTOP_STEP
+#undef FIXTOP_ASKED_STEP
 #undef FIXTOP_LIST
 #undef FIXTOP_CHILD_LIST

@@ -60,6 +60,14 @@ TEST(FunctionTable, kinds_are_those_of_the_functions) {
     }
 }
 
+TEST(FunctionTable, says_which_steps_are_asked_first) {
+    std::vector<std::string> asked;
+    for (const NamedFunction& row : SemanticFunctionTable()) {
+        if (row.asked_first) asked.emplace_back(row.name);
+    }
+    EXPECT_THAT(asked, UnorderedElementsAreArray({"CTSideColumnDraw", "CTSideColumnReturn"}));
+}
+
 TEST(FunctionTable, has_the_functions_of_columns) {
     const char* const lists[] = {"CTColumnStages",
                                  "CTColumnFeeds",
