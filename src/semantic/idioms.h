@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <string>
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/iterator.h"
@@ -31,6 +32,13 @@ Ref<FIIteratorBase> CopyUnlessMove(FIIteratorBase& it, int move);
 bool SeekNames(FIIteratorBase& it, Names names);
 // The attribute "value" of the present node.
 FIValue ReadValue(FIIteratorBase& it);
+// The value of a child, and of an element of an array below; NULL when there is none. `it` stays.
+FIValue ReadChildValue(FIIteratorBase& it, const char* name);
+FIValue ReadElementValue(FIIteratorBase& it, const char* array, int index);
+// The attribute "id" of the present node.
+FIValue ReadId(FIIteratorBase& it);
+// A number becomes its text; NULL stays NULL.
+FIValue AsText(FIValue value);
 
 // How many children the node below these names has; 0 when a name is missing. `it` stays.
 int CountChildren(FIIteratorBase& it, Names names);
@@ -44,9 +52,17 @@ int SetElementIndex(FIIteratorBase& it, const char* variable, int index);
 // `it` goes to the element of the named array.
 int MoveToElement(FIIteratorBase& it, const char* array, int index);
 
+// A list of as many as the array below these names has; the variable becomes the index.
+int IndexList(FIIteratorBase& it, int index, const char* variable, Names names);
+
 // Whether a child belongs to a list. It is called for every child that is passed, in both modes,
 // and may leave variables there.
 using ChildTest = std::function<bool(FIIteratorBase& child)>;
+
+// To the first child that passes; false, in place, when none among the first `limit` does.
+bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit);
+// Whether one of the first `limit` elements of an array has this text as its value. `it` stays.
+bool HasElement(FIIteratorBase& it, const char* array, const std::string& text, int limit);
 
 // A list of those children of a container that pass the test; `it` goes to the element. An index
 // must be below an earlier count; beyond it `it` is left behind the last child. Takes kNextIndex.
