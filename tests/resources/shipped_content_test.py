@@ -27,6 +27,7 @@ SHIPPED_LIBRARY_FILES = [
     "QSIHeatExchanger",
     "QSIReaction",
     "QSIReactors",
+    "QSIColumn",
 ]
 SHIPPED_MAP_FILES = [
     "hovexmap",
@@ -41,6 +42,7 @@ SHIPPED_MAP_FILES = [
     "HMAPHeatExchanger",
     "HMAPReaction",
     "HMAPReactors",
+    "HMAPColumn",
 ]
 
 # The functions whose every use is in the maps that are shipped, with the attributes that they give;
@@ -113,6 +115,30 @@ CTReactantBalance QSILocalReactionSet.ReactantBalance
 CTLocalConvReaction QSILocalConvReactionSet.ReactionOverride
 CTLocalEquilReaction QSILocalEquilReactionSet.ReactionOverride
 CTGibbsFlowSpec QSIGibbsReactor.FlowSpec
+CTColumnStages QSIDistillationColumn.Stage
+CTColumnFeeds QSIDistillationColumn.Feed
+CTSectionTray QSIColumnSection.Tray QSIColumnSection.Stage QSISideColumn.Stage
+CTColumnSideDraws QSIColumnSection.SideDraw
+CTSideDrawFluid QSISideDraw.Fluid
+CTColumnCompMoleFrac QSIUoFluidProperties.Composition
+CTLiquidFromComposition QSIUoFluidPhaseProperties.Composition
+CTColumnComponentEfficiency QSIDistillationEfficiency.ComponentEfficiency
+CTCondNozzle QSICondenser.Nozzle
+CTCondVapor QSICondenser.Vapor
+CTCondDistillate QSICondenser.Distillate
+CTCondHeavyDistillate QSICondenser.HeavyDistillate
+CTCondReflux QSICondenser.Reflux
+CTRebNozzle QSIReboiler.Nozzle
+CTRebBoilup QSIReboiler.Boilup
+CTRebLiquid QSIReboiler.LiquidProduct
+CTRebLiquid2 QSIReboiler.Liquid2Product
+CTRebVapor QSIReboiler.VaporDraw
+CTSideColumnDraw QSISideColumn.Draw
+CTSideColumnReturn QSISideColumn.Return
+CTSideColumnReboiler QSISideColumn.Reboiler
+CTSideColumnBottoms QSISideColumn.Bottoms
+CTPumparoundDraw QSIPumpAround.Draw
+CTPumparoundReturn QSIPumpAround.Return
 """
 
 PHASE_NAMES = {

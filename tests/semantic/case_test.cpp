@@ -219,6 +219,32 @@ TEST_F(SemanticCase, a_reactor_names_the_reactions_of_its_set) {
     EXPECT_EQ("H2O", Variable(*it, "CompName"));
 }
 
+TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {
+    Open("demo");
+    NodeRef it = Flowsheet();
+    FIValue subclass;
+    CTUnitOperations(it.Get(), &subclass, 11);
+    ASSERT_EQ("T-100", NameAt(*it));
+    ASSERT_EQ(8, CTColumnStages(it.Get(), nullptr, kCountIndex));
+    std::string kinds;
+    for (int stage = 0; stage < 8; ++stage) {
+        CTColumnStages(it.Get(), nullptr, stage);
+        kinds += Variable(*it, "IsCondenser") == "INT 1"  ? 'C'
+                 : Variable(*it, "IsReboiler") == "INT 1" ? 'R'
+                 : Variable(*it, "IsFeed") == "INT 1"     ? 'F'
+                                                          : '.';
+    }
+    EXPECT_EQ("C...F..R", kinds);
+    for (const auto& [step, stream] :
+         {std::pair{&CTCondDistillate, "Distillate"}, {&CTRebLiquid, "Bottoms"}}) {
+        NodeRef at = NodeRef::Adopt(it->Copy());
+        EXPECT_TRUE(step(at.Get(), 1)) << stream;
+        EXPECT_EQ(stream, NameAt(*at));
+        EXPECT_EQ("MaterialStreamObject", Read(*at, "type"));
+    }
+    EXPECT_FALSE(CTCondVapor(it.Get(), 0)) << "nothing leaves the condenser as vapour";
+}
+
 TEST_F(SemanticCase, a_recorded_column_has_its_bottom_stage) {
     const char* given = std::getenv("FIXTOP_CASES");
     const auto file = std::filesystem::path(given ? given : FIXTOP_CASES) / "real" /
