@@ -75,7 +75,8 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
-    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves", NamesOf(ReadList(CTFlowsheets, *it)));
+    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves, Machine Curves",
+              NamesOf(ReadList(CTFlowsheets, *it)));
     EXPECT_EQ("Sales Gas Envelope", NamesOf(ReadList(CTPhaseEnvelopes, *it)));
     EXPECT_EQ("Condensate Curve", NamesOf(ReadList(CTDistillationCurves, *it)));
     EXPECT_EQ((Elements{{"MIX-100", "QSIMixer"},
