@@ -95,6 +95,7 @@ void ReadFlowsheet(Reading& reading, XmlNode root, CaseData& data) {
     for (const FileEdge& edge : file.edges) {
         objects[edge.unit].ports.push_back(PortOf(file, edge));
     }
+    ReadVesselStreams(reading, objects);
 }
 
 std::string StemOf(const std::string& label) {

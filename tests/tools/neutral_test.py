@@ -302,7 +302,8 @@ class Classes(ProgramTest):
 
     def test_an_unknown_name(self):
         self.check(run("classes", "QSIHeatStrem"), FAILED, "",
-                   "no such class: QSIHeatStrem\n  near: QSIHeatStream\n  near: QSILoadStream\n")
+                   "no such class: QSIHeatStrem\n  near: QSIHeatStream\n  near: QSIHeatCurve\n"
+                   "  near: QSILoadStream\n")
 
 
 class OwnFiles(ProgramTest):

@@ -24,7 +24,8 @@ class CCDMMapTranslator final : public CCDMTranslator {
     ParsedPath path_{new PathStep};
 };
 
-// Has a function find the node; fails without one.
+// Has a function find the node; fails without one. One that must be asked before it moves is asked
+// by Apply.
 class CCDMFunctionTranslator final : public CCDMTranslator {
  public:
     // The module in which the function is looked up, when its name is read.
@@ -39,6 +40,7 @@ class CCDMFunctionTranslator final : public CCDMTranslator {
     const SemanticModule* module_;
     std::string function_name_;
     SemanticFunction function_ = nullptr;
+    bool asked_first_ = false;
 };
 
 // Stays where it is: the attribute has overrides alone, or children that are reached from here.

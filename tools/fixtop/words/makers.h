@@ -22,12 +22,14 @@ std::unique_ptr<Word> MakeLs();
 std::unique_ptr<Word> MakePath();
 std::unique_ptr<Word> MakePwd();
 std::unique_ptr<Word> MakeQuit();
+std::unique_ptr<Word> MakeReport();
 std::unique_ptr<Word> MakeSave();
 std::unique_ptr<Word> MakeSet();
 std::unique_ptr<Word> MakeShell();
 std::unique_ptr<Word> MakeSolve();
 std::unique_ptr<Word> MakeTable();
 std::unique_ptr<Word> MakeTree();
+std::unique_ptr<Word> MakeUnits();
 std::unique_ptr<Word> MakeWatch();
 
 }  // namespace fixtop
