@@ -60,7 +60,7 @@ CASEHOST_ROOMS = {
     "json": ["include", "naming", "files"],
     "live": ["include", "naming"],
     "process": ["include"],
-    "importer": ["include"],
+    "importer": ["include", "naming"],
     "standard": ["include", "json", "live", "process", "importer"],
 }
 CASEHOST_LIBRARIES = {"zip.h": "importer", "expat.h": "importer", "pugixml.hpp": "importer",

@@ -225,16 +225,16 @@ TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {
     FIValue subclass;
     CTUnitOperations(it.Get(), &subclass, 11);
     ASSERT_EQ("T-100", NameAt(*it));
-    ASSERT_EQ(8, CTColumnStages(it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(12, CTColumnStages(it.Get(), nullptr, kCountIndex));
     std::string kinds;
-    for (int stage = 0; stage < 8; ++stage) {
+    for (int stage = 0; stage < 12; ++stage) {
         CTColumnStages(it.Get(), nullptr, stage);
         kinds += Variable(*it, "IsCondenser") == "INT 1"  ? 'C'
                  : Variable(*it, "IsReboiler") == "INT 1" ? 'R'
                  : Variable(*it, "IsFeed") == "INT 1"     ? 'F'
                                                           : '.';
     }
-    EXPECT_EQ("C...F..R", kinds);
+    EXPECT_EQ("C...F....F.R", kinds);
     for (const auto& [step, stream] :
          {std::pair{&CTCondDistillate, "Distillate"}, {&CTRebLiquid, "Bottoms"}}) {
         NodeRef at = NodeRef::Adopt(it->Copy());
