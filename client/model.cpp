@@ -2,6 +2,7 @@
 // Opening neutral views and class libraries.
 
 #include "case_state.h"
+#include "visit.h"
 
 namespace fixtop::client {
 
@@ -48,18 +49,36 @@ const char* GivenText(const std::string& text) {
     return text.empty() ? nullptr : text.c_str();
 }
 
+FixtopModelFiles GivenFiles(const ModelFiles& files, bool whole_lists) {
+    return {GivenText(files.classes), GivenText(files.map), GivenText(files.units),
+            GivenText(files.translate), whole_lists};
+}
+
 }  // namespace
 
 std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
                       FIEntry* top, Ref<FIEntry>& root) {
     const ModelLog log(files.log);
-    const FixtopModelFiles given{GivenText(files.classes), GivenText(files.map),
-                                 GivenText(files.units), GivenText(files.translate), whole_lists};
+    const FixtopModelFiles given = GivenFiles(files, whole_lists);
     root = Ref<FIEntry>::Adopt(open(top, &given));
     if (root) return files.units.empty() ? "" : TroubleWithUnits(log.Lines());
     std::vector<std::string> problems = log.Lines();
     problems.insert(problems.begin(), std::string(what) + " can't be opened");
     throw CaseError(std::move(problems));
+}
+
+std::vector<Finding> CheckModel(const ModelFiles& files) {
+    const ModelLog log(files.log);
+    const FixtopModelFiles given = GivenFiles(files, true);
+    std::vector<Finding> findings;
+    Visitor<FixtopFinding> visitor([&](const FixtopFinding& finding) {
+        findings.push_back(
+            {finding.kind == FixtopFinding::kMistake, finding.file, finding.line, finding.text});
+        return true;
+    });
+    FixtopCheckModel(&given, visitor.Call(), &visitor);
+    visitor.Rethrow();
+    return findings;
 }
 
 Node OpenDictionary(const ModelFiles& files, std::string& warning) {

@@ -7,6 +7,7 @@
 #include "fixtop/fixtop.h"
 #include "framework/nodes/shield.h"
 #include "front/own_iterator.h"
+#include "mapping/check/check_model.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"
 #include "mapping/open/open_model.h"
@@ -99,6 +100,20 @@ FIEntry* FixtopOpenPureModel(const char* classes, const char* className) {
 
 FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files) {
     return OrNull([=] { return OpenDictionary(FilesOf(files)).Detach(); });
+}
+
+int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit, void* owner) {
+    return memory::Or(0, [=] {
+        int visited = 0;
+        if (!visit) return visited;
+        for (const Finding& each : CheckModel(FilesOf(files))) {
+            const FixtopFinding finding{static_cast<int>(each.kind), each.file.c_str(), each.line,
+                                        each.text.c_str()};
+            ++visited;
+            if (!memory::Outside([&] { return visit(owner, &finding); })) break;
+        }
+        return visited;
+    });
 }
 
 FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face) {
