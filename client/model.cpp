@@ -2,6 +2,7 @@
 // Opening neutral views and class libraries.
 
 #include "case_state.h"
+#include "fixtop/client/check.h"
 #include "visit.h"
 
 namespace fixtop::client {
@@ -79,6 +80,17 @@ std::vector<Finding> CheckModel(const ModelFiles& files) {
     FixtopCheckModel(&given, visitor.Call(), &visitor);
     visitor.Rethrow();
     return findings;
+}
+
+std::optional<Missing> WhyMissing(const Node& object, const std::string& attribute) {
+    FIValue reason;
+    const int absence = FixtopWhyMissing(&object.Iterator(), attribute.c_str(), reason);
+    if (absence == kFixtopNotNeutral) return std::nullopt;
+    return Missing{static_cast<Absence>(absence), reason.ToText()};
+}
+
+unsigned long long ObjectNumber(const Node& node) {
+    return FixtopObjectNumber(&node.Iterator());
 }
 
 Node OpenDictionary(const ModelFiles& files, std::string& warning) {

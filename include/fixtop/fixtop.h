@@ -192,6 +192,22 @@ using FixtopFindingVisitor = bool (*)(void* owner, const FixtopFinding* finding)
 // line. Answers how many were visited.
 FIXTOP_EXPORT int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit,
                                    void* owner);
+// Whether an attribute of its class has a value on an object of a neutral view, and if not, why.
+enum FixtopAbsence : int {
+    kFixtopNotNeutral = -1,   // the node is no object of a neutral view
+    kFixtopHasValue = 0,      // or is an object that is there, or a list that shows an element
+    kFixtopUnmapped = 1,      // the map has no translator for it at all, or the class no such
+                              // attribute
+    kFixtopNoTranslator = 2,  // none of its translators applies here
+    kFixtopNoNode = 3,        // the one that does leads to no node
+    kFixtopNoValue = 4,       // the node has no value, or the list no element
+    kFixtopRefused = 5,       // the value has a unit, or an option, that the class library lacks
+};
+// One of these; `reason` says more, in the same words wherever the reason is the same.
+FIXTOP_EXPORT int FixtopWhyMissing(FIIteratorBase* node, const char* attribute, FIValue& reason);
+// What the nodes of one object of the case have in common, in either view; 0 for a node that stands
+// on none.
+FIXTOP_EXPORT unsigned long long FixtopObjectNumber(FIIteratorBase* node);
 // The node of the application that a node of a neutral view is mapped to: face 1 has the calculated
 // values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The
 // attributes "path" and "converters" of the neutral node tell where it leads and why.

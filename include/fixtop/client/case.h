@@ -70,17 +70,6 @@ class Case {
     std::shared_ptr<CaseState> case_;
 };
 
-// What is wrong in class and map files.
-struct Finding {
-    // An attribute without a translator is for the author to know, anything else to be mended.
-    bool is_mistake = true;
-    std::string file;
-    int line = 0;  // 0: about the file as a whole
-    std::string text;
-};
-// Of a library and a map, by file and line.
-std::vector<Finding> CheckModel(const ModelFiles& files);
-
 // The definitions of a class library as a tree; `warning` as OpenNeutral. Throws CaseError.
 Node OpenDictionary(const ModelFiles& files, std::string& warning);
 

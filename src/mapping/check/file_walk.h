@@ -16,10 +16,10 @@ class FileWalk {
  public:
     FileWalk(const ElementRule& root, bool has_resources, std::size_t most_files,
              Findings& findings)
-        : root_(root),
+        : findings_(findings),
+          root_(root),
           has_resources_(has_resources),
-          most_files_(most_files),
-          findings_(findings) {}
+          most_files_(most_files) {}
     virtual ~FileWalk() = default;
     FileWalk(const FileWalk&) = delete;
     FileWalk& operator=(const FileWalk&) = delete;
