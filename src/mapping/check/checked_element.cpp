@@ -69,6 +69,14 @@ class ElementReader final : public XmlContentHandler, public XmlErrorHandler {
     bool has_told_ = false;
 };
 
+// As it is reached from the working directory, unless it lies beside the program.
+std::string ShownFile(const std::string& name, const std::string& path) {
+    if (path.empty()) return name;
+    const bool is_beside = path.size() == ProgramFolder().size() + 1 + name.size() &&
+                           path.starts_with(ProgramFolder());
+    return is_beside ? path : name;
+}
+
 void TellMissing(const std::string& name, ModelFileOrigin origin, const FindingPlace* from,
                  Findings& findings) {
     const bool may_be_sought = origin == ModelFileOrigin::kCaller || StaysInSearchFolders(name);
@@ -103,7 +111,7 @@ void ReadElements(const std::string& name, ModelFileOrigin origin, bool has_reso
     std::string_view bytes;
     if (path.empty() && has_resources) bytes = FindCompiledResource(name);
     if (path.empty() && !bytes.data()) return TellMissing(name, origin, from, findings);
-    const int file = findings.AddFile(path.empty() ? name : path);
+    const int file = findings.AddFile(ShownFile(name, path));
     ElementReader elements(file, visits, findings);
     const std::unique_ptr<XmlReader> reader = CreateXmlReader();
     if (!reader || !reader->Attach(elements, elements)) {

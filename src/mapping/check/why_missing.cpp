@@ -99,8 +99,8 @@ std::string WhyPathFails(const std::string& text, FIReference& from) {
     const PathEnd end = EndOf(static_cast<FIIterator&>(*start->GetIterator()), path);
     const std::string name = NameOfStep(end);
     const std::string value = name == end.name ? "" : " (" + name + ")";
-    return told + (end.found.empty() ? "; nothing of it was found" : "; found: " + end.found) +
-           (end.step.empty() ? "" : ", then no " + end.step + value) +
+    return told + (end.found.empty() ? "; nothing of it was found"
+                              : "; found: " + end.found + ", then no " + end.step + value) +
            NearChildren(*end.node, name);
 }
 
