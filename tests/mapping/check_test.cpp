@@ -124,8 +124,8 @@ INSTANTIATE_TEST_SUITE_P(
         MistakeRow{"<Class Name='X'><Superclass>X</Superclass></Class>",
                    "superclass X of class X leads back to it"},
         MistakeRow{"<ClassAttributes Name='X'><Attribute Name='a' Type='Object'>"
-                   "<ClassName>Itme</ClassName></Attribute></ClassAttributes>",
-                   "class Itme of attribute a is not known; near: Item"},
+                   "<ClassName>Iten</ClassName></Attribute></ClassAttributes>",
+                   "class Iten of attribute a is not known; near: Item"},
         MistakeRow{"<ClassAttributes Name='X'><Attribute Name='a' Type='Object'/>"
                    "</ClassAttributes>",
                    "attribute a of Type Object has no <ClassName>"},
@@ -156,8 +156,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         MistakeRow{"<ClassAttributes Name='X'><Attribute Name='a' Type='Object' Multiplicity='n'>"
                    "<ClassName>Item</ClassName><CustomProperties><CustomProperty Name='Key' "
-                   "Value='Nmae'/></CustomProperties></Attribute></ClassAttributes>",
-                   "key Nmae of attribute a is no attribute of class Item; near: Name"},
+                   "Value='Nome'/></CustomProperties></Attribute></ClassAttributes>",
+                   "key Nome of attribute a is no attribute of class Item; near: Name"},
         MistakeRow{"<ClassAttributes Name='X'><Attribute Name='a' Type='Object' Multiplicity='n'>"
                    "<ClassName>Item</ClassName><CustomMetaData>Key~Name,No~</CustomMetaData>"
                    "</Attribute></ClassAttributes>",
@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "nobody reads <Clas> in <QZClassLibrary>; near: Class, ClassAttributes"},
         MistakeRow{"<Class Name='X'><Superclas>Base</Superclas></Class>",
                    "nobody reads <Superclas> in <Class>; near: Superclass"},
-        MistakeRow{"<Class Nmae='X' Name='X'/>", "nobody reads Nmae of <Class>; near: Name"},
+        MistakeRow{"<Class Nam='X' Name='X'/>", "nobody reads Nam of <Class>; near: Name"},
         MistakeRow{"<Class Name='X'>Base</Class>", "nobody reads the text in <Class>"},
         MistakeRow{"<Include/>", "<Include> has no Library"}));
 
@@ -201,23 +201,23 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Names, MapFileMistake,
     testing::Values(
-        MistakeRow{"<Class Name='Tpo'/>", "class Tpo is not known; near: Top"},
+        MistakeRow{"<Class Name='Tup'/>", "class Tup is not known; near: Top"},
         MistakeRow{"<Class Name='Top'><Attribute Name='Heet'/></Class>",
                    "attribute Heet of class Top is not known; near: Heat"},
         MistakeRow{"<Class Name='Item'><Attribute Name='Name'/></Class>",
                    "attribute Name of class Item is declared by Base; it has to be mapped in that "
                    "class"},
-        MistakeRow{"<Class Name='Top'><Attribute Name='Heat' Container='Top.Itme'/></Class>",
-                   "class Itme in Container is not known; near: Item"},
+        MistakeRow{"<Class Name='Top'><Attribute Name='Heat' Container='Top.Iten'/></Class>",
+                   "class Iten in Container is not known; near: Item"},
         MistakeRow{"<Class Name='Top'><Attribute Name='Heat' ContainerId='Itms'/></Class>",
                    "attribute Itms in ContainerId is not known; near: Items"},
         MistakeRow{"<DefaultBranch>Clac</DefaultBranch>",
                    "branch Clac is not known; right: Both, Calc, Spec"},
         MistakeRow{IN_HEAT("<Translate Type='Map' Branch='spec'>a</Translate>"),
                    "Branch spec is not known; right: Both, Calc, Spec"},
-        MistakeRow{"<Enumeration Name='Sped'/>", "enumeration Sped is not known; near: Speeds"},
-        MistakeRow{"<Enumeration Name='Speeds'><Option Name='Hihg' AppName='Fast'/></Enumeration>",
-                   "option Hihg of enumeration Speeds is not known; near: High"},
+        MistakeRow{"<Enumeration Name='Speds'/>", "enumeration Speds is not known; near: Speeds"},
+        MistakeRow{"<Enumeration Name='Speeds'><Option Name='Hig' AppName='Fast'/></Enumeration>",
+                   "option Hig of enumeration Speeds is not known; near: High"},
         MistakeRow{"<Class Name='Top'><Attribute Name='Speed'><Enumeration Name='Kinds'/>"
                    "</Attribute></Class>",
                    "enumeration Kinds is not that of attribute Speed; right: Speeds"},
@@ -237,7 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "Type='ArrayFunc'>CTScalar</TranslateArray></Attribute></Class>",
                    "function CTScalar is a function to one node, for Type Function; wanted: a "
                    "function of a list"},
-        MistakeRow{"<TopNode FunctionName='MakeTpo'/>",
+        MistakeRow{"<TopNode FunctionName='MakeTup'/>",
                    "function MakeTpo is not known; wanted: a function of a top node; near: "
                    "MakeTop"},
         MistakeRow{IN_HEAT("<Translate Type='Function'> </Translate>"),

@@ -10,12 +10,8 @@
 
 namespace fixtop {
 
-namespace {
-
-// What stands in a translator: its own text, or an element of that name.
-enum class Part { kNone, kPath, kStep, kList };
-
-}  // namespace
+// What stands in a translator.
+enum class TranslatorCheck::Part { kNone, kPath, kPathBeside, kStep, kList };
 
 // By the element and its Type.
 struct TranslatorCheck::Type {
@@ -31,7 +27,9 @@ struct TranslatorCheck::Type {
 namespace {
 
 constexpr char kPathElement[] = "Map";
-constexpr char kPartElements[][9] = {"Function", "Map"};
+constexpr const char* kPartElements[] = {"Function", kPathElement};
+// In the order of the parts.
+constexpr const char* kPartWords[] = {"", "path", "path in <Map>", "function", "function"};
 
 std::vector<std::string> PiecesOf(const CheckedElement& element, const char* child) {
     std::vector<std::string> pieces;
@@ -71,41 +69,43 @@ bool TranslatorCheck::Check(const CheckedElement& element) {
 }
 
 void TranslatorCheck::CheckBody(const Type& type, const CheckedElement& element) {
-    const auto check_piece = [&](const char* what, std::vector<std::string> pieces, Part part,
-                                 bool may_be_empty) {
-        if (pieces.empty() && !may_be_empty) {
-            return findings_.Mistake(element.place,
-                                     std::string("<") + type.element + "> has no " + what);
-        }
-        if (pieces.size() > 1) {
-            findings_.Mistake(element.place, std::string("a ") + what +
-                                                 " stands in several pieces; the last one counts");
-        }
-        if (pieces.empty()) return;
-        if (part == Part::kPath) return CheckPath(TrimmedText(pieces.back()), element.place);
-        CheckFunction(PackedText(pieces.back()),
-                      part == Part::kStep ? FunctionKind::kStep : FunctionKind::kList,
-                      element.place);
-    };
-    if (type.body != Part::kNone) {
-        std::vector<std::string> pieces = element.texts;
-        const auto inside = PiecesOf(element, type.body_element);
-        pieces.insert(pieces.end(), inside.begin(), inside.end());
-        check_piece(type.body == Part::kPath ? "path" : "function", std::move(pieces), type.body,
-                    type.may_be_empty);
-    }
+    std::vector<std::string> body = element.texts;
+    const std::vector<std::string> inside = PiecesOf(element, type.body_element);
+    body.insert(body.end(), inside.begin(), inside.end());
+    CheckPart(type.body, body, type.may_be_empty, element);
     if (type.has_path_beside) {
-        check_piece("path in <Map>", PiecesOf(element, kPathElement), Part::kPath, false);
+        CheckPart(Part::kPathBeside, PiecesOf(element, kPathElement), false, element);
     }
     for (const char* part : kPartElements) {
-        const bool is_read = (type.body_element && std::string_view(part) == type.body_element) ||
-                             (type.has_path_beside && std::string_view(part) == kPathElement);
-        if (is_read) continue;
+        const bool is_body = type.body_element && std::string_view(part) == type.body_element;
+        const bool is_beside = type.has_path_beside && std::string_view(part) == kPathElement;
+        if (is_body || is_beside) continue;
         element.ForEach(part, [&](const CheckedElement& each) {
             findings_.Mistake(each.place, std::string("nobody reads <") + part + "> in a <" +
                                               type.element + "> of Type " + type.type);
         });
     }
+}
+
+// Each piece takes the place of the one before.
+void TranslatorCheck::CheckPart(Part part, const std::vector<std::string>& pieces,
+                                bool may_be_empty, const CheckedElement& element) {
+    if (part == Part::kNone) return;
+    const std::string word = kPartWords[static_cast<std::size_t>(part)];
+    if (pieces.empty()) {
+        if (may_be_empty) return;
+        return findings_.Mistake(element.place, "<" + element.name + "> has no " + word);
+    }
+    if (pieces.size() > 1) {
+        findings_.Mistake(element.place,
+                          "a " + word + " stands in several pieces; the last one counts");
+    }
+    const std::string& text = pieces.back();
+    if (part == Part::kStep || part == Part::kList) {
+        const FunctionKind kind = part == Part::kStep ? FunctionKind::kStep : FunctionKind::kList;
+        return CheckFunction(PackedText(text), kind, element.place);
+    }
+    CheckPath(TrimmedText(text), element.place);
 }
 
 void TranslatorCheck::CheckPath(const std::string& text, FindingPlace place) {

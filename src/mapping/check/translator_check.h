@@ -19,10 +19,13 @@ class TranslatorCheck {
     void CheckFunction(const std::string& name, FunctionKind kind, FindingPlace place);
 
  private:
+    enum class Part;
     struct Type;
 
     void CheckPath(const std::string& text, FindingPlace place);
     void CheckBody(const Type& type, const CheckedElement& element);
+    void CheckPart(Part part, const std::vector<std::string>& pieces, bool may_be_empty,
+                   const CheckedElement& element);
     void CheckNodeAttributes(const CheckedElement& element);
 
     Findings& findings_;
