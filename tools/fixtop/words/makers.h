@@ -11,6 +11,7 @@ namespace fixtop {
 
 std::unique_ptr<Word> MakeAttrs();
 std::unique_ptr<Word> MakeCd();
+std::unique_ptr<Word> MakeCheckMap();
 std::unique_ptr<Word> MakeClasses();
 std::unique_ptr<Word> MakeComplete();
 std::unique_ptr<Word> MakeDemo();

@@ -74,6 +74,16 @@ constexpr WordRow kWords[] = {
      "Without NAME the names, one a line. With it superclasses and attributes, those of its\n"
      "superclasses first, or the options of an enumeration; fields have tabs between them.",
      View::kNone, Place::kBoth, MakeClasses},
+    {"check-map", "Check a class library and a map for those who write them",
+     "Without options those of the program. A line each finding: \"file:line: text\". Exit status "
+     "1\n"
+     "when there is a mistake. With --case the neutral view of a case is walked, and of each "
+     "mapped\n"
+     "attribute that has a value nowhere the reasons follow, with the number of places. With "
+     "--json\n"
+     "an object each finding: kind, file, line, text; or kind, class, attribute, declared_by,\n"
+     "instances, count, text, example.",
+     View::kNone, Place::kProgram, MakeCheckMap},
     {"path", "Show the steps of a path expression",
      "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
      MakePath},
