@@ -8,6 +8,7 @@
 #include "casehost/file_path.h"
 #include "casehost/importer.h"
 #include "casehost/unit_op_names.h"
+#include "column_sheet.h"
 #include "flowsheet_file.h"
 #include "object_sheet.h"
 #include "readers.h"
@@ -96,6 +97,7 @@ void ReadFlowsheet(Reading& reading, XmlNode root, CaseData& data) {
         objects[edge.unit].ports.push_back(PortOf(file, edge));
     }
     ReadVesselStreams(reading, objects);
+    if (!reading.problems.Failed()) AddColumnSheets(reading, data);
 }
 
 std::string StemOf(const std::string& label) {

@@ -53,4 +53,12 @@ inline constexpr FileUnit volt{"Voltage", "V"};
 inline constexpr FileUnit ampere{"Current", "A"};
 }  // namespace file_unit
 
+// Of numbers that have been read.
+namespace internal_unit {
+inline constexpr FileUnit temperature{"Temperature", "C"};
+inline constexpr FileUnit pressure{"Pressure", "kPa"};
+inline constexpr FileUnit molar_flow{"MolarFlow", "kgmole/h"};
+inline constexpr FileUnit mass_flow{"MassFlow", "kg/h"};
+}  // namespace internal_unit
+
 }  // namespace fixtop::casehost::importer

@@ -147,4 +147,51 @@ void ObjectSheet::Array(const std::string& name, FileUnit unit,
     Add(std::move(spec), std::move(stored));
 }
 
+void ObjectSheet::Numbers(const std::string& name, FileUnit unit,
+                          const std::vector<Number>& values) {
+    Array(name, unit, {Numbered(values.size())}, values);
+}
+
+// Texts and paths of objects alike: an empty one is no value.
+void ObjectSheet::AddTexts(VariableSpec spec, const std::vector<std::string>& texts) {
+    std::vector<ValueData> values;
+    for (const std::string& text : texts) {
+        ValueData& value = values.emplace_back();
+        value.text = text;
+        if (!text.empty()) value.state = VariableState::specified;
+    }
+    Add(std::move(spec), std::move(values));
+}
+
+void ObjectSheet::Texts(const std::string& name, const std::vector<std::string>& texts) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::text;
+    spec.dimensions = {Numbered(texts.size())};
+    AddTexts(std::move(spec), texts);
+}
+
+void ObjectSheet::Link(const std::string& name, const std::string& path) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::attachment;
+    AddTexts(std::move(spec), {path});
+}
+
+void ObjectSheet::Links(const std::string& name, const std::vector<std::string>& paths,
+                        std::vector<std::string> names) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::attachment;
+    spec.dimensions = {names.empty() ? Numbered(paths.size()) : LabelledBy(std::move(names))};
+    AddTexts(std::move(spec), paths);
+}
+
+void ObjectSheet::CopyAs(const VariableData* source, const std::string& name) {
+    if (!source) return;
+    VariableSpec spec = *source->spec;
+    spec.name = name;
+    Add(std::move(spec), source->values);
+}
+
 }  // namespace fixtop::casehost::importer

@@ -66,8 +66,20 @@ class ObjectSheet {
                const std::vector<Number>& values, VariableState state = VariableState::calculated,
                Address address = {0, 0});
 
+    // Lists whose elements have numbers.
+    void Numbers(const std::string& name, FileUnit unit, const std::vector<Number>& values);
+    void Texts(const std::string& name, const std::vector<std::string>& texts);
+    // An object by its path; an empty one is no object.
+    void Link(const std::string& name, const std::string& path);
+    // The elements have numbers when there are no names for them.
+    void Links(const std::string& name, const std::vector<std::string>& paths,
+               std::vector<std::string> names = {});
+    // What another variable holds, under a name of its own; nothing without one.
+    void CopyAs(const VariableData* source, const std::string& name);
+
  private:
     void Add(VariableSpec spec, std::vector<ValueData> values);
+    void AddTexts(VariableSpec spec, const std::vector<std::string>& texts);
 
     Reading& reading_;
     ObjectData& object_;

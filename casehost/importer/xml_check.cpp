@@ -94,7 +94,7 @@ class Check {
         std::size_t nodes = 1;
         for (const char** each = attributes; *each; each += 2) ++nodes;
         Count(nodes);
-        lines_.Add(token_, XML_GetCurrentLineNumber(parser_.get()));
+        lines_.Add(token_, LineOfToken());
         open_.push_back(document_.substr(token_ + 1, std::string_view(tag).size()));
     }
     void EndTag(const char*) { open_.pop_back(); }
@@ -124,6 +124,13 @@ class Check {
         good_ = false;
         XML_StopParser(parser_.get(), XML_FALSE);
     }
+    // The parser's own count looks at each character by itself.
+    std::size_t LineOfToken() {
+        const std::string_view passed = document_.substr(line_place_, token_ - line_place_);
+        line_ += static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
+        line_place_ = token_;
+        return line_;
+    }
     std::size_t Here() const {
         return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
     }
@@ -133,6 +140,8 @@ class Check {
     TagLines& lines_;
     Parser parser_;
     std::size_t token_ = 0;  // where the piece begins that was looked at last
+    std::size_t line_ = 1;   // at line_place_
+    std::size_t line_place_ = 0;
     std::size_t node_count_ = 0;
     std::vector<std::string_view> open_;
     std::exception_ptr thrown_;

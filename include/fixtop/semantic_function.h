@@ -18,7 +18,7 @@ namespace fixtop {
 
 // Steps to one node. With `move` 0 it only asks whether the target exists, and `it` stays where it
 // stands; any other `move` leaves `it` on the target. After a false with `move`, `it` may have been
-// left some frames deeper: the caller gives the position up.
+// left some frames deeper or higher: the caller gives the position up.
 using SemanticFunction = bool (*)(FIIteratorBase* it, int move);
 
 // A list. Index -1 answers the count and leaves `it` in place; of the count callers keep the low
@@ -44,6 +44,8 @@ struct NamedFunction {
     std::variant<SemanticFunction, ArrayFunction, TopNodeFunction> function;
     // A list that takes kNextIndex.
     bool steps_on = false;
+    // A step that moves only after it was asked in the same place.
+    bool asked_first = false;
 };
 
 }  // namespace fixtop

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
-// FIXTOP_LIST of a list, FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file
-// says first what a line shall mean. The declarations, the table for maps and the exports of the
+// FIXTOP_ASKED_STEP of one that moves only after it was asked, FIXTOP_LIST of a list,
+// FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file says first what a line
+// shall mean. The declarations, the table for maps and the exports of the
 // module come from here, so a function is added by its line and its body; which variables and nodes
 // it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)
+#endif
+#ifndef FIXTOP_ASKED_STEP
+#define FIXTOP_ASKED_STEP(name) FIXTOP_STEP(name)
 #endif
 #ifndef FIXTOP_LIST
 #define FIXTOP_LIST(name)
@@ -131,8 +135,65 @@ FIXTOP_LIST(CTLocalConvReaction)        // ConvRxnElemNum
 FIXTOP_LIST(CTLocalEquilReaction)       // EquilRxnElemNum, EquilRxnNum
 FIXTOP_LIST(CTReactantBalance)          // BalanceElemNum, CompName
 FIXTOP_LIST(CTGibbsFlowSpec)            // GibbsFlowSpecElemNum, GibbsFlowSpecComponentName
+
+// ---- Columns. What is not known of an element leaves its variable as it was
+
+// Condenser, trays and reboiler: StageElemNo, and IsCondenser, IsReboiler, IsFeed,
+// IsDraw, IsReturn, each 0 or 1.
+FIXTOP_LIST(CTColumnStages)
+// All inlets but the last: FeedElemNum, FeedName, FeedStage.
+FIXTOP_LIST(CTColumnFeeds)
+// The stages of a section: Element and Elemno.
+FIXTOP_LIST(CTSectionTray)
+// Of a section, liquid before vapour before water: DrawElemNum and Draw, the element and its list;
+// StreamId; and, where that is known, DrawsElemNum and Draws, the section and its list.
+FIXTOP_LIST(CTColumnSideDraws)
+// To the stream StreamId.
+FIXTOP_STEP(CTSideDrawFluid)
+// Nozzles of condenser and reboiler: NozzleElemNum.
+FIXTOP_LIST(CTCondNozzle)
+FIXTOP_LIST(CTRebNozzle)
+
+// ---- Compositions in a column: `it` goes to the element
+
+FIXTOP_LIST(CTColumnCompMoleFrac)
+// Of the stage StageElemNo. Both set ColumnComponentID at the element.
+FIXTOP_LIST(CTLiquidFromComposition)
+FIXTOP_LIST(CTColumnComponentEfficiency)
+
+// ---- Components of condenser and reboiler: the lists set FlashPhaseCmpCnt, the steps read it
+
+FIXTOP_LIST(CTCondRebVesselComponentArray)
+FIXTOP_LIST(CTCondRebVaporComponentArray)
+FIXTOP_LIST(CTCondRebLiquidComponentArray)
+FIXTOP_STEP(CTCondRebVesselComponent)
+FIXTOP_STEP(CTCondRebVaporComponent)
+FIXTOP_STEP(CTCondRebLiquidComponent)
+
+// ---- From a column to the streams at its condenser and reboiler
+
+FIXTOP_STEP(CTCondVapor)
+FIXTOP_STEP(CTCondDistillate)
+FIXTOP_STEP(CTCondHeavyDistillate)
+FIXTOP_STEP(CTCondReflux)
+FIXTOP_STEP(CTRebBoilup)
+FIXTOP_STEP(CTRebLiquid)
+FIXTOP_STEP(CTRebLiquid2)
+FIXTOP_STEP(CTRebVapor)
+
+// ---- From a side column or a pump-around to its streams
+
+// Asking sets Draw and Return, the names of the streams; moving reads them.
+FIXTOP_ASKED_STEP(CTSideColumnDraw)
+FIXTOP_ASKED_STEP(CTSideColumnReturn)
+FIXTOP_STEP(CTSideColumnBottoms)
+// To the unit below the bottoms when that is a reboiler.
+FIXTOP_STEP(CTSideColumnReboiler)
+FIXTOP_STEP(CTPumparoundDraw)
+FIXTOP_STEP(CTPumparoundReturn)
 // clang-format on
 
 #undef FIXTOP_STEP
+#undef FIXTOP_ASKED_STEP
 #undef FIXTOP_LIST
 #undef FIXTOP_CHILD_LIST

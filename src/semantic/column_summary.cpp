@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "semantic/column_summary.h"
 
+#include "semantic/column_vessels.h"
 #include "semantic/idioms.h"
 
 namespace fixtop::semantic {
 namespace {
 
-constexpr int kVesselLimit = 1000;
 constexpr int kElementLimit = 10000;
-
-constexpr char kCondenser[] = "Condenser";
-constexpr char kReboiler[] = "Reboiler";
 
 using NameList = std::span<const char* const>;
 
@@ -70,36 +67,12 @@ void SetReal(FIIteratorBase& it, const char* variable, double number) {
     it.SetVarText(variable, FIValue::OfReal(number));
 }
 
-bool IsVessel(FIIteratorBase& it, const char* name) {
-    if (!SeekNames(it, {"Object Name"})) return false;
-    const FIValue found = ReadValue(it);
-    it.Up();
-    return found.ToText() == name;
-}
-
 }  // namespace
-
-bool FindVessel(FIIteratorBase& it, const char* name) {
-    if (!SeekNames(it, {"Vessels"})) return false;
-    for (int i = 0; i < kVesselLimit && it.Down(i); ++i) {
-        if (IsVessel(it, name)) return true;
-        it.Up();
-    }
-    it.Up();
-    return false;
-}
-
-double ReadValueHere(FIIteratorBase& it, const char* name) {
-    if (!SeekNames(it, {name})) return 0.0;
-    const double number = ReadValue(it).AsDouble();
-    it.Up();
-    return number;
-}
 
 double SumVesselValues(FIIteratorBase& it, const char* vessel, NameList names) {
     if (!FindVessel(it, vessel)) return 0.0;
     double sum = 0.0;
-    for (const char* name : names) sum += ReadValueHere(it, name);
+    for (const char* name : names) sum += ReadChildValue(it, name).AsDouble();
     it.Up();
     it.Up();
     return sum;
@@ -119,11 +92,16 @@ double SumNestedValues(FIIteratorBase& it, const char* name) {
     return sum;
 }
 
-void SetColumnBottom(FIIteratorBase& it) {
-    if (!SeekNames(it, {"Number of Trays"})) return;
+std::optional<std::int64_t> CountTrays(FIIteratorBase& it) {
+    if (!SeekNames(it, {"Number of Trays"})) return std::nullopt;
     const int trays = ReadValue(it).AsInt();
     it.Up();
-    it.SetVarText("Bottom", FIValue::OfInt(trays + 1));
+    return trays;
+}
+
+void SetColumnBottom(FIIteratorBase& it) {
+    const std::optional<std::int64_t> trays = CountTrays(it);
+    if (trays) it.SetVarText("Bottom", FIValue::OfInt(static_cast<int>(*trays + 1)));
 }
 
 void ComputeColumnRatios(FIIteratorBase& it) {

@@ -5,11 +5,17 @@
 // column on which `it` stands, in the units in which the host shows them, and set as variables on
 // `it`, which stays. A variable whose figure can't be told keeps what it had.
 
+#include <cstdint>
+#include <optional>
 #include <span>
 
 #include "fixtop/iterator.h"
 
 namespace fixtop::semantic {
+
+// What the column tells as its number of trays, in a type to which the vessels can be added;
+// nothing when it has no such variable.
+std::optional<std::int64_t> CountTrays(FIIteratorBase& it);
 
 // `Bottom`: the stage of the reboiler, as an INT. Stage 0 is the condenser and the trays follow.
 void SetColumnBottom(FIIteratorBase& it);
@@ -24,12 +30,7 @@ void SetColumnBottom(FIIteratorBase& it);
 // and feed are both above 0.
 void ComputeColumnRatios(FIIteratorBase& it);
 
-// To the vessel of this object name, two frames down; false, in place, when the column has none
-// among its first 1000.
-bool FindVessel(FIIteratorBase& it, const char* name);
-// Value of a child as a real; 0 when it is missing or NULL. `it` stays, as in the next two.
-double ReadValueHere(FIIteratorBase& it, const char* name);
-// Sum of the values of a vessel; 0 without the vessel.
+// Sum of the values of a vessel; 0 without the vessel. `it` stays, as in the next.
 double SumVesselValues(FIIteratorBase& it, const char* vessel, std::span<const char* const> names);
 // Sum over the first nested element of each of the first 10000 elements of an array.
 double SumNestedValues(FIIteratorBase& it, const char* name);

@@ -13,6 +13,7 @@ namespace {
 using semantic::CompositionStep;
 using semantic::Exported;
 using semantic::FlashPhaseStep;
+using semantic::IndexList;
 using semantic::NestedStep;
 using semantic::PhaseComponentStep;
 
@@ -29,33 +30,28 @@ constexpr char kPhaseRow[] = "PhaseCmpCnt";
 constexpr char kFluidRow[] = "FluidPhaseCmpCnt";
 constexpr char kFlashRow[] = "FlashPhaseCmpCnt";
 
-int ComponentArray(FIIteratorBase& it, int index, const char* variable, semantic::Names names) {
-    if (index == kCountIndex) return semantic::CountChildren(it, names);
-    return semantic::SetElementIndex(it, variable, index);
-}
-
 }  // namespace
 
 // ---- A stream and its K values
 
 int CTComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kMoleFractions}); });
+    return Exported([=] { return IndexList(*it, index, kStreamRow, {kMoleFractions}); });
 }
 
 int CTKVMLArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKMixedLiquid}); });
+    return Exported([=] { return IndexList(*it, index, kStreamRow, {kKMixedLiquid}); });
 }
 
 int CTKVLArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKLightLiquid}); });
+    return Exported([=] { return IndexList(*it, index, kStreamRow, {kKLightLiquid}); });
 }
 
 int CTKVL2Array(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKHeavyLiquid}); });
+    return Exported([=] { return IndexList(*it, index, kStreamRow, {kKHeavyLiquid}); });
 }
 
 int CTKL1L2Array(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kStreamRow, {kKLiquids}); });
+    return Exported([=] { return IndexList(*it, index, kStreamRow, {kKLiquids}); });
 }
 
 bool CTComponent(FIIteratorBase* it, int move) {
@@ -98,7 +94,7 @@ bool CTKL1L2(FIIteratorBase* it, int move) {
 // Every phase has a row for each component, so the vapour's list serves them all.
 int CTPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
     return Exported([=] {
-        return ComponentArray(*it, index, kPhaseRow, {kPhaseMoleFractions, "Vapour Phase"});
+        return IndexList(*it, index, kPhaseRow, {kPhaseMoleFractions, "Vapour Phase"});
     });
 }
 
@@ -121,7 +117,7 @@ bool CTPhaseVolumeFraction(FIIteratorBase* it, int move) {
 // ---- A fluid of a unit operation, and the phases of a flash
 
 int CTFluidPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return ComponentArray(*it, index, kFluidRow, {kMoleFractions}); });
+    return Exported([=] { return IndexList(*it, index, kFluidRow, {kMoleFractions}); });
 }
 
 bool CTFluidPhaseComponent(FIIteratorBase* it, int move) {
@@ -129,21 +125,17 @@ bool CTFluidPhaseComponent(FIIteratorBase* it, int move) {
 }
 
 int CTVaporPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] {
-        return ComponentArray(*it, index, kFlashRow, {"Vapour", kMoleFractions});
-    });
+    return Exported([=] { return IndexList(*it, index, kFlashRow, {"Vapour", kMoleFractions}); });
 }
 
 int CTLiquidPhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] {
-        return ComponentArray(*it, index, kFlashRow, {"Liquid", kMoleFractions});
-    });
+    return Exported([=] { return IndexList(*it, index, kFlashRow, {"Liquid", kMoleFractions}); });
 }
 
 // The second liquid is counted under one name of the host and read under another.
 int CTLiquid2PhaseComponentArray(FIIteratorBase* it, FIValue*, int index) {
     return Exported([=] {
-        return ComponentArray(*it, index, kFlashRow, {"Heavy Liquid", kMoleFractions});
+        return IndexList(*it, index, kFlashRow, {"Heavy Liquid", kMoleFractions});
     });
 }
 

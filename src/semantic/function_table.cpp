@@ -10,6 +10,7 @@ namespace {
 // The compiler takes the kind from the function.
 constexpr NamedFunction kFunctions[] = {
 #define FIXTOP_STEP(name) {#name, name},
+#define FIXTOP_ASKED_STEP(name) {#name, name, false, true},
 #define FIXTOP_LIST(name) {#name, name},
 #define FIXTOP_CHILD_LIST(name) {#name, name, true},
 #include "fixtop/semantic_function_list.h"

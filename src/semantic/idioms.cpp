@@ -38,6 +38,35 @@ FIValue ReadValueBelow(FIIteratorBase& it, Names names) {
     return SeekNames(*walker, names) ? ReadValue(*walker) : FIValue();
 }
 
+FIValue ReadChildValue(FIIteratorBase& it, const char* name) {
+    if (!SeekNames(it, {name})) return FIValue();
+    FIValue value = ReadValue(it);
+    it.Up();
+    return value;
+}
+
+FIValue ReadElementValue(FIIteratorBase& it, const char* array, int index) {
+    if (!SeekNames(it, {array})) return FIValue();
+    FIValue value;
+    if (it.Down(index)) {
+        value = ReadValue(it);
+        it.Up();
+    }
+    it.Up();
+    return value;
+}
+
+FIValue ReadId(FIIteratorBase& it) {
+    FIValue id;
+    it.GetAttribute(FIValue("id"), id);
+    return id;
+}
+
+FIValue AsText(FIValue value) {
+    if (value.IsNumber()) value.SetText(value.ToText());
+    return value;
+}
+
 int CountChildren(FIIteratorBase& it, Names names) {
     const Ref<FIIteratorBase> walker = CopyOf(it);
     if (!SeekNames(*walker, names) || !walker->DownFirst()) return 0;
@@ -95,11 +124,36 @@ bool NextOfKey(FIIteratorBase& it, const char* key) {
     return false;
 }
 
+int IndexList(FIIteratorBase& it, int index, const char* variable, Names names) {
+    if (index == kCountIndex) return CountChildren(it, names);
+    return SetElementIndex(it, variable, index);
+}
+
+bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit) {
+    for (int i = 0; i < limit && it.Down(i); ++i) {
+        if (accepts(it)) return true;
+        it.Up();
+    }
+    return false;
+}
+
 bool NextTimes(FIIteratorBase& it, int times) {
     for (int i = 0; i < times; ++i) {
         if (!it.Next()) return false;
     }
     return true;
+}
+
+bool HasElement(FIIteratorBase& it, const char* array, const std::string& text, int limit) {
+    if (!SeekNames(it, {array})) return false;
+    const auto has_text = [&text](FIIteratorBase& element) {
+        const FIValue value = ReadValue(element);
+        return !value.IsNull() && value.ToText() == text;
+    };
+    const bool found = FindChild(it, has_text, limit);
+    if (found) it.Up();
+    it.Up();
+    return found;
 }
 
 // Asked of every child of a list for each of its elements.

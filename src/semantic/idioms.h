@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <string>
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/iterator.h"
@@ -39,6 +40,14 @@ constexpr int WrappedSum(int a, int b) {
     return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }
 
+// The value of a child, and of an element of an array below; NULL when there is none. `it` stays.
+FIValue ReadChildValue(FIIteratorBase& it, const char* name);
+FIValue ReadElementValue(FIIteratorBase& it, const char* array, int index);
+// The attribute "id" of the present node.
+FIValue ReadId(FIIteratorBase& it);
+// A number becomes its text; NULL stays NULL.
+FIValue AsText(FIValue value);
+
 // How many children the node below these names has; 0 when a name is missing. `it` stays.
 int CountChildren(FIIteratorBase& it, Names names);
 
@@ -69,10 +78,17 @@ bool SeekOfKey(FIIteratorBase& it, const char* key, int index);
 bool NextOfKey(FIIteratorBase& it, const char* key);
 // On by so many siblings; false when there are not so many.
 bool NextTimes(FIIteratorBase& it, int times);
+// A list of as many as the array below these names has; the variable becomes the index.
+int IndexList(FIIteratorBase& it, int index, const char* variable, Names names);
 
 // Whether a child belongs to a list. It is called for every child that is passed, in both modes,
 // and may leave variables there.
 using ChildTest = std::function<bool(FIIteratorBase& child)>;
+
+// To the first child that passes; false, in place, when none among the first `limit` does.
+bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit);
+// Whether one of the first `limit` elements of an array has this text as its value. `it` stays.
+bool HasElement(FIIteratorBase& it, const char* array, const std::string& text, int limit);
 
 // A list of those children of a container that pass the test; `it` goes to the element. An index
 // must be below an earlier count; beyond it `it` is left behind the last child. Takes kNextIndex.

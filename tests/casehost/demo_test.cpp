@@ -129,15 +129,48 @@ TEST_F(Demo, BasisHasElementsOfEveryKind) {
 }
 
 TEST_F(Demo, ColumnIsInBalance) {
+    const std::string inside = "T-100 Flowsheet/";
+    const std::string feeds[] = {"Column Feed", inside + "Heavy Feed"};
+    const std::string products[] = {"Distillate", "Bottoms", inside + "Butane Cut",
+                                    inside + "Side Cut"};
     for (const char* flow : {names::kMolarFlow, names::kMassFlow}) {
-        EXPECT_NEAR(Value("Distillate", flow) + Value("Bottoms", flow), Value("Column Feed", flow),
-                    1e-9 * Value("Column Feed", flow))
-            << flow;
+        double in = 0, out = 0;
+        for (const std::string& feed : feeds) in += Value(feed, flow);
+        for (const std::string& product : products) out += Value(product, flow);
+        EXPECT_NEAR(out, in, 1e-9 * in) << flow;
     }
-    EXPECT_NEAR(Value("T-100 Flowsheet/Condenser", "Distillate Mass Flow"),
+    double heat = Value("T-100", "Reboiler Duty") - Value("T-100", "Condenser Duty") -
+                  Value(inside + "PA-1", names::kDuty) +
+                  Value(inside + "Side Stripper", names::kDuty) -
+                  Value(inside + "Side Rectifier", names::kDuty);
+    for (const std::string& feed : feeds) heat += Value(feed, names::kHeatFlow);
+    for (const std::string& product : products) heat -= Value(product, names::kHeatFlow);
+    EXPECT_NEAR(heat, 0, 1e-6 * Value("T-100", "Reboiler Duty"));
+    EXPECT_NEAR(Value(inside + "Condenser", "Distillate Mass Flow"),
                 Value("Distillate", names::kMassFlow), 1e-6);
-    EXPECT_NEAR(Value("T-100 Flowsheet/Reboiler", "Liquid Mass Flow"),
-                Value("Bottoms", names::kMassFlow), 1e-6);
+    EXPECT_NEAR(Value(inside + "Reboiler", "Liquid Mass Flow"), Value("Bottoms", names::kMassFlow),
+                1e-6);
+}
+
+TEST_F(Demo, EveryStageOfTheColumnIsInBalance) {
+    constexpr int kBottom = 11;
+    const auto at = [&](const char* profile, int stage) {
+        const double value = Value("T-100 Flowsheet/Profiles", profile, stage);
+        return value == kEmpty ? 0 : value;
+    };
+    for (int stage = 0; stage <= kBottom; ++stage) {
+        double in = at("Stage Net Molar Feed", stage);
+        if (stage > 0) in += at("Stage Liquid Molar Flow", stage - 1);
+        if (stage < kBottom) in += at("Stage Vapour Molar Flow", stage + 1);
+        double out = at("Stage Vapour Molar Flow", stage) + at("Stage Net Molar Draw", stage);
+        // What leaves the reboiler as liquid is the product that is drawn from it.
+        if (stage < kBottom) out += at("Stage Liquid Molar Flow", stage);
+        EXPECT_NEAR(out, in, 1e-6) << stage;
+        if (stage == 0) continue;
+        for (const char* rising : {"Stage Temperature", "Stage Pressure"}) {
+            EXPECT_GT(at(rising, stage), at(rising, stage - 1)) << rising << ' ' << stage;
+        }
+    }
     EXPECT_EQ(Value("T-100 Flowsheet/Profiles", "Stage Net Molar Feed", 4), 100);
     EXPECT_EQ(Value("T-100 Flowsheet/Profiles", "Stage Net Molar Feed", 3), kEmpty);
 }

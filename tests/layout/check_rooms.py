@@ -22,7 +22,7 @@ ROOMS = {
     "fixtop": [],
     "fixtop/host": [],
     "fixtop/client": ["fixtop"],
-    "value": ["fixtop/value.h"],
+    "value": ["fixtop/value.h", "fixtop/near_names.h"],
     "platform": ["value", "fixtop/value.h"],
     "diagnostics": ["value", "fixtop/value.h", "platform"],
     "xml": GROUND,
@@ -60,7 +60,7 @@ CASEHOST_ROOMS = {
     "json": ["include", "naming", "files"],
     "live": ["include", "naming"],
     "process": ["include"],
-    "importer": ["include"],
+    "importer": ["include", "naming"],
     "standard": ["include", "json", "live", "process", "importer"],
 }
 CASEHOST_LIBRARIES = {"zip.h": "importer", "expat.h": "importer", "pugixml.hpp": "importer",

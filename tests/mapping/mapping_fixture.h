@@ -79,8 +79,10 @@ inline FIEntry* RecordingTop() {
     return nullptr;
 }
 
-inline constexpr NamedFunction kRecordingFunctions[] = {
-    {"CTArray", RecordingArray}, {"CTScalar", RecordingScalar}, {"MakeTop", RecordingTop}};
+inline constexpr NamedFunction kRecordingFunctions[] = {{"CTArray", RecordingArray},
+                                                        {"CTScalar", RecordingScalar},
+                                                        {"MakeTop", RecordingTop},
+                                                        {"CTAsked", RecordingScalar, false, true}};
 
 // A module that offers them to maps.
 class OfferedFunctions {

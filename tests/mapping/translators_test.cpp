@@ -127,6 +127,22 @@ TEST_F(Translators, function_is_asked_with_and_without_move) {
     EXPECT_FALSE(function->Apply(*reference_));
 }
 
+TEST_F(Translators, function_that_must_be_asked_first_is_asked_where_it_moves_from) {
+    const auto function = WithBody<CCDMFunctionTranslator>("CTAsked");
+    Recorded::Now().scalar = [](FIIteratorBase* it, int move) {
+        if (move == 0) it->SetVarText("asked", "b");
+        FIValue name;
+        return it->GetVarText("asked", name) && (move == 0 || it->SeekPath(name));
+    };
+    EXPECT_TRUE(function->Apply(*reference_));
+    EXPECT_EQ(NameOf(*reference_), "b");
+    EXPECT_THAT(Recorded::Now().calls, ElementsAre("move 0@1", "move 1@1"));
+    Recorded::Now().calls.clear();
+    Recorded::Now().scalar = nullptr;
+    EXPECT_FALSE(function->Apply(*reference_));
+    EXPECT_THAT(Recorded::Now().calls, ElementsAre("move 0@2"));
+}
+
 TEST_F(Translators, function_without_a_body_fails_in_silence) {
     const auto function = WithBody<CCDMFunctionTranslator>(" \n\t");
     const auto filter = WithBody<CCDMArrayFunctionTranslator>("");

@@ -86,7 +86,8 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
-    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves", NamesOf(ReadList(CTFlowsheets, *it)));
+    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves, Machine Curves, E-101 Parts, Vessels",
+              NamesOf(ReadList(CTFlowsheets, *it)));
     EXPECT_EQ("Sales Gas Envelope", NamesOf(ReadList(CTPhaseEnvelopes, *it)));
     EXPECT_EQ("Condensate Curve", NamesOf(ReadList(CTDistillationCurves, *it)));
     EXPECT_EQ((Elements{{"MIX-100", "QSIMixer"},
@@ -216,6 +217,32 @@ TEST_F(SemanticCase, a_reactor_names_the_reactions_of_its_set) {
     EXPECT_EQ("Methane", Variable(*it, "GibbsFlowSpecComponentName"));
     CTReactantBalance(it.Get(), nullptr, 7);
     EXPECT_EQ("H2O", Variable(*it, "CompName"));
+}
+
+TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {
+    Open("demo");
+    NodeRef it = Flowsheet();
+    FIValue subclass;
+    CTUnitOperations(it.Get(), &subclass, 11);
+    ASSERT_EQ("T-100", NameAt(*it));
+    ASSERT_EQ(12, CTColumnStages(it.Get(), nullptr, kCountIndex));
+    std::string kinds;
+    for (int stage = 0; stage < 12; ++stage) {
+        CTColumnStages(it.Get(), nullptr, stage);
+        kinds += Variable(*it, "IsCondenser") == "INT 1"  ? 'C'
+                 : Variable(*it, "IsReboiler") == "INT 1" ? 'R'
+                 : Variable(*it, "IsFeed") == "INT 1"     ? 'F'
+                                                          : '.';
+    }
+    EXPECT_EQ("C...F....F.R", kinds);
+    for (const auto& [step, stream] :
+         {std::pair{&CTCondDistillate, "Distillate"}, {&CTRebLiquid, "Bottoms"}}) {
+        NodeRef at = NodeRef::Adopt(it->Copy());
+        EXPECT_TRUE(step(at.Get(), 1)) << stream;
+        EXPECT_EQ(stream, NameAt(*at));
+        EXPECT_EQ("MaterialStreamObject", Read(*at, "type"));
+    }
+    EXPECT_FALSE(CTCondVapor(it.Get(), 0)) << "nothing leaves the condenser as vapour";
 }
 
 TEST_F(SemanticCase, a_recorded_column_has_its_bottom_stage) {

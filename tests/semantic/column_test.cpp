@@ -6,6 +6,7 @@
 #include <map>
 
 #include "semantic/column_summary.h"
+#include "semantic/column_vessels.h"
 #include "semantic/raw_tree.h"
 
 namespace fixtop {
@@ -187,6 +188,20 @@ TEST(ColumnRatios, what_cannot_be_told_keeps_what_it_was) {
     EXPECT_EQ("INT 5", Variable(*it, "Bottom"));
 }
 
+TEST(ColumnRatios, without_distillate_keep_what_they_were) {
+    Column column;
+    for (const char* flow : {"Overhead Molar Flow", "Distillate Molar Flow"}) {
+        SetFlow(column, "Condenser", flow, FIValue::OfReal(0.0));
+    }
+    Ref<FIIterator> it = column.Iterate();
+    semantic::ComputeColumnRatios(*it);
+    EXPECT_EQ("(unset)", Variable(*it, "MolarRefluxRatio"));
+    it->SetVarText("MolarRefluxRatio", FIValue::OfReal(1.25));
+    semantic::ComputeColumnRatios(*it);
+    EXPECT_EQ("REAL 1.25", Variable(*it, "MolarRefluxRatio"));
+    EXPECT_EQ("REAL 2", Variable(*it, "MassRefluxRatio"));
+}
+
 TEST(ColumnBottom, is_the_stage_below_the_trays) {
     struct Case {
         FIValue trays;
@@ -195,7 +210,8 @@ TEST(ColumnBottom, is_the_stage_below_the_trays) {
     const Case cases[] = {{FIValue::OfInt(10), "INT 11"},
                           {FIValue::OfReal(28.0), "INT 29"},
                           {FIValue("4"), "INT 5"},
-                          {FIValue(), "INT 1"}};
+                          {FIValue(), "INT 1"},
+                          {FIValue::OfInt(2147483647), "INT -2147483648"}};
     for (const Case& each : cases) {
         Column column;
         column.node.Add("Number of Trays").Set("value", each.trays);

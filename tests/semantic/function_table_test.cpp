@@ -31,7 +31,10 @@ std::vector<std::string> ExportedForMaps() {
 template <class Function>
 Function Find(std::string_view name) {
     for (const NamedFunction& row : SemanticFunctionTable()) {
-        if (row.name == name) return *std::get_if<Function>(&row.function);
+        if (row.name == name) {
+            const auto* function = std::get_if<Function>(&row.function);
+            return function ? *function : nullptr;
+        }
     }
     return nullptr;
 }
@@ -59,6 +62,49 @@ TEST(FunctionTable, kinds_are_those_of_the_functions) {
             EXPECT_TRUE(std::holds_alternative<ArrayFunction>(row.function)) << row.name;
         }
     }
+}
+
+TEST(FunctionTable, says_which_steps_are_asked_first) {
+    std::vector<std::string> asked;
+    for (const NamedFunction& row : SemanticFunctionTable()) {
+        if (row.asked_first) asked.emplace_back(row.name);
+    }
+    EXPECT_THAT(asked, UnorderedElementsAreArray({"CTSideColumnDraw", "CTSideColumnReturn"}));
+}
+
+TEST(FunctionTable, has_the_functions_of_columns) {
+    const char* const lists[] = {"CTColumnStages",
+                                 "CTColumnFeeds",
+                                 "CTSectionTray",
+                                 "CTColumnSideDraws",
+                                 "CTColumnCompMoleFrac",
+                                 "CTLiquidFromComposition",
+                                 "CTColumnComponentEfficiency",
+                                 "CTCondNozzle",
+                                 "CTRebNozzle",
+                                 "CTCondRebVesselComponentArray",
+                                 "CTCondRebVaporComponentArray",
+                                 "CTCondRebLiquidComponentArray"};
+    const char* const steps[] = {"CTSideDrawFluid",
+                                 "CTCondVapor",
+                                 "CTCondDistillate",
+                                 "CTCondHeavyDistillate",
+                                 "CTCondReflux",
+                                 "CTRebBoilup",
+                                 "CTRebLiquid",
+                                 "CTRebLiquid2",
+                                 "CTRebVapor",
+                                 "CTSideColumnDraw",
+                                 "CTSideColumnReturn",
+                                 "CTSideColumnReboiler",
+                                 "CTSideColumnBottoms",
+                                 "CTPumparoundDraw",
+                                 "CTPumparoundReturn",
+                                 "CTCondRebVesselComponent",
+                                 "CTCondRebVaporComponent",
+                                 "CTCondRebLiquidComponent"};
+    for (const char* name : lists) EXPECT_NE(Find<ArrayFunction>(name), nullptr) << name;
+    for (const char* name : steps) EXPECT_NE(Find<SemanticFunction>(name), nullptr) << name;
 }
 
 }  // namespace

@@ -39,8 +39,11 @@ void CCDMFunctionTranslator::SetBody(const std::string& text) {
     function_ = nullptr;
     function_name_ = PackedText(text);
     if (function_name_.empty()) return;
-    function_ = FindFunctionAs<SemanticFunction>(module_, function_name_);
-    if (function_ != nullptr) return;
+    if (const auto* row = FindFunctionRow<SemanticFunction>(module_, function_name_)) {
+        function_ = std::get<SemanticFunction>(row->function);
+        asked_first_ = row->asked_first;
+        return;
+    }
     LogMessage(MessageText(" Converter Semantic function: %.40s not found", function_name_.c_str())
                    .c_str());
 }
@@ -51,8 +54,9 @@ bool CCDMFunctionTranslator::Test(FIReferenceBase& reference) const {
 }
 
 bool CCDMFunctionTranslator::Apply(FIReferenceBase& reference) const {
-    return function_ != nullptr &&
-           MoveReference(reference, [this](FIIteratorBase& it) { return function_(&it, 1); });
+    return function_ != nullptr && MoveReference(reference, [this](FIIteratorBase& it) {
+               return (!asked_first_ || function_(&it, 0)) && function_(&it, 1);
+           });
 }
 
 const char* CCDMDummyTranslator::DumpBody(std::string& out) const {

@@ -17,6 +17,7 @@ class CCDMMapTranslator final : public CCDMTranslator {
     void SetBody(const std::string& text) override;
     bool Test(FIReferenceBase& reference) const override;
     bool Apply(FIReferenceBase& reference) const override;
+    const std::string& Text() const { return text_; }
 
  private:
     std::string text_;
@@ -24,7 +25,8 @@ class CCDMMapTranslator final : public CCDMTranslator {
     ParsedPath path_{new PathStep};
 };
 
-// Has a function find the node; fails without one.
+// Has a function find the node; fails without one. One that must be asked before it moves is asked
+// by Apply.
 class CCDMFunctionTranslator final : public CCDMTranslator {
  public:
     // The module in which the function is looked up, when its name is read.
@@ -34,11 +36,13 @@ class CCDMFunctionTranslator final : public CCDMTranslator {
     void SetBody(const std::string& text) override;
     bool Test(FIReferenceBase& reference) const override;
     bool Apply(FIReferenceBase& reference) const override;
+    const std::string& FunctionName() const { return function_name_; }
 
  private:
     const SemanticModule* module_;
     std::string function_name_;
     SemanticFunction function_ = nullptr;
+    bool asked_first_ = false;
 };
 
 // Stays where it is: the attribute has overrides alone, or children that are reached from here.
