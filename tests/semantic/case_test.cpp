@@ -81,8 +81,7 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
         "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
         "Distillate, Bottoms, Prereformer Feed, Prereformed Gas, Reformed Gas, Light Alkanes, "
-        "Heavy "
-        "Alkanes",
+        "Heavy Alkanes",
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ(
         "Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty, Prereformer "
