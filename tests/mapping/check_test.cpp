@@ -8,7 +8,9 @@
 
 #include "mapping_fixture.h"
 #include "model/fake_unit_source.h"
+#include "platform/xml_reader.h"
 #include "support/troubled_xml_reader.h"
+#include "xml/xml_file.h"
 
 namespace fixtop {
 
@@ -238,7 +240,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "function CTScalar is a function to one node, for Type Function; wanted: a "
                    "function of a list"},
         MistakeRow{"<TopNode FunctionName='MakeTup'/>",
-                   "function MakeTpo is not known; wanted: a function of a top node; near: "
+                   "function MakeTup is not known; wanted: a function of a top node; near: "
                    "MakeTop"},
         MistakeRow{IN_HEAT("<Translate Type='Function'> </Translate>"),
                    "<Translate> has no function"},

@@ -180,6 +180,7 @@ class Unwritten(ProgramTest):
         lines = (["ls", "demo"], ["tree", "demo"], ["attrs", "demo", stream], ["get", "demo", FEED_FLOW],
                  ["find", "demo", "appModel.*"], ["table", "demo", stream, "Temperature"],
                  ["explain", "demo", "Flowsheet.Stream(Raw Gas).MolarFlow"], ["classes"], ["path", "a.b"],
+                 ["check-map", "--unmapped"],
                  ["watch", "demo", FEED_FLOW, "--set", FEED_FLOW, "1200"], ["complete", "demo", "l"],
                  ["demo"], ["--help"], ["get", "--help"], ["--version"])
         for line in lines:

@@ -29,8 +29,7 @@ void ForEachObject(const Node& top, const client::Pattern& list,
     if (const auto main = top.Find("Flowsheet")) VisitFlowsheet(main->node, "", list, visit);
 }
 
-std::string ClassOf(const Node& node) {
-    const std::string type = node.Type();
+std::string ClassOf(const std::string& type) {
     const std::size_t begin = type.find('(') + 1;
     return begin == 0 ? type : type.substr(begin, type.rfind(')') - begin);
 }

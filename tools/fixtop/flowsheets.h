@@ -22,7 +22,7 @@ struct FlowsheetObject {
 void ForEachObject(const Node& top, const client::Pattern& list,
                    const std::function<void(const FlowsheetObject& object)>& visit);
 
-// The class of a node without what is around it: "QSIPump".
-std::string ClassOf(const Node& node);
+// The class that a type of the neutral view names: "QSIPump" of "Object(QSIPump)".
+std::string ClassOf(const std::string& type);
 
 }  // namespace fixtop

@@ -23,6 +23,9 @@ struct ReportColumn {
 };
 using ReportColumns = std::span<const ReportColumn>;
 
+// Shown without the words around it.
+constexpr char kClass[] = "Class";
+
 constexpr ReportColumn kStream[] = {
     {"Vapor fraction", "VaporFraction"},
     {"Temperature", "Temperature"},
@@ -39,9 +42,13 @@ constexpr ReportColumn kEnergyStream[] = {
     {"From", "UpstreamUnitOperation"},
     {"To", "DownstreamUnitOperation"},
 };
+// A duty is a list where there are several.
 constexpr ReportColumn kUnitOperation[] = {
-    {"Class", "(type)"},
-    {"Duty", "Duty"},
+    {kClass, "(type)"},
+    {"Duty", "Duty[(type)=Real]"},
+    {"Condenser duty", "CondenserDuty"},
+    {"Reboiler duty", "ReboilerDuty"},
+    {"Power", "Power"},
     {"Pressure drop", "PressureDrop"},
     {"Inlet temperature", "InletTemperature"},
     {"Outlet temperature", "OutletTemperature"},
@@ -55,10 +62,8 @@ constexpr ReportColumn kStage[] = {
     {"Liquid flow", "LiquidMolarFlow"},
 };
 constexpr ReportColumn kReaction[] = {
-    {"Class", "(type)"},
-    {"Heat of reaction", "HeatOfReaction"},
-    {"Base component", "BaseComponent"},
-    {"Phase", "ReactionPhase"},
+    {kClass, "(type)"},           {"Heat", "ReactionHeat"},          {"Phase", "ReactionPhase"},
+    {"Basis", "ExpressionBasis"}, {"Balance error", "BalanceError"},
 };
 
 // A list of every flowsheet.
@@ -246,12 +251,22 @@ class Report final : public Word {
         }
         return maker;
     }
+    static void ShortenClasses(Table& table) {
+        const auto column = std::ranges::find(table.headings, kClass) - table.headings.begin();
+        for (TableRow& row : table.rows) {
+            if (column == std::ssize(row.cells)) return;
+            if (auto& cell = row.cells[column]) {
+                cell->value = FIValue(ClassOf(cell->value.ToText()).c_str());
+            }
+        }
+    }
     // A table without rows is left out.
     static void Write(const TableMaker& maker, const std::string& title, const std::string& name,
                       TableWriter& writer) {
         if (maker.IsEmpty()) return;
         Table table = maker.Whole();
         table.title = title;
+        ShortenClasses(table);
         writer.Write(table, name);
     }
 

@@ -129,7 +129,7 @@ class Units final : public Word {
         const bool mass = balance.mass_in.is_known && balance.mass_out.is_known;
         const bool heat = balance.heat_in.is_known && balance.heat_out.is_known &&
                           balance.energy_in.is_known && balance.energy_out.is_known;
-        return {text(ClassOf(unit)),
+        return {text(ClassOf(unit.Type())),
                 text(Joined(balance.feeds)),
                 text(Joined(balance.products)),
                 text(Joined(balance.energy)),
@@ -141,7 +141,7 @@ class Units final : public Word {
                           "", false}};
     }
     static std::optional<TableCell> DutyOf(const Node& unit) {
-        const auto place = unit.Find("Duty");
+        const auto place = unit.Find("Duty[(type)=Real]");
         if (!place) return std::nullopt;
         client::Reading reading = place->node.Read();
         return TableCell{std::move(reading.value), std::move(reading.unit), reading.stale};
