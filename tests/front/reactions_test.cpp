@@ -205,6 +205,9 @@ TEST_F(NeutralReactions, duties_of_reactors_fit_the_heats_of_their_streams_and_r
                     Number(equilibrium + "FeedFluid.HeatFlow") +
                     Number(equilibrium + "ReactionHeat"),
                 1);
+    for (const char* name : {"CRV-100", "ERV-100", "GBR-100"}) {
+        EXPECT_EQ(Number(Unit(name) + "Duty"), Number(Unit(name) + "EnergyFeed.HeatFlow")) << name;
+    }
     for (const char* name : {"ERV-100", "GBR-100"}) {
         EXPECT_LT(Number(Unit(name) + "FinalGibbsEnergy"),
                   Number(Unit(name) + "InitialGibbsEnergy"))

@@ -81,11 +81,12 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
         "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
         "Distillate, Bottoms, Prereformer Feed, Prereformed Gas, Reformed Gas, Light Alkanes, "
-        "Heavy "
-        "Alkanes",
+        "Heavy Alkanes",
         NamesOf(ReadList(CTStreams, *it)));
-    EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
-              NamesOf(ReadList(CTHeatStreams, *it)));
+    EXPECT_EQ(
+        "Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty, Prereformer "
+        "Duty, Disproportionation Duty, Reformer Duty",
+        NamesOf(ReadList(CTHeatStreams, *it)));
     EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves, Machine Curves, E-101 Parts, Vessels",
               NamesOf(ReadList(CTFlowsheets, *it)));
     EXPECT_EQ("Sales Gas Envelope", NamesOf(ReadList(CTPhaseEnvelopes, *it)));
