@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Cross-builds pugixml and libzip, and expat for the tests, as static Windows libraries from the
-# pristine sources of Debian's source packages, with zlib from libz-mingw-w64-dev. The case host reads
-# zip and XML with one code on both platforms, so both get the same libraries. The result is kept; a second run does nothing.
+# Cross-builds expat, libzip and pugixml as static Windows libraries from the pristine sources of
+# Debian's source packages, with zlib from libz-mingw-w64-dev. The case host reads zip and XML with
+# one code on both platforms, so both get the same libraries. The result is kept; a second run does
+# nothing.
 #
 # usage: cmake/build-windows-deps.sh [folder]     (default: build/windows-deps)
 set -euo pipefail

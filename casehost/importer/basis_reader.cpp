@@ -102,11 +102,10 @@ void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
         FindCompound(reading, compound, compounds.back());
     }
     for (const StoichiometryRow& row : kStoichiometry) {
-        std::vector<Number> values;
-        for (XmlNode compound : Children(list)) {
+        const auto values = OfChildren<Number>(list, [&](XmlNode compound) {
             const auto value = compound.Attribute(row.attribute);
-            values.push_back(value ? ParseNumber(reading, compound, *value) : std::nullopt);
-        }
+            return value ? ParseNumber(reading, compound, *value) : std::nullopt;
+        });
         sheet.Array(row.name, file_unit::none, {LabelledBy(compounds)}, values,
                     VariableState::specified);
     }

@@ -45,11 +45,6 @@ constexpr VectorRow kCompoundMatrices[] = {
     {"Kf", "Stage K Value"},
 };
 
-struct SpecRow {
-    const char* id;
-    const char* place;
-};
-constexpr SpecRow kSpecs[] = {{"C", "Condenser"}, {"R", "Reboiler"}};
 constexpr FileUnit kSpecUnits[] = {none, mol_per_second, kg_per_second, kilowatt, kelvin};
 const std::vector<Choice> kSpecTypes =
     Words({"Heat_Duty", "Product_Molar_Flow_Rate", "Component_Molar_Flow_Rate",
@@ -77,25 +72,24 @@ class Column {
  private:
     void ReadStages() {
         const XmlNode list = node_.Child("Stages");
-        double trays = 0;
-        for (XmlNode stage : Children(list)) {
-            stages_.emplace_back(stage.Child("Name").Text());
-            if (stages_.back() != kCondenser && stages_.back() != kReboiler) ++trays;
-        }
-        sheet_.Real("Number of Trays", none, trays, specified);
+        stages_ =
+            OfChildren<std::string>(list, [](XmlNode stage) { return stage.Child("Name").Text(); });
+        const auto trays = std::ranges::count_if(stages_, [](const std::string& name) {
+            return name != kCondenser && name != kReboiler;
+        });
+        sheet_.Real("Number of Trays", none, static_cast<double>(trays), specified);
         for (const StageRow& row : kStageRows) {
-            std::vector<Number> values;
-            for (XmlNode stage : Children(list)) {
-                values.push_back(ReadNumber(reading_, stage.Child(row.element)));
-            }
+            const auto values = OfChildren<Number>(list, [&](XmlNode stage) {
+                return ReadNumber(reading_, stage.Child(row.element));
+            });
             sheet_.Array(row.name, row.unit, {LabelledBy(stages_)}, values, row.state);
         }
     }
+    // Their IDs are C and R.
     void ReadSpecs() {
         for (XmlNode spec : Children(node_.Child("Specs"))) {
-            for (const SpecRow& row : kSpecs) {
-                const std::string prefix = std::string(row.place) + " Spec ";
-                if (spec.Attribute("ID") == row.id) ReadSpec(prefix, spec);
+            for (const std::string place : {kCondenser, kReboiler}) {
+                if (spec.Attribute("ID") == place.substr(0, 1)) ReadSpec(place + " Spec ", spec);
             }
         }
     }

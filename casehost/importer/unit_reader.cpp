@@ -50,25 +50,17 @@ void WriteLabelled(ObjectSheet& sheet, const char* name, FileUnit unit, Labelled
     sheet.Array(name, unit, {LabelledBy(std::move(numbers.labels))}, numbers.values);
 }
 
-std::vector<std::string> Texts(XmlNode list) {
-    std::vector<std::string> texts;
-    for (XmlNode item : Children(list)) texts.emplace_back(item.Text());
-    return texts;
-}
-
-std::vector<std::string> Ids(XmlNode list) {
-    std::vector<std::string> ids;
-    for (XmlNode item : Children(list)) ids.emplace_back(item.Attribute("ID").value_or(""));
-    return ids;
+std::string_view IdOf(XmlNode node) {
+    return node.Attribute("ID").value_or("");
 }
 
 // The moles of atoms of each element that enter a Gibbs reactor.
 void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
     LabelledNumbers atoms;
-    atoms.labels = Ids(node.Child("Elements"));
-    for (XmlNode total : Children(node.Child("TotalElements"))) {
-        atoms.values.push_back(ParseNumber(reading, total, total.Attribute("ID").value_or("")));
-    }
+    atoms.labels = OfChildren<std::string>(node.Child("Elements"), IdOf);
+    atoms.values = OfChildren<Number>(node.Child("TotalElements"), [&](XmlNode total) {
+        return ParseNumber(reading, total, IdOf(total));
+    });
     if (atoms.labels.size() != atoms.values.size()) {
         reading.problems.Error(node, "expected one total for each of " +
                                          std::to_string(atoms.labels.size()) + " elements, found " +
@@ -82,8 +74,8 @@ void ReadElements(Reading& reading, XmlNode node, ObjectSheet& sheet) {
 void ReadElementMatrix(Reading& reading, XmlNode node, ObjectSheet& sheet) {
     const XmlNode matrix = node.Child("ElementMatrix");
     if (matrix.Text().empty()) return;
-    const std::vector<std::string> elements = Ids(node.Child("Elements"));
-    const std::vector<std::string> compounds = Texts(node.Child("ComponentIDs"));
+    const auto elements = OfChildren<std::string>(node.Child("Elements"), IdOf);
+    const auto compounds = OfChildren<std::string>(node.Child("ComponentIDs"), &XmlNode::Text);
     const std::vector<Number> values = ParseNumbers(reading, matrix, matrix.Text(), ",:");
     if (values.size() != elements.size() * compounds.size()) {
         reading.problems.Error(matrix, "expected " + std::to_string(elements.size()) + " times " +

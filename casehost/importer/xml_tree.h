@@ -7,10 +7,12 @@
 // Sibling elements may have one name: Child answers the first.
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "xml_check.h"
 
@@ -67,6 +69,14 @@ class Children {
  private:
     XmlNode first_;
 };
+
+// What `make` makes of each child, in their order.
+template <class Item, class Make>
+std::vector<Item> OfChildren(XmlNode parent, Make make) {
+    std::vector<Item> items;
+    for (XmlNode child : Children(parent)) items.emplace_back(std::invoke(make, child));
+    return items;
+}
 
 class XmlTree {
  public:

@@ -102,8 +102,7 @@ void WriteColumns(JsonText& text, const std::vector<BasisColumn>& columns) {
             WriteLine(text, "[]", column.objects,
                       [&](const std::string& path) { text.TextOrNull(path); });
         } else {
-            text.Member("numbers");
-            WriteLine(text, "[]", column.numbers, [&](double number) { text.Number(number); });
+            text.Member("numbers", column.numbers);
         }
         text.Raw("}");
     });
@@ -152,8 +151,7 @@ void WriteCompound(JsonText& text, const CompoundData& compound) {
     text.Key("name", compound.name);
     text.Member("formula", compound.formula);
     for (const Constant& each : kConstants) text.Member(each.name, compound.*each.value);
-    text.Member("cp");
-    WriteLine(text, "[]", compound.cp, [&](double number) { text.Number(number); });
+    text.Member("cp", compound.cp);
     text.Member("other");
     WriteLine(text, "{}", compound.other,
               [&](const auto& each) { text.Key(each.first, each.second); });

@@ -27,11 +27,7 @@ std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string
     const auto found = std::find(words.begin(), words.end(), *node.text);
     if (found != words.end() && !node.text->empty())
         return static_cast<std::size_t>(found - words.begin());
-    std::string known;
-    for (std::string_view word : words) {
-        if (!word.empty()) known += (known.empty() ? "" : ", ") + std::string(word);
-    }
-    tree.Report(node, Tree::Describe(node) + " is none of " + known);
+    tree.Report(node, Tree::Describe(node) + " is none of " + Listed(words));
     return 0;
 }
 

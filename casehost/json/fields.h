@@ -3,6 +3,7 @@
 
 // Typed access to the members of a JSON object, with a problem for whatever is not as expected.
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -15,6 +16,16 @@ bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* w
 // The empty text, the empty number and 0 when the node is of another kind.
 std::string TextOf(Tree& tree, const JsonNode& node);
 double NumberOf(Tree& tree, const JsonNode& node);
+// "a, b, c" of the names that aren't empty.
+template <class Names, class Name = std::identity>
+std::string Listed(const Names& names, Name name = {}) {
+    std::string all;
+    for (const auto& each : names) {
+        const std::string_view next = std::invoke(name, each);
+        if (!next.empty()) (all += all.empty() ? "" : ", ") += next;
+    }
+    return all;
+}
 // Ordinal of one of the words.
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words);
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace fixtop::casehost::json {
 
@@ -25,19 +26,11 @@ class JsonText {
         out_ += ", ";
         Key(name);
     }
-    // The same with their value: a text, a number or a flag.
+    // The same with their value: a text, a number, a flag or an array of these on one line.
     template <class Value>
     void Key(std::string_view name, const Value& value) {
         Key(name);
-        if constexpr (std::is_same_v<Value, bool>) {
-            Flag(value);
-        } else if constexpr (std::is_integral_v<Value>) {
-            Integer(static_cast<long>(value));
-        } else if constexpr (std::is_floating_point_v<Value>) {
-            Number(value);
-        } else {
-            Text(value);
-        }
+        Put(value);
     }
     template <class Value>
     void Member(std::string_view name, const Value& value) {
@@ -57,6 +50,21 @@ class JsonText {
     std::string Take() { return std::move(out_); }
 
  private:
+    template <class Value>
+    void Put(const Value& value) {
+        if constexpr (std::is_same_v<Value, bool>) {
+            Flag(value);
+        } else if constexpr (std::is_integral_v<Value>) {
+            Integer(static_cast<long>(value));
+        } else if constexpr (std::is_floating_point_v<Value>) {
+            Number(value);
+        } else {
+            Text(value);
+        }
+    }
+    template <class Value>
+    void Put(const std::vector<Value>& values);
+
     std::string out_;
 };
 
@@ -70,6 +78,11 @@ void WriteLine(JsonText& text, std::string_view brackets, const Items& items, Wr
         write(each);
     }
     text.Raw(brackets.substr(1));
+}
+
+template <class Value>
+void JsonText::Put(const std::vector<Value>& values) {
+    WriteLine(*this, "[]", values, [this](const Value& value) { Put(value); });
 }
 
 // The same with a line for each at `depth` plus one.

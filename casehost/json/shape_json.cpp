@@ -57,16 +57,12 @@ void CheckNumbers(Tree& tree, const JsonNode& node, const Shape& shape) {
     }
 }
 
-void WriteTexts(JsonText& text, const std::vector<std::string>& texts) {
-    WriteLine(text, "[]", texts, [&](const std::string& each) { text.Text(each); });
-}
-
 void WriteDimension(JsonText& text, const DimensionData& dimension) {
     text.Raw("{");
     text.Key("low", dimension.low);
     text.Member("count", dimension.count);
     text.Member("naming", Word(kNamingWords, dimension.naming));
-    if (!dimension.labels.empty()) text.Member("labels"), WriteTexts(text, dimension.labels);
+    if (!dimension.labels.empty()) text.Member("labels", dimension.labels);
     text.Raw("}");
 }
 
@@ -81,7 +77,7 @@ void WriteSpec(JsonText& text, const VariableSpec& spec) {
         WriteLine(text, "[]", spec.dimensions,
                   [&](const DimensionData& each) { WriteDimension(text, each); });
     }
-    if (!spec.options.empty()) text.Member("options"), WriteTexts(text, spec.options);
+    if (!spec.options.empty()) text.Member("options", spec.options);
     if (spec.minimum != kEmpty) text.Member("minimum", spec.minimum);
     if (spec.maximum != kEmpty) text.Member("maximum", spec.maximum);
     if (spec.flagged) text.Member("flagged", true);

@@ -24,12 +24,8 @@ const host::UnitRecord* ReadUnit(Tree& tree, const JsonNode* node, const Variabl
         tree.Report(*node, "the variable has no quantity and so no unit");
         return nullptr;
     }
-    std::string known;
-    for (const host::UnitRecord& each : quantity->units) {
-        known += (known.empty() ? "" : ", ") + std::string(each.name);
-    }
-    tree.Report(*node, "the unit " + Tree::Describe(*node) + " is none of " +
-                           std::string(quantity->name) + " (" + known + ")");
+    tree.Report(*node, "the unit " + Tree::Describe(*node) + " is none of " + quantity->name +
+                           " (" + Listed(quantity->units, &host::UnitRecord::name) + ")");
     return nullptr;
 }
 
@@ -64,10 +60,8 @@ void ReadOption(Tree& tree, const JsonNode& node, const VariableSpec& spec, Valu
         return;
     }
     if (node.kind != JsonNode::Kind::text) return;
-    std::string known;
-    for (const std::string& each : spec.options) known += (known.empty() ? "" : ", ") + each;
-    tree.Report(node,
-                Tree::Describe(node) + " is no option of \"" + spec.name + "\" (" + known + ")");
+    tree.Report(node, Tree::Describe(node) + " is no option of \"" + spec.name + "\" (" +
+                          Listed(spec.options) + ")");
 }
 
 void ReadValue(Tree& tree, const JsonNode& node, const VariableSpec& spec,

@@ -178,11 +178,15 @@ void Case::Close() {
     if (manager_) manager_->put_ModelCallback(nullptr);
 }
 
-void Case::StructureChanged() {
+void Case::OrderChanged() {
     Identities::Changed();
+    Notify(&host::IModelCallback::SimulationStep);
+}
+
+void Case::StructureChanged() {
     dependencies_.reset();
     solver_->CaseChanged();
-    Notify(&host::IModelCallback::SimulationStep);
+    OrderChanged();
 }
 
 bool Case::Delete(host::Viewable* object) {
@@ -203,8 +207,7 @@ bool Case::Rename(host::Viewable* object, const std::string& name) {
     node->SetName(name);
     if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
     list->Renamed();
-    Identities::Changed();
-    Notify(&host::IModelCallback::SimulationStep);
+    OrderChanged();
     return true;
 }
 
@@ -212,8 +215,7 @@ bool Case::Move(host::Viewable* object, std::size_t index) {
     Node* node = Node::Of(object);
     NodeList* list = ListOf(node);
     if (!list || !list->Move(*node, index)) return false;
-    Identities::Changed();
-    Notify(&host::IModelCallback::SimulationStep);
+    OrderChanged();
     return true;
 }
 

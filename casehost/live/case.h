@@ -127,6 +127,7 @@ class Case final : public NodeOf<host::SimulationCase> {
     bool SameStructure(NodeList& list, const std::vector<ObjectData>& other);
     // Null for an object that is deleted or stands in no list of the case.
     NodeList* ListOf(Node* node);
+    void OrderChanged();
     void StructureChanged();
     void ForEach(const ObjectVisitor& visit);
     void ForEachIn(NodeList& list, const ObjectVisitor& visit);

@@ -163,7 +163,7 @@ Node::Place Node::LocateForStore(const host::VarDescription& variable) {
 double Node::ReadOtherReal(const host::VarDescription& variable) {
     const Place place = Locate(variable);
     if (place.cell < 0) {
-        Node* holder = variable.NextPart() ? Of(ResolveOwner(variable)) : nullptr;
+        Node* holder = Holder(variable);
         return holder ? holder->ReadReal(*variable.GetVariablePart()) : host::kEmptyReal;
     }
     if (place.row->value_kind > host::kEnumeration) return host::kEmptyReal;
@@ -188,10 +188,8 @@ bool Node::MayStoreReal(const Place& place, double value) {
 
 void Node::StoreReal(const host::VarDescription& variable, double value) {
     const Place place = LocateForStore(variable);
-    if (place.cell < 0 && variable.NextPart()) {
-        Node* holder = Of(ResolveOwner(variable));
-        if (holder) holder->StoreReal(*variable.GetVariablePart(), value);
-        return;
+    if (Node* holder = place.cell < 0 ? Holder(variable) : nullptr) {
+        return holder->StoreReal(*variable.GetVariablePart(), value);
     }
     if (!context_->watch->MayStore() || !MayStoreReal(place, value)) return;
     context_->watch->InStore();
@@ -218,11 +216,9 @@ host::Text Node::ReadText(const host::VarDescription& variable) {
     const Place place = shape_ ? Locate(variable) : Place();
     if (place.row && place.row->labels) return LabelAt(*place.row, variable);
     if (place.cell < 0) {
-        if (variable.NextPart()) {
-            Node* holder = Of(ResolveOwner(variable));
-            return holder ? holder->ReadText(*variable.GetVariablePart()) : host::Text();
-        }
-        return variable.GetMoniker() == kNameMoniker.data() ? name_ : host::Text();
+        if (Node* holder = Holder(variable)) return holder->ReadText(*variable.GetVariablePart());
+        const bool whole = !variable.NextPart();
+        return whole && variable.GetMoniker() == kNameMoniker.data() ? name_ : host::Text();
     }
     const Cell& cell = CellAt(place.cell);
     if (place.row->value_kind < host::kText || place.row->value_kind == host::kAttachment)
@@ -232,10 +228,8 @@ host::Text Node::ReadText(const host::VarDescription& variable) {
 
 void Node::StoreText(const host::VarDescription& variable, const host::Text& value) {
     const Place place = Locate(variable);
-    if (place.cell < 0 && variable.NextPart()) {
-        Node* holder = Of(ResolveOwner(variable));
-        if (holder) holder->StoreText(*variable.GetVariablePart(), value);
-        return;
+    if (Node* holder = place.cell < 0 ? Holder(variable) : nullptr) {
+        return holder->StoreText(*variable.GetVariablePart(), value);
     }
     if (!context_->watch->MayStore() || place.cell < 0 || deleted_) return;
     if (place.row->value_kind != host::kText) return;

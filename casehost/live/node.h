@@ -152,6 +152,10 @@ class Node {
     Place Locate(const host::VarDescription& variable);
     Place LocateByMoniker(const host::VarDescription& variable);
     Place LocateForStore(const host::VarDescription& variable);
+    // The object that the parts before the variable's lead to; null for a variable of one part.
+    Node* Holder(const host::VarDescription& variable) {
+        return variable.NextPart() ? Of(ResolveOwner(variable)) : nullptr;
+    }
     bool IsStaleCell(const Cell& cell) const {
         return stale_ && cell.state == static_cast<std::uint8_t>(VariableState::calculated);
     }

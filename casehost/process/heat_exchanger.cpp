@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "casehost/unit_op_names.h"
 #include "process/roots.h"
 #include "process/unit_inputs.h"
@@ -18,18 +20,18 @@ struct SideNames {
 };
 
 constexpr SideNames kSides[2] = {
-    {{cn::kTubePressureDrop, names::kTubeOutletPressure, "tube side "},
-     names::kTubeInletTemperature,
-     names::kTubeOutletTemperature,
+    {{cn::kTubePressureDrop, "Tube Outlet Pressure", "tube side "},
+     "Tube Inlet Temperature",
+     "Tube Outlet Temperature",
      "tube outlet temperature",
      "temperature of the tube side product",
-     names::kTubeDeltaT},
-    {{cn::kShellPressureDrop, names::kShellOutletPressure, "shell side "},
-     names::kShellInletTemperature,
-     names::kShellOutletTemperature,
+     "Tube Side Delta T"},
+    {{cn::kShellPressureDrop, "Shell Outlet Pressure", "shell side "},
+     "Shell Inlet Temperature",
+     "Shell Outlet Temperature",
      "shell outlet temperature",
      "temperature of the shell side product",
-     names::kShellDeltaT},
+     "Shell Side Delta T"},
 };
 
 class Exchange {
@@ -115,6 +117,14 @@ double LogMeanDifference(double first, double second) {
     double excess = (first - second) / second;
     if (std::abs(excess) < 1e-8) return second * (1 + 0.5 * excess);
     return second * excess / std::log1p(excess);
+}
+
+bool IsSideResult(std::string_view name) {
+    return std::ranges::any_of(kSides, [&](const SideNames& side) {
+        return name == side.pressure.drop || name == side.pressure.product ||
+               name == side.inlet_temperature || name == side.outlet_temperature ||
+               name == side.delta_t;
+    });
 }
 
 UnitOutput SolveHeatExchanger(const Thermo& thermo, const UnitInput& input) {

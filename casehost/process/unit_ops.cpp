@@ -22,7 +22,7 @@ void AddChanges(UnitOutput& output, const MaterialState& feed) {
     output.results[cn::kPressureDrop] = {feed.Pressure() - product.Pressure()};
     output.results[cn::kProductPressure] = {product.Pressure()};
     output.results[cn::kProductTemperature] = {product.Temperature_C()};
-    output.results[names::kDeltaT] = {product.Temperature_C() - feed.Temperature_C()};
+    output.results[kDeltaT] = {product.Temperature_C() - feed.Temperature_C()};
 }
 
 void CheckRise(double feed_kPa, double product_kPa, double sign) {
@@ -312,23 +312,13 @@ constexpr const char* kResults[] = {
     cn::kUA,
     cn::kLmtd,
     cn::kMinimumApproach,
-    cn::kTubePressureDrop,
-    cn::kShellPressureDrop,
-    names::kDeltaT,
-    names::kTubeInletTemperature,
-    names::kTubeOutletTemperature,
-    names::kTubeOutletPressure,
-    names::kTubeDeltaT,
-    names::kShellInletTemperature,
-    names::kShellOutletTemperature,
-    names::kShellOutletPressure,
-    names::kShellDeltaT,
+    kDeltaT,
 };
 
 }  // namespace
 
 bool IsUnitResult(std::string_view name) {
-    return std::ranges::find(kResults, name) != std::end(kResults);
+    return std::ranges::find(kResults, name) != std::end(kResults) || IsSideResult(name);
 }
 
 const UnitModel* FindUnitModel(std::string_view type) {

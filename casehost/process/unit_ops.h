@@ -69,6 +69,8 @@ struct UnitModel {
 // the two end differences (Perry's Chemical Engineers' Handbook, 8th ed., section 11), also where a
 // side boils or condenses: there are no zones.
 UnitOutput SolveHeatExchanger(const Thermo& thermo, const UnitInput& input);
+// True for the name of a result of one of its sides.
+bool IsSideResult(std::string_view name);
 
 // Null for a type word without a model.
 const UnitModel* FindUnitModel(std::string_view type);
@@ -79,17 +81,6 @@ bool IsUnitResult(std::string_view name);
 // Logarithmic mean of two end differences, both above 0.
 double LogMeanDifference(double first, double second);
 
-// Names of results that only models use.
-namespace names {
 inline constexpr char kDeltaT[] = "Delta T";
-inline constexpr char kTubeInletTemperature[] = "Tube Inlet Temperature";
-inline constexpr char kTubeOutletTemperature[] = "Tube Outlet Temperature";
-inline constexpr char kTubeOutletPressure[] = "Tube Outlet Pressure";
-inline constexpr char kTubeDeltaT[] = "Tube Side Delta T";
-inline constexpr char kShellInletTemperature[] = "Shell Inlet Temperature";
-inline constexpr char kShellOutletTemperature[] = "Shell Outlet Temperature";
-inline constexpr char kShellOutletPressure[] = "Shell Outlet Pressure";
-inline constexpr char kShellDeltaT[] = "Shell Side Delta T";
-}  // namespace names
 
 }  // namespace fixtop::casehost::process

@@ -63,8 +63,8 @@ CASEHOST_ROOMS = {
     "importer": ["include"],
     "standard": ["include", "json", "live", "process", "importer"],
 }
-CASEHOST_LIBRARIES = {"zip.h": "importer", "pugixml.hpp": "importer", "nlohmann/*": "json",
-                      "expat.h": "the module"}
+CASEHOST_LIBRARIES = {"zip.h": "importer", "expat.h": "importer", "pugixml.hpp": "importer",
+                      "nlohmann/*": "json"}
 # It can't reach platform/, so what it needs of an operating system has one source for each.
 CASEHOST_PLATFORM = ["casehost/files/posix/*.cpp", "casehost/files/windows/*.cpp"]
 # The header that says for each platform how the exports are marked.

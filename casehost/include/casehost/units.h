@@ -13,9 +13,9 @@ namespace fixtop::casehost {
 
 struct Quantity {
     const char* name;                     // "Temperature", "MolarFlow"
-    host::VarType type;                   // 1 and up, never 65
     std::vector<host::UnitRecord> units;  // internal unit first; internal = user * factor + offset
     std::vector<const char*> defaults;    // default unit in each unit set
+    host::VarType type = 0;               // 1 and up, never 65
 };
 
 inline constexpr unsigned kUnitSets = 3;  // 0 process, 1 SI, 2 field
