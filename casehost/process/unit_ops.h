@@ -23,7 +23,8 @@ struct MaterialState {
     Composition composition;
     double molar_flow = 0;
 
-    double HeatFlow() const { return molar_flow * flash.molar_enthalpy; }
+    // Zero without a sign when nothing flows.
+    double HeatFlow() const { return molar_flow * flash.molar_enthalpy + 0.0; }
     double Temperature_C() const { return flash.temperature_K - kZeroCelsius_K; }
     double Pressure() const { return flash.pressure_kPa; }
 };
