@@ -4,6 +4,7 @@
 #include "case_state.h"
 #include "casehost/case_host.h"
 #include "casehost/standard_host.h"
+#include "casehost/units.h"
 
 namespace fixtop::client {
 
@@ -55,6 +56,10 @@ class BuiltInHost final : public HostOfCase {
     }
     std::string SolveProblem() const override { return host_.SolveProblem(); }
     bool HasOldResults() const override { return host_.HasOldResults(); }
+    std::vector<std::string> UnitSets() const override {
+        return {casehost::kUnitSetNames.begin(), casehost::kUnitSetNames.end()};
+    }
+    void UseUnitSet(const std::string& name) override { host_.UseUnitSet(name); }
     std::string Save(const std::string& file) override {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);
         return saved ? "" : WithFile({saved.problem.Text()}, file).front();

@@ -2,6 +2,7 @@
 #include "fixtop/client/case.h"
 
 #include "case_state.h"
+#include "fixtop/client/near_names.h"
 
 namespace fixtop::client {
 
@@ -48,6 +49,20 @@ std::optional<Node> Case::AsListed(const Node& neutral) const {
 
 bool Case::HasOldResults() const {
     return case_->Host().HasOldResults();
+}
+
+std::vector<std::string> Case::UnitSets() const {
+    return case_->Host().UnitSets();
+}
+
+void Case::UseUnitSet(const std::string& name) const {
+    std::string known;
+    for (const std::string& set : UnitSets()) {
+        if (EditDistance(set, name) == 0) return case_->Host().UseUnitSet(set);
+        known += (known.empty() ? "" : ", ") + set;
+    }
+    throw CaseError({"no such set of units: " + name + "; expected " +
+                     (known.empty() ? "none, for the host offers no choice" : known)});
 }
 
 void Case::Save(const std::string& file) const {

@@ -32,6 +32,9 @@ class HostOfCase {
     // Why the last solve did not complete; empty when it did, or nobody knows.
     virtual std::string SolveProblem() const { return ""; }
     virtual bool HasOldResults() const { return false; }
+    // By name; none where clients can't choose.
+    virtual std::vector<std::string> UnitSets() const { return {}; }
+    virtual void UseUnitSet(const std::string&) {}
     // Answers what is wrong; empty when it was written.
     virtual std::string Save(const std::string& file);
     virtual const std::vector<std::string>& Remarks() const;

@@ -2,6 +2,8 @@
 // Opening neutral views and class libraries.
 
 #include "case_state.h"
+#include "fixtop/client/check.h"
+#include "visit.h"
 
 namespace fixtop::client {
 
@@ -48,18 +50,47 @@ const char* GivenText(const std::string& text) {
     return text.empty() ? nullptr : text.c_str();
 }
 
+FixtopModelFiles GivenFiles(const ModelFiles& files, bool whole_lists) {
+    return {GivenText(files.classes), GivenText(files.map), GivenText(files.units),
+            GivenText(files.translate), whole_lists};
+}
+
 }  // namespace
 
 std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
                       FIEntry* top, Ref<FIEntry>& root) {
     const ModelLog log(files.log);
-    const FixtopModelFiles given{GivenText(files.classes), GivenText(files.map),
-                                 GivenText(files.units), GivenText(files.translate), whole_lists};
+    const FixtopModelFiles given = GivenFiles(files, whole_lists);
     root = Ref<FIEntry>::Adopt(open(top, &given));
     if (root) return files.units.empty() ? "" : TroubleWithUnits(log.Lines());
     std::vector<std::string> problems = log.Lines();
     problems.insert(problems.begin(), std::string(what) + " can't be opened");
     throw CaseError(std::move(problems));
+}
+
+std::vector<Finding> CheckModel(const ModelFiles& files) {
+    const ModelLog log(files.log);
+    const FixtopModelFiles given = GivenFiles(files, true);
+    std::vector<Finding> findings;
+    Visitor<FixtopFinding> visitor([&](const FixtopFinding& finding) {
+        findings.push_back(
+            {finding.kind == FixtopFinding::kMistake, finding.file, finding.line, finding.text});
+        return true;
+    });
+    FixtopCheckModel(&given, visitor.Call(), &visitor);
+    visitor.Rethrow();
+    return findings;
+}
+
+std::optional<Missing> WhyMissing(const Node& object, const std::string& attribute) {
+    FIValue reason;
+    const int absence = FixtopWhyMissing(&object.Iterator(), attribute.c_str(), reason);
+    if (absence == kFixtopNotNeutral) return std::nullopt;
+    return Missing{static_cast<Absence>(absence), reason.ToText()};
+}
+
+unsigned long long ObjectNumber(const Node& node) {
+    return FixtopObjectNumber(&node.Iterator());
 }
 
 Node OpenDictionary(const ModelFiles& files, std::string& warning) {

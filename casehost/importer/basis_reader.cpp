@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-
+#include "object_sheet.h"
 #include "readers.h"
-#include "unit_rows.h"
 
 namespace fixtop::casehost::importer {
 
@@ -59,71 +57,6 @@ CompoundData ReadCompound(Reading& reading, XmlNode node) {
     return compound;
 }
 
-const std::vector<Choice> kReactionTypes = {{"Conversion", "ConversionRxnObject"},
-                                            {"Equilibrium", "EquilibriumRxnObject"},
-                                            {"Kinetic", "KineticRxnObject"},
-                                            {"Heterogeneous_Catalytic", "LHKineticRxnObject"}};
-
-std::string TypeOfReaction(std::string_view word) {
-    const auto known = std::ranges::find(kReactionTypes, word, &Choice::word);
-    return known == kReactionTypes.end() ? std::string(word) : known->shown;
-}
-
-// Heats are for one mole of the base component: J/mol is kJ/kmol.
-const UnitClass kReaction = {
-    "",
-    "",
-    {{"ReactionHeat", "Reaction Heat", file_unit::kj_per_kmol},
-     {"ReactionGibbsEnergy", "Reaction Gibbs Energy", file_unit::kj_per_kmol},
-     {"Tmin", "Minimum Temperature", file_unit::kelvin, "*"},
-     {"Tmax", "Maximum Temperature", file_unit::kelvin, "*"}},
-    {{"ReactionType", "ReactionType", kReactionTypes}},
-    {{"Equation", "Equation"},
-     {"BaseReactant", "Base Component"},
-     {"ReactionPhase", "Reaction Phase"},
-     {"ReactionBasis", "Reaction Basis"},
-     {"KExprType", "Equilibrium Constant Source"},
-     {"Expression", "Expression"}}};
-
-struct StoichiometryRow {
-    const char* attribute;
-    const char* name;
-};
-constexpr StoichiometryRow kStoichiometry[] = {
-    {"StoichCoeff", "Stoichiometric Coefficient"},
-    {"DirectOrder", "Forward Order"},
-    {"ReverseOrder", "Reverse Order"},
-};
-
-void ReadStoichiometry(Reading& reading, XmlNode list, ObjectSheet& sheet) {
-    std::vector<std::string> compounds;
-    for (XmlNode compound : Children(list)) {
-        compounds.emplace_back(compound.Attribute("Name").value_or(""));
-        FindCompound(reading, compound, compounds.back());
-    }
-    for (const StoichiometryRow& row : kStoichiometry) {
-        const auto values = OfChildren<Number>(list, [&](XmlNode compound) {
-            const auto value = compound.Attribute(row.attribute);
-            return value ? ParseNumber(reading, compound, *value) : std::nullopt;
-        });
-        sheet.Array(row.name, file_unit::none, {LabelledBy(compounds)}, values,
-                    VariableState::specified);
-    }
-}
-
-ObjectData ReadReaction(Reading& reading, XmlNode node) {
-    ObjectData reaction;
-    ObjectSheet sheet(reading, reaction);
-    reaction.name = node.Child("Name").Text();
-    reaction.type = TypeOfReaction(node.Child("ReactionType").Text());
-    if (reaction.name.empty()) {
-        reading.problems.Error(node, "the reaction has no name; expected a Name with one");
-    }
-    ReadRows(reading, kReaction, node, sheet);
-    ReadStoichiometry(reading, node.ChildWithElements("Compounds"), sheet);
-    return reaction;
-}
-
 }  // namespace
 
 void ReadCompounds(Reading& reading, XmlNode root, CaseData& data) {
@@ -151,12 +84,6 @@ std::string ReadPackageName(XmlNode root) {
         if (!name.empty()) return std::string(name);
     }
     return std::string(LastWord(package.Child("Type").Text()));
-}
-
-void ReadReactions(Reading& reading, XmlNode root, CaseData& data) {
-    for (XmlNode node : Children(root.Child("Reactions"))) {
-        data.reactions.push_back(ReadReaction(reading, node));
-    }
 }
 
 }  // namespace fixtop::casehost::importer

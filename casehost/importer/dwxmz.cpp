@@ -96,6 +96,7 @@ void ReadFlowsheet(Reading& reading, XmlNode root, CaseData& data) {
     for (const FileEdge& edge : file.edges) {
         objects[edge.unit].ports.push_back(PortOf(file, edge));
     }
+    ReadVesselStreams(reading, objects);
     if (!reading.problems.Failed()) AddColumnSheets(reading, data);
 }
 

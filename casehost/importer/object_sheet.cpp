@@ -17,13 +17,25 @@ host::UnitRecord Resolve(const FileUnit& unit) {
     throw std::logic_error(std::string("no unit ") + unit.name + " of " + unit.quantity);
 }
 
+Number Converted(Number value, const host::UnitRecord& unit) {
+    if (!value) return value;
+    const double number = ToInternal(*value, unit);
+    return std::isfinite(number) ? Number(number) : std::nullopt;
+}
+
 ValueData Stored(Number value, const host::UnitRecord& unit, VariableState state) {
     ValueData stored;
-    if (!value) return stored;
-    const double number = ToInternal(*value, unit);
-    if (!std::isfinite(number)) return stored;
-    stored.number = number;
+    const Number number = Converted(value, unit);
+    if (!number) return stored;
+    stored.number = *number;
     stored.state = state;
+    return stored;
+}
+
+ValueData StoredText(std::string_view text, VariableState state) {
+    ValueData stored;
+    stored.text = text;
+    stored.state = text.empty() ? VariableState::missing : state;
     return stored;
 }
 
@@ -56,6 +68,10 @@ DimensionData Numbered(std::size_t count) {
     return dimension;
 }
 
+Number InInternalUnit(Number value, FileUnit unit) {
+    return Converted(value, Resolve(unit));
+}
+
 void ObjectSheet::Add(VariableSpec spec, std::vector<ValueData> values) {
     reading_.value_count += values.size();
     object_.variables.push_back({reading_.specs.Share(std::move(spec)), std::move(values)});
@@ -69,10 +85,25 @@ void ObjectSheet::Text(const std::string& name, std::string_view text, VariableS
     VariableSpec spec;
     spec.name = name;
     spec.kind = ValueKind::text;
-    ValueData value;
-    value.text = text;
-    value.state = text.empty() ? VariableState::missing : state;
-    Add(std::move(spec), {value});
+    Add(std::move(spec), {StoredText(text, state)});
+}
+
+void ObjectSheet::Texts(const std::string& name, DimensionData dimension,
+                        const std::vector<std::string>& texts, VariableState state) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::text;
+    spec.dimensions.push_back(std::move(dimension));
+    std::vector<ValueData> values;
+    for (const std::string& text : texts) values.push_back(StoredText(text, state));
+    Add(std::move(spec), std::move(values));
+}
+
+void ObjectSheet::Attachment(const std::string& name, const std::string& object) {
+    VariableSpec spec;
+    spec.name = name;
+    spec.kind = ValueKind::attachment;
+    Add(std::move(spec), {StoredText(object, VariableState::specified)});
 }
 
 void ObjectSheet::Option(const std::string& name, const std::vector<Choice>& choices,

@@ -33,7 +33,10 @@ struct LabelledNumbers {
 std::vector<Choice> Words(std::initializer_list<const char*> words);
 
 DimensionData LabelledBy(std::vector<std::string> labels);
+// Elements that are told apart by their number, from 0.
 DimensionData Numbered(std::size_t count);
+// Null for one that is not finite.
+Number InInternalUnit(Number value, FileUnit unit);
 
 class ObjectSheet {
  public:
@@ -49,6 +52,12 @@ class ObjectSheet {
               VariableState state = VariableState::calculated);
     void Text(const std::string& name, std::string_view text,
               VariableState state = VariableState::calculated);
+    // One text for each element.
+    void Texts(const std::string& name, DimensionData dimension,
+               const std::vector<std::string>& texts,
+               VariableState state = VariableState::calculated);
+    // The object of that name in the same flowsheet; null for no name.
+    void Attachment(const std::string& name, const std::string& object);
     // A word outside of the choices becomes one more option. An empty word is no value.
     void Option(const std::string& name, const std::vector<Choice>& choices, std::string_view word,
                 VariableState state);

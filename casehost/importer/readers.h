@@ -20,6 +20,7 @@ std::optional<std::string> InflateDocument(std::string_view archive, Problems& p
 // Also fills the compound names of the reading.
 void ReadCompounds(Reading& reading, XmlNode root, CaseData& data);
 std::string ReadPackageName(XmlNode root);
+// The reactions as objects, and in the basis with the sets that they are in.
 void ReadReactions(Reading& reading, XmlNode root, CaseData& data);
 
 // A material stream has its overall numbers, arrays by compound, and arrays "Phase ..." over the
@@ -35,6 +36,9 @@ void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified
 // numbers without a unit, named as in the file; a remark tells so.
 void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
               ObjectData& object);
+// When all objects and ports are there: feeds and products of separators and reactors by the names
+// of their phases, and what goes into and out of reactors.
+void ReadVesselStreams(Reading& reading, std::vector<ObjectData>& objects);
 void ReadColumnLists(Reading& reading, const FlowsheetFile& file, const FileObject& unit,
                      ObjectData& object);
 

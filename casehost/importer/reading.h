@@ -74,6 +74,7 @@ struct Reading {
     std::size_t value_count = 0;
     std::vector<std::string> compounds;
     std::unordered_map<std::string, std::size_t> compound_index;
+    std::unordered_map<std::string, XmlNode> reactions;  // by id, filled when they are sought
 };
 
 // Whether ParseNumber takes the text: a finite number, "NaN" or an infinity as the file writes it.

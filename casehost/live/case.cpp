@@ -57,7 +57,8 @@ std::unique_ptr<Node> Case::MakeObject(Node* owner, const ObjectData& data, Type
     } else {
         node = std::make_unique<PlainNode>(context_, owner, type, data.name);
     }
-    node->SetVariables(shapes_.Get(data.variables, data.ports), data.variables);
+    const bool is_stream = type->IsA(&types::kStream);
+    node->SetVariables(shapes_.Get(data.variables, data.ports, is_stream), data.variables);
     node->SetCondition(data.status, data.status_text);
     node->SetStale(data.stale);
     return node;
@@ -100,8 +101,18 @@ void Case::ResolveReferences(Node& node, const ObjectData& data) {
         cell.state = static_cast<std::uint8_t>(VariableState::specified);
         resolve(row, cell, flowsheet ? flowsheet->Nodes().Find(stream) : nullptr, "port stream",
                 stream);
+        if (cell.target) ShowLink(*cell.target, data.ports[p].role, node);
     }
     if (node.Inner()) ResolveList(node.Inner()->Nodes(), data.sub_flowsheet->objects);
+}
+
+void Case::ShowLink(Node& stream, PortData::Role role, Node& unit) {
+    const bool makes = role == PortData::Role::product || role == PortData::Role::energy_out;
+    const Row* row = stream.GetShape()->LinkRow(makes ? Link::upstream : Link::downstream);
+    if (!row) return;
+    Cell& cell = stream.CellAt(row->first_cell);
+    cell.target = &unit;
+    cell.state = static_cast<std::uint8_t>(VariableState::specified);
 }
 
 void Case::ForEachIn(NodeList& list, const ObjectVisitor& visit) {
@@ -178,7 +189,7 @@ void Case::Close() {
     if (manager_) manager_->put_ModelCallback(nullptr);
 }
 
-void Case::OrderChanged() {
+void Case::Changed() {
     Identities::Changed();
     Notify(&host::IModelCallback::SimulationStep);
 }
@@ -186,7 +197,12 @@ void Case::OrderChanged() {
 void Case::StructureChanged() {
     dependencies_.reset();
     solver_->CaseChanged();
-    OrderChanged();
+    Changed();
+}
+
+void Case::SetUnitSet(unsigned set) {
+    basics_.unit_set = set;
+    Changed();
 }
 
 bool Case::Delete(host::Viewable* object) {
@@ -207,7 +223,7 @@ bool Case::Rename(host::Viewable* object, const std::string& name) {
     node->SetName(name);
     if (FlowsheetNode* inner = node->Inner()) inner->SetName(name);
     list->Renamed();
-    OrderChanged();
+    Changed();
     return true;
 }
 
@@ -215,7 +231,7 @@ bool Case::Move(host::Viewable* object, std::size_t index) {
     Node* node = Node::Of(object);
     NodeList* list = ListOf(node);
     if (!list || !list->Move(*node, index)) return false;
-    OrderChanged();
+    Changed();
     return true;
 }
 

@@ -75,6 +75,8 @@ class Case final : public NodeOf<host::SimulationCase> {
 
     const CaseBasics& Basics() const { return basics_; }
     unsigned UnitSet() const { return basics_.unit_set; }
+    // What is told in default units is told anew.
+    void SetUnitSet(unsigned set);
     void SetVisible(bool visible) { visible_ = visible; }
     void SetSaver(std::function<bool(Case&)> saver) { saver_ = std::move(saver); }
     // References that named nothing when the case was built.
@@ -119,6 +121,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
                   TypeFamily family);
     void ResolveReferences(Node& node, const ObjectData& data);
+    // At the stream, the unit operation on whose port it is.
+    void ShowLink(Node& stream, PortData::Role role, Node& unit);
     void ResolveList(NodeList& list, const std::vector<ObjectData>& data);
     ObjectData ObjectToData(Node& node);
     FlowsheetData FlowsheetToData(FlowsheetNode& of) { return {ListToData(of.Nodes())}; }
@@ -127,7 +131,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     bool SameStructure(NodeList& list, const std::vector<ObjectData>& other);
     // Null for an object that is deleted or stands in no list of the case.
     NodeList* ListOf(Node* node);
-    void OrderChanged();
+    // Tells clients to look again.
+    void Changed();
     void StructureChanged();
     void ForEach(const ObjectVisitor& visit);
     void ForEachIn(NodeList& list, const ObjectVisitor& visit);

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "casehost/file_path.h"
+#include "casehost/units.h"
 #include "fixtop/host/local_services.h"
 #include "live/case.h"
 #include "live/services_impl.h"
@@ -138,6 +139,13 @@ std::string CaseHost::SolveProblem() const {
 
 bool CaseHost::HasOldResults() const {
     return active_ && active_->HasOldResults();
+}
+
+bool CaseHost::UseUnitSet(const std::string& name) {
+    const auto set = std::ranges::find(kUnitSetNames, name);
+    if (!active_ || set == kUnitSetNames.end()) return false;
+    active_->SetUnitSet(static_cast<unsigned>(set - kUnitSetNames.begin()));
+    return true;
 }
 
 host::SimulationCase* CaseHost::ActiveCase() {

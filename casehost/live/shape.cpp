@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "live/shape.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "casehost/stream_names.h"
@@ -139,7 +140,7 @@ int NumberRegistry::NumberOf(const VariableSpec& spec) {
 }
 
 Shape::Shape(std::vector<std::shared_ptr<const VariableSpec>> specs, std::vector<PortData> ports,
-             NumberRegistry& numbers)
+             bool is_stream, NumberRegistry& numbers)
     : id_(static_cast<std::uintptr_t>(NextRevision())), ports_(std::move(ports)) {
     variable_count_ = specs.size();
     for (auto& spec : specs) {
@@ -153,6 +154,7 @@ Shape::Shape(std::vector<std::shared_ptr<const VariableSpec>> specs, std::vector
         const int number = numbers.NumberOf(*spec);
         AddRow(std::move(spec), number).port = static_cast<int>(i);
     }
+    if (is_stream) AddLinks(numbers);
     const std::size_t shown = rows_.size();
     list_.Reserve(shown);
     for (std::size_t i = 0; i < shown; ++i) {
@@ -192,6 +194,19 @@ Row& Shape::AddRow(std::shared_ptr<const VariableSpec> spec, int number) {
     }
     by_stem_.try_emplace(stem, &row);
     return row;
+}
+
+void Shape::AddLinks(NumberRegistry& numbers) {
+    for (std::size_t i = 0; i < kLinkNames.size(); ++i) {
+        const auto has_name = [&](const auto& row) { return row->spec->name == kLinkNames[i]; };
+        if (std::ranges::any_of(rows_, has_name)) continue;
+        auto spec = std::make_shared<VariableSpec>();
+        spec->name = kLinkNames[i];
+        spec->kind = ValueKind::attachment;
+        spec->dimensions = {{.count = 1}};
+        const int number = numbers.NumberOf(*spec);
+        links_[i] = &AddRow(std::move(spec), number);
+    }
 }
 
 void Shape::AddLabels(Row& row, NumberRegistry& numbers) {
@@ -254,10 +269,10 @@ std::shared_ptr<const VariableSpec> ShapePool::Intern(
 }
 
 const Shape* ShapePool::Get(const std::vector<VariableData>& variables,
-                            const std::vector<PortData>& ports) {
+                            const std::vector<PortData>& ports, bool is_stream) {
     std::vector<std::shared_ptr<const VariableSpec>> specs;
     specs.reserve(variables.size());
-    std::string key;
+    std::string key = is_stream ? "stream " : "";
     for (const VariableData& variable : variables) {
         specs.push_back(Intern(variable.spec));
         key += std::to_string(reinterpret_cast<std::uintptr_t>(specs.back().get())) + ' ';
@@ -269,7 +284,8 @@ const Shape* ShapePool::Get(const std::vector<VariableData>& variables,
     if (!shape) {
         std::vector<PortData> bare = ports;
         for (PortData& port : bare) port.stream.clear();
-        shapes_.push_back(std::make_unique<Shape>(std::move(specs), std::move(bare), numbers_));
+        shapes_.push_back(
+            std::make_unique<Shape>(std::move(specs), std::move(bare), is_stream, numbers_));
         shape = shapes_.back().get();
     }
     return shape;

@@ -68,16 +68,23 @@ class NumberRegistry {
     int next_label_ = 1000001;
 };
 
+// The rows by which a stream shows the unit operation that makes it and the one that takes it. Each
+// is an array, of one element, for in a host a stream may have several.
+enum class Link : std::size_t { upstream, downstream };
+inline constexpr std::array<const char*, 2> kLinkNames = {"Upstream Unit Operations",
+                                                          "Downstream Unit Operations"};
+
 class Shape {
  public:
+    // A stream has rows for its links, unless it has variables of their names.
     Shape(std::vector<std::shared_ptr<const VariableSpec>> specs, std::vector<PortData> ports,
-          NumberRegistry& numbers);
+          bool is_stream, NumberRegistry& numbers);
     Shape(const Shape&) = delete;
     Shape& operator=(const Shape&) = delete;
 
     const HolderList& Rows() const { return list_; }
     const std::vector<std::unique_ptr<Row>>& AllRows() const { return rows_; }
-    // Number of the rows that hold variables; the ports' rows follow them.
+    // Number of the rows that hold variables; those of ports and links follow them.
     std::size_t VariableCount() const { return variable_count_; }
     const std::vector<PortData>& Ports() const { return ports_; }
     int CellCount() const { return cell_count_; }
@@ -97,12 +104,15 @@ class Shape {
     // By "Class.number" such as "Double.501", without a leading ':'.
     Row* ByStem(std::string_view stem) const;
     Row* ByName(std::string_view name) const;
+    // Null when there is none.
+    const Row* LinkRow(Link link) const { return links_[static_cast<std::size_t>(link)]; }
 
  private:
     static constexpr int kIndexBits = 20;
     static constexpr std::uintptr_t kIndexMask = (std::uintptr_t{1} << kIndexBits) - 1;
 
     Row& AddRow(std::shared_ptr<const VariableSpec> spec, int number);
+    void AddLinks(NumberRegistry& numbers);
     void AddLabels(Row& row, NumberRegistry& numbers);
     host::VarDescription OffsetDescription(const DimensionData& dimension, NumberRegistry& numbers);
 
@@ -112,6 +122,7 @@ class Shape {
     std::vector<PortData> ports_;
     std::unordered_map<std::string, Row*> by_stem_;
     HolderList list_;
+    std::array<const Row*, kLinkNames.size()> links_{};
     std::size_t variable_count_ = 0;
     int cell_count_ = 0;
 };
@@ -119,8 +130,8 @@ class Shape {
 // Shapes and variable specs of a case, each kept once.
 class ShapePool {
  public:
-    const Shape* Get(const std::vector<VariableData>& variables,
-                     const std::vector<PortData>& ports);
+    const Shape* Get(const std::vector<VariableData>& variables, const std::vector<PortData>& ports,
+                     bool is_stream);
     const std::vector<std::unique_ptr<Shape>>& All() const { return shapes_; }
 
  private:

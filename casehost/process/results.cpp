@@ -45,7 +45,7 @@ std::vector<double> PhaseRows(const Composition& overall, const Composition& vap
 
 void Write(ValueData& value, double number) {
     if (IsInput(value)) return;
-    value.number = number;
+    value.number = number + 0.0;  // a zero of no flow has no sign
     value.state = number == kEmpty ? VariableState::missing : VariableState::calculated;
 }
 

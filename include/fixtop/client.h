@@ -11,6 +11,7 @@
 // simulation. A host's own program has one host, so it has one open `Case` from a file at a time.
 
 #include "fixtop/client/case.h"
+#include "fixtop/client/check.h"
 #include "fixtop/client/error.h"
 #include "fixtop/client/node.h"
 #include "fixtop/client/pattern.h"

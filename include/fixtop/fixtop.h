@@ -176,6 +176,38 @@ FIXTOP_EXPORT FIEntry* FixtopOpenPureModel(const char* classes, const char* clas
 // "quantity", "array", "keys" and "owner", the class that declares it; an enumeration has
 // "options", one a line, and "closed".
 FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
+// What is wrong in class and map files, for those who write them. All is lent for the call.
+struct FixtopFinding {
+    // A mistake makes the readers leave something out, or do what nobody can have meant. An
+    // attribute without a translator is there for its author to know.
+    enum Kind : int { kMistake = 1, kUnmapped = 2 };
+    int kind;
+    const char* file;  // its path, or the name of a shipped one
+    int line;          // where the tag ends that it is about; 0 for the file as a whole
+    const char* text;  // what is wrong and, where that can be said, what would be right
+};
+// False ends the visits. Nothing may be thrown.
+using FixtopFindingVisitor = bool (*)(void* owner, const FixtopFinding* finding);
+// Reads the files as an open would, without opening anything, and visits what it finds, by file and
+// line. Answers how many were visited.
+FIXTOP_EXPORT int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit,
+                                   void* owner);
+// Whether an attribute of its class has a value on an object of a neutral view, and if not, why.
+enum FixtopAbsence : int {
+    kFixtopNotNeutral = -1,   // the node is no object of a neutral view
+    kFixtopHasValue = 0,      // or is an object that is there, or a list that shows an element
+    kFixtopUnmapped = 1,      // the map has no translator for it at all, or the class no such
+                              // attribute
+    kFixtopNoTranslator = 2,  // none of its translators applies here
+    kFixtopNoNode = 3,        // the one that does leads to no node
+    kFixtopNoValue = 4,       // the node has no value, or the list no element
+    kFixtopRefused = 5,       // the value has a unit, or an option, that the class library lacks
+};
+// One of these; `reason` says more, in the same words wherever the reason is the same.
+FIXTOP_EXPORT int FixtopWhyMissing(FIIteratorBase* node, const char* attribute, FIValue& reason);
+// What the nodes of one object of the case have in common, in either view; 0 for a node that stands
+// on none.
+FIXTOP_EXPORT unsigned long long FixtopObjectNumber(FIIteratorBase* node);
 // The node of the application that a node of a neutral view is mapped to: face 1 has the calculated
 // values, face 2 the specified ones. Null when there is none, or the node is no neutral one. The
 // attributes "path" and "converters" of the neutral node tell where it leads and why.

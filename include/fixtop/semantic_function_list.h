@@ -73,6 +73,69 @@ FIXTOP_STEP(CTVaporPhaseComponent)
 FIXTOP_STEP(CTLiquidPhaseComponent)
 FIXTOP_STEP(CTLiquid2PhaseComponent)
 
+// ---- Equipment: an element is a name in a variable, by which paths go into the host's arrays
+
+// SegElemNum, and where the segment lies among the cells: SegStartCell and SegNumCell, which the
+// list of its cells reads.
+FIXTOP_LIST(CTPipeSegment)
+FIXTOP_LIST(CTPipeCell)        // CellElemNum
+FIXTOP_LIST(CTPipeProfile)     // ProfileElemNum
+FIXTOP_LIST(CTTeeNozzle)       // Elem
+FIXTOP_LIST(CTMixerNozzle)     // Elem
+FIXTOP_LIST(CTTeeSplit)        // SplitElem
+FIXTOP_LIST(CTEntrainment)     // EntrainmentElem
+FIXTOP_LIST(CTHeaterZone)      // HeaterZoneElemNum, HeaterZoneElemNum1 of the next, ZoneNo from 1
+FIXTOP_LIST(CTHeaterProfile)   // ProfileElemNum, ProfileZoneNo, HeatTransferred
+// To the vapour fraction of the last zone.
+FIXTOP_STEP(CTHeaterVF)
+// Stay, always true. With `move` the names of the hot or the cold side of an exchanger are set:
+// DeltaT, DeltaP, OutletT, OutletP.
+FIXTOP_STEP(CTExchangerHot)
+FIXTOP_STEP(CTExchangerCold)
+
+// ---- Curves of equipment: `it` goes to the curve, a point is a name in a variable
+
+FIXTOP_LIST(CTComprPerfCurve)
+FIXTOP_LIST(CTEfficiencyCurve)
+FIXTOP_LIST(CTNPSHCurve)
+// Name; the curve of the coefficients is none of the host's, and `it` stays there.
+FIXTOP_LIST(CTPumpCurve)
+FIXTOP_LIST(CTPerfCurvePoint)  // PointElem, PointNo from 1
+FIXTOP_LIST(CTSpeedFlowCurve)  // PointElem
+FIXTOP_LIST(CTValveCurve)      // Elem
+FIXTOP_LIST(CTNPSHCurvePoint)  // NPSH, Flow, PointNo from 1
+
+// ---- Points of phase envelopes: CurveElement and PointNo from 0
+
+FIXTOP_LIST(CTBubblePointCurve)
+FIXTOP_LIST(CTHydratePointCurve)
+// DewCurveElement too, of the arrays in which the bubble points come first.
+FIXTOP_LIST(CTDewPointCurve)
+
+// ---- Distillation curves: fixed lists
+
+FIXTOP_LIST(CTCutPercent)      // CutPercent, CutPoint
+FIXTOP_LIST(CTViscosity)       // ViscosityName, ReferenceTemp
+
+// ---- Reactions of the package
+
+// `it` goes to the reaction. `subclass` by the kind of reaction, and rxnPath, where its rate data
+// are below it; NULL for kinds without a class. All reactions have one key, by which a place among
+// them is not found again, so none is stepped to from another.
+FIXTOP_LIST(CTReactions)
+FIXTOP_LIST(CTReactionDenominatorTerm)  // A, E, row
+// The count sets ncomp; the elements read it and row, and set exponent and component.
+FIXTOP_LIST(CTReactionComponentOrder)
+
+// ---- Reactions of a set and of a reactor
+
+FIXTOP_LIST(CTActiveReactions)          // RxnID, RxnActive, RxnRank
+FIXTOP_LIST(CTLocalReaction)            // RxnElemNum, RxnIndex, RxnName
+FIXTOP_LIST(CTLocalConvReaction)        // ConvRxnElemNum
+FIXTOP_LIST(CTLocalEquilReaction)       // EquilRxnElemNum, EquilRxnNum
+FIXTOP_LIST(CTReactantBalance)          // BalanceElemNum, CompName
+FIXTOP_LIST(CTGibbsFlowSpec)            // GibbsFlowSpecElemNum, GibbsFlowSpecComponentName
+
 // ---- Columns. What is not known of an element leaves its variable as it was
 
 // Condenser, trays and reboiler: StageElemNo, and IsCondenser, IsReboiler, IsFeed,

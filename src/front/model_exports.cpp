@@ -7,6 +7,8 @@
 #include "fixtop/fixtop.h"
 #include "framework/nodes/shield.h"
 #include "front/own_iterator.h"
+#include "mapping/check/check_model.h"
+#include "mapping/check/why_missing.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"
 #include "mapping/open/open_model.h"
@@ -74,6 +76,15 @@ FIReference* NodeOf(FIEntry& entry, bool specified) {
     return specified ? nodes.secondary.Get() : nodes.primary.Get();
 }
 
+// What stands below a node of a neutral view; null when that is no object.
+Ref<CCDMClassContext> PlaceBelow(FIEntry& entry) {
+    const auto context = Ref<FIContext>::Adopt(entry.GetContext());
+    return Ref<CCDMClassContext>::Share(dynamic_cast<CCDMClassContext*>(context.Get()));
+}
+
+static_assert(static_cast<int>(Absence::kUnmapped) == kFixtopUnmapped);
+static_assert(static_cast<int>(Absence::kRefused) == kFixtopRefused);
+
 }  // namespace
 
 FIEntry* FixtopOpenModel(FIEntry* top, const FixtopModelFiles* files) {
@@ -99,6 +110,44 @@ FIEntry* FixtopOpenPureModel(const char* classes, const char* className) {
 
 FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files) {
     return OrNull([=] { return OpenDictionary(FilesOf(files)).Detach(); });
+}
+
+int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit, void* owner) {
+    return memory::Or(0, [=] {
+        int visited = 0;
+        if (!visit) return visited;
+        for (const Finding& each : CheckModel(FilesOf(files))) {
+            const FixtopFinding finding{static_cast<int>(each.kind), each.file.c_str(), each.line,
+                                        each.text.c_str()};
+            ++visited;
+            if (!memory::Outside([&] { return visit(owner, &finding); })) break;
+        }
+        return visited;
+    });
+}
+
+int FixtopWhyMissing(FIIteratorBase* node, const char* attribute, FIValue& reason) {
+    const auto give_up = [&]() -> int {
+        reason.SetText(memory::kOutOfMemoryText);
+        return kFixtopNotNeutral;
+    };
+    return memory::OrElse(give_up, [&]() -> int {
+        reason.Clear();
+        FIIterator* it = OwnIterator(node);
+        const auto place = it ? PlaceBelow(*it->EntryAt(it->Depth())) : Ref<CCDMClassContext>();
+        if (!place || !attribute) return kFixtopNotNeutral;
+        std::string text;
+        const Absence absence = WhyMissing(*place, attribute, text);
+        if (!text.empty()) reason.SetText(text);
+        return static_cast<int>(absence);
+    });
+}
+
+unsigned long long FixtopObjectNumber(FIIteratorBase* node) {
+    return memory::Or(0ULL, [=]() -> unsigned long long {
+        const FIIterator* it = OwnIterator(node);
+        return it ? it->ObjectNumber() : 0;
+    });
 }
 
 FIIteratorBase* FixtopApplicationNode(FIIteratorBase* node, int face) {

@@ -2,10 +2,10 @@
 #include "model/class_file_reader.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 
 #include "diagnostics/error_log.h"
+#include "model/class_file_text.h"
 #include "model/class_library.h"
 #include "xml/log_element.h"
 #include "xml/message_text.h"
@@ -17,35 +17,9 @@ namespace {
 
 constexpr char kKind[] = "CCDM";
 
-// The roots of all classes stand for no superclass.
-constexpr std::array<const char*, 2> kRootClasses = {"GenericClass", "DataSet"};
-// Libraries in these formats come with an XML file of their own.
-constexpr std::array<const char*, 2> kSkippedEndings = {".qcl", ".qzcs"};
-
 constexpr int kQuantityLevel = 6;
 // A file's word for the number of attributes is not worth more memory than this.
 constexpr int kMostReserved = 4096;
-constexpr int kMostIncludes = 64;
-
-// The names in a text such as "Ordered~Key~A,B~": those behind each part that is "Key".
-std::vector<std::string> KeysInMetaData(const std::string& text) {
-    constexpr std::size_t kWord = 3;
-    std::vector<std::string> keys;
-    for (std::size_t at = text.find("Key"); at != std::string::npos; at = text.find("Key", at)) {
-        const bool own_part =
-            (at == 0 || text[at - 1] == '~') && at + kWord < text.size() && text[at + kWord] == '~';
-        at += kWord;
-        if (!own_part) continue;
-        const std::size_t end = std::min(text.find('~', at + 1), text.size());
-        for (std::size_t begin = at + 1; begin < end;) {
-            const std::size_t comma = std::min(text.find(',', begin), end);
-            keys.push_back(text.substr(begin, comma - begin));
-            begin = comma + 1;
-        }
-        at = end;
-    }
-    return keys;
-}
 
 FIValue TextValue(const std::string& text) {
     return FIValue(text.c_str());
@@ -60,9 +34,7 @@ class IncludeElement final : public NamedElement {
     void Begin(const XmlLocator*, const XmlAttributes& attributes) override {
         std::string file;
         if (!GetAttribute("Library", attributes, file)) return;
-        for (const char* ending : kSkippedEndings) {
-            if (file.find(ending) != std::string::npos) return;
-        }
+        if (IsOtherLibrary(file)) return;
         ReadClassFileInto(library_, file, ModelFileOrigin::kInclude, depth_ + 1);
     }
 
@@ -96,9 +68,7 @@ class ClassElement final : public NamedElement {
         GetAttribute("Name", attributes, name);
         CCDMClass* record = library_.GetOrCreateClass(name);
         AddChild<TextElement>("Superclass", [record](const std::string& text, const XmlLocator*) {
-            if (std::find(kRootClasses.begin(), kRootClasses.end(), text) == kRootClasses.end()) {
-                record->superclasses.insert(text);
-            }
+            if (!IsRootClass(text)) record->superclasses.insert(text);
         });
     }
 

@@ -35,6 +35,14 @@ const char* AttrTypeText(CCDMAttrType type) {
     return number < kAttrTypes.size() ? kAttrTypes[number] : kAttrTypes[0];
 }
 
+std::span<const char* const> AttrTypeTexts() {
+    return kAttrTypes;
+}
+
+std::span<const char* const> BranchTexts() {
+    return std::span(kBranches).subspan(1);
+}
+
 CCDMBranch BranchFromText(std::string_view text) {
     return FromText<CCDMBranch>(kBranches, text);
 }

@@ -3,6 +3,7 @@
 
 // The small closed vocabularies of the model files, and the base of all records.
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,6 +36,8 @@ enum class CCDMAttrType : int {
 // Any text but the seven names is kNone; compared exactly.
 CCDMAttrType AttrTypeFromText(std::string_view text);
 const char* AttrTypeText(CCDMAttrType type);
+// The seven names.
+std::span<const char* const> AttrTypeTexts();
 
 // The face of a simulated quantity: what the solver calculated, what the user specified, or both.
 // kUnspecified stands for the default branch of the library.
@@ -42,5 +45,7 @@ enum class CCDMBranch : int { kUnspecified = 0, kBoth = 1, kCalc = 2, kSpec = 3 
 
 // Any text but "Both", "Calc" and "Spec" is kUnspecified; compared exactly.
 CCDMBranch BranchFromText(std::string_view text);
+// The three names.
+std::span<const char* const> BranchTexts();
 
 }  // namespace fixtop

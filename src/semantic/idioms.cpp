@@ -5,6 +5,13 @@
 
 namespace fixtop::semantic {
 
+namespace {
+
+// More than any key that is looked for, so that none is cut to one of them.
+constexpr int kKeyLimit = 32;
+
+}  // namespace
+
 Ref<FIIteratorBase> CopyOf(FIIteratorBase& it) {
     return Ref<FIIteratorBase>::Adopt(it.Copy());
 }
@@ -24,6 +31,11 @@ FIValue ReadValue(FIIteratorBase& it) {
     FIValue value;
     it.GetAttribute(FIValue("value"), value);
     return value;
+}
+
+FIValue ReadValueBelow(FIIteratorBase& it, Names names) {
+    const Ref<FIIteratorBase> walker = CopyOf(it);
+    return SeekNames(*walker, names) ? ReadValue(*walker) : FIValue();
 }
 
 FIValue ReadChildValue(FIIteratorBase& it, const char* name) {
@@ -80,6 +92,38 @@ int MoveToElement(FIIteratorBase& it, const char* array, int index) {
     return index;
 }
 
+int ArrayList(FIIteratorBase& it, int index, const char* variable, Names array) {
+    if (index == kCountIndex) return CountChildren(it, array);
+    return SetElementName(it, variable, index);
+}
+
+int NumberList(FIIteratorBase& it, int index, const char* variable, const char* number) {
+    if (index == kCountIndex) return ReadValueBelow(it, {number}).AsInt();
+    return SetElementName(it, variable, index);
+}
+
+int MovingList(FIIteratorBase& it, int index, const char* array) {
+    if (index == kCountIndex) return CountChildren(it, {array});
+    return MoveToElement(it, array, index);
+}
+
+bool SeekOfKey(FIIteratorBase& it, const char* key, int index) {
+    if (index < 0) return false;
+    FIValue path(key);
+    path.AppendChar('#');
+    path.AppendInt(index);
+    return it.SeekPath(path);
+}
+
+bool NextOfKey(FIIteratorBase& it, const char* key) {
+    char name[kKeyLimit];
+    while (it.Next()) {
+        it.NameText(name, sizeof name);
+        if (std::strcmp(name, key) == 0) return true;
+    }
+    return false;
+}
+
 int IndexList(FIIteratorBase& it, int index, const char* variable, Names names) {
     if (index == kCountIndex) return CountChildren(it, names);
     return SetElementIndex(it, variable, index);
@@ -91,6 +135,13 @@ bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit) {
         it.Up();
     }
     return false;
+}
+
+bool NextTimes(FIIteratorBase& it, int times) {
+    for (int i = 0; i < times; ++i) {
+        if (!it.Next()) return false;
+    }
+    return true;
 }
 
 bool HasElement(FIIteratorBase& it, const char* array, const std::string& text, int limit) {

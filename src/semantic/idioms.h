@@ -32,6 +32,14 @@ Ref<FIIteratorBase> CopyUnlessMove(FIIteratorBase& it, int move);
 bool SeekNames(FIIteratorBase& it, Names names);
 // The attribute "value" of the present node.
 FIValue ReadValue(FIIteratorBase& it);
+// The value of the node below these names; NULL when a name is missing. `it` stays.
+FIValue ReadValueBelow(FIIteratorBase& it, Names names);
+
+// Numbers of a host may be of any size: what overflows wraps.
+constexpr int WrappedSum(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+
 // The value of a child, and of an element of an array below; NULL when there is none. `it` stays.
 FIValue ReadChildValue(FIIteratorBase& it, const char* name);
 FIValue ReadElementValue(FIIteratorBase& it, const char* array, int index);
@@ -52,6 +60,24 @@ int SetElementIndex(FIIteratorBase& it, const char* variable, int index);
 // `it` goes to the element of the named array.
 int MoveToElement(FIIteratorBase& it, const char* array, int index);
 
+// Whole lists: the count for kCountIndex, else the element.
+//
+// As many as the array below the names has; the variable becomes the name of the element.
+int ArrayList(FIIteratorBase& it, int index, const char* variable, Names array);
+// As many as the value of the named child, likewise.
+int NumberList(FIIteratorBase& it, int index, const char* variable, const char* number);
+// As many as the named array has; `it` goes to the element.
+int MovingList(FIIteratorBase& it, int index, const char* array);
+
+// Several children of a node may have one key, and others may stand between them.
+//
+// Down to the child that is number `index` of this key, which is a plain name; false, in place,
+// when there are not so many.
+bool SeekOfKey(FIIteratorBase& it, const char* key, int index);
+// On to the next sibling of this key; false behind the last.
+bool NextOfKey(FIIteratorBase& it, const char* key);
+// On by so many siblings; false when there are not so many.
+bool NextTimes(FIIteratorBase& it, int times);
 // A list of as many as the array below these names has; the variable becomes the index.
 int IndexList(FIIteratorBase& it, int index, const char* variable, Names names);
 

@@ -51,6 +51,11 @@ bool FailModelFile(const char* kind, const std::string& name) {
     return Fail(MessageText("  Failed parsing %s File: %.128s", kind, name.c_str()));
 }
 
+std::string FindModelFile(const std::string& name, ModelFileOrigin origin) {
+    const bool sought = origin == ModelFileOrigin::kCaller || StaysInSearchFolders(name);
+    return sought ? FindFileOnPath(name) : std::string();
+}
+
 bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
                    bool has_resources, SaxElementHandler& document) {
     const std::unique_ptr<XmlReader> reader = CreateXmlReader();
@@ -62,8 +67,7 @@ bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin or
     if (!reader->Attach(content, errors)) {
         return Fail(MessageText("  Unable to attach SAX2 handler for file %s", name.c_str()));
     }
-    const bool sought = origin == ModelFileOrigin::kCaller || StaysInSearchFolders(name);
-    const std::string path = sought ? FindFileOnPath(name) : std::string();
+    const std::string path = FindModelFile(name, origin);
     return path.empty() ? ReadResource(kind, name, has_resources, *reader)
                         : ReadLocal(kind, name, path, *reader);
 }

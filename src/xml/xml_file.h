@@ -10,6 +10,9 @@
 
 namespace fixtop {
 
+// How deep files include each other.
+inline constexpr int kMostIncludes = 64;
+
 enum class ModelFileOrigin {
     kCaller,   // any name
     kInclude,  // out of a file: the name must stay in the search folders
@@ -19,6 +22,8 @@ enum class ModelFileOrigin {
 // or parsed; why is logged.
 bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin origin,
                    bool has_resources, SaxElementHandler& document);
+// The path of a file in the search folders; empty when the resource of that name is meant.
+std::string FindModelFile(const std::string& name, ModelFileOrigin origin);
 // Logs that a file could not be parsed; false.
 bool FailModelFile(const char* kind, const std::string& name);
 

@@ -268,6 +268,58 @@ TEST_F(LiveCase, PortsAreAttachmentRows) {
     }
 }
 
+TEST_F(LiveCase, StreamsShowTheUnitOperationsAtTheirEnds) {
+    CaseData data = SmallCase();
+    Case& live = Open(data);
+    const auto linked = [&](const char* stream, const char* row) -> std::string {
+        host::VarDescription element = Row(Get(stream), row)->description;
+        element.SetOffset(0, 0, false);
+        host::Viewable* unit = Get(stream)->GetVariableAttachment(element);
+        return unit ? unit->GetName().Str() : "";
+    };
+    struct {
+        const char* stream;
+        const char* upstream;
+        const char* downstream;
+    } rows[] = {{"Feed", "", "Valve"},
+                {"Low", "Valve", "Heater"},
+                {"Hot", "Heater", ""},
+                {"Duty", "", "Heater"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(linked(row.stream, "Upstream Unit Operations"), row.upstream) << row.stream;
+        EXPECT_EQ(linked(row.stream, "Downstream Unit Operations"), row.downstream) << row.stream;
+    }
+    EXPECT_EQ(Row(Get("Valve"), "Upstream Unit Operations"), nullptr);
+    live.Rename(Get("Valve"), "VLV-1");
+    EXPECT_EQ(linked("Low", "Upstream Unit Operations"), "VLV-1");
+    live.Delete(Get("VLV-1"));
+    EXPECT_EQ(linked("Low", "Upstream Unit Operations"), "");
+    live.PurgeDeleted();
+    EXPECT_EQ(linked("Low", "Upstream Unit Operations"), "");
+    live.Add(nullptr, Object("New", words::kValve, {}, {{PortData::Role::product, 0, "Low"}}));
+    EXPECT_EQ(linked("Low", "Upstream Unit Operations"), "New");
+    for (const ObjectData& object : live.ToData().main.objects) {
+        for (const VariableData& variable : object.variables) {
+            EXPECT_EQ(variable.spec->name.find(" Unit Operations"), std::string::npos)
+                << "what ports say is not saved twice";
+        }
+    }
+}
+
+TEST_F(LiveCase, StreamWithAVariableOfTheNameOfALinkShowsThatAlone) {
+    CaseData data = SmallCase();
+    data.main.objects[2].variables.push_back(TextVariable("Upstream Unit Operations", "elsewhere"));
+    Open(data);
+    host::VariableNameIterator rows(Get("Low")->VariableNames());
+    int count = 0;
+    for (auto* row = rows.Reset(); row; row = rows.Next()) {
+        count += std::string(row->name) == "Upstream Unit Operations";
+    }
+    EXPECT_EQ(count, 1);
+    EXPECT_EQ(Row(Get("Low"), "Upstream Unit Operations")->value_kind, host::kText);
+    EXPECT_EQ(Row(Get("Low"), "Downstream Unit Operations")->value_kind, host::kAttachment);
+}
+
 TEST_F(LiveCase, ObjectsOfOneShapeShareTheirRows) {
     Open(SmallCase());
     EXPECT_EQ(Get("Feed")->VariableNames(), Get("Low")->VariableNames());

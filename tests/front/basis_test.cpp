@@ -84,7 +84,8 @@ TEST_F(ModuleOnBasis, array_sets_list_rows_of_texts) {
 
 TEST_F(ModuleOnBasis, reactions_are_found_among_the_children_of_their_list) {
     const std::string list = "ReactionPackage.ReactionList";
-    EXPECT_EQ(Names({"NumberOfReactions", "Reaction", "Reaction", "Comment", "Reaction"}),
+    EXPECT_EQ(Names({"NumberOfReactions", "Reaction", "Reaction", "Comment", "Reaction", "Reaction",
+                     "Reaction", "Reaction", "Reaction", "Reaction", "Reaction"}),
               Children(list));
     EXPECT_EQ("Reforming", Read(list + ".Reaction.ReactionName")) << "the first of the key";
     EXPECT_EQ("Combustion", Read(list + ".Reaction#1.ReactionName"));
@@ -94,20 +95,20 @@ TEST_F(ModuleOnBasis, reactions_are_found_among_the_children_of_their_list) {
     EXPECT_EQ("Reaction-3", Read(list + ".Reaction#2", "id"));
     EXPECT_EQ("LHKineticRxnObject", Read(list + ".Reaction.ReactionType"));
     const std::string rate = list + ".Reaction";
-    EXPECT_EQ("2", Read(rate + ".KineticBasis.ReactantList.NumberOfReactants"));
+    EXPECT_EQ("4", Read(rate + ".KineticBasis.ReactantList.NumberOfReactants"));
     EXPECT_EQ("H2O", Read(rate + ".KineticBasis.ReactantList.Reactant#1.ComponentName"));
     EXPECT_EQ("2", Read(rate + ".NumberOfRows"));
     EXPECT_EQ("0.0004", Read(rate + ".PreFactor#1"));
     EXPECT_EQ("61000", Read(rate + ".ActivationEnergy#1"));
-    EXPECT_EQ("1", Read(rate + ".Exponents#3"));
+    EXPECT_EQ("1", Read(rate + ".Exponents#5"));
 }
 
 TEST_F(ModuleOnBasis, reaction_sets_list_active_and_inactive_reactions) {
     const std::string list = "ReactionPackage.ReactionSetList";
-    EXPECT_EQ("2", Read(list + ".NumberOfReactionSets"));
+    EXPECT_EQ("5", Read(list + ".NumberOfReactionSets"));
     EXPECT_EQ("Set-1", Read(list + ".ReactionSet#0.ReactionSetName"));
     EXPECT_EQ("Set-2", Read(list + ".ReactionSet#1.ReactionSetName"));
-    EXPECT_EQ("(no node)", Read(list + ".ReactionSet#2.ReactionSetName"));
+    EXPECT_EQ("(no node)", Read(list + ".ReactionSet#5.ReactionSetName"));
     const std::string set = list + ".ReactionSet";
     EXPECT_EQ("2", Read(set + ".ActiveReactionList.NumberOfActiveRxns"));
     EXPECT_EQ("Shift", Read(set + ".ActiveReactionList.ActiveReaction#1"));

@@ -224,6 +224,59 @@ TEST_F(NeutralCase, definitions_open_without_a_case) {
     EXPECT_EQ(nullptr, FixtopOpenModel(top_.Get(), &none));
 }
 
+// ---- for those who write class and map files
+
+TEST_F(NeutralCase, why_an_attribute_has_no_value_is_told_of_objects_of_the_view) {
+    const Iterator stream = At("Flowsheet.Stream(Raw Gas)");
+    FIValue reason("before");
+    EXPECT_EQ(kFixtopHasValue, FixtopWhyMissing(stream.Get(), "Temperature", reason));
+    EXPECT_TRUE(reason.IsNull());
+    EXPECT_EQ(kFixtopHasValue, FixtopWhyMissing(stream.Get(), "Composition", reason));
+    EXPECT_EQ(kFixtopUnmapped, FixtopWhyMissing(stream.Get(), "Nix", reason));
+    const Iterator top = Iterator::Adopt(FixtopMakeIterator(root_.Get(), false));
+    EXPECT_EQ(kFixtopHasValue, FixtopWhyMissing(top.Get(), "Flowsheet", reason));
+    EXPECT_EQ(kFixtopHasValue, FixtopWhyMissing(At("Flowsheet").Get(), "Stream", reason));
+    for (const Iterator& other :
+         {At("Flowsheet.Stream.Temperature"), Raw("appModel"), Iterator()}) {
+        EXPECT_EQ(kFixtopNotNeutral, FixtopWhyMissing(other.Get(), "Temperature", reason));
+    }
+    EXPECT_EQ(kFixtopNotNeutral, FixtopWhyMissing(stream.Get(), nullptr, reason));
+}
+
+TEST_F(NeutralCase, nodes_of_one_object_have_its_number_in_both_views) {
+    const auto number = FixtopObjectNumber(At("Flowsheet.Stream(Raw Gas)").Get());
+    EXPECT_NE(0u, number);
+    EXPECT_EQ(number,
+              FixtopObjectNumber(Raw("appModel.FlowSheetObjects.Streams.\"Raw Gas\"").Get()));
+    EXPECT_EQ(number, FixtopObjectNumber(At("Flowsheet.Stream(Raw Gas).Overall").Get()));
+    EXPECT_NE(number, FixtopObjectNumber(At("Flowsheet.Stream(Tail Gas)").Get()));
+    EXPECT_EQ(0u, FixtopObjectNumber(nullptr));
+}
+
+TEST(CheckedFiles, are_visited_until_the_visitor_has_enough) {
+    TemporaryFolder folder;
+    folder.Write("c.xml", "<QZClassLibrary><Class Name='A'/>\n<Clas/>\n<Nix/></QZClassLibrary>");
+    FixtopSetLog("", nullptr, nullptr);
+    struct Told {
+        std::vector<std::string> lines;
+        std::size_t most;
+    };
+    const auto visit = [](void* owner, const FixtopFinding* finding) {
+        auto& told = *static_cast<Told*>(owner);
+        EXPECT_EQ(FixtopFinding::kMistake, finding->kind);
+        told.lines.push_back(std::string(finding->file) + ":" + std::to_string(finding->line));
+        return told.lines.size() < told.most;
+    };
+    FixtopModelFiles files{"c.xml", "no_map.xml", nullptr, nullptr};
+    Told all{{}, 9};
+    EXPECT_EQ(3, FixtopCheckModel(&files, visit, &all));
+    EXPECT_EQ((std::vector<std::string>{"c.xml:2", "c.xml:3", "no_map.xml:0"}), all.lines);
+    Told first{{}, 1};
+    EXPECT_EQ(1, FixtopCheckModel(&files, visit, &first));
+    EXPECT_EQ(0, FixtopCheckModel(&files, nullptr, nullptr));
+    FixtopSetLog(nullptr, nullptr, nullptr);
+}
+
 }  // namespace
 
 }  // namespace fixtop

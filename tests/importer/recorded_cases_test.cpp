@@ -303,9 +303,8 @@ TEST_P(RecordedCases, ValuesFillTheirDimensions) {
                 << object.name << " has " << variable.spec->name << " twice";
             std::size_t count = 1;
             for (const DimensionData& dimension : variable.spec->dimensions) {
-                const bool numbered = dimension.naming == ElementNaming::number;
-                EXPECT_EQ(dimension.labels.size(),
-                          static_cast<std::size_t>(numbered ? 0 : dimension.count));
+                const bool labelled = dimension.naming != ElementNaming::number;
+                EXPECT_EQ(dimension.labels.size(), labelled ? dimension.count : 0u);
                 count *= dimension.count;
             }
             EXPECT_EQ(variable.values.size(), count) << object.name << " " << variable.spec->name;
@@ -565,6 +564,23 @@ TEST_F(RecordedReaction, ReactorHasConversionsAndItsSet) {
     EXPECT_EQ(Shown(*FindVariable(reactor, "Reaction Set")), "NH3Set");
     EXPECT_EQ(FindValue(reactor, "Comp Conversion", "Nitrogen")->number, 0.49019675836571985);
     EXPECT_EQ(FindValue(reactor, "Comp Conversion", "Ammonia")->state, VariableState::missing);
+}
+
+// N2 + 3 H2 = 2 NH3, at the extent that the file tells.
+TEST_F(RecordedReaction, ReactorMakesAndTakesWhatTheExtentSays) {
+    const ObjectData* reactor = FindObject(*result.data, "R-1");
+    const double extent = FindVariable(reactor, "Est. Molar Extent")->values[0].number;
+    EXPECT_NEAR(MolPerSecond(extent), 0.49019675836571985, 1e-12);
+    const std::pair<const char*, double> coefficients[] = {
+        {"Nitrogen", -1}, {"Hydrogen", -3}, {"Ammonia", 2}};
+    for (const auto& [name, coefficient] : coefficients) {
+        const double made = FindValue(reactor, "Total Reaction", name)->number;
+        EXPECT_NEAR(made, coefficient * extent, 1e-9 * extent) << name;
+        EXPECT_NEAR(FindValue(reactor, "Total Inflow", name)->number + made,
+                    FindValue(reactor, "Total Outflow", name)->number, 1e-9)
+            << name;
+    }
+    EXPECT_NEAR(FindValue(reactor, "Vessel Temperature")->number, 426.85, 1e-9);
 }
 
 TEST_F(RecordedReaction, CompoundsHaveTheirConstants) {

@@ -22,7 +22,7 @@ ROOMS = {
     "fixtop": [],
     "fixtop/host": [],
     "fixtop/client": ["fixtop"],
-    "value": ["fixtop/value.h"],
+    "value": ["fixtop/value.h", "fixtop/near_names.h"],
     "platform": ["value", "fixtop/value.h"],
     "diagnostics": ["value", "fixtop/value.h", "platform"],
     "xml": GROUND,

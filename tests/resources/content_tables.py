@@ -1,9 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""What the class library and the maps hold when all of their files are there.
-
-One row a line. A file that is not shipped yet has its row here; a test that reads what is shipped
-holds it against its rows.
-"""
+"""What the class library and the maps hold. One row a line."""
 
 
 def rows(text):

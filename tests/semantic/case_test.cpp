@@ -9,6 +9,7 @@
 #include "casehost/standard_host.h"
 #include "fixtop/semantic_functions.h"
 #include "framework/iterator/iterator.h"
+#include "framework/nodes/top_entry.h"
 #include "host/adapter.h"
 #include "host/levels/model_nodes.h"
 #include "semantic/raw_tree.h"
@@ -38,6 +39,14 @@ class SemanticCase : public testing::Test {
     NodeRef Stream(const char* name) {
         NodeRef it = Flowsheet();
         EXPECT_TRUE(it->SeekPath(FIValue("Streams")) && it->SeekPath(FIValue(name))) << name;
+        return it;
+    }
+    // A node of the case, from the top as the neutral view stands on it.
+    NodeRef FromTop(const char* path) {
+        auto models = Ref<HAandCContext>::Share(new HAandCContext(host_.ActiveCase(), {}));
+        auto top = Ref<FIEntry>::Share(new FITopEntry(models.Get(), nullptr, nullptr));
+        auto it = NodeRef::Adopt(new FIIterator(top.Get(), false));
+        EXPECT_TRUE(it->SeekPath(FIValue(path))) << path;
         return it;
     }
     static std::string NamesOf(const Elements& elements) {
@@ -71,11 +80,14 @@ TEST_F(SemanticCase, the_built_in_case_has_its_lists) {
         "Raw Gas, Tail Gas, Mixed Gas, Chilled Gas, Cold Gas, Cold Liquid, Expanded Gas, Warm Gas, "
         "Sales Gas, Fuel Gas, Let Down Liquid, Flash Gas, Compressed Gas, Cooled Gas, Condensate, "
         "Pumped Condensate, Warm Condensate, Stabiliser Gas, Stable Condensate, Column Feed, "
-        "Distillate, Bottoms",
+        "Distillate, Bottoms, Prereformer Feed, Prereformed Gas, Reformed Gas, Light Alkanes, "
+        "Heavy "
+        "Alkanes",
         NamesOf(ReadList(CTStreams, *it)));
     EXPECT_EQ("Chiller Duty, Expander Power, Compressor Power, Pump Power, Heater Duty",
               NamesOf(ReadList(CTHeatStreams, *it)));
-    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves", NamesOf(ReadList(CTFlowsheets, *it)));
+    EXPECT_EQ("Stabiliser, T-100 Flowsheet, K-100 Curves, Machine Curves, E-101 Parts, Vessels",
+              NamesOf(ReadList(CTFlowsheets, *it)));
     EXPECT_EQ("Sales Gas Envelope", NamesOf(ReadList(CTPhaseEnvelopes, *it)));
     EXPECT_EQ("Condensate Curve", NamesOf(ReadList(CTDistillationCurves, *it)));
     EXPECT_EQ((Elements{{"MIX-100", "QSIMixer"},
@@ -126,6 +138,85 @@ TEST_F(SemanticCase, a_stream_has_a_row_for_each_component) {
     EXPECT_EQ("Methane 0.7500", RowAt(*it, CTPhaseMoleFraction));
     it->SetVarText("PhaseName", "Solid Phase");
     EXPECT_EQ("(none)", RowAt(*it, CTPhaseMoleFraction));
+}
+
+TEST_F(SemanticCase, a_segment_lies_behind_the_cells_of_those_before_it) {
+    Open("demo");
+    NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.PL-100");
+    ASSERT_EQ(3, CTPipeSegment(it.Get(), nullptr, kCountIndex));
+    CTPipeSegment(it.Get(), nullptr, 2);
+    EXPECT_EQ("INT 7", Variable(*it, "SegStartCell"));
+    EXPECT_EQ("INT 5", Variable(*it, "SegNumCell"));
+    ASSERT_TRUE(it->SeekPath(FIValue("\"Pipe Length\".%SegElemNum")));
+    EXPECT_EQ("REAL 800", Read(*it, "value"));
+}
+
+TEST_F(SemanticCase, a_compressor_has_its_curves) {
+    Open("demo");
+    NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.K-100");
+    ASSERT_EQ(2, CTComprPerfCurve(it.Get(), nullptr, kCountIndex));
+    CTComprPerfCurve(it.Get(), nullptr, 1);
+    EXPECT_EQ("High Speed", Read(*it, "value"));
+    EXPECT_EQ(3, CTPerfCurvePoint(it.Get(), nullptr, kCountIndex));
+}
+
+TEST_F(SemanticCase, reactions_of_the_package_have_classes) {
+    Open("demo");
+    NodeRef it = FromTop("appModel.Basis.ReactionPackage");
+    EXPECT_EQ((Elements{{"Reaction", "QSICatalyticRateReaction"},
+                        {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIEquilibriumReaction"},
+                        {"Reaction", "QSIReversibleKineticReaction"},
+                        {"Reaction", "QSISimpleRateReaction"},
+                        {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIConversionReaction"},
+                        {"Reaction", "QSIEquilibriumReaction"},
+                        {"Reaction", "QSIEquilibriumReaction"}}),
+              ReadList(CTReactions, *it));
+    FIValue subclass;
+    CTReactions(it.Get(), &subclass, 0);
+    ASSERT_EQ(2, CTReactionDenominatorTerm(it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(4, CTReactionComponentOrder(it.Get(), nullptr, kCountIndex));
+    CTReactionDenominatorTerm(it.Get(), nullptr, 1);
+    CTReactionComponentOrder(it.Get(), nullptr, 1);
+    EXPECT_EQ("REAL 0.0004", Variable(*it, "A"));
+    EXPECT_EQ("REAL 61000", Variable(*it, "E"));
+    EXPECT_EQ("REAL 1", Variable(*it, "exponent"));
+    EXPECT_EQ("H2O", Variable(*it, "component"));
+}
+
+TEST_F(SemanticCase, a_set_lists_its_reactions_with_ranks) {
+    Open("demo");
+    NodeRef it = FromTop("appModel.Basis.ReactionPackage.ReactionSetList.ReactionSet");
+    ASSERT_EQ(3, CTActiveReactions(it.Get(), nullptr, kCountIndex));
+    CTActiveReactions(it.Get(), nullptr, 1);
+    EXPECT_EQ("Shift", Variable(*it, "RxnID"));
+    EXPECT_EQ("INT 1", Variable(*it, "RxnActive"));
+    EXPECT_EQ("REAL 1", Variable(*it, "RxnRank"));
+    CTActiveReactions(it.Get(), nullptr, 2);
+    EXPECT_EQ("Combustion", Variable(*it, "RxnID"));
+    EXPECT_EQ("INT 0", Variable(*it, "RxnActive"));
+    EXPECT_EQ("REAL 2", Variable(*it, "RxnRank"));
+    CTActiveReactions(it.Get(), nullptr, 3);
+    EXPECT_EQ("Combustion", Variable(*it, "RxnID")) << "there is no fourth one";
+    EXPECT_EQ("(NULL)", Variable(*it, "RxnRank"));
+}
+
+TEST_F(SemanticCase, a_reactor_names_the_reactions_of_its_set) {
+    Open("demo");
+    NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.ERV-100");
+    ASSERT_EQ(2, CTLocalReaction(it.Get(), nullptr, kCountIndex));
+    CTLocalReaction(it.Get(), nullptr, 0);
+    EXPECT_EQ("Propane Disproportionation", Variable(*it, "RxnName"));
+    CTLocalReaction(it.Get(), nullptr, 1);
+    EXPECT_EQ("Butane Disproportionation", Variable(*it, "RxnName"));
+
+    it = FromTop("appModel.FlowSheetObjects.UnitOps.GBR-100");
+    ASSERT_EQ(8, CTGibbsFlowSpec(it.Get(), nullptr, kCountIndex));
+    CTGibbsFlowSpec(it.Get(), nullptr, 2);
+    EXPECT_EQ("Methane", Variable(*it, "GibbsFlowSpecComponentName"));
+    CTReactantBalance(it.Get(), nullptr, 7);
+    EXPECT_EQ("H2O", Variable(*it, "CompName"));
 }
 
 TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {

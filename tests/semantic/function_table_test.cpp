@@ -52,6 +52,10 @@ TEST(FunctionTable, kinds_are_those_of_the_functions) {
     EXPECT_EQ(Find<SemanticFunction>("CTKVL2"), &CTKVL2);
     EXPECT_EQ(Find<ArrayFunction>("CTStreams"), &CTStreams);
     EXPECT_EQ(Find<ArrayFunction>("CTKVL2Array"), &CTKVL2Array);
+    EXPECT_EQ(Find<ArrayFunction>("CTPipeSegment"), &CTPipeSegment);
+    EXPECT_EQ(Find<ArrayFunction>("CTReactions"), &CTReactions);
+    EXPECT_EQ(Find<SemanticFunction>("CTExchangerHot"), &CTExchangerHot);
+    EXPECT_EQ(Find<SemanticFunction>("CTHeaterVF"), &CTHeaterVF);
     for (const NamedFunction& row : SemanticFunctionTable()) {
         EXPECT_FALSE(std::holds_alternative<TopNodeFunction>(row.function)) << row.name;
         if (row.name.ends_with("Array")) {

@@ -320,6 +320,79 @@ TEST(Idioms, an_element_by_moving_stands_below_its_array) {
     EXPECT_EQ("Case", Place(*it));
 }
 
+TEST(Idioms, whole_lists_count_and_give_elements) {
+    ScriptNode root("Case");
+    AddArray(root, {"Enhanced Holdup", "Diameter"}, {"a", "b", "c"});
+    AddArray(root, {"Curve"}, {"a", "b"});
+    root.Add("Number").Set("value", 7);
+    Ref<FIIterator> it = root.Iterate();
+    EXPECT_EQ(3, semantic::ArrayList(*it, kCountIndex, "Elem", {"Enhanced Holdup", "Diameter"}));
+    EXPECT_EQ(7, semantic::NumberList(*it, kCountIndex, "Elem", "Number"));
+    EXPECT_EQ(0, semantic::NumberList(*it, kCountIndex, "Elem", "Numbers"));
+    EXPECT_EQ(2, semantic::MovingList(*it, kCountIndex, "Curve"));
+    EXPECT_EQ("(unset)", Variable(*it, "Elem"));
+    EXPECT_EQ(1, semantic::ArrayList(*it, 1, "Elem", {"Enhanced Holdup", "Diameter"}));
+    EXPECT_EQ("Elem1", Variable(*it, "Elem"));
+    EXPECT_EQ(2, semantic::NumberList(*it, 2, "Elem", "Number"));
+    EXPECT_EQ("Elem2", Variable(*it, "Elem"));
+    EXPECT_EQ("Case", Place(*it));
+    EXPECT_EQ(1, semantic::MovingList(*it, 1, "Curve"));
+    EXPECT_EQ("Case.Curve.b", Place(*it));
+}
+
+TEST(Idioms, a_value_below_is_read_from_where_it_stands) {
+    ScriptNode root("Case");
+    Below(root, {"Reaction Set", "Name"}).Set("value", "Set-1");
+    Ref<FIIterator> it = root.Iterate();
+    EXPECT_EQ("Set-1", Shown(semantic::ReadValueBelow(*it, {"Reaction Set", "Name"})));
+    EXPECT_EQ("(NULL)", Shown(semantic::ReadValueBelow(*it, {"Reaction Set"})));
+    EXPECT_EQ("(NULL)", Shown(semantic::ReadValueBelow(*it, {"Reaction Set", "Names"})));
+    EXPECT_EQ("Case", Place(*it));
+}
+
+TEST(Idioms, children_of_one_key_are_told_by_their_place_among_them) {
+    ScriptNode root("Case");
+    const std::string long_name = "Reaction" + std::string(300, ' ');
+    for (const std::string& name : {std::string("Number"), std::string("Reaction"),
+                                    std::string("Reactions"), long_name, std::string("Reaction")}) {
+        root.Add(name).Set("place", static_cast<int>(root.children.size()) - 1);
+    }
+    Ref<FIIterator> it = root.Iterate();
+    for (int none : {2, -1}) {
+        EXPECT_FALSE(semantic::SeekOfKey(*it, "Reaction", none)) << none;
+        EXPECT_EQ("Case", Place(*it)) << none;
+    }
+    EXPECT_FALSE(semantic::SeekOfKey(*it, "None", 0));
+    EXPECT_TRUE(semantic::SeekOfKey(*it, "Reaction", 1));
+    EXPECT_EQ("INT 4", Read(*it, "place"));
+
+    it = root.Iterate();
+    EXPECT_TRUE(semantic::SeekOfKey(*it, "Reaction", 0));
+    EXPECT_EQ("INT 1", Read(*it, "place"));
+    EXPECT_TRUE(semantic::NextOfKey(*it, "Reaction"));
+    EXPECT_EQ("INT 4", Read(*it, "place"));
+    EXPECT_FALSE(semantic::NextOfKey(*it, "Reaction"));
+    EXPECT_EQ(1, it->Depth());
+}
+
+TEST(Idioms, siblings_are_stepped_over_whatever_their_key) {
+    ScriptNode root("Case");
+    AddArray(root, {}, {"a", "b", "c"});
+    Ref<FIIterator> it = root.Iterate();
+    ASSERT_TRUE(it->DownFirst());
+    EXPECT_TRUE(semantic::NextTimes(*it, 0));
+    EXPECT_EQ("a", NameAt(*it));
+    EXPECT_TRUE(semantic::NextTimes(*it, 2));
+    EXPECT_EQ("c", NameAt(*it));
+    EXPECT_FALSE(semantic::NextTimes(*it, 1));
+    EXPECT_EQ(1, it->Depth());
+}
+
+TEST(Idioms, sums_beyond_all_numbers_wrap) {
+    EXPECT_EQ(5, semantic::WrappedSum(7, -2));
+    EXPECT_EQ(-2147483647 - 1, semantic::WrappedSum(2147483647, 1));
+}
+
 }  // namespace
 
 }  // namespace fixtop

@@ -23,8 +23,8 @@ def plain(page):
 
 class Man(ProgramTest):
     def test_words_are_those_of_the_program(self):
-        words = re.findall(r"^  ([a-z]+) +[A-Z]", run("--help").out.split("Subcommands:")[1], re.M)
-        shown = re.findall(r"^\.TP\n\.B ([a-z]+)\n([^.]*)", plain("fixtop.1"), re.M)
+        words = re.findall(r"^  ([a-z-]+) +[A-Z]", run("--help").out.split("Subcommands:")[1], re.M)
+        shown = re.findall(r"^\.TP\n\.B ([a-z-]+)\n([^.]*)", plain("fixtop.1"), re.M)
         self.assertEqual(words, [word for word, _ in shown])
 
     def test_examples(self):

@@ -276,7 +276,7 @@ class Explain(ProgramTest):
 class Classes(ProgramTest):
     def test_names(self):
         names = self.check(run("classes"), DONE, err="").lines
-        self.assertEqual(64, len(names))
+        self.assertEqual(82, len(names))
         self.assertEqual(sorted(names), names)
         self.assertEqual(20, len(self.check(run("classes", "--enumerations"), DONE).lines))
 
@@ -298,11 +298,12 @@ class Classes(ProgramTest):
         self.assertEqual("QSIHeatFlow", record["class"])
         self.assertIn({"name": "HeatFlow", "type": "Real", "array": False, "quantity": "Power",
                        "keys": [], "owner": "QSIHeatFlow"}, record["attributes"])
-        self.assertEqual(64, len(self.check(run("classes", "--json"), DONE).lines))
+        self.assertEqual(82, len(self.check(run("classes", "--json"), DONE).lines))
 
     def test_an_unknown_name(self):
         self.check(run("classes", "QSIHeatStrem"), FAILED, "",
-                   "no such class: QSIHeatStrem\n  near: QSIHeatStream\n  near: QSILoadStream\n")
+                   "no such class: QSIHeatStrem\n  near: QSIHeatStream\n  near: QSIHeatCurve\n"
+                   "  near: QSILoadStream\n")
 
 
 class OwnFiles(ProgramTest):

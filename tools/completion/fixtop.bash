@@ -33,7 +33,7 @@ _fixtop() {
 }
 
 # Both read the program's own help, so that they can't fall behind it.
-_fixtop_words() { fixtop --help 2>/dev/null | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]\+\) .*/\1/p'; }
+_fixtop_words() { fixtop --help 2>/dev/null | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]\+\) .*/\1/p'; }
 _fixtop_options() { fixtop "$1" --help 2>/dev/null | grep -o -- '--[a-z]\+' | sort -u; }
 
 complete -F _fixtop fixtop

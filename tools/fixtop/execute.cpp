@@ -95,7 +95,7 @@ class CommandLine {
         if (row.view == View::kNone) return;
         AddText(sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
         if (row.view == View::kEither) AddNeutral(sub, view_);
-        if (row.view != View::kRaw) AddModel(sub, view_);
+        if (row.view != View::kRaw) AddModel(sub, view_, row.view != View::kNeutralTables);
     }
     ExitCode Refuse(std::string problem, Output& out) {
         // It quotes arguments, maybe guarded ones.
@@ -134,7 +134,7 @@ class CommandLine {
                                      [&](const WordRow* row) { return row->name == name; });
         Word& word = *words_[at - rows_.begin()];
         if ((*at)->view == View::kNone || !InProgram()) return word.Run(around);
-        view_.neutral |= (*at)->view == View::kNeutral;
+        view_.neutral |= (*at)->view == View::kNeutral || (*at)->view == View::kNeutralTables;
         std::string problem;
         const auto session = CaseSession::Open(case_name_, view_, problem);
         if (!problem.empty()) around.out.Note(problem);

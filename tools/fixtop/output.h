@@ -36,6 +36,19 @@ class FileOutput final : public Output {
     std::FILE* notes_;
 };
 
+// Keeps the data; notes are passed on.
+class TextOutput final : public Output {
+ public:
+    explicit TextOutput(Output& notes) : notes_(notes) {}
+    void Data(std::string_view text) override { text_ += text; }
+    void Note(std::string_view text) override { notes_.Note(text); }
+    const std::string& Text() const { return text_; }
+
+ private:
+    Output& notes_;
+    std::string text_;
+};
+
 // Passes everything on and remembers it.
 class RecordingOutput final : public Output {
  public:

@@ -150,6 +150,7 @@ void WriteCsv(const Table& table, Output& out) {
 void WriteJson(const Table& table, Output& out) {
     for (const TableRow& row : table.rows) {
         Json record;
+        if (!table.title.empty()) record["table"] = table.title;
         record["path"] = OneLine(row.path);
         record["name"] = row.name;
         if (!table.attribute.empty()) record["attr"] = table.attribute;

@@ -32,19 +32,21 @@ void AddNeutral(CLI::App& app, ViewOptions& view) {
         ->group(kGroup);
 }
 
-void AddModel(CLI::App& app, ViewOptions& view) {
-    AddLibrary(app, view);
+void AddModel(CLI::App& app, ViewOptions& view, bool with_units) {
+    AddLibrary(app, view, with_units);
     Add(app, {"--map", "FILE", "Map to the case; hovexmap.xml when it is left out"},
         view.files.map);
     Add(app, {"--translate", "NAME", "Translation of the map; Hovex when it is left out"},
         view.files.translate);
 }
 
-void AddLibrary(CLI::App& app, ViewOptions& view) {
+void AddLibrary(CLI::App& app, ViewOptions& view, bool with_units) {
     Add(app, {"--library", "FILE", "Class library; QSIAllLibraries.xml when it is left out"},
         view.files.classes);
-    Add(app, {"--units", "FILE", "Names of units; hunits.xml when it is left out"},
-        view.files.units);
+    if (with_units) {
+        Add(app, {"--units", "FILE", "Names of units; hunits.xml when it is left out"},
+            view.files.units);
+    }
     Add(app, {"--log", "FILE", "Write to it what the module says about these files"},
         view.files.log);
 }

@@ -20,8 +20,8 @@ struct ViewOptions {
 // The choice of the neutral view; given before its files, they are refused without it.
 void AddNeutral(CLI::App& app, ViewOptions& view);
 // The files of the neutral view, and those of its class library alone.
-void AddModel(CLI::App& app, ViewOptions& view);
-void AddLibrary(CLI::App& app, ViewOptions& view);
+void AddModel(CLI::App& app, ViewOptions& view, bool with_units = true);
+void AddLibrary(CLI::App& app, ViewOptions& view, bool with_units = true);
 
 // A message of several lines, each of them on one.
 std::string OneLineEach(const std::string& text);

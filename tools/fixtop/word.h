@@ -39,8 +39,9 @@ constexpr bool IsKnown(Place word, Place here) {
     return (static_cast<int>(word) & static_cast<int>(here)) != 0;
 }
 
-// Which views of a case a word can show.
-enum class View { kNone, kRaw, kEither, kNeutral };
+// Which views of a case a word can show. Words with tables of the neutral view have an option
+// --units of their own, for a set of units.
+enum class View { kNone, kRaw, kEither, kNeutral, kNeutralTables };
 
 struct WordRow {
     const char* name;

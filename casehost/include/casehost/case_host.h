@@ -80,6 +80,9 @@ class CaseHost {
     std::string SolveProblem() const;
     // Whether the active case shows results that are older than a change of it.
     bool HasOldResults() const;
+    // The units in which the active case shows numbers, by a name of kUnitSetNames. False for any
+    // other name, and without a case.
+    bool UseUnitSet(const std::string& name);
     const std::vector<std::unique_ptr<Case>>& Cases() const { return cases_; }
 
     // Runs `event` in the next turn of the host's loop.

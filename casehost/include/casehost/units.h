@@ -4,6 +4,7 @@
 // The quantities and units that the case host knows. Numbers inside a case are always in the
 // internal unit of their quantity, the first of its list.
 
+#include <array>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +19,9 @@ struct Quantity {
     host::VarType type = 0;               // 1 and up, never 65
 };
 
-inline constexpr unsigned kUnitSets = 3;  // 0 process, 1 SI, 2 field
+// By number.
+inline constexpr std::array<const char*, 3> kUnitSetNames = {"Process", "SI", "Field"};
+inline constexpr unsigned kUnitSets = kUnitSetNames.size();
 
 const std::vector<Quantity>& Quantities();
 // Null for an unknown name or type.

@@ -57,6 +57,12 @@ class Case {
     Solver GetSolver() const { return Solver(case_); }
     // Results are shown that are older than a change of the case.
     bool HasOldResults() const;
+    // The sets of default units in which the case can show its numbers; empty where its host does
+    // not let clients choose.
+    std::vector<std::string> UnitSets() const;
+    // Shows numbers in the default units of a set; case of letters does not count. Throws CaseError
+    // with the names of the sets when there is no such one.
+    void UseUnitSet(const std::string& name) const;
     // Writes the case to a file of the library's own kinds. Throws CaseError.
     void Save(const std::string& file) const;
 

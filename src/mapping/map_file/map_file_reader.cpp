@@ -22,9 +22,6 @@ constexpr char kKind[] = "Convert";
 constexpr std::array<const char*, 6> kIgnored = {"Author",  "Comment",   "Comments",
                                                  "Company", "Copyright", "Version"};
 
-constexpr int kMostIncludes = 64;
-constexpr std::size_t kMostFiles = 4096;
-
 void LogMistake(const std::string& text) {
     LogMessage(" Error in Convert File:");
     LogMessage(text.c_str());
@@ -267,7 +264,7 @@ class MapFileElement final : public NamedElement {
 bool ReadMapFileInto(const MapReading& reading, const std::string& file, ModelFileOrigin origin) {
     std::vector<std::string>& read = reading.library.mapFiles;
     if (std::find(read.begin(), read.end(), file) != read.end()) return true;
-    const bool too_many = read.size() >= kMostFiles || reading.include_depth > kMostIncludes;
+    const bool too_many = read.size() >= kMostMapFiles || reading.include_depth > kMostIncludes;
     if (too_many) return FailModelFile(kKind, file);
     read.push_back(file);
     DocumentHandler document(true);

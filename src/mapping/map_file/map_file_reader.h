@@ -11,6 +11,9 @@
 
 namespace fixtop {
 
+// Of one map.
+inline constexpr std::size_t kMostMapFiles = 4096;
+
 // What a file and those that it includes share.
 struct MapReading {
     CCDMClassLibrary& library;

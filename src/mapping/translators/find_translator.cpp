@@ -83,14 +83,20 @@ int ScoreOf(const Pass& pass, const CCDMTranslator& translator, const AncestorPa
     return kNoMatch;
 }
 
-bool Hold(const CCDMConditionList& conditions, FIReferenceBase* reference) {
-    if (reference == nullptr) return false;
+// The first one that does not hold; null when all do.
+const VariableList::value_type* Failed(const CCDMConditionList& conditions,
+                                       FIReferenceBase* reference) {
     FIValue present;
-    for (const auto& [variable, value] : conditions.pairs) {
-        if (!reference->GetVarText(variable.c_str(), present)) return false;
-        if (present.Compare(value) != 0) return false;
+    for (const auto& condition : conditions.pairs) {
+        const auto& [variable, value] = condition;
+        const bool is_set = reference && reference->GetVarText(variable.c_str(), present);
+        if (!is_set || present.Compare(value) != 0) return &condition;
     }
-    return true;
+    return nullptr;
+}
+
+bool Hold(const CCDMConditionList& conditions, FIReferenceBase* reference) {
+    return reference && !Failed(conditions, reference);
 }
 
 bool IsOfBranch(const CCDMTranslator& translator, BranchRequest request) {
@@ -167,6 +173,19 @@ void LogDuplicate(const AncestorPath& path, const CCDMTranslator& translator) {
 }
 
 }  // namespace
+
+std::string WhyLeft(const CCDMTranslator& translator, const AncestorPath& path,
+                    FIReferenceBase* reference) {
+    constexpr const char* kWords[] = {"container ", "container id "};
+    const auto* failed =
+        translator.conditions ? Failed(*translator.conditions, reference) : nullptr;
+    if (failed) return "condition " + failed->first + " = " + failed->second.ToText() + " fails";
+    for (std::size_t i = 0; i < std::size(kPasses); ++i) {
+        if (ScoreOf(kPasses[i], translator, path) < kNoMatch) continue;
+        return kWords[i] + translator.*kPasses[i].wanted + " is not above it";
+    }
+    return "";
+}
 
 bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
                    const TranslatorMap& translators, FIReferenceBase* reference,

@@ -18,6 +18,10 @@ bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
                    const TranslatorMap& translators, FIReferenceBase* reference,
                    BranchRequest request);
 
+// Why one of them can't be chosen there; empty when it can.
+std::string WhyLeft(const CCDMTranslator& translator, const AncestorPath& path,
+                    FIReferenceBase* reference);
+
 // Null when the attribute has no translator here. Conditions read the reference's variables;
 // without a reference none of them holds. With `dump` each candidate is written there as XML, with
 // a comment on why it was left, or that it is used.

@@ -17,6 +17,7 @@ class CCDMMapTranslator final : public CCDMTranslator {
     void SetBody(const std::string& text) override;
     bool Test(FIReferenceBase& reference) const override;
     bool Apply(FIReferenceBase& reference) const override;
+    const std::string& Text() const { return text_; }
 
  private:
     std::string text_;
@@ -35,6 +36,7 @@ class CCDMFunctionTranslator final : public CCDMTranslator {
     void SetBody(const std::string& text) override;
     bool Test(FIReferenceBase& reference) const override;
     bool Apply(FIReferenceBase& reference) const override;
+    const std::string& FunctionName() const { return function_name_; }
 
  private:
     const SemanticModule* module_;

@@ -101,6 +101,21 @@ void UnitAndEnumConverter::FromApplication(const FIValue& unit, FIValue& value) 
     }
 }
 
+std::string UnitAndEnumConverter::WhyRefused(const FIValue& unit, const FIValue& value) {
+    if (IsEnumeration(attribute_)) {
+        const CCDMEnumeration* enumeration = library_.FindEnumeration(attribute_.typeName);
+        const std::string option = value.ToText();
+        const bool is_wrong =
+            enumeration && enumeration->isClosed && !enumeration->options.contains(option);
+        return is_wrong ? "option " + option + " is none of " + enumeration->name : "";
+    }
+    FIValue name;
+    const bool has_unit = attribute_.quantity > 0 && value.IsNumber() && !IsNone(unit);
+    if (!has_unit || !library_.units.Source() || Find(unit, name) > 0) return "";
+    return "unit " + unit.ToText() + " is none of quantity " +
+           library_.units.Source()->QuantityName(attribute_.quantity);
+}
+
 bool UnitAndEnumConverter::ToApplication(const FIValue& unit, FIValue& value, FIValue& out) {
     if (value.IsNull()) return true;
     if (IsEnumeration(attribute_)) {

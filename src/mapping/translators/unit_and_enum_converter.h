@@ -27,6 +27,10 @@ class UnitAndEnumConverter {
     // False, and the reason in `out`, for a number whose unit can't be converted.
     bool ToApplication(const FIValue& unit, FIValue& value, FIValue& out);
 
+    // Why a value of the application, in this unit, has no place in the model: the unit is none of
+    // the quantity, or the option none of a closed enumeration. Empty when it has one.
+    std::string WhyRefused(const FIValue& unit, const FIValue& value);
+
     // The application's unit becomes the one in which the value, as the application has it, is
     // shown.
     void NameUnit(const FIValue& value, FIValue& unit);

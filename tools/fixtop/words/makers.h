@@ -11,6 +11,7 @@ namespace fixtop {
 
 std::unique_ptr<Word> MakeAttrs();
 std::unique_ptr<Word> MakeCd();
+std::unique_ptr<Word> MakeCheckMap();
 std::unique_ptr<Word> MakeClasses();
 std::unique_ptr<Word> MakeComplete();
 std::unique_ptr<Word> MakeDemo();
@@ -22,12 +23,14 @@ std::unique_ptr<Word> MakeLs();
 std::unique_ptr<Word> MakePath();
 std::unique_ptr<Word> MakePwd();
 std::unique_ptr<Word> MakeQuit();
+std::unique_ptr<Word> MakeReport();
 std::unique_ptr<Word> MakeSave();
 std::unique_ptr<Word> MakeSet();
 std::unique_ptr<Word> MakeShell();
 std::unique_ptr<Word> MakeSolve();
 std::unique_ptr<Word> MakeTable();
 std::unique_ptr<Word> MakeTree();
+std::unique_ptr<Word> MakeUnits();
 std::unique_ptr<Word> MakeWatch();
 
 }  // namespace fixtop

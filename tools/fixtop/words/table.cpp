@@ -1,75 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "table.h"
-
-#include <map>
-#include <set>
-
 #include "case_session.h"
+#include "table_maker.h"
 #include "words/makers.h"
 
 namespace fixtop {
 
 namespace {
-
-using Cells = std::map<std::string, TableCell>;  // by heading
-
-// What one PATH of the line makes: a column, or one for each element of an array.
-class ColumnGroup {
- public:
-    ColumnGroup(const std::string& path, std::string attribute)
-        : path_(path), attribute_(std::move(attribute)) {}
-
-    const client::Pattern& Path() const { return path_; }
-    void ShowIn(std::string unit) { unit_ = std::move(unit); }
-    bool IsThere() const { return is_there_; }
-    // Headings in order of appearance.
-    const std::vector<std::string>& Headings() const { return headings_; }
-    // What the module said against the unit, each text once.
-    const std::set<std::string>& Refusals() const { return refusals_; }
-
-    Cells Read(const Node& node) {
-        Cells cells;
-        const auto place = path_.First(node);
-        if (!place) return cells;
-        is_there_ = true;
-        Add(*place, path_.Text(), cells);
-        return cells;
-    }
-
- private:
-    // Without an attribute that the path names, a path to an array is one to its elements.
-    void Add(const client::Place& place, const std::string& heading, Cells& cells) {
-        if (place.attribute.empty() && place.node.IsArray()) {
-            ForEachChild(place.node, [&](const client::Child& child) {
-                Add({child.node, "", ""}, client::JoinPath(heading, child.step), cells);
-                return true;
-            });
-            return;
-        }
-        if (known_.insert(heading).second) headings_.push_back(heading);
-        cells.emplace(heading,
-                      CellOf(place.node, place.attribute.empty() ? attribute_ : place.attribute));
-    }
-    TableCell CellOf(const Node& node, const std::string& attribute) {
-        try {
-            client::Reading reading = node.Read(unit_, attribute);
-            const std::string other = client::OtherUnit(attribute, reading, unit_);
-            if (!other.empty()) refusals_.insert(OneLine(other));
-            return {std::move(reading.value), std::move(reading.unit), reading.stale};
-        } catch (const client::Refused& refused) {
-            refusals_.insert(OneLine(refused.Text()));
-            return {};
-        }
-    }
-
-    client::Pattern path_;
-    std::string attribute_;
-    std::string unit_;
-    bool is_there_ = false;
-    std::vector<std::string> headings_;
-    std::set<std::string> known_;
-    std::set<std::string> refusals_;
-};
 
 class TableWord final : public Word {
  public:
@@ -87,7 +23,8 @@ class TableWord final : public Word {
 
     ExitCode Run(CommandContext& around) override {
         const std::string problem = ForEachMatch(
-            *around.session, pattern_, [this](const client::Place& match) { AddRow(match); });
+            *around.session, pattern_,
+            [this](const client::Place& match) { maker_.AddRow(match.node, match.path); });
         if (!problem.empty()) {
             around.out.Note(problem);
             return ExitCode::kFailed;
@@ -98,15 +35,9 @@ class TableWord final : public Word {
     }
 
  private:
-    struct GatheredRow {
-        Node node;
-        std::string path;
-        std::vector<Cells> cells;  // one each group
-    };
-
     void AddGroup(const std::string& path) {
         try {
-            groups_.emplace_back(path, attribute_.empty() ? "value" : attribute_);
+            maker_.AddColumn({path, attribute_.empty() ? "value" : attribute_});
         } catch (const client::PathError& error) {
             unread_.push_back(MessageOf(error));
         }
@@ -122,7 +53,7 @@ class TableWord final : public Word {
             }
             const client::Pattern named(text.substr(0, sign));
             bool found = false;
-            for (ColumnGroup& group : groups_) {
+            for (ColumnGroup& group : maker_.Columns()) {
                 if (!group.Path().IsSame(named)) continue;
                 group.ShowIn(text.substr(sign + 1));
                 found = true;
@@ -130,49 +61,23 @@ class TableWord final : public Word {
             if (!found) throw CLI::ValidationError("--unit", "no such column: " + text);
         }
     }
-    void AddRow(const client::Place& match) {
-        GatheredRow& row = rows_.emplace_back(GatheredRow{match.node, match.path, {}});
-        for (ColumnGroup& group : groups_) row.cells.push_back(group.Read(match.node));
-    }
-    ExitCode TellProblems(Output& out) const {
+    ExitCode TellProblems(Output& out) {
         ExitCode code = ExitCode::kOk;
         const auto tell = [&](const std::string& problem) {
             out.Note(problem);
             code = ExitCode::kFailed;
         };
         for (const std::string& problem : unread_) tell(problem);
-        for (const ColumnGroup& group : groups_) {
-            if (!group.IsThere()) tell(WhyMissing(group.Path()));
+        for (const ColumnGroup& group : maker_.Columns()) {
+            if (!group.IsThere()) tell(maker_.WhyMissing(group));
             for (const std::string& text : group.Refusals())
                 tell(OneLine(group.Path().Text()) + ": " + text);
         }
         return code;
     }
-    // From the first row that has names near to it, or else from the first.
-    std::string WhyMissing(const client::Pattern& path) const {
-        for (const GatheredRow& row : rows_) {
-            const client::NotFound missing = path.WhyMissing(row.node);
-            if (!missing.Near().empty()) return MessageOf(missing);
-        }
-        return MessageOf(path.WhyMissing(rows_.front().node));
-    }
     Table Whole() const {
-        Table table;
+        Table table = maker_.Whole();
         table.attribute = attribute_ == "value" ? "" : attribute_;
-        for (const GatheredRow& row : rows_) {
-            table.rows.push_back({NameWithKey(row.node), row.path, {}});
-        }
-        for (std::size_t group = 0; group < groups_.size(); ++group) {
-            for (const std::string& heading : groups_[group].Headings()) {
-                table.headings.push_back(heading);
-                for (std::size_t i = 0; i < rows_.size(); ++i) {
-                    const auto cell = rows_[i].cells[group].find(heading);
-                    const bool is_there = cell != rows_[i].cells[group].end();
-                    table.rows[i].cells.push_back(is_there ? std::optional(cell->second)
-                                                           : std::nullopt);
-                }
-            }
-        }
         return table;
     }
 
@@ -182,9 +87,8 @@ class TableWord final : public Word {
     std::vector<std::string> units_;
     bool csv_ = false;
     bool json_ = false;
-    std::vector<ColumnGroup> groups_;
+    TableMaker maker_;
     std::vector<std::string> unread_;  // why columns can't be read
-    std::vector<GatheredRow> rows_;
 };
 
 }  // namespace

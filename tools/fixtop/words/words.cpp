@@ -57,10 +57,33 @@ constexpr WordRow kWords[] = {
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
      "translators of the map with the reason why one was used or left.",
      View::kNeutral, Place::kProgram, MakeExplain},
+    {"report", "Show streams, unit operations, columns and reactions as tables",
+     "Of the neutral view: streams with their mole fractions, energy streams, unit operations, "
+     "the\n"
+     "stages of each column, reactions; objects of a sub-flowsheet stand behind its name. A "
+     "column\n"
+     "that no object has is left out, and so is a table without rows. With --csv a file for each\n"
+     "table is written and named; with --json an object a row: table, path, name, cells.",
+     View::kNeutralTables, Place::kProgram, MakeReport},
+    {"units", "Show each unit operation with its streams, its duty and its balances",
+     "The energy streams of a unit operation have + before them where they bring energy and -\n"
+     "where they take it. A balance error is what goes in less what comes out, over the larger of\n"
+     "both; it is empty where a flow is not known.",
+     View::kNeutralTables, Place::kProgram, MakeUnits},
     {"classes", "Show the classes of the neutral library",
      "Without NAME the names, one a line. With it superclasses and attributes, those of its\n"
      "superclasses first, or the options of an enumeration; fields have tabs between them.",
      View::kNone, Place::kBoth, MakeClasses},
+    {"check-map", "Check a class library and a map for those who write them",
+     "Without options those of the program. A line each finding: \"file:line: text\". Exit status "
+     "1\n"
+     "when there is a mistake. With --case the neutral view of a case is walked, and of each "
+     "mapped\n"
+     "attribute that has a value nowhere the reasons follow, with the number of places. With "
+     "--json\n"
+     "an object each finding: kind, file, line, text; or kind, class, attribute, declared_by,\n"
+     "instances, count, text, example.",
+     View::kNone, Place::kProgram, MakeCheckMap},
     {"path", "Show the steps of a path expression",
      "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
      MakePath},

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fixtop/client/near_names.h"
+#include "fixtop/near_names.h"
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 
-namespace fixtop::client {
+namespace fixtop {
 
 namespace {
 
@@ -59,4 +59,4 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
     return nearest;
 }
 
-}  // namespace fixtop::client
+}  // namespace fixtop

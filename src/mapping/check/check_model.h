@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The check of a class library and a map, for those who write them. Files are found and bounded as
+// the readers find and bound them; nothing is opened on a case.
+
+#include <vector>
+
+#include "mapping/check/finding.h"
+#include "mapping/open/open_model.h"
+
+namespace fixtop {
+
+std::vector<Finding> CheckModel(const ModelFiles& files);
+
+}  // namespace fixtop

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The functions of a module as a check sees them: by name and kind.
+
+#include <string>
+
+#include "mapping/check/finding.h"
+#include "mapping/translators/function_tables.h"
+
+namespace fixtop {
+
+// In the order of NamedFunction's kinds.
+enum class FunctionKind : int { kStep, kList, kTop };
+
+// What is wrong with a name where a function of this kind is wanted; empty when it is one.
+std::string WrongFunction(const SemanticModule& module, const std::string& name, FunctionKind kind,
+                          Findings& findings);
+
+}  // namespace fixtop

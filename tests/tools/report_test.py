@@ -1,0 +1,151 @@
+# SPDX-License-Identifier: Apache-2.0
+"""report and units: the tables of a whole case."""
+
+import csv
+import io
+import json
+import math
+import unittest
+
+from small_case import real, small_case, stream, write_case
+from support import CASES, DONE, UNREADABLE, USAGE, ProgramTest, run
+
+# What the truth beside a real case calls its quantities, and where a report shows them in SI units.
+STREAM_COLUMNS = {"T": "Temperature", "P": "Pressure", "molar flow": "Molar flow",
+                  "mass flow": "Mass flow", "vapour fraction": "Vapor fraction"}
+
+
+def records_of(result):
+    return [json.loads(line) for line in result.lines]
+
+
+class Report(ProgramTest):
+    def table(self, records, name):
+        return {record["name"]: record["cells"] for record in records if record["table"] == name}
+
+    def test_json_has_an_object_a_row_with_its_table(self):
+        records = records_of(self.check(run("report", "demo", "--json"), err=""))
+        streams = self.table(records, "streams")
+        self.assertEqual({"value": 30, "uom": "C"}, streams["Raw Gas"]["Temperature"])
+        self.assertEqual("MIX-100", streams["Raw Gas"]["To"]["value"])
+        self.assertEqual("MIX-100", streams["Mixed Gas"]["From"]["value"])
+        fractions = self.table(records, "compositions")
+        self.assertEqual(set(streams), set(fractions))
+        for name, cells in fractions.items():
+            present = [cell["value"] for cell in cells.values() if cell["value"] is not None]
+            if present:
+                self.assertAlmostEqual(1, sum(present), 9, name)
+        self.assertIn("MIX-100", self.table(records, "unit-operations"))
+        self.assertIn("Chiller Duty", self.table(records, "energy-streams"))
+
+    def test_objects_of_a_sub_flowsheet_stand_behind_its_name(self):
+        records = records_of(self.check(run("report", "demo", "--json"), err=""))
+        inner = [name for name in self.table(records, "streams") if name.startswith("Stabiliser/")]
+        self.assertTrue(inner)
+
+    def test_plain_tables_have_their_titles(self):
+        lines = self.check(run("report", "demo"), err="").lines
+        for title in ("Streams", "Mole fractions of the streams", "Energy streams",
+                      "Unit operations"):
+            self.assertEqual(1, lines.count(title), title)
+        heading = lines.index("Streams") + 1
+        self.assertTrue(lines[heading].startswith("Name "), lines[heading])
+        self.assertIn("Temperature", lines[heading])
+        self.assertIn("C", lines[heading + 1].split())
+
+    def test_tables_are_in_the_units_of_a_set(self):
+        for units, temperature, pressure in (("Process", (30, "C"), (6000, "kPa")),
+                                             ("SI", (303.15, "K"), (6000000, "Pa")),
+                                             ("field", (86, "F"), (870.226422, "psia"))):
+            with self.subTest(units):
+                result = self.check(run("report", "demo", "--json", "--units", units), err="")
+                cells = self.table(records_of(result), "streams")["Raw Gas"]
+                for column, (number, unit) in (("Temperature", temperature),
+                                               ("Pressure", pressure)):
+                    self.assertAlmostEqual(number, cells[column]["value"], 5)
+                    self.assertEqual(unit, cells[column]["uom"])
+
+    def test_an_unknown_set_is_refused_with_those_there_are(self):
+        for word in ("report", "units"):
+            self.check(run(word, "demo", "--units", "Imperial"), UNREADABLE, out="",
+                       err="no such set of units: Imperial; expected Process, SI, Field\n")
+
+    def test_csv_writes_a_file_for_each_table(self):
+        folder = self.folder / "tables"
+        written = self.check(run("report", "demo", "--csv", folder), err="").lines
+        self.assertIn(f"{folder}/streams.csv", written)
+        self.assertEqual(sorted(str(path) for path in folder.iterdir()), sorted(written))
+        text = (folder / "streams.csv").read_text(encoding="utf-8")
+        rows = list(csv.reader(io.StringIO(text, newline="")))
+        self.assertEqual("Name", rows[0][0])
+        self.assertIn("Temperature [C]", rows[0])
+        self.assertIn("Raw Gas", [row[0] for row in rows])
+
+    def test_csv_names_no_file_outside_of_its_folder(self):
+        case = small_case()
+        case["flowsheet"]["objects"].append(
+            {"name": "../up/a:b", "type": "DistillationObject"})
+        file = write_case(self.folder, "odd.json", case)
+        folder = self.folder / "odd"
+        self.check(run("report", file, "--csv", folder))
+        self.assertFalse([path for path in folder.iterdir() if path.suffix != ".csv"])
+        self.assertFalse((self.folder / "up").exists())
+
+    def test_a_folder_that_cant_be_made_is_told(self):
+        taken = self.file("taken", "a file")
+        result = self.check(run("report", "demo", "--csv", taken / "below"), UNREADABLE, out="")
+        self.assertIn("can't be made", result.err)
+
+    def test_forms_exclude_each_other(self):
+        self.check(run("report", "demo", "--csv", self.folder / "x", "--json"), USAGE, out="")
+
+    def test_units_show_streams_and_balances(self):
+        rows = {record["name"]: record["cells"]
+                for record in records_of(self.check(run("units", "demo", "--json"), err=""))}
+        mixer = rows["MIX-100"]
+        self.assertEqual("Raw Gas, Tail Gas", mixer["Feeds"]["value"])
+        self.assertEqual("Mixed Gas", mixer["Products"]["value"])
+        self.assertEqual("-Chiller Duty", rows["E-100"]["Energy streams"]["value"])
+        self.assertEqual("+Compressor Power", rows["K-100"]["Energy streams"]["value"])
+        for name in ("MIX-100", "E-100", "V-100", "EX-100", "VLV-100", "V-101", "K-100", "E-101",
+                     "TEE-100", "P-100", "E-102"):
+            for kind in ("Mass", "Energy"):
+                error = rows[name][f"{kind} balance error"]["value"]
+                self.assertLess(abs(error), 1e-6, f"{name} {kind}")
+
+    def test_a_flow_that_is_not_known_leaves_the_balance_empty(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [
+            stream("In", 25, **{"Mass Flow": real(10, "MassFlow")}), stream("Out", 30),
+            {"name": "V", "type": "ValveOpObject",
+             "ports": [{"role": "feed", "stream": "In"}, {"role": "product", "stream": "Out"}]}]
+        file = write_case(self.folder, "unknown.json", case)
+        rows = {record["name"]: record["cells"]
+                for record in records_of(run("units", file, "--json"))}
+        self.assertIsNone(rows["V"]["Mass balance error"]["value"])
+        self.assertEqual("In", rows["V"]["Feeds"]["value"])
+
+    @unittest.skipUnless(CASES.is_dir(), "the real cases are not here")
+    def test_streams_of_real_cases_are_those_of_their_truth(self):
+        for file in sorted(CASES.glob("*.dwxmz")):
+            records = records_of(run("report", file, "--json", "--units", "SI"))
+            streams = self.table(records, "streams")
+            fractions = self.table(records, "compositions")
+            with open(file.with_suffix(".csv"), encoding="utf-8", newline="") as table:
+                truth = [row for row in csv.DictReader(table) if row["type"] == "MaterialStream"]
+            self.assertEqual({row["tag"] for row in truth}, set(streams), file)
+            for row in truth:
+                with self.subTest(case=file.stem, stream=row["tag"], property=row["property"]):
+                    if row["property"].startswith("x:"):
+                        cell = fractions[row["tag"]][row["property"][2:]]
+                    else:
+                        cell = streams[row["tag"]][STREAM_COLUMNS[row["property"]]]
+                    if row["value"] == "":
+                        self.assertIsNone(cell["value"])
+                    else:
+                        self.assertTrue(math.isclose(float(row["value"]), cell["value"],
+                                                     rel_tol=1e-9, abs_tol=1e-12), cell)
+
+
+if __name__ == "__main__":
+    unittest.main()

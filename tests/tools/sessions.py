@@ -1,0 +1,38 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Sessions in documents: every line is run, and what is printed there is compared."""
+
+import re
+import shlex
+import subprocess
+
+from support import PROGRAM, ProgramTest
+
+NUMBER = re.compile(r"-?\d+\.?\d*(?:e[-+]\d+)?")
+
+
+def sessions(text):
+    """Pairs of a command line and the lines printed below it, of all sessions of a document."""
+    steps = []
+    for block in re.findall(r"<!-- session:begin -->\n(.*?)<!-- session:end -->", text, re.S):
+        for line in block.splitlines():
+            line = line[4:]
+            if line.startswith("$ "):
+                steps.append((line[2:], []))
+            else:
+                steps[-1][1].append(line)
+    return steps
+
+
+class SessionTest(ProgramTest):
+    def assert_same_text(self, expected, printed, command):
+        """Equal but for the last digits of numbers, which differ between mathematics libraries."""
+        self.assertEqual(NUMBER.sub("#", expected), NUMBER.sub("#", printed), command)
+        for one, other in zip(NUMBER.findall(expected), NUMBER.findall(printed)):
+            self.assertAlmostEqual(float(one), float(other), delta=1e-9 * abs(float(one)), msg=command)
+
+    def run_in_folder(self, command):
+        words = shlex.split(command)
+        self.assertEqual("fixtop", words[0], command)
+        done = subprocess.run(PROGRAM + words[1:], cwd=self.folder, capture_output=True,
+                              timeout=600, check=False)
+        return (done.stdout + done.stderr).decode()

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The flowsheets of the neutral view and what they hold, for words that go through a whole case.
+
+#include <functional>
+#include <string>
+
+#include "fixtop/client.h"
+#include "node.h"
+
+namespace fixtop {
+
+// An object of a flowsheet, by its own name behind those of the sub-flowsheets that lead to it.
+struct FlowsheetObject {
+    Node node;
+    std::string name;  // "Raw Gas", "Stabiliser/Overhead"
+};
+
+// Visits the objects of a list, such as Stream, of the main flowsheet and then of those below it.
+// Throws Interrupted.
+void ForEachObject(const Node& top, const client::Pattern& list,
+                   const std::function<void(const FlowsheetObject& object)>& visit);
+
+// The class of a node without what is around it: "QSIPump".
+std::string ClassOf(const Node& node);
+
+}  // namespace fixtop

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// TableMaker: gathers a table from nodes, a row each, and paths from there, the columns.
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "fixtop/client.h"
+#include "table.h"
+
+namespace fixtop {
+
+// What one path makes: a column, or one for each element of an array.
+class ColumnGroup {
+ public:
+    using Cells = std::map<std::string, TableCell>;  // by heading
+
+    // Throws client::PathError. The heading is the path where none is given.
+    ColumnGroup(const std::string& path, std::string attribute, std::string heading = "");
+
+    const client::Pattern& Path() const { return path_; }
+    void ShowIn(std::string unit) { unit_ = std::move(unit); }
+    bool IsThere() const { return is_there_; }
+    // In order of appearance.
+    const std::vector<std::string>& Headings() const { return headings_; }
+    // What the module said against the unit, each text once.
+    const std::set<std::string>& Refusals() const { return refusals_; }
+
+    Cells Read(const Node& node);
+
+ private:
+    void Add(const client::Place& place, const std::string& heading, Cells& cells);
+    TableCell CellOf(const Node& node, const std::string& attribute);
+
+    client::Pattern path_;
+    std::string heading_;
+    std::string attribute_;
+    std::string unit_;
+    bool is_there_ = false;
+    std::vector<std::string> headings_;
+    std::set<std::string> known_;
+    std::set<std::string> refusals_;
+};
+
+class TableMaker {
+ public:
+    void AddColumn(ColumnGroup column) { groups_.push_back(std::move(column)); }
+    std::vector<ColumnGroup>& Columns() { return groups_; }
+    // Without a name the node's own.
+    void AddRow(const Node& node, std::string path, std::string name = "");
+    bool IsEmpty() const { return rows_.empty(); }
+    // Columns that no node has are left out.
+    Table Whole() const;
+    // Why no node has a column: from the first row that has names near to it, or else the first.
+    std::string WhyMissing(const ColumnGroup& column) const;
+
+ private:
+    struct Row {
+        Node node;
+        std::string path;
+        std::string name;
+        std::vector<ColumnGroup::Cells> cells;  // one each group
+    };
+
+    std::vector<ColumnGroup> groups_;
+    std::vector<Row> rows_;
+};
+
+}  // namespace fixtop

@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <span>
+#include <system_error>
+
+#include "case_session.h"
+#include "flowsheets.h"
+#include "table_maker.h"
+#include "words/makers.h"
+
+namespace fixtop {
+
+namespace {
+
+struct ReportColumn {
+    const char* heading;
+    const char* path;  // from the node of the row
+};
+using ReportColumns = std::span<const ReportColumn>;
+
+constexpr ReportColumn kStream[] = {
+    {"Vapor fraction", "VaporFraction"},
+    {"Temperature", "Temperature"},
+    {"Pressure", "Pressure"},
+    {"Molar flow", "MolarFlow"},
+    {"Mass flow", "MassFlow"},
+    {"Volume flow", "VolumeFlow"},
+    {"Heat flow", "HeatFlow"},
+    {"From", "UpstreamUnitOperation"},
+    {"To", "DownstreamUnitOperation"},
+};
+constexpr ReportColumn kEnergyStream[] = {
+    {"Heat flow", "HeatFlow"},
+    {"From", "UpstreamUnitOperation"},
+    {"To", "DownstreamUnitOperation"},
+};
+constexpr ReportColumn kUnitOperation[] = {
+    {"Class", "(type)"},
+    {"Duty", "Duty"},
+    {"Pressure drop", "PressureDrop"},
+    {"Inlet temperature", "InletTemperature"},
+    {"Outlet temperature", "OutletTemperature"},
+    {"Outlet pressure", "OutletPressure"},
+    {"Adiabatic efficiency", "AdiabaticEfficiency"},
+};
+constexpr ReportColumn kStage[] = {
+    {"Temperature", "Temperature"},
+    {"Pressure", "Pressure"},
+    {"Vapor flow", "VaporMolarFlow"},
+    {"Liquid flow", "LiquidMolarFlow"},
+};
+constexpr ReportColumn kReaction[] = {
+    {"Class", "(type)"},
+    {"Heat of reaction", "HeatOfReaction"},
+    {"Base component", "BaseComponent"},
+    {"Phase", "ReactionPhase"},
+};
+
+// A list of every flowsheet.
+struct FlowsheetTable {
+    const char* name;  // of its file, and in JSON
+    const char* title;
+    const char* list;
+    ReportColumns columns;
+    bool composition = false;
+};
+constexpr FlowsheetTable kFlowsheetTables[] = {
+    {"streams", "Streams", "Stream", kStream},
+    {"compositions", "Mole fractions of the streams", "Stream", {}, true},
+    {"energy-streams", "Energy streams", "HeatStream", kEnergyStream},
+    {"unit-operations", "Unit operations", "UnitOperation", kUnitOperation},
+};
+
+// A table of each object that has such a list: its name stands behind those of the table.
+struct PartTable {
+    const char* name;
+    const char* title;
+    const char* list;  // from the unit operation
+    ReportColumns columns;
+};
+constexpr PartTable kPartTables[] = {
+    {"stages", "Stages of ", "Stage", kStage},
+};
+
+constexpr char kReactions[] = "ReactionPackage.Reaction";
+
+TableMaker MakerOf(ReportColumns columns) {
+    TableMaker maker;
+    for (const ReportColumn& column : columns) {
+        maker.AddColumn({column.path, "value", column.heading});
+    }
+    return maker;
+}
+
+// Writes each table to a place of its own, or all to one behind each other.
+class TableWriter {
+ public:
+    virtual ~TableWriter() = default;
+    virtual void Write(const Table& table, const std::string& name) = 0;
+};
+
+class PlainWriter final : public TableWriter {
+ public:
+    explicit PlainWriter(Output& out) : out_(out) {}
+    void Write(const Table& table, const std::string&) override {
+        if (!is_first_) out_.Line("");
+        is_first_ = false;
+        out_.Line(OneLine(table.title));
+        WritePlain(table, out_);
+    }
+
+ private:
+    Output& out_;
+    bool is_first_ = true;
+};
+
+class JsonWriter final : public TableWriter {
+ public:
+    explicit JsonWriter(Output& out) : out_(out) {}
+    void Write(const Table& table, const std::string& name) override {
+        Table named = table;
+        named.title = name;
+        WriteJson(named, out_);
+    }
+
+ private:
+    Output& out_;
+};
+
+std::filesystem::path PathOf(const std::string& name) {
+    return std::u8string(name.begin(), name.end());
+}
+
+// What names of objects hold beside letters and digits of any script, some file systems refuse.
+std::string FileName(std::string name) {
+    for (char& c : name) {
+        const bool plain = (c & 0x80) != 0 || std::isalnum(static_cast<unsigned char>(c)) != 0;
+        if (!plain && std::string_view("-_ ").find(c) == std::string_view::npos) c = '_';
+    }
+    return name + ".csv";
+}
+
+class FolderWriter final : public TableWriter {
+ public:
+    FolderWriter(const std::string& folder, Output& out) : folder_(folder), out_(out) {
+        std::error_code error;
+        std::filesystem::create_directories(PathOf(folder_), error);
+        if (error) throw client::CaseError({folder_ + " can't be made: " + error.message()});
+    }
+    void Write(const Table& table, const std::string& name) override {
+        const std::string file = folder_ + '/' + FileName(name);
+        TextOutput text(out_);
+        WriteCsv(table, text);
+        std::ofstream stream(PathOf(file), std::ios::binary);
+        stream << text.Text();
+        stream.close();
+        if (!stream) {
+            const std::string why = std::generic_category().message(errno);
+            throw client::CaseError({file + " can't be written: " + why});
+        }
+        out_.Line(OneLine(file));
+    }
+
+ private:
+    std::string folder_;
+    Output& out_;
+};
+
+class Report final : public Word {
+ public:
+    void Declare(CLI::App& app) override {
+        AddText(app, "--units", units_,
+                "Set of units: Process, SI, Field; that of the case when it is left out");
+        CLI::Option* csv =
+            AddFile(app, "--csv", folder_, "Write a file for each table to this folder");
+        AddJson(app, json_);
+        csv->excludes("--json")->type_name("FOLDER");
+    }
+
+    ExitCode Run(CommandContext& around) override {
+        const client::Case& open_case = around.session->OpenCase();
+        try {
+            if (!units_.empty()) open_case.UseUnitSet(units_);
+            WriteAll(around.session->Top(), *MakeWriter(around.out));
+            return ExitCode::kOk;
+        } catch (const client::CaseError& error) {
+            around.out.Note(MessageOf(error));
+            return ExitCode::kUnreadable;
+        }
+    }
+
+ private:
+    std::unique_ptr<TableWriter> MakeWriter(Output& out) const {
+        if (!folder_.empty()) return std::make_unique<FolderWriter>(folder_, out);
+        if (json_) return std::make_unique<JsonWriter>(out);
+        return std::make_unique<PlainWriter>(out);
+    }
+    static void WriteAll(const Node& top, TableWriter& writer) {
+        for (const FlowsheetTable& each : kFlowsheetTables) {
+            TableMaker maker =
+                each.composition ? CompositionsOf(top, each.list) : MakerOf(each.columns);
+            ForEachObject(top, client::Pattern(each.list), [&](const FlowsheetObject& object) {
+                maker.AddRow(object.node, object.node.Path(), object.name);
+            });
+            Write(maker, each.title, each.name, writer);
+        }
+        for (const PartTable& each : kPartTables) WriteParts(top, each, writer);
+        TableMaker reactions = MakerOf(kReaction);
+        for (const client::Place& place : client::Pattern(kReactions).All(top)) {
+            reactions.AddRow(place.node, place.path, place.node.Key());
+        }
+        Write(reactions, "Reactions", "reactions", writer);
+    }
+    static void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) {
+        const client::Pattern list(parts.list);
+        ForEachObject(top, client::Pattern("UnitOperation"), [&](const FlowsheetObject& object) {
+            TableMaker maker = MakerOf(parts.columns);
+            list.ForEach(object.node, [&](const client::Place& place) {
+                maker.AddRow(place.node, place.path, place.node.Key());
+                return true;
+            });
+            Write(maker, parts.title + object.name, std::string(parts.name) + '-' + object.name,
+                  writer);
+        });
+    }
+    // A column for each component that any of the objects has.
+    static TableMaker CompositionsOf(const Node& top, const char* list) {
+        const client::Pattern components("Composition.Component");
+        std::vector<std::string> names;
+        ForEachObject(top, client::Pattern(list), [&](const FlowsheetObject& object) {
+            components.ForEach(object.node, [&](const client::Place& place) {
+                const std::string name = place.node.Key();
+                if (std::ranges::find(names, name) == names.end()) names.push_back(name);
+                return true;
+            });
+        });
+        TableMaker maker;
+        for (const std::string& name : names) {
+            maker.AddColumn({"Composition.Component(" + client::WrittenKey(name) + ").MoleFraction",
+                             "value", name});
+        }
+        return maker;
+    }
+    // A table without rows is left out.
+    static void Write(const TableMaker& maker, const std::string& title, const std::string& name,
+                      TableWriter& writer) {
+        if (maker.IsEmpty()) return;
+        Table table = maker.Whole();
+        table.title = title;
+        writer.Write(table, name);
+    }
+
+    std::string units_;
+    std::string folder_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeReport() {
+    return std::make_unique<Report>();
+}
+
+}  // namespace fixtop
