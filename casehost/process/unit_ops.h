@@ -23,8 +23,7 @@ struct MaterialState {
     Composition composition;
     double molar_flow = 0;
 
-    // Zero without a sign when nothing flows.
-    double HeatFlow() const { return molar_flow * flash.molar_enthalpy + 0.0; }
+    double HeatFlow() const { return molar_flow * flash.molar_enthalpy; }
     double Temperature_C() const { return flash.temperature_K - kZeroCelsius_K; }
     double Pressure() const { return flash.pressure_kPa; }
 };
