@@ -183,11 +183,7 @@ void ObjectSheet::Links(const std::string& name, const std::vector<std::string>&
     VariableSpec spec;
     spec.name = name;
     spec.kind = ValueKind::attachment;
-    spec.dimensions = {Numbered(paths.size())};
-    if (!names.empty()) {
-        spec.dimensions[0].naming = ElementNaming::attached_object;
-        spec.dimensions[0].labels = std::move(names);
-    }
+    spec.dimensions = {names.empty() ? Numbered(paths.size()) : LabelledBy(std::move(names))};
     AddTexts(std::move(spec), paths);
 }
 
