@@ -106,7 +106,6 @@ class ColumnSheet {
         tower.Real("Number of Stages", file_unit::none, static_cast<double>(trays.size()));
         tower.Texts("Stage Name", names);
         tower.Numbers("Stage Number", file_unit::none, numbers);
-        tower.Numbers("Tray Number", file_unit::none, numbers);
         tower.Numbers("Stage Temperature", internal_unit::temperature, temperatures);
         tower.CopyAs(parts_.Find("Estimated Diameter"), "Diameter");
         tower.CopyAs(parts_.Find("Tray Spacing"), "Tray Spacing");

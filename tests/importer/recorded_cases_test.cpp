@@ -271,12 +271,16 @@ TEST_P(RecordedCases, ObjectsCompoundsAndConnectionsAreAllThere) {
     EXPECT_EQ(data.property_package, "Peng-Robinson (PR)");
     EXPECT_EQ(data.compounds.size(), GetParam().compounds);
     EXPECT_EQ(data.reactions.size(), GetParam().reactions);
-    EXPECT_EQ(data.main.objects.size(), GetParam().objects);
+    // The flowsheet around a column is none of the file's objects.
+    const auto is_sheet = [](const ObjectData& each) { return each.type == "TemplateOpObject"; };
+    const auto sheets = std::count_if(data.main.objects.begin(), data.main.objects.end(), is_sheet);
+    EXPECT_EQ(data.main.objects.size() - static_cast<std::size_t>(sheets), GetParam().objects);
     std::map<std::string, std::string> types;
     for (const TruthRow& row : truth) types[row.tag] = row.type;
     EXPECT_EQ(types.size(), GetParam().objects);
     std::size_t connections = 0;
     for (const ObjectData& object : data.main.objects) {
+        if (is_sheet(object)) continue;
         EXPECT_EQ(object.type, kTypes.at(types[object.name])) << object.name;
         EXPECT_EQ(object.status, ObjectStatus::ok) << object.name;
         connections += object.ports.size();
@@ -445,6 +449,88 @@ TEST_F(RecordedColumn, HasItsSpecificationsAndStreams) {
         EXPECT_NE(std::find(column->ports.begin(), column->ports.end(), port), column->ports.end())
             << port.stream;
     }
+}
+
+class RecordedColumnSheet : public RecordedColumn {
+ protected:
+    void SetUp() override {
+        RecordedColumn::SetUp();
+        if (!column) return;
+        const ObjectData* around = FindObject(*result.data, "T-101 Flowsheet");
+        ASSERT_NE(around, nullptr);
+        ASSERT_NE(around->sub_flowsheet, nullptr);
+        sheet = around->sub_flowsheet.get();
+    }
+    const ObjectData* Part(const std::string& name) const {
+        for (const ObjectData& object : sheet->objects) {
+            if (object.name == name) return &object;
+        }
+        ADD_FAILURE() << "no " << name;
+        return nullptr;
+    }
+    double At(const std::string& part, const char* name, std::size_t index = 0) const {
+        return FindVariable(Part(part), name)->values.at(index).number;
+    }
+    static std::vector<std::string> TextsOf(const ObjectData* object, const char* name) {
+        std::vector<std::string> texts;
+        for (const ValueData& value : FindVariable(object, name)->values) {
+            texts.push_back(value.text);
+        }
+        return texts;
+    }
+    using Texts = std::vector<std::string>;
+    const FlowsheetData* sheet = nullptr;
+};
+
+TEST_F(RecordedColumnSheet, HasItsVessels) {
+    EXPECT_EQ(TextsOf(column, "Vessels"),
+              (Texts{"T-101 Flowsheet/Main Tower", "T-101 Flowsheet/Condenser",
+                     "T-101 Flowsheet/Reboiler"}));
+    EXPECT_EQ(TextsOf(Part("Condenser"), "Distillate Stream"), Texts{"/benzene product"});
+    EXPECT_EQ(TextsOf(Part("Condenser"), "Condenser Type"), Texts{"Total"});
+    EXPECT_DOUBLE_EQ(At("Condenser", "Reflux Molar Flow"), 150 * 3.6);
+    EXPECT_NEAR(At("Condenser", "Distillate Molar Flow"), 50 * 3.6, 1e-6);
+    EXPECT_NEAR(At("Condenser", "Duty"), 6062.091578757495 * 3600, 1e-6);
+    // 150 mol/s of the liquid on stage 0, which is benzene but for 6e-5 of toluene.
+    EXPECT_NEAR(At("Condenser", "Reflux Mass Flow"), 540 * 78.11, 540 * 0.01);
+    EXPECT_EQ(TextsOf(Part("Reboiler"), "Liquid Product Stream"), Texts{"/toluene product"});
+    EXPECT_NEAR(At("Reboiler", "Liquid Molar Flow"), 50 * 3.6, 1e-6);
+    EXPECT_NEAR(At("Reboiler", "Vessel Pressure"), 101.325, 1e-12);
+    EXPECT_EQ(At("Main Tower", "Number of Stages"), 28);
+}
+
+TEST_F(RecordedColumnSheet, HasItsFeedAtItsStage) {
+    EXPECT_EQ(TextsOf(column, "Inlets"), (Texts{"/preheated feed", ""}));
+    EXPECT_EQ(TextsOf(column, "Inlet Stream Stages"), Texts{"T-101 Flowsheet/Inlet Stage 15"});
+    EXPECT_EQ(TextsOf(Part("Inlet Stage 15"), "Stage Stream Names"), Texts{"preheated feed"});
+    EXPECT_EQ(At("Inlet Stage 15", "Stage Number"), 15);
+    EXPECT_DOUBLE_EQ(FindVariable(column, "Feed Stream Comp Molar Flows")->values[0].number, 360);
+    EXPECT_EQ(TextsOf(FindObject(*result.data, "preheated feed"), "Object Name"),
+              Texts{"preheated feed"});
+}
+
+TEST_F(RecordedColumnSheet, EveryStageIsInBalance) {
+    const auto at = [&](const char* name, int stage) {
+        const double value = At("Profiles", name, static_cast<std::size_t>(stage));
+        return value == kEmpty ? 0 : value;
+    };
+    for (int stage = 0; stage < 30; ++stage) {
+        double in = at("Stage Net Molar Feed", stage);
+        double out = at("Stage Net Molar Draw", stage) + at("Stage Vapour Molar Flow", stage);
+        if (stage > 0) in += at("Stage Liquid Molar Flow", stage - 1);
+        if (stage < 29) in += at("Stage Vapour Molar Flow", stage + 1);
+        if (stage < 29) out += at("Stage Liquid Molar Flow", stage);
+        // The file's flows have six digits.
+        EXPECT_NEAR(out, in, 0.01) << stage;
+    }
+    EXPECT_EQ(At("Profiles", "Stage Net Molar Feed", 14), kEmpty);
+    EXPECT_EQ(At("Profiles", "Comp Frac vs Stage", 3 * 1 + 1), 0.000245973);
+}
+
+TEST_F(RecordedColumnSheet, HasItsSpecifications) {
+    EXPECT_EQ(TextsOf(Part("Condenser Spec"), "Specification Type"), Texts{"RefluxRatio"});
+    EXPECT_EQ(TextsOf(Part("Reboiler Spec"), "Specification Type"), Texts{"BottomsRate"});
+    EXPECT_DOUBLE_EQ(At("Reboiler Spec", "Specified Value"), 180);
 }
 
 class RecordedReaction : public testing::Test {

@@ -57,6 +57,12 @@ def tags_in_file(case):
             for wanted in (True, False)]
 
 
+def column_sheets(table):
+    """The flowsheets that stand around the columns of a table."""
+    return {f'{row["tag"]} Flowsheet' for row in all_rows_of(table)
+            if row["type"] == "DistillationColumn"}
+
+
 def children_in_tree(lines, branch):
     """Names of the children of `branch`, a line of the tree with its indentation."""
     start = lines.index(branch)
@@ -120,6 +126,7 @@ class RealCases(ProgramTest):
             with self.subTest(table.stem):
                 streams, units = tags_in_file(case)
                 self.assertEqual([streams, units], tags_in_table(table))
+                units = sorted({*units, *column_sheets(table)})
                 tree = self.check(run("tree", case, FLOWSHEET, "--depth", "2"), DONE, err="").lines
                 for tags, path, branch in ((streams, STREAMS, "  Streams  (Streams)"),
                                            (units, UNITS, "  UnitOps  (UnitOps)")):
