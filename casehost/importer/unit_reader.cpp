@@ -70,6 +70,12 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
     ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
 
+// The states between the zones of a heater, of which the file tells the last one alone.
+void ReadZones(Reading& reading, XmlNode node, ObjectSheet& sheet) {
+    const Number outlet = ReadNumber(reading, node.Child("OutletVaporFraction"));
+    if (outlet) sheet.Numbers("Zone vapour frac", none, {outlet});
+}
+
 }  // namespace
 
 void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
@@ -90,6 +96,8 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
         ReadRecycleLists(reading, unit, object);
     } else if (unit.word == "Compressor") {
         sheet.Text(names::kIsCompressor, "YES");
+    } else if (unit.word == "Heater" || unit.word == "Cooler") {
+        ReadZones(reading, unit.node, sheet);
     }
 }
 

@@ -32,6 +32,8 @@ const std::vector<RealRow> kHeaterReals = {
 
 constexpr char kFlowCoefficientModes[] = "CalcMode=Kv_Liquid|Kv_Gas|Kv_Steam|Kv_General";
 
+constexpr char kPinchPoint[] = "CalculationMode=PinchPoint";
+
 constexpr char kOutletGiven[] = "ReactorOperationMode=OutletTemperature";
 
 UnitClass Reactor(const char* word, const char* type, const char* outlet_valid,
@@ -113,7 +115,7 @@ const std::vector<UnitClass> kClasses = {
       {"ColdSidePressureDrop", "Cold Side Pressure Drop", pascal_difference, "*"},
       {"MaxHeatExchange", "Maximum Duty", kilowatt},
       {"ThermalEfficiency", "Thermal Efficiency", percent, "CalculationMode=ThermalEfficiency"},
-      {"MITA", names::kMinimumApproach, kelvin_difference, "CalculationMode=PinchPoint"},
+      {"MITA", names::kMinimumApproach, kelvin_difference, kPinchPoint, 1.0, kPinchPoint},
       {"HeatLoss", "Heat Loss", kilowatt, "*"}},
      {{"CalculationMode", "Calculation Mode",
        Words({"CalcTempHotOut", "CalcTempColdOut", "CalcBothTemp", "CalcBothTemp_UA", "CalcArea",
@@ -122,8 +124,8 @@ const std::vector<UnitClass> kClasses = {
       {"FlowDir", "Flow Direction", Words({"CounterCurrent", "CoCurrent"})}}},
     {"Vessel",
      words::kSeparator,
-     {{"FlashTemperature", "Flash Temperature", kelvin, "*", 1.0, "OverrideT=true"},
-      {"FlashPressure", "Flash Pressure", pascal, "*", 1.0, "OverrideP=true"},
+     {{"FlashTemperature", names::kProductTemperature, kelvin, "*", 1.0, "OverrideT=true"},
+      {"FlashPressure", names::kProductPressure, pascal, "*", 1.0, "OverrideP=true"},
       {"DeltaQ", names::kDuty, kilowatt},
       {"DimensionRatio", "Length to Diameter Ratio", none, "*"},
       {"SurgeFactor", "Surge Factor", none, "*"}},

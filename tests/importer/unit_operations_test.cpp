@@ -110,13 +110,12 @@ const UnitCase kUnits[] = {
       {"ColdSidePressureDrop", 2000, "Cold Side Pressure Drop", 2, "PressureDifference", kGiven},
       {"MaxHeatExchange", 20, "Maximum Duty", 72000, "EnergyFlow"},
       {"ThermalEfficiency", 50, "Thermal Efficiency", 50, "Percent"},
-      {"MITA", 5, "Minimum Approach", 5, "TemperatureDifference"},
       {"HeatLoss", 1, "Heat Loss", 3600, "EnergyFlow", kGiven}}},
     {"Vessel",
      "FlashTankObject",
      "<OverrideT>true</OverrideT><OverrideP>true</OverrideP>",
-     {{"FlashTemperature", 300, "Flash Temperature", 26.85, "Temperature", kGiven},
-      {"FlashPressure", 2e5, "Flash Pressure", 200, "Pressure", kGiven},
+     {{"FlashTemperature", 300, "Product Temperature", 26.85, "Temperature", kGiven},
+      {"FlashPressure", 2e5, "Product Pressure", 200, "Pressure", kGiven},
       {"DeltaQ", 1, "Duty", 3600, "EnergyFlow"},
       {"DimensionRatio", 3, "Length to Diameter Ratio", 3, "", kGiven}}},
     {"DistillationColumn",
@@ -232,7 +231,7 @@ TEST(UnitOperations, DefaultsThatAreNotInUseAreEmpty) {
     const auto vessel = ReadUnit("Vessel",
                                  "<OverrideT>false</OverrideT>"
                                  "<FlashTemperature>298.15</FlashTemperature>");
-    EXPECT_EQ(FindValue(FindObject(*vessel, "U"), "Flash Temperature")->state,
+    EXPECT_EQ(FindValue(FindObject(*vessel, "U"), "Product Temperature")->state,
               VariableState::missing);
     const auto reactor = ReadUnit("Reactor_Conversion",
                                   "<ReactorOperationMode>Isothermic</ReactorOperationMode>"
@@ -241,6 +240,24 @@ TEST(UnitOperations, DefaultsThatAreNotInUseAreEmpty) {
               VariableState::missing);
     const auto valve = ReadUnit("Valve", "<CalcMode>DeltaP</CalcMode><Kv>100</Kv>");
     EXPECT_EQ(FindValue(FindObject(*valve, "U"), "Kv")->state, VariableState::missing);
+    for (const auto& [mode, state] :
+         {std::pair("CalcBothTemp_UA", VariableState::missing), std::pair("PinchPoint", kGiven)}) {
+        const auto exchanger = ReadUnit("HeatExchanger", "<CalculationMode>" + std::string(mode) +
+                                                             "</CalculationMode><MITA>5</MITA>");
+        EXPECT_EQ(FindValue(FindObject(*exchanger, "U"), "Minimum Approach")->state, state) << mode;
+    }
+}
+
+TEST(UnitOperations, HeatersHaveTheStateBehindTheirOneZone) {
+    for (const char* word : {"Heater", "Cooler"}) {
+        const auto data = ReadUnit(word, "<OutletVaporFraction>0.5</OutletVaporFraction>");
+        const VariableData* zones = FindVariable(FindObject(*data, "U"), "Zone vapour frac");
+        ASSERT_TRUE(zones) << word;
+        ASSERT_EQ(zones->values.size(), 1u);
+        EXPECT_EQ(zones->values[0].number, 0.5);
+        const auto none = ReadUnit(word, "");
+        EXPECT_FALSE(FindVariable(FindObject(*none, "U"), "Zone vapour frac")) << word;
+    }
 }
 
 TEST(UnitOperations, ModesAreEnumerationsWithAllWords) {
