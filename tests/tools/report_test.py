@@ -15,6 +15,20 @@ STREAM_COLUMNS = {"T": "Temperature", "P": "Pressure", "molar flow": "Molar flow
                   "mass flow": "Mass flow", "vapour fraction": "Vapor fraction"}
 
 
+def warm(name, heat, mass=10):
+    return stream(name, 25, **{"Mass Flow": real(mass, "MassFlow"),
+                               "Heat Flow": real(heat, "EnergyFlow")})
+
+
+def exchanger(name, kind, duty, more=()):
+    """A heater or cooler from the stream Feed to the stream Product, with more ports."""
+    ports = [("feed", "Feed", 0), ("product", "Product", 0), *more]
+    return {"name": name, "type": kind, "status": "ok",
+            "variables": {"Duty": real(duty, "EnergyFlow")},
+            "ports": [{"role": role, "stream": each, "index": index}
+                      for role, each, index in ports]}
+
+
 def records_of(result):
     return [json.loads(line) for line in result.lines]
 
@@ -124,6 +138,74 @@ class Report(ProgramTest):
                 for record in records_of(run("units", file, "--json"))}
         self.assertIsNone(rows["V"]["Mass balance error"]["value"])
         self.assertEqual("In", rows["V"]["Feeds"]["value"])
+
+    def energy_error(self, *objects):
+        case = small_case()
+        case["flowsheet"]["objects"] = objects
+        file = write_case(self.folder, "energy.json", case)
+        row, = records_of(self.check(run("units", file, "--json"), err=""))
+        return row["cells"]["Energy balance error"]["value"]
+
+    def test_a_duty_counts_where_no_energy_stream_tells_of_it(self):
+        heat = {"name": "Heat", "type": "EnergyStreamObject", "status": "ok",
+                "variables": {"Heat Flow": real(40, "EnergyFlow")}}
+        unknown = {"name": "Heat", "type": "EnergyStreamObject", "status": "ok"}
+        with_stream = [("energyIn", "Heat", 0)]
+        for expected, feed, product, kind, duty, energy, more in (
+                (0, 100, 150, "HeaterOpObject", 50, [], []),
+                (0.1, 100, 60, "CoolerOpObject", 30, [], []),
+                (-0.2, 100, 150, "HeaterOpObject", 20, [], []),
+                ((140 - 150) / 150, 100, 150, "HeaterOpObject", 50, with_stream, [heat]),
+                (0, 100, 150, "HeaterOpObject", 50, with_stream, [unknown]),
+                (None, 100, 150, "HeaterOpObject", None, with_stream, [unknown])):
+            with self.subTest(kind=kind, duty=duty, energy=energy):
+                error = self.energy_error(warm("Feed", feed), warm("Product", product), *more,
+                                          exchanger("E", kind, duty, energy))
+                if expected is None:
+                    self.assertIsNone(error)
+                else:
+                    self.assertAlmostEqual(expected, error, 12)
+
+    def test_a_stream_without_flow_has_no_heat(self):
+        self.assertEqual(0, self.energy_error(warm("Feed", 100), warm("Product", 100),
+                                              warm("Empty", None, mass=0),
+                                              exchanger("E", "HeaterOpObject", 0,
+                                                        [("product", "Empty", 1)])))
+
+    def test_without_streams_there_is_nothing_to_balance(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [{"name": "V", "type": "ValveOpObject"}]
+        file = write_case(self.folder, "alone.json", case)
+        row, = records_of(self.check(run("units", file, "--json"), err=""))
+        for kind in ("Mass", "Energy"):
+            self.assertIsNone(row["cells"][f"{kind} balance error"]["value"])
+
+    @unittest.skipUnless(CASES.is_dir(), "the real cases are not here")
+    def test_unit_operations_of_real_cases_are_balanced(self):
+        # The files themselves close to 1e-4.
+        balanced = 0
+        for file in sorted(CASES.glob("*.dwxmz")):
+            for record in records_of(self.check(run("units", file, "--json"), err="")):
+                for kind in ("Mass", "Energy"):
+                    error = record["cells"][f"{kind} balance error"]["value"]
+                    with self.subTest(case=file.stem, unit=record["name"], kind=kind):
+                        self.assertLess(abs(error), 1e-4)
+                balanced += 1
+        self.assertEqual(21, balanced)
+
+    @unittest.skipUnless(CASES.is_dir(), "the real cases are not here")
+    def test_reactors_have_tables_of_their_reactions_and_components(self):
+        file = CASES / "ammonia-synthesis-single-pass.dwxmz"
+        records = records_of(self.check(run("report", file, "--json"), err=""))
+        extents = self.table(records, "extents-R-1")
+        with open(file.with_suffix(".csv"), encoding="utf-8", newline="") as table:
+            extent, = [row["value"] for row in csv.DictReader(table)
+                       if row["property"] == "extent:R_NH3"]
+        self.assertAlmostEqual(3.6 * float(extent), extents["R_NH3"]["Extent"]["value"], 9)
+        made = {name: cells["By reaction"]["value"]
+                for name, cells in self.table(records, "components-R-1").items()}
+        for name, coefficient in (("Hydrogen", -3), ("Nitrogen", -1), ("Ammonia", 2)):
+            self.assertAlmostEqual(coefficient * 3.6 * float(extent), made[name], 9, name)
 
     @unittest.skipUnless(CASES.is_dir(), "the real cases are not here")
     def test_streams_of_real_cases_are_those_of_their_truth(self):

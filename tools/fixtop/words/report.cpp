@@ -53,6 +53,11 @@ constexpr ReportColumn kUnitOperation[] = {
     {"Inlet temperature", "InletTemperature"},
     {"Outlet temperature", "OutletTemperature"},
     {"Outlet pressure", "OutletPressure"},
+    {"Outlet vapor fraction", "OutletVaporFraction"},
+    {"Hot outlet temperature", "Hot.OutletTemperature"},
+    {"Cold outlet temperature", "Cold.OutletTemperature"},
+    {"Vessel temperature", "Flash.Temperature"},
+    {"Vessel pressure", "Flash.Pressure"},
     {"Adiabatic efficiency", "AdiabaticEfficiency"},
 };
 constexpr ReportColumn kStage[] = {
@@ -60,6 +65,17 @@ constexpr ReportColumn kStage[] = {
     {"Pressure", "Pressure"},
     {"Vapor flow", "VaporMolarFlow"},
     {"Liquid flow", "LiquidMolarFlow"},
+};
+constexpr ReportColumn kLocalReaction[] = {
+    {"Base component", "BaseComponent"},
+    {"Extent", "Extent"},
+    {"Conversion", "Conversion"},
+    {"Heat", "ReactionHeat"},
+};
+constexpr ReportColumn kReactantBalance[] = {
+    {"In", "TotalInflow"},
+    {"By reaction", "TotalReaction"},
+    {"Out", "TotalOutflow"},
 };
 constexpr ReportColumn kReaction[] = {
     {kClass, "(type)"},           {"Heat", "ReactionHeat"},          {"Phase", "ReactionPhase"},
@@ -90,6 +106,8 @@ struct PartTable {
 };
 constexpr PartTable kPartTables[] = {
     {"stages", "Stages of ", "Stage", kStage},
+    {"extents", "Extents of ", "ReactionSet.Reaction", kLocalReaction},
+    {"components", "Components of ", "ReactionSet.ReactantBalance", kReactantBalance},
 };
 
 constexpr char kReactions[] = "ReactionPackage.Reaction";

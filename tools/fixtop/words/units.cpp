@@ -24,9 +24,14 @@ struct Sum {
     }
 };
 
+struct Flows {
+    std::vector<std::string> streams;
+    Sum mass, heat, heat_with_formation, energy;
+};
+
 struct Balance {
-    std::vector<std::string> feeds, products, energy;
-    Sum mass_in, mass_out, heat_in, heat_out, energy_in, energy_out;
+    Flows in, out;
+    std::vector<std::string> energy_streams;
 };
 
 // The two lists of streams and what of them counts.
@@ -35,6 +40,33 @@ struct StreamList {
     bool is_material;
 };
 constexpr StreamList kStreamLists[] = {{"Stream", true}, {"HeatStream", false}};
+
+// What a unit operation of a class adds to its streams or takes from them: it counts where no
+// energy stream tells of it. A duty of an exchanger stays inside of it.
+struct DutyRow {
+    const char* of_class;
+    const char* path;
+    bool is_added;
+    const char* kind = nullptr;  // attribute that has this word
+    const char* word = nullptr;
+};
+constexpr DutyRow kDuties[] = {
+    {"QSIHeaterCooler", "Duty", true, "HeaterOrCooler", "Heater"},
+    {"QSIHeaterCooler", "Duty", false, "HeaterOrCooler", "Cooler"},
+    {"QSICompressor", "Power", true, "CompressorOrExpander", "Compressor"},
+    {"QSICompressor", "Power", false, "CompressorOrExpander", "Expander"},
+    {"QSIPump", "Power", true},
+    {"QSISeparator", "Duty", true},
+    {"QSIConversionReactor", "Duty", true},
+    {"QSIEquilibriumReactor", "Duty", true},
+    {"QSIGibbsReactor", "Duty", true},
+    {"QSIDistillationColumn", "ReboilerDuty", true},
+    {"QSIDistillationColumn", "CondenserDuty", false},
+};
+
+// What is heat of formation before a reaction is heat behind it.
+constexpr std::string_view kReactors[] = {"QSIConversionReactor", "QSIEquilibriumReactor",
+                                          "QSIGibbsReactor"};
 
 std::optional<double> NumberAt(const Node& node, const char* path) {
     const auto place = node.Find(path);
@@ -48,10 +80,40 @@ std::string TextAt(const Node& node, const char* path) {
 }
 
 // (in - out) over the larger of both; empty when a part is not known.
-FIValue RelativeError(double in, double out, bool is_known) {
-    const double most = std::max(std::abs(in), std::abs(out));
-    if (!is_known) return {};
-    return FIValue::OfReal(most == 0 ? 0 : (in - out) / most);
+FIValue RelativeError(const Sum& in, const Sum& out) {
+    const double most = std::max(std::abs(in.value), std::abs(out.value));
+    if (!in.is_known || !out.is_known) return {};
+    return FIValue::OfReal(most == 0 ? 0 : (in.value - out.value) / most);
+}
+
+Sum operator+(const Sum& a, const Sum& b) {
+    return {a.value + b.value, a.is_known && b.is_known};
+}
+
+// Adds them to the one side or to the other; whether there is any.
+bool AddDuties(const Node& unit, const std::string& of_class, Sum& in, Sum& out) {
+    bool has_any = false;
+    for (const DutyRow& row : kDuties) {
+        if (of_class != row.of_class) continue;
+        if (row.kind && TextAt(unit, row.kind) != row.word) continue;
+        const auto duty = NumberAt(unit, row.path);
+        if (!duty) continue;
+        (row.is_added ? in : out).Add(duty);
+        has_any = true;
+    }
+    return has_any;
+}
+
+FIValue EnergyError(const Node& unit, const std::string& of_class, const Balance& balance) {
+    const bool reacts = std::ranges::find(kReactors, of_class) != std::end(kReactors);
+    Sum in = reacts ? balance.in.heat_with_formation : balance.in.heat;
+    Sum out = reacts ? balance.out.heat_with_formation : balance.out.heat;
+    const bool told = balance.in.energy.is_known && balance.out.energy.is_known;
+    if (told && !balance.energy_streams.empty()) {
+        return RelativeError(in + balance.in.energy, out + balance.out.energy);
+    }
+    if (!AddDuties(unit, of_class, in, out) && !told) return {};
+    return RelativeError(in, out);
 }
 
 std::string Joined(const std::vector<std::string>& names) {
@@ -97,15 +159,19 @@ class Units final : public Word {
     void Add(const Node& stream, const std::string& name, const std::string& unit, bool is_material,
              bool goes_in) {
         Balance& balance = balances_[unit];
+        Flows& flows = goes_in ? balance.in : balance.out;
         const auto heat = NumberAt(stream, "HeatFlow");
         if (!is_material) {
-            balance.energy.push_back((goes_in ? "+" : "-") + name);
-            (goes_in ? balance.energy_in : balance.energy_out).Add(heat);
+            balance.energy_streams.push_back((goes_in ? "+" : "-") + name);
+            flows.energy.Add(heat);
             return;
         }
-        (goes_in ? balance.feeds : balance.products).push_back(name);
-        (goes_in ? balance.mass_in : balance.mass_out).Add(NumberAt(stream, "MassFlow"));
-        (goes_in ? balance.heat_in : balance.heat_out).Add(heat);
+        flows.streams.push_back(name);
+        const auto mass = NumberAt(stream, "MassFlow");
+        flows.mass.Add(mass);
+        if (mass == 0) return;  // without flow there is no enthalpy
+        flows.heat.Add(heat);
+        flows.heat_with_formation.Add(NumberAt(stream, "TotalEnergyFlow"));
     }
     Table Whole(const Node& top) {
         Table table;
@@ -122,23 +188,21 @@ class Units final : public Word {
         });
         return table;
     }
+    // Without any material stream there is nothing to balance.
     static std::vector<std::optional<TableCell>> CellsOf(const Node& unit, const Balance& balance) {
         const auto text = [](const std::string& of) {
             return TableCell{FIValue(of.c_str()), "", false};
         };
-        const bool mass = balance.mass_in.is_known && balance.mass_out.is_known;
-        const bool heat = balance.heat_in.is_known && balance.heat_out.is_known &&
-                          balance.energy_in.is_known && balance.energy_out.is_known;
-        return {text(ClassOf(unit.Type())),
-                text(Joined(balance.feeds)),
-                text(Joined(balance.products)),
-                text(Joined(balance.energy)),
+        const std::string of_class = ClassOf(unit.Type());
+        const bool flows = !balance.in.streams.empty() || !balance.out.streams.empty();
+        return {text(of_class),
+                text(Joined(balance.in.streams)),
+                text(Joined(balance.out.streams)),
+                text(Joined(balance.energy_streams)),
                 DutyOf(unit),
-                TableCell{RelativeError(balance.mass_in.value, balance.mass_out.value, mass), "",
+                TableCell{flows ? RelativeError(balance.in.mass, balance.out.mass) : FIValue(), "",
                           false},
-                TableCell{RelativeError(balance.heat_in.value + balance.energy_in.value,
-                                        balance.heat_out.value + balance.energy_out.value, heat),
-                          "", false}};
+                TableCell{flows ? EnergyError(unit, of_class, balance) : FIValue(), "", false}};
     }
     static std::optional<TableCell> DutyOf(const Node& unit) {
         const auto place = unit.Find("Duty[(type)=Real]");
