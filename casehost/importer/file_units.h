@@ -42,6 +42,7 @@ inline constexpr FileUnit m2_per_second{"KinematicViscosity", "m2/s"};
 inline constexpr FileUnit watt_per_metre_kelvin{"ThermalConductivity", "W/m-K"};
 inline constexpr FileUnit newton_per_metre{"SurfaceTension", "N/m"};
 inline constexpr FileUnit watt_per_m2_kelvin{"HeatTransferCoefficient", "W/m2-K"};
+inline constexpr FileUnit watt_per_kelvin{"UA", "W/K"};
 inline constexpr FileUnit metre{"Length", "m"};
 inline constexpr FileUnit m2{"Area", "m2"};
 inline constexpr FileUnit m3{"Volume", "m3"};

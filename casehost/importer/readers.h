@@ -37,7 +37,7 @@ void ReadEnergyStream(Reading& reading, const FileObject& stream, bool specified
 void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const FileObject& unit,
               ObjectData& object);
 // When all objects and ports are there: feeds and products of separators and reactors by the names
-// of their phases, and what goes into and out of reactors.
+// of their phases, what is inside of them, and what goes into and out of reactors.
 void ReadVesselStreams(Reading& reading, std::vector<ObjectData>& objects);
 void ReadColumnLists(Reading& reading, const FlowsheetFile& file, const FileObject& unit,
                      ObjectData& object);

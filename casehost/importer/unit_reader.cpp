@@ -70,6 +70,12 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
     ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
 
+void WriteConductance(Reading& reading, XmlNode node, ObjectSheet& sheet) {
+    const Number coefficient = ReadNumber(reading, node.Child("OverallCoefficient"));
+    const Number area = ReadNumber(reading, node.Child("Area"));
+    if (coefficient && area) sheet.Real(names::kUA, watt_per_kelvin, *coefficient * *area);
+}
+
 // The states between the zones of a heater, of which the file tells the last one alone.
 void ReadZones(Reading& reading, XmlNode node, ObjectSheet& sheet) {
     const Number outlet = ReadNumber(reading, node.Child("OutletVaporFraction"));
@@ -98,6 +104,8 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
         sheet.Text(names::kIsCompressor, "YES");
     } else if (unit.word == "Heater" || unit.word == "Cooler") {
         ReadZones(reading, unit.node, sheet);
+    } else if (unit.word == "HeatExchanger") {
+        WriteConductance(reading, unit.node, sheet);
     }
 }
 

@@ -121,9 +121,8 @@ void ReadVesselStreams(Reading& reading, std::vector<ObjectData>& objects) {
         if (!reacts && object.type != words::kSeparator) continue;
         Vessel vessel(reading, streams, object);
         vessel.WriteStreams();
-        if (!reacts) continue;
         vessel.WriteConditions();
-        vessel.WriteBalance();
+        if (reacts) vessel.WriteBalance();
     }
 }
 

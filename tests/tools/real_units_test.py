@@ -155,6 +155,7 @@ ELEMENTS = {
     "Reactor_Equilibrium": REACTOR_ELEMENTS,
     "Reactor_Gibbs": {**REACTOR_ELEMENTS, "ElementBalance": ("ElementBalanceError", "")},
 }
+VESSELS = ("Vessel", "Reactor_Equilibrium", "Reactor_Gibbs")
 # Units of the tables that have another name in the library.
 UNIT_NAMES = {"-": "", "W/m2/K": "W/m2-K"}
 STREAM_LISTS = {"MaterialStream": "Stream", "EnergyStream": "HeatStream"}
@@ -214,6 +215,11 @@ class Document:
         before = [owner for owner, _, end, _ in self.edges if end == stream]
         behind = [end for owner, _, end, _ in self.edges if owner == stream]
         return [(tags + [""])[0] for tags in (before, behind)]
+
+    def overall(self, stream, element):
+        """A number of a stream as a whole, which stands in the second list of its first phase."""
+        properties = self.objects[stream].find("Phases")[0].findall("Properties")[1]
+        return float(properties.findtext(element))
 
     def ports(self, unit):
         """The streams of a unit operation by list and name of the port."""
@@ -349,6 +355,30 @@ class Elements(RealUnits):
                 compared += self.by_unit(case, rows)
         self.assertEqual(84, compared)
 
+    def test_an_exchanger_has_the_product_of_its_coefficient_and_area(self):
+        compared = 0
+        for case in cases():
+            objects = Document(case).objects
+            compared += self.compare(case, {
+                f"{UNIT}({tag}).UA": float(node.findtext("OverallCoefficient"))
+                * float(node.findtext("Area")) for tag, node in objects.items()
+                if node.find("OverallCoefficient") is not None}, "W/K")
+        self.assertEqual(2, compared)
+
+    def test_a_vessel_has_the_conditions_of_its_products(self):
+        compared = 0
+        for case in cases():
+            document = Document(case)
+            ends = {tag: document.ports(tag)["MaterialProduct(Outlet 1)"]
+                    for tag, word in document.classes.items()
+                    if word in VESSELS}
+            for name, element, unit in (("Temperature", "temperature", "K"),
+                                        ("Pressure", "pressure", "Pa")):
+                compared += self.compare(case, {
+                    f"{UNIT}({tag}).Flash.{fluid}{name}": document.overall(stream, element)
+                    for tag, stream in ends.items() for fluid in ("", "Fluid.")}, unit)
+        self.assertEqual(7 * 2 * 2, compared)
+
     def test_numbers_that_no_mode_asked_for_are_not_shown(self):
         for case in cases():
             document = Document(case)
@@ -467,8 +497,7 @@ class Stages(RealUnits):
         for flag, stages in flags.items():
             shown = self.texts(COLUMNS, [self.at(i, flag) for i in range(30)])
             self.assertEqual(stages, {i for i, text in enumerate(shown) if text == "1"}, flag)
-        flow = {tag: float(next(iter(document.objects[tag].find("Phases"))).findall("Properties")[1]
-                           .findtext("molarflow")) for tag, _ in ends.values()}
+        flow = {tag: document.overall(tag, "molarflow") for tag, _ in ends.values()}
         self.compare(COLUMNS, {
             f"{self.COLUMN}.Feed({feed}).MolarFlow": flow[feed],
             f"{self.COLUMN}.Condenser.Distillate.MolarFlow": flow[ends["Distillate"][0]],
