@@ -42,7 +42,6 @@ inline constexpr FileUnit m2_per_second{"KinematicViscosity", "m2/s"};
 inline constexpr FileUnit watt_per_metre_kelvin{"ThermalConductivity", "W/m-K"};
 inline constexpr FileUnit newton_per_metre{"SurfaceTension", "N/m"};
 inline constexpr FileUnit watt_per_m2_kelvin{"HeatTransferCoefficient", "W/m2-K"};
-inline constexpr FileUnit watt_per_kelvin{"UA", "W/K"};
 inline constexpr FileUnit metre{"Length", "m"};
 inline constexpr FileUnit m2{"Area", "m2"};
 inline constexpr FileUnit m3{"Volume", "m3"};
@@ -60,6 +59,7 @@ inline constexpr FileUnit temperature{"Temperature", "C"};
 inline constexpr FileUnit pressure{"Pressure", "kPa"};
 inline constexpr FileUnit molar_flow{"MolarFlow", "kgmole/h"};
 inline constexpr FileUnit mass_flow{"MassFlow", "kg/h"};
+inline constexpr FileUnit ua{"UA", "kJ/C-h"};
 }  // namespace internal_unit
 
 }  // namespace fixtop::casehost::importer

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "casehost/unit_op_names.h"
+#include "column_parts.h"
 #include "reactions.h"
 #include "readers.h"
 #include "unit_rows.h"
@@ -70,15 +71,16 @@ void ReadRecycleLists(Reading& reading, const FileObject& unit, ObjectData& obje
     ReadRows(reading, kOtherTolerances, tolerances, sheet);
 }
 
-void WriteConductance(Reading& reading, XmlNode node, ObjectSheet& sheet) {
-    const Number coefficient = ReadNumber(reading, node.Child("OverallCoefficient"));
-    const Number area = ReadNumber(reading, node.Child("Area"));
-    if (coefficient && area) sheet.Real(names::kUA, watt_per_kelvin, *coefficient * *area);
+// The product of what the file tells of an exchanger.
+void WriteConductance(const ObjectData& exchanger, ObjectSheet& sheet) {
+    const Number coefficient = ValueOf(exchanger, "Overall Heat Transfer Coefficient");
+    const Number area = ValueOf(exchanger, "Area");
+    if (coefficient && area) sheet.Real(names::kUA, internal_unit::ua, *coefficient * *area);
 }
 
 // The states between the zones of a heater, of which the file tells the last one alone.
-void ReadZones(Reading& reading, XmlNode node, ObjectSheet& sheet) {
-    const Number outlet = ReadNumber(reading, node.Child("OutletVaporFraction"));
+void WriteZones(const ObjectData& heater, ObjectSheet& sheet) {
+    const Number outlet = ValueOf(heater, "Product Vapour Fraction");
     if (outlet) sheet.Numbers("Zone vapour frac", none, {outlet});
 }
 
@@ -103,9 +105,9 @@ void ReadUnit(Reading& reading, const FlowsheetFile& file, XmlNode root, const F
     } else if (unit.word == "Compressor") {
         sheet.Text(names::kIsCompressor, "YES");
     } else if (unit.word == "Heater" || unit.word == "Cooler") {
-        ReadZones(reading, unit.node, sheet);
+        WriteZones(object, sheet);
     } else if (unit.word == "HeatExchanger") {
-        WriteConductance(reading, unit.node, sheet);
+        WriteConductance(object, sheet);
     }
 }
 

@@ -248,6 +248,16 @@ TEST(UnitOperations, DefaultsThatAreNotInUseAreEmpty) {
     }
 }
 
+TEST(UnitOperations, ExchangersHaveTheProductOfCoefficientAndArea) {
+    const auto data =
+        ReadUnit("HeatExchanger", "<OverallCoefficient>500</OverallCoefficient><Area>2</Area>");
+    const ValueData* conductance = FindValue(FindObject(*data, "U"), "UA");
+    ASSERT_TRUE(conductance);
+    EXPECT_DOUBLE_EQ(conductance->number, 1000 * 3.6);  // W/K, in kJ/(C h)
+    const auto half = ReadUnit("HeatExchanger", "<Area>2</Area>");
+    EXPECT_FALSE(FindValue(FindObject(*half, "U"), "UA"));
+}
+
 TEST(UnitOperations, HeatersHaveTheStateBehindTheirOneZone) {
     for (const char* word : {"Heater", "Cooler"}) {
         const auto data = ReadUnit(word, "<OutletVaporFraction>0.5</OutletVaporFraction>");
