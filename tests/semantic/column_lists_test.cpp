@@ -662,6 +662,7 @@ TEST_F(ColumnSideDraws, are_liquid_then_vapour_then_water) {
     EXPECT_EQ("Elem0 of Vapour Draw: V1, Elem0 of Vapour Draws", Draw(2));
     EXPECT_EQ("Elem1 of Vapour Draw: V2, Elem-1 of Water Draws", Draw(3)) << "no section draws it";
     EXPECT_EQ("Elem0 of Water Draw: W1, Elem2 of Water Draws", Draw(4));
+    EXPECT_EQ("Elem1 of Water Draw: (NULL), (unset) of (unset)", Draw(5)) << "behind the last";
 }
 
 TEST_F(ColumnSideDraws, an_entry_without_a_stream_is_not_counted_but_takes_a_place) {
@@ -750,6 +751,17 @@ TEST(ColumnStageRows, without_a_stage_an_element_stays_and_knows_its_component) 
         EXPECT_EQ("Case.Main.T-100", Place(*it)) << row.name;
         EXPECT_EQ("Methane", Variable(*it, "ColumnComponentID")) << row.name;
     }
+}
+
+TEST(ColumnStageRows, an_id_that_is_a_number_becomes_its_text) {
+    ColumnTree column;
+    AddInletComposition(column);
+    const NamePath row = {"Inlet Stream Stages", "4_Main", "Naphtha", "Comp Mole Frac",
+                          "row of Ethane"};
+    Below(column.node, row).Set("id", 12);
+    Ref<FIIterator> it = column.Iterate();
+    Call(CTLiquidFromComposition, it.Get(), nullptr, 1);
+    EXPECT_EQ("12", Variable(*it, "ColumnComponentID"));
 }
 
 // Each removal takes one level of the way to the id away.

@@ -115,6 +115,14 @@ TEST(ReactionRank, is_cleared_where_there_is_none) {
     }
 }
 
+TEST(ReactionSet, an_id_that_is_a_number_becomes_its_text) {
+    ReactionSet set({"Reforming"}, {"Combustion"}, {});
+    Below(set.node, {"ActiveReactionList", "ActiveReaction"}).Set("value", 7);
+    Below(set.node, {"InactiveReactionList", "InactiveReaction"}).Set("value", 2.5);
+    EXPECT_EQ(OfSet("7", true, "(NULL)"), ElementOf(set, CTActiveReactions, 0).variables);
+    EXPECT_EQ(OfSet("2.5", false, "(NULL)"), ElementOf(set, CTActiveReactions, 1).variables);
+}
+
 // ---- Reactors
 
 const NamePath kSets = {"Basis", "ReactionPackage", "ReactionSetList"};
