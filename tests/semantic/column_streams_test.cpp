@@ -13,11 +13,6 @@ namespace {
 constexpr int kColumnDepth = 2;
 constexpr char kColumn[] = "Case.Main.T-100";
 
-// Position and depth of an iterator after a step.
-std::string At(FIIteratorBase& it) {
-    return Place(it) + " at " + std::to_string(it.Depth());
-}
-
 const std::string kUnmoved = std::string(kColumn) + " at 2";
 
 void AddVessels(ColumnTree& column) {

@@ -115,10 +115,6 @@ const NamedFunction& NamedOf(Function function) {
     throw std::invalid_argument("a function without a name");
 }
 
-std::string At(FIIteratorBase& it) {
-    return Place(it) + " at " + std::to_string(it.Depth());
-}
-
 // ---- Outcomes
 
 using Outcomes = std::vector<const char*>;

@@ -49,6 +49,11 @@ inline std::string Place(FIIteratorBase& it) {
     return path.ToText();
 }
 
+// Place and depth.
+inline std::string At(FIIteratorBase& it) {
+    return Place(it) + " at " + std::to_string(it.Depth());
+}
+
 inline std::string NameAt(FIIteratorBase& it) {
     FIValue name;
     it.GetName(name);
