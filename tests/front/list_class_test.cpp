@@ -49,6 +49,7 @@ const ListRow kLists[] = {
     {"MIX-100", "", "MaterialProduct", "QSIMaterialPort", "PortName"},
     {"E-100", "", "EnergyProduct", "QSIEnergyPort", "PortName"},
     {"K-100", "", "EnergyFeed", "QSIEnergyPort", "PortName"},
+    {"K-100", ".CurveSet", "Curve", "QSIComprPerformanceCurve", "Speed"},
     {"EX-100", ".CurveSet", "Curve", "QSIComprPerformanceCurve", "Speed"},
     {"E-101", "", "Nozzle", "QSIExchangeNozzle", "Diameter"},
     {"E-101", "", "Zone", "QSIExchangeZone", "UA"},
