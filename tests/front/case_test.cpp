@@ -75,7 +75,8 @@ TEST_F(ModuleOnCase, shows_the_levels_of_the_raw_tree) {
     EXPECT_EQ(Names({"Feed", "Heat"}), Children("appModel.FlowSheetObjects.Streams"));
     EXPECT_EQ(Names({"E-100"}), Children("appModel.FlowSheetObjects.UnitOps"));
     EXPECT_EQ(Names({"Envelope"}), Children("appModel.FlowSheetObjects.Utilities"));
-    EXPECT_EQ(Names({"Temperature", "Pressure", "Notes"}),
+    EXPECT_EQ(Names({"Temperature", "Pressure", "Notes", "Upstream Unit Operations",
+                     "Downstream Unit Operations"}),
               Children("appModel.FlowSheetObjects.Streams.Feed"));
 }
 

@@ -26,6 +26,7 @@ class Nodes : public NeutralModule {
  protected:
     // Compares at the node and at all below it.
     void CompareBelow(FIIteratorBase& node) {
+        if (node.Depth() >= depth_) return;
         const Iterator walker = Iterator::Adopt(node.Copy());
         const Iterator at_last = Iterator::Adopt(node.Copy());
         const bool has_children = walker->DownFirst();
@@ -80,6 +81,7 @@ class Nodes : public NeutralModule {
         return parents_;
     }
 
+    int depth_ = 1000;
     int parents_ = 0;
 };
 
@@ -105,6 +107,8 @@ class NodesOf : public Nodes, public testing::WithParamInterface<const char*> {
 };
 
 TEST_P(NodesOf, the_raw_view_end_where_down_last_goes) {
+    // Streams and unit operations lead to each other.
+    depth_ = 8;
     EXPECT_LT(100, CountParents(top_));
 }
 

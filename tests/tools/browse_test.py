@@ -23,7 +23,12 @@ Feed 1  (MaterialStreamObject)
   Dot.ted = 3.5
   Say &quot;so&quot; = 4.5
   Third = 0.333333333333
+  Upstream Unit Operations  (Array)
+    Elem0 -> (none)
+  Downstream Unit Operations  (Array)
+    Elem0 -> (none)
 """
+NO_LINK = [{"name": "Elem0", "type": "Attachment", "value": None, "uom": None}]
 
 
 RING_TREE = """\
@@ -132,7 +137,9 @@ class Browse(ProgramTest):
             {"name": "Feed.2", "type": "MaterialStreamObject", "children": [
                 {"name": "Temperature", "type": "Real", "value": -40, "uom": "C"},
                 {"name": "Pressure", "type": "Real", "value": 100, "uom": "kPa"},
-                {"name": "Vapour Fraction", "type": "Real", "value": 0.5, "uom": None}]},
+                {"name": "Vapour Fraction", "type": "Real", "value": 0.5, "uom": None},
+                {"name": "Upstream Unit Operations", "type": "Array", "children": NO_LINK},
+                {"name": "Downstream Unit Operations", "type": "Array", "children": NO_LINK}]},
             json.loads(result.out))
 
     def test_attrs(self):

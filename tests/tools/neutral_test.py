@@ -68,7 +68,7 @@ class Neutral(ProgramTest):
         return self.check(run("get", "demo", "--neutral", *arguments), DONE, err="").lines
 
     def test_paths_begin_below_the_root_class(self):
-        self.check(run("ls", "demo", "--neutral"), DONE, "Flowsheet\n", "")
+        self.check(run("ls", "demo", "--neutral"), DONE, "Flowsheet\nReactionPackage\n", "")
         self.check(run("ls", "demo"), DONE, "appModel\nQSI Published Variables\nPublished Variables\n", "")
 
     def test_elements_are_listed_with_their_keys(self):
@@ -193,7 +193,11 @@ class Neutral(ProgramTest):
         self.check(run("ls", "demo", "--neutral"), DONE)
         self.assertFalse(os.path.exists("QSIErrors.log"))
         self.check(run("ls", "demo", "--neutral", "--log", log), DONE)
-        self.assertIn("Failed to find CCDM Resource: QSIColumn.xml", log.read_text())
+        self.assertFalse(log.exists(), "the shipped files give no message")
+        short = self.folder / "short.xml"
+        short.write_text('<QZClassLibrary Name="Short" Format="1"/>')
+        self.check(run("ls", "demo", "--neutral", "--library", short, "--log", log), UNREADABLE)
+        self.assertIn("could not find class type QSISimulation", log.read_text())
 
     def test_the_views_end(self):
         for case in ["demo", *sorted(CASES.glob("*.dwxmz"))]:

@@ -56,7 +56,7 @@ class Report(ProgramTest):
     def test_tables_are_in_the_units_of_a_set(self):
         for units, temperature, pressure in (("Process", (30, "C"), (6000, "kPa")),
                                              ("SI", (303.15, "K"), (6000000, "Pa")),
-                                             ("field", (86, "F"), (870.226422, "psia"))):
+                                             ("field", (86, "F"), (870.226422, "psi"))):
             with self.subTest(units):
                 result = self.check(run("report", "demo", "--json", "--units", units), err="")
                 cells = self.table(records_of(result), "streams")["Raw Gas"]

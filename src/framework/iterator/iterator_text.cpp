@@ -45,6 +45,13 @@ void AppendVariable(int level, const VarMap::Variable& variable, FIValue& out) {
     out.AppendText("\"\n");
 }
 
+// A number is quoted like a text: the point in 3.5 would end the step when the path is read back.
+void AppendKey(const FIValue& key, FIValue& out) {
+    FIValue text;
+    if (key.Kind() == FIValue::kReal) text.AppendValue(key);
+    out.AppendValue(text.IsNull() ? key : text, true);
+}
+
 }  // namespace
 
 void FIIterator::NameText(char* buffer, int size) {
@@ -78,7 +85,7 @@ void FIIterator::GetKeyText(int level, FIValue& out) {
         FIValue value;
         key->GetAttribute(value_name, value);
         if (!out.IsNull()) out.AppendText(", ");
-        out.AppendValue(value, true);
+        AppendKey(value, out);
     }
 }
 
