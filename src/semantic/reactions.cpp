@@ -116,7 +116,7 @@ void SetReactionOfSet(FIIteratorBase& it, int index) {
     const Ref<FIIteratorBase> walker = CopyOf(it);
     if (!SeekNames(*walker, {half.list, half.reaction})) return;
     if (!NextTimes(*walker, is_active ? index : index - active)) return;
-    it.SetVarText("RxnID", ReadValue(*walker));
+    it.SetVarText("RxnID", semantic::AsText(ReadValue(*walker)));
     SetElementIndex(it, "RxnActive", is_active);
 }
 

@@ -59,10 +59,10 @@ class SemanticCase : public testing::Test {
     // "Methane 0.75" of the row to which a step leads, "(none)" when there is none.
     static std::string RowAt(FIIteratorBase& it, SemanticFunction step) {
         const int depth = it.Depth();
-        if (!step(&it, 0)) return "(none)";
+        if (!Call(step, &it, 0)) return "(none)";
         EXPECT_EQ(depth, it.Depth());
         NodeRef row = NodeRef::Adopt(it.Copy());
-        EXPECT_TRUE(step(row.Get(), 1));
+        EXPECT_TRUE(Call(step, row.Get(), 1));
         FIValue value;
         row->GetAttribute(FIValue("value"), value);
         char text[64];
@@ -116,7 +116,7 @@ TEST_F(SemanticCase, expanders_and_compressors_are_told_apart) {
     for (const auto& [index, word] : {std::pair{3, "NO"}, {6, "YES"}}) {
         NodeRef it = Flowsheet();
         FIValue subclass;
-        CTUnitOperations(it.Get(), &subclass, index);
+        Call(CTUnitOperations, it.Get(), &subclass, index);
         EXPECT_EQ(word, Variable(*it, "IsCompressor")) << NameAt(*it);
     }
 }
@@ -124,16 +124,16 @@ TEST_F(SemanticCase, expanders_and_compressors_are_told_apart) {
 TEST_F(SemanticCase, a_stream_has_a_row_for_each_component) {
     Open("demo");
     NodeRef it = Stream("Raw Gas");
-    ASSERT_EQ(8, CTComponentArray(it.Get(), nullptr, kCountIndex));
-    EXPECT_EQ(8, CTPhaseComponentArray(it.Get(), nullptr, kCountIndex));
-    CTComponentArray(it.Get(), nullptr, 2);
+    ASSERT_EQ(8, Call(CTComponentArray, it.Get(), nullptr, kCountIndex));
+    EXPECT_EQ(8, Call(CTPhaseComponentArray, it.Get(), nullptr, kCountIndex));
+    Call(CTComponentArray, it.Get(), nullptr, 2);
     EXPECT_EQ("Methane 0.7500", RowAt(*it, CTComponent));
     EXPECT_EQ("Methane 0.7500", RowAt(*it, CTMoleFraction));
     // 0.75 * 16.0428 / 22.258
     EXPECT_EQ("Methane 0.5406", RowAt(*it, CTMassFraction));
     EXPECT_EQ("(none)", RowAt(*it, CTKVL2));
 
-    CTPhaseComponentArray(it.Get(), nullptr, 2);
+    Call(CTPhaseComponentArray, it.Get(), nullptr, 2);
     EXPECT_EQ("(none)", RowAt(*it, CTPhaseMoleFraction));
     it->SetVarText("PhaseName", "Overall");
     EXPECT_EQ("Methane 0.7500", RowAt(*it, CTPhaseMoleFraction));
@@ -144,8 +144,8 @@ TEST_F(SemanticCase, a_stream_has_a_row_for_each_component) {
 TEST_F(SemanticCase, a_segment_lies_behind_the_cells_of_those_before_it) {
     Open("demo");
     NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.PL-100");
-    ASSERT_EQ(3, CTPipeSegment(it.Get(), nullptr, kCountIndex));
-    CTPipeSegment(it.Get(), nullptr, 2);
+    ASSERT_EQ(3, Call(CTPipeSegment, it.Get(), nullptr, kCountIndex));
+    Call(CTPipeSegment, it.Get(), nullptr, 2);
     EXPECT_EQ("INT 7", Variable(*it, "SegStartCell"));
     EXPECT_EQ("INT 5", Variable(*it, "SegNumCell"));
     ASSERT_TRUE(it->SeekPath(FIValue("\"Pipe Length\".%SegElemNum")));
@@ -155,10 +155,10 @@ TEST_F(SemanticCase, a_segment_lies_behind_the_cells_of_those_before_it) {
 TEST_F(SemanticCase, a_compressor_has_its_curves) {
     Open("demo");
     NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.K-100");
-    ASSERT_EQ(2, CTComprPerfCurve(it.Get(), nullptr, kCountIndex));
-    CTComprPerfCurve(it.Get(), nullptr, 1);
+    ASSERT_EQ(2, Call(CTComprPerfCurve, it.Get(), nullptr, kCountIndex));
+    Call(CTComprPerfCurve, it.Get(), nullptr, 1);
     EXPECT_EQ("High Speed", Read(*it, "value"));
-    EXPECT_EQ(3, CTPerfCurvePoint(it.Get(), nullptr, kCountIndex));
+    EXPECT_EQ(3, Call(CTPerfCurvePoint, it.Get(), nullptr, kCountIndex));
 }
 
 TEST_F(SemanticCase, reactions_of_the_package_have_classes) {
@@ -175,11 +175,11 @@ TEST_F(SemanticCase, reactions_of_the_package_have_classes) {
                         {"Reaction", "QSIEquilibriumReaction"}}),
               ReadList(CTReactions, *it));
     FIValue subclass;
-    CTReactions(it.Get(), &subclass, 0);
-    ASSERT_EQ(2, CTReactionDenominatorTerm(it.Get(), nullptr, kCountIndex));
-    ASSERT_EQ(4, CTReactionComponentOrder(it.Get(), nullptr, kCountIndex));
-    CTReactionDenominatorTerm(it.Get(), nullptr, 1);
-    CTReactionComponentOrder(it.Get(), nullptr, 1);
+    Call(CTReactions, it.Get(), &subclass, 0);
+    ASSERT_EQ(2, Call(CTReactionDenominatorTerm, it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(4, Call(CTReactionComponentOrder, it.Get(), nullptr, kCountIndex));
+    Call(CTReactionDenominatorTerm, it.Get(), nullptr, 1);
+    Call(CTReactionComponentOrder, it.Get(), nullptr, 1);
     EXPECT_EQ("REAL 0.0004", Variable(*it, "A"));
     EXPECT_EQ("REAL 61000", Variable(*it, "E"));
     EXPECT_EQ("REAL 1", Variable(*it, "exponent"));
@@ -189,16 +189,16 @@ TEST_F(SemanticCase, reactions_of_the_package_have_classes) {
 TEST_F(SemanticCase, a_set_lists_its_reactions_with_ranks) {
     Open("demo");
     NodeRef it = FromTop("appModel.Basis.ReactionPackage.ReactionSetList.ReactionSet");
-    ASSERT_EQ(3, CTActiveReactions(it.Get(), nullptr, kCountIndex));
-    CTActiveReactions(it.Get(), nullptr, 1);
+    ASSERT_EQ(3, Call(CTActiveReactions, it.Get(), nullptr, kCountIndex));
+    Call(CTActiveReactions, it.Get(), nullptr, 1);
     EXPECT_EQ("Shift", Variable(*it, "RxnID"));
     EXPECT_EQ("INT 1", Variable(*it, "RxnActive"));
     EXPECT_EQ("REAL 1", Variable(*it, "RxnRank"));
-    CTActiveReactions(it.Get(), nullptr, 2);
+    Call(CTActiveReactions, it.Get(), nullptr, 2);
     EXPECT_EQ("Combustion", Variable(*it, "RxnID"));
     EXPECT_EQ("INT 0", Variable(*it, "RxnActive"));
     EXPECT_EQ("REAL 2", Variable(*it, "RxnRank"));
-    CTActiveReactions(it.Get(), nullptr, 3);
+    Call(CTActiveReactions, it.Get(), nullptr, 3);
     EXPECT_EQ("Combustion", Variable(*it, "RxnID")) << "there is no fourth one";
     EXPECT_EQ("(NULL)", Variable(*it, "RxnRank"));
 }
@@ -206,17 +206,17 @@ TEST_F(SemanticCase, a_set_lists_its_reactions_with_ranks) {
 TEST_F(SemanticCase, a_reactor_names_the_reactions_of_its_set) {
     Open("demo");
     NodeRef it = FromTop("appModel.FlowSheetObjects.UnitOps.ERV-100");
-    ASSERT_EQ(2, CTLocalReaction(it.Get(), nullptr, kCountIndex));
-    CTLocalReaction(it.Get(), nullptr, 0);
+    ASSERT_EQ(2, Call(CTLocalReaction, it.Get(), nullptr, kCountIndex));
+    Call(CTLocalReaction, it.Get(), nullptr, 0);
     EXPECT_EQ("Propane Disproportionation", Variable(*it, "RxnName"));
-    CTLocalReaction(it.Get(), nullptr, 1);
+    Call(CTLocalReaction, it.Get(), nullptr, 1);
     EXPECT_EQ("Butane Disproportionation", Variable(*it, "RxnName"));
 
     it = FromTop("appModel.FlowSheetObjects.UnitOps.GBR-100");
-    ASSERT_EQ(8, CTGibbsFlowSpec(it.Get(), nullptr, kCountIndex));
-    CTGibbsFlowSpec(it.Get(), nullptr, 2);
+    ASSERT_EQ(8, Call(CTGibbsFlowSpec, it.Get(), nullptr, kCountIndex));
+    Call(CTGibbsFlowSpec, it.Get(), nullptr, 2);
     EXPECT_EQ("Methane", Variable(*it, "GibbsFlowSpecComponentName"));
-    CTReactantBalance(it.Get(), nullptr, 7);
+    Call(CTReactantBalance, it.Get(), nullptr, 7);
     EXPECT_EQ("H2O", Variable(*it, "CompName"));
 }
 
@@ -224,12 +224,12 @@ TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {
     Open("demo");
     NodeRef it = Flowsheet();
     FIValue subclass;
-    CTUnitOperations(it.Get(), &subclass, 11);
+    Call(CTUnitOperations, it.Get(), &subclass, 11);
     ASSERT_EQ("T-100", NameAt(*it));
-    ASSERT_EQ(12, CTColumnStages(it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(12, Call(CTColumnStages, it.Get(), nullptr, kCountIndex));
     std::string kinds;
     for (int stage = 0; stage < 12; ++stage) {
-        CTColumnStages(it.Get(), nullptr, stage);
+        Call(CTColumnStages, it.Get(), nullptr, stage);
         kinds += Variable(*it, "IsCondenser") == "INT 1"  ? 'C'
                  : Variable(*it, "IsReboiler") == "INT 1" ? 'R'
                  : Variable(*it, "IsFeed") == "INT 1"     ? 'F'
@@ -239,11 +239,11 @@ TEST_F(SemanticCase, a_column_has_its_stages_and_leads_to_its_products) {
     for (const auto& [step, stream] :
          {std::pair{&CTCondDistillate, "Distillate"}, {&CTRebLiquid, "Bottoms"}}) {
         NodeRef at = NodeRef::Adopt(it->Copy());
-        EXPECT_TRUE(step(at.Get(), 1)) << stream;
+        EXPECT_TRUE(Call(step, at.Get(), 1)) << stream;
         EXPECT_EQ(stream, NameAt(*at));
         EXPECT_EQ("MaterialStreamObject", Read(*at, "type"));
     }
-    EXPECT_FALSE(CTCondVapor(it.Get(), 0)) << "nothing leaves the condenser as vapour";
+    EXPECT_FALSE(Call(CTCondVapor, it.Get(), 0)) << "nothing leaves the condenser as vapour";
 }
 
 TEST_F(SemanticCase, a_recorded_column_has_its_bottom_stage) {
@@ -256,14 +256,14 @@ TEST_F(SemanticCase, a_recorded_column_has_its_bottom_stage) {
     EXPECT_EQ((Elements{{"HX-1", "QSIHeatExchanger"}, {"T-101", "QSIDistillationColumn"}}),
               ReadList(CTUnitOperations, *it));
     FIValue subclass;
-    CTUnitOperations(it.Get(), &subclass, 1);
+    Call(CTUnitOperations, it.Get(), &subclass, 1);
     // It was drawn with 30 stages, the condenser and the reboiler among them.
     EXPECT_EQ("INT 29", Variable(*it, "Bottom"));
     EXPECT_EQ(
         "raw feed, hot utility, preheated feed, utility out, benzene product, toluene product",
         NamesOf(ReadList(CTStreams, *Flowsheet())));
     NodeRef feed = Stream("raw feed");
-    CTComponentArray(feed.Get(), nullptr, 1);
+    Call(CTComponentArray, feed.Get(), nullptr, 1);
     EXPECT_EQ("Toluene 0.5000", RowAt(*feed, CTMoleFraction));
 }
 

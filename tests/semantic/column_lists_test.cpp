@@ -210,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(Columns, ColumnList, testing::ValuesIn(kLists), NameOfR
 TEST_P(ColumnList, counts_and_stays) {
     Ref<FIIterator> it = Iterate(true);
     FIValue subclass;
-    EXPECT_EQ(3, GetParam().function(it.Get(), &subclass, kCountIndex));
+    EXPECT_EQ(3, Call(GetParam().function, it.Get(), &subclass, kCountIndex));
     EXPECT_EQ(kColumnDepth, it->Depth());
     EXPECT_EQ("Case.Main.T-100", Place(*it));
     EXPECT_THAT(SetBy(*it), IsEmpty());
@@ -220,7 +220,7 @@ TEST_P(ColumnList, counts_and_stays) {
 TEST_P(ColumnList, is_empty_where_there_is_nothing) {
     Ref<FIIterator> it = Iterate(false);
     FIValue subclass;
-    EXPECT_EQ(0, GetParam().function(it.Get(), &subclass, kCountIndex));
+    EXPECT_EQ(0, Call(GetParam().function, it.Get(), &subclass, kCountIndex));
     EXPECT_EQ(kColumnDepth, it->Depth());
     EXPECT_EQ("Case.Main.T-100", Place(*it));
     EXPECT_THAT(SetBy(*it), IsEmpty());
@@ -229,7 +229,7 @@ TEST_P(ColumnList, is_empty_where_there_is_nothing) {
 TEST_P(ColumnList, an_element_is_its_place_and_its_variables) {
     Ref<FIIterator> it = Iterate(true);
     FIValue subclass;
-    EXPECT_EQ(1, GetParam().function(it.Get(), &subclass, 1));
+    EXPECT_EQ(1, Call(GetParam().function, it.Get(), &subclass, 1));
     const std::string place = GetParam().place;
     EXPECT_EQ("Case.Main.T-100" + place, Place(*it));
     EXPECT_EQ(kColumnDepth + std::count(place.begin(), place.end(), '.'), it->Depth());
@@ -240,7 +240,7 @@ TEST_P(ColumnList, an_element_is_its_place_and_its_variables) {
 TEST_P(ColumnList, an_element_where_there_is_nothing_leaves_the_rest_unset) {
     Ref<FIIterator> it = Iterate(false);
     FIValue subclass;
-    EXPECT_EQ(1, GetParam().function(it.Get(), &subclass, 1));
+    EXPECT_EQ(1, Call(GetParam().function, it.Get(), &subclass, 1));
     EXPECT_EQ(kColumnDepth, it->Depth());
     EXPECT_EQ("Case.Main.T-100", Place(*it));
     EXPECT_EQ(GetParam().bare_element, SetBy(*it));
@@ -261,7 +261,7 @@ RecordedList& Recorded() {
 
 int RecordedFunction(FIIteratorBase* it, FIValue* subclass, int index) {
     Recorded().calls.push_back(index);
-    return Recorded().function(it, subclass, index);
+    return Call(Recorded().function, it, subclass, index);
 }
 
 class ColumnListWalk : public ColumnList {
@@ -336,7 +336,7 @@ TEST(NumberedColumnList, is_as_long_as_a_number_says) {
             ColumnTree column;
             column.Set({row.number}, each.number);
             Ref<FIIterator> it = column.Iterate();
-            EXPECT_EQ(each.read + row.more, row.function(it.Get(), nullptr, kCountIndex))
+            EXPECT_EQ(each.read + row.more, Call(row.function, it.Get(), nullptr, kCountIndex))
                 << row.name << " of " << Shown(each.number);
             EXPECT_EQ(kColumnDepth, it->Depth()) << row.name;
             const int kept = (each.read + row.more) % 256;
@@ -348,7 +348,7 @@ TEST(NumberedColumnList, is_as_long_as_a_number_says) {
 TEST(ColumnStages, more_trays_than_there_are_numbers_wrap) {
     ColumnTree column;
     column.Set({"Number of Trays"}, FIValue::OfInt(2147483647));
-    EXPECT_EQ(-2147483647, CTColumnStages(column.Iterate().Get(), nullptr, kCountIndex));
+    EXPECT_EQ(-2147483647, Call(CTColumnStages, column.Iterate().Get(), nullptr, kCountIndex));
 }
 
 // ---- Kinds of stages
@@ -397,7 +397,7 @@ class ColumnStageKinds : public testing::Test {
     }
     std::string Kind(int stage) {
         Ref<FIIterator> it = column_.Iterate();
-        EXPECT_EQ(stage, CTColumnStages(it.Get(), nullptr, stage));
+        EXPECT_EQ(stage, Call(CTColumnStages, it.Get(), nullptr, stage));
         EXPECT_EQ("Case.Main.T-100", Place(*it));
         EXPECT_EQ("INT " + std::to_string(stage), Variable(*it, "StageElemNo"));
         return KindOf(*it);
@@ -443,7 +443,7 @@ TEST_F(ColumnStageKinds, are_none_without_the_profiles) {
     for (const char* flag : {"IsCondenser", "IsReboiler", "IsFeed", "IsDraw", "IsReturn"}) {
         it->SetVarText(flag, FIValue::OfInt(1));
     }
-    CTColumnStages(it.Get(), nullptr, 0);
+    Call(CTColumnStages, it.Get(), nullptr, 0);
     EXPECT_EQ(".....", KindOf(*it));
     EXPECT_EQ(kColumnDepth, it->Depth());
 }
@@ -509,7 +509,7 @@ class ColumnFeeds : public testing::Test {
         return AddList("Inlet Stream Stages");
     }
     Variables Feed(FIIteratorBase& it, int index) {
-        EXPECT_EQ(index, CTColumnFeeds(&it, nullptr, index));
+        EXPECT_EQ(index, Call(CTColumnFeeds, &it, nullptr, index));
         EXPECT_EQ("Case.Main.T-100", Place(it));
         return SetOf(it, {"FeedElemNum", "FeedName", "FeedStage"});
     }
@@ -521,7 +521,7 @@ class ColumnFeeds : public testing::Test {
 TEST_F(ColumnFeeds, are_all_inlets_but_the_last) {
     for (int inlets = 0; inlets < 4; ++inlets) {
         EXPECT_EQ(std::max(inlets - 1, 0),
-                  CTColumnFeeds(column_.Iterate().Get(), nullptr, kCountIndex))
+                  Call(CTColumnFeeds, column_.Iterate().Get(), nullptr, kCountIndex))
             << inlets;
         AddInlet(FIValue("Naphtha"));
     }
@@ -635,11 +635,11 @@ class ColumnSideDraws : public testing::Test {
             for (const FIValue& draw : draws) names.Add("Draw").Set("value", draw);
         }
     }
-    int Count() { return CTColumnSideDraws(column_.Iterate().Get(), nullptr, kCountIndex); }
+    int Count() { return Call(CTColumnSideDraws, column_.Iterate().Get(), nullptr, kCountIndex); }
     // "Elem0 of Liquid Draw: Kerosene, Elem1 of Liquid Draws".
     std::string Draw(int index) {
         Ref<FIIterator> it = column_.Iterate();
-        EXPECT_EQ(index, CTColumnSideDraws(it.Get(), nullptr, index));
+        EXPECT_EQ(index, Call(CTColumnSideDraws, it.Get(), nullptr, index));
         EXPECT_EQ("Case.Main.T-100", Place(*it));
         return Variable(*it, "DrawElemNum") + " of " + Variable(*it, "Draw") + ": " +
                Variable(*it, "StreamId") + ", " + Variable(*it, "DrawsElemNum") + " of " +
@@ -662,6 +662,7 @@ TEST_F(ColumnSideDraws, are_liquid_then_vapour_then_water) {
     EXPECT_EQ("Elem0 of Vapour Draw: V1, Elem0 of Vapour Draws", Draw(2));
     EXPECT_EQ("Elem1 of Vapour Draw: V2, Elem-1 of Water Draws", Draw(3)) << "no section draws it";
     EXPECT_EQ("Elem0 of Water Draw: W1, Elem2 of Water Draws", Draw(4));
+    EXPECT_EQ("Elem1 of Water Draw: (NULL), (unset) of (unset)", Draw(5)) << "behind the last";
 }
 
 TEST_F(ColumnSideDraws, an_entry_without_a_stream_is_not_counted_but_takes_a_place) {
@@ -677,10 +678,10 @@ TEST_F(ColumnSideDraws, one_without_a_stream_does_not_keep_the_stream_of_the_one
     column_.SetArray({"Liquid Draw"}, {FIValue("L1"), FIValue(), FIValue("L3")});
     column_.beside.Add("L1");
     Ref<FIIterator> it = column_.Iterate();
-    CTColumnSideDraws(it.Get(), nullptr, 0);
-    EXPECT_TRUE(CTSideDrawFluid(it.Get(), 0));
-    CTColumnSideDraws(it.Get(), nullptr, 1);
-    EXPECT_FALSE(CTSideDrawFluid(it.Get(), 0));
+    Call(CTColumnSideDraws, it.Get(), nullptr, 0);
+    EXPECT_TRUE(Call(CTSideDrawFluid, it.Get(), 0));
+    Call(CTColumnSideDraws, it.Get(), nullptr, 1);
+    EXPECT_FALSE(Call(CTSideDrawFluid, it.Get(), 0));
 }
 
 TEST_F(ColumnSideDraws, sections_are_counted_from_the_first_one_with_or_without_draws) {
@@ -712,12 +713,13 @@ TEST(ColumnStageRows, are_as_many_as_the_first_stage_has) {
         ScriptNode& stages = Below(column.node, row.path);
         Ref<FIIterator> it = column.Iterate();
         it->SetVarText("StageElemNo", FIValue::OfInt(1));
-        EXPECT_EQ(0, row.function(it.Get(), nullptr, kCountIndex)) << row.name << ": no stage";
+        EXPECT_EQ(0, Call(row.function, it.Get(), nullptr, kCountIndex))
+            << row.name << ": no stage";
         ScriptNode& first = stages.Add("Condenser");
         AddArray(stages, {"1_Main"}, {"a", "b", "c"});
-        EXPECT_EQ(0, row.function(it.Get(), nullptr, kCountIndex)) << row.name << ": no row";
+        EXPECT_EQ(0, Call(row.function, it.Get(), nullptr, kCountIndex)) << row.name << ": no row";
         AddArray(first, {}, {"a", "b"});
-        EXPECT_EQ(2, row.function(it.Get(), nullptr, kCountIndex)) << row.name;
+        EXPECT_EQ(2, Call(row.function, it.Get(), nullptr, kCountIndex)) << row.name;
         EXPECT_EQ(kColumnDepth, it->Depth()) << row.name;
     }
 }
@@ -733,7 +735,7 @@ TEST(ColumnStageRows, an_element_is_that_of_the_selected_stage) {
         for (const auto& [stage, place] : stages) {
             Ref<FIIterator> it = column.Iterate();
             it->SetVarText("StageElemNo", stage);
-            EXPECT_EQ(2, row.function(it.Get(), nullptr, 2)) << row.name;
+            EXPECT_EQ(2, Call(row.function, it.Get(), nullptr, 2)) << row.name;
             EXPECT_EQ(std::string("Case.Main.T-100") + row.place + place, Place(*it)) << row.name;
             EXPECT_EQ("Water", Variable(*it, "ColumnComponentID")) << row.name;
         }
@@ -745,10 +747,21 @@ TEST(ColumnStageRows, without_a_stage_an_element_stays_and_knows_its_component) 
         ColumnTree column;
         AddRows(column, row.path);
         Ref<FIIterator> it = column.Iterate();
-        EXPECT_EQ(0, row.function(it.Get(), nullptr, 0)) << row.name;
+        EXPECT_EQ(0, Call(row.function, it.Get(), nullptr, 0)) << row.name;
         EXPECT_EQ("Case.Main.T-100", Place(*it)) << row.name;
         EXPECT_EQ("Methane", Variable(*it, "ColumnComponentID")) << row.name;
     }
+}
+
+TEST(ColumnStageRows, an_id_that_is_a_number_becomes_its_text) {
+    ColumnTree column;
+    AddInletComposition(column);
+    const NamePath row = {"Inlet Stream Stages", "4_Main", "Naphtha", "Comp Mole Frac",
+                          "row of Ethane"};
+    Below(column.node, row).Set("id", 12);
+    Ref<FIIterator> it = column.Iterate();
+    Call(CTLiquidFromComposition, it.Get(), nullptr, 1);
+    EXPECT_EQ("12", Variable(*it, "ColumnComponentID"));
 }
 
 // Each removal takes one level of the way to the id away.
@@ -770,7 +783,7 @@ TEST(ColumnStageRows, a_component_that_the_first_inlet_lacks_has_no_id) {
             Below(column.node, path).RemoveChild(child);
             Ref<FIIterator> it = column.Iterate();
             it->SetVarText("StageElemNo", FIValue::OfInt(1));
-            EXPECT_EQ(1, row.function(it.Get(), nullptr, 1)) << row.name;
+            EXPECT_EQ(1, Call(row.function, it.Get(), nullptr, 1)) << row.name;
             EXPECT_EQ(std::string("Case.Main.T-100") + row.place + ".1_Main.Elem1", Place(*it));
             EXPECT_EQ("(unset)", Variable(*it, "ColumnComponentID")) << row.name << child;
         }
@@ -790,11 +803,11 @@ TEST(ColumnNozzles, are_those_of_the_own_vessel) {
         ColumnTree column;
         AddVessel(column, each.other, "Nozzle Diameter");
         Ref<FIIterator> it = column.Iterate();
-        EXPECT_EQ(0, each.function(it.Get(), nullptr, kCountIndex)) << each.vessel;
+        EXPECT_EQ(0, Call(each.function, it.Get(), nullptr, kCountIndex)) << each.vessel;
         column.Set({"Vessels", "Elem2", "Object Name"}, each.vessel);
-        EXPECT_EQ(0, each.function(it.Get(), nullptr, kCountIndex)) << each.vessel;
+        EXPECT_EQ(0, Call(each.function, it.Get(), nullptr, kCountIndex)) << each.vessel;
         column.SetArray({"Vessels", "Elem2", "Nozzle Diameter"}, {FIValue(), FIValue()});
-        EXPECT_EQ(2, each.function(it.Get(), nullptr, kCountIndex)) << each.vessel;
+        EXPECT_EQ(2, Call(each.function, it.Get(), nullptr, kCountIndex)) << each.vessel;
         EXPECT_EQ(kColumnDepth, it->Depth()) << each.vessel;
     }
 }

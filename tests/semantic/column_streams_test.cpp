@@ -13,11 +13,6 @@ namespace {
 constexpr int kColumnDepth = 2;
 constexpr char kColumn[] = "Case.Main.T-100";
 
-// Position and depth of an iterator after a step.
-std::string At(FIIteratorBase& it) {
-    return Place(it) + " at " + std::to_string(it.Depth());
-}
-
 const std::string kUnmoved = std::string(kColumn) + " at 2";
 
 void AddVessels(ColumnTree& column) {
@@ -85,7 +80,7 @@ class ColumnLink : public testing::TestWithParam<LinkRow> {
     // What a step answers, and where it leaves the iterator.
     static std::string Step(ColumnTree& column, int move) {
         Ref<FIIterator> it = column.Iterate();
-        const bool found = GetParam().function(it.Get(), move);
+        const bool found = Call(GetParam().function, it.Get(), move);
         return (found ? "found " : "none ") + At(*it);
     }
     static void ExpectNone(ColumnTree& column, const std::string& left, const char* what) {
@@ -111,7 +106,7 @@ TEST_P(ColumnLink, takes_any_text_for_a_name) {
         ExpectNone(column, "Case.Main at 1", name);
         column.beside.Add(name);
         Ref<FIIterator> it = column.Iterate();
-        EXPECT_TRUE(GetParam().function(it.Get(), 1)) << name;
+        EXPECT_TRUE(Call(GetParam().function, it.Get(), 1)) << name;
         EXPECT_EQ(name, NameAt(*it));
     }
 }
@@ -185,10 +180,10 @@ TEST(SideDrawFluid, is_the_stream_beside_the_section) {
     column.beside.Add("Kerosene");
     for (int move : {0, 1, -1}) {
         Ref<FIIterator> it = column.Iterate();
-        EXPECT_FALSE(CTSideDrawFluid(it.Get(), move)) << "no stream is known";
+        EXPECT_FALSE(Call(CTSideDrawFluid, it.Get(), move)) << "no stream is known";
         EXPECT_EQ(kUnmoved, At(*it)) << move;
         it->SetVarText("StreamId", "Kerosene");
-        EXPECT_TRUE(CTSideDrawFluid(it.Get(), move)) << move;
+        EXPECT_TRUE(Call(CTSideDrawFluid, it.Get(), move)) << move;
         EXPECT_EQ(move ? "Case.Main.Kerosene at 2" : kUnmoved, At(*it));
     }
 }
@@ -199,13 +194,13 @@ TEST(SideDrawFluid, is_none_where_no_stream_has_the_name) {
         for (int move : {0, 1}) {
             Ref<FIIterator> it = column.Iterate();
             it->SetVarText("StreamId", stream);
-            EXPECT_FALSE(CTSideDrawFluid(it.Get(), move)) << Shown(stream);
+            EXPECT_FALSE(Call(CTSideDrawFluid, it.Get(), move)) << Shown(stream);
             EXPECT_EQ(move ? "Case.Main at 1" : kUnmoved, At(*it)) << Shown(stream);
         }
     }
     Ref<FIIterator> it = column.root.Iterate();
     it->SetVarText("StreamId", "Main");
-    EXPECT_FALSE(CTSideDrawFluid(it.Get(), 1)) << "nothing is above the case";
+    EXPECT_FALSE(Call(CTSideDrawFluid, it.Get(), 1)) << "nothing is above the case";
     EXPECT_EQ("Case at 0", At(*it));
 }
 
@@ -245,7 +240,7 @@ class SideColumn : public testing::TestWithParam<SideRow> {
         column_.Set({"Type of Tray Section"}, type);
         for (const char* stream : {"of stripper", "of rectifier"}) column_.beside.Add(stream);
     }
-    static bool Step(FIIteratorBase& it, int move) { return GetParam().function(&it, move); }
+    static bool Step(FIIteratorBase& it, int move) { return Call(GetParam().function, &it, move); }
     static std::string Known(FIIteratorBase& it) { return Variable(it, GetParam().variable); }
 
     ColumnTree column_;
@@ -330,7 +325,7 @@ class SideReboiler : public testing::Test {
     }
     std::string Step(int move) {
         Ref<FIIterator> it = column_.Iterate();
-        const bool found = CTSideColumnReboiler(it.Get(), move);
+        const bool found = Call(CTSideColumnReboiler, it.Get(), move);
         return (found ? "found " : "none ") + At(*it);
     }
     void ExpectNone(const std::string& left, const std::string& what) {
@@ -381,7 +376,7 @@ TEST_F(SideReboiler, stands_in_the_lists_of_the_flowsheet) {
     Below(stream, {"Downstream Unit Operations", "Elem0"}).Set("value", "E-101");
     column.beside.Add("E-101").Set("type", "BPReboilerObject");
     Ref<FIIterator> it = column.Iterate();
-    EXPECT_TRUE(CTSideColumnReboiler(it.Get(), 1));
+    EXPECT_TRUE(Call(CTSideColumnReboiler, it.Get(), 1));
     EXPECT_EQ("Case.Main.UnitOps.E-101 at 3", At(*it));
 }
 
@@ -406,7 +401,7 @@ TEST(VesselComponentStep, goes_to_the_row_of_the_variable) {
         for (int move : {0, 1, -1}) {
             Ref<FIIterator> it = column.Iterate();
             it->SetVarText("FlashPhaseCmpCnt", FIValue::OfInt(1));
-            EXPECT_TRUE(row.function(it.Get(), move)) << row.name;
+            EXPECT_TRUE(Call(row.function, it.Get(), move)) << row.name;
             const std::string place = std::string(kColumn) + "." + row.array + ".Ethane at 4";
             EXPECT_EQ(move ? place : kUnmoved, At(*it)) << row.name;
         }
@@ -419,14 +414,14 @@ TEST(VesselComponentStep, fails_without_variable_array_or_row) {
             ColumnTree column;
             Ref<FIIterator> it = column.Iterate();
             it->SetVarText("FlashPhaseCmpCnt", FIValue::OfInt(2));
-            EXPECT_FALSE(row.function(it.Get(), move)) << row.name << ": no array";
+            EXPECT_FALSE(Call(row.function, it.Get(), move)) << row.name << ": no array";
             EXPECT_EQ(kUnmoved, At(*it)) << row.name;
             AddArray(column.node, {row.array}, {"Methane", "Ethane"});
-            EXPECT_FALSE(row.function(it.Get(), move)) << row.name << ": no row";
+            EXPECT_FALSE(Call(row.function, it.Get(), move)) << row.name << ": no row";
             const std::string array = std::string(kColumn) + "." + row.array + " at 3";
             EXPECT_EQ(move ? array : kUnmoved, At(*it)) << row.name;
             it = column.Iterate();
-            EXPECT_FALSE(row.function(it.Get(), move)) << row.name << ": no variable";
+            EXPECT_FALSE(Call(row.function, it.Get(), move)) << row.name << ": no variable";
             EXPECT_EQ(kUnmoved, At(*it)) << row.name;
         }
     }

@@ -74,7 +74,7 @@ struct Column {
     Variables Ratios() {
         Ref<FIIterator> it = Iterate();
         semantic::ComputeColumnRatios(*it);
-        EXPECT_EQ("Case.T-100", Place(*it));
+        EXPECT_EQ("Case.T-100 at 1", At(*it));
         Variables set;
         for (const char* name : kRatioVariables) {
             const std::string value = Variable(*it, name);
@@ -218,7 +218,7 @@ TEST(ColumnBottom, is_the_stage_below_the_trays) {
         Ref<FIIterator> it = column.Iterate();
         semantic::SetColumnBottom(*it);
         EXPECT_EQ(each.bottom, Variable(*it, "Bottom")) << Shown(each.trays);
-        EXPECT_EQ("Case.T-100", Place(*it));
+        EXPECT_EQ("Case.T-100 at 1", At(*it));
     }
 }
 
@@ -226,9 +226,9 @@ TEST(ColumnVessel, is_found_by_its_object_name) {
     Column column;
     Ref<FIIterator> it = column.Iterate();
     EXPECT_FALSE(semantic::FindVessel(*it, "Condense"));
-    EXPECT_EQ("Case.T-100", Place(*it));
+    EXPECT_EQ("Case.T-100 at 1", At(*it));
     EXPECT_TRUE(semantic::FindVessel(*it, "Reboiler"));
-    EXPECT_EQ("Case.T-100.Vessels.Elem2", Place(*it));
+    EXPECT_EQ("Case.T-100.Vessels.Elem2 at 3", At(*it));
 }
 
 TEST(ColumnVessel, is_looked_for_among_the_first_thousand) {
@@ -238,9 +238,9 @@ TEST(ColumnVessel, is_looked_for_among_the_first_thousand) {
     column.Add("Too late", {});
     Ref<FIIterator> it = column.Iterate();
     EXPECT_FALSE(semantic::FindVessel(*it, "Too late"));
-    EXPECT_EQ("Case.T-100", Place(*it));
+    EXPECT_EQ("Case.T-100 at 1", At(*it));
     EXPECT_TRUE(semantic::FindVessel(*it, "Last"));
-    EXPECT_EQ("Case.T-100.Vessels.Elem999", Place(*it));
+    EXPECT_EQ("Case.T-100.Vessels.Elem999 at 3", At(*it));
 }
 
 TEST(NestedSum, takes_the_first_ten_thousand_elements) {
@@ -248,9 +248,9 @@ TEST(NestedSum, takes_the_first_ten_thousand_elements) {
     for (int i = 0; i < 10001; ++i) column.AddFeed("Many", {1.0, 5.0});
     Ref<FIIterator> it = column.Iterate();
     EXPECT_EQ(10000.0, semantic::SumNestedValues(*it, "Many"));
-    EXPECT_EQ("Case.T-100", Place(*it));
+    EXPECT_EQ("Case.T-100 at 1", At(*it));
     EXPECT_EQ(0.0, semantic::SumNestedValues(*it, "None"));
-    EXPECT_EQ("Case.T-100", Place(*it));
+    EXPECT_EQ("Case.T-100 at 1", At(*it));
 }
 
 }  // namespace

@@ -139,7 +139,7 @@ TEST(ComponentList, counts_the_array_and_stays) {
         Stream stream(row.path);
         Ref<FIIterator> it = stream.Iterate();
         FIValue subclass;
-        EXPECT_EQ(3, row.function(it.Get(), &subclass, kCountIndex)) << row.name;
+        EXPECT_EQ(3, Call(row.function, it.Get(), &subclass, kCountIndex)) << row.name;
         EXPECT_EQ("Case.Feed", Place(*it)) << row.name;
         EXPECT_EQ("(unset)", Variable(*it, row.variable)) << row.name;
         EXPECT_TRUE(subclass.IsNull()) << row.name;
@@ -153,7 +153,7 @@ TEST(ComponentList, is_empty_without_its_array_or_its_elements) {
             Below(stream.node, {row.path.begin(), row.path.begin() + found});
             Ref<FIIterator> it = stream.Iterate();
             FIValue subclass;
-            EXPECT_EQ(0, row.function(it.Get(), &subclass, kCountIndex))
+            EXPECT_EQ(0, Call(row.function, it.Get(), &subclass, kCountIndex))
                 << row.name << " with " << found << " names";
             EXPECT_EQ("Case.Feed", Place(*it)) << row.name;
         }
@@ -166,7 +166,7 @@ TEST(ComponentList, an_element_is_its_number_in_the_variable) {
         Ref<FIIterator> it = stream.Iterate();
         for (int index : {0, 2, 1, 7}) {
             FIValue subclass;
-            EXPECT_EQ(index, row.function(it.Get(), &subclass, index)) << row.name;
+            EXPECT_EQ(index, Call(row.function, it.Get(), &subclass, index)) << row.name;
             EXPECT_EQ("INT " + std::to_string(index), Variable(*it, row.variable)) << row.name;
             EXPECT_EQ("Case.Feed", Place(*it)) << row.name;
             EXPECT_TRUE(subclass.IsNull()) << row.name;
@@ -182,7 +182,7 @@ TEST(ComponentList, counts_beyond_a_byte_and_callers_keep_the_low_one) {
             for (int i = 0; i < elements; ++i) array.Add("C" + std::to_string(i));
             Ref<FIIterator> it = stream.Iterate();
             FIValue subclass;
-            EXPECT_EQ(elements, row.function(it.Get(), &subclass, kCountIndex)) << row.name;
+            EXPECT_EQ(elements, Call(row.function, it.Get(), &subclass, kCountIndex)) << row.name;
             EXPECT_EQ(kept, static_cast<int>(ReadList(row.function, *it).size())) << row.name;
         }
     }
@@ -193,7 +193,7 @@ TEST(ComponentList, of_a_phase_counts_the_vapour_whichever_is_asked_for) {
     AddArray(stream.node, {"Phase Comp Mole Frac", "Solid Phase"}, {"Carbon"});
     for (const char* phase : {"Solid Phase", "Aqueous Phase", "Overall"}) {
         Ref<FIIterator> it = stream.Iterate(phase);
-        EXPECT_EQ(3, CTPhaseComponentArray(it.Get(), nullptr, kCountIndex)) << phase;
+        EXPECT_EQ(3, Call(CTPhaseComponentArray, it.Get(), nullptr, kCountIndex)) << phase;
     }
 }
 
@@ -204,7 +204,7 @@ TEST(ComponentStep, goes_to_the_element_of_the_variable) {
             for (int move : {1, 2, -1}) {
                 Ref<FIIterator> it = stream.Iterate();
                 it->SetVarText(row.variable, FIValue::OfInt(index));
-                EXPECT_TRUE(row.function(it.Get(), move)) << row.name;
+                EXPECT_TRUE(Call(row.function, it.Get(), move)) << row.name;
                 EXPECT_EQ(kComponents[index], NameAt(*it)) << row.name << ", move " << move;
                 EXPECT_EQ("REAL " + std::to_string(index) + ".5", Read(*it, "value")) << row.name;
                 EXPECT_EQ(2 + static_cast<int>(row.path.size()), it->Depth()) << row.name;
@@ -227,7 +227,7 @@ TEST(ComponentStep, reads_the_variable_as_a_number) {
         for (const Case& each : cases) {
             Ref<FIIterator> it = stream.Iterate();
             it->SetVarText(row.variable, each.value);
-            const bool found = row.function(it.Get(), 1);
+            const bool found = Call(row.function, it.Get(), 1);
             EXPECT_EQ(each.element != nullptr, found) << row.name << ": " << Shown(each.value);
             if (found) {
                 EXPECT_EQ(each.element, NameAt(*it)) << row.name;
@@ -240,11 +240,11 @@ TEST(ComponentStep, asked_only_stays_where_it_is) {
     for (const StepRow& row : kSteps) {
         Stream stream(row.path);
         Ref<FIIterator> it = stream.Iterate();
-        EXPECT_FALSE(row.function(it.Get(), 0)) << row.name;
+        EXPECT_FALSE(Call(row.function, it.Get(), 0)) << row.name;
         EXPECT_EQ("Case.Feed", Place(*it)) << row.name;
         for (const auto& [index, found] : {std::pair{0, true}, {2, true}, {3, false}}) {
             it->SetVarText(row.variable, FIValue::OfInt(index));
-            EXPECT_EQ(found, row.function(it.Get(), 0)) << row.name << " at " << index;
+            EXPECT_EQ(found, Call(row.function, it.Get(), 0)) << row.name << " at " << index;
             EXPECT_EQ(1, it->Depth()) << row.name << " at " << index;
             EXPECT_EQ("Case.Feed", Place(*it)) << row.name << " at " << index;
         }
@@ -273,7 +273,7 @@ TEST(ComponentStep, a_failed_move_leaves_the_frames_that_it_does_not_take_back) 
                 Below(stream.node, {row.path.begin(), row.path.begin() + failure.names});
                 Ref<FIIterator> it = stream.Iterate();
                 if (failure.variable_set) it->SetVarText(row.variable, FIValue::OfInt(0));
-                EXPECT_FALSE(row.function(it.Get(), move)) << row.name;
+                EXPECT_FALSE(Call(row.function, it.Get(), move)) << row.name;
                 EXPECT_EQ(1 + (move ? failure.frames : 0), it->Depth())
                     << row.name << ", move " << move << ", " << failure.names << " names, variable "
                     << (failure.variable_set ? "set" : "unset");
@@ -289,7 +289,7 @@ TEST(ComponentStep, a_phase_needs_its_name) {
         for (int move : {0, 1}) {
             Ref<FIIterator> it = stream.Iterate(nullptr);
             it->SetVarText(row.variable, FIValue::OfInt(0));
-            EXPECT_FALSE(row.function(it.Get(), move)) << row.name;
+            EXPECT_FALSE(Call(row.function, it.Get(), move)) << row.name;
             EXPECT_EQ("Case.Feed", Place(*it)) << row.name;
         }
     }
@@ -301,7 +301,8 @@ TEST(ComponentStep, one_node_serves_the_name_and_the_fraction) {
         Ref<FIIterator> name = stream.Iterate();
         name->SetVarText("CmpCnt", FIValue::OfInt(index));
         Ref<FIIterator> fraction = Ref<FIIterator>::Adopt(name->Copy());
-        EXPECT_EQ(CTComponent(name.Get(), 1), CTMoleFraction(fraction.Get(), 1)) << index;
+        EXPECT_EQ(Call(CTComponent, name.Get(), 1), Call(CTMoleFraction, fraction.Get(), 1))
+            << index;
         EXPECT_EQ(Place(*name), Place(*fraction)) << index;
     }
 }
@@ -317,7 +318,7 @@ TEST(ComponentStep, takes_the_phase_that_is_named) {
     for (const char* phase : phases) {
         Ref<FIIterator> it = stream.Iterate(phase);
         it->SetVarText("PhaseCmpCnt", FIValue::OfInt(0));
-        EXPECT_TRUE(CTPhaseMoleFraction(it.Get(), 1)) << phase;
+        EXPECT_TRUE(Call(CTPhaseMoleFraction, it.Get(), 1)) << phase;
         EXPECT_EQ(std::string("in ") + phase, NameAt(*it));
     }
 }
@@ -325,10 +326,11 @@ TEST(ComponentStep, takes_the_phase_that_is_named) {
 TEST(ComponentStep, the_second_liquid_is_counted_and_read_under_different_names) {
     Stream stream({"Heavy Liquid", "Comp Mole Frac"});
     Ref<FIIterator> it = stream.Iterate();
-    EXPECT_EQ(3, CTLiquid2PhaseComponentArray(it.Get(), nullptr, kCountIndex));
+    EXPECT_EQ(3, Call(CTLiquid2PhaseComponentArray, it.Get(), nullptr, kCountIndex));
     for (int index = 0; index < 3; ++index) {
-        EXPECT_EQ(index, CTLiquid2PhaseComponentArray(it.Get(), nullptr, index));
-        for (int move : {0, 1}) EXPECT_FALSE(CTLiquid2PhaseComponent(it.Get(), move)) << index;
+        EXPECT_EQ(index, Call(CTLiquid2PhaseComponentArray, it.Get(), nullptr, index));
+        for (int move : {0, 1})
+            EXPECT_FALSE(Call(CTLiquid2PhaseComponent, it.Get(), move)) << index;
     }
 }
 
@@ -337,7 +339,7 @@ TEST(ComponentStep, sees_variables_that_were_set_above) {
     Ref<FIIterator> it = stream.root.Iterate();
     it->SetVarText("CmpCnt", FIValue::OfInt(2));
     ASSERT_TRUE(it->SeekChild("Feed"));
-    EXPECT_TRUE(CTComponent(it.Get(), 1));
+    EXPECT_TRUE(Call(CTComponent, it.Get(), 1));
     EXPECT_EQ("Water", NameAt(*it));
 }
 

@@ -81,8 +81,8 @@ TEST(PumpCurve, that_of_the_coefficients_takes_the_place_of_the_last) {
 TEST(PumpCurve, the_one_behind_the_coefficients_keeps_their_name) {
     Pump pump({"Low", "High"});
     Ref<FIIterator> it = pump.Iterate();
-    CTPumpCurve(it.Get(), nullptr, 1);
-    EXPECT_EQ(2, CTPumpCurve(it.Get(), nullptr, 2));
+    Call(CTPumpCurve, it.Get(), nullptr, 1);
+    EXPECT_EQ(2, Call(CTPumpCurve, it.Get(), nullptr, 2));
     EXPECT_EQ("Case.Unit.Pump Curve", Place(*it));
     EXPECT_EQ("CoefficientCurve", Variable(*it, "Name"));
 }
@@ -191,7 +191,7 @@ TEST(DistillationCut, is_a_step_of_paths) {
     UnitNode curve;
     AddArray(curve.node, {"ASTM D86"}, {"Cut Pt-0.0%", "Cut Pt-1.00%", "Cut Pt-2.00%"});
     Ref<FIIterator> it = curve.Iterate();
-    CTCutPercent(it.Get(), nullptr, 1);
+    Call(CTCutPercent, it.Get(), nullptr, 1);
     ASSERT_TRUE(it->SeekPath(FIValue("\"ASTM D86\".%CutPercent")));
     EXPECT_EQ("Cut Pt-1.00%", NameAt(*it));
 }
@@ -216,8 +216,8 @@ TEST(BulkViscosity, is_told_at_two_temperatures) {
 TEST(BulkViscosity, behind_the_last_answers_0_and_sets_nothing) {
     UnitNode curve;
     Ref<FIIterator> it = curve.Iterate();
-    EXPECT_EQ(0, CTViscosity(it.Get(), nullptr, 2));
-    EXPECT_EQ(0, CTViscosity(it.Get(), nullptr, 7));
+    EXPECT_EQ(0, Call(CTViscosity, it.Get(), nullptr, 2));
+    EXPECT_EQ(0, Call(CTViscosity, it.Get(), nullptr, 7));
     EXPECT_EQ(Variables(), VariablesOf(*it));
     EXPECT_EQ("Case.Unit", Place(*it));
 }

@@ -203,7 +203,7 @@ TEST(EquipmentList, counts_and_stays) {
             Variables expected = VariablesOf(*it);
             if (!row.counted.empty()) expected[row.counted] = "INT " + std::to_string(count);
             FIValue subclass;
-            EXPECT_EQ(unit.Expected(), row.function(it.Get(), &subclass, kCountIndex))
+            EXPECT_EQ(unit.Expected(), Call(row.function, it.Get(), &subclass, kCountIndex))
                 << row.name << " of " << count;
             EXPECT_EQ(1, it->Depth()) << row.name;
             EXPECT_EQ("Case.Unit", Place(*it)) << row.name;

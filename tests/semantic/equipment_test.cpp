@@ -57,10 +57,10 @@ TEST(PipeSegment, without_a_number_has_no_cells) {
 TEST(PipeSegment, overwrites_the_cells_of_the_one_before) {
     Pipe pipe(k345);
     Ref<FIIterator> it = pipe.Iterate();
-    for (int index : {2, 0}) CTPipeSegment(it.Get(), nullptr, index);
+    for (int index : {2, 0}) Call(CTPipeSegment, it.Get(), nullptr, index);
     EXPECT_EQ(SegmentAt(0, 0, 3), VariablesOf(*it));
     pipe.node.RemoveChild("No of Increments");
-    CTPipeSegment(it.Get(), nullptr, 1);
+    Call(CTPipeSegment, it.Get(), nullptr, 1);
     EXPECT_EQ(SegmentAt(1, 0, 0), VariablesOf(*it));
 }
 
@@ -73,11 +73,11 @@ TEST(PipeSegment, cells_beyond_all_numbers_do_no_harm) {
 TEST(PipeCell, is_counted_from_the_begin_of_its_segment) {
     Pipe pipe(k345);
     Ref<FIIterator> it = pipe.Iterate();
-    CTPipeSegment(it.Get(), nullptr, 2);
-    EXPECT_EQ(5, CTPipeCell(it.Get(), nullptr, kCountIndex));
-    EXPECT_EQ(1, CTPipeCell(it.Get(), nullptr, 1));
+    Call(CTPipeSegment, it.Get(), nullptr, 2);
+    EXPECT_EQ(5, Call(CTPipeCell, it.Get(), nullptr, kCountIndex));
+    EXPECT_EQ(1, Call(CTPipeCell, it.Get(), nullptr, 1));
     EXPECT_EQ("Elem8", Variable(*it, "CellElemNum"));
-    EXPECT_EQ(0, CTPipeCell(it.Get(), nullptr, 0));
+    EXPECT_EQ(0, Call(CTPipeCell, it.Get(), nullptr, 0));
     EXPECT_EQ("Elem7", Variable(*it, "CellElemNum"));
     EXPECT_EQ("Case.Unit", Place(*it));
 }
@@ -93,11 +93,11 @@ TEST(PipeCell, of_a_segment_whose_begin_is_unknown_is_counted_from_the_first) {
     Ref<FIIterator> it = pipe.Iterate();
     it->SetVarText("SegStartCell", FIValue());
     it->SetVarText("SegNumCell", FIValue());
-    EXPECT_EQ(0, CTPipeCell(it.Get(), nullptr, kCountIndex));
-    CTPipeCell(it.Get(), nullptr, 6);
+    EXPECT_EQ(0, Call(CTPipeCell, it.Get(), nullptr, kCountIndex));
+    Call(CTPipeCell, it.Get(), nullptr, 6);
     EXPECT_EQ("Elem6", Variable(*it, "CellElemNum"));
     it->SetVarText("SegStartCell", FIValue::OfInt(kLargest));
-    CTPipeCell(it.Get(), nullptr, 1);
+    Call(CTPipeCell, it.Get(), nullptr, 1);
     EXPECT_EQ("Elem-2147483648", Variable(*it, "CellElemNum"));
 }
 
@@ -133,8 +133,8 @@ TEST(HeaterProfile, a_point_without_a_zone_keeps_the_duty_of_the_one_before) {
     UnitNode heater;
     heater.AddElements({"Zone duty"}, {FIValue::OfReal(10.5)});
     Ref<FIIterator> it = heater.Iterate();
-    CTHeaterProfile(it.Get(), nullptr, 1);
-    CTHeaterProfile(it.Get(), nullptr, 2);
+    Call(CTHeaterProfile, it.Get(), nullptr, 1);
+    Call(CTHeaterProfile, it.Get(), nullptr, 2);
     EXPECT_EQ("REAL 10.5", Variable(*it, "HeatTransferred"));
     EXPECT_EQ("INT 2", Variable(*it, "ProfileZoneNo"));
     EXPECT_EQ("Case.Unit", Place(*it));
@@ -145,7 +145,7 @@ TEST(HeaterOutlet, is_the_last_zone) {
     AddArray(heater.node, {"Zone vapour frac"}, {"Elem0", "Elem1", "Elem2"});
     for (int move : {1, 2, -1}) {
         Ref<FIIterator> it = heater.Iterate();
-        EXPECT_TRUE(CTHeaterVF(it.Get(), move));
+        EXPECT_TRUE(Call(CTHeaterVF, it.Get(), move));
         EXPECT_EQ("Case.Unit.Zone vapour frac.Elem2", Place(*it)) << move;
         EXPECT_EQ("REAL 2.5", Read(*it, "value")) << move;
     }
@@ -155,7 +155,7 @@ TEST(HeaterOutlet, asked_only_stays_where_it_is) {
     UnitNode heater;
     AddArray(heater.node, {"Zone vapour frac"}, {"Elem0", "Elem1", "Elem2"});
     Ref<FIIterator> it = heater.Iterate();
-    EXPECT_TRUE(CTHeaterVF(it.Get(), 0));
+    EXPECT_TRUE(Call(CTHeaterVF, it.Get(), 0));
     EXPECT_EQ("Case.Unit", Place(*it));
     EXPECT_EQ(1, it->Depth());
 }
@@ -166,7 +166,7 @@ TEST(HeaterOutlet, of_a_heater_without_zones_is_none) {
         Below(heater.node, {array});
         for (int move : {0, 1}) {
             Ref<FIIterator> it = heater.Iterate();
-            EXPECT_FALSE(CTHeaterVF(it.Get(), move)) << array;
+            EXPECT_FALSE(Call(CTHeaterVF, it.Get(), move)) << array;
             EXPECT_EQ("Case.Unit", Place(*it)) << array << ", move " << move;
             EXPECT_EQ(1, it->Depth()) << array << ", move " << move;
         }
@@ -191,7 +191,7 @@ struct Exchanger : UnitNode {
     }
     Variables Side(SemanticFunction function, int move) {
         Ref<FIIterator> it = Iterate();
-        EXPECT_TRUE(function(it.Get(), move));
+        EXPECT_TRUE(Call(function, it.Get(), move));
         EXPECT_EQ("Case.Unit", Place(*it));
         EXPECT_EQ(1, it->Depth());
         return VariablesOf(*it);

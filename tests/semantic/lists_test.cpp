@@ -48,7 +48,7 @@ struct Flowsheet {
     }
     int Count(ArrayFunction function) {
         FIValue subclass;
-        return function(Iterate().Get(), &subclass, kCountIndex);
+        return Call(function, Iterate().Get(), &subclass, kCountIndex);
     }
 
     ScriptNode root{"Case"};
@@ -60,7 +60,7 @@ struct Flowsheet {
 Ref<FIIterator> Element(Flowsheet& flowsheet, ArrayFunction function, int index,
                         FIValue& subclass) {
     Ref<FIIterator> it = flowsheet.Iterate();
-    EXPECT_EQ(index, function(it.Get(), &subclass, index));
+    EXPECT_EQ(index, Call(function, it.Get(), &subclass, index));
     return it;
 }
 
@@ -84,7 +84,7 @@ TEST(FlowsheetList, counts_the_children_of_its_type_and_stays) {
             Flowsheet flowsheet(row.container, each.types);
             Ref<FIIterator> it = flowsheet.Iterate();
             FIValue subclass;
-            EXPECT_EQ(each.count, row.function(it.Get(), &subclass, kCountIndex))
+            EXPECT_EQ(each.count, Call(row.function, it.Get(), &subclass, kCountIndex))
                 << row.name << " of " << testing::PrintToString(each.types);
             EXPECT_EQ("Case.Main", Place(*it)) << row.name;
         }
@@ -129,11 +129,11 @@ TEST(FlowsheetList, steps_from_element_to_element_until_there_is_none) {
         const std::string subclass_of_first = Shown(subclass);
         for (const char* expected : {"2", "4"}) {
             FIValue of_next;
-            EXPECT_EQ(kNextIndex, row.function(it.Get(), &of_next, kNextIndex)) << row.name;
+            EXPECT_EQ(kNextIndex, Call(row.function, it.Get(), &of_next, kNextIndex)) << row.name;
             EXPECT_EQ(expected, NameAt(*it)) << row.name;
             EXPECT_EQ(subclass_of_first, Shown(of_next)) << row.name;
         }
-        EXPECT_EQ(kCountIndex, row.function(it.Get(), &subclass, kNextIndex)) << row.name;
+        EXPECT_EQ(kCountIndex, Call(row.function, it.Get(), &subclass, kNextIndex)) << row.name;
     }
 }
 
@@ -255,7 +255,7 @@ TEST(UnitOperationList, leaves_out_what_has_no_class) {
 TEST(UnitOperationList, classifies_every_child_on_the_way) {
     Flowsheet flowsheet("UnitOps", {"CompressorObject", "PumpOpObject", "Other"});
     FIValue subclass;
-    EXPECT_EQ(2, CTUnitOperations(flowsheet.Iterate().Get(), &subclass, kCountIndex));
+    EXPECT_EQ(2, Call(CTUnitOperations, flowsheet.Iterate().Get(), &subclass, kCountIndex));
     EXPECT_EQ("QSIPump", Shown(subclass)) << "the last class of the count";
 
     std::vector<std::string> read;
@@ -264,7 +264,7 @@ TEST(UnitOperationList, classifies_every_child_on_the_way) {
             read.push_back(child->name.ToText() + " " + attribute);
         };
     }
-    Element(flowsheet, CTUnitOperations, 1, subclass);
+    CTUnitOperations(flowsheet.Iterate().Get(), &subclass, 1);
     EXPECT_EQ((std::vector<std::string>{"0 type", "1 type"}), read);
     EXPECT_EQ("QSIPump", Shown(subclass));
 }
@@ -274,7 +274,7 @@ TEST(UnitOperationList, counting_sets_no_variables) {
     for (ScriptNode* child : flowsheet.container.children) MakeColumn(*child);
     Ref<FIIterator> it = flowsheet.Iterate();
     FIValue subclass;
-    EXPECT_EQ(2, CTUnitOperations(it.Get(), &subclass, kCountIndex));
+    EXPECT_EQ(2, Call(CTUnitOperations, it.Get(), &subclass, kCountIndex));
     for (const char* variable : {"IsCompressor", "Bottom", "MolarBoilupRatio"}) {
         EXPECT_EQ("(unset)", Variable(*it, variable));
     }
@@ -286,9 +286,9 @@ TEST(Find1, goes_to_the_raw_tree_when_it_moves) {
     root.Add("appModel");
     for (int move : {0, 1, 2, -5}) {
         Ref<FIIterator> it = root.Iterate();
-        EXPECT_TRUE(Find1(it.Get(), move)) << move;
+        EXPECT_TRUE(Call(Find1, it.Get(), move)) << move;
         EXPECT_EQ(move ? "Case.appModel" : "Case", Place(*it)) << move;
-        EXPECT_TRUE(Find1(it.Get(), move)) << "also where there is none";
+        EXPECT_TRUE(Call(Find1, it.Get(), move)) << "also where there is none";
         EXPECT_EQ(move ? "Case.appModel" : "Case", Place(*it)) << move;
     }
 }

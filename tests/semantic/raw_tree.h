@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fixtop/semantic_function.h"
+#include "semantic/function_call.h"
 #include "support/host_reading.h"
 #include "support/scripted_tree.h"
 
@@ -48,6 +49,11 @@ inline std::string Place(FIIteratorBase& it) {
     return path.ToText();
 }
 
+// Place and depth.
+inline std::string At(FIIteratorBase& it) {
+    return Place(it) + " at " + std::to_string(it.Depth());
+}
+
 inline std::string NameAt(FIIteratorBase& it) {
     FIValue name;
     it.GetName(name);
@@ -67,13 +73,13 @@ inline std::ostream& operator<<(std::ostream& out, const ListElement& element) {
 
 inline std::vector<ListElement> ReadList(ArrayFunction function, FIIteratorBase& it) {
     FIValue of_count;
-    const int count = static_cast<unsigned char>(function(&it, &of_count, kCountIndex));
+    const int count = static_cast<unsigned char>(Call(function, &it, &of_count, kCountIndex));
     const int depth = it.Depth();
     std::vector<ListElement> elements;
     for (int i = 0; i < count; ++i) {
         while (it.Depth() > depth) it.Up();
         FIValue subclass;
-        function(&it, &subclass, i);
+        Call(function, &it, &subclass, i);
         elements.push_back({NameAt(it), Shown(subclass)});
     }
     while (it.Depth() > depth) it.Up();

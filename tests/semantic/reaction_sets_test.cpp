@@ -109,10 +109,18 @@ TEST(ReactionRank, is_cleared_where_there_is_none) {
         each.change(set.node);
         Ref<FIIterator> it = set.Iterate();
         it->SetVarText("RxnRank", FIValue::OfReal(7.0));
-        CTActiveReactions(it.Get(), nullptr, 1);
+        Call(CTActiveReactions, it.Get(), nullptr, 1);
         EXPECT_EQ(OfSet("Shift", true, "(NULL)"), VariablesOf(*it)) << each.what;
         EXPECT_EQ("Case.Unit", Place(*it)) << each.what;
     }
+}
+
+TEST(ReactionSet, an_id_that_is_a_number_becomes_its_text) {
+    ReactionSet set({"Reforming"}, {"Combustion"}, {});
+    Below(set.node, {"ActiveReactionList", "ActiveReaction"}).Set("value", 7);
+    Below(set.node, {"InactiveReactionList", "InactiveReaction"}).Set("value", 2.5);
+    EXPECT_EQ(OfSet("7", true, "(NULL)"), ElementOf(set, CTActiveReactions, 0).variables);
+    EXPECT_EQ(OfSet("2.5", false, "(NULL)"), ElementOf(set, CTActiveReactions, 1).variables);
 }
 
 // ---- Reactors
@@ -178,7 +186,7 @@ TEST(LocalReaction, is_found_from_deep_below_the_top) {
     inner.Add("Reaction Set").Set("value", "Set-1");
     Ref<FIIterator> it = reactor.Iterate();
     ASSERT_TRUE(it->SeekPath(FIValue("UnitOps.\"R-100\"")));
-    CTLocalReaction(it.Get(), nullptr, 0);
+    Call(CTLocalReaction, it.Get(), nullptr, 0);
     EXPECT_EQ(LocalReaction(0, "Combustion"), VariablesOf(*it));
     EXPECT_EQ(3, it->Depth());
 }
@@ -190,7 +198,7 @@ TEST(LocalReaction, is_found_in_a_raw_tree_below_the_top) {
     model.Link(reactor.node);
     Ref<FIIterator> it = top.Iterate();
     ASSERT_TRUE(it->SeekPath(FIValue("appModel.Unit")));
-    CTLocalReaction(it.Get(), nullptr, 1);
+    Call(CTLocalReaction, it.Get(), nullptr, 1);
     EXPECT_EQ(LocalReaction(1, "Shift"), VariablesOf(*it));
     EXPECT_EQ("Top.appModel.Unit", Place(*it));
 }

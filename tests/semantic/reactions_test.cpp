@@ -143,7 +143,7 @@ struct Rate : UnitNode {
         Ref<FIIterator> it = Iterate();
         it->SetVarText("row", row);
         it->SetVarText("ncomp", components);
-        EXPECT_EQ(component, CTReactionComponentOrder(it.Get(), nullptr, component));
+        EXPECT_EQ(component, Call(CTReactionComponentOrder, it.Get(), nullptr, component));
         EXPECT_EQ("Case.Unit", Place(*it));
         Variables all = VariablesOf(*it);
         all.erase("row");
@@ -166,22 +166,22 @@ TEST(RateRow, without_a_number_of_its_own_keeps_that_of_the_row_before) {
     Rate rate;
     rate.node.RemoveChild("ActivationEnergy");
     Ref<FIIterator> it = rate.Iterate();
-    CTReactionDenominatorTerm(it.Get(), nullptr, 1);
+    Call(CTReactionDenominatorTerm, it.Get(), nullptr, 1);
     EXPECT_EQ((Variables{{"A", "REAL 1.5"}, {"row", "INT 1"}}), VariablesOf(*it));
-    CTReactionDenominatorTerm(it.Get(), nullptr, 2);
+    Call(CTReactionDenominatorTerm, it.Get(), nullptr, 2);
     EXPECT_EQ((Variables{{"A", "REAL 1.5"}, {"row", "INT 2"}}), VariablesOf(*it));
 }
 
 TEST(RateOrder, exponents_of_all_rows_are_one_list) {
     Rate rate;
     Ref<FIIterator> it = rate.Iterate();
-    ASSERT_EQ(2, CTReactionComponentOrder(it.Get(), nullptr, kCountIndex));
+    ASSERT_EQ(2, Call(CTReactionComponentOrder, it.Get(), nullptr, kCountIndex));
     EXPECT_EQ("INT 2", Variable(*it, "ncomp"));
     const char* const exponents[2][2] = {{"INT 11", "INT 12"}, {"INT 21", "INT 22"}};
     for (int row = 0; row < 2; ++row) {
-        CTReactionDenominatorTerm(it.Get(), nullptr, row);
+        Call(CTReactionDenominatorTerm, it.Get(), nullptr, row);
         for (int component = 0; component < 2; ++component) {
-            CTReactionComponentOrder(it.Get(), nullptr, component);
+            Call(CTReactionComponentOrder, it.Get(), nullptr, component);
             EXPECT_EQ(exponents[row][component], Variable(*it, "exponent"));
             EXPECT_EQ(component == 0 ? "CO" : "H2O", Variable(*it, "component"));
             EXPECT_EQ("Case.Unit", Place(*it));
@@ -209,10 +209,10 @@ TEST(RateOrder, is_told_as_far_as_its_numbers_go) {
 TEST(RateOrder, needs_a_row_for_an_exponent_but_not_for_a_component) {
     Rate rate;
     Ref<FIIterator> it = rate.Iterate();
-    CTReactionComponentOrder(it.Get(), nullptr, 0);
+    Call(CTReactionComponentOrder, it.Get(), nullptr, 0);
     EXPECT_EQ((Variables{{"component", "CO"}}), VariablesOf(*it));
     it->SetVarText("ncomp", FIValue::OfInt(2));
-    CTReactionComponentOrder(it.Get(), nullptr, 1);
+    Call(CTReactionComponentOrder, it.Get(), nullptr, 1);
     EXPECT_EQ((Variables{{"component", "H2O"}, {"ncomp", "INT 2"}}), VariablesOf(*it));
 }
 

@@ -70,7 +70,7 @@ struct Element {
 inline Element ElementOf(UnitNode& unit, ArrayFunction function, int index) {
     Element element{unit.Iterate(), {}, {}, {}};
     FIValue subclass;
-    EXPECT_EQ(index, function(element.it.Get(), &subclass, index));
+    EXPECT_EQ(index, Call(function, element.it.Get(), &subclass, index));
     EXPECT_LE(1, element.it->Depth()) << "never above where it began";
     element.subclass = Shown(subclass);
     element.place = Place(*element.it);
@@ -82,7 +82,7 @@ inline Element ElementOf(UnitNode& unit, ArrayFunction function, int index) {
 inline int CountOf(UnitNode& unit, ArrayFunction function) {
     Ref<FIIterator> it = unit.Iterate();
     FIValue subclass;
-    const int count = function(it.Get(), &subclass, kCountIndex);
+    const int count = Call(function, it.Get(), &subclass, kCountIndex);
     EXPECT_EQ("Case.Unit", Place(*it));
     EXPECT_TRUE(subclass.IsNull());
     return count;
