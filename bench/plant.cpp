@@ -114,6 +114,12 @@ ObjectData MakeArrayUnit() {
     return unit;
 }
 
+casehost::CaseData MakePlantWithArrays(int objects) {
+    casehost::CaseData plant = MakePlant(objects);
+    plant.main.objects.push_back(MakeArrayUnit());
+    return plant;
+}
+
 std::vector<std::string> SplitAtDots(const std::string& path) {
     std::vector<std::string> names;
     std::size_t from = 0;
@@ -170,10 +176,10 @@ casehost::CaseData MakePlant(int objects) {
     return plant;
 }
 
-OpenPlant::OpenPlant(int objects)
+OpenPlant::OpenPlant(int objects) : OpenPlant(MakePlantWithArrays(objects), objects) {}
+
+OpenPlant::OpenPlant(casehost::CaseData plant, int objects)
     : objects_(objects), host_(std::make_unique<casehost::CaseHost>()) {
-    casehost::CaseData plant = MakePlant(objects);
-    plant.main.objects.push_back(MakeArrayUnit());
     host_->Open(std::move(plant));
     FixtopInstallHost(&host_->Services());
     top_ = Ref<FIEntry>::Adopt(GetCombinedEntry(host_->ActiveCase()));

@@ -49,6 +49,7 @@ struct HostVariable {
 class OpenPlant {
  public:
     explicit OpenPlant(int objects);
+    explicit OpenPlant(casehost::CaseData plant, int objects = 0);
     ~OpenPlant();
     OpenPlant(const OpenPlant&) = delete;
     OpenPlant& operator=(const OpenPlant&) = delete;

@@ -3,6 +3,7 @@
 #include "live/case.h"
 #include "live/basis_tree.h"
 #include "live/dependents.h"
+#include "naming/references.h"
 
 namespace fixtop::casehost {
 
@@ -91,6 +92,8 @@ void Case::ResolveReferences(Node& node, const ObjectData& data) {
             const std::string& path = values[c].text;
             if (path.empty()) continue;
             resolve(*rows[i], cells[c], FindByPath(path, &node), "attachment", path);
+            const auto role = PortRoleOf(rows[i]->name);
+            if (role && cells[c].target) ShowLink(*cells[c].target, *role, node);
         }
     }
     for (std::size_t p = 0; p < data.ports.size(); ++p) {

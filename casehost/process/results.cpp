@@ -43,6 +43,54 @@ std::vector<double> PhaseRows(const Composition& overall, const Composition& vap
     return rows;
 }
 
+// 15 C and 101.325 kPa.
+constexpr double kStandardVolume = kGasConstant * 288.15 / 101.325;  // m3/kgmole of a gas
+
+Composition Scaled(Composition values, double by) {
+    for (double& value : values) value *= by;
+    return values;
+}
+
+// Flows, fractions and volumes of the phases, in the order of ResultPhases().
+void AddPhases(const Thermo& thermo, const MaterialState& state, Parameters& results) {
+    const FlashState& flash = state.flash;
+    const auto [v, l] = flash.split;
+    const double whole = thermo.MolarMass(state.composition);
+    const double gas = v > 0 ? thermo.MolarMass(flash.vapour) : 0;
+    const double fluid = l > 0 ? thermo.MolarMass(flash.liquid) : 0;
+    const double volume = MolarVolume(thermo, flash);
+    const double liquid = l > 0 ? l * thermo.LiquidVolume(flash.liquid) : 0;
+    const std::vector<double> parts = {1.0, v, l, l};
+    const std::vector<double> mass = {whole, v * gas, l * fluid, l * fluid};
+    const std::vector<double> volumes = {volume, volume - liquid, liquid, liquid};
+    results["Phase Molar Flow"] = Scaled(parts, state.molar_flow);
+    results["Phase Mass Flow"] = Scaled(mass, state.molar_flow);
+    results["Phase Mass Fraction"] = Scaled(mass, 1 / whole);
+    results["Phase Actual Volume Flow"] = Scaled(volumes, state.molar_flow);
+    results["Phase Volume Fraction"] = Scaled(volumes, 1 / volume);
+    results["Phase Molecular Weight"] = {whole, v > 0 ? gas : kEmpty, l > 0 ? fluid : kEmpty,
+                                         l > 0 ? fluid : kEmpty};
+}
+
+// The potentials follow from enthalpy h, entropy s, pressure and volume: u = h - p v, g = h - T s,
+// a = u - T s.
+void AddPotentials(const Thermo& thermo, const MaterialState& state, Parameters& results) {
+    const FlashState& flash = state.flash;
+    const double h = flash.molar_enthalpy, s = flash.molar_entropy;
+    const double u = h - flash.pressure_kPa * MolarVolume(thermo, flash);
+    const double heat = flash.temperature_K * s;
+    const double cp = thermo.HeatCapacity(state.composition, flash.temperature_K);
+    const double mass = thermo.MolarMass(state.composition);
+    const std::pair<const char*, double> rows[] = {
+        {"Enthalpy", h},        {"Entropy", s},
+        {"Internal Energy", u}, {"Gibbs Energy", h - heat},
+        {"Heat Capacity", cp},  {"Helmholtz Energy", u - heat}};
+    for (const auto& [name, value] : rows) {
+        results[std::string("Molar ") + name] = {value};
+        results[std::string("Mass ") + name] = {value / mass};
+    }
+}
+
 void Write(ValueData& value, double number) {
     if (IsInput(value)) return;
     value.number = number + 0.0;  // a zero of no flow has no sign
@@ -147,7 +195,7 @@ Parameters StreamProperties(const Thermo& thermo, const MaterialState& state) {
     const Composition liquid = l > 0 ? flash.liquid : Composition();
     const double molar_mass = thermo.MolarMass(z), volume = MolarVolume(thermo, flash);
     const std::vector<double> k = thermo.KValues(flash.temperature_K, flash.pressure_kPa);
-    return {
+    Parameters results = {
         {cn::kTemperature, {state.Temperature_C()}},
         {cn::kPressure, {state.Pressure()}},
         {cn::kMolarFlow, {state.molar_flow}},
@@ -162,13 +210,17 @@ Parameters StreamProperties(const Thermo& thermo, const MaterialState& state) {
                                            MassFractions(thermo, liquid))},
         {"Comp K Value - Mixed Liquid", k},
         {"Comp K Value - Light Liquid", k},
-        {cn::kMolarEnthalpy, {flash.molar_enthalpy}},
-        {cn::kMolarEntropy, {flash.molar_entropy}},
         {cn::kHeatFlow, {state.HeatFlow()}},
         {cn::kMassDensity, {molar_mass / volume}},
         {cn::kMolarMass, {molar_mass}},
-        {cn::kMolarHeatCapacity, {thermo.HeatCapacity(z, flash.temperature_K)}},
+        {"Molar Volume", {volume}},
+        {"Std Vapour Volume Flow", {state.molar_flow * kStandardVolume}},
+        {"Comp Molar Flow", Scaled(z, state.molar_flow)},
+        {"Comp Mass Flow", Scaled(MassFractions(thermo, z), state.molar_flow * molar_mass)},
     };
+    AddPhases(thermo, state, results);
+    AddPotentials(thermo, state, results);
+    return results;
 }
 
 void WriteResults(const Flowsheet& sheet, const Thermo* thermo) {

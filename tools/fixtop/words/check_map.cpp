@@ -57,11 +57,18 @@ class CheckMap final : public Word {
         std::string told;
         CaseCheck check(client::OpenDictionary(view.files, told));
         check.Walk(session->Top());
+        int mapped = 0, empty = 0;
         for (const auto& [class_name, attributes] : check.Classes()) {
             for (const auto& [name, attribute] : attributes) {
-                if (attribute.GivesNothing()) Tell(class_name, name, attribute, out);
+                mapped += attribute.is_mapped;
+                if (!attribute.GivesNothing()) continue;
+                ++empty;
+                Tell(class_name, name, attribute, out);
             }
         }
+        out.Note(std::to_string(empty) + " of " + std::to_string(mapped) +
+                 " mapped attributes of " + std::to_string(check.Classes().size()) +
+                 " classes have a value nowhere");
         return true;
     }
     // The reasons that hold in most places first.
