@@ -132,7 +132,7 @@ std::vector<int> ColumnParts::Trays() const {
 
 std::string ColumnParts::CondenserType() const {
     const VariableData* type = Find("Condenser Type");
-    const std::string word = type ? type->values[0].text : "";
+    std::string word = type ? type->values[0].text : "";
     for (const auto& [of_file, of_host] : kCondenserTypes) {
         if (word == of_file) return of_host;
     }

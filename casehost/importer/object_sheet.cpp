@@ -95,6 +95,7 @@ void ObjectSheet::Texts(const std::string& name, DimensionData dimension,
     spec.kind = ValueKind::text;
     spec.dimensions.push_back(std::move(dimension));
     std::vector<ValueData> values;
+    values.reserve(texts.size());
     for (const std::string& text : texts) values.push_back(StoredText(text, state));
     Add(std::move(spec), std::move(values));
 }

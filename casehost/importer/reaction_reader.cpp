@@ -3,6 +3,7 @@
 // of the basis, in which the sets tell which reactions are active.
 
 #include <algorithm>
+#include <functional>
 
 #include "casehost/unit_op_names.h"
 #include "reactions.h"
@@ -283,7 +284,7 @@ std::vector<SetMember> MembersOf(Reading& reading, XmlNode root, XmlNode set) {
         member.reaction = FindReaction(reading, root, member.id);
         return member;
     });
-    std::ranges::stable_partition(members, &SetMember::is_active);
+    std::stable_partition(members.begin(), members.end(), std::mem_fn(&SetMember::is_active));
     return members;
 }
 

@@ -121,8 +121,8 @@ class Case final : public NodeOf<host::SimulationCase> {
     void FillList(NodeList& list, Node* owner, const std::vector<ObjectData>& data,
                   TypeFamily family);
     void ResolveReferences(Node& node, const ObjectData& data);
-    // At the stream, the unit operation on whose port it is. A variable named like the row of a port
-    // is one: so are those of units without a model, which the solver leaves alone.
+    // At the stream, the unit operation on whose port it is. A variable named like the row of a
+    // port is one: so are those of units without a model, which the solver leaves alone.
     void ShowLink(Node& stream, PortData::Role role, Node& unit);
     void ResolveList(NodeList& list, const std::vector<ObjectData>& data);
     ObjectData ObjectToData(Node& node);

@@ -18,9 +18,8 @@ bool IsRootClass(const std::string& name) {
 }
 
 bool IsOtherLibrary(const std::string& file) {
-    return std::any_of(kOtherEndings.begin(), kOtherEndings.end(), [&](const char* ending) {
-        return file.find(ending) != std::string::npos;
-    });
+    return std::any_of(kOtherEndings.begin(), kOtherEndings.end(),
+                       [&](const char* ending) { return file.find(ending) != std::string::npos; });
 }
 
 std::vector<std::string> KeysInMetaData(const std::string& text) {

@@ -159,7 +159,7 @@ TEST_F(ClientNode, objects_of_all_lists_are_found_in_the_neutral_view) {
         }
     }
     // Material and energy streams, flowsheets within the flowsheet, other unit operations.
-    EXPECT_EQ(27 + 8 + 6 + 16, found);
+    EXPECT_EQ(35 + 13 + 6 + 16, found);
 }
 
 TEST_F(ClientNode, typed_number_is_the_whole_text) {

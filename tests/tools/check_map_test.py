@@ -75,6 +75,8 @@ Stream.When: no translator in 3 of 3: condition Mode = 1 fails, as in Stream(Fee
 Stream.Width: refused in 3 of 3: unit kPa is none of quantity Length, as in Stream(Feed 1)
 """
 
+COUNTED = "8 of 12 mapped attributes of 2 classes have a value nowhere\n"
+
 
 class CheckMap(ProgramTest):
     def setUp(self):
@@ -111,10 +113,10 @@ class CheckMap(ProgramTest):
         self.assertRegex(self.check(result, FAILED, err="").out, r"own_map\.xml:2: .*; nothing is read from here on\n")
 
     def test_what_gives_nothing_in_a_case_is_told_with_the_reason(self):
-        self.check(self.checked("--case", self.case), DONE, TOLD, "")
+        self.check(self.checked("--case", self.case), DONE, TOLD, COUNTED)
 
     def test_reasons_as_json(self):
-        lines = self.check(self.checked("--case", self.case, "--json"), DONE, err="").lines
+        lines = self.check(self.checked("--case", self.case, "--json"), DONE, err=COUNTED).lines
         self.assertEqual(len(TOLD.splitlines()), len(lines))
         self.assertEqual({"kind": "refused", "class": "Stream", "attribute": "Speed", "declared_by": "Stream",
                           "instances": 3, "count": 1, "text": "option Slow is none of eSpeed",
@@ -122,7 +124,7 @@ class CheckMap(ProgramTest):
 
     def test_mistakes_come_before_the_case(self):
         result = self.checked("--case", self.case, map_text=MAP.replace(">Temprature<", ">a[b<"))
-        lines = self.check(result, FAILED, err="").lines
+        lines = self.check(result, FAILED, err=COUNTED).lines
         self.assertEqual(f"{self.map}:15: Parse error, ] expected in: a[b", lines[0])
         self.assertIn("Stream.Lost: no node in 3 of 3: Parse error, ] expected in: a[b, as in Stream(Feed 1)", lines)
 
@@ -132,6 +134,12 @@ class CheckMap(ProgramTest):
         self.check(result, UNREADABLE)
         self.assertIn("the neutral view can't be opened\n", result.err)
         self.check(run("check-map", "--nothing"), USAGE)
+
+    def test_built_in_case_has_nine_in_ten(self):
+        told = self.check(run("check-map", "--case", "demo"), DONE).err
+        empty, mapped = map(int, re.match(r"(\d+) of (\d+) mapped attributes of \d+ classes", told).groups())
+        self.assertGreater(mapped, 1200)
+        self.assertLessEqual(empty, mapped / 10)
 
     def test_shipped_files_lack_nothing_but_files_that_are_to_come(self):
         """Includes of files that are not there yet, and the classes that these will declare."""

@@ -74,14 +74,15 @@ void CaseCheck::Judge(const Node& node, Attributes& attributes) const {
 
 CaseCheck::Attributes& CaseCheck::AttributesOf(const std::string& class_name) {
     const auto [row, is_new] = classes_.try_emplace(class_name);
-    if (!is_new) return row->second;
+    Attributes& attributes = row->second;
+    if (!is_new) return attributes;
     const auto found = definitions_.Find("Classes." + client::WrittenName(class_name));
-    if (!found) return row->second;
+    if (!found) return attributes;
     ForEachChild(found->node, [&](const client::Child& child) {
-        row->second[child.node.Name()].declared_by = child.node.Attribute("owner").ToText();
+        attributes[child.node.Name()].declared_by = child.node.Attribute("owner").ToText();
         return true;
     });
-    return row->second;
+    return attributes;
 }
 
 void CaseCheck::TellProgress() {

@@ -6,9 +6,9 @@
 namespace fixtop {
 
 ColumnGroup::ColumnGroup(const std::string& path, std::string attribute, std::string heading)
-    : path_(path),
-      heading_(heading.empty() ? path : std::move(heading)),
-      attribute_(std::move(attribute)) {}
+    : path_(path), heading_(std::move(heading)), attribute_(std::move(attribute)) {
+    if (heading_.empty()) heading_ = path;
+}
 
 ColumnGroup::Cells ColumnGroup::Read(const Node& node) {
     Cells cells;

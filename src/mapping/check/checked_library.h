@@ -72,6 +72,7 @@ struct CheckedLibrary {
 template <class Rows>
 std::vector<std::string> NamesIn(const Rows& rows) {
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const auto& [name, row] : rows) names.push_back(name);
     return names;
 }

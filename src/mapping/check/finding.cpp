@@ -52,6 +52,7 @@ std::vector<Finding> Findings::Sorted() const {
         return std::tie(a.place.file, a.place.line) < std::tie(b.place.file, b.place.line);
     });
     std::vector<Finding> sorted;
+    sorted.reserve(rows.size() + 1);
     for (Row& row : rows) {
         sorted.push_back({row.kind, files_[static_cast<std::size_t>(row.place.file)],
                           row.place.line, std::move(row.text)});

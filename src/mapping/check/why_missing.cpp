@@ -89,7 +89,7 @@ std::string NearChildren(FIIterator& node, const std::string& wanted) {
 }
 
 std::string WhyPathFails(const std::string& text, FIReference& from) {
-    const std::string told = "path " + text + " leads nowhere";
+    std::string told = "path " + text + " leads nowhere";
     FIValue source;
     source.SetText(text);
     const PreparedPath path(source);
@@ -99,7 +99,8 @@ std::string WhyPathFails(const std::string& text, FIReference& from) {
     const PathEnd end = EndOf(static_cast<FIIterator&>(*start->GetIterator()), path);
     const std::string name = NameOfStep(end);
     const std::string value = name == end.name ? "" : " (" + name + ")";
-    return told + (end.found.empty() ? "; nothing of it was found"
+    return told +
+           (end.found.empty() ? "; nothing of it was found"
                               : "; found: " + end.found + ", then no " + end.step + value) +
            NearChildren(*end.node, name);
 }
