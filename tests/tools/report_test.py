@@ -70,7 +70,8 @@ class Report(ProgramTest):
     def test_tables_are_in_the_units_of_a_set(self):
         for units, temperature, pressure in (("Process", (30, "C"), (6000, "kPa")),
                                              ("SI", (303.15, "K"), (6000000, "Pa")),
-                                             ("field", (86, "F"), (870.226422, "psi"))):
+                                             ("field", (86, "F"), (870.226422, "psi")),
+                                             ("library", (30, "C"), (6000, "kPa"))):
             with self.subTest(units):
                 result = self.check(run("report", "demo", "--json", "--units", units), err="")
                 cells = self.table(records_of(result), "streams")["Raw Gas"]
@@ -82,7 +83,7 @@ class Report(ProgramTest):
     def test_an_unknown_set_is_refused_with_those_there_are(self):
         for word in ("report", "units"):
             self.check(run(word, "demo", "--units", "Imperial"), UNREADABLE, out="",
-                       err="no such set of units: Imperial; expected Process, SI, Field\n")
+                       err="no such set of units: Imperial; expected Process, SI, Field, Library\n")
 
     def test_csv_writes_a_file_for_each_table(self):
         folder = self.folder / "tables"

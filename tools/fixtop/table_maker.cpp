@@ -35,8 +35,9 @@ void ColumnGroup::Add(const client::Place& place, const std::string& heading, Ce
 
 TableCell ColumnGroup::CellOf(const Node& node, const std::string& attribute) {
     try {
-        client::Reading reading = node.Read(unit_, attribute);
-        const std::string other = client::OtherUnit(attribute, reading, unit_);
+        const std::string unit = unit_of_ ? unit_of_(node) : std::string();
+        client::Reading reading = node.Read(unit, attribute);
+        const std::string other = client::OtherUnit(attribute, reading, unit);
         if (!other.empty()) refusals_.insert(OneLine(other));
         return {std::move(reading.value), std::move(reading.unit), reading.stale};
     } catch (const client::Refused& refused) {

@@ -3,6 +3,7 @@
 
 // TableMaker: gathers a table from nodes, a row each, and paths from there, the columns.
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -17,12 +18,14 @@ namespace fixtop {
 class ColumnGroup {
  public:
     using Cells = std::map<std::string, TableCell>;  // by heading
+    // The unit to ask for at a node; empty for its own.
+    using UnitOf = std::function<std::string(const Node& node)>;
 
     // Throws client::PathError. The heading is the path where none is given.
     ColumnGroup(const std::string& path, std::string attribute, std::string heading = "");
 
     const client::Pattern& Path() const { return path_; }
-    void ShowIn(std::string unit) { unit_ = std::move(unit); }
+    void ShowIn(UnitOf unit_of) { unit_of_ = std::move(unit_of); }
     bool IsThere() const { return is_there_; }
     // In order of appearance.
     const std::vector<std::string>& Headings() const { return headings_; }
@@ -38,7 +41,7 @@ class ColumnGroup {
     client::Pattern path_;
     std::string heading_;
     std::string attribute_;
-    std::string unit_;
+    UnitOf unit_of_;
     bool is_there_ = false;
     std::vector<std::string> headings_;
     std::set<std::string> known_;

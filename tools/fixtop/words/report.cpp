@@ -11,6 +11,7 @@
 #include "case_session.h"
 #include "flowsheets.h"
 #include "table_maker.h"
+#include "unit_choice.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -88,11 +89,11 @@ struct FlowsheetTable {
     const char* title;
     const char* list;
     ReportColumns columns;
-    bool composition = false;
+    const char* fractions = nullptr;  // a list of components, from the object
 };
 constexpr FlowsheetTable kFlowsheetTables[] = {
     {"streams", "Streams", "Stream", kStream},
-    {"compositions", "Mole fractions of the streams", "Stream", {}, true},
+    {"compositions", "Mole fractions of the streams", "Stream", {}, "Composition.Component"},
     {"energy-streams", "Energy streams", "HeatStream", kEnergyStream},
     {"unit-operations", "Unit operations", "UnitOperation", kUnitOperation},
 };
@@ -103,22 +104,29 @@ struct PartTable {
     const char* title;
     const char* list;  // from the unit operation
     ReportColumns columns;
+    const char* fractions = nullptr;  // a list of components, from the part
 };
 constexpr PartTable kPartTables[] = {
     {"stages", "Stages of ", "Stage", kStage},
+    {"vapor-fractions", "Mole fractions of the vapor of ", "Stage", {}, "VaporFrom.Composition"},
+    {"liquid-fractions", "Mole fractions of the liquid of ", "Stage", {}, "LiquidFrom.Composition"},
     {"extents", "Extents of ", "ReactionSet.Reaction", kLocalReaction},
     {"components", "Components of ", "ReactionSet.ReactantBalance", kReactantBalance},
 };
 
 constexpr char kReactions[] = "ReactionPackage.Reaction";
 
-TableMaker MakerOf(ReportColumns columns) {
-    TableMaker maker;
-    for (const ReportColumn& column : columns) {
-        maker.AddColumn({column.path, "value", column.heading});
-    }
-    return maker;
-}
+struct Row {
+    Node node;
+    std::string path;
+    std::string name;
+};
+using Rows = std::vector<Row>;
+
+struct Title {
+    std::string text;
+    std::string name;  // of its file, and in JSON
+};
 
 // Writes each table to a place of its own, or all to one behind each other.
 class TableWriter {
@@ -197,8 +205,7 @@ class FolderWriter final : public TableWriter {
 class Report final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "--units", units_,
-                "Set of units: Process, SI, Field; that of the case when it is left out");
+        units_.Declare(app);
         CLI::Option* csv =
             AddFile(app, "--csv", folder_, "Write a file for each table to this folder");
         AddJson(app, json_);
@@ -208,7 +215,7 @@ class Report final : public Word {
     ExitCode Run(CommandContext& around) override {
         const client::Case& open_case = around.session->OpenCase();
         try {
-            if (!units_.empty()) open_case.UseUnitSet(units_);
+            units_.Use(open_case);
             WriteAll(around.session->Top(), *MakeWriter(around.out));
             return ExitCode::kOk;
         } catch (const client::CaseError& error) {
@@ -223,51 +230,48 @@ class Report final : public Word {
         if (json_) return std::make_unique<JsonWriter>(out);
         return std::make_unique<PlainWriter>(out);
     }
-    static void WriteAll(const Node& top, TableWriter& writer) {
+    void WriteAll(const Node& top, TableWriter& writer) const {
         for (const FlowsheetTable& each : kFlowsheetTables) {
-            TableMaker maker =
-                each.composition ? CompositionsOf(top, each.list) : MakerOf(each.columns);
+            Rows rows;
             ForEachObject(top, client::Pattern(each.list), [&](const FlowsheetObject& object) {
-                maker.AddRow(object.node, object.node.Path(), object.name);
+                rows.push_back({object.node, object.node.Path(), object.name});
             });
-            Write(maker, each.title, each.name, writer);
+            Write(rows, each.columns, each.fractions, {each.title, each.name}, writer);
         }
         for (const PartTable& each : kPartTables) WriteParts(top, each, writer);
-        TableMaker reactions = MakerOf(kReaction);
-        for (const client::Place& place : client::Pattern(kReactions).All(top)) {
-            reactions.AddRow(place.node, place.path, place.node.Key());
-        }
-        Write(reactions, "Reactions", "reactions", writer);
+        Write(RowsOf(top, client::Pattern(kReactions)), kReaction, nullptr,
+              {"Reactions", "reactions"}, writer);
     }
-    static void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) {
+    void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) const {
         const client::Pattern list(parts.list);
         ForEachObject(top, client::Pattern("UnitOperation"), [&](const FlowsheetObject& object) {
-            TableMaker maker = MakerOf(parts.columns);
-            list.ForEach(object.node, [&](const client::Place& place) {
-                maker.AddRow(place.node, place.path, place.node.Key());
-                return true;
-            });
-            Write(maker, parts.title + object.name, std::string(parts.name) + '-' + object.name,
-                  writer);
+            Write(RowsOf(object.node, list), parts.columns, parts.fractions,
+                  {parts.title + object.name, std::string(parts.name) + '-' + object.name}, writer);
         });
     }
-    // A column for each component that any of the objects has.
-    static TableMaker CompositionsOf(const Node& top, const char* list) {
-        const client::Pattern components("Composition.Component");
+    static Rows RowsOf(const Node& node, const client::Pattern& list) {
+        Rows rows;
+        list.ForEach(node, [&](const client::Place& place) {
+            rows.push_back({place.node, place.path, place.node.Key()});
+            return true;
+        });
+        return rows;
+    }
+    // A column for each component that any of the rows has.
+    static void AddFractions(const Rows& rows, const std::string& list, TableMaker& maker) {
+        const client::Pattern components(list);
         std::vector<std::string> names;
-        ForEachObject(top, client::Pattern(list), [&](const FlowsheetObject& object) {
-            components.ForEach(object.node, [&](const client::Place& place) {
+        for (const Row& row : rows) {
+            components.ForEach(row.node, [&](const client::Place& place) {
                 const std::string name = place.node.Key();
                 if (std::ranges::find(names, name) == names.end()) names.push_back(name);
                 return true;
             });
-        });
-        TableMaker maker;
-        for (const std::string& name : names) {
-            maker.AddColumn({"Composition.Component(" + client::WrittenKey(name) + ").MoleFraction",
-                             "value", name});
         }
-        return maker;
+        for (const std::string& name : names) {
+            maker.AddColumn(
+                {list + '(' + client::WrittenKey(name) + ").MoleFraction", "value", name});
+        }
     }
     static void ShortenClasses(Table& table) {
         const auto column = std::ranges::find(table.headings, kClass) - table.headings.begin();
@@ -278,17 +282,26 @@ class Report final : public Word {
             }
         }
     }
-    // A table without rows is left out.
-    static void Write(const TableMaker& maker, const std::string& title, const std::string& name,
-                      TableWriter& writer) {
-        if (maker.IsEmpty()) return;
+    // A table without rows or columns is left out.
+    void Write(const Rows& rows, ReportColumns columns, const char* fractions, const Title& title,
+               TableWriter& writer) const {
+        TableMaker maker;
+        for (const ReportColumn& column : columns) {
+            maker.AddColumn({column.path, "value", column.heading});
+        }
+        if (fractions) AddFractions(rows, fractions, maker);
+        if (rows.empty() || maker.Columns().empty()) return;
+        for (ColumnGroup& column : maker.Columns()) {
+            column.ShowIn([this](const Node& node) { return units_.UnitOf(node); });
+        }
+        for (const Row& row : rows) maker.AddRow(row.node, row.path, row.name);
         Table table = maker.Whole();
-        table.title = title;
+        table.title = title.text;
         ShortenClasses(table);
-        writer.Write(table, name);
+        writer.Write(table, title.name);
     }
 
-    std::string units_;
+    UnitChoice units_;
     std::string folder_;
     bool json_ = false;
 };

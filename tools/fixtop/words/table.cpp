@@ -55,7 +55,7 @@ class TableWord final : public Word {
             bool found = false;
             for (ColumnGroup& group : maker_.Columns()) {
                 if (!group.Path().IsSame(named)) continue;
-                group.ShowIn(text.substr(sign + 1));
+                group.ShowIn([unit = text.substr(sign + 1)](const Node&) { return unit; });
                 found = true;
             }
             if (!found) throw CLI::ValidationError("--unit", "no such column: " + text);

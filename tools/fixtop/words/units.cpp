@@ -7,6 +7,7 @@
 #include "case_session.h"
 #include "flowsheets.h"
 #include "table.h"
+#include "unit_choice.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -125,14 +126,13 @@ std::string Joined(const std::vector<std::string>& names) {
 class Units final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddText(app, "--units", units_,
-                "Set of units: Process, SI, Field; that of the case when it is left out");
+        units_.Declare(app);
         AddJson(app, json_);
     }
 
     ExitCode Run(CommandContext& around) override {
         try {
-            if (!units_.empty()) around.session->OpenCase().UseUnitSet(units_);
+            units_.Use(around.session->OpenCase());
         } catch (const client::CaseError& error) {
             around.out.Note(MessageOf(error));
             return ExitCode::kUnreadable;
@@ -189,7 +189,7 @@ class Units final : public Word {
         return table;
     }
     // Without any material stream there is nothing to balance.
-    static std::vector<std::optional<TableCell>> CellsOf(const Node& unit, const Balance& balance) {
+    std::vector<std::optional<TableCell>> CellsOf(const Node& unit, const Balance& balance) const {
         const auto text = [](const std::string& of) {
             return TableCell{FIValue(of.c_str()), "", false};
         };
@@ -204,14 +204,14 @@ class Units final : public Word {
                           false},
                 TableCell{flows ? EnergyError(unit, of_class, balance) : FIValue(), "", false}};
     }
-    static std::optional<TableCell> DutyOf(const Node& unit) {
+    std::optional<TableCell> DutyOf(const Node& unit) const {
         const auto place = unit.Find("Duty[(type)=Real]");
         if (!place) return std::nullopt;
-        client::Reading reading = place->node.Read();
+        client::Reading reading = place->node.Read(units_.UnitOf(place->node));
         return TableCell{std::move(reading.value), std::move(reading.unit), reading.stale};
     }
 
-    std::string units_;
+    UnitChoice units_;
     bool json_ = false;
     std::map<std::string, Balance> balances_;
 };
