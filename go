@@ -258,6 +258,9 @@ cmd_bench() {
     [[ $found == 1 ]] || fail "no benchmark was built"
 }
 
+# What ships of the files that a target reads.
+declare -A SHIPPED=([class_library]='QSI*.xml' [map_file]='HMAP*.xml' [units]='hunits.xml')
+
 # fuzz_one <program> <minutes>: new inputs are kept in build/, the seeds stay as they are.
 fuzz_one() {
     local name grown folders options=()
@@ -266,6 +269,11 @@ fuzz_one() {
     mkdir -p "$grown"
     folders=("$grown")
     [[ -d fuzz/corpus/$name ]] && folders+=("fuzz/corpus/$name")
+    if [[ ${SHIPPED[$name]-} ]]; then
+        mkdir -p "build/fuzz/shipped/$name"
+        find src/resources -name "${SHIPPED[$name]}" -exec cp -t "build/fuzz/shipped/$name" {} +
+        folders+=("build/fuzz/shipped/$name")
+    fi
     [[ -f fuzz/$name.dict ]] && options+=("-dict=fuzz/$name.dict")
     say "fuzzing $name for $2 min"
     "$1" "${options[@]}" -max_total_time=$((60 * $2)) -timeout=10 -print_final_stats=1 \

@@ -203,7 +203,8 @@ void Shape::AddLinks(NumberRegistry& numbers) {
         auto spec = std::make_shared<VariableSpec>();
         spec->name = kLinkNames[i];
         spec->kind = ValueKind::attachment;
-        spec->dimensions = {{.count = 1}};
+        spec->dimensions.resize(1);
+        spec->dimensions[0].count = 1;
         const int number = numbers.NumberOf(*spec);
         links_[i] = &AddRow(std::move(spec), number);
     }

@@ -151,6 +151,54 @@ TEST_F(Demo, ColumnIsInBalance) {
                 1e-6);
 }
 
+// u = h - p v, g = h - T s, a = u - T s, and by mass each over the molar mass.
+TEST_F(Demo, PotentialsFollowFromEnthalpyAndEntropy) {
+    const auto of = [&](const std::string& name) { return Value("Chilled Gas", name.c_str()); };
+    const double kelvin = of(names::kTemperature) + 273.15, mass = of(names::kMolarMass);
+    const double energy = of(names::kMolarEnthalpy) - of(names::kPressure) * of("Molar Volume");
+    const double heat = kelvin * of(names::kMolarEntropy);
+    EXPECT_NEAR(of("Molar Volume") * of(names::kMassDensity), mass, 1e-9);
+    EXPECT_NEAR(of("Molar Internal Energy"), energy, 1e-6);
+    EXPECT_NEAR(of("Molar Gibbs Energy"), of(names::kMolarEnthalpy) - heat, 1e-6);
+    EXPECT_NEAR(of("Molar Helmholtz Energy"), energy - heat, 1e-6);
+    for (const std::string name : {"Enthalpy", "Entropy", "Internal Energy", "Gibbs Energy",
+                                   "Heat Capacity", "Helmholtz Energy"}) {
+        EXPECT_NEAR(of("Mass " + name) * mass, of("Molar " + name), 1e-6) << name;
+    }
+    // 1 kgmole at 15 C and 101.325 kPa: 23.6448 m3.
+    EXPECT_NEAR(of("Std Vapour Volume Flow") / of(names::kMolarFlow), 23.6448, 1e-4);
+}
+
+TEST_F(Demo, PhasesAddUpToTheStream) {
+    const auto of = [&](const char* name, int index = 0) {
+        return Value("Chilled Gas", name, index);
+    };
+    enum { kOverall, kVapour, kLiquid, kTotalLiquid };
+    for (const char* name : {"Phase Molar Flow", "Phase Mass Flow", "Phase Mass Fraction",
+                             "Phase Actual Volume Flow", "Phase Volume Fraction"}) {
+        EXPECT_NEAR(of(name, kVapour) + of(name, kLiquid), of(name), 1e-9 * of(name)) << name;
+        EXPECT_EQ(of(name, kLiquid), of(name, kTotalLiquid)) << name;
+        EXPECT_GT(of(name, kVapour), 0) << name;
+    }
+    EXPECT_EQ(of("Phase Molar Flow"), of(names::kMolarFlow));
+    EXPECT_NEAR(of("Phase Mass Flow"), of(names::kMassFlow), 1e-9 * of(names::kMassFlow));
+    EXPECT_EQ(of("Phase Mass Fraction"), 1);
+    EXPECT_EQ(of("Phase Volume Fraction"), 1);
+    EXPECT_NEAR(of("Phase Molar Flow", kVapour), of(names::kMolarFlow) * of(names::kVapourFraction),
+                1e-9);
+    for (const int phase : {kOverall, kVapour, kLiquid}) {
+        EXPECT_NEAR(of("Phase Mass Flow", phase),
+                    of("Phase Molar Flow", phase) * of("Phase Molecular Weight", phase), 1e-6);
+    }
+    double moles = 0, mass = 0;
+    for (int component = 0; component < 8; ++component) {
+        moles += of("Comp Molar Flow", component);
+        mass += of("Comp Mass Flow", component);
+    }
+    EXPECT_NEAR(moles, of(names::kMolarFlow), 1e-9);
+    EXPECT_NEAR(mass, of(names::kMassFlow), 1e-6);
+}
+
 TEST_F(Demo, EveryStageOfTheColumnIsInBalance) {
     constexpr int kBottom = 11;
     const auto at = [&](const char* profile, int stage) {

@@ -306,6 +306,26 @@ TEST_F(LiveCase, StreamsShowTheUnitOperationsAtTheirEnds) {
     }
 }
 
+TEST_F(LiveCase, VariablesNamedLikePortsLinkStreamsToo) {
+    CaseData data = SmallCase();
+    data.main.objects.push_back(
+        Object("Tower", words::kDistillation,
+               {Attachment("Inlet 2", "Hot"), Attachment("Outlet 1", "Feed"),
+                Attachment("Inlet", "Duty"), Attachment("Outlet x", "Duty")},
+               {}));
+    Open(data);
+    const auto linked = [&](const char* stream, const char* row) -> std::string {
+        host::VarDescription element = Row(Get(stream), row)->description;
+        element.SetOffset(0, 0, false);
+        host::Viewable* unit = Get(stream)->GetVariableAttachment(element);
+        return unit ? unit->GetName().Str() : "";
+    };
+    EXPECT_EQ(linked("Hot", "Downstream Unit Operations"), "Tower");
+    EXPECT_EQ(linked("Feed", "Upstream Unit Operations"), "Tower");
+    EXPECT_EQ(linked("Duty", "Downstream Unit Operations"), "Heater");
+    EXPECT_EQ(linked("Duty", "Upstream Unit Operations"), "");
+}
+
 TEST_F(LiveCase, StreamWithAVariableOfTheNameOfALinkShowsThatAlone) {
     CaseData data = SmallCase();
     data.main.objects[2].variables.push_back(TextVariable("Upstream Unit Operations", "elsewhere"));
