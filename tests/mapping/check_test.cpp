@@ -432,7 +432,9 @@ TEST_F(CheckModelTest, what_is_no_xml_is_told_with_its_line) {
     Write(Classes(), "<CCDMMapFile>\n<Class>\n</CCDMMapFile>");
     const std::vector<std::string> told = Told();
     ASSERT_THAT(told, testing::Not(IsEmpty()));
-    EXPECT_THAT(told.back(), testing::StartsWith("map.xml:3: "));
+    // That of one or the other of the tags that don't fit, as the system's parser has it.
+    EXPECT_THAT(told.back(), testing::AnyOf(testing::StartsWith("map.xml:2: "),
+                                            testing::StartsWith("map.xml:3: ")));
     EXPECT_THAT(told.back(), testing::EndsWith("; nothing is read from here on"));
 }
 
