@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <memory>
 #include <span>
 #include <system_error>
@@ -83,6 +84,8 @@ constexpr ReportColumn kReaction[] = {
     {"Basis", "ExpressionBasis"}, {"Balance error", "BalanceError"},
 };
 
+constexpr char kUnitOperations[] = "UnitOperation";
+
 // A list of every flowsheet.
 struct FlowsheetTable {
     const char* name;  // of its file, and in JSON
@@ -95,7 +98,7 @@ constexpr FlowsheetTable kFlowsheetTables[] = {
     {"streams", "Streams", "Stream", kStream},
     {"compositions", "Mole fractions of the streams", "Stream", {}, "Composition.Component"},
     {"energy-streams", "Energy streams", "HeatStream", kEnergyStream},
-    {"unit-operations", "Unit operations", "UnitOperation", kUnitOperation},
+    {"unit-operations", "Unit operations", kUnitOperations, kUnitOperation},
 };
 
 // A table of each object that has such a list: its name stands behind those of the table.
@@ -230,24 +233,31 @@ class Report final : public Word {
         if (json_) return std::make_unique<JsonWriter>(out);
         return std::make_unique<PlainWriter>(out);
     }
-    void WriteAll(const Node& top, TableWriter& writer) const {
+    void WriteAll(const Node& top, TableWriter& writer) {
         for (const FlowsheetTable& each : kFlowsheetTables) {
-            Rows rows;
-            ForEachObject(top, client::Pattern(each.list), [&](const FlowsheetObject& object) {
-                rows.push_back({object.node, object.node.Path(), object.name});
-            });
-            Write(rows, each.columns, each.fractions, {each.title, each.name}, writer);
+            Write(ObjectsOf(top, each.list), each.columns, each.fractions, {each.title, each.name},
+                  writer);
         }
         for (const PartTable& each : kPartTables) WriteParts(top, each, writer);
         Write(RowsOf(top, client::Pattern(kReactions)), kReaction, nullptr,
               {"Reactions", "reactions"}, writer);
     }
-    void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) const {
+    void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) {
         const client::Pattern list(parts.list);
-        ForEachObject(top, client::Pattern("UnitOperation"), [&](const FlowsheetObject& object) {
-            Write(RowsOf(object.node, list), parts.columns, parts.fractions,
-                  {parts.title + object.name, std::string(parts.name) + '-' + object.name}, writer);
+        for (const Row& unit : ObjectsOf(top, kUnitOperations)) {
+            Write(RowsOf(unit.node, list), parts.columns, parts.fractions,
+                  {parts.title + unit.name, std::string(parts.name) + '-' + unit.name}, writer);
+        }
+    }
+    // The objects of a list, of all flowsheets.
+    const Rows& ObjectsOf(const Node& top, const std::string& list) {
+        const auto [row, is_new] = objects_.try_emplace(list);
+        Rows& rows = row->second;
+        if (!is_new) return rows;
+        ForEachObject(top, client::Pattern(list), [&rows](const FlowsheetObject& object) {
+            rows.push_back({object.node, object.node.Path(), object.name});
         });
+        return rows;
     }
     static Rows RowsOf(const Node& node, const client::Pattern& list) {
         Rows rows;
@@ -301,6 +311,7 @@ class Report final : public Word {
         writer.Write(table, title.name);
     }
 
+    std::map<std::string, Rows> objects_;
     UnitChoice units_;
     std::string folder_;
     bool json_ = false;
