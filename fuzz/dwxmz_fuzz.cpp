@@ -17,7 +17,9 @@ namespace {
 void CheckObject(const casehost::ObjectData& object) {
     for (const casehost::VariableData& variable : object.variables) {
         for (const casehost::DimensionData& dimension : variable.spec->dimensions) {
-            Check(dimension.labels.size() == static_cast<std::size_t>(dimension.count),
+            const bool is_numbered = dimension.naming == casehost::ElementNaming::number;
+            const int labels = static_cast<int>(dimension.labels.size());
+            Check(labels == (is_numbered ? 0 : dimension.count),
                   "labels and count of a dimension differ");
         }
         Check(variable.values.size() == casehost::ElementCount(*variable.spec),
