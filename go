@@ -294,15 +294,17 @@ cmd_fuzz() {
 }
 
 cmd_soak() {
-    local steps=${1-1000000} view
+    local steps=${1-1000000} view host
     [[ $steps =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
     need build test
     build asan --target lifetimes_soak || fail "the build failed"
-    for view in raw neutral mixed; do
-        say "$steps steps, $view"
-        ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
-            build/asan/tests/lifetimes/lifetimes_soak "$steps" "$RANDOM" "$view" </dev/null ||
-            fail "the random client failed"
+    for host in case_host own_host; do
+        for view in raw neutral mixed; do
+            say "$steps steps, $host, $view"
+            ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+                build/asan/tests/lifetimes/lifetimes_soak "$steps" "$RANDOM" "$view" "$host" \
+                </dev/null || fail "the random client failed"
+        done
     done
 }
 
