@@ -14,9 +14,9 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/iterator.h"
-#include "framework/iterator/collection_element.h"
 #include "framework/iterator/frame_stack.h"
 #include "framework/iterator/iterator_var_set.h"
+#include "framework/iterator/saved_step.h"
 #include "framework/nodes/liveness.h"
 
 namespace fixtop {
@@ -161,12 +161,12 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // iterator that it was copied from, is no longer seen.
     void OwnVariables(int level);
     // Saves the present node with the steps above it.
-    std::vector<std::unique_ptr<FICollectionElement>> MakeElements() const;
+    std::vector<std::unique_ptr<SavedStep>> MakeElements() const;
     // The present node alone. The caller owns it.
-    std::unique_ptr<FICollectionElement> MakeElement() const;
+    std::unique_ptr<SavedStep> MakeElement() const;
 
  private:
-    using Elements = std::vector<std::unique_ptr<FICollectionElement>>;
+    using Elements = std::vector<std::unique_ptr<SavedStep>>;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 

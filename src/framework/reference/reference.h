@@ -85,7 +85,7 @@ class FIReference : public FIReferenceBase,
 
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
-    FICollectionElement* MakeElement() override;
+    SavedStep* MakeElement() override;
     void SafeDelete() override;
     FIIteratorBase* GetIterator() override { return iterator_.Get(); }
     bool MarkStale() override;

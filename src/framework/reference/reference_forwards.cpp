@@ -165,8 +165,8 @@ bool FIReference::NotEqual(FIReferenceBase& other) {
     return iterator_->NotEqual(*other.GetIterator());
 }
 
-FICollectionElement* FIReference::MakeElement() {
-    std::unique_ptr<FICollectionElement> element;
+SavedStep* FIReference::MakeElement() {
+    std::unique_ptr<SavedStep> element;
     Guard([&](FIIterator& it) { element = it.MakeElement(); });
     return element.release();
 }
