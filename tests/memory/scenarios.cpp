@@ -393,8 +393,8 @@ void Collect(World& world, Client& client, const Entry& top, const char* path,
         client.TellAnswer([&] { return items->AddMatches(*it, matches); });
         client.TellAnswer([&] { return items->Subscribe(&client, nullptr, NoCollectionCallback); });
         client.In([&] { items->StartWatching(); });
-        TellItems(client, *items);
         StoreInto(client, *items);
+        TellItems(client, *items);
         world.RenameStream("S1", "S9");
         TellItems(client, *items);
         world.RenameStream("S9", "S1");
