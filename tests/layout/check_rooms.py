@@ -54,10 +54,10 @@ MOST_SOURCES = 25
 # include/ is what others see of it. All but files/ may include that and what a host implements.
 CASEHOST_ROOMS = {
     "include": [],
-    "files": [],
+    "files": ["include"],
     "units": ["include"],
     "naming": ["include"],
-    "json": ["include", "naming", "files"],
+    "json": ["include", "naming"],
     "live": ["include", "naming"],
     "process": ["include"],
     "importer": ["include", "naming"],
