@@ -17,4 +17,5 @@
 #include "fixtop/client/pattern.h"
 #include "fixtop/client/reference.h"
 #include "fixtop/client/solver.h"
+#include "fixtop/client/selection.h"
 #include "fixtop/client/watch.h"

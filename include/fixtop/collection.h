@@ -90,6 +90,9 @@ class FICollectionBase {
     virtual bool Load(const char* text, FIIteratorBase& from) = 0;
     // In item order; null past the last.
     virtual FICollectionElement* ItemAt(int index) = 0;
+    // The id of the step above all others, which is the name of the top that the nodes were chosen
+    // below; NULL while there are no steps.
+    virtual void GetRootId(FIValue& out) = 0;
 };
 
 // Reads and stores go to the node of the present item, in the item's units. Name, attribute source,
@@ -115,6 +118,17 @@ class FICollectionIteratorBase : public FIEntry {
     virtual void GetPath(FIValue& out) = 0;
     // Counted; null when the item has no node.
     virtual FIReferenceBase* GetNode() = 0;
+    // The steps of the item's path below the top, each as it is written in a path; NULL for one
+    // that there is not.
+    virtual int Depth() = 0;
+    virtual void GetStep(int level, FIValue& out) = 0;
+    // How the path of an item with a node leads there: by names and keys; by the place in a list
+    // where that is the id of a step; or by the place with which a name begins that nobody has,
+    // which may be another node than the one that was chosen.
+    enum Way : int { kNoWay = 0, kByNames = 1, kByPlaces = 2, kByLikelyPlace = 3 };
+    virtual int GetWay() = 0;
+    // The item's own units of value and specification, also without a node; NULL for the node's.
+    virtual void GetUnits(FIValue& unit, FIValue& spec_unit) = 0;
 };
 
 }  // namespace fixtop::inline FI

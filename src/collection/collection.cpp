@@ -88,6 +88,11 @@ FICollectionElement& Collection::StepBelow(FICollectionElement& step, const Step
     return step.AddChild(std::move(made));
 }
 
+void Collection::GetRootId(FIValue& out) {
+    out.Clear();
+    if (root_ && !root_->Id().empty()) out.SetText(root_->Id().data());
+}
+
 FICollectionElement* Collection::Add(FIIteratorBase& given) {
     auto* node = dynamic_cast<FIIterator*>(&given);
     if (!node || IsNowhere(*node) || !IsInTree(*node)) return nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "collection/collection_iterator.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -15,6 +16,15 @@ namespace {
 
 FIIterator& IteratorOf(FIReference& node) {
     return *static_cast<FIIterator*>(node.GetIterator());
+}
+
+int WayOf(const FICollectionElement& step) {
+    using Sought = FICollectionElement::Sought;
+    if (step.sought != Sought::kByPlace) return FICollectionIteratorBase::kByNames;
+    const std::string_view id = step.Id();
+    return id.find_first_not_of("0123456789") == std::string_view::npos
+               ? FICollectionIteratorBase::kByPlaces
+               : FICollectionIteratorBase::kByLikelyPlace;
 }
 
 bool IsUnitRow(const FIValue& name) {
@@ -91,6 +101,34 @@ void CollectionIterator::GetPath(FIValue& out) {
 FIReferenceBase* CollectionIterator::GetNode() {
     const Ref<FIReference> node = Node();
     return node ? new Shielded<FIReference>(*node) : nullptr;
+}
+
+int CollectionIterator::Depth() {
+    const FICollectionElement* const item = at_.Item();
+    return item ? item->Depth() : 0;
+}
+
+void CollectionIterator::GetStep(int level, FIValue& out) {
+    out.Clear();
+    const FICollectionElement* step = at_.Item();
+    if (!step || level < 0) return;
+    for (int below = step->Depth() - 1; step && below > level; --below) step = step->Parent();
+    if (step->Depth() == level + 1) out.SetText(WrittenStep(*step));
+}
+
+int CollectionIterator::GetWay() {
+    const FICollectionElement* step = at_.Item();
+    if (!step || !step->node) return kNoWay;
+    int way = kByNames;
+    for (; step->Parent(); step = step->Parent()) way = std::max<int>(way, WayOf(*step));
+    return way;
+}
+
+void CollectionIterator::GetUnits(FIValue& unit, FIValue& spec_unit) {
+    const FICollectionElement* const item = at_.Item();
+    ItemUnits units = item ? item->Units() : ItemUnits();
+    unit = std::move(units.unit);
+    spec_unit = std::move(units.spec_unit);
 }
 
 // ---- reads ----

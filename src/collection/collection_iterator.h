@@ -31,6 +31,10 @@ class CollectionIterator : public FICollectionIteratorBase,
     void GetKey(FIValue& out) override;
     void GetPath(FIValue& out) override;
     FIReferenceBase* GetNode() override;
+    int Depth() override;
+    void GetStep(int level, FIValue& out) override;
+    int GetWay() override;
+    void GetUnits(FIValue& unit, FIValue& spec_unit) override;
 
     void GetName(FIValue& out) override;
     void GetAttribute(const FIValue& name, FIValue& out) override;

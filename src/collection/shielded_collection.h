@@ -60,6 +60,9 @@ class Shielded<T> final : public T {
     bool Load(const char* text, FIIteratorBase& from) override {
         return memory::Or(false, [&] { return T::Load(text, from); });
     }
+    void GetRootId(FIValue& out) override {
+        memory::OrTell(out, [&] { T::GetRootId(out); });
+    }
 };
 
 template <std::derived_from<FIEntry> T>
@@ -74,8 +77,14 @@ class Shielded<T> final : public ShieldedEntry<T> {
     void GetPath(FIValue& out) override {
         memory::OrTell(out, [&] { T::GetPath(out); });
     }
+    void GetStep(int level, FIValue& out) override {
+        memory::OrTell(out, [&] { T::GetStep(level, out); });
+    }
     FIReferenceBase* GetNode() override {
         return memory::Or(nullptr, [this] { return T::GetNode(); });
+    }
+    void GetUnits(FIValue& unit, FIValue& spec_unit) override {
+        memory::OrNothing([&] { T::GetUnits(unit, spec_unit); });
     }
 };
 

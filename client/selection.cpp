@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a selection holds: items come, go and are told. selection_file.cpp has its files,
+// selection_values.cpp its values, selection_states.cpp what became of it.
+
+#include "fixtop/client/selection.h"
+
+#include <algorithm>
+
+#include "case_state.h"
+#include "fixtop/client/pattern.h"
+#include "selection_items.h"
+#include "texts.h"
+
+namespace fixtop::client {
+
+namespace {
+
+constexpr char kUnsavable[] =
+    "its path can't be kept in a file: a name in it has a control character, or looks like an "
+    "entity of XML";
+
+// Of plain text nothing is lost on the way to a file and back.
+bool IsPlain(const std::string& path) {
+    return std::all_of(path.begin(), path.end(),
+                       [](unsigned char c) { return c >= ' ' && c < 0x7f && c != '&'; });
+}
+
+bool ComesBack(const Node& node) {
+    const std::string path = node.Path();
+    if (IsPlain(path)) return true;
+    const Ref<FICollectionBase> saved = NewCollection();
+    if (!saved->Add(node.Iterator())) return false;
+    FIValue text;
+    saved->ToXml(text);
+    const Ref<FICollectionBase> read = NewCollection();
+    if (!read->FromXml(text.ToText().c_str()) || read->Count() != 1) return false;
+    return PathOf(*FirstOf(*read)) == PathOf(*FirstOf(*saved));
+}
+
+}  // namespace
+
+Ref<FICollectionBase> NewCollection() {
+    return Ref<FICollectionBase>::Adopt(Given(FixtopMakeCollection()));
+}
+
+Ref<FICollectionIteratorBase> FirstOf(FICollectionBase& collection) {
+    auto item = Ref<FICollectionIteratorBase>::Adopt(Given(collection.MakeIterator()));
+    item->First();
+    return item;
+}
+
+std::string PathOf(FICollectionIteratorBase& item) {
+    FIValue path;
+    item.GetPath(path);
+    return path.ToText();
+}
+
+int WayOf(FICollectionIteratorBase& item) {
+    FIValue type;
+    item.GetAttribute(FIValue("type"), type);
+    return IsGoneText(type.ToText()) ? FICollectionIteratorBase::kNoWay : item.GetWay();
+}
+
+bool IsKnown(FICollectionIteratorBase& item) {
+    return item.GetWay() != FICollectionIteratorBase::kByLikelyPlace;
+}
+
+Selection::Selection(const Node& root) : root_(root), collection_(NewCollection()) {}
+
+std::size_t Selection::Size() const {
+    return static_cast<std::size_t>(collection_->Count());
+}
+
+Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
+    auto at = FirstOf(*collection_);
+    for (; item > 0 && at->IsValid(); --item) at->Next();
+    if (!at->IsValid()) throw Error("a selection has no item of this number");
+    return at;
+}
+
+bool Selection::Add(const Node& node, const std::string& unit) {
+    if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
+    if (!unit.empty()) node.ShowIn(unit);
+    const int before = collection_->Count();
+    FICollectionElement* const item = collection_->Add(node.Iterator());
+    if (!item) throw Refused(node.Path(), "is in another tree than the selection");
+    if (collection_->Count() != before) return true;
+    if (unit.empty()) return false;
+    const auto at = ItemAt(static_cast<std::size_t>(collection_->IndexOf(item)));
+    FIValue refused;
+    at->SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
+    if (!refused.IsNull()) throw Refused(node.Path(), refused.ToText());
+    return false;
+}
+
+bool Selection::Remove(const std::string& path) {
+    const Pattern wanted(path);
+    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
+        const std::string item = PathOf(*at);
+        if (item == path || wanted.IsSame(Pattern(item))) return collection_->Remove(at->Item());
+    }
+    return false;
+}
+
+std::string Selection::Path(std::size_t item) const {
+    return PathOf(*ItemAt(item));
+}
+
+std::string Selection::Unit(std::size_t item) const {
+    FIValue unit, spec_unit;
+    ItemAt(item)->GetUnits(unit, spec_unit);
+    return unit.ToText();
+}
+
+std::optional<Node> Selection::NodeOf(std::size_t item) const {
+    const auto at = ItemAt(item);
+    if (!root_ || !IsKnown(*at)) return std::nullopt;
+    const auto node = Ref<FIReferenceBase>::Adopt(at->GetNode());
+    if (!node) return std::nullopt;
+    return Node(root_->OpenCase(), Ref<FIIteratorBase>::Adopt(Given(node->Copy())));
+}
+
+}  // namespace fixtop::client

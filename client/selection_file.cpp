@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+// Selection: its files.
+
+#include "case_state.h"
+#include "fixtop/client/selection.h"
+#include "saved_text.h"
+#include "selection_items.h"
+
+namespace fixtop::client {
+
+namespace {
+
+[[noreturn]] void ThrowNoSelection(const std::string& file) {
+    throw CaseError({file + ": no selection; expected XML with the root CollectionBackup or "
+                            "Selection"});
+}
+
+// The tree that the steps of a file begin in. Whole paths say it by their first name, so that those
+// are looked for in both.
+Node RootFor(FICollectionBase& read, const Case& on) {
+    FIValue id;
+    read.GetRootId(id);
+    return id.IsNull() || id.ToText() == on.Top().Name() ? on.Top() : on.Neutral();
+}
+
+}  // namespace
+
+Selection Selection::Load(const std::string& file) {
+    const std::string text = ReadSavedText(file);
+    Ref<FICollectionBase> collection = NewCollection();
+    if (!collection->FromXml(text.c_str())) ThrowNoSelection(file);
+    return {std::nullopt, std::move(collection)};
+}
+
+Selection Selection::Load(const std::string& file, const Case& on) {
+    const std::string text = ReadSavedText(file);
+    const Ref<FICollectionBase> read = NewCollection();
+    const bool is_backup = read->FromXml(text.c_str());
+    Selection selection(is_backup ? RootFor(*read, on) : on.Top());
+    const auto load = [&] {
+        return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
+    };
+    if (!load()) ThrowNoSelection(file);
+    if (is_backup || selection.Size() > 0) return selection;
+    selection.root_ = on.Neutral();
+    if (!load()) ThrowNoSelection(file);
+    return selection;
+}
+
+void Selection::Save(const std::string& file) const {
+    FIValue text;
+    collection_->ToXml(text);
+    WriteSavedText(file, text.ToText());
+}
+
+}  // namespace fixtop::client
