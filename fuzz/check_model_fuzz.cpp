@@ -7,7 +7,7 @@
 #include "check.h"
 #include "diagnostics/error_log.h"
 #include "mapping/check/check_model.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 #include "platform/resources.h"
 
 namespace fixtop {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "mapping/check/finding.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 
 namespace fixtop {
 

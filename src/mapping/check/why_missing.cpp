@@ -9,6 +9,7 @@
 #include "framework/path/path_match.h"
 #include "mapping/nodes/class_entry.h"
 #include "mapping/translators/find_translator.h"
+#include "mapping/translators/function_translator.h"
 #include "mapping/translators/scalar_translators.h"
 #include "mapping/translators/unit_and_enum_converter.h"
 #include "model/attribute_walker.h"
