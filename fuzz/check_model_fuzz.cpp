@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "check.h"
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/check/check_model.h"
 #include "mapping/translators/semantic_modules.h"
 #include "platform/resources.h"

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "diagnostics/error_log.h"
 #include "model/class_file_text.h"
 #include "model/class_library.h"
 #include "xml/document_handler.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "mapping/check/finding.h"
+#include "mapping/check/findings.h"
 #include "mapping/translators/semantic_modules.h"
 
 namespace fixtop {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/map_file/map_text.h"
 #include "mapping/map_file/named_text_element.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/translators/function_tables.h"
 #include "xml/message_text.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/translators/function_translator.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/map_file/map_text.h"
 #include "mapping/translators/function_tables.h"
 #include "mapping/translators/reference_move.h"
