@@ -9,8 +9,7 @@ namespace fixtop {
 namespace {
 
 bool IsControl(unsigned char c) {
-    constexpr unsigned char kDelete = 0x7f;
-    return c < ' ' || c == kDelete;
+    return c < ' ' || c == '\x7f';  // DEL
 }
 
 // In UTF-8 the upper control characters are two bytes, of which this is the first.

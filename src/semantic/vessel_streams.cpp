@@ -19,7 +19,7 @@ using semantic::kReboiler;
 // variable and the vessel, and of the list of vessels and the column.
 constexpr int kLevelsOfVessel = 4;
 
-bool VesselStreamStep(FIIteratorBase& it, int move, const char* vessel, const char* name) {
+bool VesselStep(FIIteratorBase& it, int move, const char* vessel, const char* name) {
     const Ref<FIIteratorBase> walker = semantic::CopyUnlessMove(it, move);
     return semantic::FindVessel(*walker, vessel) && semantic::SeekNames(*walker, {name}) &&
            semantic::FollowLink(*walker, kLevelsOfVessel);
@@ -30,40 +30,37 @@ bool VesselStreamStep(FIIteratorBase& it, int move, const char* vessel, const ch
 // ---- The condenser
 
 bool CTCondVapor(FIIteratorBase* it, int move) {
-    return Exported(
-        [=] { return VesselStreamStep(*it, move, kCondenser, "Overhead Vapour Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kCondenser, "Overhead Vapour Stream"); });
 }
 
 bool CTCondDistillate(FIIteratorBase* it, int move) {
-    return Exported([=] { return VesselStreamStep(*it, move, kCondenser, "Distillate Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kCondenser, "Distillate Stream"); });
 }
 
 bool CTCondHeavyDistillate(FIIteratorBase* it, int move) {
-    return Exported([=] { return VesselStreamStep(*it, move, kCondenser, "Heavy Liquid Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kCondenser, "Heavy Liquid Stream"); });
 }
 
 bool CTCondReflux(FIIteratorBase* it, int move) {
-    return Exported([=] { return VesselStreamStep(*it, move, kCondenser, "Reflux Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kCondenser, "Reflux Stream"); });
 }
 
 // ---- The reboiler
 
 bool CTRebBoilup(FIIteratorBase* it, int move) {
-    return Exported([=] { return VesselStreamStep(*it, move, kReboiler, "Boilup Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kReboiler, "Boilup Stream"); });
 }
 
 bool CTRebLiquid(FIIteratorBase* it, int move) {
-    return Exported(
-        [=] { return VesselStreamStep(*it, move, kReboiler, "Liquid Product Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kReboiler, "Liquid Product Stream"); });
 }
 
 bool CTRebLiquid2(FIIteratorBase* it, int move) {
-    return Exported(
-        [=] { return VesselStreamStep(*it, move, kReboiler, "2nd Liquid Draw Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kReboiler, "2nd Liquid Draw Stream"); });
 }
 
 bool CTRebVapor(FIIteratorBase* it, int move) {
-    return Exported([=] { return VesselStreamStep(*it, move, kReboiler, "Vapour Draw Stream"); });
+    return Exported([=] { return VesselStep(*it, move, kReboiler, "Vapour Draw Stream"); });
 }
 
 }  // namespace fixtop
