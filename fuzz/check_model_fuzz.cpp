@@ -7,6 +7,7 @@
 #include "check.h"
 #include "diagnostics/module_log.h"
 #include "mapping/check/check_model.h"
+#include "mapping/check/findings.h"
 #include "mapping/translators/semantic_modules.h"
 #include "platform/resources.h"
 

@@ -5,6 +5,7 @@
 #include "framework/reference/reference.h"
 #include "fuzzed_reader.h"
 #include "mapping/map_file/map_file.h"
+#include "mapping/translators/array_translator.h"
 #include "mapping/translators/find_translator.h"
 #include "mapping/translators/semantic_modules.h"
 #include "model/class_library.h"
