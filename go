@@ -294,15 +294,17 @@ cmd_fuzz() {
 }
 
 cmd_soak() {
-    local steps=${1-1000000} view
+    local steps=${1-1000000} view host
     [[ $steps =~ ^[1-9][0-9]*$ ]] || { usage >&2; exit 2; }
     need build test
     build asan --target lifetimes_soak || fail "the build failed"
-    for view in raw neutral mixed; do
-        say "$steps steps, $view"
-        ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
-            build/asan/tests/lifetimes/lifetimes_soak "$steps" "$RANDOM" "$view" </dev/null ||
-            fail "the random client failed"
+    for host in case_host own_host; do
+        for view in raw neutral mixed; do
+            say "$steps steps, $host, $view"
+            ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+                build/asan/tests/lifetimes/lifetimes_soak "$steps" "$RANDOM" "$view" "$host" \
+                </dev/null || fail "the random client failed"
+        done
     done
 }
 
@@ -312,11 +314,31 @@ cmd_memory() {
     need build test
     build release || fail "the build failed"
     say "memory runs out in the module"
-    build/release/tests/memory/memory_test all "$step" </dev/null || fail "the module failed"
+    on_all_cores "$step" memory_in_module || fail "the module failed"
     say "memory runs out in the program"
-    MEMORY_STEP=$step FIXTOP_PROGRAM=$PWD/build/release/tools/fixtop/fixtop \
+    on_all_cores "$step" memory_in_program || fail "the program failed"
+}
+
+# Calls a function with a step and a first number on each core, so that they share each step-th.
+on_all_cores() {
+    local step=$1 function=$2 cores first runs=() run good=0
+    cores=$(nproc)
+    for ((first = 0; first < cores; ++first)); do
+        "$function" $((step * cores)) $((1 + step * first)) &
+        runs+=($!)
+    done
+    for run in "${runs[@]}"; do wait "$run" || good=1; done
+    return $good
+}
+
+memory_in_module() {
+    build/release/tests/memory/memory_test all "$1" "$2" </dev/null
+}
+
+memory_in_program() {
+    MEMORY_STEP=$1 MEMORY_FIRST=$2 FIXTOP_PROGRAM=$PWD/build/release/tools/fixtop/fixtop \
         MEMORY_PRELOAD=$PWD/build/release/tests/memory/libmemory_preload.so \
-        python3 -B tests/memory/program_test.py -v </dev/null || fail "the program failed"
+        python3 -B tests/memory/program_test.py -v </dev/null
 }
 
 cmd_coverage() {

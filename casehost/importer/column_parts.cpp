@@ -16,10 +16,6 @@ constexpr char kReboiler[] = "Reboiler";
 constexpr std::pair<const char*, const char*> kCondenserTypes[] = {
     {"Total_Condenser", "Total"}, {"Partial_Condenser", "Partial"}, {"Full_Reflux", "FullReflux"}};
 
-Number NumberOf(const ValueData& value) {
-    return value.number == kEmpty ? Number() : Number(value.number);
-}
-
 const std::vector<std::string>& LabelsOf(const VariableData& variable, std::size_t dimension = 0) {
     static const std::vector<std::string> none;
     const std::vector<DimensionData>& dimensions = variable.spec->dimensions;
@@ -33,12 +29,6 @@ int IndexOf(const std::vector<std::string>& labels, const std::string& label) {
 }
 
 }  // namespace
-
-const VariableData* FindVariable(const ObjectData& object, const std::string& name) {
-    const auto has_name = [&](const VariableData& each) { return each.spec->name == name; };
-    const auto found = std::ranges::find_if(object.variables, has_name);
-    return found == object.variables.end() ? nullptr : &*found;
-}
 
 Number ValueOf(const ObjectData& object, const std::string& name) {
     const VariableData* variable = FindVariable(object, name);

@@ -17,8 +17,6 @@ struct ColumnStream {
     int stage;  // from 0 at the top
 };
 
-// Null when the object has no such variable.
-const VariableData* FindVariable(const ObjectData& object, const std::string& name);
 Number ValueOf(const ObjectData& object, const std::string& name);
 // Of the element with this label.
 Number ValueOf(const ObjectData& object, const std::string& name, const std::string& label);

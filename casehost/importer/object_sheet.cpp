@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "object_sheet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -52,6 +53,16 @@ std::vector<Choice> Words(std::initializer_list<const char*> words) {
     std::vector<Choice> choices;
     for (const char* word : words) choices.push_back({word, word});
     return choices;
+}
+
+const VariableData* FindVariable(const ObjectData& object, std::string_view name) {
+    const auto has_name = [&](const VariableData& each) { return each.spec->name == name; };
+    const auto found = std::ranges::find_if(object.variables, has_name);
+    return found == object.variables.end() ? nullptr : &*found;
+}
+
+Number NumberOf(const ValueData& value) {
+    return value.number == kEmpty ? Number() : Number(value.number);
 }
 
 DimensionData LabelledBy(std::vector<std::string> labels) {

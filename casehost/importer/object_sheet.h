@@ -35,6 +35,10 @@ std::vector<Choice> Words(std::initializer_list<const char*> words);
 DimensionData LabelledBy(std::vector<std::string> labels);
 // Elements that are told apart by their number, from 0.
 DimensionData Numbered(std::size_t count);
+// Null when the object has no such variable.
+const VariableData* FindVariable(const ObjectData& object, std::string_view name);
+// Null for an empty one.
+Number NumberOf(const ValueData& value);
 // Null for one that is not finite.
 Number InInternalUnit(Number value, FileUnit unit);
 

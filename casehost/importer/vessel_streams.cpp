@@ -18,17 +18,6 @@ using StreamIndex = std::unordered_map<std::string_view, const ObjectData*>;
 
 constexpr FileUnit kFlow{"MolarFlow", "kgmole/h"};
 
-const VariableData* FindVariable(const ObjectData& object, std::string_view name) {
-    const auto found = std::ranges::find_if(object.variables, [&](const VariableData& variable) {
-        return variable.spec->name == name;
-    });
-    return found == object.variables.end() ? nullptr : &*found;
-}
-
-Number NumberOf(const ValueData& value) {
-    return value.number == kEmpty ? Number() : Number(value.number);
-}
-
 // The sum of those that are there.
 void AddTo(Number& sum, Number value) {
     if (value) sum = sum.value_or(0.0) + *value;

@@ -18,13 +18,14 @@ using namespace fixtop::host;
 
 enum UnitTypes : VarType { kTemperature = 1, kPressure = 2 };
 
-class Stream final : public BasicObject<Viewable> {
+class Stream : public BasicObject<Viewable> {
  public:
     Stream(const char* name, Viewable* flowsheet, double temperature_C, double pressure_kPa)
         : BasicObject(name, kMaterialStreamType, flowsheet), values_{temperature_C, pressure_kPa} {
         DescribeRow(0, "Temperature", kTemperature);
         DescribeRow(1, "Pressure", kPressure);
     }
+    virtual ~Stream() = default;
     const LinkedList* VariableNames() override { return &names_; }
     VariableNameInfo* FindVariableName(const VarDescription& variable) override {
         return IsOwn(variable) ? &rows_[variable.Number()] : nullptr;
@@ -62,8 +63,8 @@ class MainFlowSheet final : public BasicObject<FlowSheet> {
     FlowSheetObjectIterator Objects() override { return FlowSheetObjectIterator(&objects_); }
     FlowSheetSolver* Solver() override { return nullptr; }
 
-    Stream& Add(const char* name, double temperature_C, double pressure_kPa) {
-        streams_.push_back(std::make_unique<Stream>(name, this, temperature_C, pressure_kPa));
+    Stream& Add(std::unique_ptr<Stream> stream) {
+        streams_.push_back(std::move(stream));
         objects_.Add(static_cast<Viewable*>(streams_.back().get()));
         return *streams_.back();
     }
@@ -106,8 +107,11 @@ class Services final : public BasicServices {
 
     // ---- The simulator's own side ----
     Stream& Add(const char* name, double temperature_C, double pressure_kPa) {
+        return Add(std::make_unique<Stream>(name, &case_.Streams(), temperature_C, pressure_kPa));
+    }
+    Stream& Add(std::unique_ptr<Stream> stream) {
         revision_ = NewNumber();
-        return case_.Streams().Add(name, temperature_C, pressure_kPa);
+        return case_.Streams().Add(std::move(stream));
     }
     void Delete(const Stream& stream) {
         case_.Streams().Delete(stream);

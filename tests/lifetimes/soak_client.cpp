@@ -21,10 +21,6 @@ constexpr int kDeepest = 3;
 
 const Path kSheet = {{"appModel"}, {"FlowSheetObjects"}};
 
-void* SessionOf(casehost::Case* live) {
-    return static_cast<host::SimulationCase*>(live);
-}
-
 // The number that a value or a note begins with; -1 when it is neither.
 long NumberIn(const std::string& answer) {
     const std::size_t note = answer.find("note ");
@@ -112,7 +108,7 @@ void SoakClient::OpenRoot() {
     root.removals = world_.Removals();
     root.neutral = views_ == Views::neutral || (views_ == Views::mixed && dice_.OneIn(2));
     world_.Activate(root.case_number);
-    void* session = SessionOf(world_.Live(root.case_number));
+    void* session = world_.Live(root.case_number);
     if (dice_.OneIn(8)) {
         root.top = Ref<FIEntry>::Adopt(GetCombinedEntry(session));
     } else {
@@ -133,10 +129,9 @@ void SoakClient::OpenRoot() {
 void SoakClient::LeaveRoot() {
     if (roots_.empty()) return;
     const auto at = roots_.begin() + dice_.Roll(static_cast<int>(roots_.size()));
-    casehost::Case* live = world_.Live(at->case_number);
+    host::SimulationCase* live = world_.Live(at->case_number);
     roots_.erase(at);
-    for (int calls = dice_.Roll(3); calls > 0; --calls)
-        UnsetTopNotify(live ? SessionOf(live) : nullptr);
+    for (int calls = dice_.Roll(3); calls > 0; --calls) UnsetTopNotify(live);
 }
 
 SoakClient::Root* SoakClient::LiveRoot() {
@@ -193,7 +188,7 @@ void SoakClient::Take() {
     held->kind = kKinds[dice_.Roll(static_cast<int>(std::size(kKinds)))];
     if (held->kind == Kind::batch && (root->neutral || !dice_.OneIn(8))) held->kind = Kind::node;
     const bool whole = held->kind == Kind::batch || world_.At(number).is_operation;
-    held->field = whole ? Field::object : static_cast<Field>(dice_.Roll(4));
+    held->field = whole ? Field::object : static_cast<Field>(dice_.Roll(world_.FieldCount()));
     held->neutral = root->neutral;
     held->number = number;
     held->removals = root->removals;
@@ -256,15 +251,10 @@ void SoakClient::UseHeld(Held& held) {
 
 void SoakClient::OrderEvent() {
     if (!world_.HasHost()) return;
-    const auto event = [this] {
+    world_.Order([this] {
         ++disturbances_;
         world_.Disturb();
-    };
-    if (dice_.OneIn(2)) {
-        world_.Script().InStore(1, event);
-    } else {
-        world_.Script().AtTurn(1 + dice_.Roll(4), event);
-    }
+    });
 }
 
 // ---- What they must show
@@ -427,7 +417,7 @@ void SoakClient::UseSolver() {
         Solver solver;
         solver.case_number = cases.front();
         solver.removals = world_.Removals();
-        solver.solver.reset(GetTopHovexSolver(SessionOf(world_.Live(solver.case_number)), 1));
+        solver.solver.reset(GetTopHovexSolver(world_.Live(solver.case_number), 1));
         solvers_.push_back(std::move(solver));
         return;
     }

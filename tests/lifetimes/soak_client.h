@@ -34,8 +34,7 @@ class SoakClient {
     const Counts& Count() const { return counts_; }
 
  private:
-    // What of an object a handle stands on.
-    enum class Field { object, temperature, note, profile };
+    using Field = World::Field;
 
     struct Root {
         Ref<FIEntry> top;

@@ -1,22 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The simulator of the random client: up to three cases, connected and not, whose objects come, go,
-// take each other's names, and are closed or taken out with their host. It keeps a book of its own
-// on what is alive.
+// The simulator of the random client: cases whose objects come, go, take each other's names, and
+// are closed or taken out with their host. It keeps a book of its own on what is alive; which host
+// does all that says a derived class.
 //
 // Every object has a number of its own: its temperature and profile are that number with a
 // fraction, its note tells it. So what a handle shows tells whose it is.
 
 #include <functional>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "casehost/case_host.h"
-#include "live/case.h"
-#include "support/host_script.h"
+#include "fixtop/host/services.h"
 
 namespace fixtop::lifetimes {
 
@@ -41,11 +38,15 @@ class World {
         bool lives = true;
         host::Viewable* object = nullptr;
     };
+    // What of an object a handle stands on.
+    enum class Field { object, temperature, note, profile };
 
     using Fail = std::function<void(const std::string&)>;
+    using Event = std::function<void()>;
 
-    World(Dice& dice, Fail fail);
-    ~World();
+    World(Dice& dice, Fail fail) : dice_(dice), fail_(std::move(fail)) {}
+    // A derived class takes its host out before.
+    virtual ~World() = default;
     World(const World&) = delete;
     World& operator=(const World&) = delete;
 
@@ -54,14 +55,15 @@ class World {
     int Removals() const { return removals_; }
     // It is being taken out right now: one case after the other ends.
     bool IsGoing() const { return is_going_; }
-    HostScript& Script() { return *script_; }
 
     // The cases that are open, by their numbers, which are never used again.
-    std::vector<int> Cases() const;
-    casehost::Case* Live(int case_number) const;
-    bool IsOnline(int case_number) const;
+    virtual std::vector<int> Cases() const = 0;
+    // Null when it is not open.
+    virtual host::SimulationCase* Live(int case_number) const = 0;
     // Makes it the active one.
-    void Activate(int case_number);
+    virtual void Activate(int case_number) = 0;
+    // The fields that its streams have: so many from the first.
+    virtual int FieldCount() const = 0;
 
     const Thing& At(int number) const { return things_[static_cast<std::size_t>(number)]; }
     bool Lives(int number) const { return At(number).lives; }
@@ -70,50 +72,45 @@ class World {
     // Where it stands among those of its kind in its flowsheet.
     int IndexOf(int number) const;
     bool HasName(int case_number, const std::string& name) const;
-    std::size_t Count() const { return things_.size(); }
 
     // One event that may happen while clients are on the stack.
-    void Disturb();
-    // What the host does when none is: its loop, new hosts, the return of the present one.
+    virtual void Disturb() = 0;
+    // Lets it happen later, where the host may change things while a client waits.
+    virtual void Order(Event event) = 0;
+    // What the host does when no client is on the stack: its loop, the return of a host.
     void Rest();
-    void OpenCase();
 
- private:
-    struct OpenedCase {
-        int number;
-        casehost::Case* live;
-        bool online;
-    };
+ protected:
+    virtual host::HostServices& Services() = 0;
+    // Makes one in place of the present host, if any.
+    virtual void MakeHost() = 0;
+    virtual void RunLoop() = 0;
+    // Opens what there should be more.
+    virtual void Refill() = 0;
+    // Its cases are gone, and it is about to be.
+    virtual void Forget() = 0;
 
-    void NewHost();
+    void Start();
     void TakeOut();
-    void WatchTurns();
-    void Close(std::size_t index);
-    void Delete(OpenedCase& of);
-    void Rename(OpenedCase& of);
-    void Add(OpenedCase& of);
-    void Replace(OpenedCase& of);
-    void Move(OpenedCase& of);
-    void AddNamed(OpenedCase& of, const std::string& name, int holder);
-    void BuryThing(int number);
+
+    std::size_t ThingCount() const { return things_.size(); }
     int NewThing(int case_number, const std::string& name, int holder, bool operation);
-    void Enter(OpenedCase& of, const casehost::CaseData& data);
+    void Name(int number, const std::string& name);
+    // Finds the objects of what was just opened or added, and what stands in it.
     void Match(host::FlowSheet* sheet, int case_number, int holder);
     void BuryAll(const std::function<bool(const Thing&)>& of);
-    casehost::ObjectData StreamOf(int number) const;
-    casehost::ObjectData OperationOf(int number);
+    void BuryThing(int number);
+    // As if those from this number on had never been.
+    void Unmake(std::size_t from);
     std::string RandomName();
 
     Dice& dice_;
     Fail fail_;
-    std::unique_ptr<casehost::CaseHost> host_;
-    std::shared_ptr<HostScript> script_;
+
+ private:
     bool installed_ = false;
     int removals_ = 0;
     bool is_going_ = false;
-    int turns_ = 0;  // of the host's loop since the last Rest
-    int next_case_ = 0;
-    std::vector<OpenedCase> cases_;
     std::vector<Thing> things_;
     std::vector<int> living_;
 };

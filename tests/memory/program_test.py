@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Runs the program and lets memory run out in it: at places that take some, spread over all of
-them, or with MEMORY_STEP at each step-th allocation; once so that one allocation fails, once so
-that all do from there on. The program then ends with 3 and says why, or has done what it does with
+them, or with MEMORY_STEP at each step-th allocation from MEMORY_FIRST; once so that one allocation
+fails, once so that all do from there on. The program then ends with 3 and says why, or has done what it does with
 memory."""
 
 import os
@@ -17,6 +17,7 @@ from support import DONE, PROGRAM, UNREADABLE, ProgramTest  # noqa: E402
 
 PRELOAD = os.environ["MEMORY_PRELOAD"]
 STEP = int(os.environ.get("MEMORY_STEP", "0"))
+FIRST = int(os.environ.get("MEMORY_FIRST", "1"))
 # That are tried in a run without a step.
 PLACES = 40
 # The others are how the system calls it, of a file that it can't open.
@@ -42,7 +43,7 @@ class ProgramWithoutMemory(ProgramTest):
         count, *places = map(int, file.read_text(encoding="utf-8").split())
         self.assertTrue(places)
         if STEP:
-            return range(1, count + 1, STEP)
+            return range(FIRST, count + 1, STEP)
         return {*places[::len(places) // PLACES + 1], *range(count + 1 - last, count + 1)}
 
     def disturb(self, arguments, check, last=0):
