@@ -93,6 +93,9 @@ class FICollectionBase {
     // The id of the step above all others, which is the name of the top that the nodes were chosen
     // below; NULL while there are no steps.
     virtual void GetRootId(FIValue& out) = 0;
+    // Several attributes of each item in one pass, item by item: `values` has room for Count()
+    // times `count` values. Each as GetValues has it.
+    virtual void GetRows(const FIValue* attributes, int count, FIValue* values) = 0;
 };
 
 // Reads and stores go to the node of the present item, in the item's units. Name, attribute source,

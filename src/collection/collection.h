@@ -64,6 +64,7 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     bool Load(const char* text, FIIteratorBase& from) override;
     FICollectionElement* ItemAt(int index) override { return items_.At(index); }
     void GetRootId(FIValue& out) override;
+    void GetRows(const FIValue* attributes, int count, FIValue* values) override;
 
     // For the collection's own iterators.
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
 #include "framework/nodes/counted.h"
