@@ -54,12 +54,14 @@ HRESULT CQSICollection::Store(std::int32_t count, const Value* values, const cha
                               Convert convert) {
     if (count < 0) return kResultFail;
     if (count > 0 && !values) return kResultPointer;
+    // Whoever hears of a store may let go of the collection.
+    const Ref<FICollectionBase> held = items_;
     return RunMember([&] {
-        const int stored = std::min(count, items_->Count());
+        const int stored = std::min(count, held->Count());
         const auto size = static_cast<std::size_t>(stored);
         std::vector<FIValue> given(size), outs(size);
         std::transform(values, values + stored, given.begin(), convert);
-        items_->SetValues(ValueName(), given.data(), stored, TextOrNull(unit), outs.data());
+        held->SetValues(ValueName(), given.data(), stored, TextOrNull(unit), outs.data());
         return std::ranges::all_of(outs, &FIValue::IsNull) ? kResultOk : kResultFalse;
     });
 }

@@ -5,9 +5,8 @@
 
 #include "automation/attribute.h"
 #include "automation/attribute_iterator.h"
-#include "automation/collection.h"
+#include "automation/filled_collection.h"
 #include "automation/member.h"
-#include "collection/make_collection.h"
 #include "fixtop/automation/v_node.h"
 
 namespace fixtop {
@@ -92,19 +91,17 @@ HRESULT NodeObject<Interface>::GetParent(IQSINode** parent) {
 
 template <class Interface>
 HRESULT NodeObject<Interface>::NewCollection(IQSICollection** collection) {
-    return HandOutObject(collection, [&]() -> IQSICollection* {
-        Ref<FICollectionBase> made = MakeCollection();
-        return made->Add(*Copy()) ? new CQSICollection(std::move(made)) : nullptr;
+    return HandOutObject(collection, [&] {
+        return MakeFilledCollection([&](FICollectionBase& made) { return made.Add(*Copy()); });
     });
 }
 
 template <class Interface>
 HRESULT NodeObject<Interface>::GetAltPath(const char* path, IQSICollection** collection) {
     if (LacksText(collection, path)) return kResultPointer;
-    return HandOutObject(collection, [&]() -> IQSICollection* {
-        Ref<FICollectionBase> made = MakeCollection();
-        const bool is_path = made->AddMatches(*Copy(), FIValue(path)) >= 0;
-        return is_path ? new CQSICollection(std::move(made)) : nullptr;
+    return HandOutObject(collection, [&] {
+        return MakeFilledCollection(
+            [&](FICollectionBase& made) { return made.AddMatches(*Copy(), FIValue(path)) >= 0; });
     });
 }
 

@@ -3,10 +3,9 @@
 
 #include <string>
 
-#include "automation/collection.h"
+#include "automation/filled_collection.h"
 #include "automation/held_node.h"
 #include "automation/member.h"
-#include "collection/make_collection.h"
 
 namespace fixtop {
 
@@ -17,11 +16,10 @@ HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQS
     const HRESULT found = FindHeldNode(node, kHeldNodeId, place);
     if (found != kResultOk) return found;
     if (!text || size <= 0) return kResultFalse;
-    const HRESULT result = HandOutObject(out, [&]() -> IQSICollection* {
+    const HRESULT result = HandOutObject(out, [&] {
         const std::string terminated(text, static_cast<std::size_t>(size));
-        Ref<FICollectionBase> made = MakeCollection();
-        const bool loaded = made->Load(terminated.c_str(), *place);
-        return loaded ? new CQSICollection(std::move(made)) : nullptr;
+        return MakeFilledCollection(
+            [&](FICollectionBase& made) { return made.Load(terminated.c_str(), *place); });
     });
     return result == kResultFalse ? kResultFail : result;
 }

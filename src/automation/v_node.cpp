@@ -22,6 +22,14 @@ HRESULT ReadAs(FIIteratorBase& node, const char* name, T* out, Convert convert) 
     });
 }
 
+// Whoever hears of the store may let go of the node: its place is held here.
+template <class Make>
+HRESULT StoreMade(Ref<FIIteratorBase> held, const char* name, char** error, Make make) {
+    if (LacksText(error, name)) return kResultPointer;
+    return HandOutMessage(error,
+                          [&](FIValue& out) { held->SetAttribute(FIValue(name), make(), 0, out); });
+}
+
 }  // namespace
 
 HRESULT CQSVNode::GetInt(const char* name, std::int32_t* value) {
@@ -41,29 +49,21 @@ HRESULT CQSVNode::GetString(const char* name, char** value) {
     return HandOutText(value, [&](FIValue& out) { iterator->GetAttribute(FIValue(name), out); });
 }
 
-HRESULT CQSVNode::Store(const char* name, const FIValue& value, char** error) {
-    if (LacksText(error, name)) return kResultPointer;
-    return HandOutMessage(
-        error, [&](FIValue& out) { iterator->SetAttribute(FIValue(name), value, 0, out); });
-}
-
 HRESULT CQSVNode::SetInt(const char* name, std::int32_t value, char** error) {
-    return Store(name, FIValue::OfInt(value), error);
+    return StoreMade(iterator, name, error, [=] { return FIValue::OfInt(value); });
 }
 
 HRESULT CQSVNode::SetDouble(const char* name, double value, char** error) {
-    return Store(name, FIValue::OfReal(value), error);
+    return StoreMade(iterator, name, error, [=] { return FIValue::OfReal(value); });
 }
 
 HRESULT CQSVNode::SetBool(const char* name, bool value, char** error) {
-    return Store(name, FIValue::OfInt(value ? 1 : 0), error);
+    return SetInt(name, value ? 1 : 0, error);
 }
 
 HRESULT CQSVNode::SetString(const char* name, const char* value, char** error) {
-    if (LacksText(error, name, value)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) {
-        iterator->SetAttribute(FIValue(name), FIValue(value), 0, out);
-    });
+    if (LacksText(error, value)) return kResultPointer;
+    return StoreMade(iterator, name, error, [=] { return FIValue(value); });
 }
 
 HRESULT CQSVNode::GetChildByIndex(std::int32_t index, IQSVNode** child) {

@@ -43,8 +43,6 @@ class CQSVNode final : public NodeObject<IQSVNode> {
  private:
     explicit CQSVNode(Ref<FIIteratorBase> place) : NodeObject(std::move(place), Make) {}
     ~CQSVNode() override = default;
-
-    HRESULT Store(const char* name, const FIValue& value, char** error);
 };
 
 }  // namespace fixtop

@@ -57,11 +57,13 @@ HRESULT CQSVNode::SetArrayValues(std::int32_t count, const char* const* names,
     *error = nullptr;
     const HRESULT checked = CheckArrays(count, names, values);
     if (checked != kResultOk) return checked;
+    // Whoever hears of a store may let go of the node.
+    const Ref<FIIteratorBase> held = iterator;
     return HandOutMessage(error, [&](FIValue& first) {
         for (std::int32_t i = 0; i < count; ++i) {
             FIValue out;
             if (values[i].type == Variant::kEmpty) continue;
-            iterator->SetAttribute(FIValue(names[i]), ToValue(values[i]), 0, out);
+            held->SetAttribute(FIValue(names[i]), ToValue(values[i]), 0, out);
             if (first.IsNull()) first = out;
         }
     });

@@ -7,27 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
+#include "automation/task_memory.h"
 #include "fixtop/automation.h"
 #include "fixtop/ref.h"
 
-#if defined(_WIN32)
-#include <objbase.h>
-#else
-#include <cstdlib>
-#endif
-
 namespace fixtop {
-
-inline void FreeAsClient(void* memory) {
-#if defined(_WIN32)
-    CoTaskMemFree(memory);
-#else
-    std::free(memory);
-#endif
-}
 
 // Nothing can be at this address: that a member wrote null over it is seen.
 template <class T>

@@ -248,27 +248,48 @@ TEST_F(QsvNode, array_of_values_is_stored_but_for_the_empty_ones) {
               }));
 }
 
-// The unit in which the value is read.
-TEST_F(QsvNode, display_unit_is_kept_and_a_unit_of_one_read_is_not) {
-    std::string unit;
-    feed_.on_read = [&](FIVarSet* vars, const std::string&) {
-        FIValue own;
-        vars->GetUnit(FIValue(), own);
-        unit = own.IsNull() ? "(NULL)" : own.ToText();
-    };
+// What a store of a unit leaves is told by the tree; here it only has to arrive.
+TEST_F(QsvNode, unit_forms_store_the_unit_first) {
+    std::string log;
+    feed_.on_write = [&](FIVarSet*, const std::string& name) { log += name + ";"; };
+    feed_.on_read = [&](FIVarSet*, const std::string& name) { log += "read " + name + ";"; };
+    const auto logged = [&] { return std::exchange(log, ""); };
     double value = 0;
     EXPECT_EQ(kResultOk, node_->GetDoubleInUnit("K", &value));
     EXPECT_EQ(25.5, value);
-    EXPECT_EQ("K", unit);
+    EXPECT_EQ("uom;read value;", logged());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetDoubleInUnit(1.5, "F", out); }));
+    EXPECT_EQ("uom;value;", logged());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetSpecDouble(2.5, out); }));
+    EXPECT_EQ("spec_value;", logged());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetSpecDoubleInUnit(3.5, "R", out); }));
+    EXPECT_EQ("spec_uom;spec_value;", logged());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetDisplayUnit("bar", "", out); }));
+    EXPECT_EQ("uom;", logged());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetDisplaySpecUnit("atm", "", out); }));
+    EXPECT_EQ("spec_uom;", logged());
+    feed_.on_write = {};
+    feed_.on_read = {};
+    EXPECT_EQ("1.5", ReadOf(*node_, "value"));
+    EXPECT_EQ("bar", ReadOf(*node_, "uom"));
+    EXPECT_EQ("3.5", ReadOf(*node_, "spec_value"));
+    EXPECT_EQ("atm", ReadOf(*node_, "spec_uom"));
+}
+
+TEST_F(QsvNode, display_unit_of_a_quantity_goes_to_whoever_reads_by_the_node) {
+    std::string units;
+    feed_.on_read = [&](FIVarSet* vars, const std::string&) {
+        FIValue unit, spec_unit;
+        vars->GetUnit(FIValue("Pressure"), unit);
+        vars->GetSpecUnit(FIValue("Pressure"), spec_unit);
+        units = unit.ToText() + " " + spec_unit.ToText();
+    };
+    EXPECT_EQ("",
+              Stored([&](char** out) { return node_->SetDisplayUnit("bar", "Pressure", out); }));
+    EXPECT_EQ(
+        "", Stored([&](char** out) { return node_->SetDisplaySpecUnit("atm", "Pressure", out); }));
     EXPECT_EQ("25.5", ReadOf(*node_, "value"));
-    EXPECT_EQ("(NULL)", unit);
-    EXPECT_EQ("", Stored([&](char** out) { return node_->SetDisplayUnit("F", "", out); }));
-    EXPECT_EQ("25.5", ReadOf(*node_, "value"));
-    EXPECT_EQ("F", unit);
-    EXPECT_EQ(kResultOk, node_->GetDoubleInUnit("K", &value));
-    EXPECT_EQ("K", unit);
-    EXPECT_EQ("25.5", ReadOf(*node_, "value"));
-    EXPECT_EQ("F", unit);
+    EXPECT_EQ("bar atm", units);
 }
 
 TEST_F(QsvNode, null_pointers_are_refused) {

@@ -522,6 +522,7 @@ const std::vector<Scenario>& Scenarios() {
         {"refer_neutral", ReferNeutral},
         {"iterate", Iterate},
         {"exports", CallExports},
+        {"automation", Automate},
         {"definitions", ReadDefinitions},
         {"shipped_model", OpenShippedModel},
         {"solver", Solve},
