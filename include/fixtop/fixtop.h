@@ -11,6 +11,7 @@
 
 #include "fixtop/automation/node.h"
 #include "fixtop/automation/unknown.h"
+#include "fixtop/collection.h"
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
 #include "fixtop/iterator.h"
@@ -169,6 +170,11 @@ FIXTOP_EXPORT void FixtopWriteName(const FIValue& name, FIValue& written);
 FIXTOP_EXPORT void FixtopWriteKey(const FIValue& key, FIValue& written);
 // What tells the node from siblings of its name, as plain text; NULL when nothing does.
 FIXTOP_EXPORT void FixtopKeyOf(FIIteratorBase* node, FIValue& key);
+
+// ---- Collections ----
+
+// A selection of nodes, empty; fixtop/collection.h tells what it does.
+FIXTOP_EXPORT FICollectionBase* FixtopMakeCollection();
 
 // ---- The neutral view ----
 

@@ -10,7 +10,7 @@ namespace fixtop {
 template <class Fill>
 IQSICollection* MakeFilledCollection(Fill fill) {
     Ref<FICollectionBase> made = MakeCollection();
-    return made && fill(*made) ? new CQSICollection(std::move(made)) : nullptr;
+    return fill(*made) ? new CQSICollection(std::move(made)) : nullptr;
 }
 
 }  // namespace fixtop

@@ -61,8 +61,7 @@ HRESULT CQSIDocument::GetSessionText(char** text) {
 
 HRESULT CQSIDocument::CreateCollection(IQSICollection** collection) {
     return HandOutObject(collection, [&]() -> IQSICollection* {
-        auto* const one = static_cast<IQSICollection*>(document_.CreateCollection());
-        return one ? HandOut(one) : nullptr;
+        return HandOut(static_cast<IQSICollection*>(document_.CreateCollection()));
     });
 }
 

@@ -174,6 +174,31 @@ TEST_F(QsiNode, new_collection_holds_the_node) {
     EXPECT_EQ(kResultFalse, items->Move(1));
 }
 
+TEST_F(QsiNode, alternative_path_collects_all_matches) {
+    const auto all =
+        Take<IQSICollection>([&](IQSICollection** out) { return top_->GetAltPath("Feed.*", out); });
+    const auto items = Take<IQSICollectionIterator>(
+        [&](IQSICollectionIterator** out) { return all->GetIterator(out); });
+    std::string paths;
+    for (HRESULT on = items->Reset(); on == kResultOk; on = items->Move(1)) {
+        paths += PathOf(*Take<IQSINode>([&](IQSINode** out) { return items->GetNode(out); })) + ";";
+    }
+    EXPECT_EQ("Root.Feed.Temperature;Root.Feed.Pressure;", paths);
+}
+
+TEST_F(QsiNode, alternative_path_without_matches_is_an_empty_collection) {
+    const auto none = Take<IQSICollection>(
+        [&](IQSICollection** out) { return top_->GetAltPath("Feed.Nope", out); });
+    std::int32_t count = -1;
+    double* values = nullptr;
+    EXPECT_EQ(kResultOk, none->GetValues(&count, &values));
+    EXPECT_EQ(0, count);
+    EXPECT_EQ(kResultFalse, Refused<IQSICollection>([&](IQSICollection** out) {
+                  return top_->GetAltPath("Feed[", out);
+              }))
+        << "no path";
+}
+
 TEST_F(QsiNode, all_classes_are_counted) {
     const auto alive = [](CountedClass counted) { return CountOf(counted).alive; };
     const int nodes = alive(CountedClass::CQSINode);

@@ -93,6 +93,7 @@ class ScriptContext final : public CountedFromZero<FIContext> {
         if (kind == kKeyCursor) {
             return node_.keys.empty() ? EmptyCursor() : new ScriptCursor(node_, node_.keys);
         }
+        if (node_.on_children) node_.on_children();
         return new ScriptCursor(node_, node_.children);
     }
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override {

@@ -140,6 +140,9 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
     bool IsFrozen() const { return !frozen_.empty(); }
+    // The units that it shows to entries.
+    bool HasUnits() const { return var_set_.HasUnits(); }
+    void ForgetUnits() { var_set_.ForgetUnits(); }
     // Of what the root stands on; null when that can't go. Lent.
     Liveness* Life() const { return life_.Get(); }
     // The object of the present node does not live any more.

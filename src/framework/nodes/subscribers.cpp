@@ -2,6 +2,7 @@
 #include "framework/nodes/subscribers.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "diagnostics/memory_guard.h"
 
@@ -28,6 +29,7 @@ bool SubscriberList::Remove(void* owner, int kind) {
 template <class Wanted>
 void SubscriberList::Tell(bool deletion, Wanted wanted) {
     ++rounds_;
+    const std::uint64_t outer = std::exchange(present_round_, ++rounds_begun_);
     // By index, since a callback may subscribe, which moves the records; who comes during the round
     // waits for the next, or one that leaves and comes back would be called without end.
     const std::size_t count = records_.size();
@@ -37,6 +39,7 @@ void SubscriberList::Tell(bool deletion, Wanted wanted) {
         const Record record = records_[i];
         memory::Outside([&] { record.callback(record.owner, record.kind); });
     }
+    present_round_ = outer;
     if (--rounds_ == 0 && erase_pending_) EraseInactive();
 }
 

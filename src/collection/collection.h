@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// Collection: the one collection of the module; fixtop/collection.h tells the operations.
+//
+// The items' steps are a tree, so that a thousand variables of one stream share the way there, and
+// looking for their nodes goes it once. Each item has a reference of its own, which finds its node
+// again after a change of structure by itself.
+// Re-entrance: a subscriber may do anything from within its call: the operation that led there
+// holds the collection, and its place among the items survives what becomes of them.
+// Limits: a way has at most kMostSteps steps, which is what the reader of the backup form takes.
+
+#include <memory>
+
+#include "collection/collection_subscribers.h"
+#include "collection/item_list.h"
+#include "diagnostics/instance_counts.h"
+#include "fixtop/collection.h"
+#include "framework/iterator/iterator.h"
+#include "platform/xml_reader.h"
+
+namespace fixtop {
+
+struct ReadSelection;
+struct StepId;
+
+class Collection : public FICollectionBase, private Counted<CountedClass::FICollectionBase> {
+ public:
+    static constexpr int kMostSteps = kMaxXmlDepth - 1;
+
+    Collection() = default;
+    Collection(const Collection&) = delete;
+    Collection& operator=(const Collection&) = delete;
+    // Empty; starts at one reference.
+    static Ref<FICollectionBase> Make();
+
+    int AddRef() override { return ++references_; }
+    int Release() override;
+    const void* TypeId() const override;
+    FICollectionIteratorBase* MakeIterator() override;
+
+    void StartWatching() override;
+    void StopWatching() override;
+
+    int Count() override { return items_.Count(); }
+    void GetValues(const FIValue& attribute, FIValue* values) override;
+    void SetValues(const FIValue& attribute, const FIValue* values, int count, const FIValue& unit,
+                   FIValue* outs) override;
+
+    void ToXml(FIValue& out) override;
+    bool FromXml(const char* text) override;
+
+    bool Subscribe(void* owner, void* tag, FICollectionCallback callback) override;
+    bool Unsubscribe(void* owner, void* tag) override;
+
+    int IndexOf(const FICollectionElement* item) override;
+    void Clear() override;
+    bool Remove(FICollectionElement* item) override;
+    bool RemoveAt(int index) override;
+    bool Contains(const FICollectionElement* item) override;
+
+    FICollectionElement* Add(FIIteratorBase& node) override;
+    int AddMatches(FIIteratorBase& from, const FIValue& path) override;
+    bool Load(const char* text, FIIteratorBase& from) override;
+    FICollectionElement* ItemAt(int index) override { return items_.At(index); }
+
+    // For the collection's own iterators.
+
+    ItemList& Items() { return items_; }
+    // The item's reference; null when it has no node and none is found.
+    Ref<FIReference> NodeOf(FICollectionElement& item);
+    // The item takes over the units in which its reference shows the node.
+    void KeepUnits(FICollectionElement& item);
+
+ protected:
+    ~Collection() override;
+
+ private:
+    template <int kKind>
+    static void OnChange(void* item, int);
+
+    // At the root of the tree in which an iterator stands, with no units or variables of its own.
+    static Ref<FIIterator> TopOf(const FIIterator& node);
+    // The steps to a node, of which the missing ones are made; null when the way is too long.
+    FICollectionElement* StepTo(FIIterator& node);
+    FICollectionElement& StepBelow(FICollectionElement& step, const StepId& id);
+    // Whether a node belongs to the tree in which the nodes are sought.
+    bool IsInTree(FIIterator& node) const;
+    // Looks for the nodes of those items that have none.
+    void FindMissing();
+    void Find(FICollectionElement& item);
+    // The item refers to the node on which the iterator stands.
+    void Bind(FICollectionElement& item, FIIterator& node);
+    void Listen(FICollectionElement& item);
+    void LeaveAlone(FICollectionElement& item);
+    void Tell(FICollectionElement& item, int kind);
+
+    void Store(FICollectionElement& item, const FIValue& attribute, const FIValue& value,
+               const FIValue& unit, FIValue& out);
+    void Take(ReadSelection read, Ref<FIIterator> top);
+    void AddPath(const std::string& path, FIIterator& root);
+    void Prune(FICollectionElement* step);
+
+    std::unique_ptr<FICollectionElement> root_;
+    // Stands on the node of the root; null until a node was added.
+    Ref<FIIterator> top_;
+    ItemList items_;
+    CollectionSubscribers subscribers_;
+    bool is_watching_ = false;
+    int references_ = 1;
+};
+
+inline constexpr char kNothingToRead[] = "No element under this node";
+inline constexpr char kNothingToWrite[] = "No element exists under this node";
+
+}  // namespace fixtop

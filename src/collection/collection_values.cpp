@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+// Collection: values of all items, and the texts in which it is kept.
+
+#include "collection/backup_reader.h"
+#include "collection/backup_writer.h"
+#include "collection/collection.h"
+#include "collection/selection_batch.h"
+#include "collection/step_ids.h"
+#include "framework/iterator/shielded_iterator.h"
+#include "framework/path/path_names.h"
+
+namespace fixtop {
+
+namespace {
+
+constexpr char kNoSuchUnit[] = "Unable to find unit";
+
+}  // namespace
+
+// ---- values ----
+
+void Collection::GetValues(const FIValue& attribute, FIValue* values) {
+    const auto self = Ref<Collection>::Share(this);
+    const int count = Count();
+    if (is_watching_) FindMissing();
+    int index = 0;
+    for (ItemPosition at(items_); index < count && at.Next(); ++index) {
+        if (const Ref<FIReference> node = at.Item()->node) {
+            node->GetAttribute(attribute, values[index]);
+        } else {
+            values[index].SetText(kNothingToRead);
+        }
+    }
+    // Who heard of an end meanwhile may have removed items.
+    for (; index < count; ++index) values[index].SetText(kNothingToRead);
+}
+
+// In the unit of the values in place of the item's own, for this store.
+void Collection::Store(FICollectionElement& item, const FIValue& attribute, const FIValue& value,
+                       const FIValue& unit, FIValue& out) {
+    const Ref<FIReference> node = NodeOf(item);
+    if (!node) return out.SetText(kNothingToWrite);
+    if (unit.IsNull()) return node->SetAttribute(attribute, value, 0, out);
+    auto& it = *static_cast<FIIterator*>(node->GetIterator());
+    const ItemUnits own = item.Units();
+    if (node->Rebind() && !ShowIn({unit, unit}, it)) {
+        out.SetText(kNoSuchUnit);
+    } else {
+        node->SetAttribute(attribute, value, 0, out);
+    }
+    ShowIn(own, it);
+}
+
+void Collection::SetValues(const FIValue& attribute, const FIValue* values, int count,
+                           const FIValue& unit, FIValue* outs) {
+    const auto self = Ref<Collection>::Share(this);
+    if (is_watching_) FindMissing();
+    SelectionBatch batch(top_ ? top_->EntryAt(0) : nullptr);
+    int index = 0;
+    for (ItemPosition at(items_); index < count && at.Next(); ++index) {
+        FIValue out;
+        if (!values[index].IsNull()) Store(*at.Item(), attribute, values[index], unit, out);
+        if (outs) outs[index] = std::move(out);
+    }
+    batch.Solve();
+}
+
+// ---- texts ----
+
+void Collection::ToXml(FIValue& out) {
+    WriteBackup(root_.get(), items_, out);
+}
+
+// What was read takes the place of everything.
+void Collection::Take(ReadSelection read, Ref<FIIterator> top) {
+    Clear();
+    if (read.form != ReadSelection::Form::kBackup) return;
+    root_ = std::move(read.root);
+    top_ = std::move(top);
+    for (FICollectionElement* each : read.items) items_.Append(*each);
+    try {
+        FindMissing();
+    } catch (...) {
+        Clear();
+        throw;
+    }
+}
+
+bool Collection::FromXml(const char* text) {
+    const auto self = Ref<Collection>::Share(this);
+    ReadSelection read = ReadBackup(text, *this);
+    const bool is_backup = read.form == ReadSelection::Form::kBackup;
+    Take(std::move(read), top_);
+    return is_backup;
+}
+
+bool Collection::Load(const char* text, FIIteratorBase& from) {
+    auto* given = dynamic_cast<FIIterator*>(&from);
+    const auto self = Ref<Collection>::Share(this);
+    ReadSelection read = given ? ReadBackup(text, *this) : ReadSelection();
+    const bool is_read = read.form != ReadSelection::Form::kNone;
+    const std::vector<std::string> paths = std::move(read.paths);
+    const auto top = is_read ? TopOf(*given) : Ref<FIIterator>();
+    Take(std::move(read), top);
+    for (const std::string& path : paths) AddPath(path, *top);
+    return is_read;
+}
+
+// A whole path begins with the name of the root.
+void Collection::AddPath(const std::string& path, FIIterator& root) {
+    const auto node = Ref<FIIterator>::Adopt(root.Copy());
+    FIValue name;
+    root.GetPath(name);
+    const std::string lead = name.ToText() + '.';
+    if (path.empty()) return;
+    const bool is_found =
+        path + '.' == lead ||
+        (path.starts_with(lead) && node->SeekPath(FIValue(path.c_str() + lead.size()))) ||
+        node->SeekPath(FIValue(path.c_str()));
+    if (is_found) Add(*node);
+}
+
+}  // namespace fixtop
