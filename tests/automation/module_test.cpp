@@ -237,6 +237,196 @@ TEST_F(AutomationModule, neutral_nodes_have_class_and_key) {
     EXPECT_DOUBLE_EQ(1000, flow);
 }
 
+// ---- Collections ----
+
+constexpr char kAllTemperatures[] = "appModel.FlowSheetObjects.Streams.*.Temperature";
+
+class CollectionsOfModule : public AutomationModule {
+ protected:
+    Ref<IQSICollection> Matches(const char* path) {
+        return Take<IQSICollection>(
+            [&](IQSICollection** out) { return Top().GetAltPath(path, out); });
+    }
+    static std::vector<double> Values(IQSICollection& collection) {
+        std::int32_t count = 0;
+        double* values = nullptr;
+        EXPECT_EQ(kResultOk, collection.GetValues(&count, &values));
+        const std::vector<double> read(values, values + count);
+        FreeAsClient(values);
+        return read;
+    }
+};
+
+TEST_F(CollectionsOfModule, values_of_all_items_are_read_and_stored) {
+    const auto temperatures = Matches(kAllTemperatures);
+    std::vector<double> expected;
+    const auto entry = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+    const auto it = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(entry.Get(), false));
+    ASSERT_TRUE(it->SeekPath(FIValue(kStreams)));
+    for (bool on = it->DownFirst(); on; on = it->Next()) {
+        const auto below = Ref<FIIteratorBase>::Adopt(it->Copy());
+        if (!below->SeekPath(FIValue("Temperature"))) continue;
+        FIValue value;
+        below->GetAttribute(FIValue("value"), value);
+        expected.push_back(value.AsDouble());
+    }
+    ASSERT_LT(3u, expected.size());
+    EXPECT_EQ(expected, Values(*temperatures));
+    const auto raw_gas = Matches(kTemperature);
+    const double kelvin[] = {313.15};
+    EXPECT_EQ(kResultOk, raw_gas->SetValueReals(1, kelvin, "K"));
+    EXPECT_EQ("40", ReadOf(*ChildOf(Top(), kTemperature), "value"));
+    const char* texts[] = {"35"};
+    EXPECT_EQ(kResultOk, raw_gas->SetValueTexts(1, texts, nullptr));
+    EXPECT_EQ(std::vector<double>({35}), Values(*raw_gas));
+    const auto products = Matches("appModel.FlowSheetObjects.Streams.\"Sales Gas\".Temperature");
+    EXPECT_EQ(kResultFalse, products->SetValueReals(1, kelvin, "K")) << "it is calculated";
+}
+
+TEST_F(CollectionsOfModule, backup_form_names_the_way_to_the_node) {
+    EXPECT_EQ(
+        "<?xml version=\"1.0\" ?>\n<CollectionBackup>\n"
+        " <Pathnode id=\"Top\">\n"
+        "  <Pathnode id=\"appModel\">\n"
+        "   <Pathnode id=\"FlowSheetObjects\">\n"
+        "    <Pathnode id=\"Streams\">\n"
+        "     <Pathnode id=\"Raw Gas\">\n"
+        "      <Pathnode id=\"Temperature\" loc=\"0\"/>\n"
+        "     </Pathnode>\n"
+        "    </Pathnode>\n"
+        "   </Pathnode>\n"
+        "  </Pathnode>\n"
+        " </Pathnode>\n"
+        "</CollectionBackup>\n",
+        TakeText([&](char** out) { return Matches(kTemperature)->GetAsXml(out); }));
+}
+
+TEST_F(CollectionsOfModule, selection_is_pasted) {
+    const std::string selection =
+        "<Selection><Items><Item><Path>appModel.FlowSheetObjects.Streams.\"Raw Gas\".Temperature"
+        "</Path></Item></Items></Selection>";
+    const auto pasted = Take<IQSICollection>([&](IQSICollection** out) {
+        return FixtopPasteCollection(&Top(), selection.c_str(), static_cast<int>(selection.size()),
+                                     out);
+    });
+    EXPECT_EQ(std::vector<double>({30}), Values(*pasted));
+    EXPECT_EQ(kResultFalse, Refused<IQSICollection>([&](IQSICollection** out) {
+                  return FixtopPasteCollection(&Top(), nullptr, 0, out);
+              }));
+}
+
+TEST_F(CollectionsOfModule, document_has_one_collection_until_it_is_dropped) {
+    const auto document = Ref<IQSIDocument>::Adopt(
+        static_cast<IQSIDocument*>(GetDocumentAgg(nullptr, this, nullptr)));
+    const auto make = [&] {
+        return Take<IQSICollection>(
+            [&](IQSICollection** out) { return document->CreateCollection(out); });
+    };
+    const auto one = make();
+    EXPECT_EQ(one.Get(), make().Get());
+    EXPECT_EQ(2u, CountOf(*one)) << "the document's, and the test's";
+    EXPECT_EQ(kResultOk, one->AddNode(ChildOf(Top(), kTemperature).Get()));
+    EXPECT_EQ(kResultOk, document->DropCollection());
+    EXPECT_EQ(1u, CountOf(*one));
+    EXPECT_EQ(std::vector<double>({30}), Values(*one)) << "who holds it has it still";
+    const auto other = make();
+    EXPECT_NE(one.Get(), other.Get());
+    EXPECT_TRUE(Values(*other).empty());
+    EXPECT_EQ(kResultOk, document->DropCollection());
+    EXPECT_EQ(kResultOk, document->DropCollection());
+}
+
+// Counts what it hears, and does once what it is told to.
+class CountingSink final : public IQSISink {
+ public:
+    HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId&, void** out) override {
+        *out = nullptr;
+        return kResultNoInterface;
+    }
+    std::uint32_t FIXTOP_MEMBER AddRef() override { return ++references_; }
+    std::uint32_t FIXTOP_MEMBER Release() override { return --references_; }
+    HRESULT FIXTOP_MEMBER Invoke(std::int32_t event, const Variant& detail) override {
+        EXPECT_EQ(IQSISink::kChanged, event);
+        heard.push_back(detail.type == Variant::kInt ? detail.number : -1);
+        if (on_call) std::exchange(on_call, nullptr)();
+        return kResultOk;
+    }
+
+    std::vector<int> heard;
+    std::function<void()> on_call;
+
+ private:
+    std::uint32_t references_ = 1;
+};
+
+class SinksOfModule : public CollectionsOfModule {
+ protected:
+    void SetUp() override {
+        CollectionsOfModule::SetUp();
+        collection_ = Matches(kTemperature);
+        EXPECT_EQ(kResultOk, collection_->AddNode(
+                                 ChildOf(Top(), "appModel.FlowSheetObjects.UnitOps.E-100").Get()));
+        point_ = Take<IQSIConnectionPoint>(
+            [&](IQSIConnectionPoint** out) { return collection_->GetConnectionPoints(out); });
+        EXPECT_EQ(kResultOk, point_->Advise(&sink_, &cookie_));
+    }
+    void TearDown() override {
+        point_.Reset();
+        collection_.Reset();
+        EXPECT_EQ(1u, CountOf(sink_));
+        CollectionsOfModule::TearDown();
+    }
+    // One change of the case that the host tells.
+    void Step() {
+        host::IModelCallback* callback = host_.ActiveCase()->OnlineManager()->ModelCallback();
+        ASSERT_NE(nullptr, callback);
+        callback->SimulationStep();
+    }
+
+    Ref<IQSICollection> collection_;
+    Ref<IQSIConnectionPoint> point_;
+    CountingSink sink_;
+    std::uint32_t cookie_ = 0;
+};
+
+TEST_F(SinksOfModule, change_reaches_a_sink_once_for_each_item) {
+    Step();
+    EXPECT_EQ(std::vector<int>({0, 1}), sink_.heard);
+    EXPECT_EQ(kResultOk, point_->Unadvise(cookie_));
+    sink_.heard.clear();
+    if (host::IModelCallback* callback = host_.ActiveCase()->OnlineManager()->ModelCallback()) {
+        callback->SimulationStep();
+    }
+    EXPECT_TRUE(sink_.heard.empty());
+}
+
+TEST_F(SinksOfModule, sink_leaves_within_its_call_and_hears_no_more) {
+    sink_.on_call = [&] { EXPECT_EQ(kResultOk, point_->Unadvise(cookie_)); };
+    Step();
+    EXPECT_EQ(1u, sink_.heard.size());
+}
+
+TEST_F(SinksOfModule, collection_and_nodes_are_let_go_of_within_a_call) {
+    sink_.on_call = [&] {
+        point_.Reset();
+        collection_.Reset();
+        top_node_.Reset();
+    };
+    Step();
+    EXPECT_EQ(1u, sink_.heard.size());
+}
+
+TEST_F(SinksOfModule, case_is_closed_within_a_call) {
+    sink_.on_call = [&] { host_.Close(*host_.ActiveLiveCase()); };
+    Step();
+    EXPECT_LE(1u, sink_.heard.size());
+    EXPECT_EQ(std::vector<double>({0, 0}), Values(*collection_)) << "no numbers any more";
+    const auto items = Take<IQSICollectionIterator>(
+        [&](IQSICollectionIterator** out) { return collection_->GetIterator(out); });
+    EXPECT_EQ(kResultOk, items->Reset());
+    EXPECT_EQ("Node deleted", TakeText([&](char** out) { return items->GetId(out); }));
+}
+
 // ---- Documents ----
 
 class DocumentsOfModule : public AutomationModule {
