@@ -116,6 +116,89 @@ Ref<T> Top(Client& client, void* (*get)(void*, void**)) {
     return Ref<T>::Adopt(static_cast<T*>(client.In([=] { return get(nullptr, nullptr); })));
 }
 
+void TellItems(Client& client, IQSICollection& collection) {
+    auto items = TakeOut<IQSICollectionIterator>(
+        client, [&](IQSICollectionIterator** out) { return collection.GetIterator(out); });
+    bool on = items && client.In([&] { return items->Reset(); }) == kResultOk;
+    while (on) {
+        TellText(client, [&](char** out) { return items->GetId(out); });
+        auto node = TakeOut<IQSINode>(client, [&](IQSINode** out) { return items->GetNode(out); });
+        client.Drop(node);
+        auto value = TakeOut<IQSIAttribute>(
+            client, [&](IQSIAttribute** out) { return items->GetValue("value", out); });
+        if (value) TellText(client, [&](char** out) { return value->GetString(out); });
+        client.Drop(value);
+        on = client.In([&] { return items->Move(1); }) == kResultOk;
+    }
+    client.Drop(items);
+}
+
+void TellCollection(Client& client, IQSICollection& collection) {
+    Variant values;
+    client.TellAnswer([&] { return collection.GetValueVariant(&values); });
+    client.Tell(static_cast<int>(values.count));
+    FreeAsClient(values.type == Variant::kRealArray ? values.reals : nullptr);
+    const double kelvin[] = {385.15};
+    client.TellAnswer([&] { return collection.SetValueReals(1, kelvin, "K"); });
+    const char* texts[] = {"112"};
+    client.TellAnswer([&] { return collection.SetValueTexts(1, texts, nullptr); });
+    TellText(client, [&](char** out) { return collection.GetAsXml(out); });
+    TellItems(client, collection);
+}
+
+// Hears of nothing; whether it is there is what counts.
+class DeafSink final : public IQSISink {
+ public:
+    HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId&, void** out) override {
+        *out = nullptr;
+        return kResultNoInterface;
+    }
+    std::uint32_t FIXTOP_MEMBER AddRef() override { return ++references; }
+    std::uint32_t FIXTOP_MEMBER Release() override { return --references; }
+    HRESULT FIXTOP_MEMBER Invoke(std::int32_t, const Variant&) override { return kResultOk; }
+
+    std::uint32_t references = 0;
+};
+
+void Watch(World& world, Client& client, IQSICollection& collection) {
+    DeafSink sink;
+    std::uint32_t cookie = 0;
+    auto point = TakeOut<IQSIConnectionPoint>(
+        client, [&](IQSIConnectionPoint** out) { return collection.GetConnectionPoints(out); });
+    if (point) {
+        client.TellAnswer([&] { return point->Advise(&sink, &cookie); });
+        if (host::IModelCallback* callback = world.Callback()) {
+            client.In([=] { callback->SimulationStep(); });
+        }
+        client.TellAnswer([&] { return point->Unadvise(cookie); });
+    }
+    client.Drop(point);
+    client.Tell(static_cast<int>(sink.references));
+}
+
+void Collect(World& world, Client& client, IQSINode& top) {
+    const char selection[] =
+        "<Selection><Items><Item><Path>appModel.FlowSheetObjects.Streams.S3.Temperature</Path>"
+        "</Item></Items></Selection>";
+    auto all = TakeOut<IQSICollection>(client, [&](IQSICollection** out) {
+        return top.GetAltPath("appModel.FlowSheetObjects.Streams.*.Temperature", out);
+    });
+    if (all) TellCollection(client, *all);
+    if (all) Watch(world, client, *all);
+    client.Drop(all);
+    auto one = TakeOut<IQSICollection>(
+        client, [&](IQSICollection** out) { return top.NewCollection(out); });
+    auto node = Child(client, top, kTemperature);
+    if (one && node) client.TellAnswer([&] { return one->AddNode(node.Get()); });
+    client.Drop(node);
+    client.Drop(one);
+    auto pasted = TakeOut<IQSICollection>(client, [&](IQSICollection** out) {
+        return FixtopPasteCollection(&top, selection, sizeof selection - 1, out);
+    });
+    if (pasted) TellItems(client, *pasted);
+    client.Drop(pasted);
+}
+
 void TellDocument(Client& client) {
     const int identity = 0;
     const auto get = [&] {
@@ -139,7 +222,7 @@ void TellDocument(Client& client) {
 
 }  // namespace
 
-void Automate(World&, Client& client) {
+void Automate(World& world, Client& client) {
     auto top = Top<IQSINode>(client, GetQSINode);
     if (top) {
         auto node = Child(client, *top, kTemperature);
@@ -149,6 +232,7 @@ void Automate(World&, Client& client) {
         auto streams = Child(client, *top, kStreams);
         if (streams) TellChildren(client, *streams);
         client.Drop(streams);
+        Collect(world, client, *top);
     }
     client.Drop(top);
     auto v_top = Top<IQSVNode>(client, QSVGetTopNode);
