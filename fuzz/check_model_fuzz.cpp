@@ -5,9 +5,10 @@
 #include <string_view>
 
 #include "check.h"
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/check/check_model.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/check/findings.h"
+#include "mapping/translators/semantic_modules.h"
 #include "platform/resources.h"
 
 namespace fixtop {

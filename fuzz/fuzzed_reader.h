@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "platform/resources.h"
 #include "platform/xml_reader.h"
 

@@ -5,8 +5,9 @@
 #include "framework/reference/reference.h"
 #include "fuzzed_reader.h"
 #include "mapping/map_file/map_file.h"
+#include "mapping/translators/array_translator.h"
 #include "mapping/translators/find_translator.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 #include "model/class_library.h"
 #include "support/scripted_tree.h"
 

@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <climits>
 
-#include "xml/named_elements.h"
+#include "xml/document_handler.h"
+#include "xml/named_element.h"
 #include "xml/sax_adapters.h"
 
 namespace fixtop {

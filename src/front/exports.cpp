@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "diagnostics/error_log.h"
 #include "diagnostics/memory_guard.h"
+#include "diagnostics/module_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
 #include "framework/iterator/shielded_iterator.h"

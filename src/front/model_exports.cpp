@@ -12,7 +12,7 @@
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"
 #include "mapping/open/open_model.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 #include "semantic/function_table.h"
 
 namespace fixtop {

@@ -26,6 +26,10 @@ std::vector<std::string> SplitParts(const std::string& moniker) {
     }
 }
 
+bool IsDimension(int number) {
+    return 0 <= number && number <= 2;
+}
+
 }  // namespace
 
 HostServices* LocalServices() {
@@ -182,7 +186,7 @@ VarDescription& VarDescription::LastPart() {
 }
 
 void VarDescription::SetOffset(int dimension, int offset, bool relative) {
-    if (IsEmpty() || dimension < 0 || dimension > 2) return;
+    if (IsEmpty() || !IsDimension(dimension)) return;
     Body& body = LastPart().Own();
     int& place = body.offsets[dimension];
     body.replaced[dimension] = place;
@@ -194,13 +198,11 @@ void VarDescription::FillRunning(const int* indices, unsigned count) {
 }
 
 int VarDescription::Offset(int dimension) const {
-    if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
-    return body_->offsets[dimension];
+    return body_ && IsDimension(dimension) ? body_->offsets[dimension] : kNoOffset;
 }
 
 int VarDescription::ReplacedOffset(int dimension) const {
-    if (!body_ || dimension < 0 || dimension > 2) return kNoOffset;
-    return body_->replaced[dimension];
+    return body_ && IsDimension(dimension) ? body_->replaced[dimension] : kNoOffset;
 }
 
 void VarDescription::GetPathDimensions(Viewable* object, DimInfo& out, int) const {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/attribute_walker.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "model/class_library.h"
 #include "xml/message_text.h"
 

@@ -4,12 +4,13 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "diagnostics/error_log.h"
 #include "model/class_file_text.h"
 #include "model/class_library.h"
+#include "xml/document_handler.h"
 #include "xml/log_element.h"
 #include "xml/message_text.h"
-#include "xml/named_elements.h"
+#include "xml/named_element.h"
+#include "xml/text_element.h"
 
 namespace fixtop {
 

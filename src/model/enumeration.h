@@ -9,7 +9,7 @@
 #include <string>
 
 #include "diagnostics/instance_counts.h"
-#include "model/model_types.h"
+#include "model/named_object.h"
 
 namespace fixtop {
 

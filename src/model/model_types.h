@@ -1,22 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The small closed vocabularies of the model files, and the base of all records.
+// The small closed vocabularies of the model files.
 
 #include <span>
-#include <string>
 #include <string_view>
-#include <utility>
 
 namespace fixtop {
-
-class CCDMNamedObject {
- public:
-    explicit CCDMNamedObject(std::string object_name) : name(std::move(object_name)) {}
-    virtual ~CCDMNamedObject() = default;
-
-    std::string name;
-};
 
 // How many elements of a list of the application are shown: as many as its count, or what the low
 // eight bits of that are, which is what programs of old expect.

@@ -4,14 +4,14 @@
 #include <array>
 
 #include "model/class_library.h"
-#include "xml/named_elements.h"
+#include "xml/document_handler.h"
+#include "xml/named_element.h"
+#include "xml/text_element.h"
 #include "xml/xml_file.h"
 
 namespace fixtop {
 
 namespace {
-
-constexpr char kKind[] = "Unit";
 
 // Elements that people write for each other.
 constexpr std::array<const char*, 4> kIgnored = {"Version", "Author", "Company", "Comments"};
@@ -67,7 +67,7 @@ bool CCDMClassLibrary::ReadUnitFile(const char* file) {
     if (file == nullptr) return false;
     DocumentHandler document(true);
     document.AddRoot<UnitFileElement>(units);
-    return ReadModelFile(kKind, file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
+    return ReadModelFile("Unit", file, ModelFileOrigin::kCaller, unitResourceModule != nullptr,
                          document);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/units_list.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "platform/names.h"
 #include "platform/no_memory.h"
 #include "xml/message_text.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The components in a column: of the fluids at its ends, of the liquid that leaves a stage, of the
-// efficiencies of a stage, and of the phases in condenser and reboiler.
+// The components in a column: of the fluids at its ends, of the liquid that leaves a stage, and of
+// the efficiencies of a stage.
 
 #include "fixtop/semantic_functions.h"
 #include "semantic/column_inlets.h"
@@ -11,17 +11,9 @@ namespace fixtop {
 namespace {
 
 using semantic::Exported;
-using semantic::IndexList;
-using semantic::NestedStep;
 using semantic::SeekNames;
 
 constexpr char kMoleFractions[] = "Comp Mole Frac";
-
-// Of condenser and reboiler.
-constexpr char kVesselRow[] = "FlashPhaseCmpCnt";
-constexpr char kVesselFractions[] = "Vessel Mole Frac";
-constexpr char kVapourFractions[] = "Vapour Mole Fraction";
-constexpr char kLiquidFractions[] = "Liquid Mole Fraction";
 
 // The rows of one stage: an array of the stages below the names, each with an array of the
 // components.
@@ -66,32 +58,6 @@ int CTLiquidFromComposition(FIIteratorBase* it, FIValue*, int index) {
 // The host's array has no other name.
 int CTColumnComponentEfficiency(FIIteratorBase* it, FIValue*, int index) {
     return Exported([=] { return StageRowList(*it, index, {"?"}); });
-}
-
-// ---- Of condenser and reboiler
-
-int CTCondRebVesselComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return IndexList(*it, index, kVesselRow, {kVesselFractions}); });
-}
-
-int CTCondRebVaporComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return IndexList(*it, index, kVesselRow, {kVapourFractions}); });
-}
-
-int CTCondRebLiquidComponentArray(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return IndexList(*it, index, kVesselRow, {kLiquidFractions}); });
-}
-
-bool CTCondRebVesselComponent(FIIteratorBase* it, int move) {
-    return Exported([=] { return NestedStep(*it, move, kVesselRow, {kVesselFractions}); });
-}
-
-bool CTCondRebVaporComponent(FIIteratorBase* it, int move) {
-    return Exported([=] { return NestedStep(*it, move, kVesselRow, {kVapourFractions}); });
-}
-
-bool CTCondRebLiquidComponent(FIIteratorBase* it, int move) {
-    return Exported([=] { return NestedStep(*it, move, kVesselRow, {kLiquidFractions}); });
 }
 
 }  // namespace fixtop

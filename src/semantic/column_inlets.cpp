@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "semantic/column_inlets.h"
 
-#include <algorithm>
-
-#include "fixtop/semantic_functions.h"
 #include "semantic/idioms.h"
 
-namespace fixtop {
-
-namespace semantic {
+namespace fixtop::semantic {
 
 namespace {
 
-constexpr char kInlets[] = "Inlets";
 constexpr char kInletStages[] = "Inlet Stream Stages";
 constexpr char kObjectName[] = "Object Name";
 
@@ -26,27 +20,6 @@ bool SeekNumberedStages(FIIteratorBase& it) {
         if (ReadId(it).ToText() == kInletStages) return true;
     }
     return false;
-}
-
-// One too many is in the list.
-int CountFeeds(FIIteratorBase& it) {
-    return std::max(CountChildren(it, {kInlets}) - 1, 0);
-}
-
-FIValue FeedName(FIIteratorBase& it, int index) {
-    const Ref<FIIteratorBase> walker = CopyOf(it);
-    if (!SeekNames(*walker, {kInlets}) || !walker->Down(index)) return FIValue();
-    return ReadChildValue(*walker, kObjectName);
-}
-
-// What is not known of this feed stays as it is of the one before.
-void SetFeed(FIIteratorBase& it, int index) {
-    SetElementName(it, "FeedElemNum", index);
-    const FIValue name = AsText(FeedName(it, index));
-    if (name.IsNull()) return;
-    it.SetVarText("FeedName", name);
-    const FIValue stage = FindFeedStage(it, name.ToText());
-    if (!stage.IsNull()) it.SetVarText("FeedStage", stage);
 }
 
 }  // namespace
@@ -78,14 +51,4 @@ FIValue FirstFeedComponentId(FIIteratorBase& it, int component) {
     return found ? AsText(ReadId(*walker)) : FIValue();
 }
 
-}  // namespace semantic
-
-int CTColumnFeeds(FIIteratorBase* it, FIValue*, int index) {
-    return semantic::Exported([=] {
-        if (index == kCountIndex) return semantic::CountFeeds(*it);
-        semantic::SetFeed(*it, index);
-        return index;
-    });
-}
-
-}  // namespace fixtop
+}  // namespace fixtop::semantic

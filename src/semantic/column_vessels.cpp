@@ -32,14 +32,15 @@ bool FindVessel(FIIteratorBase& it, const char* name) {
 
 }  // namespace semantic
 
+using semantic::Exported;
+using semantic::NozzleList;
+
 int CTCondNozzle(FIIteratorBase* it, FIValue*, int index) {
-    return semantic::Exported(
-        [=] { return semantic::NozzleList(*it, index, semantic::kCondenser); });
+    return Exported([=] { return NozzleList(*it, index, semantic::kCondenser); });
 }
 
 int CTRebNozzle(FIIteratorBase* it, FIValue*, int index) {
-    return semantic::Exported(
-        [=] { return semantic::NozzleList(*it, index, semantic::kReboiler); });
+    return Exported([=] { return NozzleList(*it, index, semantic::kReboiler); });
 }
 
 }  // namespace fixtop

@@ -7,7 +7,6 @@
 
 namespace fixtop {
 
-using semantic::CountTypedChildren;
 using semantic::Exported;
 
 namespace {
@@ -16,6 +15,10 @@ namespace {
 constexpr char kStreams[] = "Streams";
 constexpr char kUnitOperations[] = "UnitOps";
 constexpr char kUtilities[] = "Utilities";
+
+int TypedList(FIIteratorBase* it, const char* container, const char* type, int index) {
+    return Exported([=] { return semantic::CountTypedChildren(*it, container, type, index); });
+}
 
 }  // namespace
 
@@ -31,27 +34,23 @@ bool Find1(FIIteratorBase* it, int move) {
 }
 
 int CTFlowsheets(FIIteratorBase* it, FIValue*, int index) {
-    return Exported(
-        [=] { return CountTypedChildren(*it, kUnitOperations, "TemplateOpObject", index); });
+    return TypedList(it, kUnitOperations, "TemplateOpObject", index);
 }
 
 int CTStreams(FIIteratorBase* it, FIValue*, int index) {
-    return Exported(
-        [=] { return CountTypedChildren(*it, kStreams, "MaterialStreamObject", index); });
+    return TypedList(it, kStreams, "MaterialStreamObject", index);
 }
 
 int CTHeatStreams(FIIteratorBase* it, FIValue*, int index) {
-    return Exported([=] { return CountTypedChildren(*it, kStreams, "EnergyStreamObject", index); });
+    return TypedList(it, kStreams, "EnergyStreamObject", index);
 }
 
 int CTPhaseEnvelopes(FIIteratorBase* it, FIValue*, int index) {
-    return Exported(
-        [=] { return CountTypedChildren(*it, kUtilities, "EnvelopeUtilityObject", index); });
+    return TypedList(it, kUtilities, "EnvelopeUtilityObject", index);
 }
 
 int CTDistillationCurves(FIIteratorBase* it, FIValue*, int index) {
-    return Exported(
-        [=] { return CountTypedChildren(*it, kUtilities, "BPTableUtilityObject", index); });
+    return TypedList(it, kUtilities, "BPTableUtilityObject", index);
 }
 
 int CTUnitOperations(FIIteratorBase* it, FIValue* subclass, int index) {

@@ -93,8 +93,7 @@ int MoveToElement(FIIteratorBase& it, const char* array, int index) {
 }
 
 int ArrayList(FIIteratorBase& it, int index, const char* variable, Names array) {
-    if (index == kCountIndex) return CountChildren(it, array);
-    return SetElementName(it, variable, index);
+    return index == kCountIndex ? CountChildren(it, array) : SetElementName(it, variable, index);
 }
 
 int NumberList(FIIteratorBase& it, int index, const char* variable, const char* number) {
@@ -103,8 +102,7 @@ int NumberList(FIIteratorBase& it, int index, const char* variable, const char* 
 }
 
 int MovingList(FIIteratorBase& it, int index, const char* array) {
-    if (index == kCountIndex) return CountChildren(it, {array});
-    return MoveToElement(it, array, index);
+    return index == kCountIndex ? CountChildren(it, {array}) : MoveToElement(it, array, index);
 }
 
 bool SeekOfKey(FIIteratorBase& it, const char* key, int index) {
@@ -125,8 +123,7 @@ bool NextOfKey(FIIteratorBase& it, const char* key) {
 }
 
 int IndexList(FIIteratorBase& it, int index, const char* variable, Names names) {
-    if (index == kCountIndex) return CountChildren(it, names);
-    return SetElementIndex(it, variable, index);
+    return index == kCountIndex ? CountChildren(it, names) : SetElementIndex(it, variable, index);
 }
 
 bool FindChild(FIIteratorBase& it, const ChildTest& accepts, int limit) {

@@ -2,29 +2,17 @@
 #pragma once
 
 // How text is written into other languages: XML character data, path expressions and XML
-// attributes, and how numbers are read back. Pure functions on views; nothing is kept.
+// attributes. Pure functions on views; nothing is kept.
 
-#include <array>
-#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "value/character_set.h"
 
 namespace fixtop::text_forms {
 
 // The thirteen characters that mean something in a path expression.
 inline constexpr std::string_view kPathSpecials = "%#'&!|()[].=\"";
-
-// A set of characters with one look-up for each test.
-class CharacterSet {
- public:
-    explicit constexpr CharacterSet(std::string_view characters) {
-        for (char c : characters) has_[static_cast<unsigned char>(c)] = true;
-    }
-    constexpr bool operator()(char c) const noexcept { return has_[static_cast<unsigned char>(c)]; }
-
- private:
-    std::array<bool, 256> has_{};
-};
 
 inline constexpr CharacterSet IsPathSpecial(kPathSpecials);
 
@@ -46,10 +34,5 @@ bool NeedsAttributeEscape(std::string_view text) noexcept;
 
 // Appends `text` with `"`, `&` and `<` as entities, existing entities escaped once more.
 void EscapeAttribute(std::string_view text, std::string& out);
-
-// The leading number of a NUL-terminated text as the C scanner's "%d" and "%lg" read it, 0 when
-// there is none. ScanInt keeps the low 32 bits of a number out of range.
-std::int32_t ScanInt(const char* text) noexcept;
-double ScanReal(const char* text) noexcept;
 
 }  // namespace fixtop::text_forms

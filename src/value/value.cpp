@@ -9,6 +9,7 @@
 #include <limits>
 #include <new>
 
+#include "value/number_scan.h"
 #include "value/text_forms.h"
 
 namespace fixtop {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "platform/file_search.h"
 #include "xml/message_text.h"
 

@@ -6,7 +6,7 @@
 // opens a model out of a foreign file must not lose one of his own. What is refused is told in the
 // log, which goes on as it was.
 
-#include "xml/named_elements.h"
+#include "xml/named_element.h"
 
 namespace fixtop {
 

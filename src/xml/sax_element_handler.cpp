@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/sax_element_handler.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "xml/message_text.h"
 
 namespace fixtop {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_file.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "platform/file_search.h"
 #include "platform/resources.h"
 #include "xml/message_text.h"

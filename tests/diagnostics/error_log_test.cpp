@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

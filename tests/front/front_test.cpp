@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/error_log.h"
 #include "diagnostics/instance_counts.h"
+#include "diagnostics/module_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
 #include "framework/nodes/counted.h"

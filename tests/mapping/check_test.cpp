@@ -2,6 +2,7 @@
 // What the check of class and map files tells, and where.
 
 #include "mapping/check/check_model.h"
+#include "mapping/check/findings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

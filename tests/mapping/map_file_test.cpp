@@ -4,9 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mapping/translators/array_translators.h"
 #include "mapping/translators/find_translator.h"
-#include "mapping/translators/scalar_translators.h"
+#include "mapping/translators/translator.h"
 #include "mapping_fixture.h"
 #include "platform/resources.h"
 #include "support/troubled_xml_reader.h"

@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "mapping/map_file/map_text.h"
-#include "mapping/translators/array_translators.h"
+#include "mapping/translators/array_func_translator.h"
+#include "mapping/translators/array_function_translator.h"
+#include "mapping/translators/array_map_translator.h"
+#include "mapping/translators/function_translator.h"
 #include "mapping/translators/scalar_translators.h"
 #include "mapping_fixture.h"
 

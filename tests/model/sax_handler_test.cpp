@@ -8,7 +8,6 @@
 #include "support/log_lines.h"
 #include "support/temporary_folder.h"
 #include "support/vtable_slot.h"
-#include "xml/named_elements.h"
 #include "xml/sax_adapters.h"
 #include "xml/sax_element_handler.h"
 

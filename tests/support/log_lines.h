@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "support/temporary_folder.h"
 
 namespace fixtop {

@@ -64,8 +64,7 @@ bool TopCursorBase::SeekName(int, const char* name) {
 }
 
 int TopCursorBase::Compare(FICursorPosition& other) {
-    if (other.TypeId() != TypeId()) return kNotComparable;
-    return CompareKeys(*this, other);
+    return other.TypeId() == TypeId() ? CompareKeys(*this, other) : kNotComparable;
 }
 
 void TopCursorBase::GetKey(FIValue& out) {
@@ -83,8 +82,7 @@ FIEntry* TopCursorBase::GetEntry() {
 TopContext::TopContext(FIContext* inner) : inner_(Ref<FIContext>::Share(inner)) {}
 
 FICursorBase* TopContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor) return EmptyCursor();
-    return new Shielded<TopCursorBase>(inner_.Get());
+    return kind == kKeyCursor ? EmptyCursor() : new Shielded<TopCursorBase>(inner_.Get());
 }
 
 }  // namespace fixtop

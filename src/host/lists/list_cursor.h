@@ -30,8 +30,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
 
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
-        FICursorBase* clone = deep ? new Shielded<Derived>(context_.Get(), walk_) : this;
-        return HandOut(clone);
+        return HandOut(deep ? new Shielded<Derived>(context_.Get(), walk_) : this);
     }
     bool Seek(int origin, int delta) override {
         if (context_->IsGone()) return false;

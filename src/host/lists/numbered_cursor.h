@@ -63,8 +63,7 @@ class NumberedCursor : public CountedFromZero<FICursorBase> {
         }
     }
     FIEntry* GetEntry() override {
-        FIEntry* entry = StandsOnElement() ? context_->MakeEntry(position_) : EmptyEntry();
-        return HandOut(entry);
+        return HandOut(StandsOnElement() ? context_->MakeEntry(position_) : EmptyEntry());
     }
 
  protected:

@@ -19,8 +19,7 @@ HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simul
       above_(std::move(above)) {}
 
 FICursorBase* HFSOContext::MakeCursor(int kind) {
-    if (kind == kKeyCursor || IsGone()) return EmptyCursor();
-    return HandOut(NewCursor());
+    return kind == kKeyCursor || IsGone() ? EmptyCursor() : HandOut(NewCursor());
 }
 
 FICursorBase* HFSOContext::NewCursor() {

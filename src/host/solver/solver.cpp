@@ -26,8 +26,7 @@ std::optional<bool> SwitchText(const FIValue& value) {
 }
 
 std::optional<bool> SwitchValue(const FIValue& value) {
-    if (value.Kind() == FIValue::kInt) return value.AsInt() != 0;
-    return SwitchText(value);
+    return value.Kind() == FIValue::kInt ? value.AsInt() != 0 : SwitchText(value);
 }
 
 constexpr char kMismatch[] = "Argument type mismatch for autosolve.";

@@ -112,8 +112,7 @@ const void* HVarDimsCursorBase::TypeId() const {
 }
 
 FICursorBase* HVarDimsCursorBase::Clone(bool deep) {
-    FICursorBase* clone = deep ? new Shielded<HVarDimsCursorBase>(context_.Get(), position_) : this;
-    return HandOut(clone);
+    return HandOut(deep ? new Shielded<HVarDimsCursorBase>(context_.Get(), position_) : this);
 }
 
 bool HVarDimsCursorBase::GoTo(long long position) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "mapping/check/finding.h"
-#include "mapping/open/open_model.h"
+#include "mapping/open/model_files.h"
 
 namespace fixtop {
 

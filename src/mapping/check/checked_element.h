@@ -3,13 +3,11 @@
 
 // Elements of a model file as a check sees them: whole, with their lines.
 
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "mapping/check/finding.h"
-#include "xml/xml_file.h"
 
 namespace fixtop {
 
@@ -34,18 +32,5 @@ struct CheckedElement {
         }
     }
 };
-
-// What is read of a file: its root alone, then each element directly below it when that is whole,
-// in their order.
-struct ElementVisits {
-    std::function<bool(const CheckedElement& root)> root;  // false: nothing below it is wanted
-    std::function<void(const CheckedElement& element)> element;
-};
-
-// Reads a file as the readers of models do, within their bounds. What is wrong with it as XML, or
-// that it can't be found, is told; the latter at `from`, where it is named, or else as the file's
-// own.
-void ReadElements(const std::string& name, ModelFileOrigin origin, bool has_resources,
-                  const FindingPlace* from, const ElementVisits& visits, Findings& findings);
 
 }  // namespace fixtop

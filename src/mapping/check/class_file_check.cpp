@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "mapping/check/listed_names.h"
 #include "model/class_file_text.h"
 #include "model/unit_source.h"
 

@@ -5,6 +5,7 @@
 
 #include "mapping/check/checked_library.h"
 #include "mapping/check/file_walk.h"
+#include "mapping/check/findings.h"
 
 namespace fixtop {
 

@@ -5,8 +5,6 @@
 
 #include <span>
 
-#include "mapping/check/checked_element.h"
-
 namespace fixtop {
 
 struct ElementRule {
@@ -22,10 +20,5 @@ struct ElementRule {
 // The roots. What a root has of attributes nobody reads.
 extern const ElementRule kClassFileRule;
 extern const ElementRule kMapFileRule;
-
-// Tells what nobody reads in an element directly below the root, and what is missing in it. Answers
-// its rule; null when nobody reads it at all.
-const ElementRule* CheckElement(const ElementRule& root, const CheckedElement& element,
-                                Findings& findings);
 
 }  // namespace fixtop

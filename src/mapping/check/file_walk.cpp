@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/check/file_walk.h"
 
+#include "mapping/check/element_check.h"
+#include "mapping/check/read_elements.h"
+
 namespace fixtop {
 
 void FileWalk::Read(const std::string& file) {

@@ -9,6 +9,8 @@
 
 #include "mapping/check/checked_element.h"
 #include "mapping/check/element_rules.h"
+#include "mapping/check/findings.h"
+#include "xml/xml_file.h"
 
 namespace fixtop {
 

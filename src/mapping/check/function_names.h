@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "mapping/check/finding.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/check/findings.h"
+#include "mapping/translators/semantic_modules.h"
 
 namespace fixtop {
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "mapping/check/listed_names.h"
 #include "mapping/map_file/map_file_reader.h"
 #include "mapping/map_file/map_text.h"
 

@@ -5,8 +5,8 @@
 
 #include "mapping/check/checked_library.h"
 #include "mapping/check/file_walk.h"
+#include "mapping/check/findings.h"
 #include "mapping/check/translator_check.h"
-#include "mapping/translators/function_tables.h"
 
 namespace fixtop {
 

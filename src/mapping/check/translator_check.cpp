@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 
+#include "mapping/check/listed_names.h"
 #include "mapping/map_file/map_text.h"
 #include "path/tokenizer.h"
 

@@ -4,6 +4,7 @@
 // The check of one translator: its type, its path or function, and its node attributes.
 
 #include "mapping/check/checked_element.h"
+#include "mapping/check/findings.h"
 #include "mapping/check/function_names.h"
 
 namespace fixtop {

@@ -4,13 +4,21 @@
 #include <algorithm>
 #include <array>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/map_file/map_text.h"
-#include "mapping/map_file/map_translator_elements.h"
+#include "mapping/map_file/named_text_element.h"
+#include "mapping/map_file/translator_element.h"
+#include "mapping/map_file/translator_forms.h"
+#include "mapping/map_file/translator_scope.h"
+#include "mapping/map_file/unless_blank.h"
 #include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
+#include "xml/document_handler.h"
 #include "xml/log_element.h"
 #include "xml/message_text.h"
+#include "xml/named_element.h"
+#include "xml/text_element.h"
 
 namespace fixtop {
 
@@ -243,9 +251,9 @@ class MapFileElement final : public NamedElement {
             library_.topNodeFunction =
                 FindFunctionAs<TopNodeFunction>(library_.semanticModule, name);
         });
-        AddChild<TextElement>("TranslateName", [this](const std::string& text, const XmlLocator*) {
-            if (!IsBlank(text)) library_.defaultTranslateName = TrimmedText(text);
-        });
+        AddChild<TextElement>("TranslateName", UnlessBlank([this](const std::string& text) {
+                                  library_.defaultTranslateName = TrimmedText(text);
+                              }));
     }
 
     EnumMaps* MapsOf(const std::string& name) const {

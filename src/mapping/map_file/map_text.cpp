@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "path/tokenizer.h"
 
 namespace fixtop {

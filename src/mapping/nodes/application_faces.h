@@ -7,6 +7,7 @@
 #include "fixtop/ref.h"
 #include "framework/reference/reference.h"
 #include "mapping/translators/ancestor_path.h"
+#include "mapping/translators/array_translator.h"
 #include "mapping/translators/branch_request.h"
 #include "mapping/translators/translator.h"
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "framework/nodes/counted.h"
 #include "framework/nodes/shield.h"
 #include "mapping/nodes/class_entry.h"

@@ -3,7 +3,7 @@
 
 #include "mapping/nodes/class_entry.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "framework/nodes/empties.h"
 #include "framework/nodes/shield.h"
 #include "mapping/nodes/attribute_cursor.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/open/open_model.h"
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "framework/iterator/shielded_iterator.h"
 #include "mapping/map_file/map_file.h"
 #include "mapping/nodes/class_entry.h"

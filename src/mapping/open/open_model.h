@@ -12,22 +12,10 @@
 #include "fixtop/ref.h"
 #include "fixtop/reference.h"
 #include "mapping/nodes/class_context.h"
-#include "platform/modules.h"
+#include "mapping/open/model_files.h"
+#include "platform/module_system.h"
 
 namespace fixtop {
-
-inline constexpr char kModelClasses[] = "QSIAllLibraries.xml";
-inline constexpr char kTopClass[] = "QSISimulation";
-
-struct ModelFiles {
-    std::string classes = kModelClasses;
-    std::string map = "hovexmap.xml";
-    std::string units = "hunits.xml";
-    std::string translateName = "Hovex";
-    ModuleHandle unitResources = nullptr;   // where unit and map files have their resources
-    ModuleHandle classResources = nullptr;  // null: the same place
-    ListLength listLength = ListLength::kByte;
-};
 
 // From the class definitions alone, without units and application, at the given class.
 Ref<CCDMClassContext> OpenPureModel(const std::string& file, const std::string& class_name,

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "fixtop/reference.h"
 #include "model/class_record.h"
 #include "xml/message_text.h"

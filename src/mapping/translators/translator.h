@@ -12,26 +12,15 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "fixtop/reference.h"
 #include "fixtop/value.h"
-#include "mapping/walks/element_walk.h"
+#include "mapping/translators/variable_lists.h"
 #include "model/model_types.h"
 #include "model/translator_record.h"
 #include "path/path_step.h"
 
 namespace fixtop {
-
-// Pairs of variable and value. Those of one attribute element are shared by all its translators.
-using VariableList = std::vector<std::pair<std::string, FIValue>>;
-struct CCDMConditionList {
-    VariableList pairs;
-};
-struct CCDMSetVarList {
-    VariableList pairs;
-};
 
 // Expressions that stand in for attributes of the application's node, by attribute name. A literal
 // is a constant; any other is walked from the node and its attribute read.
@@ -53,14 +42,6 @@ class CCDMTranslator : public CCDMTranslatorRecord {
     std::shared_ptr<CCDMSetVarList> setVars;        // null when there are none
     NodeAttributes nodeAttributes;
     CCDMBranch branch = CCDMBranch::kBoth;
-};
-
-// One whose application nodes are many.
-class CCDMArrayTranslator : public CCDMTranslator {
- public:
-    // A walk over the elements that moves the reference, which must outlive it; it stands on the
-    // first element when there is one. Never null.
-    virtual std::unique_ptr<CDTBase> MakeIterator(FIReferenceBase& reference) const = 0;
 };
 
 }  // namespace fixtop

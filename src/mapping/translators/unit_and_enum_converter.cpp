@@ -6,7 +6,7 @@
 #include <sstream>
 #include <utility>
 
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "xml/message_text.h"
 
 namespace fixtop {

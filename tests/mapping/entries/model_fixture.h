@@ -19,7 +19,7 @@
 #include "mapping/nodes/class_entry.h"
 #include "mapping/nodes/model_top.h"
 #include "mapping/open/open_model.h"
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 #include "support/host_reading.h"
 #include "support/log_lines.h"
 #include "support/scripted_tree.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "mapping/translators/function_tables.h"
+#include "mapping/translators/semantic_modules.h"
 
 #include <algorithm>
 #include <list>

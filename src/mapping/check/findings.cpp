@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "mapping/check/finding.h"
+#include "mapping/check/findings.h"
 
 #include <algorithm>
 #include <tuple>
 
 #include "fixtop/near_names.h"
+#include "mapping/check/listed_names.h"
 
 namespace fixtop {
 
@@ -12,18 +13,19 @@ namespace {
 
 constexpr std::size_t kMostCompared = 1000000000;
 
-template <class Texts>
-std::string Listed(const char* lead, const Texts& texts) {
-    std::string list;
-    for (const auto& text : texts) list += (list.empty() ? lead : ", ") + std::string(text);
-    return list;
-}
-
 }  // namespace
 
 int Findings::AddFile(std::string shown) {
     files_.push_back(std::move(shown));
     return static_cast<int>(files_.size()) - 1;
+}
+
+void Findings::Mistake(FindingPlace place, std::string text) {
+    Add(FindingKind::kMistake, place, std::move(text));
+}
+
+void Findings::Unmapped(FindingPlace place, std::string text) {
+    Add(FindingKind::kUnmapped, place, std::move(text));
 }
 
 void Findings::Add(FindingKind kind, FindingPlace place, std::string text) {
@@ -62,10 +64,6 @@ std::vector<Finding> Findings::Sorted() const {
                           std::to_string(left_out_) + " more findings are not told"});
     }
     return sorted;
-}
-
-std::string Right(std::span<const char* const> names) {
-    return Listed("; right: ", names);
 }
 
 }  // namespace fixtop

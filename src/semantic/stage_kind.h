@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The kind of a stage of a column, of which the host says nothing: it is told by names and by what
+// flows in and out.
+
+#include "fixtop/iterator.h"
+
+namespace fixtop::semantic {
+
+// Sets the variables IsCondenser, IsReboiler, IsFeed, IsDraw and IsReturn to 1 or 0, as INTs. `it`
+// stands on the column and stays.
+void SetStageKind(FIIteratorBase& it, int stage);
+
+}  // namespace fixtop::semantic
