@@ -4,6 +4,7 @@
 #include "automation/objects.h"
 #include "automation/script_nodes.h"
 #include "diagnostics/instance_counts.h"
+#include "diagnostics/memory_guard.h"
 #include "fixtop/collection.h"
 #include "framework/nodes/empties.h"
 #include "framework/nodes/top_entry.h"
@@ -159,6 +160,35 @@ TEST_F(QsiNode, texts_end_with_nul_in_buffers_of_their_length) {
 #else
     GTEST_SKIP() << "the allocator does not tell";
 #endif
+}
+
+TEST_F(QsiNode, memory_that_runs_out_is_told_and_nothing_handed_out) {
+    const auto feed = ChildOf(*top_, "Feed");
+    const auto rows = Take<IQSIAttributeIterator>(
+        [&](IQSIAttributeIterator** out) { return feed->GetAttributes(out); });
+    feed_.on_read = [](FIVarSet*, const std::string&) { throw std::bad_alloc(); };
+    const int failures = memory::Failures();
+    EXPECT_EQ(kResultOutOfMemory, Refused<IQSIAttribute>([&](IQSIAttribute** out) {
+                  return feed->GetAttribute("value", out);
+              }));
+    EXPECT_EQ(kResultOutOfMemory,
+              Refused<char>([&](char** out) { return feed->GetClassName(out); }));
+    EXPECT_EQ(failures + 2, memory::Failures());
+    feed_.on_read = {};
+    EXPECT_EQ("12.5", ReadOf(*feed, "value"));
+}
+
+// What is contained in the middle of a member spoils its answer.
+TEST_F(QsiNode, answer_that_lacks_something_is_not_handed_out) {
+    const auto feed = ChildOf(*top_, "Feed");
+    feed_.on_read = [](FIVarSet*, const std::string&) {
+        memory::Contain([] { throw std::bad_alloc(); });
+    };
+    EXPECT_EQ(kResultOutOfMemory, Refused<IQSIAttribute>([&](IQSIAttribute** out) {
+                  return feed->GetAttribute("value", out);
+              }));
+    feed_.on_read = {};
+    EXPECT_EQ("12.5", ReadOf(*feed, "value"));
 }
 
 TEST_F(QsiNode, new_collection_holds_the_node) {

@@ -292,6 +292,23 @@ TEST_F(QsvNode, display_unit_of_a_quantity_goes_to_whoever_reads_by_the_node) {
     EXPECT_EQ("bar atm", units);
 }
 
+TEST_F(QsvNode, memory_that_runs_out_is_told) {
+    feed_.on_read = [](FIVarSet*, const std::string&) { throw std::bad_alloc(); };
+    feed_.on_write = feed_.on_read;
+    std::int32_t number = 99;
+    double real = 99;
+    EXPECT_EQ(kResultOutOfMemory, node_->GetInt("int", &number));
+    EXPECT_EQ(0, number);
+    EXPECT_EQ(kResultOutOfMemory, node_->GetDoubleInUnit("K", &real));
+    EXPECT_EQ(0.0, real);
+    EXPECT_EQ(kResultOutOfMemory,
+              Refused<char>([&](char** out) { return node_->SetInt("int", 1, out); }));
+    const char* names[] = {"int"};
+    Variant values[1];
+    EXPECT_EQ(kResultOutOfMemory, node_->GetArrayValues(1, names, values));
+    EXPECT_EQ(Variant::kEmpty, values[0].type);
+}
+
 TEST_F(QsvNode, null_pointers_are_refused) {
     const char* const no_text = nullptr;
     std::int32_t number = 99;
