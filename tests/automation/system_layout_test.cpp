@@ -2,15 +2,14 @@
 // The objects through the system's own declarations, as clients see them that were compiled with
 // its headers alone.
 
+#include "automation/objects.h"
+#include "automation/script_nodes.h"
+
+// The system's headers come last: they rename functions of common names.
 #include <windows.h>
 // The component services follow the base header.
 #include <objbase.h>
 #include <unknwn.h>
-
-#include <gtest/gtest.h>
-
-#include "automation/objects.h"
-#include "automation/script_nodes.h"
 
 namespace fixtop {
 
