@@ -162,6 +162,40 @@ TEST_F(Asked, the_inside_of_a_node_is_reached_by_its_own_id_alone) {
     EXPECT_EQ(1u, CountOf(*q_));
 }
 
+TEST_F(Asked, every_object_answers_its_own_id_and_that_of_unknown_alone) {
+    root_.Set("value", 1);
+    root_.Add("Feed");
+    const auto attribute =
+        Take<IQSIAttribute>([&](IQSIAttribute** out) { return q_->GetAttribute("value", out); });
+    const auto attributes = Take<IQSIAttributeIterator>(
+        [&](IQSIAttributeIterator** out) { return q_->GetAttributes(out); });
+    const auto children =
+        Take<IQSINodeIterator>([&](IQSINodeIterator** out) { return q_->GetChildren(out); });
+    const auto collection =
+        Take<IQSICollection>([&](IQSICollection** out) { return q_->NewCollection(out); });
+    const auto items = Take<IQSICollectionIterator>(
+        [&](IQSICollectionIterator** out) { return collection->GetIterator(out); });
+    const auto point = Take<IQSIConnectionPoint>(
+        [&](IQSIConnectionPoint** out) { return collection->GetConnectionPoints(out); });
+    struct Case {
+        IUnknown* object;
+        InterfaceId id;
+    };
+    const Case cases[] = {
+        {attribute.Get(), IQSIAttribute::kId},      {attributes.Get(), IQSIAttributeIterator::kId},
+        {children.Get(), IQSINodeIterator::kId},    {collection.Get(), IQSICollection::kId},
+        {items.Get(), IQSICollectionIterator::kId}, {point.Get(), IQSIConnectionPoint::kId}};
+    for (const Case& each : cases) {
+        EXPECT_TRUE(Has(*each.object, IUnknown::kId));
+        for (const Case& other : cases) {
+            EXPECT_EQ(each.object == other.object, Has(*each.object, other.id)) << &each - cases;
+        }
+        EXPECT_FALSE(Has(*each.object, IQSINode::kId));
+        EXPECT_FALSE(Has(*each.object, kHeldNodeId));
+        EXPECT_EQ(each.object == attribute.Get(), Has(*each.object, kHeldAttributeId));
+    }
+}
+
 TEST_F(Asked, members_are_called_by_their_place) {
     root_.Add("Feed");
     void* child = nullptr;

@@ -513,6 +513,17 @@ TEST_F(DocumentsOfModule, document_ends_with_its_case) {
     EXPECT_EQ(after.Get(), Document(GetDocumentAgg, nullptr, this).Get());
 }
 
+TEST_F(DocumentsOfModule, document_ends_when_the_host_is_taken_out) {
+    const auto before = Document(GetDocumentAgg, nullptr, this);
+    FixtopInstallHost(nullptr);
+    EXPECT_EQ(kResultFalse, Refused<char>([&](char** out) { return before->GetName(out); }));
+    EXPECT_EQ(kResultFalse, Refused<char>([&](char** out) { return before->GetSessionText(out); }));
+    EXPECT_EQ(kResultFail, before->Save());
+    EXPECT_EQ(nullptr, GetDocumentAgg(nullptr, this, nullptr));
+    FixtopInstallHost(&host_.Services());
+    EXPECT_NE(before.Get(), Document(GetDocumentAgg, nullptr, this).Get());
+}
+
 TEST_F(DocumentsOfModule, documents_are_found_by_their_own_exports) {
     void* out = this;
     EXPECT_EQ(nullptr, FindDocumentAgg(nullptr, this, &out));
