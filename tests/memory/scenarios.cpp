@@ -617,6 +617,7 @@ const std::vector<Scenario>& Scenarios() {
         {"collect_raw", CollectRaw},
         {"collect_neutral", CollectNeutral},
         {"exports", CallExports},
+        {"automation", Automate},
         {"definitions", ReadDefinitions},
         {"shipped_model", OpenShippedModel},
         {"solver", Solve},

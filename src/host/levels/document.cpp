@@ -24,6 +24,10 @@ HDocumentAgg::~HDocumentAgg() {
     DropCollection();
 }
 
+bool HDocumentAgg::IsOf(host::SimulationCase* simulation_case) const {
+    return CaseLife::Of(CaseOrActive(simulation_case)).Get() == life_.Get();
+}
+
 void HDocumentAgg::DocumentName(FIValue& out) const {
     host::SimulationCase* simulation_case = life_->Case();
     out.Clear();

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "automation/paste.h"
+
+#include <string>
+
+#include "automation/filled_collection.h"
+#include "automation/held_node.h"
+#include "automation/member.h"
+
+namespace fixtop {
+
+HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out) {
+    if (!out) return kResultPointer;
+    *out = nullptr;
+    Ref<FIIteratorBase> place;
+    const HRESULT found = FindHeldNode(node, kHeldNodeId, place);
+    if (found != kResultOk) return found;
+    if (!text || size <= 0) return kResultFalse;
+    const HRESULT result = HandOutObject(out, [&] {
+        const std::string terminated(text, static_cast<std::size_t>(size));
+        return MakeFilledCollection(
+            [&](FICollectionBase& made) { return made.Load(terminated.c_str(), *place); });
+    });
+    return result == kResultFalse ? kResultFail : result;
+}
+
+}  // namespace fixtop

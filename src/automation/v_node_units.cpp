@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+// CQSVNode: units and specifications. All nodes take the unit in which they show a number as an
+// attribute of its own; it stays with the iterator that stored it.
+
+#include "automation/member.h"
+#include "automation/v_node.h"
+
+namespace fixtop {
+
+namespace {
+
+// The two numbers of a node.
+struct Face {
+    const char* number;
+    const char* unit;
+};
+constexpr Face kValue = {"value", "uom"};
+constexpr Face kSpecification = {"spec_value", "spec_uom"};
+
+void ShowIn(FIIteratorBase& node, const Face& face, const char* unit, FIValue& out) {
+    node.SetAttribute(FIValue(face.unit), FIValue(unit), 0, out);
+}
+
+void StoreInUnit(FIIteratorBase& node, const Face& face, double number, const char* unit,
+                 FIValue& out) {
+    ShowIn(node, face, unit, out);
+    if (out.IsNull()) node.SetAttribute(FIValue(face.number), FIValue::OfReal(number), 0, out);
+}
+
+}  // namespace
+
+HRESULT CQSVNode::GetDoubleInUnit(const char* unit, double* value) {
+    if (!value) return kResultPointer;
+    *value = 0;
+    if (!unit) return kResultPointer;
+    return RunMember([&] {
+        FIValue read, refused;
+        const Ref<FIIteratorBase> it = Copy();
+        ShowIn(*it, kValue, unit, refused);
+        if (!refused.IsNull()) return kResultFalse;
+        it->GetAttribute(FIValue(kValue.number), read);
+        *value = read.AsDouble();
+        return read.IsNull() ? kResultFalse : kResultOk;
+    });
+}
+
+HRESULT CQSVNode::SetDoubleInUnit(double value, const char* unit, char** error) {
+    if (LacksText(error, unit)) return kResultPointer;
+    return HandOutMessage(error,
+                          [&](FIValue& out) { StoreInUnit(*Copy(), kValue, value, unit, out); });
+}
+
+HRESULT CQSVNode::SetSpecDouble(double value, char** error) {
+    return SetDouble(kSpecification.number, value, error);
+}
+
+HRESULT CQSVNode::SetSpecDoubleInUnit(double value, const char* unit, char** error) {
+    if (LacksText(error, unit)) return kResultPointer;
+    return HandOutMessage(
+        error, [&](FIValue& out) { StoreInUnit(*Copy(), kSpecification, value, unit, out); });
+}
+
+HRESULT CQSVNode::SetUnit(const char* unit, char** error) {
+    if (LacksText(error, unit)) return kResultPointer;
+    return HandOutMessage(error, [&](FIValue& out) { iterator->SetUnit(FIValue(unit), out); });
+}
+
+HRESULT CQSVNode::SetSpecUnit(const char* unit, char** error) {
+    if (LacksText(error, unit)) return kResultPointer;
+    return HandOutMessage(error, [&](FIValue& out) { iterator->SetSpecUnit(FIValue(unit), out); });
+}
+
+HRESULT CQSVNode::SetDisplayUnit(const char* unit, const char* quantity, char** error) {
+    if (LacksText(error, unit, quantity)) return kResultPointer;
+    return HandOutMessage(error, [&](FIValue& out) {
+        if (!*quantity) return ShowIn(*iterator, kValue, unit, out);
+        iterator->SetDisplayUnit(FIValue(unit), FIValue(quantity), out);
+    });
+}
+
+HRESULT CQSVNode::SetDisplaySpecUnit(const char* unit, const char* quantity, char** error) {
+    if (LacksText(error, unit, quantity)) return kResultPointer;
+    return HandOutMessage(error, [&](FIValue& out) {
+        if (!*quantity) return ShowIn(*iterator, kSpecification, unit, out);
+        iterator->SetDisplaySpecUnit(FIValue(unit), FIValue(quantity), out);
+    });
+}
+
+}  // namespace fixtop
