@@ -7,7 +7,7 @@
 
 #include "check.h"
 #include "collection/collection.h"
-#include "diagnostics/error_log.h"
+#include "diagnostics/module_log.h"
 #include "support/scripted_tree.h"
 
 namespace fixtop {

@@ -90,6 +90,9 @@ class FICollectionBase {
     virtual bool Load(const char* text, FIIteratorBase& from) = 0;
     // In item order; null past the last.
     virtual FICollectionElement* ItemAt(int index) = 0;
+    // Several attributes of each item in one pass, item by item: `values` has room for Count()
+    // times `count` values. Each as GetValues has it.
+    virtual void GetRows(const FIValue* attributes, int count, FIValue* values) = 0;
 };
 
 // Reads and stores go to the node of the present item, in the item's units. Name, attribute source,

@@ -13,22 +13,45 @@ constexpr char kBlanks[] = "                                 ";
 constexpr int kMostBlanks = sizeof kBlanks - 1;
 static_assert(kMostBlanks == 33);
 
-bool IsWritten(const FICollectionElement& step) {
+bool CanBeSought(const FICollectionElement& step) {
     const FICollectionElement* each = &step;
     while (each && !each->Id().empty()) each = each->Parent();
     return each == nullptr;
+}
+
+// Marks the steps that lead to items, and numbers these.
+void MarkSteps(ItemList& items) {
+    int rank = 0;
+    for (ItemPosition at(items); at.Next();) {
+        FICollectionElement* step = at.Item();
+        if (!CanBeSought(*step)) continue;
+        step->written_rank = rank++;
+        for (; step && !step->is_written; step = step->Parent()) step->is_written = true;
+    }
+}
+
+void Unmark(ItemList& items) {
+    for (ItemPosition at(items); at.Next();) {
+        for (auto* step = at.Item(); step; step = step->Parent()) step->is_written = false;
+    }
 }
 
 class BackupWriter {
  public:
     explicit BackupWriter(FIValue& out) : out_(out) {}
 
-    void Write(const FICollectionElement& step, int depth) {
-        if (step.Id().empty()) return;
+    // A marked step; the marks are gone afterwards.
+    void Write(FICollectionElement& step, int depth) {
+        step.is_written = false;
         Begin(step, depth);
-        if (!step.HasChildren()) return out_.AppendText("/>\n");
-        out_.AppendText(">\n");
-        for (const auto& child : step.Steps()) Write(*child, depth + 1);
+        bool is_open = false;
+        for (const auto& child : step.Steps()) {
+            if (!child->is_written) continue;
+            if (!is_open) out_.AppendText(">\n");
+            is_open = true;
+            Write(*child, depth + 1);
+        }
+        if (!is_open) return out_.AppendText("/>\n");
         Indent(depth);
         out_.AppendText("</Pathnode>\n");
     }
@@ -65,14 +88,16 @@ class BackupWriter {
 
 }  // namespace
 
-void WriteBackup(const FICollectionElement* root, ItemList& items, FIValue& out) {
-    int rank = 0;
-    for (ItemPosition at(items); at.Next();) {
-        if (IsWritten(*at.Item())) at.Item()->written_rank = rank++;
+void WriteBackup(FICollectionElement* root, ItemList& items, FIValue& out) {
+    MarkSteps(items);
+    try {
+        out.SetText("<?xml version=\"1.0\" ?>\n<CollectionBackup>\n");
+        if (root && root->is_written) BackupWriter(out).Write(*root, 0);
+        out.AppendText("</CollectionBackup>\n");
+    } catch (...) {
+        Unmark(items);
+        throw;
     }
-    out.SetText("<?xml version=\"1.0\" ?>\n<CollectionBackup>\n");
-    if (root) BackupWriter(out).Write(*root, 0);
-    out.AppendText("</CollectionBackup>\n");
 }
 
 }  // namespace fixtop

@@ -98,7 +98,7 @@ FICollectionElement* Collection::Add(FIIteratorBase& given) {
     try {
         if (!top_) top_ = TopOf(*node);
         if (is_new) item->SetUnits(UnitsShownBy(*node));
-        if (!item->node) Bind(*item, *node);
+        if (!item->node || item->node->IsGone()) Bind(*item, *node);
     } catch (...) {
         if (is_new) Remove(item);
         throw;

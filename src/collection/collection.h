@@ -63,6 +63,7 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     int AddMatches(FIIteratorBase& from, const FIValue& path) override;
     bool Load(const char* text, FIIteratorBase& from) override;
     FICollectionElement* ItemAt(int index) override { return items_.At(index); }
+    void GetRows(const FIValue* attributes, int count, FIValue* values) override;
 
     // For the collection's own iterators.
 

@@ -74,7 +74,8 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     bool is_wanted = false;
     // The subscriptions at the node are there.
     bool is_watched = false;
-    // Its place among the items that are written.
+    // It leads to an item that is to be written; the place of an item among those.
+    bool is_written = false;
     int written_rank = 0;
     // The last round of notifications in which it was told of a change.
     std::uint64_t told_in = 0;

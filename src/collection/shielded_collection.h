@@ -30,6 +30,9 @@ class Shielded<T> final : public T {
                    FIValue* outs) override {
         memory::OrNothing([&] { T::SetValues(attribute, values, count, unit, outs); });
     }
+    void GetRows(const FIValue* attributes, int count, FIValue* values) override {
+        memory::OrNothing([&] { T::GetRows(attributes, count, values); });
+    }
     void ToXml(FIValue& out) override {
         memory::OrTell(out, [&] { T::ToXml(out); });
     }

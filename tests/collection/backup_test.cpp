@@ -365,6 +365,18 @@ TEST_F(BackupText, a_step_without_an_id_is_not_written_and_what_is_below_it_neit
               Xml());
 }
 
+TEST_F(BackupText, steps_that_lead_to_no_item_are_not_written) {
+    ASSERT_TRUE(
+        LoadSteps("<Pathnode id=\"a\" loc=\"-1\"/><Pathnode id=\"b\"><Pathnode loc=\"1\"/>"
+                  "</Pathnode><Pathnode id=\"Feed\" loc=\"0\"><Pathnode/></Pathnode>"));
+    EXPECT_EQ(Backup(" <Pathnode id=\"Top\">\n  <Pathnode id=\"Feed\" loc=\"0\"/>\n </Pathnode>\n"),
+              Xml());
+    // As they would be items in what is read back.
+    const Collected again = Collection::Make();
+    ASSERT_TRUE(again->Load(Xml().c_str(), *top_.Iterate()));
+    EXPECT_EQ(Words({"Feed"}), PathsOf(*again));
+}
+
 TEST_F(BackupText, a_step_that_is_written_twice_is_one) {
     ASSERT_TRUE(
         LoadSteps("<Pathnode id=\"Feed\"><Pathnode id=\"Pressure\"/></Pathnode>"

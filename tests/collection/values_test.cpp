@@ -67,6 +67,31 @@ TEST_F(ItemValues, come_in_the_order_of_the_items) {
     EXPECT_EQ(Words({"Specified", "(NULL)", "(NULL)"}), ValuesOf(*items_, "status"));
 }
 
+TEST_F(ItemValues, of_several_attributes_come_item_by_item) {
+    Variable(1, 1).Set("status", "Specified");
+    Variable(0, 0).Set("status", "Missing");
+    Add("Product.Pressure");
+    Add("Feed.Temperature");
+    const FIValue rows[] = {Text("status"), Text("value")};
+    FIValue values[4];
+    items_->GetRows(rows, 2, values);
+    EXPECT_EQ("Specified", Shown(values[0]));
+    EXPECT_EQ("5", Shown(values[1]));
+    EXPECT_EQ("Missing", Shown(values[2]));
+    EXPECT_EQ("1", Shown(values[3]));
+    // An item that goes between its attributes answers for all of them.
+    Variable(1, 1).on_read = [this](FIVarSet*, const std::string&) {
+        Variable(1, 1).on_read = nullptr;
+        items_->RemoveAt(0);
+    };
+    items_->GetRows(rows, 2, values);
+    EXPECT_EQ("Specified", Shown(values[0]));
+    EXPECT_EQ("5", Shown(values[1]));
+    EXPECT_EQ("Missing", Shown(values[2]));
+    EXPECT_EQ("1", Shown(values[3]));
+    EXPECT_EQ(1, items_->Count());
+}
+
 TEST_F(ItemValues, are_read_in_the_units_in_which_the_node_was_shown_when_it_was_added) {
     AddIn("Feed.Temperature", "K", nullptr);
     AddIn("Feed.Pressure", "bar", "psi");

@@ -245,6 +245,20 @@ TEST_F(Watching, a_node_that_is_gone_reads_as_a_reference_to_it_does) {
     EXPECT_EQ(Words({"Feed.Temperature", "Feed.Pressure"}), Paths());
 }
 
+TEST_F(Watching, an_item_whose_node_is_gone_takes_the_one_that_is_added_in_its_place) {
+    listener_.Join(*items_);
+    items_->StartWatching();
+    TemperatureNode().Notify(kNodeDeleted);
+    Stream(0).RemoveChild("Temperature");
+    ScriptNode& other = Stream(0).Add("Temperature").Set("value", 33);
+    other.can_notify = true;
+    EXPECT_EQ(temperature_, Add("Feed.Temperature"));
+    EXPECT_EQ(Words({"33", "2"}), Values());
+    listener_.heard.clear();
+    other.Notify(kValueChanged);
+    EXPECT_EQ(Heard({{temperature_, kValueChanged}}), listener_.heard);
+}
+
 TEST_F(Watching, an_item_that_is_found_gone_when_it_is_read_is_told_of_once) {
     for (ScriptNode* variable : Stream(0).children) variable->can_notify = false;
     const Collected items = Collection::Make();

@@ -267,8 +267,13 @@ Ref<FICursorBase> ScriptNode::Children() {
 
 void ScriptNode::Notify(int kind) {
     const std::vector<Subscription> all = subscriptions;
+    const auto has_left = [this](const Subscription& each) {
+        return std::none_of(subscriptions.begin(), subscriptions.end(), [&](const auto& present) {
+            return present.owner == each.owner && present.kind == each.kind;
+        });
+    };
     for (const Subscription& each : all) {
-        if (each.kind == kind) each.callback(each.owner, kind);
+        if (each.kind == kind && !has_left(each)) each.callback(each.owner, kind);
     }
 }
 

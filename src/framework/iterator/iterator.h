@@ -18,6 +18,7 @@
 #include "framework/iterator/iterator_var_set.h"
 #include "framework/iterator/saved_step.h"
 #include "framework/nodes/liveness.h"
+#include "platform/prefetch.h"
 
 namespace fixtop {
 
@@ -129,6 +130,14 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // SeekPath with a path that was parsed before; `attribute` is the one in which it ends, or
     // NULL.
     bool SeekPath(const PreparedPath& path, FIValue& attribute);
+    void PrefetchSelf() const {
+        Prefetch(&entry_);
+        Prefetch(&life_);
+        Prefetch(&var_set_, sizeof var_set_);
+    }
+    void PrefetchNode() const { Prefetch(entry_.Get(), kNodeBytes); }
+    // Several attributes of the present node.
+    void GetAttributes(const FIValue* names, int count, FIValue* out);
     // Whether a step of this name means the present node.
     bool HasName(const FIValue& name) const;
     // The name under which the present node is listed; NULL at the root.
@@ -170,6 +179,8 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
 
  private:
     using Elements = std::vector<std::unique_ptr<SavedStep>>;
+    // Of an entry, what most of them need to answer.
+    static constexpr std::size_t kNodeBytes = 256;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 

@@ -96,6 +96,13 @@ class FIReference : public FIReferenceBase,
     void OnDeleted() override;
 
     State GetState() const { return state_; }
+    // Asks for the memory that a read is going to touch, one level after the other: the first must
+    // have come before the second is asked for.
+    void PrefetchSelf() const { Prefetch(this, sizeof *this); }
+    void PrefetchPlace() const { iterator_->PrefetchSelf(); }
+    void PrefetchNode() const { iterator_->PrefetchNode(); }
+    // Several attributes as one guarded read; what it can't read they all answer.
+    void GetAttributes(const FIValue* names, int count, FIValue* out);
     // The node does not live any more, whether that was found out by a use or not.
     bool IsGone() const { return state_ == kDeleted || iterator_->IsGone(); }
     // As FIIterator::ComparePlaces, of the places where they stood when they were last sure of
