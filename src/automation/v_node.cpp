@@ -24,8 +24,9 @@ HRESULT ReadAs(FIIteratorBase& node, const char* name, T* out, Convert convert) 
 
 // Whoever hears of the store may let go of the node: its place is held here.
 template <class Make>
-HRESULT StoreMade(Ref<FIIteratorBase> held, const char* name, char** error, Make make) {
+HRESULT StoreMade(const Ref<FIIteratorBase>& place, const char* name, char** error, Make make) {
     if (LacksText(error, name)) return kResultPointer;
+    const Ref<FIIteratorBase> held = place;  // NOLINT(performance-unnecessary-copy-initialization)
     return HandOutMessage(error,
                           [&](FIValue& out) { held->SetAttribute(FIValue(name), make(), 0, out); });
 }

@@ -4,6 +4,7 @@
 // A collection for tests of the objects around one: it keeps references in a list, notes what it is
 // asked to store, and tells of changes when the test says so.
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +45,8 @@ class FakeCollection final : public FICollectionBase {
         attribute_asked = attribute.ToText();
         for (std::size_t i = 0; i < items.size(); ++i) values[i] = items[i]->value;
     }
+    // Nobody here asks for rows.
+    void GetRows(const FIValue*, int, FIValue*) override { std::abort(); }
     void SetValues(const FIValue& attribute, const FIValue* values, int count, const FIValue& unit,
                    FIValue* outs) override {
         attribute_asked = attribute.ToText();

@@ -251,7 +251,7 @@ class CollectionsOfModule : public AutomationModule {
         std::int32_t count = 0;
         double* values = nullptr;
         EXPECT_EQ(kResultOk, collection.GetValues(&count, &values));
-        const std::vector<double> read(values, values + count);
+        std::vector<double> read(values, values + count);
         FreeAsClient(values);
         return read;
     }
