@@ -99,6 +99,7 @@ class FakeCollection final : public FICollectionBase {
     FICollectionElement* ItemAt(int index) override {
         return index < Count() ? Element(static_cast<std::size_t>(index)) : nullptr;
     }
+    void GetRootId(FIValue& out) override { out.Clear(); }
 
     Item& AddItem(Ref<FIReferenceBase> node) {
         items.push_back(std::make_unique<Item>(Item{std::move(node), {}}));
@@ -172,6 +173,13 @@ class FakeItems final : public FICollectionIteratorBase {
     bool AtEnd() override { return place_ >= collection_->Count(); }
     void GetKey(FIValue& out) override { out.Clear(); }
     void GetPath(FIValue& out) override { out.Clear(); }
+    int Depth() override { return 0; }
+    void GetStep(int, FIValue& out) override { out.Clear(); }
+    int GetWay() override { return Node() ? kByNames : kNoWay; }
+    void GetUnits(FIValue& unit, FIValue& spec_unit) override {
+        unit.Clear();
+        spec_unit.Clear();
+    }
     FIReferenceBase* GetNode() override {
         FIReferenceBase* const node = Node();
         return node ? HandOut(node) : nullptr;
