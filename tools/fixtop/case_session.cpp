@@ -30,6 +30,18 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
     }
 }
 
+std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
+                                               Output& out) {
+    std::string problem;
+    auto session = Open(name, view, problem);
+    if (!problem.empty()) out.Note(problem);
+    if (!session || !terminal::NotesAreSeen()) return session;
+    for (const std::string& remark : session->OpenCase().Remarks()) {
+        out.Note(OneLineMessage(remark));
+    }
+    return session;
+}
+
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
     if (file.empty()) return ExitCode::kOk;
     try {

@@ -6,7 +6,6 @@
 #include "fixtop/fixtop.h"
 #include "line_text.h"
 #include "memory.h"
-#include "terminal.h"
 #include "word.h"
 
 namespace fixtop {
@@ -135,15 +134,8 @@ class CommandLine {
         Word& word = *words_[at - rows_.begin()];
         if ((*at)->view == View::kNone || !InProgram()) return word.Run(around);
         view_.neutral |= (*at)->view == View::kNeutral || (*at)->view == View::kNeutralTables;
-        std::string problem;
-        const auto session = CaseSession::Open(case_name_, view_, problem);
-        if (!problem.empty()) around.out.Note(problem);
+        const auto session = CaseSession::Open(case_name_, view_, around.out);
         if (!session) return ExitCode::kUnreadable;
-        if (terminal::NotesAreSeen()) {
-            for (const std::string& remark : session->OpenCase().Remarks()) {
-                around.out.Note(OneLineMessage(remark));
-            };
-        }
         CommandContext with_case{around.out, session.get()};
         return word.Run(with_case);
     }
