@@ -5,6 +5,7 @@
 #include "casehost/case_host.h"
 #include "casehost/standard_host.h"
 #include "casehost/units.h"
+#include "fixtop/host/simulation_case.h"
 
 namespace fixtop::client {
 
@@ -63,6 +64,10 @@ class BuiltInHost final : public HostOfCase {
     std::string Save(const std::string& file) override {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);
         return saved ? "" : WithFile({saved.problem.Text()}, file).front();
+    }
+    std::string PublishedFile() override {
+        const host::FileName& document = host_.ActiveCase()->GetDocumentName();
+        return document.Name().IsEmpty() ? "" : document.PublishedFile().Str();
     }
     const std::vector<std::string>& Remarks() const override { return remarks_; }
 

@@ -37,6 +37,14 @@ bool ComesBack(const Node& node) {
     return PathOf(*FirstOf(*read)) == PathOf(*FirstOf(*saved));
 }
 
+using TextOfItem = std::string (*)(FICollectionIteratorBase& item);
+std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
+    std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(collection.Count()));
+    for (const auto at = FirstOf(collection); at->IsValid(); at->Next()) texts.push_back(text(*at));
+    return texts;
+}
+
 }  // namespace
 
 Ref<FICollectionBase> NewCollection() {
@@ -53,6 +61,12 @@ std::string PathOf(FICollectionIteratorBase& item) {
     FIValue path;
     item.GetPath(path);
     return path.ToText();
+}
+
+std::string UnitOf(FICollectionIteratorBase& item) {
+    FIValue unit, spec_unit;
+    item.GetUnits(unit, spec_unit);
+    return unit.ToText();
 }
 
 int WayOf(FICollectionIteratorBase& item) {
@@ -107,15 +121,30 @@ std::string Selection::Path(std::size_t item) const {
 }
 
 std::string Selection::Unit(std::size_t item) const {
-    FIValue unit, spec_unit;
-    ItemAt(item)->GetUnits(unit, spec_unit);
-    return unit.ToText();
+    return UnitOf(*ItemAt(item));
+}
+
+std::vector<std::string> Selection::Paths() const {
+    return OfEach(*collection_, PathOf);
+}
+
+std::vector<std::string> Selection::Units() const {
+    return OfEach(*collection_, UnitOf);
 }
 
 std::optional<Node> Selection::NodeOf(std::size_t item) const {
-    const auto at = ItemAt(item);
-    if (!root_ || !IsKnown(*at)) return std::nullopt;
-    const auto node = Ref<FIReferenceBase>::Adopt(at->GetNode());
+    return NodeAt(*ItemAt(item));
+}
+
+void Selection::ForEachNode(const NodeVisitor& visit) const {
+    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
+        visit(PathOf(*at), NodeAt(*at));
+    }
+}
+
+std::optional<Node> Selection::NodeAt(FICollectionIteratorBase& item) const {
+    if (!root_ || !IsKnown(item)) return std::nullopt;
+    const auto node = Ref<FIReferenceBase>::Adopt(item.GetNode());
     if (!node) return std::nullopt;
     return Node(root_->OpenCase(), Ref<FIIteratorBase>::Adopt(Given(node->Copy())));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Selection: its files.
 
+#include <filesystem>
+
 #include "case_state.h"
 #include "fixtop/client/selection.h"
 #include "saved_text.h"
@@ -25,6 +27,11 @@ Node RootFor(FICollectionBase& read, const Case& on) {
 
 }  // namespace
 
+bool Selection::IsFile(const std::string& file) {
+    std::error_code ignored;
+    return std::filesystem::exists(std::u8string(file.begin(), file.end()), ignored);
+}
+
 Selection Selection::Load(const std::string& file) {
     const std::string text = ReadSavedText(file);
     Ref<FICollectionBase> collection = NewCollection();
@@ -45,6 +52,23 @@ Selection Selection::Load(const std::string& file, const Case& on) {
     selection.root_ = on.Neutral();
     if (!load()) ThrowNoSelection(file);
     return selection;
+}
+
+std::string Selection::Publish() const {
+    const std::string file = root_ ? Case(root_->OpenCase()).PublishedFile() : "";
+    if (file.empty()) throw CaseError({"variables are published beside the file of a case"});
+    if (!(*root_ == Case(root_->OpenCase()).Top())) {
+        throw CaseError({file + ": published variables are of the case's own tree; these nodes are "
+                                "of the neutral view"});
+    }
+    std::vector<std::string> missing;
+    for (const ItemState& state : States()) {
+        if (IsThere(state)) continue;
+        missing.push_back(state.path + ": not in the case");
+    }
+    if (!missing.empty()) throw CaseError(std::move(missing));
+    Save(file);
+    return file;
 }
 
 void Selection::Save(const std::string& file) const {

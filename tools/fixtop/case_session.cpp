@@ -22,7 +22,7 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
     client::Case::SetStopButton(terminal::IsInterrupted);
     try {
         client::Case opened = client::Case::Open(name);
-        if (view.neutral) problem = OneLineEach(opened.OpenNeutral(view.files));
+        if (view.neutral || HasFiles(view)) problem = OneLineEach(opened.OpenNeutral(view.files));
         return std::unique_ptr<CaseSession>(new CaseSession(std::move(opened), view.neutral));
     } catch (const client::CaseError& error) {
         problem = MessageOf(error);
