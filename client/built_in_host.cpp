@@ -5,7 +5,6 @@
 #include "casehost/case_host.h"
 #include "casehost/standard_host.h"
 #include "casehost/units.h"
-#include "fixtop/host/simulation_case.h"
 
 namespace fixtop::client {
 
@@ -65,10 +64,7 @@ class BuiltInHost final : public HostOfCase {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);
         return saved ? "" : WithFile({saved.problem.Text()}, file).front();
     }
-    std::string PublishedFile() override {
-        const host::FileName& document = host_.ActiveCase()->GetDocumentName();
-        return document.Name().IsEmpty() ? "" : document.PublishedFile().Str();
-    }
+    std::string PublishedFile() const override { return host_.PublishedFile(); }
     const std::vector<std::string>& Remarks() const override { return remarks_; }
 
  private:

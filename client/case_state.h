@@ -37,7 +37,7 @@ class HostOfCase {
     virtual void UseUnitSet(const std::string&) {}
     // Answers what is wrong; empty when it was written.
     virtual std::string Save(const std::string& file);
-    virtual std::string PublishedFile() { return ""; }
+    virtual std::string PublishedFile() const { return ""; }
     virtual const std::vector<std::string>& Remarks() const;
 };
 

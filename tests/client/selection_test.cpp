@@ -205,6 +205,60 @@ TEST_F(ClientSelection, stores_into_its_items_and_tells_what_was_refused) {
     EXPECT_NEAR(31.85, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
 }
 
+TEST_F(ClientSelection, stores_values_as_they_are_typed) {
+    const Case plant = Case::Open(Case::kDemo);
+    Selection selection = TwoTemperatures(plant);
+    const std::vector<std::string> typed = {" 35", "warm"};
+    EXPECT_THAT(selection.Store(typed), ElementsAre("", "not a number: warm"));
+    EXPECT_NEAR(35, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
+    const std::vector<std::string> nothing = {"", ""};
+    EXPECT_THAT(selection.Store(nothing), ElementsAre("", ""));
+    EXPECT_NEAR(35, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
+    const std::vector<std::string> many(5, "40");
+    EXPECT_EQ(2u, selection.Store(many).size());
+}
+
+TEST_F(ClientSelection, tells_all_paths_units_and_nodes) {
+    const Case plant = Case::Open(Case::kDemo);
+    const Selection selection = TwoTemperatures(plant);
+    const std::vector<std::string> paths = selection.Paths();
+    EXPECT_THAT(paths, ElementsAre(selection.Path(0), selection.Path(1)));
+    EXPECT_THAT(selection.Units(), ElementsAre("", "K"));
+    std::vector<std::string> visited;
+    selection.ForEachNode([&](const std::string& path, const std::optional<Node>& node) {
+        ASSERT_TRUE(node);
+        EXPECT_EQ(plant.At(path), *node);
+        visited.push_back(path);
+    });
+    EXPECT_EQ(paths, visited);
+}
+
+TEST_F(ClientSelection, is_published_beside_its_case) {
+    Case::Open(Case::kDemo).Save(File("plant.json"));
+    const Case plant = Case::Open(File("plant.json"));
+    EXPECT_EQ(File("plant.atpub"), plant.PublishedFile());
+    const Selection selection = TwoTemperatures(plant);
+    EXPECT_EQ(File("plant.atpub"), selection.Publish());
+    selection.Save(File("two.xml"));
+    EXPECT_EQ(TextOf(File("two.xml")), TextOf(File("plant.atpub")));
+    EXPECT_EQ(2u, plant.At("\"QSI Published Variables\"").Children().size());
+}
+
+TEST_F(ClientSelection, that_its_case_does_not_have_whole_is_not_published) {
+    TwoTemperatures(Case::Open(Case::kDemo)).Save(File("two.xml"));
+    Selection neutral(Case::Open(Case::kDemo).Neutral());
+    EXPECT_THROW(neutral.Publish(), CaseError);
+    const Case other = Case::Open(CaseWith("Raw Gas", "Raw Gaz"));
+    try {
+        Selection::Load(File("two.xml"), other).Publish();
+        ADD_FAILURE() << "was published";
+    } catch (const CaseError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("Raw Gas"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(File("changed.atpub")));
+    EXPECT_THROW(Selection::Load(File("two.xml")).Publish(), CaseError);
+}
+
 TEST_F(ClientSelection, a_file_that_is_none_is_told_and_one_that_fails_to_be_written_stays) {
     WriteText(File("broken.xml"), "<CollectionBackup><Pathnode id=\"Top\"");
     EXPECT_THROW(Selection::Load(File("broken.xml")), CaseError);

@@ -88,25 +88,42 @@ class ProgramWithoutMemory(ProgramTest):
     def test_classes_are_all_listed_or_memory_ran_out(self):
         self.read_all("classes")
 
-    def test_a_save_is_done_whole_or_not_at_all(self):
-        case = write_small_case(self.folder)
-        saved = self.folder / "saved.json"
-        arguments = ["set", "small.json", WITHIN, "30", "--save", "saved.json"]
+    def test_a_selection_is_read_whole_or_memory_ran_out(self):
+        write_small_case(self.folder)
+        run(["collect", "add", "read.xml", "small.json", f"{STREAMS}.*.Temperature"], self.folder)
+        self.read_all("collect", "read", "read.xml", "small.json")
+
+    def writes_whole_or_not_at_all(self, arguments, file, old):
+        """The file is as it was, or as it is to be, and there is no other that was not there."""
         expected = run(arguments, self.folder)
         self.assertEqual(DONE, expected[0], expected)
-        new, old = saved.read_bytes(), case.read_bytes()
+        new = file.read_bytes()
         names = sorted({*os.listdir(self.folder), "places"})
         self.assertNotEqual(old, new)
-        saved.write_bytes(old)
+        file.write_bytes(old)
 
         def check(done):
-            found = saved.read_bytes()
-            saved.write_bytes(old)
+            found = file.read_bytes()
+            file.write_bytes(old)
             told = self.is_told(done, expected)
             self.assertIn(found, [old, new] if told else [new])
             self.assertEqual(names, sorted(os.listdir(self.folder)))
 
         self.disturb(arguments, check, OF_THE_SAVE)
+
+    def test_a_save_is_done_whole_or_not_at_all(self):
+        old = write_small_case(self.folder).read_bytes()
+        self.writes_whole_or_not_at_all(
+            ["set", "small.json", WITHIN, "30", "--save", "saved.json"],
+            self.folder / "saved.json", old)
+
+    def test_a_selection_is_extended_whole_or_not_at_all(self):
+        write_small_case(self.folder)
+        add = ["collect", "add", "chosen.xml", "small.json"]
+        run([*add, WITHIN], self.folder)
+        chosen = self.folder / "chosen.xml"
+        self.writes_whole_or_not_at_all([*add, f"{STREAMS}.*.Pressure"], chosen,
+                                        chosen.read_bytes())
 
 
 if __name__ == "__main__":

@@ -88,8 +88,8 @@ ExitCode TellMissing(const SelectedItems& items, const std::string& name, Output
         out.Note(text);
     }
     if (by_place > 0) {
-        out.Note(std::to_string(by_place) + " found in " + OneLine(name) +
-                 " by place in a list, for nothing else tells them there");
+        out.Note(OneLine(name) + ": found by place in a list, for nothing else tells them there: " +
+                 std::to_string(by_place));
     }
     return code;
 }

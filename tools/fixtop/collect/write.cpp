@@ -25,9 +25,10 @@ class CollectWrite final : public SelectionWord {
         client::Selection selection = Load(*around.session);
         if (!TakeInput(around.out)) return ExitCode::kUnreadable;
         if (values_.size() != selection.Size()) {
-            around.out.Note(File() + ": has " + std::to_string(selection.Size()) +
-                            " nodes, and there are " + std::to_string(values_.size()) +
-                            " values; an empty value leaves a node as it is");
+            around.out.Note(OneLineMessage(File()) + ": expected a value for each node, " +
+                            std::to_string(selection.Size()) + " and not " +
+                            std::to_string(values_.size()) +
+                            "; an empty one leaves its node as it is");
             return ExitCode::kUsage;
         }
         const bool all_stored = Store(selection, around);
