@@ -29,11 +29,16 @@ bool ComesBack(const Node& node) {
     const std::string path = node.Path();
     if (IsPlain(path)) return true;
     const Ref<FICollectionBase> saved = NewCollection();
-    if (!saved->Add(node.Iterator())) return false;
     FIValue text;
-    saved->ToXml(text);
+    const auto write = [&] {
+        if (!saved->Add(node.Iterator())) return false;
+        saved->ToXml(text);
+        return true;
+    };
+    if (!Whole(write)) return false;
     const Ref<FICollectionBase> read = NewCollection();
-    if (!read->FromXml(text.ToText().c_str()) || read->Count() != 1) return false;
+    const std::string xml = text.ToText();
+    if (!Whole([&] { return read->FromXml(xml.c_str()); }) || read->Count() != 1) return false;
     return PathOf(*FirstOf(*read)) == PathOf(*FirstOf(*saved));
 }
 
@@ -96,7 +101,7 @@ bool Selection::Add(const Node& node, const std::string& unit) {
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
     const int before = collection_->Count();
-    FICollectionElement* const item = collection_->Add(node.Iterator());
+    FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
     if (!item) throw Refused(node.Path(), "is in another tree than the selection");
     if (collection_->Count() != before) return true;
     if (unit.empty()) return false;

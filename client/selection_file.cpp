@@ -35,17 +35,18 @@ bool Selection::IsFile(const std::string& file) {
 Selection Selection::Load(const std::string& file) {
     const std::string text = ReadSavedText(file);
     Ref<FICollectionBase> collection = NewCollection();
-    if (!collection->FromXml(text.c_str())) ThrowNoSelection(file);
+    if (!Whole([&] { return collection->FromXml(text.c_str()); })) ThrowNoSelection(file);
     return {std::nullopt, std::move(collection)};
 }
 
 Selection Selection::Load(const std::string& file, const Case& on) {
     const std::string text = ReadSavedText(file);
     const Ref<FICollectionBase> read = NewCollection();
-    const bool is_backup = read->FromXml(text.c_str());
+    const bool is_backup = Whole([&] { return read->FromXml(text.c_str()); });
     Selection selection(is_backup ? RootFor(*read, on) : on.Top());
     const auto load = [&] {
-        return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
+        return Whole(
+            [&] { return selection.collection_->Load(text.c_str(), selection.root_->Iterator()); });
     };
     if (!load()) ThrowNoSelection(file);
     if (is_backup || selection.Size() > 0) return selection;
@@ -72,8 +73,11 @@ std::string Selection::Publish() const {
 }
 
 void Selection::Save(const std::string& file) const {
-    FIValue text;
-    collection_->ToXml(text);
+    const FIValue text = Whole([this] {
+        FIValue whole;
+        collection_->ToXml(whole);
+        return whole;
+    });
     WriteSavedText(file, text.ToText());
 }
 

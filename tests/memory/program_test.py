@@ -37,8 +37,9 @@ def run(arguments, folder, **environment):
 
 
 class ProgramWithoutMemory(ProgramTest):
-    def numbers(self, arguments, last=0):
+    def numbers(self, arguments, last, prepare):
         file = self.folder / "places"
+        prepare()
         run(arguments, self.folder, places=str(file))
         count, *places = map(int, file.read_text(encoding="utf-8").split())
         self.assertTrue(places)
@@ -46,11 +47,12 @@ class ProgramWithoutMemory(ProgramTest):
             return range(FIRST, count + 1, STEP)
         return {*places[::len(places) // PLACES + 1], *range(count + 1 - last, count + 1)}
 
-    def disturb(self, arguments, check, last=0):
+    def disturb(self, arguments, check, last=0, prepare=lambda: None):
         """Gives each order, and what the program then did to a check."""
-        for number in sorted(self.numbers(arguments, last)):
+        for number in sorted(self.numbers(arguments, last, prepare)):
             for order in ({}, {"onwards": "1"}):
                 with self.subTest(allocation=number, **order):
+                    prepare()
                     check(run(arguments, self.folder, at=str(number), **order))
 
     def is_told(self, done, expected):
@@ -100,16 +102,14 @@ class ProgramWithoutMemory(ProgramTest):
         new = file.read_bytes()
         names = sorted({*os.listdir(self.folder), "places"})
         self.assertNotEqual(old, new)
-        file.write_bytes(old)
 
         def check(done):
             found = file.read_bytes()
-            file.write_bytes(old)
             told = self.is_told(done, expected)
             self.assertIn(found, [old, new] if told else [new])
             self.assertEqual(names, sorted(os.listdir(self.folder)))
 
-        self.disturb(arguments, check, OF_THE_SAVE)
+        self.disturb(arguments, check, OF_THE_SAVE, lambda: file.write_bytes(old))
 
     def test_a_save_is_done_whole_or_not_at_all(self):
         old = write_small_case(self.folder).read_bytes()

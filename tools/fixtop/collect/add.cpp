@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "collect/selection_word.h"
+#include "memory.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -17,6 +18,7 @@ class CollectAdd final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
+        const int before = MemoryFailures();
         client::Selection selection = LoadOrBegin(*around.session);
         ExitCode code = ExitCode::kOk;
         const auto refuse = [&](const std::string& problem) {
@@ -39,6 +41,8 @@ class CollectAdd final : public SelectionWord {
             const std::string problem = ForEachMatch(*around.session, pattern, add);
             if (!problem.empty()) refuse(problem);
         }
+        // What was not found for lack of memory is not to be missing in the file.
+        if (MemoryFailures() != before) throw std::bad_alloc();
         // Saved before anything is written: whoever reads may have gone away.
         if (selection.Size() > 0) selection.Save(File());
         for (const std::string& path : added) around.out.Line(OneLine(path));

@@ -83,8 +83,8 @@ class CollectDiff final : public SelectionWord {
         int stale = 0;
         for (std::size_t i = 0; i < items.Size(); ++i) stale += items.IsStale(i);
         if (stale == 0) return;
-        out.Note(OneLine(name) + ": values that are older than a change of the case: " +
-                 std::to_string(stale));
+        out.Note(OneLine(name) +
+                 ": values that are older than a change of the case: " + std::to_string(stale));
     }
     bool IsSame(const SelectedItems& a, const SelectedItems& b, std::size_t item) const {
         if (!a.IsThere(item) || !b.IsThere(item)) return a.IsThere(item) == b.IsThere(item);
