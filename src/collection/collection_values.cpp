@@ -15,19 +15,23 @@ namespace {
 
 constexpr char kNoSuchUnit[] = "Unable to find unit";
 
+const FICollectionElement* OverNext(const FICollectionElement& item) {
+    return item.Next() ? item.Next()->Next() : nullptr;
+}
+
 // What the next items are read from lies scattered in memory and is reached step by step: a step
-// for each item on the way here.
+// for every second item on the way here, in which time one comes from afar.
 void PrefetchBehind(const FICollectionElement& item) {
     using Ask = void (FIReference::*)() const;
     constexpr Ask steps[] = {&FIReference::PrefetchNode, &FIReference::PrefetchPlace,
                              &FIReference::PrefetchSelf};
-    const FICollectionElement* ahead = item.Next();
+    const FICollectionElement* ahead = OverNext(item);
     for (const Ask ask : steps) {
         if (!ahead) return;
         if (ahead->node) (*ahead->node.*ask)();
-        ahead = ahead->Next();
+        ahead = OverNext(*ahead);
     }
-    if (ahead) Prefetch(ahead, sizeof *ahead);
+    if (ahead) ahead->PrefetchSelf();
 }
 
 }  // namespace

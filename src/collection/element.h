@@ -15,6 +15,7 @@
 #include "fixtop/ref.h"
 #include "fixtop/value.h"
 #include "framework/reference/reference.h"
+#include "platform/prefetch.h"
 
 namespace fixtop {
 
@@ -61,6 +62,11 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     ItemUnits Units() const { return units_ ? *units_ : ItemUnits(); }
     void SetUnits(const ItemUnits& units);
     bool HasUnits() const { return units_ != nullptr; }
+
+    void PrefetchSelf() const {
+        Prefetch(&node);
+        Prefetch(&next_);
+    }
 
     bool IsItem() const { return is_item_; }
     // The item behind this one; null for the last.
