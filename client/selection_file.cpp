@@ -56,7 +56,7 @@ Selection Selection::Load(const std::string& file, const Case& on) {
 }
 
 std::string Selection::Publish() const {
-    const std::string file = root_ ? Case(root_->OpenCase()).PublishedFile() : "";
+    std::string file = root_ ? Case(root_->OpenCase()).PublishedFile() : "";
     if (file.empty()) throw CaseError({"variables are published beside the file of a case"});
     if (!(*root_ == Case(root_->OpenCase()).Top())) {
         throw CaseError({file + ": published variables are of the case's own tree; these nodes are "

@@ -77,7 +77,7 @@ int PlaceOf(std::string_view id) {
 }
 
 std::string WrittenStep(const FICollectionElement& step) {
-    const std::string id(step.Id());
+    std::string id(step.Id());
     switch (step.sought) {
         case Sought::kByKey:
             return id;
