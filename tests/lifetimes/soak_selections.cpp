@@ -124,6 +124,7 @@ void SoakSelections::MakePasted(const SoakView& view) {
         made->items = other->items;
     }
     Selection& of = *made;
+    const long changes = world_.Changes();
     made->face = MakeAutomationFace(*view.root, text, [this, &of](int ear, int place, int kind) {
         Heard(of, ear, place, kind);
     });
@@ -136,6 +137,7 @@ void SoakSelections::MakePasted(const SoakView& view) {
     made->removals = view.removals;
     FindAll(of);
     held_.push_back(std::move(made));
+    IsSure(of, changes, true);
 }
 
 void SoakSelections::Drop(Selection& of) {
@@ -193,6 +195,19 @@ void SoakSelections::Find(const Selection& of, Item& item) {
     if (number >= 0) Bind(item, number, of.case_number, of.removals);
 }
 
+// A search in whose middle the case changed may have missed what moved: then it is let go.
+bool SoakSelections::IsSure(Selection& of, long changes, bool searched) {
+    if (of.is_dropped) return false;
+    if (changes == world_.Changes()) return true;
+    if (searched) Drop(of);
+    return false;
+}
+
+bool SoakSelections::Misses(const Selection& of) const {
+    return std::any_of(of.items.begin(), of.items.end(),
+                       [](const Item& each) { return each.number < 0; });
+}
+
 void SoakSelections::FindAll(Selection& of) {
     for (Item& each : of.items) {
         Bind(each, -1, 0, 0);
@@ -247,12 +262,15 @@ void SoakSelections::Add(Selection& of) {
     const Item item = ItemOn(view, number, field);
     const auto known = std::find_if(of.items.begin(), of.items.end(),
                                     [&](const Item& each) { return each.HasPathOf(item); });
+    // What is just being stored is for the one that is gone.
+    if (of.in_use > 0 && known != of.items.end() && !IsLive(*known)) return;
     const bool same_tree =
         !of.has_top || (of.case_number == view.case_number && of.removals == view.removals);
     const bool is_taken = known != of.items.end() && known->number >= 0 && IsLive(*known) &&
                           known->number != item.number;
+    const long changes = world_.Changes();
     const bool is_added = of.face->Add(*node);
-    if (of.is_dropped) return;
+    if (!IsSure(of, changes, true)) return;
     if (is_added != (same_tree && !is_taken)) {
         return fail_(Describe(of, item) + (is_added ? " is added" : " is not added"));
     }
@@ -296,18 +314,19 @@ void SoakSelections::Read(Selection& of) {
     const std::string row = dice_.OneIn(4) ? "status" : "value";
     const long changes = world_.Changes();
     const long list_changes = of.list_changes;
-    std::vector<Item> before = of.items;
+    const bool searches = of.is_watching && Misses(of);
     if (of.is_watching) FindMissing(of);
     const std::vector<Item> expected = of.items;
     ++of.in_use;
     const std::vector<std::string> answers = of.face->Read(row.c_str());
     --of.in_use;
-    if (of.is_dropped || changes != world_.Changes() || list_changes != of.list_changes) return;
+    if (!IsSure(of, changes, searches) || list_changes != of.list_changes) return;
     if (answers.size() != expected.size()) return fail_("another number of items");
     for (std::size_t i = 0; i < answers.size(); ++i) Check(of, expected[i], row, answers[i]);
 }
 
 void SoakSelections::Store(Selection& of) {
+    const bool searches = of.is_watching && Misses(of);
     if (of.is_watching) FindMissing(of);
     std::vector<std::string> texts;
     bool all_live = true;
@@ -320,12 +339,13 @@ void SoakSelections::Store(Selection& of) {
     }
     ++counts_.stores;
     const long changes = world_.Changes();
-    const long list_changes = of.list_changes;
+    const long acts = acts_;
     if (dice_.OneIn(6) && world_.HasHost()) world_.Order([this] { world_.Disturb(); });
     ++of.in_use;
     const bool is_stored = of.face->Store(texts);
     --of.in_use;
-    if (of.is_dropped || changes != world_.Changes() || list_changes != of.list_changes) return;
+    // Others may have stored meanwhile.
+    if (!IsSure(of, changes, searches) || acts != acts_) return;
     if (is_stored != all_live) fail_(is_stored ? "a gone item stores" : "a live item refuses");
 }
 
@@ -352,12 +372,13 @@ void SoakSelections::Walk(Selection& of) {
         return fail_("a walk stands on another collection's item");
     }
     Item& item = of.items[static_cast<std::size_t>(place)];
+    const bool searches = of.is_watching && item.number < 0;
     if (of.is_watching) Find(of, item);
     const Item expected = item;
     ++of.in_use;
     walk->GetAttribute(FIValue("value"), value);
     --of.in_use;
-    if (of.is_dropped || changes != world_.Changes() || list_changes != of.list_changes) return;
+    if (!IsSure(of, changes, searches) || list_changes != of.list_changes) return;
     Check(of, expected, "value", value.ToText());
 }
 
@@ -366,6 +387,7 @@ void SoakSelections::SaveAndLoad(Selection& of) {
     const SoakView* view = ViewFor(of);
     if (!items || !view) return;
     const std::string text = of.face->AsXml();
+    const long changes = world_.Changes();
     ++of.list_changes;
     ++counts_.loads;
     if (dice_.OneIn(3)) {
@@ -378,6 +400,7 @@ void SoakSelections::SaveAndLoad(Selection& of) {
         of.removals = from.removals;
     }
     FindAll(of);
+    if (!IsSure(of, changes, true)) return;
     if (of.face->AsXml() != text) fail_("loaded is " + of.face->AsXml() + ", not " + text);
 }
 
@@ -390,8 +413,11 @@ void SoakSelections::Watch(Selection& of) {
         return;
     }
     of.is_watching = true;
+    const long changes = world_.Changes();
+    const bool searches = Misses(of);
     FindMissing(of);
     items->StartWatching();
+    IsSure(of, changes, searches);
 }
 
 void SoakSelections::Join(Selection& of) {
@@ -403,11 +429,15 @@ void SoakSelections::Join(Selection& of) {
         // Told from the first moment on.
         const bool was_joined = std::exchange(of.joined[ear], true);
         const bool automation = !of.face->Plain();
+        const long changes = world_.Changes();
+        const bool searches = automation && !of.is_watching && Misses(of);
         if (!of.face->Join(ear)) {
             of.joined[ear] = was_joined;
             if (automation || !of.items.empty()) fail_("a subscriber is not taken");
         }
-        if (automation && !of.items.empty() && !of.is_watching) FindMissing(of);
+        IsSure(of, changes, searches);
+        if (of.is_dropped) return;
+        if (searches) FindMissing(of);
     }
     if (of.is_dropped || of.face->Plain()) return;
     of.is_watching = !of.items.empty() && std::any_of(std::begin(of.joined), std::end(of.joined),

@@ -104,6 +104,8 @@ class SoakSelections final : private World::Witness {
     void Find(const Selection& of, Item& item);
     void FindMissing(Selection& of);
     void FindAll(Selection& of);
+    bool IsSure(Selection& of, long changes, bool searched);
+    bool Misses(const Selection& of) const;
     void Heard(Selection& of, int ear, int place, int kind);
     // World::Witness
     void OnBegin(int case_number) override;
