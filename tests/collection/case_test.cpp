@@ -84,11 +84,18 @@ class CaseItems : public SelectedCase {
             at_same->GetPath(whole_same);
             ASSERT_EQ(whole.ToText(), whole_same.ToText());
         }
+        for (const char* row : {"id", "value"}) {
+            ASSERT_EQ(ValuesOf(items, row), ValuesOf(others, row));
+        }
     }
     void ExpectComesBack(NodeRef root, int depth, int at_least) {
         const Collected items = MakeCollection();
-        AddAll(*items, *NodeRef::Adopt(root->Copy()), depth);
+        const char* more = std::getenv("FIXTOP_COLLECTION_DEPTH");
+        if (more) depth += std::atoi(more);
+        const int added = AddAll(*items, *NodeRef::Adopt(root->Copy()), depth);
+        EXPECT_EQ(added, items->Count());
         EXPECT_LE(at_least, items->Count());
+        if (more) std::printf("%d items down to level %d\n", items->Count(), depth);
         const std::string written = XmlOf(*items);
         const Collected again = MakeCollection();
         ASSERT_TRUE(again->Load(written.c_str(), *root));
