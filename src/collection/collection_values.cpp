@@ -75,16 +75,22 @@ void Collection::Store(FICollectionElement& item, const FIValue& attribute, cons
     ShowIn(own, it);
 }
 
+// Who hears of a store may remove and add items: each value is for the item that was at its place
+// at the beginning.
 void Collection::SetValues(const FIValue& attribute, const FIValue* values, int count,
                            const FIValue& unit, FIValue* outs) {
     const auto self = Ref<Collection>::Share(this);
     if (is_watching_) FindMissing();
+    const std::vector<std::uint32_t> arrivals = items_.FirstArrivals(count);
     SelectionBatch batch(top_ ? top_->EntryAt(0) : nullptr);
-    int index = 0;
-    for (ItemPosition at(items_); index < count && at.Next(); ++index) {
+    std::size_t place = 0;
+    for (ItemPosition at(items_); at.Next();) {
+        const std::uint32_t arrival = at.Item()->Arrival();
+        while (place < arrivals.size() && arrivals[place] != arrival) ++place;
+        if (place == arrivals.size()) break;
         FIValue out;
-        if (!values[index].IsNull()) Store(*at.Item(), attribute, values[index], unit, out);
-        if (outs) outs[index] = std::move(out);
+        if (!values[place].IsNull()) Store(*at.Item(), attribute, values[place], unit, out);
+        if (outs) outs[place] = std::move(out);
     }
     batch.Solve();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "collection/item_list.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace fixtop {
@@ -44,6 +45,15 @@ int ItemList::RankOf(const FICollectionElement& item) {
     return item.rank_;
 }
 
+std::vector<std::uint32_t> ItemList::FirstArrivals(int count) const {
+    std::vector<std::uint32_t> arrivals;
+    arrivals.reserve(static_cast<std::size_t>(std::clamp(count, 0, count_)));
+    for (const auto* each = first_; each && count > 0; each = each->next_, --count) {
+        arrivals.push_back(each->arrival_);
+    }
+    return arrivals;
+}
+
 void ItemList::Append(FICollectionElement& item) {
     item.is_item_ = true;
     if (item.position == FICollectionElement::kNoItem) {
@@ -52,6 +62,7 @@ void ItemList::Append(FICollectionElement& item) {
     item.previous_ = last_;
     item.next_ = nullptr;
     item.rank_ = count_++;
+    item.arrival_ = arrivals_++;
     (last_ ? last_->next_ : first_) = &item;
     last_ = &item;
 }
