@@ -96,6 +96,11 @@ class FICollectionBase {
     // Several attributes of each item in one pass, item by item: `values` has room for Count()
     // times `count` values. Each as GetValues has it.
     virtual void GetRows(const FIValue* attributes, int count, FIValue* values) = 0;
+    // Add, but what becomes an item comes before this one; the last for one that is none of this
+    // collection's.
+    virtual FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement*) {
+        return Add(node);
+    }
 };
 
 // Reads and stores go to the node of the present item, in the item's units. Name, attribute source,

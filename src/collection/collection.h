@@ -59,12 +59,18 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     bool RemoveAt(int index) override;
     bool Contains(const FICollectionElement* item) override;
 
-    FICollectionElement* Add(FIIteratorBase& node) override;
+    FICollectionElement* Add(FIIteratorBase& node) override {
+        return Collection::AddBefore(node, nullptr);
+    }
     int AddMatches(FIIteratorBase& from, const FIValue& path) override;
     bool Load(const char* text, FIIteratorBase& from) override;
     FICollectionElement* ItemAt(int index) override { return items_.At(index); }
     void GetRootId(FIValue& out) override;
     void GetRows(const FIValue* attributes, int count, FIValue* values) override;
+    FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override;
+
+    // Load, of the form of selections alone.
+    bool LoadPaths(const char* text, FIIteratorBase& from);
 
     // For the collection's own iterators.
 
@@ -99,6 +105,7 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
 
     void Store(FICollectionElement& item, const FIValue& attribute, const FIValue& value,
                const FIValue& unit, FIValue& out);
+    bool Take(ReadSelection read, FIIteratorBase& from);
     void Take(ReadSelection read, Ref<FIIterator> top);
     void AddPath(const std::string& path, FIIterator& root);
     void Prune(FICollectionElement* step);

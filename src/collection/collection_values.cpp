@@ -115,9 +115,19 @@ bool Collection::FromXml(const char* text) {
 }
 
 bool Collection::Load(const char* text, FIIteratorBase& from) {
+    return Take(ReadBackup(text, *this), from);
+}
+
+bool Collection::LoadPaths(const char* text, FIIteratorBase& from) {
+    ReadSelection read = ReadBackup(text, *this);
+    if (read.form != ReadSelection::Form::kPaths) read = {};
+    return Take(std::move(read), from);
+}
+
+bool Collection::Take(ReadSelection read, FIIteratorBase& from) {
     auto* given = dynamic_cast<FIIterator*>(&from);
     const auto self = Ref<Collection>::Share(this);
-    ReadSelection read = given ? ReadBackup(text, *this) : ReadSelection();
+    if (!given) read = {};
     const bool is_read = read.form != ReadSelection::Form::kNone;
     const std::vector<std::string> paths = std::move(read.paths);
     const auto top = is_read ? TopOf(*given) : Ref<FIIterator>();

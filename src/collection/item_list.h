@@ -25,7 +25,9 @@ class ItemList {
     // Of an item of this list.
     int RankOf(const FICollectionElement& item);
 
-    void Append(FICollectionElement& item);
+    void Append(FICollectionElement& item) { Insert(item, nullptr); }
+    // Before an item of this list; behind the last for null.
+    void Insert(FICollectionElement& item, FICollectionElement* behind);
     void TakeOut(FICollectionElement& item);
     // Takes out all.
     void Clear();

@@ -57,6 +57,9 @@ class Shielded<T> final : public T {
     FICollectionElement* Add(FIIteratorBase& node) override {
         return memory::Or(nullptr, [&] { return T::Add(node); });
     }
+    FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override {
+        return memory::Or(nullptr, [&] { return T::AddBefore(node, behind); });
+    }
     int AddMatches(FIIteratorBase& from, const FIValue& path) override {
         return memory::Or(-1, [&] { return T::AddMatches(from, path); });
     }
