@@ -3,6 +3,7 @@
 // attribute of its own; it stays with the iterator that stored it.
 
 #include "automation/member.h"
+#include "automation/read_value.h"
 #include "automation/v_node.h"
 
 namespace fixtop {
@@ -39,8 +40,9 @@ HRESULT CQSVNode::GetDoubleInUnit(const char* unit, double* value) {
         ShowIn(*it, kValue, unit, refused);
         if (!refused.IsNull()) return kResultFalse;
         it->GetAttribute(FIValue(kValue.number), read);
+        if (read.IsNull() || LacksNode(read)) return kResultFalse;
         *value = read.AsDouble();
-        return read.IsNull() ? kResultFalse : kResultOk;
+        return kResultOk;
     });
 }
 

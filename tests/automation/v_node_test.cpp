@@ -81,6 +81,26 @@ TEST_F(QsvNode, read_without_a_value_is_none) {
               Refused<char>([&](char** out) { return node_->GetString("nope", out); }));
 }
 
+TEST_F(QsvNode, node_that_is_gone_is_read_as_text_and_never_as_a_number) {
+    for (const char* message : {"Node deleted", "Node invalid"}) {
+        feed_.Set("value", message);
+        std::int32_t number = 99;
+        double real = 99;
+        bool is = true;
+        EXPECT_EQ(kResultFalse, node_->GetInt("value", &number)) << message;
+        EXPECT_EQ(0, number);
+        EXPECT_EQ(kResultFalse, node_->GetDouble("value", &real)) << message;
+        EXPECT_EQ(0.0, real);
+        EXPECT_EQ(kResultFalse, node_->GetBool("value", &is)) << message;
+        EXPECT_FALSE(is);
+        real = 99;
+        EXPECT_EQ(kResultFalse, node_->GetDoubleInUnit("K", &real)) << message;
+        EXPECT_EQ(0.0, real);
+        EXPECT_FALSE(Fact(*node_, &IQSVNode::HasValue)) << message;
+        EXPECT_EQ(message, TakeText([&](char** out) { return node_->GetString("value", out); }));
+    }
+}
+
 TEST_F(QsvNode, stores_go_to_the_attribute_as_their_type) {
     EXPECT_EQ("", Stored([&](char** out) { return node_->SetInt("a", 5, out); }));
     EXPECT_EQ("", Stored([&](char** out) { return node_->SetDouble("b", 2.5, out); }));
