@@ -8,6 +8,7 @@
 #include "automation/attribute_iterator.h"
 #include "automation/objects.h"
 #include "automation/script_nodes.h"
+#include "framework/nodes/attr_map.h"
 #include "framework/nodes/empties.h"
 #include "framework/nodes/top_entry.h"
 
@@ -75,6 +76,33 @@ TEST_F(QsiAttributes, next_goes_by_several_and_back) {
     EXPECT_EQ("id", Name(*rows_));
     EXPECT_EQ(kResultFalse, Next(*rows_, 3, 2));
     EXPECT_EQ(kResultFalse, Next(*rows_, -1, 0)) << "there is no way back from the end";
+}
+
+// Its first attribute and the third are not there for this one.
+class Spotty final : public AttrMapEntry<Spotty> {
+ public:
+    static std::span<const AttrRow<Spotty>> AttributeRows() {
+        static constexpr auto never = [](Spotty&, std::intptr_t) { return false; };
+        static constexpr auto read = [](Spotty&, FIValue& out) { out.SetText("read"); };
+        static constexpr AttrRow<Spotty> rows[] = {
+            {"absent", read, never}, {"one", read}, {"gone", read, never}, {"two", read}};
+        return rows;
+    }
+    void GetName(FIValue& out) override { out.SetText("Spotty"); }
+    FIContext* GetContext() override { return EmptyContext(); }
+};
+
+TEST_F(QsiAttributes, walk_never_stands_on_an_attribute_that_is_not_there) {
+    const auto entry = Ref<FIEntry>::Share(new Spotty);
+    const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(*entry)));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, -1, 0));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, 1, 1));
+    EXPECT_EQ("two", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, -5, -1));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultFalse, Next(*it, 2, 1));
 }
 
 TEST_F(QsiAttributes, reset_and_to_end) {
