@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+
 #include "diagnostics/instance_counts.h"
 
 namespace fixtop {
@@ -10,11 +13,23 @@ namespace fixtop {
 namespace {
 
 class LiveCounts : public testing::EmptyTestEventListener {
-    void OnTestEnd(const testing::TestInfo&) override {
-#define FIXTOP_IS_GONE(group, name) EXPECT_EQ(0, CountOf(CountedClass::name).alive) << #name;
-        FIXTOP_COUNTED_CLASSES(FIXTOP_IS_GONE)
-#undef FIXTOP_IS_GONE
+    using Counts = std::map<std::string, int>;
+
+    static Counts Now() {
+        return {
+#define FIXTOP_ALIVE(group, name) {#name, CountOf(CountedClass::name).alive},
+            FIXTOP_COUNTED_CLASSES(FIXTOP_ALIVE)
+#undef FIXTOP_ALIVE
+        };
     }
+    void OnTestStart(const testing::TestInfo&) override {
+        before_ = Now();
+    }
+    void OnTestEnd(const testing::TestInfo&) override {
+        EXPECT_EQ(before_, Now());
+    }
+
+    Counts before_;
 };
 
 [[maybe_unused]] const bool g_listens = [] {
