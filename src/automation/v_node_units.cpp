@@ -18,6 +18,12 @@ struct Face {
 constexpr Face kValue = {"value", "uom"};
 constexpr Face kSpecification = {"spec_value", "spec_uom"};
 
+// Whoever hears of the store may let go of the node: its place is held for the call.
+template <class Store>
+HRESULT StoreUnit(Ref<FIIteratorBase> place, char** error, Store store) {
+    return HandOutMessage(error, [&](FIValue& out) { store(*place, out); });
+}
+
 void ShowIn(FIIteratorBase& node, const Face& face, const char* unit, FIValue& out) {
     node.SetAttribute(FIValue(face.unit), FIValue(unit), 0, out);
 }
@@ -64,27 +70,30 @@ HRESULT CQSVNode::SetSpecDoubleInUnit(double value, const char* unit, char** err
 
 HRESULT CQSVNode::SetUnit(const char* unit, char** error) {
     if (LacksText(error, unit)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) { iterator->SetUnit(FIValue(unit), out); });
+    return StoreUnit(iterator, error,
+                     [=](FIIteratorBase& node, FIValue& out) { node.SetUnit(FIValue(unit), out); });
 }
 
 HRESULT CQSVNode::SetSpecUnit(const char* unit, char** error) {
     if (LacksText(error, unit)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) { iterator->SetSpecUnit(FIValue(unit), out); });
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        node.SetSpecUnit(FIValue(unit), out);
+    });
 }
 
 HRESULT CQSVNode::SetDisplayUnit(const char* unit, const char* quantity, char** error) {
     if (LacksText(error, unit, quantity)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) {
-        if (!*quantity) return ShowIn(*iterator, kValue, unit, out);
-        iterator->SetDisplayUnit(FIValue(unit), FIValue(quantity), out);
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        if (!*quantity) return ShowIn(node, kValue, unit, out);
+        node.SetDisplayUnit(FIValue(unit), FIValue(quantity), out);
     });
 }
 
 HRESULT CQSVNode::SetDisplaySpecUnit(const char* unit, const char* quantity, char** error) {
     if (LacksText(error, unit, quantity)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) {
-        if (!*quantity) return ShowIn(*iterator, kSpecification, unit, out);
-        iterator->SetDisplaySpecUnit(FIValue(unit), FIValue(quantity), out);
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        if (!*quantity) return ShowIn(node, kSpecification, unit, out);
+        node.SetDisplaySpecUnit(FIValue(unit), FIValue(quantity), out);
     });
 }
 

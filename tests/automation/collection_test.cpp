@@ -116,6 +116,30 @@ TEST_F(QsiCollection, what_an_argument_answers_is_answered) {
     EXPECT_EQ(0, fake_->Count());
 }
 
+// Stands for a node, and lets go of the collection when it is asked for it.
+class Hasty final : public IUnknown {
+ public:
+    Hasty(Ref<IQSINode> node, Ref<IQSICollection>& collection)
+        : node_(std::move(node)), collection_(collection) {}
+    HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId& id, void** out) override {
+        collection_.Reset();
+        return node_->QueryInterface(id, out);
+    }
+    std::uint32_t FIXTOP_MEMBER AddRef() override { return node_->AddRef(); }
+    std::uint32_t FIXTOP_MEMBER Release() override { return node_->Release(); }
+
+ private:
+    Ref<IQSINode> node_;
+    Ref<IQSICollection>& collection_;
+};
+
+TEST_F(QsiCollection, collection_is_let_go_of_by_what_it_adds) {
+    Hasty hasty(Node("Two"), collection_);
+    EXPECT_EQ(kResultOk, collection_->AddNode(&hasty));
+    EXPECT_FALSE(collection_);
+    EXPECT_EQ(1, fake_->Count());
+}
+
 TEST_F(QsiCollection, node_that_is_none_any_more_is_not_added) {
     fake_->refuses_nodes = true;
     EXPECT_EQ(kResultFalse, collection_->AddNode(Node("One").Get()));

@@ -443,7 +443,7 @@ TEST_F(CollectionsOfModule, document_has_one_collection_until_it_is_dropped) {
     EXPECT_EQ(kResultOk, document->DropCollection());
 }
 
-// Counts what it hears, and does once what it is told to.
+// Counts what it hears, and does once what it is told to, in a call and when nobody holds it.
 class CountingSink final : public IQSISink {
  public:
     HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId&, void** out) override {
@@ -451,7 +451,11 @@ class CountingSink final : public IQSISink {
         return kResultNoInterface;
     }
     std::uint32_t FIXTOP_MEMBER AddRef() override { return ++references_; }
-    std::uint32_t FIXTOP_MEMBER Release() override { return --references_; }
+    std::uint32_t FIXTOP_MEMBER Release() override {
+        const std::uint32_t left = --references_;
+        if (left == 1 && on_left) std::exchange(on_left, nullptr)();
+        return left;
+    }
     HRESULT FIXTOP_MEMBER Invoke(std::int32_t event, const Variant& detail) override {
         EXPECT_EQ(IQSISink::kChanged, event);
         heard.push_back(detail.type == Variant::kInt ? detail.number : -1);
@@ -461,6 +465,7 @@ class CountingSink final : public IQSISink {
 
     std::vector<int> heard;
     std::function<void()> on_call;
+    std::function<void()> on_left;
 
  private:
     std::uint32_t references_ = 1;
@@ -521,6 +526,58 @@ TEST_F(SinksOfModule, collection_and_nodes_are_let_go_of_within_a_call) {
     };
     Step();
     EXPECT_EQ(1u, sink_.heard.size());
+}
+
+TEST_F(SinksOfModule, collection_is_let_go_of_in_the_middle_of_its_store) {
+    const auto script = HostScript::Over(host_);
+    ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
+    top_node_.Reset();
+    const char* texts[] = {"34"};
+    const std::int32_t ints[] = {35};
+    const double reals[] = {309.15};
+    using Store = std::function<HRESULT(IQSICollection&)>;
+    const Store stores[] = {
+        [&](IQSICollection& items) { return items.SetValueTexts(1, texts, nullptr); },
+        [&](IQSICollection& items) { return items.SetValueInts(1, ints, nullptr); },
+        [&](IQSICollection& items) { return items.SetValueReals(1, reals, "K"); }};
+    for (const Store& store : stores) {
+        auto items = Matches(kTemperature);
+        bool was_let_go = false;
+        script->InStore(1, [&] {
+            was_let_go = CountOf(*items) == 1;
+            items.Reset();
+        });
+        EXPECT_EQ(kResultOk, store(*items));
+        EXPECT_TRUE(was_let_go);
+    }
+    EXPECT_EQ("36", ReadOf(*ChildOf(Top(), kTemperature), "value"));
+}
+
+// The document's collection is the last to hold the sink.
+TEST_F(SinksOfModule, document_is_asked_for_another_collection_while_one_is_dropped) {
+    const auto document = Ref<IQSIDocument>::Adopt(
+        static_cast<IQSIDocument*>(GetDocumentAgg(nullptr, this, nullptr)));
+    CountingSink sink;
+    {
+        const auto items = Take<IQSICollection>(
+            [&](IQSICollection** out) { return document->CreateCollection(out); });
+        const auto point = Take<IQSIConnectionPoint>(
+            [&](IQSIConnectionPoint** out) { return items->GetConnectionPoints(out); });
+        std::uint32_t cookie = 0;
+        EXPECT_EQ(kResultOk, point->Advise(&sink, &cookie));
+    }
+    Ref<IQSICollection> another;
+    sink.on_left = [&] {
+        EXPECT_EQ(kResultOk, document->DropCollection());
+        another = Take<IQSICollection>(
+            [&](IQSICollection** out) { return document->CreateCollection(out); });
+    };
+    EXPECT_EQ(kResultOk, document->DropCollection());
+    EXPECT_EQ(1u, CountOf(sink));
+    ASSERT_TRUE(another);
+    EXPECT_EQ(2u, CountOf(*another)) << "the document's, and the test's";
+    EXPECT_EQ(kResultOk, another->AddNode(ChildOf(Top(), kTemperature).Get()));
+    EXPECT_EQ(std::vector<double>({30}), Values(*another));
 }
 
 TEST_F(SinksOfModule, case_is_closed_within_a_call) {

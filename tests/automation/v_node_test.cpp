@@ -296,6 +296,17 @@ TEST_F(QsvNode, unit_forms_store_the_unit_first) {
     EXPECT_EQ("atm", ReadOf(*node_, "spec_uom"));
 }
 
+TEST_F(QsvNode, node_is_let_go_of_in_the_middle_of_a_store_of_its_unit) {
+    using Store = HRESULT (FIXTOP_MEMBER IQSVNode::*)(const char*, const char*, char**);
+    const Store stores[] = {&IQSVNode::SetDisplayUnit, &IQSVNode::SetDisplaySpecUnit};
+    for (const Store store : stores) {
+        auto node = VNodeAt(feed_);
+        feed_.on_write = [&](FIVarSet*, const std::string&) { node.Reset(); };
+        EXPECT_EQ("", Stored([&](char** out) { return (node.Get()->*store)("bar", "", out); }));
+        EXPECT_FALSE(node);
+    }
+}
+
 TEST_F(QsvNode, display_unit_of_a_quantity_goes_to_whoever_reads_by_the_node) {
     std::string units;
     feed_.on_read = [&](FIVarSet* vars, const std::string&) {
