@@ -21,7 +21,8 @@ constexpr Face kSpecification = {"spec_value", "spec_uom"};
 // Whoever hears of the store may let go of the node: its place is held for the call.
 template <class Store>
 HRESULT StoreUnit(Ref<FIIteratorBase> place, char** error, Store store) {
-    return HandOutMessage(error, [&](FIValue& out) { store(*place, out); });
+    return HandOutMessage(error,
+                          [held = std::move(place), &store](FIValue& out) { store(*held, out); });
 }
 
 void ShowIn(FIIteratorBase& node, const Face& face, const char* unit, FIValue& out) {
