@@ -30,7 +30,8 @@ class Sink final : public IQSISink {
     }
     HRESULT FIXTOP_MEMBER Invoke(std::int32_t event, const Variant& detail) override {
         held = references;
-        heard.push_back(event * 1000 + (detail.type == Variant::kInt ? detail.number : -1));
+        const int none = detail.type == Variant::kNull ? 500 : 600;
+        heard.push_back(event * 1000 + (detail.type == Variant::kInt ? detail.number : none));
         if (on_call) std::exchange(on_call, nullptr)();
         // Held for the call, whatever was let go of within it.
         EXPECT_GE(references, 1u);
@@ -100,7 +101,7 @@ TEST_F(Sinks, each_sink_hears_of_each_change_once_with_the_place_of_the_item) {
     fake_->Change(0, kNodeDeleted);
     EXPECT_EQ(std::vector<int>({1000, 1000}), Heard());
     fake_->Change(-1);
-    EXPECT_EQ(std::vector<int>({999, 999}), Heard()) << "of the type kNull";
+    EXPECT_EQ(std::vector<int>({1500, 1500}), Heard()) << "of the type kNull";
 }
 
 TEST_F(Sinks, sink_that_left_hears_nothing) {
@@ -170,7 +171,7 @@ TEST_F(Sinks, change_within_a_call_reaches_all) {
     Advise();
     sink->on_call = [&] { fake_->Change(-1); };
     fake_->Change(0);
-    EXPECT_EQ(std::vector<int>({1000, 999, 999, 1000}), Heard());
+    EXPECT_EQ(std::vector<int>({1000, 1500, 1500, 1000}), Heard());
 }
 
 TEST_F(Sinks, sink_that_stands_there_twice_hears_twice) {
