@@ -413,6 +413,9 @@ TEST_F(QsvNode, memory_that_runs_out_is_told) {
     Variant values[1];
     EXPECT_EQ(kResultOutOfMemory, node_->GetArrayValues(1, names, values));
     EXPECT_EQ(Variant::kEmpty, values[0].type);
+    bool has = true;
+    EXPECT_EQ(kResultOutOfMemory, node_->HasValue(&has));
+    EXPECT_FALSE(has);
     // The text that was read before goes.
     feed_.on_read = [](FIVarSet*, const std::string& name) {
         if (name == "int") throw std::bad_alloc();
