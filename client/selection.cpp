@@ -52,6 +52,11 @@ std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
 
 }  // namespace
 
+FICollectionBase& Renewed(FICollectionBase& collection) {
+    collection.Renew();
+    return collection;
+}
+
 Ref<FICollectionBase> NewCollection() {
     return Ref<FICollectionBase>::Adopt(Given(FixtopMakeCollection()));
 }
@@ -100,7 +105,7 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 bool Selection::Add(const Node& node, const std::string& unit) {
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
-    const int before = collection_->Count();
+    const int before = Renewed(*collection_).Count();
     FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
     if (!item) throw Refused(node.Path(), "is in another tree than the selection");
     if (collection_->Count() != before) return true;
@@ -114,7 +119,7 @@ bool Selection::Add(const Node& node, const std::string& unit) {
 
 bool Selection::Remove(const std::string& path) {
     const Pattern wanted(path);
-    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
+    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
         const std::string item = PathOf(*at);
         if (item == path || wanted.IsSame(Pattern(item))) return collection_->Remove(at->Item());
     }
@@ -122,6 +127,7 @@ bool Selection::Remove(const std::string& path) {
 }
 
 std::string Selection::Path(std::size_t item) const {
+    Renewed(*collection_);
     return PathOf(*ItemAt(item));
 }
 
@@ -130,7 +136,7 @@ std::string Selection::Unit(std::size_t item) const {
 }
 
 std::vector<std::string> Selection::Paths() const {
-    return OfEach(*collection_, PathOf);
+    return OfEach(Renewed(*collection_), PathOf);
 }
 
 std::vector<std::string> Selection::Units() const {
@@ -142,13 +148,15 @@ std::optional<Node> Selection::NodeOf(std::size_t item) const {
 }
 
 void Selection::ForEachNode(const NodeVisitor& visit) const {
-    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
+    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
         visit(PathOf(*at), NodeAt(*at));
     }
 }
 
 std::optional<Node> Selection::NodeAt(FICollectionIteratorBase& item) const {
-    if (!root_ || !IsKnown(item)) return std::nullopt;
+    if (!root_ || !IsKnown(item) || WayOf(item) == FICollectionIteratorBase::kNoWay) {
+        return std::nullopt;
+    }
     const auto node = Ref<FIReferenceBase>::Adopt(item.GetNode());
     if (!node) return std::nullopt;
     return Node(root_->OpenCase(), Ref<FIIteratorBase>::Adopt(Given(node->Copy())));

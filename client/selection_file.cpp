@@ -75,7 +75,7 @@ std::string Selection::Publish() const {
 void Selection::Save(const std::string& file) const {
     const FIValue text = Whole([this] {
         FIValue whole;
-        collection_->ToXml(whole);
+        Renewed(*collection_).ToXml(whole);
         return whole;
     });
     WriteSavedText(file, text.ToText());

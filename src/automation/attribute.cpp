@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "automation/member.h"
+#include "automation/read_value.h"
 
 namespace fixtop {
 
@@ -26,6 +27,11 @@ void* CQSIAttribute::Find(const InterfaceId& id) {
     return AutomationObject::Find(id);
 }
 
+// The value of a message is 0, which is none of the node's.
+HRESULT CQSIAttribute::AsNumber(HRESULT handed_out) const {
+    return handed_out == kResultOk && LacksNode(value_) ? kResultFalse : handed_out;
+}
+
 HRESULT CQSIAttribute::GetType(std::int32_t* type) {
     return HandOutNumber(type, [&] { return value_.IsText() ? kText : value_.Kind(); });
 }
@@ -36,9 +42,9 @@ HRESULT CQSIAttribute::GetValue(std::int32_t type, std::int32_t size, void* buff
         const double real = value_.AsDouble();
         switch (type) {
             case kInt:
-                return Write(&number, sizeof number, size, buffer);
+                return AsNumber(Write(&number, sizeof number, size, buffer));
             case kReal:
-                return Write(&real, sizeof real, size, buffer);
+                return AsNumber(Write(&real, sizeof real, size, buffer));
             case kText: {
                 const std::string text = value_.ToText();
                 return Write(text.c_str(), text.size() + 1, size, buffer);
@@ -54,11 +60,11 @@ HRESULT CQSIAttribute::GetString(char** text) {
 }
 
 HRESULT CQSIAttribute::GetInt(std::int32_t* number) {
-    return HandOutNumber(number, [&] { return value_.AsInt(); });
+    return AsNumber(HandOutNumber(number, [&] { return value_.AsInt(); }));
 }
 
 HRESULT CQSIAttribute::GetDouble(double* number) {
-    return HandOutNumber(number, [&] { return value_.AsDouble(); });
+    return AsNumber(HandOutNumber(number, [&] { return value_.AsDouble(); }));
 }
 
 }  // namespace fixtop

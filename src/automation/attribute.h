@@ -33,6 +33,8 @@ class CQSIAttribute final : public AutomationObject<IQSIAttribute>,
  private:
     ~CQSIAttribute() override = default;
     void* Find(const InterfaceId& id) override;
+    // Of a member that has handed out the value as a number.
+    HRESULT AsNumber(HRESULT handed_out) const;
 
     const FIValue value_;
 };

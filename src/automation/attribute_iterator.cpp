@@ -60,6 +60,8 @@ HRESULT CQSIAttributeIterator::Next(std::int32_t count, std::int32_t* moved) {
     return RunMember([&] {
         const int step = count < 0 ? -1 : 1;
         while (*moved != count && cursor_->Seek(kFromPresent, step)) *moved += step;
+        // A refused step back leaves the cursor on the first row, though the node may not have it.
+        if (*moved != count && Stands()) cursor_->Seek(kFromFirst, 0);
         return Stands() ? kResultOk : kResultFalse;
     });
 }

@@ -2,10 +2,12 @@
 #include "automation/collection.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "automation/collection_iterator.h"
 #include "automation/held_node.h"
 #include "automation/member.h"
+#include "automation/read_value.h"
 
 namespace fixtop {
 
@@ -20,6 +22,11 @@ FIValue TextOrNull(const char* text) {
     return text ? FIValue(text) : FIValue();
 }
 
+// What was read as no number is not stored as one.
+FIValue RealOrNull(double real) {
+    return std::isnan(real) ? FIValue() : FIValue::OfReal(real);
+}
+
 }  // namespace
 
 HRESULT CQSICollection::GetIterator(IQSICollectionIterator** iterator) {
@@ -30,23 +37,26 @@ HRESULT CQSICollection::GetIterator(IQSICollectionIterator** iterator) {
     });
 }
 
-HRESULT CQSICollection::Add(IUnknown* object, const InterfaceId& id) {
+HRESULT CQSICollection::Add(IUnknown* object, const InterfaceId& id, FICollectionIteratorBase* at) {
+    // Whoever is asked, or hears of a node that is gone, may let go of the collection.
+    const auto self = Ref<CQSICollection>::Share(this);
     Ref<FIIteratorBase> node;
     const HRESULT found = FindHeldNode(object, id, node);
     if (found != kResultOk) return found;
     return RunMember([&] {
-        const bool added = items_->Add(*node) != nullptr;
+        FICollectionElement* const behind = at ? at->Item() : nullptr;
+        const bool added = items_->AddBefore(*node, behind) != nullptr;
         WatchForSinks();
         return added ? kResultOk : kResultFalse;
     });
 }
 
 HRESULT CQSICollection::AddNode(IUnknown* node) {
-    return Add(node, kHeldNodeId);
+    return Add(node, kHeldNodeId, nullptr);
 }
 
 HRESULT CQSICollection::AddAttribute(IUnknown* attribute) {
-    return Add(attribute, kHeldAttributeId);
+    return Add(attribute, kHeldAttributeId, nullptr);
 }
 
 template <class Value, class Convert>
@@ -77,7 +87,7 @@ HRESULT CQSICollection::SetValueInts(std::int32_t count, const std::int32_t* val
 }
 
 HRESULT CQSICollection::SetValueReals(std::int32_t count, const double* values, const char* unit) {
-    return Store(count, values, unit, FIValue::OfReal);
+    return Store(count, values, unit, RealOrNull);
 }
 
 std::vector<FIValue> CQSICollection::ReadAll() {
@@ -105,7 +115,7 @@ HRESULT CQSICollection::GetValueVariant(Variant* values) {
     const HRESULT result = RunMember([&] {
         const std::vector<FIValue> read = items_->Count() == 0 ? std::vector<FIValue>() : ReadAll();
         if (!read.empty()) reals = AllocateReals(read.size());
-        std::ranges::transform(read, reals.get(), &FIValue::AsDouble);
+        std::ranges::transform(read, reals.get(), ToRealOrNan);
         count = static_cast<std::int32_t>(read.size());
         return kResultOk;
     });

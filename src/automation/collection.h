@@ -31,13 +31,16 @@ class CQSICollection final : public AutomationObject<IQSICollection>,
     HRESULT FIXTOP_MEMBER GetAsXml(char** text) override;
     HRESULT FIXTOP_MEMBER GetConnectionPoints(IQSIConnectionPoint** point) override;
 
+    // The object is one that answers to the id of held nodes. What becomes an item comes before the
+    // present one of a walk, when there is one.
+    HRESULT Add(IUnknown* object, const InterfaceId& id, FICollectionIteratorBase* at);
+
     HRESULT Advise(IQSISink* sink, std::uint32_t* cookie);
     HRESULT Unadvise(std::uint32_t cookie);
 
  private:
     ~CQSICollection() override;
 
-    HRESULT Add(IUnknown* object, const InterfaceId& id);
     template <class Value, class Convert>
     HRESULT Store(std::int32_t count, const Value* values, const char* unit, Convert convert);
     std::vector<FIValue> ReadAll();

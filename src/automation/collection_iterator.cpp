@@ -2,6 +2,7 @@
 #include "automation/collection_iterator.h"
 
 #include "automation/attribute.h"
+#include "automation/held_node.h"
 #include "automation/member.h"
 #include "automation/q_node.h"
 #include "fixtop/reference.h"
@@ -10,6 +11,7 @@ namespace fixtop {
 
 HRESULT CQSICollectionIterator::GetIdBuffer(std::int32_t size, char* buffer) {
     if (!buffer) return kResultPointer;
+    const auto held = Hold();
     return RunMember([&] {
         FIValue id;
         items_->GetAttribute(FIValue("id"), id);
@@ -19,6 +21,7 @@ HRESULT CQSICollectionIterator::GetIdBuffer(std::int32_t size, char* buffer) {
 }
 
 HRESULT CQSICollectionIterator::GetId(char** id) {
+    const auto held = Hold();
     return HandOutText(id, [&](FIValue& out) { items_->GetAttribute(FIValue("id"), out); });
 }
 
@@ -28,6 +31,7 @@ Ref<FIIteratorBase> CQSICollectionIterator::Place() {
 }
 
 HRESULT CQSICollectionIterator::GetNode(IQSINode** node) {
+    const auto held = Hold();
     return HandOutObject(node, [&] {
         Ref<FIIteratorBase> place = Place();
         return place ? CQSINode::Make(std::move(place)) : nullptr;
@@ -62,15 +66,18 @@ HRESULT CQSICollectionIterator::ToEnd() {
 }
 
 HRESULT CQSICollectionIterator::AddNode(IUnknown* node) {
-    return collection_->AddNode(node);
+    const auto held = Hold();
+    return collection_->Add(node, kHeldNodeId, items_.Get());
 }
 
 HRESULT CQSICollectionIterator::AddAttribute(IUnknown* attribute) {
-    return collection_->AddAttribute(attribute);
+    const auto held = Hold();
+    return collection_->Add(attribute, kHeldAttributeId, items_.Get());
 }
 
 HRESULT CQSICollectionIterator::GetValue(const char* name, IQSIAttribute** attribute) {
     if (LacksText(attribute, name)) return kResultPointer;
+    const auto held = Hold();
     return HandOutObject(attribute, [&] { return CQSIAttribute::Read(*items_, name, Place()); });
 }
 

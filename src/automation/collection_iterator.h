@@ -25,6 +25,8 @@ class CQSICollectionIterator final : public AutomationObject<IQSICollectionItera
 
  private:
     ~CQSICollectionIterator() override = default;
+    // For a call in which others are told that a node is gone: they may let go of the walk.
+    Ref<CQSICollectionIterator> Hold() { return Ref<CQSICollectionIterator>::Share(this); }
     // A place of the item's node; null when it has none.
     Ref<FIIteratorBase> Place();
 

@@ -40,6 +40,8 @@ CQSICollection::~CQSICollection() {
 HRESULT CQSICollection::Advise(IQSISink* sink, std::uint32_t* cookie) {
     if (cookie) *cookie = 0;
     if (!cookie || !sink) return kResultPointer;
+    // A sink that hears of a node that is gone may let go of the collection.
+    const auto self = Ref<CQSICollection>::Share(this);
     std::uint32_t given = 0;
     const HRESULT result = RunMember([&] {
         given = sinks_.Add(sink);

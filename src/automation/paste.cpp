@@ -3,9 +3,10 @@
 
 #include <string>
 
-#include "automation/filled_collection.h"
+#include "automation/collection.h"
 #include "automation/held_node.h"
 #include "automation/member.h"
+#include "collection/make_collection.h"
 
 namespace fixtop {
 
@@ -16,10 +17,10 @@ HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQS
     const HRESULT found = FindHeldNode(node, kHeldNodeId, place);
     if (found != kResultOk) return found;
     if (!text || size <= 0) return kResultFalse;
-    const HRESULT result = HandOutObject(out, [&] {
+    const HRESULT result = HandOutObject(out, [&]() -> IQSICollection* {
         const std::string terminated(text, static_cast<std::size_t>(size));
-        return MakeFilledCollection(
-            [&](FICollectionBase& made) { return made.Load(terminated.c_str(), *place); });
+        Ref<FICollectionBase> made = MakeCollectionOf(terminated.c_str(), *place);
+        return made ? new CQSICollection(std::move(made)) : nullptr;
     });
     return result == kResultFalse ? kResultFail : result;
 }

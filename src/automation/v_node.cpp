@@ -2,12 +2,13 @@
 #include "automation/v_node.h"
 
 #include "automation/member.h"
+#include "automation/read_value.h"
 
 namespace fixtop {
 
 namespace {
 
-// A number, made of the attribute by `convert`; kResultFalse for NULL.
+// A number, made of the attribute by `convert`; kResultFalse for NULL and without a node.
 template <class T, class Convert>
 HRESULT ReadAs(FIIteratorBase& node, const char* name, T* out, Convert convert) {
     if (!out) return kResultPointer;
@@ -16,7 +17,7 @@ HRESULT ReadAs(FIIteratorBase& node, const char* name, T* out, Convert convert) 
     return RunMember([&] {
         FIValue value;
         node.GetAttribute(FIValue(name), value);
-        if (value.IsNull()) return kResultFalse;
+        if (value.IsNull() || LacksNode(value)) return kResultFalse;
         *out = convert(value);
         return kResultOk;
     });
@@ -104,7 +105,7 @@ HRESULT CQSVNode::HasValue(bool* has_value) {
     return HandOutNumber(has_value, [&] {
         FIValue value;
         iterator->GetAttribute(FIValue("value"), value);
-        return !value.IsNull();
+        return !value.IsNull() && !LacksNode(value);
     });
 }
 

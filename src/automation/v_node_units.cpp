@@ -3,6 +3,7 @@
 // attribute of its own; it stays with the iterator that stored it.
 
 #include "automation/member.h"
+#include "automation/read_value.h"
 #include "automation/v_node.h"
 
 namespace fixtop {
@@ -16,6 +17,13 @@ struct Face {
 };
 constexpr Face kValue = {"value", "uom"};
 constexpr Face kSpecification = {"spec_value", "spec_uom"};
+
+// Whoever hears of the store may let go of the node: its place is held for the call.
+template <class Store>
+HRESULT StoreUnit(Ref<FIIteratorBase> place, char** error, Store store) {
+    return HandOutMessage(error,
+                          [held = std::move(place), &store](FIValue& out) { store(*held, out); });
+}
 
 void ShowIn(FIIteratorBase& node, const Face& face, const char* unit, FIValue& out) {
     node.SetAttribute(FIValue(face.unit), FIValue(unit), 0, out);
@@ -39,8 +47,9 @@ HRESULT CQSVNode::GetDoubleInUnit(const char* unit, double* value) {
         ShowIn(*it, kValue, unit, refused);
         if (!refused.IsNull()) return kResultFalse;
         it->GetAttribute(FIValue(kValue.number), read);
+        if (read.IsNull() || LacksNode(read)) return kResultFalse;
         *value = read.AsDouble();
-        return read.IsNull() ? kResultFalse : kResultOk;
+        return kResultOk;
     });
 }
 
@@ -62,27 +71,30 @@ HRESULT CQSVNode::SetSpecDoubleInUnit(double value, const char* unit, char** err
 
 HRESULT CQSVNode::SetUnit(const char* unit, char** error) {
     if (LacksText(error, unit)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) { iterator->SetUnit(FIValue(unit), out); });
+    return StoreUnit(iterator, error,
+                     [=](FIIteratorBase& node, FIValue& out) { node.SetUnit(FIValue(unit), out); });
 }
 
 HRESULT CQSVNode::SetSpecUnit(const char* unit, char** error) {
     if (LacksText(error, unit)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) { iterator->SetSpecUnit(FIValue(unit), out); });
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        node.SetSpecUnit(FIValue(unit), out);
+    });
 }
 
 HRESULT CQSVNode::SetDisplayUnit(const char* unit, const char* quantity, char** error) {
     if (LacksText(error, unit, quantity)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) {
-        if (!*quantity) return ShowIn(*iterator, kValue, unit, out);
-        iterator->SetDisplayUnit(FIValue(unit), FIValue(quantity), out);
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        if (!*quantity) return ShowIn(node, kValue, unit, out);
+        node.SetDisplayUnit(FIValue(unit), FIValue(quantity), out);
     });
 }
 
 HRESULT CQSVNode::SetDisplaySpecUnit(const char* unit, const char* quantity, char** error) {
     if (LacksText(error, unit, quantity)) return kResultPointer;
-    return HandOutMessage(error, [&](FIValue& out) {
-        if (!*quantity) return ShowIn(*iterator, kSpecification, unit, out);
-        iterator->SetDisplaySpecUnit(FIValue(unit), FIValue(quantity), out);
+    return StoreUnit(iterator, error, [=](FIIteratorBase& node, FIValue& out) {
+        if (!*quantity) return ShowIn(node, kSpecification, unit, out);
+        node.SetDisplaySpecUnit(FIValue(unit), FIValue(quantity), out);
     });
 }
 

@@ -125,14 +125,14 @@ void Collection::GetRootId(FIValue& out) {
     if (root_ && !root_->Id().empty()) out.SetText(root_->Id().data());
 }
 
-FICollectionElement* Collection::Add(FIIteratorBase& given) {
+FICollectionElement* Collection::AddBefore(FIIteratorBase& given, FICollectionElement* behind) {
     auto* node = dynamic_cast<FIIterator*>(&given);
     if (!node || IsNowhere(*node) || !IsInTree(*node)) return nullptr;
     FICollectionElement* item = StepTo(*node);
     if (!item) return nullptr;
     const bool is_new = !item->IsItem();
     if (!is_new && IsOfAnother(*item, *node)) return nullptr;
-    if (is_new) items_.Append(*item);
+    if (is_new) items_.Insert(*item, Contains(behind) ? behind : nullptr);
     try {
         if (!top_) top_ = TopOf(*node);
         if (is_new) item->SetUnits(UnitsShownBy(*node));

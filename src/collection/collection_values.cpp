@@ -82,10 +82,12 @@ void Collection::SetValues(const FIValue& attribute, const FIValue* values, int 
     const auto self = Ref<Collection>::Share(this);
     if (is_watching_) FindMissing();
     const std::vector<std::uint32_t> arrivals = items_.FirstArrivals(count);
+    const std::uint32_t latest = items_.NextArrival();
     SelectionBatch batch(top_ ? top_->EntryAt(0) : nullptr);
     std::size_t place = 0;
     for (ItemPosition at(items_); at.Next();) {
         const std::uint32_t arrival = at.Item()->Arrival();
+        if (arrival >= latest) continue;
         while (place < arrivals.size() && arrivals[place] != arrival) ++place;
         if (place == arrivals.size()) break;
         FIValue out;
@@ -125,9 +127,19 @@ bool Collection::FromXml(const char* text) {
 }
 
 bool Collection::Load(const char* text, FIIteratorBase& from) {
+    return Take(ReadBackup(text, *this), from);
+}
+
+bool Collection::LoadPaths(const char* text, FIIteratorBase& from) {
+    ReadSelection read = ReadBackup(text, *this);
+    if (read.form != ReadSelection::Form::kPaths) read = {};
+    return Take(std::move(read), from);
+}
+
+bool Collection::Take(ReadSelection read, FIIteratorBase& from) {
     auto* given = dynamic_cast<FIIterator*>(&from);
     const auto self = Ref<Collection>::Share(this);
-    ReadSelection read = given ? ReadBackup(text, *this) : ReadSelection();
+    if (!given) read = {};
     const bool is_read = read.form != ReadSelection::Form::kNone;
     const std::vector<std::string> paths = std::move(read.paths);
     const auto top = is_read ? TopOf(*given) : Ref<FIIterator>();

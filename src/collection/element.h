@@ -24,7 +24,14 @@ class Collection;
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  public:
     // How the id leads from the node above to this one; unknown until it has.
-    enum class Sought : std::uint8_t { kUnknown, kByName, kByKey, kByPlace };
+    enum class Sought : std::uint8_t {
+        kUnknown,
+        kByName,
+        kByKey,
+        kByPlace,
+        // With which a name begins, or that could have been told by name.
+        kByLikelyPlace
+    };
 
     struct ById {
         using is_transparent = void;

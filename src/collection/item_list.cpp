@@ -54,17 +54,21 @@ std::vector<std::uint32_t> ItemList::FirstArrivals(int count) const {
     return arrivals;
 }
 
-void ItemList::Append(FICollectionElement& item) {
+void ItemList::Insert(FICollectionElement& item, FICollectionElement* behind) {
     item.is_item_ = true;
     if (item.position == FICollectionElement::kNoItem) {
         item.position = FICollectionElement::kUnstated;
     }
-    item.previous_ = last_;
-    item.next_ = nullptr;
+    item.previous_ = behind ? behind->previous_ : last_;
+    item.next_ = behind;
+    (item.previous_ ? item.previous_->next_ : first_) = &item;
+    (behind ? behind->previous_ : last_) = &item;
     item.rank_ = count_++;
     item.arrival_ = arrivals_++;
-    (last_ ? last_->next_ : first_) = &item;
-    last_ = &item;
+    if (!behind) return;
+    is_numbered_ = false;
+    // Nobody knows on which side the place asked for last was.
+    found_ = nullptr;
 }
 
 void ItemList::TakeOut(FICollectionElement& item) {

@@ -28,8 +28,12 @@ class ItemList {
     int RankOf(const FICollectionElement& item);
     // By what the first items, at most all, are known as long as they are items.
     std::vector<std::uint32_t> FirstArrivals(int count) const;
+    // Later than that of any item that there was.
+    std::uint32_t NextArrival() const { return arrivals_; }
 
-    void Append(FICollectionElement& item);
+    void Append(FICollectionElement& item) { Insert(item, nullptr); }
+    // Before an item of this list; behind the last for null.
+    void Insert(FICollectionElement& item, FICollectionElement* behind);
     void TakeOut(FICollectionElement& item);
     // Takes out all.
     void Clear();

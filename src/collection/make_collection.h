@@ -10,5 +10,8 @@ namespace fixtop {
 
 // A new one without items.
 Ref<FICollectionBase> MakeCollection();
+// A new one of the nodes that a text of the form of selections names, sought from the top of the
+// iterator; null when it is no such text.
+Ref<FICollectionBase> MakeCollectionOf(const char* selection, FIIteratorBase& from);
 
 }  // namespace fixtop

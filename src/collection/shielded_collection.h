@@ -57,6 +57,12 @@ class Shielded<T> final : public T {
     FICollectionElement* Add(FIIteratorBase& node) override {
         return memory::Or(nullptr, [&] { return T::Add(node); });
     }
+    FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override {
+        return memory::Or(nullptr, [&] { return T::AddBefore(node, behind); });
+    }
+    int Renew() override {
+        return memory::Or(0, [this] { return T::Renew(); });
+    }
     int AddMatches(FIIteratorBase& from, const FIValue& path) override {
         return memory::Or(-1, [&] { return T::AddMatches(from, path); });
     }

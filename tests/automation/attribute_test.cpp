@@ -93,6 +93,27 @@ TEST(QsiAttribute, text_number_and_real_follow_the_conversions_of_values) {
     }
 }
 
+// Its 0 is none of the node's.
+TEST(QsiAttribute, message_in_the_place_of_a_value_is_no_number) {
+    for (const char* message : {"Node deleted", "Node invalid", "No element under this node"}) {
+        const auto attribute = Of(FIValue(message));
+        std::int32_t number = 99;
+        double real = 99;
+        EXPECT_EQ(kResultFalse, attribute->GetInt(&number)) << message;
+        EXPECT_EQ(0, number);
+        EXPECT_EQ(kResultFalse, attribute->GetDouble(&real)) << message;
+        EXPECT_EQ(0.0, real);
+        number = 99;
+        EXPECT_EQ(kResultFalse, attribute->GetValue(1, 4, &number)) << message;
+        EXPECT_EQ(0, number);
+        EXPECT_EQ(kResultFalse, attribute->GetValue(2, 8, &real)) << message;
+        EXPECT_EQ(kResultFail, attribute->GetValue(2, 7, &real)) << message;
+        EXPECT_EQ(kResultPointer, attribute->GetInt(nullptr));
+        EXPECT_EQ(message, TakeText([&](char** out) { return attribute->GetString(out); }));
+        EXPECT_EQ(3, TypeOf(FIValue(message)));
+    }
+}
+
 TEST(QsiAttribute, keeps_its_value_when_that_of_the_node_changes) {
     ScriptNode root("Root");
     root.Set("value", 1.5);

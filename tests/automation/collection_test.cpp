@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
+#include <functional>
 
 #include "automation/attribute.h"
 #include "automation/fake_collection.h"
@@ -114,6 +116,30 @@ TEST_F(QsiCollection, what_an_argument_answers_is_answered) {
     EXPECT_EQ(0, fake_->Count());
 }
 
+// Stands for a node, and lets go of the collection when it is asked for it.
+class Hasty final : public IUnknown {
+ public:
+    Hasty(Ref<IQSINode> node, Ref<IQSICollection>& collection)
+        : node_(std::move(node)), collection_(collection) {}
+    HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId& id, void** out) override {
+        collection_.Reset();
+        return node_->QueryInterface(id, out);
+    }
+    std::uint32_t FIXTOP_MEMBER AddRef() override { return node_->AddRef(); }
+    std::uint32_t FIXTOP_MEMBER Release() override { return node_->Release(); }
+
+ private:
+    Ref<IQSINode> node_;
+    Ref<IQSICollection>& collection_;
+};
+
+TEST_F(QsiCollection, collection_is_let_go_of_by_what_it_adds) {
+    Hasty hasty(Node("Two"), collection_);
+    EXPECT_EQ(kResultOk, collection_->AddNode(&hasty));
+    EXPECT_FALSE(collection_);
+    EXPECT_EQ(1, fake_->Count());
+}
+
 TEST_F(QsiCollection, node_that_is_none_any_more_is_not_added) {
     fake_->refuses_nodes = true;
     EXPECT_EQ(kResultFalse, collection_->AddNode(Node("One").Get()));
@@ -171,7 +197,8 @@ TEST_F(QsiCollection, values_are_read_as_reals) {
     double* values = nullptr;
     ASSERT_EQ(kResultOk, collection_->GetValues(&count, &values));
     ASSERT_EQ(3, count);
-    EXPECT_EQ(std::vector<double>({1.5, 2.25, 0.0}), std::vector<double>(values, values + 3));
+    EXPECT_EQ(std::vector<double>({1.5, 2.25}), std::vector<double>(values, values + 2));
+    EXPECT_TRUE(std::isnan(values[2])) << "nothing was read";
     FreeAsClient(values);
     Variant variant;
     ASSERT_EQ(kResultOk, collection_->GetValueVariant(&variant));
@@ -179,6 +206,27 @@ TEST_F(QsiCollection, values_are_read_as_reals) {
     ASSERT_EQ(3, variant.count);
     EXPECT_EQ(2.25, variant.reals[1]);
     FreeAsClient(variant.reals);
+}
+
+// Nobody is to take them for zeros, nor store them as such.
+TEST_F(QsiCollection, what_is_no_number_is_nan_and_is_not_stored_back) {
+    AddAll();
+    const FIValue none[] = {FIValue(), FIValue("Node deleted"), FIValue("bar 2")};
+    for (std::size_t i = 0; i < 3; ++i) fake_->items[i]->value = none[i];
+    std::int32_t count = 0;
+    double* values = nullptr;
+    ASSERT_EQ(kResultOk, collection_->GetValues(&count, &values));
+    ASSERT_EQ(3, count);
+    EXPECT_TRUE(std::isnan(values[0]) && std::isnan(values[1]) && std::isnan(values[2]));
+    values[2] = 1.5;
+    EXPECT_EQ(kResultOk, collection_->SetValueReals(3, values, nullptr));
+    EXPECT_EQ(";Node deleted;1.5;", Values());
+    FreeAsClient(values);
+    const char* zeros[] = {"0", " -0.0 m", "0x0"};
+    for (std::size_t i = 0; i < 3; ++i) fake_->items[i]->value = FIValue(zeros[i]);
+    ASSERT_EQ(kResultOk, collection_->GetValues(&count, &values));
+    EXPECT_EQ(std::vector<double>({0, 0, 0}), std::vector<double>(values, values + count));
+    FreeAsClient(values);
 }
 
 TEST_F(QsiCollection, empty_collection_has_no_values_and_allocates_nothing) {
@@ -299,6 +347,61 @@ TEST_F(QsiCollection, walk_adds_to_its_collection_and_keeps_it) {
     EXPECT_EQ(kResultPointer, items->AddNode(nullptr));
     EXPECT_EQ(kResultOk, items->Move(4));
     EXPECT_EQ("Two", Id(*items));
+}
+
+TEST_F(QsiCollection, what_a_walk_adds_comes_before_the_present_item) {
+    const auto all = Take<IQSICollection>(
+        [&](IQSICollection** out) { return NodeAt(root_)->GetAltPath("*", out); });
+    ScriptNode& four = root_.Add("Four").Set("id", "Four").Set("value", 4);
+    root_.Set("value", 9).Set("id", "Root");
+    const auto items = Take<IQSICollectionIterator>(
+        [&](IQSICollectionIterator** out) { return all->GetIterator(out); });
+    EXPECT_EQ(kResultOk, items->Move(2));
+    EXPECT_EQ(kResultOk, items->AddNode(Node("Four").Get()));
+    EXPECT_EQ("Two", Id(*items)) << "it stays";
+    EXPECT_EQ(kResultOk, items->Move(-1));
+    EXPECT_EQ("Four", Id(*items));
+    const auto value = Take<IQSIAttribute>(
+        [&](IQSIAttribute** out) { return NodeAt(root_)->GetAttribute("value", out); });
+    EXPECT_EQ(kResultOk, items->Reset());
+    EXPECT_EQ(kResultOk, items->AddAttribute(value.Get()));
+    EXPECT_EQ(kResultOk, items->AddNode(Node("Three").Get())) << "which is an item already";
+    std::string ids;
+    for (HRESULT on = items->Reset(); on == kResultOk; on = items->Move(1)) ids += Id(*items) + ";";
+    EXPECT_EQ("Root;One;Four;Two;Three;", ids);
+    four.Add("Below").Set("id", "Below");
+    EXPECT_EQ(kResultOk, items->AddNode(Node("Four.Below").Get())) << "past the last";
+    EXPECT_EQ(kResultOk, items->Move(-1));
+    EXPECT_EQ("Below", Id(*items));
+}
+
+// As a sink may that hears from the read that a node is gone.
+TEST_F(QsiCollection, walk_is_let_go_of_in_the_middle_of_its_read) {
+    AddAll();
+    using Read = std::function<HRESULT(IQSICollectionIterator&)>;
+    char buffer[8];
+    char* id = nullptr;
+    IQSIAttribute* value = nullptr;
+    const Read reads[] = {
+        [&](IQSICollectionIterator& items) { return items.GetIdBuffer(sizeof buffer, buffer); },
+        [&](IQSICollectionIterator& items) { return items.GetId(&id); },
+        [&](IQSICollectionIterator& items) { return items.GetValue("value", &value); }};
+    for (const Read& read : reads) {
+        auto items = Items();
+        EXPECT_EQ(kResultOk, items->Reset());
+        bool was_let_go = false;
+        root_.children[0]->on_read = [&](FIVarSet*, const std::string&) {
+            was_let_go = items && CountOf(*items) == 2;
+            items.Reset();
+        };
+        EXPECT_EQ(kResultOk, read(*items));
+        EXPECT_TRUE(was_let_go) << "held by the call, and by the test";
+        root_.children[0]->on_read = {};
+    }
+    EXPECT_STREQ("One", buffer);
+    EXPECT_STREQ("One", id);
+    FreeAsClient(id);
+    Ref<IQSIAttribute>::Adopt(value);
 }
 
 TEST_F(QsiCollection, walk_refuses_null_pointers) {

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 
 #include "automation/attribute_iterator.h"
 #include "automation/objects.h"
 #include "automation/script_nodes.h"
+#include "framework/nodes/attr_map.h"
 #include "framework/nodes/empties.h"
 #include "framework/nodes/top_entry.h"
 
@@ -75,6 +77,97 @@ TEST_F(QsiAttributes, next_goes_by_several_and_back) {
     EXPECT_EQ("id", Name(*rows_));
     EXPECT_EQ(kResultFalse, Next(*rows_, 3, 2));
     EXPECT_EQ(kResultFalse, Next(*rows_, -1, 0)) << "there is no way back from the end";
+}
+
+// Its first attribute and the third are not there for this one.
+class Spotty final : public AttrMapEntry<Spotty> {
+ public:
+    static std::span<const AttrRow<Spotty>> AttributeRows() {
+        static constexpr auto never = [](Spotty&, std::intptr_t) { return false; };
+        static constexpr auto read = [](Spotty&, FIValue& out) { out.SetText("read"); };
+        static constexpr AttrRow<Spotty> rows[] = {
+            {"absent", read, never}, {"one", read}, {"gone", read, never}, {"two", read}};
+        return rows;
+    }
+    void GetName(FIValue& out) override { out.SetText("Spotty"); }
+    FIContext* GetContext() override { return EmptyContext(); }
+};
+
+TEST_F(QsiAttributes, walk_never_stands_on_an_attribute_that_is_not_there) {
+    const auto entry = Ref<FIEntry>::Share(new Spotty);
+    const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(*entry)));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, -1, 0));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, 1, 1));
+    EXPECT_EQ("two", Name(*it));
+    EXPECT_EQ(kResultOk, Next(*it, -5, -1));
+    EXPECT_EQ("one", Name(*it));
+    EXPECT_EQ(kResultFalse, Next(*it, 2, 1));
+}
+
+// An attribute that is there as its script says; the entry, its attributes and the cursor are one.
+class Willful final : public FIEntry, public FIAttributeSource, public FIAttributeCursorBase {
+ public:
+    int AddRef() override { return 1; }
+    int Release() override { return 1; }
+    void GetName(FIValue& out) override { out.SetText("Willful"); }
+    void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
+    FIAttributeSource* GetAttributeSource() override { return this; }
+    FIContext* GetContext() override { return EmptyContext(); }
+
+    FIAttributeCursorBase* MakeCursor() override { return this; }
+    const void* TypeId() const override { return this; }
+    FIAttributeCursorBase* Clone(bool) override { return this; }
+    bool Seek(int origin, int delta) override {
+        is_at_end = !has_row || (origin == kFromEnd && !denies_end) || delta != 0;
+        return !is_at_end;
+    }
+    bool SeekName(int, const char*) override { return false; }
+    bool SeekValue(int, FIEntry&) override { return false; }
+    bool AtBegin() override { return !is_at_end; }
+    bool AtEnd() override { return is_at_end; }
+    int Compare(FICursorPosition&) override { return kNotComparable; }
+    void GetKey(FIValue& out) override {
+        if (lacks_memory) throw std::bad_alloc();
+        out.SetText("row");
+    }
+    void GetValue(FIValue& out) override { GetKey(out); }
+    FIVarSet* GetVarSet() override { return nullptr; }
+    void SetVarSet(FIVarSet*) override {}
+
+    bool has_row = true;
+    bool denies_end = false;
+    bool lacks_memory = false;
+    bool is_at_end = false;
+};
+
+TEST_F(QsiAttributes, refused_seeks_are_told) {
+    Willful entry;
+    const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(entry)));
+    entry.denies_end = true;
+    EXPECT_EQ(kResultFail, it->ToEnd());
+    EXPECT_EQ("row", Name(*it));
+    entry.denies_end = false;
+    EXPECT_EQ(kResultOk, it->ToEnd());
+    EXPECT_EQ(kResultOk, it->Reset());
+    entry.has_row = false;
+    EXPECT_EQ(kResultFail, it->Reset());
+    EXPECT_TRUE(AtEnd(*it));
+}
+
+TEST_F(QsiAttributes, memory_that_runs_out_is_told) {
+    Willful entry;
+    const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(entry)));
+    entry.lacks_memory = true;
+    char buffer[4] = "xxx";
+    EXPECT_EQ(kResultOutOfMemory, Refused<char>([&](char** out) { return it->GetName(out); }));
+    EXPECT_EQ(kResultOutOfMemory, it->GetNameBuffer(4, buffer));
+    EXPECT_STREQ("xxx", buffer);
+    EXPECT_EQ(kResultOutOfMemory,
+              Refused<IQSIAttribute>([&](IQSIAttribute** out) { return it->GetAttribute(out); }));
+    entry.lacks_memory = false;
+    EXPECT_EQ("row", Name(*it));
 }
 
 TEST_F(QsiAttributes, reset_and_to_end) {

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <sstream>
+#include <utility>
+
 #include "automation/objects.h"
 #include "casehost/standard_host.h"
 #include "front/open_module.h"
@@ -27,7 +31,23 @@ class AutomationModule : public HostedModule {
     void TearDown() override {
         top_node_.Reset();
         v_top_.Reset();
+        EXPECT_EQ("", LeftBehind());
         HostedModule::TearDown();
+    }
+    // The classes of which the module still counts objects.
+    static std::string LeftBehind() {
+        std::string left;
+#if defined(__linux__)
+        testing::internal::CaptureStderr();
+        QSIPrint(0);
+        std::istringstream lines(testing::internal::GetCapturedStderr());
+        int classes = 0;
+        for (std::string line; std::getline(lines, line); ++classes) {
+            if (line.find(": count: 0, total: ") == std::string::npos) left += line + "\n";
+        }
+        EXPECT_EQ(6, classes);
+#endif
+        return left;
     }
     template <class T>
     static Ref<T> Got(void* (*get)(void*, void**), void* session = nullptr) {
@@ -213,6 +233,49 @@ TEST_F(AutomationModule, deleted_object_tells_it_as_the_tree_does) {
               PathOf(*Take<IQSINode>([&](IQSINode** out) { return stream->GetParent(out); })));
 }
 
+TEST_F(AutomationModule, number_of_a_deleted_object_is_none) {
+    const auto stream = VNode("appModel.FlowSheetObjects.Streams.\"Raw Gas\"");
+    const auto temperature = VNode(kTemperature);
+    const auto spec = Take<IQSIAttribute>(
+        [&](IQSIAttribute** out) { return temperature->GetAttribute("value", out); });
+    casehost::Case& open_case = *host_.ActiveLiveCase();
+    ASSERT_TRUE(open_case.Delete(open_case.FindByPath("Raw Gas", nullptr)->View()));
+    open_case.PurgeDeleted();
+    std::int32_t number = 99;
+    double real = 99;
+    bool is = true;
+    EXPECT_EQ(kResultFalse, temperature->GetInt("value", &number));
+    EXPECT_EQ(0, number);
+    EXPECT_EQ(kResultFalse, temperature->GetDouble("value", &real));
+    EXPECT_EQ(0.0, real);
+    EXPECT_EQ(kResultFalse, temperature->GetDoubleInUnit("K", &real));
+    EXPECT_EQ(kResultFalse, temperature->GetBool("value", &is));
+    EXPECT_FALSE(is);
+    EXPECT_EQ("Node deleted",
+              TakeText([&](char** out) { return temperature->GetString("value", out); }));
+    const auto is_true = [](IQSVNode& node, HRESULT (FIXTOP_MEMBER IQSVNode::*member)(bool*)) {
+        return TakeNumber<bool>([&](bool* out) { return (node.*member)(out); });
+    };
+    EXPECT_FALSE(is_true(*temperature, &IQSVNode::HasValue));
+    EXPECT_FALSE(is_true(*stream, &IQSVNode::IsContainer));
+    EXPECT_EQ(0,
+              TakeNumber<std::int32_t>([&](std::int32_t* out) { return stream->GetCount(out); }));
+    EXPECT_EQ(kResultFalse,
+              Refused<IQSVNode>([&](IQSVNode** out) { return stream->GetChildByIndex(0, out); }));
+    for (const char* name : {"value", "uom"}) {
+        EXPECT_EQ("Node deleted",
+                  Stored([&](char** out) { return temperature->SetString(name, "31", out); }))
+            << name;
+    }
+    EXPECT_NE("", Stored([&](char** out) { return temperature->SetDoubleInUnit(1, "K", out); }));
+    EXPECT_NE("", Stored([&](char** out) { return temperature->SetSpecDouble(1, out); }));
+    EXPECT_NE("", Stored([&](char** out) { return temperature->SetUnit("K", out); }));
+    EXPECT_EQ(kResultFalse, Refused<IQSICollection>([&](IQSICollection** out) {
+                  return temperature->NewCollection(out);
+              }));
+    EXPECT_EQ("30", TakeText([&](char** out) { return spec->GetString(out); }));
+}
+
 TEST_F(AutomationModule, neutral_nodes_have_class_and_key) {
     const auto top = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
     const auto root = Ref<FIEntry>::Adopt(FixtopOpenModel(top.Get(), nullptr));
@@ -254,6 +317,11 @@ class CollectionsOfModule : public AutomationModule {
         std::vector<double> read(values, values + count);
         FreeAsClient(values);
         return read;
+    }
+    // Those that are numbers, and the count of the others.
+    static std::pair<std::vector<double>, std::ptrdiff_t> NumbersOf(std::vector<double> values) {
+        const auto none = std::erase_if(values, [](double each) { return std::isnan(each); });
+        return {values, static_cast<std::ptrdiff_t>(none)};
     }
 };
 
@@ -315,6 +383,45 @@ TEST_F(CollectionsOfModule, selection_is_pasted) {
               }));
 }
 
+TEST_F(CollectionsOfModule, items_without_a_number_are_nan_and_keep_what_they_have) {
+    const auto mixed = Matches(kTemperature);
+    const auto add = [&](const char* path) { return mixed->AddNode(ChildOf(Top(), path).Get()); };
+    constexpr char kDoomed[] = "appModel.FlowSheetObjects.Streams.\"Sales Gas\".Temperature";
+    EXPECT_EQ(kResultOk, add("appModel.FlowSheetObjects.Streams"));
+    EXPECT_EQ(kResultOk, add(kDoomed));
+    const auto doomed = ChildOf(Top(), kDoomed);
+    EXPECT_EQ(1, NumbersOf(Values(*mixed)).second) << "a list has no value";
+    casehost::Case& open_case = *host_.ActiveLiveCase();
+    ASSERT_TRUE(open_case.Delete(open_case.FindByPath("Sales Gas", nullptr)->View()));
+    open_case.PurgeDeleted();
+    std::vector<double> values = Values(*mixed);
+    ASSERT_EQ(3u, values.size());
+    EXPECT_EQ(std::make_pair(std::vector<double>({30}), std::ptrdiff_t{2}), NumbersOf(values));
+    EXPECT_EQ(kResultFalse, mixed->AddNode(doomed.Get())) << "no node any more";
+    values[0] = 33;
+    EXPECT_EQ(kResultOk, mixed->SetValueReals(3, values.data(), nullptr));
+    EXPECT_EQ("33", ReadOf(*ChildOf(Top(), kTemperature), "value"));
+}
+
+TEST_F(CollectionsOfModule, selection_is_pasted_from_where_an_iterator_stands) {
+    const auto entry = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+    const auto place = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(entry.Get(), false));
+    ASSERT_TRUE(place->SeekPath(FIValue(kStreams)));
+    const auto node =
+        Ref<IQSINode>::Adopt(static_cast<IQSINode*>(MakeQSINode(place.Get(), nullptr)));
+    const std::string selection = std::string("<Selection><Items><Item><Path>Top.") +
+                                  "appModel.FlowSheetObjects.Streams.\"Raw Gas\".Temperature" +
+                                  "</Path></Item></Items></Selection>";
+    const auto pasted = Take<IQSICollection>([&](IQSICollection** out) {
+        return FixtopPasteCollection(node.Get(), selection.c_str(),
+                                     static_cast<int>(selection.size()), out);
+    });
+    EXPECT_EQ(std::vector<double>({30}), Values(*pasted));
+    FIValue name;
+    place->GetName(name);
+    EXPECT_EQ("Streams", name.ToText()) << "it has not moved";
+}
+
 TEST_F(CollectionsOfModule, document_has_one_collection_until_it_is_dropped) {
     const auto document = Ref<IQSIDocument>::Adopt(
         static_cast<IQSIDocument*>(GetDocumentAgg(nullptr, this, nullptr)));
@@ -336,7 +443,7 @@ TEST_F(CollectionsOfModule, document_has_one_collection_until_it_is_dropped) {
     EXPECT_EQ(kResultOk, document->DropCollection());
 }
 
-// Counts what it hears, and does once what it is told to.
+// Counts what it hears, and does once what it is told to, in a call and when nobody holds it.
 class CountingSink final : public IQSISink {
  public:
     HRESULT FIXTOP_MEMBER QueryInterface(const InterfaceId&, void** out) override {
@@ -344,7 +451,11 @@ class CountingSink final : public IQSISink {
         return kResultNoInterface;
     }
     std::uint32_t FIXTOP_MEMBER AddRef() override { return ++references_; }
-    std::uint32_t FIXTOP_MEMBER Release() override { return --references_; }
+    std::uint32_t FIXTOP_MEMBER Release() override {
+        const std::uint32_t left = --references_;
+        if (left == 1 && on_left) std::exchange(on_left, nullptr)();
+        return left;
+    }
     HRESULT FIXTOP_MEMBER Invoke(std::int32_t event, const Variant& detail) override {
         EXPECT_EQ(IQSISink::kChanged, event);
         heard.push_back(detail.type == Variant::kInt ? detail.number : -1);
@@ -354,6 +465,7 @@ class CountingSink final : public IQSISink {
 
     std::vector<int> heard;
     std::function<void()> on_call;
+    std::function<void()> on_left;
 
  private:
     std::uint32_t references_ = 1;
@@ -416,11 +528,63 @@ TEST_F(SinksOfModule, collection_and_nodes_are_let_go_of_within_a_call) {
     EXPECT_EQ(1u, sink_.heard.size());
 }
 
+TEST_F(SinksOfModule, collection_is_let_go_of_in_the_middle_of_its_store) {
+    const auto script = HostScript::Over(host_);
+    ASSERT_TRUE(casehost::OpenCase(host_, "demo"));
+    top_node_.Reset();
+    const char* texts[] = {"34"};
+    const std::int32_t ints[] = {35};
+    const double reals[] = {309.15};
+    using Store = std::function<HRESULT(IQSICollection&)>;
+    const Store stores[] = {
+        [&](IQSICollection& items) { return items.SetValueTexts(1, texts, nullptr); },
+        [&](IQSICollection& items) { return items.SetValueInts(1, ints, nullptr); },
+        [&](IQSICollection& items) { return items.SetValueReals(1, reals, "K"); }};
+    for (const Store& store : stores) {
+        auto items = Matches(kTemperature);
+        bool was_let_go = false;
+        script->InStore(1, [&] {
+            was_let_go = CountOf(*items) == 1;
+            items.Reset();
+        });
+        EXPECT_EQ(kResultOk, store(*items));
+        EXPECT_TRUE(was_let_go);
+    }
+    EXPECT_EQ("36", ReadOf(*ChildOf(Top(), kTemperature), "value"));
+}
+
+// The document's collection is the last to hold the sink.
+TEST_F(SinksOfModule, document_is_asked_for_another_collection_while_one_is_dropped) {
+    const auto document = Ref<IQSIDocument>::Adopt(
+        static_cast<IQSIDocument*>(GetDocumentAgg(nullptr, this, nullptr)));
+    CountingSink sink;
+    {
+        const auto items = Take<IQSICollection>(
+            [&](IQSICollection** out) { return document->CreateCollection(out); });
+        const auto point = Take<IQSIConnectionPoint>(
+            [&](IQSIConnectionPoint** out) { return items->GetConnectionPoints(out); });
+        std::uint32_t cookie = 0;
+        EXPECT_EQ(kResultOk, point->Advise(&sink, &cookie));
+    }
+    Ref<IQSICollection> another;
+    sink.on_left = [&] {
+        EXPECT_EQ(kResultOk, document->DropCollection());
+        another = Take<IQSICollection>(
+            [&](IQSICollection** out) { return document->CreateCollection(out); });
+    };
+    EXPECT_EQ(kResultOk, document->DropCollection());
+    EXPECT_EQ(1u, CountOf(sink));
+    ASSERT_TRUE(another);
+    EXPECT_EQ(2u, CountOf(*another)) << "the document's, and the test's";
+    EXPECT_EQ(kResultOk, another->AddNode(ChildOf(Top(), kTemperature).Get()));
+    EXPECT_EQ(std::vector<double>({30}), Values(*another));
+}
+
 TEST_F(SinksOfModule, case_is_closed_within_a_call) {
     sink_.on_call = [&] { host_.Close(*host_.ActiveLiveCase()); };
     Step();
     EXPECT_LE(1u, sink_.heard.size());
-    EXPECT_EQ(std::vector<double>({0, 0}), Values(*collection_)) << "no numbers any more";
+    EXPECT_EQ(2, NumbersOf(Values(*collection_)).second) << "no numbers any more";
     const auto items = Take<IQSICollectionIterator>(
         [&](IQSICollectionIterator** out) { return collection_->GetIterator(out); });
     EXPECT_EQ(kResultOk, items->Reset());
@@ -488,6 +652,42 @@ TEST_F(DocumentsOfModule, document_answers_as_its_case) {
     EXPECT_EQ(kResultPointer, document->SaveAs(nullptr));
     EXPECT_EQ(kResultPointer, document->ReadHistory(nullptr));
     EXPECT_EQ(kResultPointer, document->CreateCollection(nullptr));
+}
+
+// By their places, as a client calls that has no header of these.
+TEST_F(DocumentsOfModule, members_are_called_by_their_place) {
+    const TemporaryFolder folder;
+    const auto document = Document(GetDocumentAgg, nullptr, this);
+    const auto text_at = [&](int slot, HRESULT expected) {
+        char* text = nullptr;
+        EXPECT_EQ(expected, CallSlot(document.Get(), slot, &text)) << slot;
+        const std::string taken = text ? text : "(null)";
+        FreeAsClient(text);
+        return taken;
+    };
+    EXPECT_EQ(host_.ActiveCase()->GetDocumentName().Name().CStr(), text_at(3, kResultOk));
+    EXPECT_EQ("Hovex", text_at(4, kResultOk));
+    EXPECT_EQ(host_.Services().pSession()->SessionText(true).CStr(), text_at(5, kResultOk));
+    void* one = nullptr;
+    void* other = nullptr;
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 6, &one));
+    EXPECT_EQ(1, CallSlot(one, 2)) << "the document's is left";
+    EXPECT_EQ(2, CallSlot(one, 1));
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 7));
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 6, &other));
+    EXPECT_NE(one, other);
+    EXPECT_EQ(0, CallSlot(one, 2));
+    EXPECT_EQ(1, CallSlot(other, 2));
+    const std::string file = folder.File("saved.json");
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 9, file.c_str()));
+    EXPECT_TRUE(folder.Has("saved.json"));
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 8));
+    EXPECT_EQ("History not supported", text_at(10, kResultFalse));
+    EXPECT_EQ("History not supported", text_at(11, kResultFalse));
+    void* top = nullptr;
+    EXPECT_EQ(kResultOk, CallSlot(document.Get(), 12, &top));
+    const auto node = Ref<IQSINode>::Adopt(static_cast<IQSINode*>(top));
+    EXPECT_EQ("Top", PathOf(*node));
 }
 
 TEST_F(DocumentsOfModule, document_is_saved) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <functional>
+
 #include "automation/objects.h"
 #include "automation/script_nodes.h"
 #include "diagnostics/instance_counts.h"
@@ -147,15 +150,48 @@ TEST_F(QsiNode, null_pointers_are_refused) {
 TEST_F(QsiNode, texts_end_with_nul_in_buffers_of_their_length) {
 #if defined(__linux__)
     for (const std::size_t length : {995u, 996u, 1000u, 1003u, 1015u}) {
-        const std::string name(length - 5, 'n');
-        root_.Add(name);
-        char* path = nullptr;
-        ASSERT_EQ(kResultOk, ChildOf(*top_, name.c_str())->GetPath(&path));
-        EXPECT_EQ(length, std::strlen(path));
-        const std::size_t size = malloc_usable_size(path);
-        EXPECT_GE(size, length + 1);
-        EXPECT_LT(size, length + 1 + 16);
-        FreeAsClient(path);
+        const std::string text(length, 'n');
+        ScriptNode& node =
+            root_.Add(text).Set(text, 1).Set("id", Text(text)).Set("type", Text(text));
+        node.Add("below");
+        const auto place = ChildOf(*NodeAt(root_), text.c_str());
+        const auto v_place = VNodeAt(node);
+        const auto value = Take<IQSIAttribute>(
+            [&](IQSIAttribute** out) { return place->GetAttribute("id", out); });
+        const auto rows = Take<IQSIAttributeIterator>(
+            [&](IQSIAttributeIterator** out) { return place->GetAttributes(out); });
+        const auto siblings = Take<IQSINodeIterator>(
+            [&](IQSINodeIterator** out) { return NodeAt(root_)->GetChildren(out); });
+        std::int32_t moved = 0;
+        EXPECT_EQ(kResultOk, siblings->Move(static_cast<int>(root_.children.size()) - 1, &moved));
+        const auto collection =
+            Take<IQSICollection>([&](IQSICollection** out) { return place->NewCollection(out); });
+        const auto items = Take<IQSICollectionIterator>(
+            [&](IQSICollectionIterator** out) { return collection->GetIterator(out); });
+        EXPECT_EQ(kResultOk, items->Reset());
+        struct Case {
+            std::function<HRESULT(char**)> read;
+            std::size_t length;
+        };
+        const Case cases[] = {
+            {[&](char** out) { return place->GetPath(out); }, length + 5},
+            {[&](char** out) { return place->GetFullName(out); }, length + 5},
+            {[&](char** out) { return place->GetClassName(out); }, length},
+            {[&](char** out) { return value->GetString(out); }, length},
+            {[&](char** out) { return rows->GetName(out); }, length},
+            {[&](char** out) { return siblings->GetName(out); }, length},
+            {[&](char** out) { return items->GetId(out); }, length},
+            {[&](char** out) { return v_place->GetString("id", out); }, length},
+        };
+        for (const Case& each : cases) {
+            char* read = nullptr;
+            ASSERT_EQ(kResultOk, each.read(&read)) << &each - cases;
+            EXPECT_EQ(each.length, std::strlen(read)) << &each - cases;
+            const std::size_t size = malloc_usable_size(read);
+            EXPECT_GE(size, each.length + 1) << &each - cases;
+            EXPECT_LT(size, each.length + 1 + 16) << &each - cases;
+            FreeAsClient(read);
+        }
     }
 #else
     GTEST_SKIP() << "the allocator does not tell";

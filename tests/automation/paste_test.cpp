@@ -61,6 +61,16 @@ TEST_F(Paste, text_without_an_end_is_ended) {
     EXPECT_EQ("Feed;Heat;", Ids(*pasted));
 }
 
+TEST_F(Paste, selection_of_nothing_is_an_empty_collection) {
+    for (const char* text : {"<Selection/>", "<Selection><Items/></Selection>",
+                             "<Selection><Items><Item><Path/></Item></Items></Selection>"}) {
+        const auto size = static_cast<std::int32_t>(std::strlen(text));
+        const auto pasted = Take<IQSICollection>(
+            [&](IQSICollection** out) { return PasteCollection(node_.Get(), text, size, out); });
+        EXPECT_EQ("", Ids(*pasted)) << text;
+    }
+}
+
 TEST_F(Paste, nothing_to_paste_is_told) {
     EXPECT_EQ(kResultFalse, Refuse(nullptr, 0));
     EXPECT_EQ(kResultFalse, Refuse(nullptr, 10));
@@ -69,7 +79,10 @@ TEST_F(Paste, nothing_to_paste_is_told) {
 }
 
 TEST_F(Paste, what_is_no_selection_gives_no_collection) {
-    for (const char* text : {"no selection", "<Selection>", "<Other/>"}) {
+    for (const char* text :
+         {"no selection", "<Selection>", "<Other/>", "<CollectionBackup></CollectionBackup>",
+          "<CollectionBackup><Pathnode id=\"Root\" loc=\"0\"/></CollectionBackup>",
+          "<Selection><Items><Item><Path>Root.Feed</Path></Item></Items></Selection><More/>"}) {
         EXPECT_EQ(kResultFail, Refuse(text, static_cast<std::int32_t>(std::strlen(text)))) << text;
     }
 }

@@ -30,7 +30,8 @@ class Sink final : public IQSISink {
     }
     HRESULT FIXTOP_MEMBER Invoke(std::int32_t event, const Variant& detail) override {
         held = references;
-        heard.push_back(event * 1000 + (detail.type == Variant::kInt ? detail.number : -1));
+        const int none = detail.type == Variant::kNull ? 500 : 600;
+        heard.push_back(event * 1000 + (detail.type == Variant::kInt ? detail.number : none));
         if (on_call) std::exchange(on_call, nullptr)();
         // Held for the call, whatever was let go of within it.
         EXPECT_GE(references, 1u);
@@ -41,10 +42,14 @@ class Sink final : public IQSISink {
     static inline std::uint32_t held = 0;
     static inline std::vector<int> heard;
     std::function<void()> on_call;
+    std::function<void()> on_end;
     std::uint32_t references = 1;
 
  private:
-    ~Sink() { --alive; }
+    ~Sink() {
+        --alive;
+        if (on_end) on_end();
+    }
 };
 
 class Sinks : public testing::Test {
@@ -96,7 +101,7 @@ TEST_F(Sinks, each_sink_hears_of_each_change_once_with_the_place_of_the_item) {
     fake_->Change(0, kNodeDeleted);
     EXPECT_EQ(std::vector<int>({1000, 1000}), Heard());
     fake_->Change(-1);
-    EXPECT_EQ(std::vector<int>({999, 999}), Heard()) << "of the type kNull";
+    EXPECT_EQ(std::vector<int>({1500, 1500}), Heard()) << "of the type kNull";
 }
 
 TEST_F(Sinks, sink_that_left_hears_nothing) {
@@ -166,7 +171,49 @@ TEST_F(Sinks, change_within_a_call_reaches_all) {
     Advise();
     sink->on_call = [&] { fake_->Change(-1); };
     fake_->Change(0);
-    EXPECT_EQ(std::vector<int>({1000, 999, 999, 1000}), Heard());
+    EXPECT_EQ(std::vector<int>({1000, 1500, 1500, 1000}), Heard());
+}
+
+TEST_F(Sinks, sink_that_stands_there_twice_hears_twice) {
+    Sink* sink = nullptr;
+    const std::uint32_t one = Advise(&sink);
+    std::uint32_t other = 0;
+    EXPECT_EQ(kResultOk, point_->Advise(sink, &other));
+    EXPECT_NE(one, other);
+    fake_->Change(0);
+    EXPECT_EQ(std::vector<int>({1000, 1000}), Heard());
+    EXPECT_EQ(kResultOk, point_->Unadvise(one));
+    EXPECT_EQ(1, Sink::alive);
+    fake_->Change(0);
+    EXPECT_EQ(std::vector<int>({1000}), Heard());
+}
+
+TEST_F(Sinks, node_is_added_from_within_a_call) {
+    Sink* sink = nullptr;
+    Advise(&sink);
+    sink->on_call = [&] { AddNode(); };
+    fake_->Change(0);
+    EXPECT_EQ(2, fake_->Count());
+    fake_->Change(1);
+    EXPECT_EQ(std::vector<int>({1000, 1001}), Heard());
+    EXPECT_EQ(1u, fake_->subscribers.size());
+}
+
+TEST_F(Sinks, all_leave_when_one_ends) {
+    Sink* sink = nullptr;
+    const std::uint32_t one = Advise(&sink);
+    const std::uint32_t other = Advise();
+    sink->on_end = [&] { EXPECT_EQ(kResultOk, point_->Unadvise(other)); };
+    EXPECT_EQ(kResultOk, point_->Unadvise(one));
+    EXPECT_EQ(0, Sink::alive);
+    EXPECT_FALSE(fake_->watching);
+    Advise(&sink);
+    sink->on_end = [&] {
+        point_.Reset();
+        collection_.Reset();
+    };
+    EXPECT_EQ(kResultOk, point_->Unadvise(other + 1));
+    EXPECT_TRUE(fake_->subscribers.empty());
 }
 
 TEST_F(Sinks, collection_is_let_go_from_within_a_call) {

@@ -41,6 +41,11 @@ TEST_F(SystemLayout, objects_are_held_as_the_systems) {
     EXPECT_EQ(E_POINTER, unknown_->QueryInterface(IID_IUnknown, nullptr));
 }
 
+TEST_F(SystemLayout, class_name_is_reached_in_spite_of_the_systems_macro) {
+    root_.Set("type", "Real");
+    EXPECT_EQ("Real", TakeText([&](char** out) { return node_->GetClassName(out); }));
+}
+
 TEST_F(SystemLayout, texts_are_freed_by_the_system) {
     char* path = nullptr;
     ASSERT_EQ(S_OK, CallSlot(unknown_, 7, &path));

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
+#include <utility>
 
 #include "automation/objects.h"
 #include "automation/script_nodes.h"
@@ -81,6 +83,26 @@ TEST_F(QsvNode, read_without_a_value_is_none) {
               Refused<char>([&](char** out) { return node_->GetString("nope", out); }));
 }
 
+TEST_F(QsvNode, node_that_is_gone_is_read_as_text_and_never_as_a_number) {
+    for (const char* message : {"Node deleted", "Node invalid"}) {
+        feed_.Set("value", message);
+        std::int32_t number = 99;
+        double real = 99;
+        bool is = true;
+        EXPECT_EQ(kResultFalse, node_->GetInt("value", &number)) << message;
+        EXPECT_EQ(0, number);
+        EXPECT_EQ(kResultFalse, node_->GetDouble("value", &real)) << message;
+        EXPECT_EQ(0.0, real);
+        EXPECT_EQ(kResultFalse, node_->GetBool("value", &is)) << message;
+        EXPECT_FALSE(is);
+        real = 99;
+        EXPECT_EQ(kResultFalse, node_->GetDoubleInUnit("K", &real)) << message;
+        EXPECT_EQ(0.0, real);
+        EXPECT_FALSE(Fact(*node_, &IQSVNode::HasValue)) << message;
+        EXPECT_EQ(message, TakeText([&](char** out) { return node_->GetString("value", out); }));
+    }
+}
+
 TEST_F(QsvNode, stores_go_to_the_attribute_as_their_type) {
     EXPECT_EQ("", Stored([&](char** out) { return node_->SetInt("a", 5, out); }));
     EXPECT_EQ("", Stored([&](char** out) { return node_->SetDouble("b", 2.5, out); }));
@@ -138,6 +160,79 @@ TEST_F(QsvNode, refused_store_hands_out_the_message) {
     values[1].type = Variant::kInt;
     EXPECT_EQ(refused,
               Stored([&](char** out) { return node->SetArrayValues(2, names, values, out); }));
+}
+
+// Notes what is stored, and refuses some of it.
+class Picky final : public FIEntry {
+ public:
+    int AddRef() override { return 1; }
+    int Release() override { return 1; }
+    void GetName(FIValue& out) override { out.SetText("Picky"); }
+    void GetAttribute(const FIValue&, FIValue& out) override { out.SetReal(7.5); }
+    void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
+        EXPECT_EQ(0, mode);
+        Note(name.ToText(), value, out);
+    }
+    void SetUnit(const FIValue& unit, FIValue& out) override { Note("own", unit, out); }
+    void SetSpecUnit(const FIValue& unit, FIValue& out) override { Note("own spec", unit, out); }
+    FIAttributeSource* GetAttributeSource() override { return EmptyEntry()->GetAttributeSource(); }
+    FIContext* GetContext() override { return EmptyContext(); }
+    std::string Log() { return std::exchange(log_, ""); }
+
+    std::set<std::string> refused;
+
+ private:
+    void Note(const std::string& name, const FIValue& value, FIValue& out) {
+        log_ += name + "=" + (value.IsNull() ? "NULL" : value.ToText()) + ";";
+        out.Clear();
+        if (refused.contains(name)) out.SetText("no " + name);
+    }
+
+    std::string log_;
+};
+
+class PickyNode : public testing::Test {
+ protected:
+    Picky entry_;
+    Ref<IQSVNode> node_ = Ref<IQSVNode>::Adopt(static_cast<IQSVNode*>(
+        CQSVNode::Make(Ref<FIIteratorBase>::Adopt(new FIIterator(&entry_, false)))));
+};
+
+TEST_F(PickyNode, nothing_is_read_or_stored_in_a_unit_that_is_refused) {
+    entry_.refused = {"uom", "spec_uom"};
+    double value = 99;
+    EXPECT_EQ(kResultFalse, node_->GetDoubleInUnit("K", &value));
+    EXPECT_EQ(0.0, value);
+    EXPECT_EQ("uom=K;", entry_.Log());
+    EXPECT_EQ("no uom", Stored([&](char** out) { return node_->SetDoubleInUnit(1, "K", out); }));
+    EXPECT_EQ("uom=K;", entry_.Log());
+    EXPECT_EQ("no spec_uom",
+              Stored([&](char** out) { return node_->SetSpecDoubleInUnit(1, "K", out); }));
+    EXPECT_EQ("spec_uom=K;", entry_.Log());
+}
+
+TEST_F(PickyNode, units_of_the_node_itself_are_stored_each_in_its_place) {
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetUnit("K", out); }));
+    EXPECT_EQ("own=K;", entry_.Log());
+    EXPECT_EQ("", Stored([&](char** out) { return node_->SetSpecUnit("F", out); }));
+    EXPECT_EQ("own spec=F;", entry_.Log());
+    entry_.refused = {"own", "own spec"};
+    EXPECT_EQ("no own", Stored([&](char** out) { return node_->SetUnit("K", out); }));
+    EXPECT_EQ("no own spec", Stored([&](char** out) { return node_->SetSpecUnit("F", out); }));
+}
+
+TEST_F(PickyNode, first_message_of_an_array_is_told_and_the_rest_is_stored) {
+    entry_.refused = {"b", "d"};
+    const char* names[] = {"a", "b", "c", "d", "e"};
+    Variant values[5];
+    for (int i : {0, 1, 3}) {
+        values[i].type = Variant::kInt;
+        values[i].number = i;
+    }
+    values[4].type = Variant::kNull;
+    EXPECT_EQ("no b",
+              Stored([&](char** out) { return node_->SetArrayValues(5, names, values, out); }));
+    EXPECT_EQ("a=0;b=1;d=3;e=NULL;", entry_.Log()) << "what is kEmpty is not stored";
 }
 
 TEST_F(QsvNode, child_by_index) {
@@ -276,6 +371,17 @@ TEST_F(QsvNode, unit_forms_store_the_unit_first) {
     EXPECT_EQ("atm", ReadOf(*node_, "spec_uom"));
 }
 
+TEST_F(QsvNode, node_is_let_go_of_in_the_middle_of_a_store_of_its_unit) {
+    using Store = HRESULT (FIXTOP_MEMBER IQSVNode::*)(const char*, const char*, char**);
+    const Store stores[] = {&IQSVNode::SetDisplayUnit, &IQSVNode::SetDisplaySpecUnit};
+    for (const Store store : stores) {
+        auto node = VNodeAt(feed_);
+        feed_.on_write = [&](FIVarSet*, const std::string&) { node.Reset(); };
+        EXPECT_EQ("", Stored([&](char** out) { return (node.Get()->*store)("bar", "", out); }));
+        EXPECT_FALSE(node);
+    }
+}
+
 TEST_F(QsvNode, display_unit_of_a_quantity_goes_to_whoever_reads_by_the_node) {
     std::string units;
     feed_.on_read = [&](FIVarSet* vars, const std::string&) {
@@ -307,6 +413,17 @@ TEST_F(QsvNode, memory_that_runs_out_is_told) {
     Variant values[1];
     EXPECT_EQ(kResultOutOfMemory, node_->GetArrayValues(1, names, values));
     EXPECT_EQ(Variant::kEmpty, values[0].type);
+    bool has = true;
+    EXPECT_EQ(kResultOutOfMemory, node_->HasValue(&has));
+    EXPECT_FALSE(has);
+    // The text that was read before goes.
+    feed_.on_read = [](FIVarSet*, const std::string& name) {
+        if (name == "int") throw std::bad_alloc();
+    };
+    const char* text_first[] = {"long", "int"};
+    Variant two[2];
+    EXPECT_EQ(kResultOutOfMemory, node_->GetArrayValues(2, text_first, two));
+    EXPECT_EQ(Variant::kEmpty, two[0].type);
 }
 
 TEST_F(QsvNode, null_pointers_are_refused) {

@@ -194,6 +194,24 @@ TEST_F(ClientSelection, a_name_with_a_leading_number_is_no_place_on_another_case
     for (const Node& node : streams) EXPECT_NE("1", node.Text());
 }
 
+// Streams have names, so that one is never told by its place.
+TEST_F(ClientSelection, a_name_that_is_a_number_is_no_place_on_another_case) {
+    {
+        const Case plant = Case::Open(CaseWith("Raw Gas", "2"));
+        Selection selection(plant.Top());
+        selection.Add(plant.At(std::string(kStreams) + "\"2\".Temperature"));
+        selection.Save(File("two.xml"));
+        EXPECT_EQ(ItemState::Kind::kSame, Selection::Load(File("two.xml"), plant).States()[0].kind);
+    }
+    const Case other = Case::Open(Case::kDemo);
+    Selection selection = Selection::Load(File("two.xml"), other);
+    EXPECT_FALSE(IsThere(selection.States()[0]));
+    EXPECT_EQ(std::string(kStreams) + "2.Temperature", selection.Path(0));
+    EXPECT_FALSE(selection.NodeOf(0));
+    EXPECT_THAT(selection.Store(std::vector{FIValue::OfReal(1)}),
+                ElementsAre("No element exists under this node"));
+}
+
 TEST_F(ClientSelection, stores_into_its_items_and_tells_what_was_refused) {
     const Case plant = Case::Open(Case::kDemo);
     Selection selection = TwoTemperatures(plant);

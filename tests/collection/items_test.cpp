@@ -44,6 +44,33 @@ TEST_F(Items, a_node_that_is_an_item_already_stays_where_it_is) {
     EXPECT_EQ(0, items_->IndexOf(first));
 }
 
+TEST_F(Items, an_item_comes_before_another_one) {
+    FICollectionElement* const pressure = Add("Feed.Pressure");
+    FICollectionElement* const first = items_->AddBefore(*At("Feed.Temperature"), pressure);
+    EXPECT_EQ(Words({"Feed.Temperature", "Feed.Pressure"}), Paths());
+    EXPECT_EQ(1, items_->IndexOf(pressure));
+    const auto walk = On(1);
+    EXPECT_EQ(1, items_->IndexOf(walk->Item()));
+    items_->AddBefore(*At("Product.Pressure"), pressure);
+    items_->AddBefore(*At("Product"), pressure);
+    items_->AddBefore(*At("Feed"), nullptr);
+    const Words expected = {"Feed.Temperature", "Product.Pressure", "Product", "Feed.Pressure",
+                            "Feed"};
+    EXPECT_EQ(expected, Paths());
+    EXPECT_EQ(pressure, walk->Item()) << "who stood there stays there";
+    EXPECT_TRUE(walk->Previous());
+    EXPECT_EQ(2, items_->IndexOf(walk->Item()));
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(i, items_->IndexOf(items_->ItemAt(i)));
+    EXPECT_EQ(first, items_->AddBefore(*At("Feed.Temperature"), pressure)) << "an item already";
+    EXPECT_EQ(expected, Paths());
+    const auto others = Collection::Make();
+    FICollectionElement* const other = others->Add(*At("Feed"));
+    items_->AddBefore(*At("Product.Temperature"), other);
+    EXPECT_EQ(5, items_->IndexOf(items_->ItemAt(5))) << "another collection's: the last";
+    EXPECT_EQ("Product.Temperature", Paths().back());
+    EXPECT_EQ(Words({"Feed"}), PathsOf(*others));
+}
+
 TEST_F(Items, items_share_the_steps_above_them) {
     Add("Feed.Temperature");
     // Top, Feed, Temperature.
@@ -161,6 +188,23 @@ TEST_F(Items, places_are_found_in_whatever_order_they_are_asked_and_removed) {
         ASSERT_TRUE(items_->RemoveAt(at));
         model.erase(model.begin() + at);
         ASSERT_EQ(static_cast<int>(model.size()), items_->Count());
+    }
+}
+
+TEST_F(Items, places_are_found_when_items_have_come_between) {
+    ScriptNode& wide = top_.Add("Wide");
+    std::vector<FICollectionElement*> model;
+    for (int i = 0; i < 60; ++i) {
+        wide.Add("v" + std::to_string(i));
+        const int at = 37 * i % (i + 1);
+        FICollectionElement* const behind = items_->ItemAt(at);
+        model.insert(model.begin() + at,
+                     items_->AddBefore(*At("Wide.v" + std::to_string(i)), behind));
+        for (int k = 0; k <= i; ++k) {
+            const int place = 17 * k % (i + 1);
+            ASSERT_EQ(model[place], items_->ItemAt(place));
+            ASSERT_EQ(place, items_->IndexOf(model[place]));
+        }
     }
 }
 

@@ -129,7 +129,8 @@ class ScriptAttributeCursor final : public FIAttributeCursorBase {
         return this;
     }
     bool Seek(int origin, int delta) override {
-        index_ = (origin == kFromFirst ? 0 : index_) + delta;
+        const int count = static_cast<int>(node_.attributes.size());
+        index_ = (origin == kFromFirst ? 0 : origin == kFromEnd ? count : index_) + delta;
         return !AtEnd();
     }
     bool SeekName(int, const char* name) override {

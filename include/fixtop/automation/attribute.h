@@ -21,7 +21,8 @@ struct IQSIAttribute : IUnknown {
     virtual HRESULT FIXTOP_MEMBER GetValue(std::int32_t type, std::int32_t size, void* buffer) = 0;
     // In task memory; an empty text for NULL, a number as it is shown.
     virtual HRESULT FIXTOP_MEMBER GetString(char** text) = 0;
-    // A real is cut toward zero; a text that is no number gives 0.
+    // A real is cut toward zero; a text that is no number gives 0. kResultFalse, for GetValue too,
+    // when the value is the message that there was no node to read from.
     virtual HRESULT FIXTOP_MEMBER GetInt(std::int32_t* number) = 0;
     virtual HRESULT FIXTOP_MEMBER GetDouble(double* number) = 0;
 

@@ -17,21 +17,21 @@ struct IQSICollection : IUnknown {
     // Before the first item.
     virtual HRESULT FIXTOP_MEMBER GetIterator(IQSICollectionIterator** iterator) = 0;
     // Adds the node of a node object of this module, of the node that an attribute object was read
-    // from. What another object answers when it is asked for its node is answered; kResultFalse
-    // where there is no node any more.
+    // from, as the last item. What another object answers when it is asked for its node is
+    // answered; kResultFalse where there is no node any more.
     virtual HRESULT FIXTOP_MEMBER AddNode(IUnknown* node) = 0;
     virtual HRESULT FIXTOP_MEMBER AddAttribute(IUnknown* attribute) = 0;
-    // Store into the first `count` items, at most all, in one batch. A null text leaves an item as
-    // it is. A unit that is not null is that of the values, else each item's own. kResultFalse when
-    // a value was refused, kResultFail for a count below 0.
+    // Store into the first `count` items, at most all, in one batch. A null text and NaN leave an
+    // item as it is. A unit that is not null is that of the values, else each item's own.
+    // kResultFalse when a value was refused, kResultFail for a count below 0.
     virtual HRESULT FIXTOP_MEMBER SetValueTexts(std::int32_t count, const char* const* values,
                                                 const char* unit) = 0;
     virtual HRESULT FIXTOP_MEMBER SetValueInts(std::int32_t count, const std::int32_t* values,
                                                const char* unit) = 0;
     virtual HRESULT FIXTOP_MEMBER SetValueReals(std::int32_t count, const double* values,
                                                 const char* unit) = 0;
-    // The values of all items as reals, in task memory; 0 and null when there are no items. One
-    // that is no number is 0.
+    // The values of all items as reals, in task memory; 0 and null when there are no items. NaN
+    // stands for one that is no number: NULL, a text that begins with none, no node to read from.
     virtual HRESULT FIXTOP_MEMBER GetValues(std::int32_t* count, double** values) = 0;
     // The same as one value of the type kRealArray.
     virtual HRESULT FIXTOP_MEMBER GetValueVariant(Variant* values) = 0;

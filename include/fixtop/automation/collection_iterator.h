@@ -27,7 +27,8 @@ struct IQSICollectionIterator : IUnknown {
     // To the first, kResultFail when there is none; past the last.
     virtual HRESULT FIXTOP_MEMBER Reset() = 0;
     virtual HRESULT FIXTOP_MEMBER ToEnd() = 0;
-    // As those of the collection: what is added becomes its last item.
+    // As those of the collection, but what is added comes before the present item; it becomes the
+    // last where there is none.
     virtual HRESULT FIXTOP_MEMBER AddNode(IUnknown* node) = 0;
     virtual HRESULT FIXTOP_MEMBER AddAttribute(IUnknown* attribute) = 0;
     // An attribute of the item; kResultFalse when its value is NULL.

@@ -6,6 +6,10 @@
 
 #include "fixtop/automation/unknown.h"
 
+// One of the system's headers has a macro of this name.
+#pragma push_macro("GetClassName")
+#undef GetClassName
+
 namespace fixtop::inline FI {
 
 struct IQSIAttribute;
@@ -42,9 +46,14 @@ struct IQSINode : IUnknown {
     virtual HRESULT FIXTOP_MEMBER GetFullName(char** name) = 0;
     // The class of a neutral node, the type of any other, cut likewise; kResultFalse without.
     virtual HRESULT FIXTOP_MEMBER GetClassName(char** name) = 0;
+    // What a caller has written for whom that macro stands; none of the table.
+    HRESULT GetClassNameA(char** name) { return GetClassName(name); }
+    HRESULT GetClassNameW(char** name) { return GetClassName(name); }
 
  protected:
     ~IQSINode() = default;
 };
 
 }  // namespace fixtop::inline FI
+
+#pragma pop_macro("GetClassName")

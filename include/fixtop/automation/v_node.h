@@ -5,9 +5,9 @@
 // Its first members are those of IQSINode, and the nodes to which they lead are such nodes too:
 // their QueryInterface answers IQSVNode. It has 39 members with those of IUnknown.
 //
-// Reads answer kResultFalse where the value is NULL; a text is read as a number by its beginning,
-// one that is none as 0. Stores answer kResultFalse and the message, in task memory, when the value
-// is refused.
+// Reads answer kResultFalse where the value is NULL; those of numbers also where the node is gone.
+// A text is read as a number by its beginning, one that is none as 0. Stores answer kResultFalse
+// and the message, in task memory, when the value is refused.
 
 #include "fixtop/automation/node.h"
 #include "fixtop/automation/variant.h"
@@ -39,7 +39,7 @@ struct IQSVNode : IQSINode {
     virtual HRESULT FIXTOP_MEMBER GetKey(std::int32_t size, char* buffer) = 0;
     // May have children, and is not below itself.
     virtual HRESULT FIXTOP_MEMBER IsContainer(bool* is_container) = 0;
-    // The attribute "value" is not NULL.
+    // The attribute "value" is not NULL, and the node not gone.
     virtual HRESULT FIXTOP_MEMBER HasValue(bool* has_value) = 0;
 
     // `count` attributes, one after the other. Of the values read each is kNull, kInt, kReal or

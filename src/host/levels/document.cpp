@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/levels/document.h"
 
+#include <utility>
+
 #include "fixtop/solver.h"
 #include "host/adapter.h"
 #include "host/host_access.h"
@@ -51,8 +53,9 @@ void* HDocumentAgg::CreateCollection() {
 }
 
 void HDocumentAgg::DropCollection() {
-    if (collection_ && calls_.drop) calls_.drop(collection_);
-    collection_ = nullptr;
+    // Whoever goes with it may ask for another one.
+    void* const dropped = std::exchange(collection_, nullptr);
+    if (dropped && calls_.drop) calls_.drop(dropped);
 }
 
 bool HDocumentAgg::Save() {
