@@ -19,6 +19,13 @@ constexpr char kUnsavable[] =
     "its path can't be kept in a file: a name in it has a control character, or looks like an "
     "entity of XML";
 
+constexpr char kElsewhere[] = "is no node of the tree that the selection is of";
+constexpr char kNoUnitKept[] = "is not shown in a unit here, so that none can be kept";
+
+void SkipTo(FICollectionIteratorBase& at, int item) {
+    for (; item > 0 && at.IsValid(); --item) at.Next();
+}
+
 // Of plain text nothing is lost on the way to a file and back.
 bool IsPlain(const std::string& path) {
     return std::all_of(path.begin(), path.end(),
@@ -53,7 +60,7 @@ std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
 }  // namespace
 
 FICollectionBase& Renewed(FICollectionBase& collection) {
-    collection.Renew();
+    collection.FollowNames();
     return collection;
 }
 
@@ -97,7 +104,7 @@ std::size_t Selection::Size() const {
 
 Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
     auto at = FirstOf(*collection_);
-    for (; item > 0 && at->IsValid(); --item) at->Next();
+    SkipTo(*at, static_cast<int>(std::min<std::size_t>(item, Size())));
     if (!at->IsValid()) throw Error("a selection has no item of this number");
     return at;
 }
@@ -105,16 +112,24 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 bool Selection::Add(const Node& node, const std::string& unit) {
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
-    const int before = Renewed(*collection_).Count();
+    const int before = collection_->Count();
     FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
-    if (!item) throw Refused(node.Path(), "is in another tree than the selection");
-    if (collection_->Count() != before) return true;
-    if (unit.empty()) return false;
-    const auto at = ItemAt(static_cast<std::size_t>(collection_->IndexOf(item)));
+    if (!item) throw Refused(node.Path(), kElsewhere);
+    const bool is_new = collection_->Count() != before;
+    if (unit.empty()) return is_new;
+    const auto at = FirstOf(*collection_);
+    if (is_new) {
+        at->Last();
+    } else {
+        SkipTo(*at, collection_->IndexOf(item));
+    }
+    if (UnitOf(*at) == unit) return is_new;
     FIValue refused;
     at->SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
-    if (!refused.IsNull()) throw Refused(node.Path(), refused.ToText());
-    return false;
+    if (refused.IsNull() && UnitOf(*at) != unit) refused.SetText(kNoUnitKept);
+    if (refused.IsNull()) return is_new;
+    if (is_new) collection_->Remove(item);
+    throw Refused(node.Path(), refused.ToText());
 }
 
 bool Selection::Remove(const std::string& path) {

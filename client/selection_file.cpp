@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Selection: its files.
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 #include "case_state.h"
 #include "fixtop/client/selection.h"
+#include "module_log.h"
 #include "saved_text.h"
 #include "selection_items.h"
 
@@ -12,10 +15,20 @@ namespace fixtop::client {
 
 namespace {
 
-[[noreturn]] void ThrowNoSelection(const std::string& file) {
-    throw CaseError({file + ": no selection; expected XML with the root CollectionBackup or "
-                            "Selection"});
+// Reads a text by `read`, false for one that is none, and what the module has to say of it.
+template <class Reader>
+void ReadWith(const std::string& file, const char* expected, const Reader& read) {
+    const ModuleLog log("");
+    if (Whole(read)) return;
+    std::vector<std::string> problems = {file + ": no selection; " + expected};
+    // The same was said as often as the text was tried.
+    std::unique_copy(log.Lines().begin(), log.Lines().end(), std::back_inserter(problems));
+    throw CaseError(std::move(problems));
 }
+
+constexpr char kEitherRoot[] = "expected XML with the root CollectionBackup or Selection";
+constexpr char kOneRoot[] =
+    "expected XML with the root CollectionBackup; what has the root Selection is read with a case";
 
 // The tree that the steps of a file begin in. Whole paths say it by their first name, so that those
 // are looked for in both.
@@ -35,23 +48,25 @@ bool Selection::IsFile(const std::string& file) {
 Selection Selection::Load(const std::string& file) {
     const std::string text = ReadSavedText(file);
     Ref<FICollectionBase> collection = NewCollection();
-    if (!Whole([&] { return collection->FromXml(text.c_str()); })) ThrowNoSelection(file);
+    ReadWith(file, kOneRoot, [&] { return collection->FromXml(text.c_str()); });
     return {std::nullopt, std::move(collection)};
 }
 
 Selection Selection::Load(const std::string& file, const Case& on) {
     const std::string text = ReadSavedText(file);
     const Ref<FICollectionBase> read = NewCollection();
-    const bool is_backup = Whole([&] { return read->FromXml(text.c_str()); });
-    Selection selection(is_backup ? RootFor(*read, on) : on.Top());
-    const auto load = [&] {
-        return Whole(
-            [&] { return selection.collection_->Load(text.c_str(), selection.root_->Iterator()); });
-    };
-    if (!load()) ThrowNoSelection(file);
+    bool is_backup = false;
+    Selection selection(on.Top());
+    ReadWith(file, kEitherRoot, [&] {
+        is_backup = read->FromXml(text.c_str());
+        if (is_backup) selection.root_ = RootFor(*read, on);
+        return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
+    });
     if (is_backup || selection.Size() > 0) return selection;
     selection.root_ = on.Neutral();
-    if (!load()) ThrowNoSelection(file);
+    ReadWith(file, kEitherRoot, [&] {
+        return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
+    });
     return selection;
 }
 
@@ -75,7 +90,7 @@ std::string Selection::Publish() const {
 void Selection::Save(const std::string& file) const {
     const FIValue text = Whole([this] {
         FIValue whole;
-        Renewed(*collection_).ToXml(whole);
+        collection_->ToXml(whole);
         return whole;
     });
     WriteSavedText(file, text.ToText());

@@ -96,10 +96,8 @@ class FICollectionBase {
     // Several attributes of each item in one pass, item by item: `values` has room for Count()
     // times `count` values. Each as GetValues has it.
     virtual void GetRows(const FIValue* attributes, int count, FIValue* values) = 0;
-    // Items whose nodes are called otherwise by now, or stand elsewhere, get the paths that lead to
-    // them, at their places in the order; all elements may be new then. How many. Without it the
-    // path of an item stays the one by which it was chosen or found.
-    virtual int Renew() { return 0; }
+    // Items whose nodes were renamed are called as these are called now, as ToXml has it.
+    virtual void FollowNames() {}
     // Add, but what becomes an item comes before this one; the last for one that is none of this
     // collection's.
     virtual FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement*) {

@@ -37,9 +37,15 @@ void NodeSearch::Run(FIIterator& top) {
 
 void NodeSearch::Visit(FICollectionElement& step, FIIterator& node) {
     if (step.IsItem() && !step.node) found_(step, node);
+    // Steps of one name stand together, and all are sought in one walk.
+    std::string walked;
     for (const auto& child : step.Steps()) {
         if (child->is_wanted) VisitByName(*child, node);
-        if (child->is_wanted) VisitKeyed(step, NameOfKeyed(child->Id()), node);
+        if (child->is_wanted) {
+            std::string name = NameOfKeyed(child->Id());
+            if (!name.empty() && name != walked) VisitKeyed(step, name, node);
+            walked = std::move(name);
+        }
         if (child->is_wanted) VisitByPlace(*child, node);
         Forget(*child);
     }
@@ -69,7 +75,7 @@ void NodeSearch::VisitKeyed(FICollectionElement& step, const std::string& name, 
     };
     auto left = std::count_if(step.Steps().begin(), step.Steps().end(), is_left);
     FIValue listed;
-    if (name.empty() || !node.SeekChild(name.c_str())) return;
+    if (!node.SeekChild(name.c_str())) return;
     do {
         node.GetListedKey(listed);
         if (!listed.IsText() || name != listed.CStr()) continue;

@@ -65,9 +65,12 @@ bool HDocumentAgg::Save() {
 
 bool HDocumentAgg::SaveAs(const char* path) {
     host::SimulationCase* simulation_case = life_->Case();
-    if (!simulation_case) return false;
+    if (!simulation_case || !path || !*path) return false;
+    const host::FileName before = simulation_case->GetDocumentName();
     simulation_case->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
-    return simulation_case->Save();
+    if (simulation_case->Save()) return true;
+    if (host::SimulationCase* still = life_->Case()) still->SetDocumentName(before);
+    return false;
 }
 
 void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {
