@@ -77,6 +77,26 @@ StepId IdOf(FIIterator& node) {
     return PlaceId(node, PlaceAmongSiblings(node));
 }
 
+bool HaveTexts(const std::vector<StepId>& ids) {
+    return std::none_of(ids.begin(), ids.end(), [](const StepId& id) { return id.text.IsNull(); });
+}
+
+bool HasStepId(const FICollectionElement& step, FIIterator& node) {
+    FIValue listed;
+    switch (step.sought) {
+        case Sought::kByName:
+            node.GetListedKey(listed);
+            return listed.IsText() && step.Id() == listed.CStr();
+        case Sought::kByKey:
+            listed = KeyedIdOf(node);
+            return listed.IsText() && step.Id() == listed.CStr();
+        case Sought::kByPlace:
+            return PlaceAmongSiblings(node) == PlaceOf(step.Id());
+        default:
+            return true;
+    }
+}
+
 std::string NameOfKeyed(std::string_view id) {
     const std::size_t begin = KeyBegin(id);
     if (begin == id.npos || begin == 0 || !id.ends_with(')')) return {};
