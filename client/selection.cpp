@@ -59,7 +59,7 @@ std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
 
 }  // namespace
 
-FICollectionBase& Renewed(FICollectionBase& collection) {
+FICollectionBase& ByPresentNames(FICollectionBase& collection) {
     collection.FollowNames();
     return collection;
 }
@@ -134,7 +134,7 @@ bool Selection::Add(const Node& node, const std::string& unit) {
 
 bool Selection::Remove(const std::string& path) {
     const Pattern wanted(path);
-    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
+    for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid(); at->Next()) {
         const std::string item = PathOf(*at);
         if (item == path || wanted.IsSame(Pattern(item))) return collection_->Remove(at->Item());
     }
@@ -142,7 +142,7 @@ bool Selection::Remove(const std::string& path) {
 }
 
 std::string Selection::Path(std::size_t item) const {
-    Renewed(*collection_);
+    ByPresentNames(*collection_);
     return PathOf(*ItemAt(item));
 }
 
@@ -151,7 +151,7 @@ std::string Selection::Unit(std::size_t item) const {
 }
 
 std::vector<std::string> Selection::Paths() const {
-    return OfEach(Renewed(*collection_), PathOf);
+    return OfEach(ByPresentNames(*collection_), PathOf);
 }
 
 std::vector<std::string> Selection::Units() const {
@@ -163,7 +163,7 @@ std::optional<Node> Selection::NodeOf(std::size_t item) const {
 }
 
 void Selection::ForEachNode(const NodeVisitor& visit) const {
-    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
+    for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid(); at->Next()) {
         visit(PathOf(*at), NodeAt(*at));
     }
 }

@@ -12,7 +12,7 @@ namespace fixtop::client {
 
 Ref<FICollectionBase> NewCollection();
 // With the paths that lead to its nodes as they are called now.
-FICollectionBase& Renewed(FICollectionBase& collection);
+FICollectionBase& ByPresentNames(FICollectionBase& collection);
 // On the first item.
 Ref<FICollectionIteratorBase> FirstOf(FICollectionBase& collection);
 // Of the item on which it stands.

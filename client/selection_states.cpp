@@ -126,7 +126,8 @@ std::vector<ItemState> Selection::States() const {
     std::vector<ItemState> states(Size());
     std::vector<Missing> missing;
     std::size_t index = 0;
-    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next(), ++index) {
+    for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid();
+         at->Next(), ++index) {
         ItemState& state = states[index];
         state.path = PathOf(*at);
         state.kind = KindOf(WayOf(*at));

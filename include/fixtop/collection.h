@@ -57,7 +57,8 @@ class FICollectionBase {
     virtual void SetValues(const FIValue& attribute, const FIValue* values, int count,
                            const FIValue& unit, FIValue* outs) = 0;
 
-    // The text of the backup form.
+    // The text of the backup form. Items whose nodes were renamed are written, and called from then
+    // on, as these are called now; of two that come to have one path the one that is gone goes.
     virtual void ToXml(FIValue& out) = 0;
     // Reads the text of the backup form in place of what the collection holds, and looks for the
     // nodes from the top that it has, if it has one. False, and the collection is empty, when the

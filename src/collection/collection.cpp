@@ -4,6 +4,7 @@
 #include "collection/collection.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "collection/collection_iterator.h"
 #include "collection/node_search.h"
@@ -21,11 +22,6 @@ constexpr int kKinds[] = {kNodeDeleted, kValueChanged, kStructureChanged};
 
 bool IsNowhere(FIIterator& node) {
     return node.EntryAt(node.Depth()) == EmptyEntry() || node.IsGone();
-}
-
-// The node of the item lives, and is called otherwise by now.
-bool IsOfAnother(const FICollectionElement& item, const FIIterator& node) {
-    return item.node && !item.node->IsGone() && item.node->Place().ComparePlaces(node) != 0;
 }
 
 std::string NameOf(const FIIterator& top) {
@@ -100,8 +96,7 @@ std::vector<StepId> Collection::IdsOf(FIIterator& node) {
 FICollectionElement* Collection::StepTo(FIIterator& node) {
     if (node.Depth() >= kMostSteps) return nullptr;
     std::vector<StepId> ids = IdsOf(node);
-    const auto has_no_text = [](const StepId& id) { return id.text.IsNull(); };
-    if (std::any_of(ids.begin(), ids.end(), has_no_text)) return nullptr;
+    if (!HaveTexts(ids)) return nullptr;
     if (!root_) root_ = std::make_unique<FICollectionElement>(*this, NameOf(node));
     FICollectionElement* step = root_.get();
     try {
@@ -127,12 +122,23 @@ void Collection::GetRootId(FIValue& out) {
 
 FICollectionElement* Collection::AddBefore(FIIteratorBase& given, FICollectionElement* behind) {
     auto* node = dynamic_cast<FIIterator*>(&given);
+    const auto self = Ref<Collection>::Share(this);
+    std::optional<ItemPosition> before;
+    if (Contains(behind)) before.emplace(items_, *behind);
+    FollowNames();
     if (!node || IsNowhere(*node) || !IsInTree(*node)) return nullptr;
     FICollectionElement* item = StepTo(*node);
     if (!item) return nullptr;
     const bool is_new = !item->IsItem();
-    if (!is_new && IsOfAnother(*item, *node)) return nullptr;
-    if (is_new) items_.Insert(*item, Contains(behind) ? behind : nullptr);
+    if (!is_new && item->node) {
+        // Who is told now that it is gone may remove it.
+        const ItemPosition place(items_, *item);
+        const Ref<FIReference> known = item->node;
+        const bool is_live = known->Rebind();
+        if (place.Item() != item) return AddBefore(given, before ? before->Item() : nullptr);
+        if (is_live && known->Place().ComparePlaces(*node) != 0) return nullptr;
+    }
+    if (is_new) items_.Insert(*item, before ? before->Item() : nullptr);
     try {
         if (!top_) top_ = TopOf(*node);
         if (is_new) item->SetUnits(UnitsShownBy(*node));
@@ -223,7 +229,12 @@ int Collection::IndexOf(const FICollectionElement* item) {
 // ---- nodes are looked for ----
 
 void Collection::FindMissing() {
-    if (!top_ || top_->IsGone()) return;
+    const auto has_none = [](const FICollectionElement* item) { return item && !item->node; };
+    FICollectionElement* missing = items_.First();
+    while (missing && !has_none(missing)) missing = missing->Next();
+    if (!missing || !top_ || top_->IsGone()) return;
+    FollowNames();
+    if (!top_) return;
     NodeSearch search([this](FICollectionElement& item, FIIterator& node) { Bind(item, node); });
     for (FICollectionElement* each = items_.First(); each; each = each->Next()) {
         if (!each->node) search.Want(*each);

@@ -69,6 +69,8 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     FICollectionElement* ItemAt(int index) override { return items_.At(index); }
     void GetRootId(FIValue& out) override;
     void GetRows(const FIValue* attributes, int count, FIValue* values) override;
+    // One that is gone gives way.
+    void FollowNames() override;
     FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override;
 
     // Load, of the form of selections alone.
@@ -93,6 +95,12 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
         std::uint64_t revision = 0;
     };
 
+    // An item whose node is called otherwise than its steps.
+    struct Renamed {
+        FICollectionElement* item;
+        std::vector<StepId> ids;
+    };
+
     template <int kKind>
     static void OnChange(void* item, int);
 
@@ -102,6 +110,10 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     // The steps to a node, of which the missing ones are made; null when the way is too long.
     FICollectionElement* StepTo(FIIterator& node);
     FICollectionElement& StepBelow(FICollectionElement& step, const StepId& id);
+    std::vector<Renamed> FindRenamed();
+    void Plant(std::unique_ptr<FICollectionElement>& item, const std::vector<StepId>& ids);
+    // The item is none any more, though its step is there yet.
+    void Withdraw(FICollectionElement& item);
     // Whether a node belongs to the tree in which the nodes are sought.
     bool IsInTree(FIIterator& node) const;
     // Looks for the nodes of those items that have none.
@@ -125,6 +137,8 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     Ref<FIIterator> top_;
     // To the node that was added last.
     Way last_way_;
+    // The revision of the case at which the steps were called as their nodes.
+    std::uint64_t named_at_ = 0;
     ItemList items_;
     CollectionSubscribers subscribers_;
     bool is_watching_ = false;

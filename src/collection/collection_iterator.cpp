@@ -50,7 +50,12 @@ const void* CollectionIterator::TypeId() const {
 // ---- the node ----
 
 Ref<FIReference> CollectionIterator::Node() {
-    FICollectionElement* const item = at_.Item();
+    FICollectionElement* item = at_.Item();
+    if (item && !item->node) {
+        // The search goes by the names.
+        collection_->FollowNames();
+        item = at_.Item();
+    }
     return item ? collection_->NodeOf(*item) : Ref<FIReference>();
 }
 

@@ -100,6 +100,8 @@ void Collection::SetValues(const FIValue& attribute, const FIValue* values, int 
 // ---- texts ----
 
 void Collection::ToXml(FIValue& out) {
+    const auto self = Ref<Collection>::Share(this);
+    FollowNames();
     WriteBackup(root_.get(), items_, out);
 }
 
@@ -111,7 +113,9 @@ void Collection::Take(ReadSelection read, Ref<FIIterator> top) {
     top_ = std::move(top);
     for (FICollectionElement* each : read.items) items_.Append(*each);
     try {
+        const std::uint64_t revision = top_ && top_->Life() ? top_->Life()->Revision() : 0;
         FindMissing();
+        named_at_ = revision;
     } catch (...) {
         Clear();
         throw;

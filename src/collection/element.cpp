@@ -46,6 +46,32 @@ void FICollectionElement::RemoveChild(FICollectionElement& child) {
     if (children_->empty()) children_.reset();
 }
 
+std::unique_ptr<FICollectionElement> FICollectionElement::TakeOff() {
+    std::unique_ptr<FICollectionElement> left;
+    if (HasChildren()) {
+        left = std::make_unique<FICollectionElement>(collection_, Id());
+        left->sought = sought;
+    }
+    FICollectionElement& parent = *parent_;
+    auto taken = parent.children_->extract(parent.children_->find(Id()));
+    if (left) {
+        left->TakeChildrenOf(*this);
+        parent.AddChild(std::move(left));
+    }
+    parent_ = nullptr;
+    return std::move(taken.value());
+}
+
+void FICollectionElement::TakeChildrenOf(FICollectionElement& other) {
+    children_ = std::move(other.children_);
+    for (const auto& each : Steps()) each->parent_ = this;
+}
+
+void FICollectionElement::Call(const FIValue& id, Sought sought_by) {
+    id_ = id;
+    sought = sought_by;
+}
+
 void FICollectionElement::SetUnits(const ItemUnits& units) {
     if (units.IsEmpty()) {
         units_.reset();

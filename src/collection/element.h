@@ -65,6 +65,13 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     FICollectionElement& AddChild(std::unique_ptr<FICollectionElement> child);
     // The child is gone after it.
     void RemoveChild(FICollectionElement& child);
+    // Takes the step itself out of the tree; one of its id that is no item stays there for those
+    // below it.
+    std::unique_ptr<FICollectionElement> TakeOff();
+    // This one has none of its own, and is in no tree.
+    void TakeChildrenOf(FICollectionElement& other);
+    // Of one that is in no tree.
+    void Call(const FIValue& id, Sought sought_by);
 
     ItemUnits Units() const { return units_ ? *units_ : ItemUnits(); }
     void SetUnits(const ItemUnits& units);

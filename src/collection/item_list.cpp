@@ -82,6 +82,7 @@ void ItemList::TakeOut(FICollectionElement& item) {
     item.is_item_ = false;
     item.position = FICollectionElement::kNoItem;
     --count_;
+    ++departures_;
 }
 
 void ItemList::Clear() {

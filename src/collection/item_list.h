@@ -26,6 +26,8 @@ class ItemList {
     FICollectionElement* At(int index);
     // Of an item of this list.
     int RankOf(const FICollectionElement& item);
+    // Grows with each item that comes or goes.
+    std::uint32_t Changes() const { return arrivals_ + departures_; }
     // By what the first items, at most all, are known as long as they are items.
     std::vector<std::uint32_t> FirstArrivals(int count) const;
     // Later than that of any item that there was.
@@ -48,6 +50,7 @@ class ItemList {
     FICollectionElement* last_ = nullptr;
     int count_ = 0;
     std::uint32_t arrivals_ = 0;
+    std::uint32_t departures_ = 0;
     // The ranks within the items are right.
     bool is_numbered_ = true;
     // The place asked for last.

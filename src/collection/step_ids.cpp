@@ -29,6 +29,13 @@ int PlaceAmongSiblings(FIIterator& node) {
     return place;
 }
 
+// -1 for none.
+int PlaceOf(FIIterator& node) {
+    FIValue listed;
+    node.GetListedKey(listed);
+    return listed.Kind() == FIValue::kInt ? listed.AsInt() : PlaceAmongSiblings(node);
+}
+
 // With as many zeros in front that nobody is called so.
 StepId PlaceId(FIIterator& node, int place) {
     if (place < 0) return {};
@@ -79,14 +86,31 @@ StepId NameIdOf(FIIterator& node) {
 StepId IdOf(FIIterator& node) {
     StepId name = NameIdOf(node);
     if (!name.text.IsNull()) return name;
-    FIValue place;
-    node.GetListedKey(place);
-    const bool is_told = place.Kind() == FIValue::kInt;
-    return PlaceId(node, is_told ? place.AsInt() : PlaceAmongSiblings(node));
+    return PlaceId(node, PlaceOf(node));
 }
 
 bool IsPlaceId(std::string_view id) {
     return !id.empty() && id.find_first_not_of("0123456789") == id.npos;
+}
+
+bool HaveTexts(const std::vector<StepId>& ids) {
+    return std::none_of(ids.begin(), ids.end(), [](const StepId& id) { return id.text.IsNull(); });
+}
+
+bool HasStepId(const FICollectionElement& step, FIIterator& node) {
+    FIValue listed;
+    switch (step.sought) {
+        case Sought::kByName:
+            node.GetListedKey(listed);
+            return listed.IsText() && step.Id() == listed.CStr();
+        case Sought::kByKey:
+            listed = KeyedIdOf(node);
+            return listed.IsText() && step.Id() == listed.CStr();
+        case Sought::kByPlace:
+            return PlaceOf(node) == PlaceOf(step.Id());
+        default:
+            return true;
+    }
 }
 
 std::string NameOfKeyed(std::string_view id) {

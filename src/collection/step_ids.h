@@ -6,6 +6,7 @@
 // since a sibling before it is called the same, is its place among its siblings.
 
 #include <string>
+#include <vector>
 
 #include "collection/element.h"
 #include "framework/iterator/iterator.h"
@@ -22,6 +23,10 @@ StepId IdOf(FIIterator& node);
 // The same by its name, NULL where no name leads to it.
 StepId NameIdOf(FIIterator& node);
 bool IsPlaceId(std::string_view id);
+// Whether all of them can be sought.
+bool HaveTexts(const std::vector<StepId>& ids);
+// Whether the node is still called as the step was found or made.
+bool HasStepId(const FICollectionElement& step, FIIterator& node);
 // Of a node with a key, NULL for any other.
 FIValue KeyedIdOf(FIIterator& node);
 // The name in front of the key of an id that may be a name and a key; empty when it is none.

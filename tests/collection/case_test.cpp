@@ -360,6 +360,59 @@ TEST_F(WatchedCase, a_renamed_object_is_followed) {
     EXPECT_EQ("Top.appModel.FlowSheetObjects.Streams.Crude Gas.Temperature", Shown(path));
 }
 
+// Also when another takes the name, and when two change theirs.
+TEST_F(WatchedCase, renamed_objects_are_kept_under_the_names_that_they_have) {
+    const std::string streams = kStreams;
+    raw_->Add(*At(Raw(), streams + ".Sales Gas"));
+    raw_->Add(*At(Raw(), streams + ".Sales Gas.Temperature"));
+    raw_->Add(*At(Raw(), streams + ".Raw Gas"));
+    const Names paths = ValuesOf(*raw_, "path");
+    ASSERT_TRUE(Open().Rename(Stream("Raw Gas"), "Aside"));
+    ASSERT_TRUE(Open().Rename(Stream("Sales Gas"), "Raw Gas"));
+    ASSERT_TRUE(Open().Rename(Stream("Aside"), "Sales Gas"));
+    const Names renamed = {"Top." + streams + ".Sales Gas.Temperature",
+                           "Top." + streams + ".Raw Gas", "Top." + streams + ".Raw Gas.Temperature",
+                           "Top." + streams + ".Sales Gas"};
+    EXPECT_EQ(renamed, ValuesOf(*raw_, "path"));
+    EXPECT_NE(paths, renamed);
+    const std::string kept = XmlOf(*raw_);
+    XmlOf(*neutral_);
+    EXPECT_EQ(Names({streams + ".Sales Gas.Temperature", streams + ".Raw Gas",
+                     streams + ".Raw Gas.Temperature", streams + ".Sales Gas"}),
+              PathsOf(*raw_));
+    const Collected again = MakeCollection();
+    ASSERT_TRUE(again->Load(kept.c_str(), *Raw()));
+    ExpectSameNodes(*raw_, *again);
+    EXPECT_EQ(kept, XmlOf(*again));
+    EXPECT_EQ(Names({"Flowsheet.Stream(Sales Gas).Temperature"}), PathsOf(*neutral_));
+}
+
+TEST_F(WatchedCase, a_node_under_the_former_name_of_an_item_is_another_item) {
+    const std::string temperature = std::string(kStreams) + ".Raw Gas.Temperature";
+    ASSERT_TRUE(Open().Rename(Stream("Raw Gas"), "Crude Gas"));
+    ASSERT_TRUE(Open().Rename(Stream("Sales Gas"), "Raw Gas"));
+    FICollectionElement* const known = raw_->ItemAt(0);
+    FICollectionElement* const added = raw_->Add(*At(Raw(), temperature));
+    ASSERT_TRUE(added);
+    EXPECT_NE(known, added);
+    EXPECT_EQ(Names({std::string(kStreams) + ".Crude Gas.Temperature", temperature}),
+              PathsOf(*raw_));
+    EXPECT_EQ("30", ValuesOf(*raw_)[0]);
+}
+
+TEST_F(WatchedCase, an_item_that_is_gone_gives_way_to_one_that_is_called_so_now) {
+    raw_->Add(*At(Raw(), std::string(kStreams) + ".Sales Gas.Temperature"));
+    ASSERT_TRUE(Open().Delete(Stream("Raw Gas")));
+    host_.RunHostLoop();
+    ASSERT_TRUE(Open().Rename(Stream("Sales Gas"), "Raw Gas"));
+    EXPECT_EQ(2, raw_->Count());
+    EXPECT_EQ("Node invalid", ValuesOf(*raw_)[0]);
+    XmlOf(*raw_);
+    EXPECT_EQ(Names({std::string(kStreams) + ".Raw Gas.Temperature"}), PathsOf(*raw_));
+    EXPECT_EQ(Names({"Top." + std::string(kStreams) + ".Raw Gas.Temperature"}),
+              ValuesOf(*raw_, "path"));
+}
+
 TEST_F(WatchedCase, of_a_closed_case_nothing_is_read) {
     host_.Close(Open());
     host_.RunHostLoop();

@@ -211,6 +211,7 @@ void SoakClient::UseHeld(Held& held) {
     if (held.was_live && !live) ++counts_.lost;
     held.was_live = live;
     const int disturbances = disturbances_;
+    const long acts = selections_.Acts();
     const std::string answer = held.subject->Do(op);
     if (op == Op::rest) {
         const bool moved = held.kind == Kind::attribute_cursor || held.kind == Kind::lent_cursor ||
@@ -223,7 +224,8 @@ void SoakClient::UseHeld(Held& held) {
     if (!live) return CheckGone(held, op, answer);
     if (IsLive(held)) {
         // What happened meanwhile may have stored, too.
-        if (op == Op::store && disturbances != disturbances_) return;
+        const bool is_alone = disturbances == disturbances_ && acts == selections_.Acts();
+        if (op == Op::store && !is_alone) return;
         return CheckLive(held, op, answer);
     }
     if (op == Op::store && held.field != Field::object && answer != "\"Node deleted\"") {

@@ -113,6 +113,16 @@ void SoakSelections::Make() {
     held_.push_back(std::move(made));
 }
 
+std::string SoakSelections::TextOf(Selection& of) {
+    std::string text = of.face->AsXml();
+    if (of.is_dropped) return text;
+    FollowNames(of);
+    std::size_t places = 0;
+    for (auto at = text.find(" loc="); at != text.npos; at = text.find(" loc=", at + 1)) ++places;
+    if (places != of.items.size()) fail_("kept are " + text);
+    return text;
+}
+
 // What is pasted is another one's, or nothing.
 void SoakSelections::MakePasted(const SoakView& view) {
     auto made = std::make_shared<Selection>();
@@ -120,7 +130,8 @@ void SoakSelections::MakePasted(const SoakView& view) {
     std::string text = "<CollectionBackup/>";
     const Held other = Any();
     if (other && other->neutral == view.neutral) {
-        text = other->face->AsXml();
+        text = TextOf(*other);
+        if (other->is_dropped) return;
         made->items = other->items;
     }
     Selection& of = *made;
@@ -195,6 +206,51 @@ void SoakSelections::Find(const Selection& of, Item& item) {
     if (number >= 0) Bind(item, number, of.case_number, of.removals);
 }
 
+// Who was renamed is kept under the new name. One that is gone gives way to it, and of two on one
+// object the one that was called so before stays.
+void SoakSelections::FollowNames(Selection& of) {
+    if (!of.has_top || !IsLive(of.case_number, of.removals)) return;
+    std::vector<Item*> moved;
+    for (Item& each : of.items) {
+        if (each.is_top || each.number < 0 || !IsLive(each)) continue;
+        if (each.name == world_.At(each.number).name &&
+            each.holder == world_.HolderName(each.number))
+            continue;
+        each.name = world_.At(each.number).name;
+        each.holder = world_.HolderName(each.number);
+        moved.push_back(&each);
+    }
+    std::vector<const Item*> gone;
+    const auto is_in = [](const auto& list, const Item* item) {
+        return std::find(list.begin(), list.end(), item) != list.end();
+    };
+    for (auto planted = moved.begin(); planted != moved.end(); ++planted) {
+        const std::vector<Item*> later(planted, moved.end());
+        for (const Item& each : of.items) {
+            if (is_in(later, &each) || is_in(gone, &each) || !each.HasPathOf(**planted)) continue;
+            gone.push_back(each.number >= 0 && IsLive(each) ? *planted : &each);
+            break;
+        }
+    }
+    if (!gone.empty()) ++of.list_changes;
+    std::vector<Item> left;
+    for (const Item& each : of.items) {
+        if (!is_in(gone, &each)) left.push_back(each);
+    }
+    of.items.swap(left);
+}
+
+// Before a search the names are followed.
+bool SoakSelections::PrepareSearch(Selection& of) {
+    if (!Misses(of)) return false;
+    const long list_changes = of.list_changes;
+    const std::string text = of.face->AsXml();
+    if (of.is_dropped) return true;
+    if (list_changes != of.list_changes) Drop(of);
+    if (!of.is_dropped) FollowNames(of);
+    return true;
+}
+
 // A search in whose middle the case changed may have missed what moved: then it is let go.
 bool SoakSelections::IsSure(Selection& of, long changes, bool searched) {
     if (of.is_dropped) return false;
@@ -248,8 +304,9 @@ void SoakSelections::Check(const Selection& of, const Item& item, const std::str
 // ---- Operations
 
 void SoakSelections::Add(Selection& of) {
+    TextOf(of);
     const SoakView* found = ViewFor(of);
-    if (!found || of.items.size() >= kItems) return;
+    if (of.is_dropped || !found || of.items.size() >= kItems) return;
     const SoakView view = *found;
     const int number = dice_.OneIn(20) ? -1 : world_.Any(view.case_number, dice_.OneIn(6));
     if (number < 0 && !dice_.OneIn(20)) return;
@@ -269,8 +326,10 @@ void SoakSelections::Add(Selection& of) {
     const bool is_taken = known != of.items.end() && known->number >= 0 && IsLive(*known) &&
                           known->number != item.number;
     const long changes = world_.Changes();
+    const long list_changes = of.list_changes;
     const bool is_added = of.face->Add(*node);
     if (!IsSure(of, changes, true)) return;
+    if (list_changes != of.list_changes) return Drop(of);
     if (is_added != (same_tree && !is_taken)) {
         return fail_(Describe(of, item) + (is_added ? " is added" : " is not added"));
     }
@@ -313,10 +372,11 @@ void SoakSelections::Remove(Selection& of) {
 void SoakSelections::Read(Selection& of) {
     const std::string row = dice_.OneIn(4) ? "status" : "value";
     const long changes = world_.Changes();
-    const long list_changes = of.list_changes;
-    const bool searches = of.is_watching && Misses(of);
+    const bool searches = PrepareSearch(of) && of.is_watching;
+    if (of.is_dropped) return;
     if (of.is_watching) FindMissing(of);
     const std::vector<Item> expected = of.items;
+    const long list_changes = of.list_changes;
     ++of.in_use;
     const std::vector<std::string> answers = of.face->Read(row.c_str());
     --of.in_use;
@@ -326,7 +386,8 @@ void SoakSelections::Read(Selection& of) {
 }
 
 void SoakSelections::Store(Selection& of) {
-    const bool searches = of.is_watching && Misses(of);
+    const bool searches = PrepareSearch(of) && of.is_watching;
+    if (of.is_dropped) return;
     if (of.is_watching) FindMissing(of);
     std::vector<std::string> texts;
     bool all_live = true;
@@ -357,6 +418,8 @@ void SoakSelections::Walk(Selection& of) {
         of.walk = Ref<FICollectionIteratorBase>::Adopt(items->MakeIterator());
     }
     const Ref<FICollectionIteratorBase> walk = of.walk;
+    PrepareSearch(of);
+    if (of.is_dropped) return;
     const bool is_on = dice_.OneIn(3) ? walk->Previous() : walk->Next();
     if (is_on != walk->IsValid()) return fail_("a walk that moved stands on nothing");
     FIValue value;
@@ -386,7 +449,8 @@ void SoakSelections::SaveAndLoad(Selection& of) {
     FICollectionBase* items = of.face->Plain();
     const SoakView* view = ViewFor(of);
     if (!items || !view) return;
-    const std::string text = of.face->AsXml();
+    const std::string text = TextOf(of);
+    if (of.is_dropped) return;
     const long changes = world_.Changes();
     ++of.list_changes;
     ++counts_.loads;
@@ -412,9 +476,10 @@ void SoakSelections::Watch(Selection& of) {
         items->StopWatching();
         return;
     }
+    const bool searches = PrepareSearch(of);
+    if (of.is_dropped) return;
     of.is_watching = true;
     const long changes = world_.Changes();
-    const bool searches = Misses(of);
     FindMissing(of);
     items->StartWatching();
     IsSure(of, changes, searches);
@@ -430,7 +495,8 @@ void SoakSelections::Join(Selection& of) {
         const bool was_joined = std::exchange(of.joined[ear], true);
         const bool automation = !of.face->Plain();
         const long changes = world_.Changes();
-        const bool searches = automation && !of.is_watching && Misses(of);
+        const bool searches = automation && !of.is_watching && PrepareSearch(of);
+        if (of.is_dropped) return;
         if (!of.face->Join(ear)) {
             of.joined[ear] = was_joined;
             if (automation || !of.items.empty()) fail_("a subscriber is not taken");

@@ -39,6 +39,8 @@ class SoakSelections final : private World::Witness {
     void Step();
     // The client does something else.
     void Acted() { ++acts_; }
+    // How often it did something.
+    long Acts() const { return acts_; }
     void LetGo();
     const Counts& Count() const { return counts_; }
 
@@ -106,6 +108,9 @@ class SoakSelections final : private World::Witness {
     void FindAll(Selection& of);
     bool IsSure(Selection& of, long changes, bool searched);
     bool Misses(const Selection& of) const;
+    bool PrepareSearch(Selection& of);
+    void FollowNames(Selection& of);
+    std::string TextOf(Selection& of);
     void Heard(Selection& of, int ear, int place, int kind);
     // World::Witness
     void OnBegin(int case_number) override;
