@@ -3,12 +3,14 @@
 
 #include "collection/collection.h"
 
+#include <algorithm>
+
 #include "collection/collection_iterator.h"
 #include "collection/node_search.h"
 #include "collection/shielded_collection.h"
 #include "collection/step_ids.h"
 #include "framework/iterator/shielded_iterator.h"
-#include "framework/nodes/subscribers.h"
+#include "framework/nodes/change_round.h"
 #include "framework/path/path_match.h"
 
 namespace fixtop {
@@ -19,6 +21,11 @@ constexpr int kKinds[] = {kNodeDeleted, kValueChanged, kStructureChanged};
 
 bool IsNowhere(FIIterator& node) {
     return node.EntryAt(node.Depth()) == EmptyEntry() || node.IsGone();
+}
+
+// The node of the item lives, and is called otherwise by now.
+bool IsOfAnother(const FICollectionElement& item, const FIIterator& node) {
+    return item.node && !item.node->IsGone() && item.node->Place().ComparePlaces(node) != 0;
 }
 
 std::string NameOf(const FIIterator& top) {
@@ -63,17 +70,42 @@ bool Collection::IsInTree(FIIterator& node) const {
     return !top_ || top_->Life() == node.Life();
 }
 
+// Those that are added one after the other share their way down to some node.
+std::vector<StepId> Collection::IdsOf(FIIterator& node) {
+    const Way last = std::move(last_way_);
+    const auto depth = static_cast<std::size_t>(node.Depth());
+    Way way{Ref<FIIterator>::Adopt(node.Copy()), std::vector<StepId>(depth), 0};
+    std::size_t shared = 0;
+    if (last.node && node.Life() == last.node->Life() && node.Life()->IsCurrent(last.revision)) {
+        const auto is_same = [&](int level) {
+            return last.node->EntryAt(level) == node.EntryAt(level);
+        };
+        const std::size_t most = std::min(depth, last.ids.size());
+        while (shared < most && is_same(static_cast<int>(shared) + 1)) ++shared;
+        std::copy_n(last.ids.begin(), shared, way.ids.begin());
+    }
+    const auto at = Ref<FIIterator>::Adopt(node.Copy());
+    for (std::size_t level = depth; level > shared; --level) {
+        way.ids[level - 1] = IdOf(*at);
+        at->Up();
+    }
+    std::vector<StepId> ids = way.ids;
+    // Where nobody knows whether something was renamed the next one is asked again.
+    if (!node.Life()) return ids;
+    way.revision = node.Life()->Revision();
+    last_way_ = std::move(way);
+    return ids;
+}
+
 FICollectionElement* Collection::StepTo(FIIterator& node) {
     if (node.Depth() >= kMostSteps) return nullptr;
-    std::vector<StepId> ids;
-    for (const auto at = Ref<FIIterator>::Adopt(node.Copy()); at->Depth() > 0; at->Up()) {
-        ids.push_back(IdOf(*at));
-        if (ids.back().text.IsNull()) return nullptr;
-    }
+    std::vector<StepId> ids = IdsOf(node);
+    const auto has_no_text = [](const StepId& id) { return id.text.IsNull(); };
+    if (std::any_of(ids.begin(), ids.end(), has_no_text)) return nullptr;
     if (!root_) root_ = std::make_unique<FICollectionElement>(*this, NameOf(node));
     FICollectionElement* step = root_.get();
     try {
-        for (auto id = ids.rbegin(); id != ids.rend(); ++id) step = &StepBelow(*step, *id);
+        for (const StepId& id : ids) step = &StepBelow(*step, id);
     } catch (...) {
         Prune(step);
         throw;
@@ -99,6 +131,7 @@ FICollectionElement* Collection::AddBefore(FIIteratorBase& given, FICollectionEl
     FICollectionElement* item = StepTo(*node);
     if (!item) return nullptr;
     const bool is_new = !item->IsItem();
+    if (!is_new && IsOfAnother(*item, *node)) return nullptr;
     if (is_new) items_.Insert(*item, Contains(behind) ? behind : nullptr);
     try {
         if (!top_) top_ = TopOf(*node);
@@ -127,6 +160,7 @@ int Collection::AddMatches(FIIteratorBase& from, const FIValue& path) {
 void Collection::Bind(FICollectionElement& item, FIIterator& node) {
     LeaveAlone(item);
     item.node = Ref<FIReference>::Adopt(static_cast<FIReference*>(node.MakeReference()));
+    item.is_end_told = false;
     ShowIn(item.Units(), *static_cast<FIIterator*>(item.node->GetIterator()));
     if (is_watching_) Listen(item);
 }
@@ -144,6 +178,7 @@ void Collection::Prune(FICollectionElement* step) {
         if (!parent) {
             root_.reset();
             top_.Reset();
+            last_way_ = {};
             return;
         }
         parent->RemoveChild(*step);
@@ -173,6 +208,7 @@ void Collection::Clear() {
         items_.TakeOut(*each);
     }
     top_.Reset();
+    last_way_ = {};
     const std::unique_ptr<FICollectionElement> steps = std::move(root_);
 }
 
@@ -187,7 +223,7 @@ int Collection::IndexOf(const FICollectionElement* item) {
 // ---- nodes are looked for ----
 
 void Collection::FindMissing() {
-    if (!top_) return;
+    if (!top_ || top_->IsGone()) return;
     NodeSearch search([this](FICollectionElement& item, FIIterator& node) { Bind(item, node); });
     for (FICollectionElement* each = items_.First(); each; each = each->Next()) {
         if (!each->node) search.Want(*each);
@@ -196,7 +232,7 @@ void Collection::FindMissing() {
 }
 
 void Collection::Find(FICollectionElement& item) {
-    if (!top_) return;
+    if (!top_ || top_->IsGone()) return;
     NodeSearch search([this](FICollectionElement& found, FIIterator& node) { Bind(found, node); });
     search.Want(item);
     search.Run(*Ref<FIIterator>::Adopt(top_->Copy()));
@@ -212,10 +248,9 @@ Ref<FIReference> Collection::NodeOf(FICollectionElement& item) {
 template <int kKind>
 void Collection::OnChange(void* owner, int) {
     auto& item = *static_cast<FICollectionElement*>(owner);
-    // The reference tells its end as a change of value, too.
-    const bool is_end = item.node && item.node->GetState() == FIReference::kDeleted;
-    if (is_end && kKind != kNodeDeleted) return;
-    item.Owner().Tell(item, kKind);
+    // Whichever list is told first, and the reference tells its end as a change of value, too.
+    const bool is_end = item.node && item.node->IsGone();
+    item.Owner().Tell(item, is_end ? kNodeDeleted : kKind);
 }
 
 void Collection::Listen(FICollectionElement& item) {
@@ -249,11 +284,13 @@ void Collection::StopWatching() {
     for (FICollectionElement* each = items_.First(); each; each = each->Next()) LeaveAlone(*each);
 }
 
-// What a case tells in one round is one change, though a reference hears of it more than once.
+// What a case tells in one round is one change, though a reference hears of it more than once. Who
+// was told of a change that came within a call knows of the one around it, too.
 void Collection::Tell(FICollectionElement& item, int kind) {
-    const std::uint64_t round = SubscriberList::PresentRound();
-    if (!is_watching_ || (round != 0 && item.told_in == round)) return;
+    const std::uint64_t round = ChangeRound::Present();
+    if (!is_watching_ || item.is_end_told || (round != 0 && item.told_in >= round)) return;
     item.told_in = round;
+    item.is_end_told = kind == kNodeDeleted;
     const auto self = Ref<Collection>::Share(this);
     const ItemPosition place(items_, item);
     subscribers_.Tell(&item, kind, [&] { return is_watching_ && place.Item() == &item; });

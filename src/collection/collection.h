@@ -11,9 +11,12 @@
 // Limits: a way has at most kMostSteps steps, which is what the reader of the backup form takes.
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "collection/collection_subscribers.h"
 #include "collection/item_list.h"
+#include "collection/step_ids.h"
 #include "diagnostics/instance_counts.h"
 #include "fixtop/collection.h"
 #include "framework/iterator/iterator.h"
@@ -22,7 +25,6 @@
 namespace fixtop {
 
 struct ReadSelection;
-struct StepId;
 
 class Collection : public FICollectionBase, private Counted<CountedClass::FICollectionBase> {
  public:
@@ -84,11 +86,19 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     ~Collection() override;
 
  private:
+    // The ids down to a node, which held at a revision of its case.
+    struct Way {
+        Ref<FIIterator> node;
+        std::vector<StepId> ids;
+        std::uint64_t revision = 0;
+    };
+
     template <int kKind>
     static void OnChange(void* item, int);
 
     // At the root of the tree in which an iterator stands, with no units or variables of its own.
     static Ref<FIIterator> TopOf(const FIIterator& node);
+    std::vector<StepId> IdsOf(FIIterator& node);
     // The steps to a node, of which the missing ones are made; null when the way is too long.
     FICollectionElement* StepTo(FIIterator& node);
     FICollectionElement& StepBelow(FICollectionElement& step, const StepId& id);
@@ -113,6 +123,8 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     std::unique_ptr<FICollectionElement> root_;
     // Stands on the node of the root; null until a node was added.
     Ref<FIIterator> top_;
+    // To the node that was added last.
+    Way last_way_;
     ItemList items_;
     CollectionSubscribers subscribers_;
     bool is_watching_ = false;

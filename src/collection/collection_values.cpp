@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Collection: values of all items, and the texts in which it is kept.
 
+#include <algorithm>
+
 #include "collection/backup_reader.h"
 #include "collection/backup_writer.h"
 #include "collection/collection.h"
@@ -71,16 +73,23 @@ void Collection::Store(FICollectionElement& item, const FIValue& attribute, cons
     ShowIn(own, it);
 }
 
+// Who hears of a store may remove and add items: each value is for the item that was at its place
+// at the beginning.
 void Collection::SetValues(const FIValue& attribute, const FIValue* values, int count,
                            const FIValue& unit, FIValue* outs) {
     const auto self = Ref<Collection>::Share(this);
     if (is_watching_) FindMissing();
+    const std::vector<std::uint32_t> arrivals = items_.FirstArrivals(count);
     SelectionBatch batch(top_ ? top_->EntryAt(0) : nullptr);
-    int index = 0;
-    for (ItemPosition at(items_); index < count && at.Next(); ++index) {
+    auto next = arrivals.begin();
+    for (ItemPosition at(items_); next != arrivals.end() && at.Next();) {
+        const auto found = std::find(next, arrivals.end(), at.Item()->Arrival());
+        if (found == arrivals.end()) continue;
+        next = found + 1;
+        const auto place = found - arrivals.begin();
         FIValue out;
-        if (!values[index].IsNull()) Store(*at.Item(), attribute, values[index], unit, out);
-        if (outs) outs[index] = std::move(out);
+        if (!values[place].IsNull()) Store(*at.Item(), attribute, values[place], unit, out);
+        if (outs) outs[place] = std::move(out);
     }
     batch.Solve();
 }

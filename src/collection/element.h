@@ -63,6 +63,8 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     bool HasUnits() const { return units_ != nullptr; }
 
     bool IsItem() const { return is_item_; }
+    // No other item of the collection ever has the same.
+    std::uint32_t Arrival() const { return arrival_; }
     // The item behind this one; null for the last.
     FICollectionElement* Next() const { return next_; }
 
@@ -74,6 +76,8 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     bool is_wanted = false;
     // The subscriptions at the node are there.
     bool is_watched = false;
+    // The end of the node was told.
+    bool is_end_told = false;
     // It leads to an item that is to be written; the place of an item among those.
     bool is_written = false;
     int written_rank = 0;
@@ -89,6 +93,7 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     FICollectionElement* next_ = nullptr;
     FICollectionElement* previous_ = nullptr;
     int rank_ = 0;
+    std::uint32_t arrival_ = 0;
     bool is_item_ = false;
     std::unique_ptr<Children> children_;
     std::unique_ptr<ItemUnits> units_;

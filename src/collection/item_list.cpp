@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "collection/item_list.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace fixtop {
@@ -44,6 +45,15 @@ int ItemList::RankOf(const FICollectionElement& item) {
     return item.rank_;
 }
 
+std::vector<std::uint32_t> ItemList::FirstArrivals(int count) const {
+    std::vector<std::uint32_t> arrivals;
+    arrivals.reserve(static_cast<std::size_t>(std::clamp(count, 0, count_)));
+    for (const auto* each = first_; each && count > 0; each = each->next_, --count) {
+        arrivals.push_back(each->arrival_);
+    }
+    return arrivals;
+}
+
 void ItemList::Insert(FICollectionElement& item, FICollectionElement* behind) {
     item.is_item_ = true;
     if (item.position == FICollectionElement::kNoItem) {
@@ -54,6 +64,7 @@ void ItemList::Insert(FICollectionElement& item, FICollectionElement* behind) {
     (item.previous_ ? item.previous_->next_ : first_) = &item;
     (behind ? behind->previous_ : last_) = &item;
     item.rank_ = count_++;
+    item.arrival_ = arrivals_++;
     if (!behind) return;
     is_numbered_ = false;
     // Nobody knows on which side the place asked for last was.

@@ -5,6 +5,8 @@
 // ItemPosition: a place in the list that survives changes: where its item is taken out it stands
 // before the one behind, on none.
 
+#include <vector>
+
 #include "collection/element.h"
 
 namespace fixtop {
@@ -24,6 +26,8 @@ class ItemList {
     FICollectionElement* At(int index);
     // Of an item of this list.
     int RankOf(const FICollectionElement& item);
+    // By what the first items, at most all, are known as long as they are items.
+    std::vector<std::uint32_t> FirstArrivals(int count) const;
 
     void Append(FICollectionElement& item) { Insert(item, nullptr); }
     // Before an item of this list; behind the last for null.
@@ -41,6 +45,7 @@ class ItemList {
     FICollectionElement* first_ = nullptr;
     FICollectionElement* last_ = nullptr;
     int count_ = 0;
+    std::uint32_t arrivals_ = 0;
     // The ranks within the items are right.
     bool is_numbered_ = true;
     // The place asked for last.

@@ -29,9 +29,25 @@ int PlaceAmongSiblings(FIIterator& node) {
     return place;
 }
 
-StepId PlaceId(int place) {
+// With as many zeros in front that nobody is called so.
+StepId PlaceId(FIIterator& node, int place) {
     if (place < 0) return {};
-    return {FIValue(std::to_string(place).c_str()), Sought::kByPlace};
+    const auto list = Ref<FIIterator>::Adopt(node.Copy());
+    list->Up();
+    std::string id = std::to_string(place);
+    while (Ref<FIIterator>::Adopt(list->Copy())->SeekChild(id.c_str())) id.insert(0, "0");
+    return {FIValue(id.c_str()), Sought::kByPlace};
+}
+
+// Of several with one name and key the first is found by it.
+bool IsFirstOfKey(FIIterator& node, const FIValue& id) {
+    const std::string name = NameOfKeyed(id.CStr());
+    const auto probe = Ref<FIIterator>::Adopt(node.Copy());
+    if (name.empty() || !probe->Up() || !probe->SeekChild(name.c_str())) return false;
+    while (!probe->Equal(node)) {
+        if (KeyedIdOf(*probe).Compare(id) == 0 || !probe->Next()) return false;
+    }
+    return true;
 }
 
 // Where the key of an id begins: behind a name that may be in quotes.
@@ -52,13 +68,13 @@ FIValue KeyedIdOf(FIIterator& node) {
 
 StepId IdOf(FIIterator& node) {
     FIValue id = KeyedIdOf(node);
-    if (!id.IsNull()) return {std::move(id), Sought::kByKey};
+    if (!id.IsNull() && IsFirstOfKey(node, id)) return {std::move(id), Sought::kByKey};
     node.GetListedKey(id);
-    if (id.Kind() == FIValue::kInt) return PlaceId(id.AsInt());
+    if (id.Kind() == FIValue::kInt) return PlaceId(node, id.AsInt());
     if (id.IsText() && id.Length() > 0 && LeadsTo(id.CStr(), node)) {
         return {std::move(id), Sought::kByName};
     }
-    return PlaceId(PlaceAmongSiblings(node));
+    return PlaceId(node, PlaceAmongSiblings(node));
 }
 
 std::string NameOfKeyed(std::string_view id) {

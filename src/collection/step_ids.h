@@ -2,8 +2,8 @@
 #pragma once
 
 // What the steps of a collection are called. A node with a key is its name and key as in a path,
-// "Stream(Raw Gas)"; any other is what its parent lists it under, and one to which that does not
-// lead is its place among its siblings.
+// "Stream(Raw Gas)"; any other is what its parent lists it under, and one to which neither leads,
+// since a sibling before it is called the same, is its place among its siblings.
 
 #include <string>
 

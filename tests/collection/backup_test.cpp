@@ -340,6 +340,24 @@ TEST_F(KeyedList, a_child_that_is_called_like_a_name_with_a_key_goes_first) {
     EXPECT_EQ(Words({"\"Stream(Feed)\""}), Paths());
 }
 
+// Nothing but their place tells them apart, and a number in front of a name may be the name of one.
+TEST_F(KeyedList, elements_of_one_key_are_all_kept) {
+    keys_[1]->Set("value", "Raw Gas");
+    top_.Add("3").Set("value", 30);
+    top_.Add("03").Set("value", 31);
+    for (int i : {3, 2, 8, 9}) AddChildAt(i);
+    EXPECT_EQ(Backup(" <Pathnode id=\"Top\">\n"
+                     "  <Pathnode id=\"003\" loc=\"0\"/>\n"
+                     "  <Pathnode id=\"03\" loc=\"3\"/>\n"
+                     "  <Pathnode id=\"3\" loc=\"2\"/>\n"
+                     "  <Pathnode id=\"Stream(Raw Gas)\" loc=\"1\"/>\n"
+                     " </Pathnode>\n"),
+              Xml());
+    EXPECT_EQ(Words({"21", "20", "30", "31"}), Values());
+    EXPECT_EQ("*#3", Paths()[0]);
+    ExpectSameAgain();
+}
+
 // ---- what can't be found or read
 
 TEST_F(BackupText, a_step_that_is_not_found_stays_with_its_place_and_unit) {

@@ -53,7 +53,9 @@ class CaseItems : public SelectedCase {
         if (!node.DownFirst()) return 0;
         int added = 0;
         do {
-            EXPECT_TRUE(items.Add(node));
+            FIValue path;
+            FixtopPathTo(&node, path);
+            EXPECT_TRUE(items.Add(node)) << path.ToText();
             ++added;
             const NodeRef below = NodeRef::Adopt(node.Copy());
             if (node.Depth() < depth) added += AddAll(items, *below, depth);
@@ -82,11 +84,18 @@ class CaseItems : public SelectedCase {
             at_same->GetPath(whole_same);
             ASSERT_EQ(whole.ToText(), whole_same.ToText());
         }
+        for (const char* row : {"id", "value"}) {
+            ASSERT_EQ(ValuesOf(items, row), ValuesOf(others, row));
+        }
     }
     void ExpectComesBack(NodeRef root, int depth, int at_least) {
         const Collected items = MakeCollection();
-        AddAll(*items, *NodeRef::Adopt(root->Copy()), depth);
+        const char* more = std::getenv("FIXTOP_COLLECTION_DEPTH");
+        if (more) depth += std::atoi(more);
+        const int added = AddAll(*items, *NodeRef::Adopt(root->Copy()), depth);
+        EXPECT_EQ(added, items->Count());
         EXPECT_LE(at_least, items->Count());
+        if (more) std::printf("%d items down to level %d\n", items->Count(), depth);
         const std::string written = XmlOf(*items);
         const Collected again = MakeCollection();
         ASSERT_TRUE(again->Load(written.c_str(), *root));
@@ -308,13 +317,31 @@ TEST_F(WatchedCase, a_store_of_somebody_else_is_told) {
     });
 }
 
+// Also of the root, and with the lists of subscribers emptied by another client that has left.
+TEST_F(WatchedCase, a_change_is_told_once_of_each_item) {
+    raw_->Add(*Raw());
+    raw_->Add(*At(Raw(), std::string(kStreams) + ".Raw Gas"));
+    neutral_->Add(*Neutral());
+    neutral_->Add(*At(Neutral(), "Flowsheet.Stream(Raw Gas)"));
+    FixtopNotify notify = nullptr;
+    Ref<FIEntry> other = Ref<FIEntry>::Adopt(GetTopFIEntry(&notify));
+    for (const char* name : {"Crude Gas", "Raw Gas"}) {
+        ASSERT_TRUE(Open().Rename(Stream(name[0] == 'C' ? "Raw Gas" : "Crude Gas"), name));
+        ForBoth([](FICollectionBase&, Ear& ear) {
+            EXPECT_EQ(std::vector<int>(3, kValueChanged), ear.kinds);
+            ear.kinds.clear();
+        });
+        other.Reset();
+    }
+}
+
 TEST_F(WatchedCase, the_deletion_of_the_object_is_told_once) {
     ASSERT_TRUE(Open().Delete(Stream("Raw Gas")));
     host_.RunHostLoop();
     ForBoth([](FICollectionBase& items, Ear& ear) {
         ValuesOf(items);
         EXPECT_EQ(Names({"Node deleted"}), ValuesOf(items));
-        EXPECT_EQ(1, std::count(ear.kinds.begin(), ear.kinds.end(), kNodeDeleted));
+        EXPECT_EQ(std::vector<int>({kNodeDeleted}), ear.kinds);
     });
     // What is loaded anew does not find it.
     const Collected again = MakeCollection();
@@ -349,6 +376,14 @@ TEST_F(WatchedCase, of_a_closed_case_nothing_is_read) {
         EXPECT_EQ(Names({kNothingRead}), ValuesOf(items));
         EXPECT_EQ(kept, XmlOf(items));
     });
+}
+
+TEST_F(WatchedCase, the_root_of_a_closed_case_is_not_found_again) {
+    raw_->Add(*Raw());
+    host_.Close(Open());
+    host_.RunHostLoop();
+    ASSERT_TRUE(raw_->FromXml(XmlOf(*raw_).c_str()));
+    EXPECT_EQ(Names({kNothingRead, kNothingRead}), ValuesOf(*raw_));
 }
 
 TEST_F(WatchedCase, of_a_host_that_was_taken_out_nothing_is_read) {

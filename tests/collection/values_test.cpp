@@ -237,6 +237,35 @@ TEST_F(ItemValues, survive_an_item_that_goes_while_they_are_read) {
     EXPECT_EQ(Words({"3", kNothingRead, kNothingRead, kNothingRead}), ValuesOf(*items_));
 }
 
+TEST_F(ItemValues, are_stored_into_the_items_for_which_they_were_given) {
+    items_->AddMatches(*top_.Iterate(), Text("*.*"));
+    // The one that stores removes the next, and another becomes an item.
+    Variable(0, 0).on_write = [this](FIVarSet*, const std::string&) {
+        Variable(0, 0).on_write = nullptr;
+        items_->RemoveAt(1);
+        items_->RemoveAt(4);
+        Add("Feed.Pressure");
+    };
+    std::vector<FIValue> outs(6, Text("left over"));
+    items_->SetValues(Text("value"), Numbers({10, 20, 30, 40, 50, 60}).data(), 6, FIValue(),
+                      outs.data());
+    EXPECT_EQ(Words({"10", "30", "40", "50", "2"}), Values());
+    EXPECT_EQ("left over", Shown(outs[1]));
+    EXPECT_TRUE(outs[4].IsNull());
+    EXPECT_EQ("left over", Shown(outs[5]));
+}
+
+TEST_F(ItemValues, are_stored_though_an_item_comes_between) {
+    items_->AddMatches(*top_.Iterate(), Text("Feed.*"));
+    Variable(0, 0).on_write = [this](FIVarSet*, const std::string&) {
+        Variable(0, 0).on_write = nullptr;
+        items_->AddBefore(*At("Product.Temperature"), items_->ItemAt(1));
+        items_->AddBefore(*At("Product.Pressure"), items_->ItemAt(0));
+    };
+    items_->SetValues(Text("value"), Numbers({10, 20, 30}).data(), 3, FIValue(), nullptr);
+    EXPECT_EQ(Words({"5", "10", "4", "20", "30"}), Values());
+}
+
 TEST_F(ItemValues, survive_an_iterator_that_is_let_go_while_it_stores) {
     Add("Feed.Temperature");
     FICollectionIteratorBase* it = items_->MakeIterator();

@@ -307,24 +307,47 @@ TEST_F(Watching, the_key_of_an_item_brings_its_node_up_to_date) {
 }
 
 // A top that tells of a change tells subscribers of values and those of structure in one round.
-TEST_F(Watching, tells_of_a_change_of_the_case_once) {
-    FINotify notify = nullptr;
-    const auto source = top_.Entry();
-    const auto context = Ref<FIContext>::Adopt(source->GetContext());
-    const auto top = Ref<FIEntry>::Share(new FITopEntry(context.Get(), &notify, nullptr));
-    const auto it = Ref<FIIterator>::Adopt(new FIIterator(top.Get(), false));
-    for (ScriptNode* stream : top_.children) {
-        for (ScriptNode* variable : stream->children) variable->can_notify = false;
+class WatchingTop : public Watching {
+ protected:
+    WatchingTop() {
+        for (ScriptNode* stream : top_.children) {
+            for (ScriptNode* variable : stream->children) variable->can_notify = false;
+        }
+        const auto source = top_.Entry();
+        const auto context = Ref<FIContext>::Adopt(source->GetContext());
+        entry_ = Ref<FIEntry>::Share(new FITopEntry(context.Get(), &notify_, nullptr));
+        for (const char* path : {"Feed.Temperature", "Feed.Pressure"}) {
+            const auto it = Ref<FIIterator>::Adopt(new FIIterator(entry_.Get(), false));
+            EXPECT_TRUE(it->SeekPath(Text(path)));
+            EXPECT_TRUE(of_top_->Add(*it));
+        }
+        listener_.Join(*of_top_);
+        of_top_->StartWatching();
     }
-    ASSERT_TRUE(it->SeekPath(Text("Feed.Temperature")));
-    const Collected items = Collection::Make();
-    ASSERT_TRUE(items->Add(*it));
-    listener_.Join(*items);
-    items->StartWatching();
-    notify(0);
-    EXPECT_EQ(Heard({{items->ItemAt(0), kValueChanged}}), listener_.heard);
-    notify(0);
-    EXPECT_EQ(2u, listener_.heard.size());
+
+    FINotify notify_ = nullptr;
+    Ref<FIEntry> entry_;
+    const Collected of_top_ = Collection::Make();
+};
+
+TEST_F(WatchingTop, tells_of_a_change_of_the_case_once) {
+    const Heard once = {{of_top_->ItemAt(0), kValueChanged}, {of_top_->ItemAt(1), kValueChanged}};
+    notify_(0);
+    EXPECT_EQ(once, listener_.heard);
+    notify_(0);
+    EXPECT_EQ(4u, listener_.heard.size());
+}
+
+TEST_F(WatchingTop, a_change_within_a_call_is_told_in_place_of_the_one_around_it) {
+    FICollectionElement* const first = of_top_->ItemAt(0);
+    FICollectionElement* const second = of_top_->ItemAt(1);
+    listener_.act = [&] {
+        listener_.act = nullptr;
+        notify_(0);
+    };
+    notify_(0);
+    EXPECT_EQ(Heard({{first, kValueChanged}, {first, kValueChanged}, {second, kValueChanged}}),
+              listener_.heard);
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 #include "framework/nodes/subscribers.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "diagnostics/memory_guard.h"
+#include "framework/nodes/change_round.h"
 
 namespace fixtop {
 
@@ -40,7 +40,7 @@ template <class Wanted>
 void SubscriberList::Tell(bool deletion, Wanted wanted) {
     if (records_.empty()) return;
     ++rounds_;
-    const std::uint64_t outer = std::exchange(present_round_, ++rounds_begun_);
+    const ChangeRound round;
     const Place last = std::prev(records_.end());
     for (Place each = records_.begin();; ++each) {
         if (each->active && wanted(*each)) {
@@ -50,7 +50,6 @@ void SubscriberList::Tell(bool deletion, Wanted wanted) {
         }
         if (each == last) break;
     }
-    present_round_ = outer;
     if (--rounds_ == 0 && erase_pending_) EraseInactive();
 }
 

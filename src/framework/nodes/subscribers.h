@@ -31,9 +31,6 @@ class SubscriberList {
     // Frees every record; inside a round the records are only made inactive.
     void Clear();
     bool IsEmpty() const { return records_.empty(); }
-    // The number of the round that is running, of whichever list; 0 outside of any. What several
-    // records hear of one event they hear in one round.
-    static std::uint64_t PresentRound() { return present_round_; }
 
  private:
     struct Record {
@@ -79,9 +76,6 @@ class SubscriberList {
     template <class Wanted>
     void Tell(bool deletion, Wanted wanted);
     void EraseInactive();
-
-    static inline std::uint64_t present_round_ = 0;
-    static inline std::uint64_t rounds_begun_ = 0;
 
     Records records_;
     // The active ones.
