@@ -29,15 +29,33 @@ bool ComesBack(const Node& node) {
     const std::string path = node.Path();
     if (IsPlain(path)) return true;
     const Ref<FICollectionBase> saved = NewCollection();
-    if (!saved->Add(node.Iterator())) return false;
     FIValue text;
-    saved->ToXml(text);
+    const auto write = [&] {
+        if (!saved->Add(node.Iterator())) return false;
+        saved->ToXml(text);
+        return true;
+    };
+    if (!Whole(write)) return false;
     const Ref<FICollectionBase> read = NewCollection();
-    if (!read->FromXml(text.ToText().c_str()) || read->Count() != 1) return false;
+    const std::string xml = text.ToText();
+    if (!Whole([&] { return read->FromXml(xml.c_str()); }) || read->Count() != 1) return false;
     return PathOf(*FirstOf(*read)) == PathOf(*FirstOf(*saved));
 }
 
+using TextOfItem = std::string (*)(FICollectionIteratorBase& item);
+std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
+    std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(collection.Count()));
+    for (const auto at = FirstOf(collection); at->IsValid(); at->Next()) texts.push_back(text(*at));
+    return texts;
+}
+
 }  // namespace
+
+FICollectionBase& Renewed(FICollectionBase& collection) {
+    collection.Renew();
+    return collection;
+}
 
 Ref<FICollectionBase> NewCollection() {
     return Ref<FICollectionBase>::Adopt(Given(FixtopMakeCollection()));
@@ -53,6 +71,12 @@ std::string PathOf(FICollectionIteratorBase& item) {
     FIValue path;
     item.GetPath(path);
     return path.ToText();
+}
+
+std::string UnitOf(FICollectionIteratorBase& item) {
+    FIValue unit, spec_unit;
+    item.GetUnits(unit, spec_unit);
+    return unit.ToText();
 }
 
 int WayOf(FICollectionIteratorBase& item) {
@@ -81,8 +105,8 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 bool Selection::Add(const Node& node, const std::string& unit) {
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
-    const int before = collection_->Count();
-    FICollectionElement* const item = collection_->Add(node.Iterator());
+    const int before = Renewed(*collection_).Count();
+    FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
     if (!item) throw Refused(node.Path(), "is in another tree than the selection");
     if (collection_->Count() != before) return true;
     if (unit.empty()) return false;
@@ -95,7 +119,7 @@ bool Selection::Add(const Node& node, const std::string& unit) {
 
 bool Selection::Remove(const std::string& path) {
     const Pattern wanted(path);
-    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
+    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
         const std::string item = PathOf(*at);
         if (item == path || wanted.IsSame(Pattern(item))) return collection_->Remove(at->Item());
     }
@@ -103,19 +127,37 @@ bool Selection::Remove(const std::string& path) {
 }
 
 std::string Selection::Path(std::size_t item) const {
+    Renewed(*collection_);
     return PathOf(*ItemAt(item));
 }
 
 std::string Selection::Unit(std::size_t item) const {
-    FIValue unit, spec_unit;
-    ItemAt(item)->GetUnits(unit, spec_unit);
-    return unit.ToText();
+    return UnitOf(*ItemAt(item));
+}
+
+std::vector<std::string> Selection::Paths() const {
+    return OfEach(Renewed(*collection_), PathOf);
+}
+
+std::vector<std::string> Selection::Units() const {
+    return OfEach(*collection_, UnitOf);
 }
 
 std::optional<Node> Selection::NodeOf(std::size_t item) const {
-    const auto at = ItemAt(item);
-    if (!root_ || !IsKnown(*at)) return std::nullopt;
-    const auto node = Ref<FIReferenceBase>::Adopt(at->GetNode());
+    return NodeAt(*ItemAt(item));
+}
+
+void Selection::ForEachNode(const NodeVisitor& visit) const {
+    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next()) {
+        visit(PathOf(*at), NodeAt(*at));
+    }
+}
+
+std::optional<Node> Selection::NodeAt(FICollectionIteratorBase& item) const {
+    if (!root_ || !IsKnown(item) || WayOf(item) == FICollectionIteratorBase::kNoWay) {
+        return std::nullopt;
+    }
+    const auto node = Ref<FIReferenceBase>::Adopt(item.GetNode());
     if (!node) return std::nullopt;
     return Node(root_->OpenCase(), Ref<FIIteratorBase>::Adopt(Given(node->Copy())));
 }

@@ -11,10 +11,13 @@
 namespace fixtop::client {
 
 Ref<FICollectionBase> NewCollection();
+// With the paths that lead to its nodes as they are called now.
+FICollectionBase& Renewed(FICollectionBase& collection);
 // On the first item.
 Ref<FICollectionIteratorBase> FirstOf(FICollectionBase& collection);
 // Of the item on which it stands.
 std::string PathOf(FICollectionIteratorBase& item);
+std::string UnitOf(FICollectionIteratorBase& item);
 // How its path leads to its node, which is there and alive.
 int WayOf(FICollectionIteratorBase& item);
 // Its node is the one that was chosen, as far as anything tells it.

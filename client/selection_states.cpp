@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 
+#include "case_state.h"
 #include "fixtop/client/near_names.h"
 #include "fixtop/client/pattern.h"
 #include "fixtop/client/selection.h"
@@ -87,9 +88,9 @@ class Search {
         for (const Missing& each : missing) wanted_.emplace(each.step, &each);
     }
     void Run(const Node& root) {
-        Node start = root;
-        start.Iterator().SetVarText("skipattachments", "1");
-        Visit(start, "", 0);
+        auto start = Ref<FIIteratorBase>::Adopt(Given(root.Iterator().Copy()));
+        start->SetVarText("skipattachments", "1");
+        Visit(Node(root.OpenCase(), std::move(start)), "", 0);
     }
 
  private:
@@ -125,7 +126,7 @@ std::vector<ItemState> Selection::States() const {
     std::vector<ItemState> states(Size());
     std::vector<Missing> missing;
     std::size_t index = 0;
-    for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next(), ++index) {
+    for (const auto at = FirstOf(Renewed(*collection_)); at->IsValid(); at->Next(), ++index) {
         ItemState& state = states[index];
         state.path = PathOf(*at);
         state.kind = KindOf(WayOf(*at));

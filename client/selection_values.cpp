@@ -6,6 +6,7 @@
 
 #include "fixtop/client/selection.h"
 #include "selection_items.h"
+#include "texts.h"
 
 namespace fixtop::client {
 
@@ -74,6 +75,27 @@ void Selection::Read(const SelectedValues& into) const {
     for (const auto at = FirstOf(*collection_); at->IsValid(); at->Next()) {
         IsKnown(*at) ? read.Take(*at, index++) : read.Skip(index++);
     }
+}
+
+std::vector<std::string> Selection::Store(std::span<const std::string> typed,
+                                          const std::string& unit) {
+    std::vector<FIValue> values(std::min(typed.size(), Size()));
+    std::vector<std::string> wrong(values.size());
+    FIValue type;
+    std::size_t index = 0;
+    for (const auto at = FirstOf(*collection_); index < values.size(); at->Next(), ++index) {
+        const std::string& text = typed[index];
+        if (text.empty()) continue;
+        at->GetAttribute(FIValue("type"), type);
+        auto value = TypedValue(type.ToText(), text);
+        if (!value) wrong[index] = NoNumber(text);
+        if (value) values[index] = std::move(*value);
+    }
+    std::vector<std::string> refused = Store(std::span<const FIValue>(values), unit);
+    for (std::size_t i = 0; i < refused.size(); ++i) {
+        if (refused[i].empty()) refused[i] = std::move(wrong[i]);
+    }
+    return refused;
 }
 
 std::vector<std::string> Selection::Store(std::span<const FIValue> values,

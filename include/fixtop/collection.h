@@ -96,6 +96,10 @@ class FICollectionBase {
     // Several attributes of each item in one pass, item by item: `values` has room for Count()
     // times `count` values. Each as GetValues has it.
     virtual void GetRows(const FIValue* attributes, int count, FIValue* values) = 0;
+    // Items whose nodes are called otherwise by now, or stand elsewhere, get the paths that lead to
+    // them, at their places in the order; all elements may be new then. How many. Without it the
+    // path of an item stays the one by which it was chosen or found.
+    virtual int Renew() { return 0; }
     // Add, but what becomes an item comes before this one; the last for one that is none of this
     // collection's.
     virtual FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement*) {
@@ -131,8 +135,9 @@ class FICollectionIteratorBase : public FIEntry {
     virtual int Depth() = 0;
     virtual void GetStep(int level, FIValue& out) = 0;
     // How the path of an item with a node leads there: by names and keys; by the place in a list
-    // where that is the id of a step; or by the place with which a name begins that nobody has,
-    // which may be another node than the one that was chosen.
+    // where that is the id of a step; or by a place where a name was meant, that nobody has: one
+    // with which the name begins, or of a node that has a name. It may be another node than the one
+    // that was chosen.
     enum Way : int { kNoWay = 0, kByNames = 1, kByPlaces = 2, kByLikelyPlace = 3 };
     virtual int GetWay() = 0;
     // The item's own units of value and specification, also without a node; NULL for the node's.

@@ -69,6 +69,7 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     FICollectionElement* ItemAt(int index) override { return items_.At(index); }
     void GetRootId(FIValue& out) override;
     void GetRows(const FIValue* attributes, int count, FIValue* values) override;
+    int Renew() override;
     FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override;
 
     // Load, of the form of selections alone.
@@ -99,6 +100,8 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     // At the root of the tree in which an iterator stands, with no units or variables of its own.
     static Ref<FIIterator> TopOf(const FIIterator& node);
     std::vector<StepId> IdsOf(FIIterator& node);
+    std::vector<StepId> PresentIds(FICollectionElement& item);
+    void Rebuild(const std::vector<std::vector<StepId>>& ways);
     // The steps to a node, of which the missing ones are made; null when the way is too long.
     FICollectionElement* StepTo(FIIterator& node);
     FICollectionElement& StepBelow(FICollectionElement& step, const StepId& id);
@@ -125,6 +128,8 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     Ref<FIIterator> top_;
     // To the node that was added last.
     Way last_way_;
+    // The items were called as their nodes at this revision of the case.
+    std::uint64_t renewed_at_ = 0;
     ItemList items_;
     CollectionSubscribers subscribers_;
     bool is_watching_ = false;

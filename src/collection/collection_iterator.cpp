@@ -19,12 +19,14 @@ FIIterator& IteratorOf(FIReference& node) {
 }
 
 int WayOf(const FICollectionElement& step) {
-    using Sought = FICollectionElement::Sought;
-    if (step.sought != Sought::kByPlace) return FICollectionIteratorBase::kByNames;
-    const std::string_view id = step.Id();
-    return id.find_first_not_of("0123456789") == std::string_view::npos
-               ? FICollectionIteratorBase::kByPlaces
-               : FICollectionIteratorBase::kByLikelyPlace;
+    switch (step.sought) {
+        case FICollectionElement::Sought::kByPlace:
+            return FICollectionIteratorBase::kByPlaces;
+        case FICollectionElement::Sought::kByLikelyPlace:
+            return FICollectionIteratorBase::kByLikelyPlace;
+        default:
+            return FICollectionIteratorBase::kByNames;
+    }
 }
 
 bool IsUnitRow(const FIValue& name) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Collection: values of all items, and the texts in which it is kept.
 
-#include <algorithm>
-
 #include "collection/backup_reader.h"
 #include "collection/backup_writer.h"
 #include "collection/collection.h"
@@ -17,19 +15,23 @@ namespace {
 
 constexpr char kNoSuchUnit[] = "Unable to find unit";
 
+const FICollectionElement* OverNext(const FICollectionElement& item) {
+    return item.Next() ? item.Next()->Next() : nullptr;
+}
+
 // What the next items are read from lies scattered in memory and is reached step by step: a step
-// for each item on the way here.
+// for every second item on the way here, in which time one comes from afar.
 void PrefetchBehind(const FICollectionElement& item) {
     using Ask = void (FIReference::*)() const;
     constexpr Ask steps[] = {&FIReference::PrefetchNode, &FIReference::PrefetchPlace,
                              &FIReference::PrefetchSelf};
-    const FICollectionElement* ahead = item.Next();
+    const FICollectionElement* ahead = OverNext(item);
     for (const Ask ask : steps) {
         if (!ahead) return;
         if (ahead->node) (*ahead->node.*ask)();
-        ahead = ahead->Next();
+        ahead = OverNext(*ahead);
     }
-    if (ahead) Prefetch(ahead, sizeof *ahead);
+    if (ahead) ahead->PrefetchSelf();
 }
 
 }  // namespace
@@ -80,13 +82,14 @@ void Collection::SetValues(const FIValue& attribute, const FIValue* values, int 
     const auto self = Ref<Collection>::Share(this);
     if (is_watching_) FindMissing();
     const std::vector<std::uint32_t> arrivals = items_.FirstArrivals(count);
+    const std::uint32_t latest = items_.NextArrival();
     SelectionBatch batch(top_ ? top_->EntryAt(0) : nullptr);
-    auto next = arrivals.begin();
-    for (ItemPosition at(items_); next != arrivals.end() && at.Next();) {
-        const auto found = std::find(next, arrivals.end(), at.Item()->Arrival());
-        if (found == arrivals.end()) continue;
-        next = found + 1;
-        const auto place = found - arrivals.begin();
+    std::size_t place = 0;
+    for (ItemPosition at(items_); at.Next();) {
+        const std::uint32_t arrival = at.Item()->Arrival();
+        if (arrival >= latest) continue;
+        while (place < arrivals.size() && arrivals[place] != arrival) ++place;
+        if (place == arrivals.size()) break;
         FIValue out;
         if (!values[place].IsNull()) Store(*at.Item(), attribute, values[place], unit, out);
         if (outs) outs[place] = std::move(out);

@@ -15,6 +15,7 @@
 #include "fixtop/ref.h"
 #include "fixtop/value.h"
 #include "framework/reference/reference.h"
+#include "platform/prefetch.h"
 
 namespace fixtop {
 
@@ -23,7 +24,14 @@ class Collection;
 class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
  public:
     // How the id leads from the node above to this one; unknown until it has.
-    enum class Sought : std::uint8_t { kUnknown, kByName, kByKey, kByPlace };
+    enum class Sought : std::uint8_t {
+        kUnknown,
+        kByName,
+        kByKey,
+        kByPlace,
+        // With which a name begins, or that could have been told by name.
+        kByLikelyPlace
+    };
 
     struct ById {
         using is_transparent = void;
@@ -61,6 +69,11 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     ItemUnits Units() const { return units_ ? *units_ : ItemUnits(); }
     void SetUnits(const ItemUnits& units);
     bool HasUnits() const { return units_ != nullptr; }
+
+    void PrefetchSelf() const {
+        Prefetch(&node);
+        Prefetch(&next_);
+    }
 
     bool IsItem() const { return is_item_; }
     // No other item of the collection ever has the same.

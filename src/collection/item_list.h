@@ -28,6 +28,8 @@ class ItemList {
     int RankOf(const FICollectionElement& item);
     // By what the first items, at most all, are known as long as they are items.
     std::vector<std::uint32_t> FirstArrivals(int count) const;
+    // Later than that of any item that there was.
+    std::uint32_t NextArrival() const { return arrivals_; }
 
     void Append(FICollectionElement& item) { Insert(item, nullptr); }
     // Before an item of this list; behind the last for null.

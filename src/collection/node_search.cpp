@@ -56,7 +56,9 @@ void NodeSearch::VisitByName(FICollectionElement& step, FIIterator& node) {
 void NodeSearch::VisitByPlace(FICollectionElement& step, FIIterator& node) {
     const int place = PlaceOf(step.Id());
     if (place < 0 || !node.Down(place)) return;
-    step.sought = Sought::kByPlace;
+    // What can be told by name was never chosen by its place.
+    const bool is_told = IsPlaceId(step.Id()) && NameIdOf(node).text.IsNull();
+    step.sought = is_told ? Sought::kByPlace : Sought::kByLikelyPlace;
     Visit(step, node);
     node.Up();
 }

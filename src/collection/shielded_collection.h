@@ -60,6 +60,9 @@ class Shielded<T> final : public T {
     FICollectionElement* AddBefore(FIIteratorBase& node, FICollectionElement* behind) override {
         return memory::Or(nullptr, [&] { return T::AddBefore(node, behind); });
     }
+    int Renew() override {
+        return memory::Or(0, [this] { return T::Renew(); });
+    }
     int AddMatches(FIIteratorBase& from, const FIValue& path) override {
         return memory::Or(-1, [&] { return T::AddMatches(from, path); });
     }

@@ -66,15 +66,27 @@ FIValue KeyedIdOf(FIIterator& node) {
     return id;
 }
 
-StepId IdOf(FIIterator& node) {
+StepId NameIdOf(FIIterator& node) {
     FIValue id = KeyedIdOf(node);
     if (!id.IsNull() && IsFirstOfKey(node, id)) return {std::move(id), Sought::kByKey};
     node.GetListedKey(id);
-    if (id.Kind() == FIValue::kInt) return PlaceId(node, id.AsInt());
     if (id.IsText() && id.Length() > 0 && LeadsTo(id.CStr(), node)) {
         return {std::move(id), Sought::kByName};
     }
-    return PlaceId(node, PlaceAmongSiblings(node));
+    return {};
+}
+
+StepId IdOf(FIIterator& node) {
+    StepId name = NameIdOf(node);
+    if (!name.text.IsNull()) return name;
+    FIValue place;
+    node.GetListedKey(place);
+    const bool is_told = place.Kind() == FIValue::kInt;
+    return PlaceId(node, is_told ? place.AsInt() : PlaceAmongSiblings(node));
+}
+
+bool IsPlaceId(std::string_view id) {
+    return !id.empty() && id.find_first_not_of("0123456789") == id.npos;
 }
 
 std::string NameOfKeyed(std::string_view id) {
@@ -93,7 +105,7 @@ int PlaceOf(std::string_view id) {
 }
 
 std::string WrittenStep(const FICollectionElement& step) {
-    const std::string id(step.Id());
+    std::string id(step.Id());
     switch (step.sought) {
         case Sought::kByKey:
             return id;
@@ -103,6 +115,7 @@ std::string WrittenStep(const FICollectionElement& step) {
             if (!NameOfKeyed(id).empty()) return id;
             break;
         case Sought::kByName:
+        case Sought::kByLikelyPlace:
             break;
     }
     return WrittenKey(id);

@@ -19,6 +19,9 @@ struct StepId {
 
 // Of a node below the root; NULL when it has no name there.
 StepId IdOf(FIIterator& node);
+// The same by its name, NULL where no name leads to it.
+StepId NameIdOf(FIIterator& node);
+bool IsPlaceId(std::string_view id);
 // Of a node with a key, NULL for any other.
 FIValue KeyedIdOf(FIIterator& node);
 // The name in front of the key of an id that may be a name and a key; empty when it is none.

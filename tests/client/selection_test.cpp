@@ -194,6 +194,24 @@ TEST_F(ClientSelection, a_name_with_a_leading_number_is_no_place_on_another_case
     for (const Node& node : streams) EXPECT_NE("1", node.Text());
 }
 
+// Streams have names, so that one is never told by its place.
+TEST_F(ClientSelection, a_name_that_is_a_number_is_no_place_on_another_case) {
+    {
+        const Case plant = Case::Open(CaseWith("Raw Gas", "2"));
+        Selection selection(plant.Top());
+        selection.Add(plant.At(std::string(kStreams) + "\"2\".Temperature"));
+        selection.Save(File("two.xml"));
+        EXPECT_EQ(ItemState::Kind::kSame, Selection::Load(File("two.xml"), plant).States()[0].kind);
+    }
+    const Case other = Case::Open(Case::kDemo);
+    Selection selection = Selection::Load(File("two.xml"), other);
+    EXPECT_FALSE(IsThere(selection.States()[0]));
+    EXPECT_EQ(std::string(kStreams) + "2.Temperature", selection.Path(0));
+    EXPECT_FALSE(selection.NodeOf(0));
+    EXPECT_THAT(selection.Store(std::vector{FIValue::OfReal(1)}),
+                ElementsAre("No element exists under this node"));
+}
+
 TEST_F(ClientSelection, stores_into_its_items_and_tells_what_was_refused) {
     const Case plant = Case::Open(Case::kDemo);
     Selection selection = TwoTemperatures(plant);
@@ -203,6 +221,60 @@ TEST_F(ClientSelection, stores_into_its_items_and_tells_what_was_refused) {
     EXPECT_NEAR(35, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
     EXPECT_THAT(selection.Store(std::vector{FIValue::OfReal(305)}, "K"), ElementsAre(""));
     EXPECT_NEAR(31.85, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
+}
+
+TEST_F(ClientSelection, stores_values_as_they_are_typed) {
+    const Case plant = Case::Open(Case::kDemo);
+    Selection selection = TwoTemperatures(plant);
+    const std::vector<std::string> typed = {" 35", "warm"};
+    EXPECT_THAT(selection.Store(typed), ElementsAre("", "not a number: warm"));
+    EXPECT_NEAR(35, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
+    const std::vector<std::string> nothing = {"", ""};
+    EXPECT_THAT(selection.Store(nothing), ElementsAre("", ""));
+    EXPECT_NEAR(35, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
+    const std::vector<std::string> many(5, "40");
+    EXPECT_EQ(2u, selection.Store(many).size());
+}
+
+TEST_F(ClientSelection, tells_all_paths_units_and_nodes) {
+    const Case plant = Case::Open(Case::kDemo);
+    const Selection selection = TwoTemperatures(plant);
+    const std::vector<std::string> paths = selection.Paths();
+    EXPECT_THAT(paths, ElementsAre(selection.Path(0), selection.Path(1)));
+    EXPECT_THAT(selection.Units(), ElementsAre("", "K"));
+    std::vector<std::string> visited;
+    selection.ForEachNode([&](const std::string& path, const std::optional<Node>& node) {
+        ASSERT_TRUE(node);
+        EXPECT_EQ(plant.At(path), *node);
+        visited.push_back(path);
+    });
+    EXPECT_EQ(paths, visited);
+}
+
+TEST_F(ClientSelection, is_published_beside_its_case) {
+    Case::Open(Case::kDemo).Save(File("plant.json"));
+    const Case plant = Case::Open(File("plant.json"));
+    EXPECT_EQ(File("plant.atpub"), plant.PublishedFile());
+    const Selection selection = TwoTemperatures(plant);
+    EXPECT_EQ(File("plant.atpub"), selection.Publish());
+    selection.Save(File("two.xml"));
+    EXPECT_EQ(TextOf(File("two.xml")), TextOf(File("plant.atpub")));
+    EXPECT_EQ(2u, plant.At("\"QSI Published Variables\"").Children().size());
+}
+
+TEST_F(ClientSelection, that_its_case_does_not_have_whole_is_not_published) {
+    TwoTemperatures(Case::Open(Case::kDemo)).Save(File("two.xml"));
+    Selection neutral(Case::Open(Case::kDemo).Neutral());
+    EXPECT_THROW(neutral.Publish(), CaseError);
+    const Case other = Case::Open(CaseWith("Raw Gas", "Raw Gaz"));
+    try {
+        Selection::Load(File("two.xml"), other).Publish();
+        ADD_FAILURE() << "was published";
+    } catch (const CaseError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("Raw Gas"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(File("changed.atpub")));
+    EXPECT_THROW(Selection::Load(File("two.xml")).Publish(), CaseError);
 }
 
 TEST_F(ClientSelection, a_file_that_is_none_is_told_and_one_that_fails_to_be_written_stays) {

@@ -8,6 +8,7 @@
 // from 0 in their order. Where an item has no node its path, place and unit are kept.
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -49,6 +50,11 @@ struct ItemState {
     std::vector<std::string> candidates;  // paths that lead to nodes, the likeliest first
 };
 
+// It has a node.
+inline bool IsThere(const ItemState& state) {
+    return state.kind == ItemState::Kind::kSame || state.kind == ItemState::Kind::kByPlace;
+}
+
 class Selection {
  public:
     // Empty, of nodes below this root: Case::Top, or Case::Neutral.
@@ -56,10 +62,16 @@ class Selection {
     // Reads a file in which a selection was saved, and looks for its nodes in the view that it was
     // chosen from. Throws CaseError, with the file and what is wrong.
     static Selection Load(const std::string& file, const Case& on);
+    // There is something under this name that Load can try to read.
+    static bool IsFile(const std::string& file);
     // The same without a case: items can be told and removed, and what is left be saved.
     static Selection Load(const std::string& file);
     // Throws CaseError; the file is as it was then.
     void Save(const std::string& file) const;
+    // Saves it beside the file of its case, which lists its items as "QSI Published Variables" from
+    // then on; answers the name of the file. Throws CaseError: for a case without a file, nodes of
+    // the neutral view, and items that the case does not have, which are named.
+    std::string Publish() const;
 
     std::size_t Size() const;
     // False when it is an item already, whose unit becomes this one unless that is empty. Throws
@@ -68,12 +80,20 @@ class Selection {
     // By the path of an item, however it is written. False when there is no such one.
     bool Remove(const std::string& path);
 
+    // Below which its nodes are; null without a case.
+    const std::optional<Node>& Root() const { return root_; }
     // Below the root.
     std::string Path(std::size_t item) const;
     // In which it is shown; empty for the node's own.
     std::string Unit(std::size_t item) const;
-    // Null when the item has none.
+    // Null when the item has none. It shows its value in its own unit, not in that of the item.
     std::optional<Node> NodeOf(std::size_t item) const;
+    using NodeVisitor =
+        std::function<void(const std::string& path, const std::optional<Node>& node)>;
+    void ForEachNode(const NodeVisitor& visit) const;
+    // Of all items, in one pass.
+    std::vector<std::string> Paths() const;
+    std::vector<std::string> Units() const;
 
     // What has become of each item. One that is not the same has no node: nothing else is ever
     // shown in its place.
@@ -84,6 +104,10 @@ class Selection {
     // unit that is not empty is that of all values. Answers for each the text by which it was
     // refused, empty when it was taken.
     std::vector<std::string> Store(std::span<const FIValue> values, const std::string& unit = "");
+    // The same with values as they are typed: where the node is a number the text has to be one. An
+    // empty text leaves an item as it is.
+    std::vector<std::string> Store(std::span<const std::string> typed,
+                                   const std::string& unit = "");
 
     // For what this face does not have; lent.
     FICollectionBase& Collection() const { return *collection_; }
@@ -92,6 +116,7 @@ class Selection {
     Selection(std::optional<Node> root, Ref<FICollectionBase> collection)
         : root_(std::move(root)), collection_(std::move(collection)) {}
     Ref<FICollectionIteratorBase> ItemAt(std::size_t item) const;
+    std::optional<Node> NodeAt(FICollectionIteratorBase& item) const;
 
     std::optional<Node> root_;
     Ref<FICollectionBase> collection_;

@@ -12,11 +12,8 @@ namespace fixtop {
 
 namespace {
 
-constexpr char kExtension[] = ".atpub";
-
 std::string PublishedFile(host::SimulationCase& simulation_case) {
-    const host::FileName& document = simulation_case.GetDocumentName();
-    return document.DriveAndPath().Str() + document.Name().Str() + kExtension;
+    return simulation_case.GetDocumentName().PublishedFile().Str();
 }
 
 // Empty when there is none, or one that is too long to be read.
