@@ -100,6 +100,10 @@ FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps,
 // when it is no selection.
 FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
                                             IQSICollection** collection);
+// The same of what IQSICollection::GetAsXml has answered, whose items stay also where their nodes
+// are not found; a selection is read as well.
+FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
+                                           IQSICollection** collection);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
 // null keeps the one it has, and with an
 // empty name none is written. Each line also goes to `listener`, until the next call; null for

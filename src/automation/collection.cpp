@@ -8,6 +8,7 @@
 #include "automation/held_node.h"
 #include "automation/member.h"
 #include "automation/read_value.h"
+#include "collection/collection.h"
 
 namespace fixtop {
 
@@ -69,7 +70,8 @@ HRESULT CQSICollection::Store(std::int32_t count, const Value* values, const cha
     return RunMember([&] {
         const int stored = std::min(count, held->Count());
         const auto size = static_cast<std::size_t>(stored);
-        std::vector<FIValue> given(size), outs(size);
+        // What is removed by whoever hears of a store before it was its turn is not stored.
+        std::vector<FIValue> given(size), outs(size, FIValue(kNothingToWrite));
         std::transform(values, values + stored, given.begin(), convert);
         held->SetValues(ValueName(), given.data(), stored, TextOrNull(unit), outs.data());
         return std::ranges::all_of(outs, &FIValue::IsNull) ? kResultOk : kResultFalse;

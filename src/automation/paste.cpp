@@ -10,7 +10,17 @@
 
 namespace fixtop {
 
-HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out) {
+namespace {
+
+using Reader = Ref<FICollectionBase> (*)(const char* text, FIIteratorBase& from);
+
+Ref<FICollectionBase> ReadAnyForm(const char* text, FIIteratorBase& from) {
+    Ref<FICollectionBase> made = MakeCollection();
+    return made->Load(text, from) ? std::move(made) : Ref<FICollectionBase>();
+}
+
+HRESULT MakeOf(Reader read, IUnknown* node, const char* text, std::int32_t size,
+               IQSICollection** out) {
     if (!out) return kResultPointer;
     *out = nullptr;
     Ref<FIIteratorBase> place;
@@ -19,10 +29,20 @@ HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQS
     if (!text || size <= 0) return kResultFalse;
     const HRESULT result = HandOutObject(out, [&]() -> IQSICollection* {
         const std::string terminated(text, static_cast<std::size_t>(size));
-        Ref<FICollectionBase> made = MakeCollectionOf(terminated.c_str(), *place);
+        Ref<FICollectionBase> made = read(terminated.c_str(), *place);
         return made ? new CQSICollection(std::move(made)) : nullptr;
     });
     return result == kResultFalse ? kResultFail : result;
+}
+
+}  // namespace
+
+HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out) {
+    return MakeOf(MakeCollectionOf, node, text, size, out);
+}
+
+HRESULT LoadCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out) {
+    return MakeOf(ReadAnyForm, node, text, size, out);
 }
 
 }  // namespace fixtop

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// A selection that another process has put on the clipboard, as a collection.
+// Collections of texts: of the selection that another process has put on the clipboard, and of what
+// a collection was kept in.
 
 #include "fixtop/automation/collection.h"
 
@@ -11,5 +12,7 @@ namespace fixtop {
 // tree of `node`, a node object. kResultFalse when there is no text, kResultFail when it is no
 // selection.
 HRESULT PasteCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out);
+// The same of a text of the backup form or of the form of selections.
+HRESULT LoadCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out);
 
 }  // namespace fixtop

@@ -67,6 +67,11 @@ HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
     return PasteCollection(node, text, size, collection);
 }
 
+HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
+                             IQSICollection** collection) {
+    return LoadCollection(node, text, size, collection);
+}
+
 void QSIPrint(int indent) {
     memory::OrNothing([=] { ReportInstances(CountGroup::kAutomation, indent); });
 }

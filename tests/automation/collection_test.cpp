@@ -189,6 +189,14 @@ TEST_F(QsiCollection, refused_value_is_told) {
     EXPECT_EQ("7;;9;", Values()) << "the others are stored";
 }
 
+TEST_F(QsiCollection, value_whose_item_leaves_before_its_turn_is_not_told_as_stored) {
+    AddAll();
+    fake_->items[1]->leaves = true;
+    const std::int32_t numbers[] = {7, 8, 9};
+    EXPECT_EQ(kResultFalse, collection_->SetValueInts(3, numbers, nullptr));
+    EXPECT_EQ("7;;9;", Values());
+}
+
 TEST_F(QsiCollection, values_are_read_as_reals) {
     AddAll();
     fake_->items[0]->value = FIValue::OfReal(1.5);

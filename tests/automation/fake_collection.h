@@ -24,6 +24,8 @@ class FakeCollection final : public FICollectionBase {
         // What GetValues answers; a store changes it unless it is refused.
         FIValue value;
         bool refuses = false;
+        // Is removed while values are stored, before it is its turn.
+        bool leaves = false;
     };
 
     FakeCollection() { ++alive; }
@@ -54,6 +56,7 @@ class FakeCollection final : public FICollectionBase {
         ++stores;
         for (int i = 0; i < count; ++i) {
             Item& item = *items[static_cast<std::size_t>(i)];
+            if (item.leaves) continue;
             outs[i].Clear();
             if (item.refuses) outs[i].SetText("Not Supported");
             if (!item.refuses && !values[i].IsNull()) item.value = values[i];

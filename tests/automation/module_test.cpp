@@ -403,6 +403,32 @@ TEST_F(CollectionsOfModule, items_without_a_number_are_nan_and_keep_what_they_ha
     EXPECT_EQ("33", ReadOf(*ChildOf(Top(), kTemperature), "value"));
 }
 
+TEST_F(CollectionsOfModule, collection_is_loaded_from_what_it_was_kept_in) {
+    const auto kept = Matches("appModel.FlowSheetObjects.Streams.*.Pressure");
+    const auto text_of = [](IQSICollection& items) {
+        return TakeText([&](char** out) { return items.GetAsXml(out); });
+    };
+    const std::string text = text_of(*kept);
+    const auto load = [&](const std::string& from, IQSICollection** out) {
+        return FixtopLoadCollection(&Top(), from.c_str(), static_cast<int>(from.size()), out);
+    };
+    const auto loaded = Take<IQSICollection>([&](IQSICollection** out) { return load(text, out); });
+    EXPECT_EQ(Values(*kept), Values(*loaded));
+    EXPECT_EQ(text, text_of(*loaded));
+    const std::string gone =
+        "<CollectionBackup><Pathnode id=\"Top\"><Pathnode id=\"nowhere\" loc=\"0\"/></Pathnode>"
+        "</CollectionBackup>";
+    const auto lost = Take<IQSICollection>([&](IQSICollection** out) { return load(gone, out); });
+    EXPECT_EQ(std::make_pair(std::vector<double>(), std::ptrdiff_t{1}), NumbersOf(Values(*lost)));
+    for (const char* broken : {"<CollectionBackup>", "<Other/>", "no text of a collection"}) {
+        EXPECT_EQ(kResultFail,
+                  Refused<IQSICollection>([&](IQSICollection** out) { return load(broken, out); }));
+    }
+    EXPECT_EQ(kResultFalse,
+              Refused<IQSICollection>([&](IQSICollection** out) { return load("", out); }));
+    EXPECT_EQ(kResultPointer, load(text, nullptr));
+}
+
 TEST_F(CollectionsOfModule, selection_is_pasted_from_where_an_iterator_stands) {
     const auto entry = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
     const auto place = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(entry.Get(), false));

@@ -255,6 +255,17 @@ TEST_F(ItemValues, are_stored_into_the_items_for_which_they_were_given) {
     EXPECT_EQ("left over", Shown(outs[5]));
 }
 
+TEST_F(ItemValues, are_stored_though_an_item_comes_between) {
+    items_->AddMatches(*top_.Iterate(), Text("Feed.*"));
+    Variable(0, 0).on_write = [this](FIVarSet*, const std::string&) {
+        Variable(0, 0).on_write = nullptr;
+        items_->AddBefore(*At("Product.Temperature"), items_->ItemAt(1));
+        items_->AddBefore(*At("Product.Pressure"), items_->ItemAt(0));
+    };
+    items_->SetValues(Text("value"), Numbers({10, 20, 30}).data(), 3, FIValue(), nullptr);
+    EXPECT_EQ(Words({"5", "10", "4", "20", "30"}), Values());
+}
+
 TEST_F(ItemValues, survive_an_iterator_that_is_let_go_while_it_stores) {
     Add("Feed.Temperature");
     FICollectionIteratorBase* it = items_->MakeIterator();

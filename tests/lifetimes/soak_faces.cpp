@@ -114,8 +114,8 @@ class AutomationFace final : public SelectionFace {
         const auto place = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(&root, false));
         const Ref<IQSINode> node = NodeAt(*place);
         items_ = Take<IQSICollection>([&](IQSICollection** out) {
-            return FixtopPasteCollection(node.Get(), text.c_str(), static_cast<int>(text.size()),
-                                         out);
+            return FixtopLoadCollection(node.Get(), text.c_str(), static_cast<int>(text.size()),
+                                        out);
         });
         if (!items_) return;
         point_ = Take<IQSIConnectionPoint>(
