@@ -33,8 +33,9 @@ bool IsPlain(const std::string& path) {
 }
 
 bool ComesBack(const Node& node) {
-    const std::string path = node.Path();
-    if (IsPlain(path)) return true;
+    FIValue path;
+    node.Iterator().GetPath(path);
+    if (IsPlain(path.ToText())) return true;
     const Ref<FICollectionBase> saved = NewCollection();
     FIValue text;
     const auto write = [&] {

@@ -82,7 +82,7 @@ std::vector<StepId> Collection::IdsOf(FIIterator& node) {
     }
     const auto at = Ref<FIIterator>::Adopt(node.Copy());
     for (std::size_t level = depth; level > shared; --level) {
-        way.ids[level - 1] = IdOf(*at);
+        way.ids[level - 1] = IdOf(*at, siblings_);
         at->Up();
     }
     std::vector<StepId> ids = way.ids;
@@ -184,7 +184,7 @@ void Collection::Prune(FICollectionElement* step) {
         if (!parent) {
             root_.reset();
             top_.Reset();
-            last_way_ = {};
+            ForgetLists();
             return;
         }
         parent->RemoveChild(*step);
@@ -214,7 +214,7 @@ void Collection::Clear() {
         items_.TakeOut(*each);
     }
     top_.Reset();
-    last_way_ = {};
+    ForgetLists();
     const std::unique_ptr<FICollectionElement> steps = std::move(root_);
 }
 

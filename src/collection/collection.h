@@ -16,6 +16,7 @@
 
 #include "collection/collection_subscribers.h"
 #include "collection/item_list.h"
+#include "collection/keyed_siblings.h"
 #include "collection/step_ids.h"
 #include "diagnostics/instance_counts.h"
 #include "fixtop/collection.h"
@@ -107,6 +108,10 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     // At the root of the tree in which an iterator stands, with no units or variables of its own.
     static Ref<FIIterator> TopOf(const FIIterator& node);
     std::vector<StepId> IdsOf(FIIterator& node);
+    void ForgetLists() {
+        last_way_ = {};
+        siblings_.Forget();
+    }
     // The steps to a node, of which the missing ones are made; null when the way is too long.
     FICollectionElement* StepTo(FIIterator& node);
     FICollectionElement& StepBelow(FICollectionElement& step, const StepId& id);
@@ -137,6 +142,7 @@ class Collection : public FICollectionBase, private Counted<CountedClass::FIColl
     Ref<FIIterator> top_;
     // To the node that was added last.
     Way last_way_;
+    KeyedSiblings siblings_;
     // The revision of the case at which the steps were called as their nodes.
     std::uint64_t named_at_ = 0;
     ItemList items_;

@@ -63,7 +63,7 @@ void NodeSearch::VisitByPlace(FICollectionElement& step, FIIterator& node) {
     const int place = PlaceOf(step.Id());
     if (place < 0 || !node.Down(place)) return;
     // What can be told by name was never chosen by its place.
-    const bool is_told = IsPlaceId(step.Id()) && NameIdOf(node).text.IsNull();
+    const bool is_told = IsPlaceId(step.Id()) && NameIdOf(node, siblings_).text.IsNull();
     step.sought = is_told ? Sought::kByPlace : Sought::kByLikelyPlace;
     Visit(step, node);
     node.Up();

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "collection/element.h"
+#include "collection/keyed_siblings.h"
 #include "framework/iterator/iterator.h"
 
 namespace fixtop {
@@ -38,6 +39,7 @@ class NodeSearch {
     static void Forget(FICollectionElement& step);
 
     const Found found_;
+    KeyedSiblings siblings_;
     FICollectionElement* root_ = nullptr;
 };
 

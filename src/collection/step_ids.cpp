@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "collection/keyed_siblings.h"
 #include "framework/path/path_names.h"
 
 namespace fixtop {
@@ -46,17 +47,6 @@ StepId PlaceId(FIIterator& node, int place) {
     return {FIValue(id.c_str()), Sought::kByPlace};
 }
 
-// Of several with one name and key the first is found by it.
-bool IsFirstOfKey(FIIterator& node, const FIValue& id) {
-    const std::string name = NameOfKeyed(id.CStr());
-    const auto probe = Ref<FIIterator>::Adopt(node.Copy());
-    if (name.empty() || !probe->Up() || !probe->SeekChild(name.c_str())) return false;
-    while (!probe->Equal(node)) {
-        if (KeyedIdOf(*probe).Compare(id) == 0 || !probe->Next()) return false;
-    }
-    return true;
-}
-
 // Where the key of an id begins: behind a name that may be in quotes.
 std::size_t KeyBegin(std::string_view id) {
     if (!id.starts_with('"')) return id.find('(');
@@ -73,9 +63,9 @@ FIValue KeyedIdOf(FIIterator& node) {
     return id;
 }
 
-StepId NameIdOf(FIIterator& node) {
+StepId NameIdOf(FIIterator& node, KeyedSiblings& siblings) {
     FIValue id = KeyedIdOf(node);
-    if (!id.IsNull() && IsFirstOfKey(node, id)) return {std::move(id), Sought::kByKey};
+    if (!id.IsNull() && siblings.IsFirst(node, id)) return {std::move(id), Sought::kByKey};
     node.GetListedKey(id);
     if (id.IsText() && id.Length() > 0 && LeadsTo(id.CStr(), node)) {
         return {std::move(id), Sought::kByName};
@@ -83,8 +73,8 @@ StepId NameIdOf(FIIterator& node) {
     return {};
 }
 
-StepId IdOf(FIIterator& node) {
-    StepId name = NameIdOf(node);
+StepId IdOf(FIIterator& node, KeyedSiblings& siblings) {
+    StepId name = NameIdOf(node, siblings);
     if (!name.text.IsNull()) return name;
     return PlaceId(node, PlaceOf(node));
 }

@@ -13,15 +13,17 @@
 
 namespace fixtop {
 
+class KeyedSiblings;
+
 struct StepId {
     FIValue text;
     FICollectionElement::Sought sought = FICollectionElement::Sought::kUnknown;
 };
 
 // Of a node below the root; NULL when it has no name there.
-StepId IdOf(FIIterator& node);
+StepId IdOf(FIIterator& node, KeyedSiblings& siblings);
 // The same by its name, NULL where no name leads to it.
-StepId NameIdOf(FIIterator& node);
+StepId NameIdOf(FIIterator& node, KeyedSiblings& siblings);
 bool IsPlaceId(std::string_view id);
 // Whether all of them can be sought.
 bool HaveTexts(const std::vector<StepId>& ids);
