@@ -64,6 +64,7 @@ class BuiltInHost final : public HostOfCase {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);
         return saved ? "" : WithFile({saved.problem.Text()}, file).front();
     }
+    std::string PublishedFile() const override { return host_.PublishedFile(); }
     const std::vector<std::string>& Remarks() const override { return remarks_; }
 
  private:

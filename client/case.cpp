@@ -65,6 +65,10 @@ void Case::UseUnitSet(const std::string& name) const {
                      (known.empty() ? "none, for the host offers no choice" : known)});
 }
 
+std::string Case::PublishedFile() const {
+    return case_->Host().PublishedFile();
+}
+
 void Case::Save(const std::string& file) const {
     const std::string problem = case_->Host().Save(file);
     if (!problem.empty()) throw CaseError({problem});

@@ -22,6 +22,16 @@ T* Given(T* object) {
     return object;
 }
 
+// What `work` answers, unless memory ran out in the module meanwhile: what it left may lack
+// something then.
+template <class Work>
+auto Whole(const Work& work) {
+    const int before = FixtopMemoryFailures();
+    auto result = work();
+    if (FixtopMemoryFailures() != before) throw std::bad_alloc();
+    return result;
+}
+
 // The host of a case. One that runs by itself can do no more for its clients than its session.
 class HostOfCase {
  public:
@@ -37,6 +47,7 @@ class HostOfCase {
     virtual void UseUnitSet(const std::string&) {}
     // Answers what is wrong; empty when it was written.
     virtual std::string Save(const std::string& file);
+    virtual std::string PublishedFile() const { return ""; }
     virtual const std::vector<std::string>& Remarks() const;
 };
 

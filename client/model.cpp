@@ -3,34 +3,12 @@
 
 #include "case_state.h"
 #include "fixtop/client/check.h"
+#include "module_log.h"
 #include "visit.h"
 
 namespace fixtop::client {
 
 namespace {
-
-// Leads the module's log where it is wanted for as long as it lives, and listens.
-class ModelLog {
- public:
-    explicit ModelLog(const std::string& file) {
-        FixtopSetLog(
-            file.c_str(),
-            [](void* lines, const char* text) {
-                std::string line = text;
-                while (line.ends_with('\n')) line.pop_back();
-                static_cast<std::vector<std::string>*>(lines)->push_back(std::move(line));
-            },
-            &lines_);
-    }
-    ~ModelLog() { FixtopSetLog(nullptr, nullptr, nullptr); }
-    ModelLog(const ModelLog&) = delete;
-    ModelLog& operator=(const ModelLog&) = delete;
-
-    const std::vector<std::string>& Lines() const { return lines_; }
-
- private:
-    std::vector<std::string> lines_;
-};
 
 // Units are read first, and the log says this last of them when they could not be.
 constexpr char kNoUnits[] = "Failed to initialize units list";
@@ -59,7 +37,7 @@ FixtopModelFiles GivenFiles(const ModelFiles& files, bool whole_lists) {
 
 std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
                       FIEntry* top, Ref<FIEntry>& root) {
-    const ModelLog log(files.log);
+    const ModuleLog log(files.log);
     const FixtopModelFiles given = GivenFiles(files, whole_lists);
     root = Ref<FIEntry>::Adopt(open(top, &given));
     if (root) return files.units.empty() ? "" : TroubleWithUnits(log.Lines());
@@ -69,7 +47,7 @@ std::string OpenModel(const char* what, const ModelFiles& files, bool whole_list
 }
 
 std::vector<Finding> CheckModel(const ModelFiles& files) {
-    const ModelLog log(files.log);
+    const ModuleLog log(files.log);
     const FixtopModelFiles given = GivenFiles(files, true);
     std::vector<Finding> findings;
     Visitor<FixtopFinding> visitor([&](const FixtopFinding& finding) {

@@ -77,6 +77,17 @@ class Element {
 
 }  // namespace
 
+std::optional<FIValue> TypedValue(const std::string& type, const std::string& text) {
+    if (type != "Real") return FIValue(text.c_str());
+    if (text.empty()) return FIValue();
+    if (const auto number = NumberIn(text)) return FIValue::OfReal(*number);
+    return std::nullopt;
+}
+
+std::string NoNumber(const std::string& text) {
+    return "not a number: " + text;
+}
+
 void Node::Store(const FIValue& value, const std::string& unit) const {
     if (!unit.empty()) ShowIn(unit);
     const Element element(*this);
@@ -90,15 +101,9 @@ void Node::Store(double number, const std::string& unit) const {
 }
 
 void Node::Store(const std::string& text, const std::string& unit) const {
-    FIValue value;
-    if (Type() != "Real") {
-        value.SetText(text);
-    } else if (const auto number = NumberIn(text)) {
-        value.SetReal(*number);
-    } else if (!text.empty()) {
-        throw Refused(Path(), "not a number: " + text);
-    }
-    Store(value, unit);
+    const auto value = TypedValue(Type(), text);
+    if (!value) throw Refused(Path(), NoNumber(text));
+    Store(*value, unit);
 }
 
 }  // namespace fixtop::client

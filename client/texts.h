@@ -3,7 +3,10 @@
 
 // The module's texts that are read as more than texts.
 
+#include <optional>
 #include <string>
+
+#include "fixtop/value.h"
 
 namespace fixtop::client {
 
@@ -13,5 +16,10 @@ class Node;
 bool IsGoneText(const std::string& text);
 // Throws Gone or Refused, unless the text is empty.
 void ThrowIfRefused(const Node& node, const std::string& text);
+
+// A text as it is typed, for a node of this type: NULL when it is empty, a number where the node is
+// one. Null when it is no number where one is needed.
+std::optional<FIValue> TypedValue(const std::string& type, const std::string& text);
+std::string NoNumber(const std::string& text);
 
 }  // namespace fixtop::client

@@ -123,6 +123,12 @@ SaveResult CaseHost::Save(Case& open_case, const std::string& path) {
     return result;
 }
 
+std::string CaseHost::PublishedFile() const {
+    if (!active_) return "";
+    const host::FileName& document = active_->GetDocumentName();
+    return document.Name().IsEmpty() ? "" : document.PublishedFile().Str();
+}
+
 void CaseHost::Close(Case& open_case) {
     const auto found = std::find_if(cases_.begin(), cases_.end(),
                                     [&](const auto& each) { return each.get() == &open_case; });

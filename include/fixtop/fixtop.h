@@ -9,6 +9,9 @@
 // host. Objects that are answered carry one reference for the caller; null means that a feature, or
 // the host, is not present.
 
+#include "fixtop/automation/node.h"
+#include "fixtop/automation/unknown.h"
+#include "fixtop/collection.h"
 #include "fixtop/cursor.h"
 #include "fixtop/entry.h"
 #include "fixtop/iterator.h"
@@ -51,11 +54,22 @@ FIXTOP_EXPORT FIContext* GetTopHovexCtx(void* session, const char* library, cons
 FIXTOP_EXPORT FISolver* GetTopHovexSolver(void* session, int kind);
 // The top of a case with its solver and its models.
 FIXTOP_EXPORT FIEntry* GetCombinedEntry(void* session);
-// Node and document objects; null, and null through `out`, while no provider of them is present.
+// Automation objects (fixtop/automation.h) of a case: an IQSINode and, by QSVGetTopNode, an
+// IQSVNode at its top; an IQSIDocument, of which there is one for a case and an identity as long as
+// somebody holds it. The one reference is answered and written through `out`, which may be null;
+// both are null when there is no host or no provider of such objects.
 FIXTOP_EXPORT void* GetQSINode(void* session, void** out);
 FIXTOP_EXPORT void* GetDocumentAgg(void* session, const void* identity, void** out);
 FIXTOP_EXPORT void* QSVGetTopNode(void* session, void** out);
 FIXTOP_EXPORT void* QSVGetDocumentAgg(void* session, const void* identity, void** out);
+// What the four above find by name: a node object at the place of an iterator, which it shares and
+// nobody moves any more; the document that there is, or null; a new one on a top.
+FIXTOP_EXPORT void* MakeQSINode(FIIteratorBase* place, void** out);
+FIXTOP_EXPORT void* GetTopVNode(FIIteratorBase* place, void** out);
+FIXTOP_EXPORT void* FindDocumentAgg(void* session, const void* identity, void** out);
+FIXTOP_EXPORT void* FindVDocumentAgg(void* session, const void* identity, void** out);
+FIXTOP_EXPORT void* MakeDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
+FIXTOP_EXPORT void* MakeVDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
 // Registers and removes the notification of a case.
 FIXTOP_EXPORT void SetTopNotify(FixtopNotify notify, void* session);
 FIXTOP_EXPORT void UnsetTopNotify(void* session);
@@ -66,6 +80,9 @@ FIXTOP_EXPORT void TestIterator();
 FIXTOP_EXPORT void TestIteratorX();
 // Writes the seek table to the debug output.
 FIXTOP_EXPORT void printECounts();
+// Writes how many automation objects of each class there are and were to the debug output, each
+// line behind so many blanks.
+FIXTOP_EXPORT void QSIPrint(int indent);
 
 // ---- For consumers that link or load the module ----
 
@@ -77,6 +94,16 @@ FIXTOP_EXPORT void FixtopInstallHost(host::HostServices* services);
 FIXTOP_EXPORT FIIteratorBase* FixtopMakeIterator(FIEntry* top, bool history);
 // The steps of a path expression as text; false and the parse error when it does not parse.
 FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps, FIValue& error);
+// A new collection of the nodes that a selection names, which another process has put on the
+// clipboard: `text` has `size` bytes, which need not end with NUL, and its paths are sought from
+// the top of the tree of `node`, a node object. kResultFalse when there is no text, kResultFail
+// when it is no selection.
+FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
+                                            IQSICollection** collection);
+// The same of what IQSICollection::GetAsXml has answered, whose items stay also where their nodes
+// are not found; a selection is read as well.
+FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
+                                           IQSICollection** collection);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
 // null keeps the one it has, and with an
 // empty name none is written. Each line also goes to `listener`, until the next call; null for
@@ -147,6 +174,11 @@ FIXTOP_EXPORT void FixtopWriteName(const FIValue& name, FIValue& written);
 FIXTOP_EXPORT void FixtopWriteKey(const FIValue& key, FIValue& written);
 // What tells the node from siblings of its name, as plain text; NULL when nothing does.
 FIXTOP_EXPORT void FixtopKeyOf(FIIteratorBase* node, FIValue& key);
+
+// ---- Collections ----
+
+// A selection of nodes, empty; fixtop/collection.h tells what it does.
+FIXTOP_EXPORT FICollectionBase* FixtopMakeCollection();
 
 // ---- The neutral view ----
 

@@ -13,7 +13,7 @@
 #include "fixtop/value.h"
 
 namespace fixtop {
-class FICollectionElement;
+class SavedStep;
 }
 
 namespace fixtop::inline FI {
@@ -80,7 +80,7 @@ class FIReferenceBase {
     virtual bool Subscribe(void* owner, int kind, FICallback callback) = 0;
     virtual bool Unsubscribe(void* owner, int kind) = 0;
     // A collection element that holds this node. The caller owns it.
-    virtual FICollectionElement* MakeElement() = 0;
+    virtual SavedStep* MakeElement() = 0;
     // Destroys now, or at the end of the running round of callbacks.
     virtual void SafeDelete() = 0;
     // The private iterator, lent.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The exports of paths.
+// The exports of paths, and of collections, whose items are found by them.
 
+#include "collection/collection.h"
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
 #include "framework/iterator/shielded_iterator.h"
@@ -124,6 +125,10 @@ void FixtopKeyOf(FIIteratorBase* node, FIValue& key) {
         FIIterator* it = OwnIterator(node);
         if (it) SetUnlessEmpty(key, KeyOf(*it));
     });
+}
+
+FICollectionBase* FixtopMakeCollection() {
+    return memory::Or(nullptr, []() -> FICollectionBase* { return Collection::Make().Detach(); });
 }
 
 }  // namespace fixtop

@@ -6,7 +6,7 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/reference.h"
-#include "framework/iterator/collection_element.h"
+#include "framework/iterator/saved_step.h"
 #include "framework/nodes/counted.h"
 #include "framework/nodes/empties.h"
 #include "support/scripted_tree.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/iterator/collection_element.h"
+#include "framework/iterator/saved_step.h"
 #include "framework/reference/reference.h"
 #include "support/scripted_tree.h"
 
@@ -616,7 +616,7 @@ TEST_F(Reference, unbound_copies_stand_where_the_other_does_and_listen_to_nobody
 
 TEST_F(Reference, makes_an_element_on_its_node) {
     const auto reference = Ref<FIReference>::Adopt(Make());
-    const std::unique_ptr<FICollectionElement> element(reference->MakeElement());
+    const std::unique_ptr<SavedStep> element(reference->MakeElement());
     ASSERT_TRUE(element);
     FIValue name;
     Ref<FIEntry>::Adopt(element->GetEntry())->GetName(name);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/instance_counts.h"
 #include "diagnostics/module_log.h"
 #include "diagnostics/seek_table.h"
 #include "fixtop/fixtop.h"
@@ -489,16 +490,38 @@ TEST_F(Front, the_seek_table_is_written_to_the_debug_output) {
     EXPECT_EQ("  7        " + std::to_string(SeekCount(7)) + "\n", capture.Pieces()[8]);
 }
 
+TEST_F(Front, automation_objects_are_counted_in_the_debug_output) {
+    const auto top = Ref<FIEntry>::Adopt(GetCombinedEntry(nullptr));
+    const auto place = Ref<FIIteratorBase>::Adopt(FixtopMakeIterator(top.Get(), false));
+    const auto node =
+        Ref<IQSINode>::Adopt(static_cast<IQSINode*>(MakeQSINode(place.Get(), nullptr)));
+    const auto v_node =
+        Ref<IQSINode>::Adopt(static_cast<IQSINode*>(GetTopVNode(place.Get(), nullptr)));
+    const int total = CountOf(CountedClass::CQSINode).total;
+    const DebugCapture capture;
+    QSIPrint(2);
+    ASSERT_EQ(6u, capture.Pieces().size());
+    EXPECT_EQ("    CQSINode: count: 1, total: " + std::to_string(total) + "\n",
+              capture.Pieces()[0]);
+    EXPECT_EQ("    CQSINodeIterator: count: 0, total: 0\n", capture.Pieces()[1]);
+    EXPECT_EQ("    CQSIAttribute: count: 0, total: 0\n", capture.Pieces()[2]);
+    EXPECT_EQ("    CQSIAttributeIterator: count: 0, total: 0\n", capture.Pieces()[3]);
+    EXPECT_EQ("    CQSICollection: count: 0, total: 0\n", capture.Pieces()[4]);
+    EXPECT_EQ("    CQSICollectionIterator: count: 0, total: 0\n", capture.Pieces()[5]);
+}
+
 // ---- The built module ----
 
 TEST(Module, exports_the_front_by_name) {
     const ModuleHandle module = LoadModule(FIXTOP_MODULE);
     ASSERT_NE(nullptr, module) << FIXTOP_MODULE;
     for (const char* name :
-         {"GetTopHovexEntry", "GetTopFIEntryV", "GetTopFIEntry", "GetTopHovexCtx",
-          "GetTopHovexSolver", "GetCombinedEntry", "GetQSINode", "GetDocumentAgg", "QSVGetTopNode",
-          "QSVGetDocumentAgg", "SetTopNotify", "UnsetTopNotify", "SetTopAttach", "TestIterator",
-          "TestIteratorX", "printECounts"}) {
+         {"GetTopHovexEntry",  "GetTopFIEntryV",    "GetTopFIEntry",   "GetTopHovexCtx",
+          "GetTopHovexSolver", "GetCombinedEntry",  "GetQSINode",      "GetDocumentAgg",
+          "QSVGetTopNode",     "QSVGetDocumentAgg", "SetTopNotify",    "UnsetTopNotify",
+          "SetTopAttach",      "TestIterator",      "TestIteratorX",   "printECounts",
+          "MakeQSINode",       "GetTopVNode",       "QSIPrint",        "FindDocumentAgg",
+          "FindVDocumentAgg",  "MakeDocumentAgg",   "MakeVDocumentAgg"}) {
         EXPECT_NE(nullptr, FindFunction(module, name)) << name;
     }
     // Not unloaded: a loaded copy stays, as it does in a host.

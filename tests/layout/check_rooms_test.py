@@ -73,7 +73,8 @@ ALLOWED = [
     ("casehost/units/a.cpp", "casehost/case_data.h"),
     ("casehost/naming/a.cpp", "casehost/case_data.h"),
     ("casehost/json/a.cpp", "naming/object_type.h"),
-    ("casehost/json/a.cpp", "files/draft.h"),
+    ("casehost/files/a.cpp", "casehost/case_data.h"),
+    ("client/saved_text.cpp", "casehost/case_data.h"),
     ("casehost/process/a.cpp", "casehost/case_data.h"),
     ("casehost/importer/a.cpp", "casehost/case_data.h"),
     ("casehost/importer/a.cpp", "problems.h"),
@@ -124,7 +125,8 @@ FORBIDDEN = [
     ("casehost/live/a.cpp", "process/thermo.h"),
     ("casehost/live/a.cpp", "files/draft.h"),
     ("casehost/include/casehost/a.h", "live/node.h"),
-    ("casehost/files/a.cpp", "casehost/case_data.h"),
+    ("casehost/json/a.cpp", "files/draft.h"),
+    ("client/selection.cpp", "casehost/case_data.h"),
     ("casehost/files/a.cpp", "fixtop/host/viewable.h"),
     ("casehost/units/a.cpp", "naming/object_type.h"),
     ("casehost/naming/a.cpp", "live/node.h"),
@@ -177,6 +179,14 @@ class CheckRooms(unittest.TestCase):
                 self.assertEqual(told("src/platform/posix/a.cpp", line), [])
                 self.assertEqual(told("tools/fixtop/a.cpp", line), [])
                 self.assertEqual(len(told("src/framework/a.cpp", line)), 1)
+
+    def test_layouts_of_the_system_are_seen_in_one_folder_of_automation(self):
+        line = "#include <unknwn.h>"
+        self.assertEqual(told("src/automation/com/layout.cpp", line), [])
+        for name in ("src/automation/node.cpp", "src/automation/com/layout.h",
+                     "src/front/com/layout.cpp"):
+            self.assertEqual(len(told(name, line)), 1, name)
+        self.assertEqual(len(told("src/automation/com/layout.cpp", "#ifdef _WIN32")), 1)
 
     def test_operating_system_has_one_place_in_the_case_host(self):
         for line in ("#include <windows.h>", "#include <unistd.h>", "#ifdef _WIN32"):

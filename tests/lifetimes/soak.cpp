@@ -84,5 +84,10 @@ int main(int argc, char** argv) {
         "%ld steps, %ld answers of live handles, %ld of gone ones, %ld handles outlived their "
         "object, %ld calls\n",
         steps, counts.live, counts.gone, counts.lost, counts.calls);
+    const lifetimes::SoakSelections::Counts& items = client.SelectionCount();
+    std::printf(
+        "collections: %ld values of live items, %ld of gone ones, %ld bulk stores, %ld loads, %ld "
+        "calls, %ld of them awaited\n",
+        items.reads, items.gone, items.stores, items.loads, items.calls, items.awaited);
     return g_failures == 0 ? 0 : 1;
 }

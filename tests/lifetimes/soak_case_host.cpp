@@ -144,6 +144,7 @@ void CaseHostWorld::OpenCase() {
 
 void CaseHostWorld::Close(std::size_t index) {
     const OpenedCase closed = cases_[index];
+    const Change change(*this, closed.number);
     cases_.erase(cases_.begin() + static_cast<std::ptrdiff_t>(index));
     BuryAll([&](const Thing& each) { return each.case_number == closed.number; });
     host_->Close(*closed.live);
@@ -152,6 +153,7 @@ void CaseHostWorld::Close(std::size_t index) {
 void CaseHostWorld::Delete(OpenedCase& of) {
     const int number = Any(of.number, dice_.OneIn(6));
     if (number < 0) return;
+    const Change change(*this, of.number);
     BuryThing(number);
     of.live->Delete(At(number).object);
 }
@@ -162,8 +164,12 @@ void CaseHostWorld::Rename(OpenedCase& of) {
     const std::string former = At(number).name;
     const std::string name = RandomName();
     // Who is told of it looks here, and may add things.
+    Change change(*this, of.number);
     Name(number, name);
-    if (!of.live->Rename(At(number).object, name)) Name(number, former);
+    if (!of.live->Rename(At(number).object, name)) {
+        change.Cancel();
+        Name(number, former);
+    }
 }
 
 void CaseHostWorld::AddNamed(OpenedCase& of, const std::string& name, int holder) {
@@ -175,7 +181,9 @@ void CaseHostWorld::AddNamed(OpenedCase& of, const std::string& name, int holder
     const std::size_t before = ThingCount();
     const int number = NewThing(case_number, name, holder, operation);
     const casehost::ObjectData data = operation ? OperationOf(number) : StreamOf(number);
+    Change change(*this, case_number);
     if (!live->Add(sheet, data)) {
+        change.Cancel();
         Unmake(before);
         return;
     }
@@ -194,8 +202,11 @@ void CaseHostWorld::Replace(OpenedCase& of) {
     const std::string name = At(number).name;
     const int holder = At(number).holder;
     const int case_number = of.number;
-    BuryThing(number);
-    of.live->Delete(At(number).object);
+    {
+        const Change change(*this, case_number);
+        BuryThing(number);
+        of.live->Delete(At(number).object);
+    }
     for (OpenedCase& each : cases_) {
         if (each.number != case_number) continue;
         if (holder < 0 || Lives(holder)) AddNamed(each, name, holder);
@@ -205,7 +216,9 @@ void CaseHostWorld::Replace(OpenedCase& of) {
 
 void CaseHostWorld::Move(OpenedCase& of) {
     const int number = Any(of.number, false);
-    if (number >= 0) of.live->Move(At(number).object, static_cast<std::size_t>(dice_.Roll(3)));
+    if (number < 0) return;
+    Change change(*this, of.number);
+    if (!of.live->Move(At(number).object, static_cast<std::size_t>(dice_.Roll(3)))) change.Cancel();
 }
 
 void CaseHostWorld::Disturb() {

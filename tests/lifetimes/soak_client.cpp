@@ -19,8 +19,6 @@ constexpr std::size_t kSolvers = 3;
 // Callbacks call back only so deep.
 constexpr int kDeepest = 3;
 
-const Path kSheet = {{"appModel"}, {"FlowSheetObjects"}};
-
 // The number that a value or a note begins with; -1 when it is neither.
 long NumberIn(const std::string& answer) {
     const std::size_t note = answer.find("note ");
@@ -49,7 +47,12 @@ std::string Quoted(const std::string& text) {
 }  // namespace
 
 SoakClient::SoakClient(World& world, Dice& dice, Views views, World::Fail fail)
-    : world_(world), dice_(dice), views_(views), fail_(std::move(fail)) {}
+    : world_(world),
+      dice_(dice),
+      views_(views),
+      fail_(std::move(fail)),
+      selections_(world, dice, fail_,
+                  {[this] { return LiveRoot(); }, [this] { ActWithinCall(); }}) {}
 
 SoakClient::~SoakClient() {
     LetGo();
@@ -58,6 +61,7 @@ SoakClient::~SoakClient() {
 void SoakClient::LetGo() {
     while (!listeners_.empty()) StopListening();
     held_.clear();
+    selections_.LetGo();
     solvers_.clear();
     roots_.clear();
 }
@@ -85,6 +89,8 @@ void SoakClient::Step() {
         UseSolver();
     } else if (roll < 45) {
         TakeStock();
+    } else if (roll < 65) {
+        selections_.Step();
     } else {
         Use();
     }
@@ -145,32 +151,6 @@ SoakClient::Root* SoakClient::LiveRoot() {
 
 // ---- Handles
 
-Path SoakClient::PathOf(const Root& root, int number, Field field) const {
-    const World::Thing& thing = world_.At(number);
-    Path path = root.neutral ? Path{{"Flowsheet"}} : kSheet;
-    if (thing.holder >= 0) {
-        if (root.neutral) {
-            path.push_back({"Block", world_.IndexOf(thing.holder)});
-        } else {
-            path.push_back({"UnitOps"});
-            path.push_back({world_.At(thing.holder).name});
-        }
-    }
-    if (root.neutral) {
-        path.push_back({thing.is_operation ? "Block" : "Stream", world_.IndexOf(number)});
-    } else {
-        path.push_back({thing.is_operation ? "UnitOps" : "Streams"});
-        path.push_back({thing.name});
-    }
-    if (field == Field::temperature) path.push_back({"Temperature"});
-    if (field == Field::note) path.push_back({root.neutral ? "Remark" : "Notes"});
-    if (field == Field::profile) {
-        path.push_back({"Profile", root.neutral ? 1 : 0});
-        if (!root.neutral) path.push_back({"Elem1"});
-    }
-    return path;
-}
-
 Access SoakClient::AccessTo(int number, Field field) const {
     return {field == Field::object ? "status" : "value", static_cast<double>(number)};
 }
@@ -192,9 +172,11 @@ void SoakClient::Take() {
     held->neutral = root->neutral;
     held->number = number;
     held->removals = root->removals;
-    held->subject = MakeSubject(held->kind, root->root, PathOf(*root, number, held->field),
-                                AccessTo(number, held->field));
-    if (!held->subject) return fail_("no node " + TextOf(PathOf(*root, number, held->field)));
+    held->subject =
+        MakeSubject(held->kind, root->root, PathTo(world_, root->neutral, number, held->field),
+                    AccessTo(number, held->field));
+    if (!held->subject)
+        return fail_("no node " + TextOf(PathTo(world_, root->neutral, number, held->field)));
     held_.push_back(std::move(held));
 }
 
@@ -229,6 +211,7 @@ void SoakClient::UseHeld(Held& held) {
     if (held.was_live && !live) ++counts_.lost;
     held.was_live = live;
     const int disturbances = disturbances_;
+    const long acts = selections_.Acts();
     const std::string answer = held.subject->Do(op);
     if (op == Op::rest) {
         const bool moved = held.kind == Kind::attribute_cursor || held.kind == Kind::lent_cursor ||
@@ -241,7 +224,8 @@ void SoakClient::UseHeld(Held& held) {
     if (!live) return CheckGone(held, op, answer);
     if (IsLive(held)) {
         // What happened meanwhile may have stored, too.
-        if (op == Op::store && disturbances != disturbances_) return;
+        const bool is_alone = disturbances == disturbances_ && acts == selections_.Acts();
+        if (op == Op::store && !is_alone) return;
         return CheckLive(held, op, answer);
     }
     if (op == Op::store && held.field != Field::object && answer != "\"Node deleted\"") {
@@ -346,7 +330,8 @@ void SoakClient::Listen() {
     if (!root || listeners_.size() >= kListeners) return;
     const int number = world_.Any(root->case_number, false);
     if (number < 0) return;
-    const auto it = IteratorAt(root->root, PathOf(*root, number, Field::temperature));
+    const auto it =
+        IteratorAt(root->root, PathTo(world_, root->neutral, number, Field::temperature));
     if (!it) return fail_("no node to listen to");
     auto listener = std::make_shared<Listener>();
     listener->client = this;
@@ -384,25 +369,38 @@ void SoakClient::CallBack(Ear& ear) {
         fail_("told of the end of " + std::to_string(listener.number) + ", which lives");
     }
     if (depth_ >= kDeepest || listener.ends || world_.IsGoing()) return;
+    if (dice_.OneIn(12)) {
+        selections_.Acted();
+        listener.ends = true;
+        listener.reference.Reset();
+    } else {
+        ActWithinCall();
+    }
+}
+
+void SoakClient::ActWithinCall() {
+    if (depth_ >= kDeepest || world_.IsGoing()) return;
+    const World::Aside aside(world_);
+    selections_.Acted();
     ++depth_;
     switch (dice_.Roll(12)) {
         case 0:
             ++disturbances_;
             world_.Disturb();
             break;
-        case 1: {
-            listener.ends = true;
-            listener.reference.Reset();
-            break;
-        }
-        case 2:
+        case 1:
             Release();
             break;
+        case 2:
         case 3:
         case 4:
-        case 5:
             ++disturbances_;
             Use();
+            break;
+        case 5:
+        case 6:
+            ++disturbances_;
+            selections_.Step();
             break;
         default:
             break;

@@ -10,7 +10,8 @@
 #include <vector>
 
 #include "lifetimes/making.h"
-#include "lifetimes/soak_world.h"
+#include "lifetimes/soak_selections.h"
+#include "lifetimes/soak_view.h"
 
 namespace fixtop::lifetimes {
 
@@ -32,17 +33,13 @@ class SoakClient {
         long lost = 0;  // handles that outlived their object
     };
     const Counts& Count() const { return counts_; }
+    const SoakSelections::Counts& SelectionCount() const { return selections_.Count(); }
 
  private:
     using Field = World::Field;
 
-    struct Root {
-        Ref<FIEntry> top;
-        Ref<FIEntry> root;
-        bool neutral = false;
-        int case_number = 0;
-        int removals = 0;
-    };
+    using Root = SoakView;
+
     struct Held {
         std::unique_ptr<Subject> subject;
         Kind kind = Kind::iterator;
@@ -86,11 +83,11 @@ class SoakClient {
     void TakeStock();
     void OrderEvent();
     void CallBack(Ear& ear);
+    void ActWithinCall();
 
     bool IsLive(const Held& held) const;
     bool IsLive(int case_number, int removals) const;
     Root* LiveRoot();
-    Path PathOf(const Root& root, int number, Field field) const;
     Access AccessTo(int number, Field field) const;
     void CheckLive(const Held& held, Op op, const std::string& answer);
     void CheckGone(Held& held, Op op, const std::string& answer);
@@ -106,6 +103,7 @@ class SoakClient {
     std::vector<std::shared_ptr<Held>> held_;
     std::vector<std::shared_ptr<Listener>> listeners_;
     std::vector<Solver> solvers_;
+    SoakSelections selections_;
     int depth_ = 0;
     int disturbances_ = 0;
 };

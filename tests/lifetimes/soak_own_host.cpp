@@ -55,6 +55,7 @@ void OwnHostWorld::Add(const std::string& name) {
     if (HasName(case_, name)) return;
     const int number = NewThing(case_, name, -1, false);
     host::FlowSheet* sheet = Live(case_)->MainFlowSheet();
+    const Change change(*this, case_);
     host_->Add(std::make_unique<Stream>(*this, name.c_str(), sheet, number + 0.5));
     Match(sheet, case_, -1);
 }
@@ -63,6 +64,7 @@ void OwnHostWorld::Delete(int number) {
     const auto& streams = host_->Streams();
     const auto is_it = [&](const auto& each) { return each.get() == At(number).object; };
     const auto found = std::find_if(streams.begin(), streams.end(), is_it);
+    const Change change(*this, case_);
     BuryThing(number);
     host_->Delete(**found);
 }

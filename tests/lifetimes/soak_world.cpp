@@ -17,6 +17,7 @@ void World::Start() {
 
 void World::TakeOut() {
     if (!installed_) return;
+    const Change change(*this, -1);
     // Who is told of it looks here.
     installed_ = false;
     ++removals_;
@@ -56,6 +57,22 @@ bool World::HasName(int case_number, const std::string& name) const {
     return std::any_of(living_.begin(), living_.end(), [&](int number) {
         return At(number).case_number == case_number && At(number).name == name;
     });
+}
+
+std::string World::HolderName(int number) const {
+    const int holder = At(number).holder;
+    return holder < 0 ? std::string() : At(holder).name;
+}
+
+int World::Find(int case_number, const std::string& holder, const std::string& name,
+                bool operation) const {
+    const auto is_it = [&](int number) {
+        const Thing& each = At(number);
+        return each.case_number == case_number && each.is_operation == operation &&
+               each.name == name && HolderName(number) == holder;
+    };
+    const auto found = std::find_if(living_.begin(), living_.end(), is_it);
+    return found == living_.end() ? -1 : *found;
 }
 
 int World::IndexOf(int number) const {

@@ -11,6 +11,7 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fixtop/host/services.h"
@@ -69,9 +70,29 @@ class World {
     bool Lives(int number) const { return At(number).lives; }
     // One that lives in the case; -1 when there is none.
     int Any(int case_number, bool operation);
+    // The one of this name that lives there, -1 for none; of what stands in no operation the holder
+    // has no name.
+    int Find(int case_number, const std::string& holder, const std::string& name,
+             bool operation) const;
+    std::string HolderName(int number) const;
     // Where it stands among those of its kind in its flowsheet.
     int IndexOf(int number) const;
     bool HasName(int case_number, const std::string& name) const;
+
+    // A change that the host tells once; 0 outside of any, and the number of those so far.
+    long PresentChange() const { return change_; }
+    long Changes() const { return changes_; }
+    // What happens meanwhile is another matter.
+    class Aside;
+    // Called around each change of a case, -1 for all of them; behind it, whether it came about.
+    struct Witness {
+        virtual void OnBegin(int case_number) = 0;
+        virtual void OnEnd(bool happened) = 0;
+
+     protected:
+        ~Witness() = default;
+    };
+    void SetWitness(Witness* witness) { witness_ = witness; }
 
     // One event that may happen while clients are on the stack.
     virtual void Disturb() = 0;
@@ -81,6 +102,8 @@ class World {
     void Rest();
 
  protected:
+    class Change;
+
     virtual host::HostServices& Services() = 0;
     // Makes one in place of the present host, if any.
     virtual void MakeHost() = 0;
@@ -111,8 +134,43 @@ class World {
     bool installed_ = false;
     int removals_ = 0;
     bool is_going_ = false;
+    long change_ = 0;
+    long changes_ = 0;
+    Witness* witness_ = nullptr;
     std::vector<Thing> things_;
     std::vector<int> living_;
+};
+
+class World::Aside {
+ public:
+    explicit Aside(World& world) : Aside(world, 0) {}
+    ~Aside() { world_.change_ = outer_; }
+    Aside(const Aside&) = delete;
+    Aside& operator=(const Aside&) = delete;
+
+ protected:
+    Aside(World& world, long change)
+        : world_(world), outer_(std::exchange(world.change_, change)) {}
+
+ private:
+    World& world_;
+    const long outer_;
+};
+
+class World::Change : public Aside {
+ public:
+    Change(World& world, int case_number) : Aside(world, ++world.changes_), of_(world) {
+        if (of_.witness_) of_.witness_->OnBegin(case_number);
+    }
+    ~Change() {
+        if (of_.witness_) of_.witness_->OnEnd(happened_);
+    }
+    // The host refused it.
+    void Cancel() { happened_ = false; }
+
+ private:
+    World& of_;
+    bool happened_ = true;
 };
 
 }  // namespace fixtop::lifetimes

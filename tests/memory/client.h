@@ -93,5 +93,7 @@ struct Scenario {
 };
 // All of them.
 const std::vector<Scenario>& Scenarios();
+// One that has a file of its own.
+void Automate(World& world, Client& client);
 
 }  // namespace fixtop::memory_test

@@ -37,8 +37,9 @@ def run(arguments, folder, **environment):
 
 
 class ProgramWithoutMemory(ProgramTest):
-    def numbers(self, arguments, last=0):
+    def numbers(self, arguments, last, prepare):
         file = self.folder / "places"
+        prepare()
         run(arguments, self.folder, places=str(file))
         count, *places = map(int, file.read_text(encoding="utf-8").split())
         self.assertTrue(places)
@@ -46,11 +47,12 @@ class ProgramWithoutMemory(ProgramTest):
             return range(FIRST, count + 1, STEP)
         return {*places[::len(places) // PLACES + 1], *range(count + 1 - last, count + 1)}
 
-    def disturb(self, arguments, check, last=0):
+    def disturb(self, arguments, check, last=0, prepare=lambda: None):
         """Gives each order, and what the program then did to a check."""
-        for number in sorted(self.numbers(arguments, last)):
+        for number in sorted(self.numbers(arguments, last, prepare)):
             for order in ({}, {"onwards": "1"}):
                 with self.subTest(allocation=number, **order):
+                    prepare()
                     check(run(arguments, self.folder, at=str(number), **order))
 
     def is_told(self, done, expected):
@@ -88,25 +90,40 @@ class ProgramWithoutMemory(ProgramTest):
     def test_classes_are_all_listed_or_memory_ran_out(self):
         self.read_all("classes")
 
-    def test_a_save_is_done_whole_or_not_at_all(self):
-        case = write_small_case(self.folder)
-        saved = self.folder / "saved.json"
-        arguments = ["set", "small.json", WITHIN, "30", "--save", "saved.json"]
+    def test_a_selection_is_read_whole_or_memory_ran_out(self):
+        write_small_case(self.folder)
+        run(["collect", "add", "read.xml", "small.json", f"{STREAMS}.*.Temperature"], self.folder)
+        self.read_all("collect", "read", "read.xml", "small.json")
+
+    def writes_whole_or_not_at_all(self, arguments, file, old):
+        """The file is as it was, or as it is to be, and there is no other that was not there."""
         expected = run(arguments, self.folder)
         self.assertEqual(DONE, expected[0], expected)
-        new, old = saved.read_bytes(), case.read_bytes()
+        new = file.read_bytes()
         names = sorted({*os.listdir(self.folder), "places"})
         self.assertNotEqual(old, new)
-        saved.write_bytes(old)
 
         def check(done):
-            found = saved.read_bytes()
-            saved.write_bytes(old)
+            found = file.read_bytes()
             told = self.is_told(done, expected)
             self.assertIn(found, [old, new] if told else [new])
             self.assertEqual(names, sorted(os.listdir(self.folder)))
 
-        self.disturb(arguments, check, OF_THE_SAVE)
+        self.disturb(arguments, check, OF_THE_SAVE, lambda: file.write_bytes(old))
+
+    def test_a_save_is_done_whole_or_not_at_all(self):
+        old = write_small_case(self.folder).read_bytes()
+        self.writes_whole_or_not_at_all(
+            ["set", "small.json", WITHIN, "30", "--save", "saved.json"],
+            self.folder / "saved.json", old)
+
+    def test_a_selection_is_extended_whole_or_not_at_all(self):
+        write_small_case(self.folder)
+        add = ["collect", "add", "chosen.xml", "small.json"]
+        run([*add, WITHIN], self.folder)
+        chosen = self.folder / "chosen.xml"
+        self.writes_whole_or_not_at_all([*add, f"{STREAMS}.*.Pressure"], chosen,
+                                        chosen.read_bytes())
 
 
 if __name__ == "__main__":

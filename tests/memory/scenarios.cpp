@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What clients do. Each scenario leaves the world as it found it, so that it can be played again.
 
+#include <algorithm>
+
 #include "memory/client.h"
 
 namespace fixtop::memory_test {
@@ -332,6 +334,97 @@ void Iterate(World& world, Client& client) {
     client.Drop(top);
 }
 
+// ---- Collections
+
+using Collected = Ref<FICollectionBase>;
+
+void NoCollectionCallback(void*, void*, FICollectionElement*, int) {}
+
+void TellItems(Client& client, FICollectionBase& items) {
+    const FIValue value("value");
+    std::vector<FIValue> values(items.Count());
+    client.In([&] { items.GetValues(value, values.data()); });
+    for (const FIValue& each : values) client.Tell(each);
+    auto it = client.Take([&] { return items.MakeIterator(); });
+    for (bool on = it && it->First(); on; on = it->Next()) {
+        TellRow(client, *it, "uom");
+        client.TellOut([&](FIValue& out) { it->GetPath(out); });
+        Reference node = client.Take([&] { return it->GetNode(); });
+        client.Drop(node);
+    }
+    client.Drop(it);
+}
+
+void StoreInto(Client& client, FICollectionBase& items) {
+    std::vector<FIValue> values(items.Count(), FIValue::OfReal(321.5));
+    std::vector<FIValue> outs(items.Count());
+    const FIValue value("value"), kelvin("K");
+    const auto store = [&](const FIValue& unit) {
+        client.In([&] { items.SetValues(value, values.data(), items.Count(), unit, outs.data()); });
+        for (const FIValue& each : outs) client.Tell(each);
+    };
+    store(kelvin);
+    std::fill(values.begin(), values.end(), FIValue::OfReal(112));
+    store(FIValue());
+}
+
+void KeepItems(Client& client, FICollectionBase& items, FIIteratorBase& top) {
+    FIValue text;
+    client.In([&] { items.ToXml(text); });
+    client.Tell(text);
+    Collected again = client.Take([] { return FixtopMakeCollection(); });
+    if (again && text.IsText()) {
+        client.TellAnswer([&] { return again->Load(text.CStr(), top); });
+        TellItems(client, *again);
+        client.TellAnswer([&] { return again->FromXml(text.CStr()); });
+        TellItems(client, *again);
+    }
+    client.Drop(again);
+}
+
+void Collect(World& world, Client& client, const Entry& top, const char* path,
+             const char* pattern) {
+    Collected items = client.Take([] { return FixtopMakeCollection(); });
+    Iterator it = On(client, top);
+    Iterator node = On(client, top);
+    if (items && it && node && Go(client, *node, path)) {
+        const FIValue matches(pattern);
+        client.Tell(client.In([&] { return items->Add(*node) != nullptr; }));
+        client.TellAnswer([&] { return items->AddMatches(*it, matches); });
+        client.TellAnswer([&] { return items->Subscribe(&client, nullptr, NoCollectionCallback); });
+        client.In([&] { items->StartWatching(); });
+        StoreInto(client, *items);
+        TellItems(client, *items);
+        world.RenameStream("S1", "S9");
+        TellItems(client, *items);
+        world.RenameStream("S9", "S1");
+        KeepItems(client, *items, *it);
+        client.TellAnswer([&] { return items->RemoveAt(0); });
+        client.In([&] { items->StopWatching(); });
+        client.TellAnswer([&] { return items->Unsubscribe(&client, nullptr); });
+        client.In([&] { items->Clear(); });
+    }
+    client.Drop(node);
+    client.Drop(it);
+    client.Drop(items);
+}
+
+void CollectRaw(World& world, Client& client) {
+    Entry top = RawTop(client);
+    Collect(world, client, top, kTemperature, "appModel.FlowSheetObjects.Streams.*.Temperature");
+    client.Drop(top);
+    client.In([] { UnsetTopNotify(nullptr); });
+}
+
+void CollectNeutral(World& world, Client& client) {
+    Entry top = RawTop(client);
+    Entry model = NeutralTop(client, top.Get());
+    Collect(world, client, model, kNeutralTemperature, "Flowsheet.Stream.Temperature");
+    client.Drop(model);
+    client.Drop(top);
+    client.In([] { UnsetTopNotify(nullptr); });
+}
+
 // ---- Exports
 
 void TellTop(Client& client, Entry top) {
@@ -521,7 +614,10 @@ const std::vector<Scenario>& Scenarios() {
         {"refer_raw", ReferRaw},
         {"refer_neutral", ReferNeutral},
         {"iterate", Iterate},
+        {"collect_raw", CollectRaw},
+        {"collect_neutral", CollectNeutral},
         {"exports", CallExports},
+        {"automation", Automate},
         {"definitions", ReadDefinitions},
         {"shipped_model", OpenShippedModel},
         {"solver", Solve},

@@ -93,6 +93,7 @@ class ScriptContext final : public CountedFromZero<FIContext> {
         if (kind == kKeyCursor) {
             return node_.keys.empty() ? EmptyCursor() : new ScriptCursor(node_, node_.keys);
         }
+        if (node_.on_children) node_.on_children();
         return new ScriptCursor(node_, node_.children);
     }
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override {
@@ -128,7 +129,8 @@ class ScriptAttributeCursor final : public FIAttributeCursorBase {
         return this;
     }
     bool Seek(int origin, int delta) override {
-        index_ = (origin == kFromFirst ? 0 : index_) + delta;
+        const int count = static_cast<int>(node_.attributes.size());
+        index_ = (origin == kFromFirst ? 0 : origin == kFromEnd ? count : index_) + delta;
         return !AtEnd();
     }
     bool SeekName(int, const char* name) override {
@@ -266,8 +268,13 @@ Ref<FICursorBase> ScriptNode::Children() {
 
 void ScriptNode::Notify(int kind) {
     const std::vector<Subscription> all = subscriptions;
+    const auto has_left = [this](const Subscription& each) {
+        return std::none_of(subscriptions.begin(), subscriptions.end(), [&](const auto& present) {
+            return present.owner == each.owner && present.kind == each.kind;
+        });
+    };
     for (const Subscription& each : all) {
-        if (each.kind == kind) each.callback(each.owner, kind);
+        if (each.kind == kind && !has_left(each)) each.callback(each.owner, kind);
     }
 }
 

@@ -83,6 +83,8 @@ class ScriptNode {
     // Called by every read and by every write before it is answered.
     std::function<void(FIVarSet*, const std::string& attribute)> on_read;
     std::function<void(FIVarSet*, const std::string& attribute)> on_write;
+    // Called when a cursor over the children is made.
+    std::function<void()> on_children;
     // What was called, in order: "hold", "set value", "batch", ...
     std::vector<std::string> log;
     // Turns the beginning of a path in a host's notation into a key.

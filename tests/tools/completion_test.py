@@ -48,6 +48,15 @@ class BashCompletion(ProgramTest):
         self.assertEqual(["--unit", "--units"], self.complete("get", "demo", "--u"))
         self.assertEqual(["--depth"], self.complete("tree", "demo", "--de"))
 
+    def test_words_of_a_group(self):
+        self.assertEqual(["read", "remove"], self.complete("collect", "re"))
+        self.file("chosen.xml", "")
+        self.assertEqual(["chosen.xml"], self.complete("collect", "add", "cho"))
+        self.assertEqual(["demo"], self.complete("collect", "add", "chosen.xml", "de"))
+        self.assertEqual(["--tolerance"], self.complete("collect", "diff", "--to"))
+        self.assertEqual(["appModel"], self.complete("collect", "add", "chosen.xml", "demo", "app"))
+        self.assertEqual(["chosen.xml"], self.complete("publish", "cho"))
+
     def test_paths(self):
         streams = "appModel.FlowSheetObjects.Streams"
         self.assertEqual([streams], self.complete("get", "demo", streams[:-3]))
@@ -73,6 +82,12 @@ class ZshCompletion(ProgramTest):
 
     def test_cases(self):
         self.assertEqual(["demo", "files"], self.complete("get", ""))
+
+    def test_words_of_a_group(self):
+        self.assertLessEqual({"add", "list", "diff"}, set(self.complete("collect", "")))
+        self.assertEqual(["demo", "files"], self.complete("collect", "add", "chosen.xml", ""))
+        self.assertIn("--tolerance", self.complete("collect", "diff", "--to"))
+        self.assertEqual(["appModel"], self.complete("collect", "add", "chosen.xml", "demo", "app"))
 
     def test_options(self):
         offered = self.complete("get", "demo", "--u")

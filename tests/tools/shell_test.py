@@ -93,7 +93,7 @@ class Completion(ProgramTest):
 
     def test_words(self):
         self.check(self.complete("fi"), DONE, "find\n", "")
-        self.check(self.complete("p"), DONE, "path\npwd\n", "")
+        self.check(self.complete("p"), DONE, "publish\npath\npwd\n", "")
 
     def test_nodes(self):
         self.check(self.complete("ls app"), DONE, "appModel\n", "")

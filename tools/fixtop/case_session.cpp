@@ -22,12 +22,24 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
     client::Case::SetStopButton(terminal::IsInterrupted);
     try {
         client::Case opened = client::Case::Open(name);
-        if (view.neutral) problem = OneLineEach(opened.OpenNeutral(view.files));
+        if (view.neutral || HasFiles(view)) problem = OneLineEach(opened.OpenNeutral(view.files));
         return std::unique_ptr<CaseSession>(new CaseSession(std::move(opened), view.neutral));
     } catch (const client::CaseError& error) {
         problem = MessageOf(error);
         return nullptr;
     }
+}
+
+std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
+                                               Output& out) {
+    std::string problem;
+    auto session = Open(name, view, problem);
+    if (!problem.empty()) out.Note(problem);
+    if (!session || !terminal::NotesAreSeen()) return session;
+    for (const std::string& remark : session->OpenCase().Remarks()) {
+        out.Note(OneLineMessage(remark));
+    }
+    return session;
 }
 
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {

@@ -24,6 +24,10 @@ class CaseSession {
     static std::unique_ptr<CaseSession> Open(const std::string& name, const ViewOptions& view,
                                              std::string& problem);
 
+    // The same; what is to be said is noted.
+    static std::unique_ptr<CaseSession> Open(const std::string& name, const ViewOptions& view,
+                                             Output& out);
+
     const client::Case& OpenCase() const { return case_; }
     client::Solver Solver() const { return case_.GetSolver(); }
     // The top node of the view.

@@ -6,7 +6,6 @@
 #include "fixtop/fixtop.h"
 #include "line_text.h"
 #include "memory.h"
-#include "terminal.h"
 #include "word.h"
 
 namespace fixtop {
@@ -84,12 +83,21 @@ class CommandLine {
         "be read or written, or memory ran out.";
 
     void Add(const WordRow& row) {
-        CLI::App* sub = app_.add_subcommand(row.name, row.summary);
+        const std::string name = row.name;
+        const std::size_t blank = name.find(' ');
+        CLI::App& above =
+            blank == std::string::npos ? app_ : *app_.get_subcommand(name.substr(0, blank));
+        CLI::App* sub = above.add_subcommand(name.substr(blank + 1), row.summary);
         sub->footer(row.details);
-        if (place_ == Place::kProgram) AddCase(row, *sub);
-        words_.push_back(row.make());
-        words_.back()->Declare(*sub);
         rows_.push_back(&row);
+        words_.push_back(row.make ? row.make() : nullptr);
+        if (!row.make) {
+            sub->require_subcommand(1);
+            return;
+        }
+        words_.back()->DeclareFirst(*sub);
+        if (place_ == Place::kProgram) AddCase(row, *sub);
+        words_.back()->Declare(*sub);
     }
     void AddCase(const WordRow& row, CLI::App& sub) {
         if (row.view == View::kNone) return;
@@ -106,44 +114,60 @@ class CommandLine {
     }
     // What is to be said when the line does not begin with a word; empty when it does.
     std::string UnknownWord(const std::vector<std::string>& arguments) const {
-        if (arguments.empty() || arguments.front().rfind('-', 0) == 0) return "";
+        std::string name;
+        for (const std::string& argument : arguments) {
+            if (argument.rfind('-', 0) == 0) return "";
+            name += (name.empty() ? "" : " ") + argument;
+            const auto row = RowOf(name);
+            if (row == rows_.end()) return NoSuchWord(name);
+            if ((*row)->make) return "";
+        }
+        return "";
+    }
+    std::string NoSuchWord(const std::string& name) const {
         std::vector<std::string> names;
         for (const WordRow* row : rows_) names.emplace_back(row->name);
-        const std::string& word = arguments.front();
-        if (std::find(names.begin(), names.end(), word) != names.end()) return "";
-        const std::vector<std::string> near = client::NearNames(word, names, 1);
-        return "no such word: " + word + (near.empty() ? "" : "; near: " + near.front());
+        const std::vector<std::string> near = client::NearNames(name, names, 1);
+        return "no such word: " + name + (near.empty() ? "" : "; near: " + near.front());
+    }
+    std::vector<const WordRow*>::const_iterator RowOf(const std::string& name) const {
+        return std::find_if(rows_.begin(), rows_.end(),
+                            [&](const WordRow* row) { return row->name == name; });
     }
     CLI::App& Chosen() {
-        const auto chosen = app_.get_subcommands();
-        return chosen.empty() ? app_ : *chosen.front();
+        CLI::App* chosen = &app_;
+        while (!chosen->get_subcommands().empty()) chosen = chosen->get_subcommands().front();
+        return *chosen;
     }
-    std::string Prefix() { return &Chosen() == &app_ || !InProgram() ? "" : "fixtop"; }
+    // As the line has it, without the program; empty without a word.
+    std::string ChosenName() {
+        std::string name;
+        for (const CLI::App* at = &app_; !at->get_subcommands().empty();) {
+            at = at->get_subcommands().front();
+            name += (name.empty() ? "" : " ") + at->get_name();
+        }
+        return name;
+    }
+    // The words before the last one.
+    std::string Prefix() {
+        std::string name = InProgram() ? "fixtop " + ChosenName() : ChosenName();
+        const std::size_t blank = name.find_last_of(' ');
+        return &Chosen() == &app_ || blank == std::string::npos ? "" : name.substr(0, blank);
+    }
     bool InProgram() const { return place_ == Place::kProgram; }
     std::string Usage() {
-        CLI::App& chosen = Chosen();
-        const std::string name = &chosen == &app_ ? app_.get_name()
-                                 : InProgram()    ? "fixtop " + chosen.get_name()
-                                                  : chosen.get_name();
-        std::string usage = CLI::Formatter().make_usage(&chosen, name);
+        const std::string prefix = Prefix();
+        const std::string name = (prefix.empty() ? "" : prefix + ' ') + Chosen().get_name();
+        std::string usage = CLI::Formatter().make_usage(&Chosen(), name);
         return WithoutLineEnds(std::move(usage)) + "\nMore with --help.";
     }
     ExitCode RunWord(CommandContext& around) {
-        const std::string name = Chosen().get_name();
-        const auto at = std::find_if(rows_.begin(), rows_.end(),
-                                     [&](const WordRow* row) { return row->name == name; });
+        const auto at = RowOf(ChosenName());
         Word& word = *words_[at - rows_.begin()];
         if ((*at)->view == View::kNone || !InProgram()) return word.Run(around);
         view_.neutral |= (*at)->view == View::kNeutral || (*at)->view == View::kNeutralTables;
-        std::string problem;
-        const auto session = CaseSession::Open(case_name_, view_, problem);
-        if (!problem.empty()) around.out.Note(problem);
+        const auto session = CaseSession::Open(case_name_, view_, around.out);
         if (!session) return ExitCode::kUnreadable;
-        if (terminal::NotesAreSeen()) {
-            for (const std::string& remark : session->OpenCase().Remarks()) {
-                around.out.Note(OneLineMessage(remark));
-            };
-        }
         CommandContext with_case{around.out, session.get()};
         return word.Run(with_case);
     }

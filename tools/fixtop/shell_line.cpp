@@ -79,12 +79,16 @@ std::vector<std::string> AttributeNames(const Node& node, const std::string& typ
     return names;
 }
 
-std::vector<std::string> WordNames(const std::string& beginning) {
+// The next word after those of a group, or after none.
+std::vector<std::string> WordNames(const std::vector<ShellWord>& words,
+                                   const std::string& beginning) {
+    const std::string group = words.empty() ? "" : words.front().text + ' ';
     std::vector<std::string> names;
     for (const WordRow& row : Words()) {
-        if (IsKnown(row.place, Place::kShell) && BeginsWith(row.name, beginning)) {
-            names.emplace_back(row.name);
-        }
+        if (!IsKnown(row.place, Place::kShell) || !BeginsWith(row.name, group + beginning))
+            continue;
+        const std::string name = row.name + group.size();
+        if (name.find(' ') == std::string::npos) names.push_back(name);
     }
     return names;
 }
@@ -164,7 +168,10 @@ terminal::Completion CompleteLine(CaseSession& session, const std::string& line)
         // A word that is held together goes on to be.
         if (cut.open_quote == '\'' && line[last.start] == '\'') ++last.start;
     }
-    if (words.empty()) return {last.start, WordNames(last.text)};
+    if (words.size() < 2) {
+        const std::vector<std::string> names = WordNames(words, last.text);
+        if (words.empty() || !names.empty()) return {last.start, names};
+    }
     if (words.back().text == "--attr") {
         return {last.start, OptionCompletions(session, words, last.text)};
     }

@@ -7,7 +7,6 @@ namespace fixtop {
 
 namespace {
 
-constexpr char kNames[] = "Name";
 constexpr char kGap[] = "  ";
 
 // A column as text: its heading, its unit and a text for each row.
@@ -46,7 +45,7 @@ TextColumn ColumnOf(const Table& table, std::size_t column) {
 }
 
 std::vector<TextColumn> ColumnsOf(const Table& table) {
-    std::vector<TextColumn> columns = {{kNames, "", false, {}, {}}};
+    std::vector<TextColumn> columns = {{table.names, "", false, {}, {}}};
     for (const TableRow& row : table.rows) columns.front().texts.push_back(row.name);
     for (std::size_t i = 0; i < table.headings.size(); ++i) columns.push_back(ColumnOf(table, i));
     return columns;

@@ -28,8 +28,9 @@ struct TableRow {
 struct Table {
     std::vector<std::string> headings;  // without the one of the names
     std::vector<TableRow> rows;
-    std::string attribute;  // what the cells show; empty for value
-    std::string title;      // for JSON, where several tables follow each other; empty without
+    std::string attribute;       // what the cells show; empty for value
+    std::string names = "Name";  // heading of the first column
+    std::string title;           // for JSON, where several tables follow each other; empty without
 };
 
 // Columns that stand below each other, numbers to the right, the units in a line below the

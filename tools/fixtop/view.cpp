@@ -26,6 +26,15 @@ void Add(CLI::App& app, const OptionRow& row, std::string& text) {
 
 }  // namespace
 
+bool HasFiles(const ViewOptions& view) {
+    const client::ModelFiles& files = view.files;
+    for (const std::string* name :
+         {&files.classes, &files.map, &files.units, &files.translate, &files.log}) {
+        if (!name->empty()) return true;
+    }
+    return false;
+}
+
 void AddNeutral(CLI::App& app, ViewOptions& view) {
     app.add_flag(kNeutral, view.neutral,
                  "Show the case as classes of the library; paths begin below QSISimulation")

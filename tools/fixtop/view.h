@@ -17,6 +17,9 @@ struct ViewOptions {
     client::ModelFiles files;
 };
 
+// Some file other than the shipped ones was named.
+bool HasFiles(const ViewOptions& view);
+
 // The choice of the neutral view; given before its files, they are refused without it.
 void AddNeutral(CLI::App& app, ViewOptions& view);
 // The files of the neutral view, and those of its class library alone.

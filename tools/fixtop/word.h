@@ -28,6 +28,8 @@ struct CommandContext {
 class Word {
  public:
     virtual ~Word() = default;
+    // What comes before the case on the line.
+    virtual void DeclareFirst(CLI::App&) {}
     // The options are read into the word itself.
     virtual void Declare(CLI::App& app) = 0;
     virtual ExitCode Run(CommandContext& around) = 0;
@@ -40,11 +42,12 @@ constexpr bool IsKnown(Place word, Place here) {
 }
 
 // Which views of a case a word can show. Words with tables of the neutral view have an option
-// --units of their own, for a set of units.
-enum class View { kNone, kRaw, kEither, kNeutral, kNeutralTables };
+// --units of their own, for a set of units. A selection says itself of which view its nodes are.
+enum class View { kNone, kRaw, kEither, kNeutral, kNeutralTables, kOfSelection };
 
+// A row without a maker is a group: the words of the rows whose names begin with its own.
 struct WordRow {
-    const char* name;
+    const char* name;  // of a word of a group: both, with a blank between
     const char* summary;
     const char* details;  // below the options in the help
     View view;            // of the case that it takes; kNone when it takes none

@@ -4,11 +4,7 @@
 // Case files of our own: JSON, described in docs/case-format.md and schema/case.schema.json.
 //
 // Reading is strict: whatever is not as the format says is a problem that names file, line and JSON
-// path, and no case comes out. Writing loses nothing and is atomic: a draft beside the target is
-// written, and takes the target's place and its permissions once the disk has it. A file that may
-// not be written is not replaced, and neither is what is no file. A save that fails or is
-// interrupted leaves the old file as it was and nothing beside it; what a killed one leaves is
-// removed by the next. Of several that save to one file at a time the last one wins.
+// path, and no case comes out. Writing loses nothing and is atomic, as casehost/text_file.h says.
 
 #include <string>
 #include <string_view>

@@ -80,6 +80,8 @@ class CaseHost {
     std::string SolveProblem() const;
     // Whether the active case shows results that are older than a change of it.
     bool HasOldResults() const;
+    // The file in which variables of the active case are published; empty while it has no name.
+    std::string PublishedFile() const;
     // The units in which the active case shows numbers, by a name of kUnitSetNames. False for any
     // other name, and without a case.
     bool UseUnitSet(const std::string& name);

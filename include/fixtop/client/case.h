@@ -65,6 +65,8 @@ class Case {
     void UseUnitSet(const std::string& name) const;
     // Writes the case to a file of the library's own kinds. Throws CaseError.
     void Save(const std::string& file) const;
+    // The file beside its own in which variables are published; empty for a case without a file.
+    std::string PublishedFile() const;
 
     // Asked at every turn of a solve whether it has to stop; for cases opened from now on.
     static void SetStopButton(std::function<bool()> pressed);

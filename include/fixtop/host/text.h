@@ -63,6 +63,8 @@ class FileName {
     const Text& DriveAndPath() const { return folder_; }
     const Text& Extension() const { return extension_; }
     Text FullPath() const { return folder_ + name_ + extension_; }
+    // The file beside a document in which variables of its case are published.
+    Text PublishedFile() const { return folder_ + name_ + Text(".atpub"); }
 
  private:
     Text folder_;

@@ -14,10 +14,11 @@
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/iterator.h"
-#include "framework/iterator/collection_element.h"
 #include "framework/iterator/frame_stack.h"
 #include "framework/iterator/iterator_var_set.h"
+#include "framework/iterator/saved_step.h"
 #include "framework/nodes/liveness.h"
+#include "platform/prefetch.h"
 
 namespace fixtop {
 
@@ -129,6 +130,14 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // SeekPath with a path that was parsed before; `attribute` is the one in which it ends, or
     // NULL.
     bool SeekPath(const PreparedPath& path, FIValue& attribute);
+    void PrefetchSelf() const {
+        Prefetch(&entry_);
+        Prefetch(&life_);
+        Prefetch(&var_set_, sizeof var_set_);
+    }
+    void PrefetchNode() const { Prefetch(entry_.Get(), kNodeBytes); }
+    // Several attributes of the present node.
+    void GetAttributes(const FIValue* names, int count, FIValue* out);
     // Whether a step of this name means the present node.
     bool HasName(const FIValue& name) const;
     // The name under which the present node is listed; NULL at the root.
@@ -140,6 +149,9 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
     bool IsFrozen() const { return !frozen_.empty(); }
+    // The units that it shows to entries.
+    bool HasUnits() const { return var_set_.HasUnits(); }
+    void ForgetUnits() { var_set_.ForgetUnits(); }
     // Of what the root stands on; null when that can't go. Lent.
     Liveness* Life() const { return life_.Get(); }
     // The object of the present node does not live any more.
@@ -161,12 +173,14 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // iterator that it was copied from, is no longer seen.
     void OwnVariables(int level);
     // Saves the present node with the steps above it.
-    std::vector<std::unique_ptr<FICollectionElement>> MakeElements() const;
+    std::vector<std::unique_ptr<SavedStep>> MakeElements() const;
     // The present node alone. The caller owns it.
-    std::unique_ptr<FICollectionElement> MakeElement() const;
+    std::unique_ptr<SavedStep> MakeElement() const;
 
  private:
-    using Elements = std::vector<std::unique_ptr<FICollectionElement>>;
+    using Elements = std::vector<std::unique_ptr<SavedStep>>;
+    // Of an entry, what most of them need to answer.
+    static constexpr std::size_t kNodeBytes = 256;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 

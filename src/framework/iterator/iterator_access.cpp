@@ -36,6 +36,11 @@ void FIIterator::GetAttribute(const FIValue& name, FIValue& out) {
     ShownScope(entry_, &var_set_)->GetAttribute(name, out);
 }
 
+void FIIterator::GetAttributes(const FIValue* names, int count, FIValue* out) {
+    const ShownScope entry(entry_, &var_set_);
+    for (int i = 0; i < count; ++i) entry->GetAttribute(names[i], out[i]);
+}
+
 FIAttributeSource* FIIterator::GetAttributeSource() {
     return ShownScope(entry_, &var_set_)->GetAttributeSource();
 }

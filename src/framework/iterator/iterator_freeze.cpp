@@ -7,25 +7,25 @@ namespace fixtop {
 
 FIIterator::Elements FIIterator::MakeElements() const {
     Elements elements;
-    FICollectionElement* parent = nullptr;
+    SavedStep* parent = nullptr;
     for (int level = 0; level <= frames_.Size(); ++level) {
         FICursorBase* cursor = level == 0 ? nullptr : frames_[level - 1].cursor.Get();
-        elements.push_back(std::make_unique<FICollectionElement>(EntryAt(level), parent, cursor));
+        elements.push_back(std::make_unique<SavedStep>(EntryAt(level), parent, cursor));
         parent = elements.back().get();
     }
     return elements;
 }
 
-std::unique_ptr<FICollectionElement> FIIterator::MakeElement() const {
+std::unique_ptr<SavedStep> FIIterator::MakeElement() const {
     FICursorBase* cursor = frames_.IsEmpty() ? nullptr : frames_.Last().cursor.Get();
-    return std::make_unique<FICollectionElement>(entry_.Get(), nullptr, cursor);
+    return std::make_unique<SavedStep>(entry_.Get(), nullptr, cursor);
 }
 
 FIIterator::Elements FIIterator::CloneElements(const Elements& elements) {
     Elements clones;
-    FICollectionElement* parent = nullptr;
+    SavedStep* parent = nullptr;
     for (const auto& element : elements) {
-        clones.push_back(std::make_unique<FICollectionElement>(*element, parent));
+        clones.push_back(std::make_unique<SavedStep>(*element, parent));
         parent = clones.back().get();
     }
     return clones;

@@ -74,4 +74,9 @@ void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
     variables_ = other.variables_;
 }
 
+void IteratorVarSet::ForgetUnits() {
+    units_ = Units();
+    spec_units_ = Units();
+}
+
 }  // namespace fixtop

@@ -31,6 +31,9 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
 
     // Units and variables of another set.
     void CopyFrom(const IteratorVarSet& other);
+    // Whether a unit was ever set; from ForgetUnits on none is.
+    bool HasUnits() const { return !units_.IsEmpty() || !spec_units_.IsEmpty(); }
+    void ForgetUnits();
 
  private:
     struct Units {
@@ -39,6 +42,7 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
 
         void Set(const FIValue& quantity, const FIValue& unit, FIValue& old);
         void Get(const FIValue& quantity, FIValue& out) const;
+        bool IsEmpty() const { return own.IsNull() && of_quantity.Variables().empty(); }
     };
 
     FIIterator& iterator_;

@@ -371,7 +371,7 @@ class Shielded<FIReference> final : public ShieldedNode<FIReference> {
         if (memory::IsInside()) return FIReference::Unsubscribe(owner, kind);
         return memory::Call<&FIReferenceBase::Unsubscribe>::Or(false, *this, owner, kind);
     }
-    FICollectionElement* MakeElement() override {
+    SavedStep* MakeElement() override {
         if (memory::IsInside()) return FIReference::MakeElement();
         return memory::Call<&FIReferenceBase::MakeElement>::Or(nullptr, *this);
     }

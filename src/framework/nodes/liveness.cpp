@@ -3,6 +3,7 @@
 
 #include "diagnostics/memory_guard.h"
 #include "fixtop/ref.h"
+#include "framework/nodes/change_round.h"
 
 namespace fixtop {
 
@@ -66,6 +67,7 @@ void Liveness::EndUntold() {
 // Somebody may have found it out just before.
 void Liveness::End() {
     const auto self = Ref<Liveness>::Share(this);
+    const ChangeRound present;
     if (!HasEnded()) {
         revision_ = &kEnded;
         OnEnded(true);
@@ -83,6 +85,7 @@ void Liveness::BeginChange() {
 
 void Liveness::TellChange() {
     const auto self = Ref<Liveness>::Share(this);
+    const ChangeRound present;
     const std::uint64_t round = round_;
     ForEachWatcher([round](Watcher& watcher) {
         if (watcher.heard_ >= round) return;

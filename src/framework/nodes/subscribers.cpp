@@ -4,18 +4,27 @@
 #include <algorithm>
 
 #include "diagnostics/memory_guard.h"
+#include "framework/nodes/change_round.h"
 
 namespace fixtop {
 
 void SubscriberList::Add(void* owner, int kind, FICallback callback, const Liveness* scope) {
-    records_.push_back({kind, owner, callback, scope, true});
+    records_.push_back({owner, callback, scope, added_++, kind});
+    try {
+        index_.insert(std::prev(records_.end()));
+    } catch (...) {
+        records_.pop_back();
+        throw;
+    }
 }
 
 bool SubscriberList::Remove(void* owner, int kind) {
-    const auto found = std::find_if(records_.begin(), records_.end(), [&](const Record& record) {
-        return record.active && record.kind == kind && record.owner == owner;
-    });
-    if (found == records_.end()) return false;
+    const auto [begin, end] = index_.equal_range(Key{owner, kind});
+    if (begin == end) return false;
+    const auto first = std::min_element(
+        begin, end, [](const Place& a, const Place& b) { return a->number < b->number; });
+    const Place found = *first;
+    index_.erase(first);
     if (rounds_ > 0) {
         found->active = false;
         erase_pending_ = true;
@@ -25,17 +34,21 @@ bool SubscriberList::Remove(void* owner, int kind) {
     return true;
 }
 
+// Who comes during the round waits for the next, or one that leaves and comes back would be called
+// without end.
 template <class Wanted>
 void SubscriberList::Tell(bool deletion, Wanted wanted) {
+    if (records_.empty()) return;
     ++rounds_;
-    // By index, since a callback may subscribe, which moves the records; who comes during the round
-    // waits for the next, or one that leaves and comes back would be called without end.
-    const std::size_t count = records_.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (!records_[i].active || !wanted(records_[i])) continue;
-        if (deletion) records_[i].told = true;
-        const Record record = records_[i];
-        memory::Outside([&] { record.callback(record.owner, record.kind); });
+    const ChangeRound round;
+    const Place last = std::prev(records_.end());
+    for (Place each = records_.begin();; ++each) {
+        if (each->active && wanted(*each)) {
+            if (deletion) each->told = true;
+            const Record record = *each;
+            memory::Outside([&] { record.callback(record.owner, record.kind); });
+        }
+        if (each == last) break;
     }
     if (--rounds_ == 0 && erase_pending_) EraseInactive();
 }
@@ -52,6 +65,7 @@ void SubscriberList::TellEnd(const Liveness* scope) {
 }
 
 void SubscriberList::Clear() {
+    index_.clear();
     for (Record& record : records_) record.active = false;
     erase_pending_ = true;
     if (rounds_ == 0) EraseInactive();

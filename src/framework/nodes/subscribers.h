@@ -2,9 +2,13 @@
 #pragma once
 
 // SubscriberList: who wants to be told of changes. Records may leave in the middle of a round: they
-// are skipped for its rest and erased after it.
+// are skipped for its rest and erased after it. Coming and leaving cost the same however many there
+// are: each reference that a client holds comes and leaves with every change of structure.
 
-#include <vector>
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <unordered_set>
 
 #include "fixtop/entry.h"
 
@@ -30,11 +34,12 @@ class SubscriberList {
 
  private:
     struct Record {
-        int kind;
         void* owner;
         FICallback callback;
         const Liveness* scope;
-        bool active;
+        std::uint32_t number;  // the higher, the later it came
+        int kind;
+        bool active = true;
         bool told = false;  // of a deletion
 
         bool Wants(bool deletion, const Liveness* of) const {
@@ -42,12 +47,40 @@ class SubscriberList {
             return !deletion || !scope || !of || scope == of;
         }
     };
+    using Records = std::list<Record>;
+    using Place = Records::iterator;
+    // Records are known by their owner and kind, which several may share.
+    struct Key {
+        const void* owner;
+        int kind;
+        bool operator==(const Key&) const = default;
+    };
+    static Key KeyOf(const Key& key) { return key; }
+    static Key KeyOf(const Place& place) { return {place->owner, place->kind}; }
+    struct Hash {
+        using is_transparent = void;
+        template <class Known>
+        std::size_t operator()(const Known& known) const {
+            const Key key = KeyOf(known);
+            return std::hash<const void*>()(key.owner) * 3 + static_cast<std::size_t>(key.kind);
+        }
+    };
+    struct Same {
+        using is_transparent = void;
+        template <class A, class B>
+        bool operator()(const A& a, const B& b) const {
+            return KeyOf(a) == KeyOf(b);
+        }
+    };
 
     template <class Wanted>
     void Tell(bool deletion, Wanted wanted);
     void EraseInactive();
 
-    std::vector<Record> records_;
+    Records records_;
+    // The active ones.
+    std::unordered_multiset<Place, Hash, Same> index_;
+    std::uint32_t added_ = 0;
     int rounds_ = 0;
     bool erase_pending_ = false;
 };

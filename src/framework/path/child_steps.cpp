@@ -105,8 +105,11 @@ std::string PathTo(FIIterator& node) {
     while (parent->Depth() > 0) {
         const Copied child = CopyOf(*parent);
         parent->Up();
+        const std::uint64_t number = child->ObjectNumber();
         ForEachChild(*parent, [&](FIIterator& sibling, const ChildStep& step) {
-            if (!sibling.Equal(*child)) return true;
+            // Where objects have numbers these tell at once; a cursor may count its way.
+            const std::uint64_t other = number != 0 ? sibling.ObjectNumber() : 0;
+            if ((other != 0 && other != number) || !sibling.Equal(*child)) return true;
             path = JoinPath(step.step, path);
             return false;
         });

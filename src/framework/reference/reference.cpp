@@ -240,12 +240,12 @@ void FIReference::EndRound() {
 
 void FIReference::OnAncestorChanged() {
     if (state_ == kDeleted) return;
-    if (Life()) Life()->Heard(*this);
     MarkStale();
     OnValueChanged();
 }
 
 void FIReference::OnValueChanged() {
+    if (Life()) Life()->Heard(*this);
     const Stay stay(*this);
     ++rounds_;
     value_clients_.Call(kTellChange);

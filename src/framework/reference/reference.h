@@ -85,7 +85,7 @@ class FIReference : public FIReferenceBase,
 
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
-    FICollectionElement* MakeElement() override;
+    SavedStep* MakeElement() override;
     void SafeDelete() override;
     FIIteratorBase* GetIterator() override { return iterator_.Get(); }
     bool MarkStale() override;
@@ -96,6 +96,16 @@ class FIReference : public FIReferenceBase,
     void OnDeleted() override;
 
     State GetState() const { return state_; }
+    // Asks for the memory that a read is going to touch, one level after the other: the first must
+    // have come before the second is asked for.
+    void PrefetchSelf() const {
+        Prefetch(this);
+        Prefetch(&delete_pending_);
+    }
+    void PrefetchPlace() const { iterator_->PrefetchSelf(); }
+    void PrefetchNode() const { iterator_->PrefetchNode(); }
+    // Several attributes as one guarded read; what it can't read they all answer.
+    void GetAttributes(const FIValue* names, int count, FIValue* out);
     // The node does not live any more, whether that was found out by a use or not.
     bool IsGone() const { return state_ == kDeleted || iterator_->IsGone(); }
     // As FIIterator::ComparePlaces, of the places where they stood when they were last sure of
@@ -179,9 +189,16 @@ class FIReference : public FIReferenceBase,
     void DropUnused(int kind);
     void EndRound();
 
+    // What a read needs comes first.
     Ref<FIIterator> iterator_;
-    State state_ = kLive;
     std::uint64_t revision_ = 0;
+    State state_ = kLive;
+    // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0.
+    int stays_ = 0;
+    int rounds_ = 0;
+    int references_ = 1;
+    bool delete_pending_ = false;
+    bool erase_pending_ = false;
     bool on_delete_ = false;
     bool on_structure_ = false;
     bool on_ancestor_ = false;
@@ -189,12 +206,6 @@ class FIReference : public FIReferenceBase,
     ReferenceClients delete_clients_;
     ReferenceClients structure_clients_;
     ReferenceClients value_clients_;
-    // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0.
-    int rounds_ = 0;
-    int stays_ = 0;
-    bool delete_pending_ = false;
-    bool erase_pending_ = false;
-    int references_ = 1;
 };
 
 }  // namespace fixtop

@@ -85,6 +85,10 @@ FIVarSet* FIReference::GetVarSet() {
 void FIReference::GetAttribute(const FIValue& name, FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.GetAttribute(name, out); });
 }
+void FIReference::GetAttributes(const FIValue* names, int count, FIValue* out) {
+    const char* failure = Guard([&](FIIterator& it) { it.GetAttributes(names, count, out); });
+    for (int i = 0; failure && i < count; ++i) out[i].SetText(failure);
+}
 void FIReference::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {
     GuardText(out, [&](FIIterator& it) { it.SetAttribute(name, value, mode, out); });
 }
@@ -165,8 +169,8 @@ bool FIReference::NotEqual(FIReferenceBase& other) {
     return iterator_->NotEqual(*other.GetIterator());
 }
 
-FICollectionElement* FIReference::MakeElement() {
-    std::unique_ptr<FICollectionElement> element;
+SavedStep* FIReference::MakeElement() {
+    std::unique_ptr<SavedStep> element;
     Guard([&](FIIterator& it) { element = it.MakeElement(); });
     return element.release();
 }

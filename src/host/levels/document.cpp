@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/levels/document.h"
 
+#include <utility>
+
 #include "fixtop/solver.h"
 #include "host/adapter.h"
 #include "host/host_access.h"
@@ -22,6 +24,10 @@ HDocumentAgg::HDocumentAgg(host::SimulationCase* simulation_case, HCollectionCal
 
 HDocumentAgg::~HDocumentAgg() {
     DropCollection();
+}
+
+bool HDocumentAgg::IsOf(host::SimulationCase* simulation_case) const {
+    return CaseLife::Of(CaseOrActive(simulation_case)).Get() == life_.Get();
 }
 
 void HDocumentAgg::DocumentName(FIValue& out) const {
@@ -47,8 +53,9 @@ void* HDocumentAgg::CreateCollection() {
 }
 
 void HDocumentAgg::DropCollection() {
-    if (collection_ && calls_.drop) calls_.drop(collection_);
-    collection_ = nullptr;
+    // Whoever goes with it may ask for another one.
+    void* const dropped = std::exchange(collection_, nullptr);
+    if (dropped && calls_.drop) calls_.drop(dropped);
 }
 
 bool HDocumentAgg::Save() {
@@ -58,9 +65,12 @@ bool HDocumentAgg::Save() {
 
 bool HDocumentAgg::SaveAs(const char* path) {
     host::SimulationCase* simulation_case = life_->Case();
-    if (!simulation_case) return false;
+    if (!simulation_case || !path || !*path) return false;
+    const host::FileName before = simulation_case->GetDocumentName();
     simulation_case->SetDocumentName(host::FileName(host::Text(path), host::TheEmptyText));
-    return simulation_case->Save();
+    if (simulation_case->Save()) return true;
+    if (host::SimulationCase* still = life_->Case()) still->SetDocumentName(before);
+    return false;
 }
 
 void HDocumentAgg::ReadHistory(FIErrorRecord& error) const {

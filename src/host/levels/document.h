@@ -23,6 +23,9 @@ class HDocumentAgg {
     HDocumentAgg& operator=(const HDocumentAgg&) = delete;
     ~HDocumentAgg();
 
+    // Of this case, which is there; null is the active one.
+    bool IsOf(host::SimulationCase* simulation_case) const;
+
     // Name part of the document's file; NULL without a case.
     void DocumentName(FIValue& out) const;
     void ApplicationName(FIValue& out) const;

@@ -3,20 +3,12 @@
 
 #include "framework/nodes/shield.h"
 #include "host/levels/case_nodes.h"
+#include "host/published/published_file.h"
 #include "host/published/published_variables.h"
-#include "platform/file_search.h"
 
 namespace fixtop {
 
 namespace {
-
-constexpr char kPublishedExtension[] = ".atpub";
-
-// The file in which a case keeps its published variables.
-std::string PublishedFile(host::SimulationCase& simulation_case) {
-    const host::FileName& document = simulation_case.GetDocumentName();
-    return document.DriveAndPath().Str() + document.Name().Str() + kPublishedExtension;
-}
 
 // Null when the case is not connected.
 host::COnlineConnectivityManager* ManagerOf(host::SimulationCase* simulation_case) {
@@ -56,7 +48,7 @@ bool HAandCEntry::HasChildren() const {
         case kAppModel:
             return true;
         case kPublishedFile:
-            return simulation_case && FileExists(PublishedFile(*simulation_case));
+            return simulation_case && HasPublishedFile(*simulation_case);
         default: {
             host::COnlineConnectivityManager* manager = ManagerOf(simulation_case);
             return manager && HPublishContext::CountOf(*manager) > 0;
@@ -71,6 +63,8 @@ FIContext* HAandCEntry::GetContext() {
             options_.SetVariableView(true);
             return HandOut(new Shielded<HFandBContext>(context_->Case(),
                                                        NodeAbove(&options_, attachments_, this)));
+        case kPublishedFile:
+            return MakePublishedList(*context_);
         case kPublishedVariables:
             if (auto* manager = ManagerOf(context_->Case())) {
                 return HandOut(

@@ -36,9 +36,13 @@ class HAandCContext : public FixedContext<HAandCContext, HAandCCursorBase, HAand
 
     const NeutralViewNames& Files() const { return files_; }
     void FollowAttachments(bool follow) { above_.FollowAttachments(follow); }
+    // A tree in which what a file publishes is sought must not lead back into it.
+    void HidePublishedFile() { shows_published_file_ = false; }
+    bool ShowsPublishedFile() const { return shows_published_file_; }
 
  private:
     NeutralViewNames files_;
+    bool shows_published_file_ = true;
 };
 
 class HAandCCursorBase : public FixedCursor<HAandCCursorBase, HAandCContext> {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "diagnostics/memory_guard.h"
+#include "framework/nodes/change_round.h"
 
 namespace fixtop {
 
@@ -185,6 +186,7 @@ void HSolverNotify::SimulationStopped() {
 // Who stands in no list that the raw callback serves hears of the change from the case's record.
 void HSolverNotify::SimulationStep() {
     auto self = Ref<HSolverNotify>::Share(this);
+    const ChangeRound::Announced change;
     life_->BeginChange();
     memory::Contain([this] {
         if (state_ == kRunning) CheckEnd();
@@ -196,6 +198,7 @@ void HSolverNotify::SimulationStep() {
 
 void HSolverNotify::SimulationEvent() {
     auto self = Ref<HSolverNotify>::Share(this);
+    const ChangeRound::Announced end;
     memory::Contain([this] { Forward(&host::IModelCallback::SimulationEvent, 1); });
     life_->End();
 }

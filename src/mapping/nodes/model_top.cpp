@@ -71,4 +71,10 @@ bool CCDMTopEntry::Unsubscribe(void* owner, int kind) {
     return node && node->Unsubscribe(owner, kind);
 }
 
+bool CCDMTopEntry::QueryService(int kind, void** out) {
+    FIReference* node = context_->Place().references.First();
+    if (node && !IsGone()) return node->Place().EntryAt(0)->QueryService(kind, out);
+    return AttrMapEntry::QueryService(kind, out);
+}
+
 }  // namespace fixtop

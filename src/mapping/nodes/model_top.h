@@ -23,6 +23,8 @@ class CCDMTopEntry : public AttrMapEntry<CCDMTopEntry>, public LivingNode {
     // The node of the application on which the tree stands tells.
     bool Subscribe(void* owner, int kind, FICallback callback) override;
     bool Unsubscribe(void* owner, int kind) override;
+    // Those of the application's top, such as its solver.
+    bool QueryService(int kind, void** out) override;
 
     Liveness* Life() const final { return context_->Place().references.Life(); }
     bool IsGone() const final { return context_->Place().references.AreGone(); }

@@ -2,7 +2,7 @@
 // Opening a view, its root, its life; the class cursor as a cursor; the dictionary.
 
 #include "diagnostics/instance_counts.h"
-#include "framework/iterator/collection_element.h"
+#include "framework/iterator/saved_step.h"
 #include "framework/nodes/empties.h"
 #include "mapping/nodes/dictionary.h"
 #include "model_fixture.h"

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cstdio>
-#include <iostream>
-
 #include "case_session.h"
-#include "terminal.h"
+#include "input_lines.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -29,26 +26,13 @@ class Get final : public Word {
                 read(path);
                 continue;
             }
-            for (std::string line; NextLine(line);) {
-                read(FromOneLine(line));
-            }
-            if (std::cin.bad() && !std::ferror(stdin)) throw std::bad_alloc();
-            if (std::ferror(stdin)) {
-                around.out.Note("standard input can't be read");
-                return ExitCode::kUnreadable;
-            }
+            const auto read_line = [&](const std::string& line) { read(FromOneLine(line)); };
+            if (!ForEachInputLine(read_line, around.out)) return ExitCode::kUnreadable;
         }
         return code;
     }
 
  private:
-    static bool NextLine(std::string& line) {
-        bool read = false;
-        if (!terminal::IsInterrupted()) read = static_cast<bool>(std::getline(std::cin, line));
-        if (terminal::IsInterrupted()) throw Interrupted();
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        return read;
-    }
     bool Read(const std::string& path, CommandContext& around) const {
         std::string problem;
         const auto found = Locate(*around.session, path, problem);

@@ -53,6 +53,49 @@ constexpr WordRow kWords[] = {
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
      "given with --set are stored first. Ends with the solve.",
      View::kEither, Place::kBoth, MakeWatch},
+    {"collect", "Choose nodes, keep them in a file, and read or store all of them at once",
+     "FILE keeps the chosen nodes, in their order, each with the unit in which it is shown. It "
+     "can\n"
+     "be used on other cases: a node that is not there is named, with those that it may have\n"
+     "become, and no other is shown in its place.",
+     View::kNone, Place::kBoth, nullptr},
+    {"collect add", "Add nodes to a selection, or begin one",
+     "Writes the path of each node that was added. One that is chosen already stays where it is,\n"
+     "and takes the --unit. Exit status 1 when a pattern matches nothing, or a node can't be\n"
+     "chosen; the others are added.",
+     View::kEither, Place::kBoth, MakeCollectAdd},
+    {"collect list", "List the paths of a selection, and the units that were chosen",
+     "A line each: path, tab, unit; without a unit nothing follows the path.", View::kNone,
+     Place::kBoth, MakeCollectList},
+    {"collect read", "Read all values of a selection",
+     "A line each node: path, value, unit, status, and age: specified, calculated, stale where it "
+     "is\n"
+     "older than a change of the case, or unknown. Exit status 1 when the case does not have all\n"
+     "nodes.",
+     View::kOfSelection, Place::kBoth, MakeCollectRead},
+    {"collect write", "Store values into the nodes of a selection, in their order",
+     "As many values as there are nodes; an empty one leaves its node as it is. The value - reads\n"
+     "values from standard input, one a line. They are in --unit, or else in the units of the\n"
+     "selection. The case is solved once, and all values are written as they then stand, as read\n"
+     "does. Exit status 1 when a store is refused; the others stand.",
+     View::kOfSelection, Place::kBoth, MakeCollectWrite},
+    {"collect watch", "Solve the case and write how values of a selection change",
+     "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
+     "given with --set are stored first. Ends with the solve.",
+     View::kOfSelection, Place::kBoth, MakeCollectWatch},
+    {"collect remove", "Take nodes out of a selection",
+     "Exit status 1 when a path is not one of its own; the others are removed.", View::kNone,
+     Place::kBoth, MakeCollectRemove},
+    {"collect diff", "Compare the values of a selection in two cases",
+     "A line each node that differs by more than the tolerance: path, both values, unit and\n"
+     "difference. Exit status 1 when there is one, or a node is missing on a side.",
+     View::kNone, Place::kProgram, MakeCollectDiff},
+    {"publish", "List the nodes of a selection in its case as published variables",
+     "Writes the selection beside the case, as its name with .atpub, and then the name of that\n"
+     "file. The case shows its nodes below \"QSI Published Variables\" from then on. Exit status "
+     "3\n"
+     "when it can't be written, or the case does not have all nodes.",
+     View::kRaw, Place::kBoth, MakePublish},
     {"explain", "Tell where a node of the neutral view comes from",
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
      "translators of the map with the reason why one was used or left.",

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// FICollectionElement: one step of a saved path. It holds a node and knows how to find it again
+// SavedStep: one step of a saved path. It holds a node and knows how to find it again
 // after the host's lists were rebuilt: by the number of its object when the node has one of its
 // own, else by the key under which it lies below its parent step and what tells it from others of
 // that key. All of it is taken when the step is saved: nothing is asked of the node afterwards.
@@ -17,17 +17,17 @@
 
 namespace fixtop {
 
-class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
+class SavedStep : private Counted<CountedClass::FICollectionElement> {
  public:
     // A saved root: `parent` is null and `cursor` too. Otherwise the key is the one of `cursor`, or
     // the node's name when the cursor has none.
-    FICollectionElement(FIEntry* entry, FICollectionElement* parent, FICursorBase* cursor);
-    FICollectionElement(const FICollectionElement& other, FICollectionElement* parent);
-    FICollectionElement(const FICollectionElement&) = delete;
-    FICollectionElement& operator=(const FICollectionElement&) = delete;
+    SavedStep(FIEntry* entry, SavedStep* parent, FICursorBase* cursor);
+    SavedStep(const SavedStep& other, SavedStep* parent);
+    SavedStep(const SavedStep&) = delete;
+    SavedStep& operator=(const SavedStep&) = delete;
 
     FIEntry* GetEntry() const { return entry_.Counted(); }
-    FICollectionElement* Parent() const { return parent_; }
+    SavedStep* Parent() const { return parent_; }
     // A text, or an INT for a child that is known by its index alone; NULL for a root.
     const FIValue& Key() const { return key_; }
 
@@ -47,7 +47,7 @@ class FICollectionElement : private Counted<CountedClass::FICollectionElement> {
     bool IsSame(FIEntry& entry) const;
 
     Ref<FIEntry> entry_;
-    FICollectionElement* parent_;
+    SavedStep* parent_;
     FIValue key_;
     FIValue name_;
     // Of the entry; null for one that stands on nothing that may go.

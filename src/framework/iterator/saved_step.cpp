@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "framework/iterator/collection_element.h"
+#include "framework/iterator/saved_step.h"
 
 #include "framework/nodes/empties.h"
 
 namespace fixtop {
 
-FICollectionElement::FICollectionElement(FIEntry* entry, FICollectionElement* parent,
-                                         FICursorBase* cursor)
+SavedStep::SavedStep(FIEntry* entry, SavedStep* parent, FICursorBase* cursor)
     : entry_(Ref<FIEntry>::Share(entry)),
       parent_(parent),
       living_(dynamic_cast<const LivingNode*>(entry)) {
@@ -21,8 +20,7 @@ FICollectionElement::FICollectionElement(FIEntry* entry, FICollectionElement* pa
     if (key_.Kind() == FIValue::kReal) key_.ConvertTo(FIValue::kShortText);
 }
 
-FICollectionElement::FICollectionElement(const FICollectionElement& other,
-                                         FICollectionElement* parent)
+SavedStep::SavedStep(const SavedStep& other, SavedStep* parent)
     : entry_(other.entry_),
       parent_(parent),
       key_(other.key_),
@@ -31,8 +29,7 @@ FICollectionElement::FICollectionElement(const FICollectionElement& other,
       number_(other.number_),
       mark_(other.mark_) {}
 
-bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
-                                  Ref<FIEntry>& entry) const {
+bool SavedStep::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntry>& entry) const {
     const bool is_gone = key_.IsNull() || (living_ && living_->IsGone());
     const bool is_proven = number_ != 0 && living_->IsTracked();
     if (!is_gone && is_proven) {
@@ -48,8 +45,7 @@ bool FICollectionElement::Resolve(FIEntry& parent, Ref<FICursorBase>& cursor,
     return false;
 }
 
-bool FICollectionElement::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor,
-                                    Ref<FIEntry>& entry) const {
+bool SavedStep::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntry>& entry) const {
     const Ref<FIContext> context = Ref<FIContext>::Adopt(parent.GetContext());
     Ref<FICursorBase> found = Ref<FICursorBase>::Adopt(context->MakeCursor(kChildCursor));
     const bool stands = key_.Kind() == FIValue::kInt ? found->Seek(kFromFirst, key_.AsInt())
@@ -60,12 +56,12 @@ bool FICollectionElement::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor,
     return entry && entry.Get() != EmptyEntry();
 }
 
-bool FICollectionElement::HasNumber(FIEntry& entry) const {
+bool SavedStep::HasNumber(FIEntry& entry) const {
     const auto* living = dynamic_cast<const LivingNode*>(&entry);
     return living && living->ObjectNumber() == number_;
 }
 
-bool FICollectionElement::IsSame(FIEntry& entry) const {
+bool SavedStep::IsSame(FIEntry& entry) const {
     if (number_ != 0) return HasNumber(entry);
     if (!living_) return entry.Compare(*entry_) == 0;
     const auto* living = dynamic_cast<const LivingNode*>(&entry);
@@ -75,7 +71,7 @@ bool FICollectionElement::IsSame(FIEntry& entry) const {
     return name.Compare(name_) == 0;
 }
 
-Ref<FIEntry> FICollectionElement::FindNumber(FICursorBase& cursor) const {
+Ref<FIEntry> SavedStep::FindNumber(FICursorBase& cursor) const {
     for (bool stands = cursor.Seek(kFromFirst, 0); stands; stands = cursor.Seek(kFromPresent, 1)) {
         auto entry = Ref<FIEntry>::Adopt(cursor.GetEntry());
         if (entry && HasNumber(*entry)) return entry;
@@ -85,7 +81,7 @@ Ref<FIEntry> FICollectionElement::FindNumber(FICursorBase& cursor) const {
 
 // Several siblings may have one key; then the saved node says which of them it was. One that stands
 // alone is taken under another name too, but not when it is told apart by more than its name.
-Ref<FIEntry> FICollectionElement::FindSame(Ref<FICursorBase>& cursor) const {
+Ref<FIEntry> SavedStep::FindSame(Ref<FICursorBase>& cursor) const {
     auto first = Ref<FIEntry>::Adopt(cursor->GetEntry());
     if (!first || IsSame(*first)) return first;
     bool is_alone = true;

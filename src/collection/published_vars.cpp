@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "collection/published_vars.h"
+
+#include "collection/shielded_collection.h"
+#include "framework/iterator/shielded_iterator.h"
+#include "framework/nodes/empties.h"
+
+namespace fixtop {
+
+namespace {
+
+constexpr char kTop[] = "Top";
+
+// Whether the item refers to the root of the tree.
+bool IsTop(const FICollectionElement& item) {
+    static const FIValue id_name("id");
+    if (!item.node) return false;
+    FIValue id;
+    item.node->GetAttribute(id_name, id);
+    return id.IsText() && id.Compare(FIValue(kTop)) == 0;
+}
+
+}  // namespace
+
+PublishedVars::PublishedVars(const char* text, FIIterator& top)
+    : items_(Ref<Collection>::Adopt(new Shielded<Collection>())) {
+    const auto from =
+        Ref<FIIterator>::Adopt(new Shielded<FIIterator>(top.EntryAt(top.Depth()), true));
+    items_->Load(text, *from);
+    int index = 0;
+    for (auto* each = items_->ItemAt(0); each && !IsTop(*each); each = each->Next()) ++index;
+    items_->RemoveAt(index);
+}
+
+FICursorBase* PublishedVars::MakeCursor(int kind) {
+    if (kind == kKeyCursor) return EmptyCursor();
+    return HandOut(static_cast<FICursorBase*>(new Shielded<PublishedVarsCursorBase>(*this)));
+}
+
+Ref<FIIterator> PublishedVars::NodeAt(int index) const {
+    const FICollectionElement* item = items_->ItemAt(index);
+    if (!item || !item->node || !item->node->Rebind()) {
+        return Ref<FIIterator>::Adopt(new Shielded<FIIterator>());
+    }
+    return Ref<FIIterator>::Adopt(static_cast<FIIterator*>(item->node->Copy()));
+}
+
+void PublishedVarsCursorBase::GetKey(FIValue& out) {
+    out.Clear();
+    if (!AtEnd()) ReadPublishedKey(*list_->NodeAt(index_), out);
+}
+
+FIEntry* PublishedVarsCursorBase::GetEntry() {
+    if (AtEnd()) return nullptr;
+    return HandOut(static_cast<FIEntry*>(
+        new Shielded<PublishedVarEntry>(*list_, list_->NodeAt(index_), index_)));
+}
+
+}  // namespace fixtop

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <functional>
+
+#include "collect/selection_word.h"
+#include "memory.h"
+#include "words/makers.h"
+
+namespace fixtop {
+
+namespace {
+
+class CollectAdd final : public SelectionWord {
+ public:
+    void Declare(CLI::App& app) override {
+        AddNames(app, "PATTERN", patterns_, "Nodes: paths, with wildcards and filters")->required();
+        AddName(app, "--unit", unit_, "Unit in which they are shown");
+    }
+
+ private:
+    ExitCode Work(CommandContext& around) override {
+        const int before = MemoryFailures();
+        client::Selection selection = LoadOrBegin(*around.session);
+        ExitCode code = ExitCode::kOk;
+        const auto refuse = [&](const std::string& problem) {
+            around.out.Note(problem);
+            code = ExitCode::kFailed;
+        };
+        std::vector<std::string> added;
+        const auto add = [&](const client::Place& match) {
+            try {
+                if (!match.attribute.empty()) {
+                    refuse(OneLine(match.path) + ": nodes are chosen, not attributes of them");
+                } else if (selection.Add(match.node, unit_)) {
+                    added.push_back(match.path);
+                }
+            } catch (const client::Refused& refused) {
+                refuse(OneLine(match.path) + ": " + OneLine(refused.Text()));
+            }
+        };
+        for (const std::string& pattern : patterns_) {
+            const std::string problem = ForEachMatch(*around.session, pattern, add);
+            if (!problem.empty()) refuse(problem);
+        }
+        // What was not found for lack of memory is not to be missing in the file.
+        if (MemoryFailures() != before) throw std::bad_alloc();
+        // Saved before anything is written: whoever reads may have gone away.
+        if (selection.Size() > 0) selection.Save(File());
+        for (const std::string& path : added) around.out.Line(OneLine(path));
+        return code;
+    }
+    client::Selection LoadOrBegin(const CaseSession& session) const {
+        if (!client::Selection::IsFile(File())) return client::Selection(session.Top());
+        client::Selection selection = Load(session);
+        if (selection.Size() == 0) return client::Selection(session.Top());
+        if (*selection.Root() == session.Top()) return selection;
+        const bool is_raw = *selection.Root() == session.OpenCase().Top();
+        throw client::CaseError(
+            {File() + (is_raw ? ": its nodes are of the case's own tree; leave --neutral out"
+                              : ": its nodes are of the neutral view; give --neutral")});
+    }
+
+    std::vector<std::string> patterns_;
+    std::string unit_;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeCollectAdd() {
+    return std::make_unique<CollectAdd>();
+}
+
+}  // namespace fixtop

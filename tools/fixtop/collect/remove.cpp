@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "collect/selection_word.h"
+#include "words/makers.h"
+
+namespace fixtop {
+
+namespace {
+
+class CollectRemove final : public SelectionWord {
+ public:
+    void Declare(CLI::App& app) override {
+        AddNames(app, "PATH", paths_, "Nodes, by the paths that list writes")->required();
+    }
+
+ private:
+    ExitCode Work(CommandContext& around) override {
+        client::Selection selection = client::Selection::Load(File());
+        ExitCode code = ExitCode::kOk;
+        bool is_changed = false;
+        for (const std::string& path : paths_) {
+            const std::string problem = Take(path, selection);
+            is_changed = is_changed || problem.empty();
+            if (problem.empty()) continue;
+            around.out.Note(problem);
+            code = ExitCode::kFailed;
+        }
+        if (is_changed) selection.Save(File());
+        return code;
+    }
+    // Answers what is wrong.
+    static std::string Take(const std::string& path, client::Selection& selection) {
+        try {
+            return selection.Remove(path) ? "" : "not in the selection: " + OneLine(path);
+        } catch (const client::PathError& error) {
+            return MessageOf(error);
+        }
+    }
+
+    std::vector<std::string> paths_;
+};
+
+}  // namespace
+
+std::unique_ptr<Word> MakeCollectRemove() {
+    return std::make_unique<CollectRemove>();
+}
+
+}  // namespace fixtop
