@@ -214,6 +214,15 @@ TEST_F(BackupText, an_inner_step_without_a_place_is_no_item) {
     EXPECT_EQ(Words({"Feed", "Feed.Pressure"}), Paths());
 }
 
+TEST_F(BackupText, a_place_below_minus_two_comes_before_all_others) {
+    ASSERT_TRUE(
+        LoadSteps("<Pathnode id=\"a\" loc=\"0\"/><Pathnode id=\"b\" loc=\"-7\"/>"
+                  "<Pathnode id=\"c\"/><Pathnode id=\"d\" loc=\"-3\"/>"));
+    EXPECT_EQ(Words({"b", "d", "a", "c"}), Paths());
+    // The places are counted anew.
+    EXPECT_NE(std::string::npos, Xml().find("<Pathnode id=\"b\" loc=\"0\"/>"));
+}
+
 TEST_F(BackupText, a_place_of_minus_one_is_none_and_one_of_minus_two_is_at_the_end) {
     ASSERT_TRUE(
         LoadSteps("<Pathnode id=\"a\" loc=\"-2\"/><Pathnode id=\"b\" loc=\"-1\"/>"

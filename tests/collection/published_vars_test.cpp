@@ -276,6 +276,16 @@ TEST_F(Published, an_item_whose_node_is_not_found_shows_as_nothing) {
     EXPECT_FALSE(entry->IsContainer());
 }
 
+TEST_F(Published, a_name_has_at_most_1023_bytes_of_the_path) {
+    const std::string name(2000, 'n');
+    top_.Add(name.c_str()).Set("path", ("Top." + name).c_str());
+    items_->Clear();
+    Add(name);
+    Publish();
+    EXPECT_EQ('"' + ("Top." + name).substr(0, 1023) + '"', NameOf(*EntryAt(0)));
+    EXPECT_EQ(Words({"\"Top." + name + '"'}), Keys(*list_));
+}
+
 }  // namespace
 
 }  // namespace fixtop
