@@ -2,6 +2,7 @@
 // What clients do. Each scenario leaves the world as it found it, so that it can be played again.
 
 #include <algorithm>
+#include <utility>
 
 #include "memory/client.h"
 
@@ -455,8 +456,14 @@ void CallExports(World& world, Client& client) {
     client.Tell(bool(context));
     if (context) client.TellAnswer([&] { return SetTopAttach(context.Detach(), true); });
     void* object = nullptr;
+    const auto give_back = [&] {
+        auto* const given = static_cast<IUnknown*>(std::exchange(object, nullptr));
+        if (given) client.In([=] { given->Release(); });
+    };
     client.Tell(client.In([&] { return GetQSINode(nullptr, &object) != nullptr; }));
+    give_back();
     client.Tell(client.In([&] { return GetDocumentAgg(nullptr, "id", &object) != nullptr; }));
+    give_back();
     FIValue steps, error;
     const FIValue path("Streams.*[(name)=\"a name of some length\"].Temperature(value)");
     client.TellAnswer([&] { return FixtopDescribePath(path, steps, error); });
