@@ -113,7 +113,8 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 bool Selection::Add(const Node& node, const std::string& unit) {
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
-    const int before = collection_->Count();
+    // One that gives way to a new name is not to be taken for the one that comes.
+    const int before = ByPresentNames(*collection_).Count();
     FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
     if (!item) throw Refused(node.Path(), kElsewhere);
     const bool is_new = collection_->Count() != before;

@@ -726,6 +726,17 @@ TEST_F(DocumentsOfModule, document_is_saved) {
     EXPECT_EQ(kResultFail, document->SaveAs(folder.File("none/saved.json").c_str()));
 }
 
+TEST_F(DocumentsOfModule, a_save_that_fails_leaves_the_document_its_name) {
+    const TemporaryFolder folder;
+    const auto document = Document(GetDocumentAgg, nullptr, this);
+    const auto name = [&] { return TakeText([&](char** out) { return document->GetName(out); }); };
+    const std::string before = name();
+    for (const std::string& file : {std::string(), folder.File("none/other.json")}) {
+        EXPECT_EQ(kResultFail, document->SaveAs(file.c_str())) << file;
+        EXPECT_EQ(before, name());
+    }
+}
+
 TEST_F(DocumentsOfModule, document_ends_with_its_case) {
     const auto before = Document(GetDocumentAgg, nullptr, this);
     const auto top = Take<IQSINode>([&](IQSINode** out) { return before->GetTopNode(out); });

@@ -223,6 +223,16 @@ TEST_F(ClientSelection, stores_into_its_items_and_tells_what_was_refused) {
     EXPECT_NEAR(31.85, plant.At(std::string(kStreams) + "Raw Gas.Temperature").Number("C"), 1e-9);
 }
 
+TEST_F(ClientSelection, a_unit_that_can_not_be_kept_is_refused_with_the_node) {
+    const Case plant = Case::Open(Case::kDemo);
+    Selection selection(plant.Neutral());
+    const Node node =
+        plant.Neutral().At("Flowsheet.Stream(Raw Gas).PhaseChange.DewPointTemperature");
+    EXPECT_THROW(selection.Add(node, "C"), Refused);
+    EXPECT_EQ(0u, selection.Size());
+    EXPECT_TRUE(selection.Add(node));
+}
+
 TEST_F(ClientSelection, stores_values_as_they_are_typed) {
     const Case plant = Case::Open(Case::kDemo);
     Selection selection = TwoTemperatures(plant);
