@@ -40,18 +40,21 @@ class CollectDiff final : public SelectionWord {
         if (!opened) return ExitCode::kUnreadable;
         const client::Selection in_b = Load(*opened);
         SelectedItems b(in_b);
-        for (std::size_t i = 0; i < b.Size(); ++i) ShowInUnitOf(a, i, in_b, b);
+        std::size_t item = 0;
+        in_b.ForEachNode([&](const std::string&, const std::optional<Node>& node) {
+            if (node) ShowInUnitOf(a, item, *node, b);
+            ++item;
+        });
         return Compare(a, b, around.out);
     }
     // Values are told apart in the unit that the first case shows.
-    static void ShowInUnitOf(const SelectedItems& a, std::size_t item,
-                             const client::Selection& in_b, SelectedItems& b) {
+    static void ShowInUnitOf(const SelectedItems& a, std::size_t item, const Node& in_b,
+                             SelectedItems& b) {
         const std::string unit = a.units[item].ToText();
-        if (!a.IsThere(item) || !b.IsThere(item) || unit == b.units[item].ToText()) return;
-        const auto node = in_b.NodeOf(item);
-        if (!node || unit.empty()) return;
+        if (!a.IsThere(item) || !b.IsThere(item)) return;
+        if (unit.empty() || unit == b.units[item].ToText()) return;
         try {
-            const client::Reading reading = node->Read(unit);
+            const client::Reading reading = in_b.Read(unit);
             b.values[item] = reading.value;
             b.units[item].SetText(reading.unit);
         } catch (const client::Refused&) {
