@@ -166,6 +166,24 @@ void load_and_find(State& state) {
     }
 }
 
+// Of streams that the case does not have.
+void load_missing(State& state) {
+    std::string text = TextOf(SizeOf(state));
+    const std::string name = "id=\"Stream";
+    for (auto at = text.find(name); at != text.npos; at = text.find(name, at + name.size())) {
+        text[at + name.size() - 1] = 'n';
+    }
+    Ref<FIIteratorBase> top = PlantOf(kPlant).At("");
+    for (auto _ : state) {
+        auto selection = Collected::Adopt(FixtopMakeCollection());
+        if (!selection->Load(text.c_str(), *top)) state.SkipWithError("the text is not read");
+        const auto first = Ref<FICollectionIteratorBase>::Adopt(selection->MakeIterator());
+        if (first->Next() && first->GetWay() != FICollectionIteratorBase::kNoWay) {
+            state.SkipWithError("a stream is found that is not there");
+        }
+    }
+}
+
 #define SIZES ->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)
 BENCHMARK(bulk_read) SIZES;
 BENCHMARK(bare_host_loop) SIZES;
@@ -174,6 +192,7 @@ BENCHMARK(save) SIZES;
 BENCHMARK(bare_expat_parse) SIZES;
 BENCHMARK(select) SIZES;
 BENCHMARK(load_and_find) SIZES;
+BENCHMARK(load_missing) SIZES;
 #undef SIZES
 
 const std::vector<bench::RatioRow> kRows = {

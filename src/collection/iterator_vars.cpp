@@ -45,7 +45,7 @@ FIEntry* IteratorVarsCursorBase::GetEntry() {
 }
 
 bool IteratorVarsCursorBase::IsSameList(const IteratorVarsCursorBase& other) const {
-    return list_.Get() == other.list_.Get();
+    return list_.Get() == other.list_.Get() || list_->Node().Equal(other.list_->Node());
 }
 
 }  // namespace fixtop

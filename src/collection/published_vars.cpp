@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "collection/published_vars.h"
 
+#include <functional>
+#include <string_view>
+
 #include "collection/shielded_collection.h"
 #include "framework/iterator/shielded_iterator.h"
 #include "framework/nodes/empties.h"
@@ -23,10 +26,10 @@ bool IsTop(const FICollectionElement& item) {
 }  // namespace
 
 PublishedVars::PublishedVars(const char* text, FIIterator& top)
-    : items_(Ref<Collection>::Adopt(new Shielded<Collection>())) {
-    const auto from =
-        Ref<FIIterator>::Adopt(new Shielded<FIIterator>(top.EntryAt(top.Depth()), true));
-    items_->Load(text, *from);
+    : top_(Ref<FIIterator>::Adopt(new Shielded<FIIterator>(top.EntryAt(top.Depth()), true))),
+      text_hash_(std::hash<std::string_view>()(text)),
+      items_(Ref<Collection>::Adopt(new Shielded<Collection>())) {
+    items_->Load(text, *top_);
     int index = 0;
     for (auto* each = items_->ItemAt(0); each && !IsTop(*each); each = each->Next()) ++index;
     items_->RemoveAt(index);
@@ -35,6 +38,12 @@ PublishedVars::PublishedVars(const char* text, FIIterator& top)
 FICursorBase* PublishedVars::MakeCursor(int kind) {
     if (kind == kKeyCursor) return EmptyCursor();
     return HandOut(static_cast<FICursorBase*>(new Shielded<PublishedVarsCursorBase>(*this)));
+}
+
+bool PublishedVars::IsSame(const PublishedVars& other) const {
+    if (this == &other) return true;
+    return text_hash_ == other.text_hash_ && items_->Count() == other.items_->Count() &&
+           top_->Equal(*other.top_);
 }
 
 Ref<FIIterator> PublishedVars::NodeAt(int index) const {

@@ -19,10 +19,14 @@ class PublishedVars : public CountedFromZero<FIContext> {
     FICursorBase* MakeCursor(int kind) override;
 
     Collection& Items() const { return *items_; }
+    // Whether both were made of one text below one node: then their places mean the same.
+    bool IsSame(const PublishedVars& other) const;
     // At the node of the item of this place; on nothing when it has none.
     Ref<FIIterator> NodeAt(int index) const;
 
  private:
+    const Ref<FIIterator> top_;
+    const std::size_t text_hash_;
     const Ref<Collection> items_;
 };
 
@@ -42,7 +46,7 @@ class PublishedVarsCursorBase : public FlatCursor<PublishedVarsCursorBase> {
     // Null at the end.
     FIEntry* GetEntry() override;
     bool IsSameList(const PublishedVarsCursorBase& other) const {
-        return list_.Get() == other.list_.Get();
+        return list_->IsSame(*other.list_);
     }
 
  protected:

@@ -272,6 +272,22 @@ TEST_F(ClientSelection, is_published_beside_its_case) {
     EXPECT_EQ(2u, plant.At("\"QSI Published Variables\"").Children().size());
 }
 
+TEST_F(ClientSelection, nodes_that_a_case_publishes_have_paths_and_can_be_chosen) {
+    Case::Open(Case::kDemo).Save(File("plant.json"));
+    const Case plant = Case::Open(File("plant.json"));
+    TwoTemperatures(plant).Publish();
+    Selection chosen(plant.Top());
+    for (const Node& each : plant.At("\"QSI Published Variables\"").Children()) {
+        EXPECT_EQ(each, plant.At(each.Path())) << each.Path();
+        EXPECT_EQ(each.Path(), Reference(each).Path());
+        EXPECT_TRUE(chosen.Add(each)) << each.Path();
+    }
+    ASSERT_EQ(2u, chosen.Size());
+    EXPECT_EQ("30", chosen.NodeOf(0)->Text());
+    chosen.Save(File("chosen.xml"));
+    EXPECT_EQ(chosen.Paths(), Selection::Load(File("chosen.xml"), plant).Paths());
+}
+
 TEST_F(ClientSelection, that_its_case_does_not_have_whole_is_not_published) {
     TwoTemperatures(Case::Open(Case::kDemo)).Save(File("two.xml"));
     Selection neutral(Case::Open(Case::kDemo).Neutral());

@@ -96,6 +96,57 @@ TEST_F(PublishedFile, paths_that_are_shown_lead_back) {
     EXPECT_EQ(items->Count(), found);
 }
 
+TEST_F(PublishedFile, children_equal_those_of_the_list_opened_again_and_paths_lead_to_each) {
+    const Collected items = MakeCollection();
+    for (const char* path : {".Sales Gas.Molar Flow", ".Raw Gas.Temperature", ".Raw Gas"}) {
+        ASSERT_TRUE(items->Add(*At(Raw(), kStreams + std::string(path))));
+    }
+    Publish(*items);
+    const NodeRef list = List();
+    std::vector<NodeRef> shown;
+    for (bool on = list->DownFirst(); on; on = list->Next()) {
+        shown.push_back(NodeRef::Adopt(list->Copy()));
+    }
+    const NodeRef below = NodeRef::Adopt(shown.back()->Copy());
+    for (bool on = below->DownFirst(); on; on = below->Next()) {
+        shown.push_back(NodeRef::Adopt(below->Copy()));
+    }
+    ASSERT_LT(5u, shown.size());
+    const Collected chosen = MakeCollection();
+    for (const NodeRef& each : shown) {
+        FIValue path;
+        FixtopPathTo(each.Get(), path);
+        const NodeRef again = At(Raw(), path.ToText());
+        EXPECT_TRUE(each->Equal(*again)) << path.ToText();
+        EXPECT_EQ(0, each->Compare(*again));
+        EXPECT_EQ(Read(*each, "value"), Read(*again, "value"));
+        for (const NodeRef& other : shown) {
+            if (&other != &each) EXPECT_FALSE(other->Equal(*again)) << path.ToText();
+        }
+        EXPECT_TRUE(chosen->Add(*each)) << path.ToText();
+    }
+    EXPECT_EQ(static_cast<int>(shown.size()), chosen->Count());
+    const Collected loaded = MakeCollection();
+    ASSERT_TRUE(loaded->Load(XmlOf(*chosen).c_str(), *Raw()));
+    EXPECT_EQ(PathsOf(*chosen), PathsOf(*loaded));
+    EXPECT_EQ(ValuesOf(*chosen), ValuesOf(*loaded));
+    EXPECT_EQ(XmlOf(*chosen), XmlOf(*loaded));
+}
+
+TEST_F(PublishedFile, a_list_of_another_text_is_another_list) {
+    const Collected items = MakeCollection();
+    ASSERT_TRUE(items->Add(*At(Raw(), kStreams + std::string(".Raw Gas.Temperature"))));
+    Publish(*items);
+    const NodeRef before = List();
+    ASSERT_TRUE(before->DownFirst());
+    ASSERT_TRUE(items->Add(*At(Raw(), kStreams + std::string(".Raw Gas.Pressure"))));
+    Publish(*items);
+    const NodeRef after = List();
+    ASSERT_TRUE(after->DownFirst());
+    EXPECT_EQ(Read(*before, "value"), Read(*after, "value"));
+    EXPECT_FALSE(before->Equal(*after));
+}
+
 TEST_F(PublishedFile, that_publishes_itself_ends) {
     folder_.Write("plant.atpub",
                   "<CollectionBackup><Pathnode id=\"Top\"><Pathnode id=\"QSI Published Variables\">"
