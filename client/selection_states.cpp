@@ -38,7 +38,7 @@ struct Missing {
     std::string rest;  // what follows it
 };
 
-void Propose(const Missing& missing, const Child& child, const std::string& parent) {
+void ProposeChild(const Missing& missing, const Child& child, const std::string& parent) {
     std::vector<std::string>& candidates = missing.state->candidates;
     if (candidates.size() >= kMostCandidates) return;
     if (!missing.rest.empty() && !child.node.Find(missing.rest)) return;
@@ -48,22 +48,42 @@ void Propose(const Missing& missing, const Child& child, const std::string& pare
     }
 }
 
-// What is called much the same in the list where the step is missing.
-void ProposeNear(const Missing& missing, const Node& list, const std::string& path) {
-    std::map<std::string, Child> children;
-    std::vector<std::string> steps;
-    list.ForEachChild([&](const Child& child) {
-        steps.push_back(child.step);
-        children.emplace(child.step, child);
-        return true;
-    });
-    for (const std::string& step : NearNames(missing.step, steps)) {
-        Propose(missing, children.at(step), path);
+// What is called much the same in the list where a step is missing. Items of one list follow one
+// another, most of them with the same step missing.
+class NearSteps {
+ public:
+    void Propose(const Missing& missing, const Node& list, const std::string& path) {
+        if (!is_read_ || path != path_) Read(list, path);
+        const auto [near, is_new] = near_.try_emplace(missing.step);
+        if (is_new) near->second = NearNames(missing.step, steps_);
+        for (const std::string& step : near->second) {
+            ProposeChild(missing, children_.at(step), path);
+        }
     }
-}
+
+ private:
+    void Read(const Node& list, const std::string& path) {
+        steps_.clear();
+        children_.clear();
+        near_.clear();
+        list.ForEachChild([&](const Child& child) {
+            steps_.push_back(child.step);
+            children_.emplace(child.step, child);
+            return true;
+        });
+        path_ = path;
+        is_read_ = true;
+    }
+
+    bool is_read_ = false;
+    std::string path_;
+    std::vector<std::string> steps_;
+    std::map<std::string, Child> children_;
+    std::map<std::string, std::vector<std::string>> near_;
+};
 
 // How far the path leads, and what is missing from there.
-Missing FollowPath(const Node& root, const Steps& steps, ItemState& state) {
+Missing FollowPath(const Node& root, const Steps& steps, ItemState& state, NearSteps& near) {
     Node at = root;
     std::string path;
     std::size_t level = 0;
@@ -77,7 +97,7 @@ Missing FollowPath(const Node& root, const Steps& steps, ItemState& state) {
     for (std::size_t i = level + 1; i < steps.size(); ++i) {
         missing.rest = JoinPath(missing.rest, steps[i]);
     }
-    if (!missing.step.empty()) ProposeNear(missing, at, path);
+    if (!missing.step.empty()) near.Propose(missing, at, path);
     return missing;
 }
 
@@ -98,7 +118,7 @@ class Search {
         if (depth > kDeepest) return;
         node.ForEachChild([&](const Child& child) {
             const auto [first, last] = wanted_.equal_range(child.step);
-            for (auto each = first; each != last; ++each) Propose(*each->second, child, path);
+            for (auto each = first; each != last; ++each) ProposeChild(*each->second, child, path);
             if (!child.node.IsVariable() && !child.node.IsArray()) {
                 Visit(child.node, JoinPath(path, child.step), depth + 1);
             }
@@ -125,6 +145,7 @@ ItemState::Kind KindOf(int way) {
 std::vector<ItemState> Selection::States() const {
     std::vector<ItemState> states(Size());
     std::vector<Missing> missing;
+    NearSteps near;
     std::size_t index = 0;
     for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid();
          at->Next(), ++index) {
@@ -132,7 +153,7 @@ std::vector<ItemState> Selection::States() const {
         state.path = PathOf(*at);
         state.kind = KindOf(WayOf(*at));
         if (state.kind != ItemState::Kind::kGone || !root_) continue;
-        missing.push_back(FollowPath(*root_, StepsOf(*at), state));
+        missing.push_back(FollowPath(*root_, StepsOf(*at), state, near));
     }
     if (!missing.empty()) Search(missing).Run(*root_);
     for (ItemState& state : states) {

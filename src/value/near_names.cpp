@@ -19,6 +19,13 @@ bool BeginsWith(std::string_view name, std::string_view beginning) {
                       [](char a, char b) { return Folded(a) == Folded(b); });
 }
 
+// The distance, or anything above `limit` when it is above that: names of quite other lengths need
+// not be compared.
+std::size_t DistanceUpTo(std::size_t limit, std::string_view a, std::string_view b) {
+    const std::size_t least = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
+    return least > limit ? least : EditDistance(a, b);
+}
+
 }  // namespace
 
 std::size_t EditDistance(std::string_view a, std::string_view b) {
@@ -41,7 +48,7 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
     const std::size_t farthest = std::max<std::size_t>(1, wanted.size() / 3);
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
-        const std::size_t distance = EditDistance(wanted, name);
+        const std::size_t distance = DistanceUpTo(farthest, wanted, name);
         if (distance <= farthest) {
             near.emplace_back(distance, name);
         } else if (wanted.size() >= 2 && BeginsWith(name, wanted)) {

@@ -91,8 +91,8 @@ void MemberTable::TakeMember(const CCDMClassLibrary& library, TypedInterface& in
         ++into.left_out;
         return;
     }
-    const bool has_class = attribute.type == CCDMAttrType::kObject &&
-                           library.FindClass(attribute.typeName) != nullptr;
+    const bool has_class =
+        attribute.type == CCDMAttrType::kObject && library.FindClass(attribute.typeName) != nullptr;
     const Kind object = attribute.isArray ? Kind::kArray : Kind::kObject;
     into.members.push_back({attribute.name, has_class ? object : Kind::kValue, attribute.type,
                             attribute.typeName, attribute.isArray,
