@@ -26,12 +26,6 @@ void SkipTo(FICollectionIteratorBase& at, int item) {
     for (; item > 0 && at.IsValid(); --item) at.Next();
 }
 
-// Of plain text nothing is lost on the way to a file and back.
-bool IsPlain(const std::string& path) {
-    return std::all_of(path.begin(), path.end(),
-                       [](unsigned char c) { return c >= ' ' && c < 0x7f && c != '&'; });
-}
-
 bool ComesBack(const Node& node) {
     FIValue path;
     node.Iterator().GetPath(path);
@@ -50,6 +44,50 @@ bool ComesBack(const Node& node) {
     return PathOf(*FirstOf(*read)) == PathOf(*FirstOf(*saved));
 }
 
+std::string TypeOf(FICollectionIteratorBase& item) {
+    FIValue type;
+    item.GetAttribute(FIValue("type"), type);
+    return type.ToText();
+}
+
+// A node is called as all are in a path, so that no name leads to it.
+bool HasStepOfAnyName(FICollectionIteratorBase& item) {
+    FIValue step;
+    for (int level = 0; level < item.Depth(); ++level) {
+        item.GetStep(level, step);
+        if (step.ToText() == "*") return true;
+    }
+    return false;
+}
+
+// Its path with places written as such: in a file alone nothing tells them from names.
+std::string PathByPlaces(FICollectionIteratorBase& item) {
+    std::string path;
+    FIValue step;
+    for (int level = 0; level < item.Depth(); ++level) {
+        item.GetStep(level, step);
+        const std::string text = step.ToText();
+        const bool is_place = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+        path =
+            JoinPath(path, is_place ? "*#" + std::to_string(std::stoul(text.substr(0, 9))) : text);
+    }
+    return path;
+}
+
+Node TopOf(const Node& node) {
+    auto at = Ref<FIIteratorBase>::Adopt(Given(node.Iterator().Copy()));
+    while (at->Depth() > 0) at->Up();
+    return Node(node.OpenCase(), std::move(at));
+}
+
+bool IsSamePath(const Pattern& wanted, const std::string& path) {
+    try {
+        return wanted.IsSame(Pattern(path));
+    } catch (const PathError&) {
+        return false;
+    }
+}
+
 using TextOfItem = std::string (*)(FICollectionIteratorBase& item);
 std::vector<std::string> OfEach(FICollectionBase& collection, TextOfItem text) {
     std::vector<std::string> texts;
@@ -65,6 +103,11 @@ FICollectionBase& ByPresentNames(FICollectionBase& collection) {
     return collection;
 }
 
+bool IsPlain(const std::string& path) {
+    return std::all_of(path.begin(), path.end(),
+                       [](unsigned char c) { return c >= ' ' && c < 0x7f && c != '&'; });
+}
+
 Ref<FICollectionBase> NewCollection() {
     return Ref<FICollectionBase>::Adopt(Given(FixtopMakeCollection()));
 }
@@ -78,6 +121,10 @@ Ref<FICollectionIteratorBase> FirstOf(FICollectionBase& collection) {
 std::string PathOf(FICollectionIteratorBase& item) {
     FIValue path;
     item.GetPath(path);
+    if (HasStepOfAnyName(item)) {
+        const auto node = Ref<FIReferenceBase>::Adopt(item.GetNode());
+        if (node && !IsGoneText(TypeOf(item))) FixtopPathTo(node->GetIterator(), path);
+    }
     return path.ToText();
 }
 
@@ -87,17 +134,23 @@ std::string UnitOf(FICollectionIteratorBase& item) {
     return unit.ToText();
 }
 
+bool LacksUnit(FICollectionIteratorBase& item) {
+    const std::string kept = UnitOf(item);
+    if (kept.empty() || WayOf(item) == FICollectionIteratorBase::kNoWay) return false;
+    FIValue shown;
+    item.GetAttribute(FIValue("uom"), shown);
+    return shown.ToText() != kept;
+}
+
 int WayOf(FICollectionIteratorBase& item) {
-    FIValue type;
-    item.GetAttribute(FIValue("type"), type);
-    return IsGoneText(type.ToText()) ? FICollectionIteratorBase::kNoWay : item.GetWay();
+    return IsGoneText(TypeOf(item)) ? FICollectionIteratorBase::kNoWay : item.GetWay();
 }
 
 bool IsKnown(FICollectionIteratorBase& item) {
     return item.GetWay() != FICollectionIteratorBase::kByLikelyPlace;
 }
 
-Selection::Selection(const Node& root) : root_(root), collection_(NewCollection()) {}
+Selection::Selection(const Node& root) : root_(TopOf(root)), collection_(NewCollection()) {}
 
 std::size_t Selection::Size() const {
     return static_cast<std::size_t>(collection_->Count());
@@ -111,6 +164,7 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 }
 
 bool Selection::Add(const Node& node, const std::string& unit) {
+    if (!root_ || !(TopOf(node) == *root_)) throw Refused(node.Path(), kElsewhere);
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
     if (!unit.empty()) node.ShowIn(unit);
     // One that gives way to a new name is not to be taken for the one that comes.
@@ -136,11 +190,16 @@ bool Selection::Add(const Node& node, const std::string& unit) {
 
 bool Selection::Remove(const std::string& path) {
     const Pattern wanted(path);
-    for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid(); at->Next()) {
-        const std::string item = PathOf(*at);
-        if (item == path || wanted.IsSame(Pattern(item))) return collection_->Remove(at->Item());
-    }
-    return false;
+    const auto remove = [&](auto is_wanted) {
+        const auto at = FirstOf(ByPresentNames(*collection_));
+        while (at->IsValid() && !is_wanted(*at)) at->Next();
+        return at->IsValid() && collection_->Remove(at->Item());
+    };
+    return remove([&](auto& item) {
+               const std::string found = PathOf(item);
+               return found == path || IsSamePath(wanted, found);
+           }) ||
+           remove([&](auto& item) { return IsSamePath(wanted, PathByPlaces(item)); });
 }
 
 std::string Selection::Path(std::size_t item) const {

@@ -3,9 +3,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
+#include <set>
 
 #include "case_state.h"
+#include "casehost/file_turn.h"
 #include "fixtop/client/selection.h"
 #include "module_log.h"
 #include "saved_text.h"
@@ -15,15 +16,49 @@ namespace fixtop::client {
 
 namespace {
 
-// Reads a text by `read`, false for one that is none, and what the module has to say of it.
+// Reads a text by `read`, false for one that is none; answers what the module has to say of it.
 template <class Reader>
-void ReadWith(const std::string& file, const char* expected, const Reader& read) {
+std::vector<std::string> ReadWith(const std::string& file, const char* expected,
+                                  const Reader& read) {
     const ModuleLog log("");
-    if (Whole(read)) return;
-    std::vector<std::string> problems = {file + ": no selection; " + expected};
+    const bool is_read = Whole(read);
+    std::vector<std::string> said;
+    if (!is_read) said.push_back(file + ": no selection; " + expected);
     // The same was said as often as the text was tried.
-    std::unique_copy(log.Lines().begin(), log.Lines().end(), std::back_inserter(problems));
-    throw CaseError(std::move(problems));
+    for (const std::string& line : log.Lines()) {
+        if (std::find(said.begin(), said.end(), line) == said.end()) said.push_back(line);
+    }
+    if (!is_read) throw CaseError(std::move(said));
+    return said;
+}
+
+std::string JoinedSteps(FICollectionIteratorBase& item) {
+    std::string joined;
+    FIValue step;
+    for (int level = 0; level < item.Depth(); ++level) {
+        item.GetStep(level, step);
+        joined += step.ToText() + '\n';
+    }
+    return joined;
+}
+
+// The items that would not come back of the text that is saved, by their paths: their nodes were
+// given other names since they were chosen.
+std::vector<std::string> LostIn(const std::string& text, FICollectionBase& saved) {
+    std::vector<std::string> suspects;
+    for (const auto at = FirstOf(saved); at->IsValid(); at->Next()) {
+        if (!IsPlain(PathOf(*at))) suspects.push_back(JoinedSteps(*at));
+    }
+    if (suspects.empty()) return {};
+    const Ref<FICollectionBase> read = NewCollection();
+    std::set<std::string> back;
+    if (Whole([&] { return read->FromXml(text.c_str()); })) {
+        for (const auto at = FirstOf(*read); at->IsValid(); at->Next()) {
+            back.insert(JoinedSteps(*at));
+        }
+    }
+    std::erase_if(suspects, [&](const std::string& steps) { return back.contains(steps); });
+    return suspects;
 }
 
 constexpr char kEitherRoot[] = "expected XML with the root CollectionBackup or Selection";
@@ -45,11 +80,16 @@ bool Selection::IsFile(const std::string& file) {
     return std::filesystem::exists(std::u8string(file.begin(), file.end()), ignored);
 }
 
+std::shared_ptr<const void> Selection::TurnAt(const std::string& file) {
+    return std::make_shared<casehost::FileTurn>(file);
+}
+
 Selection Selection::Load(const std::string& file) {
     const std::string text = ReadSavedText(file);
-    Ref<FICollectionBase> collection = NewCollection();
-    ReadWith(file, kOneRoot, [&] { return collection->FromXml(text.c_str()); });
-    return {std::nullopt, std::move(collection)};
+    Selection selection(std::nullopt, NewCollection());
+    selection.remarks_ =
+        ReadWith(file, kOneRoot, [&] { return selection.collection_->FromXml(text.c_str()); });
+    return selection;
 }
 
 Selection Selection::Load(const std::string& file, const Case& on) {
@@ -57,14 +97,14 @@ Selection Selection::Load(const std::string& file, const Case& on) {
     const Ref<FICollectionBase> read = NewCollection();
     bool is_backup = false;
     Selection selection(on.Top());
-    ReadWith(file, kEitherRoot, [&] {
+    selection.remarks_ = ReadWith(file, kEitherRoot, [&] {
         is_backup = read->FromXml(text.c_str());
         if (is_backup) selection.root_ = RootFor(*read, on);
         return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
     });
     if (is_backup || selection.Size() > 0) return selection;
     selection.root_ = on.Neutral();
-    ReadWith(file, kEitherRoot, [&] {
+    selection.remarks_ = ReadWith(file, kEitherRoot, [&] {
         return selection.collection_->Load(text.c_str(), selection.root_->Iterator());
     });
     return selection;
@@ -79,8 +119,8 @@ std::string Selection::Publish() const {
     }
     std::vector<std::string> missing;
     for (const ItemState& state : States()) {
-        if (IsThere(state)) continue;
-        missing.push_back(state.path + ": not in the case");
+        if (!IsThere(state)) missing.push_back(state.path + ": not in the case");
+        if (state.lacks_unit) missing.push_back(state.path + ": not in the unit of the selection");
     }
     if (!missing.empty()) throw CaseError(std::move(missing));
     Save(file);
@@ -93,7 +133,14 @@ void Selection::Save(const std::string& file) const {
         collection_->ToXml(whole);
         return whole;
     });
-    WriteSavedText(file, text.ToText());
+    const std::string written = text.ToText();
+    std::vector<std::string> lost = LostIn(written, *collection_);
+    for (std::string& steps : lost) {
+        std::replace(steps.begin(), steps.end(), '\n', '.');
+        steps.insert(0, file + ": not saved, for this name would not come back: ");
+    }
+    if (!lost.empty()) throw CaseError(std::move(lost));
+    WriteSavedText(file, written);
 }
 
 }  // namespace fixtop::client

@@ -15,9 +15,13 @@ Ref<FICollectionBase> NewCollection();
 FICollectionBase& ByPresentNames(FICollectionBase& collection);
 // On the first item.
 Ref<FICollectionIteratorBase> FirstOf(FICollectionBase& collection);
+// Of plain text nothing is lost on the way to a file and back.
+bool IsPlain(const std::string& path);
 // Of the item on which it stands.
 std::string PathOf(FICollectionIteratorBase& item);
 std::string UnitOf(FICollectionIteratorBase& item);
+// Its node is there, and not shown in the unit that the selection has for it.
+bool LacksUnit(FICollectionIteratorBase& item);
 // How its path leads to its node, which is there and alive.
 int WayOf(FICollectionIteratorBase& item);
 // Its node is the one that was chosen, as far as anything tells it.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include "case_state.h"
 #include "fixtop/client/near_names.h"
@@ -97,9 +98,48 @@ Missing FollowPath(const Node& root, const Steps& steps, ItemState& state, NearS
     for (std::size_t i = level + 1; i < steps.size(); ++i) {
         missing.rest = JoinPath(missing.rest, steps[i]);
     }
+    // Another is called so by now.
+    if (missing.step.empty()) state.candidates.push_back(path);
     if (!missing.step.empty()) near.Propose(missing, at, path);
     return missing;
 }
+
+// The names that several nodes of a list have: they lead to the first of those, whichever it is.
+class RepeatedNames {
+ public:
+    bool IsOnTheWayTo(FICollectionIteratorBase& item) {
+        const auto node = Ref<FIReferenceBase>::Adopt(item.GetNode());
+        if (!node) return false;
+        const Steps steps = StepsOf(item);
+        const auto at = Ref<FIIteratorBase>::Adopt(Given(node->GetIterator()->Copy()));
+        while (at->Depth() > static_cast<int>(steps.size())) at->Up();
+        std::string list;
+        for (const std::string& step : steps) list = JoinPath(list, step);
+        for (auto step = steps.rbegin(); step != steps.rend() && at->Up(); ++step) {
+            list.resize(list.size() - std::min(list.size(), step->size() + 1));
+            if (Of(list, *at).contains(*step)) return true;
+        }
+        return false;
+    }
+
+ private:
+    const std::set<std::string>& Of(const std::string& list, FIIteratorBase& node) {
+        const auto [found, is_new] = lists_.try_emplace(list);
+        if (is_new) Read(node, found->second);
+        return found->second;
+    }
+    static void Read(FIIteratorBase& node, std::set<std::string>& repeated) {
+        std::set<std::string> names;
+        FIValue name;
+        const auto at = Ref<FIIteratorBase>::Adopt(Given(node.Copy()));
+        for (bool on = at->DownFirst(); on; on = at->Next()) {
+            at->GetName(name);
+            if (!names.insert(name.ToText()).second) repeated.insert(name.ToText());
+        }
+    }
+
+    std::map<std::string, std::set<std::string>> lists_;
+};
 
 // Goes through all lists of the tree for children with the steps that are missing somewhere.
 class Search {
@@ -146,13 +186,19 @@ std::vector<ItemState> Selection::States() const {
     std::vector<ItemState> states(Size());
     std::vector<Missing> missing;
     NearSteps near;
+    RepeatedNames repeated;
     std::size_t index = 0;
     for (const auto at = FirstOf(ByPresentNames(*collection_)); at->IsValid();
          at->Next(), ++index) {
         ItemState& state = states[index];
         state.path = PathOf(*at);
         state.kind = KindOf(WayOf(*at));
-        if (state.kind != ItemState::Kind::kGone || !root_) continue;
+        state.lacks_unit = LacksUnit(*at);
+        if (!root_) continue;
+        if (state.kind == ItemState::Kind::kSame && repeated.IsOnTheWayTo(*at)) {
+            state.kind = ItemState::Kind::kByPlace;
+        }
+        if (state.kind != ItemState::Kind::kGone) continue;
         missing.push_back(FollowPath(*root_, StepsOf(*at), state, near));
     }
     if (!missing.empty()) Search(missing).Run(*root_);

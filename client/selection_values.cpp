@@ -67,6 +67,17 @@ std::vector<bool> LeaveOutUnknown(FICollectionBase& collection, std::vector<FIVa
     return left_out;
 }
 
+// A number would go to the node as one in another unit than it is meant in.
+void LeaveOutWithoutUnit(FICollectionBase& collection, std::vector<FIValue>& values,
+                         std::vector<std::string>& why) {
+    const auto at = FirstOf(collection);
+    for (std::size_t i = 0; i < values.size() && at->IsValid(); ++i, at->Next()) {
+        if (values[i].IsNull() || !LacksUnit(*at)) continue;
+        why[i] = "the unit that the selection has for it is none of it: " + UnitOf(*at);
+        values[i].Clear();
+    }
+}
+
 }  // namespace
 
 void Selection::Read(const SelectedValues& into) const {
@@ -105,13 +116,16 @@ std::vector<std::string> Selection::Store(std::span<const FIValue> values,
                                 values.begin() + static_cast<std::ptrdiff_t>(count));
     std::vector<FIValue> refused(count);
     const std::vector<bool> unknown = LeaveOutUnknown(*collection_, stored);
+    std::vector<std::string> misread(count);
+    if (unit.empty()) LeaveOutWithoutUnit(*collection_, stored, misread);
     const FIValue in_unit = unit.empty() ? FIValue() : FIValue(unit.c_str());
     collection_->SetValues(FIValue("value"), stored.data(), static_cast<int>(count), in_unit,
                            refused.data());
     std::vector<std::string> texts;
     texts.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        texts.push_back(unknown[i] ? kNoNodeToWrite : refused[i].ToText());
+        if (misread[i].empty()) misread[i] = unknown[i] ? kNoNodeToWrite : refused[i].ToText();
+        texts.push_back(std::move(misread[i]));
     }
     return texts;
 }

@@ -7,7 +7,8 @@
 // path, its place and its units.
 //
 // FICollectionElement: a step. It is lent: it lives until it is removed, or its collection cleared,
-// loaded anew or gone.
+// loaded anew or gone; an item whose node is gone also ends when another node that is an item, or
+// becomes one, has its path by then. What has ended must not be asked for.
 //
 // Ownership: as for entries; a collection starts at one reference, which belongs to whoever made
 // it. An iterator keeps its collection.

@@ -14,8 +14,10 @@ namespace {
 // Whether steps still have the ids of their nodes. Steps that items share are asked once.
 class NameCheck {
  public:
+    explicit NameCheck(KeyedSiblings& siblings) : siblings_(siblings) {}
+
     bool IsRight(const FICollectionElement& item, FIIterator& node) {
-        if (!HasStepId(item, node)) return false;
+        if (!HasStepId(item, node, siblings_)) return false;
         return !item.Parent() || IsRightAbove(*item.Parent(), node, 1);
     }
 
@@ -27,10 +29,11 @@ class NameCheck {
         const auto at = Ref<FIIterator>::Adopt(node.Copy());
         for (int i = 0; i < levels; ++i) at->Up();
         const bool is_right =
-            HasStepId(step, *at) && IsRightAbove(*step.Parent(), node, levels + 1);
+            HasStepId(step, *at, siblings_) && IsRightAbove(*step.Parent(), node, levels + 1);
         return known_[&step] = is_right;
     }
 
+    KeyedSiblings& siblings_;
     std::unordered_map<const FICollectionElement*, bool> known_;
 };
 
@@ -48,7 +51,7 @@ void DropEmptySteps(FICollectionElement& step) {
 // Who is told meanwhile that a node is gone may do anything; then it is left for the next time.
 std::vector<Collection::Renamed> Collection::FindRenamed() {
     std::vector<Renamed> renamed;
-    NameCheck names;
+    NameCheck names(siblings_);
     const std::uint32_t changes = items_.Changes();
     for (ItemPosition at(items_); at.Next();) {
         const Ref<FIReference> node = at.Item()->node;

@@ -6,6 +6,7 @@
 #include "collection/collection.h"
 #include "collection/selection_batch.h"
 #include "collection/step_ids.h"
+#include "diagnostics/module_log.h"
 #include "framework/iterator/shielded_iterator.h"
 #include "framework/path/path_names.h"
 
@@ -163,7 +164,8 @@ void Collection::AddPath(const std::string& path, FIIterator& root) {
         path + '.' == lead ||
         (path.starts_with(lead) && node->SeekPath(FIValue(path.c_str() + lead.size()))) ||
         node->SeekPath(FIValue(path.c_str()));
-    if (is_found) Add(*node);
+    if (is_found && Add(*node)) return;
+    LogMessage(("Selection: no item for the path " + path).c_str());
 }
 
 }  // namespace fixtop

@@ -13,6 +13,8 @@ namespace {
 
 using Sought = FICollectionElement::Sought;
 
+constexpr char kOwnTree[] = "Top";
+
 bool LeadsTo(const char* name, FIIterator& node) {
     const auto probe = Ref<FIIterator>::Adopt(node.Copy());
     return probe->Up() && probe->SeekChild(name) && probe->Equal(node);
@@ -45,6 +47,13 @@ StepId PlaceId(FIIterator& node, int place) {
     std::string id = std::to_string(place);
     while (Ref<FIIterator>::Adopt(list->Copy())->SeekChild(id.c_str())) id.insert(0, "0");
     return {FIValue(id.c_str()), Sought::kByPlace};
+}
+
+// Of the case's own tree, where names have no keys: what looks like one is the end of the name.
+bool IsOfOwnTree(const FICollectionElement& step) {
+    const FICollectionElement* top = &step;
+    while (top->Parent()) top = top->Parent();
+    return top->Id() == kOwnTree;
 }
 
 // Where the key of an id begins: behind a name that may be in quotes.
@@ -87,15 +96,15 @@ bool HaveTexts(const std::vector<StepId>& ids) {
     return std::none_of(ids.begin(), ids.end(), [](const StepId& id) { return id.text.IsNull(); });
 }
 
-bool HasStepId(const FICollectionElement& step, FIIterator& node) {
+bool HasStepId(const FICollectionElement& step, FIIterator& node, KeyedSiblings& siblings) {
     FIValue listed;
     switch (step.sought) {
         case Sought::kByName:
             node.GetListedKey(listed);
-            return listed.IsText() && step.Id() == listed.CStr();
+            return listed.IsText() && step.Id() == listed.CStr() && LeadsTo(listed.CStr(), node);
         case Sought::kByKey:
             listed = KeyedIdOf(node);
-            return listed.IsText() && step.Id() == listed.CStr();
+            return listed.IsText() && step.Id() == listed.CStr() && siblings.IsFirst(node, listed);
         case Sought::kByPlace:
             return PlaceOf(node) == PlaceOf(step.Id());
         default:
@@ -118,15 +127,22 @@ int PlaceOf(std::string_view id) {
     return is_place ? place : -1;
 }
 
+// A key that a path would not read back as it is gets quotes.
+std::string WrittenKeyedId(const std::string& id) {
+    const std::size_t begin = KeyBegin(id) + 1;
+    const std::string key = id.substr(begin, id.size() - begin - 1);
+    return id.substr(0, begin) + WrittenKey(PlainText(FIValue(key.c_str()))) + ')';
+}
+
 std::string WrittenStep(const FICollectionElement& step) {
     std::string id(step.Id());
     switch (step.sought) {
         case Sought::kByKey:
-            return id;
+            return WrittenKeyedId(id);
         case Sought::kByPlace:
             return kAnyName + ('#' + std::to_string(PlaceOf(id)));
         case Sought::kUnknown:
-            if (!NameOfKeyed(id).empty()) return id;
+            if (!IsOfOwnTree(step) && !NameOfKeyed(id).empty()) return WrittenKeyedId(id);
             break;
         case Sought::kByName:
         case Sought::kByLikelyPlace:

@@ -27,8 +27,9 @@ StepId NameIdOf(FIIterator& node, KeyedSiblings& siblings);
 bool IsPlaceId(std::string_view id);
 // Whether all of them can be sought.
 bool HaveTexts(const std::vector<StepId>& ids);
-// Whether the node is still called as the step was found or made.
-bool HasStepId(const FICollectionElement& step, FIIterator& node);
+// Whether the node is still called as the step was found or made, and the step still leads to it: a
+// sibling that comes before it may be called so by now.
+bool HasStepId(const FICollectionElement& step, FIIterator& node, KeyedSiblings& siblings);
 // Of a node with a key, NULL for any other.
 FIValue KeyedIdOf(FIIterator& node);
 // The name in front of the key of an id that may be a name and a key; empty when it is none.

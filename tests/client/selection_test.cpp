@@ -17,6 +17,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 constexpr char kStreams[] = "appModel.FlowSheetObjects.Streams.";
@@ -231,6 +232,74 @@ TEST_F(ClientSelection, a_unit_that_can_not_be_kept_is_refused_with_the_node) {
     EXPECT_THROW(selection.Add(node, "C"), Refused);
     EXPECT_EQ(0u, selection.Size());
     EXPECT_TRUE(selection.Add(node));
+}
+
+TEST_F(ClientSelection, stores_nothing_in_a_unit_that_its_node_does_not_have) {
+    const Case plant = Case::Open(Case::kDemo);
+    Selection chosen(plant.Top());
+    chosen.Add(plant.At(std::string(kStreams) + "Raw Gas.Pressure"));
+    chosen.Add(plant.At(std::string(kStreams) + "Raw Gas.Temperature"), "K");
+    chosen.Save(File("two.xml"));
+    std::string text = TextOf(File("two.xml"));
+    text.replace(text.find("uom=\"K\""), 7, "uom=\"degF\"");
+    WriteText(File("two.xml"), text);
+    Selection selection = Selection::Load(File("two.xml"), plant);
+    EXPECT_THAT(selection.Units(), ElementsAre("", "degF"));
+    EXPECT_FALSE(selection.States()[0].lacks_unit);
+    EXPECT_TRUE(selection.States()[1].lacks_unit);
+    const double before = selection.NodeOf(1)->Number("C");
+    const std::vector<FIValue> values = {FIValue::OfReal(6100), FIValue::OfReal(86)};
+    const std::vector<std::string> refused = selection.Store(values);
+    EXPECT_EQ("", refused[0]);
+    EXPECT_THAT(refused[1], HasSubstr("degF"));
+    EXPECT_EQ(before, selection.NodeOf(1)->Number("C"));
+    const std::vector<FIValue> one = {FIValue(), FIValue::OfReal(86)};
+    EXPECT_THAT(selection.Store(one, "C"), ElementsAre("", ""));
+    EXPECT_NEAR(86, selection.NodeOf(1)->Number("C"), 1e-9);
+    EXPECT_THROW(selection.Publish(), CaseError);
+}
+
+TEST_F(ClientSelection, tells_what_in_a_file_it_passed_over) {
+    const Case plant = Case::Open(Case::kDemo);
+    const Selection whole = TwoTemperatures(plant);
+    whole.Save(File("two.xml"));
+    EXPECT_THAT(Selection::Load(File("two.xml"), plant).Remarks(), IsEmpty());
+    WriteText(File("odd.xml"),
+              "<CollectionBackup><Pathnode id=\"Top\"><PathNode id=\"appModel\" loc=\"0\"/>"
+              "</Pathnode></CollectionBackup>");
+    EXPECT_THAT(Selection::Load(File("odd.xml")).Remarks(), ElementsAre(HasSubstr("PathNode")));
+    WriteText(File("paths.xml"), "<Selection><Items><Item><Path>" + whole.Path(0) +
+                                     "</Path></Item><Item><Path>appModel.Nope</Path></Item>"
+                                     "</Items></Selection>");
+    const Selection paths = Selection::Load(File("paths.xml"), plant);
+    EXPECT_THAT(paths.Paths(), ElementsAre(whole.Path(0)));
+    EXPECT_THAT(paths.Remarks(), ElementsAre(HasSubstr("appModel.Nope")));
+}
+
+TEST_F(ClientSelection, writes_paths_that_lead_back_also_without_a_case) {
+    const Case plant = Case::Open(CaseWith("Raw Gas", "Raw (wet)"));
+    Selection selection(plant.Top());
+    const Node node = plant.At("appModel.FlowSheetObjects.Streams.\"Raw (wet)\".Temperature");
+    selection.Add(node);
+    selection.Save(File("wet.xml"));
+    Selection alone = Selection::Load(File("wet.xml"));
+    EXPECT_EQ(selection.Paths(), alone.Paths());
+    EXPECT_EQ(node, plant.At(alone.Path(0)));
+    EXPECT_TRUE(alone.Remove(node.Path()));
+}
+
+TEST_F(ClientSelection, items_found_by_place_are_removed_by_each_way_of_writing_it) {
+    const Case plant = Case::Open(Case::kDemo);
+    Selection selection(plant.Top());
+    std::vector<Node> reactions =
+        plant.At("appModel.Basis.ReactionPackage.ReactionList").Children();
+    ASSERT_LT(2u, reactions.size());
+    for (const Node& each : reactions) selection.Add(each);
+    selection.Save(File("reactions.xml"));
+    Selection alone = Selection::Load(File("reactions.xml"));
+    EXPECT_TRUE(alone.Remove(alone.Path(1)));
+    EXPECT_TRUE(alone.Remove(selection.Path(2)));
+    EXPECT_EQ(reactions.size() - 2, alone.Size());
 }
 
 TEST_F(ClientSelection, stores_values_as_they_are_typed) {

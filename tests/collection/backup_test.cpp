@@ -332,6 +332,8 @@ TEST_F(KeyedList, elements_without_a_key_are_called_by_their_place) {
 }
 
 TEST_F(KeyedList, elements_are_found_by_their_key_wherever_they_are) {
+    // In the case's own tree nothing has a key.
+    top_.name = FIValue("QSISimulation");
     for (int i : {2, 3}) AddChildAt(i);
     const std::string kept = Xml();
     std::swap(top_.children[2], top_.children[3]);

@@ -36,6 +36,73 @@ class CollectTest(ProgramTest):
         return self.file_name.read_bytes()
 
 
+class Units(CollectTest):
+    """A unit in a file that the node does not have."""
+
+    def setUp(self):
+        super().setUp()
+        self.add("demo", GAS + ".Temperature", "--unit", "K")
+        self.file_name.write_bytes(self.text().replace(b'uom="K"', b'uom="degF"'))
+
+    def test_is_told_and_the_value_is_shown_in_the_node_s_own(self):
+        result = self.check(self.collect("read", "demo", "--json"), FAILED)
+        self.assertIn("shown in C", result.err)
+        self.assertEqual((30, "C"), tuple(json.loads(result.out)[k] for k in ("value", "uom")))
+
+    def test_stores_nothing(self):
+        case = self.folder / "degf.json"
+        result = self.collect("write", "demo", "86", "--save", case)
+        self.check(result, FAILED)
+        self.assertIn("degF", result.err)
+        self.check(run("get", case, GAS + ".Temperature"), DONE, "30\n", "")
+
+    def test_is_not_published(self):
+        case = write_small_case(self.folder)
+        self.file_name.unlink()
+        self.add(case, FEED + ".Temperature", "--unit", "K")
+        self.file_name.write_bytes(self.text().replace(b'uom="K"', b'uom="degF"'))
+        self.check(run("publish", self.file_name, case), UNREADABLE, "")
+
+
+class PassedOver(CollectTest):
+    """What is in a file and is not understood, or leads nowhere."""
+
+    def write(self, text):
+        self.file_name.write_text(text, encoding="utf-8")
+
+    def test_is_told_and_the_rest_is_read(self):
+        self.write("<Selection><Items><Item><Path>" + GAS + ".Temperature</Path></Item>"
+                   "<Item><Path>appModel.Nope</Path></Item></Items></Selection>")
+        result = self.check(self.collect("read", "demo"), FAILED)
+        self.assertIn("appModel.Nope", result.err)
+        self.assertIn(GAS + ".Temperature", result.out)
+
+    def test_keeps_the_file_from_being_written_anew(self):
+        self.write('<CollectionBackup><Pathnode id="Top"><PathNode id="a"/></Pathnode>'
+                   "</CollectionBackup>")
+        before = self.text()
+        for words in (("add", "demo", GAS + ".Temperature"), ("remove", "appModel")):
+            result = self.check(self.collect(*words), UNREADABLE, "")
+            self.assertIn("PathNode", result.err)
+            self.assertEqual(before, self.text())
+
+
+class AtOnce(CollectTest):
+    def test_several_that_change_one_file_all_do(self):
+        paths = [f"{GAS}.{name}" for name in ("Temperature", "Pressure", "Molar Flow")]
+        self.add("demo", GAS + ".Mass Flow", *paths)
+        running = [subprocess.Popen(PROGRAM + ["collect", "remove", self.file_name, path])
+                   for path in paths]
+        self.assertEqual([0, 0, 0], [each.wait(60) for each in running])
+        self.check(self.collect("list"), DONE, GAS + ".Mass Flow\n", "")
+        running = [subprocess.Popen(PROGRAM + ["collect", "add", self.file_name, "demo", path],
+                                    stdout=subprocess.DEVNULL) for path in paths]
+        self.assertEqual([0, 0, 0], [each.wait(120) for each in running])
+        listed = self.check(self.collect("list"), DONE).lines
+        self.assertEqual(sorted(paths + [GAS + ".Mass Flow"]), sorted(listed))
+        self.assertEqual([], list(self.folder.glob(self.file_name.name + ".*")))
+
+
 class Add(CollectTest):
     def test_begins_and_extends_a_file(self):
         self.assertEqual([GAS + ".Temperature"], self.add("demo", GAS + ".Temperature").lines)

@@ -13,7 +13,8 @@ struct IQSISink : IUnknown {
     static constexpr InterfaceId kId = {
         0x6f0b1c57, 0x3a47, 0x4d0e, {0x9b, 0x21, 0x5c, 0x7e, 0x10, 0x64, 0xd8, 0x02}};
 
-    // The one event: an item has changed.
+    // The one event: an item may have changed. The host tells of its cases as wholes, so that each
+    // item hears of each of its events once, also where its own value stayed.
     static constexpr std::int32_t kChanged = 1;
 
     // `detail`, lent for the call, is the place of the item among all of the collection, or of the

@@ -60,7 +60,7 @@ struct IQSVNode : IQSINode {
     virtual HRESULT FIXTOP_MEMBER SetUnit(const char* unit, char** error) = 0;
     virtual HRESULT FIXTOP_MEMBER SetSpecUnit(const char* unit, char** error) = 0;
     // The unit in which this node object, and those that are asked of it later, show a quantity; an
-    // empty one is the node's own.
+    // empty quantity is the node's own. The unit is never empty.
     virtual HRESULT FIXTOP_MEMBER SetDisplayUnit(const char* unit, const char* quantity,
                                                  char** error) = 0;
     virtual HRESULT FIXTOP_MEMBER SetDisplaySpecUnit(const char* unit, const char* quantity,

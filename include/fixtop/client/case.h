@@ -65,7 +65,8 @@ class Case {
     void UseUnitSet(const std::string& name) const;
     // Writes the case to a file of the library's own kinds. Throws CaseError.
     void Save(const std::string& file) const;
-    // The file beside its own in which variables are published; empty for a case without a file.
+    // The file beside its own in which variables are published; empty for a case without a file,
+    // and for one of a host that is not the library's own.
     std::string PublishedFile() const;
 
     // Asked at every turn of a solve whether it has to stop; for cases opened from now on.

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -41,13 +42,15 @@ struct SelectedValues {
 struct ItemState {
     enum class Kind {
         kSame,     // its path leads to it
-        kByPlace,  // its place in a list, which is all that tells it there, leads to it
-        kMoved,    // its path leads nowhere; the candidates may be it
+        kByPlace,  // its place in a list leads to it: by a name of its own nothing is called there
+        kMoved,    // its path leads nowhere, or to another node by now; the candidates may be it
         kGone,     // nothing is like it
     };
     Kind kind = Kind::kSame;
     std::string path;                     // below the root, as it was chosen
     std::vector<std::string> candidates;  // paths that lead to nodes, the likeliest first
+    // The unit that the selection has for it is none of its node, which shows its own.
+    bool lacks_unit = false;
 };
 
 // It has a node.
@@ -57,7 +60,8 @@ inline bool IsThere(const ItemState& state) {
 
 class Selection {
  public:
-    // Empty, of nodes below this root: Case::Top, or Case::Neutral.
+    // Empty, of nodes of the tree of this one: Case::Top, or Case::Neutral. Copies share their
+    // items.
     explicit Selection(const Node& root);
     // Reads a file in which a selection was saved, and looks for its nodes in the view that it was
     // chosen from. Throws CaseError, with the file and what is wrong.
@@ -66,16 +70,25 @@ class Selection {
     static bool IsFile(const std::string& file);
     // The same without a case: items can be told and removed, and what is left be saved.
     static Selection Load(const std::string& file);
-    // Throws CaseError; the file is as it was then.
+    // For who reads a file, changes the selection and saves it again: another one who asks for his
+    // turn at the file, in this process or another, waits until what is answered ends.
+    static std::shared_ptr<const void> TurnAt(const std::string& file);
+    // What in the file was passed over when it was read, since it is not known or leads nowhere: it
+    // is no item, and would be missing after a save.
+    const std::vector<std::string>& Remarks() const { return remarks_; }
+    // Throws CaseError, also for items whose nodes were given names since then that can't be kept;
+    // the file is as it was then.
     void Save(const std::string& file) const;
     // Saves it beside the file of its case, which lists its items as "QSI Published Variables" from
-    // then on; answers the name of the file. Throws CaseError: for a case without a file, nodes of
-    // the neutral view, and items that the case does not have, which are named.
+    // then on; answers the name of the file. Throws CaseError: for a case without a file or of a
+    // host that is not the library's own, nodes of the neutral view, and items that the case does
+    // not have, or not in their units, which are named.
     std::string Publish() const;
 
     std::size_t Size() const;
     // False when it is an item already, whose unit becomes this one unless that is empty. Throws
-    // Refused when the node can't be shown in the unit, or its path can't be saved.
+    // Refused when the node can't be shown in the unit, its path can't be saved, or it is of
+    // another tree. Where the node of an item is gone, one of the same path takes its place.
     bool Add(const Node& node, const std::string& unit = "");
     // By the path of an item, however it is written. False when there is no such one.
     bool Remove(const std::string& path);
@@ -84,7 +97,7 @@ class Selection {
     const std::optional<Node>& Root() const { return root_; }
     // Below the root.
     std::string Path(std::size_t item) const;
-    // In which it is shown; empty for the node's own.
+    // In which it was chosen to be shown; empty for the node's own.
     std::string Unit(std::size_t item) const;
     // Null when the item has none. It shows its value in its own unit, not in that of the item.
     std::optional<Node> NodeOf(std::size_t item) const;
@@ -101,8 +114,9 @@ class Selection {
     // All items in one pass.
     void Read(const SelectedValues& into) const;
     // Stores into the first items in one batch, which solves once; NULL leaves an item as it is. A
-    // unit that is not empty is that of all values. Answers for each the text by which it was
-    // refused, empty when it was taken.
+    // unit that is not empty is that of all values, else each is in the unit of its item, and
+    // refused where that is none of the node. Answers for each the text by which it was refused,
+    // empty when it was taken.
     std::vector<std::string> Store(std::span<const FIValue> values, const std::string& unit = "");
     // The same with values as they are typed: where the node is a number the text has to be one. An
     // empty text leaves an item as it is.
@@ -120,6 +134,7 @@ class Selection {
 
     std::optional<Node> root_;
     Ref<FICollectionBase> collection_;
+    std::vector<std::string> remarks_;
 };
 
 }  // namespace fixtop::client

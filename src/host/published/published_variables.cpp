@@ -154,6 +154,7 @@ void HPublishEntry::Store(const FIValue& value, FIValue& out) {
     FIValue internal = value;
     ToInternalUnit(unit_type_, GetVarSet(), internal);
     out.Clear();
+    if (IsNoNumber(internal)) return out.SetText(kNotStored);
     auto self = Ref<HPublishEntry>::Share(this);
     memory::Outside([&] { variable_.Get()->SetValue(InternalNumber(internal)); });
     if (IsGone()) out.SetText(kNodeDeletedText);

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/specifications/spec_node.h"
 
+#include <cmath>
+
 #include "framework/nodes/shield.h"
 #include "host/host_access.h"
 #include "host/host_attributes.h"
 #include "host/solver/solve_wait.h"
 #include "host/specifications/array_set.h"
+#include "host/variables/variable_values.h"
 
 namespace fixtop {
 
@@ -95,6 +98,7 @@ FIContext* HSpecEntry::GetContext() {
 }
 
 const char* HSpecEntry::Store(double value, int mode) {
+    if (std::isnan(value)) return kNotStored;
     auto self = Ref<HSpecEntry>::Share(this);
     host::ProcessVariable& variable = *element_.process_variable;
     switch (mode) {

@@ -142,6 +142,7 @@ const char* HVarsEntry::StoreAt(const host::VarDescription& address, FIVarSet* v
     if (row_->value_kind != host::kReal) return StoreValue(variable, value, CaseRecord());
     FIValue internal = value;
     ToInternalUnit(UnitType(), vars, internal);
+    if (IsNoNumber(internal)) return kNotStored;
     if (!IsCompositionVariable()) return StoreValue(variable, internal, CaseRecord());
     if (variable.object) StoreComposition(variable, internal);
     return nullptr;

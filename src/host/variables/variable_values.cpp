@@ -18,7 +18,6 @@ namespace {
 
 constexpr char kHiddenKeyPrefix[] = "Key: ";
 constexpr char kHiddenKeyText[] = "Unknown Key";
-constexpr char kNotStored[] = "Value not stored";
 constexpr double kMostOrdinal = 1e9;
 
 // Where the host is asked for the state of a value.
@@ -224,6 +223,10 @@ const char* ScalarTypeText(int value_kind) {
 
 double InternalNumber(const FIValue& value) {
     return value.IsNull() ? host::kEmptyReal : value.AsDouble();
+}
+
+bool IsNoNumber(const FIValue& value) {
+    return std::isnan(InternalNumber(value));
 }
 
 const char* StoreValue(const HVariable& variable, const FIValue& value, const Ref<CaseLife>& life) {

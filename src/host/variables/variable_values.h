@@ -59,6 +59,10 @@ const char* ScalarTypeText(int value_kind);
 
 // The number that the host stores for a value in internal units; NULL is the empty real.
 double InternalNumber(const FIValue& value);
+// What is no number never goes to the host, which need not look at what it is given; kNotStored is
+// the answer.
+bool IsNoNumber(const FIValue& value);
+inline constexpr char kNotStored[] = "Value not stored";
 // Stores; answers null or the message. Numbers are in internal units, NULL is the empty real.
 // Starts the solver and waits, unless a batch is open. An object that goes meanwhile is told as
 // such.

@@ -19,7 +19,8 @@ class CollectAdd final : public SelectionWord {
  private:
     ExitCode Work(CommandContext& around) override {
         const int before = MemoryFailures();
-        client::Selection selection = LoadOrBegin(*around.session);
+        const auto turn = client::Selection::TurnAt(File());
+        client::Selection selection = LoadOrBegin(around);
         ExitCode code = ExitCode::kOk;
         const auto refuse = [&](const std::string& problem) {
             around.out.Note(problem);
@@ -48,9 +49,11 @@ class CollectAdd final : public SelectionWord {
         for (const std::string& path : added) around.out.Line(OneLine(path));
         return code;
     }
-    client::Selection LoadOrBegin(const CaseSession& session) const {
+    client::Selection LoadOrBegin(CommandContext& around) {
+        const CaseSession& session = *around.session;
         if (!client::Selection::IsFile(File())) return client::Selection(session.Top());
-        client::Selection selection = Load(session);
+        client::Selection selection = client::Selection::Load(File(), session.OpenCase());
+        RequireWhole(selection, File());
         if (selection.Size() == 0) return client::Selection(session.Top());
         if (*selection.Root() == session.Top()) return selection;
         const bool is_raw = *selection.Root() == session.OpenCase().Top();

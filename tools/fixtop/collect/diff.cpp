@@ -34,11 +34,11 @@ class CollectDiff final : public SelectionWord {
     ExitCode Work(CommandContext& around) override {
         auto opened = CaseSession::Open(names_[0], view_, around.out);
         if (!opened) return ExitCode::kUnreadable;
-        const SelectedItems a(Load(*opened));
+        const SelectedItems a(Load(*opened, around.out));
         opened.reset();
         opened = CaseSession::Open(names_[1], view_, around.out);
         if (!opened) return ExitCode::kUnreadable;
-        const client::Selection in_b = Load(*opened);
+        const client::Selection in_b = Load(*opened, around.out);
         SelectedItems b(in_b);
         std::size_t item = 0;
         in_b.ForEachNode([&](const std::string&, const std::optional<Node>& node) {

@@ -12,7 +12,7 @@ class CollectList final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        const client::Selection selection = client::Selection::Load(File());
+        const client::Selection selection = Load(around.out);
         const std::vector<std::string> paths = selection.Paths();
         const std::vector<std::string> units = selection.Units();
         for (std::size_t i = 0; i < paths.size(); ++i) {

@@ -12,7 +12,10 @@ class Publish final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        around.out.Line(OneLine(Load(*around.session).Publish()));
+        const client::Selection selection =
+            client::Selection::Load(File(), around.session->OpenCase());
+        RequireWhole(selection, File());
+        around.out.Line(OneLine(selection.Publish()));
         return ExitCode::kOk;
     }
 };

@@ -13,7 +13,7 @@ class CollectRead final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        const SelectedItems items(Load(*around.session));
+        const SelectedItems items(Load(*around.session, around.out));
         const ExitCode code = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
         return code;

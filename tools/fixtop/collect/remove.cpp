@@ -14,7 +14,9 @@ class CollectRemove final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
+        const auto turn = client::Selection::TurnAt(File());
         client::Selection selection = client::Selection::Load(File());
+        RequireWhole(selection, File());
         ExitCode code = ExitCode::kOk;
         bool is_changed = false;
         for (const std::string& path : paths_) {

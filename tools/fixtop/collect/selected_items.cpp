@@ -81,6 +81,13 @@ ExitCode TellMissing(const SelectedItems& items, const std::string& name, Output
     for (std::size_t i = 0; i < items.Size(); ++i) {
         const client::ItemState& state = items.states[i];
         by_place += state.kind == client::ItemState::Kind::kByPlace;
+        if (state.lacks_unit) {
+            code = ExitCode::kFailed;
+            const std::string shown = items.units[i].ToText();
+            out.Note(OneLine(state.path) +
+                     ": the unit that the selection has for it is none of it; " +
+                     (shown.empty() ? "it has none" : "shown in " + OneLine(shown)));
+        }
         if (items.IsThere(i)) continue;
         code = ExitCode::kFailed;
         std::string text = OneLine(state.path) + ": not in " + OneLine(name);
@@ -88,7 +95,8 @@ ExitCode TellMissing(const SelectedItems& items, const std::string& name, Output
         out.Note(text);
     }
     if (by_place > 0) {
-        out.Note(OneLine(name) + ": found by place in a list, for nothing else tells them there: " +
+        out.Note(OneLine(name) +
+                 ": found by place in a list, for no name of their own tells them there: " +
                  std::to_string(by_place));
     }
     return code;

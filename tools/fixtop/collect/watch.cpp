@@ -13,7 +13,7 @@ class CollectWatch final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        const client::Selection selection = Load(*around.session);
+        const client::Selection selection = Load(*around.session, around.out);
         const bool all_found = Watch(selection, around.out);
         const ExitCode code = solve_.Run(around);
         return all_found ? code : ExitCode::kFailed;

@@ -22,7 +22,7 @@ class CollectWrite final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        client::Selection selection = Load(*around.session);
+        client::Selection selection = Load(*around.session, around.out);
         if (!TakeInput(around.out)) return ExitCode::kUnreadable;
         if (values_.size() != selection.Size()) {
             around.out.Note(OneLineMessage(File()) + ": expected a value for each node, " +
@@ -32,9 +32,10 @@ class CollectWrite final : public SelectionWord {
             return ExitCode::kUsage;
         }
         const bool all_stored = Store(selection, around);
+        // Under another name the case has another list of what it publishes.
+        const SelectedItems items(selection);
         // Saved before anything is written: whoever reads may have gone away.
         ExitCode code = SaveSolved(*around.session, saved_, around.out);
-        const SelectedItems items(selection);
         const ExitCode missing = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
         TellWhyIncomplete(*around.session, around.out);
