@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "saved_text.h"
 
+#include "casehost/file_turn.h"
 #include "casehost/text_file.h"
 #include "fixtop/client/error.h"
 
@@ -22,6 +23,10 @@ std::string ReadSavedText(const std::string& file) {
 void WriteSavedText(const std::string& file, std::string_view text) {
     const std::string problem = casehost::WriteTextFile(file, text);
     if (!problem.empty()) throw CaseError({file + ": " + problem});
+}
+
+std::shared_ptr<const void> TakeTurnAt(const std::string& file) {
+    return std::make_shared<casehost::FileTurn>(file);
 }
 
 }  // namespace fixtop::client

@@ -3,6 +3,7 @@
 
 // Text files of the client library's own.
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,8 @@ namespace fixtop::client {
 // leaves the file as it was.
 std::string ReadSavedText(const std::string& file);
 void WriteSavedText(const std::string& file, std::string_view text);
+
+// Others who ask for it wait until what is answered ends.
+std::shared_ptr<const void> TakeTurnAt(const std::string& file);
 
 }  // namespace fixtop::client

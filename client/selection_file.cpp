@@ -6,7 +6,6 @@
 #include <set>
 
 #include "case_state.h"
-#include "casehost/file_turn.h"
 #include "fixtop/client/selection.h"
 #include "module_log.h"
 #include "saved_text.h"
@@ -81,7 +80,7 @@ bool Selection::IsFile(const std::string& file) {
 }
 
 std::shared_ptr<const void> Selection::TurnAt(const std::string& file) {
-    return std::make_shared<casehost::FileTurn>(file);
+    return TakeTurnAt(file);
 }
 
 Selection Selection::Load(const std::string& file) {
