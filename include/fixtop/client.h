@@ -23,4 +23,5 @@
 #include "fixtop/client/selection.h"
 #include "fixtop/client/solver.h"
 #include "fixtop/client/typed.h"
+#include "fixtop/client/typed_list.h"
 #include "fixtop/client/watch.h"

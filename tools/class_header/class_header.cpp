@@ -37,7 +37,7 @@ constexpr char kBeginning[] =
 
 #include <string_view>
 
-#include "fixtop/client/typed.h"
+#include "fixtop/client/typed_list.h"
 
 )";
 
