@@ -52,8 +52,16 @@ std::string CaseState::OpenNeutral(const ModelFiles& files) {
     neutral_ = Ref<FIIteratorBase>::Adopt(Given(FixtopMakeIterator(root.Get(), false)));
     listed_.Reset();
     found_.Reset();
+    classes_.reset();
     files_ = files;
     return warning;
+}
+
+std::shared_ptr<const ClassTable> CaseState::Classes() {
+    if (!classes_) classes_ = ClassTable::ReadAgain(files_);
+    // To be told why.
+    if (classes_->Classes().empty()) classes_ = ClassTable::Read(files_);
+    return classes_;
 }
 
 std::optional<Node> CaseState::NeutralOf(const Node& raw) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "fixtop/client/case.h"
+#include "fixtop/client/class_table.h"
 #include "fixtop/client/error.h"
 #include "fixtop/fixtop.h"
 
@@ -66,6 +67,8 @@ class CaseState : public std::enable_shared_from_this<CaseState> {
     // With lists as long as map files have them.
     Node Listed();
     std::string OpenNeutral(const ModelFiles& files);
+    // The classes of the neutral view.
+    std::shared_ptr<const ClassTable> Classes();
     // The object of the neutral view that stands on a node of the case.
     std::optional<Node> NeutralOf(const Node& raw);
     // The root of a tree that stands on this case.
@@ -82,6 +85,7 @@ class CaseState : public std::enable_shared_from_this<CaseState> {
     Ref<FIIteratorBase> found_;
     Ref<FIIteratorBase> listed_;
     ModelFiles files_;
+    std::shared_ptr<const ClassTable> classes_;
 };
 
 // The host that comes with the library, with this case open. Throws CaseError.

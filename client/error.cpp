@@ -19,6 +19,12 @@ std::string Missing(const std::string& path, const std::string& found,
     return text;
 }
 
+std::string Unknown(const std::string& class_name, const std::string& member,
+                    const std::vector<std::string>& near) {
+    const std::string text = class_name + " has no member " + member;
+    return near.empty() ? text : text + "\n  near: " + Joined(near, ", ");
+}
+
 }  // namespace
 
 CaseError::CaseError(std::vector<std::string> problems)
@@ -28,6 +34,11 @@ NotFound::NotFound(std::string path, std::string found, std::vector<std::string>
     : Error(Missing(path, found, near)),
       path_(std::move(path)),
       found_(std::move(found)),
+      near_(std::move(near)) {}
+
+NoMember::NoMember(const std::string& class_name, std::string member, std::vector<std::string> near)
+    : Error(Unknown(class_name, member, near)),
+      member_(std::move(member)),
       near_(std::move(near)) {}
 
 Refused::Refused(std::string path, std::string text)

@@ -3,6 +3,7 @@
 
 #include "case_state.h"
 #include "fixtop/client/check.h"
+#include "module_files.h"
 #include "module_log.h"
 #include "visit.h"
 
@@ -28,12 +29,12 @@ const char* GivenText(const std::string& text) {
     return text.empty() ? nullptr : text.c_str();
 }
 
+}  // namespace
+
 FixtopModelFiles GivenFiles(const ModelFiles& files, bool whole_lists) {
     return {GivenText(files.classes), GivenText(files.map), GivenText(files.units),
             GivenText(files.translate), whole_lists};
 }
-
-}  // namespace
 
 std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
                       FIEntry* top, Ref<FIEntry>& root) {

@@ -17,6 +17,9 @@ install(TARGETS fixtop fixtop_client fixtop_host fixtop_casehost EXPORT FixtopTa
 install(TARGETS QSIUOMAdapter2004_2 LIBRARY RUNTIME)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${PROJECT_SOURCE_DIR}/casehost/include/
   TYPE INCLUDE FILES_MATCHING PATTERN "*.h")
+if(TARGET fixtop_classes)
+  install(FILES $<TARGET_PROPERTY:fixtop_classes,FIXTOP_HEADER> DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fixtop/client)
+endif()
 
 # The libraries behind the case host: those of the system by pkg-config, on Windows our own copies.
 get_target_property(outside fixtop_casehost FIXTOP_OUTSIDE)

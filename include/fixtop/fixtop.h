@@ -208,6 +208,37 @@ FIXTOP_EXPORT FIEntry* FixtopOpenPureModel(const char* classes, const char* clas
 // "quantity", "array", "keys" and "owner", the class that declares it; an enumeration has
 // "options", one a line, and "closed".
 FIXTOP_EXPORT FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files);
+// The typed interface of a class and its members. Each class has one, and its one base is that of
+// the first of its superclasses, by name, that the library has. Members are numbered over the
+// bases, the farthest first, at most 100 an interface. All is lent for the call.
+struct FixtopMember {
+    enum Kind : int {
+        kInterface = 0,  // the interface itself, ahead of its members
+        kValue = 1,      // leads to a node without a class: a number, a text, a choice
+        kObject = 2,     // to a node of a class
+        kArray = 3,      // to the elements of a list, nodes of a class
+    };
+    int kind;
+    int number;                 // of an interface how many members its bases have
+    const char* className;      // "QSIMaterialStream"
+    const char* interfaceName;  // "IQSIMaterialStream"
+    const char* baseName;       // the class of the base; null for none
+    // The following are null for an interface.
+    const char* name;      // the step of a path that leads there, plainly
+    const char* owner;     // the class that declares it
+    const char* type;      // "Real", "Object" ..., as the class library has it
+    const char* typeName;  // the class of an object, the enumeration of a choice; else empty
+    const char* quantity;  // empty for none, and where the units can't be had
+    bool isArray;          // a value of which the class library says so leads to the first element
+};
+// False ends the visits. Nothing may be thrown.
+using FixtopMemberVisitor = bool (*)(void* owner, const FixtopMember* member);
+// Reads a class library and visits the interface of a class: that of its farthest base and the
+// members of that, and so on, so that the numbers rise from 0. With a null class it visits the
+// interfaces of all classes, each once and behind its base. Answers how many were visited, 0 when
+// there is no such class or the library can't be read, which is told in the log.
+FIXTOP_EXPORT int FixtopVisitMembers(const FixtopModelFiles* files, const char* className,
+                                     FixtopMemberVisitor visit, void* owner);
 // What is wrong in class and map files, for those who write them. All is lent for the call.
 struct FixtopFinding {
     // A mistake makes the readers leave something out, or do what nobody can have meant. An

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "automation/typed/member_table.h"
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
 #include "framework/nodes/shield.h"
@@ -82,6 +83,69 @@ Ref<CCDMClassContext> PlaceBelow(FIEntry& entry) {
     return Ref<CCDMClassContext>::Share(dynamic_cast<CCDMClassContext*>(context.Get()));
 }
 
+// Whether the visitor wants more.
+class MemberVisits {
+ public:
+    MemberVisits(FixtopMemberVisitor visit, void* owner) : visit_(visit), owner_(owner) {}
+
+    bool VisitChain(const TypedInterface& last) {
+        return (!last.base || VisitChain(*last.base)) && Visit(last);
+    }
+    bool Visit(const TypedInterface& each) {
+        FixtopMember row = Head(each);
+        if (!Tell(row)) return false;
+        for (const TypedMember& member : each.members) {
+            Fill(row, member);
+            if (!Tell(row)) return false;
+            ++row.number;
+        }
+        return true;
+    }
+    int Count() const { return count_; }
+
+ private:
+    static FixtopMember Head(const TypedInterface& each) {
+        FixtopMember row{};
+        row.kind = FixtopMember::kInterface;
+        row.number = each.first_number;
+        row.className = each.class_name.c_str();
+        row.interfaceName = each.name.c_str();
+        row.baseName = each.base ? each.base->class_name.c_str() : nullptr;
+        return row;
+    }
+    static void Fill(FixtopMember& row, const TypedMember& member) {
+        row.kind = FixtopMember::kValue + static_cast<int>(member.kind);
+        row.name = member.name.c_str();
+        row.owner = member.owner.c_str();
+        row.type = AttrTypeText(member.type);
+        row.typeName = member.type_name.c_str();
+        row.quantity = member.quantity.c_str();
+        row.isArray = member.is_array;
+    }
+    bool Tell(const FixtopMember& row) {
+        ++count_;
+        return memory::Outside([&] { return visit_(owner_, &row); });
+    }
+
+    FixtopMemberVisitor visit_;
+    void* owner_;
+    int count_ = 0;
+};
+
+void VisitMembers(const MemberTable& table, const char* class_name, MemberVisits& visits) {
+    if (class_name) {
+        const TypedInterface* found = table.Find(class_name);
+        if (found) visits.VisitChain(*found);
+        return;
+    }
+    for (const TypedInterface* each : table.Interfaces()) {
+        if (!visits.Visit(*each)) return;
+    }
+}
+
+static_assert(static_cast<int>(TypedMember::Kind::kValue) == 0);
+static_assert(FixtopMember::kValue + static_cast<int>(TypedMember::Kind::kArray) ==
+              FixtopMember::kArray);
 static_assert(static_cast<int>(Absence::kUnmapped) == kFixtopUnmapped);
 static_assert(static_cast<int>(Absence::kRefused) == kFixtopRefused);
 
@@ -110,6 +174,17 @@ FIEntry* FixtopOpenPureModel(const char* classes, const char* className) {
 
 FIEntry* FixtopOpenDictionary(const FixtopModelFiles* files) {
     return OrNull([=] { return OpenDictionary(FilesOf(files)).Detach(); });
+}
+
+int FixtopVisitMembers(const FixtopModelFiles* files, const char* className,
+                       FixtopMemberVisitor visit, void* owner) {
+    return memory::Or(0, [=] {
+        MemberVisits visits(visit, owner);
+        if (!visit) return 0;
+        const auto definitions = ReadDefinitions(FilesOf(files));
+        if (definitions) VisitMembers(MemberTable(definitions->library), className, visits);
+        return visits.Count();
+    });
 }
 
 int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit, void* owner) {

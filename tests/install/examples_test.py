@@ -27,6 +27,23 @@ class Examples(unittest.TestCase):
         self.assertEqual('Name,Temperature C,Pressure bar,MolarFlow kmol/h\n"Feed",25,60,\n'
                          '"Product",26.85,5,\n', run(self.folder / "table", CASE))
 
+    def test_typed(self):
+        self.assertEqual("Feed: 298.15 K\nProduct: 300 K\n", run(self.folder / "typed", CASE))
+        shown = run(self.folder / "typed", "demo").splitlines()
+        # 30 C; the mole fractions as the case has them.
+        gas = next(line for line in shown if line.startswith("Raw Gas: "))
+        self.assertTrue(gas.startswith("Raw Gas: 303.15 K, Nitrogen 0.02, "), gas)
+        fractions = [float(part.rsplit(" ", 1)[1]) for part in gas.split(", ")[1:]]
+        self.assertAlmostEqual(1, sum(fractions), places=9)
+        self.assertEqual(["EX-100: Flowsheet.UnitOperation(EX-100)",
+                          "K-100: Flowsheet.UnitOperation(K-100)"], shown[-2:])
+
+    def test_typed_is_shown_in_its_document(self):
+        page = (SOURCE / "docs/neutral-view.md").read_text(encoding="utf-8")
+        name, block = page.split("<!-- sample:")[1].split(" -->\n")
+        shown = "".join(f"{line[4:]}\n" for line in block.split("<!--")[0].rstrip("\n").split("\n"))
+        self.assertEqual((SOURCE / name).read_text(encoding="utf-8").split("\n", 1)[1], shown)
+
     def test_client_survives_deletion(self):
         path = f"{STREAMS}.Product.Temperature"
         self.assertEqual(f"{path} = 50 C\ngone: Node deleted\nread: Node deleted\n{path} = 70 C\n",

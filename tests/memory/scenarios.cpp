@@ -474,6 +474,16 @@ void CallExports(World& world, Client& client) {
     client.In([] { TestIteratorX(); });
 }
 
+// Adds up what is told of members; needs no memory for it.
+bool AddUp(void* owner, const FixtopMember* row) {
+    int& sum = *static_cast<int*>(owner);
+    sum += row->kind * 1000 + row->number;
+    for (const char* text : {row->className, row->name, row->owner, row->type, row->typeName}) {
+        for (; text && *text; ++text) sum += *text;
+    }
+    return true;
+}
+
 void ReadDefinitions(World&, Client& client) {
     Entry pure = client.Take([] { return FixtopOpenPureModel("scene_classes.xml", nullptr); });
     Iterator it = On(client, pure);
@@ -485,6 +495,12 @@ void ReadDefinitions(World&, Client& client) {
     BrowseFrom(client, it);
     client.Drop(it);
     client.Drop(dictionary);
+    for (const char* of : {static_cast<const char*>(nullptr), "QSISimulation"}) {
+        int sum = 0;
+        client.TellAnswer(
+            [&] { return FixtopVisitMembers(&lifetimes::SceneFiles(), of, AddUp, &sum); });
+        client.Tell(sum);
+    }
 }
 
 void OpenShippedModel(World&, Client& client) {

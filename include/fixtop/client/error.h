@@ -50,6 +50,25 @@ class NotFound : public Error {
     std::vector<std::string> near_;
 };
 
+// A member that a class does not have, and what may have been meant.
+class NoMember : public Error {
+ public:
+    NoMember(const std::string& class_name, std::string member, std::vector<std::string> near);
+    const std::string& Member() const { return member_; }
+    // Names of members, nearest first; at most three.
+    const std::vector<std::string>& Near() const { return near_; }
+
+ private:
+    std::string member_;
+    std::vector<std::string> near_;
+};
+
+// A node that is no object of the class, or a member that is not of the kind, that is asked for.
+class WrongType : public Error {
+ public:
+    using Error::Error;
+};
+
 // A read or a store that the node does not take: the module's text, and the node's path.
 class Refused : public Error {
  public:

@@ -29,6 +29,11 @@ void NoteAncestors(const TypedInterface* base, std::set<std::string>& seen) {
     for (; base; base = base->base) seen.insert(base->class_name);
 }
 
+std::string QuantityOf(const CCDMClassLibrary& library, const CCDMAttribute& attribute) {
+    CCDMUnitSource* units = library.units.Source();
+    return units && attribute.quantity > 0 ? units->QuantityName(attribute.quantity) : "";
+}
+
 }  // namespace
 
 const TypedMember* TypedInterface::Member(int number) const {
@@ -57,7 +62,7 @@ const TypedInterface* MemberTable::Find(std::string_view class_name) const {
 TypedInterface* MemberTable::Generate(const CCDMClassLibrary& library,
                                       const std::string& class_name) {
     const CCDMClass* record = library.FindClass(class_name);
-    if (!record) return nullptr;
+    if (!record || class_name.empty()) return nullptr;
     const auto [at, is_new] = interfaces_.try_emplace(class_name);
     TypedInterface& made = at->second;
     if (!is_new) return &made;
@@ -81,7 +86,7 @@ TypedInterface* MemberTable::Generate(const CCDMClassLibrary& library,
 void MemberTable::Take(const CCDMClassLibrary& library, TypedInterface& into,
                        const CCDMClass& from) {
     for (const CCDMAttribute* each : from.attributes) {
-        if (into.NumberOf(each->name) < 0) TakeMember(library, into, *each);
+        if (!each->name.empty() && into.NumberOf(each->name) < 0) TakeMember(library, into, *each);
     }
 }
 
@@ -96,7 +101,8 @@ void MemberTable::TakeMember(const CCDMClassLibrary& library, TypedInterface& in
     const Kind object = attribute.isArray ? Kind::kArray : Kind::kObject;
     into.members.push_back({attribute.name, has_class ? object : Kind::kValue, attribute.type,
                             attribute.typeName, attribute.isArray,
-                            attribute.owner ? attribute.owner->name : into.class_name});
+                            attribute.owner ? attribute.owner->name : into.class_name,
+                            QuantityOf(library, attribute)});
 }
 
 std::string_view ClassOfTypeText(std::string_view type) {

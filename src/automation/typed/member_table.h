@@ -9,7 +9,8 @@
 // superclass that the library has. Its own members are the attributes of the other superclasses,
 // with theirs, and those of the class, in the order of the files; an attribute that is declared
 // twice is one member. Members are numbered over the bases, the farthest first, and an interface
-// has at most kMostMembers: what a class declares beyond has none.
+// has at most kMostMembers: what a class declares beyond has none. What a class declares again that
+// a base has stays the member of the base. A class or an attribute without a name has none.
 
 #include <map>
 #include <string>
@@ -35,6 +36,8 @@ struct TypedMember {
     bool is_array = false;
     // The class that declares it.
     std::string owner;
+    // By name; empty for none, and where the library was read without units.
+    std::string quantity;
 };
 
 struct TypedInterface {

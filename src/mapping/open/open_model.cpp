@@ -17,15 +17,6 @@ constexpr int kScratchSize = 20;
 
 using Opened = Ref<OpenLibrary>;
 
-// A model without units still opens; values pass as they are then.
-Opened ReadDefinitions(const ModelFiles& files) {
-    auto opened = Opened::Adopt(new OpenLibrary(files.unitResources, files.classResources));
-    if (!opened->library.ReadUnitFile(files.units.c_str())) {
-        LogAtLevel("Failed to initialize units list", kUnitsLevel);
-    }
-    return opened->library.ReadClassFile(files.classes) ? opened : Opened();
-}
-
 Opened ReadModel(const ModelFiles& files) {
     Opened opened = ReadDefinitions(files);
     if (opened) opened->library.listLength = files.listLength;
@@ -58,6 +49,15 @@ Ref<FIEntry> TopOf(const CCDMClassLibrary& library, FIEntry* given) {
 }
 
 }  // namespace
+
+// A model without units still opens; values pass as they are then.
+Ref<OpenLibrary> ReadDefinitions(const ModelFiles& files) {
+    auto opened = Opened::Adopt(new OpenLibrary(files.unitResources, files.classResources));
+    if (!opened->library.ReadUnitFile(files.units.c_str())) {
+        LogAtLevel("Failed to initialize units list", kUnitsLevel);
+    }
+    return opened->library.ReadClassFile(files.classes) ? opened : Opened();
+}
 
 Ref<CCDMClassContext> OpenPureModel(const std::string& file, const std::string& class_name,
                                     ModuleHandle resources) {

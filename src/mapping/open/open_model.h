@@ -13,6 +13,7 @@
 #include "fixtop/reference.h"
 #include "mapping/nodes/class_context.h"
 #include "mapping/open/model_files.h"
+#include "mapping/open/open_library.h"
 #include "platform/module_system.h"
 
 namespace fixtop {
@@ -31,7 +32,10 @@ Ref<CCDMClassContext> OpenModelOnNode(const ModelFiles& files, const std::string
 // the map's root translator leads from there to where the tree stands. A map whose function is not
 // found opens on neither.
 Ref<CCDMClassContext> OpenModelOnTop(const ModelFiles& files, FIEntry* top = nullptr);
-// The definitions alone, as a tree: units and classes are read.
+// The definitions alone: units and classes are read. Without units the library is whole but for the
+// quantities.
+Ref<OpenLibrary> ReadDefinitions(const ModelFiles& files);
+// The same as a tree.
 Ref<FIEntry> OpenDictionary(const ModelFiles& files);
 
 }  // namespace fixtop
