@@ -104,6 +104,16 @@ FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, in
 // are not found; a selection is read as well.
 FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
                                            IQSICollection** collection);
+// Loads a type library of the typed interfaces, the system's ITypeLib, counted: the file
+// "<name>_<major>_<minor>.tlb", of the name "qsiccdm" for null. It is sought beside the module and
+// where the system seeks such files, unless the name has a folder. False and null when it is not
+// there, and where the system has no type libraries.
+FIXTOP_EXPORT bool GetCCDMLibrary(const char* name, int major, int minor, void** out);
+// Writes that file, of the classes of a file or, for null, of the shipped ones; their version is
+// 13.2. kResultNotImplemented where the system has no type libraries, kResultFail when the classes
+// can't be read or the file not be written.
+FIXTOP_EXPORT HRESULT FixtopWriteTypeLibrary(const char* classes, const char* name, int major,
+                                             int minor);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
 // null keeps the one it has, and with an
 // empty name none is written. Each line also goes to `listener`, until the next call; null for

@@ -105,6 +105,27 @@ TEST_F(AutomationModule, without_a_host_there_is_no_node) {
     EXPECT_EQ(nullptr, MakeQSINode(nullptr, nullptr));
 }
 
+TEST_F(AutomationModule, type_library_is_there_when_it_was_written) {
+    const TemporaryFolder folder;
+    const std::string name = folder.File("types");
+    void* out = this;
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 2, &out));
+    EXPECT_EQ(nullptr, out);
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 2, nullptr));
+#if defined(_WIN32)
+    EXPECT_EQ(kResultFail, FixtopWriteTypeLibrary("nowhere.xml", name.c_str(), 13, 2));
+    EXPECT_FALSE(folder.Has("types_13_2.tlb"));
+    EXPECT_EQ(kResultOk, FixtopWriteTypeLibrary(nullptr, name.c_str(), 13, 2));
+    ASSERT_TRUE(GetCCDMLibrary(name.c_str(), 13, 2, &out));
+    EXPECT_EQ(0u, static_cast<IUnknown*>(out)->Release());
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 3, &out)) << "another version";
+    EXPECT_EQ(nullptr, out);
+#else
+    EXPECT_EQ(kResultNotImplemented, FixtopWriteTypeLibrary(nullptr, name.c_str(), 13, 2));
+    EXPECT_FALSE(folder.Has("types_13_2.tlb"));
+#endif
+}
+
 // Lists of the host go back to their first element: the walk does not.
 TEST_F(AutomationModule, walk_over_host_objects_ends_behind_the_last) {
     std::vector<std::string> expected;

@@ -34,6 +34,8 @@ inline constexpr HRESULT kResultFail = static_cast<HRESULT>(0x80004005);
 inline constexpr HRESULT kResultNoInterface = static_cast<HRESULT>(0x80004002);
 inline constexpr HRESULT kResultPointer = static_cast<HRESULT>(0x80004003);
 inline constexpr HRESULT kResultOutOfMemory = static_cast<HRESULT>(0x8007000E);
+// The system has no such thing.
+inline constexpr HRESULT kResultNotImplemented = static_cast<HRESULT>(0x80004001);
 
 // Sixteen bytes, laid out as the system lays out its ids.
 struct InterfaceId {
