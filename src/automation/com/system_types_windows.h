@@ -7,6 +7,8 @@
 // The component services follow the base header.
 #include <oaidl.h>
 #include <oleauto.h>
+// A member of nodes has this name.
+#undef GetClassName
 
 #include <string>
 #include <string_view>
