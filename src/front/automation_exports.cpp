@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The makers of automation objects, which the front finds by name.
 
+#include "automation/object_thread.h"
 #include "automation/paste.h"
 #include "automation/q_node.h"
 #include "automation/v_node.h"
@@ -13,10 +14,11 @@ namespace fixtop {
 
 namespace {
 
-// Both places get the one reference.
+// Both places get the one reference. On another thread than that of the objects nothing is made.
 template <class Make>
 void* Handed(void** out, Make make) {
-    void* const made = memory::Or(nullptr, [&]() -> void* { return make(); });
+    void* const made =
+        IsObjectThread() ? memory::Or(nullptr, [&]() -> void* { return make(); }) : nullptr;
     if (out) *out = made;
     return made;
 }

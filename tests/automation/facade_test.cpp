@@ -4,10 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 #include "automation/objects.h"
+#include "automation/other_thread.h"
 #include "casehost/standard_host.h"
 #include "front/open_module.h"
 #include "support/temporary_folder.h"
@@ -414,6 +417,68 @@ TEST_F(Facade, member_beyond_those_of_the_interface_has_no_answer) {
                                                     &none, &result, nullptr, nullptr));
     ITypeInfo* info = nullptr;
     EXPECT_EQ(DISP_E_BADINDEX, stream->GetTypeInfo(1, 0, &info));
+}
+
+TEST_F(Facade, members_are_refused_on_another_thread) {
+    WriteTypes();
+    const auto flowsheet = Typed("Flowsheet");
+    const auto streams = AskDispatch(*flowsheet, L"Stream");
+    ExpectRefused(flowsheet.Get(), kDispatchMembers, kDispatchMembers + 99);
+    ExpectRefused(streams.Get(), kDispatchMembers, kDispatchMembers + 1);
+    for (IDispatch* const each : {flowsheet.Get(), streams.Get()}) {
+        UINT count = 0;
+        EXPECT_EQ(kResultWrongThread,
+                  OnOtherThread([&] { return HRESULT{each->GetTypeInfoCount(&count)}; }));
+        ITypeInfo* info = nullptr;
+        EXPECT_EQ(kResultWrongThread,
+                  OnOtherThread([&] { return HRESULT{each->GetTypeInfo(0, 0, &info)}; }));
+        DISPID number = 0;
+        EXPECT_EQ(kResultWrongThread,
+                  OnOtherThread([&] { return HRESULT{NumberOf(*each, L"Count", number)}; }));
+        VARIANT result;
+        VariantInit(&result);
+        DISPPARAMS none = {};
+        EXPECT_EQ(kResultWrongThread, OnOtherThread([&] {
+                      return HRESULT{each->Invoke(1, GUID{}, 0, DISPATCH_METHOD, &none, &result,
+                                                  nullptr, nullptr)};
+                  }));
+        void* out = nullptr;
+        EXPECT_EQ(kResultWrongThread,
+                  OnOtherThread([&] { return HRESULT{each->QueryInterface(kDispatch, &out)}; }));
+    }
+}
+
+// Another thread that has the object through the system, which carries the calls over to the thread
+// of the objects while that takes its messages.
+TEST_F(Facade, call_through_a_proxy_is_carried_to_the_thread_of_the_objects) {
+    WriteTypes();
+    const auto streams = AskDispatch(*Typed("Flowsheet"), L"Stream");
+    IStream* packed = nullptr;
+    ASSERT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(kDispatch, streams.Get(), &packed));
+    std::atomic<bool> is_done{false};
+    HRESULT read = -1;
+    VARIANT count = Int(-1);
+    const DWORD own_thread = GetCurrentThreadId();
+    std::thread other([&] {
+        CoInitialize(nullptr);
+        void* out = nullptr;
+        if (CoGetInterfaceAndReleaseStream(packed, kDispatch, &out) == S_OK) {
+            const auto proxy = Ref<IDispatch>::Adopt(static_cast<IDispatch*>(out));
+            EXPECT_NE(streams.Get(), proxy.Get());
+            read = Call(*proxy, L"Count", count);
+        }
+        CoUninitialize();
+        is_done = true;
+        PostThreadMessageW(own_thread, WM_NULL, 0, 0);
+    });
+    while (!is_done) {
+        MSG message;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+    other.join();
+    EXPECT_EQ(S_OK, read);
+    EXPECT_EQ(static_cast<LONG>(NamesIn("Stream").size()), V_I4(&count));
 }
 
 // Goes through all typed objects below one and compares each member, asked by its name and called

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "automation/objects.h"
+#include "automation/other_thread.h"
 #include "casehost/standard_host.h"
 #include "front/open_module.h"
 #include "live/case.h"
@@ -124,6 +125,27 @@ TEST_F(AutomationModule, type_library_is_there_when_it_was_written) {
     EXPECT_EQ(kResultNotImplemented, FixtopWriteTypeLibrary(nullptr, name.c_str(), 13, 2));
     EXPECT_FALSE(folder.Has("types_13_2.tlb"));
 #endif
+}
+
+TEST_F(AutomationModule, objects_belong_to_one_thread) {
+    const auto document = Got<IQSIDocument>(
+        [](void* session, void** out) { return GetDocumentAgg(session, &kStreams, out); });
+    ExpectRefused(&Top(), 3, 14);
+    ExpectRefused(document.Get(), 3, 12);
+    for (auto* const make : {GetQSINode, QSVGetTopNode}) {
+        void* out = this;
+        EXPECT_EQ(nullptr, OnOtherThread([&] { return make(nullptr, &out); }));
+        EXPECT_EQ(nullptr, out);
+    }
+    void* out = this;
+    EXPECT_EQ(nullptr, OnOtherThread([&] { return GetDocumentAgg(nullptr, &kStreams, &out); }));
+    EXPECT_EQ(nullptr, out);
+    const std::string text = "<Selection/>";
+    EXPECT_EQ(kResultWrongThread, Refused<IQSICollection>([&](IQSICollection** collection) {
+                  return OnOtherThread(
+                      [&] { return FixtopPasteCollection(&Top(), text.data(), 12, collection); });
+              }));
+    EXPECT_EQ("Top", PathOf(Top()));
 }
 
 // Lists of the host go back to their first element: the walk does not.

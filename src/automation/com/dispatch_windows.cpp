@@ -38,6 +38,8 @@ HRESULT TypeDispatch::FindNumbers(LPOLESTR* names, UINT count, DISPID* numbers) 
 HRESULT TypeDispatch::Invoke(DispatchMembers& object, DISPID number, WORD flags,
                              DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                              UINT* place) const {
+    const HRESULT entered = EnterMember();
+    if (entered != kResultOk) return entered;
     // What the system calls answers for itself: nothing may be thrown through the system.
     const HRESULT done = memory::Outside([&]() -> HRESULT {
         return DispInvoke(&object, info_.Get(), number, flags, arguments, result, exception, place);
