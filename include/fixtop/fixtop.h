@@ -100,6 +100,9 @@ FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps,
 // when it is no selection.
 FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
                                             IQSICollection** collection);
+// The same of what is on the system's clipboard in the format "QSI Format". kResultFalse when
+// nothing is there, or it can't be had; kResultNotImplemented where the system has no clipboard.
+FIXTOP_EXPORT HRESULT PasteCollection(IUnknown* node, IQSICollection** collection);
 // The same of what IQSICollection::GetAsXml has answered, whose items stay also where their nodes
 // are not found; a selection is read as well.
 FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,

@@ -66,7 +66,11 @@ void* MakeVDocumentAgg(FIEntry* top, void* session, const void* identity, void**
 
 HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
                               IQSICollection** collection) {
-    return PasteCollection(node, text, size, collection);
+    return PasteText(node, text, size, collection);
+}
+
+HRESULT PasteCollection(IUnknown* node, IQSICollection** collection) {
+    return PasteFromClipboard(node, collection);
 }
 
 HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,

@@ -148,6 +148,14 @@ TEST_F(AutomationModule, objects_belong_to_one_thread) {
     EXPECT_EQ("Top", PathOf(Top()));
 }
 
+#if !defined(_WIN32)
+TEST_F(AutomationModule, there_is_no_clipboard_to_paste_from) {
+    EXPECT_EQ(kResultNotImplemented, Refused<IQSICollection>([&](IQSICollection** out) {
+                  return PasteCollection(&Top(), out);
+              }));
+}
+#endif
+
 // Lists of the host go back to their first element: the walk does not.
 TEST_F(AutomationModule, walk_over_host_objects_ends_behind_the_last) {
     std::vector<std::string> expected;
