@@ -70,6 +70,10 @@ FIXTOP_EXPORT void* FindDocumentAgg(void* session, const void* identity, void** 
 FIXTOP_EXPORT void* FindVDocumentAgg(void* session, const void* identity, void** out);
 FIXTOP_EXPORT void* MakeDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
 FIXTOP_EXPORT void* MakeVDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
+// Whether a document object of another program is of the class that is registered under the name
+// "Tovan.Document.13.1", as its persist interface tells: kResultOk or kResultFalse;
+// kResultNotImplemented where the system has no classes.
+FIXTOP_EXPORT HRESULT IsSiblingDocument(IUnknown* document);
 // Registers and removes the notification of a case.
 FIXTOP_EXPORT void SetTopNotify(FixtopNotify notify, void* session);
 FIXTOP_EXPORT void UnsetTopNotify(void* session);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The makers of automation objects, which the front finds by name.
 
+#include "automation/com/sibling_document.h"
 #include "automation/object_thread.h"
 #include "automation/paste.h"
 #include "automation/q_node.h"
@@ -76,6 +77,10 @@ HRESULT PasteCollection(IUnknown* node, IQSICollection** collection) {
 HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
                              IQSICollection** collection) {
     return LoadCollection(node, text, size, collection);
+}
+
+HRESULT IsSiblingDocument(IUnknown* document) {
+    return CheckSiblingDocument(document);
 }
 
 void QSIPrint(int indent) {

@@ -149,10 +149,11 @@ TEST_F(AutomationModule, objects_belong_to_one_thread) {
 }
 
 #if !defined(_WIN32)
-TEST_F(AutomationModule, there_is_no_clipboard_to_paste_from) {
+TEST_F(AutomationModule, there_is_no_clipboard_and_no_sibling) {
     EXPECT_EQ(kResultNotImplemented, Refused<IQSICollection>([&](IQSICollection** out) {
                   return PasteCollection(&Top(), out);
               }));
+    EXPECT_EQ(kResultNotImplemented, IsSiblingDocument(&Top()));
 }
 #endif
 
