@@ -13,7 +13,7 @@ build     libedit-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 lint      clang-format clang-tidy git
 package   dpkg-dev fakeroot file
-windows   g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest xz-utils wine wine64
+windows   g++-mingw-w64-x86-64 mingw-w64-tools libz-mingw-w64-dev googletest xz-utils wine wine64
 bench     libbenchmark-dev
 fuzz      clang llvm libclang-rt-dev
 coverage  gcovr

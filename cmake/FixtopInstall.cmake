@@ -15,6 +15,9 @@ install(TARGETS fixtop fixtop_client fixtop_host fixtop_casehost EXPORT FixtopTa
   LIBRARY ARCHIVE RUNTIME INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # The module seeks it beside itself.
 install(TARGETS QSIUOMAdapter2004_2 LIBRARY RUNTIME)
+if(WIN32)
+  install(TARGETS qsicom RUNTIME)
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${PROJECT_SOURCE_DIR}/casehost/include/
   TYPE INCLUDE FILES_MATCHING PATTERN "*.h")
 if(TARGET fixtop_classes)

@@ -70,6 +70,10 @@ FIXTOP_EXPORT void* FindDocumentAgg(void* session, const void* identity, void** 
 FIXTOP_EXPORT void* FindVDocumentAgg(void* session, const void* identity, void** out);
 FIXTOP_EXPORT void* MakeDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
 FIXTOP_EXPORT void* MakeVDocumentAgg(FIEntry* top, void* session, const void* identity, void** out);
+// Whether a document object of another program is of the class that is registered under the name
+// "Tovan.Document.13.1", as its persist interface tells: kResultOk or kResultFalse;
+// kResultNotImplemented where the system has no classes.
+FIXTOP_EXPORT HRESULT IsSiblingDocument(IUnknown* document);
 // Registers and removes the notification of a case.
 FIXTOP_EXPORT void SetTopNotify(FixtopNotify notify, void* session);
 FIXTOP_EXPORT void UnsetTopNotify(void* session);
@@ -100,10 +104,23 @@ FIXTOP_EXPORT bool FixtopDescribePath(const FIValue& expression, FIValue& steps,
 // when it is no selection.
 FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
                                             IQSICollection** collection);
+// The same of what is on the system's clipboard in the format "QSI Format". kResultFalse when
+// nothing is there, or it can't be had; kResultNotImplemented where the system has no clipboard.
+FIXTOP_EXPORT HRESULT PasteCollection(IUnknown* node, IQSICollection** collection);
 // The same of what IQSICollection::GetAsXml has answered, whose items stay also where their nodes
 // are not found; a selection is read as well.
 FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
                                            IQSICollection** collection);
+// Loads a type library of the typed interfaces, the system's ITypeLib, counted: the file
+// "<name>_<major>_<minor>.tlb", of the name "qsiccdm" for null. It is sought beside the module and
+// where the system seeks such files, unless the name has a folder. False and null when it is not
+// there, and where the system has no type libraries.
+FIXTOP_EXPORT bool GetCCDMLibrary(const char* name, int major, int minor, void** out);
+// Writes that file, of the classes of a file or, for null, of the shipped ones; their version is
+// 13.2. kResultNotImplemented where the system has no type libraries, kResultFail when the classes
+// can't be read or the file not be written.
+FIXTOP_EXPORT HRESULT FixtopWriteTypeLibrary(const char* classes, const char* name, int major,
+                                             int minor);
 // Names the file of the module's log, which lies in the working directory when it has no folder;
 // null keeps the one it has, and with an
 // empty name none is written. Each line also goes to `listener`, until the next call; null for

@@ -42,7 +42,7 @@ HRESULT CQSIAttributeIterator::GetName(char** name) {
 
 HRESULT CQSIAttributeIterator::GetAttribute(IQSIAttribute** attribute) {
     if (!attribute) return kResultPointer;
-    if (!has_rows_) return kResultFail;
+    if (!has_rows_) return RunMember([] { return kResultFail; });
     return HandOutObject(attribute, [&]() -> IQSIAttribute* {
         FIValue value;
         // Another cursor on the node may have taken back what it lent.
@@ -56,8 +56,8 @@ HRESULT CQSIAttributeIterator::GetAttribute(IQSIAttribute** attribute) {
 HRESULT CQSIAttributeIterator::Next(std::int32_t count, std::int32_t* moved) {
     if (!moved) return kResultPointer;
     *moved = 0;
-    if (!has_rows_) return kResultFail;
     return RunMember([&] {
+        if (!has_rows_) return kResultFail;
         const int step = count < 0 ? -1 : 1;
         while (*moved != count && cursor_->Seek(kFromPresent, step)) *moved += step;
         // A refused step back leaves the cursor on the first row, though the node may not have it.

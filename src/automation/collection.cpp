@@ -9,6 +9,7 @@
 #include "automation/member.h"
 #include "automation/read_value.h"
 #include "collection/collection.h"
+#include "platform/real_array.h"
 
 namespace fixtop {
 
@@ -41,6 +42,8 @@ HRESULT CQSICollection::GetIterator(IQSICollectionIterator** iterator) {
 HRESULT CQSICollection::Add(IUnknown* object, const InterfaceId& id, FICollectionIteratorBase* at) {
     // Whoever is asked, or hears of a node that is gone, may let go of the collection.
     const auto self = Ref<CQSICollection>::Share(this);
+    const HRESULT entered = EnterMember();
+    if (entered != kResultOk) return entered;
     Ref<FIIteratorBase> node;
     const HRESULT found = FindHeldNode(object, id, node);
     if (found != kResultOk) return found;
@@ -63,11 +66,11 @@ HRESULT CQSICollection::AddAttribute(IUnknown* attribute) {
 template <class Value, class Convert>
 HRESULT CQSICollection::Store(std::int32_t count, const Value* values, const char* unit,
                               Convert convert) {
-    if (count < 0) return kResultFail;
-    if (count > 0 && !values) return kResultPointer;
-    // Whoever hears of a store may let go of the collection.
-    const Ref<FICollectionBase> held = items_;
     return RunMember([&] {
+        if (count < 0) return kResultFail;
+        if (count > 0 && !values) return kResultPointer;
+        // Whoever hears of a store may let go of the collection.
+        const Ref<FICollectionBase> held = items_;
         const int stored = std::min(count, held->Count());
         const auto size = static_cast<std::size_t>(stored);
         // What is removed by whoever hears of a store before it was its turn is not stored.
@@ -92,40 +95,40 @@ HRESULT CQSICollection::SetValueReals(std::int32_t count, const double* values, 
     return Store(count, values, unit, RealOrNull);
 }
 
-std::vector<FIValue> CQSICollection::ReadAll() {
+std::vector<double> CQSICollection::ReadAll() {
     std::vector<FIValue> values(static_cast<std::size_t>(items_->Count()));
-    items_->GetValues(ValueName(), values.data());
-    return values;
+    if (!values.empty()) items_->GetValues(ValueName(), values.data());
+    std::vector<double> reals(values.size());
+    std::ranges::transform(values, reals.begin(), ToRealOrNan);
+    return reals;
 }
 
 HRESULT CQSICollection::GetValues(std::int32_t* count, double** values) {
     if (count) *count = 0;
     if (values) *values = nullptr;
     if (!count || !values) return kResultPointer;
-    Variant read;
-    const HRESULT result = GetValueVariant(&read);
-    *count = read.count;
-    *values = read.reals;
-    return result;
+    return RunMember([&] {
+        const std::vector<double> read = ReadAll();
+        if (read.empty()) return kResultOk;
+        *values = AllocateReals(read.size()).release();
+        std::ranges::copy(read, *values);
+        *count = static_cast<std::int32_t>(read.size());
+        return kResultOk;
+    });
 }
 
 HRESULT CQSICollection::GetValueVariant(Variant* values) {
     if (!values) return kResultPointer;
     *values = Variant();
-    TaskReals reals;
-    std::int32_t count = 0;
-    const HRESULT result = RunMember([&] {
-        const std::vector<FIValue> read = items_->Count() == 0 ? std::vector<FIValue>() : ReadAll();
-        if (!read.empty()) reals = AllocateReals(read.size());
-        std::ranges::transform(read, reals.get(), ToRealOrNan);
-        count = static_cast<std::int32_t>(read.size());
+    return RunMember([&] {
+        void* array = nullptr;
+        const std::vector<double> read = ReadAll();
+        if (!MakeRealArray(read, &array)) return kResultOutOfMemory;
+        values->type = Variant::kRealArray;
+        values->array = array;
+        values->count = static_cast<std::int32_t>(read.size());
         return kResultOk;
     });
-    if (result != kResultOk) return result;
-    values->type = Variant::kRealArray;
-    values->count = count;
-    values->reals = reals.release();
-    return kResultOk;
 }
 
 HRESULT CQSICollection::GetAsXml(char** text) {

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "automation/com/system_events.h"
 #include "automation/object.h"
 #include "automation/sink_list.h"
 #include "diagnostics/instance_counts.h"
@@ -40,10 +41,12 @@ class CQSICollection final : public AutomationObject<IQSICollection>,
 
  private:
     ~CQSICollection() override;
+    void* Find(const InterfaceId& id) override;
 
     template <class Value, class Convert>
     HRESULT Store(std::int32_t count, const Value* values, const char* unit, Convert convert);
-    std::vector<FIValue> ReadAll();
+    // NaN for what is no number.
+    std::vector<double> ReadAll();
 
     void WatchForSinks();
     void StopWatching();
@@ -51,6 +54,7 @@ class CQSICollection final : public AutomationObject<IQSICollection>,
 
     const Ref<FICollectionBase> items_;
     SinkList sinks_;
+    SystemEvents events_;
     bool watches_ = false;
 };
 

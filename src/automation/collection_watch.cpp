@@ -33,6 +33,11 @@ HRESULT CQSICollection::GetConnectionPoints(IQSIConnectionPoint** point) {
     });
 }
 
+void* CQSICollection::Find(const InterfaceId& id) {
+    void* const known = AutomationObject::Find(id);
+    return known ? known : events_.Find(*this, id);
+}
+
 CQSICollection::~CQSICollection() {
     memory::Contain([&] { StopWatching(); });
 }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The frame of a member: what it answers when memory runs out, and how it hands something out only
-// when all went well.
+// The frame of a member: what it answers on another thread and when memory runs out, and how it
+// hands something out only when all went well.
 
+#include "automation/object_thread.h"
 #include "automation/task_text.h"
 #include "diagnostics/memory_guard.h"
 #include "fixtop/automation/unknown.h"
@@ -11,9 +12,12 @@
 
 namespace fixtop {
 
-// The result of `work`, or that memory ran out.
+// The result of `work`, or that this is not the thread of the objects, or that memory ran out. All
+// that a member reads of the module it reads in here.
 template <class Work>
 HRESULT RunMember(Work work) {
+    const HRESULT entered = EnterMember();
+    if (entered != kResultOk) return entered;
     HRESULT result = kResultOutOfMemory;
     const bool done = memory::Or(false, [&] {
         result = work();

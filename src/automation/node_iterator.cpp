@@ -68,6 +68,10 @@ HRESULT CQSINodeIterator::ToEnd() {
     });
 }
 
+HRESULT CQSINodeIterator::Close() {
+    return RunMember([] { return kResultOk; });
+}
+
 HRESULT CQSINodeIterator::AtEnd(bool* at_end) {
     return HandOutNumber(at_end, [&] { return IsPastLast(); });
 }

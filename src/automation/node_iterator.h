@@ -27,7 +27,7 @@ class CQSINodeIterator final : public AutomationObject<IQSINodeIterator>,
     HRESULT FIXTOP_MEMBER Reset() override;
     HRESULT FIXTOP_MEMBER ToEnd() override;
     HRESULT FIXTOP_MEMBER AtEnd(bool* at_end) override;
-    HRESULT FIXTOP_MEMBER Close() override { return kResultOk; }
+    HRESULT FIXTOP_MEMBER Close() override;
 
  private:
     ~CQSINodeIterator() override = default;

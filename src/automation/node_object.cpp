@@ -109,7 +109,7 @@ template <class Interface>
 HRESULT NodeObject<Interface>::GetDocument(void*, void** document) {
     if (!document) return kResultPointer;
     *document = nullptr;
-    return kResultNoInterface;
+    return RunMember([] { return kResultNoInterface; });
 }
 
 template <class Interface>

@@ -27,9 +27,11 @@ HRESULT ReadAs(FIIteratorBase& node, const char* name, T* out, Convert convert) 
 template <class Make>
 HRESULT StoreMade(const Ref<FIIteratorBase>& place, const char* name, char** error, Make make) {
     if (LacksText(error, name)) return kResultPointer;
-    const Ref<FIIteratorBase> held = place;  // NOLINT(performance-unnecessary-copy-initialization)
-    return HandOutMessage(error,
-                          [&](FIValue& out) { held->SetAttribute(FIValue(name), make(), 0, out); });
+    return HandOutMessage(error, [&](FIValue& out) {
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+        const Ref<FIIteratorBase> held = place;
+        held->SetAttribute(FIValue(name), make(), 0, out);
+    });
 }
 
 }  // namespace

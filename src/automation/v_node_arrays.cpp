@@ -57,9 +57,9 @@ HRESULT CQSVNode::SetArrayValues(std::int32_t count, const char* const* names,
     *error = nullptr;
     const HRESULT checked = CheckArrays(count, names, values);
     if (checked != kResultOk) return checked;
-    // Whoever hears of a store may let go of the node.
-    const Ref<FIIteratorBase> held = iterator;
     return HandOutMessage(error, [&](FIValue& first) {
+        // Whoever hears of a store may let go of the node.
+        const Ref<FIIteratorBase> held = iterator;
         for (std::int32_t i = 0; i < count; ++i) {
             FIValue out;
             if (values[i].type == Variant::kEmpty) continue;

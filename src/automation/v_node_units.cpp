@@ -20,9 +20,12 @@ constexpr Face kSpecification = {"spec_value", "spec_uom"};
 
 // Whoever hears of the store may let go of the node: its place is held for the call.
 template <class Store>
-HRESULT StoreUnit(Ref<FIIteratorBase> place, char** error, Store store) {
-    return HandOutMessage(error,
-                          [held = std::move(place), &store](FIValue& out) { store(*held, out); });
+HRESULT StoreUnit(const Ref<FIIteratorBase>& place, char** error, Store store) {
+    return HandOutMessage(error, [&](FIValue& out) {
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+        const Ref<FIIteratorBase> held = place;
+        store(*held, out);
+    });
 }
 
 void ShowIn(FIIteratorBase& node, const Face& face, const char* unit, FIValue& out) {

@@ -2,6 +2,7 @@
 #include "automation/variant_value.h"
 
 #include "automation/task_text.h"
+#include "platform/real_array.h"
 
 namespace fixtop {
 
@@ -37,7 +38,7 @@ FIValue ToValue(const Variant& variant) {
 
 void ClearVariant(Variant& variant) noexcept {
     if (variant.type == Variant::kText) FreeTaskMemory(variant.text);
-    if (variant.type == Variant::kRealArray) FreeTaskMemory(variant.reals);
+    if (variant.type == Variant::kRealArray) FreeRealArray(variant.array);
     variant = Variant();
 }
 

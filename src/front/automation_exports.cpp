@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The makers of automation objects, which the front finds by name.
 
+#include "automation/com/sibling_document.h"
+#include "automation/object_thread.h"
 #include "automation/paste.h"
 #include "automation/q_node.h"
 #include "automation/v_node.h"
@@ -13,10 +15,11 @@ namespace fixtop {
 
 namespace {
 
-// Both places get the one reference.
+// Both places get the one reference. On another thread than that of the objects nothing is made.
 template <class Make>
 void* Handed(void** out, Make make) {
-    void* const made = memory::Or(nullptr, [&]() -> void* { return make(); });
+    void* const made =
+        IsObjectThread() ? memory::Or(nullptr, [&]() -> void* { return make(); }) : nullptr;
     if (out) *out = made;
     return made;
 }
@@ -64,12 +67,20 @@ void* MakeVDocumentAgg(FIEntry* top, void* session, const void* identity, void**
 
 HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
                               IQSICollection** collection) {
-    return PasteCollection(node, text, size, collection);
+    return PasteText(node, text, size, collection);
+}
+
+HRESULT PasteCollection(IUnknown* node, IQSICollection** collection) {
+    return PasteFromClipboard(node, collection);
 }
 
 HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,
                              IQSICollection** collection) {
     return LoadCollection(node, text, size, collection);
+}
+
+HRESULT IsSiblingDocument(IUnknown* document) {
+    return CheckSiblingDocument(document);
 }
 
 void QSIPrint(int indent) {

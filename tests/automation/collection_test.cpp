@@ -212,8 +212,10 @@ TEST_F(QsiCollection, values_are_read_as_reals) {
     ASSERT_EQ(kResultOk, collection_->GetValueVariant(&variant));
     EXPECT_EQ(Variant::kRealArray, variant.type);
     ASSERT_EQ(3, variant.count);
-    EXPECT_EQ(2.25, variant.reals[1]);
-    FreeAsClient(variant.reals);
+    const std::vector<double> reals = TakeReals(variant);
+    ASSERT_EQ(3u, reals.size());
+    EXPECT_EQ(2.25, reals[1]);
+    EXPECT_TRUE(std::isnan(reals[2]));
 }
 
 // Nobody is to take them for zeros, nor store them as such.
@@ -249,7 +251,7 @@ TEST_F(QsiCollection, empty_collection_has_no_values_and_allocates_nothing) {
     EXPECT_EQ(kResultOk, collection_->GetValueVariant(&variant));
     EXPECT_EQ(Variant::kRealArray, variant.type);
     EXPECT_EQ(0, variant.count);
-    EXPECT_EQ(nullptr, variant.reals);
+    EXPECT_EQ(std::vector<double>(), TakeReals(variant));
 }
 
 TEST_F(QsiCollection, null_pointers_are_refused) {

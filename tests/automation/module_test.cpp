@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "automation/objects.h"
+#include "automation/other_thread.h"
 #include "casehost/standard_host.h"
 #include "front/open_module.h"
 #include "live/case.h"
@@ -104,6 +105,57 @@ TEST_F(AutomationModule, without_a_host_there_is_no_node) {
     EXPECT_EQ(nullptr, GetTopVNode(nullptr, nullptr));
     EXPECT_EQ(nullptr, MakeQSINode(nullptr, nullptr));
 }
+
+TEST_F(AutomationModule, type_library_is_there_when_it_was_written) {
+    const TemporaryFolder folder;
+    const std::string name = folder.File("types");
+    void* out = this;
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 2, &out));
+    EXPECT_EQ(nullptr, out);
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 2, nullptr));
+#if defined(_WIN32)
+    EXPECT_EQ(kResultFail, FixtopWriteTypeLibrary("nowhere.xml", name.c_str(), 13, 2));
+    EXPECT_FALSE(folder.Has("types_13_2.tlb"));
+    EXPECT_EQ(kResultOk, FixtopWriteTypeLibrary(nullptr, name.c_str(), 13, 2));
+    ASSERT_TRUE(GetCCDMLibrary(name.c_str(), 13, 2, &out));
+    EXPECT_EQ(0u, static_cast<IUnknown*>(out)->Release());
+    EXPECT_FALSE(GetCCDMLibrary(name.c_str(), 13, 3, &out)) << "another version";
+    EXPECT_EQ(nullptr, out);
+#else
+    EXPECT_EQ(kResultNotImplemented, FixtopWriteTypeLibrary(nullptr, name.c_str(), 13, 2));
+    EXPECT_FALSE(folder.Has("types_13_2.tlb"));
+#endif
+}
+
+TEST_F(AutomationModule, objects_belong_to_one_thread) {
+    const auto document = Got<IQSIDocument>(
+        [](void* session, void** out) { return GetDocumentAgg(session, &kStreams, out); });
+    ExpectRefused(&Top(), 3, 14);
+    ExpectRefused(document.Get(), 3, 12);
+    for (auto* const make : {GetQSINode, QSVGetTopNode}) {
+        void* out = this;
+        EXPECT_EQ(nullptr, OnOtherThread([&] { return make(nullptr, &out); }));
+        EXPECT_EQ(nullptr, out);
+    }
+    void* out = this;
+    EXPECT_EQ(nullptr, OnOtherThread([&] { return GetDocumentAgg(nullptr, &kStreams, &out); }));
+    EXPECT_EQ(nullptr, out);
+    const std::string text = "<Selection/>";
+    EXPECT_EQ(kResultWrongThread, Refused<IQSICollection>([&](IQSICollection** collection) {
+                  return OnOtherThread(
+                      [&] { return FixtopPasteCollection(&Top(), text.data(), 12, collection); });
+              }));
+    EXPECT_EQ("Top", PathOf(Top()));
+}
+
+#if !defined(_WIN32)
+TEST_F(AutomationModule, there_is_no_clipboard_and_no_sibling) {
+    EXPECT_EQ(kResultNotImplemented, Refused<IQSICollection>([&](IQSICollection** out) {
+                  return PasteCollection(&Top(), out);
+              }));
+    EXPECT_EQ(kResultNotImplemented, IsSiblingDocument(&Top()));
+}
+#endif
 
 // Lists of the host go back to their first element: the walk does not.
 TEST_F(AutomationModule, walk_over_host_objects_ends_behind_the_last) {

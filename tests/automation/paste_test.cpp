@@ -26,7 +26,7 @@ class Paste : public testing::Test {
     }
     HRESULT Refuse(const char* text, std::int32_t size) {
         return Refused<IQSICollection>(
-            [&](IQSICollection** out) { return PasteCollection(node_.Get(), text, size, out); });
+            [&](IQSICollection** out) { return PasteText(node_.Get(), text, size, out); });
     }
     // The ids of its items, in their order.
     static std::string Ids(IQSICollection& collection) {
@@ -46,7 +46,7 @@ class Paste : public testing::Test {
 TEST_F(Paste, selection_becomes_a_collection_of_what_is_found) {
     const auto size = static_cast<std::int32_t>(std::strlen(kSelection));
     const auto pasted = Take<IQSICollection>(
-        [&](IQSICollection** out) { return PasteCollection(node_.Get(), kSelection, size, out); });
+        [&](IQSICollection** out) { return PasteText(node_.Get(), kSelection, size, out); });
     EXPECT_EQ("Feed;Heat;", Ids(*pasted));
     EXPECT_EQ(1u, CountOf(*pasted));
 }
@@ -56,7 +56,7 @@ TEST_F(Paste, text_without_an_end_is_ended) {
     const std::unique_ptr<char[]> bytes(new char[size]);
     std::memcpy(bytes.get(), kSelection, size);
     const auto pasted = Take<IQSICollection>([&](IQSICollection** out) {
-        return PasteCollection(node_.Get(), bytes.get(), static_cast<std::int32_t>(size), out);
+        return PasteText(node_.Get(), bytes.get(), static_cast<std::int32_t>(size), out);
     });
     EXPECT_EQ("Feed;Heat;", Ids(*pasted));
 }
@@ -66,7 +66,7 @@ TEST_F(Paste, selection_of_nothing_is_an_empty_collection) {
                              "<Selection><Items><Item><Path/></Item></Items></Selection>"}) {
         const auto size = static_cast<std::int32_t>(std::strlen(text));
         const auto pasted = Take<IQSICollection>(
-            [&](IQSICollection** out) { return PasteCollection(node_.Get(), text, size, out); });
+            [&](IQSICollection** out) { return PasteText(node_.Get(), text, size, out); });
         EXPECT_EQ("", Ids(*pasted)) << text;
     }
 }
@@ -88,15 +88,15 @@ TEST_F(Paste, what_is_no_selection_gives_no_collection) {
 }
 
 TEST_F(Paste, what_is_no_node_is_refused) {
-    EXPECT_EQ(kResultPointer, PasteCollection(node_.Get(), kSelection, 5, nullptr));
+    EXPECT_EQ(kResultPointer, PasteText(node_.Get(), kSelection, 5, nullptr));
     EXPECT_EQ(kResultPointer, Refused<IQSICollection>([&](IQSICollection** out) {
-                  return PasteCollection(nullptr, kSelection, 5, out);
+                  return PasteText(nullptr, kSelection, 5, out);
               }));
     const auto children = NodeAt(root_);
     const auto walk =
         Take<IQSINodeIterator>([&](IQSINodeIterator** out) { return children->GetChildren(out); });
     EXPECT_EQ(kResultNoInterface, Refused<IQSICollection>([&](IQSICollection** out) {
-                  return PasteCollection(walk.Get(), kSelection, 5, out);
+                  return PasteText(walk.Get(), kSelection, 5, out);
               }));
 }
 

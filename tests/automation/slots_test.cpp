@@ -249,11 +249,9 @@ TEST_F(Slots, collection) {
     EXPECT_EQ(0, CallSlot(collection, 7, std::int32_t{2}, &ints[0], C(nullptr)));
     EXPECT_EQ(std::vector<double>({5, 6, 2}), Values(collection));
     EXPECT_EQ(0, CallSlot(collection, 8, std::int32_t{3}, &reals[0], C(nullptr)));
-    const auto variant = NumberAt<Variant>(collection, 10);
+    auto variant = NumberAt<Variant>(collection, 10);
     EXPECT_EQ(Variant::kRealArray, variant.type);
-    EXPECT_EQ(std::vector<double>({7.5, 8.5, 9.5}),
-              std::vector<double>(variant.reals, variant.reals + variant.count));
-    FreeAsClient(variant.reals);
+    EXPECT_EQ(std::vector<double>({7.5, 8.5, 9.5}), TakeReals(variant));
     EXPECT_EQ(0u, TextAt(collection, 11).find("<?xml version=\"1.0\" ?>\n<CollectionBackup>\n"));
     void* const point = ObjectAt(collection, 12);
     for (void* each : {two, value, walk, point, collection}) Drop(each);

@@ -3,6 +3,7 @@
 
 #if defined(_WIN32)
 #include <objbase.h>
+#include <oleauto.h>
 #else
 #include <cstdlib>
 #endif
@@ -15,6 +16,26 @@ void FreeAsClient(void* memory) {
 #else
     std::free(memory);
 #endif
+}
+
+std::vector<double> TakeReals(Variant& array) {
+#if defined(_WIN32)
+    auto& variant = reinterpret_cast<VARIANT&>(array);
+    void* inside = nullptr;
+    LONG last = 0;
+    SAFEARRAY* const reals = V_ARRAY(&variant);
+    if (SafeArrayGetDim(reals) != 1 || SafeArrayGetUBound(reals, 1, &last) != S_OK) return {-1};
+    if (SafeArrayAccessData(reals, &inside) != S_OK) return {-1};
+    const auto* const first = static_cast<const double*>(inside);
+    std::vector<double> read(first, first + last + 1);
+    SafeArrayUnaccessData(reals);
+    VariantClear(&variant);
+#else
+    std::vector<double> read(array.reals, array.reals + array.count);
+    std::free(array.reals);
+    array = Variant();
+#endif
+    return read;
 }
 
 }  // namespace fixtop

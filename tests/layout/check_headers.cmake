@@ -7,7 +7,7 @@ if(NOT (FIXTOP_SANITIZE OR FIXTOP_COVERAGE))
   function(fixtop_check_headers target root)
     file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/${root}
          ${PROJECT_SOURCE_DIR}/${root}/*.h)
-    list(FILTER headers EXCLUDE REGEX "^platform/windows/")
+    list(FILTER headers EXCLUDE REGEX "^platform/windows/|_windows\\.h$")
     set(sources)
     foreach(header IN LISTS headers)
       string(REGEX REPLACE "\\.h$" ".cpp" own ${PROJECT_SOURCE_DIR}/${root}/${header})

@@ -180,13 +180,15 @@ class CheckRooms(unittest.TestCase):
                 self.assertEqual(told("tools/fixtop/a.cpp", line), [])
                 self.assertEqual(len(told("src/framework/a.cpp", line)), 1)
 
-    def test_layouts_of_the_system_are_seen_in_one_folder_of_automation(self):
-        line = "#include <unknwn.h>"
-        self.assertEqual(told("src/automation/com/layout.cpp", line), [])
-        for name in ("src/automation/node.cpp", "src/automation/com/layout.h",
-                     "src/front/com/layout.cpp"):
-            self.assertEqual(len(told(name, line)), 1, name)
-        self.assertEqual(len(told("src/automation/com/layout.cpp", "#ifdef _WIN32")), 1)
+    def test_objects_of_the_system_are_seen_in_one_folder_of_automation(self):
+        own = "src/automation/com/layout_windows"
+        for line in ("#include <unknwn.h>", include("platform/windows/wide_text.h")):
+            for suffix in (".cpp", ".h"):
+                self.assertEqual(told(own + suffix, line), [], line)
+            for name in ("src/automation/node.cpp", "src/automation/com/layout.h",
+                         "src/automation/com/layout_posix.cpp", "src/front/com/a_windows.cpp"):
+                self.assertEqual(len(told(name, line)), 1, name)
+        self.assertEqual(len(told(own + ".cpp", "#ifdef _WIN32")), 1)
 
     def test_operating_system_has_one_place_in_the_case_host(self):
         for line in ("#include <windows.h>", "#include <unistd.h>", "#ifdef _WIN32"):

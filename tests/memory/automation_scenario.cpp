@@ -137,7 +137,7 @@ void TellCollection(Client& client, IQSICollection& collection) {
     Variant values;
     client.TellAnswer([&] { return collection.GetValueVariant(&values); });
     client.Tell(static_cast<int>(values.count));
-    FreeAsClient(values.type == Variant::kRealArray ? values.reals : nullptr);
+    FreeAsClient(values.type == Variant::kRealArray ? values.array : nullptr);
     const double kelvin[] = {385.15};
     client.TellAnswer([&] { return collection.SetValueReals(1, kelvin, "K"); });
     const char* texts[] = {"112"};

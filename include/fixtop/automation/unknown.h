@@ -11,7 +11,9 @@
 // pointer where a member writes, or reads a text, gives kResultPointer.
 // Texts are UTF-8 and end with NUL. What is handed out in task memory is the caller's to free: with
 // CoTaskMemFree on Windows, elsewhere with free.
-// Threads: the one that runs the simulation.
+// Threads: the one that runs the simulation, which made the first of the objects that are alive. On
+// any other each member does nothing and answers kResultWrongThread, but for AddRef and Release; an
+// object whose last reference is let go of there ends when a member is next called on its own.
 
 #include <cstdint>
 
@@ -34,6 +36,10 @@ inline constexpr HRESULT kResultFail = static_cast<HRESULT>(0x80004005);
 inline constexpr HRESULT kResultNoInterface = static_cast<HRESULT>(0x80004002);
 inline constexpr HRESULT kResultPointer = static_cast<HRESULT>(0x80004003);
 inline constexpr HRESULT kResultOutOfMemory = static_cast<HRESULT>(0x8007000E);
+// The object belongs to another thread.
+inline constexpr HRESULT kResultWrongThread = static_cast<HRESULT>(0x8001010E);
+// The system has no such thing.
+inline constexpr HRESULT kResultNotImplemented = static_cast<HRESULT>(0x80004001);
 
 // Sixteen bytes, laid out as the system lays out its ids.
 struct InterfaceId {

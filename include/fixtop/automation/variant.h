@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// Variant: a value of any type as automation members pass it. What a pointer leads to is in task
-// memory and belongs to whoever got the variant.
+// Variant: a value of any type as automation members pass it; on Windows the system's VARIANT. What
+// a pointer leads to is in task memory, or the system's array, and belongs to whoever got the
+// variant.
 
 #include <cstdint>
 
@@ -24,9 +25,12 @@ struct Variant {
         std::int32_t number;
         double real = 0;
         char* text;
-        // `count` of them; null when that is 0.
+        // On Windows of a real array, the system's SAFEARRAY of one dimension, counted from 0.
+        void* array;
+        // Of a real array elsewhere, `count` of them; null when that is 0.
         double* reals;
     };
+    // Of the reals of an array.
     std::int32_t count = 0;
 };
 static_assert(sizeof(Variant) == 24);

@@ -27,6 +27,7 @@ static_assert(offsetof(InterfaceId, data4) == offsetof(GUID, Data4));
 static_assert(kResultOk == S_OK && kResultFalse == S_FALSE);
 static_assert(kResultFail == E_FAIL && kResultNoInterface == E_NOINTERFACE);
 static_assert(kResultPointer == E_POINTER && kResultOutOfMemory == E_OUTOFMEMORY);
+static_assert(kResultNotImplemented == E_NOTIMPL && kResultWrongThread == RPC_E_WRONG_THREAD);
 
 static_assert(sizeof(Variant) == sizeof(VARIANT));
 static_assert(offsetof(Variant, real) == offsetof(VARIANT, dblVal));

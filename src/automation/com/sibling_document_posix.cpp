@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "automation/com/sibling_document.h"
+
+namespace fixtop {
+
+HRESULT CheckSiblingDocument(IUnknown*) {
+    return kResultNotImplemented;
+}
+
+}  // namespace fixtop
