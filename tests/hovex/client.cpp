@@ -11,7 +11,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -177,30 +176,37 @@ void Survive(const char* own_file) {
     held->Release();
 }
 
-// The same process is alone on its object, by a proxy that was marshalled for each thread.
+struct OtherThread {
+    IStream* stream = nullptr;
+    double read = 0;
+};
+
+DWORD WINAPI ReadThere(void* data) {
+    auto& other = *static_cast<OtherThread*>(data);
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    void* proxy = nullptr;
+    const HRESULT opened = CoGetInterfaceAndReleaseStream(other.stream, IID_IDispatch, &proxy);
+    Check(SUCCEEDED(opened), "the other thread's proxy", opened);
+    other.read = FeedTemperature(static_cast<IDispatch*>(proxy));
+    static_cast<IDispatch*>(proxy)->Release();
+    CoUninitialize();
+    return 0;
+}
+
+// A second apartment of this process calls the same object by a proxy of its own.
 void Threads() {
     IDispatch* open_case = CreateCase();
     Get(open_case, L"Open", Given(L"demo"));
-    IStream* stream = nullptr;
-    HRESULT result = CoMarshalInterThreadInterfaceInStream(IID_IDispatch, open_case, &stream);
+    OtherThread other;
+    HRESULT result = CoMarshalInterThreadInterfaceInStream(IID_IDispatch, open_case, &other.stream);
     Check(SUCCEEDED(result), "marshalling", result);
-    double read = 0;
-    std::thread other([&] {
-        CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        void* proxy = nullptr;
-        const HRESULT opened = CoGetInterfaceAndReleaseStream(stream, IID_IDispatch, &proxy);
-        Check(SUCCEEDED(opened), "the other thread's proxy", opened);
-        read = FeedTemperature(static_cast<IDispatch*>(proxy));
-        static_cast<IDispatch*>(proxy)->Release();
-        CoUninitialize();
-    });
+    HANDLE thread = CreateThread(nullptr, 0, ReadThere, &other, 0, nullptr);
     // Calls that come back to this apartment are let in.
-    HANDLE thread = reinterpret_cast<HANDLE>(other.native_handle());
     DWORD which = 0;
     result = CoWaitForMultipleHandles(0, kWaitMs, 1, &thread, &which);
     Check(SUCCEEDED(result), "waiting", result);
-    other.join();
-    std::printf("on another thread: %g, on this one: %g\n", read, FeedTemperature(open_case));
+    CloseHandle(thread);
+    std::printf("on another thread: %g, on this one: %g\n", other.read, FeedTemperature(open_case));
     open_case->Release();
 }
 
@@ -224,8 +230,8 @@ void Calls() {
                 missing.told.bstrSource);
     UINT infos = 7;
     ITypeInfo* info = nullptr;
-    std::printf("type information: %08lX %u\n",
-                static_cast<unsigned long>(open_case->GetTypeInfoCount(&infos)), infos);
+    const HRESULT counted = open_case->GetTypeInfoCount(&infos);
+    std::printf("type information: %d %u\n", SUCCEEDED(counted), infos);
     std::printf("none: %d\n", FAILED(open_case->GetTypeInfo(0, 0, &info)) && !info);
     open_case->Release();
 }
@@ -249,13 +255,17 @@ void Walk() {
         std::printf("first: %ls %ld %lu\n", name.held.bstrVal, result, count);
         IEnumVARIANT* copy = nullptr;
         each->Clone(&copy);
-        std::printf("skip: %ld\n", each->Skip(3));
+        result = each->Skip(3);
+        std::printf("skip: %ld\n", result);
         result = each->Next(1, &second.held, &count);
         std::printf("end: %ld %lu\n", result, count);
         result = copy->Next(1, &third.held, &count);
         const Value of_copy = Get(Object(third), L"Name");
         std::printf("copy: %ls\n", of_copy.held.bstrVal);
-        std::printf("reset: %ld, beyond: %ld\n", each->Reset(), each->Skip(5));
+        result = each->Reset();
+        std::printf("reset: %ld\n", result);
+        result = each->Skip(5);
+        std::printf("beyond: %ld\n", result);
         copy->Release();
         each->Release();
     }

