@@ -26,6 +26,7 @@ usage: ./go <command>
   demo              build and show a case as a tree
   install [prefix]  build and install, below /usr/local or the given folder
   package           build a Debian package in build/package
+  package windows   build a zip of the Windows programs in build/windows
   lint              look at the files that differ from the main branch: format, clang-tidy, rooms
   lint --all        the same over all files
   test              build and run the tests on Linux
@@ -183,7 +184,7 @@ cmd_lint() {
     mapfile -t files < <(lint_files "${1-}")
     # Of the tests and samples, which come with headers of others, the form is looked at.
     mapfile -t sources < <(printf '%s\n' "${files[@]}" |
-        grep -E '^(src|casehost|client|tools)/.*\.cpp$' | grep -v '/windows\|_windows')
+        grep -E '^(src|casehost|client|tools)/.*\.cpp$' | grep -v '/windows\|_windows\|^tools/hovex/')
     say "format of ${#files[@]} files"
     for file in "${files[@]}"; do
         clang-format "$file" | diff -u --label "$file" --label "$file, formatted" "$file" - || failed=1
@@ -217,7 +218,24 @@ cmd_install() {
     echo "The program is $prefix/bin/fixtop; the files are listed in build/install.log."
 }
 
+cmd_package_windows() {
+    need build test windows
+    cmake/build-windows-deps.sh || fail "the libraries failed"
+    build windows --target hovex fixtop_cli || fail "the build failed"
+    say "packing"
+    (cd build/windows && rm -f ./*.zip && cpack -G ZIP) >build/package.log 2>&1 || {
+        cat build/package.log
+        fail "packing failed"
+    }
+    ls -l build/windows/*.zip
+}
+
 cmd_package() {
+    case ${1-} in
+        "") ;;
+        windows) cmd_package_windows; return ;;
+        *) usage >&2; exit 2 ;;
+    esac
     need build package
     build package || fail "the build failed"
     say "packing"
@@ -360,8 +378,8 @@ mkdir -p build
 command=${1-}
 shift
 case $command in
-    demo | package | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
-    install | lint | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
+    demo | bench | coverage) [[ $# == 0 ]] || { usage >&2; exit 2; }; "cmd_$command" ;;
+    install | package | lint | test | fuzz | soak | memory) [[ $# -le 1 ]] || { usage >&2; exit 2; }; "cmd_$command" "$@" ;;
     -h | --help | help) usage ;;
     *) usage >&2; exit 2 ;;
 esac

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Compares the names that the built module exports with the list, both ways.
 
-usage: check_exports.py <libfixtop.so or fixtop.dll> <exports.txt>
+usage: check_exports.py <libfixtop.so, fixtop.dll or a Windows program> <exports.txt>
 """
 
 import re
@@ -33,7 +33,7 @@ def names_from_objdump(output):
 
 
 def exported_names(path):
-    if path.endswith(".dll"):
+    if path.endswith((".dll", ".exe")):
         command, reader = [PE_DUMPER, "-p", path], names_from_objdump
     else:
         command, reader = ["nm", "-D", "--defined-only", path], names_from_nm
