@@ -120,6 +120,23 @@ function(fixtop_test name)
     "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib;LC_ALL=C.UTF-8")
 endfunction()
 
+# fixtop_run_windows_tests(folder): has ctest run the programs of a folder, and of those below, by
+# the emulator with their output in files.
+function(fixtop_run_windows_tests folder)
+  get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+  foreach(target IN LISTS targets)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+      set_target_properties(${target} PROPERTIES
+        CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/cmake/run-windows-test.sh)
+    endif()
+  endforeach()
+  get_property(below DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+  foreach(each IN LISTS below)
+    fixtop_run_windows_tests(${each})
+  endforeach()
+endfunction()
+
 # fixtop_fuzz(name SOURCES ... LIBS ...): one libFuzzer program. Its seeds stand in
 # fuzz/corpus/<name>/ and its dictionary, if it has one, in fuzz/<name>.dict.
 function(fixtop_fuzz name)
