@@ -52,24 +52,17 @@ std::string TypeOf(FICollectionIteratorBase& item) {
 
 // A node is called as all are in a path, so that no name leads to it.
 bool HasStepOfAnyName(FICollectionIteratorBase& item) {
-    FIValue step;
-    for (int level = 0; level < item.Depth(); ++level) {
-        item.GetStep(level, step);
-        if (step.ToText() == "*") return true;
-    }
-    return false;
+    const std::vector<std::string> steps = StepsOf(item);
+    return std::find(steps.begin(), steps.end(), "*") != steps.end();
 }
 
 // Its path with places written as such: in a file alone nothing tells them from names.
 std::string PathByPlaces(FICollectionIteratorBase& item) {
     std::string path;
-    FIValue step;
-    for (int level = 0; level < item.Depth(); ++level) {
-        item.GetStep(level, step);
-        const std::string text = step.ToText();
-        const bool is_place = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+    for (const std::string& step : StepsOf(item)) {
+        const bool is_place = !step.empty() && step.find_first_not_of("0123456789") == step.npos;
         path =
-            JoinPath(path, is_place ? "*#" + std::to_string(std::stoul(text.substr(0, 9))) : text);
+            JoinPath(path, is_place ? "*#" + std::to_string(std::stoul(step.substr(0, 9))) : step);
     }
     return path;
 }
@@ -126,6 +119,16 @@ std::string PathOf(FICollectionIteratorBase& item) {
         if (node && !IsGoneText(TypeOf(item))) FixtopPathTo(node->GetIterator(), path);
     }
     return path.ToText();
+}
+
+std::vector<std::string> StepsOf(FICollectionIteratorBase& item) {
+    std::vector<std::string> steps;
+    FIValue step;
+    for (int level = 0; level < item.Depth(); ++level) {
+        item.GetStep(level, step);
+        steps.push_back(step.ToText());
+    }
+    return steps;
 }
 
 std::string UnitOf(FICollectionIteratorBase& item) {

@@ -33,11 +33,7 @@ std::vector<std::string> ReadWith(const std::string& file, const char* expected,
 
 std::string JoinedSteps(FICollectionIteratorBase& item) {
     std::string joined;
-    FIValue step;
-    for (int level = 0; level < item.Depth(); ++level) {
-        item.GetStep(level, step);
-        joined += step.ToText() + '\n';
-    }
+    for (const std::string& step : StepsOf(item)) joined += step + '\n';
     return joined;
 }
 

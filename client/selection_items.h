@@ -4,6 +4,7 @@
 // The module's collections, as selections use them.
 
 #include <string>
+#include <vector>
 
 #include "fixtop/collection.h"
 #include "fixtop/ref.h"
@@ -20,6 +21,8 @@ bool IsPlain(const std::string& path);
 // Of the item on which it stands.
 std::string PathOf(FICollectionIteratorBase& item);
 std::string UnitOf(FICollectionIteratorBase& item);
+// The steps of its path, each as it is written there.
+std::vector<std::string> StepsOf(FICollectionIteratorBase& item);
 // Its node is there, and not shown in the unit that the selection has for it.
 bool LacksUnit(FICollectionIteratorBase& item);
 // How its path leads to its node, which is there and alive.

@@ -22,16 +22,6 @@ constexpr std::size_t kMostCandidates = 5;
 
 using Steps = std::vector<std::string>;
 
-Steps StepsOf(FICollectionIteratorBase& item) {
-    Steps steps;
-    FIValue step;
-    for (int level = 0; level < item.Depth(); ++level) {
-        item.GetStep(level, step);
-        steps.push_back(step.ToText());
-    }
-    return steps;
-}
-
 // An item that was not found.
 struct Missing {
     ItemState* state;
@@ -130,11 +120,13 @@ class RepeatedNames {
     }
     static void Read(FIIteratorBase& node, std::set<std::string>& repeated) {
         std::set<std::string> names;
-        FIValue name;
+        FIValue name, written;
         const auto at = Ref<FIIteratorBase>::Adopt(Given(node.Copy()));
         for (bool on = at->DownFirst(); on; on = at->Next()) {
             at->GetName(name);
-            if (!names.insert(name.ToText()).second) repeated.insert(name.ToText());
+            if (names.insert(name.ToText()).second) continue;
+            FixtopWriteKey(name, written);
+            repeated.insert(written.ToText());
         }
     }
 

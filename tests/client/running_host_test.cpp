@@ -176,14 +176,16 @@ TEST_F(SelectionOfRunningHost, leads_to_its_node_when_one_before_it_gets_its_nam
 }
 
 TEST_F(SelectionOfRunningHost, says_that_a_name_of_several_decides_no_more_than_a_place) {
-    AddNoted("Twin", 1);
-    AddNoted("Twin", 2);
+    for (const char* name : {"Twin", "Twin", "Twin (wet)", "Twin (wet)", "Single (wet)"}) {
+        AddNoted(name, 1);
+    }
     Selection chosen(plant_->Top());
-    chosen.Add(Temperature("Twin"));
-    chosen.Add(Temperature("Product"));
-    const std::vector<ItemState> states = chosen.States();
-    EXPECT_EQ(Kind::kByPlace, states[0].kind);
-    EXPECT_EQ(Kind::kSame, states[1].kind);
+    for (const char* name : {"Twin", "\"Twin (wet)\"", "\"Single (wet)\"", "Product"}) {
+        chosen.Add(Temperature(name));
+    }
+    std::vector<Kind> kinds;
+    for (const ItemState& state : chosen.States()) kinds.push_back(state.kind);
+    EXPECT_THAT(kinds, ElementsAre(Kind::kByPlace, Kind::kByPlace, Kind::kSame, Kind::kSame));
 }
 
 TEST_F(SelectionOfRunningHost, names_that_can_not_be_kept_are_refused_when_it_is_saved) {
