@@ -27,10 +27,13 @@ std::string ClassOf(const Node& node) {
     return type.substr(kObjectType.size(), type.size() - kObjectType.size() - 1);
 }
 
-const NeutralClass& OwnClass(const ClassTable& table, const Node& node) {
+const NeutralClass* OwnClass(const ClassTable& table, const Node& node) {
+    return table.Find(ClassOf(node));
+}
+
+WrongType IsNoObject(const Node& node) {
     const std::string type = node.Type();
-    if (const NeutralClass* own = table.Find(ClassOf(node))) return *own;
-    throw NoSuchObject(node, "is no object of a class" + (type.empty() ? "" : ", but " + type));
+    return NoSuchObject(node, "is no object of a class" + (type.empty() ? "" : ", but " + type));
 }
 
 std::string Element(const std::string& name, int index) {
@@ -64,7 +67,16 @@ std::string ValueNode::Text() const {
 }
 
 TypedObject::TypedObject(const Node& node)
-    : TypedPlace(node, {}), table_(node.OpenCase()->Classes()), class_(&OwnClass(*table_, node)) {}
+    : TypedObject(node, {}, node.OpenCase()->Classes(), nullptr) {
+    if (!class_) throw IsNoObject(node);
+}
+
+std::optional<TypedObject> TypedObject::Of(const Node& node) {
+    if (ClassOf(node).empty()) return std::nullopt;
+    TypedObject object(node, {}, node.OpenCase()->Classes(), nullptr);
+    if (!object.class_) return std::nullopt;
+    return object;
+}
 
 TypedObject::TypedObject(const TypedObject& object, std::string_view class_name)
     : TypedObject(object) {
@@ -75,7 +87,7 @@ TypedObject::TypedObject(const TypedObject& object, std::string_view class_name)
 TypedObject::TypedObject(std::optional<Node> node, AbsentPath absent, Table table,
                          const NeutralClass* declared)
     : TypedPlace(std::move(node), std::move(absent)), table_(std::move(table)), class_(declared) {
-    const NeutralClass* own = node_ ? table_->Find(ClassOf(*node_)) : nullptr;
+    const NeutralClass* own = node_ ? OwnClass(*table_, *node_) : nullptr;
     if (own) class_ = own;
 }
 

@@ -74,6 +74,16 @@ FIXTOP_EXPORT void* MakeVDocumentAgg(FIEntry* top, void* session, const void* id
 // "Tovan.Document.13.1", as its persist interface tells: kResultOk or kResultFalse;
 // kResultNotImplemented where the system has no classes.
 FIXTOP_EXPORT HRESULT IsSiblingDocument(IUnknown* document);
+// A node object at the top of a case as a part of a document object of another program, `outer`, by
+// the system's rules of aggregation; null for an object of its own. `part` gets the node's own
+// IUnknown, one reference, which the document gives up when it ends, and which answers to the id of
+// IQSINode with what counts for the document. `document`, an interface of the document or null, is
+// held unless it is `outer` itself; where it is of the class that IsSiblingDocument looks for, the
+// node shows the tree as the host does, without what the case as a whole tells. The thread must
+// have begun with the system's components. kResultFalse when there is no case,
+// kResultNotImplemented where the system has no such objects.
+FIXTOP_EXPORT HRESULT FixtopMakeNodeInDocument(void* session, IUnknown* outer, IUnknown* document,
+                                               IUnknown** part);
 // Registers and removes the notification of a case.
 FIXTOP_EXPORT void SetTopNotify(FixtopNotify notify, void* session);
 FIXTOP_EXPORT void UnsetTopNotify(void* session);
@@ -107,6 +117,8 @@ FIXTOP_EXPORT HRESULT FixtopPasteCollection(IUnknown* node, const char* text, in
 // The same of what is on the system's clipboard in the format "QSI Format". kResultFalse when
 // nothing is there, or it can't be had; kResultNotImplemented where the system has no clipboard.
 FIXTOP_EXPORT HRESULT PasteCollection(IUnknown* node, IQSICollection** collection);
+// The text itself of what is there, for who looks for its nodes with other means.
+FIXTOP_EXPORT HRESULT FixtopReadClipboard(FIValue& text);
 // The same of what IQSICollection::GetAsXml has answered, whose items stay also where their nodes
 // are not found; a selection is read as well.
 FIXTOP_EXPORT HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,

@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "automation/collection.h"
 #include "automation/held_node.h"
@@ -46,18 +47,24 @@ HRESULT PasteText(IUnknown* node, const char* text, std::int32_t size, IQSIColle
     return MakeOf(MakeCollectionOf, node, text, size, out);
 }
 
-HRESULT PasteFromClipboard(IUnknown* node, IQSICollection** out) {
+HRESULT ReadClipboard(std::string& text) {
     static constinit ClipboardFormat format("QSI Format");
+    if (!ClipboardFormat::IsThere()) return kResultNotImplemented;
+    return RunMember([&] {
+        std::optional<std::string> read = format.Read();
+        if (!read || read->empty() || read->size() > kLongestText) return kResultFalse;
+        text = std::move(*read);
+        return kResultOk;
+    });
+}
+
+HRESULT PasteFromClipboard(IUnknown* node, IQSICollection** out) {
     if (!out) return kResultPointer;
     *out = nullptr;
-    if (!ClipboardFormat::IsThere()) return kResultNotImplemented;
-    std::optional<std::string> read;
-    const HRESULT result = RunMember([&] {
-        read = format.Read();
-        return read && read->size() <= kLongestText ? kResultOk : kResultFalse;
-    });
+    std::string text;
+    const HRESULT result = ReadClipboard(text);
     if (result != kResultOk) return result;
-    return PasteText(node, read->data(), static_cast<std::int32_t>(read->size()), out);
+    return PasteText(node, text.data(), static_cast<std::int32_t>(text.size()), out);
 }
 
 HRESULT LoadCollection(IUnknown* node, const char* text, std::int32_t size, IQSICollection** out) {

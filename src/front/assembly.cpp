@@ -22,6 +22,19 @@ void* Nothing(void** out) {
     return nullptr;
 }
 
+// Empty when its factory is not present, or no host is installed.
+Ref<FIContext> HostContext(void* session) {
+    auto* make_context = FindProviderAs<decltype(GetTopHovexCtx)>("GetTopHovexCtx");
+    if (!make_context || !TheAdapter().Services()) return {};
+    return Ref<FIContext>::Adopt(MakeTopContext(make_context, session));
+}
+
+Ref<FIEntry> AssembleHostTop(void* session) {
+    const Ref<FIContext> context = HostContext(session);
+    if (!context) return {};
+    return Ref<FIEntry>::Share(new Shielded<FITopEntry>(context.Get(), nullptr, nullptr));
+}
+
 }  // namespace
 
 FIContext* MakeTopContext(ContextFactory* factory, void* session) {
@@ -29,10 +42,8 @@ FIContext* MakeTopContext(ContextFactory* factory, void* session) {
 }
 
 Ref<FIEntry> AssembleCombinedTop(void* session) {
-    auto* make_context = FindProviderAs<decltype(GetTopHovexCtx)>("GetTopHovexCtx");
     auto* make_solver = FindProviderAs<decltype(GetTopHovexSolver)>("GetTopHovexSolver");
-    if (!make_context || !TheAdapter().Services()) return {};
-    auto context = Ref<FIContext>::Adopt(MakeTopContext(make_context, session));
+    const Ref<FIContext> context = HostContext(session);
     if (!context) return {};
     std::unique_ptr<FISolver> solver(make_solver ? make_solver(session, kSteadyState) : nullptr);
     TheAdapter().SetAttachCall(LateSetTopAttach);
@@ -45,13 +56,19 @@ Ref<FIEntry> AssembleCombinedTop(void* session) {
     return top;
 }
 
+Ref<FIIteratorBase> AssemblePlace(void* session, bool as_host_shows_it) {
+    const Ref<FIEntry> top =
+        as_host_shows_it ? AssembleHostTop(session) : AssembleCombinedTop(session);
+    if (!top) return {};
+    return Ref<FIIteratorBase>::Adopt(new Shielded<FIIterator>(top.Get(), false));
+}
+
 void* AssembleNode(void* session, const char* factory, void** out) {
     using NodeFactory = void*(FIIteratorBase*, void**);
     auto* make_node = FindProviderAs<NodeFactory>(factory);
-    Ref<FIEntry> top = make_node ? AssembleCombinedTop(session) : Ref<FIEntry>();
-    if (!top) return Nothing(out);
-    auto iterator = Ref<FIIteratorBase>::Adopt(new Shielded<FIIterator>(top.Get(), false));
-    return make_node(iterator.Get(), out);
+    const Ref<FIIteratorBase> place =
+        make_node ? AssemblePlace(session, false) : Ref<FIIteratorBase>();
+    return place ? make_node(place.Get(), out) : Nothing(out);
 }
 
 void* AssembleDocument(void* session, const void* identity, const char* finder, const char* factory,

@@ -5,6 +5,7 @@
 // the combined top entry around them, and the notification of the case.
 
 #include "fixtop/entry.h"
+#include "fixtop/iterator.h"
 #include "fixtop/ref.h"
 
 namespace fixtop {
@@ -16,6 +17,10 @@ FIContext* MakeTopContext(ContextFactory* factory, void* session);
 
 // Empty when the context factory is not present, or no host is installed.
 Ref<FIEntry> AssembleCombinedTop(void* session);
+
+// An iterator at the combined top or, as the host shows the case, at its own, which has neither a
+// solver nor models; empty when there is no case.
+Ref<FIIteratorBase> AssemblePlace(void* session, bool as_host_shows_it);
 
 // A node object around the combined top, from the factory of this name.
 void* AssembleNode(void* session, const char* factory, void** out);

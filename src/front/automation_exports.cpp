@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The makers of automation objects, which the front finds by name.
 
-#include "automation/com/sibling_document.h"
+#include "automation/com/document/document_node.h"
+#include "automation/com/document/sibling_document.h"
 #include "automation/object_thread.h"
 #include "automation/paste.h"
 #include "automation/q_node.h"
@@ -9,6 +10,7 @@
 #include "diagnostics/instance_counts.h"
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
+#include "front/assembly.h"
 #include "front/documents.h"
 
 namespace fixtop {
@@ -72,6 +74,24 @@ HRESULT FixtopPasteCollection(IUnknown* node, const char* text, int size,
 
 HRESULT PasteCollection(IUnknown* node, IQSICollection** collection) {
     return PasteFromClipboard(node, collection);
+}
+
+HRESULT FixtopMakeNodeInDocument(void* session, IUnknown* outer, IUnknown* document,
+                                 IUnknown** part) {
+    return MakeDocumentNode(
+        outer, document,
+        [=](bool as_host_shows_it) { return AssemblePlace(session, as_host_shows_it); }, part);
+}
+
+HRESULT FixtopReadClipboard(FIValue& text) {
+    text.Clear();
+    std::string read;
+    const HRESULT result = ReadClipboard(read);
+    if (result != kResultOk) return result;
+    return memory::Or(kResultOutOfMemory, [&] {
+        text.SetText(read);
+        return kResultOk;
+    });
 }
 
 HRESULT FixtopLoadCollection(IUnknown* node, const char* text, int size,

@@ -154,6 +154,12 @@ TEST_F(AutomationModule, there_is_no_clipboard_and_no_sibling) {
                   return PasteCollection(&Top(), out);
               }));
     EXPECT_EQ(kResultNotImplemented, IsSiblingDocument(&Top()));
+    EXPECT_EQ(kResultNotImplemented, Refused<IUnknown>([&](IUnknown** out) {
+                  return FixtopMakeNodeInDocument(nullptr, nullptr, nullptr, out);
+              }));
+    FIValue text("before");
+    EXPECT_EQ(kResultNotImplemented, FixtopReadClipboard(text));
+    EXPECT_TRUE(text.IsNull());
 }
 #endif
 

@@ -72,6 +72,8 @@ class TypedObject : public TypedPlace {
  public:
     // Throws WrongType when the node is no object of a class of its neutral view.
     explicit TypedObject(const Node& node);
+    // Nothing then.
+    static std::optional<TypedObject> Of(const Node& node);
 
     // Its own, which may descend from the one that a member declares; that of an absent one is the
     // declared one.

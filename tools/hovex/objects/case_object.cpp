@@ -5,7 +5,6 @@
 
 #include "dispatch/text.h"
 #include "fixtop/fixtop.h"
-#include "objects/clipboard.h"
 #include "objects/node_list.h"
 #include "objects/node_object.h"
 #include "objects/selection_object.h"
@@ -87,8 +86,10 @@ ScriptValue CaseObject::Collect(const Call&) {
 ScriptValue CaseObject::Paste(const Call& call) {
     if (call.Count() > 0) return SelectionObject::MakeOfText(session_, call.Text(0));
     session_->Open();
-    const auto text = SelectionOnClipboard();
-    return text ? SelectionObject::MakeOfText(session_, *text) : ScriptValue::Object(nullptr);
+    FIValue text;
+    const bool is_there = FixtopReadClipboard(text) == kResultOk;
+    return is_there ? SelectionObject::MakeOfText(session_, text.CStr())
+                    : ScriptValue::Object(nullptr);
 }
 
 ScriptValue CaseObject::Solve(const Call&) {

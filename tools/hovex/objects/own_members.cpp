@@ -6,18 +6,21 @@
 #include "dispatch/script_error.h"
 #include "dispatch/script_value.h"
 #include "dispatch/text.h"
-#include "objects/class_members.h"
+#include "fixtop/client/typed.h"
 
 namespace fixtop::hovex {
 
 namespace {
 
-// Of an object of the neutral view; null for any other node, and where the class is not known.
-const ClassMember* MemberOfClass(const client::Node& node, const std::string& name,
-                                 bool& has_class) {
-    const std::string class_name = ClassOfType(node.Type());
-    has_class = ClassMembers::The().Knows(class_name);
-    return has_class ? ClassMembers::The().Find(class_name, name) : nullptr;
+// Case of letters does not count, but a name that is the same in this too goes first.
+const client::NeutralMember* MemberAlike(const client::NeutralClass& of, const std::string& name) {
+    if (const client::NeutralMember* same = of.Find(name)) return same;
+    for (const client::NeutralClass* each = &of; each; each = each->base) {
+        for (const client::NeutralMember& member : each->members) {
+            if (SameName(member.name, name)) return &member;
+        }
+    }
+    return nullptr;
 }
 
 std::optional<std::string> NameOfChild(const client::Node& node, const std::string& name) {
@@ -33,16 +36,17 @@ std::optional<std::string> NameOfChild(const client::Node& node, const std::stri
 }  // namespace
 
 std::optional<std::string> NameOfOwnMember(const client::Node& node, const std::string& name) {
-    bool has_class = false;
-    if (const ClassMember* member = MemberOfClass(node, name, has_class)) return member->name;
-    return has_class ? std::nullopt : NameOfChild(node, name);
+    const auto object = client::TypedObject::Of(node);
+    if (!object) return NameOfChild(node, name);
+    const client::NeutralMember* const member = MemberAlike(object->Class(), name);
+    return member ? std::optional(member->name) : std::nullopt;
 }
 
 OwnMember::OwnMember(const client::Node& node, const std::string& name)
     : node_(node), step_(client::WrittenName(name)) {
-    bool has_class = false;
-    const ClassMember* member = MemberOfClass(node, name, has_class);
-    is_list_ = member && member->is_list;
+    const auto object = client::TypedObject::Of(node);
+    const client::NeutralMember* const member = object ? object->Class().Find(name) : nullptr;
+    is_list_ = member && member->kind == client::NeutralMember::Kind::kArray;
 }
 
 std::optional<client::Node> OwnMember::Any() const {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "automation/com/sibling_document.h"
+#include "automation/com/document/sibling_document.h"
 
 namespace fixtop {
 
