@@ -22,6 +22,10 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${PROJECT_SOURCE_DIR}/casehost/
   TYPE INCLUDE FILES_MATCHING PATTERN "*.h")
 if(TARGET fixtop_classes)
   install(FILES $<TARGET_PROPERTY:fixtop_classes,FIXTOP_HEADER> DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fixtop/client)
+  if(WIN32)
+    install(FILES $<TARGET_PROPERTY:fixtop_classes,FIXTOP_INTERFACES>
+      DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fixtop/automation)
+  endif()
 endif()
 
 # The libraries behind the case host: those of the system by pkg-config, on Windows our own copies.
@@ -85,7 +89,7 @@ endif()
 # What a Windows user unpacks: the programs, how scripts hold them, and samples. `./go package windows`.
 if(FIXTOP_PROGRAM AND WIN32)
   install(TARGETS hovex RUNTIME)
-  install(TARGETS fixtop QSIUOMAdapter2004_2 fixtop_cli hovex
+  install(TARGETS fixtop QSIUOMAdapter2004_2 qsicom fixtop_cli hovex
     RUNTIME DESTINATION . COMPONENT windows_zip EXCLUDE_FROM_ALL)
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/docs/windows.md
     DESTINATION . COMPONENT windows_zip EXCLUDE_FROM_ALL)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Runs the program that writes a header of classes: PROGRAM under EMULATOR, with LIBRARIES at hand,
-# writes HEADER; MORE are its further arguments. What it says goes into a file: a server that the
+# writes HEADER in the form FORM; MORE are its further arguments. What it says goes into a file: a server that the
 # emulator leaves behind would keep the pipes of the build open.
 get_filename_component(folder ${HEADER} DIRECTORY)
 file(MAKE_DIRECTORY ${folder})
@@ -20,7 +20,7 @@ if(EMULATOR)
   unset(ENV{DISPLAY})
   file(MAKE_DIRECTORY $ENV{WINEPREFIX})
 endif()
-execute_process(COMMAND ${EMULATOR} ${PROGRAM} ${HEADER} ${MORE}
+execute_process(COMMAND ${EMULATOR} ${PROGRAM} ${FORM} ${HEADER} ${MORE}
   WORKING_DIRECTORY ${folder} INPUT_FILE /dev/null OUTPUT_FILE ${said} ERROR_FILE ${said}
   RESULT_VARIABLE failed)
 if(failed OR NOT EXISTS ${HEADER})

@@ -268,6 +268,9 @@ using FixtopMemberVisitor = bool (*)(void* owner, const FixtopMember* member);
 // there is no such class or the library can't be read, which is told in the log.
 FIXTOP_EXPORT int FixtopVisitMembers(const FixtopModelFiles* files, const char* className,
                                      FixtopMemberVisitor visit, void* owner);
+// The id of an interface in the type library of a version: version 5 of RFC 4122 of the text
+// "<name> <major>.<minor>" in the namespace {6f0b1c60-3a47-4d0e-9b21-5c7e1064d802}.
+FIXTOP_EXPORT void FixtopInterfaceId(const char* name, int major, int minor, InterfaceId* id);
 // What is wrong in class and map files, for those who write them. All is lent for the call.
 struct FixtopFinding {
     // A mistake makes the readers leave something out, or do what nobody can have meant. An

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "automation/typed/member_table.h"
+#include "automation/typed/type_id.h"
 #include "diagnostics/memory_guard.h"
 #include "fixtop/fixtop.h"
 #include "framework/nodes/shield.h"
@@ -185,6 +186,10 @@ int FixtopVisitMembers(const FixtopModelFiles* files, const char* className,
         if (definitions) VisitMembers(MemberTable(definitions->library), className, visits);
         return visits.Count();
     });
+}
+
+void FixtopInterfaceId(const char* name, int major, int minor, InterfaceId* id) {
+    if (id) *id = memory::Or(InterfaceId{}, [=] { return IdOfType(name ? name : "", major, minor); });
 }
 
 int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit, void* owner) {
