@@ -120,6 +120,16 @@ function(fixtop_test name)
     "FIXTOP_CASES=${FIXTOP_CASES};WINEPATH=Z:${PROJECT_BINARY_DIR}/lib;LC_ALL=C.UTF-8")
 endfunction()
 
+# fixtop_python_test(name script arguments...): a test that the build machine's Python runs. Not by the
+# target of FindPython: that would be run by the emulator, which answers 0 whatever becomes of a
+# program that is none of its system.
+if(FIXTOP_TESTS)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+endif()
+function(fixtop_python_test name script)
+  add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${ARGN})
+endfunction()
+
 # fixtop_run_windows_tests(folder): has ctest run the programs of a folder, and of those below, by
 # the emulator with their output in files.
 function(fixtop_run_windows_tests folder)
