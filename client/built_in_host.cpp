@@ -37,14 +37,11 @@ class BuiltInHost final : public HostOfCase {
     explicit BuiltInHost(const std::string& file_or_demo) {
         casehost::UseStandardParts(host_);
         host_.SetStopButton(StopButton());
-        FixtopInstallHost(&host_.Services());
-        installed_ = this;
         const casehost::OpenResult opened = casehost::OpenCase(host_, file_or_demo);
         std::vector<std::string> texts = TextsOf(opened.problems);
-        if (!opened) {
-            TakeOut();
-            throw CaseError(WithFile(std::move(texts), file_or_demo));
-        }
+        if (!opened) throw CaseError(WithFile(std::move(texts), file_or_demo));
+        FixtopInstallHost(&host_.Services());
+        installed_ = this;
         remarks_ = std::move(texts);
     }
     ~BuiltInHost() override { TakeOut(); }
@@ -64,6 +61,7 @@ class BuiltInHost final : public HostOfCase {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);
         return saved ? "" : WithFile({saved.problem.Text()}, file).front();
     }
+    void Close() override { TakeOut(); }
     std::string PublishedFile() const override { return host_.PublishedFile(); }
     const std::vector<std::string>& Remarks() const override { return remarks_; }
 

@@ -69,6 +69,10 @@ std::string Case::PublishedFile() const {
     return case_->Host().PublishedFile();
 }
 
+void Case::Close() const {
+    case_->Host().Close();
+}
+
 void Case::Save(const std::string& file) const {
     const std::string problem = case_->Host().Save(file);
     if (!problem.empty()) throw CaseError({problem});

@@ -48,6 +48,7 @@ class HostOfCase {
     virtual void UseUnitSet(const std::string&) {}
     // Answers what is wrong; empty when it was written.
     virtual std::string Save(const std::string& file);
+    virtual void Close() {}
     virtual std::string PublishedFile() const { return ""; }
     virtual const std::vector<std::string>& Remarks() const;
 };

@@ -209,6 +209,10 @@ Reading Node::Read(const std::string& unit, const std::string& attribute) const 
     return reading;
 }
 
+bool Node::IsGone() const {
+    return IsGoneText(Attribute("status").ToText());
+}
+
 double Node::Number(const std::string& unit) const {
     const Reading reading = Read(unit);
     if (!reading.value.IsNumber()) {

@@ -14,6 +14,7 @@ constexpr int kIncomplete = 1;
 constexpr int kStateChanged = 3;
 constexpr char kCompleteText[] = "Solve is complete";
 constexpr char kIncompleteText[] = "Solve did not complete";
+constexpr char kNothingToSolve[] = "Solver is complete";
 constexpr char kDynamicsText[] = "Simulation is in dynamics mode";
 
 // Hears how a solve ended.
@@ -103,7 +104,7 @@ SolveResult RunToEnd(CaseState& state, FISolver& solver, const Solver& self,
     }
     if (listener.HasEnded()) return listener.End();
     // A case that is not connected tells nobody of its end.
-    const bool complete = Knows(solver, "Solver is complete");
+    const bool complete = Knows(solver, kNothingToSolve);
     return {complete, complete ? kCompleteText : kIncompleteText, ""};
 }
 
@@ -113,8 +114,10 @@ SolveResult Solver::Solve(const Progress& progress) const {
     FISolver* solver = case_->GetSolver();
     if (!solver) return {false, "The case has no solver", ""};
     if (Knows(*solver, kDynamicsText)) return {false, kDynamicsText, ""};
+    const bool solves_on_store = SolvesOnStore();
     SolveResult end = RunToEnd(*case_, *solver, *this, progress);
     if (!end.complete) end.problem = Problem();
+    SolveOnStore(solves_on_store);
     return end;
 }
 
@@ -123,6 +126,11 @@ void Solver::WaitUntilIdle(const Progress& progress) const {
         if (!case_->Host().Turn()) return;
         if (!Goes(progress)) case_->GetSolver()->Stop();
     }
+}
+
+bool Solver::IsComplete() const {
+    FISolver* solver = case_->GetSolver();
+    return solver && Knows(*solver, kNothingToSolve);
 }
 
 std::string Solver::Problem() const {

@@ -34,6 +34,31 @@ TEST(ClientCase, nodes_keep_their_case_open) {
     EXPECT_EQ("30", gas.At("Temperature").Text());
 }
 
+TEST(ClientCase, one_that_can_t_be_opened_leaves_the_open_one_alone) {
+    const Case open = Case::Open(Case::kDemo);
+    const Node gas = open.At("appModel.FlowSheetObjects.Streams.Raw Gas");
+    EXPECT_THROW(Case::Open("no such file.json"), CaseError);
+    EXPECT_EQ("30", gas.At("Temperature").Text());
+    gas.At("Temperature").Store(31, "C");
+    EXPECT_TRUE(open.GetSolver().Solve().complete);
+    EXPECT_FALSE(gas.IsGone());
+}
+
+TEST(ClientCase, nodes_are_gone_when_their_case_was_closed) {
+    const Case open = Case::Open(Case::kDemo);
+    const Node temperature = open.At("appModel.FlowSheetObjects.Streams.Raw Gas.Temperature");
+    const Reference held(temperature);
+    open.Close();
+    EXPECT_TRUE(temperature.IsGone());
+    EXPECT_THROW(temperature.Number("C"), Gone);
+    EXPECT_THROW(temperature.Store(31, "C"), Gone);
+    EXPECT_FALSE(open.GetSolver().Solve().complete);
+    open.Close();
+    const Case next = Case::Open(Case::kDemo);
+    EXPECT_TRUE(temperature.IsGone());
+    EXPECT_EQ("30", next.At("appModel.FlowSheetObjects.Streams.Raw Gas.Temperature").Text());
+}
+
 TEST(ClientCase, handles_of_a_case_end_when_another_host_is_installed) {
     const Case first = Case::Open(Case::kDemo);
     const Reference gas(first.At("appModel.FlowSheetObjects.Streams.Raw Gas"));

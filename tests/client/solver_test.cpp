@@ -48,6 +48,18 @@ TEST_F(ClientSolver, solve_ends_complete_and_calls_its_progress) {
     EXPECT_FALSE(solver.IsRunning());
 }
 
+TEST_F(ClientSolver, solve_leaves_stores_solving_as_they_did) {
+    for (const bool solves : {true, false}) {
+        solver.SolveOnStore(solves);
+        EXPECT_TRUE(solver.Solve().complete);
+        EXPECT_EQ(solves, solver.SolvesOnStore());
+        At("Raw Gas.Temperature").Store(solves ? 31 : 32, "C");
+        EXPECT_EQ(solves, solver.IsComplete());
+    }
+    EXPECT_TRUE(solver.Solve().complete);
+    EXPECT_TRUE(solver.IsComplete());
+}
+
 TEST_F(ClientSolver, batch_solves_once_for_all_its_stores) {
     ASSERT_TRUE(solver.Solve().complete);
     solver.SolveOnStore(true);

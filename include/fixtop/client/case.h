@@ -30,7 +30,8 @@ class Case {
     static constexpr char kDemo[] = "demo";
 
     // A file, or the built-in case by its name. The host of the process is the library's own then:
-    // one such case is open at a time, and it closes with the last of its nodes. Throws CaseError.
+    // one such case is open at a time, and it closes with the last of its nodes. Throws CaseError;
+    // one that was open stays so then.
     static Case Open(const std::string& file_or_demo);
     // The open case of a host that runs in this process and has installed itself; null for its
     // active one. Throws CaseError when there is no host.
@@ -63,6 +64,9 @@ class Case {
     // Shows numbers in the default units of a set; case of letters does not count. Throws CaseError
     // with the names of the sets when there is no such one.
     void UseUnitSet(const std::string& name) const;
+    // Closes it for whoever has nodes of it, which are gone from then on. Nothing for a case of
+    // another host, which closes it itself.
+    void Close() const;
     // Writes the case to a file of the library's own kinds. Throws CaseError.
     void Save(const std::string& file) const;
     // The file beside its own in which variables are published; empty for a case without a file,

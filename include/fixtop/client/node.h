@@ -90,6 +90,8 @@ class Node {
     void Store(const std::string& text, const std::string& unit = "") const;
     // The value is older than a change of the case.
     bool IsStale() const;
+    // Its object is no longer there.
+    bool IsGone() const;
     // Has values told in a unit from now on; throws Refused.
     void ShowIn(const std::string& unit, const std::string& attribute = "value") const;
     // The unit in which an attribute of this node is told; empty for none.

@@ -30,6 +30,8 @@ class Solver {
     // Why the last solve is not complete, as far as the host tells; empty when it is.
     std::string Problem() const;
     bool IsRunning() const;
+    // Nothing has changed since a solve that was complete.
+    bool IsComplete() const;
     // Whether a store starts the solver.
     bool SolvesOnStore() const;
     void SolveOnStore(bool on) const;
