@@ -24,19 +24,6 @@ constexpr Face kValueFace = {"uom", &FIVarSet::GetUnit, &FIVarSet::SetUnit,
 constexpr Face kSpecFace = {"spec_uom", &FIVarSet::GetSpecUnit, &FIVarSet::SetSpecUnit,
                             &FIEntry::SetDisplaySpecUnit};
 
-// One that is set for the node's own quantity stands in the set; one of a named quantity shows in
-// what the node calls its unit.
-FIValue UnitOf(const Face& face, FIIterator& shown, FIIterator& plain) {
-    FIValue unit;
-    (shown.GetVarSet()->*face.read)(kOwnQuantity, unit);
-    if (!unit.IsNull()) return FIValue(unit.ToText().c_str());
-    const FIValue row(face.row);
-    FIValue other;
-    shown.GetAttribute(row, unit);
-    plain.GetAttribute(row, other);
-    return unit.IsText() && unit.Compare(other) != 0 ? unit : FIValue();
-}
-
 // Whether a node refuses because it knows nothing of units, and not because of this unit.
 bool KnowsNoUnits(const FIValue& refusal) {
     static constexpr char kRefusal[] = "not supported";
@@ -69,6 +56,27 @@ bool ShowFace(const Face& face, const FIValue& unit, FIIterator& it) {
     const bool has_number =
         unit.IsText() && std::isdigit(static_cast<unsigned char>(*unit.CStr())) != 0;
     return has_number && Show(face, FIValue::OfInt(unit.AsInt()), it);
+}
+
+// Whether it was chosen to show the node in the unit that is the node's own.
+bool IsChosen(const Face& face, const FIValue& unit, FIIterator& shown, FIIterator& plain) {
+    const auto asked = Ref<FIIterator>::Adopt(plain.Copy());
+    return unit.IsText() && Show(face, unit, *asked) && asked->HasUnits() &&
+           shown.HasUnitsOf(*asked);
+}
+
+// One that is set for the node's own quantity stands in the set; one of a named quantity shows in
+// what the node calls its unit.
+FIValue UnitOf(const Face& face, FIIterator& shown, FIIterator& plain) {
+    FIValue unit;
+    (shown.GetVarSet()->*face.read)(kOwnQuantity, unit);
+    if (!unit.IsNull()) return FIValue(unit.ToText().c_str());
+    const FIValue row(face.row);
+    FIValue other;
+    shown.GetAttribute(row, unit);
+    plain.GetAttribute(row, other);
+    if (unit.IsText() && unit.Compare(other) != 0) return unit;
+    return IsChosen(face, unit, shown, plain) ? unit : FIValue();
 }
 
 }  // namespace

@@ -189,6 +189,23 @@ TEST_F(CaseItems, neutral_items_keep_their_units_by_name) {
     EXPECT_NE(std::string::npos, XmlOf(*again).find(" uom=\"F\""));
 }
 
+// So that it is shown in that on a case whose units are others.
+TEST_F(CaseItems, a_chosen_unit_that_is_the_node_s_own_is_kept) {
+    OpenFile("demo");
+    FIValue out;
+    const NodeRef temperature = At(Neutral(), "Flowsheet.Stream(Raw Gas).Temperature");
+    temperature->SetDisplayUnit(FIValue("C"), FIValue(), out);
+    ASSERT_TRUE(out.IsNull());
+    const Collected items = MakeCollection();
+    items->Add(*temperature);
+    EXPECT_NE(std::string::npos, XmlOf(*items).find(" loc=\"0\" uom=\"C\"/>"));
+    const NodeRef pressure = NodeRef::Adopt(temperature->Copy());
+    ASSERT_TRUE(pressure->Up() && pressure->SeekPath(FIValue("Pressure")));
+    const Collected others = MakeCollection();
+    others->Add(*pressure);
+    EXPECT_EQ(std::string::npos, XmlOf(*others).find("uom")) << "it is chosen for temperatures";
+}
+
 // A unit of another quantity is kept, but nothing is shown in it.
 TEST_F(CaseItems, a_unit_that_the_node_has_not_is_kept_and_not_shown) {
     OpenFile("demo");

@@ -151,6 +151,7 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     bool IsFrozen() const { return !frozen_.empty(); }
     // The units that it shows to entries.
     bool HasUnits() const { return var_set_.HasUnits(); }
+    bool HasUnitsOf(const FIIterator& other) const { return var_set_.HasUnitsOf(other.var_set_); }
     void ForgetUnits() { var_set_.ForgetUnits(); }
     // Of what the root stands on; null when that can't go. Lent.
     Liveness* Life() const { return life_.Get(); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "framework/iterator/iterator_var_set.h"
 
+#include <algorithm>
+
 #include "diagnostics/memory_guard.h"
 #include "framework/iterator/iterator.h"
 
@@ -33,6 +35,15 @@ void IteratorVarSet::Units::Get(const FIValue& quantity, FIValue& out) const {
     } else {
         out.Clear();
     }
+}
+
+bool IteratorVarSet::Units::Contains(const Units& other) const {
+    if (!other.own.IsNull() && own.Compare(other.own) != 0) return false;
+    const auto stands_here = [&](const VarMap::Variable& each) {
+        const FIValue* unit = of_quantity.Find(each.name);
+        return unit && unit->Compare(each.value) == 0;
+    };
+    return std::ranges::all_of(other.of_quantity.Variables(), stands_here);
 }
 
 void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
@@ -72,6 +83,10 @@ void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
     units_ = other.units_;
     spec_units_ = other.spec_units_;
     variables_ = other.variables_;
+}
+
+bool IteratorVarSet::HasUnitsOf(const IteratorVarSet& other) const {
+    return units_.Contains(other.units_) && spec_units_.Contains(other.spec_units_);
 }
 
 void IteratorVarSet::ForgetUnits() {

@@ -33,6 +33,8 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
     void CopyFrom(const IteratorVarSet& other);
     // Whether a unit was ever set; from ForgetUnits on none is.
     bool HasUnits() const { return !units_.IsEmpty() || !spec_units_.IsEmpty(); }
+    // Whether each unit of another set stands in this one for the same quantity.
+    bool HasUnitsOf(const IteratorVarSet& other) const;
     void ForgetUnits();
 
  private:
@@ -42,6 +44,7 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
 
         void Set(const FIValue& quantity, const FIValue& unit, FIValue& old);
         void Get(const FIValue& quantity, FIValue& out) const;
+        bool Contains(const Units& other) const;
         bool IsEmpty() const { return own.IsNull() && of_quantity.Variables().empty(); }
     };
 
