@@ -189,7 +189,8 @@ int FixtopVisitMembers(const FixtopModelFiles* files, const char* className,
 }
 
 void FixtopInterfaceId(const char* name, int major, int minor, InterfaceId* id) {
-    if (id) *id = memory::Or(InterfaceId{}, [=] { return IdOfType(name ? name : "", major, minor); });
+    if (id)
+        *id = memory::Or(InterfaceId{}, [=] { return IdOfType(name ? name : "", major, minor); });
 }
 
 int FixtopCheckModel(const FixtopModelFiles* files, FixtopFindingVisitor visit, void* owner) {

@@ -11,17 +11,20 @@ namespace fixtop {
 
 bool GetCCDMLibrary(const char* name, int major, int minor, void** out) {
     if (!out) return false;
-    *out = memory::Or(
-        nullptr, [=]() -> void* { return LoadTypeLibrary(TypeLibraryFile(name, major, minor)); });
+    *out = memory::Or(nullptr, [=]() -> void* {
+        const std::string file = TypeLibraryFile(name, major, minor);
+        return file.empty() ? nullptr : LoadTypeLibrary(file);
+    });
     return *out != nullptr;
 }
 
 HRESULT FixtopWriteTypeLibrary(const char* classes, const char* name, int major, int minor) {
     return memory::Or(kResultOutOfMemory, [=]() -> HRESULT {
+        const std::string file = TypeLibraryFile(name, major, minor);
+        if (file.empty()) return kResultFail;
         CCDMClassLibrary library(FindLoadedModule(kOwnModule));
         if (!library.ReadClassFile(classes ? classes : kModelClasses)) return kResultFail;
-        return WriteTypeLibrary(MemberTable(library), TypeLibraryFile(name, major, minor), major,
-                                minor);
+        return WriteTypeLibrary(MemberTable(library), file, major, minor);
     });
 }
 

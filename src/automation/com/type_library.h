@@ -22,7 +22,8 @@ namespace fixtop {
 inline constexpr int kModelMajor = 13;
 inline constexpr int kModelMinor = 2;
 
-// "<name>_<major>_<minor>.tlb"; the name, "qsiccdm" for null or an empty one, may begin with a
+// "<name>_<major>_<minor>.tlb"; empty for what can be no file of the system's: a version outside of
+// 0 to 65535, more than 240 bytes. The name, "qsiccdm" for null or an empty one, may begin with a
 // folder.
 std::string TypeLibraryFile(const char* name, int major, int minor);
 
