@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The header of the typed interfaces: its tables as a compiler lays them out, beside the type library
-// as the system reads it, and objects of the module called by them.
+// The header of the typed interfaces: its tables as a compiler lays them out, beside the type
+// library as the system reads it, and objects of the module called by them.
 
 #include <gtest/gtest.h>
 
@@ -39,9 +39,8 @@ constexpr int kDispatchMembers = 7;
 template <int... kPlaces>
 constexpr auto TableOf(std::integer_sequence<int, kPlaces...>) {
     using Entry = ::HRESULT(STDMETHODCALLTYPE*)();
-    return std::array<Entry, sizeof...(kPlaces)>{[]() STDMETHODCALLTYPE -> ::HRESULT {
-        return kPlaces;
-    }...};
+    return std::array<Entry, sizeof...(kPlaces)>{
+        []() STDMETHODCALLTYPE -> ::HRESULT { return kPlaces; }...};
 }
 
 class Places {
@@ -105,8 +104,8 @@ std::string NameOf(ITypeInfo& info, MEMBERID id = MEMBERID_NIL) {
 std::string BaseOf(ITypeInfo& info) {
     HREFTYPE reference = 0;
     EXPECT_EQ(S_OK, info.GetRefTypeOfImplType(0, &reference));
-    const std::string name = NameOf(*Got<ITypeInfo>(
-        [&](ITypeInfo** out) { return info.GetRefTypeInfo(reference, out); }));
+    const std::string name = NameOf(
+        *Got<ITypeInfo>([&](ITypeInfo** out) { return info.GetRefTypeInfo(reference, out); }));
     // It has no members of its own beyond those.
     return name == "IQSINode" ? "IDispatch" : name;
 }
@@ -144,8 +143,10 @@ class ClassInterfaces : public NeutralModule {
     }
     template <class T>
     static const GUID& IdOf() {
-        if constexpr (std::is_same_v<T, ::IDispatch>) return IID_IDispatch;
-        else return T::kId;
+        if constexpr (std::is_same_v<T, ::IDispatch>)
+            return IID_IDispatch;
+        else
+            return T::kId;
     }
     template <class T, class From>
     static Ref<T> As(From& object) {

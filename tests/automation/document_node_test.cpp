@@ -74,8 +74,7 @@ TEST_F(NodeInDocument, part_tells_its_own_identity) {
     EXPECT_EQ(part.Get(), again.Get());
     EXPECT_EQ(1u, document_.references);
     EXPECT_EQ(kResultNoInterface, Refused<IQSINodeIterator>([&](IQSINodeIterator** out) {
-                  return part->QueryInterface(IQSINodeIterator::kId,
-                                              reinterpret_cast<void**>(out));
+                  return part->QueryInterface(IQSINodeIterator::kId, reinterpret_cast<void**>(out));
               }));
     EXPECT_EQ(kResultPointer, part->QueryInterface(IUnknown::kId, nullptr));
 }
@@ -86,9 +85,8 @@ TEST_F(NodeInDocument, node_is_taken_by_other_objects) {
     const auto node = NodeOf(*document_.part);
     const auto items =
         Take<IQSICollection>([&](IQSICollection** out) { return node->NewCollection(out); });
-    const auto of_child = Take<IQSICollection>([&](IQSICollection** out) {
-        return ChildOf(*node, kTemperature)->NewCollection(out);
-    });
+    const auto of_child = Take<IQSICollection>(
+        [&](IQSICollection** out) { return ChildOf(*node, kTemperature)->NewCollection(out); });
     EXPECT_EQ(kResultOk, of_child->AddNode(node.Get()));
     const std::string text = TakeText([&](char** out) { return of_child->GetAsXml(out); });
     EXPECT_NE(std::string::npos, text.find("<Pathnode id=\"Top\" loc=\"")) << text;
@@ -116,9 +114,8 @@ TEST_F(NodeInDocument, each_member_answers_as_a_node_at_the_top) {
     EXPECT_EQ(ReadOf(*top, "type"), ReadOf(*node, "type"));
     EXPECT_EQ("Top", PathOf(*Take<IQSINode>([&](IQSINode** out) { return node->GetParent(out); })));
     Take<IQSINodeIterator>([&](IQSINodeIterator** out) { return node->GetChildren(out); });
-    Take<IQSIAttributeIterator>([&](IQSIAttributeIterator** out) {
-        return node->GetAttributes(out);
-    });
+    Take<IQSIAttributeIterator>(
+        [&](IQSIAttributeIterator** out) { return node->GetAttributes(out); });
     Take<IQSICollection>([&](IQSICollection** out) { return node->GetAltPath(kTemperature, out); });
     EXPECT_EQ(kResultNoInterface,
               Refused<void>([&](void** out) { return node->GetDocument(this, out); }));

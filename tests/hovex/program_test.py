@@ -53,6 +53,23 @@ class Registration(HovexTest):
                     by_id + "\\LocalServer32]", f'@="\\"{program}\\""'], key=str.lower),
             sorted((line for line in self.added(before, after) if line), key=str.lower))
 
+    def test_what_others_have_written_stays(self):
+        foreign = [(f"{KEY}\\Fixtop.Case", "/v", "Foreign"), (f"{KEY}\\Fixtop.Case\\Other", "/ve"),
+                   (f"{KEY}\\CLSID\\{CLASS_ID}\\LocalServer32", "/v", "ServerExecutable")]
+        for key in foreign:
+            self.assertEqual(0, run("reg", "add", *key, "/d", "theirs", "/f")[0])
+        before = self.exported("with.reg")
+        registered("/unregserver")
+        left = self.exported("left.reg")
+        registered("/regserver")
+        self.assertEqual(before, self.exported("again.reg"))
+        registered("/unregserver")
+        self.assertEqual(3, sum("theirs" in line for line in left))
+        self.assertNotIn('@="Fixtop case"', left)
+        for key in (f"{KEY}\\Fixtop.Case", f"{KEY}\\CLSID\\{CLASS_ID}"):
+            run("reg", "delete", key, "/f")
+        registered("/regserver")
+
     @staticmethod
     def added(before, after):
         """Lines of the longer list that the other lacks, each as often."""

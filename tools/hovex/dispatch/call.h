@@ -19,7 +19,9 @@ class Call {
 
     int Count() const { return static_cast<int>(given_.size()); }
     // Neither left out nor Null.
-    bool Has(int index) const { return index < Count() && !IsNothing(At(index)); }
+    bool Has(int index) const {
+        return index < Count() && !IsNothing(At(index)) && !IsLeftOut(At(index));
+    }
     const VARIANT& At(int index) const { return given_[static_cast<std::size_t>(index)].Get(); }
     std::string Text(int index) const { return TextOf(At(index)); }
     // Empty when it is left out.

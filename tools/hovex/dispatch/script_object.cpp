@@ -113,6 +113,7 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* gi
 }
 
 ScriptValue ScriptObject::Run(DISPID id, MemberRow::Kind kind, const Call& call) {
+    CheckAlive();
     if (const std::string* name = OwnNameOf(id)) return RunOwn(*name, kind, call);
     return RowFor(Rows(), id, kind, call.Count()).run(*this, call);
 }

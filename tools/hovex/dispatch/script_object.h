@@ -75,6 +75,8 @@ class ScriptObject : public IDispatch {
     virtual ~ScriptObject();
 
     virtual std::span<const MemberRow> Rows() const = 0;
+    // Throws when no member can be run any more.
+    virtual void CheckAlive() const {}
     // The name of a member of its own as the object has it; nothing when it has none of this name.
     virtual std::optional<std::string> OwnName(const std::string&) { return std::nullopt; }
     virtual ScriptValue RunOwn(const std::string& name, MemberRow::Kind kind, const Call& call);

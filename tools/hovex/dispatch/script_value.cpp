@@ -122,7 +122,11 @@ ScriptValue PlainCopy(const VARIANT& given) {
 }
 
 bool IsNothing(const VARIANT& plain) {
-    return plain.vt == VT_EMPTY || plain.vt == VT_NULL || plain.vt == VT_ERROR;
+    return plain.vt == VT_EMPTY || plain.vt == VT_NULL;
+}
+
+bool IsLeftOut(const VARIANT& plain) {
+    return plain.vt == VT_ERROR && plain.scode == DISP_E_PARAMNOTFOUND;
 }
 
 bool IsText(const VARIANT& plain) {
@@ -131,7 +135,10 @@ bool IsText(const VARIANT& plain) {
 
 std::string TextOf(const VARIANT& plain) {
     ThrowIf(!IsText(plain));
-    return Utf8({plain.bstrVal ? plain.bstrVal : L"", SysStringLen(plain.bstrVal)});
+    std::string text = Utf8({plain.bstrVal ? plain.bstrVal : L"", SysStringLen(plain.bstrVal)});
+    // What is behind a NUL would be lost.
+    ThrowIf(text.find('\0') != text.npos);
+    return text;
 }
 
 double NumberOf(const VARIANT& plain) {
@@ -145,6 +152,10 @@ int IntegerOf(const VARIANT& plain) {
     const double number = NumberOf(plain);
     ThrowIf(number != std::floor(number) || std::abs(number) > 1e9);
     return static_cast<int>(number);
+}
+
+bool TruthOf(const VARIANT& plain) {
+    return plain.vt == VT_BOOL ? plain.boolVal != VARIANT_FALSE : NumberOf(plain) != 0;
 }
 
 std::vector<ScriptValue> ElementsOf(const VARIANT& plain) {

@@ -51,11 +51,15 @@ class ScriptValue {
 ScriptValue PlainCopy(const VARIANT& given);
 // Empty, Null or left out: no value.
 bool IsNothing(const VARIANT& plain);
+// An argument that the caller left out among others.
+bool IsLeftOut(const VARIANT& plain);
 bool IsText(const VARIANT& plain);
 std::string TextOf(const VARIANT& plain);
 // Of a number; throws CallError for anything else, texts as well.
 double NumberOf(const VARIANT& plain);
 int IntegerOf(const VARIANT& plain);
+// Of a truth, or of a number that is not 0; throws CallError for anything else.
+bool TruthOf(const VARIANT& plain);
 // The elements of an array with one dimension; throws CallError.
 std::vector<ScriptValue> ElementsOf(const VARIANT& plain);
 // As it is stored: NULL for no value. Texts are the caller's to look at.

@@ -87,7 +87,7 @@ ScriptValue CaseObject::Paste(const Call& call) {
     if (call.Count() > 0) return SelectionObject::MakeOfText(session_, call.Text(0));
     session_->Open();
     FIValue text;
-    const bool is_there = FixtopReadClipboard(text) == kResultOk;
+    const bool is_there = FixtopReadClipboard(text) == kResultOk && *text.CStr();
     return is_there ? SelectionObject::MakeOfText(session_, text.CStr())
                     : ScriptValue::Object(nullptr);
 }

@@ -9,6 +9,12 @@
 
 namespace fixtop::hovex {
 
+namespace {
+
+constexpr char kGone[] = "is no longer there";
+
+}  // namespace
+
 constinit const MemberRow NodeObject::kRows[] = {
     Reads<&NodeObject::Value>("Value", 0),
     Stores<&NodeObject::PutValue>("Value", 0),
@@ -52,6 +58,10 @@ std::span<const MemberRow> NodeObject::Rows() const {
     return kRows;
 }
 
+void NodeObject::CheckAlive() const {
+    if (node_.IsGone()) throw client::Gone("the node", kGone);
+}
+
 std::optional<std::string> NodeObject::OwnName(const std::string& name) {
     return NameOfOwnMember(node_, name);
 }
@@ -60,6 +70,7 @@ ScriptValue NodeObject::RunOwn(const std::string& name, MemberRow::Kind kind, co
     const OwnMember member(node_, name);
     if (kind == MemberRow::kStore) {
         if (call.Count() != 1) throw CallError(DISP_E_BADPARAMCOUNT);
+        if (member.IsList()) throw ScriptError(name + " is a list: store into one of it");
         StoreGiven(*session_, member.Single(), call.At(0));
         return {};
     }

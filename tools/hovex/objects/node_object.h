@@ -22,6 +22,7 @@ class NodeObject final : public ScriptObject {
 
  protected:
     std::span<const MemberRow> Rows() const override;
+    void CheckAlive() const override;
     std::optional<std::string> OwnName(const std::string& name) override;
     ScriptValue RunOwn(const std::string& name, MemberRow::Kind kind, const Call& call) override;
 

@@ -5,6 +5,7 @@
 
 #include "dispatch/walk.h"
 #include "fixtop/client/error.h"
+#include "fixtop/client/solver.h"
 #include "objects/node_object.h"
 
 namespace fixtop::hovex {
@@ -28,26 +29,23 @@ std::vector<ScriptValue> ValuesOf(const std::vector<FIValue>& values) {
     return made;
 }
 
-bool AreTexts(const std::vector<ScriptValue>& given) {
-    for (const ScriptValue& each : given) {
-        if (!IsText(each.Get()) && !IsNothing(each.Get())) return false;
-    }
-    return true;
-}
-
-// Numbers may be texts, as they are typed.
-std::vector<std::string> StoreAll(client::Selection& into, const std::vector<ScriptValue>& given,
-                                  const std::string& unit) {
-    if (AreTexts(given)) {
-        std::vector<std::string> typed;
-        for (const ScriptValue& each : given) {
-            typed.push_back(IsText(each.Get()) ? TextOf(each.Get()) : std::string());
-        }
-        return into.Store(std::span<const std::string>(typed), unit);
-    }
+// Texts are numbers as they are typed, and refused where they are none; one solve for both kinds.
+std::vector<std::string> StoreAll(const client::Case& open_case, client::Selection& into,
+                                  const std::vector<ScriptValue>& given, const std::string& unit) {
+    std::vector<std::string> typed;
     std::vector<FIValue> values;
-    for (const ScriptValue& each : given) values.push_back(ValueOf(each.Get()));
-    return into.Store(std::span<const FIValue>(values), unit);
+    for (const ScriptValue& each : given) {
+        const bool is_text = IsText(each.Get());
+        typed.push_back(is_text ? TextOf(each.Get()) : std::string());
+        values.push_back(is_text ? FIValue() : ValueOf(each.Get()));
+    }
+    const client::Batch together(open_case.GetSolver());
+    std::vector<std::string> refused = into.Store(std::span<const std::string>(typed), unit);
+    const std::vector<std::string> others = into.Store(std::span<const FIValue>(values), unit);
+    for (std::size_t i = 0; i < refused.size(); ++i) {
+        if (refused[i].empty()) refused[i] = others[i];
+    }
+    return refused;
 }
 
 }  // namespace
@@ -165,7 +163,12 @@ ScriptValue SelectionObject::Statuses(const Call&) {
 // Answers for each item why it was refused, empty when it was not.
 ScriptValue SelectionObject::Write(const Call& call) {
     session_->NeedsRest();
-    return ScriptValue::Array(StoreAll(selection_, ElementsOf(call.At(0)), call.TextIfAny(1)));
+    const std::vector<ScriptValue> given = ElementsOf(call.At(0));
+    if (given.size() > selection_.Size()) {
+        throw ScriptError(std::to_string(given.size()) + " values for " +
+                          std::to_string(selection_.Size()) + " items");
+    }
+    return ScriptValue::Array(StoreAll(session_->Open(), selection_, given, call.TextIfAny(1)));
 }
 
 ScriptValue SelectionObject::States(const Call&) {
@@ -181,6 +184,7 @@ ScriptValue SelectionObject::Candidates(const Call& call) {
 }
 
 ScriptValue SelectionObject::Save(const Call& call) {
+    if (call.Text(0).empty()) throw ScriptError("Save needs the name of a file");
     selection_.Save(call.Text(0));
     return {};
 }

@@ -21,13 +21,15 @@ const client::Case& Session::Open() const {
 }
 
 void Session::OpenFile(const std::string& file) {
-    Close();
+    NeedsRest();
     open_ = client::Case::Open(file);
+    last_solve_ = {};
     file_ = file == client::Case::kDemo ? "" : file;
 }
 
 void Session::Close() {
     NeedsRest();
+    if (open_) open_->Close();
     open_.reset();
     file_.clear();
     last_solve_ = {};

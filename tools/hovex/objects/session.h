@@ -17,7 +17,7 @@ class Session : public std::enable_shared_from_this<Session> {
     const client::Case& Open() const;
     bool IsOpen() const { return open_.has_value(); }
     // Opens a file, or the built-in case by its name, in place of what was open. Throws
-    // client::CaseError; nothing is open then.
+    // client::CaseError; what was open stays so then.
     void OpenFile(const std::string& file);
     void Close();
     // Under its own name when that is empty. Throws.

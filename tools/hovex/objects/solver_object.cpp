@@ -40,7 +40,7 @@ ScriptValue SolverObject::IsRunning(const Call&) {
 }
 
 ScriptValue SolverObject::IsComplete(const Call&) {
-    return ScriptValue::Of(session_->LastSolve().complete);
+    return ScriptValue::Of(!session_->IsSolving() && session_->Open().GetSolver().IsComplete());
 }
 
 ScriptValue SolverObject::Message(const Call&) {
@@ -48,7 +48,7 @@ ScriptValue SolverObject::Message(const Call&) {
 }
 
 ScriptValue SolverObject::Problem(const Call&) {
-    return ScriptValue::Of(session_->LastSolve().problem);
+    return ScriptValue::Of(session_->Open().GetSolver().Problem());
 }
 
 ScriptValue SolverObject::SolvesOnStore(const Call&) {
@@ -57,7 +57,7 @@ ScriptValue SolverObject::SolvesOnStore(const Call&) {
 
 ScriptValue SolverObject::PutSolvesOnStore(const Call& call) {
     session_->NeedsRest();
-    session_->Open().GetSolver().SolveOnStore(ValueOf(call.At(0)).AsInt() != 0);
+    session_->Open().GetSolver().SolveOnStore(TruthOf(call.At(0)));
     return {};
 }
 
