@@ -130,6 +130,14 @@ function(fixtop_python_test name script)
   add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${ARGN})
 endfunction()
 
+# fixtop_started_as(out target): what starts a built program, its parts with a bar between them: the
+# emulator, where the build has one, and the program. One argument that is never empty.
+function(fixtop_started_as out target)
+  set(parts ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}>)
+  list(JOIN parts "|" joined)
+  set(${out} ${joined} PARENT_SCOPE)
+endfunction()
+
 # fixtop_run_windows_tests(folder): has ctest run the programs of a folder, and of those below, by
 # the emulator with their output in files.
 function(fixtop_run_windows_tests folder)

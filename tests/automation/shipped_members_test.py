@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """The typed interfaces of the shipped class library: what the module tells against the XML.
 
-shipped_members_test.py PROGRAM RESOURCES EMULATOR: the program that prints what the module tells, the
-folder of the class files, and what runs programs; empty for nothing.
+shipped_members_test.py PROGRAM RESOURCES: the program that prints what the module tells, behind
+what runs it ("emulator|program") where the system itself can't, and the folder of the class files.
 """
 
 import collections
@@ -73,7 +73,7 @@ class ShippedMembers(unittest.TestCase):
     @staticmethod
     def ask(*arguments):
         """Rows that are told, and how many the module says it visited."""
-        run = subprocess.run([*EMULATOR, PROGRAM, *arguments], capture_output=True, text=True,
+        run = subprocess.run([*PROGRAM, *arguments], capture_output=True, text=True,
                              timeout=120, check=True)
         *lines, last = run.stdout.splitlines()
         rows = [Row(*[int(cell) if cell.isdigit() else cell for cell in line.split("|")])
@@ -137,7 +137,6 @@ class ShippedMembers(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    EMULATOR = sys.argv.pop().split()
     RESOURCES = pathlib.Path(sys.argv.pop())
-    PROGRAM = sys.argv.pop()
+    PROGRAM = sys.argv.pop().split("|")
     unittest.main()
