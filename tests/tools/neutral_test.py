@@ -5,7 +5,6 @@ import csv
 import io
 import json
 import math
-import os
 import unittest
 
 from small_case import array, of_kind, real, small_case, stream, write_case
@@ -189,9 +188,11 @@ class Neutral(ProgramTest):
                           'Flowsheet.SubFlowsheet("T-100 Flowsheet")'], lines[:2])
 
     def test_no_log_is_left_behind_unless_it_is_asked_for(self):
+        folder = self.folder / "of_its_own"
+        folder.mkdir()
         log = self.folder / "model.log"
-        self.check(run("ls", "demo", "--neutral"), DONE)
-        self.assertFalse(os.path.exists("QSIErrors.log"))
+        self.check(run("ls", "demo", "--neutral", cwd=folder), DONE)
+        self.assertEqual([], list(folder.iterdir()))
         self.check(run("ls", "demo", "--neutral", "--log", log), DONE)
         self.assertFalse(log.exists(), "the shipped files give no message")
         short = self.folder / "short.xml"

@@ -25,9 +25,9 @@ class Result:
         return f"fixtop {self.arguments}: {self.code}\n--out--\n{self.out}\n--err--\n{self.err}"
 
 
-def run(*arguments, stdin=""):
+def run(*arguments, stdin="", cwd=None):
     done = subprocess.run(PROGRAM + [str(a) for a in arguments], input=stdin.encode(),
-                          capture_output=True, timeout=600, check=False)
+                          capture_output=True, timeout=600, check=False, cwd=cwd)
     return Result(arguments, done.returncode, done.stdout.decode(), done.stderr.decode())
 
 
