@@ -128,6 +128,8 @@ if(FIXTOP_TESTS)
 endif()
 function(fixtop_python_test name script)
   add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${ARGN})
+  set_tests_properties(${name} PROPERTIES
+    ENVIRONMENT_MODIFICATION PYTHONPATH=path_list_prepend:${PROJECT_SOURCE_DIR}/tests)
 endfunction()
 
 # fixtop_started_as(out target): what starts a built program, its parts with a bar between them: the

@@ -8,12 +8,12 @@ what runs it ("emulator|program") where the system itself can't, and the folder 
 
 import collections
 import pathlib
-import subprocess
 import sys
 import unittest
 import xml.etree.ElementTree as ElementTree
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "resources"))
+from captured import captured
 import content_tables as tables
 
 ROOT_CLASSES = {"GenericClass", "DataSet"}
@@ -73,8 +73,7 @@ class ShippedMembers(unittest.TestCase):
     @staticmethod
     def ask(*arguments):
         """Rows that are told, and how many the module says it visited."""
-        run = subprocess.run([*PROGRAM, *arguments], capture_output=True, text=True,
-                             timeout=120, check=True)
+        run = captured([*PROGRAM, *arguments], text=True, timeout=120, check=True)
         *lines, last = run.stdout.splitlines()
         rows = [Row(*[int(cell) if cell.isdigit() else cell for cell in line.split("|")])
                 for line in lines]

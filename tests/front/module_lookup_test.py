@@ -5,10 +5,11 @@ working directory is a folder with libraries of their names."""
 import os
 import pathlib
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
+
+from captured import captured
 
 PROGRAM, MODULE, PLANTED = [part.split("|") for part in sys.argv[1:4]]
 WINDOWS = MODULE[0].endswith(".dll")
@@ -40,9 +41,9 @@ class ModuleLookup(unittest.TestCase):
     def planted_that_ran(self, module, **environment):
         """How many planted libraries ran after the module was loaded in one folder by this name and
         asked in the other."""
-        done = subprocess.run(
-            PROGRAM + [module, self.other], cwd=self.home, capture_output=True, timeout=120,
-            env=dict(os.environ, FIXTOP_PLANTED_MARK=self.mark, **environment), check=False)
+        done = captured(
+            PROGRAM + [module, self.other], cwd=self.home, timeout=120,
+            env=dict(os.environ, FIXTOP_PLANTED_MARK=self.mark, **environment))
         self.assertEqual((0, b""), (done.returncode, done.stderr.replace(b"\r", b"")))
         return self.mark.read_text().count("ran") if self.mark.exists() else 0
 

@@ -4,8 +4,9 @@
 import os
 import pathlib
 import shutil
-import subprocess
 import unittest
+
+from captured import captured
 
 INSTALLED = pathlib.Path(os.environ["FIXTOP_INSTALLED"])
 SOURCE = pathlib.Path(os.environ["FIXTOP_SOURCE"])
@@ -21,8 +22,8 @@ PLAIN["WINEPATH"] = f"Z:{INSTALLED}/bin"
 
 def done(*command, environment=None, **more):
     """What a command that must succeed writes."""
-    run = subprocess.run([str(word) for word in command], capture_output=True, text=True, timeout=800,
-                         check=False, env={**PLAIN, **(environment or {})}, **more)
+    run = captured([str(word) for word in command], text=True, timeout=800,
+                   env={**PLAIN, **(environment or {})}, **more)
     if run.returncode:
         raise AssertionError(f"{command}: {run.returncode}\n{run.stdout}\n{run.stderr}")
     return run.stdout

@@ -7,6 +7,7 @@ import os
 import subprocess
 import unittest
 
+from captured import captured
 from small_case import STREAMS as SMALL_STREAMS, array, small_case, stream, write_case, write_small_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
@@ -142,8 +143,7 @@ class Unwritten(ProgramTest):
         reader, writer = os.pipe()
         os.close(reader)
         try:
-            return subprocess.run(command, input=stdin, stdout=writer, stderr=subprocess.PIPE,
-                                  timeout=600, check=False)
+            return captured(command, input=stdin, stdout=writer, timeout=600)
         finally:
             os.close(writer)
 

@@ -354,12 +354,11 @@ class Words(CollectTest):
             self.assertIn(f"\n  {word} ", listed)
 
     def test_in_the_shell(self):
-        done = subprocess.run(PROGRAM + ["shell", "demo"], capture_output=True, timeout=600,
-                              check=False, cwd=self.folder, text=True, encoding="utf-8",
-                              input=f"collect add shell.xml '{GAS}.Temperature'\n"
-                                    "collect list shell.xml\ncollect diff shell.xml demo demo\n")
-        self.assertEqual([GAS + ".Temperature"] * 2, done.stdout.splitlines())
-        self.assertIn("no such word: collect diff", done.stderr)
+        done = run("shell", "demo", cwd=self.folder,
+                   stdin=f"collect add shell.xml '{GAS}.Temperature'\n"
+                         "collect list shell.xml\ncollect diff shell.xml demo demo\n")
+        self.assertEqual([GAS + ".Temperature"] * 2, done.lines)
+        self.assertIn("no such word: collect diff", done.err)
 
     def test_completion(self):
         self.check(run("complete", "demo", "collect r"), DONE, "read\nremove\n", "")

@@ -3,9 +3,9 @@
 
 import json
 import re
-import subprocess
 import unittest
 
+from captured import captured
 from small_case import STREAMS, array, of_kind, small_case, stream, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
@@ -58,8 +58,8 @@ class ControlCharacters(ProgramTest):
 
     def run_clean(self, *arguments, stdin=b"", code=DONE):
         """Runs with arguments of any bytes; nothing that it writes has a control character."""
-        done = subprocess.run(PROGRAM + [a if isinstance(a, bytes) else str(a) for a in arguments],
-                              input=stdin, capture_output=True, timeout=600, check=False)
+        done = captured(PROGRAM + [a if isinstance(a, bytes) else str(a) for a in arguments],
+                        input=stdin, timeout=600)
         for text in (done.stdout, done.stderr):
             self.assertIsNone(CONTROLS.search(text), (arguments, done))
         if code is not None:

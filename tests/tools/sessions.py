@@ -3,8 +3,8 @@
 
 import re
 import shlex
-import subprocess
 
+from captured import captured
 from support import PROGRAM, ProgramTest
 
 NUMBER = re.compile(r"-?\d+\.?\d*(?:e[-+]\d+)?")
@@ -33,6 +33,5 @@ class SessionTest(ProgramTest):
     def run_in_folder(self, command):
         words = shlex.split(command)
         self.assertEqual("fixtop", words[0], command)
-        done = subprocess.run(PROGRAM + words[1:], cwd=self.folder, capture_output=True,
-                              timeout=600, check=False)
+        done = captured(PROGRAM + words[1:], cwd=self.folder, timeout=600)
         return (done.stdout + done.stderr).decode()

@@ -3,9 +3,10 @@
 
 import os
 import pathlib
-import subprocess
 import tempfile
 import unittest
+
+from captured import captured
 
 PROGRAM = os.environ["FIXTOP_PROGRAM"].split("|")
 CASES = pathlib.Path(os.environ.get("FIXTOP_CASES", "")) / "real"
@@ -26,8 +27,7 @@ class Result:
 
 
 def run(*arguments, stdin="", cwd=None):
-    done = subprocess.run(PROGRAM + [str(a) for a in arguments], input=stdin.encode(),
-                          capture_output=True, timeout=600, check=False, cwd=cwd)
+    done = captured(PROGRAM + [str(a) for a in arguments], input=stdin.encode(), timeout=600, cwd=cwd)
     return Result(arguments, done.returncode, done.stdout.decode(), done.stderr.decode())
 
 
