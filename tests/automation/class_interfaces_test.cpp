@@ -161,6 +161,8 @@ class ClassInterfaces : public NeutralModule {
         V_I4(&index) = place;
         return index;
     }
+
+    const TemporaryFolder folder_;
 };
 
 TEST_F(ClassInterfaces, header_lays_out_what_the_library_describes) {
