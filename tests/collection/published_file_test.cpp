@@ -121,7 +121,7 @@ TEST_F(PublishedFile, children_equal_those_of_the_list_opened_again_and_paths_le
         EXPECT_EQ(0, each->Compare(*again));
         EXPECT_EQ(Read(*each, "value"), Read(*again, "value"));
         for (const NodeRef& other : shown) {
-            if (&other != &each) EXPECT_FALSE(other->Equal(*again)) << path.ToText();
+            EXPECT_EQ(&other == &each, other->Equal(*again)) << path.ToText();
         }
         EXPECT_TRUE(chosen->Add(*each)) << path.ToText();
     }

@@ -17,7 +17,7 @@ namespace fixtop {
 class LogLines {
  public:
     explicit LogLines(const TemporaryFolder& folder, int level = 9) : folder_(folder) {
-        OpenErrorLog(kFile);
+        OpenErrorLog(File().c_str());
         SetLogLevel(level);
     }
     ~LogLines() { SetLogLevel(ErrorLog::kDefaultLevel); }
@@ -40,12 +40,15 @@ class LogLines {
     }
     void Restart() const {
         const int level = SetLogLevel(0);
-        OpenErrorLog(kFile);
+        OpenErrorLog(File().c_str());
         SetLogLevel(level);
     }
 
  private:
     static constexpr const char* kFile = "lines.log";
+    // By its whole name: what is logged later goes nowhere, and not into the folder of then.
+    std::string File() const { return folder_.File(kFile); }
+
     const TemporaryFolder& folder_;
 };
 
