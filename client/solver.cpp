@@ -141,6 +141,11 @@ bool Solver::IsRunning() const {
     return case_->Top().Attribute("status").ToText() == "Solver running.";
 }
 
+bool Solver::IsComplete() const {
+    FISolver* solver = case_->GetSolver();
+    return solver && Knows(*solver, kNothingToSolve);
+}
+
 bool Solver::SolvesOnStore() const {
     FIValue on;
     if (FISolver* solver = case_->GetSolver()) solver->GetAttribute(FIValue("autosolve"), on);

@@ -17,6 +17,7 @@
 #include "fixtop/client/check.h"
 #include "fixtop/client/class_table.h"
 #include "fixtop/client/error.h"
+#include "fixtop/client/hold.h"
 #include "fixtop/client/node.h"
 #include "fixtop/client/pattern.h"
 #include "fixtop/client/reference.h"

@@ -17,6 +17,17 @@ Node CaseSession::Listed(const Node& node) const {
     return is_neutral_ ? case_.AsListed(node).value_or(node) : node;
 }
 
+client::Hold& CaseSession::Hold() {
+    if (!hold_) hold_ = std::make_unique<client::Hold>(Solver());
+    return *hold_;
+}
+
+client::Released CaseSession::Release(const client::Solver::Progress& progress) {
+    client::Released released = Hold().Release(progress);
+    hold_.reset();
+    return released;
+}
+
 std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
                                                std::string& problem) {
     client::Case::SetStopButton(terminal::IsInterrupted);
@@ -40,6 +51,11 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
         out.Note(OneLineMessage(remark));
     }
     return session;
+}
+
+client::Released SolveCase(CaseSession& session, const client::Solver::Progress& progress) {
+    if (session.IsHeld()) return session.Release(progress);
+    return {session.Solver().Solve(progress), {}, {}};
 }
 
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
@@ -90,11 +106,13 @@ std::string ForEachMatch(CaseSession& session, const std::string& pattern,
     return matches > 0 ? "" : "nothing matches: " + OneLine(pattern);
 }
 
-std::string Store(const client::Place& place, const std::string& value, const std::string& unit) {
+std::string Store(CaseSession& session, const client::Place& place, const std::string& value,
+                  const std::string& unit) {
     const bool is_value = place.attribute.empty() || place.attribute == "value";
+    client::Hold& hold = session.Hold();
     try {
         if (is_value) {
-            place.node.Store(value, unit);
+            hold.Store(place.node, value, unit);
         } else {
             if (!unit.empty()) place.node.ShowIn(unit, place.attribute);
             place.node.SetAttribute(place.attribute, FIValue(value.c_str()));

@@ -38,6 +38,12 @@ class CaseSession {
     const Node& Here() const { return here_; }
     void MoveTo(Node node) { here_ = std::move(node); }
 
+    // Between Hold and Release stores are kept together: see client::Hold. A hold that is open goes
+    // on.
+    client::Hold& Hold();
+    bool IsHeld() const { return hold_ != nullptr; }
+    client::Released Release(const client::Solver::Progress& progress = {});
+
  private:
     CaseSession(client::Case open_case, bool is_neutral);
 
@@ -45,7 +51,11 @@ class CaseSession {
     bool is_neutral_;
     Node top_;
     Node here_;
+    std::unique_ptr<client::Hold> hold_;
 };
+
+// Solves, whether anything has changed or not, at the end of a hold where one is open.
+client::Released SolveCase(CaseSession& session, const client::Solver::Progress& progress = {});
 
 // Saves to a file, unless its name is empty. Notes why that failed, and when results are saved that
 // are older than the case.
@@ -63,9 +73,10 @@ std::optional<client::Place> Locate(CaseSession& session, const std::string& pat
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,
                          const std::function<void(const client::Place& match)>& visit);
 
-// Stores a text where a path led, as typed; in a node with `unit` it is shown in it from then on.
-// Answers the reason of a refusal, or an empty text.
-std::string Store(const client::Place& place, const std::string& value, const std::string& unit);
+// Stores a text where a path led, as typed, in the hold of the session; in a node with `unit` it is
+// shown in it from then on. Answers the reason of a refusal, or an empty text.
+std::string Store(CaseSession& session, const client::Place& place, const std::string& value,
+                  const std::string& unit);
 
 // What an error of the client library says, on lines of its own.
 std::string MessageOf(const client::NotFound& error);

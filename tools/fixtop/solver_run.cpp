@@ -21,6 +21,11 @@ ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) 
     return ExitCode::kFailed;
 }
 
+client::Released SolveWithProgress(CaseSession& session) {
+    const Progress progress(session);
+    return SolveCase(session);
+}
+
 Progress::Progress(CaseSession& session) {
     if (!terminal::NotesAreSeen()) return;
     listener_ = session.Solver().OnStateChange(

@@ -10,6 +10,9 @@
 
 namespace fixtop {
 
+namespace client {
+struct Released;
+}
 class CaseSession;
 class Output;
 
@@ -19,6 +22,9 @@ void TellWhyIncomplete(CaseSession& session, Output& out);
 // Saves the case as a solve has left it, unless the file's name is empty; one that was interrupted
 // is not saved. Notes why not.
 ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out);
+
+// Solves as case_session.h has it, as somebody looks on.
+client::Released SolveWithProgress(CaseSession& session);
 
 // Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
 class Progress {

@@ -26,6 +26,7 @@ std::unique_ptr<Word> MakeExplain();
 std::unique_ptr<Word> MakeFind();
 std::unique_ptr<Word> MakeGet();
 std::unique_ptr<Word> MakeHelp();
+std::unique_ptr<Word> MakeHold();
 std::unique_ptr<Word> MakeLs();
 std::unique_ptr<Word> MakePath();
 std::unique_ptr<Word> MakePublish();

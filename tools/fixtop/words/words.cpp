@@ -37,18 +37,23 @@ constexpr WordRow kWords[] = {
      "in JSON \"stale\": true, says that it is older than a change of a recorded case.",
      View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
-     "The case is solved again and saved, and the value as it now stands is written; a fraction "
-     "is\n"
-     "stored as its share of all. An empty VALUE takes the value away. VALUE is in --unit, or "
-     "else\n"
-     "in the unit that get shows. Exit status 1 when the store is refused. One that stands has 0\n"
-     "also while the case does not solve, as when a value is still missing; standard error then\n"
-     "tells why. A recorded case keeps its results, marked as stale.",
+     "The case is solved again and saved, and the value as it now stands is written. With --set\n"
+     "more values are stored with it, and solved once: fractions of a composition stand as they\n"
+     "are given when they sum to 1, or else are normalised, with a message. A composition, as any\n"
+     "array, takes the values of all its elements, with commas: 0.8,0.05,0.15. An empty VALUE\n"
+     "takes the value away. VALUE is in the unit behind it, in --unit, or else in the unit that\n"
+     "get shows. Exit status 1 when a store is refused, and nothing is saved; also when the case\n"
+     "does not solve, as when a value is still missing: standard error then tells why, and in\n"
+     "JSON \"complete\" is false. A recorded case keeps its results, marked as stale.",
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
-     "stand against it are named on standard error.",
+     "stand against it are named on standard error. The values given with --set are stored first.",
      View::kRaw, Place::kBoth, MakeSolve},
+    {"hold", "Keep the solver and the normalising of fractions back until release", "", View::kRaw,
+     Place::kShell, MakeHold},
+    {"release", "Solve what was stored since hold", "As solve, which ends a hold too.", View::kRaw,
+     Place::kShell, MakeSolve},
     {"watch", "Solve the case and write how values change",
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
      "given with --set are stored first. Ends with the solve.",
@@ -131,11 +136,10 @@ constexpr WordRow kWords[] = {
      "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
      MakePath},
     {"shell", "Work in a case at a prompt",
-     "The words of the program without CASE, and cd, pwd, save, help, quit. Paths begin at the\n"
-     "present node, or else at the top. Single quotes hold an argument with blanks together;\n"
-     "double quotes do so too and stay part of it, as paths want them. ^C ends a solve or "
-     "whatever\n"
-     "else is at work, and drops a line that is typed.",
+     "The words of the program without CASE, and cd, pwd, hold, release, save, help, quit. Paths\n"
+     "begin at the present node, or else at the top. Single quotes hold an argument with blanks\n"
+     "together; double quotes do so too and stay part of it, as paths want them. ^C ends a solve\n"
+     "or whatever else is at work, and drops a line that is typed.",
      View::kEither, Place::kProgram, MakeShell},
     {"demo", "A guided tour through the case that the program carries",
      "Exit status 1 when a step does not do what it says.", View::kNone, Place::kProgram, MakeDemo},
