@@ -148,6 +148,23 @@ class Store(ProgramTest):
         told = self.check(run("watch", "demo", COMPOSITION + ".Methane", "--set", *pair), DONE)
         self.assertEqual([f"{COMPOSITION}.Methane\t0.75\t0.8\t"], told.lines)
 
+    def test_of_several_nodes_none_is_stored_unless_they_are_meant(self):
+        file = self.folder / "several.json"
+        feeds = STREAMS + ".*[Pressure=6000].Temperature"
+        found = run("find", "demo", feeds).lines
+        self.assertGreater(len(found), 1)
+        result = self.check(run("set", "demo", feeds, "35", "--save", file), FAILED, "")
+        self.assertTrue(result.err.startswith(f"leads to several nodes: {feeds}\n  {found[0]}\n"), result)
+        self.assertFalse(file.exists())
+        self.check(run("set", "demo", feeds, "35", "--first", "--save", file), DONE, "35\n", "")
+        self.check(run("get", file, found[0]), DONE, "35\n")
+        # Those that are calculated are refused, the others stand.
+        given = [path for path in found
+                 if json.loads(run("get", "demo", path, "--json").out)["status"] == "Specified"]
+        self.assertGreater(len(given), 1)
+        result = run("set", "demo", feeds, "36", "--all", "--json")
+        self.assertEqual(given, [json.loads(line)["path"] for line in result.lines])
+
     def test_nothing_is_saved_when_one_of_several_is_refused(self):
         file = self.folder / "half.json"
         self.check(run("set", "demo", FEED_FLOW, "1200", "--set", SALES_FLOW, "1", "--save", file), FAILED,

@@ -49,6 +49,33 @@ class Read(ProgramTest):
         self.check(self.get(f"{FEED}.Temperature", "--unit", "F"), DONE, "77\n", "")
         self.check(self.get(f"{FEED}.Pressure", "--unit", "bar"), DONE, "1\n", "")
 
+    def test_a_path_to_several_nodes_is_refused_and_they_are_named(self):
+        several = STREAMS + ".*.Temperature"
+        paths = [FEED + ".Temperature", STREAMS + '."Feed.2".Temperature', STREAMS + ".Größe.Temperature"]
+        told = "".join(f"\n  {path}" for path in paths)
+        problem = f"leads to several nodes: {several}{told}"
+        self.check(self.get(several), FAILED, "", problem + "\n")
+        result = self.check(self.get(several, FEED + ".Pressure", "--json"), FAILED, err=problem + "\n")
+        self.assertEqual({"path": several, "error": problem}, json.loads(result.lines[0]))
+        self.assertEqual(100, json.loads(result.lines[1])["value"])
+        self.check(self.get(several, "--first"), DONE, "25\n", "")
+        self.check(self.get(several, "--all"), DONE, "25\n-40\n300\n", "")
+        records = [json.loads(line) for line in self.check(self.get(several, "--all", "--json"), DONE).lines]
+        self.assertEqual(paths, [record["path"] for record in records])
+        self.check(self.get(FEED + ".Nowhere", "--all"), FAILED, "", f"nothing matches: {FEED}.Nowhere\n")
+        self.check(self.get(STREAMS + ".*[Temperature=300].Temperature"), DONE, "300\n", "")
+        for word in ("tree", "attrs", "ls"):
+            self.check(run(word, self.case, several), FAILED, "", problem + "\n")
+
+    def test_lists_of_the_neutral_view_want_a_key(self):
+        path = "Flowsheet.Stream(Raw Gas).Composition.Component.MoleFraction"
+        result = self.check(run("get", "demo", "--neutral", path), FAILED, "")
+        self.assertIn("\n  Flowsheet.Stream(Raw Gas).Composition.Component(CO2).MoleFraction\n", result.err)
+        self.assertTrue(result.err.endswith("\n  and more\n"), result)
+        values = self.check(run("get", "demo", "--neutral", path, "--all"), DONE, err="").lines
+        self.assertEqual(["0.02", "0.02", "0.75", "0.1"], values[:4])
+        self.check(run("get", "demo", "--neutral", path.replace("Component", "Component(CO2)")), DONE, "0.02\n", "")
+
     def test_refused_units(self):
         path = f"{FEED}.Temperature"
         self.check(self.get(path, "--unit", "bar"), FAILED, "",

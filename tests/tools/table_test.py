@@ -75,6 +75,18 @@ class Table(ProgramTest):
         self.assertEqual([["Name", "Temperature [C]"], ["Feed 1", "25"], ["Größe", "300"]],
                          self.csv_of(self.case, pattern, "Temperature"))
 
+    def test_a_column_of_several_nodes_is_several_that_are_named(self):
+        rows = self.csv_of("demo", "--neutral", "Flowsheet.Stream(Raw Gas)", "Temperature",
+                           "Composition.Component.MoleFraction")
+        self.assertEqual(["Name", "Temperature [C]", "Composition.Component(Nitrogen).MoleFraction",
+                          "Composition.Component(CO2).MoleFraction"], rows[0][:4])
+        self.assertEqual(["Stream(Raw Gas)", "30", "0.02", "0.02", "0.75"], rows[1][:5])
+        cells, = self.cells_of(self.case, STREAMS, "*.Pressure")
+        self.assertEqual({"Feed 1.Pressure", '"Feed.2".Pressure', "Größe.Pressure"}, set(cells))
+        # While each row has one it is what the path says.
+        pattern = "*[(id)=Pressure]"
+        self.assertEqual(["Name", pattern + " [kPa]"], self.csv_of(self.case, ROWS, pattern)[0])
+
     def test_a_unit_for_a_column(self):
         for name in ("Temperature", '"Temperature"'):
             self.check(run("table", self.case, ROWS, "Temperature", "Pressure", "--unit", name + "=K",

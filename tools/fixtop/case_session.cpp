@@ -73,17 +73,60 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
     return ExitCode::kOk;
 }
 
+namespace {
+
+// Names the nodes that a path leads to when they are several; empty when there is one.
+std::string TellSeveral(const Node& start, const Node& first, const std::string& path) {
+    constexpr int kNamed = 5;
+    std::string names;
+    int count = 0;
+    // A path in the host's notation leads to one.
+    if (path.starts_with('/')) return "";
+    const client::Pattern pattern(path);
+    if (!pattern.MayMeanMore(start, first)) return "";
+    pattern.ForEach(start, [&](const client::Place& match) {
+        if (++count <= kNamed) names += "\n  " + PathOf(match);
+        return count <= kNamed;
+    });
+    if (count < 2) return "";
+    return "leads to several nodes: " + OneLine(path) + names +
+           (count > kNamed ? "\n  and more" : "");
+}
+
+}  // namespace
+
 std::optional<client::Place> Locate(CaseSession& session, const std::string& path,
-                                    std::string& problem) {
+                                    std::string& problem, Several several) {
     try {
         for (const Node* start : std::array{&session.Here(), &session.Top()}) {
-            if (auto found = start->Find(path)) return found;
+            auto found = start->Find(path);
+            if (!found) continue;
+            if (several == Several::kRefuse) problem = TellSeveral(*start, found->node, path);
+            return problem.empty() ? std::move(found) : std::nullopt;
         }
         problem = MessageOf(client::Pattern(path).WhyMissing(session.Here()));
     } catch (const client::PathError& error) {
         problem = MessageOf(error);
     }
     return std::nullopt;
+}
+
+std::string ForEachMeant(
+    CaseSession& session, const std::string& path, bool first, bool all,
+    const std::function<void(const client::Place& place, const std::string& path)>& visit) {
+    if (all && !path.starts_with('/')) {
+        return ForEachMatch(session, path,
+                            [&](const client::Place& match) { visit(match, PathOf(match)); });
+    }
+    std::string problem;
+    const auto found = Locate(session, path, problem, first ? Several::kFirst : Several::kRefuse);
+    if (found) visit(*found, OneLine(path));
+    return problem;
+}
+
+std::string PathOf(const client::Place& match) {
+    const std::string& name = match.attribute;
+    return OneLine(name.empty() ? match.path : match.path + '(' + client::WrittenName(name) + ')');
 }
 
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,

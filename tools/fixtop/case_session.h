@@ -61,11 +61,23 @@ client::Released SolveCase(CaseSession& session, const client::Solver::Progress&
 // are older than the case.
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out);
 
+// Which of several nodes is meant by a path that leads to them.
+enum class Several { kRefuse, kFirst };
+
 // Looks a path up from where the session stands, then from the top; a host's own path too, such as
 // "/FlowSht.1/StreamObject.400(Feed):Double.201". On failure `problem` is the parse error, or "no
-// such node: " and the path with what was found of it and names that are near.
+// such node: " and the path with what was found of it and names that are near, or else the nodes
+// that it leads to when they are several.
 std::optional<client::Place> Locate(CaseSession& session, const std::string& path,
-                                    std::string& problem);
+                                    std::string& problem, Several several = Several::kRefuse);
+
+// Visits the node of a path, or with `all` each that it leads to, under the path that is told of
+// it. Answers what is wrong, or an empty text.
+std::string ForEachMeant(
+    CaseSession& session, const std::string& path, bool first, bool all,
+    const std::function<void(const client::Place& place, const std::string& path)>& visit);
+// The path to a match and no other, on one line, with the attribute in which the pattern ends.
+std::string PathOf(const client::Place& match);
 
 // Visits all nodes that the pattern leads to from where the session stands; from the top when there
 // are none. Answers what is wrong with the pattern, or that nothing matches it; empty when

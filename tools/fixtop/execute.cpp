@@ -231,4 +231,9 @@ void AddJson(CLI::App& app, bool& json) {
     app.add_flag("--json", json, "Write JSON");
 }
 
+void AddSeveral(CLI::App& app, bool& first, bool& all) {
+    CLI::Option* only = app.add_flag("--first", first, "The first of several nodes of a path");
+    app.add_flag("--all", all, "All nodes of a path")->excludes(only);
+}
+
 }  // namespace fixtop

@@ -123,7 +123,7 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
 
 std::optional<Node> Find(CaseSession& session, const std::string& path) {
     std::string problem;
-    auto found = Locate(session, FromOneLine(path), problem);
+    auto found = Locate(session, FromOneLine(path), problem, Several::kFirst);
     if (!found) return std::nullopt;
     return std::move(found->node);
 }

@@ -22,19 +22,17 @@ bool Stores::StoreAll(CommandContext& around, const std::vector<Given>& first) {
 }
 
 bool Stores::Store(CommandContext& around, const Given& given) {
-    std::string problem;
-    auto found = Locate(*around.session, given.path, problem);
-    if (!found) {
-        around.out.Note(problem);
-        return false;
-    }
-    problem = fixtop::Store(*around.session, *found, given.value, given.unit);
-    if (!problem.empty()) {
-        around.out.Note(OneLine(given.path) + ": " + problem);
-        return false;
-    }
-    taken_.push_back({given.path, std::move(*found)});
-    return true;
+    bool all_taken = true;
+    const auto store = [&](const client::Place& place, const std::string& path) {
+        const std::string problem = fixtop::Store(*around.session, place, given.value, given.unit);
+        if (problem.empty()) return taken_.push_back({path, place});
+        around.out.Note(path + ": " + problem);
+        all_taken = false;
+    };
+    const std::string problem =
+        ForEachMeant(*around.session, given.path, given.first, given.all, store);
+    if (!problem.empty()) around.out.Note(problem);
+    return all_taken && problem.empty();
 }
 
 bool TellReleased(const client::Released& released, Output& out) {

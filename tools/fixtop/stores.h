@@ -18,9 +18,11 @@ class Stores {
         std::string path;
         std::string value;
         std::string unit;  // beside the one that may stand behind the value
+        bool first = false;
+        bool all = false;
     };
     struct Stored {
-        std::string path;
+        std::string path;  // on one line
         client::Place place;
     };
 

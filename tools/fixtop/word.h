@@ -70,6 +70,8 @@ CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const c
 // The name of a file; an empty one is refused.
 CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help);
 void AddJson(CLI::App& app, bool& json);
+// Which is meant of several nodes that a path leads to: the first, or all of them.
+void AddSeveral(CLI::App& app, bool& first, bool& all);
 
 // An argument as it was given, for options that are declared otherwise.
 std::string GivenText(std::string argument);

@@ -16,9 +16,7 @@ class Find final : public Word {
     ExitCode Run(CommandContext& around) override {
         const std::string problem =
             ForEachMatch(*around.session, pattern_, [&](const client::Place& match) {
-                const std::string& name = match.attribute;
-                const std::string path = OneLine(
-                    name.empty() ? match.path : match.path + '(' + client::WrittenName(name) + ')');
+                const std::string path = PathOf(match);
                 around.out.Line(json_ ? Record(match.node, path) : path);
             });
         if (problem.empty()) return ExitCode::kOk;

@@ -17,6 +17,7 @@ class Set final : public Word {
                 "New value, also with a unit behind it ('30 C'); empty takes the value away")
             ->required();
         AddName(app, "--unit", first_.unit, "Unit of the value");
+        AddSeveral(app, first_.first, first_.all);
         stores_.Declare(app);
         AddFile(app, "--save", file_, "Write the changed case to this file");
         AddJson(app, json_);
@@ -48,7 +49,7 @@ class Set final : public Word {
         const std::vector<Node> elements = client::ElementsOf(place.node);
         if (!json_) return out.Line(Joined(place.node, name, elements));
         Json record;
-        record["path"] = OneLine(stored.path);
+        record["path"] = stored.path;
         if (elements.empty()) {
             record["value"] = ToJson(place.node.Attribute(name));
         } else {

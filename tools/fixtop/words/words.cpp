@@ -19,8 +19,12 @@ constexpr WordRow kWords[] = {
      "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
      "and exit status 1; the others are still read, and so for a number that can't be had in\n"
-     "--unit. With --json an object a line: path, value, uom, status; or path and error. A result\n"
-     "of a recorded case that is older than a change has a message, in JSON \"stale\": true.",
+     "--unit. A path that leads to several nodes is refused, and they are named, unless --first "
+     "or\n"
+     "--all tells which are meant. With --json an object a line: path, value, uom, status; or "
+     "path\n"
+     "and error. A result of a recorded case that is older than a change has a message, in JSON\n"
+     "\"stale\": true.",
      View::kEither, Place::kBoth, MakeGet},
     {"find", "List the paths of all nodes that match a pattern",
      "A pattern is a path with wildcards and filters, of which every match is followed:\n"
@@ -30,11 +34,12 @@ constexpr WordRow kWords[] = {
     {"table", "Show values of many nodes as a table",
      "A row for each node that PATTERN matches, a column for each PATH from there:\n"
      "  'appModel.FlowSheetObjects.Streams.*' Temperature \"Molar Flow\" \"Comp Mole Frac\"\n"
-     "An array makes a column for each element. A cell is empty for NULL and where there is no\n"
-     "such node; a column that no node has is left out, with a message and exit status 1. With\n"
-     "--json an object a line: path, name, cells; a cell has value and uom. A star behind a "
-     "value,\n"
-     "in JSON \"stale\": true, says that it is older than a change of a recorded case.",
+     "An array makes a column for each element, a path to several nodes one for each. A cell is\n"
+     "empty for NULL and where there is no such node; a column that no node has is left out, with "
+     "a message and\n"
+     "exit status 1. With --json an object a line: path, name, cells; a cell has value and uom. A\n"
+     "star behind a value, in JSON \"stale\": true, says that it is older than a change of a\n"
+     "recorded case.",
      View::kEither, Place::kBoth, MakeTable},
     {"set", "Store a value",
      "The case is solved again and saved, and the value as it now stands is written. With --set\n"
