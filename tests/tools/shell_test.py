@@ -59,7 +59,8 @@ class Piped(ProgramTest):
         self.check(shell("get nowhere", "pwd"), DONE, "\n")
 
     def test_quit_ends_it(self):
-        self.check(shell("pwd", "quit", "ls"), DONE, "\n", "")
+        for word in ("quit", "exit"):
+            self.check(shell("pwd", word, "ls"), DONE, "\n", "")
 
     def test_single_quotes_hold_together_and_double_quotes_stay(self):
         self.check(shell('path "a b".c'), DONE, run("path", '"a b".c').out, "")

@@ -12,7 +12,7 @@ from small_case import small_case, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
 WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
-         "demo", "complete", "explain", "classes"]
+         "demo", "complete", "explain", "classes", "streams"]
 FULL_DEVICE = pathlib.Path("/dev/full")
 
 

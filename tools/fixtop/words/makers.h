@@ -37,6 +37,7 @@ std::unique_ptr<Word> MakeSave();
 std::unique_ptr<Word> MakeSet();
 std::unique_ptr<Word> MakeShell();
 std::unique_ptr<Word> MakeSolve();
+std::unique_ptr<Word> MakeStreams();
 std::unique_ptr<Word> MakeTable();
 std::unique_ptr<Word> MakeTree();
 std::unique_ptr<Word> MakeUnits();

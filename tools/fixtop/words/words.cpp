@@ -118,6 +118,11 @@ constexpr WordRow kWords[] = {
      "that no object has is left out, and so is a table without rows. With --csv a file for each\n"
      "table is written and named; with --json an object a row: table, path, name, cells.",
      View::kNeutralTables, Place::kProgram, MakeReport},
+    {"streams", "Show the material streams as a table",
+     "A row each stream of the neutral view with its state, its flows and the unit operations at\n"
+     "its ends; those of a sub-flowsheet stand behind its name. A column that no stream has is\n"
+     "left out. With --json an object a row: path, name, cells.",
+     View::kNeutralTables, Place::kProgram, MakeStreams},
     {"units", "Show each unit operation with its streams, its duty and its balances",
      "The energy streams of a unit operation have + before them where they bring energy and -\n"
      "where they take it. A balance error is what goes in less what comes out, over the larger of\n"
@@ -141,10 +146,10 @@ constexpr WordRow kWords[] = {
      "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
      MakePath},
     {"shell", "Work in a case at a prompt",
-     "The words of the program without CASE, and cd, pwd, hold, release, save, help, quit. Paths\n"
-     "begin at the present node, or else at the top. Single quotes hold an argument with blanks\n"
-     "together; double quotes do so too and stay part of it, as paths want them. ^C ends a solve\n"
-     "or whatever else is at work, and drops a line that is typed.",
+     "The words of the program without CASE, and cd, pwd, hold, release, save, help, quit, exit.\n"
+     "Paths begin at the present node, or else at the top. Single quotes hold an argument with\n"
+     "blanks together; double quotes do so too and stay part of it, as paths want them. ^C ends a\n"
+     "solve or whatever else is at work, and drops a line that is typed.",
      View::kEither, Place::kProgram, MakeShell},
     {"demo", "A guided tour through the case that the program carries",
      "Exit status 1 when a step does not do what it says.", View::kNone, Place::kProgram, MakeDemo},
@@ -157,6 +162,7 @@ constexpr WordRow kWords[] = {
     {"save", "Write the case to a file", "", View::kRaw, Place::kShell, MakeSave},
     {"help", "List the words", "", View::kRaw, Place::kShell, MakeHelp},
     {"quit", "Leave the shell", "", View::kRaw, Place::kShell, MakeQuit},
+    {"exit", "Leave the shell, as quit", "", View::kRaw, Place::kShell, MakeQuit},
 };
 
 }  // namespace
