@@ -21,6 +21,7 @@
 #include "fixtop/client/node.h"
 #include "fixtop/client/pattern.h"
 #include "fixtop/client/reference.h"
+#include "fixtop/client/search.h"
 #include "fixtop/client/selection.h"
 #include "fixtop/client/solver.h"
 #include "fixtop/client/typed.h"

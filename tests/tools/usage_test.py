@@ -36,7 +36,7 @@ class Usage(ProgramTest):
     def test_wrong_lines_end_with_2_and_usage(self):
         lines = [[], ["nonsense"], ["--nonsense"], ["ls"], ["ls", "demo", "a", "b"],
                  ["ls", "demo", "--nonsense"], ["table", "demo", "x"],
-                 ["get", "demo"], ["attrs", "demo"], ["find", "demo"],
+                 ["get", "demo"], ["attrs", "demo"], ["find", "demo"], ["find", "demo", "--json"],
                  ["set", "demo", "x"], ["set", "demo"], ["tree", "demo", "--depth", "x"],
                  ["tree", "demo", "--depth", "-1"], ["tree", "demo", "--depth"], ["path"],
                  ["get", "demo", "x", "--unit"], ["solve"], ["watch", "demo"],

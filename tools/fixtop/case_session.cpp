@@ -131,6 +131,20 @@ std::string PathOf(const client::Place& match) {
 
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,
                          const std::function<void(const client::Place& match)>& visit) {
+    try {
+        const client::Pattern prepared(pattern);
+        return ForEachFound(
+            session,
+            [&](const Node& start, const FoundVisitor& found) { prepared.ForEach(start, found); },
+            visit, "nothing matches: " + OneLine(pattern));
+    } catch (const client::PathError& error) {
+        return MessageOf(error);
+    }
+}
+
+std::string ForEachFound(CaseSession& session, const Seeker& seek,
+                         const std::function<void(const client::Place& match)>& visit,
+                         const std::string& nothing) {
     int matches = 0;
     const auto count = [&](const client::Place& match) {
         if (terminal::IsInterrupted()) throw Interrupted();
@@ -138,15 +152,10 @@ std::string ForEachMatch(CaseSession& session, const std::string& pattern,
         visit(match);
         return true;
     };
-    try {
-        const client::Pattern prepared(pattern);
-        prepared.ForEach(session.Here(), count);
-        const bool is_below = session.Here().Iterator().Depth() > 0;
-        if (matches == 0 && is_below) prepared.ForEach(session.Top(), count);
-    } catch (const client::PathError& error) {
-        return MessageOf(error);
-    }
-    return matches > 0 ? "" : "nothing matches: " + OneLine(pattern);
+    seek(session.Here(), count);
+    const bool is_below = session.Here().Iterator().Depth() > 0;
+    if (matches == 0 && is_below) seek(session.Top(), count);
+    return matches > 0 ? "" : nothing;
 }
 
 std::string Store(CaseSession& session, const client::Place& place, const std::string& value,

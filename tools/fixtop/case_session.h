@@ -85,6 +85,13 @@ std::string PathOf(const client::Place& match);
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,
                          const std::function<void(const client::Place& match)>& visit);
 
+// The same for what `seek` finds below a node; `nothing` is answered when it finds none.
+using FoundVisitor = std::function<bool(const client::Place& match)>;
+using Seeker = std::function<void(const Node& start, const FoundVisitor& found)>;
+std::string ForEachFound(CaseSession& session, const Seeker& seek,
+                         const std::function<void(const client::Place& match)>& visit,
+                         const std::string& nothing);
+
 // Stores a text where a path led, as typed, in the hold of the session; in a node with `unit` it is
 // shown in it from then on. Answers the reason of a refusal, or an empty text.
 std::string Store(CaseSession& session, const client::Place& place, const std::string& value,

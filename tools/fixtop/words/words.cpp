@@ -29,6 +29,8 @@ constexpr WordRow kWords[] = {
     {"find", "List the paths of all nodes that match a pattern",
      "A pattern is a path with wildcards and filters, of which every match is followed:\n"
      "  appModel.FlowSheetObjects.Streams.*[(type)=MaterialStreamObject].Temperature\n"
+     "Beside the language of paths * stands for any text within a name, and ** for any levels:\n"
+     "  'appModel.**.*Temp*'\n"
      "What it writes can be given to get. Exit status 1 when nothing matches.",
      View::kEither, Place::kBoth, MakeFind},
     {"table", "Show values of many nodes as a table",
