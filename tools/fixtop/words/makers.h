@@ -22,6 +22,7 @@ std::unique_ptr<Word> MakeCollectWatch();
 std::unique_ptr<Word> MakeCollectWrite();
 std::unique_ptr<Word> MakeComplete();
 std::unique_ptr<Word> MakeDemo();
+std::unique_ptr<Word> MakeDiff();
 std::unique_ptr<Word> MakeExplain();
 std::unique_ptr<Word> MakeFind();
 std::unique_ptr<Word> MakeGet();

@@ -130,6 +130,11 @@ constexpr WordRow kWords[] = {
      "where they take it. A balance error is what goes in less what comes out, over the larger of\n"
      "both; it is empty where a flow is not known.",
      View::kNeutralTables, Place::kProgram, MakeUnits},
+    {"diff", "Compare all values of two cases",
+     "A line each value that differs by more than the tolerance: path, both values, unit and\n"
+     "difference, in the units of A or of --units. A node that one case does not have is empty on\n"
+     "its side. Exit status 1 when anything differs. collect diff compares chosen nodes.",
+     View::kNone, Place::kProgram, MakeDiff},
     {"classes", "Show the classes of the neutral library",
      "Without NAME the names, one a line. With it superclasses and attributes, those of its\n"
      "superclasses first, or the options of an enumeration; fields have tabs between them.",
