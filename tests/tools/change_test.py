@@ -409,7 +409,7 @@ class Recorded(ProgramTest):
         self.assertNotIn("stale", run("get", file, SMALL_STREAMS + '."Feed.2".Pressure', "--json").out)
         tree = self.check(run("tree", file, SMALL_FEED), DONE, err="").lines
         self.assertIn("  Pressure = 100 kPa  (stale)", tree)
-        self.assertIn("  Temperature = 30 C", tree)
+        self.assertIn("  Temperature := 30 C", tree)
         children = json.loads(run("tree", file, SMALL_FEED, "--json").out)["children"]
         self.assertEqual(["Pressure"], [each["name"] for each in children if "stale" in each])
 

@@ -326,7 +326,7 @@ class Publish(CollectTest):
         self.assertEqual(str(case.with_suffix(".atpub")), result.lines[0])
         self.assertEqual(self.text(), case.with_suffix(".atpub").read_bytes())
         shown = self.check(run("tree", case, '"QSI Published Variables"'), DONE, err="").lines
-        self.assertEqual([f'  "Top.{FEED}.Temperature" = 298.15 K'], shown[1:])
+        self.assertEqual([f'  "Top.{FEED}.Temperature" := 298.15 K'], shown[1:])
 
     def test_what_the_case_does_not_have_is_not_published(self):
         case = write_small_case(self.folder)

@@ -155,7 +155,7 @@ class Neutral(ProgramTest):
     def test_tree_shows_values_and_classes(self):
         lines = self.check(run("tree", "demo", RAW_GAS, "--neutral", "--depth", "1"), DONE).lines
         self.assertEqual("Stream(Raw Gas)  (Object(QSIMaterialStream))", lines[0])
-        self.assertIn("  Temperature = 30 C", lines)
+        self.assertIn("  Temperature := 30 C", lines)
         self.assertIn("  VolumeFlow = (none)", lines)
         self.assertIn("  Composition  (Object(QSICompositionProperties))", lines)
 

@@ -102,8 +102,9 @@ class CommandLine {
     void AddCase(const WordRow& row, CLI::App& sub) {
         if (row.view == View::kNone) return;
         AddText(sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
-        if (row.view == View::kEither) AddNeutral(sub, view_);
-        if (row.view != View::kRaw) AddModel(sub, view_, row.view != View::kNeutralTables);
+        const bool in_units = row.view == View::kEitherInUnits || row.view == View::kNeutralTables;
+        if (row.view == View::kEither || row.view == View::kEitherInUnits) AddNeutral(sub, view_);
+        if (row.view != View::kRaw) AddModel(sub, view_, !in_units);
     }
     ExitCode Refuse(std::string problem, Output& out) {
         // It quotes arguments, maybe guarded ones.

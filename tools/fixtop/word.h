@@ -41,9 +41,10 @@ constexpr bool IsKnown(Place word, Place here) {
     return (static_cast<int>(word) & static_cast<int>(here)) != 0;
 }
 
-// Which views of a case a word can show. Words with tables of the neutral view have an option
-// --units of their own, for a set of units. A selection says itself of which view its nodes are.
-enum class View { kNone, kRaw, kEither, kNeutral, kNeutralTables, kOfSelection };
+// Which views of a case a word can show. The words with a set of units have an option --units of
+// their own for it: those with tables of the neutral view, and kEitherInUnits. A selection says
+// itself of which view its nodes are.
+enum class View { kNone, kRaw, kEither, kEitherInUnits, kNeutral, kNeutralTables, kOfSelection };
 
 // A row without a maker is a group: the words of the rows whose names begin with its own.
 struct WordRow {

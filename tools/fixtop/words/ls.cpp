@@ -14,7 +14,7 @@ class Ls final : public NodeWord {
     }
 
  private:
-    Node Shown(CaseSession& session, const Node& found) const override {
+    Node Shown(CaseSession& session, const Node& found) override {
         return session.Listed(found);
     }
     void Show(const Node& node, Output& out) override {

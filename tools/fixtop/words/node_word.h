@@ -17,8 +17,13 @@ class NodeWord : public Word {
             around.out.Note(problem);
             return ExitCode::kFailed;
         }
-        Show(Shown(*around.session, found->node), around.out);
-        return ExitCode::kOk;
+        try {
+            Show(Shown(*around.session, found->node), around.out);
+            return ExitCode::kOk;
+        } catch (const client::CaseError& error) {
+            around.out.Note(MessageOf(error));
+            return ExitCode::kUnreadable;
+        }
     }
 
  protected:
@@ -31,7 +36,7 @@ class NodeWord : public Word {
 
  private:
     // Which node is shown for the one that was found.
-    virtual Node Shown(CaseSession&, const Node& found) const { return found; }
+    virtual Node Shown(CaseSession&, const Node& found) { return found; }
     virtual void Show(const Node& node, Output& out) = 0;
 
     std::string path_;

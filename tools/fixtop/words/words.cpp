@@ -9,10 +9,12 @@ constexpr WordRow kWords[] = {
     {"ls", "List the names of a node's children, one a line",
      "With --json an object a line: name, path, type.", View::kEither, Place::kBoth, MakeLs},
     {"tree", "Show a node and everything below it",
-     "A variable is shown as \"name = value unit\", any other node with its type. An attachment\n"
-     "is shown as \"name -> target\"; --attachments goes on below it. A result of a recorded case\n"
-     "that is older than a change is followed by (stale).",
-     View::kEither, Place::kBoth, MakeTree},
+     "A value that is specified is shown as \"name := value unit\", any other as \"name = value\n"
+     "unit\", and a node without one with its type. An attachment is shown as \"name -> target\";\n"
+     "--attachments goes on below it. A result of a recorded case that is older than a change is\n"
+     "followed by (stale). With --json an object with path, name, type, value, uom, status and\n"
+     "children.",
+     View::kEitherInUnits, Place::kBoth, MakeTree},
     {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither,
      Place::kBoth, MakeAttrs},
     {"get", "Read values, one a line",
