@@ -394,7 +394,7 @@ class OwnFiles(ProgramTest):
         for name in ("Turns", "Spin", "Rate"):
             self.assertEqual((3000, "rpm", ""), self.read_json(DONE, f"Plant.{name}"))
             self.assertEqual((50, "rev/s", ""), self.read_json(DONE, f"Plant.{name}", "--unit", "rev/s"))
-            self.assertEqual((314.159265359, "rad/s", ""),
+            self.assertEqual((314.1592653589793, "rad/s", ""),
                              self.read_json(DONE, f"Plant.{name}", "--unit", "rad/s"))
         saved = self.folder / "slower.json"
         self.check(self.spinning("set", "Plant.Turns", "100", "--unit", "rad/s", "--save", saved), FAILED, "100\n")
@@ -434,7 +434,7 @@ class OwnFiles(ProgramTest):
                          self.read_json(FAILED, *limit, "--unit", "rev/s"))
         raw = ("appModel.FlowSheetObjects.Streams.Only.Speed", "--attr", "upper_limit", "--unit", "rev/s", "--json")
         record = json.loads(self.check(run("get", self.case, *raw), DONE, err="").out)
-        self.assertEqual((66.6666666667, "rev/s"), (record["value"], record["uom"]))
+        self.assertEqual((66.66666666666667, "rev/s"), (record["value"], record["uom"]))
         self.assertEqual(("Real", None, ""), self.read_json(DONE, "Plant.Turns(type)"))
         spec = (RAW_GAS + ".Temperature", "--attr", "spec_value", "--unit", "K", "--json")
         record = json.loads(self.check(run("get", "demo", "--neutral", *spec), DONE, err="").out)

@@ -49,6 +49,16 @@ class Read(ProgramTest):
         self.check(self.get(f"{FEED}.Temperature", "--unit", "F"), DONE, "77\n", "")
         self.check(self.get(f"{FEED}.Pressure", "--unit", "bar"), DONE, "1\n", "")
 
+    def test_json_has_all_digits_of_the_case_file(self):
+        self.assertEqual(1 / 3, json.loads(self.get(FEED + ".Third", "--json").out)["value"])
+        file = self.folder / "digits.json"
+        self.check(run("solve", "demo", "--save", file), DONE)
+        objects = json.loads(file.read_text())["flowsheet"]["objects"]
+        for each in objects[:5]:
+            value = each["variables"]["Mass Flow"]["value"]
+            read = run("get", file, f"{STREAMS}.{each['name']}.Mass Flow", "--json")
+            self.assertEqual(value, json.loads(self.check(read, DONE).out)["value"])
+
     def test_a_path_to_several_nodes_is_refused_and_they_are_named(self):
         several = STREAMS + ".*.Temperature"
         paths = [FEED + ".Temperature", STREAMS + '."Feed.2".Temperature', STREAMS + ".Größe.Temperature"]

@@ -87,6 +87,19 @@ class Table(ProgramTest):
         pattern = "*[(id)=Pressure]"
         self.assertEqual(["Name", pattern + " [kPa]"], self.csv_of(self.case, ROWS, pattern)[0])
 
+    def test_texts_that_look_like_formulas_are_guarded_in_csv(self):
+        texts = {"=1+2": "'=1+2", "@SUM(A1)": "'@SUM(A1)", "+x": "'+x", "-x": "'-x", "-12.5": "-12.5", "a=b": "a=b",
+                 '=A1&",b"': "'=A1&\",b\""}
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(f"S{i}", -25, Note=of_kind("text", each))
+                                        for i, each in enumerate(texts)] + [stream("=cmd", 25)]
+        case = write_case(self.folder, "formulas.json", case)
+        rows = self.csv_of(case, ROWS, "Note", "Temperature")
+        self.assertEqual([[f"S{i}", each, "-25"] for i, each in enumerate(texts.values())] + [["'=cmd", "", "25"]],
+                         rows[1:])
+        plain = self.check(run("table", case, ROWS, "Note"), DONE).out
+        self.assertNotIn("'", plain)
+
     def test_a_unit_for_a_column(self):
         for name in ("Temperature", '"Temperature"'):
             self.check(run("table", self.case, ROWS, "Temperature", "Pressure", "--unit", name + "=K",
