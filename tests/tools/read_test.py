@@ -86,6 +86,22 @@ class Read(ProgramTest):
         self.assertEqual(["0.02", "0.02", "0.75", "0.1"], values[:4])
         self.check(run("get", "demo", "--neutral", path.replace("Component", "Component(CO2)")), DONE, "0.02\n", "")
 
+    def test_objects_and_lists_tell_what_they_hold(self):
+        objects = "appModel.FlowSheetObjects"
+        held = ["Streams", "UnitOps", "Utilities", "Reactions"]
+        self.check(run("get", "demo", objects), DONE, "\n",
+                   f"{objects}: no value, but Flowsheet with {', '.join(held)}\n")
+        record = json.loads(self.check(run("get", "demo", objects, "--json"), DONE, err="").out)
+        self.assertEqual((None, held), (record["value"], record["holds"]))
+        streams = run("ls", "demo", objects + ".Streams").lines
+        self.check(run("get", "demo", objects + ".Streams"), DONE, "\n",
+                   f"{objects}.Streams: no value, but Streams with {', '.join(streams[:6])} and {len(streams) - 6} more\n")
+        neutral = json.loads(run("get", "demo", "--neutral", "Flowsheet.Stream(Raw Gas).Composition", "--json").out)
+        self.assertEqual(("Object(QSICompositionProperties)", "CompositionBasis", "Component(Nitrogen)"),
+                         (neutral["type"], *neutral["holds"][:2]))
+        self.check(self.get(FEED + ".Unset"), DONE, "\n", "")
+        self.check(self.get("-", stdin=FEED + "\n"), DONE, "\n", "")
+
     def test_refused_units(self):
         path = f"{FEED}.Temperature"
         self.check(self.get(path, "--unit", "bar"), FAILED, "",

@@ -17,6 +17,11 @@ Node CaseSession::Listed(const Node& node) const {
     return is_neutral_ ? case_.AsListed(node).value_or(node) : node;
 }
 
+std::unique_ptr<CaseSession> CaseSession::InNeutralView() const {
+    if (is_neutral_) return nullptr;
+    return std::unique_ptr<CaseSession>(new CaseSession(case_, true));
+}
+
 client::Hold& CaseSession::Hold() {
     if (!hold_) hold_ = std::make_unique<client::Hold>(Solver());
     return *hold_;
@@ -54,6 +59,8 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
 }
 
 client::Released SolveCase(CaseSession& session, const client::Solver::Progress& progress) {
+    // Whether a case was solved before it was opened its solver can't tell.
+    session.TheChanges().SetUnsaved(true);
     if (session.IsHeld()) return session.Release(progress);
     return {session.Solver().Solve(progress), {}, {}};
 }
@@ -66,6 +73,7 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
         out.Note(MessageOf(error));
         return ExitCode::kUnreadable;
     }
+    session.TheChanges().SetUnsaved(false);
     if (session.OpenCase().HasOldResults()) {
         out.Note(OneLineMessage(file) +
                  ": results that are older than a change are saved as stale");
@@ -162,6 +170,9 @@ std::string Store(CaseSession& session, const client::Place& place, const std::s
                   const std::string& unit) {
     const bool is_value = place.attribute.empty() || place.attribute == "value";
     client::Hold& hold = session.Hold();
+    Changes& changes = session.TheChanges();
+    changes.Remember(place);
+    changes.SetUnsaved(true);
     try {
         if (is_value) {
             hold.Store(place.node, value, unit);

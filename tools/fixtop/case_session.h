@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "changes.h"
 #include "exit_code.h"
 #include "fixtop/client.h"
 #include "node.h"
@@ -34,6 +35,8 @@ class CaseSession {
     const Node& Top() const { return top_; }
     // The node as a listing has it: in the neutral view long lists are cut there, which is told.
     Node Listed(const Node& node) const;
+    // The same case in the neutral view; null when that is shown already. Throws CaseError.
+    std::unique_ptr<CaseSession> InNeutralView() const;
     // Where paths begin: the top node until it is moved.
     const Node& Here() const { return here_; }
     void MoveTo(Node node) { here_ = std::move(node); }
@@ -44,6 +47,8 @@ class CaseSession {
     bool IsHeld() const { return hold_ != nullptr; }
     client::Released Release(const client::Solver::Progress& progress = {});
 
+    Changes& TheChanges() { return changes_; }
+
  private:
     CaseSession(client::Case open_case, bool is_neutral);
 
@@ -52,6 +57,7 @@ class CaseSession {
     Node top_;
     Node here_;
     std::unique_ptr<client::Hold> hold_;
+    Changes changes_;
 };
 
 // Solves, whether anything has changed or not, at the end of a hold where one is open.

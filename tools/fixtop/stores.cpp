@@ -22,17 +22,33 @@ bool Stores::StoreAll(CommandContext& around, const std::vector<Given>& first) {
 }
 
 bool Stores::Store(CommandContext& around, const Given& given) {
-    bool all_taken = true;
-    const auto store = [&](const client::Place& place, const std::string& path) {
-        const std::string problem = fixtop::Store(*around.session, place, given.value, given.unit);
-        if (problem.empty()) return taken_.push_back({path, place});
-        around.out.Note(path + ": " + problem);
-        all_taken = false;
-    };
+    // All are found first: what is stored to one may be what finds the next.
+    std::vector<Stored> meant;
     const std::string problem =
-        ForEachMeant(*around.session, given.path, given.first, given.all, store);
+        ForEachMeant(*around.session, given.path, given.first, given.all,
+                     [&](const client::Place& place, const std::string& path) {
+                         meant.push_back({path, place});
+                     });
     if (!problem.empty()) around.out.Note(problem);
-    return all_taken && problem.empty();
+    bool all_taken = problem.empty();
+    for (Stored& each : meant) {
+        const std::string refused =
+            fixtop::Store(*around.session, each.place, given.value, given.unit);
+        all_taken &= refused.empty();
+        if (!refused.empty()) around.out.Note(each.path + ": " + refused);
+        if (refused.empty()) taken_.push_back(std::move(each));
+    }
+    return all_taken;
+}
+
+std::string ValuesOf(const Node& node, const std::string& attribute,
+                     const std::vector<Node>& elements) {
+    if (elements.empty()) return OneLine(node.Attribute(attribute));
+    std::string line;
+    for (const Node& element : elements) {
+        line += (line.empty() ? "" : ",") + OneLine(element.Attribute(attribute));
+    }
+    return line;
 }
 
 bool TellReleased(const client::Released& released, Output& out) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fixtop/client.h"
+#include "node.h"
 #include "word.h"
 
 namespace fixtop {
@@ -41,6 +42,10 @@ class Stores {
     std::vector<std::pair<std::string, std::string>> options_;
     std::vector<Stored> taken_;
 };
+
+// The attribute of a node, or of its elements with commas between them, on one line.
+std::string ValuesOf(const Node& node, const std::string& attribute,
+                     const std::vector<Node>& elements);
 
 // Notes the compositions that were normalised or refused; whether none was refused.
 bool TellReleased(const client::Released& released, Output& out);

@@ -23,6 +23,8 @@ class Get final : public Word {
             if (!Read(path, around)) code = ExitCode::kFailed;
         };
         for (const std::string& path : paths_) {
+            // A list of paths would have as many messages.
+            tells_held_ = path != "-";
             if (path != "-") {
                 read(path);
                 continue;
@@ -55,8 +57,18 @@ class Get final : public Word {
             return Refuse(path, OneLine(refused.Text()), false, out);
         }
         if (reading.stale) out.Note(path + ": older than a change of the case");
-        out.Line(json_ ? Record(path, attribute, reading) : OneLine(reading.value));
         const std::string problem = OneLine(client::OtherUnit(attribute, reading, unit_));
+        const bool is_holder =
+            attribute == "value" && reading.value.IsNull() && !place.node.IsVariable();
+        if (json_) {
+            Json record = Record(path, attribute, reading);
+            if (is_holder) AddHeld(place.node, record);
+            out.Line(ToLine(record));
+        } else {
+            out.Line(OneLine(reading.value));
+            const std::string shown = path.empty() ? TextOf(place.node, "name") : path;
+            if (is_holder && tells_held_) out.Note(shown + ": no value, but " + Held(place.node));
+        }
         if (!problem.empty()) out.Note(path + ": " + problem);
         return problem.empty();
     }
@@ -71,8 +83,28 @@ class Get final : public Word {
         }
         return false;
     }
-    static std::string Record(const std::string& path, const std::string& attribute,
-                              const client::Reading& reading) {
+    // "MaterialStreamObject with Temperature, Pressure and 3 more"
+    static std::string Held(const Node& node) {
+        constexpr int kNamed = 6;
+        std::string names;
+        int count = 0;
+        ForEachChild(node, [&](const client::Child& child) {
+            if (++count <= kNamed) names += (count > 1 ? ", " : " with ") + OneLine(child.step);
+            return true;
+        });
+        if (count > kNamed) names += " and " + std::to_string(count - kNamed) + " more";
+        return TextOf(node, "type") + (count == 0 ? " with nothing in it" : names);
+    }
+    static void AddHeld(const Node& node, Json& record) {
+        record["type"] = TextOf(node, "type");
+        Json& steps = record["holds"] = Json::array();
+        ForEachChild(node, [&](const client::Child& child) {
+            steps.push_back(OneLine(child.step));
+            return true;
+        });
+    }
+    static Json Record(const std::string& path, const std::string& attribute,
+                       const client::Reading& reading) {
         Json record;
         record["path"] = path;
         if (attribute != "value") record["attr"] = attribute;
@@ -80,7 +112,7 @@ class Get final : public Word {
         record["uom"] = UnitToJson(reading.unit);
         record["status"] = reading.status.empty() ? Json() : Json(reading.status);
         if (reading.stale) record["stale"] = true;
-        return ToLine(record);
+        return record;
     }
 
     std::vector<std::string> paths_;
@@ -89,6 +121,7 @@ class Get final : public Word {
     bool first_ = false;
     bool all_ = false;
     bool json_ = false;
+    bool tells_held_ = true;
 };
 
 }  // namespace

@@ -41,6 +41,7 @@ std::unique_ptr<Word> MakeSolve();
 std::unique_ptr<Word> MakeStreams();
 std::unique_ptr<Word> MakeTable();
 std::unique_ptr<Word> MakeTree();
+std::unique_ptr<Word> MakeUndo();
 std::unique_ptr<Word> MakeUnits();
 std::unique_ptr<Word> MakeWatch();
 

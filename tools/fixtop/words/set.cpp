@@ -47,7 +47,7 @@ class Set final : public Word {
         const client::Place& place = stored.place;
         const std::string name = place.attribute.empty() ? "value" : place.attribute;
         const std::vector<Node> elements = client::ElementsOf(place.node);
-        if (!json_) return out.Line(Joined(place.node, name, elements));
+        if (!json_) return out.Line(ValuesOf(place.node, name, elements));
         Json record;
         record["path"] = stored.path;
         if (elements.empty()) {
@@ -61,15 +61,6 @@ class Set final : public Word {
         MarkStale(place.node, record);
         if (solve) record["complete"] = solve->complete;
         out.Line(ToLine(record));
-    }
-    static std::string Joined(const Node& node, const std::string& name,
-                              const std::vector<Node>& elements) {
-        if (elements.empty()) return OneLine(node.Attribute(name));
-        std::string line;
-        for (const Node& element : elements) {
-            line += (line.empty() ? "" : ",") + OneLine(element.Attribute(name));
-        }
-        return line;
     }
 
     Stores::Given first_;

@@ -18,14 +18,17 @@ constexpr WordRow kWords[] = {
     {"attrs", "List a node's attributes", "A line each: name, tab, value.", View::kEither,
      Place::kBoth, MakeAttrs},
     {"get", "Read values, one a line",
-     "An empty line is NULL. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
+     "An empty line is NULL; of an object or a list, which have no value, a message says what it\n"
+     "holds, but not for paths of standard input. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
      "and exit status 1; the others are still read, and so for a number that can't be had in\n"
      "--unit. A path that leads to several nodes is refused, and they are named, unless --first "
      "or\n"
-     "--all tells which are meant. With --json an object a line: path, value, uom, status; or "
-     "path\n"
-     "and error. A result of a recorded case that is older than a change has a message, in JSON\n"
+     "--all tells which are meant. With --json an object a line: path, value, uom, status, of an "
+     "object "
+     "type\n"
+     "and holds too; or path and error. A result of a recorded case that is older than a change "
+     "has a message, in JSON\n"
      "\"stale\": true.",
      View::kEither, Place::kBoth, MakeGet},
     {"find", "List the paths of all nodes that match a pattern",
@@ -112,8 +115,10 @@ constexpr WordRow kWords[] = {
      View::kRaw, Place::kBoth, MakePublish},
     {"explain", "Tell where a node of the neutral view comes from",
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
-     "translators of the map with the reason why one was used or left.",
-     View::kNeutral, Place::kProgram, MakeExplain},
+     "translators of the map with the reason why one was used or left. In the shell of the raw "
+     "view\n"
+     "the path leads down from the top of the neutral one.",
+     View::kNeutral, Place::kBoth, MakeExplain},
     {"report", "Show streams, unit operations, columns and reactions as tables",
      "Of the neutral view: streams with their mole fractions, energy streams, unit operations, "
      "the\n"
@@ -155,7 +160,8 @@ constexpr WordRow kWords[] = {
      "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
      MakePath},
     {"shell", "Work in a case at a prompt",
-     "The words of the program without CASE, and cd, pwd, hold, release, save, help, quit, exit.\n"
+     "The words of the program without CASE, and cd, pwd, hold, release, undo, save, help, quit\n"
+     "and exit. At a terminal quit asks when something is not saved.\n"
      "Paths begin at the present node, or else at the top. Single quotes hold an argument with\n"
      "blanks together; double quotes do so too and stay part of it, as paths want them. ^C ends a\n"
      "solve or whatever else is at work, and drops a line that is typed.",
@@ -169,7 +175,13 @@ constexpr WordRow kWords[] = {
      MakeCd},
     {"pwd", "Show the path of the present node", "", View::kEither, Place::kShell, MakePwd},
     {"save", "Write the case to a file", "", View::kRaw, Place::kShell, MakeSave},
-    {"help", "List the words", "", View::kRaw, Place::kShell, MakeHelp},
+    {"undo", "Take back what the last line stored",
+     "Writes what then stands at its paths, after a solve unless stores are held. Once more it "
+     "goes\n"
+     "on to the line before. What was solved without a store, and collect write, can't be taken\n"
+     "back.",
+     View::kRaw, Place::kShell, MakeUndo},
+    {"help", "List the words, or explain one", "", View::kRaw, Place::kShell, MakeHelp},
     {"quit", "Leave the shell", "", View::kRaw, Place::kShell, MakeQuit},
     {"exit", "Leave the shell, as quit", "", View::kRaw, Place::kShell, MakeQuit},
 };
