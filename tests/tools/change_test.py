@@ -54,7 +54,9 @@ class Store(ProgramTest):
         self.check(run("set", "demo", FEED_FLOW, ""), FAILED, "\n",
                    "stream Raw Gas: flow is not specified\n")
         result = self.check(run("set", "demo", FEED_FLOW, "", "--json"), FAILED)
-        self.assertEqual((None, False), tuple(json.loads(result.out)[name] for name in ("value", "complete")))
+        self.assertEqual((None, False), tuple(json.loads(result.lines[0])[name] for name in ("value", "complete")))
+        self.assertEqual([{"error": "stream Raw Gas: flow is not specified", "exit": FAILED}],
+                         [json.loads(line) for line in result.lines[1:]])
         self.check(run("set", "demo", FEED_TEMPERATURE, "-1e5"), FAILED, "-100000\n",
                    "stream Raw Gas: temperature -100000 C is outside the range of the property methods\n")
 
@@ -163,7 +165,10 @@ class Store(ProgramTest):
                  if json.loads(run("get", "demo", path, "--json").out)["status"] == "Specified"]
         self.assertGreater(len(given), 1)
         result = run("set", "demo", feeds, "36", "--all", "--json")
-        self.assertEqual(given, [json.loads(line)["path"] for line in result.lines])
+        self.check(result, FAILED)
+        *stored, error = (json.loads(line) for line in result.lines)
+        self.assertEqual(given, [record["path"] for record in stored])
+        self.assertEqual(len(found) - len(given), error["error"].count("Value not stored"))
 
     def test_nothing_is_saved_when_one_of_several_is_refused(self):
         file = self.folder / "half.json"
@@ -317,8 +322,9 @@ class Solve(ProgramTest):
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
         self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)
         result = self.check(run("solve", file, "--json"), FAILED)
-        self.assertEqual({"complete": False, "message": "Solve did not complete"},
-                         json.loads(result.out))
+        end, error = (json.loads(line) for line in result.lines)
+        self.assertEqual({"complete": False, "message": "Solve did not complete"}, end)
+        self.assertTrue(error["error"].startswith("stream Raw Gas: flow is not specified"), result)
 
     def test_save_and_solve_again_gives_the_same_values(self):
         file = self.folder / "saved.json"

@@ -65,7 +65,8 @@ class Report(ProgramTest):
         self.assertNotIn("Methane", plain[0])
         self.assertEqual(len(alone) + 2, len(plain))
         self.check(run("streams", "demo", "--units", "Nonsense"), UNREADABLE, "")
-        self.check(run("streams", "demo", "--csv", "--json"), USAGE, "")
+        self.check(run("streams", "demo", "--csv", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
 
     def test_objects_of_a_sub_flowsheet_stand_behind_its_name(self):
         records = records_of(self.check(run("report", "demo", "--json"), err=""))
@@ -127,7 +128,8 @@ class Report(ProgramTest):
         self.assertIn("can't be made", result.err)
 
     def test_forms_exclude_each_other(self):
-        self.check(run("report", "demo", "--csv", self.folder / "x", "--json"), USAGE, out="")
+        self.check(run("report", "demo", "--csv", self.folder / "x", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
 
     def test_units_show_streams_and_balances(self):
         rows = {record["name"]: record["cells"]

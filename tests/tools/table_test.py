@@ -222,11 +222,13 @@ class Table(ProgramTest):
 
     def test_wrong_lines(self):
         for options in (["--unit", "K"], ["--unit", "=K"], ["--unit", "Pressure="], ["--unit"],
-                        ["--unit", "Temperature=K"], ["--csv", "--json"], ["--nonsense"]):
+                        ["--unit", "Temperature=K"], ["--nonsense"]):
             with self.subTest(options):
                 result = self.check(run("table", self.case, ROWS, "Pressure", *options), USAGE, "")
                 self.assertIn("Usage: fixtop table", result.err)
         self.check(run("table", self.case, ROWS), USAGE, "")
+        self.check(run("table", self.case, ROWS, "Pressure", "--csv", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
 
     def test_attachments_and_objects(self):
         self.assertEqual([["Name", "Inlet", "Inlet.Temperature [C]"], ["Mixer 1", "Feed 1", "25"]],

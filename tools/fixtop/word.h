@@ -33,6 +33,8 @@ class Word {
     // The options are read into the word itself.
     virtual void Declare(CLI::App& app) = 0;
     virtual ExitCode Run(CommandContext& around) = 0;
+    // The records of its run say themselves what made it end with kFailed.
+    virtual bool TellsFailures() const { return false; }
 };
 
 // Where a word is known.
@@ -59,8 +61,17 @@ struct WordRow {
 std::span<const WordRow> Words();
 
 // Parses a command line, without the program's own name, and runs its word. In the shell the
-// session is given and words take no case. Problems of the line are told on `around.out`.
+// session is given and words take no case. Problems are told on `around.out`, and where the line
+// asks for JSON in a last record too: error, exit.
 ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around);
+
+// An option of a word as it is typed, and how many values stand behind it.
+struct OptionShape {
+    std::string name;
+    int values = 0;
+};
+// None for a group, and for a word that is not known there.
+std::vector<OptionShape> OptionsOf(const std::string& word, Place place);
 
 // Options; `name` without dashes is an argument by its position. What is said by a path or a name
 // is read as output writes it on one line, a text as it stands.

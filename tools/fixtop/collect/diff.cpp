@@ -17,6 +17,8 @@ class CollectDiff final : public SelectionWord {
         AddModel(app, view_);
     }
 
+    bool TellsFailures() const override { return true; }
+
  private:
     // One case is open at a time.
     ExitCode Work(CommandContext& around) override {

@@ -28,10 +28,13 @@ class Diff final : public Word {
             const ExitCode code = Gather(side, around.out);
             if (code != ExitCode::kOk) return code;
         }
+        is_compared_ = true;
         TellMissing(around.out);
         const bool differs = comparison_.Write(items_, names_, around.out);
         return differs ? ExitCode::kFailed : ExitCode::kOk;
     }
+
+    bool TellsFailures() const override { return is_compared_; }
 
  private:
     // One case is open at a time.
@@ -95,6 +98,7 @@ class Diff final : public Word {
     ViewOptions view_;
     std::vector<ComparedItem> items_;
     std::unordered_map<std::string, std::size_t> places_;
+    bool is_compared_ = false;
 };
 
 }  // namespace

@@ -35,6 +35,8 @@ class Get final : public Word {
         return code;
     }
 
+    bool TellsFailures() const override { return true; }
+
  private:
     bool Read(const std::string& path, CommandContext& around) const {
         bool all_read = true;
@@ -62,6 +64,7 @@ class Get final : public Word {
             attribute == "value" && reading.value.IsNull() && !place.node.IsVariable();
         if (json_) {
             Json record = Record(path, attribute, reading);
+            if (!problem.empty()) record["error"] = problem;
             if (is_holder) AddHeld(place.node, record);
             out.Line(ToLine(record));
         } else {
