@@ -19,7 +19,8 @@ constexpr WordRow kWords[] = {
      Place::kBoth, MakeAttrs},
     {"get", "Read values, one a line",
      "An empty line is NULL; of an object or a list, which have no value, a message says what it\n"
-     "holds, but not for paths of standard input. A path may end in an attribute: \"...Feed(type)\". The path - reads\n"
+     "holds, but not for paths of standard input. A path may end in an attribute: "
+     "\"...Feed(type)\". The path - reads\n"
      "paths from standard input, one a line. A path that leads nowhere gives no line, a message,\n"
      "and exit status 1; the others are still read, and so for a number that can't be had in\n"
      "--unit. A path that leads to several nodes is refused, and they are named, unless --first "
