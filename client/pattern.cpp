@@ -109,10 +109,9 @@ std::vector<Place> Pattern::All(const Node& from) const {
 
 bool Pattern::MayMeanMore(const Node& from, const Node& found) const {
     if (HasChoice(text_)) return true;
-    Node at = found;
     const int top = from.Iterator().Depth();
-    for (bool more = true; more && at.Iterator().Depth() > top; more = at.Iterator().Up()) {
-        const std::string key = at.Key();
+    for (std::optional<Node> at = found; at && at->Iterator().Depth() > top; at = at->Parent()) {
+        const std::string key = at->Key();
         if (key.empty()) continue;
         if (text_.find('(' + WrittenKey(key) + ')') == std::string::npos) return true;
     }

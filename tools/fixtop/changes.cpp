@@ -2,7 +2,6 @@
 #include "changes.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "case_session.h"
 
@@ -36,6 +35,15 @@ std::string Typed(const FIValue& value) {
 
 void ShowInUnit(const Node& node, const std::string& unit, const std::string& attribute) {
     if (!unit.empty() && node.UnitOf(attribute) != unit) node.ShowIn(unit, attribute);
+}
+
+void PutBack(const Changes::Former& former, client::Hold& hold) {
+    if (!IsOther(former)) return;
+    if (former.attribute == "value") {
+        hold.Store(former.node, Typed(former.value));
+    } else {
+        former.node.SetAttribute(former.attribute, former.value);
+    }
 }
 
 // Fractions beside the one that is stored change with it.
@@ -94,15 +102,9 @@ std::vector<std::string> TakeBack(const Changes::Line& line, client::Hold& hold)
         }
     };
     // What was stored twice gets back what stood there first.
-    for (const Changes::Former& former : line.formers | std::views::reverse) {
-        try_to(ShownPath(former.node), [&] {
-            if (!IsOther(former)) return;
-            if (former.attribute == "value") {
-                hold.Store(former.node, Typed(former.value));
-            } else {
-                former.node.SetAttribute(former.attribute, former.value);
-            }
-        });
+    for (auto at = line.formers.rbegin(); at != line.formers.rend(); ++at) {
+        const Changes::Former& former = *at;
+        try_to(ShownPath(former.node), [&] { PutBack(former, hold); });
     }
     for (const Changes::Stored& stored : line.stored) {
         try_to(stored.path, [&] { ShowInUnit(stored.node, stored.unit, stored.attribute); });
