@@ -132,6 +132,10 @@ std::string Solver::Problem() const {
     return case_->Host().SolveProblem();
 }
 
+std::optional<double> Solver::DoneShare() const {
+    return case_->Host().SolveShare();
+}
+
 bool Solver::IsRunning() const {
     return case_->Top().Attribute("status").ToText() == "Solver running.";
 }

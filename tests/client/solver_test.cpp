@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "fixtop/client.h"
 
 namespace fixtop::client {
@@ -97,6 +100,20 @@ TEST_F(ClientSolver, solve_ends_complete_and_calls_its_progress) {
     EXPECT_EQ("Solve is complete", result.message);
     EXPECT_GT(turns, 0);
     EXPECT_FALSE(solver.IsRunning());
+}
+
+TEST_F(ClientSolver, solve_tells_how_much_of_it_is_done) {
+    EXPECT_FALSE(solver.DoneShare());
+    std::vector<double> shares;
+    const auto listener = solver.OnStateChange([&] {
+        if (const auto share = solver.DoneShare()) shares.push_back(*share);
+    });
+    EXPECT_TRUE(solver.Solve().complete);
+    ASSERT_GT(shares.size(), 1);
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+    EXPECT_GT(shares.front(), 0);
+    EXPECT_LT(shares.back(), 1);
+    EXPECT_FALSE(solver.DoneShare());
 }
 
 TEST_F(ClientSolver, solve_leaves_stores_solving_as_they_did) {

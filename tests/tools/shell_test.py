@@ -3,6 +3,7 @@
 
 import json
 import os
+import re
 import select
 import sys
 import time
@@ -282,6 +283,15 @@ class Typed(OnTerminal):
         self.until("appModel> ")
         self.type("pwd\n")
         self.assertNotIn("no such", self.until("\r\nappModel\r\n"))
+
+    def test_a_solve_tells_the_share_that_is_done(self):
+        self.type("solve\n")
+        shown = self.until("Solve is complete\r\nTop> ")
+        shares = [int(share) for share in re.findall(r"\rsolving, step \d+, +(\d+) %", shown)]
+        self.assertGreater(len(shares), 1, shown)
+        self.assertEqual(sorted(shares), shares)
+        self.assertLess(0, shares[0])
+        self.assertLess(shares[-1], 100)
 
     def test_history_comes_back(self):
         self.type("cd appModel\n")

@@ -26,7 +26,8 @@ ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out);
 // Solves as case_session.h has it, as somebody looks on.
 client::Released SolveWithProgress(CaseSession& session);
 
-// Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
+// Counts the steps of a solve on the terminal while it lives, with the share that is done where the
+// solver knows it. Silent when messages go elsewhere.
 class Progress {
  public:
     explicit Progress(CaseSession& session);
