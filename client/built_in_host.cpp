@@ -52,6 +52,7 @@ class BuiltInHost final : public HostOfCase {
         return true;
     }
     std::string SolveProblem() const override { return host_.SolveProblem(); }
+    std::optional<double> SolveShare() const override { return host_.SolveShare(); }
     bool HasOldResults() const override { return host_.HasOldResults(); }
     std::vector<std::string> UnitSets() const override {
         return {casehost::kUnitSetNames.begin(), casehost::kUnitSetNames.end()};

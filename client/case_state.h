@@ -42,6 +42,8 @@ class HostOfCase {
     virtual bool Turn() { return false; }
     // Why the last solve did not complete; empty when it did, or nobody knows.
     virtual std::string SolveProblem() const { return ""; }
+    // How much of the solve under way is done, from 0 to 1; nothing while nobody knows.
+    virtual std::optional<double> SolveShare() const { return std::nullopt; }
     virtual bool HasOldResults() const { return false; }
     // By name; none where clients can't choose.
     virtual std::vector<std::string> UnitSets() const { return {}; }

@@ -27,6 +27,16 @@ std::vector<std::string> KeysAndAttributes(const Node& parent, const FixtopPathE
     return texts;
 }
 
+// Outside of quotes.
+bool HasChoice(const std::string& expression) {
+    bool quoted = false;
+    for (const char c : expression) {
+        if (c == '"') quoted = !quoted;
+        if (!quoted && (c == '*' || c == '[')) return true;
+    }
+    return false;
+}
+
 std::string Canonical(const std::string& expression) {
     FIValue steps;
     FIValue error;
@@ -95,6 +105,17 @@ std::vector<Place> Pattern::All(const Node& from) const {
         return true;
     });
     return all;
+}
+
+bool Pattern::MayMeanMore(const Node& from, const Node& found) const {
+    if (HasChoice(text_)) return true;
+    const int top = from.Iterator().Depth();
+    for (std::optional<Node> at = found; at && at->Iterator().Depth() > top; at = at->Parent()) {
+        const std::string key = at->Key();
+        if (key.empty()) continue;
+        if (text_.find('(' + WrittenKey(key) + ')') == std::string::npos) return true;
+    }
+    return false;
 }
 
 NotFound Pattern::WhyMissing(const Node& from) const {

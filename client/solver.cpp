@@ -128,17 +128,21 @@ void Solver::WaitUntilIdle(const Progress& progress) const {
     }
 }
 
-bool Solver::IsComplete() const {
-    FISolver* solver = case_->GetSolver();
-    return solver && Knows(*solver, kNothingToSolve);
-}
-
 std::string Solver::Problem() const {
     return case_->Host().SolveProblem();
 }
 
+std::optional<double> Solver::DoneShare() const {
+    return case_->Host().SolveShare();
+}
+
 bool Solver::IsRunning() const {
     return case_->Top().Attribute("status").ToText() == "Solver running.";
+}
+
+bool Solver::IsComplete() const {
+    FISolver* solver = case_->GetSolver();
+    return solver && Knows(*solver, kNothingToSolve);
 }
 
 bool Solver::SolvesOnStore() const {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "fixtop/client/error.h"
 #include "fixtop/client/node.h"
@@ -28,12 +29,14 @@ std::optional<double> NumberIn(std::string_view text) {
     return number;
 }
 
-// The node of the case that a store goes to: in the neutral view another than the one shown.
-Node NodeOfCase(const Node& node) {
-    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
-        if (auto raw = node.Raw(side)) return *raw;
-    }
-    return node;
+// "30 C" in its number and its unit; the second is empty without a blank between them.
+std::pair<std::string, std::string> CutUnit(const std::string& text) {
+    constexpr char kBlanks[] = " \t";
+    const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
+    const std::size_t end = std::min(text.find_first_of(kBlanks, begin), text.size());
+    const std::size_t unit = std::min(text.find_first_not_of(kBlanks, end), text.size());
+    return {text.substr(begin, end - begin),
+            text.substr(unit, text.find_last_not_of(kBlanks) + 1 - unit)};
 }
 
 double NumberOf(const Node& node) {
@@ -77,6 +80,25 @@ class Element {
 
 }  // namespace
 
+Node NodeOfCase(const Node& node) {
+    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
+        if (auto raw = node.Raw(side)) return *raw;
+    }
+    return node;
+}
+
+Typed TypedIn(const Node& node, const std::string& text, const std::string& unit) {
+    const std::string type = node.Type();
+    if (auto value = TypedValue(type, text)) return {std::move(*value), unit};
+    const auto [number, behind] = CutUnit(text);
+    auto value = TypedValue(type, number);
+    if (!value || behind.empty()) throw Refused(node.Path(), NoNumber(text));
+    if (!unit.empty() && unit != behind) {
+        throw Refused(node.Path(), "two units: " + behind + " and " + unit);
+    }
+    return {std::move(*value), behind};
+}
+
 std::optional<FIValue> TypedValue(const std::string& type, const std::string& text) {
     if (type != "Real") return FIValue(text.c_str());
     if (text.empty()) return FIValue();
@@ -101,9 +123,8 @@ void Node::Store(double number, const std::string& unit) const {
 }
 
 void Node::Store(const std::string& text, const std::string& unit) const {
-    const auto value = TypedValue(Type(), text);
-    if (!value) throw Refused(Path(), NoNumber(text));
-    Store(*value, unit);
+    const Typed typed = TypedIn(*this, text, unit);
+    Store(typed.value, typed.unit);
 }
 
 }  // namespace fixtop::client

@@ -17,6 +17,17 @@ bool IsGoneText(const std::string& text);
 // Throws Gone or Refused, unless the text is empty.
 void ThrowIfRefused(const Node& node, const std::string& text);
 
+// The node of the case that a store goes to: in the neutral view another than the one shown.
+Node NodeOfCase(const Node& node);
+
+// A text as it is typed for a node. A unit may stand behind a number, with a blank: "30 C".
+struct Typed {
+    FIValue value;
+    std::string unit;  // empty without one
+};
+// Throws Refused when it is no number where one is needed, or when it has a unit beside `unit`.
+Typed TypedIn(const Node& node, const std::string& text, const std::string& unit);
+
 // A text as it is typed, for a node of this type: NULL when it is empty, a number where the node is
 // one. Null when it is no number where one is needed.
 std::optional<FIValue> TypedValue(const std::string& type, const std::string& text);

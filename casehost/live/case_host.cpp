@@ -143,6 +143,10 @@ std::string CaseHost::SolveProblem() const {
     return active_ ? active_->Solver().Message() : std::string();
 }
 
+std::optional<double> CaseHost::SolveShare() const {
+    return active_ ? active_->Solver().DoneShare() : std::nullopt;
+}
+
 bool CaseHost::HasOldResults() const {
     return active_ && active_->HasOldResults();
 }

@@ -2,6 +2,7 @@
 #include "live/objects.h"
 
 #include <charconv>
+#include <cmath>
 
 #include "casehost/units.h"
 #include "live/basis_spec.h"
@@ -39,9 +40,12 @@ void StreamNode::EndDeferCompNormalize() {
     saved_.clear();
 }
 
+// Fractions that are whole but for the rounding of their sum keep their digits.
 void StreamNode::Normalise(const Row& row, const std::vector<double>& before) {
+    constexpr double kRounding = 1e-12;
     double sum = 0;
     for (double fraction : Fractions(row)) sum += fraction == kEmpty ? 0 : fraction;
+    if (std::abs(sum - 1) <= kRounding) sum = 1;
     std::size_t place = 0;
     for (Cell& cell : CellsOf(row)) {
         if (sum > 0) {

@@ -107,6 +107,11 @@ void SolverNode::Advance() {
     End(true, "");
 }
 
+std::optional<double> SolverNode::DoneShare() const {
+    const bool computes = phase_ == Phase::solving && prepared_ && !changed_;
+    return computes ? engine_->DoneShare() : std::nullopt;
+}
+
 SolveEngine::Outcome SolverNode::Compute() {
     if (!prepared_ || changed_) {
         changed_ = false;

@@ -9,6 +9,7 @@
 // it was changed its SolveTask ends at once, without success, and its SolveOnce does so always.
 
 #include <functional>
+#include <optional>
 
 #include "casehost/solve_engine.h"
 #include "fixtop/host/simulation_case.h"
@@ -52,6 +53,8 @@ class SolverNode final : public NodeOf<host::FlowSheetSolver> {
     void SetEngine(std::unique_ptr<SolveEngine> engine) { engine_ = std::move(engine); }
     // One turn of the host's loop.
     void Turn();
+    // How much of the solve under way is done, from 0 to 1; nothing while nobody knows.
+    std::optional<double> DoneShare() const;
     // Why the last solve did not complete; empty when it did.
     const std::string& Message() const { return message_; }
 

@@ -31,6 +31,8 @@ class FlowsheetSolver {
     bool Step();
     bool Finished() const { return next_group_ == groups_.size(); }
     std::size_t StepsLeft() const { return groups_.size() - next_group_; }  // at least
+    // The next step is a pass through a recycle that has begun.
+    bool IsInRecycle() const { return recycle_ != nullptr; }
 
  private:
     void SolveFeeds();

@@ -54,7 +54,8 @@ SolveEngine::Outcome ProcessEngine::Prepare(const CaseData& problem) {
     }
     solver_ = std::make_unique<FlowsheetSolver>(sheet_, *thermo_);
     const std::size_t turns = static_cast<std::size_t>(std::max(data_.solve_turns, 1));
-    steps_per_turn_ = std::max<std::size_t>(1, (solver_->StepsLeft() + turns - 1) / turns);
+    steps_ = solver_->StepsLeft();
+    steps_per_turn_ = std::max<std::size_t>(1, (steps_ + turns - 1) / turns);
     return last_ = {Progress::running, ""};
 }
 
@@ -64,6 +65,11 @@ SolveEngine::Outcome ProcessEngine::Step(int) {
         if (!solver_->Step()) return Finish();
     }
     return last_;
+}
+
+std::optional<double> ProcessEngine::DoneShare() const {
+    if (!solver_ || steps_ == 0 || solver_->IsInRecycle()) return std::nullopt;
+    return static_cast<double>(steps_ - solver_->StepsLeft()) / static_cast<double>(steps_);
 }
 
 SolveEngine::Outcome ProcessEngine::Finish() {

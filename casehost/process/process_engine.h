@@ -20,6 +20,8 @@ class ProcessEngine : public SolveEngine {
  public:
     Outcome Prepare(const CaseData& problem) override;
     Outcome Step(int turn) override;
+    // By the steps; nothing within a recycle, which goes on until it converges.
+    std::optional<double> DoneShare() const override;
     const CaseData& Results() const override { return data_; }
 
     // Gives the solve under way up. What was found so far stands in Results().
@@ -32,6 +34,7 @@ class ProcessEngine : public SolveEngine {
     Flowsheet sheet_;
     std::optional<Thermo> thermo_;
     std::unique_ptr<FlowsheetSolver> solver_;
+    std::size_t steps_ = 0;  // of a solve without passes through recycles
     std::size_t steps_per_turn_ = 1;
     Outcome last_;
 };

@@ -203,6 +203,9 @@ FIXTOP_EXPORT void FixtopWriteName(const FIValue& name, FIValue& written);
 FIXTOP_EXPORT void FixtopWriteKey(const FIValue& key, FIValue& written);
 // What tells the node from siblings of its name, as plain text; NULL when nothing does.
 FIXTOP_EXPORT void FixtopKeyOf(FIIteratorBase* node, FIValue& key);
+// The entry of the node, for clients that take a hold of their own over several writes (CanHold,
+// BeginBatch), where each write of an iterator takes one and gives it back. One reference.
+FIXTOP_EXPORT FIEntry* FixtopEntryOf(FIIteratorBase* node);
 
 // ---- Collections ----
 

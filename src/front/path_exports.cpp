@@ -127,6 +127,13 @@ void FixtopKeyOf(FIIteratorBase* node, FIValue& key) {
     });
 }
 
+FIEntry* FixtopEntryOf(FIIteratorBase* node) {
+    return memory::Or(nullptr, [=]() -> FIEntry* {
+        FIIterator* it = OwnIterator(node);
+        return it ? Ref<FIEntry>::Share(it->EntryAt(it->Depth())).Detach() : nullptr;
+    });
+}
+
 FICollectionBase* FixtopMakeCollection() {
     return memory::Or(nullptr, []() -> FICollectionBase* { return Collection::Make().Detach(); });
 }

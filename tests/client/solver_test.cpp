@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "fixtop/client.h"
 
 namespace fixtop::client {
@@ -36,6 +39,57 @@ TEST_F(ClientSolver, store_that_is_not_taken_tells_why) {
     EXPECT_THROW(At("Raw Gas.Temperature").Store("warm"), Refused);
 }
 
+TEST_F(ClientSolver, hold_keeps_fractions_as_they_are_until_its_release) {
+    Hold hold(solver);
+    hold.Store(At("Raw Gas.Comp Mole Frac.Methane"), "0.80");
+    EXPECT_EQ(0.8, At("Raw Gas.Comp Mole Frac.Methane").Number());
+    EXPECT_EQ(0.1, At("Raw Gas.Comp Mole Frac.Ethane").Number());
+    hold.Store(plant.Neutral().At("Flowsheet.Stream(Raw Gas).Composition.Component(Ethane)."
+                                  "MoleFraction"),
+               "0.05");
+    const Released released = hold.Release();
+    EXPECT_TRUE(released.solve.complete) << released.solve.problem;
+    EXPECT_TRUE(released.normalised.empty() && released.refused.empty());
+    EXPECT_EQ(0.8, At("Raw Gas.Comp Mole Frac.Methane").Number());
+    EXPECT_EQ(0.05, At("Raw Gas.Comp Mole Frac.Ethane").Number());
+}
+
+TEST_F(ClientSolver, hold_tells_the_sum_of_fractions_that_it_normalises) {
+    Hold hold(solver);
+    hold.Store(At("Raw Gas.Comp Mole Frac"), "1,1,0,0,0,0,0,2");
+    const Released released = hold.Release();
+    EXPECT_EQ(std::vector{std::string(kStreams) +
+                          "Raw Gas.Comp Mole Frac: the fractions sum to 4 and are normalised"},
+              released.normalised);
+    EXPECT_EQ(0.5, At("Raw Gas.Comp Mole Frac.H2O").Number());
+}
+
+TEST_F(ClientSolver, hold_that_is_left_normalises_each_of_its_streams) {
+    {
+        Hold hold(solver);
+        hold.Store(At("Raw Gas.Comp Mole Frac"), "1,1,0,0,0,0,0,2");
+        hold.Store(At("Tail Gas.Comp Mole Frac"), "0,0,0,0,0,0,1,1");
+    }
+    EXPECT_EQ(0.5, At("Raw Gas.Comp Mole Frac.H2O").Number());
+    EXPECT_EQ(0.5, At("Tail Gas.Comp Mole Frac.H2O").Number());
+}
+
+TEST_F(ClientSolver, hold_leaves_a_composition_without_any_fraction_as_it_was) {
+    Hold hold(solver);
+    hold.Store(At("Raw Gas.Comp Mole Frac"), "0,0,0,0,0,0,0,0");
+    EXPECT_EQ(1, hold.Release().refused.size());
+    EXPECT_EQ(0.75, At("Raw Gas.Comp Mole Frac.Methane").Number());
+    EXPECT_THROW(Hold(solver).Store(At("Raw Gas.Comp Mole Frac"), "1,2"), Refused);
+    EXPECT_THROW(Hold(solver).Store(At("Sales Gas.Comp Mole Frac.Methane"), "0.5"), Refused);
+}
+
+TEST_F(ClientSolver, store_takes_a_unit_behind_the_number) {
+    At("Raw Gas.Temperature").Store("95 F");
+    EXPECT_DOUBLE_EQ(35, At("Raw Gas.Temperature").Number("C"));
+    EXPECT_THROW(At("Raw Gas.Temperature").Store("95 F", "C"), Refused);
+    EXPECT_THROW(At("Raw Gas.Temperature").Store("95 kPa"), Refused);
+}
+
 TEST_F(ClientSolver, solve_ends_complete_and_calls_its_progress) {
     int turns = 0;
     const SolveResult result = solver.Solve([&] {
@@ -46,6 +100,20 @@ TEST_F(ClientSolver, solve_ends_complete_and_calls_its_progress) {
     EXPECT_EQ("Solve is complete", result.message);
     EXPECT_GT(turns, 0);
     EXPECT_FALSE(solver.IsRunning());
+}
+
+TEST_F(ClientSolver, solve_tells_how_much_of_it_is_done) {
+    EXPECT_FALSE(solver.DoneShare());
+    std::vector<double> shares;
+    const auto listener = solver.OnStateChange([&] {
+        if (const auto share = solver.DoneShare()) shares.push_back(*share);
+    });
+    EXPECT_TRUE(solver.Solve().complete);
+    ASSERT_GT(shares.size(), 1);
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+    EXPECT_GT(shares.front(), 0);
+    EXPECT_LT(shares.back(), 1);
+    EXPECT_FALSE(solver.DoneShare());
 }
 
 TEST_F(ClientSolver, solve_leaves_stores_solving_as_they_did) {

@@ -39,6 +39,21 @@ TEST(Engine, case_without_recycle_takes_its_solve_turns) {
     }
 }
 
+TEST(Engine, share_that_is_done_counts_the_steps) {
+    Sample s = Chain(4);
+    EXPECT_FALSE(s.engine.DoneShare());
+    s.data.solve_turns = 4;
+    s.engine.Prepare(s.data);
+    for (const double share : {0.0, 0.25, 0.5, 0.75}) {
+        EXPECT_EQ(s.engine.DoneShare(), share);
+        s.engine.Step(0);
+    }
+    EXPECT_FALSE(s.engine.DoneShare());
+    s.engine.Prepare(s.data);
+    s.engine.Cancel();
+    EXPECT_FALSE(s.engine.DoneShare());
+}
+
 TEST(Engine, cancelled_solve_keeps_what_was_found) {
     Sample s = Chain(4);
     s.data.solve_turns = 4;

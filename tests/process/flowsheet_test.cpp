@@ -59,6 +59,18 @@ TEST(Recycle, two_recycles_close_every_balance) {
     }
 }
 
+TEST(Recycle, share_that_is_done_is_not_known_within) {
+    Sample s = TwoRecycles();
+    s.data.solve_turns = 1000;  // a step a turn
+    s.engine.Prepare(s.data);
+    EXPECT_EQ(s.engine.DoneShare(), 0);
+    int unknown = 0;
+    while (s.engine.Step(0).progress == Progress::running) {
+        unknown += s.engine.DoneShare() ? 0 : 1;
+    }
+    EXPECT_GT(unknown, 0);
+}
+
 TEST(Recycle, changed_feed_changes_the_products) {
     Sample s = TwoRecycles();
     ASSERT_EQ(s.Solve().message, "");

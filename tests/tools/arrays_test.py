@@ -49,16 +49,16 @@ class Arrays(ProgramTest):
 
     def test_tree_folds_more_than_twelve_elements(self):
         self.check(run("tree", self.case, FEED + ".Fractions"), DONE,
-                   "Fractions  (Array)\n  Methane = 0.5\n  n-Butane = 0.25\n  A.b = 0.125\n"
-                   "  Methane = 0.0625\n", "")
-        shown = ["Thirteen  (Array)"] + [f"  Elem{n} = {n}" for n in range(13)]
+                   "Fractions  (Array)\n  Methane := 0.5\n  n-Butane := 0.25\n  A.b := 0.125\n"
+                   "  Methane := 0.0625\n", "")
+        shown = ["Thirteen  (Array)"] + [f"  Elem{n} := {n}" for n in range(13)]
         whole = "".join(line + "\n" for line in shown)
         folded = "".join(line + "\n" for line in shown[:13])
         self.check(run("tree", self.case, FEED + ".Thirteen", "--all"), DONE, whole, "")
         self.check(run("tree", self.case, FEED + ".Thirteen"), DONE,
                    folded + "  ... 1 more, shown by --all\n", "")
         levels = run("tree", self.case, FEED + ".Phases").lines
-        self.assertEqual(["Phases  (2-Dim Array)", "  Vapour  (Array)", "    Methane = 0"],
+        self.assertEqual(["Phases  (2-Dim Array)", "  Vapour  (Array)", "    Methane := 0"],
                          levels[:3])
 
     def test_lists_of_objects_are_never_folded(self):

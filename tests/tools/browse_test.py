@@ -5,32 +5,29 @@ import json
 import unittest
 
 from small_case import STREAMS, UNITS, of_kind, small_case, write_case, write_small_case
-from support import DONE, FAILED, ProgramTest, run
+from support import DONE, FAILED, UNREADABLE, ProgramTest, run
 
 FEED = STREAMS + ".Feed 1"
 
 FEED_TREE = """\
 Feed 1  (MaterialStreamObject)
-  Temperature = 25 C
+  Temperature := 25 C
   Pressure = 100 kPa
-  Vapour Fraction = 0.5
-  Notes = first line\\nsecond line
-  Word = 3.50
+  Vapour Fraction := 0.5
+  Notes := first line\\nsecond line
+  Word := 3.50
   Unset = (none)
-  Mode = Slow
-  A &amp; B = 1.5
-  Low &lt; = 2.5
-  Dot.ted = 3.5
-  Say &quot;so&quot; = 4.5
-  Third = 0.333333333333
+  Mode := Slow
+  A &amp; B := 1.5
+  Low &lt; := 2.5
+  Dot.ted := 3.5
+  Say &quot;so&quot; := 4.5
+  Third := 0.333333333333
   Upstream Unit Operations  (Array)
     Elem0 -> (none)
   Downstream Unit Operations  (Array)
     Elem0 -> (none)
 """
-NO_LINK = [{"name": "Elem0", "type": "Attachment", "value": None, "uom": None}]
-
-
 RING_TREE = """\
 UnitOps  (UnitOps)
   A  (MixerOpObject)
@@ -132,15 +129,35 @@ class Browse(ProgramTest):
         self.assertIn(indented, result.out)
 
     def test_tree_json(self):
-        result = self.check(run("tree", self.case, STREAMS + '."Feed.2"', "--json"), DONE, err="")
+        path = STREAMS + '."Feed.2"'
+        result = self.check(run("tree", self.case, path, "--json"), DONE, err="")
+
+        def variable(name, value, uom, status):
+            return {"path": f"{path}.{name}", "name": name, "type": "Real", "value": value, "uom": uom,
+                    "status": status}
+
+        def ports(name):
+            port = {"path": f"{path}.{name}.Elem0", "name": "Elem0", "type": "Attachment", "value": None,
+                    "uom": None, "status": "Missing"}
+            return {"path": f"{path}.{name}", "name": name, "type": "Array", "children": [port]}
+
         self.assertEqual(
-            {"name": "Feed.2", "type": "MaterialStreamObject", "children": [
-                {"name": "Temperature", "type": "Real", "value": -40, "uom": "C"},
-                {"name": "Pressure", "type": "Real", "value": 100, "uom": "kPa"},
-                {"name": "Vapour Fraction", "type": "Real", "value": 0.5, "uom": None},
-                {"name": "Upstream Unit Operations", "type": "Array", "children": NO_LINK},
-                {"name": "Downstream Unit Operations", "type": "Array", "children": NO_LINK}]},
+            {"path": path, "name": "Feed.2", "type": "MaterialStreamObject", "children": [
+                variable("Temperature", -40, "C", "Specified"), variable("Pressure", 100, "kPa", "Calculated"),
+                variable("Vapour Fraction", 0.5, None, "Specified"), ports("Upstream Unit Operations"),
+                ports("Downstream Unit Operations")]},
             json.loads(result.out))
+
+    def test_tree_in_units(self):
+        lines = self.check(run("tree", self.case, FEED, "--unit", "K", "--unit", "bar"), DONE, err="").lines
+        self.assertEqual(["  Temperature := 298.15 K", "  Pressure = 1 bar", "  Vapour Fraction := 0.5"], lines[1:4])
+        lines = self.check(run("tree", self.case, FEED, "--units", "Field"), DONE, err="").lines
+        self.assertEqual("  Temperature := 77 F", lines[1])
+        found = self.check(run("tree", "demo", "--neutral", "Flowsheet.Stream(Raw Gas)", "--units", "SI", "--json"), DONE)
+        temperature, = [each for each in json.loads(found.out)["children"] if each["name"] == "Temperature"]
+        self.assertEqual((303.15, "K", "Flowsheet.Stream(Raw Gas).Temperature"),
+                         tuple(temperature[name] for name in ("value", "uom", "path")))
+        self.check(run("tree", self.case, FEED, "--units", "Nonsense"), UNREADABLE, "")
 
     def test_attrs(self):
         result = self.check(run("attrs", self.case, FEED + ".Temperature"), DONE, err="")

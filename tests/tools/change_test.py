@@ -20,6 +20,7 @@ SMALL_FEED = SMALL_STREAMS + ".Feed 1"
 # The same fraction with the options of its view.
 FRACTIONS = {STREAMS + ".Raw Gas.Comp Mole Frac.Methane": [],
              "Flowsheet.Stream(Raw Gas).Composition.Component(Methane).MoleFraction": ["--neutral"]}
+COMPOSITION = STREAMS + ".Raw Gas.Comp Mole Frac"
 ONE_FRACTION = STREAMS + ".Pure.Comp Mole Frac.Methane"
 
 
@@ -30,6 +31,13 @@ def fraction_case(fractions):
     case = small_case()
     case["flowsheet"]["objects"] = [stream("Pure", 25, **{"Comp Mole Frac": composition})]
     return case
+
+
+def saved_fractions(file, name):
+    """Of a stream in a case file, to the last digit."""
+    objects = json.loads(file.read_text())["flowsheet"]["objects"]
+    variables = next(each for each in objects if each["name"] == name)["variables"]
+    return variables["Comp Mole Frac"]["values"]
 
 
 class Store(ProgramTest):
@@ -44,15 +52,29 @@ class Store(ProgramTest):
                    DONE, "Equalize All\n", "")
 
     def test_a_store_stands_though_the_case_does_not_solve(self):
-        self.check(run("set", "demo", FEED_FLOW, ""), DONE, "\n",
+        self.check(run("set", "demo", FEED_FLOW, ""), FAILED, "\n",
                    "stream Raw Gas: flow is not specified\n")
-        self.check(run("set", "demo", FEED_TEMPERATURE, "-1e5"), DONE, "-100000\n",
+        result = self.check(run("set", "demo", FEED_FLOW, "", "--json"), FAILED)
+        self.assertEqual((None, False), tuple(json.loads(result.lines[0])[name] for name in ("value", "complete")))
+        self.assertEqual([{"error": "stream Raw Gas: flow is not specified", "exit": FAILED}],
+                         [json.loads(line) for line in result.lines[1:]])
+        self.check(run("set", "demo", FEED_TEMPERATURE, "-1e5"), FAILED, "-100000\n",
                    "stream Raw Gas: temperature -100000 C is outside the range of the property methods\n")
 
     def test_json(self):
         result = self.check(run("set", "demo", FEED_FLOW, "1200", "--json"), DONE, err="")
-        self.assertEqual({"path": FEED_FLOW, "value": 1200, "uom": "kgmole/h", "status": "Specified"},
-                         json.loads(result.out))
+        self.assertEqual({"path": FEED_FLOW, "value": 1200, "uom": "kgmole/h", "status": "Specified",
+                          "complete": True}, json.loads(result.out))
+
+    def test_a_unit_may_stand_behind_the_number(self):
+        file = self.folder / "behind.json"
+        self.check(run("set", "demo", FEED_TEMPERATURE, "303.15 K", "--set", FEED_FLOW, " 1 kgmole/s ",
+                       "--save", file), DONE, "303.15\n1\n", "")
+        self.check(run("get", file, FEED_TEMPERATURE, FEED_FLOW), DONE, "30\n3600\n", "")
+        self.check(run("set", "demo", FEED_TEMPERATURE, "303.15 K", "--unit", "K"), DONE, "303.15\n", "")
+        self.check(run("set", "demo", FEED_TEMPERATURE, "303.15 K", "--unit", "C"), FAILED, "",
+                   f"{FEED_TEMPERATURE}: two units: K and C\n")
+        self.check(run("set", "demo", FEED_TEMPERATURE, "30 kPa"), FAILED, "")
 
     def test_units(self):
         file = self.folder / "unit.json"
@@ -77,7 +99,7 @@ class Store(ProgramTest):
             (UNITS + ".E-100.Inlet 1", "x"): "Cannot set attachment",
             (UNITS + ".V-100.Advice", "x"): "Cannot set message",
             (STREAMS + ".Raw Gas", "1"): "Not supported",
-            (STREAMS + ".Raw Gas.Comp Mole Frac", "1"): "Non scalar variable",
+            (STREAMS + ".Raw Gas.Comp Mole Frac", "1"): "expected a value for each element, 8 and not 1",
             ("appModel", "1"): "Not supported.",
             ("appModel(id)", "1"): "Not supported.",
         }
@@ -96,14 +118,101 @@ class Store(ProgramTest):
         for path, view in FRACTIONS.items():
             for value, share in shares.items():
                 with self.subTest(path + value):
-                    result = self.check(run("set", "demo", *view, path, value), DONE, err="")
+                    whole = float(value or 0) + 0.25
+                    told = "" if whole == 1 else (f"{COMPOSITION}: the fractions sum to {whole:g} "
+                                                  "and are normalised\n")
+                    result = self.check(run("set", "demo", *view, path, value), DONE, err=told)
                     self.assertAlmostEqual(share, float(result.out), places=10)
+
+    def test_fractions_that_are_stored_together_stand_as_they_are_typed(self):
+        file = self.folder / "typed.json"
+        neutral = "Flowsheet.Stream(Raw Gas).Composition"
+        lists = ["0.02,0.02,0.8,0.05,0.06,0.03,0.019,0.001", "0.1,0.2,0.3,0.1,0.1,0.1,0.05,0.05",
+                 "0.02, 0.02, 0.80, 0.05, , , , "]
+        now = [0.02, 0.02, 0.75, 0.1, 0.06, 0.03, 0.019, 0.001]
+        for text in lists:
+            typed = [float(part) if part.strip() else old for part, old in zip(text.split(","), now)]
+            for path, view in ((COMPOSITION, []), (neutral, ["--neutral"])):
+                with self.subTest(path + text):
+                    result = self.check(run("set", "demo", *view, path, text, "--json", "--save", file), DONE, err="")
+                    self.assertEqual((typed, True), tuple(json.loads(result.out)[name] for name in ("value", "complete")))
+                    self.assertEqual(typed, saved_fractions(file, "Raw Gas"))
+
+    def test_several_stores_are_one(self):
+        file = self.folder / "together.json"
+        pair = [COMPOSITION + ".Methane", "0.80", "--set", COMPOSITION + ".Ethane", "0.05"]
+        self.check(run("set", "demo", *pair, "--save", file), DONE, "0.8\n0.05\n", "")
+        typed = [0.02, 0.02, 0.8, 0.05, 0.06, 0.03, 0.019, 0.001]
+        self.assertEqual(typed, saved_fractions(file, "Raw Gas"))
+        for word, rest in (("solve", []), ("watch", [COMPOSITION + ".Methane"])):
+            self.check(run(word, "demo", *rest, "--set", *pair[:2], *pair[2:]), DONE)
+        self.check(run("solve", "demo", "--set", *pair, "--save", file), DONE, "Solve is complete\n", "")
+        self.assertEqual(typed, saved_fractions(file, "Raw Gas"))
+        told = self.check(run("watch", "demo", COMPOSITION + ".Methane", "--set", *pair), DONE)
+        self.assertEqual([f"{COMPOSITION}.Methane\t0.75\t0.8\t"], told.lines)
+
+    def test_of_several_nodes_none_is_stored_unless_they_are_meant(self):
+        file = self.folder / "several.json"
+        feeds = STREAMS + ".*[Pressure=6000].Temperature"
+        found = run("find", "demo", feeds).lines
+        self.assertGreater(len(found), 1)
+        result = self.check(run("set", "demo", feeds, "35", "--save", file), FAILED, "")
+        self.assertTrue(result.err.startswith(f"leads to several nodes: {feeds}\n  {found[0]}\n"), result)
+        self.assertFalse(file.exists())
+        self.check(run("set", "demo", feeds, "35", "--first", "--save", file), DONE, "35\n", "")
+        self.check(run("get", file, found[0]), DONE, "35\n")
+        # Those that are calculated are refused, the others stand.
+        given = [path for path in found
+                 if json.loads(run("get", "demo", path, "--json").out)["status"] == "Specified"]
+        self.assertGreater(len(given), 1)
+        result = run("set", "demo", feeds, "36", "--all", "--json")
+        self.check(result, FAILED)
+        *stored, error = (json.loads(line) for line in result.lines)
+        self.assertEqual(given, [record["path"] for record in stored])
+        self.assertEqual(len(found) - len(given), error["error"].count("Value not stored"))
+
+    def test_nothing_is_saved_when_one_of_several_is_refused(self):
+        file = self.folder / "half.json"
+        self.check(run("set", "demo", FEED_FLOW, "1200", "--set", SALES_FLOW, "1", "--save", file), FAILED,
+                   "1200\n", f"{SALES_FLOW}: Value not stored\n")
+        self.assertFalse(file.exists())
+
+    def test_compositions_of_two_streams_in_the_shell(self):
+        other = STREAMS + ".Tail Gas.Comp Mole Frac"
+        file = self.folder / "two.json"
+        whole = "0.1,0.1,0.1,0.1,0.1,0.1,0.1,0.3"
+        lines = ["hold", f"set '{COMPOSITION}.Methane' 0.80", f"set '{other}' {whole}",
+                 f"set '{COMPOSITION}.Ethane' 0.05", f"get '{COMPOSITION}.Methane'", "release --json", f"save {file}"]
+        result = run("shell", "demo", stdin="\n".join(lines))
+        self.check(result, DONE, f"0.8\n{whole}\n0.05\n0.8\n"
+                   '{"complete":true,"message":"Solve is complete"}\n', "")
+        self.assertEqual([0.02, 0.02, 0.8, 0.05, 0.06, 0.03, 0.019, 0.001], saved_fractions(file, "Raw Gas"))
+        self.assertEqual([float(part) for part in whole.split(",")], saved_fractions(file, "Tail Gas"))
+
+    def test_streams_that_were_held_together_are_each_normalised(self):
+        other = STREAMS + ".Tail Gas.Comp Mole Frac"
+        lines = ["hold", f"set '{COMPOSITION}' 1,1,1,1,0,0,0,0", f"set '{other}' 0,0,0,0,0,0,1,1", "release",
+                 f"get '{COMPOSITION}.Methane' '{other}.H2O'"]
+        told = [f"{path}: the fractions sum to {count} and are normalised\n" for path, count in
+                ((COMPOSITION, 4), (other, 2))]
+        self.check(run("shell", "demo", stdin="\n".join(lines)), DONE,
+                   "1,1,1,1,0,0,0,0\n0,0,0,0,0,0,1,1\nSolve is complete\n0.25\n0.5\n", "".join(told))
+
+    def test_an_array_that_is_no_composition_takes_a_list_too(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream("Odd", 25, Row=array([("text", ["a", "b"])], [1, 2]))]
+        case = write_case(self.folder, "row.json", case)
+        result = run("set", case, STREAMS + ".Odd.Row", "5,7")
+        self.assertEqual("5,7\n", result.out)
 
     def test_the_only_fraction_stays_whole(self):
         case = write_case(self.folder, "pure.json", fraction_case([1, 0]))
-        self.check(run("set", case, ONE_FRACTION, "0.5"), DONE, "1\n")
-        self.check(run("set", case, ONE_FRACTION, "0"), FAILED, "",
-                   f"{ONE_FRACTION}: Value not stored\n")
+        path = ONE_FRACTION.removesuffix(".Methane")
+        result = run("set", case, ONE_FRACTION, "0.5")
+        self.assertEqual("1\n", result.out)
+        self.assertIn(f"{path}: the fractions sum to 0.5 and are normalised\n", result.err)
+        result = self.check(run("set", case, ONE_FRACTION, "0"), FAILED, "1\n")
+        self.assertIn(f"{path}: the fractions sum to 0, and stay as they were\n", result.err)
 
     def test_a_fraction_that_is_not_taken_is_refused(self):
         file = self.folder / "refused.json"
@@ -208,13 +317,14 @@ class Solve(ProgramTest):
 
     def test_not_complete(self):
         file = self.folder / "no-flow.json"
-        self.check(run("set", "demo", FEED_FLOW, "", "--save", file), DONE, "\n")
+        self.check(run("set", "demo", FEED_FLOW, "", "--save", file), FAILED, "\n")
         result = self.check(run("solve", file), FAILED, "Solve did not complete\n")
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
         self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)
         result = self.check(run("solve", file, "--json"), FAILED)
-        self.assertEqual({"complete": False, "message": "Solve did not complete"},
-                         json.loads(result.out))
+        end, error = (json.loads(line) for line in result.lines)
+        self.assertEqual({"complete": False, "message": "Solve did not complete"}, end)
+        self.assertTrue(error["error"].startswith("stream Raw Gas: flow is not specified"), result)
 
     def test_save_and_solve_again_gives_the_same_values(self):
         file = self.folder / "saved.json"
@@ -289,7 +399,7 @@ class Recorded(ProgramTest):
         """The small case after a store, with its result at this path."""
         file = self.folder / "old.json"
         self.check(run("set", write_small_case(self.folder), SMALL_FEED + ".Temperature", "30",
-                       "--save", file), DONE, "30\n",
+                       "--save", file), FAILED, "30\n",
                    f"{file}: results that are older than a change are saved as stale\n"
                    "the case is a recording and can't be computed again\n")
         return file
@@ -305,7 +415,7 @@ class Recorded(ProgramTest):
         self.assertNotIn("stale", run("get", file, SMALL_STREAMS + '."Feed.2".Pressure', "--json").out)
         tree = self.check(run("tree", file, SMALL_FEED), DONE, err="").lines
         self.assertIn("  Pressure = 100 kPa  (stale)", tree)
-        self.assertIn("  Temperature = 30 C", tree)
+        self.assertIn("  Temperature := 30 C", tree)
         children = json.loads(run("tree", file, SMALL_FEED, "--json").out)["children"]
         self.assertEqual(["Pressure"], [each["name"] for each in children if "stale" in each])
 
@@ -346,7 +456,7 @@ class Recorded(ProgramTest):
     def test_a_recording_can_not_be_solved(self):
         case = write_small_case(self.folder)
         path = SMALL_STREAMS + ".Feed 1.Temperature"
-        self.check(run("set", case, path, "30"), DONE, "30\n")
+        self.check(run("set", case, path, "30"), FAILED, "30\n")
         result = run("watch", case, path, "--set", path, "30")
         self.check(result, FAILED, f"{path}\t25\t30\tC\n")
         why = "the case is a recording and can't be computed again\n"

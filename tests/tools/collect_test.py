@@ -47,7 +47,7 @@ class Units(CollectTest):
     def test_is_told_and_the_value_is_shown_in_the_node_s_own(self):
         result = self.check(self.collect("read", "demo", "--json"), FAILED)
         self.assertIn("shown in C", result.err)
-        self.assertEqual((30, "C"), tuple(json.loads(result.out)[k] for k in ("value", "uom")))
+        self.assertEqual((30, "C"), tuple(json.loads(result.lines[0])[k] for k in ("value", "uom")))
 
     def test_stores_nothing(self):
         case = self.folder / "degf.json"
@@ -179,7 +179,8 @@ class Read(CollectTest):
 
     def test_formats_exclude_each_other(self):
         self.add("demo", GAS + ".Temperature")
-        self.check(self.collect("read", "demo", "--csv", "--json"), USAGE, "")
+        result = self.check(self.collect("read", "demo", "--csv", "--json"), USAGE)
+        self.assertEqual(USAGE, json.loads(result.out)["exit"])
 
     def test_a_missing_item_has_a_line_without_values(self):
         case = small_case()
@@ -189,7 +190,8 @@ class Read(CollectTest):
         other = write_case(self.folder, "other.json", case)
         result = self.collect("read", other, "--json")
         self.assertEqual(FAILED, result.code)
-        moved, same = (json.loads(line) for line in result.lines)
+        moved, same, error = (json.loads(line) for line in result.lines)
+        self.assertIn(FEED + ".Temperature: not in the case", error["error"])
         self.assertEqual({"path": FEED + ".Temperature", "found": "moved",
                           "candidates": [STREAMS + ".Feed 11.Temperature"]}, moved)
         self.assertEqual(["same", 300.0], [same["found"], same["value"]])
@@ -241,7 +243,8 @@ class Write(CollectTest):
     def test_what_is_no_number_is_refused_and_the_rest_stands(self):
         result = self.check(self.collect("write", self.case, "12 apples", "2", "", "--json"), FAILED)
         self.assertIn(FEED + ".Temperature: not a number: 12 apples\n", result.err)
-        values = [json.loads(line)["value"] for line in result.lines]
+        values = [json.loads(line)["value"] for line in result.lines[:-1]]
+        self.assertIn("not a number: 12 apples", json.loads(result.lines[-1])["error"])
         self.assertAlmostEqual(298.15, values[0])
         self.assertEqual(2, values[1])
 
@@ -326,7 +329,7 @@ class Publish(CollectTest):
         self.assertEqual(str(case.with_suffix(".atpub")), result.lines[0])
         self.assertEqual(self.text(), case.with_suffix(".atpub").read_bytes())
         shown = self.check(run("tree", case, '"QSI Published Variables"'), DONE, err="").lines
-        self.assertEqual([f'  "Top.{FEED}.Temperature" = 298.15 K'], shown[1:])
+        self.assertEqual([f'  "Top.{FEED}.Temperature" := 298.15 K'], shown[1:])
 
     def test_what_the_case_does_not_have_is_not_published(self):
         case = write_small_case(self.folder)

@@ -138,7 +138,7 @@ class ControlCharacters(ProgramTest):
             ("path", "a\x1b.\"b\\x9b\""): "a\\x1b",
             ("complete", f"get {STREAMS}.S1b"): "S1b\\x1be",
             ("complete", f"get {STREAMS}.S1b\\x1be.Temp"): STREAMS + ".S1b\\x1be.Temperature",
-            ("complete", f"attrs {odd}.Text\\x1bc --attr mon"): "moniker\n",
+            ("complete", f"get {odd}.Text\\x1bc --attr mon"): "moniker\n",
         }
         for (word, *arguments), text in lines.items():
             case = [] if word == "path" else [self.case]

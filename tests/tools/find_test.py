@@ -43,6 +43,34 @@ class Find(ProgramTest):
                 self.check(run("find", self.case, pattern), DONE,
                            "".join(path + "\n" for path in paths), "")
 
+    def test_wildcards_within_names_and_any_levels(self):
+        two = STREAMS + '."Feed.2"'
+        large = STREAMS + ".Größe"
+        warm = [path + ".Temperature" for path in (FEED, two, large)]
+        patterns = {
+            STREAMS + ".Feed*": [FEED, two], STREAMS + ".*eed*": [FEED, two],
+            STREAMS + ".*ß*.Temp*": [large + ".Temperature"],
+            STREAMS + ".Feed*.*ress*": [FEED + ".Pressure", two + ".Pressure"],
+            STREAMS + ".Feed*[Mode].Temperature": [FEED + ".Temperature"],
+            STREAMS + ".Feed*(status)": [FEED + "(status)", two + "(status)"],
+            STREAMS + ".**.Temperature": warm, "**.Temperature": warm, "**.**.Temp*ture": warm,
+            "appModel.**.Streams.*.Temperature": warm,
+            STREAMS + ".Größe.**": [large] + [f"{large}.{below}" for below in (
+                "Temperature", "Pressure", "Vapour Fraction", "Upstream Unit Operations",
+                "Upstream Unit Operations.Elem0", "Downstream Unit Operations",
+                "Downstream Unit Operations.Elem0")],
+        }
+        for pattern, paths in patterns.items():
+            with self.subTest(pattern):
+                self.check(run("find", self.case, pattern), DONE,
+                           "".join(path + "\n" for path in paths), "")
+        self.check(run("find", self.case, "--name", "*Temp*"), DONE, "".join(path + "\n" for path in warm), "")
+        self.check(run("find", self.case, FEED, "--name", "Temperature"), DONE, warm[0] + "\n", "")
+        self.check(run("find", self.case, "--name", "Dot.*"), DONE, FEED + '."Dot.ted"\n', "")
+        self.check(run("find", self.case, '**."Temp*"'), FAILED, "", 'nothing matches: **."Temp*"\n')
+        self.check(run("find", self.case, "--name", "*temp*"), FAILED, "", "nothing matches: *temp*\n")
+        self.check(run("find", self.case, "**.a[b"), FAILED, "")
+
     def test_backtracks_where_a_walk_takes_the_first(self):
         # The first list of the flowsheet has no mixer; a walk stops there.
         pattern = "appModel.FlowSheetObjects.*.Mixer 1"

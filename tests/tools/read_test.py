@@ -49,6 +49,59 @@ class Read(ProgramTest):
         self.check(self.get(f"{FEED}.Temperature", "--unit", "F"), DONE, "77\n", "")
         self.check(self.get(f"{FEED}.Pressure", "--unit", "bar"), DONE, "1\n", "")
 
+    def test_json_has_all_digits_of_the_case_file(self):
+        self.assertEqual(1 / 3, json.loads(self.get(FEED + ".Third", "--json").out)["value"])
+        file = self.folder / "digits.json"
+        self.check(run("solve", "demo", "--save", file), DONE)
+        objects = json.loads(file.read_text())["flowsheet"]["objects"]
+        for each in objects[:5]:
+            value = each["variables"]["Mass Flow"]["value"]
+            read = run("get", file, f"{STREAMS}.{each['name']}.Mass Flow", "--json")
+            self.assertEqual(value, json.loads(self.check(read, DONE).out)["value"])
+
+    def test_a_path_to_several_nodes_is_refused_and_they_are_named(self):
+        several = STREAMS + ".*.Temperature"
+        paths = [FEED + ".Temperature", STREAMS + '."Feed.2".Temperature', STREAMS + ".Größe.Temperature"]
+        told = "".join(f"\n  {path}" for path in paths)
+        problem = f"leads to several nodes: {several}{told}"
+        self.check(self.get(several), FAILED, "", problem + "\n")
+        result = self.check(self.get(several, FEED + ".Pressure", "--json"), FAILED, err=problem + "\n")
+        self.assertEqual({"path": several, "error": problem}, json.loads(result.lines[0]))
+        self.assertEqual(100, json.loads(result.lines[1])["value"])
+        self.check(self.get(several, "--first"), DONE, "25\n", "")
+        self.check(self.get(several, "--all"), DONE, "25\n-40\n300\n", "")
+        records = [json.loads(line) for line in self.check(self.get(several, "--all", "--json"), DONE).lines]
+        self.assertEqual(paths, [record["path"] for record in records])
+        self.check(self.get(FEED + ".Nowhere", "--all"), FAILED, "", f"nothing matches: {FEED}.Nowhere\n")
+        self.check(self.get(STREAMS + ".*[Temperature=300].Temperature"), DONE, "300\n", "")
+        for word in ("tree", "attrs", "ls"):
+            self.check(run(word, self.case, several), FAILED, "", problem + "\n")
+
+    def test_lists_of_the_neutral_view_want_a_key(self):
+        path = "Flowsheet.Stream(Raw Gas).Composition.Component.MoleFraction"
+        result = self.check(run("get", "demo", "--neutral", path), FAILED, "")
+        self.assertIn("\n  Flowsheet.Stream(Raw Gas).Composition.Component(CO2).MoleFraction\n", result.err)
+        self.assertTrue(result.err.endswith("\n  and more\n"), result)
+        values = self.check(run("get", "demo", "--neutral", path, "--all"), DONE, err="").lines
+        self.assertEqual(["0.02", "0.02", "0.75", "0.1"], values[:4])
+        self.check(run("get", "demo", "--neutral", path.replace("Component", "Component(CO2)")), DONE, "0.02\n", "")
+
+    def test_objects_and_lists_tell_what_they_hold(self):
+        objects = "appModel.FlowSheetObjects"
+        held = ["Streams", "UnitOps", "Utilities", "Reactions"]
+        self.check(run("get", "demo", objects), DONE, "\n",
+                   f"{objects}: no value, but Flowsheet with {', '.join(held)}\n")
+        record = json.loads(self.check(run("get", "demo", objects, "--json"), DONE, err="").out)
+        self.assertEqual((None, held), (record["value"], record["holds"]))
+        streams = run("ls", "demo", objects + ".Streams").lines
+        self.check(run("get", "demo", objects + ".Streams"), DONE, "\n",
+                   f"{objects}.Streams: no value, but Streams with {', '.join(streams[:6])} and {len(streams) - 6} more\n")
+        neutral = json.loads(run("get", "demo", "--neutral", "Flowsheet.Stream(Raw Gas).Composition", "--json").out)
+        self.assertEqual(("Object(QSICompositionProperties)", "CompositionBasis", "Component(Nitrogen)"),
+                         (neutral["type"], *neutral["holds"][:2]))
+        self.check(self.get(FEED + ".Unset"), DONE, "\n", "")
+        self.check(self.get("-", stdin=FEED + "\n"), DONE, "\n", "")
+
     def test_refused_units(self):
         path = f"{FEED}.Temperature"
         self.check(self.get(path, "--unit", "bar"), FAILED, "",

@@ -52,6 +52,22 @@ class Report(ProgramTest):
         self.assertIn("MIX-100", self.table(records, "unit-operations"))
         self.assertIn("Chiller Duty", self.table(records, "energy-streams"))
 
+    def test_streams_alone_are_the_table_of_the_report(self):
+        whole = records_of(self.check(run("report", "demo", "--json", "--units", "Field"), err=""))
+        streams = self.table(whole, "streams")
+        alone = records_of(self.check(run("streams", "demo", "--json", "--units", "Field"), err=""))
+        self.assertEqual(streams, {record["name"]: record["cells"] for record in alone})
+        rows = list(csv.reader(io.StringIO(self.check(run("streams", "demo", "--composition", "--csv"), err="").out)))
+        self.assertEqual(["Name", "Vapor fraction", "Temperature [C]"], rows[0][:3])
+        self.assertEqual(["Raw Gas", "30", "0.75"], [rows[1][rows[0].index(name)] for name in
+                                                     ("Name", "Temperature [C]", "Methane")])
+        plain = self.check(run("streams", "demo"), err="").lines
+        self.assertNotIn("Methane", plain[0])
+        self.assertEqual(len(alone) + 2, len(plain))
+        self.check(run("streams", "demo", "--units", "Nonsense"), UNREADABLE, "")
+        self.check(run("streams", "demo", "--csv", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
+
     def test_objects_of_a_sub_flowsheet_stand_behind_its_name(self):
         records = records_of(self.check(run("report", "demo", "--json"), err=""))
         inner = [name for name in self.table(records, "streams") if name.startswith("Stabiliser/")]
@@ -112,7 +128,8 @@ class Report(ProgramTest):
         self.assertIn("can't be made", result.err)
 
     def test_forms_exclude_each_other(self):
-        self.check(run("report", "demo", "--csv", self.folder / "x", "--json"), USAGE, out="")
+        self.check(run("report", "demo", "--csv", self.folder / "x", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
 
     def test_units_show_streams_and_balances(self):
         rows = {record["name"]: record["cells"]

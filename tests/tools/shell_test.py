@@ -3,6 +3,7 @@
 
 import json
 import os
+import re
 import select
 import sys
 import time
@@ -59,7 +60,8 @@ class Piped(ProgramTest):
         self.check(shell("get nowhere", "pwd"), DONE, "\n")
 
     def test_quit_ends_it(self):
-        self.check(shell("pwd", "quit", "ls"), DONE, "\n", "")
+        for word in ("quit", "exit"):
+            self.check(shell("pwd", word, "ls"), DONE, "\n", "")
 
     def test_single_quotes_hold_together_and_double_quotes_stay(self):
         self.check(shell('path "a b".c'), DONE, run("path", '"a b".c').out, "")
@@ -72,6 +74,15 @@ class Piped(ProgramTest):
             self.assertRegex(result.out, rf"(?m)^  {word} ")
         self.assertIn("Usage: get ", self.check(shell("help get"), DONE, err="").out)
         self.assertNotIn("CASE TEXT", shell("help get").out)
+        self.assertIn("Usage: collect add ", self.check(shell("help collect add"), DONE, err="").out)
+        self.assertIn("no such word: gett; near: get", self.check(shell("help gett"), USAGE, "").err)
+
+    def test_explain_is_of_the_neutral_view(self):
+        told = run("explain", "demo", "Flowsheet.Stream(Raw Gas).MolarFlow").out
+        self.check(shell("explain 'Flowsheet.Stream(Raw Gas).MolarFlow'"), DONE, told, "")
+        neutral = run("shell", "demo", "--neutral", stdin="cd 'Flowsheet.Stream(Raw Gas)'\nexplain MolarFlow\n")
+        self.check(neutral, DONE, told, "")
+        self.check(shell(f"explain '{STREAMS}.Raw Gas.Molar Flow'"), FAILED, "")
 
     def test_carriage_returns_are_taken_off(self):
         self.check(run("shell", "demo", stdin="cd appModel\r\npwd\r\n"), DONE, "appModel\n", "")
@@ -85,6 +96,74 @@ class Solving(ProgramTest):
         self.check(shell("solve", f"set '{feed}' 1200", f"get '{path}'"), DONE,
                    "Solve is complete\n" + alone.out, "")
         self.assertGreater(float(alone.lines[1]), 900)
+
+
+FLOW = STREAMS + ".Raw Gas.Molar Flow"
+TEMPERATURE = STREAMS + ".Raw Gas.Temperature"
+COMPOSITION = STREAMS + ".Raw Gas.Comp Mole Frac"
+FRACTIONS = [0.02, 0.02, 0.75, 0.1, 0.06, 0.03, 0.019, 0.001]  # of the case as it comes
+
+
+class Undo(ProgramTest):
+    def values(self, result, paths):
+        """The values of the paths in the last lines, to the last digit."""
+        return [json.loads(line)["value"] for line in result.lines[-len(paths):]]
+
+    def test_nothing_to_undo(self):
+        self.check(shell("undo"), FAILED, "", "nothing to undo\n")
+        self.check(shell("get appModel", f"set '{STREAMS}.Sales Gas.Molar Flow' 1", "undo"), FAILED, "\n")
+
+    def test_line_by_line(self):
+        result = self.check(shell(f"set '{FLOW}' 1200", f"set '{FLOW}' 1300 --set '{TEMPERATURE}' 40", "undo", "undo"),
+                            DONE, err="")
+        self.assertEqual([f"{FLOW}\t1200", f"{TEMPERATURE}\t30", f"{FLOW}\t1000"], result.lines[-3:])
+
+    def test_the_case_is_solved_again(self):
+        sales = f"get '{STREAMS}.Sales Gas.Molar Flow'"
+        result = shell("solve", sales, f"set '{FLOW}' 1200", sales, f"solve --set '{FLOW}' 900", "undo", "undo", sales)
+        self.check(result, DONE, err="")
+        self.assertNotEqual(result.lines[1], result.lines[3])
+        self.assertEqual(result.lines[1], result.lines[-1])
+
+    def test_a_value_that_was_not_there_goes_again(self):
+        result = shell(f"set '{TEMPERATURE}' ''", f"set '{TEMPERATURE}' 40", "undo")
+        self.check(result, FAILED, f"\n40\n{TEMPERATURE}\t\n")
+        self.assertTrue(result.err.endswith("stream Raw Gas: temperature is not specified\n"), result)
+        result = shell(f"set '{TEMPERATURE}' ''", f"set '{TEMPERATURE}' 40", "undo", "undo")
+        self.check(result, DONE, f"\n40\n{TEMPERATURE}\t\n{TEMPERATURE}\t30\n")
+
+    def test_a_line_that_changed_nothing_is_passed_over(self):
+        result = shell(f"set '{FLOW}' 1200", f"set '{FLOW}' 1200", f"set '{STREAMS}.Sales Gas.Molar Flow' 1", "undo")
+        self.check(result, DONE, f"1200\n1200\n{FLOW}\t1000\n")
+
+    def test_fractions_have_all_their_digits_again(self):
+        elements = [f"{COMPOSITION}.{name}" for name in run("ls", "demo", COMPOSITION).lines]
+        get = "get " + " ".join(f"'{each}'" for each in elements) + " --json"
+        for line in (f"set '{COMPOSITION}.Methane' 0.5", f"set '{COMPOSITION}' 1,1,1,1,1,1,1,0",
+                     f"set '{elements[0]}' 0.1 --set '{elements[1]}' 0.7"):
+            with self.subTest(line):
+                now = self.values(shell(line, get), elements)
+                self.assertNotIn(FRACTIONS[1], now)
+                self.assertEqual(FRACTIONS, self.values(self.check(shell(line, "undo", get), DONE), elements))
+
+    def test_the_unit_is_the_former_one(self):
+        result = self.check(shell(f"set '{TEMPERATURE}' '95 F'", "undo", f"get '{TEMPERATURE}' --json"), DONE, err="")
+        self.assertEqual(("35", f"{TEMPERATURE}\t30"), (shell(f"set '{TEMPERATURE}' '95 F'", f"get '{TEMPERATURE}' --unit C").lines[1], result.lines[1]))
+        record = json.loads(result.lines[-1])
+        self.assertEqual((30, "C"), (record["value"], record["uom"]))
+
+    def test_in_a_hold_nothing_is_solved(self):
+        result = self.check(shell("hold", f"set '{COMPOSITION}.Methane' 0.5", f"set '{FLOW}' 1200", "undo", "undo",
+                                  f"get '{COMPOSITION}.Methane' '{STREAMS}.Sales Gas.Molar Flow'", "release"), DONE, err="")
+        self.assertEqual([f"{FLOW}\t1000", f"{COMPOSITION}.Methane\t0.75", "0.75", "", "Solve is complete"],
+                         result.lines[-5:])
+
+    def test_in_the_neutral_view(self):
+        path = "Flowsheet.Stream(Raw Gas).Temperature"
+        result = run("shell", "demo", "--neutral", stdin=f"set '{path}' 40\nundo\nget '{path}' --json\n")
+        self.check(result, DONE, err="")
+        self.assertEqual(30, json.loads(result.lines[-1])["value"])
+        self.assertEqual(["40", f"{path}\t30"], result.lines[:2])
 
 
 class Completion(ProgramTest):
@@ -205,6 +284,15 @@ class Typed(OnTerminal):
         self.type("pwd\n")
         self.assertNotIn("no such", self.until("\r\nappModel\r\n"))
 
+    def test_a_solve_tells_the_share_that_is_done(self):
+        self.type("solve\n")
+        shown = self.until("Solve is complete\r\nTop> ")
+        shares = [int(share) for share in re.findall(r"\rsolving, step \d+, +(\d+) %", shown)]
+        self.assertGreater(len(shares), 1, shown)
+        self.assertEqual(sorted(shares), shares)
+        self.assertLess(0, shares[0])
+        self.assertLess(shares[-1], 100)
+
     def test_history_comes_back(self):
         self.type("cd appModel\n")
         self.until("appModel> ")
@@ -212,6 +300,62 @@ class Typed(OnTerminal):
         self.until("\r\nappModel\r\n")
         self.type("\x10\n")
         self.until("\r\nappModel\r\n")
+
+
+@NEEDS_A_TERMINAL
+class Leaving(OnTerminal):
+    QUESTION = "Changes are not saved. Leave all the same? [y/N] "
+
+    def ends(self):
+        """Reads to the end of the program, which it comes to."""
+        end = time.monotonic() + 30
+        while select.select([self.terminal], [], [], max(0, end - time.monotonic()))[0]:
+            try:
+                shown = os.read(self.terminal, 4096)
+            except OSError:  # how a terminal ends whose program is gone
+                return
+            if not shown:
+                return
+            self.seen += shown.decode()
+        self.fail(f"it goes on: {self.seen!r}")
+
+    def test_what_is_not_saved_is_asked_about(self):
+        for leave in ("quit\n", "exit\n", "\x04"):
+            self.type(f"set '{FLOW}' 1200\n")
+            self.until("\r1200\r\nTop> ")
+            for no in ("n\n", "\n", "\x03"):
+                self.type(leave)
+                self.until(self.QUESTION)
+                self.type(no)
+                self.until("Top> ")
+        self.type("quit\n")
+        self.until(self.QUESTION)
+        self.type("y\n")
+        self.ends()
+
+    def test_the_end_of_the_input_is_an_answer(self):
+        self.type(f"set '{FLOW}' 1200\n")
+        self.until("\r1200\r\nTop> ")
+        self.type("\x04")
+        self.until(self.QUESTION)
+        self.type("\x04")
+        self.ends()
+
+    def test_nobody_is_asked_without_changes(self):
+        self.type(f"get '{FLOW}'\n")
+        self.until("\r\n1000\r\n")
+        self.type("quit\n")
+        self.ends()
+        self.assertNotIn(self.QUESTION, self.seen)
+
+    def test_nobody_is_asked_about_what_is_saved(self):
+        self.type(f"set '{FLOW}' 1200\n")
+        self.until("\r1200\r\nTop> ")
+        self.type(f"save {self.folder / 'left.json'}\n")
+        self.until("Top> ")
+        self.type("quit\n")
+        self.ends()
+        self.assertNotIn(self.QUESTION, self.seen)
 
 
 @NEEDS_A_TERMINAL
@@ -256,6 +400,11 @@ class Interrupted(OnTerminal):
         shown = self.interrupt(f"watch {STREAMS}.Feed.Temperature --set {STREAMS}.Feed.Temperature 42",
                                "\t42\tC\r\n")
         self.assertIn("Solve did not complete\r\nthe solve was stopped\r\n", shown)
+
+    def test_a_solve_is_a_change_that_is_asked_about(self):
+        self.interrupt("solve", "solving, step 2")
+        self.type("quit\n")
+        self.until("Changes are not saved. Leave all the same? [y/N] ")
 
     def test_a_store_after_it_solves_again(self):
         self.interrupt("solve", "solving, step 2")

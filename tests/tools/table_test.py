@@ -75,6 +75,31 @@ class Table(ProgramTest):
         self.assertEqual([["Name", "Temperature [C]"], ["Feed 1", "25"], ["Größe", "300"]],
                          self.csv_of(self.case, pattern, "Temperature"))
 
+    def test_a_column_of_several_nodes_is_several_that_are_named(self):
+        rows = self.csv_of("demo", "--neutral", "Flowsheet.Stream(Raw Gas)", "Temperature",
+                           "Composition.Component.MoleFraction")
+        self.assertEqual(["Name", "Temperature [C]", "Composition.Component(Nitrogen).MoleFraction",
+                          "Composition.Component(CO2).MoleFraction"], rows[0][:4])
+        self.assertEqual(["Stream(Raw Gas)", "30", "0.02", "0.02", "0.75"], rows[1][:5])
+        cells, = self.cells_of(self.case, STREAMS, "*.Pressure")
+        self.assertEqual({"Feed 1.Pressure", '"Feed.2".Pressure', "Größe.Pressure"}, set(cells))
+        # While each row has one it is what the path says.
+        pattern = "*[(id)=Pressure]"
+        self.assertEqual(["Name", pattern + " [kPa]"], self.csv_of(self.case, ROWS, pattern)[0])
+
+    def test_texts_that_look_like_formulas_are_guarded_in_csv(self):
+        texts = {"=1+2": "'=1+2", "@SUM(A1)": "'@SUM(A1)", "+x": "'+x", "-x": "'-x", "-12.5": "-12.5", "a=b": "a=b",
+                 '=A1&",b"': "'=A1&\",b\""}
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(f"S{i}", -25, Note=of_kind("text", each))
+                                        for i, each in enumerate(texts)] + [stream("=cmd", 25)]
+        case = write_case(self.folder, "formulas.json", case)
+        rows = self.csv_of(case, ROWS, "Note", "Temperature")
+        self.assertEqual([[f"S{i}", each, "-25"] for i, each in enumerate(texts.values())] + [["'=cmd", "", "25"]],
+                         rows[1:])
+        plain = self.check(run("table", case, ROWS, "Note"), DONE).out
+        self.assertNotIn("'", plain)
+
     def test_a_unit_for_a_column(self):
         for name in ("Temperature", '"Temperature"'):
             self.check(run("table", self.case, ROWS, "Temperature", "Pressure", "--unit", name + "=K",
@@ -197,11 +222,13 @@ class Table(ProgramTest):
 
     def test_wrong_lines(self):
         for options in (["--unit", "K"], ["--unit", "=K"], ["--unit", "Pressure="], ["--unit"],
-                        ["--unit", "Temperature=K"], ["--csv", "--json"], ["--nonsense"]):
+                        ["--unit", "Temperature=K"], ["--nonsense"]):
             with self.subTest(options):
                 result = self.check(run("table", self.case, ROWS, "Pressure", *options), USAGE, "")
                 self.assertIn("Usage: fixtop table", result.err)
         self.check(run("table", self.case, ROWS), USAGE, "")
+        self.check(run("table", self.case, ROWS, "Pressure", "--csv", "--json"), USAGE,
+                   '{"error":"--csv excludes --json","exit":2}\n')
 
     def test_attachments_and_objects(self):
         self.assertEqual([["Name", "Inlet", "Inlet.Temperature [C]"], ["Mixer 1", "Feed 1", "25"]],

@@ -2,6 +2,7 @@
 """Command lines: help, versions, mistakes, and cases that can't be read."""
 
 import errno
+import json
 import os
 import pathlib
 import re
@@ -12,7 +13,7 @@ from small_case import small_case, write_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
 
 WORDS = ["ls", "tree", "attrs", "get", "find", "table", "set", "solve", "watch", "path", "shell",
-         "demo", "complete", "explain", "classes"]
+         "demo", "complete", "explain", "classes", "streams"]
 FULL_DEVICE = pathlib.Path("/dev/full")
 
 
@@ -134,6 +135,58 @@ class Pipes(ProgramTest):
                 self.assertEqual(FAILED, done.returncode, done)
                 self.assertEqual("fixtop: the output can't be written: "
                                  f"{os.strerror(errno.ENOSPC)}\n", done.stderr.decode())
+
+
+# What makes each word that writes JSON fail; MISSING is a file that is not there.
+MISSING = "missing.json"
+FAILING = {
+    "ls": ["demo", "x"], "tree": ["demo", "x"], "attrs": ["demo", "x"], "get": ["demo", "x"],
+    "find": ["demo", "x"], "table": ["demo", "x", "y"], "set": ["demo", "x", "1"],
+    "solve": ["demo", "--set", "x", "1"], "watch": ["demo", "x"], "explain": ["demo", "x"],
+    "report": [MISSING], "streams": [MISSING], "units": [MISSING], "diff": ["demo", MISSING],
+    "classes": ["x"], "check-map": ["--case", MISSING], "collect list": [MISSING],
+    "collect read": [MISSING, "demo"], "collect write": [MISSING, "demo", "1"],
+    "collect watch": [MISSING, "demo"], "collect diff": [MISSING, "demo", "demo"],
+}
+
+
+class JsonErrors(ProgramTest):
+    def words(self, *group):
+        """All words, in full, that have the option."""
+        for word in re.findall(r"^  ([a-z][a-z-]+) ", run(*group, "--help").out.split("Subcommands:")[1], re.M):
+            shown = run(*group, word, "--help").out
+            if "Subcommands:" in shown:
+                yield from self.words(*group, word)
+            elif "--json" in shown:
+                yield " ".join((*group, word))
+
+    def test_every_word_tells_its_failure(self):
+        self.assertEqual(set(FAILING), set(self.words()))
+        for word, arguments in FAILING.items():
+            for unreadable in (False, True):
+                given = [MISSING if unreadable and each == "demo" else each for each in arguments]
+                with self.subTest(word, arguments=given):
+                    plain = run(*word.split(), *given)
+                    result = run(*word.split(), *given, "--json")
+                    self.assertIn(plain.code, (FAILED, UNREADABLE))
+                    self.assertEqual((plain.code, plain.err), (result.code, result.err))
+                    record = json.loads(result.lines[-1])
+                    self.assertIn(record["error"], result.err)
+                    if word != "get" or unreadable:
+                        self.assertEqual(result.code, record["exit"])
+                    self.assertEqual(1, sum("error" in json.loads(line) for line in result.lines))
+
+    def test_wrong_lines(self):
+        for line, text in ((["find", "demo"], "PATTERN or --name is required"), (["ls", "demo", "--nonsense"], "--nonsense"),
+                           (["atrs", "demo"], "no such word: atrs; near: attrs"), (["path", "a"], "--json")):
+            record = json.loads(self.check(run(*line, "--json"), USAGE).out)
+            self.assertIn(text, record["error"])
+            self.assertEqual(["error", "exit"], list(record))
+            self.assertNotIn("\n", record["error"])
+
+    def test_no_error_without_a_failure(self):
+        for line in (["ls", "demo"], ["classes"], ["diff", "demo", "demo"]):
+            self.assertNotIn('"error"', self.check(run(*line, "--json"), DONE).out)
 
 
 class UnknownWords(ProgramTest):

@@ -17,6 +17,22 @@ Node CaseSession::Listed(const Node& node) const {
     return is_neutral_ ? case_.AsListed(node).value_or(node) : node;
 }
 
+std::unique_ptr<CaseSession> CaseSession::InNeutralView() const {
+    if (is_neutral_) return nullptr;
+    return std::unique_ptr<CaseSession>(new CaseSession(case_, true));
+}
+
+client::Hold& CaseSession::Hold() {
+    if (!hold_) hold_ = std::make_unique<client::Hold>(Solver());
+    return *hold_;
+}
+
+client::Released CaseSession::Release(const client::Solver::Progress& progress) {
+    client::Released released = Hold().Release(progress);
+    hold_.reset();
+    return released;
+}
+
 std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const ViewOptions& view,
                                                std::string& problem) {
     client::Case::SetStopButton(terminal::IsInterrupted);
@@ -42,6 +58,13 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
     return session;
 }
 
+client::Released SolveCase(CaseSession& session, const client::Solver::Progress& progress) {
+    // Whether a case was solved before it was opened its solver can't tell.
+    session.TheChanges().SetUnsaved(true);
+    if (session.IsHeld()) return session.Release(progress);
+    return {session.Solver().Solve(progress), {}, {}};
+}
+
 ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
     if (file.empty()) return ExitCode::kOk;
     try {
@@ -50,6 +73,7 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
         out.Note(MessageOf(error));
         return ExitCode::kUnreadable;
     }
+    session.TheChanges().SetUnsaved(false);
     if (session.OpenCase().HasOldResults()) {
         out.Note(OneLineMessage(file) +
                  ": results that are older than a change are saved as stale");
@@ -57,11 +81,36 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
     return ExitCode::kOk;
 }
 
+namespace {
+
+// Names the nodes that a path leads to when they are several; empty when there is one.
+std::string TellSeveral(const Node& start, const Node& first, const std::string& path) {
+    constexpr int kNamed = 5;
+    std::string names;
+    int count = 0;
+    // A path in the host's notation leads to one.
+    if (path.starts_with('/')) return "";
+    const client::Pattern pattern(path);
+    if (!pattern.MayMeanMore(start, first)) return "";
+    pattern.ForEach(start, [&](const client::Place& match) {
+        if (++count <= kNamed) names += "\n  " + PathOf(match);
+        return count <= kNamed;
+    });
+    if (count < 2) return "";
+    return "leads to several nodes: " + OneLine(path) + names +
+           (count > kNamed ? "\n  and more" : "");
+}
+
+}  // namespace
+
 std::optional<client::Place> Locate(CaseSession& session, const std::string& path,
-                                    std::string& problem) {
+                                    std::string& problem, Several several) {
     try {
         for (const Node* start : std::array{&session.Here(), &session.Top()}) {
-            if (auto found = start->Find(path)) return found;
+            auto found = start->Find(path);
+            if (!found) continue;
+            if (several == Several::kRefuse) problem = TellSeveral(*start, found->node, path);
+            return problem.empty() ? std::move(found) : std::nullopt;
         }
         problem = MessageOf(client::Pattern(path).WhyMissing(session.Here()));
     } catch (const client::PathError& error) {
@@ -70,8 +119,40 @@ std::optional<client::Place> Locate(CaseSession& session, const std::string& pat
     return std::nullopt;
 }
 
+std::string ForEachMeant(
+    CaseSession& session, const std::string& path, bool first, bool all,
+    const std::function<void(const client::Place& place, const std::string& path)>& visit) {
+    if (all && !path.starts_with('/')) {
+        return ForEachMatch(session, path,
+                            [&](const client::Place& match) { visit(match, PathOf(match)); });
+    }
+    std::string problem;
+    const auto found = Locate(session, path, problem, first ? Several::kFirst : Several::kRefuse);
+    if (found) visit(*found, OneLine(path));
+    return problem;
+}
+
+std::string PathOf(const client::Place& match) {
+    const std::string& name = match.attribute;
+    return OneLine(name.empty() ? match.path : match.path + '(' + client::WrittenName(name) + ')');
+}
+
 std::string ForEachMatch(CaseSession& session, const std::string& pattern,
                          const std::function<void(const client::Place& match)>& visit) {
+    try {
+        const client::Pattern prepared(pattern);
+        return ForEachFound(
+            session,
+            [&](const Node& start, const FoundVisitor& found) { prepared.ForEach(start, found); },
+            visit, "nothing matches: " + OneLine(pattern));
+    } catch (const client::PathError& error) {
+        return MessageOf(error);
+    }
+}
+
+std::string ForEachFound(CaseSession& session, const Seeker& seek,
+                         const std::function<void(const client::Place& match)>& visit,
+                         const std::string& nothing) {
     int matches = 0;
     const auto count = [&](const client::Place& match) {
         if (terminal::IsInterrupted()) throw Interrupted();
@@ -79,22 +160,22 @@ std::string ForEachMatch(CaseSession& session, const std::string& pattern,
         visit(match);
         return true;
     };
-    try {
-        const client::Pattern prepared(pattern);
-        prepared.ForEach(session.Here(), count);
-        const bool is_below = session.Here().Iterator().Depth() > 0;
-        if (matches == 0 && is_below) prepared.ForEach(session.Top(), count);
-    } catch (const client::PathError& error) {
-        return MessageOf(error);
-    }
-    return matches > 0 ? "" : "nothing matches: " + OneLine(pattern);
+    seek(session.Here(), count);
+    const bool is_below = session.Here().Iterator().Depth() > 0;
+    if (matches == 0 && is_below) seek(session.Top(), count);
+    return matches > 0 ? "" : nothing;
 }
 
-std::string Store(const client::Place& place, const std::string& value, const std::string& unit) {
+std::string Store(CaseSession& session, const client::Place& place, const std::string& value,
+                  const std::string& unit) {
     const bool is_value = place.attribute.empty() || place.attribute == "value";
+    client::Hold& hold = session.Hold();
+    Changes& changes = session.TheChanges();
+    changes.Remember(place);
+    changes.SetUnsaved(true);
     try {
         if (is_value) {
-            place.node.Store(value, unit);
+            hold.Store(place.node, value, unit);
         } else {
             if (!unit.empty()) place.node.ShowIn(unit, place.attribute);
             place.node.SetAttribute(place.attribute, FIValue(value.c_str()));

@@ -28,6 +28,26 @@ std::string WithoutLineEnds(std::string text) {
     return text;
 }
 
+// The line may be one that does not parse.
+bool AsksForJson(const std::vector<std::string>& arguments) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::find(arguments.begin(), end, "--json") != end;
+}
+
+// Remembers what is noted, and passes everything on.
+class NoteKeeper final : public RecordingOutput {
+ public:
+    using RecordingOutput::RecordingOutput;
+    void Data(std::string_view text) override { Next().Data(text); }
+};
+
+std::string ErrorRecord(const std::string& problem, ExitCode code) {
+    Json record;
+    record["error"] = WithoutLineEnds(problem);
+    record["exit"] = static_cast<int>(code);
+    return ToLine(record);
+}
+
 // Parser and words of one command line.
 class CommandLine {
  public:
@@ -47,6 +67,44 @@ class CommandLine {
     }
 
     ExitCode Run(std::vector<std::string> arguments, CommandContext& around) {
+        if (!AsksForJson(arguments)) return Follow(std::move(arguments), around);
+        const int before = MemoryFailures();
+        NoteKeeper notes(around.out);
+        CommandContext kept{notes, around.session};
+        ExitCode code = ExitCode::kFailed;
+        try {
+            code = Follow(std::move(arguments), kept);
+        } catch (const client::Error& error) {
+            if (MemoryFailures() == before) around.out.Line(ErrorRecord(error.what(), code));
+            throw;
+        }
+        const std::string& problem = problem_.empty() ? notes.Recorded() : problem_;
+        const bool is_told =
+            code == ExitCode::kOk || (code == ExitCode::kFailed && tells_failures_);
+        if (!is_told && !problem.empty() && MemoryFailures() == before) {
+            around.out.Line(ErrorRecord(problem, code));
+        }
+        return code;
+    }
+
+    std::vector<OptionShape> OptionsOf(const std::string& word) {
+        const auto at = RowOf(word);
+        if (at == rows_.end() || !(*at)->make) return {};
+        const std::size_t blank = word.find(' ');
+        CLI::App* sub = app_.get_subcommand(word.substr(0, blank));
+        if (blank != std::string::npos) sub = sub->get_subcommand(word.substr(blank + 1));
+        std::vector<OptionShape> shapes;
+        for (const CLI::Option* option : sub->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                const bool is_flag = option->get_expected_max() == 0;
+                shapes.push_back({"--" + name, is_flag ? 0 : option->get_type_size_max()});
+            }
+        }
+        return shapes;
+    }
+
+ private:
+    ExitCode Follow(std::vector<std::string> arguments, CommandContext& around) {
         if (const std::string unknown = UnknownWord(arguments); !unknown.empty()) {
             return Refuse(unknown, around.out);
         }
@@ -69,7 +127,6 @@ class CommandLine {
         return RunWord(around);
     }
 
- private:
     static constexpr const char* kNotes =
         "A CASE is a file (.json, .dwxmz) or the word demo. A PATH leads down from the top node "
         "in\n"
@@ -77,7 +134,9 @@ class CommandLine {
         "In names and texts a control character is written \\n, \\r, \\t or \\x1b (its bytes), and "
         "a\n"
         "backslash that would read so \\x5c; paths and names in arguments are read alike.\n"
-        "Data goes to standard output, messages to standard error. Exit status: 0 done, 1 a path,\n"
+        "Data goes to standard output, messages to standard error; with --json a failure is told "
+        "in\n"
+        "a record of standard output too: error, exit. Exit status: 0 done, 1 a path,\n"
         "store or solve failed or the output can't be written, 2 wrong command line, 3 the case "
         "can't\n"
         "be read or written, or memory ran out.";
@@ -102,12 +161,14 @@ class CommandLine {
     void AddCase(const WordRow& row, CLI::App& sub) {
         if (row.view == View::kNone) return;
         AddText(sub, "CASE", case_name_, "File (.json, .dwxmz) or demo")->required();
-        if (row.view == View::kEither) AddNeutral(sub, view_);
-        if (row.view != View::kRaw) AddModel(sub, view_, row.view != View::kNeutralTables);
+        const bool in_units = row.view == View::kEitherInUnits || row.view == View::kNeutralTables;
+        if (row.view == View::kEither || row.view == View::kEitherInUnits) AddNeutral(sub, view_);
+        if (row.view != View::kRaw) AddModel(sub, view_, !in_units);
     }
     ExitCode Refuse(std::string problem, Output& out) {
         // It quotes arguments, maybe guarded ones.
         std::erase(problem, kGuard);
+        problem_ = problem;
         out.Note("fixtop: " + OneLineMessage(problem));
         out.Note(Usage());
         return ExitCode::kUsage;
@@ -164,18 +225,25 @@ class CommandLine {
     ExitCode RunWord(CommandContext& around) {
         const auto at = RowOf(ChosenName());
         Word& word = *words_[at - rows_.begin()];
-        if ((*at)->view == View::kNone || !InProgram()) return word.Run(around);
+        if ((*at)->view == View::kNone || !InProgram()) return Run(word, around);
         view_.neutral |= (*at)->view == View::kNeutral || (*at)->view == View::kNeutralTables;
         const auto session = CaseSession::Open(case_name_, view_, around.out);
         if (!session) return ExitCode::kUnreadable;
         CommandContext with_case{around.out, session.get()};
-        return word.Run(with_case);
+        return Run(word, with_case);
+    }
+    ExitCode Run(Word& word, CommandContext& around) {
+        const ExitCode code = word.Run(around);
+        tells_failures_ = word.TellsFailures();
+        return code;
     }
 
     Place place_;
     CLI::App app_{"Browse, read, change and solve a process-simulation case."};
     std::string case_name_;
     ViewOptions view_;
+    std::string problem_;          // what is wrong with the line
+    bool tells_failures_ = false;  // the word that ran does
     std::vector<const WordRow*> rows_;
     std::vector<std::unique_ptr<Word>> words_;
 };
@@ -196,6 +264,10 @@ ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext
     if (MemoryFailures() == before) return code;
     TellOutOfMemory();
     return ExitCode::kUnreadable;
+}
+
+std::vector<OptionShape> OptionsOf(const std::string& word, Place place) {
+    return CommandLine(place).OptionsOf(word);
 }
 
 CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help) {
@@ -229,6 +301,11 @@ std::string GivenName(std::string argument) {
 
 void AddJson(CLI::App& app, bool& json) {
     app.add_flag("--json", json, "Write JSON");
+}
+
+void AddSeveral(CLI::App& app, bool& first, bool& all) {
+    CLI::Option* only = app.add_flag("--first", first, "The first of several nodes of a path");
+    app.add_flag("--all", all, "All nodes of a path")->excludes(only);
 }
 
 }  // namespace fixtop

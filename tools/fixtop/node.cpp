@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 
 #include "terminal.h"
 
@@ -59,7 +58,7 @@ Json ToJson(const FIValue& value) {
         case FIValue::kInt:
             return value.AsInt();
         case FIValue::kReal:
-            return std::strtod(value.ToText().c_str(), nullptr);
+            return value.AsDouble();
         default:
             return value.ToText();
     }

@@ -36,7 +36,7 @@ int ForEachFirstChild(const Node& node, const ChildVisitor& visit);
 // The line that stands for the elements that were left out.
 std::string FoldedLine(int left_out);
 
-// A number in JSON has the digits that the value has as text.
+// A number in JSON has the shortest digits that lead back to it, as in a case file.
 Json ToJson(const FIValue& value);
 Json UnitToJson(const std::string& unit);
 // Says so in a record of the node when its value is stale.

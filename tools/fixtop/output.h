@@ -50,12 +50,15 @@ class TextOutput final : public Output {
 };
 
 // Passes everything on and remembers it.
-class RecordingOutput final : public Output {
+class RecordingOutput : public Output {
  public:
     explicit RecordingOutput(Output& next) : next_(next) {}
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
     const std::string& Recorded() const { return recorded_; }
+
+ protected:
+    Output& Next() { return next_; }
 
  private:
     Output& next_;

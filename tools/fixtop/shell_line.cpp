@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell_line.h"
 
+#include <algorithm>
+
 #include "case_session.h"
 #include "word.h"
 
@@ -93,28 +95,99 @@ std::vector<std::string> WordNames(const std::vector<ShellWord>& words,
     return names;
 }
 
+// What stands on a line behind its word.
+struct Arguments {
+    std::vector<std::string> positionals;
+    std::string option;  // of which the next argument is a value; empty without one
+    int value = 0;       // which of its values
+};
+
+Arguments Sort(const std::vector<ShellWord>& words, std::size_t first,
+               const std::vector<OptionShape>& options) {
+    Arguments arguments;
+    int values = 0;
+    for (std::size_t i = first; i < words.size(); ++i) {
+        const std::string& text = words[i].text;
+        if (values > 0) {
+            ++arguments.value;
+            if (--values == 0) arguments.option.clear();
+        } else if (text.starts_with("--")) {
+            const auto shape = std::ranges::find(options, text, &OptionShape::name);
+            values = shape == options.end() ? 0 : shape->values;
+            arguments.option = values > 0 ? text : "";
+            arguments.value = 0;
+        } else {
+            arguments.positionals.push_back(text);
+        }
+    }
+    return arguments;
+}
+
+std::vector<std::string> OptionNames(const std::vector<OptionShape>& options,
+                                     const std::string& beginning) {
+    std::vector<std::string> names;
+    for (const OptionShape& option : options) {
+        if (BeginsWith(option.name, beginning)) names.push_back(option.name);
+    }
+    return names;
+}
+
 // The node that a path leads to, as it is typed; null without one.
 using Lookup = std::function<std::optional<Node>(const std::string& path)>;
+
+// A name as it stands in a path, whole.
+std::string WithoutQuotes(const std::string& name) {
+    if (name.size() < 2 || name.front() != '"' || name.back() != '"') return FromOneLine(name);
+    return FromOneLine(name.substr(1, name.size() - 2));
+}
+
+// The beginning of one.
+std::string WithoutQuote(const std::string& beginning) {
+    return FromOneLine(beginning.starts_with('"') ? beginning.substr(1) : beginning);
+}
+
+// Steps that begin as "Stream(Raw": the siblings of this name that have keys.
+std::vector<std::string> KeyCompletions(const Lookup& look_up, const std::string& list,
+                                        const std::string& typed) {
+    const std::size_t joint = LastJoint(list);
+    const bool deeper = joint != std::string::npos && list[joint] == '.';
+    const std::string parent = deeper ? list.substr(0, joint) : "";
+    const std::string name = WithoutQuotes(deeper ? list.substr(joint + 1) : list);
+    const std::string beginning = WithoutQuote(typed);
+    const auto node = look_up(parent);
+    if (!node) return {};
+    std::vector<std::string> candidates;
+    ForEachChild(*node, [&](const client::Child& child) {
+        if (child.name != name) return true;
+        const std::string key = child.node.Key();
+        if (!key.empty() && BeginsWith(key, beginning)) {
+            candidates.push_back(client::JoinPath(parent, OneLine(Typed(child))));
+        }
+        return true;
+    });
+    return candidates;
+}
 
 std::vector<std::string> PathCompletions(const Lookup& look_up, const std::string& typed) {
     const std::size_t joint = LastJoint(typed);
     const bool deeper = joint != std::string::npos;
     const std::string parent = deeper ? typed.substr(0, joint) : "";
-    std::string beginning = deeper ? typed.substr(joint + 1) : typed;
+    const std::string beginning = deeper ? typed.substr(joint + 1) : typed;
     const bool attribute = deeper && typed[joint] == '(';
+    std::vector<std::string> candidates;
+    if (attribute) candidates = KeyCompletions(look_up, parent, beginning);
+    if (!candidates.empty()) return candidates;
     const auto node = look_up(parent);
     if (!node) return {};
-    std::vector<std::string> candidates;
     if (attribute) {
         for (const std::string& name : AttributeNames(*node, beginning)) {
             candidates.push_back(parent + '(' + name + ')');
         }
         return candidates;
     }
-    if (!beginning.empty() && beginning.front() == '"') beginning.erase(0, 1);
-    beginning = FromOneLine(beginning);
+    const std::string name = WithoutQuote(beginning);
     ForEachChild(*node, [&](const client::Child& child) {
-        if (!BeginsWith(child.name, beginning)) return true;
+        if (!BeginsWith(child.name, name)) return true;
         candidates.push_back(client::JoinPath(parent, OneLine(Typed(child))));
         return true;
     });
@@ -123,7 +196,7 @@ std::vector<std::string> PathCompletions(const Lookup& look_up, const std::strin
 
 std::optional<Node> Find(CaseSession& session, const std::string& path) {
     std::string problem;
-    auto found = Locate(session, FromOneLine(path), problem);
+    auto found = Locate(session, FromOneLine(path), problem, Several::kFirst);
     if (!found) return std::nullopt;
     return std::move(found->node);
 }
@@ -139,15 +212,33 @@ std::optional<Node> FindBelowRow(CaseSession& session, const std::string& patter
     return std::nullopt;
 }
 
-// Names of attributes of the last node that the line names before `--attr`.
-std::vector<std::string> OptionCompletions(CaseSession& session,
-                                           const std::vector<ShellWord>& words,
-                                           const std::string& beginning) {
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        if (word->text.empty() || word->text.front() == '-') continue;
-        if (const auto node = Find(session, word->text)) return AttributeNames(*node, beginning);
+// Names of attributes of the last node that the line names.
+std::vector<std::string> AttributesOf(CaseSession& session, const std::vector<std::string>& paths,
+                                      const std::string& beginning) {
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path) {
+        if (const auto node = Find(session, *path)) return AttributeNames(*node, beginning);
     }
     return AttributeNames(session.Here(), beginning);
+}
+
+std::vector<std::string> ArgumentCompletions(CaseSession& session,
+                                             const std::vector<ShellWord>& words,
+                                             const std::string& typed) {
+    const bool is_group = words.size() > 1 && OptionsOf(words[0].text, Place::kShell).empty();
+    const std::string word = is_group ? words[0].text + ' ' + words[1].text : words[0].text;
+    const std::vector<OptionShape> options = OptionsOf(word, Place::kShell);
+    const Arguments before = Sort(words, is_group ? 2 : 1, options);
+    if (before.option == "--attr") return AttributesOf(session, before.positionals, typed);
+    // Of the other options the one that stores has a path.
+    if (!before.option.empty() && (before.option != "--set" || before.value > 0)) return {};
+    if (typed.starts_with('-')) return OptionNames(options, typed);
+    const bool is_column = word == "table" && !before.positionals.empty() && before.option.empty();
+    return PathCompletions(
+        [&](const std::string& path) {
+            return is_column ? FindBelowRow(session, before.positionals.front(), path)
+                             : Find(session, path);
+        },
+        typed);
 }
 
 }  // namespace
@@ -172,14 +263,7 @@ terminal::Completion CompleteLine(CaseSession& session, const std::string& line)
         const std::vector<std::string> names = WordNames(words, last.text);
         if (words.empty() || !names.empty()) return {last.start, names};
     }
-    if (words.back().text == "--attr") {
-        return {last.start, OptionCompletions(session, words, last.text)};
-    }
-    const bool is_column = words.size() > 1 && words.front().text == "table";
-    const Lookup look_up = [&](const std::string& path) {
-        return is_column ? FindBelowRow(session, words[1].text, path) : Find(session, path);
-    };
-    return {last.start, PathCompletions(look_up, last.text)};
+    return {last.start, ArgumentCompletions(session, words, last.text)};
 }
 
 }  // namespace fixtop

@@ -23,7 +23,8 @@ struct ShellWord {
 // is not closed.
 std::optional<std::vector<ShellWord>> SplitLine(const std::string& line);
 
-// What may stand at the end of a line: words, node names, attribute names behind "(" and "--attr".
+// What may stand at the end of a line: words, options, node names, keys and attribute names behind
+// "(", attribute names behind "--attr".
 terminal::Completion CompleteLine(CaseSession& session, const std::string& line);
 
 }  // namespace fixtop

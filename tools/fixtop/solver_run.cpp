@@ -10,6 +10,16 @@
 
 namespace fixtop {
 
+namespace {
+
+// ", 45 %", or nothing.
+std::string PercentOf(const client::Solver& solver) {
+    const auto share = solver.DoneShare();
+    return share ? ", " + std::to_string(static_cast<int>(100 * *share)) + " %" : "";
+}
+
+}  // namespace
+
 void TellWhyIncomplete(CaseSession& session, Output& out) {
     const std::string problem = session.Solver().Problem();
     if (!problem.empty()) out.Note(OneLineMessage(problem));
@@ -21,14 +31,20 @@ ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) 
     return ExitCode::kFailed;
 }
 
+client::Released SolveWithProgress(CaseSession& session) {
+    const Progress progress(session);
+    return SolveCase(session);
+}
+
 Progress::Progress(CaseSession& session) {
     if (!terminal::NotesAreSeen()) return;
-    listener_ = session.Solver().OnStateChange(
-        [this] { std::fprintf(stderr, "\rsolving, step %d", ++steps_); });
+    listener_ = session.Solver().OnStateChange([this, solver = session.Solver()] {
+        std::fprintf(stderr, "\rsolving, step %d%-7s", ++steps_, PercentOf(solver).c_str());
+    });
 }
 
 Progress::~Progress() {
-    if (listener_) std::fprintf(stderr, "\r%24s\r", "");
+    if (listener_) std::fprintf(stderr, "\r%31s\r", "");
 }
 
 }  // namespace fixtop

@@ -10,6 +10,9 @@
 
 namespace fixtop {
 
+namespace client {
+struct Released;
+}
 class CaseSession;
 class Output;
 
@@ -20,7 +23,11 @@ void TellWhyIncomplete(CaseSession& session, Output& out);
 // is not saved. Notes why not.
 ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out);
 
-// Counts the steps of a solve on the terminal while it lives. Silent when messages go elsewhere.
+// Solves as case_session.h has it, as somebody looks on.
+client::Released SolveWithProgress(CaseSession& session);
+
+// Counts the steps of a solve on the terminal while it lives, with the share that is done where the
+// solver knows it. Silent when messages go elsewhere.
 class Progress {
  public:
     explicit Progress(CaseSession& session);

@@ -2,6 +2,8 @@
 #include "table.h"
 
 #include <algorithm>
+#include <charconv>
+#include <string_view>
 
 namespace fixtop {
 
@@ -85,8 +87,20 @@ std::string PlainLine(const std::vector<TextColumn>& columns,
     return line;
 }
 
+// Spreadsheets take such a text for a formula.
+bool LooksLikeFormula(const std::string& text) {
+    if (text.empty() || std::string_view("=+-@").find(text.front()) == std::string_view::npos) {
+        return false;
+    }
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error != std::errc() || stop != end;
+}
+
 std::string CsvField(const std::string& whole) {
     std::string text = OneField(whole);
+    if (LooksLikeFormula(text)) text.insert(0, 1, '\'');
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);

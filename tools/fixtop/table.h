@@ -37,7 +37,8 @@ struct Table {
 // headings. A unit that differs from row to row stands in the cells, and a star behind a stale
 // value.
 void WritePlain(const Table& table, Output& out);
-// Quoted as RFC 4180 has it, line feeds as they are; a unit stands in the heading: "Temperature
+// Quoted as RFC 4180 has it, line feeds as they are; before a text that spreadsheets would take for
+// a formula stands a single quote. A unit stands in the heading: "Temperature
 // [C]".
 void WriteCsv(const Table& table, Output& out);
 // A line each row: path, name and cells by heading; a cell is null where there is no node.

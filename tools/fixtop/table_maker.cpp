@@ -1,9 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "table_maker.h"
 
+#include <map>
+
 #include "case_session.h"
 
 namespace fixtop {
+
+namespace {
+
+// The path from a row to a match below it.
+std::string PathBelow(const std::string& row, const client::Place& match) {
+    const bool is_below = !row.empty() && match.path.starts_with(row + '.');
+    const std::string path = is_below ? match.path.substr(row.size() + 1) : match.path;
+    if (match.attribute.empty()) return path;
+    return path + '(' + client::WrittenName(match.attribute) + ')';
+}
+
+}  // namespace
 
 ColumnGroup::ColumnGroup(const std::string& path, std::string attribute, std::string heading)
     : path_(path), heading_(std::move(heading)), attribute_(std::move(attribute)) {
@@ -12,25 +26,40 @@ ColumnGroup::ColumnGroup(const std::string& path, std::string attribute, std::st
 
 ColumnGroup::Cells ColumnGroup::Read(const Node& node) {
     Cells cells;
-    const auto place = path_.First(node);
-    if (!place) return cells;
-    is_there_ = true;
-    Add(*place, heading_, cells);
+    const auto first = path_.First(node);
+    if (first && !path_.MayMeanMore(node, first->node)) {
+        is_there_ = true;
+        Add(*first, path_.Text(), "", cells);
+        return cells;
+    }
+    int matches = 0;
+    const std::string row = node.Path();
+    path_.ForEach(node, [&](const client::Place& match) {
+        ++matches;
+        Add(match, PathBelow(row, match), "", cells);
+        return true;
+    });
+    is_there_ |= matches > 0;
+    has_several_ |= matches > 1;
     return cells;
 }
 
 // Without an attribute that the path names, a path to an array is one to its elements.
-void ColumnGroup::Add(const client::Place& place, const std::string& heading, Cells& cells) {
+void ColumnGroup::Add(const client::Place& place, const std::string& match,
+                      const std::string& element, Cells& cells) {
     if (place.attribute.empty() && place.node.IsArray()) {
         ForEachChild(place.node, [&](const client::Child& child) {
-            Add({child.node, "", ""}, client::JoinPath(heading, child.step), cells);
+            Add({child.node, "", ""}, match, client::JoinPath(element, child.step), cells);
             return true;
         });
         return;
     }
-    if (known_.insert(heading).second) headings_.push_back(heading);
-    cells.emplace(heading,
-                  CellOf(place.node, place.attribute.empty() ? attribute_ : place.attribute));
+    const std::string& attribute = place.attribute.empty() ? attribute_ : place.attribute;
+    cells.push_back({match, element, CellOf(place.node, attribute)});
+}
+
+std::string ColumnGroup::HeadingOf(const Cell& cell) const {
+    return client::JoinPath(has_several_ ? cell.match : heading_, cell.element);
 }
 
 TableCell ColumnGroup::CellOf(const Node& node, const std::string& attribute) {
@@ -55,18 +84,28 @@ void TableMaker::AddRow(const Node& node, std::string path, std::string name) {
 Table TableMaker::Whole() const {
     Table table;
     for (const Row& row : rows_) table.rows.push_back({row.name, row.path, {}});
-    for (std::size_t group = 0; group < groups_.size(); ++group) {
-        for (const std::string& heading : groups_[group].Headings()) {
-            table.headings.push_back(heading);
-            for (std::size_t i = 0; i < rows_.size(); ++i) {
-                const auto cell = rows_[i].cells[group].find(heading);
-                const bool is_there = cell != rows_[i].cells[group].end();
-                table.rows[i].cells.push_back(is_there ? std::optional(cell->second)
-                                                       : std::nullopt);
-            }
+    for (std::size_t group = 0; group < groups_.size(); ++group) AddTo(table, group);
+    return table;
+}
+
+// The columns of a group in order of appearance.
+void TableMaker::AddTo(Table& table, std::size_t group) const {
+    const std::size_t first = table.headings.size();
+    std::map<std::string, std::size_t> places;
+    for (const Row& row : rows_) {
+        for (const ColumnGroup::Cell& cell : row.cells[group]) {
+            const std::string heading = groups_[group].HeadingOf(cell);
+            const auto place = places.emplace(heading, first + places.size());
+            if (place.second) table.headings.push_back(heading);
         }
     }
-    return table;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        table.rows[i].cells.resize(table.headings.size());
+        for (const ColumnGroup::Cell& cell : rows_[i].cells[group]) {
+            auto& shown = table.rows[i].cells[places.at(groups_[group].HeadingOf(cell))];
+            if (!shown) shown = cell.cell;
+        }
+    }
 }
 
 std::string TableMaker::WhyMissing(const ColumnGroup& column) const {

@@ -4,7 +4,6 @@
 // TableMaker: gathers a table from nodes, a row each, and paths from there, the columns.
 
 #include <functional>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,10 +13,18 @@
 
 namespace fixtop {
 
-// What one path makes: a column, or one for each element of an array.
+// What one path makes: a column, or one for each element of an array, and for each node where it
+// leads to several.
 class ColumnGroup {
  public:
-    using Cells = std::map<std::string, TableCell>;  // by heading
+    // A cell by the path from the row to the node, or the heading while there is one in each row,
+    // and the one from there to the element.
+    struct Cell {
+        std::string match;
+        std::string element;
+        TableCell cell;
+    };
+    using Cells = std::vector<Cell>;
     // The unit to ask for at a node; empty for its own.
     using UnitOf = std::function<std::string(const Node& node)>;
 
@@ -27,15 +34,16 @@ class ColumnGroup {
     const client::Pattern& Path() const { return path_; }
     void ShowIn(UnitOf unit_of) { unit_of_ = std::move(unit_of); }
     bool IsThere() const { return is_there_; }
-    // In order of appearance.
-    const std::vector<std::string>& Headings() const { return headings_; }
+    // Of a cell, when all rows are read.
+    std::string HeadingOf(const Cell& cell) const;
     // What the module said against the unit, each text once.
     const std::set<std::string>& Refusals() const { return refusals_; }
 
     Cells Read(const Node& node);
 
  private:
-    void Add(const client::Place& place, const std::string& heading, Cells& cells);
+    void Add(const client::Place& place, const std::string& match, const std::string& element,
+             Cells& cells);
     TableCell CellOf(const Node& node, const std::string& attribute);
 
     client::Pattern path_;
@@ -43,8 +51,7 @@ class ColumnGroup {
     std::string attribute_;
     UnitOf unit_of_;
     bool is_there_ = false;
-    std::vector<std::string> headings_;
-    std::set<std::string> known_;
+    bool has_several_ = false;
     std::set<std::string> refusals_;
 };
 
@@ -61,6 +68,8 @@ class TableMaker {
     std::string WhyMissing(const ColumnGroup& column) const;
 
  private:
+    void AddTo(Table& table, std::size_t group) const;
+
     struct Row {
         Node node;
         std::string path;

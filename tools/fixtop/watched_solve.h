@@ -4,11 +4,8 @@
 // WatchedSolve: a solve of which every change of chosen nodes is written, a line each: path, old
 // value, new value, unit.
 
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "fixtop/client.h"
+#include "stores.h"
 #include "word.h"
 
 namespace fixtop {
@@ -23,9 +20,8 @@ class WatchedSolve {
 
  private:
     void Write(const client::Change& change, Output& out) const;
-    bool StoreAll(CommandContext& around) const;
 
-    std::vector<std::pair<std::string, std::string>> stores_;
+    Stores stores_;
     client::Watch watch_;
     bool json_ = false;
 };

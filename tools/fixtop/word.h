@@ -33,6 +33,8 @@ class Word {
     // The options are read into the word itself.
     virtual void Declare(CLI::App& app) = 0;
     virtual ExitCode Run(CommandContext& around) = 0;
+    // The records of its run say themselves what made it end with kFailed.
+    virtual bool TellsFailures() const { return false; }
 };
 
 // Where a word is known.
@@ -41,9 +43,10 @@ constexpr bool IsKnown(Place word, Place here) {
     return (static_cast<int>(word) & static_cast<int>(here)) != 0;
 }
 
-// Which views of a case a word can show. Words with tables of the neutral view have an option
-// --units of their own, for a set of units. A selection says itself of which view its nodes are.
-enum class View { kNone, kRaw, kEither, kNeutral, kNeutralTables, kOfSelection };
+// Which views of a case a word can show. The words with a set of units have an option --units of
+// their own for it: those with tables of the neutral view, and kEitherInUnits. A selection says
+// itself of which view its nodes are.
+enum class View { kNone, kRaw, kEither, kEitherInUnits, kNeutral, kNeutralTables, kOfSelection };
 
 // A row without a maker is a group: the words of the rows whose names begin with its own.
 struct WordRow {
@@ -58,8 +61,17 @@ struct WordRow {
 std::span<const WordRow> Words();
 
 // Parses a command line, without the program's own name, and runs its word. In the shell the
-// session is given and words take no case. Problems of the line are told on `around.out`.
+// session is given and words take no case. Problems are told on `around.out`, and where the line
+// asks for JSON in a last record too: error, exit.
 ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around);
+
+// An option of a word as it is typed, and how many values stand behind it.
+struct OptionShape {
+    std::string name;
+    int values = 0;
+};
+// None for a group, and for a word that is not known there.
+std::vector<OptionShape> OptionsOf(const std::string& word, Place place);
 
 // Options; `name` without dashes is an argument by its position. What is said by a path or a name
 // is read as output writes it on one line, a text as it stands.
@@ -70,6 +82,8 @@ CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const c
 // The name of a file; an empty one is refused.
 CLI::Option* AddFile(CLI::App& app, const char* name, std::string& file, const char* help);
 void AddJson(CLI::App& app, bool& json);
+// Which is meant of several nodes that a path leads to: the first, or all of them.
+void AddSeveral(CLI::App& app, bool& first, bool& all);
 
 // An argument as it was given, for options that are declared otherwise.
 std::string GivenText(std::string argument);

@@ -78,6 +78,8 @@ class CaseHost {
     void Activate(Case& open_case) { active_ = &open_case; }
     // Why the last solve of the active case did not complete; empty when it did.
     std::string SolveProblem() const;
+    // How much of the solve under way is done, from 0 to 1; nothing while nobody knows.
+    std::optional<double> SolveShare() const;
     // Whether the active case shows results that are older than a change of it.
     bool HasOldResults() const;
     // The file in which variables of the active case are published; empty while it has no name.

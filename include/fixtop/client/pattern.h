@@ -32,6 +32,10 @@ class Pattern {
     // All of them, in the order of the tree, to `visit`, until that answers false.
     void ForEach(const Node& from, const std::function<bool(const Place& place)>& visit) const;
     std::vector<Place> All(const Node& from) const;
+    // Whether it may lead from there to more than the first node that was found: it chooses by
+    // wildcards or filters, or leaves out the key of a node that has one. A name without a key is
+    // that of the first of its siblings, as paths are written.
+    bool MayMeanMore(const Node& from, const Node& found) const;
     // Why it leads nowhere from there.
     NotFound WhyMissing(const Node& from) const;
 

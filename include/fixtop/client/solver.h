@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "fixtop/client/node.h"
@@ -30,6 +31,8 @@ class Solver {
     // Why the last solve is not complete, as far as the host tells; empty when it is.
     std::string Problem() const;
     bool IsRunning() const;
+    // How much of the solve under way is done, from 0 to 1, where the host knows it.
+    std::optional<double> DoneShare() const;
     // Nothing has changed since a solve that was complete.
     bool IsComplete() const;
     // Whether a store starts the solver.

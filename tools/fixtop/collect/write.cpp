@@ -59,6 +59,7 @@ class CollectWrite final : public SelectionWord {
     bool Store(client::Selection& selection, CommandContext& around) const {
         const Progress progress(*around.session);
         around.session->Solver().SolveOnStore(true);
+        around.session->TheChanges().SetUnsaved(true);
         const std::vector<std::string> refused =
             selection.Store(std::span<const std::string>(values_), unit_);
         const std::vector<std::string> paths = selection.Paths();

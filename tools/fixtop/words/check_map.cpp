@@ -32,6 +32,8 @@ class CheckMap final : public Word {
         return CheckCase(around.out) ? code : ExitCode::kUnreadable;
     }
 
+    bool TellsFailures() const override { return true; }
+
  private:
     void Tell(const client::Finding& finding, Output& out) const {
         if (json_) {

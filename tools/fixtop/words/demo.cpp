@@ -22,7 +22,7 @@ constexpr Stop kTour[] = {
     {"The case is a tree. These are the nodes below its top:", "ls", "appModel"},
     {"We go to the flowsheet; paths begin there from now on.", "cd appModel.FlowSheetObjects", ""},
     {"Its streams:", "ls Streams", "Sales Gas"},
-    {"A cooler with all that it knows:", "tree UnitOps.E-100", "Product Temperature = -20 C"},
+    {"A cooler with all that it knows:", "tree UnitOps.E-100", "Product Temperature := -20 C"},
     {"One value, as it is shown and in another unit:", "get 'Streams.Raw Gas.Temperature'", "30\n"},
     {"", "get 'Streams.Raw Gas.Temperature' --unit K", "303.15\n"},
     {"Temperatures of all streams that are vapour, found by a filter:",

@@ -25,6 +25,9 @@ class Explain final : public NodeWord {
     }
 
  private:
+    std::unique_ptr<CaseSession> Other(const CaseSession& session) override {
+        return session.InNeutralView();
+    }
     void Show(const Node& node, Output& out) override {
         if (AsJson()) return out.Line(ToLine(Record(node)));
         Tell(node, out);

@@ -13,6 +13,7 @@ class Get final : public Word {
         AddNames(app, "PATH", paths_, "Nodes; - reads paths from standard input")->required();
         AddName(app, "--attr", attribute_, "Attribute to be read; value when it is left out");
         AddName(app, "--unit", unit_, "Unit in which values are wanted");
+        AddSeveral(app, first_, all_);
         AddJson(app, json_);
     }
 
@@ -22,6 +23,8 @@ class Get final : public Word {
             if (!Read(path, around)) code = ExitCode::kFailed;
         };
         for (const std::string& path : paths_) {
+            // A list of paths would have as many messages.
+            tells_held_ = path != "-";
             if (path != "-") {
                 read(path);
                 continue;
@@ -32,54 +35,96 @@ class Get final : public Word {
         return code;
     }
 
+    bool TellsFailures() const override { return true; }
+
  private:
     bool Read(const std::string& path, CommandContext& around) const {
-        std::string problem;
-        const auto found = Locate(*around.session, path, problem);
-        if (!found) return Refuse(path, problem, true, around.out);
-        const Node& node = found->node;
-        const std::string attribute = !attribute_.empty()        ? attribute_
-                                      : found->attribute.empty() ? "value"
-                                                                 : found->attribute;
+        bool all_read = true;
+        const std::string problem =
+            ForEachMeant(*around.session, path, first_, all_,
+                         [&](const client::Place& place, const std::string& shown) {
+                             all_read &= Show(place, shown, around.out);
+                         });
+        return problem.empty() ? all_read : Refuse(OneLine(path), problem, true, around.out);
+    }
+    // Under the path that is told.
+    bool Show(const client::Place& place, const std::string& path, Output& out) const {
+        const std::string attribute = !attribute_.empty()       ? attribute_
+                                      : place.attribute.empty() ? "value"
+                                                                : place.attribute;
         client::Reading reading;
         try {
-            reading = node.Read(unit_, attribute);
+            reading = place.node.Read(unit_, attribute);
         } catch (const client::Refused& refused) {
-            return Refuse(path, OneLine(refused.Text()), false, around.out);
+            return Refuse(path, OneLine(refused.Text()), false, out);
         }
-        if (reading.stale) around.out.Note(OneLine(path) + ": older than a change of the case");
-        around.out.Line(json_ ? Record(path, attribute, reading) : OneLine(reading.value));
-        problem = OneLine(client::OtherUnit(attribute, reading, unit_));
-        if (!problem.empty()) around.out.Note(OneLine(path) + ": " + problem);
+        if (reading.stale) out.Note(path + ": older than a change of the case");
+        const std::string problem = OneLine(client::OtherUnit(attribute, reading, unit_));
+        const bool is_holder =
+            attribute == "value" && reading.value.IsNull() && !place.node.IsVariable();
+        if (json_) {
+            Json record = Record(path, attribute, reading);
+            if (!problem.empty()) record["error"] = problem;
+            if (is_holder) AddHeld(place.node, record);
+            out.Line(ToLine(record));
+        } else {
+            out.Line(OneLine(reading.value));
+            const std::string shown = path.empty() ? TextOf(place.node, "name") : path;
+            if (is_holder && tells_held_) out.Note(shown + ": no value, but " + Held(place.node));
+        }
+        if (!problem.empty()) out.Note(path + ": " + problem);
         return problem.empty();
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
-        out.Note(names_path ? problem : OneLine(path) + ": " + problem);
+        out.Note(names_path ? problem : path + ": " + problem);
         if (json_) {
             Json record;
-            record["path"] = OneLine(path);
+            record["path"] = path;
             record["error"] = problem;
             out.Line(ToLine(record));
         }
         return false;
     }
-    static std::string Record(const std::string& path, const std::string& attribute,
-                              const client::Reading& reading) {
+    // "MaterialStreamObject with Temperature, Pressure and 3 more"
+    static std::string Held(const Node& node) {
+        constexpr int kNamed = 6;
+        std::string names;
+        int count = 0;
+        ForEachChild(node, [&](const client::Child& child) {
+            if (++count <= kNamed) names += (count > 1 ? ", " : " with ") + OneLine(child.step);
+            return true;
+        });
+        if (count > kNamed) names += " and " + std::to_string(count - kNamed) + " more";
+        return TextOf(node, "type") + (count == 0 ? " with nothing in it" : names);
+    }
+    static void AddHeld(const Node& node, Json& record) {
+        record["type"] = TextOf(node, "type");
+        Json& steps = record["holds"] = Json::array();
+        ForEachChild(node, [&](const client::Child& child) {
+            steps.push_back(OneLine(child.step));
+            return true;
+        });
+    }
+    static Json Record(const std::string& path, const std::string& attribute,
+                       const client::Reading& reading) {
         Json record;
-        record["path"] = OneLine(path);
+        record["path"] = path;
         if (attribute != "value") record["attr"] = attribute;
         record["value"] = ToJson(reading.value);
         record["uom"] = UnitToJson(reading.unit);
         record["status"] = reading.status.empty() ? Json() : Json(reading.status);
         if (reading.stale) record["stale"] = true;
-        return ToLine(record);
+        return record;
     }
 
     std::vector<std::string> paths_;
     std::string attribute_;
     std::string unit_;
+    bool first_ = false;
+    bool all_ = false;
     bool json_ = false;
+    bool tells_held_ = true;
 };
 
 }  // namespace

@@ -14,9 +14,7 @@ class Ls final : public NodeWord {
     }
 
  private:
-    Node Shown(CaseSession& session, const Node& found) const override {
-        return session.Listed(found);
-    }
+    Node Shown(CaseSession& session, const Node& found) override { return session.Listed(found); }
     void Show(const Node& node, Output& out) override {
         const std::string parent = AsJson() ? node.Path() : "";
         const auto show = [&](const client::Child& child) {

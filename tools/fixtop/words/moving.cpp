@@ -58,15 +58,16 @@ class Save final : public Word {
 
 class Help final : public Word {
  public:
-    void Declare(CLI::App& app) override { AddText(app, "WORD", word_, "Word to be explained"); }
+    void Declare(CLI::App& app) override {
+        AddNames(app, "WORD", words_, "Word to be explained, as collect add");
+    }
     ExitCode Run(CommandContext& around) override {
-        std::vector<std::string> line{"--help"};
-        if (!word_.empty()) line.insert(line.begin(), word_);
-        return Execute(std::move(line), Place::kShell, around);
+        words_.emplace_back("--help");
+        return Execute(std::move(words_), Place::kShell, around);
     }
 
  private:
-    std::string word_;
+    std::vector<std::string> words_;
 };
 
 class Quit final : public Word {

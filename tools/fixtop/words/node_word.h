@@ -12,13 +12,20 @@ class NodeWord : public Word {
  public:
     ExitCode Run(CommandContext& around) final {
         std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (!found) {
-            around.out.Note(problem);
-            return ExitCode::kFailed;
+        try {
+            const auto other = Other(*around.session);
+            CaseSession& session = other ? *other : *around.session;
+            const auto found = Locate(session, path_, problem);
+            if (!found) {
+                around.out.Note(problem);
+                return ExitCode::kFailed;
+            }
+            Show(Shown(session, found->node), around.out);
+            return ExitCode::kOk;
+        } catch (const client::CaseError& error) {
+            around.out.Note(MessageOf(error));
+            return ExitCode::kUnreadable;
         }
-        Show(Shown(*around.session, found->node), around.out);
-        return ExitCode::kOk;
     }
 
  protected:
@@ -30,8 +37,10 @@ class NodeWord : public Word {
     bool AsJson() const { return json_; }
 
  private:
+    // The session in which the path is looked up; null for the one at work.
+    virtual std::unique_ptr<CaseSession> Other(const CaseSession&) { return nullptr; }
     // Which node is shown for the one that was found.
-    virtual Node Shown(CaseSession&, const Node& found) const { return found; }
+    virtual Node Shown(CaseSession&, const Node& found) { return found; }
     virtual void Show(const Node& node, Output& out) = 0;
 
     std::string path_;

@@ -6,12 +6,11 @@
 #include <fstream>
 #include <map>
 #include <memory>
-#include <span>
 #include <system_error>
 
 #include "case_session.h"
 #include "flowsheets.h"
-#include "table_maker.h"
+#include "report_rows.h"
 #include "unit_choice.h"
 #include "words/makers.h"
 
@@ -19,26 +18,9 @@ namespace fixtop {
 
 namespace {
 
-struct ReportColumn {
-    const char* heading;
-    const char* path;  // from the node of the row
-};
-using ReportColumns = std::span<const ReportColumn>;
-
 // Shown without the words around it.
 constexpr char kClass[] = "Class";
 
-constexpr ReportColumn kStream[] = {
-    {"Vapor fraction", "VaporFraction"},
-    {"Temperature", "Temperature"},
-    {"Pressure", "Pressure"},
-    {"Molar flow", "MolarFlow"},
-    {"Mass flow", "MassFlow"},
-    {"Volume flow", "VolumeFlow"},
-    {"Heat flow", "HeatFlow"},
-    {"From", "UpstreamUnitOperation"},
-    {"To", "DownstreamUnitOperation"},
-};
 constexpr ReportColumn kEnergyStream[] = {
     {"Heat flow", "HeatFlow"},
     {"From", "UpstreamUnitOperation"},
@@ -94,8 +76,8 @@ struct FlowsheetTable {
     ReportColumns columns;
     const char* fractions = nullptr;  // a list of components, from the object
 };
-constexpr FlowsheetTable kFlowsheetTables[] = {
-    {"streams", "Streams", "Stream", kStream},
+const FlowsheetTable kFlowsheetTables[] = {
+    {"streams", "Streams", "Stream", StreamColumns()},
     {"compositions", "Mole fractions of the streams", "Stream", {}, "Composition.Component"},
     {"energy-streams", "Energy streams", "HeatStream", kEnergyStream},
     {"unit-operations", "Unit operations", kUnitOperations, kUnitOperation},
@@ -118,13 +100,6 @@ constexpr PartTable kPartTables[] = {
 };
 
 constexpr char kReactions[] = "ReactionPackage.Reaction";
-
-struct Row {
-    Node node;
-    std::string path;
-    std::string name;
-};
-using Rows = std::vector<Row>;
 
 struct Title {
     std::string text;
@@ -244,44 +219,24 @@ class Report final : public Word {
     }
     void WriteParts(const Node& top, const PartTable& parts, TableWriter& writer) {
         const client::Pattern list(parts.list);
-        for (const Row& unit : ObjectsOf(top, kUnitOperations)) {
+        for (const ReportRow& unit : ObjectsOf(top, kUnitOperations)) {
             Write(RowsOf(unit.node, list), parts.columns, parts.fractions,
                   {parts.title + unit.name, std::string(parts.name) + '-' + unit.name}, writer);
         }
     }
     // The objects of a list, of all flowsheets.
-    const Rows& ObjectsOf(const Node& top, const std::string& list) {
+    const ReportRows& ObjectsOf(const Node& top, const std::string& list) {
         const auto [row, is_new] = objects_.try_emplace(list);
-        Rows& rows = row->second;
-        if (!is_new) return rows;
-        ForEachObject(top, client::Pattern(list), [&rows](const FlowsheetObject& object) {
-            rows.push_back({object.node, object.node.Path(), object.name});
-        });
-        return rows;
+        if (is_new) row->second = ObjectRows(top, list);
+        return row->second;
     }
-    static Rows RowsOf(const Node& node, const client::Pattern& list) {
-        Rows rows;
+    static ReportRows RowsOf(const Node& node, const client::Pattern& list) {
+        ReportRows rows;
         list.ForEach(node, [&](const client::Place& place) {
             rows.push_back({place.node, place.path, place.node.Key()});
             return true;
         });
         return rows;
-    }
-    // A column for each component that any of the rows has.
-    static void AddFractions(const Rows& rows, const std::string& list, TableMaker& maker) {
-        const client::Pattern components(list);
-        std::vector<std::string> names;
-        for (const Row& row : rows) {
-            components.ForEach(row.node, [&](const client::Place& place) {
-                const std::string name = place.node.Key();
-                if (std::ranges::find(names, name) == names.end()) names.push_back(name);
-                return true;
-            });
-        }
-        for (const std::string& name : names) {
-            maker.AddColumn(
-                {list + '(' + client::WrittenKey(name) + ").MoleFraction", "value", name});
-        }
     }
     static void ShortenClasses(Table& table) {
         const auto column = std::ranges::find(table.headings, kClass) - table.headings.begin();
@@ -293,8 +248,8 @@ class Report final : public Word {
         }
     }
     // A table without rows or columns is left out.
-    void Write(const Rows& rows, ReportColumns columns, const char* fractions, const Title& title,
-               TableWriter& writer) const {
+    void Write(const ReportRows& rows, ReportColumns columns, const char* fractions,
+               const Title& title, TableWriter& writer) const {
         TableMaker maker;
         for (const ReportColumn& column : columns) {
             maker.AddColumn({column.path, "value", column.heading});
@@ -304,14 +259,14 @@ class Report final : public Word {
         for (ColumnGroup& column : maker.Columns()) {
             column.ShowIn([this](const Node& node) { return units_.UnitOf(node); });
         }
-        for (const Row& row : rows) maker.AddRow(row.node, row.path, row.name);
+        for (const ReportRow& row : rows) maker.AddRow(row.node, row.path, row.name);
         Table table = maker.Whole();
         table.title = title.text;
         ShortenClasses(table);
         writer.Write(table, title.name);
     }
 
-    std::map<std::string, Rows> objects_;
+    std::map<std::string, ReportRows> objects_;
     UnitChoice units_;
     std::string folder_;
     bool json_ = false;

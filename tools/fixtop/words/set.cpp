@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "case_session.h"
 #include "solver_run.h"
+#include "stores.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -10,50 +11,60 @@ namespace {
 class Set final : public Word {
  public:
     void Declare(CLI::App& app) override {
-        AddName(app, "PATH", path_, "Node, or an attribute of it as in Feed(attachments)")
+        AddName(app, "PATH", first_.path, "Node, or an attribute of it as in Feed(attachments)")
             ->required();
-        AddText(app, "VALUE", value_, "New value; empty takes the value away")->required();
-        AddName(app, "--unit", unit_, "Unit of the value");
+        AddText(app, "VALUE", first_.value,
+                "New value, also with a unit behind it ('30 C'); empty takes the value away")
+            ->required();
+        AddName(app, "--unit", first_.unit, "Unit of the value");
+        AddSeveral(app, first_.first, first_.all);
+        stores_.Declare(app);
         AddFile(app, "--save", file_, "Write the changed case to this file");
         AddJson(app, json_);
     }
 
     ExitCode Run(CommandContext& around) override {
-        std::string problem;
-        const auto found = Locate(*around.session, path_, problem);
-        if (found) {
-            const Progress progress(*around.session);
-            around.session->Solver().SolveOnStore(true);
-            problem = Store(*found, value_, unit_);
-        }
-        if (!problem.empty()) {
-            around.out.Note(found ? OneLine(path_) + ": " + problem : problem);
-            return ExitCode::kFailed;
-        }
-        // Saved before anything is written: whoever reads may have gone away.
-        const ExitCode code = SaveSolved(*around.session, file_, around.out);
-        Report(*found, around.out);
-        TellWhyIncomplete(*around.session, around.out);
-        return code;
+        const bool stays_held = around.session->IsHeld();
+        bool all_taken = stores_.StoreAll(around, {first_});
+        if (stays_held) return End(around, all_taken, nullptr);
+        if (!around.session->IsHeld()) return ExitCode::kFailed;
+        const client::Released released = SolveWithProgress(*around.session);
+        all_taken &= TellReleased(released, around.out);
+        return End(around, all_taken, &released.solve);
     }
 
  private:
-    void Report(const client::Place& place, Output& out) const {
+    // Saved before anything is written: whoever reads may have gone away.
+    ExitCode End(CommandContext& around, bool all_taken, const client::SolveResult* solve) const {
+        ExitCode code = all_taken ? ExitCode::kOk : ExitCode::kFailed;
+        if (all_taken) code = SaveSolved(*around.session, file_, around.out);
+        for (const Stores::Stored& stored : stores_.Taken()) Report(stored, solve, around.out);
+        if (!solve || solve->complete) return code;
+        TellWhyIncomplete(*around.session, around.out);
+        return code == ExitCode::kOk ? ExitCode::kFailed : code;
+    }
+    void Report(const Stores::Stored& stored, const client::SolveResult* solve, Output& out) const {
+        const client::Place& place = stored.place;
         const std::string name = place.attribute.empty() ? "value" : place.attribute;
-        const FIValue value = place.node.Attribute(name);
-        if (!json_) return out.Line(OneLine(value));
+        const std::vector<Node> elements = client::ElementsOf(place.node);
+        if (!json_) return out.Line(ValuesOf(place.node, name, elements));
         Json record;
-        record["path"] = OneLine(path_);
-        record["value"] = ToJson(value);
+        record["path"] = stored.path;
+        if (elements.empty()) {
+            record["value"] = ToJson(place.node.Attribute(name));
+        } else {
+            Json& values = record["value"] = Json::array();
+            for (const Node& element : elements) values.push_back(ToJson(element.Attribute(name)));
+        }
         record["uom"] = UnitToJson(place.node.UnitOf(name));
         record["status"] = ToJson(place.node.Attribute("status"));
         MarkStale(place.node, record);
+        if (solve) record["complete"] = solve->complete;
         out.Line(ToLine(record));
     }
 
-    std::string path_;
-    std::string value_;
-    std::string unit_;
+    Stores::Given first_;
+    Stores stores_;
     std::string file_;
     bool json_ = false;
 };

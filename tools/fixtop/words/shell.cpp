@@ -19,18 +19,26 @@ class Shell final : public Word {
 
     ExitCode Run(CommandContext& around) override {
         CaseSession& session = *around.session;
+        session.TheChanges().Keep();
         const auto reader = terminal::OpenLineReader(
             [&](const std::string& line) { return CompleteLine(session, line); });
         ExitCode last = ExitCode::kOk;
         while (!around.leave_shell) {
             const auto line = reader->Read(Prompt(session));
-            if (!line) break;
-            last = RunGuarded(*line, last, around);
+            session.TheChanges().BeginLine();
+            if (line) last = RunGuarded(*line, last, around);
+            if (!line || around.leave_shell) around.leave_shell = MayLeave(session, *reader);
         }
         return output_lost_ && last == ExitCode::kOk ? ExitCode::kFailed : last;
     }
 
  private:
+    // Who types is asked when something is not saved; the end of the input is an answer too.
+    static bool MayLeave(CaseSession& session, terminal::LineReader& reader) {
+        if (!terminal::InputIsTyped() || !session.TheChanges().AreUnsaved()) return true;
+        const auto answer = reader.Read("Changes are not saved. Leave all the same? [y/N] ");
+        return !answer || answer->starts_with('y') || answer->starts_with('Y');
+    }
     static std::string Prompt(CaseSession& session) {
         return OneLine(session.Here().Name()) + "> ";
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "case_session.h"
 #include "solver_run.h"
+#include "stores.h"
 #include "terminal.h"
 #include "words/makers.h"
 
@@ -11,12 +12,14 @@ namespace {
 class Solve final : public Word {
  public:
     void Declare(CLI::App& app) override {
+        stores_.Declare(app);
         AddFile(app, "--save", file_, "Write the solved case to this file");
         AddJson(app, json_);
     }
 
     ExitCode Run(CommandContext& around) override {
-        const client::SolveResult end = WithProgress(*around.session);
+        bool all_taken = stores_.StoreAll(around);
+        const client::SolveResult end = SolveHeld(around, all_taken);
         // Saved before anything is written: whoever reads may have gone away.
         const ExitCode saved = SaveSolved(*around.session, file_, around.out);
         Report(end, around.out);
@@ -25,13 +28,15 @@ class Solve final : public Word {
             if (!terminal::IsInterrupted()) NameCulprits(*around.session, around.out);
         }
         if (saved != ExitCode::kOk) return saved;
-        return end.complete ? ExitCode::kOk : ExitCode::kFailed;
+        return end.complete && all_taken ? ExitCode::kOk : ExitCode::kFailed;
     }
 
  private:
-    static client::SolveResult WithProgress(CaseSession& session) {
-        const Progress progress(session);
-        return session.Solver().Solve();
+    // A solve ends a hold.
+    static client::SolveResult SolveHeld(CommandContext& around, bool& all_taken) {
+        const client::Released released = SolveWithProgress(*around.session);
+        all_taken &= TellReleased(released, around.out);
+        return released.solve;
     }
     void Report(const client::SolveResult& end, Output& out) const {
         if (!json_) return out.Line(OneLineMessage(end.message));
@@ -56,12 +61,25 @@ class Solve final : public Word {
         }
     }
 
+    Stores stores_;
     std::string file_;
     bool json_ = false;
 };
 
+class HoldWord final : public Word {
+ public:
+    void Declare(CLI::App&) override {}
+    ExitCode Run(CommandContext& around) override {
+        around.session->Hold();
+        return ExitCode::kOk;
+    }
+};
+
 }  // namespace
 
+std::unique_ptr<Word> MakeHold() {
+    return std::make_unique<HoldWord>();
+}
 std::unique_ptr<Word> MakeSolve() {
     return std::make_unique<Solve>();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <limits>
 
+#include "unit_choice.h"
 #include "words/makers.h"
 #include "words/node_word.h"
 
@@ -14,14 +15,41 @@ class Tree final : public NodeWord {
         DeclareNode(app, "Node; the present one when it is left out");
         app.add_option("--depth", depth_, "Levels below the node; all when it is left out")
             ->check(CLI::Range(0, std::numeric_limits<int>::max(), "NONNEGATIVE"));
+        AddNames(app, "--unit", wanted_, "Unit for all values that have it; may be repeated")
+            ->allow_extra_args(false);
+        units_.Declare(app);
         app.add_flag("--attachments", attachments_, "Go on below attachments");
         app.add_flag("--all", all_, "All elements of long arrays");
     }
 
  private:
+    Node Shown(CaseSession& session, const Node& found) override {
+        units_.Use(session.OpenCase());
+        return found;
+    }
     void Show(const Node& node, Output& out) override {
         if (!AsJson()) return ShowBelow(node, 0, out);
-        out.Line(ToLine(Nested(node, depth_), 2));
+        out.Line(ToLine(Nested(node, node.Path(), depth_), 2));
+    }
+
+    // In the first of the units that is one of it, or else as it is.
+    client::Reading Read(const Node& node) const {
+        client::Reading plain = node.Read();
+        if (plain.unit.empty()) return plain;
+        std::vector<std::string> units = wanted_;
+        units.push_back(units_.UnitOf(node));
+        for (const std::string& unit : units) {
+            try {
+                client::Reading reading = node.Read(unit);
+                if (!unit.empty() && reading.unit == unit) return reading;
+            } catch (const client::Refused&) {
+                // One for other quantities.
+            }
+        }
+        return plain;
+    }
+    static bool IsSpecified(const std::string& status) {
+        return status == "Specified" || status == "Default";
     }
 
     static bool IsAttachment(const Node& node) { return TextOf(node, "type") == "Attachment"; }
@@ -30,16 +58,18 @@ class Tree final : public NodeWord {
     }
 
     static std::string Indent(int level) { return std::string(std::size_t{2} * level, ' '); }
-    static std::string Describe(const Node& node) {
+    std::string Describe(const Node& node) const {
         const std::string name = ShownName(node);
         const std::string type = TextOf(node, "type");
         if (!node.IsVariable()) return type.empty() ? name : name + "  (" + type + ")";
-        const std::string value = TextOf(node, "value");
-        const char* joint = type == "Attachment" ? " -> " : " = ";
+        const client::Reading reading = Read(node);
+        const std::string value = OneLine(reading.value);
+        const char* joint = type == "Attachment"          ? " -> "
+                            : IsSpecified(reading.status) ? " := "
+                                                          : " = ";
         if (value.empty()) return name + joint + "(none)";
-        const std::string uom = TextOf(node, "uom");
-        return name + joint + value + (uom.empty() ? "" : ' ' + uom) +
-               (node.IsStale() ? "  (stale)" : "");
+        return name + joint + value + (reading.unit.empty() ? "" : ' ' + OneLine(reading.unit)) +
+               (reading.stale ? "  (stale)" : "");
     }
     void ShowBelow(const Node& node, int level, Output& out) const {
         out.Line(Indent(level) + Describe(node));
@@ -54,19 +84,23 @@ class Tree final : public NodeWord {
             out.Line(Indent(level + 1) + FoldedLine(left_out));
         }
     }
-    Json Nested(const Node& node, int levels_left) const {
+    Json Nested(const Node& node, const std::string& path, int levels_left) const {
         Json record;
+        record["path"] = OneLine(path);
         record["name"] = node.Name();
         record["type"] = ToJson(node.Attribute("type"));
         if (node.IsVariable()) {
-            record["value"] = ToJson(node.Attribute("value"));
-            record["uom"] = ToJson(node.Attribute("uom"));
-            MarkStale(node, record);
+            const client::Reading reading = Read(node);
+            record["value"] = ToJson(reading.value);
+            record["uom"] = UnitToJson(reading.unit);
+            record["status"] = reading.status.empty() ? Json() : Json(reading.status);
+            if (reading.stale) record["stale"] = true;
         }
         if (!IsOpen(node, levels_left)) return record;
         Json children = Json::array();
         ForEachChild(node, [&](const client::Child& child) {
-            children.push_back(Nested(child.node, levels_left - 1));
+            children.push_back(
+                Nested(child.node, client::JoinPath(path, child.step), levels_left - 1));
             return true;
         });
         if (!children.empty()) record["children"] = std::move(children);
@@ -74,6 +108,8 @@ class Tree final : public NodeWord {
     }
 
     int depth_ = std::numeric_limits<int>::max();
+    std::vector<std::string> wanted_;
+    UnitChoice units_;
     bool attachments_ = false;
     bool all_ = false;
 };

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "report_rows.h"
+
+#include <algorithm>
+
+#include "flowsheets.h"
+
+namespace fixtop {
+
+ReportColumns StreamColumns() {
+    static constexpr ReportColumn columns[] = {
+        {"Vapor fraction", "VaporFraction"},
+        {"Temperature", "Temperature"},
+        {"Pressure", "Pressure"},
+        {"Molar flow", "MolarFlow"},
+        {"Mass flow", "MassFlow"},
+        {"Volume flow", "VolumeFlow"},
+        {"Heat flow", "HeatFlow"},
+        {"From", "UpstreamUnitOperation"},
+        {"To", "DownstreamUnitOperation"},
+    };
+    return columns;
+}
+
+ReportRows ObjectRows(const Node& top, const std::string& list) {
+    ReportRows rows;
+    ForEachObject(top, client::Pattern(list), [&rows](const FlowsheetObject& object) {
+        rows.push_back({object.node, object.node.Path(), object.name});
+    });
+    return rows;
+}
+
+void AddFractions(const ReportRows& rows, const std::string& list, TableMaker& maker) {
+    const client::Pattern components(list);
+    std::vector<std::string> names;
+    for (const ReportRow& row : rows) {
+        components.ForEach(row.node, [&](const client::Place& place) {
+            const std::string name = place.node.Key();
+            if (std::ranges::find(names, name) == names.end()) names.push_back(name);
+            return true;
+        });
+    }
+    for (const std::string& name : names) {
+        maker.AddColumn({list + '(' + client::WrittenKey(name) + ").MoleFraction", "value", name});
+    }
+}
+
+}  // namespace fixtop
