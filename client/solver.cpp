@@ -128,11 +128,6 @@ void Solver::WaitUntilIdle(const Progress& progress) const {
     }
 }
 
-bool Solver::IsComplete() const {
-    FISolver* solver = case_->GetSolver();
-    return solver && Knows(*solver, kNothingToSolve);
-}
-
 std::string Solver::Problem() const {
     return case_->Host().SolveProblem();
 }
