@@ -90,7 +90,8 @@ class Store(ProgramTest):
             (FEED_FLOW, "abc"): "not a number: abc",
             (FEED_FLOW, "12x"): "not a number: 12x",
             (FEED_FLOW, "nan"): "not a number: nan",
-            (FEED_FLOW, "1", "--unit", "K"): "Invalid unit for variable type",
+            (FEED_FLOW, "1", "--unit", "K"):
+                "no such unit: K; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
             (SALES_FLOW, "1"): "Value not stored",
             (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"): "Value not stored",
             (UNITS + ".E-100.Inlet 1", "x"): "Cannot set attachment",

@@ -93,7 +93,7 @@ class Neutral(ProgramTest):
         # 1000 kmol/h are 1000 / 3.6 mol/s.
         self.assertEqual(["277.777777778"], self.values_of(RAW_GAS + ".MolarFlow", "--unit", "mol/s"))
         result = run("get", "demo", "--neutral", RAW_GAS + ".Temperature", "--unit", "furlong")
-        self.check(result, FAILED, "", RAW_GAS + ".Temperature: Unable to find unit\n")
+        self.check(result, FAILED, "", RAW_GAS + ".Temperature: no such unit: furlong; expected C, K, F, R\n")
 
     def test_json(self):
         line, = self.values_of(RAW_GAS + ".Temperature", "--json")
