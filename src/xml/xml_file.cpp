@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_file.h"
 
+#include <set>
+
 #include "diagnostics/module_log.h"
 #include "platform/file_search.h"
 #include "platform/resources.h"
@@ -18,10 +20,19 @@ bool Fail(const std::string& message) {
     return false;
 }
 
+// Such a file changes what every program shows that is started in that folder.
+void TellReplaced(const std::string& name, const std::string& path) {
+    static std::set<std::string> told;
+    if (FindCompiledResource(name).data() == nullptr || !told.insert(path).second) return;
+    LogAndTell(
+        MessageText("%s is read in place of the built-in file of that name", path.c_str()).c_str());
+}
+
 bool ReadLocal(const char* kind, const std::string& name, const std::string& path,
                XmlReader& reader) {
     LogAtLevel(MessageText("  Using local %s File: %.128s", kind, path.c_str()).c_str(),
                kUsingLocalLevel);
+    TellReplaced(name, path);
     switch (reader.ParseFile(path)) {
         case XmlOutcome::kDone:
             return true;
