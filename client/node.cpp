@@ -244,7 +244,7 @@ std::string Node::ShowIn(const std::string& unit, const std::string& attribute) 
     if (refused.empty()) return unit;
     const auto units = UnitsIn(IsGoneText(refused) ? "" : Attribute("uom_options").ToText());
     if (units.empty()) ThrowIfRefused(*this, refused);
-    const std::string meant = UnitMeant(unit, units);
+    std::string meant = UnitMeant(unit, units);
     if (meant.empty()) throw Refused(Path(), NoSuchUnit(unit, units));
     ThrowIfRefused(*this, PutUnit(*place_, attribute, meant));
     return meant;
