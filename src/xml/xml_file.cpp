@@ -20,19 +20,11 @@ bool Fail(const std::string& message) {
     return false;
 }
 
-// Such a file changes what every program shows that is started in that folder.
-void TellReplaced(const std::string& name, const std::string& path) {
-    static std::set<std::string> told;
-    if (FindCompiledResource(name).data() == nullptr || !told.insert(path).second) return;
-    LogAndTell(
-        MessageText("%s is read in place of the built-in file of that name", path.c_str()).c_str());
-}
-
 bool ReadLocal(const char* kind, const std::string& name, const std::string& path,
                XmlReader& reader) {
     LogAtLevel(MessageText("  Using local %s File: %.128s", kind, path.c_str()).c_str(),
                kUsingLocalLevel);
-    TellReplaced(name, path);
+    if (FindCompiledResource(name).data() != nullptr) TellReplaced(path);
     switch (reader.ParseFile(path)) {
         case XmlOutcome::kDone:
             return true;
@@ -57,6 +49,14 @@ bool ReadResource(const char* kind, const std::string& name, bool has_resources,
 }
 
 }  // namespace
+
+// Such a file changes what every program shows that is started in that folder.
+void TellReplaced(const std::string& path) {
+    static std::set<std::string> told;
+    if (!told.insert(path).second) return;
+    LogAndTell(
+        MessageText("%s is read in place of the built-in file of that name", path.c_str()).c_str());
+}
 
 bool FailModelFile(const char* kind, const std::string& name) {
     return Fail(MessageText("  Failed parsing %s File: %.128s", kind, name.c_str()));

@@ -7,6 +7,7 @@ import json
 import math
 import os
 import pathlib
+import re
 import unittest
 
 from small_case import array, of_kind, real, small_case, stream, write_case
@@ -494,6 +495,11 @@ class OwnFiles(ProgramTest):
         # On Windows the path has a drive.
         told, = result.err.split("\n")[:-1]
         self.assertTrue(told.endswith("hunits.xml is read in place of the built-in file of that name"), told)
+        definitions = folder / "CCDM_UOMDefinitions.xml"
+        definitions.write_bytes((SOURCE / "src/resources" / definitions.name).read_bytes())
+        self.assertEqual([definitions.name, replaced.name],
+                         sorted(re.split(r"[/\\]", line.split(" is read in place")[0])[-1] for line in
+                                run("report", "demo", cwd=folder).err.split("\n")[:-1]))
         self.check(run("ls", "demo", "appModel", cwd=folder), DONE, err="")
         self.check(run("ls", "demo", "--neutral", cwd=self.folder), DONE, err="")
 
