@@ -28,13 +28,14 @@ using Culprits = std::vector<Culprit>;
 Culprits CulpritsOf(CaseSession& session) {
     Culprits culprits;
     for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-        const auto found =
-            session.OpenCase().Top().Find(std::string("appModel.FlowSheetObjects.") + list);
+        const std::string path = std::string("appModel.FlowSheetObjects.") + list;
+        const auto found = session.OpenCase().Top().Find(path);
         if (!found) continue;
         ForEachChild(found->node, [&](const client::Child& child) {
             std::string status = TextOf(child.node, "status");
             if (!status.empty() && status != "OK") {
-                culprits.push_back({OneLine(child.node.Name()), ShownPath(child.node), status});
+                culprits.push_back({OneLine(child.node.Name()),
+                                    OneLine(client::JoinPath(path, child.step)), status});
             }
             return true;
         });
@@ -103,8 +104,8 @@ class Solve final : public Word {
         for (const auto& [status, count] : counts) {
             kinds += (kinds.empty() ? "" : ", ") + std::to_string(count) + ' ' + status;
         }
-        out.Note(std::to_string(culprits.size()) + " objects failed: " + kinds +
-                 "; --all names them");
+        out.Note(std::to_string(culprits.size()) + (culprits.size() == 1 ? " object" : " objects") +
+                 " failed: " + kinds + "; --all names them");
     }
 
     Stores stores_;
