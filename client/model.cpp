@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Opening neutral views and class libraries.
 
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+
 #include "case_state.h"
 #include "fixtop/client/check.h"
 #include "module_files.h"
@@ -25,6 +30,35 @@ std::string TroubleWithUnits(const std::vector<std::string>& log) {
     return "";
 }
 
+// The module says so of a name that was asked for, and opens a tree without values. Empty when it
+// is known.
+std::string TroubleWithTranslation(const std::vector<std::string>& log) {
+    constexpr std::string_view kUnknown = "Unknown translation: ";
+    for (const std::string& line : log) {
+        const std::size_t at = line.find(kUnknown);
+        if (at != std::string::npos)
+            return "no such translation: " + line.substr(at + kUnknown.size());
+    }
+    return "";
+}
+
+// A log that can't be written would be missed too late. Throws CaseError.
+void TryLog(const std::string& file) {
+    if (file.empty()) return;
+    std::error_code error;
+    const std::filesystem::path path(std::u8string(file.begin(), file.end()));
+    if (std::filesystem::is_directory(path, error)) {
+        throw CaseError({"the log can't be written: " + file + ": is a folder; expected a file"});
+    }
+    const bool is_new = !std::filesystem::exists(path, error);
+    if (!std::ofstream(path, std::ios::app)) {
+        throw CaseError({"the log can't be written: " + file +
+                         "; expected a file in a folder that can be written to"});
+    }
+    // It stays away as long as there is nothing to say.
+    if (is_new) std::filesystem::remove(path, error);
+}
+
 const char* GivenText(const std::string& text) {
     return text.empty() ? nullptr : text.c_str();
 }
@@ -38,9 +72,12 @@ FixtopModelFiles GivenFiles(const ModelFiles& files, bool whole_lists) {
 
 std::string OpenModel(const char* what, const ModelFiles& files, bool whole_lists, ModelOpener open,
                       FIEntry* top, Ref<FIEntry>& root) {
+    TryLog(files.log);
     const ModuleLog log(files.log);
     const FixtopModelFiles given = GivenFiles(files, whole_lists);
     root = Ref<FIEntry>::Adopt(open(top, &given));
+    const std::string unknown = files.translate.empty() ? "" : TroubleWithTranslation(log.Lines());
+    if (!unknown.empty()) throw CaseError({unknown});
     if (root) return files.units.empty() ? "" : TroubleWithUnits(log.Lines());
     std::vector<std::string> problems = log.Lines();
     problems.insert(problems.begin(), std::string(what) + " can't be opened");
@@ -48,6 +85,7 @@ std::string OpenModel(const char* what, const ModelFiles& files, bool whole_list
 }
 
 std::vector<Finding> CheckModel(const ModelFiles& files) {
+    TryLog(files.log);
     const ModuleLog log(files.log);
     const FixtopModelFiles given = GivenFiles(files, true);
     std::vector<Finding> findings;

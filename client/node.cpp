@@ -8,6 +8,7 @@
 #include "fixtop/client/error.h"
 #include "fixtop/client/pattern.h"
 #include "texts.h"
+#include "unit_names.h"
 #include "visit.h"
 
 namespace fixtop::client {
@@ -45,6 +46,12 @@ std::string Put(FIIteratorBase& node, const std::string& attribute, const FIValu
 
 std::string PutUnit(FIIteratorBase& node, const std::string& attribute, const std::string& unit) {
     return Put(node, attribute == "spec_value" ? "spec_uom" : "uom", FIValue(unit.c_str()));
+}
+
+std::string NoSuchUnit(const std::string& unit, const std::vector<std::string>& units) {
+    std::string text = "no such unit: " + unit + "; expected ";
+    for (const std::string& each : units) text += (&each == units.data() ? "" : ", ") + each;
+    return text;
 }
 
 }  // namespace
@@ -232,8 +239,15 @@ bool Node::IsStale() const {
     return Attribute("stale").AsInt() == 1;
 }
 
-void Node::ShowIn(const std::string& unit, const std::string& attribute) const {
-    ThrowIfRefused(*this, PutUnit(*place_, attribute, unit));
+std::string Node::ShowIn(const std::string& unit, const std::string& attribute) const {
+    const std::string refused = PutUnit(*place_, attribute, unit);
+    if (refused.empty()) return unit;
+    const auto units = UnitsIn(IsGoneText(refused) ? "" : Attribute("uom_options").ToText());
+    if (units.empty()) ThrowIfRefused(*this, refused);
+    std::string meant = UnitMeant(unit, units);
+    if (meant.empty()) throw Refused(Path(), NoSuchUnit(unit, units));
+    ThrowIfRefused(*this, PutUnit(*place_, attribute, meant));
+    return meant;
 }
 
 // The neutral view tells limits as the application has them, whatever unit its values are shown in:
@@ -249,7 +263,7 @@ std::string Node::UnitOf(const std::string& attribute) const {
 
 std::string OtherUnit(const std::string& attribute, const Reading& reading,
                       const std::string& wanted) {
-    if (wanted.empty() || reading.unit == wanted || !IsInUnit(attribute) ||
+    if (wanted.empty() || IsSameUnit(reading.unit, wanted) || !IsInUnit(attribute) ||
         !reading.value.IsNumber()) {
         return "";
     }

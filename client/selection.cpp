@@ -169,23 +169,23 @@ Ref<FICollectionIteratorBase> Selection::ItemAt(std::size_t item) const {
 bool Selection::Add(const Node& node, const std::string& unit) {
     if (!root_ || !(TopOf(node) == *root_)) throw Refused(node.Path(), kElsewhere);
     if (!ComesBack(node)) throw Refused(node.Path(), kUnsavable);
-    if (!unit.empty()) node.ShowIn(unit);
+    const std::string kept = unit.empty() ? "" : node.ShowIn(unit);
     // One that gives way to a new name is not to be taken for the one that comes.
     const int before = ByPresentNames(*collection_).Count();
     FICollectionElement* const item = Whole([&] { return collection_->Add(node.Iterator()); });
     if (!item) throw Refused(node.Path(), kElsewhere);
     const bool is_new = collection_->Count() != before;
-    if (unit.empty()) return is_new;
+    if (kept.empty()) return is_new;
     const auto at = FirstOf(*collection_);
     if (is_new) {
         at->Last();
     } else {
         SkipTo(*at, collection_->IndexOf(item));
     }
-    if (UnitOf(*at) == unit) return is_new;
+    if (UnitOf(*at) == kept) return is_new;
     FIValue refused;
-    at->SetAttribute(FIValue("uom"), FIValue(unit.c_str()), 0, refused);
-    if (refused.IsNull() && UnitOf(*at) != unit) refused.SetText(kNoUnitKept);
+    at->SetAttribute(FIValue("uom"), FIValue(kept.c_str()), 0, refused);
+    if (refused.IsNull() && UnitOf(*at) != kept) refused.SetText(kNoUnitKept);
     if (refused.IsNull()) return is_new;
     if (is_new) collection_->Remove(item);
     throw Refused(node.Path(), refused.ToText());

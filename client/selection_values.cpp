@@ -7,6 +7,7 @@
 #include "fixtop/client/selection.h"
 #include "selection_items.h"
 #include "texts.h"
+#include "unit_names.h"
 
 namespace fixtop::client {
 
@@ -78,6 +79,21 @@ void LeaveOutWithoutUnit(FICollectionBase& collection, std::vector<FIValue>& val
     }
 }
 
+// What the items to be stored call a unit.
+FIValue UnitFor(FICollectionBase& collection, const std::vector<FIValue>& values,
+                const std::string& unit) {
+    if (unit.empty()) return {};
+    FIValue options;
+    const auto at = FirstOf(collection);
+    for (std::size_t i = 0; i < values.size() && at->IsValid(); ++i, at->Next()) {
+        if (values[i].IsNull()) continue;
+        at->GetAttribute(FIValue("uom_options"), options);
+        const std::string meant = UnitMeant(unit, UnitsIn(options.ToText()));
+        if (!meant.empty()) return FIValue(meant.c_str());
+    }
+    return FIValue(unit.c_str());
+}
+
 }  // namespace
 
 void Selection::Read(const SelectedValues& into) const {
@@ -118,7 +134,7 @@ std::vector<std::string> Selection::Store(std::span<const FIValue> values,
     const std::vector<bool> unknown = LeaveOutUnknown(*collection_, stored);
     std::vector<std::string> misread(count);
     if (unit.empty()) LeaveOutWithoutUnit(*collection_, stored, misread);
-    const FIValue in_unit = unit.empty() ? FIValue() : FIValue(unit.c_str());
+    const FIValue in_unit = UnitFor(*collection_, stored, unit);
     collection_->SetValues(FIValue("value"), stored.data(), static_cast<int>(count), in_unit,
                            refused.data());
     std::vector<std::string> texts;

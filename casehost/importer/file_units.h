@@ -11,7 +11,6 @@ namespace fixtop::casehost::importer {
 struct FileUnit {
     const char* quantity;  // of units.h; empty: the number has no unit
     const char* name;      // the unit's name within the quantity
-    double scale = 1.0;    // of a number without a quantity: into the case's basic units
 };
 
 namespace file_unit {
@@ -20,8 +19,8 @@ inline constexpr FileUnit kelvin{"Temperature", "K"};
 inline constexpr FileUnit kelvin_difference{"TemperatureDifference", "K"};
 inline constexpr FileUnit pascal{"Pressure", "Pa"};
 inline constexpr FileUnit pascal_difference{"PressureDifference", "Pa"};
-inline constexpr FileUnit inverse_pascal{"", "", 1000.0};     // 1/kPa
-inline constexpr FileUnit kelvin_per_pascal{"", "", 1000.0};  // C/kPa
+inline constexpr FileUnit inverse_pascal{"InversePressure", "1/Pa"};
+inline constexpr FileUnit kelvin_per_pascal{"JouleThomsonCoefficient", "K/Pa"};
 inline constexpr FileUnit mol_per_second{"MolarFlow", "mol/s"};
 inline constexpr FileUnit kg_per_second{"MassFlow", "kg/s"};
 inline constexpr FileUnit m3_per_second{"VolumetricFlow", "m3/s"};

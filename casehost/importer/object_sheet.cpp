@@ -11,7 +11,7 @@ namespace {
 
 // How numbers in that unit become internal ones.
 host::UnitRecord Resolve(const FileUnit& unit) {
-    if (*unit.quantity == '\0') return {unit.scale, 0.0, ""};
+    if (*unit.quantity == '\0') return {1.0, 0.0, ""};
     const Quantity* quantity = FindQuantity(unit.quantity);
     const host::UnitRecord* known = quantity ? FindUnit(*quantity, unit.name) : nullptr;
     if (known) return *known;

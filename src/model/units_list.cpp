@@ -2,9 +2,11 @@
 #include "model/units_list.h"
 
 #include "diagnostics/module_log.h"
+#include "platform/file_search.h"
 #include "platform/names.h"
 #include "platform/no_memory.h"
 #include "xml/message_text.h"
+#include "xml/xml_file.h"
 
 namespace fixtop {
 
@@ -13,6 +15,7 @@ namespace {
 constexpr char kNotInitialized[] = "Units not initiliazed";
 constexpr char kNotFound[] = "Unit not found";
 constexpr char kLibraryEnding[] = ".dll";
+constexpr char kBuiltInDefinitions[] = "CCDM_UOMDefinitions.xml";
 constexpr int kDetailLevel = 6;
 
 void LogDetail(const std::string& text) {
@@ -21,6 +24,13 @@ void LogDetail(const std::string& text) {
 
 void LogUnknownUnit(const std::string& unit) {
     LogDetail(MessageText("Unable to locate unit %s in units list", unit.c_str()));
+}
+
+// The adapter, which has the built-in ones, looks for a file first.
+void TellOwnDefinitions(const std::string& name) {
+    if (name != kBuiltInDefinitions) return;
+    const std::string path = FindFileOnPath(name);
+    if (!path.empty()) TellReplaced(path);
 }
 
 }  // namespace
@@ -63,7 +73,7 @@ void CCDMUnitsList::Attach() {
     const std::string init_string = init_string_.ToText();
     initialized_ =
         source_ != nullptr && OrNoMemory([&] { return source_->Init(init_string.c_str()); });
-    if (initialized_) return;
+    if (initialized_) return TellOwnDefinitions(init_string);
     LogProblem(adapter);
     Detach();
     LogMessage("Unable to initialize CCDM unit conversion adpater");

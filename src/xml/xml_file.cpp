@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_file.h"
 
+#include <set>
+
 #include "diagnostics/module_log.h"
 #include "platform/file_search.h"
 #include "platform/resources.h"
@@ -22,6 +24,7 @@ bool ReadLocal(const char* kind, const std::string& name, const std::string& pat
                XmlReader& reader) {
     LogAtLevel(MessageText("  Using local %s File: %.128s", kind, path.c_str()).c_str(),
                kUsingLocalLevel);
+    if (FindCompiledResource(name).data() != nullptr) TellReplaced(path);
     switch (reader.ParseFile(path)) {
         case XmlOutcome::kDone:
             return true;
@@ -46,6 +49,14 @@ bool ReadResource(const char* kind, const std::string& name, bool has_resources,
 }
 
 }  // namespace
+
+// Such a file changes what every program shows that is started in that folder.
+void TellReplaced(const std::string& path) {
+    static std::set<std::string> told;
+    if (!told.insert(path).second) return;
+    LogAndTell(
+        MessageText("%s is read in place of the built-in file of that name", path.c_str()).c_str());
+}
 
 bool FailModelFile(const char* kind, const std::string& name) {
     return Fail(MessageText("  Failed parsing %s File: %.128s", kind, name.c_str()));

@@ -24,6 +24,8 @@ bool ReadModelFile(const char* kind, const std::string& name, ModelFileOrigin or
                    bool has_resources, SaxElementHandler& document);
 // The path of a file in the search folders; empty when the resource of that name is meant.
 std::string FindModelFile(const std::string& name, ModelFileOrigin origin);
+// Tells, once for each, that a file takes the place of a built-in one.
+void TellReplaced(const std::string& path);
 // Logs that a file could not be parsed; false.
 bool FailModelFile(const char* kind, const std::string& name);
 

@@ -58,6 +58,16 @@ TEST(Units, TemperaturesAndTheirDifferences) {
     EXPECT_DOUBLE_EQ(ToInternal(9, *FindUnit(*FindQuantity("TemperatureDifference"), "F")), 5);
 }
 
+TEST(Units, GaugePressuresCountFromTheStandardAtmosphere) {
+    const Quantity& pressure = *FindQuantity("Pressure");
+    EXPECT_DOUBLE_EQ(ToInternal(0, *FindUnit(pressure, "barg")), 101.325);
+    EXPECT_DOUBLE_EQ(ToInternal(5, *FindUnit(pressure, "barg")), 601.325);
+    EXPECT_DOUBLE_EQ(ToInternal(5, *FindUnit(pressure, "kPag")), 106.325);
+    // 14.6959 psi are an atmosphere.
+    EXPECT_NEAR(FromInternal(101.325 * 2, *FindUnit(pressure, "psig")), 14.6959, 1e-4);
+    EXPECT_EQ(FindUnit(*FindQuantity("PressureDifference"), "barg"), nullptr);
+}
+
 #ifdef CASEHOST_UDUNITS
 // Names that udunits writes otherwise; its own gallon is rounded, so the defining 231 in3 stands
 // here. kgmole and lbmole are what the trade calls a kilogram mole and a pound mole.
@@ -111,6 +121,12 @@ std::string UdunitsName(const std::string& quantity, const std::string& unit) {
         {"kWh", "kW h"},
         {"K-m2/W", "K m2/W"},
         {"C-h-m2/kJ", "K h m2/kJ"},
+        {"kPag", "kPa @ 101.325"},
+        {"barg", "bar @ 1.01325"},
+        {"psig", "psi @ 14.695948775513"},
+        {"C/kPa", "K/kPa"},
+        {"C/bar", "K/bar"},
+        {"F/psi", "K/1.8/psi"},
     };
     if (quantity == "TemperatureDifference") return unit == "F" || unit == "R" ? "K/1.8" : "K";
     const auto known = names.find(unit);

@@ -41,7 +41,7 @@ TEST_F(ClientNode, unit_of_another_quantity_is_refused_with_the_path) {
         temperature.Number("kPa");
         FAIL() << "taken";
     } catch (const Refused& refused) {
-        EXPECT_EQ("Invalid unit for variable type", refused.Text());
+        EXPECT_EQ("no such unit: kPa; expected C, K, F, R", refused.Text());
         EXPECT_EQ(std::string(kStreams) + ".Raw Gas.Temperature", refused.Path());
     }
 }

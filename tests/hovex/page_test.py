@@ -77,7 +77,7 @@ class Page(unittest.TestCase):
         self.assertEqual({"flows.xml", "larger.json"}, {path.name for path in folder.iterdir()})
 
     def test_errors(self):
-        self.assertEqual((0, "Flowsheet.Stream(Raw Gas).Temperature: Unable to find unit\n"),
+        self.assertEqual((0, "Flowsheet.Stream(Raw Gas).Temperature: no such unit: kg; expected C, K, F, R\n"),
                          script(self.sample("errors.vbs")))
 
     def test_program_in_cpp(self):

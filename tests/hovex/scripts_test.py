@@ -43,7 +43,7 @@ no argument: 1C2 Wrong number of arguments or invalid property assignment
 a case: 0 
 a path that leads nowhere: 80040201 no such node: {STREAMS}Feedd.Temperature |  found: {STREAMS[:-1]} |  near: Feed
 no path: 80040205 appModel..x[: Parse error, ] expected in: appModel..x[
-a unit of another quantity: 80040202 Flowsheet.Stream(Feed).Temperature: Unable to find unit
+a unit of another quantity: 80040202 Flowsheet.Stream(Feed).Temperature: no such unit: kg; expected C, K, F, R
 no number: 80040202 Flowsheet.Stream(Feed).Temperature: not a number: warm
 no member: 1B6 Object doesn't support this property or method
 beyond the last: 80040200 no element 2: there are 2, counted from 0

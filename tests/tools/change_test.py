@@ -4,6 +4,7 @@
 import errno
 import json
 import os
+import re
 import subprocess
 import unittest
 
@@ -93,7 +94,8 @@ class Store(ProgramTest):
             (FEED_FLOW, "abc"): "not a number: abc",
             (FEED_FLOW, "12x"): "not a number: 12x",
             (FEED_FLOW, "nan"): "not a number: nan",
-            (FEED_FLOW, "1", "--unit", "K"): "Invalid unit for variable type",
+            (FEED_FLOW, "1", "--unit", "K"):
+                "no such unit: K; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
             (SALES_FLOW, "1"): "Value not stored",
             (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"): "Value not stored",
             (UNITS + ".E-100.Inlet 1", "x"): "Cannot set attachment",
@@ -322,9 +324,12 @@ class Solve(ProgramTest):
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
         self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)
         result = self.check(run("solve", file, "--json"), FAILED)
-        end, error = (json.loads(line) for line in result.lines)
-        self.assertEqual({"complete": False, "message": "Solve did not complete"}, end)
-        self.assertTrue(error["error"].startswith("stream Raw Gas: flow is not specified"), result)
+        told, error = (json.loads(line) for line in result.lines)
+        self.assertEqual({"error": "stream Raw Gas: flow is not specified", "exit": 1}, error)
+        self.assertEqual((False, "Solve did not complete", "stream Raw Gas: flow is not specified"),
+                         (told["complete"], told["message"], told["problem"]))
+        self.assertIn({"path": STREAMS + ".Raw Gas", "status": "Under-Specified"}, told["failed"])
+        self.assertEqual("stream Raw Gas: flow is not specified\n", result.err)
 
     def test_save_and_solve_again_gives_the_same_values(self):
         file = self.folder / "saved.json"
@@ -342,6 +347,36 @@ class Solve(ProgramTest):
             self.assertEqual(1, result.err.count("\n"), result)
         self.assertFalse((self.folder / "folder.json").exists())
         self.assertEqual([], list((self.folder / "folder").iterdir()))
+
+    def test_what_failed_is_counted(self):
+        file = self.folder / "no-temperature.json"
+        self.check(run("set", "demo", STREAMS + ".Raw Gas.Temperature", "", "--save", file), FAILED)
+        told = json.loads(run("solve", file, "--json").lines[0])["failed"]
+        waiting = [each for each in told if each["status"] == "Not Solved"]
+        self.assertEqual(len(told) - 1, len(waiting))
+        cause, culprit, count = run("solve", file).err.split("\n")[:-1]
+        self.assertEqual("stream Raw Gas: temperature is not specified", cause)
+        self.assertEqual("Raw Gas: Under-Specified", culprit)
+        self.assertEqual(f"{len(told)} objects failed: {len(waiting)} Not Solved, 1 Under-Specified; "
+                         "--all names them", count)
+        named = run("solve", file, "--all").err.split("\n")[:-1]
+        self.assertEqual([each["path"].split(".", 3)[3] for each in told],
+                         [line.split(":")[0] for line in named[1:]])
+
+    def test_what_is_stored_is_saved_and_told_with_the_same_digits(self):
+        file = self.folder / "digits.json"
+        path = STREAMS + ".Raw Gas.Molar Flow"
+        self.check(run("set", "demo", path, repr(1000 / 3), "--save", file), DONE)
+        line = self.check(run("get", file, path, "--json"), DONE).out
+        self.assertIn('"value":333.3333333333333,', line)
+        text = file.read_text(encoding="utf-8")
+        self.assertIn("333.3333333333333", text)
+        # Of what was calculated as well: each number that the one tells stands in the other.
+        saved = set(re.findall(r"-?\d+(?:\.\d+)?(?:e[-+]?\d+)?", text))
+        flows = self.check(run("get", file, STREAMS + ".*.Molar Flow", "--all", "--json"), DONE).lines
+        numbers = [re.search(r'"value":([^,]+),', each)[1].removesuffix(".0") for each in flows]
+        self.assertLess(20, len(numbers))
+        self.assertEqual([], [number for number in numbers if number not in saved])
 
     @unittest.skipIf(os.name == "nt" or len(PROGRAM) > 1, "needs a limit on the size of files")
     def test_full_disk_leaves_the_old_file(self):

@@ -5,10 +5,15 @@ import csv
 import io
 import json
 import math
+import os
+import pathlib
+import re
 import unittest
 
 from small_case import array, of_kind, real, small_case, stream, write_case
 from support import CASES, DONE, FAILED, UNREADABLE, ProgramTest, run
+
+SOURCE = pathlib.Path(os.environ["FIXTOP_SOURCE"])
 
 LIBRARY = """<QZClassLibrary Name="own">
  <Class Name="QSISimulation"/>
@@ -93,7 +98,7 @@ class Neutral(ProgramTest):
         # 1000 kmol/h are 1000 / 3.6 mol/s.
         self.assertEqual(["277.777777778"], self.values_of(RAW_GAS + ".MolarFlow", "--unit", "mol/s"))
         result = run("get", "demo", "--neutral", RAW_GAS + ".Temperature", "--unit", "furlong")
-        self.check(result, FAILED, "", RAW_GAS + ".Temperature: Unable to find unit\n")
+        self.check(result, FAILED, "", RAW_GAS + ".Temperature: no such unit: furlong; expected C, K, F, R\n")
 
     def test_json(self):
         line, = self.values_of(RAW_GAS + ".Temperature", "--json")
@@ -449,8 +454,55 @@ class OwnFiles(ProgramTest):
                    "the case is a recording and can't be computed again\n")
         self.assertIn("  raw\tSlow\n", self.check(self.view("explain", "Plant.Speed"), DONE).out)
 
-    def test_another_translation_has_no_translators(self):
-        self.check(self.view("ls", translate="Other"), DONE, "", "")
+    def test_a_translation_that_the_map_does_not_have(self):
+        self.check(self.view("ls", translate="Other"), UNREADABLE, "",
+                   "no such translation: Other; expected Own\n")
+        self.check(run("ls", "demo", "--neutral", "--translate", "own"), UNREADABLE, "",
+                   "no such translation: own; expected Hovex\n")
+        self.check(run("get", "demo", "--neutral", "--translate", "Hovex", RAW_GAS + ".Temperature"),
+                   DONE, "30\n", "")
+
+    def test_a_log_that_cannot_be_written(self):
+        log = self.folder / "no such folder" / "model.log"
+        problem = f"the log can't be written: {log}; expected a file in a folder that can be written to\n"
+        for word in (["ls", "demo", "--neutral"], ["get", "demo", "--neutral", RAW_GAS + ".Temperature"],
+                     ["classes"]):
+            with self.subTest(word):
+                self.check(run(*word, "--log", log), UNREADABLE, "", problem)
+        self.check(run("check-map", "--log", log), FAILED, "", "fixtop: " + problem)
+        self.check(run("ls", "demo", "--neutral", "--log", self.folder), UNREADABLE, "",
+                   f"the log can't be written: {self.folder}: is a folder; expected a file\n")
+
+    def test_a_log_that_was_there_is_kept_when_nothing_is_said(self):
+        log = self.file("kept.log", "before\n")
+        self.check(run("ls", "demo", "--neutral", "--log", log), DONE, err="")
+        self.assertEqual("before\n", log.read_text())
+
+    def test_nothing_is_logged_of_what_is_shipped(self):
+        log = self.folder / "quiet.log"
+        for word in (["tree", "demo", "--neutral"], ["report", "demo"], ["classes"], ["check-map"],
+                     ["explain", "demo", RAW_GAS + ".Temperature"], ["streams", "demo"]):
+            with self.subTest(word):
+                self.check(run(*word, "--log", log), DONE, err="")
+                self.assertFalse(log.exists())
+
+    def test_a_file_in_place_of_a_built_in_one_is_told_once(self):
+        folder = self.folder / "replaced"
+        folder.mkdir()
+        replaced = folder / "hunits.xml"
+        replaced.write_bytes((SOURCE / "src/resources/hunits.xml").read_bytes())
+        result = run("ls", "demo", "--neutral", "Flowsheet", cwd=folder)
+        self.check(result, DONE)
+        # On Windows the path has a drive.
+        told, = result.err.split("\n")[:-1]
+        self.assertTrue(told.endswith("hunits.xml is read in place of the built-in file of that name"), told)
+        definitions = folder / "CCDM_UOMDefinitions.xml"
+        definitions.write_bytes((SOURCE / "src/resources" / definitions.name).read_bytes())
+        self.assertEqual([definitions.name, replaced.name],
+                         sorted(re.split(r"[/\\]", line.split(" is read in place")[0])[-1] for line in
+                                run("report", "demo", cwd=folder).err.split("\n")[:-1]))
+        self.check(run("ls", "demo", "appModel", cwd=folder), DONE, err="")
+        self.check(run("ls", "demo", "--neutral", cwd=self.folder), DONE, err="")
 
     def test_classes_of_the_library(self):
         self.check(run("classes", "--library", self.library), DONE, "Base\nPlant\nQSISimulation\n", "")

@@ -105,10 +105,26 @@ class Read(ProgramTest):
     def test_refused_units(self):
         path = f"{FEED}.Temperature"
         self.check(self.get(path, "--unit", "bar"), FAILED, "",
-                   f"{path}: Invalid unit for variable type\n")
+                   f"{path}: no such unit: bar; expected C, K, F, R\n")
         result = self.get(path, f"{FEED}.Pressure", f"{FEED}.Notes", "--unit", "bar")
         self.check(result, FAILED, "1\n")
-        self.assertEqual(2, result.err.count("Invalid unit for variable type"))
+        self.assertEqual([f"{FEED}.Temperature: no such unit: bar; expected C, K, F, R",
+                          f"{FEED}.Notes: Invalid unit for variable type"], result.err.split("\n")[:-1])
+
+    def test_units_as_they_are_typed(self):
+        raw, neutral = "appModel.FlowSheetObjects.Streams.Raw Gas.", "Flowsheet.Stream(Raw Gas)."
+        self.check(run("get", "demo", raw + "Temperature", "--unit", "deg F"), DONE, "86\n", "")
+        self.check(run("get", "demo", "--neutral", neutral + "MolarFlow", "--unit", "kgmole/hr"), DONE, "1000\n", "")
+        self.check(run("set", "demo", raw + "Pressure", "58.98675 bar(g)"), DONE, "58.98675\n", "")
+        self.check(run("set", "demo", "--neutral", neutral + "Temperature", "303.15", "--unit", "kelvin"), DONE,
+                   "303.15\n", "")
+        # 60 bar are 58.98675 above the atmosphere.
+        table = run("table", "demo", raw[:-1], "Pressure", "Temperature", "--csv", "--unit", "Pressure=barg",
+                    "--unit", "Temperature=°F")
+        self.check(table, DONE, "Name,Pressure [barg],Temperature [F]\nRaw Gas,58.98675,86\n", "")
+        shown = run("tree", "demo", raw[:-1], "--unit", "degF", "--unit", "psi", "--depth", "1").lines
+        self.assertIn("  Temperature := 86 F", shown)
+        self.assertIn("  Pressure := 870.226426381 psia", shown)
 
     def test_filters(self):
         self.check(self.get(STREAMS + '.*[Temperature="-40"](id)'), DONE, "Feed.2\n", "")

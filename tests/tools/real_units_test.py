@@ -13,6 +13,7 @@ from xml.etree import ElementTree
 from support import CASES, DONE, ProgramTest, run
 
 UNIT = "Flowsheet.UnitOperation"
+RAW_STREAMS = "appModel.FlowSheetObjects.Streams"
 RAW_UNITS = "appModel.FlowSheetObjects.UnitOps"
 COLUMNS = CASES / "benzene-toluene-distillation.dwxmz"
 AMMONIA = CASES / "ammonia-synthesis-single-pass.dwxmz"
@@ -270,6 +271,35 @@ class RealUnits(ProgramTest):
 
     def listed(self, case, unit):
         return self.check(run("ls", case, "--neutral", f"{UNIT}({unit})"), DONE, err="").lines
+
+
+class Coefficients(RealUnits):
+    # Element of the document, in K/Pa and 1/Pa; the variable, the attribute, and their unit.
+    ROWS = (("jouleThomsonCoefficient", "Phase Joule-Thomson Coefficient", "JouleThomsonCoefficient", "K/bar"),
+            ("isothermal_compressibility", "Phase Isothermal Compressibility", "IsothermalCompressibility",
+             "1/bar"))
+
+    def test_coefficients_of_the_vapour_have_units(self):
+        compared = 0
+        for case in cases():
+            document = Document(case)
+            for element, variable, attribute, unit in self.ROWS:
+                numbers = {stream: self.of_vapour(document, stream, element)
+                           for stream, word in document.classes.items() if word == "MaterialStream"}
+                raw = {f'{RAW_STREAMS}."{stream}"."{variable}"."Vapour Phase"': number * 1e5
+                       for stream, number in numbers.items() if number}
+                neutral = {f'Flowsheet.Stream("{stream}").Overall.Vapor.PVT.{attribute}': number * 1e5
+                           for stream, number in numbers.items() if number}
+                compared += self.compare(case, raw, unit, neutral=False)
+                compared += self.compare(case, neutral, unit)
+        self.assertGreater(compared, 80)
+
+    @staticmethod
+    def of_vapour(document, stream, element):
+        """Of the phase of number 2; 0 where there is none."""
+        vapour, = [phase for phase in document.objects[stream].find("Phases") if phase.findtext("ID") == "2"]
+        number = vapour.findall("Properties")[-1].findtext(element)
+        return float(number) if number and float(number) == float(number) else 0.0
 
 
 class Rows(RealUnits):

@@ -135,7 +135,7 @@ class Table(ProgramTest):
         self.check(result, FAILED, text(
             "Name    Temperature  Pressure", "                          kPa",
             "Feed 1                    100", "Feed.2                    100",
-            "Größe                     100"), "Temperature: Invalid unit for variable type\n")
+            "Größe                     100"), "Temperature: no such unit: bar; expected C, K, F, R\n")
 
     def test_an_array_makes_a_column_for_each_element(self):
         heading = ["Name", "Fractions.Methane", 'Fractions."A.b"', "Fractions.Ethane",

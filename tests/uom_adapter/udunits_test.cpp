@@ -117,8 +117,8 @@ const std::set<std::string> kUnknownParts = {"$", "k$", "M$", "pH", "dB", "sg", 
 const std::set<std::string> kTemperatures = {"Temperature",     "Temperature (C)",
                                              "Temperature (F)", "Temperature abs",
                                              "Temperature tmc", "Temperature tmf"};
-const std::set<std::string> kGauges = {"Gauge Pressure", "Pressure Gauge", "Pressure Abs+Gauge",
-                                       "Pressure Vacuum"};
+const std::set<std::string> kGauges = {"Pressure", "Gauge Pressure", "Pressure Gauge",
+                                       "Pressure Abs+Gauge", "Pressure Vacuum"};
 
 // Quantities that count turns, which for udunits are no angle: a turn is 1.
 const std::set<std::string> kCountsOfTurns = {"Frequency", "Frequency (Hz)", "Frequency Hz",
@@ -193,7 +193,7 @@ Measure MeasureOf(const std::string& quantity, std::string unit) {
         unit.resize(unit.size() - 3);
         measure.sign = -1;
         measure.zero_Pa = kAtmosphere_Pa;
-    } else if (kGauges.count(quantity) != 0 && unit.ends_with("g") && unit != "mmHg") {
+    } else if (kGauges.count(quantity) != 0 && unit.ends_with("g") && !unit.ends_with("Hg")) {
         unit.pop_back();
         measure.zero_Pa = kAtmosphere_Pa;
     }

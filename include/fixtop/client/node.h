@@ -74,8 +74,8 @@ class Node {
     // NULL for an attribute that it does not have.
     FIValue Attribute(const std::string& name) const;
     std::vector<std::pair<std::string, FIValue>> Attributes() const;
-    // The value, or another attribute, in a unit or as it is. Throws Refused when the unit is not
-    // taken; Reading::unit is the one in which the number is told.
+    // The value, or another attribute, in a unit, as ShowIn takes it, or as it is. Throws Refused
+    // when the unit is not taken; Reading::unit is the one in which the number is told.
     Reading Read(const std::string& unit = "", const std::string& attribute = "value") const;
     // The value as a number; throws Refused when it is none, or can't be told in the unit.
     double Number(const std::string& unit = "") const;
@@ -93,8 +93,10 @@ class Node {
     bool IsStale() const;
     // Its object is no longer there.
     bool IsGone() const;
-    // Has values told in a unit from now on; throws Refused.
-    void ShowIn(const std::string& unit, const std::string& attribute = "value") const;
+    // Has values told in a unit from now on. Answers what the node calls it: names that are typed
+    // elsewhere are taken too, such as "degC", "kmol/hr", "kg/cm2" and "m^3". Throws Refused, with
+    // the units that there are.
+    std::string ShowIn(const std::string& unit, const std::string& attribute = "value") const;
     // The unit in which an attribute of this node is told; empty for none.
     std::string UnitOf(const std::string& attribute) const;
     void SetAttribute(const std::string& name, const FIValue& value) const;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/open/open_model.h"
 
+#include <set>
+#include <string>
+
 #include "diagnostics/module_log.h"
 #include "framework/iterator/shielded_iterator.h"
 #include "mapping/map_file/map_file.h"
@@ -17,11 +20,39 @@ constexpr int kScratchSize = 20;
 
 using Opened = Ref<OpenLibrary>;
 
+std::set<std::string> TranslationsOf(const CCDMClassLibrary& library) {
+    std::set<std::string> names;
+    const auto add = [&](const TranslatorMap& translators) {
+        for (const auto& [name, translator] : translators) names.insert(name);
+    };
+    add(library.rootTranslators);
+    for (const auto& [name, record] : library.classes) {
+        for (const CCDMAttribute* attribute : record->attributes) {
+            add(attribute->translators);
+            add(attribute->arrayTranslators);
+        }
+    }
+    return names;
+}
+
+// The tree of a name that the map does not have is one without values.
+void TellUnknownTranslation(const CCDMClassLibrary& library) {
+    if (library.rootTranslators.contains(library.translateName)) return;
+    const std::set<std::string> names = TranslationsOf(library);
+    if (names.empty() || names.contains(library.translateName)) return;
+    std::string known;
+    for (const std::string& name : names) known += (known.empty() ? "" : ", ") + name;
+    LogMessage(MessageText("  Unknown translation: %s; expected %s", library.translateName.c_str(),
+                           known.c_str())
+                   .c_str());
+}
+
 Opened ReadModel(const ModelFiles& files) {
     Opened opened = ReadDefinitions(files);
     if (opened) opened->library.listLength = files.listLength;
     if (!opened || !ReadMapFile(opened->library, files.map)) return {};
     opened->library.translateName = files.translateName;
+    TellUnknownTranslation(opened->library);
     return opened;
 }
 

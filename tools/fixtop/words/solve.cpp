@@ -1,4 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "case_session.h"
 #include "solver_run.h"
 #include "stores.h"
@@ -9,11 +14,41 @@ namespace fixtop {
 
 namespace {
 
+constexpr char kWaits[] = "Not Solved";
+
+// An object that is not well, with what it says of itself. All on one line.
+struct Culprit {
+    std::string name;
+    std::string path;
+    std::string status;
+};
+using Culprits = std::vector<Culprit>;
+
+// Those of the main flowsheet.
+Culprits CulpritsOf(CaseSession& session) {
+    Culprits culprits;
+    for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
+        const std::string path = std::string("appModel.FlowSheetObjects.") + list;
+        const auto found = session.OpenCase().Top().Find(path);
+        if (!found) continue;
+        ForEachChild(found->node, [&](const client::Child& child) {
+            std::string status = TextOf(child.node, "status");
+            if (!status.empty() && status != "OK") {
+                culprits.push_back({OneLine(child.node.Name()),
+                                    OneLine(client::JoinPath(path, child.step)), status});
+            }
+            return true;
+        });
+    }
+    return culprits;
+}
+
 class Solve final : public Word {
  public:
     void Declare(CLI::App& app) override {
         stores_.Declare(app);
         AddFile(app, "--save", file_, "Write the solved case to this file");
+        app.add_flag("--all", all_, "When it fails, name each object that is not solved");
         AddJson(app, json_);
     }
 
@@ -22,11 +57,11 @@ class Solve final : public Word {
         const client::SolveResult end = SolveHeld(around, all_taken);
         // Saved before anything is written: whoever reads may have gone away.
         const ExitCode saved = SaveSolved(*around.session, file_, around.out);
-        Report(end, around.out);
-        if (!end.complete) {
-            TellWhyIncomplete(*around.session, around.out);
-            if (!terminal::IsInterrupted()) NameCulprits(*around.session, around.out);
-        }
+        const bool is_whole = end.complete || terminal::IsInterrupted();
+        const Culprits culprits = is_whole ? Culprits() : CulpritsOf(*around.session);
+        Report(end, culprits, around.out);
+        if (!end.complete) TellWhyIncomplete(*around.session, around.out);
+        if (!json_) Name(culprits, around.out);
         if (saved != ExitCode::kOk) return saved;
         return end.complete && all_taken ? ExitCode::kOk : ExitCode::kFailed;
     }
@@ -38,32 +73,45 @@ class Solve final : public Word {
         all_taken &= TellReleased(released, around.out);
         return released.solve;
     }
-    void Report(const client::SolveResult& end, Output& out) const {
+    void Report(const client::SolveResult& end, const Culprits& culprits, Output& out) const {
         if (!json_) return out.Line(OneLineMessage(end.message));
         Json record;
         record["complete"] = end.complete;
         record["message"] = end.message;
+        if (!end.complete) record["problem"] = end.problem.empty() ? Json() : Json(end.problem);
+        if (!end.complete) record["failed"] = Json::array();
+        for (const Culprit& each : culprits) {
+            Json failed;
+            failed["path"] = each.path;
+            failed["status"] = each.status;
+            record["failed"].push_back(std::move(failed));
+        }
         out.Line(ToLine(record));
     }
-    // The objects of the main flowsheet that are not well, with what they say of themselves.
-    static void NameCulprits(CaseSession& session, Output& out) {
-        for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-            const auto found =
-                session.OpenCase().Top().Find(std::string("appModel.FlowSheetObjects.") + list);
-            if (!found) continue;
-            ForEachChild(found->node, [&](const client::Child& child) {
-                const std::string status = TextOf(child.node, "status");
-                if (!status.empty() && status != "OK") {
-                    out.Note(OneLine(child.node.Name()) + ": " + status);
-                }
-                return true;
-            });
+    // What waits for another object says nothing of the cause, and one mistake makes many wait.
+    void Name(const Culprits& culprits, Output& out) const {
+        constexpr std::size_t kNamed = 10;
+        std::map<std::string, int> counts;
+        std::size_t named = 0;
+        for (const Culprit& each : culprits) {
+            ++counts[each.status];
+            if (!all_ && (each.status == kWaits || named == kNamed)) continue;
+            ++named;
+            out.Note(each.name + ": " + each.status);
         }
+        if (named == culprits.size()) return;
+        std::string kinds;
+        for (const auto& [status, count] : counts) {
+            kinds += (kinds.empty() ? "" : ", ") + std::to_string(count) + ' ' + status;
+        }
+        out.Note(std::to_string(culprits.size()) + (culprits.size() == 1 ? " object" : " objects") +
+                 " failed: " + kinds + "; --all names them");
     }
 
     Stores stores_;
     std::string file_;
     bool json_ = false;
+    bool all_ = false;
 };
 
 class HoldWord final : public Word {

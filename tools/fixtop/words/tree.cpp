@@ -41,7 +41,8 @@ class Tree final : public NodeWord {
         for (const std::string& unit : units) {
             try {
                 client::Reading reading = node.Read(unit);
-                if (!unit.empty() && reading.unit == unit) return reading;
+                const bool has_unit = !unit.empty() && !reading.unit.empty();
+                if (has_unit && client::OtherUnit("value", reading, unit).empty()) return reading;
             } catch (const client::Refused&) {
                 // One for other quantities.
             }
