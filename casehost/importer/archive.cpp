@@ -73,6 +73,14 @@ std::string FindDocument(zip_t* zip, Problems& problems) {
     return first;
 }
 
+// As the directory tells it; 0 when it does not.
+std::size_t ToldSize(zip_t* zip) {
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    const bool told = zip_stat_index(zip, 0, 0, &stat) == 0 && (stat.valid & ZIP_STAT_SIZE) != 0;
+    return told ? static_cast<std::size_t>(stat.size) : 0;
+}
+
 bool IsEncrypted(zip_t* zip) {
     zip_stat_t stat;
     zip_stat_init(&stat);
@@ -112,8 +120,12 @@ std::optional<std::string> InflateDocument(std::string_view archive, Problems& p
                        "); expected a stored or deflated entry");
         return std::nullopt;
     }
+    // Before anything is inflated; a directory may lie, so what is inflated is counted as well.
+    const std::size_t told = ToldSize(zip.get());
+    if (!WithinLimits(told, archive.size(), problems)) return std::nullopt;
     std::array<char, 65536> piece;
     std::string document;
+    document.reserve(told);
     while (true) {
         const zip_int64_t count = zip_fread(file.get(), piece.data(), piece.size());
         if (count < 0) {
@@ -122,8 +134,9 @@ std::optional<std::string> InflateDocument(std::string_view archive, Problems& p
             return std::nullopt;
         }
         if (count == 0) return document;
-        document.append(piece.data(), static_cast<std::size_t>(count));
-        if (!WithinLimits(document.size(), archive.size(), problems)) return std::nullopt;
+        const auto added = static_cast<std::size_t>(count);
+        if (!WithinLimits(document.size() + added, archive.size(), problems)) return std::nullopt;
+        document.append(piece.data(), added);
     }
 }
 
