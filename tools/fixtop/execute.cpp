@@ -185,15 +185,17 @@ class CommandLine {
 ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around) {
     const int before = MemoryFailures();
     ExitCode code = ExitCode::kUnreadable;
+    bool out_of_memory = false;
     try {
         code = CommandLine(place).Run(std::move(arguments), around);
     } catch (const std::bad_alloc&) {
-        if (MemoryFailures() == before) TellOutOfMemory();
+        out_of_memory = true;
     } catch (const client::Error&) {
         // Whatever was not found, or refused, for lack of memory.
         if (MemoryFailures() == before) throw;
     }
-    if (MemoryFailures() == before) return code;
+    around.out.Flush();
+    if (!out_of_memory && MemoryFailures() == before) return code;
     TellOutOfMemory();
     return ExitCode::kUnreadable;
 }

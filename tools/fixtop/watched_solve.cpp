@@ -36,6 +36,7 @@ ExitCode WatchedSolve::Run(CommandContext& around) {
     const client::Solver solver = around.session->Solver();
     const auto report = [&] {
         for (const client::Change& change : watch_.Changes()) Write(change, around.out);
+        around.out.Flush();
         return true;
     };
     if (!stores_.empty()) {
