@@ -23,7 +23,8 @@ class Output {
     virtual void Data(std::string_view text) = 0;
     // A line for the person at the terminal, behind all data so far.
     virtual void Note(std::string_view text) = 0;
-    // All data so far goes out. Throws like Line, also for data that could not go out before a note.
+    // All data so far goes out. Throws like Line, also for data that could not go out before a
+    // note.
     virtual void Flush() {}
 };
 
