@@ -10,7 +10,7 @@
 #include "casehost/case_file.h"
 #include "casehost/case_host.h"
 #include "check.h"
-#include "json/good_case.h"
+#include "json/case_text.h"
 
 namespace fixtop {
 

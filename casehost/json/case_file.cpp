@@ -9,7 +9,7 @@
 
 #include "casehost/file_path.h"
 #include "casehost/text_file.h"
-#include "json/good_case.h"
+#include "json/case_text.h"
 
 namespace fixtop::casehost {
 
@@ -37,7 +37,8 @@ ReadResult ReadCaseFile(const std::string& path) {
 }
 
 SaveResult WriteCaseFile(const CaseData& data, const std::string& path) {
-    const std::string problem = WriteTextFile(path, CaseToText(data));
+    const std::string problem =
+        WriteTextFile(path, [&data](const TextTaker& take) { WriteCase(data, take); });
     return problem.empty() ? SaveResult{true, {}} : SaveResult{false, {path, problem}};
 }
 

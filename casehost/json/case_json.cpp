@@ -8,8 +8,8 @@
 #include "casehost/case_file.h"
 #include "casehost/units.h"
 #include "json/basis_json.h"
+#include "json/case_text.h"
 #include "json/fields.h"
-#include "json/good_case.h"
 #include "json/json_stream.h"
 #include "json/object_json.h"
 #include "json/words.h"
@@ -181,7 +181,7 @@ class StreamedCase {
 
 class TopLevel {
  public:
-    explicit TopLevel(const CaseData& data) : data_(data) {}
+    TopLevel(const CaseData& data, JsonText::Taker taker) : data_(data), text_(std::move(taker)) {}
 
     std::string Write() {
         shapes_.Collect(data_.main.objects);
@@ -259,7 +259,11 @@ ReadResult ReadCaseText(const std::string& file, std::string_view text) {
 }
 
 std::string CaseToText(const CaseData& data) {
-    return TopLevel(data).Write();
+    return TopLevel(data, nullptr).Write();
+}
+
+void WriteCase(const CaseData& data, const std::function<void(std::string_view)>& take) {
+    take(TopLevel(data, take).Write());
 }
 
 }  // namespace fixtop::casehost

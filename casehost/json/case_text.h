@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The two roads on which the text of a case is read.
+// The two roads on which the text of a case is read, and its writing in pieces.
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <string>
@@ -20,5 +21,8 @@ std::unique_ptr<CaseData> ReadGoodCase(std::istream& in);
 
 // The case of any good text, and what is wrong with any other. Takes more time and much memory.
 ReadResult ReadAnyCase(const std::string& file, std::string_view text);
+
+// The text of CaseToText, piece by piece.
+void WriteCase(const CaseData& data, const std::function<void(std::string_view)>& take);
 
 }  // namespace fixtop::casehost

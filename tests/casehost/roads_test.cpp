@@ -8,7 +8,7 @@
 
 #include "case_builder.h"
 #include "case_text.h"
-#include "json/good_case.h"
+#include "json/case_text.h"
 
 namespace fixtop::casehost {
 namespace {
@@ -59,6 +59,23 @@ TEST(CaseRoads, WrittenCasesAreReadWhileTheyAreMade) {
     const ReadResult any = ReadAnyCase("plant.json", text);
     ASSERT_NE(any.data, nullptr);
     EXPECT_EQ(CaseToText(*any.data), text);
+}
+
+TEST(CaseRoads, TextWrittenInPiecesIsTheWhole) {
+    CaseData data;
+    for (int i = 0; i < 3000; ++i) {
+        data.main.objects.push_back(
+            Object("S" + std::to_string(i), words::kMaterialStream,
+                   {Real("T", "Temperature", i), Real("P", "Pressure", i)}));
+    }
+    std::string text;
+    int pieces = 0;
+    WriteCase(data, [&](std::string_view piece) {
+        text += piece;
+        ++pieces;
+    });
+    EXPECT_EQ(text, CaseToText(data));
+    EXPECT_GT(pieces, 1);
 }
 
 // Text comes in pieces; wherever one ends, what stands there is read as if it went on.
