@@ -23,6 +23,12 @@ void Guard(std::vector<std::string>& arguments) {
     }
 }
 
+constexpr char kVersionOption[] = "--version";
+
+std::string VersionLine() {
+    return std::string("fixtop ") + FixtopVersion();
+}
+
 std::string WithoutLineEnds(std::string text) {
     while (!text.empty() && text.back() == '\n') text.pop_back();
     return text;
@@ -34,7 +40,7 @@ class CommandLine {
     explicit CommandLine(Place place) : place_(place) {
         if (place == Place::kProgram) {
             app_.name("fixtop");
-            app_.set_version_flag("--version", std::string("fixtop ") + FixtopVersion());
+            app_.set_version_flag(kVersionOption, VersionLine());
         } else {
             app_.name("");
         }
@@ -180,6 +186,16 @@ class CommandLine {
     std::vector<std::unique_ptr<Word>> words_;
 };
 
+// The version alone is told without the words, which take longer to make than all else.
+ExitCode RunLine(std::vector<std::string> arguments, Place place, CommandContext& around) {
+    const bool version = arguments.size() == 1 && arguments.front() == kVersionOption;
+    if (place != Place::kProgram || !version) {
+        return CommandLine(place).Run(std::move(arguments), around);
+    }
+    around.out.Line(VersionLine());
+    return ExitCode::kOk;
+}
+
 }  // namespace
 
 ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around) {
@@ -187,7 +203,7 @@ ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext
     ExitCode code = ExitCode::kUnreadable;
     bool out_of_memory = false;
     try {
-        code = CommandLine(place).Run(std::move(arguments), around);
+        code = RunLine(std::move(arguments), place, around);
     } catch (const std::bad_alloc&) {
         out_of_memory = true;
     } catch (const client::Error&) {
