@@ -233,11 +233,17 @@ class TopLevel {
     bool first_ = true;
 };
 
+// Of what was read nothing is left when this comes back.
+template <class Text>
+std::unique_ptr<CaseData> ReadStream(Text& text) {
+    JsonStream stream(text);
+    return StreamedCase(stream).Read();
+}
+
 }  // namespace
 
 std::unique_ptr<CaseData> ReadGoodCase(std::istream& in) {
-    JsonStream stream(in);
-    return StreamedCase(stream).Read();
+    return ReadStream(in);
 }
 
 ReadResult ReadAnyCase(const std::string& file, std::string_view text) {
@@ -250,8 +256,7 @@ ReadResult ReadAnyCase(const std::string& file, std::string_view text) {
 
 ReadResult ReadCaseText(const std::string& file, std::string_view text) {
     try {
-        JsonStream stream(text);
-        auto data = StreamedCase(stream).Read();
+        auto data = ReadStream(text);
         return data ? ReadResult{std::move(data), {}} : ReadAnyCase(file, text);
     } catch (const std::bad_alloc&) {
         return {nullptr, {{file, kNoMemory}}};
