@@ -206,10 +206,14 @@ std::vector<std::pair<std::string, FIValue>> Node::Attributes() const {
 }
 
 Reading Node::Read(const std::string& unit, const std::string& attribute) const {
-    const Node shown = *this;
-    if (!unit.empty()) shown.ShowIn(unit, attribute);
-    Reading reading{shown.Attribute(attribute), shown.UnitOf(attribute),
-                    shown.Attribute("status").ToText(), attribute == "value" && shown.IsStale()};
+    // A unit is asked for on a copy, which costs more than what is read.
+    if (!unit.empty()) {
+        const Node shown = *this;
+        shown.ShowIn(unit, attribute);
+        return shown.Read("", attribute);
+    }
+    Reading reading{Attribute(attribute), UnitOf(attribute), Attribute("status").ToText(),
+                    attribute == "value" && IsStale()};
     if (reading.value.IsText() && IsGoneText(reading.value.ToText())) {
         throw Gone(Path(), reading.value.ToText());
     }

@@ -147,6 +147,9 @@ namespace terminal {
 bool InputIsTyped() {
     return false;
 }
+bool DataIsSeen() {
+    return false;
+}
 bool NotesAreSeen() {
     return false;
 }

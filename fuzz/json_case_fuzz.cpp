@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <sstream>
 #include <string>
 
 #include "casehost/case_file.h"
 #include "casehost/case_host.h"
 #include "check.h"
+#include "json/case_text.h"
 
 namespace fixtop {
 
@@ -27,9 +29,22 @@ void CheckRoundTrip(const casehost::CaseData& data) {
 
 }  // namespace
 
+// The quick road takes nothing that the other refuses, and makes the same of it.
+void CheckRoads(std::string_view text, const casehost::ReadResult& result) {
+    std::istringstream in{std::string(text)};
+    const auto good = casehost::ReadGoodCase(in);
+    const casehost::ReadResult any = casehost::ReadAnyCase("fuzz.json", text);
+    Check((any.data != nullptr) == (result.data != nullptr), "the roads differ");
+    if (!good) return;
+    Check(any.data != nullptr, "the quick road reads what is refused");
+    Check(casehost::CaseToText(*good) == casehost::CaseToText(*any.data),
+          "the roads read different cases");
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);
     const casehost::ReadResult result = casehost::ReadCaseText("fuzz.json", text);
+    CheckRoads(text, result);
     Check(result.data || !result.problems.empty(), "neither a case nor a problem");
     for (const casehost::CaseProblem& problem : result.problems) {
         Check(!problem.where.empty() && !problem.message.empty(),

@@ -28,8 +28,10 @@ class NewFile {
     // Begins the file under a name. Where that is taken, also by a link that leads nowhere, the
     // error is file_exists and what has it is left alone.
     std::error_code Open(const std::filesystem::path& name);
-    // Comes back when the disk has the text, or with `interrupted` when a signal waits.
-    std::error_code Write(std::string_view text);
+    // Writes at the end; comes back with `interrupted` when a signal waits.
+    std::error_code Append(std::string_view text);
+    // Comes back when the disk has the whole, or with `interrupted`. Nothing is written behind it.
+    std::error_code Sync();
     // Takes the target's place in one step. On an error both are as they were.
     std::error_code TakePlace();
 

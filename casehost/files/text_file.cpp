@@ -62,6 +62,10 @@ std::optional<std::string> ReadTextFile(const std::string& path, std::size_t lim
 }
 
 std::string WriteTextFile(const std::string& path, std::string_view text) {
+    return WriteTextFile(path, [text](const TextTaker& take) { take(text); });
+}
+
+std::string WriteTextFile(const std::string& path, const TextMaker& make) {
     constexpr char kNotWritten[] = "can't be written: ";
     std::error_code error;
     const std::filesystem::path target = BehindLinks(FilePath(path), error);
@@ -71,7 +75,12 @@ std::string WriteTextFile(const std::string& path, std::string_view text) {
     files::RemoveLeftDrafts(target);
     files::NewFile draft(target);
     error = files::OpenDraft(draft, target);
-    if (!error) error = draft.Write(text);
+    if (!error) {
+        make([&](std::string_view piece) {
+            if (!error) error = draft.Append(piece);
+        });
+    }
+    if (!error) error = draft.Sync();
     if (error) return kNotWritten + error.message();
     error = draft.TakePlace();
     return error ? "can't be replaced: " + error.message() : "";

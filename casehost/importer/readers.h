@@ -12,9 +12,9 @@ inline constexpr std::size_t kMaxDocumentBytes = std::size_t{512} << 20;
 inline constexpr std::size_t kMaxInflation = 200;
 inline constexpr std::size_t kFreeInflationBytes = std::size_t{1} << 20;
 
-// The one XML document of an archive, inflated; inflation stops as soon as the document grows past
-// a limit, whatever sizes the archive declares. Null when the archive is not as it should be, and a
-// problem then says why.
+// The one XML document of an archive, inflated. One whose directory tells a size past a limit is
+// not begun; inflation stops as soon as the document grows past one, whatever the directory tells.
+// Null when the archive is not as it should be, and a problem then says why.
 std::optional<std::string> InflateDocument(std::string_view archive, Problems& problems);
 
 // Also fills the compound names of the reading.

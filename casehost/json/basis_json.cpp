@@ -139,7 +139,7 @@ CompoundData ReadCompound(Tree& tree, const JsonNode& node) {
     compound.cp = ReadAll(tree, fields.Array("cp"), NumberOf);
     if (const JsonNode* other = fields.Object("other")) {
         for (const JsonNode* each = other->first; each; each = each->next) {
-            compound.other[*each->key] = TextOf(tree, *each);
+            compound.other[std::string(each->key)] = TextOf(tree, *each);
         }
     }
     fields.Done();

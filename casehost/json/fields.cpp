@@ -15,7 +15,8 @@ bool Expect(Tree& tree, const JsonNode& node, JsonNode::Kind kind, const char* w
 }
 
 std::string TextOf(Tree& tree, const JsonNode& node) {
-    return Expect(tree, node, JsonNode::Kind::text, "a text") ? *node.text : std::string();
+    return Expect(tree, node, JsonNode::Kind::text, "a text") ? std::string(node.text)
+                                                              : std::string();
 }
 
 double NumberOf(Tree& tree, const JsonNode& node) {
@@ -24,8 +25,8 @@ double NumberOf(Tree& tree, const JsonNode& node) {
 
 std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string_view> words) {
     if (!Expect(tree, node, JsonNode::Kind::text, "a text")) return 0;
-    const auto found = std::find(words.begin(), words.end(), *node.text);
-    if (found != words.end() && !node.text->empty())
+    const auto found = std::find(words.begin(), words.end(), node.text);
+    if (found != words.end() && !node.text.empty())
         return static_cast<std::size_t>(found - words.begin());
     tree.Report(node, Tree::Describe(node) + " is none of " + Listed(words));
     return 0;
@@ -33,7 +34,7 @@ std::size_t WordOf(Tree& tree, const JsonNode& node, std::span<const std::string
 
 const JsonNode* Fields::Find(std::string_view name) {
     const JsonNode* found = node_.Find(name);
-    if (found) asked_.push_back(found);
+    if (found) found->asked = true;
     return found;
 }
 
@@ -50,9 +51,11 @@ std::string Fields::RequiredText(std::string_view name) {
 }
 
 std::string Fields::Quantity(std::string_view name) {
-    std::string text = Text(name);
+    const JsonNode* found = Find(name);
+    if (!found) return std::string();
+    std::string text = TextOf(tree_, *found);
     if (!text.empty() && !FindQuantity(text)) {
-        tree_.Report(*asked_.back(), "no such quantity: " + Tree::Describe(*asked_.back()));
+        tree_.Report(*found, "no such quantity: " + Tree::Describe(*found));
     }
     return text;
 }
@@ -83,8 +86,8 @@ long Fields::Integer(std::string_view name, long otherwise, long minimum, long m
 void Fields::Done() {
     for (const JsonNode* member = node_.kind == JsonNode::Kind::object ? node_.first : nullptr;
          member; member = member->next) {
-        if (std::find(asked_.begin(), asked_.end(), member) != asked_.end()) continue;
-        tree_.Report(*member, "unknown member \"" + *member->key + "\"");
+        if (member->asked) continue;
+        tree_.Report(*member, "unknown member \"" + std::string(member->key) + "\"");
     }
 }
 

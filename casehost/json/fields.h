@@ -87,7 +87,6 @@ class Fields {
 
     Tree& tree_;
     const JsonNode& node_;
-    std::vector<const JsonNode*> asked_;
 };
 
 }  // namespace fixtop::casehost::json

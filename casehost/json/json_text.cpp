@@ -9,10 +9,19 @@
 
 namespace fixtop::casehost::json {
 
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{1} << 18;
+
+}  // namespace
+
 void JsonText::Line(int depth, bool& first) {
     if (!first) out_ += ',';
     first = false;
     Break(depth);
+    if (!taker_ || out_.size() < kPiece) return;
+    taker_(out_);
+    out_.clear();
 }
 
 void JsonText::Break(int depth) {

@@ -3,6 +3,7 @@
 
 // JsonText: JSON as case files write it, indented by two, numbers in their shortest exact form.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -13,6 +14,11 @@ namespace fixtop::casehost::json {
 
 class JsonText {
  public:
+    // What takes the text piece by piece, where it is not kept whole.
+    using Taker = std::function<void(std::string_view piece)>;
+
+    JsonText() = default;
+    explicit JsonText(Taker taker) : taker_(std::move(taker)) {}
     // Starts a line for a member or element; `first` ones stand without a comma before them.
     void Line(int depth, bool& first);
     // Starts a line for a closing bracket.
@@ -47,6 +53,7 @@ class JsonText {
     // As it stands.
     void Raw(std::string_view text) { out_ += text; }
 
+    // The text, or the rest of it that nobody took.
     std::string Take() { return std::move(out_); }
 
  private:
@@ -66,6 +73,7 @@ class JsonText {
     void Put(const std::vector<Value>& values);
 
     std::string out_;
+    Taker taker_;
 };
 
 // Items between brackets such as "[]", all on one line.

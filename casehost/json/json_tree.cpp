@@ -98,7 +98,7 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
         }
         return plain;
     }
-    const std::string* Keep(const std::string& text) { return &*tree_.texts_.insert(text).first; }
+    std::string_view Keep(const std::string& text) { return *tree_.texts_.insert(text).first; }
     bool Number(double value) {
         JsonNode& node = Leaf(JsonNode::Kind::number);
         node.number = value;
@@ -144,13 +144,14 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     bool CheckDuplicates(const JsonNode& object) {
         keys_.clear();
         for (const JsonNode* each = object.first; each; each = each->next)
-            keys_.push_back(each->key);
+            keys_.push_back(each->key.data());
         std::sort(keys_.begin(), keys_.end());
         if (std::adjacent_find(keys_.begin(), keys_.end()) == keys_.end()) return true;
-        std::unordered_set<const std::string*> seen;
+        std::unordered_set<std::string_view> seen;
         const JsonNode* member = object.first;
         while (seen.insert(member->key).second) member = member->next;
-        tree_.Report(*member, "the name \"" + *member->key + "\" stands twice in one object");
+        tree_.Report(*member,
+                     "the name \"" + std::string(member->key) + "\" stands twice in one object");
         return false;
     }
 
@@ -158,15 +159,15 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     const char* begin_;
     const char* at_;
     JsonNode* open_ = nullptr;
-    const std::string* key_ = nullptr;
-    std::vector<const std::string*> keys_;  // of the object that is looked at
+    std::string_view key_;
+    std::vector<const char*> keys_;  // of the object that is looked at
     int depth_ = 0;
 };
 
 const JsonNode* JsonNode::Find(std::string_view name) const {
     if (kind != Kind::object) return nullptr;
     for (const JsonNode* member = first; member; member = member->next) {
-        if (*member->key == name) return member;
+        if (member->key == name) return member;
     }
     return nullptr;
 }
@@ -175,6 +176,11 @@ std::size_t JsonNode::Count() const {
     std::size_t count = 0;
     for (const JsonNode* child = first; child; child = child->next) ++count;
     return count;
+}
+
+const JsonNode& OrNowhere(const JsonNode* node) {
+    static const JsonNode nowhere;
+    return node ? *node : nowhere;
 }
 
 Tree::Tree(std::string file, std::string_view text) : file_(std::move(file)), text_(text) {
@@ -206,8 +212,8 @@ std::size_t Tree::LineOf(std::size_t offset) const {
 std::string Tree::PathOf(const JsonNode& node) {
     if (!node.parent) return "/";
     std::string step;
-    if (node.key) {
-        for (char c : *node.key) step += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+    if (node.parent->kind == JsonNode::Kind::object) {
+        for (char c : node.key) step += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
     } else {
         std::size_t index = 0;
         for (const JsonNode* each = node.parent->first; each != &node; each = each->next) ++index;
@@ -217,7 +223,8 @@ std::string Tree::PathOf(const JsonNode& node) {
 }
 
 std::string Tree::Describe(const JsonNode& node) {
-    if (node.kind == JsonNode::Kind::text) return "\"" + node.text->substr(0, 40) + "\"";
+    if (node.kind == JsonNode::Kind::text)
+        return "\"" + std::string(node.text.substr(0, 40)) + "\"";
     if (node.kind == JsonNode::Kind::boolean) return node.flag ? "true" : "false";
     constexpr const char* kWords[] = {"null", "", "a number", "", "an array", "an object"};
     return kWords[static_cast<std::size_t>(node.kind)];

@@ -26,9 +26,10 @@ struct JsonNode {
 
     Kind kind = Kind::null;
     bool flag = false;
-    std::size_t offset = 0;             // in the text, just behind the node's beginning
-    const std::string* key = nullptr;   // inside an object
-    const std::string* text = nullptr;  // of a text
+    mutable bool asked = false;  // a reader has looked at this member
+    std::size_t offset = 0;      // in the text, just behind the node's beginning
+    std::string_view key;        // inside an object
+    std::string_view text;       // of a text
     double number = 0;
     JsonNode* parent = nullptr;
     JsonNode* first = nullptr;
@@ -40,10 +41,16 @@ struct JsonNode {
     std::size_t Count() const;
 };
 
+// The node, or where there is none one that stands nowhere.
+const JsonNode& OrNowhere(const JsonNode* node);
+
 class Tree {
  public:
     // `file` stands in messages.
     Tree(std::string file, std::string_view text);
+    // Without nodes of its own, for what reads those of a JsonStream: keeps the first problem only,
+    // and that without a place.
+    Tree() : most_problems_(1) {}
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
 
@@ -55,7 +62,7 @@ class Tree {
     void Report(const JsonNode& at, const std::string& message) {
         ReportAt(at.offset, PathOf(at), message);
     }
-    bool Full() const { return problems_.size() >= kMaxProblems; }
+    bool Full() const { return problems_.size() >= most_problems_; }
     // "a number", "\"abc\"", "an object" and so on.
     static std::string Describe(const JsonNode& node);
 
@@ -68,6 +75,7 @@ class Tree {
 
     std::string file_;
     std::string_view text_;
+    std::size_t most_problems_ = kMaxProblems;
     std::deque<JsonNode> nodes_;
     std::unordered_set<std::string> texts_;
     const JsonNode* root_ = nullptr;

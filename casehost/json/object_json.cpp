@@ -61,13 +61,18 @@ void WriteObject(JsonText& text, const ObjectData& object, ShapeNames& shapes, i
 void ObjectReader::Read(const JsonNode* list, std::vector<ObjectData>& objects) {
     if (!list) return;
     for (const JsonNode* each = list->first; each && !tree_.Full() && !full_; each = each->next) {
-        if (++count_ > kMaxCaseObjects) {
-            tree_.Report(*each, "more than " + std::to_string(kMaxCaseObjects) + " objects");
-            return;
-        }
-        ReadObject(*each, objects.emplace_back());
+        if (!ReadNext(*each, objects)) return;
     }
-    CheckNames(*list, objects);
+    CheckNames(list, objects);
+}
+
+bool ObjectReader::ReadNext(const JsonNode& node, std::vector<ObjectData>& objects) {
+    if (++count_ > kMaxCaseObjects) {
+        tree_.Report(node, "more than " + std::to_string(kMaxCaseObjects) + " objects");
+        return false;
+    }
+    ReadObject(node, objects.emplace_back());
+    return true;
 }
 
 void ObjectReader::ReadFlowsheet(const JsonNode& node, FlowsheetData& flowsheet) {
@@ -76,12 +81,16 @@ void ObjectReader::ReadFlowsheet(const JsonNode& node, FlowsheetData& flowsheet)
     fields.Done();
 }
 
-void ObjectReader::CheckNames(const JsonNode& list, const std::vector<ObjectData>& objects) {
+void ObjectReader::CheckNames(const JsonNode* list, const std::vector<ObjectData>& objects) {
     std::unordered_set<std::string_view> names;
-    const JsonNode* node = list.first;
-    for (std::size_t i = 0; i < objects.size() && node; ++i, node = node->next) {
-        if (names.insert(objects[i].name).second) continue;
-        tree_.Report(*node, "another object of this list is called \"" + objects[i].name + "\"");
+    names.reserve(objects.size());
+    const JsonNode* node = list ? list->first : nullptr;
+    for (const ObjectData& object : objects) {
+        if (!names.insert(object.name).second) {
+            tree_.Report(OrNowhere(node),
+                         "another object of this list is called \"" + object.name + "\"");
+        }
+        node = node ? node->next : nullptr;
     }
 }
 

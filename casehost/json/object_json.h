@@ -30,12 +30,15 @@ class ObjectReader {
 
     // `list` may be null.
     void Read(const JsonNode* list, std::vector<ObjectData>& objects);
+    // The same in pieces: one object after the other, false when no more are taken; then their
+    // names. `list` is null where the nodes are gone.
+    bool ReadNext(const JsonNode& node, std::vector<ObjectData>& objects);
+    void CheckNames(const JsonNode* list, const std::vector<ObjectData>& objects);
     void ReadFlowsheet(const JsonNode& node, FlowsheetData& flowsheet);
 
  private:
     void ReadObject(const JsonNode& node, ObjectData& object);
     const Shape& ShapeOf(const JsonNode* name);
-    void CheckNames(const JsonNode& list, const std::vector<ObjectData>& objects);
 
     Tree& tree_;
     const Shapes& shapes_;
@@ -51,7 +54,8 @@ void WriteObjects(JsonText& text, const std::vector<ObjectData>& objects, ShapeN
 void WriteFlowsheet(JsonText& text, const FlowsheetData& flowsheet, ShapeNames& shapes, int depth);
 
 // Checks that ports and attachments of a case that was read name objects of the case, and that a
-// unit operation has each port once. Problems stand at the JSON nodes that `data` was read from.
+// unit operation has each port once. Problems stand at the JSON nodes below `root` that `data` was
+// read from, or where those are gone at some node that says nothing.
 void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data);
 
 }  // namespace fixtop::casehost::json

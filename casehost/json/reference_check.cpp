@@ -48,30 +48,44 @@ class DataWorld {
     mutable std::unordered_map<List, Names> names_;
 };
 
+// The nodes of what was read, as long as they are there.
+const JsonNode* First(const JsonNode* list) {
+    return list ? list->first : nullptr;
+}
+const JsonNode* Next(const JsonNode* node) {
+    return node ? node->next : nullptr;
+}
+const JsonNode* Member(const JsonNode* object, std::string_view name) {
+    return object ? object->Find(name) : nullptr;
+}
+
 class Checker {
  public:
     Checker(Tree& tree, const CaseData& data) : tree_(tree), world_(data) {}
 
     // `scope` is the flowsheet from which the objects of `objects` look.
     void Check(const JsonNode* nodes, const Objects& objects, const Objects* scope, bool ports) {
-        const JsonNode* node = nodes ? nodes->first : nullptr;
-        for (std::size_t i = 0; i < objects.size() && node; ++i, node = node->next) {
-            CheckAttachments(*node, objects[i], scope);
-            CheckPorts(*node, objects[i], ports ? scope : nullptr);
-            if (!objects[i].sub_flowsheet) continue;
-            const Objects& inner = objects[i].sub_flowsheet->objects;
-            Check(node->Find("flowsheet")->Find("objects"), inner, &inner, true);
+        const JsonNode* node = First(nodes);
+        for (const ObjectData& object : objects) {
+            CheckAttachments(OrNowhere(node), object, scope);
+            CheckPorts(OrNowhere(node), object, ports ? scope : nullptr);
+            if (object.sub_flowsheet) {
+                const Objects& inner = object.sub_flowsheet->objects;
+                Check(Member(Member(node, "flowsheet"), "objects"), inner, &inner, true);
+            }
+            node = Next(node);
         }
     }
 
     void CheckBasis(const JsonNode* nodes, const std::vector<BasisElement>& elements) {
-        const JsonNode* node = nodes ? nodes->first : nullptr;
-        for (std::size_t i = 0; i < elements.size() && node; ++i, node = node->next) {
-            ForEachObjectPath(elements[i], [&](const std::string& path) {
+        const JsonNode* node = First(nodes);
+        for (const BasisElement& element : elements) {
+            ForEachObjectPath(element, [&](const std::string& path) {
                 if (path.empty() || path::FindObject(world_, world_.Main(), path)) return;
-                tree_.Report(*node, "the object \"" + path + "\" names no object");
+                tree_.Report(OrNowhere(node), "the object \"" + path + "\" names no object");
             });
-            CheckBasis(node->Find("elements"), elements[i].elements);
+            CheckBasis(Member(node, "elements"), element.elements);
+            node = Next(node);
         }
     }
 
@@ -91,20 +105,20 @@ class Checker {
     }
 
     void CheckPorts(const JsonNode& node, const ObjectData& object, const Objects* scope) {
-        const JsonNode* members = node.Find("ports");
-        const JsonNode* member = members ? members->first : nullptr;
-        if (!member) return;
+        if (object.ports.empty()) return;
+        const JsonNode* member = First(node.Find("ports"));
         std::unordered_set<std::string> rows;
         std::unordered_set<std::string_view> variables;
         for (const VariableData& each : object.variables) variables.insert(each.spec->name);
         for (const PortData& port : object.ports) {
             const std::string row = PortRowName(port);
-            if (!rows.insert(row).second) tree_.Report(*member, "the port stands twice: " + row);
+            const JsonNode& place = OrNowhere(member);
+            if (!rows.insert(row).second) tree_.Report(place, "the port stands twice: " + row);
             if (variables.contains(row)) {
-                tree_.Report(*member, "a variable has the name of the port: " + row);
+                tree_.Report(place, "a variable has the name of the port: " + row);
             }
-            CheckStream(*member, port, scope);
-            member = member->next;
+            CheckStream(place, port, scope);
+            member = Next(member);
         }
     }
 
@@ -124,8 +138,8 @@ class Checker {
 void CheckReferences(Tree& tree, const JsonNode& root, const CaseData& data) {
     Checker checker(tree, data);
     const Objects* main = &data.main.objects;
-    const JsonNode* flowsheet = root.Find("flowsheet");
-    checker.Check(flowsheet ? flowsheet->Find("objects") : nullptr, data.main.objects, main, true);
+    const JsonNode* objects = Member(root.Find("flowsheet"), "objects");
+    checker.Check(objects, data.main.objects, main, true);
     checker.CheckBasis(root.Find("basis"), data.basis);
     for (const ObjectList& list : kObjectLists) {
         checker.Check(root.Find(list.name), data.*list.objects, main, false);

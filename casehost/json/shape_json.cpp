@@ -86,7 +86,7 @@ void WriteSpec(JsonText& text, const VariableSpec& spec) {
 
 }  // namespace
 
-SharedSpec ReadSpec(Tree& tree, const JsonNode& node, const std::string& name) {
+SharedSpec ReadSpec(Tree& tree, const JsonNode& node, std::string_view name) {
     auto spec = std::make_shared<VariableSpec>();
     spec->name = name;
     Fields fields(tree, node);
@@ -108,9 +108,9 @@ Shapes ReadShapes(Tree& tree, const JsonNode& object) {
     Shapes shapes;
     for (const JsonNode* each = object.first; each; each = each->next) {
         if (!Expect(tree, *each, JsonNode::Kind::object, "an object")) continue;
-        Shape& shape = shapes[*each->key];
+        Shape& shape = shapes[each->key];
         for (const JsonNode* variable = each->first; variable; variable = variable->next) {
-            shape.push_back(ReadSpec(tree, *variable, *variable->key));
+            shape.push_back(ReadSpec(tree, *variable, variable->key));
         }
         CheckNumbers(tree, *each, shape);
     }

@@ -18,7 +18,7 @@ using Shape = std::vector<SharedSpec>;
 using Shapes = std::unordered_map<std::string_view, Shape>;
 
 Shapes ReadShapes(Tree& tree, const JsonNode& object);
-SharedSpec ReadSpec(Tree& tree, const JsonNode& node, const std::string& name);
+SharedSpec ReadSpec(Tree& tree, const JsonNode& node, std::string_view name);
 
 // The shapes of the objects of a case, under names given in the order of their appearance. Holds
 // pointers into the objects.

@@ -131,7 +131,7 @@ class Places {
     explicit Places(const Shape& shape) : shape_(shape) {}
 
     // The size of the shape when the name is absent.
-    std::size_t Find(const std::string& name) {
+    std::size_t Find(std::string_view name) {
         const std::size_t end = std::min(last_ + kClose, shape_.size());
         for (std::size_t place = last_; place < end; ++place) {
             if (shape_[place]->name == name) return last_ = place;
@@ -224,18 +224,20 @@ bool ReadVariables(Tree& tree, const JsonNode* node, const Shape& shape, ObjectD
     Places places(shape);
     for (const JsonNode* each = node ? node->first : nullptr; each; each = each->next) {
         if (!Expect(tree, *each, JsonNode::Kind::object, "an object")) continue;
-        const std::size_t place = places.Find(*each->key);
+        const std::size_t place = places.Find(each->key);
         const JsonNode* own = each->Find("spec");
         if (place < shape.size()) {
             if (own)
-                tree.Report(*own, "the object's shape declares \"" + *each->key + "\" already");
+                tree.Report(
+                    *own, "the object's shape declares \"" + std::string(each->key) + "\" already");
             ReadVariable(tree, *each, object.variables[place]);
         } else if (own) {
-            object.variables.push_back({ReadSpec(tree, *own, *each->key), {}});
+            object.variables.push_back({ReadSpec(tree, *own, each->key), {}});
             if (!TakeRoom(*object.variables.back().spec, room)) return false;
             ReadVariable(tree, *each, object.variables.back());
         } else {
-            tree.Report(*each, "the object's shape has no variable \"" + *each->key + "\"");
+            tree.Report(*each,
+                        "the object's shape has no variable \"" + std::string(each->key) + "\"");
         }
     }
     for (VariableData& variable : object.variables) {

@@ -2,6 +2,7 @@
 #include "casehost/units.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace fixtop::casehost {
 
@@ -18,8 +19,13 @@ const std::vector<Quantity>& Quantities() {
 }
 
 const Quantity* FindQuantity(std::string_view name) {
-    const auto found = std::ranges::find(Quantities(), name, &Quantity::name);
-    return found == Quantities().end() ? nullptr : &*found;
+    static const auto by_name = [] {
+        std::unordered_map<std::string_view, const Quantity*> index;
+        for (const Quantity& each : Quantities()) index.try_emplace(each.name, &each);
+        return index;
+    }();
+    const auto found = by_name.find(name);
+    return found == by_name.end() ? nullptr : found->second;
 }
 
 const Quantity* FindQuantity(host::VarType type) {

@@ -28,6 +28,11 @@ using test::Names;
 
 class Drafts : public test::Saving {};
 
+std::error_code WriteWhole(files::NewFile& draft, std::string_view text) {
+    const std::error_code error = draft.Append(text);
+    return error ? error : draft.Sync();
+}
+
 TEST_F(Drafts, AnyNumberOfFilesBesideTheTargetHindersNobody) {
     for (int i = 0; i < 200; ++i) {
         folder_.Write("plant.json" + (i == 0 ? "" : "." + std::to_string(i)) + ".part", kOld);
@@ -59,7 +64,7 @@ TEST_F(Drafts, DraftThatSomebodyIsAtWorkOnStays) {
         EXPECT_EQ(Found().size(), 1u);
         ASSERT_TRUE(WriteCaseFile(test::SmallCase(), target.string()));
         EXPECT_EQ(Found().size(), 2u);
-        ASSERT_FALSE(other.Write("the last one"));
+        ASSERT_FALSE(WriteWhole(other, "the last one"));
         ASSERT_FALSE(other.TakePlace());
         EXPECT_EQ(Found(), Names{"plant.json"});
         EXPECT_EQ(folder_.Read("plant.json"), "the last one");
@@ -68,7 +73,7 @@ TEST_F(Drafts, DraftThatSomebodyIsAtWorkOnStays) {
     {
         files::NewFile given_up(target);
         ASSERT_FALSE(files::OpenDraft(given_up, target));
-        ASSERT_FALSE(given_up.Write("never"));
+        ASSERT_FALSE(WriteWhole(given_up, "never"));
     }
     EXPECT_EQ(Found(), Names{"plant.json"});
     EXPECT_EQ(folder_.Read("plant.json"), "the last one");
@@ -141,7 +146,7 @@ TEST_F(Drafts, DraftIsItsMakersAloneUntilItTakesTheTargetsPlace) {
         files::NewFile draft(target);
         ASSERT_FALSE(draft.Open(name));
         EXPECT_EQ(ModeOf(name), 0600u);
-        ASSERT_FALSE(draft.Write("new"));
+        ASSERT_FALSE(WriteWhole(draft, "new"));
         EXPECT_EQ(ModeOf(name), 0600u);
         ASSERT_FALSE(draft.TakePlace());
         EXPECT_EQ(ModeOf(target), mode);
@@ -235,7 +240,7 @@ TEST_F(Drafts, SignalThatIsIgnoredInterruptsNothing) {
     files::NewFile draft(folder_.File("plant.json"));
     ASSERT_FALSE(files::OpenDraft(draft, folder_.File("plant.json")));
     std::raise(SIGHUP);
-    EXPECT_FALSE(draft.Write("text"));
+    EXPECT_FALSE(WriteWhole(draft, "text"));
     EXPECT_FALSE(draft.TakePlace());
     EXPECT_EQ(Found(), Names{"plant.json"});
     std::signal(SIGHUP, former);

@@ -33,6 +33,19 @@ std::string Damaged() {
     return bytes;
 }
 
+// An archive whose headers tell another size of the document.
+std::string TellingSize(std::string bytes, std::uint32_t size) {
+    const struct {
+        const char* header;
+        std::size_t offset;  // of the size
+    } places[] = {{"PK\x03\x04", 22}, {"PK\x01\x02", 24}};
+    for (const auto& place : places) {
+        const std::size_t at = bytes.find(place.header) + place.offset;
+        for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(size >> (8 * i));
+    }
+    return bytes;
+}
+
 // Made by libzip: "<a/>" stored as case.xml under AES-256. The bytes are given, since a library
 // that is built without ciphers still has to recognize such an archive.
 std::string EncryptedByAes() {
@@ -120,6 +133,16 @@ std::vector<Fault> Faults() {
          ZipOf({{"case.xml", Wide(5'000'001), false}}),
          {"more than 5000000 elements"}},
         {"zip bomb", ZipOf(std::string(8 << 20, ' ')), {"grows more than 200-fold"}},
+        {"zip bomb that tells to be small",
+         TellingSize(ZipOf(std::string(8 << 20, ' ')), 4),
+         {"grows more than 200-fold"}},
+        // Inflating any of it would find the damage.
+        {"damaged entry that tells to be large",
+         TellingSize(Damaged(), 3'000'000'000),
+         {"bad.dwxmz (case.xml): the document is larger than 512 MiB; expected a smaller"}},
+        {"damaged entry that tells to grow",
+         TellingSize(Damaged(), 300'000'000),
+         {"bad.dwxmz (case.xml): the document grows more than 200-fold"}},
         {"too many compounds", ZipOf(ManyCompounds(4097)), {"expected at most 4096 compounds"}},
         {"no objects",
          ZipOf("<DWSIM_Simulation_Data><GraphicObjects/></DWSIM_Simulation_Data>"),

@@ -23,6 +23,12 @@ void Guard(std::vector<std::string>& arguments) {
     }
 }
 
+constexpr char kVersionOption[] = "--version";
+
+std::string VersionLine() {
+    return std::string("fixtop ") + FixtopVersion();
+}
+
 std::string WithoutLineEnds(std::string text) {
     while (!text.empty() && text.back() == '\n') text.pop_back();
     return text;
@@ -54,7 +60,7 @@ class CommandLine {
     explicit CommandLine(Place place) : place_(place) {
         if (place == Place::kProgram) {
             app_.name("fixtop");
-            app_.set_version_flag("--version", std::string("fixtop ") + FixtopVersion());
+            app_.set_version_flag(kVersionOption, VersionLine());
         } else {
             app_.name("");
         }
@@ -248,20 +254,32 @@ class CommandLine {
     std::vector<std::unique_ptr<Word>> words_;
 };
 
+// The version alone is told without the words, which take longer to make than all else.
+ExitCode RunLine(std::vector<std::string> arguments, Place place, CommandContext& around) {
+    const bool version = arguments.size() == 1 && arguments.front() == kVersionOption;
+    if (place != Place::kProgram || !version) {
+        return CommandLine(place).Run(std::move(arguments), around);
+    }
+    around.out.Line(VersionLine());
+    return ExitCode::kOk;
+}
+
 }  // namespace
 
 ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext& around) {
     const int before = MemoryFailures();
     ExitCode code = ExitCode::kUnreadable;
+    bool out_of_memory = false;
     try {
-        code = CommandLine(place).Run(std::move(arguments), around);
+        code = RunLine(std::move(arguments), place, around);
     } catch (const std::bad_alloc&) {
-        if (MemoryFailures() == before) TellOutOfMemory();
+        out_of_memory = true;
     } catch (const client::Error&) {
         // Whatever was not found, or refused, for lack of memory.
         if (MemoryFailures() == before) throw;
     }
-    if (MemoryFailures() == before) return code;
+    around.out.Flush();
+    if (!out_of_memory && MemoryFailures() == before) return code;
     TellOutOfMemory();
     return ExitCode::kUnreadable;
 }

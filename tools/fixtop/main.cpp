@@ -33,7 +33,7 @@ using namespace fixtop;
 int main(int count, char** values) {
     try {
         terminal::Prepare();
-        FileOutput out(stdout, stderr);
+        FileOutput out(stdout, stderr, terminal::DataIsSeen());
         return static_cast<int>(Run(count, values, out));
     } catch (const std::exception&) {
         TellOutOfMemory();

@@ -43,6 +43,7 @@ int MemoryFailures() {
 }
 
 void TellOutOfMemory() {
+    std::fflush(stdout);  // what was said before stands before it
     std::fputs("fixtop: out of memory\n", stderr);
 }
 

@@ -3,10 +3,14 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace fixtop {
 
 namespace {
+
+// A write call costs more than many lines that are made.
+constexpr std::size_t kHeldBytes = std::size_t{1} << 16;
 
 // Not every platform tells a reader that went away by an error of its own.
 bool ReaderIsGone(int error) {
@@ -19,18 +23,32 @@ void Output::Line(std::string_view text) {
     Data(std::string(text) + '\n');
 }
 
-void FileOutput::Data(std::string_view text) {
-    const bool written = std::fwrite(text.data(), 1, text.size(), data_) == text.size();
-    if (written && std::fflush(data_) == 0) return;
-    const int error = errno;
+FileOutput::FileOutput(std::FILE* data, std::FILE* notes, bool at_once)
+    : data_(data), notes_(notes), at_once_(at_once) {
+    if (!at_once) std::setvbuf(data, nullptr, _IOFBF, kHeldBytes);
+}
+
+void FileOutput::Fail(int error) {
     if (ReaderIsGone(error)) throw ClosedPipe();
     throw std::system_error(error, std::generic_category(), "the output can't be written");
 }
 
+void FileOutput::Data(std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), data_) != text.size()) Fail(errno);
+    if (at_once_) Flush();
+}
+
 void FileOutput::Note(std::string_view text) {
+    if (std::fflush(data_) != 0) lost_ = errno;
     const std::string line = std::string(text) + '\n';
     std::fwrite(line.data(), 1, line.size(), notes_);
     std::fflush(notes_);
+}
+
+void FileOutput::Flush() {
+    const int lost = std::exchange(lost_, 0);
+    if (std::fflush(data_) != 0) Fail(errno);
+    if (lost != 0) Fail(lost);
 }
 
 void RecordingOutput::Data(std::string_view text) {

@@ -16,24 +16,34 @@ struct ClosedPipe {};
 class Output {
  public:
     virtual ~Output() = default;
-    // One line of data, out at once. Throws ClosedPipe, and std::system_error when it can't be
-    // written for another reason.
+    // One line of data, which may wait for others until Flush. Throws ClosedPipe, and
+    // std::system_error when data can't be written for another reason.
     void Line(std::string_view text);
     // Several lines of data as they stand. Throws like Line.
     virtual void Data(std::string_view text) = 0;
-    // A line for the person at the terminal.
+    // A line for the person at the terminal, behind all data so far.
     virtual void Note(std::string_view text) = 0;
+    // All data so far goes out. Throws like Line, also for data that could not go out before a
+    // note.
+    virtual void Flush() {}
 };
 
 class FileOutput final : public Output {
  public:
-    FileOutput(std::FILE* data, std::FILE* notes) : data_(data), notes_(notes) {}
+    // `at_once`: somebody looks at the data as they come. Nothing was written to `data` before.
+    FileOutput(std::FILE* data, std::FILE* notes, bool at_once);
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
+    void Flush() override;
 
  private:
+    // Throws what `error` stands for.
+    [[noreturn]] static void Fail(int error);
+
     std::FILE* data_;
     std::FILE* notes_;
+    bool at_once_;
+    int lost_ = 0;  // the error that kept data from going out before a note; 0 without one
 };
 
 // Keeps the data; notes are passed on.
@@ -55,6 +65,7 @@ class RecordingOutput : public Output {
     explicit RecordingOutput(Output& next) : next_(next) {}
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
+    void Flush() override { next_.Flush(); }
     const std::string& Recorded() const { return recorded_; }
 
  protected:

@@ -18,6 +18,8 @@ void Prepare();
 std::vector<std::string> Arguments(int count, char** values);
 // Standard input is a person at a keyboard.
 bool InputIsTyped();
+// Standard output is a terminal.
+bool DataIsSeen();
 // Standard error is seen by a person.
 bool NotesAreSeen();
 

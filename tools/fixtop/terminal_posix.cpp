@@ -164,6 +164,9 @@ std::vector<std::string> Arguments(int count, char** values) {
 bool InputIsTyped() {
     return isatty(STDIN_FILENO) != 0;
 }
+bool DataIsSeen() {
+    return isatty(STDOUT_FILENO) != 0;
+}
 bool NotesAreSeen() {
     return isatty(STDERR_FILENO) != 0;
 }

@@ -69,6 +69,9 @@ std::vector<std::string> Arguments(int, char**) {
 bool InputIsTyped() {
     return IsConsole(stdin);
 }
+bool DataIsSeen() {
+    return IsConsole(stdout);
+}
 bool NotesAreSeen() {
     return IsConsole(stderr);
 }

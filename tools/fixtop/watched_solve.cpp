@@ -14,6 +14,7 @@ void WatchedSolve::Declare(CLI::App& app) {
 ExitCode WatchedSolve::Run(CommandContext& around) {
     const auto report = [&] {
         for (const client::Change& change : watch_.Changes()) Write(change, around.out);
+        around.out.Flush();
         return true;
     };
     bool all_stored = stores_.StoreAll(around);

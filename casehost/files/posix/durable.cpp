@@ -156,7 +156,7 @@ std::error_code NewFile::Open(const std::filesystem::path& name) {
     return {};
 }
 
-std::error_code NewFile::Write(std::string_view text) {
+std::error_code NewFile::Append(std::string_view text) {
     while (!text.empty()) {
         if (const std::error_code error = state_->Interruption()) return error;
         const std::size_t wanted = std::min(text.size(), kMostAtOnce);
@@ -164,6 +164,10 @@ std::error_code NewFile::Write(std::string_view text) {
         if (written < 0 && errno != EINTR) return LastError();
         if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
+    return {};
+}
+
+std::error_code NewFile::Sync() {
     if (fsync(state_->file->Number()) != 0) return LastError();
     if (const std::error_code error = state_->CloseOnce()) return error;
     return state_->Interruption();

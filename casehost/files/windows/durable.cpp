@@ -74,7 +74,7 @@ std::error_code NewFile::Open(const std::filesystem::path& name) {
     return {};
 }
 
-std::error_code NewFile::Write(std::string_view text) {
+std::error_code NewFile::Append(std::string_view text) {
     while (!text.empty()) {
         const DWORD wanted = static_cast<DWORD>(std::min(text.size(), kMostAtOnce));
         DWORD written = 0;
@@ -83,6 +83,10 @@ std::error_code NewFile::Write(std::string_view text) {
         }
         text.remove_prefix(written);
     }
+    return {};
+}
+
+std::error_code NewFile::Sync() {
     return FlushFileBuffers(state_->file->Get()) ? std::error_code() : LastError();
 }
 

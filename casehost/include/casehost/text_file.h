@@ -10,6 +10,7 @@
 // time the last one wins.
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,5 +22,9 @@ std::optional<std::string> ReadTextFile(const std::string& path, std::size_t lim
                                         std::string& problem);
 // What is wrong; empty when it was written.
 std::string WriteTextFile(const std::string& path, std::string_view text);
+// The same for a text that is made in pieces: `make` hands each to what it is given.
+using TextTaker = std::function<void(std::string_view piece)>;
+using TextMaker = std::function<void(const TextTaker& take)>;
+std::string WriteTextFile(const std::string& path, const TextMaker& make);
 
 }  // namespace fixtop::casehost

@@ -5,6 +5,7 @@
 #include <link.h>
 
 #include <algorithm>
+#include <bit>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -89,10 +90,49 @@ ModuleHandle Open(const fs::path& file, int mode) {
     return OpenLibrary(file.c_str(), mode);
 }
 
+// The name under which a module asks to be known; empty without one.
+std::string_view OwnNameOf(const dl_phdr_info& module) {
+    for (int i = 0; i < module.dlpi_phnum; ++i) {
+        if (module.dlpi_phdr[i].p_type != PT_DYNAMIC) continue;
+        const auto at = module.dlpi_addr + module.dlpi_phdr[i].p_vaddr;
+        const char* texts = nullptr;
+        const ElfW(Dyn)* name = nullptr;
+        for (auto* entry = std::bit_cast<const ElfW(Dyn)*>(at); entry->d_tag != DT_NULL; ++entry) {
+            if (entry->d_tag == DT_STRTAB) texts = std::bit_cast<const char*>(entry->d_un.d_ptr);
+            if (entry->d_tag == DT_SONAME) name = entry;
+        }
+        // What the system puts into each process has places that nobody moved.
+        const bool moved = std::bit_cast<ElfW(Addr)>(texts) >= module.dlpi_addr;
+        if (name && moved) return texts + name->d_un.d_val;
+    }
+    return {};
+}
+
+// Whether the process has a module of this name, or of one with a version behind it. The loader is
+// asked only then, for it seeks in all its folders what it is told not to load.
+bool MayBeLoaded(const std::string& library) {
+    struct Search {
+        std::string_view name;
+        bool found;
+    } search{library, false};
+    const auto look = [](dl_phdr_info* module, std::size_t, void* data) {
+        auto& wanted = *static_cast<Search*>(data);
+        const std::string_view path = module->dlpi_name;
+        const std::string_view file = path.substr(path.find_last_of('/') + 1);
+        wanted.found = file.starts_with(wanted.name) || OwnNameOf(*module) == wanted.name;
+        return wanted.found ? 1 : 0;
+    };
+    dl_iterate_phdr(look, &search);
+    return search.found;
+}
+
 // Where the loader itself would look. Once a relative folder is among its own it is not let look:
 // that one lies below whatever folder is current.
 ModuleHandle OpenOnSearchPath(const std::string& library, int mode) {
-    if (ModuleHandle loaded = Open(library, RTLD_NOLOAD)) return loaded;
+    if (MayBeLoaded(library)) {
+        if (ModuleHandle loaded = Open(library, RTLD_NOLOAD)) return loaded;
+    }
+    if ((mode & RTLD_NOLOAD) != 0) return nullptr;
     const std::vector<fs::path> folders = SearchFolders();
     const auto is_relative = [](const fs::path& folder) { return folder.is_relative(); };
     if (std::none_of(folders.begin(), folders.end(), is_relative)) return Open(library, mode);

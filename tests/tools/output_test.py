@@ -1,0 +1,86 @@
+# SPDX-License-Identifier: Apache-2.0
+"""When lines are written: many at a time, and each at once for those who look at them."""
+
+import json
+import os
+import subprocess
+import unittest
+
+from small_case import small_case
+from support import DONE, FAILED, PROGRAM, ProgramTest
+
+WHOLE_PACKET = 4096  # a longer write is cut into packets of this size and a last one
+STREAM = "appModel.FlowSheetObjects.Streams.*"
+
+
+def packets(arguments, stderr=subprocess.DEVNULL):
+    """What a program writes into a pipe that keeps its writes apart."""
+    reader, writer = os.pipe2(os.O_DIRECT)
+    with subprocess.Popen(PROGRAM + arguments, stdout=writer, stderr=stderr) as program:
+        os.close(writer)
+        pieces = []
+        while piece := os.read(reader, 2 * WHOLE_PACKET):
+            pieces.append(piece)
+        os.close(reader)
+        code = program.wait(timeout=600)
+    return code, pieces
+
+
+def writes(pieces):
+    return sum(len(piece) < WHOLE_PACKET for piece in pieces)
+
+
+@unittest.skipIf(not hasattr(os, "pipe2") or len(PROGRAM) > 1, "needs pipes that keep writes apart")
+class Writes(ProgramTest):
+    def many(self):
+        case = small_case()
+        streams = [s for s in case["flowsheet"]["objects"] if s["type"] == "MaterialStreamObject"]
+        for i in range(1000):
+            case["flowsheet"]["objects"].append({**streams[0], "name": f"S{i}"})
+        return str(self.file("many.json", json.dumps(case)))
+
+    def test_a_thousand_lines_take_ten_writes_at_most(self):
+        file = self.many()
+        for line in (["table", file, STREAM, "Temperature", "Pressure"],
+                     ["table", file, STREAM, "Temperature", "--json"],
+                     ["tree", file, "appModel.FlowSheetObjects.Streams"],
+                     ["find", file, "appModel.FlowSheetObjects.Streams.*.Temperature"]):
+            with self.subTest(line):
+                code, pieces = packets(line)
+                self.assertEqual(DONE, code)
+                lines = b"".join(pieces).count(b"\n")
+                self.assertGreaterEqual(lines, 1000)
+                self.assertLessEqual(writes(pieces), 10 * (lines // 1000 + 1))
+
+    def test_a_watched_change_is_out_at_once(self):
+        code, pieces = packets(["watch", "demo", "appModel.FlowSheetObjects.Streams.\"Sales Gas\".\"Molar Flow\"",
+                                "--set", "appModel.FlowSheetObjects.Streams.\"Raw Gas\".\"Molar Flow\"", "5000",
+                                "--set", "appModel.FlowSheetObjects.Streams.\"Raw Gas\".Temperature", "20"])
+        self.assertEqual(DONE, code)
+        changes = b"".join(pieces).count(b"\n")
+        self.assertGreater(changes, 1)
+        self.assertEqual(changes, writes(pieces))
+
+
+class Order(ProgramTest):
+    def test_notes_stand_behind_the_data_before_them(self):
+        done = subprocess.run(PROGRAM + ["get", "demo", "appModel(type)", "appModel.none", "appModel(type)"],
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=600, check=False)
+        self.assertEqual(FAILED, done.returncode)
+        lines = done.stdout.decode().splitlines()
+        self.assertEqual(["appModel", "no such node: appModel.none", "  found: appModel", "appModel"],
+                         lines)
+
+    def test_a_line_of_the_shell_is_answered_before_the_next_is_read(self):
+        with subprocess.Popen(PROGRAM + ["shell", "demo"], stdin=subprocess.PIPE,
+                              stdout=subprocess.PIPE) as program:
+            for _ in range(3):
+                program.stdin.write(b"pwd\n")
+                program.stdin.flush()
+                self.assertTrue(program.stdout.readline())
+            program.stdin.close()
+            self.assertEqual(DONE, program.wait(timeout=60))
+
+
+if __name__ == "__main__":
+    unittest.main()
