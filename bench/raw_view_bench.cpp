@@ -62,6 +62,16 @@ void seek_name(State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(cursor->SeekName(kFromFirst, name.c_str()));
 }
 
+// The one in the middle, by its place, as "*#n" and the functions of maps go.
+void nth_stream(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->Down(objects / 2));
+        it->Up();
+    }
+}
+
 void pugixml_child(State& state) {
     const int objects = SizeOf(state);
     pugi::xml_document document;
@@ -248,6 +258,7 @@ void held_references(State& state) {
 #define SIZES ->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)
 BENCHMARK(child_by_name) SIZES;
 BENCHMARK(seek_name) SIZES;
+BENCHMARK(nth_stream) SIZES;
 BENCHMARK(pugixml_child) SIZES;
 BENCHMARK(path_of_four) SIZES;
 BENCHMARK(path_of_four_from_text) SIZES;
@@ -288,6 +299,9 @@ void PrintTargets(const bench::RatioReporter& reporter) {
         "\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: "
         "10)\n",
         reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
+    std::printf(
+        "nth_stream of 10,000 costs %.2f times what it costs of 100 (target: 1.2)\n",
+        reporter.Nanoseconds("nth_stream", 10000) / reporter.Nanoseconds("nth_stream", 100));
     for (const char* road : {"element_by_index", "element_by_count", "element_by_place"}) {
         std::printf(
             "%s in an array of 10,000 costs %.2f times what it costs in one of 10 (target: 1)\n",

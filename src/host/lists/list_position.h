@@ -14,6 +14,7 @@
 // element is looked up anew, by its number where it has one, before it is used; a position whose
 // element is gone is off the list, and does not move on from there.
 
+#include <cstddef>
 #include <cstring>
 
 #include "fixtop/cursor.h"
@@ -49,12 +50,23 @@ class ListPosition {
     // Off the list when there is none.
     Element* SeekName(const char* name, bool from_here) {
         if (from_here) return WalkToName(Find() ? element_ : nullptr, name);
-        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return WalkToName(First(), name);
-        const ListIndex::Answer answer = ListIndex::Find(
-            *iterator_.List(), view_.Id(),
-            [this](void* element) { return NameIfShown(static_cast<Element*>(element)); }, name);
+        ListIndex* index = Index();
+        const ListIndex::Answer answer =
+            index ? index->Find(ShownNames(), name) : ListIndex::Answer();
         if (!answer.known) return WalkToName(First(), name);
         return Stand(iterator_.MoveTo(answer.holder));
+    }
+    // To the element of a place, counted from 0. Off the list when there is none; `place` is then
+    // what it is behind the end.
+    Element* SeekPlace(std::size_t& place) {
+        if (const ListIndex* index = Index()) {
+            const host::ListHolder* holder = index->At(place);
+            if (!holder) place -= index->Count();
+            return Stand(iterator_.MoveTo(holder));
+        }
+        Element* element = First();
+        for (; element && place > 0; --place) element = OnwardFrom(iterator_.Next());
+        return element;
     }
     bool IsSameList(const ListPosition& other) const {
         return iterator_.List() == other.iterator_.List();
@@ -136,6 +148,14 @@ class ListPosition {
     }
     const char* NameIfShown(Element* element) const {
         return view_.Shows(*element) ? View::Name(*element) : nullptr;
+    }
+    ListIndex::NameOf ShownNames() const {
+        return [this](void* element) { return NameIfShown(static_cast<Element*>(element)); };
+    }
+    // Null where the list is to be walked.
+    ListIndex* Index() const {
+        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return nullptr;
+        return ListIndex::Over(*iterator_.List(), view_.Id(), ShownNames());
     }
     // Walks on until the name is met or the list ends.
     Element* WalkToName(Element* element, const char* name) {

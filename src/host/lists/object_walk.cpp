@@ -84,6 +84,14 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
     return object;
 }
 
+host::Viewable* ObjectWalk::SeekPlace(std::size_t& place) {
+    started_ = true;
+    at_ = 0;
+    host::Viewable* object = parts_[at_].SeekPlace(place);
+    while (!object && at_ + 1 < count_) object = parts_[++at_].SeekPlace(place);
+    return object;
+}
+
 bool ObjectWalk::IsOnSame(const ObjectWalk& other) const {
     return at_ == other.at_ && parts_[at_].IsOnSame(other.parts_[at_]);
 }
