@@ -36,11 +36,11 @@ class ListCursor : public CountedFromZero<FICursorBase> {
         if (context_->IsGone()) return false;
         if (origin == kFromFirst) delta = StandAt(delta);
         if (origin == kFromEnd) walk_.Last();
-        for (; delta > 0 && walk_.Current(); --delta) walk_.Next();
-        for (; delta < 0 && walk_.Current(); ++delta) walk_.Prev();
-        if (walk_.Current()) return true;
-        walk_.First();
-        return false;
+        bool stands = walk_.Current();
+        for (; delta > 0 && stands; --delta) stands = walk_.Next();
+        for (; delta < 0 && stands; ++delta) stands = walk_.Prev();
+        if (!stands) walk_.First();
+        return stands;
     }
     bool SeekName(int origin, const char* name) override {
         const bool may_seek = name && !context_->IsGone();

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "framework/nodes/shield.h"
 #include "host/adapter.h"
@@ -33,6 +34,11 @@ const char* EntityOf(char c) {
     }
 }
 
+// No character of a name is shown as an entity.
+bool IsPlain(std::string_view name) {
+    return std::none_of(name.begin(), name.end(), [](char c) { return EntityOf(c) != nullptr; });
+}
+
 // Ends at the character whose escape no longer fits.
 std::string EscapedName(const char* name) {
     std::string escaped;
@@ -54,12 +60,12 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       description_(row->description),
       unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
-      through_correlation_(IsA(context->Owner().Get(), CorrelationType())),
       custom_block_(IsCustomBlock(*row)),
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
-    follow_attachment_ = Dimensions() == 0 && FollowsAt(description_, attachments_);
+    follow_attachment_ = row->value_kind == host::kAttachment && Dimensions() == 0 &&
+                         FollowsAt(description_, attachments_);
 }
 
 int HVarsEntry::CountDimensions() const {
@@ -108,11 +114,11 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
 
 void HVarsEntry::GetName(FIValue& out) {
     if (IsGone()) return out.Clear();
-    const char* name = VariableView::Name(*row_);
-    if (!std::strpbrk(name, "\"&<>") && std::strlen(name) <= kNameLimit) {
-        out.SetText(name);
+    const std::string_view name = VariableView::Name(*row_);
+    if (name.size() <= kNameLimit && IsPlain(name)) {
+        out.SetText(name.data(), name.size());
     } else {
-        out.SetText(EscapedName(name));
+        out.SetText(EscapedName(name.data()));
     }
 }
 

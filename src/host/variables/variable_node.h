@@ -33,7 +33,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     bool FollowsAttachments() const { return attachments_; }
     void FollowAttachments(bool follow) { attachments_ = follow; }
-    // Count of dimensions; 0 is a scalar.
+    // Count of dimensions; 0 is a scalar. Counted when it is first wanted.
     int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
@@ -42,7 +42,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // Null when they are gone.
     host::Viewable* Owner() const { return owner_.Get(); }
     host::Viewable* EffectiveOwner() const {
-        return through_correlation_ ? OwnerThroughCorrelation() : Owner();
+        return context_->IsOfCorrelation() ? OwnerThroughCorrelation() : Owner();
     }
     // Tells apart the owners, whether they live or not.
     std::uint64_t OwnerNumber() const { return owner_.Number(); }
@@ -61,7 +61,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // ---- One scalar of the variable: itself, or the element at an address ----
 
     HVariable At(const host::VarDescription& address) const {
-        if (through_correlation_) return {row_, OwnerThroughCorrelation(), &address};
+        if (context_->IsOfCorrelation()) return {row_, OwnerThroughCorrelation(), &address};
         host::Viewable* owner = Owner();
         return {row_, owner, &address, owner};
     }
@@ -91,7 +91,6 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     host::VarType unit_type_;
     HUnitMemory default_unit_;
     bool attachments_;
-    bool through_correlation_;
     bool custom_block_;
     HAttachedList attached_;
     HovexOptions options_;
