@@ -29,7 +29,7 @@ HVarDimsEntry::HVarDimsEntry(HVarDimsContext* context, int index)
       attachments_(context->FollowsAttachments()),
       options_(context->Options()) {
     address_.SetOffset(context->Dimension(), index, false);
-    context->Names().Read(index, name_);
+    if (!context->Names().AreCounted()) context->Names().Read(index, name_);
 }
 
 const host::LinkedList* HVarDimsEntry::FollowedVariables() {

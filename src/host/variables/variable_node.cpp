@@ -63,7 +63,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
       custom_block_(IsCustomBlock(*row)),
       options_(context->Options()) {
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
-    for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
+    offsets_.assign(row->offset_descriptions, row->offset_descriptions + std::clamp(given, 0, 3));
     follow_attachment_ = row->value_kind == host::kAttachment && Dimensions() == 0 &&
                          FollowsAt(description_, attachments_);
 }
@@ -190,7 +190,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         return self.Dimensions() > number;
     };
     constexpr auto read_offset = [](Self& self, FIValue& out, std::intptr_t number) {
-        out.SetText(self.offsets_[number].GetMoniker().CStr());
+        out.SetText(self.OffsetDescription(static_cast<int>(number)).GetMoniker().CStr());
     };
     static const auto rows = VariableRows<Self>({
         {"can_enter",

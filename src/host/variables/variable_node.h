@@ -4,7 +4,7 @@
 // HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and
 // followed attachments have children.
 
-#include <array>
+#include <vector>
 
 #include "fixtop/ref.h"
 #include "framework/nodes/attr_map.h"
@@ -87,7 +87,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     HostObject<host::Viewable> owner_;
     host::VarDescription description_;
     mutable int dimensions_ = -1;
-    std::array<host::VarDescription, 3> offsets_;
+    std::vector<host::VarDescription> offsets_;  // of the dimensions, up to three
     host::VarType unit_type_;
     HUnitMemory default_unit_;
     bool attachments_;
