@@ -255,6 +255,64 @@ void held_references(State& state) {
     state.counters["bytes_each"] = bytes;
 }
 
+// A reference on a variable of each of the first streams, as a client holds them, and what a read
+// of them at random costs beside the same reads on the host.
+constexpr int kHeld = 10000;
+
+// The order in which they are read: each once, far from the one before.
+int ScatteredAt(int i) {
+    return static_cast<int>(i * 7919LL % kHeld);
+}
+
+std::vector<Ref<FIReferenceBase>> HoldEach(OpenPlant& plant) {
+    Ref<FIIteratorBase> it = plant.At(kStreams);
+    std::vector<Ref<FIReferenceBase>> held;
+    held.reserve(kHeld);
+    for (int i = 0; i < kHeld && it->Down(i); ++i) {
+        it->SeekChild("Temperature");
+        held.push_back(Ref<FIReferenceBase>::Adopt(it->MakeReference()));
+        it->Up();
+        it->Up();
+    }
+    return held;
+}
+
+void held_references_each(State& state) {
+    OpenPlant& plant = PlantOf(SizeOf(state));
+    double bytes = 0;
+    for (auto _ : state) {
+        const std::size_t before = mallinfo2().uordblks;
+        const auto held = HoldEach(plant);
+        bytes = static_cast<double>(mallinfo2().uordblks - before) / kHeld;
+    }
+    state.counters["bytes_each"] = bytes;
+}
+
+void random_held_read(State& state) {
+    const auto held = HoldEach(PlantOf(SizeOf(state)));
+    const FIValue name("value");
+    FIValue value;
+    int i = 0;
+    for (auto _ : state) {
+        held[ScatteredAt(i)]->GetAttribute(name, value);
+        benchmark::DoNotOptimize(value);
+        i = (i + 1) % kHeld;
+    }
+}
+
+void bare_host_random(State& state) {
+    const bench::HostVariable first = BareTemperature(PlantOf(SizeOf(state)));
+    std::vector<host::Viewable*> objects;
+    host::FlowSheetObjectIterator all =
+        PlantOf(SizeOf(state)).Host().ActiveCase()->MainFlowSheet()->Objects();
+    for (host::Viewable* each = all.Reset(); each; each = all.Next()) objects.push_back(each);
+    int i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(objects[ScatteredAt(i)]->GetRealValue(first.description));
+        i = (i + 1) % kHeld;
+    }
+}
+
 #define SIZES ->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)
 BENCHMARK(child_by_name) SIZES;
 BENCHMARK(seek_name) SIZES;
@@ -275,6 +333,9 @@ BENCHMARK(bare_host_browse) SIZES;
 BENCHMARK(case_load) SIZES->Unit(benchmark::kMillisecond);
 BENCHMARK(bare_json_parse) SIZES->Unit(benchmark::kMillisecond);
 BENCHMARK(held_references)->Arg(100)->Arg(100000);
+BENCHMARK(held_references_each)->Arg(kHeld)->Unit(benchmark::kMillisecond);
+BENCHMARK(random_held_read)->Arg(kHeld);
+BENCHMARK(bare_host_random)->Arg(kHeld);
 #undef SIZES
 
 const std::vector<bench::RatioRow> kRows = {
@@ -283,6 +344,7 @@ const std::vector<bench::RatioRow> kRows = {
     {"path_of_four_from_text", "pugixml_path_from_text", ""},
     {"wildcard_filter", "pugixml_filter", ""},
     {"held_read", "bare_host_read", "4 plus 60 ns"},
+    {"random_held_read", "bare_host_random", "8"},
     {"store_without_solve", "bare_host_store", ""},
     {"browse_60_children", "bare_host_browse", ""},
     {"case_load", "bare_json_parse", ""},
