@@ -137,8 +137,7 @@ bool FIIterator::Descend(Seek seek) {
 template <class Seek>
 bool FIIterator::MoveAside(Seek seek) {
     if (frames_.IsEmpty()) return false;
-    Ref<FICursorBase> cursor = frames_.Last().cursor;
-    Unshare(cursor);
+    Ref<FICursorBase> cursor = ShareToMove(frames_.Last().cursor);
     const bool stands = seek(*cursor);
     Ref<FIEntry> sibling = Ref<FIEntry>::Adopt(cursor->GetEntry());
     frozen_.clear();

@@ -36,7 +36,8 @@ class ListCursor : public CountedFromZero<FICursorBase> {
         if (context_->IsGone()) return false;
         if (origin == kFromFirst) delta = StandAt(delta);
         if (origin == kFromEnd) walk_.Last();
-        bool stands = walk_.Current();
+        // A step looks itself whether its element is still there.
+        bool stands = delta != 0 || walk_.Current();
         for (; delta > 0 && stands; --delta) stands = walk_.Next();
         for (; delta < 0 && stands; ++delta) stands = walk_.Prev();
         if (!stands) walk_.First();

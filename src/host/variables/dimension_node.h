@@ -67,7 +67,6 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
     FIValue name_;  // where it is not its number
     HAttachedList attached_;
     bool attachments_;
-    HovexOptions options_;
 };
 
 }  // namespace fixtop

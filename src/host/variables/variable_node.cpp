@@ -2,9 +2,9 @@
 #include "host/variables/variable_node.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
-#include <string_view>
 
 #include "framework/nodes/shield.h"
 #include "host/adapter.h"
@@ -34,9 +34,15 @@ const char* EntityOf(char c) {
     }
 }
 
-// No character of a name is shown as an entity.
-bool IsPlain(std::string_view name) {
-    return std::none_of(name.begin(), name.end(), [](char c) { return EntityOf(c) != nullptr; });
+// Where a name ends that is shown as it is: at its NUL, or else at the first entity.
+const char* EndOfPlain(const char* name) {
+    static constexpr auto kStops = [] {
+        std::array<bool, 256> stops{};
+        for (unsigned char c : {'\0', '"', '&', '<', '>'}) stops[c] = true;
+        return stops;
+    }();
+    while (!kStops[static_cast<unsigned char>(*name)]) ++name;
+    return name;
 }
 
 // Ends at the character whose escape no longer fits.
@@ -56,16 +62,16 @@ std::string EscapedName(const char* name) {
 HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
     : context_(Ref<HVarsContext>::Share(context)),
       row_(row),
-      owner_(context->Owner()),
       description_(row->description),
-      unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
-      custom_block_(IsCustomBlock(*row)),
-      options_(context->Options()) {
+      custom_block_(IsCustomBlock(*row)) {
+    const bool may_lead = row->value_kind == host::kAttachment;
+    if (!may_lead && !row->offset_descriptions) return;
+    branch_ = std::make_unique<Branch>();
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
-    offsets_.assign(row->offset_descriptions, row->offset_descriptions + std::clamp(given, 0, 3));
-    follow_attachment_ = row->value_kind == host::kAttachment && Dimensions() == 0 &&
-                         FollowsAt(description_, attachments_);
+    branch_->offsets.assign(row->offset_descriptions,
+                            row->offset_descriptions + std::clamp(given, 0, 3));
+    follow_attachment_ = may_lead && Dimensions() == 0 && FollowsAt(description_, attachments_);
 }
 
 int HVarsEntry::CountDimensions() const {
@@ -82,7 +88,8 @@ host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {
 
 const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
     const auto index = static_cast<std::size_t>(dimension);
-    return index < offsets_.size() ? offsets_[index] : host::TheEmptyVarDesc;
+    const bool has_one = branch_ && index < branch_->offsets.size();
+    return has_one ? branch_->offsets[index] : host::TheEmptyVarDesc;
 }
 
 host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
@@ -95,7 +102,7 @@ bool HVarsEntry::IsCompositionVariable() const {
 }
 
 const host::LinkedList* HVarsEntry::AttachedVariables() {
-    return attached_.Of(*this, *CaseRecord());
+    return branch_->attached.Of(*this, *CaseRecord());
 }
 
 bool HVarsEntry::LeadsSomewhere() {
@@ -114,11 +121,13 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
 
 void HVarsEntry::GetName(FIValue& out) {
     if (IsGone()) return out.Clear();
-    const std::string_view name = VariableView::Name(*row_);
-    if (name.size() <= kNameLimit && IsPlain(name)) {
-        out.SetText(name.data(), name.size());
+    const char* name = VariableView::Name(*row_);
+    const char* end = EndOfPlain(name);
+    const auto length = static_cast<std::size_t>(end - name);
+    if (*end == '\0' && length <= kNameLimit) {
+        out.SetText(name, length);
     } else {
-        out.SetText(EscapedName(name.data()));
+        out.SetText(EscapedName(name));
     }
 }
 
@@ -173,7 +182,7 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    const NodeAbove self(&options_, attachments_, this);
+    const NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
         context = new Shielded<HVarDimsContext>(this, 0, description_, self);
