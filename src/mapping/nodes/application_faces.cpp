@@ -16,8 +16,8 @@ const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translat
 
 bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* reference) {
     const auto has = [&](const TranslatorMap& translators) {
-        return HasTranslator(query.library.translateName, query.path, translators, reference,
-                             request);
+        return !translators.empty() && HasTranslator(query.library.translateName, query.path,
+                                                     translators, reference, request);
     };
     return has(query.attribute.translators) || has(query.attribute.arrayTranslators);
 }
