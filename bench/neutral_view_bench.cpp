@@ -137,7 +137,7 @@ void ReadTable(State& state, FIIteratorBase& it, const std::vector<FIValue>& col
         }
         it.Up();
     }
-    state.counters["rows"] = rows;
+    state.counters[bench::kRowsCounter] = rows;
 }
 
 void neutral_stream_table(State& state) {

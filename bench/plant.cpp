@@ -276,6 +276,10 @@ void FillMirror(int objects, pugi::xml_document& document) {
             stream.append_child(name.c_str()).text().set(FIValue::OfReal(number).ToText().c_str());
         }
     }
+    pugi::xml_node wide = sheet.append_child("UnitOps").append_child("Wide");
+    for (int i = 0; i < kWideVariables; ++i) {
+        wide.append_child(("Parameter" + std::to_string(i)).c_str()).text().set(100.0 + i);
+    }
 }
 
 }  // namespace fixtop::bench

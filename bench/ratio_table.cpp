@@ -9,6 +9,12 @@ namespace {
 
 constexpr int kSizes[] = {10, 100, 1000, 10000, 100000};
 
+// What one iteration's time is divided by: tables of unequal length are compared row by row.
+double RowsOf(const benchmark::BenchmarkReporter::Run& run) {
+    const auto rows = run.counters.find(kRowsCounter);
+    return rows == run.counters.end() || rows->second.value <= 0 ? 1 : rows->second.value;
+}
+
 }  // namespace
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
@@ -19,7 +25,8 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         if (run.error_occurred || !counts) continue;
         const double seconds =
             run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        nanoseconds_[run.run_name.function_name + "/" + run.run_name.args] = seconds * 1e9;
+        nanoseconds_[run.run_name.function_name + "/" + run.run_name.args] =
+            seconds * 1e9 / RowsOf(run);
     }
 }
 

@@ -12,6 +12,9 @@
 
 namespace fixtop::bench {
 
+// A counter of this name says how many rows one iteration reads: its ratios are those of one row.
+inline constexpr char kRowsCounter[] = "rows";
+
 struct RatioRow {
     const char* what;      // benchmark name without its size
     const char* baseline;  // the same for what it is compared with
@@ -25,7 +28,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     void ReportRuns(const std::vector<Run>& runs) override;
     // The table, to be called after the run. A pair that was not measured shows as "-".
     void PrintTable() const;
-    // Nanoseconds of one benchmark, 0 when it was not run.
+    // Nanoseconds of one benchmark, or of one row of it, 0 when it was not run.
     double Nanoseconds(const std::string& name, int size) const;
 
  private:

@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <pugixml.hpp>
@@ -62,6 +63,16 @@ void seek_name(State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(cursor->SeekName(kFromFirst, name.c_str()));
 }
 
+// The one in the middle, by its place, as "*#n" and the functions of maps go.
+void nth_stream(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At(kStreams);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->Down(objects / 2));
+        it->Up();
+    }
+}
+
 void pugixml_child(State& state) {
     const int objects = SizeOf(state);
     pugi::xml_document document;
@@ -93,6 +104,23 @@ void path_of_four_from_text(State& state) {
         benchmark::DoNotOptimize(it->SeekPath(path));
         while (it->Up()) {
         }
+    }
+}
+
+// The same with more expressions than are remembered, so that each is parsed.
+void path_of_four_from_new_text(State& state) {
+    const int objects = SizeOf(state);
+    Ref<FIIteratorBase> it = PlantOf(objects).At("");
+    std::vector<FIValue> paths;
+    for (int i = 0; i < std::min(objects, 1000); ++i) {
+        paths.emplace_back((std::string(kStreams) + "." + bench::StreamName(i)).c_str());
+    }
+    std::size_t i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(it->SeekPath(paths[i]));
+        while (it->Up()) {
+        }
+        i = (i + 1) % paths.size();
     }
 }
 
@@ -220,6 +248,21 @@ void bare_host_browse(State& state) {
     }
 }
 
+// The same children of the mirror, from their parent on.
+void pugixml_browse(State& state) {
+    pugi::xml_document document;
+    bench::FillMirror(SizeOf(state), document);
+    const pugi::xml_node wide = document.select_node("//UnitOps/Wide").node();
+    const pugi::xpath_query children("*");
+    std::size_t count = 0;
+    for (auto _ : state) {
+        const pugi::xpath_node_set found = children.evaluate_node_set(wide);
+        count = found.size();
+        for (const pugi::xpath_node& each : found) benchmark::DoNotOptimize(each.node().name());
+    }
+    state.counters["children"] = static_cast<double>(count);
+}
+
 void case_load(State& state) {
     const std::string file = bench::SavedPlant(SizeOf(state));
     for (auto _ : state) bench::LoadPlant(file);
@@ -245,12 +288,72 @@ void held_references(State& state) {
     state.counters["bytes_each"] = bytes;
 }
 
+// A reference on a variable of each of the first streams, as a client holds them, and what a read
+// of them at random costs beside the same reads on the host.
+constexpr int kHeld = 10000;
+
+// The order in which they are read: each once, far from the one before.
+int ScatteredAt(int i) {
+    return static_cast<int>(i * 7919LL % kHeld);
+}
+
+std::vector<Ref<FIReferenceBase>> HoldEach(OpenPlant& plant) {
+    Ref<FIIteratorBase> it = plant.At(kStreams);
+    std::vector<Ref<FIReferenceBase>> held;
+    held.reserve(kHeld);
+    for (int i = 0; i < kHeld && it->Down(i); ++i) {
+        it->SeekChild("Temperature");
+        held.push_back(Ref<FIReferenceBase>::Adopt(it->MakeReference()));
+        it->Up();
+        it->Up();
+    }
+    return held;
+}
+
+void held_references_each(State& state) {
+    OpenPlant& plant = PlantOf(SizeOf(state));
+    double bytes = 0;
+    for (auto _ : state) {
+        const std::size_t before = mallinfo2().uordblks;
+        const auto held = HoldEach(plant);
+        bytes = static_cast<double>(mallinfo2().uordblks - before) / kHeld;
+    }
+    state.counters["bytes_each"] = bytes;
+}
+
+void random_held_read(State& state) {
+    const auto held = HoldEach(PlantOf(SizeOf(state)));
+    const FIValue name("value");
+    FIValue value;
+    int i = 0;
+    for (auto _ : state) {
+        held[ScatteredAt(i)]->GetAttribute(name, value);
+        benchmark::DoNotOptimize(value);
+        i = (i + 1) % kHeld;
+    }
+}
+
+void bare_host_random(State& state) {
+    const bench::HostVariable first = BareTemperature(PlantOf(SizeOf(state)));
+    std::vector<host::Viewable*> objects;
+    host::FlowSheetObjectIterator all =
+        PlantOf(SizeOf(state)).Host().ActiveCase()->MainFlowSheet()->Objects();
+    for (host::Viewable* each = all.Reset(); each; each = all.Next()) objects.push_back(each);
+    int i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(objects[ScatteredAt(i)]->GetRealValue(first.description));
+        i = (i + 1) % kHeld;
+    }
+}
+
 #define SIZES ->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)
 BENCHMARK(child_by_name) SIZES;
 BENCHMARK(seek_name) SIZES;
+BENCHMARK(nth_stream) SIZES;
 BENCHMARK(pugixml_child) SIZES;
 BENCHMARK(path_of_four) SIZES;
 BENCHMARK(path_of_four_from_text) SIZES;
+BENCHMARK(path_of_four_from_new_text) SIZES;
 BENCHMARK(pugixml_path) SIZES;
 BENCHMARK(pugixml_path_from_text) SIZES;
 BENCHMARK(wildcard_filter) SIZES;
@@ -261,19 +364,27 @@ BENCHMARK(store_without_solve) SIZES;
 BENCHMARK(bare_host_store) SIZES;
 BENCHMARK(browse_60_children) SIZES;
 BENCHMARK(bare_host_browse) SIZES;
+BENCHMARK(pugixml_browse) SIZES;
 BENCHMARK(case_load) SIZES->Unit(benchmark::kMillisecond);
 BENCHMARK(bare_json_parse) SIZES->Unit(benchmark::kMillisecond);
 BENCHMARK(held_references)->Arg(100)->Arg(100000);
+BENCHMARK(held_references_each)->Arg(kHeld)->Unit(benchmark::kMillisecond);
+BENCHMARK(random_held_read)->Arg(kHeld);
+BENCHMARK(bare_host_random)->Arg(kHeld);
 #undef SIZES
 
 const std::vector<bench::RatioRow> kRows = {
     {"child_by_name", "pugixml_child", ""},
     {"path_of_four", "pugixml_path", "below 1"},
     {"path_of_four_from_text", "pugixml_path_from_text", ""},
+    {"path_of_four_from_text", "path_of_four", "1.35"},
+    {"path_of_four_from_new_text", "path_of_four", ""},
     {"wildcard_filter", "pugixml_filter", ""},
     {"held_read", "bare_host_read", "4 plus 60 ns"},
+    {"random_held_read", "bare_host_random", "8"},
     {"store_without_solve", "bare_host_store", ""},
-    {"browse_60_children", "bare_host_browse", ""},
+    {"browse_60_children", "bare_host_browse", "18"},
+    {"browse_60_children", "pugixml_browse", "1"},
     {"case_load", "bare_json_parse", ""},
     {"element_by_index", "bare_element_read", "alike at all lengths"},
     {"element_by_count", "bare_element_read", "alike at all lengths"},
@@ -288,6 +399,9 @@ void PrintTargets(const bench::RatioReporter& reporter) {
         "\nseek_name among 100,000 siblings costs %.2f times what it costs among 100 (target: "
         "10)\n",
         reporter.Nanoseconds("seek_name", 100000) / reporter.Nanoseconds("seek_name", 100));
+    std::printf(
+        "nth_stream of 10,000 costs %.2f times what it costs of 100 (target: 1.2)\n",
+        reporter.Nanoseconds("nth_stream", 10000) / reporter.Nanoseconds("nth_stream", 100));
     for (const char* road : {"element_by_index", "element_by_count", "element_by_place"}) {
         std::printf(
             "%s in an array of 10,000 costs %.2f times what it costs in one of 10 (target: 1)\n",

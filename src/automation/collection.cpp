@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 #include "automation/collection_iterator.h"
 #include "automation/held_node.h"
@@ -123,7 +124,7 @@ HRESULT CQSICollection::GetValueVariant(Variant* values) {
     return RunMember([&] {
         void* array = nullptr;
         const std::vector<double> read = ReadAll();
-        if (!MakeRealArray(read, &array)) return kResultOutOfMemory;
+        if (!MakeRealArray(read, &array)) throw std::bad_alloc();
         values->type = Variant::kRealArray;
         values->array = array;
         values->count = static_cast<std::int32_t>(read.size());

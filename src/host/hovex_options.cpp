@@ -15,10 +15,6 @@ HovexOptions::HovexOptions(host::SimulationCase* simulation_case)
     reader_options_->third = false;
 }
 
-HovexOptions::HovexOptions(const HovexOptions* parent) : parent_(parent) {
-    if (parent) life_ = parent->life_;
-}
-
 const host::CaseReaderOptions* HovexOptions::ReaderOptions() const {
     const HovexOptions* link = this;
     while (link && !link->reader_options_) link = link->parent_;

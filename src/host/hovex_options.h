@@ -24,7 +24,7 @@ class HovexOptions {
     // The end of a chain: all values, for the given case or else the active one.
     explicit HovexOptions(host::SimulationCase* simulation_case);
     // A link without values of its own. A null parent makes it answer the defaults of a top.
-    explicit HovexOptions(const HovexOptions* parent);
+    explicit HovexOptions(const HovexOptions* parent) : parent_(parent) {}
     HovexOptions(const HovexOptions&) = delete;
     HovexOptions& operator=(const HovexOptions&) = delete;
 
@@ -34,16 +34,16 @@ class HovexOptions {
     bool VariableView() const;
     void SetVariableView(bool view);
     // Null when there is none, or it is gone.
-    host::SimulationCase* Case() const { return life_ ? life_->Case() : nullptr; }
+    host::SimulationCase* Case() const { return Life() ? Life()->Case() : nullptr; }
     // Of the case; null for a link without a parent.
-    const Ref<CaseLife>& Life() const { return life_; }
+    const Ref<CaseLife>& Life() const { return parent_ ? parent_->Life() : life_; }
 
  private:
     std::optional<host::CaseReaderOptions> reader_options_;
     bool has_view_ = false;
     bool variable_view_ = true;
     const HovexOptions* parent_ = nullptr;
-    Ref<CaseLife> life_;
+    Ref<CaseLife> life_;  // at the end of the chain
 };
 
 }  // namespace fixtop

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "fixtop/host/var_description.h"
 
-#include <array>
 #include <cstdlib>
 #include <vector>
 
@@ -43,8 +42,6 @@ struct VarDescription::Body {
     Facts facts;
     bool from_moniker = false;
     bool described = false;
-    std::array<int, 3> offsets = {kNoOffset, kNoOffset, kNoOffset};
-    std::array<int, 3> replaced = {kNoOffset, kNoOffset, kNoOffset};
     VarDescription next;
 
     // The host's facts for an address known by its text alone, asked once.
@@ -132,10 +129,10 @@ double VarDescription::MinValue() const {
 }
 
 bool VarDescription::IsEqual(const VarDescription& other, bool ignore_offsets) const {
+    if (!ignore_offsets && offsets_ != other.offsets_) return false;
     if (body_ == other.body_) return true;
     if (!body_ || !other.body_) return false;
     if (body_->facts.moniker.Str() != other.body_->facts.moniker.Str()) return false;
-    if (!ignore_offsets && body_->offsets != other.body_->offsets) return false;
     return body_->next.IsEqual(other.body_->next, ignore_offsets);
 }
 
@@ -154,7 +151,7 @@ Text VarDescription::GetFilledMoniker() const {
         if (!text.empty()) text += '/';
         std::string own = part->body_->facts.moniker.Str();
         std::size_t at = 0;
-        for (int offset : part->body_->offsets) {
+        for (int offset : part->offsets_) {
             at = own.find(kUnfilled, at);
             if (at == std::string::npos) break;
             if (offset == kNoOffset) {
@@ -171,11 +168,7 @@ Text VarDescription::GetFilledMoniker() const {
 }
 
 VarDescription::Body& VarDescription::Own() {
-    if (!body_) {
-        body_ = std::make_shared<Body>();
-    } else if (body_.use_count() > 1) {
-        body_ = std::make_shared<Body>(*body_);
-    }
+    if (body_.use_count() > 1) body_ = std::make_shared<Body>(*body_);
     return *body_;
 }
 
@@ -187,9 +180,9 @@ VarDescription& VarDescription::LastPart() {
 
 void VarDescription::SetOffset(int dimension, int offset, bool relative) {
     if (IsEmpty() || !IsDimension(dimension)) return;
-    Body& body = LastPart().Own();
-    int& place = body.offsets[dimension];
-    body.replaced[dimension] = place;
+    VarDescription& part = LastPart();
+    int& place = part.offsets_[dimension];
+    part.replaced_[dimension] = place;
     place = relative && place != kNoOffset ? place + offset : offset;
 }
 
@@ -198,11 +191,11 @@ void VarDescription::FillRunning(const int* indices, unsigned count) {
 }
 
 int VarDescription::Offset(int dimension) const {
-    return body_ && IsDimension(dimension) ? body_->offsets[dimension] : kNoOffset;
+    return IsDimension(dimension) ? offsets_[dimension] : kNoOffset;
 }
 
 int VarDescription::ReplacedOffset(int dimension) const {
-    return body_ && IsDimension(dimension) ? body_->replaced[dimension] : kNoOffset;
+    return IsDimension(dimension) ? replaced_[dimension] : kNoOffset;
 }
 
 void VarDescription::GetPathDimensions(Viewable* object, DimInfo& out, int) const {

@@ -5,6 +5,9 @@ namespace fixtop {
 
 namespace {
 
+// Of a usual path.
+constexpr std::size_t kUsualSteps = 8;
+
 // Behind a step that was parsed, to what is left of the path where its parentheses turn out to hold
 // a key: more steps, or parentheses with an attribute, which are a step that stays.
 bool GoToRest(PathTokenizer& tokens) {
@@ -31,7 +34,9 @@ PathStretch* PathReader::Next() {
 
 PreparedPath::PreparedPath(const FIValue& source) : source_(source.ToText()) {
     PathReader reader(source);
+    stretches_.reserve(1);
     while (PathStretch* stretch = reader.Next()) stretches_.push_back(std::move(*stretch));
+    steps_.reserve(kUsualSteps);
     for (const PathStretch& stretch : stretches_) {
         if (!stretch.error.IsNull()) break;
         for (const PathStep* step = stretch.steps.get(); step; step = step->Next()) {

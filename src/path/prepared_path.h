@@ -44,6 +44,7 @@ class PreparedPath {
     std::span<const PathStretch> Stretches() const { return stretches_; }
     // All steps that parse, those of the stretches one behind the other.
     const std::vector<const PathStep*>& Steps() const { return steps_; }
+    const std::string& Source() const { return source_; }
     // The text of a step as it was written, without its parentheses and with them.
     std::string BareText(const PathStep& step) const;
     std::string Text(const PathStep& step) const;

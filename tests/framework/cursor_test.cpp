@@ -492,6 +492,33 @@ TEST(Unshare, leaves_the_empty_cursor) {
     EXPECT_EQ(EmptyCursor(), cursor.Get());
 }
 
+// The reference that is answered counts as a holder, and the one that is lent stays as it is.
+TEST(ShareToMove, copies_a_cursor_that_more_than_two_hold) {
+    ScriptNode parent("parent");
+    parent.Add("a");
+    for (int holders = 1; holders <= 25; ++holders) {
+        const Ref<FICursorBase> held = parent.Children();
+        const std::vector<Ref<FICursorBase>> others(holders - 1, held);
+        FICursorBase* const before = held.Get();
+        const int row = std::min(holders + 1, kSeekRows - 1);
+        const int seeks = SeekCount(row);
+        const Ref<FICursorBase> own = ShareToMove(held);
+        EXPECT_EQ(before, held.Get()) << holders << " holders";
+        EXPECT_EQ(holders > 1, own.Get() != before) << holders << " holders";
+        EXPECT_EQ(seeks + 1, SeekCount(row)) << holders << " holders";
+        const int left = holders > 1 ? holders : 2;
+        EXPECT_EQ(left + 1, held->AddRef()) << holders << " holders";
+        held->Release();
+    }
+}
+
+TEST(ShareToMove, shares_the_empty_cursor_without_a_record) {
+    const Ref<FICursorBase> held = Ref<FICursorBase>::Share(EmptyCursor());
+    const int seeks = SeekCount(1) + SeekCount(2);
+    EXPECT_EQ(EmptyCursor(), ShareToMove(held).Get());
+    EXPECT_EQ(seeks, SeekCount(1) + SeekCount(2));
+}
+
 }  // namespace
 
 }  // namespace fixtop

@@ -277,6 +277,76 @@ TEST_F(Objects, search_in_a_long_list_does_not_walk_it) {
     EXPECT_EQ("S3001", Shown(key));
 }
 
+TEST_F(Objects, element_of_a_place_in_a_long_list_is_reached_without_a_walk) {
+    AddMany(host.main, host.unit_op, 3);
+    AddMany(host.main, host.stream, 5000);
+    auto context = List(HFSOContext::kStreams);
+    auto cursor = ChildrenOf(*context);
+    EXPECT_TRUE(cursor->Seek(kFromFirst, 4999));
+    EXPECT_TRUE(cursor->Seek(kFromFirst, 4999));
+    const long before = host.main.objects.steps;
+    FIValue key;
+    for (int i = 1; i < 5000; i += 7) {
+        ASSERT_TRUE(cursor->Seek(kFromFirst, i));
+        cursor->GetKey(key);
+        ASSERT_EQ(Numbered("S", i), Shown(key));
+    }
+    EXPECT_EQ(before, host.main.objects.steps);
+    ASSERT_TRUE(cursor->Seek(kFromFirst, 3000));
+    ASSERT_TRUE(cursor->Seek(kFromPresent, 1)) << "a found element can be moved on from";
+    cursor->GetKey(key);
+    EXPECT_EQ("S3001", Shown(key));
+    EXPECT_FALSE(cursor->Seek(kFromFirst, 5000));
+    cursor->GetKey(key);
+    EXPECT_EQ("S0", Shown(key)) << "off the list it goes back to the first";
+}
+
+TEST_F(Objects, places_in_long_lists_are_right_after_every_change) {
+    AddMany(host.main, host.stream, 300);
+    auto context = List(HFSOContext::kStreams);
+    const auto at = [&](int place) {
+        FIValue key;
+        auto cursor = ChildrenOf(*context);
+        if (cursor->Seek(kFromFirst, place)) cursor->GetKey(key);
+        return Shown(key);
+    };
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("S250", at(250));
+    host.main.objects.Remove(static_cast<host::Viewable*>(host.main.storage[100].get()));
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("S251", at(250));
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("(NULL)", at(299));
+    host.main.Add("late", host.stream);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("late", at(299));
+    host.main.objects.KeepNoRevision();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("S251", at(250));
+    host.main.objects.Remove(static_cast<host::Viewable*>(host.main.storage[101].get()));
+    for (int i = 0; i < 3; ++i) EXPECT_EQ("S252", at(250)) << "walked where no revision is kept";
+}
+
+TEST_F(Objects, places_go_on_in_the_second_list_of_utilities) {
+    AddMany(host.main, host.stream, 20);
+    AddMany(host.main, host.utility, 20);
+    scripted::List utilities;
+    host.simulation_case.utilities = &utilities;
+    scripted::Plain more[20];
+    for (int i = 0; i < 20; ++i) {
+        more[i].name = host::Text(Numbered("case", i).c_str());
+        more[i].type = &host.utility;
+        utilities.Add(static_cast<host::Viewable*>(&more[i]));
+    }
+    auto context = List(HFSOContext::kUtilities);
+    auto cursor = ChildrenOf(*context);
+    for (int round = 0; round < 3; ++round) {
+        for (int place : {1, 19, 20, 39}) {
+            FIValue key;
+            ASSERT_TRUE(cursor->Seek(kFromFirst, place));
+            cursor->GetKey(key);
+            const bool in_first = place < 20;
+            EXPECT_EQ(Numbered(in_first ? "S" : "case", in_first ? place : place - 20), Shown(key));
+        }
+        EXPECT_FALSE(cursor->Seek(kFromFirst, 40));
+    }
+}
+
 TEST_F(Objects, long_lists_are_searched_right_after_every_change) {
     AddMany(host.main, host.stream, 300);
     auto context = List(HFSOContext::kStreams);

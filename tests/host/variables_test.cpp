@@ -233,6 +233,17 @@ TEST_F(Variables, types_follow_kind_and_dimensions) {
     }
 }
 
+TEST_F(Variables, dimensions_are_counted_once_a_node) {
+    scripted::Row& row = feed.AddReal(":D.1", "Var", 1.0);
+    auto context = List(feed);
+    const auto before = Ref<FIEntry>::Share(context->MakeEntry(row));
+    EXPECT_EQ("Real", Read(*before, "type"));
+    row.text = host::Text(":D.1.[]");
+    EXPECT_EQ("Real", Read(*before, "type"));
+    EXPECT_EQ("Array", Read(*Ref<FIEntry>::Share(context->MakeEntry(row)), "type"))
+        << "nothing is kept from one node to the next";
+}
+
 TEST_F(Variables, arrays_show_no_scalar_rows) {
     host::VarDescription::Facts facts;
     facts.unit_type = 1;

@@ -2,12 +2,13 @@
 #pragma once
 
 // VarDescription: the address of one variable of one object. A value type, copied freely: copies
-// share one body until one of them is changed.
+// share one body; the offsets are each one's own.
 //
 // Text form (moniker): parts joined by '/', each "Class.number" with further ".index" offsets, a
 // part that names a variable beginning with ':'. "[]" means a dimension still to be filled.
 // Examples: "FlowSht.1/Solver.400", ":Boolean.302", ":Double.501.[]", "RTIVariable.500.3".
 
+#include <array>
 #include <cstdint>
 #include <memory>
 
@@ -57,7 +58,7 @@ class VarDescription {
         std::uintptr_t host_word = 0;
     };
 
-    VarDescription() = default;
+    VarDescription() noexcept;
     // From a moniker; `type` is 0 throughout. Type, unit type and limits of such a description are
     // asked of the local services when they are wanted.
     VarDescription(const char* moniker, VarDescType type);
@@ -103,11 +104,18 @@ class VarDescription {
 
  private:
     struct Body;
+    using Offsets = std::array<int, 3>;
+    // For a description with a body, which is its own then.
     Body& Own();
     VarDescription& LastPart();
 
     std::shared_ptr<Body> body_;
+    // Of this part: the elements of an array share one body.
+    Offsets offsets_ = {kNoOffset, kNoOffset, kNoOffset};
+    Offsets replaced_ = {kNoOffset, kNoOffset, kNoOffset};
 };
+
+inline VarDescription::VarDescription() noexcept = default;
 
 inline const VarDescription TheEmptyVarDesc;
 

@@ -10,6 +10,7 @@
 #include "framework/iterator/shown_scope.h"
 #include "framework/nodes/cursor.h"
 #include "framework/nodes/empties.h"
+#include "framework/nodes/living_of.h"
 
 namespace fixtop {
 
@@ -17,7 +18,7 @@ namespace {
 
 // What a root stands on: it tells itself, or the family that lies below it.
 Ref<Liveness> LifeOf(FIEntry& root) {
-    const auto* living = dynamic_cast<const LivingNode*>(&root);
+    const auto* living = LivingOf(root);
     Ref<FIContext> context;
     if (!living) {
         context = Ref<FIContext>::Adopt(root.GetContext());
@@ -137,8 +138,7 @@ bool FIIterator::Descend(Seek seek) {
 template <class Seek>
 bool FIIterator::MoveAside(Seek seek) {
     if (frames_.IsEmpty()) return false;
-    Ref<FICursorBase> cursor = frames_.Last().cursor;
-    Unshare(cursor);
+    Ref<FICursorBase> cursor = ShareToMove(frames_.Last().cursor);
     const bool stands = seek(*cursor);
     Ref<FIEntry> sibling = Ref<FIEntry>::Adopt(cursor->GetEntry());
     frozen_.clear();
@@ -221,7 +221,7 @@ int FIIterator::Compare(FIIteratorBase& other) {
 namespace {
 
 std::uint64_t NumberOf(const FIEntry& entry) {
-    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    const auto* living = LivingOf(entry);
     return living ? living->ObjectNumber() : 0;
 }
 
@@ -255,7 +255,7 @@ std::uint64_t FIIterator::ObjectNumber() const {
 }
 
 bool FIIterator::IsTracked() const {
-    const auto* living = dynamic_cast<const LivingNode*>(entry_.Get());
+    const auto* living = LivingOf(*entry_);
     return living && living->IsTracked();
 }
 
@@ -265,7 +265,7 @@ LivingNode::Mark FIIterator::MarkOf() const {
     if (level >= 0) mark.holder = NumberOf(*EntryAt(level));
     FIValue name;
     for (int each = level + 1; each <= frames_.Size(); ++each) {
-        const auto* living = dynamic_cast<const LivingNode*>(EntryAt(each));
+        const auto* living = LivingOf(*EntryAt(each));
         EntryAt(each)->GetName(name);
         mark.way += name.ToText() + '\n' + std::to_string(living ? living->MarkOf().ordinal : 0);
         mark.way += '\n';

@@ -2,6 +2,7 @@
 // FIIterator: positions that outlive the host's lists.
 
 #include "framework/iterator/iterator.h"
+#include "framework/nodes/living_of.h"
 
 namespace fixtop {
 
@@ -58,7 +59,7 @@ bool FIIterator::Thaw() {
 }
 
 bool FIIterator::IsGoneAt(int level) const {
-    const auto* living = dynamic_cast<const LivingNode*>(EntryAt(level));
+    const auto* living = LivingOf(*EntryAt(level));
     return living && living->IsGone();
 }
 

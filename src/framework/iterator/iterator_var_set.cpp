@@ -46,20 +46,30 @@ bool IteratorVarSet::Units::Contains(const Units& other) const {
     return std::ranges::all_of(other.of_quantity.Variables(), stands_here);
 }
 
+void IteratorVarSet::KeepUnit(Units Kept::*units, const FIValue& quantity, const FIValue& unit,
+                              FIValue& old) {
+    (TheKept().*units).Set(quantity, unit, old);
+}
+
+void IteratorVarSet::ReadUnit(Units Kept::*units, const FIValue& quantity, FIValue& out) const {
+    if (!kept_) return out.Clear();
+    ((*kept_).*units).Get(quantity, out);
+}
+
 void IteratorVarSet::SetUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    if (memory::IsInside()) return units_.Set(quantity, unit, old);
+    if (memory::IsInside()) return KeepUnit(&Kept::units, quantity, unit, old);
     memory::Call<&FIVarSet::SetUnit>::OrTell(old, *this, quantity, unit, old);
 }
 void IteratorVarSet::GetUnit(const FIValue& quantity, FIValue& out) {
-    if (memory::IsInside()) return units_.Get(quantity, out);
+    if (memory::IsInside()) return ReadUnit(&Kept::units, quantity, out);
     memory::Call<&FIVarSet::GetUnit>::OrTell(out, *this, quantity, out);
 }
 void IteratorVarSet::SetSpecUnit(const FIValue& quantity, const FIValue& unit, FIValue& old) {
-    if (memory::IsInside()) return spec_units_.Set(quantity, unit, old);
+    if (memory::IsInside()) return KeepUnit(&Kept::spec_units, quantity, unit, old);
     memory::Call<&FIVarSet::SetSpecUnit>::OrTell(old, *this, quantity, unit, old);
 }
 void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
-    if (memory::IsInside()) return spec_units_.Get(quantity, out);
+    if (memory::IsInside()) return ReadUnit(&Kept::spec_units, quantity, out);
     memory::Call<&FIVarSet::GetSpecUnit>::OrTell(out, *this, quantity, out);
 }
 
@@ -68,30 +78,35 @@ void IteratorVarSet::GetPath(FIValue& out) {
 }
 
 void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
-    memory::OrNothing([&] { variables_.Set(name, value); });
+    memory::OrNothing([&] { TheKept().variables.Set(name, value); });
 }
 
 bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
     if (!memory::IsInside()) return memory::Call<&FIVarSet::GetVar>::OrTell(out, *this, name, out);
-    const FIValue* value = variables_.Find(name);
+    const FIValue* value = kept_ ? kept_->variables.Find(name) : nullptr;
     if (!value) return iterator_.GetVar(name, out);
     out = *value;
     return true;
 }
 
 void IteratorVarSet::CopyFrom(const IteratorVarSet& other) {
-    units_ = other.units_;
-    spec_units_ = other.spec_units_;
-    variables_ = other.variables_;
+    if (other.kept_) {
+        TheKept() = *other.kept_;
+    } else {
+        kept_.reset();
+    }
 }
 
 bool IteratorVarSet::HasUnitsOf(const IteratorVarSet& other) const {
-    return units_.Contains(other.units_) && spec_units_.Contains(other.spec_units_);
+    if (!kept_ || !other.kept_) return !other.HasUnits();
+    return kept_->units.Contains(other.kept_->units) &&
+           kept_->spec_units.Contains(other.kept_->spec_units);
 }
 
 void IteratorVarSet::ForgetUnits() {
-    units_ = Units();
-    spec_units_ = Units();
+    if (!kept_) return;
+    kept_->units = Units();
+    kept_->spec_units = Units();
 }
 
 }  // namespace fixtop

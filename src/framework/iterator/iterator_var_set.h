@@ -5,6 +5,8 @@
 // variables and its path. A unit belongs to a quantity or, with a NULL or empty quantity, to the
 // node's own.
 
+#include <memory>
+
 #include "diagnostics/instance_counts.h"
 #include "fixtop/var_set.h"
 #include "framework/iterator/var_map.h"
@@ -32,7 +34,9 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
     // Units and variables of another set.
     void CopyFrom(const IteratorVarSet& other);
     // Whether a unit was ever set; from ForgetUnits on none is.
-    bool HasUnits() const { return !units_.IsEmpty() || !spec_units_.IsEmpty(); }
+    bool HasUnits() const {
+        return kept_ && (!kept_->units.IsEmpty() || !kept_->spec_units.IsEmpty());
+    }
     // Whether each unit of another set stands in this one for the same quantity.
     bool HasUnitsOf(const IteratorVarSet& other) const;
     void ForgetUnits();
@@ -48,10 +52,22 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
         bool IsEmpty() const { return own.IsNull() && of_quantity.Variables().empty(); }
     };
 
+    // Most iterators are asked for what nobody set, so that it is made when it is first set.
+    struct Kept {
+        Units units;
+        Units spec_units;
+        VarMap variables;
+    };
+
+    Kept& TheKept() {
+        if (!kept_) kept_ = std::make_unique<Kept>();
+        return *kept_;
+    }
+    void KeepUnit(Units Kept::*units, const FIValue& quantity, const FIValue& unit, FIValue& old);
+    void ReadUnit(Units Kept::*units, const FIValue& quantity, FIValue& out) const;
+
     FIIterator& iterator_;
-    Units units_;
-    Units spec_units_;
-    VarMap variables_;
+    std::unique_ptr<Kept> kept_;
 };
 
 }  // namespace fixtop

@@ -2,6 +2,7 @@
 #include "framework/iterator/saved_step.h"
 
 #include "framework/nodes/empties.h"
+#include "framework/nodes/living_of.h"
 
 namespace fixtop {
 
@@ -57,14 +58,14 @@ bool SavedStep::FindByKey(FIEntry& parent, Ref<FICursorBase>& cursor, Ref<FIEntr
 }
 
 bool SavedStep::HasNumber(FIEntry& entry) const {
-    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    const auto* living = LivingOf(entry);
     return living && living->ObjectNumber() == number_;
 }
 
 bool SavedStep::IsSame(FIEntry& entry) const {
     if (number_ != 0) return HasNumber(entry);
     if (!living_) return entry.Compare(*entry_) == 0;
-    const auto* living = dynamic_cast<const LivingNode*>(&entry);
+    const auto* living = LivingOf(entry);
     if (!living || living->ObjectNumber() != 0 || living->MarkOf() != mark_) return false;
     FIValue name;
     entry.GetName(name);

@@ -233,8 +233,8 @@ class AttrMapBase : public FIAttributeSource {
 template <class T>
 class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
  public:
-    int AddRef() override { return ++references_; }
-    int Release() override {
+    int AddRef() final { return ++references_; }
+    int Release() final {
         const int left = --references_;
         if (left <= 0) delete this;
         return left;

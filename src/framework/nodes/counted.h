@@ -11,8 +11,8 @@ template <class Base>
 class CountedFromZero : public Base, public SmallObject {
  public:
     using Base::Base;
-    int AddRef() override { return ++references_; }
-    int Release() override {
+    int AddRef() final { return ++references_; }
+    int Release() final {
         const int left = --references_;
         if (left <= 0) delete this;
         return left;

@@ -26,17 +26,28 @@ int CompareKeys(FICursorPosition& own, FICursorPosition& other) {
     return own_key.Compare(other_key);
 }
 
-void Unshare(Ref<FICursorBase>& cursor) {
-    // The second pair tells the singletons, whose AddRef always answers the same.
-    const int first = cursor->AddRef();
-    const int second = cursor->AddRef();
-    cursor->Release();
-    cursor->Release();
-    if (first == second) return;
-    const int holders = first - 1;
+namespace {
+
+// The count of a singleton, which nothing raises, is never more than one.
+void PartFrom(int holders, Ref<FICursorBase>& cursor) {
     if (holders <= 1) return;
     RecordSeek(holders);
     if (holders > 2) cursor = Ref<FICursorBase>::Adopt(cursor->Clone(true));
+}
+
+}  // namespace
+
+void Unshare(Ref<FICursorBase>& cursor) {
+    const int holders = cursor->AddRef() - 1;
+    cursor->Release();
+    PartFrom(holders, cursor);
+}
+
+Ref<FICursorBase> ShareToMove(const Ref<FICursorBase>& held) {
+    const int holders = held->AddRef();
+    Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(held.Get());
+    PartFrom(holders, cursor);
+    return cursor;
 }
 
 }  // namespace fixtop

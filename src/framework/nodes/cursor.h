@@ -14,5 +14,7 @@ int CompareKeys(FICursorPosition& own, FICursorPosition& other);
 // of its own; a count of two is the iterator's frame and a temporary of its caller. Sharing is
 // recorded in the seek table.
 void Unshare(Ref<FICursorBase>& cursor);
+// The same of a further reference to a held cursor, which is answered.
+Ref<FICursorBase> ShareToMove(const Ref<FICursorBase>& held);
 
 }  // namespace fixtop

@@ -2,7 +2,7 @@
 #include "fixtop/entry.h"
 
 #include "fixtop/cursor.h"
-#include "framework/nodes/liveness.h"
+#include "framework/nodes/living_of.h"
 
 namespace fixtop {
 
@@ -35,8 +35,8 @@ bool FIEntry::Unsubscribe(void*, int) {
 }
 
 int FIEntry::Compare(FIEntry& other) {
-    const auto* own = dynamic_cast<const LivingNode*>(this);
-    const auto* others = dynamic_cast<const LivingNode*>(&other);
+    const auto* own = LivingOf(*this);
+    const auto* others = LivingOf(other);
     if (IsGone(own) || IsGone(others)) {
         return own && others && own->StandsWith(*others) ? 0 : kNotComparable;
     }

@@ -8,12 +8,18 @@
 #include "framework/nodes/standard_attributes.h"
 #include "framework/path/path_names.h"
 #include "path/prepared_path.h"
+#include "path/recent_paths.h"
 
 namespace fixtop {
 
 namespace {
 
 constexpr char kVariableMark = '%';
+
+// Answers one stretch after the other.
+auto EachOf(const PreparedPath& path) {
+    return [stretch = path.Stretches().begin()]() mutable { return &*stretch++; };
+}
 
 bool IsNegated(const PathFilter& filter) {
     return (filter.flags & PathFilter::kNot) != 0;
@@ -46,15 +52,13 @@ bool FIIterator::SeekPath(const FIValue& path) {
 }
 
 bool FIIterator::SeekPath(const PreparedPath& path, FIValue& attribute) {
-    auto stretch = path.Stretches().begin();
-    const auto next = [&] { return &*stretch++; };
-    return FollowStretches(next, &FIIterator::HasName, *this, attribute);
+    return FollowStretches(EachOf(path), &FIIterator::HasName, *this, attribute);
 }
 
 bool FIIterator::FollowPath(const FIValue& path, Matcher matches, FIIterator& variables) {
-    PathReader reader(path);
+    const std::shared_ptr<const PreparedPath> prepared = RecentPath(path);
     FIValue attribute;
-    return FollowStretches([&] { return reader.Next(); }, matches, variables, attribute);
+    return FollowStretches(EachOf(*prepared), matches, variables, attribute);
 }
 
 // A path as GetPath writes it has the key of a node behind its name, `Stream(Feed).Temperature`,

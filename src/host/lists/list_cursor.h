@@ -2,8 +2,8 @@
 #pragma once
 
 // ListCursor<Derived, Walk, Context>: the cursor of every family that lists elements of the host's
-// lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName and
-// Compare and IsOnSame; Context makes the entries:
+// lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName,
+// SeekPlace, Compare and IsOnSame; Context makes the entries:
 //
 //     FIEntry* MakeEntry(Element& element);    // not counted
 //     bool IsSameList(const Context& other);
@@ -34,13 +34,14 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     }
     bool Seek(int origin, int delta) override {
         if (context_->IsGone()) return false;
-        if (origin == kFromFirst) walk_.First();
+        if (origin == kFromFirst) delta = StandAt(delta);
         if (origin == kFromEnd) walk_.Last();
-        for (; delta > 0 && walk_.Current(); --delta) walk_.Next();
-        for (; delta < 0 && walk_.Current(); ++delta) walk_.Prev();
-        if (walk_.Current()) return true;
-        walk_.First();
-        return false;
+        // A step looks itself whether its element is still there.
+        bool stands = delta != 0 || walk_.Current();
+        for (; delta > 0 && stands; --delta) stands = walk_.Next();
+        for (; delta < 0 && stands; ++delta) stands = walk_.Prev();
+        if (!stands) walk_.First();
+        return stands;
     }
     bool SeekName(int origin, const char* name) override {
         const bool may_seek = name && !context_->IsGone();
@@ -74,6 +75,16 @@ class ListCursor : public CountedFromZero<FICursorBase> {
  private:
     static inline const char kTypeId = 0;
 
+    // On the first element, or on the one of that place; answers the steps that are left.
+    int StandAt(int place) {
+        if (place <= 0) {
+            walk_.First();
+            return place;
+        }
+        auto wanted = static_cast<std::size_t>(place);
+        walk_.SeekPlace(wanted);
+        return 0;
+    }
     auto* Present() { return context_->IsGone() ? nullptr : walk_.Current(); }
 
     Ref<Context> context_;

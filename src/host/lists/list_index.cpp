@@ -18,10 +18,9 @@ std::size_t HashOf(const char* name) {
 
 }  // namespace
 
-ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, const NameOf& name_of,
-                                  const char* name) {
+ListIndex* ListIndex::Over(const host::LinkedList& list, int filter, const NameOf& name_of) {
     const std::uint64_t revision = list.Revision();
-    if (revision == 0) return {};
+    if (revision == 0) return nullptr;
     ListIndexTable& table = TheAdapter().ListIndices();
     auto& kept = table.kept;
     auto slot = std::find_if(kept.begin(), kept.end(), [&](const ListIndex& index) {
@@ -32,12 +31,17 @@ ListIndex::Answer ListIndex::Find(const host::LinkedList& list, int filter, cons
             return a.last_use_ < b.last_use_;
         });
         slot->Start(list, filter, revision, ++table.uses);
-        return {};
+        return nullptr;
     }
     slot->last_use_ = ++table.uses;
-    if (!slot->built_) slot->Build(name_of);
-    const auto place = slot->places_.find(HashOf(name));
-    if (place == slot->places_.end()) return {true, nullptr};
+    if (!slot->built_) slot->NotePlaces(name_of);
+    return &*slot;
+}
+
+ListIndex::Answer ListIndex::Find(const NameOf& name_of, const char* name) {
+    if (names_.empty()) NoteNames(name_of);
+    const auto place = names_.find(HashOf(name));
+    if (place == names_.end()) return {true, nullptr};
     const char* found = name_of(place->second->element);
     // Two names with one hash: the walk decides.
     if (!found || std::strcmp(found, name) != 0) return {};
@@ -52,14 +56,28 @@ void ListIndex::Start(const host::LinkedList& list, int filter, std::uint64_t re
     last_use_ = use;
     built_ = false;
     places_ = {};
+    names_ = {};
 }
 
-void ListIndex::Build(const NameOf& name_of) {
+void ListIndex::NotePlaces(const NameOf& name_of) {
+    places_.clear();
     for (const host::ListHolder* place = list_->FirstHolder(); place;
          place = list_->HolderAfter(place)) {
-        if (const char* name = name_of(place->element)) places_.emplace(HashOf(name), place);
+        if (name_of(place->element)) places_.push_back(place);
     }
     built_ = true;
+}
+
+void ListIndex::NoteNames(const NameOf& name_of) {
+    names_.reserve(places_.size());
+    try {
+        for (const host::ListHolder* place : places_) {
+            if (const char* name = name_of(place->element)) names_.emplace(HashOf(name), place);
+        }
+    } catch (...) {
+        names_.clear();
+        throw;
+    }
 }
 
 }  // namespace fixtop

@@ -14,6 +14,7 @@
 // element is looked up anew, by its number where it has one, before it is used; a position whose
 // element is gone is off the list, and does not move on from there.
 
+#include <cstddef>
 #include <cstring>
 
 #include "fixtop/cursor.h"
@@ -39,22 +40,34 @@ class ListPosition {
     }
     // The element on which it stood does not live any more.
     bool HasLost() { return !Current() && is_lost_; }
-    Element* First() { return OnwardFrom(iterator_.Reset()); }
-    Element* Last() { return BackFrom(iterator_.Last()); }
-    Element* Next() { return Find() ? OnwardFrom(iterator_.Next()) : nullptr; }
-    Element* Prev() { return Find() ? BackFrom(iterator_.Prev()) : nullptr; }
+    Element* First() { return Stand(Onward(iterator_.Reset())); }
+    Element* Last() { return Stand(Back(iterator_.Last())); }
+    // From an element that is lost, and from off the list, nowhere.
+    Element* Next() { return Find() ? StandOn(Onward(iterator_.Next())) : nullptr; }
+    Element* Prev() { return Find() ? StandOn(Back(iterator_.Prev())) : nullptr; }
 
     bool AtBegin() { return Current() == ListPosition(iterator_.List(), view_).Current(); }
     // To the first element of this name, or to the next one from here on, the present one included.
     // Off the list when there is none.
     Element* SeekName(const char* name, bool from_here) {
         if (from_here) return WalkToName(Find() ? element_ : nullptr, name);
-        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return WalkToName(First(), name);
-        const ListIndex::Answer answer = ListIndex::Find(
-            *iterator_.List(), view_.Id(),
-            [this](void* element) { return NameIfShown(static_cast<Element*>(element)); }, name);
+        ListIndex* index = Index();
+        const ListIndex::Answer answer =
+            index ? index->Find(ShownNames(), name) : ListIndex::Answer();
         if (!answer.known) return WalkToName(First(), name);
         return Stand(iterator_.MoveTo(answer.holder));
+    }
+    // To the element of a place, counted from 0. Off the list when there is none; `place` is then
+    // what it is behind the end.
+    Element* SeekPlace(std::size_t& place) {
+        if (const ListIndex* index = Index()) {
+            const host::ListHolder* holder = index->At(place);
+            if (!holder) place -= index->Count();
+            return Stand(iterator_.MoveTo(holder));
+        }
+        Element* element = First();
+        for (; element && place > 0; --place) element = Next();
+        return element;
     }
     bool IsSameList(const ListPosition& other) const {
         return iterator_.List() == other.iterator_.List();
@@ -85,10 +98,15 @@ class ListPosition {
     void Start() {
         if (!started_) First();
     }
+    // On what the list has at its present revision.
     Element* Stand(void* element) {
         started_ = true;
-        is_lost_ = false;
         revision_ = ListRevision();
+        return StandOn(element);
+    }
+    // The same where the list was just seen not to have changed.
+    Element* StandOn(void* element) {
+        is_lost_ = false;
         element_ = static_cast<Element*>(element);
         address_ = element;
         number_ = element_ ? View::Number(*element_) : 0;
@@ -116,13 +134,14 @@ class ListPosition {
         is_lost_ = true;
         return false;
     }
-    Element* OnwardFrom(void* element) {
+    // To the next element that the view shows, this one included, or off the list.
+    void* Onward(void* element) {
         while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Next();
-        return Stand(element);
+        return element;
     }
-    Element* BackFrom(void* element) {
+    void* Back(void* element) {
         while (element && !view_.Shows(*static_cast<Element*>(element))) element = iterator_.Prev();
-        return Stand(element);
+        return element;
     }
     // Makes the host's position that of the present element; false off the list.
     bool Find() {
@@ -137,10 +156,18 @@ class ListPosition {
     const char* NameIfShown(Element* element) const {
         return view_.Shows(*element) ? View::Name(*element) : nullptr;
     }
+    ListIndex::NameOf ShownNames() const {
+        return [this](void* element) { return NameIfShown(static_cast<Element*>(element)); };
+    }
+    // Null where the list is to be walked.
+    ListIndex* Index() const {
+        if (!iterator_.EntryAt(ListIndex::kWalkedLength)) return nullptr;
+        return ListIndex::Over(*iterator_.List(), view_.Id(), ShownNames());
+    }
     // Walks on until the name is met or the list ends.
     Element* WalkToName(Element* element, const char* name) {
         while (element && std::strcmp(View::Name(*element), name) != 0) {
-            element = OnwardFrom(iterator_.Next());
+            element = Stand(Onward(iterator_.Next()));
         }
         return element;
     }

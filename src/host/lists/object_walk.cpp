@@ -54,14 +54,14 @@ host::Viewable* ObjectWalk::Last() {
 }
 
 host::Viewable* ObjectWalk::Next() {
-    if (HasLost()) return nullptr;
+    if (!Current()) return nullptr;
     host::Viewable* object = parts_[at_].Next();
     while (!object && at_ + 1 < count_) object = parts_[++at_].First();
     return object;
 }
 
 host::Viewable* ObjectWalk::Prev() {
-    if (HasLost()) return nullptr;
+    if (!Current()) return nullptr;
     host::Viewable* object = parts_[at_].Prev();
     while (!object && at_ > 0) object = parts_[--at_].Last();
     return object;
@@ -81,6 +81,14 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
     started_ = true;
     host::Viewable* object = parts_[at_].SeekName(name, from_here);
     while (!object && at_ + 1 < count_) object = parts_[++at_].SeekName(name, false);
+    return object;
+}
+
+host::Viewable* ObjectWalk::SeekPlace(std::size_t& place) {
+    started_ = true;
+    at_ = 0;
+    host::Viewable* object = parts_[at_].SeekPlace(place);
+    while (!object && at_ + 1 < count_) object = parts_[++at_].SeekPlace(place);
     return object;
 }
 

@@ -55,6 +55,8 @@ class ObjectWalk {
     host::Viewable* Prev();
     bool AtBegin();
     host::Viewable* SeekName(const char* name, bool from_here);
+    // As that of a part, through all of them.
+    host::Viewable* SeekPlace(std::size_t& place);
     int Compare(ObjectWalk& other);
     bool IsOnSame(const ObjectWalk& other) const;
 

@@ -26,10 +26,9 @@ HVarDimsEntry::HVarDimsEntry(HVarDimsContext* context, int index)
     : context_(Ref<HVarDimsContext>::Share(context)),
       index_(index),
       address_(context->Address()),
-      attachments_(context->FollowsAttachments()),
-      options_(context->Options()) {
+      attachments_(context->FollowsAttachments()) {
     address_.SetOffset(context->Dimension(), index, false);
-    context->Names().Read(index, name_);
+    if (!context->Names().AreCounted()) context->Names().Read(index, name_);
 }
 
 const host::LinkedList* HVarDimsEntry::FollowedVariables() {
@@ -47,7 +46,7 @@ bool HVarDimsEntry::IsContainer() {
 
 FIContext* HVarDimsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    const NodeAbove self(&options_, attachments_, this);
+    const NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
         context =

@@ -22,7 +22,8 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
 
     void GetName(FIValue& out) override {
         if (IsGone()) return out.Clear();
-        out = name_;
+        if (!context_->Names().AreCounted()) return out.Assign(name_);
+        HElementNames::SetCounted(index_, out);
     }
     void GetAttribute(const FIValue& name, FIValue& out) override;
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override;
@@ -63,10 +64,9 @@ class HVarDimsEntry : public AttrMapEntry<HVarDimsEntry>, public HAttachment, pu
     Ref<HVarDimsContext> context_;
     int index_;
     host::VarDescription address_;
-    FIValue name_;
+    FIValue name_;  // where it is not its number
     HAttachedList attached_;
     bool attachments_;
-    HovexOptions options_;
 };
 
 }  // namespace fixtop

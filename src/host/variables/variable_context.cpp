@@ -2,6 +2,7 @@
 #include "host/variables/variable_context.h"
 
 #include "framework/nodes/shield.h"
+#include "host/host_access.h"
 #include "host/variables/moniker_match.h"
 #include "host/variables/variable_node.h"
 
@@ -12,7 +13,8 @@ HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner, 
     : list_(list),
       owner_(owner, LifeFor(nullptr, above.Options())),
       above_(std::move(above)),
-      attachment_(attachment) {}
+      attachment_(attachment),
+      is_of_correlation_(IsA(owner, CorrelationType())) {}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();

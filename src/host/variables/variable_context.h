@@ -53,12 +53,15 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     const HovexOptions* Options() const { return above_.Options(); }
     bool FollowsAttachments() const { return above_.FollowsAttachments(); }
     const HAttachment* Attachment() const { return attachment_; }
+    // The owner is a correlation, whose variables describe the object that it is attached to.
+    bool IsOfCorrelation() const { return is_of_correlation_; }
 
  private:
     const host::LinkedList* list_;
     HostObject<host::Viewable> owner_;
     NodeAbove above_;
     const HAttachment* attachment_;
+    bool is_of_correlation_;
 };
 
 class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {

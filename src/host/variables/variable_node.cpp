@@ -2,6 +2,7 @@
 #include "host/variables/variable_node.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 
@@ -33,6 +34,17 @@ const char* EntityOf(char c) {
     }
 }
 
+// Where a name ends that is shown as it is: at its NUL, or else at the first entity.
+const char* EndOfPlain(const char* name) {
+    static constexpr auto kStops = [] {
+        std::array<bool, 256> stops{};
+        for (unsigned char c : {'\0', '"', '&', '<', '>'}) stops[c] = true;
+        return stops;
+    }();
+    while (!kStops[static_cast<unsigned char>(*name)]) ++name;
+    return name;
+}
+
 // Ends at the character whose escape no longer fits.
 std::string EscapedName(const char* name) {
     std::string escaped;
@@ -50,16 +62,16 @@ std::string EscapedName(const char* name) {
 HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
     : context_(Ref<HVarsContext>::Share(context)),
       row_(row),
-      owner_(context->Owner()),
       description_(row->description),
-      unit_type_(row->description.GetVariablePart()->UnitType()),
       attachments_(context->FollowsAttachments()),
-      through_correlation_(IsA(context->Owner().Get(), CorrelationType())),
-      custom_block_(IsCustomBlock(*row)),
-      options_(context->Options()) {
+      custom_block_(IsCustomBlock(*row)) {
+    const bool may_lead = row->value_kind == host::kAttachment;
+    if (!may_lead && !row->offset_descriptions) return;
+    branch_ = std::make_unique<Branch>();
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
-    for (int i = 0; i < given && i < 3; ++i) offsets_[i] = row->offset_descriptions[i];
-    follow_attachment_ = Dimensions() == 0 && FollowsAt(description_, attachments_);
+    branch_->offsets.assign(row->offset_descriptions,
+                            row->offset_descriptions + std::clamp(given, 0, 3));
+    follow_attachment_ = may_lead && Dimensions() == 0 && FollowsAt(description_, attachments_);
 }
 
 int HVarsEntry::CountDimensions() const {
@@ -76,7 +88,8 @@ host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {
 
 const host::VarDescription& HVarsEntry::OffsetDescription(int dimension) const {
     const auto index = static_cast<std::size_t>(dimension);
-    return index < offsets_.size() ? offsets_[index] : host::TheEmptyVarDesc;
+    const bool has_one = branch_ && index < branch_->offsets.size();
+    return has_one ? branch_->offsets[index] : host::TheEmptyVarDesc;
 }
 
 host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const {
@@ -89,7 +102,7 @@ bool HVarsEntry::IsCompositionVariable() const {
 }
 
 const host::LinkedList* HVarsEntry::AttachedVariables() {
-    return attached_.Of(*this, *CaseRecord());
+    return branch_->attached.Of(*this, *CaseRecord());
 }
 
 bool HVarsEntry::LeadsSomewhere() {
@@ -109,8 +122,10 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
 void HVarsEntry::GetName(FIValue& out) {
     if (IsGone()) return out.Clear();
     const char* name = VariableView::Name(*row_);
-    if (!std::strpbrk(name, "\"&<>") && std::strlen(name) <= kNameLimit) {
-        out.SetText(name);
+    const char* end = EndOfPlain(name);
+    const auto length = static_cast<std::size_t>(end - name);
+    if (*end == '\0' && length <= kNameLimit) {
+        out.SetText(name, length);
     } else {
         out.SetText(EscapedName(name));
     }
@@ -167,7 +182,7 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    const NodeAbove self(&options_, attachments_, this);
+    const NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
         context = new Shielded<HVarDimsContext>(this, 0, description_, self);
@@ -184,7 +199,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         return self.Dimensions() > number;
     };
     constexpr auto read_offset = [](Self& self, FIValue& out, std::intptr_t number) {
-        out.SetText(self.offsets_[number].GetMoniker().CStr());
+        out.SetText(self.OffsetDescription(static_cast<int>(number)).GetMoniker().CStr());
     };
     static const auto rows = VariableRows<Self>({
         {"can_enter",

@@ -4,7 +4,9 @@
 // HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and
 // followed attachments have children.
 
-#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
 
 #include "fixtop/ref.h"
 #include "framework/nodes/attr_map.h"
@@ -26,32 +28,33 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     bool IsContainer() override;
     FIContext* GetContext() override;
     bool CanHold() override { return !IsGone() && !IsCompositionVariable(); }
-    Liveness* Life() const final { return owner_.Life().Get(); }
-    bool IsGone() const final { return owner_.IsGone(); }
+    Liveness* Life() const final { return context_->Life(); }
+    bool IsGone() const final { return context_->IsGone(); }
     bool StandsWith(const LivingNode& other) const override;
     host::Viewable* Holder() const override { return HolderAt(description_); }
 
     bool FollowsAttachments() const { return attachments_; }
     void FollowAttachments(bool follow) { attachments_ = follow; }
-    // Count of dimensions; 0 is a scalar.
+    // Count of dimensions; 0 is a scalar. Counted when it is first wanted.
     int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
     bool IsCustom() const { return custom_block_; }
     // The object that lists the variable, and the one on which every read and store is done.
     // Null when they are gone.
-    host::Viewable* Owner() const { return owner_.Get(); }
+    host::Viewable* Owner() const { return context_->Owner().Get(); }
     host::Viewable* EffectiveOwner() const {
-        return through_correlation_ ? OwnerThroughCorrelation() : Owner();
+        return context_->IsOfCorrelation() ? OwnerThroughCorrelation() : Owner();
     }
     // Tells apart the owners, whether they live or not.
-    std::uint64_t OwnerNumber() const { return owner_.Number(); }
-    const Ref<CaseLife>& CaseRecord() const { return owner_.Life(); }
+    std::uint64_t OwnerNumber() const { return context_->Owner().Number(); }
+    const Ref<CaseLife>& CaseRecord() const { return context_->Owner().Life(); }
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const {
-        const bool varies = unit_type_ == host::kVariableUnitType;
-        return varies ? EffectiveUnitType(unit_type_, Owner(), description_) : unit_type_;
+        if (!unit_type_) unit_type_ = description_.GetVariablePart()->UnitType();
+        const bool varies = *unit_type_ == host::kVariableUnitType;
+        return varies ? EffectiveUnitType(*unit_type_, Owner(), description_) : *unit_type_;
     }
     bool IsCompositionVariable() const;
     HVariable Variable() const { return At(description_); }
@@ -61,7 +64,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // ---- One scalar of the variable: itself, or the element at an address ----
 
     HVariable At(const host::VarDescription& address) const {
-        if (through_correlation_) return {row_, OwnerThroughCorrelation(), &address};
+        if (context_->IsOfCorrelation()) return {row_, OwnerThroughCorrelation(), &address};
         host::Viewable* owner = Owner();
         return {row_, owner, &address, owner};
     }
@@ -74,6 +77,12 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     const char* StoreAt(const host::VarDescription& address, FIVarSet* vars, const FIValue& value);
 
  private:
+    // What arrays and attachments need; most variables are neither.
+    struct Branch {
+        std::vector<host::VarDescription> offsets;  // of the dimensions, up to three
+        HAttachedList attached;
+    };
+
     int CountDimensions() const;
     // The variables of a correlation describe the object that it is attached to.
     host::Viewable* OwnerThroughCorrelation() const;
@@ -84,18 +93,14 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
-    HostObject<host::Viewable> owner_;
-    host::VarDescription description_;
+    const host::VarDescription description_;
     mutable int dimensions_ = -1;
-    std::array<host::VarDescription, 3> offsets_;
-    host::VarType unit_type_;
+    mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
     HUnitMemory default_unit_;
+    std::unique_ptr<Branch> branch_;
     bool attachments_;
-    bool through_correlation_;
     bool custom_block_;
-    HAttachedList attached_;
-    HovexOptions options_;
-    bool follow_attachment_;
+    bool follow_attachment_ = false;
 };
 
 }  // namespace fixtop

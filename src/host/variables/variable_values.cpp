@@ -108,10 +108,6 @@ const host::UnitRecord* DefaultUnit(host::HostServices& services, host::VarType 
 
 }  // namespace
 
-bool IsCustomBlock(const host::VariableNameInfo& row) {
-    return row.name && std::strcmp(row.name, kCustomBlockName) == 0;
-}
-
 HVariablePlace FindPlace(host::Viewable* object, const host::VarDescription& description) {
     host::Viewable* holder = object->ResolveVariableOwner(description);
     if (!holder) return {object, &description};

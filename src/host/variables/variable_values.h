@@ -9,6 +9,8 @@
 // var set asks for, or else in the default unit of the case. Reentrance: a store runs the host's
 // loop, so callbacks arrive inside it and whoever stores keeps itself alive.
 
+#include <cstring>
+
 #include "fixtop/value.h"
 #include "fixtop/var_set.h"
 #include "host/case_life.h"
@@ -25,7 +27,10 @@ struct HVariable {
 
 // The row that shows no value, status or limits.
 inline constexpr char kCustomBlockName[] = "Custom datablock for user input";
-bool IsCustomBlock(const host::VariableNameInfo& row);
+inline bool IsCustomBlock(const host::VariableNameInfo& row) {
+    return row.name && *row.name == *kCustomBlockName &&
+           std::strcmp(row.name, kCustomBlockName) == 0;
+}
 
 // Where the address leads: the object that finally holds the variable and the address on it.
 struct HVariablePlace {

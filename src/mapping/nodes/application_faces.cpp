@@ -16,8 +16,8 @@ const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translat
 
 bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* reference) {
     const auto has = [&](const TranslatorMap& translators) {
-        return HasTranslator(query.library.translateName, query.path, translators, reference,
-                             request);
+        return !translators.empty() && HasTranslator(query.library.translateName, query.path,
+                                                     translators, reference, request);
     };
     return has(query.attribute.translators) || has(query.attribute.arrayTranslators);
 }
@@ -30,13 +30,17 @@ struct Requests {
 
 // One reference serves both faces when the map has a translator for one face alone.
 Requests SplitRequests(const FaceQuery& query) {
-    FIReference* reference = query.parent.primary.Get();
-    if (HasTranslator(query, BranchRequest::kSpecOnly, reference)) {
-        return {BranchRequest::kCalc, BranchRequest::kSpec, true};
+    OwnFaces own;
+    for (const TranslatorMap* each :
+         {&query.attribute.translators, &query.attribute.arrayTranslators}) {
+        if (each->empty()) continue;
+        const OwnFaces found = FindOwnFaces(query.library.translateName, query.path, *each,
+                                            query.parent.primary.Get());
+        own.spec |= found.spec;
+        own.calc |= found.calc;
     }
-    if (HasTranslator(query, BranchRequest::kCalcOnly, reference)) {
-        return {BranchRequest::kSpec, BranchRequest::kCalc, true};
-    }
+    if (own.spec) return {BranchRequest::kCalc, BranchRequest::kSpec, true};
+    if (own.calc) return {BranchRequest::kSpec, BranchRequest::kCalc, true};
     return {};
 }
 

@@ -198,6 +198,22 @@ bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
     });
 }
 
+OwnFaces FindOwnFaces(const std::string& translate_name, const AncestorPath& path,
+                      const TranslatorMap& translators, FIReferenceBase* reference) {
+    OwnFaces faces;
+    const auto [first, last] = translators.equal_range(translate_name);
+    for (auto row = first; row != last; ++row) {
+        const auto& translator = static_cast<const CCDMTranslator&>(*row->second);
+        const bool is_spec = BranchAccepts(translator.branch, BranchRequest::kSpecOnly);
+        const bool is_calc = BranchAccepts(translator.branch, BranchRequest::kCalcOnly);
+        if ((!is_spec || faces.spec) && (!is_calc || faces.calc)) continue;
+        if (Weigh(translator, path, reference, Dump(nullptr)) >= kNoMatch) continue;
+        faces.spec |= is_spec;
+        faces.calc |= is_calc;
+    }
+    return faces;
+}
+
 CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
                                const TranslatorMap& translators, FIReferenceBase* reference,
                                BranchRequest request, std::string* dump_text) {

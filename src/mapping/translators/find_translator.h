@@ -18,6 +18,14 @@ bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
                    const TranslatorMap& translators, FIReferenceBase* reference,
                    BranchRequest request);
 
+// Which faces have a translator of their own that would be chosen, told by one look at them all.
+struct OwnFaces {
+    bool spec = false;
+    bool calc = false;
+};
+OwnFaces FindOwnFaces(const std::string& translate_name, const AncestorPath& path,
+                      const TranslatorMap& translators, FIReferenceBase* reference);
+
 // Why one of them can't be chosen there; empty when it can.
 std::string WhyLeft(const CCDMTranslator& translator, const AncestorPath& path,
                     FIReferenceBase* reference);

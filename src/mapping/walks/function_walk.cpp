@@ -20,9 +20,7 @@ const FIValue& SubclassName() {
 
 CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
                                          ListLength length, bool steps_on)
-    : function_(function),
-      reference_(reference),
-      steps_on_(steps_on && length == ListLength::kWhole) {
+    : function_(function), reference_(reference), steps_on_(steps_on) {
     if (function_ != nullptr) {
         MoveReference(reference_, [&](FIIteratorBase& it) {
             FIValue unused;

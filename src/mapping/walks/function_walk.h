@@ -5,10 +5,9 @@
 // is held in a byte: a function that counts 256 has no elements, one that counts 300 has 44.
 //
 // Each element is reached anew from the depth at which the walk began; the function may leave the
-// reference deeper. The class that it names for an element is the variable "Subclass" there, NULL
-// when it names none, and behind the last element.
-//
-// A list that is to be whole is long, so there a function that can steps from element to element.
+// reference deeper. A function that takes kNextIndex goes on from the element before instead, or a
+// list would be walked from its start for each. The class that it names for an element is the
+// variable "Subclass" there, NULL when it names none, and behind the last element.
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/semantic_function.h"
