@@ -64,22 +64,25 @@ class Writes(ProgramTest):
 
 class Order(ProgramTest):
     def test_notes_stand_behind_the_data_before_them(self):
-        done = subprocess.run(PROGRAM + ["get", "demo", "appModel(type)", "appModel.none", "appModel(type)"],
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=600, check=False)
+        file = self.folder / "both.txt"
+        with file.open("wb") as both:
+            done = subprocess.run(PROGRAM + ["get", "demo", "appModel(type)", "appModel.none", "appModel(type)"],
+                                  stdout=both, stderr=subprocess.STDOUT, timeout=600, check=False)
         self.assertEqual(FAILED, done.returncode)
-        lines = done.stdout.decode().splitlines()
         self.assertEqual(["appModel", "no such node: appModel.none", "  found: appModel", "appModel"],
-                         lines)
+                         file.read_text(encoding="utf-8").splitlines())
 
-    def test_a_line_of_the_shell_is_answered_before_the_next_is_read(self):
-        with subprocess.Popen(PROGRAM + ["shell", "demo"], stdin=subprocess.PIPE,
-                              stdout=subprocess.PIPE) as program:
-            for _ in range(3):
-                program.stdin.write(b"pwd\n")
-                program.stdin.flush()
-                self.assertTrue(program.stdout.readline())
-            program.stdin.close()
-            self.assertEqual(DONE, program.wait(timeout=60))
+    def test_a_line_that_is_read_is_answered_before_the_next(self):
+        for words, line, answer in ((["shell", "demo"], b"get appModel(type)\n", b"appModel\n"),
+                                    (["get", "demo", "-"], b"appModel(type)\n", b"appModel\n")):
+            with self.subTest(words), subprocess.Popen(PROGRAM + words, stdin=subprocess.PIPE,
+                                                       stdout=subprocess.PIPE) as program:
+                for _ in range(3):
+                    program.stdin.write(line)
+                    program.stdin.flush()
+                    self.assertEqual(answer, program.stdout.readline())
+                program.stdin.close()
+                self.assertEqual(DONE, program.wait(timeout=60))
 
 
 if __name__ == "__main__":

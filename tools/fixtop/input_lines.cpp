@@ -23,7 +23,11 @@ bool NextLine(std::string& line) {
 }  // namespace
 
 bool ForEachInputLine(const std::function<void(const std::string& line)>& visit, Output& out) {
-    for (std::string line; NextLine(line);) visit(line);
+    for (std::string line; NextLine(line);) {
+        visit(line);
+        // Who gives lines one by one may wait for the answer to each.
+        out.Flush();
+    }
     if (std::cin.bad() && !std::ferror(stdin)) throw std::bad_alloc();
     if (!std::ferror(stdin)) return true;
     out.Note("standard input can't be read");
