@@ -12,7 +12,7 @@ namespace {
 // The path from a row to a match below it.
 std::string PathBelow(const std::string& row, const client::Place& match) {
     const bool is_below = !row.empty() && match.path.starts_with(row + '.');
-    const std::string path = is_below ? match.path.substr(row.size() + 1) : match.path;
+    std::string path = is_below ? match.path.substr(row.size() + 1) : match.path;
     if (match.attribute.empty()) return path;
     return path + '(' + client::WrittenName(match.attribute) + ')';
 }
