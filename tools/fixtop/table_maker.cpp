@@ -27,8 +27,9 @@ ColumnGroup::ColumnGroup(const std::string& path, std::string attribute, std::st
 ColumnGroup::Cells ColumnGroup::Read(const Node& node) {
     Cells cells;
     const auto first = path_.First(node);
-    if (first && !path_.MayMeanMore(node, first->node)) {
-        is_there_ = true;
+    if (!first) return cells;
+    is_there_ = true;
+    if (!path_.MayMeanMore(node, first->node)) {
         Add(*first, path_.Text(), "", cells);
         return cells;
     }
@@ -39,7 +40,6 @@ ColumnGroup::Cells ColumnGroup::Read(const Node& node) {
         Add(match, PathBelow(row, match), "", cells);
         return true;
     });
-    is_there_ |= matches > 0;
     has_several_ |= matches > 1;
     return cells;
 }
