@@ -186,6 +186,13 @@ Released Hold::Release(const Solver::Progress& progress) {
     return told;
 }
 
+Node NodeOfCase(const Node& node) {
+    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
+        if (auto raw = node.Raw(side)) return *raw;
+    }
+    return node;
+}
+
 std::vector<Node> ElementsOf(const Node& node) {
     const std::string type = node.Type();
     if (type == "Array") return node.Children();

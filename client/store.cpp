@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "fixtop/client/error.h"
+#include "fixtop/client/hold.h"
 #include "fixtop/client/node.h"
 #include "texts.h"
 
@@ -79,13 +80,6 @@ class Element {
 };
 
 }  // namespace
-
-Node NodeOfCase(const Node& node) {
-    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
-        if (auto raw = node.Raw(side)) return *raw;
-    }
-    return node;
-}
 
 Typed TypedIn(const Node& node, const std::string& text, const std::string& unit) {
     const std::string type = node.Type();

@@ -17,9 +17,6 @@ bool IsGoneText(const std::string& text);
 // Throws Gone or Refused, unless the text is empty.
 void ThrowIfRefused(const Node& node, const std::string& text);
 
-// The node of the case that a store goes to: in the neutral view another than the one shown.
-Node NodeOfCase(const Node& node);
-
 // A text as it is typed for a node. A unit may stand behind a number, with a blank: "30 C".
 struct Typed {
     FIValue value;

@@ -9,14 +9,6 @@ namespace fixtop {
 
 namespace {
 
-// The node to which a store goes: in the neutral view another than the one shown.
-Node NodeOfCase(const Node& node) {
-    for (const Node::Side side : {Node::Side::kSpecified, Node::Side::kCalculated}) {
-        if (auto raw = node.Raw(side)) return *raw;
-    }
-    return node;
-}
-
 // What is stored there, and not computed.
 FIValue Given(const Node& node, const std::string& attribute) {
     const bool is_result =
@@ -63,7 +55,7 @@ void Changes::Remember(const client::Place& place) {
     const std::string attribute = place.attribute.empty() ? "value" : place.attribute;
     Line& line = lines_.back();
     const std::vector<Node> elements = client::ElementsOf(place.node);
-    const Node node = NodeOfCase(elements.empty() ? place.node : elements.front());
+    const Node node = client::NodeOfCase(elements.empty() ? place.node : elements.front());
     if (attribute == "value") {
         for (const Node& each : WithSiblings(node)) {
             line.formers.push_back(FormerOf(each, attribute));

@@ -224,9 +224,13 @@ std::vector<std::string> AttributesOf(CaseSession& session, const std::vector<st
 std::vector<std::string> ArgumentCompletions(CaseSession& session,
                                              const std::vector<ShellWord>& words,
                                              const std::string& typed) {
-    const bool is_group = words.size() > 1 && OptionsOf(words[0].text, Place::kShell).empty();
-    const std::string word = is_group ? words[0].text + ' ' + words[1].text : words[0].text;
-    const std::vector<OptionShape> options = OptionsOf(word, Place::kShell);
+    std::string word = words[0].text;
+    std::vector<OptionShape> options = OptionsOf(word, Place::kShell);
+    const bool is_group = words.size() > 1 && options.empty();
+    if (is_group) {
+        word += ' ' + words[1].text;
+        options = OptionsOf(word, Place::kShell);
+    }
     const Arguments before = Sort(words, is_group ? 2 : 1, options);
     if (before.option == "--attr") return AttributesOf(session, before.positionals, typed);
     // Of the other options the one that stores has a path.

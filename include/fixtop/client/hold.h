@@ -46,6 +46,9 @@ class Hold {
     Batch batch_;
 };
 
+// The node of the case that a store goes to: in the neutral view another than the one shown.
+Node NodeOfCase(const Node& node);
+
 // The nodes that a list of values goes to, in order; none where the node takes no list.
 std::vector<Node> ElementsOf(const Node& node);
 
