@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import sys
 import tempfile
 import unittest
 
@@ -28,7 +29,10 @@ class Result:
 
 def run(*arguments, stdin="", cwd=None):
     done = captured(PROGRAM + [str(a) for a in arguments], input=stdin.encode(), timeout=600, cwd=cwd)
-    return Result(arguments, done.returncode, done.stdout.decode(), done.stderr.decode())
+    result = Result(arguments, done.returncode, done.stdout.decode(), done.stderr.decode())
+    if result.code not in (DONE, FAILED, USAGE, UNREADABLE):
+        print(f"an end that is none of the program's: {result}", file=sys.stderr)
+    return result
 
 
 class ProgramTest(unittest.TestCase):
