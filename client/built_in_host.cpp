@@ -57,6 +57,7 @@ class BuiltInHost final : public HostOfCase {
     std::vector<std::string> UnitSets() const override {
         return {casehost::kUnitSetNames.begin(), casehost::kUnitSetNames.end()};
     }
+    std::string UnitSet() const override { return host_.UnitSet(); }
     void UseUnitSet(const std::string& name) override { host_.UseUnitSet(name); }
     std::string Save(const std::string& file) override {
         const casehost::SaveResult saved = host_.Save(*host_.ActiveLiveCase(), file);

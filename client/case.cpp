@@ -55,6 +55,10 @@ std::vector<std::string> Case::UnitSets() const {
     return case_->Host().UnitSets();
 }
 
+std::string Case::UnitSet() const {
+    return case_->Host().UnitSet();
+}
+
 void Case::UseUnitSet(const std::string& name) const {
     std::string known;
     for (const std::string& set : UnitSets()) {

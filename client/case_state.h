@@ -47,6 +47,7 @@ class HostOfCase {
     virtual bool HasOldResults() const { return false; }
     // By name; none where clients can't choose.
     virtual std::vector<std::string> UnitSets() const { return {}; }
+    virtual std::string UnitSet() const { return ""; }
     virtual void UseUnitSet(const std::string&) {}
     // Answers what is wrong; empty when it was written.
     virtual std::string Save(const std::string& file);

@@ -158,6 +158,10 @@ bool CaseHost::UseUnitSet(const std::string& name) {
     return true;
 }
 
+std::string CaseHost::UnitSet() const {
+    return active_ ? kUnitSetNames[active_->UnitSet()] : "";
+}
+
 host::SimulationCase* CaseHost::ActiveCase() {
     return active_ && active_->IsVisible() ? active_ : nullptr;
 }

@@ -87,6 +87,8 @@ class CaseHost {
     // The units in which the active case shows numbers, by a name of kUnitSetNames. False for any
     // other name, and without a case.
     bool UseUnitSet(const std::string& name);
+    // The name of the present ones; empty without a case.
+    std::string UnitSet() const;
     const std::vector<std::unique_ptr<Case>>& Cases() const { return cases_; }
 
     // Runs `event` in the next turn of the host's loop.

@@ -61,6 +61,8 @@ class Case {
     // The sets of default units in which the case can show its numbers; empty where its host does
     // not let clients choose.
     std::vector<std::string> UnitSets() const;
+    // The one in which it shows them; empty where there are none.
+    std::string UnitSet() const;
     // Shows numbers in the default units of a set; case of letters does not count. Throws CaseError
     // with the names of the sets when there is no such one.
     void UseUnitSet(const std::string& name) const;

@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "node.h"
+
+#include <pybind11/numpy.h>
+#include <pybind11/stl.h>
+
+#include <limits>
+
+#include "fixtop/client/reference.h"
+#include "fixtop/client/search.h"
+#include "fixtop/client/typed.h"
+#include "storing.h"
+#include "text.h"
+#include "values.h"
+
+namespace fixtop::python {
+
+namespace py = pybind11;
+
+namespace {
+
+constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
+const FIValue kValue("value");
+
+// The value as the node shows it, in one read. Throws Gone.
+FIValue ValueShown(const client::Node& node) {
+    FIValue value;
+    node.Iterator().GetAttribute(kValue, value);
+    if (value.IsText() && node.IsGone()) throw client::Gone(node.Path(), value.ToText());
+    return value;
+}
+
+double NumberIn(const client::Node& node, const FIValue& value) {
+    if (value.IsNumber()) return value.AsDouble();
+    if (value.IsNull()) return kNothing;
+    throw client::Refused(node.Path(), "not a number: " + value.ToText());
+}
+
+double NumberOf(PyNode& self, const Text& unit) {
+    if (unit.bytes.empty()) return NumberIn(*self, ValueShown(*self));
+    const client::Node shown = ShownIn(*self, unit);
+    return NumberIn(shown, ValueShown(shown));
+}
+
+client::Reading ReadingOf(PyNode& self, const Text& unit, const Text& attribute) {
+    if (unit.bytes.empty()) return self->Read("", attribute);
+    try {
+        return self->Read(unit, attribute);
+    } catch (const client::Gone&) {
+        throw;
+    } catch (const client::Refused& refused) {
+        throw RefusedUnit(refused.Path(), refused.Text());
+    }
+}
+
+void Gather(const client::Node& node, const std::string& unit, std::vector<double>& numbers) {
+    node.ForEachChild([&](const client::Child& child) {
+        if (child.node.IsVariable()) {
+            const client::Node shown = ShownIn(child.node, unit);
+            numbers.push_back(NumberIn(shown, ValueShown(shown)));
+        } else {
+            Gather(child.node, unit, numbers);
+        }
+        return true;
+    });
+}
+
+py::array_t<double> ArrayOf(const std::vector<double>& numbers) {
+    return py::array_t<double>(static_cast<py::ssize_t>(numbers.size()), numbers.data());
+}
+
+py::list FoundBy(PyNode& self, const Text& expression) {
+    py::list nodes;
+    client::Search(expression).ForEach(*self, [&](const client::Place& place) {
+        nodes.append(PyNode(place.node));
+        return true;
+    });
+    return nodes;
+}
+
+py::list FoundBy(PyNode& self, PyPattern& pattern) {
+    py::list nodes;
+    pattern->ForEach(*self, [&](const client::Place& place) {
+        nodes.append(PyNode(place.node));
+        return true;
+    });
+    return nodes;
+}
+
+py::object FirstOf(PyNode& self, PyPattern& pattern) {
+    auto place = pattern->First(*self);
+    return place ? py::cast(PyNode(std::move(place->node))) : py::none();
+}
+
+bool Leads(PyNode& self, const Text& path) {
+    return self->Find(path).has_value();
+}
+
+PyNode ChildAt(PyNode& self, long index) {
+    auto nodes = self->Children();
+    const long count = static_cast<long>(nodes.size());
+    const long at = index < 0 ? index + count : index;
+    if (at < 0 || at >= count) {
+        throw py::index_error(self->Path() + " has " + std::to_string(count) + " children, no " +
+                              std::to_string(index));
+    }
+    return PyNode(std::move(nodes[at]));
+}
+
+py::array_t<double> Slice(PyNode& self, const py::slice& slice) {
+    return ArrayOf(NumbersOf(*self, "")).attr("__getitem__")(slice);
+}
+
+py::list ChildrenOf(PyNode& self) {
+    return NodesOf(self->Children());
+}
+
+// Each with its name and with the step that leads to it and to no other.
+py::list StepsOf(PyNode& self) {
+    py::list steps;
+    self->ForEachChild([&](const client::Child& child) {
+        steps.append(py::make_tuple(TextOf(child.step), PyNode(child.node)));
+        return true;
+    });
+    return steps;
+}
+
+py::dict AttributesOf(PyNode& self) {
+    py::dict attributes;
+    for (const auto& [name, value] : self->Attributes()) attributes[TextOf(name)] = ObjectOf(value);
+    return attributes;
+}
+
+// The class of an object of the neutral view; null for any other node.
+const client::NeutralClass* ClassOf(const client::Node& node) {
+    const auto object = client::TypedObject::Of(node);
+    return object ? &object->Class() : nullptr;
+}
+
+py::list MembersOf(PyNode& self) {
+    if (self->IsGone()) throw client::Gone(self->Path(), self->Attribute("status").ToText());
+    py::list members;
+    const client::NeutralClass* its = ClassOf(*self);
+    if (!its) return members;
+    for (const client::NeutralMember& member : its->AllMembers()) {
+        members.append(py::make_tuple(TextOf(member.name), static_cast<int>(member.kind)));
+    }
+    return members;
+}
+
+py::object MemberOf(PyNode& self, const Text& name) {
+    if (self->IsGone()) throw client::Gone(self->Path(), self->Attribute("status").ToText());
+    const client::TypedObject object(*self);
+    const client::TypedMember member = object.Member(name);
+    return std::visit(
+        [](const auto& each) -> py::object {
+            if constexpr (std::is_same_v<std::decay_t<decltype(each)>, client::TypedArray>) {
+                py::list list;
+                for (const auto& element : each) list.append(PyNode(element.ToNode()));
+                return list;
+            } else {
+                return py::cast(PyNode(each.ToNode()));
+            }
+        },
+        member);
+}
+
+py::object SideOf(PyNode& self, bool specified) {
+    using Side = client::Node::Side;
+    return NodeOrNone(self->Raw(specified ? Side::kSpecified : Side::kCalculated));
+}
+
+void BindReading(py::module_& module) {
+    using client::Reading;
+    py::class_<Reading>(module, "Reading")
+        .def_property_readonly("value", [](const Reading& self) { return ObjectOf(self.value); })
+        .def_property_readonly("unit", [](const Reading& self) { return TextOf(self.unit); })
+        .def_property_readonly("status", [](const Reading& self) { return TextOf(self.status); })
+        .def_readonly("stale", &Reading::stale);
+}
+
+void BindPattern(py::module_& module) {
+    py::class_<PyPattern>(module, "Pattern")
+        .def(py::init([](const Text& expression) {
+                 Owner::Claim();
+                 return PyPattern(client::Pattern(expression));
+             }),
+             py::arg("expression"))
+        .def_property_readonly("text", [](PyPattern& self) { return TextOf(self->Text()); });
+}
+
+void BindTree(py::class_<PyNode>& node) {
+    node.def_property_readonly("parent", [](PyNode& self) { return NodeOrNone(self->Parent()); })
+        .def("children", &ChildrenOf)
+        .def("steps", &StepsOf)
+        .def("__iter__", [](PyNode& self) { return py::iter(ChildrenOf(self)); })
+        .def("at", [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
+        .def("__getitem__",
+             [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
+        .def("__getitem__", &ChildAt)
+        .def("__getitem__", &Slice)
+        .def("__contains__", &Leads)
+        .def("find", py::overload_cast<PyNode&, PyPattern&>(&FoundBy), py::arg("pattern"))
+        .def("find", py::overload_cast<PyNode&, const Text&>(&FoundBy), py::arg("pattern"))
+        .def("first", &FirstOf, py::arg("pattern"))
+        .def("raw", &SideOf, py::arg("specified") = false)
+        .def("neutral", [](PyNode& self) { return NodeOrNone(self->Neutral()); })
+        .def_property_readonly("class_name",
+                               [](PyNode& self) {
+                                   const auto* its = ClassOf(*self);
+                                   return its ? TextOf(its->name) : py::str("");
+                               })
+        .def("is_a",
+             [](PyNode& self, const Text& name) {
+                 const auto* its = ClassOf(*self);
+                 return its && its->IsA(name.bytes);
+             })
+        .def("members", &MembersOf)
+        .def("member", &MemberOf, py::arg("name"));
+}
+
+void BindValues(py::class_<PyNode>& node) {
+    node.def_property(
+            "value", [](PyNode& self) { return ObjectOf(ValueShown(*self)); },
+            [](PyNode& self, const py::object& value) { Store(*self, value, ""); })
+        .def("number", &NumberOf, py::arg("unit") = Text())
+        .def("to", &NumberOf, py::arg("unit"))
+        .def("numbers",
+             [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(*self, unit)); },
+             py::arg("unit") = Text())
+        .def("read", &ReadingOf, py::arg("unit") = Text(), py::arg("attribute") = Text("value"))
+        .def("store",
+             [](PyNode& self, const py::object& value, const Text& unit) {
+                 Store(*self, value, unit);
+             },
+             py::arg("value"), py::arg("unit") = Text())
+        .def("show_in",
+             [](PyNode& self, const Text& unit) { return TextOf(self->ShowIn(unit)); },
+             py::arg("unit"))
+        .def_property_readonly("unit", [](PyNode& self) { return TextOf(self->UnitOf("value")); })
+        .def_property_readonly(
+            "status", [](PyNode& self) { return TextOf(self->Attribute("status").ToText()); })
+        .def_property_readonly("is_stale", [](PyNode& self) { return self->IsStale(); })
+        .def("attribute",
+             [](PyNode& self, const Text& name) { return ObjectOf(self->Attribute(name)); },
+             py::arg("name"))
+        .def("attributes", &AttributesOf)
+        .def("set_attribute",
+             [](PyNode& self, const Text& name, const py::object& value) {
+                 self->SetAttribute(name, ValueOf(value));
+             },
+             py::arg("name"), py::arg("value"));
+}
+
+}  // namespace
+
+py::object NodeOrNone(std::optional<client::Node> node) {
+    return node ? py::cast(PyNode(std::move(*node))) : py::none();
+}
+
+py::list NodesOf(std::vector<client::Node> nodes) {
+    py::list list;
+    for (client::Node& node : nodes) list.append(PyNode(std::move(node)));
+    return list;
+}
+
+client::Node ShownIn(const client::Node& node, const std::string& unit) {
+    client::Node shown = node;
+    if (unit.empty()) return shown;
+    try {
+        shown.ShowIn(unit);
+    } catch (const client::Gone&) {
+        throw;
+    } catch (const client::Refused& refused) {
+        throw RefusedUnit(refused.Path(), refused.Text());
+    }
+    return shown;
+}
+
+std::vector<double> NumbersOf(const client::Node& array, const std::string& unit) {
+    std::vector<double> numbers;
+    Gather(array, unit, numbers);
+    return numbers;
+}
+
+void BindNode(py::module_& module) {
+    BindReading(module);
+    BindPattern(module);
+    py::class_<PyNode> node(module, "Node", py::dynamic_attr());
+    node.def_property_readonly("name", [](PyNode& self) { return TextOf(self->Name()); })
+        .def_property_readonly("key", [](PyNode& self) { return TextOf(self->Key()); })
+        .def_property_readonly("path", [](PyNode& self) { return TextOf(self->Path()); })
+        .def_property_readonly("type", [](PyNode& self) { return TextOf(self->Type()); })
+        .def_property_readonly("is_variable", [](PyNode& self) { return self->IsVariable(); })
+        .def_property_readonly("is_array", [](PyNode& self) { return self->IsArray(); })
+        .def_property_readonly("is_gone", [](PyNode& self) { return self->IsGone(); })
+        .def("__eq__",
+             [](PyNode& self, PyNode& other) { return *self == *other; }, py::is_operator())
+        .def("__ne__",
+             [](PyNode& self, PyNode& other) { return !(*self == *other); }, py::is_operator());
+    node.attr("__hash__") = py::none();
+    BindTree(node);
+    BindValues(node);
+}
+
+}  // namespace fixtop::python

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "storing.h"
+
+#include <stdexcept>
+
+#include "node.h"
+#include "text.h"
+#include "values.h"
+
+namespace fixtop::python {
+
+namespace py = pybind11;
+
+namespace {
+
+client::Hold* open_hold = nullptr;
+
+// Stands until the interpreter ends, and then with it.
+py::object& AfterStore() {
+    static auto* call = new py::object(py::none());
+    return *call;
+}
+
+// A hold takes what is typed: all digits of a number, and lists with commas.
+std::string TypedOf(const py::handle& value) {
+    if (value.is_none()) return "";
+    if (PyUnicode_Check(value.ptr())) return TextFrom(value);
+    if (!PySequence_Check(value.ptr())) {
+        return TextFrom(py::repr(py::float_(ValueOf(value).AsDouble())));
+    }
+    std::string list;
+    bool is_first = true;
+    for (const py::handle each : value) {
+        if (!is_first) list += ',';
+        is_first = false;
+        list += TypedOf(each);
+    }
+    return list;
+}
+
+void StoreNow(const client::Node& node, const py::handle& value, const std::string& unit) {
+    if (client::Hold* hold = HeldStores::Open()) return hold->Store(node, TypedOf(value), unit);
+    if (PyUnicode_Check(value.ptr())) return client::Node(node).Store(TextFrom(value), unit);
+    ShownIn(node, unit).Store(ValueOf(value));
+}
+
+}  // namespace
+
+void Store(const client::Node& node, const py::handle& value, const std::string& unit) {
+    try {
+        StoreNow(node, value, unit);
+    } catch (const client::Gone&) {
+        throw;
+    } catch (const RefusedUnit&) {
+        throw;
+    } catch (const client::Refused& refused) {
+        throw RefusedStore(refused.Path(), refused.Text());
+    }
+    if (!HeldStores::Open() && !AfterStore().is_none()) AfterStore()();
+}
+
+void SetAfterStore(py::object call) {
+    AfterStore() = std::move(call);
+}
+
+HeldStores::HeldStores(const client::Solver& solver) : hold_(solver) {
+    open_hold = &hold_;
+}
+
+HeldStores::~HeldStores() {
+    if (open_hold == &hold_) open_hold = nullptr;
+}
+
+client::Released HeldStores::Release(const client::Solver::Progress& progress) {
+    open_hold = nullptr;
+    return hold_.Release(progress);
+}
+
+client::Hold* HeldStores::Open() {
+    return open_hold;
+}
+
+}  // namespace fixtop::python

@@ -1,0 +1,26 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Fixtop: a process-simulation case as one browsable, typed tree.
+
+    import fixtop
+
+    with fixtop.open("plant.json") as case:
+        print(case.streams(units="Field"))
+        case.stream("Raw Gas").temperature.to("K")
+
+A case belongs to the thread that opens it, and one is open at a time in a process. Numbers come in the
+unit that the case shows, which stands beside them, unless one is asked for.
+"""
+
+from . import errors
+from ._core import Node, Pattern, Reading, Reference, Selection, SolveResult, version as __version__
+from .case import Case, Normalised, demo, open
+from .errors import (CaseError, Error, NodeGone, NoSuchMember, NoSuchNode, PathError, Refused, SolveFailed,
+                     StoreRefused, UnitError, WrongThread)
+from .nodes import NodeList
+from .watching import Change, Watcher
+
+__all__ = [
+    "Case", "CaseError", "Change", "Error", "Node", "NodeGone", "NodeList", "NoSuchMember", "NoSuchNode",
+    "Normalised", "PathError", "Pattern", "Reading", "Reference", "Refused", "Selection", "SolveFailed",
+    "SolveResult", "StoreRefused", "UnitError", "Watcher", "WrongThread", "demo", "errors", "open",
+]
