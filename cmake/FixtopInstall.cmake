@@ -113,7 +113,8 @@ if(FIXTOP_PROGRAM AND NOT WIN32)
   install(FILES ${completion}/_fixtop DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 endif()
 
-# One Debian package: library, development files, program. `./go package`.
+# Debian packages, by `./go package`: library, development files and program in one, the Python package
+# in another that takes the library of the first.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME fixtop)
 set(CPACK_PACKAGE_CONTACT "The Fixtop developers <fixtop@localhost>")
@@ -135,6 +136,22 @@ endforeach()
 list(JOIN development ", " CPACK_DEBIAN_PACKAGE_SUGGESTS)
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
+if(FIXTOP_PYTHON)
+  set(CPACK_DEB_COMPONENT_INSTALL ON)
+  set(CPACK_COMPONENTS_ALL Unspecified python)
+  set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME fixtop)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-fixtop)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_DESCRIPTION "Process-simulation cases in Python
+Opens a process-simulation case, reads and changes it in units, solves it, and shows its streams, unit
+operations and columns as data frames.")
+  # What the binding needs of the system, the library's package needs too.
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "fixtop (= ${PROJECT_VERSION}), python3 (>= 3.11), python3 (<< 3.12), python3-numpy, python3-pandas")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS
+      "python3-pint, python3-tqdm, python3-graphviz, python3-jinja2, python3-matplotlib, python3-distributed")
+endif()
 if(FIXTOP_PROGRAM AND WIN32)
   set(CPACK_GENERATOR ZIP)
   set(CPACK_PACKAGE_FILE_NAME fixtop-${PROJECT_VERSION}-windows)

@@ -30,6 +30,19 @@ FIValue ValueShown(const client::Node& node) {
     return value;
 }
 
+// By which its parent finds it: what it says of itself may show characters as entities.
+std::string NameOf(const client::Node& node) {
+    std::string name = node.Name();
+    const auto parent = name.find('&') == std::string::npos ? std::nullopt : node.Parent();
+    if (!parent) return name;
+    parent->ForEachChild([&](const client::Child& child) {
+        if (!(child.node == node)) return true;
+        name = child.name;
+        return false;
+    });
+    return name;
+}
+
 double NumberIn(const client::Node& node, const FIValue& value) {
     if (value.IsNumber()) return value.AsDouble();
     if (value.IsNull()) return kNothing;
@@ -78,17 +91,17 @@ py::list FoundBy(PyNode& self, const Text& expression) {
     return nodes;
 }
 
-py::list FoundBy(PyNode& self, PyPattern& pattern) {
+py::list FoundBy(PyNode& self, const client::Pattern& pattern) {
     py::list nodes;
-    pattern->ForEach(*self, [&](const client::Place& place) {
+    pattern.ForEach(*self, [&](const client::Place& place) {
         nodes.append(PyNode(place.node));
         return true;
     });
     return nodes;
 }
 
-py::object FirstOf(PyNode& self, PyPattern& pattern) {
-    auto place = pattern->First(*self);
+py::object FirstOf(PyNode& self, const client::Pattern& pattern) {
+    auto place = pattern.First(*self);
     return place ? py::cast(PyNode(std::move(place->node))) : py::none();
 }
 
@@ -180,13 +193,18 @@ void BindReading(py::module_& module) {
 }
 
 void BindPattern(py::module_& module) {
-    py::class_<PyPattern>(module, "Pattern")
+    // It stands on no case, and may be kept from case to case.
+    py::class_<client::Pattern>(module, "Pattern")
         .def(py::init([](const Text& expression) {
                  Owner::Claim();
-                 return PyPattern(client::Pattern(expression));
+                 return client::Pattern(expression);
              }),
              py::arg("expression"))
-        .def_property_readonly("text", [](PyPattern& self) { return TextOf(self->Text()); });
+        .def_property_readonly("text",
+                               [](const client::Pattern& self) { return TextOf(self.Text()); })
+        .def("__repr__", [](const client::Pattern& self) {
+            return TextOf("<Pattern " + self.Text() + ">");
+        });
 }
 
 void BindTree(py::class_<PyNode>& node) {
@@ -200,7 +218,7 @@ void BindTree(py::class_<PyNode>& node) {
         .def("__getitem__", &ChildAt)
         .def("__getitem__", &Slice)
         .def("__contains__", &Leads)
-        .def("find", py::overload_cast<PyNode&, PyPattern&>(&FoundBy), py::arg("pattern"))
+        .def("find", py::overload_cast<PyNode&, const client::Pattern&>(&FoundBy), py::arg("pattern"))
         .def("find", py::overload_cast<PyNode&, const Text&>(&FoundBy), py::arg("pattern"))
         .def("first", &FirstOf, py::arg("pattern"))
         .def("raw", &SideOf, py::arg("specified") = false)
@@ -287,7 +305,7 @@ void BindNode(py::module_& module) {
     BindReading(module);
     BindPattern(module);
     py::class_<PyNode> node(module, "Node", py::dynamic_attr());
-    node.def_property_readonly("name", [](PyNode& self) { return TextOf(self->Name()); })
+    node.def_property_readonly("name", [](PyNode& self) { return TextOf(NameOf(*self)); })
         .def_property_readonly("key", [](PyNode& self) { return TextOf(self->Key()); })
         .def_property_readonly("path", [](PyNode& self) { return TextOf(self->Path()); })
         .def_property_readonly("type", [](PyNode& self) { return TextOf(self->Type()); })

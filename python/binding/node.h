@@ -17,7 +17,6 @@
 namespace fixtop::python {
 
 using PyNode = Owned<client::Node>;
-using PyPattern = Owned<client::Pattern>;
 
 // A unit that a node does not take.
 class RefusedUnit : public client::Refused {

@@ -44,6 +44,17 @@ void StoreNow(const client::Node& node, const py::handle& value, const std::stri
     ShownIn(node, unit).Store(ValueOf(value));
 }
 
+// Of a solve that a store began: results are older than the store then, or none.
+void WarnIfUnsolved(const client::Node& node) {
+    const client::Solver solver(node.OpenCase());
+    if (!solver.SolvesOnStore() || solver.IsComplete()) return;
+    const std::string why = solver.Problem();
+    const py::object kind = py::module_::import("fixtop.errors").attr("NotSolved");
+    const std::string text =
+        node.Path() + ": stored, and the case is not solved" + (why.empty() ? "" : ": " + why);
+    if (PyErr_WarnEx(kind.ptr(), text.c_str(), 1) != 0) throw py::error_already_set();
+}
+
 }  // namespace
 
 void Store(const client::Node& node, const py::handle& value, const std::string& unit) {
@@ -56,7 +67,9 @@ void Store(const client::Node& node, const py::handle& value, const std::string&
     } catch (const client::Refused& refused) {
         throw RefusedStore(refused.Path(), refused.Text());
     }
-    if (!HeldStores::Open() && !AfterStore().is_none()) AfterStore()();
+    if (HeldStores::Open()) return;
+    WarnIfUnsolved(node);
+    if (!AfterStore().is_none()) AfterStore()();
 }
 
 void SetAfterStore(py::object call) {

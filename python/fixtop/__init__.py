@@ -12,15 +12,55 @@ unit that the case shows, which stands beside them, unless one is asked for.
 """
 
 from . import errors
-from ._core import Node, Pattern, Reading, Reference, Selection, SolveResult, version as __version__
-from .case import Case, Normalised, demo, open
-from .errors import (CaseError, Error, NodeGone, NoSuchMember, NoSuchNode, PathError, Refused, SolveFailed,
-                     StoreRefused, UnitError, WrongThread)
+from ._core import Node, Pattern, Reading, Reference, Selection, SolveResult, version
+from .case import Case, demo, open
+from .errors import (
+    CaseError,
+    Error,
+    NodeGone,
+    Normalised,
+    NoSuchMember,
+    NoSuchNode,
+    NotSolved,
+    PathError,
+    Refused,
+    SolveFailed,
+    StoreRefused,
+    UnitError,
+    WrongThread,
+)
 from .nodes import NodeList
+from .differences import diff
 from .watching import Change, Watcher
 
+__version__ = version
+
 __all__ = [
-    "Case", "CaseError", "Change", "Error", "Node", "NodeGone", "NodeList", "NoSuchMember", "NoSuchNode",
-    "Normalised", "PathError", "Pattern", "Reading", "Reference", "Refused", "Selection", "SolveFailed",
-    "SolveResult", "StoreRefused", "UnitError", "Watcher", "WrongThread", "demo", "errors", "open",
+    "Case",
+    "CaseError",
+    "Change",
+    "Error",
+    "Node",
+    "NodeGone",
+    "NodeList",
+    "NoSuchMember",
+    "NoSuchNode",
+    "Normalised",
+    "NotSolved",
+    "PathError",
+    "Pattern",
+    "Reading",
+    "Reference",
+    "Refused",
+    "Selection",
+    "SolveFailed",
+    "SolveResult",
+    "StoreRefused",
+    "UnitError",
+    "Watcher",
+    "WrongThread",
+    "demo",
+    "diff",
+    "errors",
+    "open",
 ]

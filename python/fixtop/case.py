@@ -10,14 +10,10 @@ import warnings
 from typing import Any, Callable, Iterator, Optional
 
 from . import _core, tables, watching
-from .errors import Error, NoSuchNode, SolveFailed, StoreRefused
+from .errors import Error, Normalised, NoSuchNode, SolveFailed, StoreRefused
 from .nodes import _near
 
 _STREAMS, _UNITS = "Stream", "UnitOperation"
-
-
-class Normalised(UserWarning):
-    """Fractions that were stored did not sum to 1."""
 
 
 def demo() -> str:
@@ -137,8 +133,9 @@ class Case(_core.Case):
 
     # ---- Change ----
 
-    def solve(self, progress: "bool | Callable[[Optional[float]], Any] | None" = None,
-              check: bool = True) -> _core.SolveResult:
+    def solve(
+        self, progress: "bool | Callable[[Optional[float]], Any] | None" = None, check: bool = True
+    ) -> _core.SolveResult:
         """Solves the case and waits for its end; ^C stops it.
 
         progress: called now and then with the share that is done (0 to 1, None when nobody knows);
@@ -149,7 +146,7 @@ class Case(_core.Case):
             result = _core.solve(self, self._telling(call))
         self.tell_changes()
         if check and not result.complete:
-            raise SolveFailed("", result.problem or result.message)
+            raise _failed(result)
         return result
 
     @contextlib.contextmanager
@@ -173,7 +170,7 @@ class Case(_core.Case):
         if released.refused:
             raise StoreRefused(*_cut(released.refused[0]))
         if check and not released.solve.complete:
-            raise SolveFailed("", released.solve.problem or released.solve.message)
+            raise _failed(released.solve)
 
     @property
     def is_complete(self) -> bool:
@@ -287,6 +284,13 @@ class Case(_core.Case):
         finally:
             if units:
                 self.unit_set = before
+
+
+def _failed(result: _core.SolveResult) -> SolveFailed:
+    """A host tells the object first, where it names one: "stream Raw Gas: temperature ..."."""
+    text = result.problem or result.message
+    path, found, _ = text.partition(": ")
+    return SolveFailed(path if found else "", text[len(path) + 2 :] if found else text)
 
 
 def _is_below(node: _core.Node, top: _core.Node) -> bool:

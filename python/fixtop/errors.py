@@ -88,6 +88,14 @@ class StoreRefused(Refused):
     """A value that a node does not take; it is as it was."""
 
 
+class NotSolved(UserWarning):
+    """A value was stored, and the solve that the store began is not complete."""
+
+
+class Normalised(UserWarning):
+    """Fractions that were stored together did not sum to 1."""
+
+
 class UnitError(Refused, ValueError):
     """A unit in which a node can't be told, with the units in which it can."""
 

@@ -137,8 +137,11 @@ def _html(self: _core.Node) -> str:
         cells = (step, value, child.status if child.is_variable else "")
         rows.append("<tr>" + "".join(f"<td>{html.escape(str(each))}</td>" for each in cells) + "</tr>")
     title = html.escape(f"{self.path or '(top)'} ({self.type})")
-    return (f"<table><caption>{title}</caption><tr><th>Name</th><th>Value</th><th>Status</th></tr>"
-            + "".join(rows) + "</table>")
+    return (
+        f"<table><caption>{title}</caption><tr><th>Name</th><th>Value</th><th>Status</th></tr>"
+        + "".join(rows)
+        + "</table>"
+    )
 
 
 def _reading_repr(self: _core.Reading) -> str:
@@ -151,8 +154,12 @@ def _frame(self: _core.Selection) -> "pandas.DataFrame":
     import pandas
 
     values, units, statuses, ages = self.table()
-    table = {"Value": values, "Unit": units, "Status": statuses,
-             "Stale": [age == _core.FRESHNESS_OLD for age in ages]}
+    table = {
+        "Value": values,
+        "Unit": units,
+        "Status": statuses,
+        "Stale": [age == _core.FRESHNESS_OLD for age in ages],
+    }
     return pandas.DataFrame(table, index=pandas.Index(self.paths, name="Path"))
 
 
@@ -165,7 +172,7 @@ def _reference_repr(self: _core.Reference) -> str:
 
 
 def _reference_state(self: _core.Reference) -> str:
-    """"live", "moved" when its path is another than when it was made, or "gone"."""
+    """ "live", "moved" when its path is another than when it was made, or "gone"."""
     if not self.is_live:
         return "gone"
     return "live" if self.path == self.first_path else "moved"
@@ -176,10 +183,22 @@ def _extend(cls: type, **members: Any) -> None:
         setattr(cls, name, member)
 
 
-_extend(_core.Node, __getattr__=_getattr, __dir__=_dir, __repr__=_repr, _repr_html_=_html,
-        label=property(_label), units=property(_units), quantity=_quantity,
-        reference=lambda self: _core.Reference(self))
+_extend(
+    _core.Node,
+    __getattr__=_getattr,
+    __dir__=_dir,
+    __repr__=_repr,
+    _repr_html_=_html,
+    label=property(_label),
+    units=property(_units),
+    quantity=_quantity,
+    reference=lambda self: _core.Reference(self),
+)
 _extend(_core.Reading, __repr__=_reading_repr)
-_extend(_core.Selection, __repr__=_selection_repr, frame=_frame,
-        _repr_html_=lambda self: self.frame()._repr_html_())
+_extend(
+    _core.Selection,
+    __repr__=_selection_repr,
+    frame=_frame,
+    _repr_html_=lambda self: self.frame()._repr_html_(),
+)
 _extend(_core.Reference, __repr__=_reference_repr, state=property(_reference_state))

@@ -72,14 +72,25 @@ def _cells(rows: Iterable[Row], path: str) -> list[tuple[Any, str]]:
     return [_read(node.first(pattern)) for _, node in rows]
 
 
-def _column(heading: str, cells: list[tuple[Any, str]], quantities: bool) -> tuple[str, list[Any]]:
+def _objects(cells: Iterable[Any]) -> Any:
+    """An array of objects: numpy would make plain numbers of quantities."""
+    import numpy
+
+    listed = list(cells)
+    array = numpy.empty(len(listed), dtype=object)
+    for place, cell in enumerate(listed):
+        array[place] = cell
+    return array
+
+
+def _column(heading: str, cells: list[tuple[Any, str]], quantities: bool) -> tuple[str, Any]:
     """The heading with the unit of all cells; where they differ each cell has its own."""
     values = [value for value, _ in cells]
     units = {unit for value, unit in cells if value is not None and unit}
     if quantities and units:
         from .quantities import quantity
 
-        return heading, [value if value is None else quantity(value, unit) for value, unit in cells]
+        return heading, _objects(value if value is None else quantity(value, unit) for value, unit in cells)
     if len(units) > 1:
         return heading, [None if value is None else f"{value} {unit}".rstrip() for value, unit in cells]
     if any(isinstance(value, str) for value in values):
@@ -88,12 +99,17 @@ def _column(heading: str, cells: list[tuple[Any, str]], quantities: bool) -> tup
     return f"{heading} [{units.pop()}]" if units else heading, numbers
 
 
-def _frame(rows: list[Row], columns: Iterable[tuple[str, str]], quantities: bool = False,
-           first: Optional[dict[str, list[Any]]] = None, whole: bool = False) -> "pandas.DataFrame":
+def _frame(
+    rows: list[Row],
+    columns: Iterable[tuple[str, str]],
+    quantities: bool = False,
+    first: Optional[dict[str, list[Any]]] = None,
+    whole: bool = False,
+) -> "pandas.DataFrame":
     """Columns for which no object has anything are left out, unless `whole`."""
     import pandas
 
-    table: dict[str, list[Any]] = dict(first or {})
+    table: dict[str, Any] = dict(first or {})
     for heading, path in columns:
         cells = _cells(rows, path)
         if whole or any(value is not None and value != "" for value, _ in cells):
@@ -176,6 +192,7 @@ class Column:
 
 # ---- Balances ----
 
+
 @dataclasses.dataclass
 class _Flows:
     """Sums of what goes in, or out; NaN as soon as a part is not known."""
@@ -205,16 +222,17 @@ def _number(node: _core.Node, pattern: _core.Pattern) -> float:
     return math.nan if found is None else found.number()
 
 
-_MASS, _HEAT, _WITH_FORMATION = (
-    _core.Pattern(path) for path in ("MassFlow", "HeatFlow", "TotalEnergyFlow"))
+_MASS, _HEAT, _WITH_FORMATION = (_core.Pattern(path) for path in ("MassFlow", "HeatFlow", "TotalEnergyFlow"))
 _FROM, _TO = (_core.Pattern(path) for path in ("UpstreamUnitOperation", "DownstreamUnitOperation"))
 
 # What a unit operation adds to its streams (1) or takes from them (-1), with the member that says which
 # and its word. It counts where no energy stream tells of it; a duty of an exchanger stays inside.
 _DUTIES: dict[str, tuple[tuple[str, int, str, str], ...]] = {
     "QSIHeaterCooler": (("Duty", 1, "HeaterOrCooler", "Heater"), ("Duty", -1, "HeaterOrCooler", "Cooler")),
-    "QSICompressor": (("Power", 1, "CompressorOrExpander", "Compressor"),
-                      ("Power", -1, "CompressorOrExpander", "Expander")),
+    "QSICompressor": (
+        ("Power", 1, "CompressorOrExpander", "Compressor"),
+        ("Power", -1, "CompressorOrExpander", "Expander"),
+    ),
     "QSIPump": (("Power", 1, "", ""),),
     "QSISeparator": (("Duty", 1, "", ""),),
     "QSIConversionReactor": (("Duty", 1, "", ""),),
@@ -257,8 +275,16 @@ class _Balance:
         into, out = (self.formed_into, self.formed_out) if class_name in _REACTORS else (self.into, self.out)
         has_material = bool(into.streams or out.streams)
         errors = [_error(into.mass, out.mass), _error(into.heat + into.energy, out.heat + out.energy)]
-        return [", ".join(into.streams), ", ".join(out.streams), into.mass, out.mass, into.heat, out.heat,
-                into.energy, out.energy] + (errors if has_material else [math.nan, math.nan])
+        return [
+            ", ".join(into.streams),
+            ", ".join(out.streams),
+            into.mass,
+            out.mass,
+            into.heat,
+            out.heat,
+            into.energy,
+            out.energy,
+        ] + (errors if has_material else [math.nan, math.nan])
 
 
 def _duties(node: _core.Node) -> list[float]:
@@ -277,8 +303,8 @@ def _ends(case: "Case", kind: str) -> Iterable[tuple[str, str, _core.Node, str, 
     """Each stream with the flowsheet's prefix, its own name, and the unit operations at its ends."""
     for name, node in case.objects(kind):
         prefix = name[: len(name) - len(node.key)]
-        ends = [_read(node.first(path))[0] for path in (_FROM, _TO)]
-        yield prefix, node.key, node, *(str(end or "") for end in ends)
+        source, target = (str(_read(node.first(path))[0] or "") for path in (_FROM, _TO))
+        yield prefix, node.key, node, source, target
 
 
 def _balances(case: "Case") -> tuple[dict[str, _Balance], _Balance]:
@@ -319,8 +345,19 @@ def balance(case: "Case", units: str) -> "pandas.DataFrame":
         reactors = [row[0] for row in rows.values() if row[0] in _REACTORS]
         rows["Overall"] = ["", *overall.row(reactors[0] if reactors else "")]
     mass, heat = (f" [{unit}]" if unit else "" for unit in unit_of)
-    columns = ["Class", "Feeds", "Products", f"Mass in{mass}", f"Mass out{mass}", f"Heat in{heat}",
-               f"Heat out{heat}", f"Energy in{heat}", f"Energy out{heat}", "Mass error", "Energy error"]
+    columns = [
+        "Class",
+        "Feeds",
+        "Products",
+        f"Mass in{mass}",
+        f"Mass out{mass}",
+        f"Heat in{heat}",
+        f"Heat out{heat}",
+        f"Energy in{heat}",
+        f"Energy out{heat}",
+        "Mass error",
+        "Energy error",
+    ]
     return pandas.DataFrame.from_dict(rows, orient="index", columns=columns).rename_axis("Name")
 
 
