@@ -292,7 +292,7 @@ cmd_python() {
 
 cmd_bench() {
     local program found=0
-    need build bench
+    need build bench python
     build bench || fail "the build failed"
     for program in build/bench/bench/*_bench; do
         [[ -x $program ]] || continue

@@ -62,6 +62,16 @@ void Translate(std::exception_ptr thrown) {
 
 }  // namespace
 
+void RaiseThrown() {
+    try {
+        Translate(std::current_exception());
+    } catch (const std::bad_alloc&) {
+        PyErr_NoMemory();
+    } catch (const std::exception& error) {
+        PyErr_SetString(PyExc_RuntimeError, error.what());
+    }
+}
+
 void TranslateErrors() {
     py::register_local_exception_translator(&Translate);
 }

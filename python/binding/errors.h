@@ -11,4 +11,7 @@ namespace fixtop::python {
 // its path and texts.
 void TranslateErrors();
 
+// Raises what is thrown at the moment in the same way; for calls that come past pybind11.
+void RaiseThrown();
+
 }  // namespace fixtop::python

@@ -9,6 +9,7 @@
 #include "fixtop/client/reference.h"
 #include "fixtop/client/search.h"
 #include "fixtop/client/typed.h"
+#include "errors.h"
 #include "storing.h"
 #include "text.h"
 #include "values.h"
@@ -28,6 +29,27 @@ FIValue ValueShown(const client::Node& node) {
     node.Iterator().GetAttribute(kValue, value);
     if (value.IsText() && node.IsGone()) throw client::Gone(node.Path(), value.ToText());
     return value;
+}
+
+// The node in an object that is one, as the interpreter sees to for attributes of its class.
+PyNode& NodeIn(PyObject* self) {
+    auto* instance = reinterpret_cast<py::detail::instance*>(self);
+    return *static_cast<PyNode*>(instance->get_value_and_holder().value_ptr());
+}
+
+// Null, with the error set, when `work` throws.
+template <class Work>
+PyObject* Guarded(const Work& work) {
+    try {
+        return work();
+    } catch (py::error_already_set& raised) {
+        raised.restore();
+    } catch (py::builtin_exception& raised) {
+        raised.set_error();
+    } catch (...) {
+        RaiseThrown();
+    }
+    return nullptr;
 }
 
 // By which its parent finds it: what it says of itself may show characters as entities.
@@ -237,11 +259,32 @@ void BindTree(py::class_<PyNode>& node) {
         .def("member", &MemberOf, py::arg("name"));
 }
 
+// ---- The value, which is read in long loops: as an attribute of the interpreter's own kind, which
+// calls no more than this.
+
+PyObject* GetValue(PyObject* self, void*) {
+    return Guarded([&] { return ObjectOf(ValueShown(*NodeIn(self))).release().ptr(); });
+}
+
+int SetValue(PyObject* self, PyObject* value, void*) {
+    const auto stored = [&] {
+        if (!value) throw py::type_error("a value can't be deleted; None takes it away");
+        Store(*NodeIn(self), value, "");
+        return self;
+    };
+    return Guarded(stored) ? 0 : -1;
+}
+
+void BindValue(py::class_<PyNode>& node) {
+    static PyGetSetDef definition = {"value", &GetValue, &SetValue,
+                                     "In the unit that the node shows; None for none.", nullptr};
+    auto* type = reinterpret_cast<PyTypeObject*>(node.ptr());
+    node.attr("value") = py::reinterpret_steal<py::object>(PyDescr_NewGetSet(type, &definition));
+}
+
 void BindValues(py::class_<PyNode>& node) {
-    node.def_property(
-            "value", [](PyNode& self) { return ObjectOf(ValueShown(*self)); },
-            [](PyNode& self, const py::object& value) { Store(*self, value, ""); })
-        .def("number", &NumberOf, py::arg("unit") = Text())
+    BindValue(node);
+    node.def("number", &NumberOf, py::arg("unit") = Text())
         .def("to", &NumberOf, py::arg("unit"))
         .def("numbers",
              [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(*self, unit)); },
