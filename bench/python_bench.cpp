@@ -74,10 +74,12 @@ double Open() {
 
 std::map<std::string, double> OfPython() {
     std::map<std::string, double> figures;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> lines(popen(FIXTOP_PYTHON_BENCH, "r"), &pclose);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> lines(popen(FIXTOP_PYTHON_BENCH, "r"),
+                                                                &pclose);
     char name[32];
     double figure = 0;
-    while (lines && std::fscanf(lines.get(), "%31s %lf", name, &figure) == 2) figures[name] = figure;
+    while (lines && std::fscanf(lines.get(), "%31s %lf", name, &figure) == 2)
+        figures[name] = figure;
     return figures;
 }
 

@@ -64,8 +64,9 @@ void BindCase(py::module_& module) {
         .def_property_readonly("neutral", [](PyCase& self) { return PyNode(self->Neutral()); })
         .def_property_readonly("remarks", [](PyCase& self) { return TextsOf(self->Remarks()); })
         .def_property_readonly("unit_sets", [](PyCase& self) { return TextsOf(self->UnitSets()); })
-        .def_property("unit_set", [](PyCase& self) { return Text(self->UnitSet()); },
-                      [](PyCase& self, const Text& name) { self->UseUnitSet(name); })
+        .def_property(
+            "unit_set", [](PyCase& self) { return Text(self->UnitSet()); },
+            [](PyCase& self, const Text& name) { self->UseUnitSet(name); })
         .def_property_readonly("has_old_results",
                                [](PyCase& self) { return self->HasOldResults(); })
         .def("save", &Save, py::arg("file"))

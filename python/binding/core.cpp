@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The module `fixtop._core`: the client library as the package takes it. All of it is for the thread
-// that opened the case; its errors are those of `fixtop.errors`.
+// The module `fixtop._core`: the client library as the package takes it. All of it is for the
+// thread that opened the case; its errors are those of `fixtop.errors`.
 
 #include "case.h"
 #include "errors.h"

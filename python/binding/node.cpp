@@ -6,10 +6,10 @@
 
 #include <limits>
 
+#include "errors.h"
 #include "fixtop/client/reference.h"
 #include "fixtop/client/search.h"
 #include "fixtop/client/typed.h"
-#include "errors.h"
 #include "storing.h"
 #include "text.h"
 #include "values.h"
@@ -224,9 +224,8 @@ void BindPattern(py::module_& module) {
              py::arg("expression"))
         .def_property_readonly("text",
                                [](const client::Pattern& self) { return TextOf(self.Text()); })
-        .def("__repr__", [](const client::Pattern& self) {
-            return TextOf("<Pattern " + self.Text() + ">");
-        });
+        .def("__repr__",
+             [](const client::Pattern& self) { return TextOf("<Pattern " + self.Text() + ">"); });
 }
 
 void BindTree(py::class_<PyNode>& node) {
@@ -235,12 +234,12 @@ void BindTree(py::class_<PyNode>& node) {
         .def("steps", &StepsOf)
         .def("__iter__", [](PyNode& self) { return py::iter(ChildrenOf(self)); })
         .def("at", [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
-        .def("__getitem__",
-             [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
+        .def("__getitem__", [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
         .def("__getitem__", &ChildAt)
         .def("__getitem__", &Slice)
         .def("__contains__", &Leads)
-        .def("find", py::overload_cast<PyNode&, const client::Pattern&>(&FoundBy), py::arg("pattern"))
+        .def("find", py::overload_cast<PyNode&, const client::Pattern&>(&FoundBy),
+             py::arg("pattern"))
         .def("find", py::overload_cast<PyNode&, const Text&>(&FoundBy), py::arg("pattern"))
         .def("first", &FirstOf, py::arg("pattern"))
         .def("raw", &SideOf, py::arg("specified") = false)
@@ -286,31 +285,35 @@ void BindValues(py::class_<PyNode>& node) {
     BindValue(node);
     node.def("number", &NumberOf, py::arg("unit") = Text())
         .def("to", &NumberOf, py::arg("unit"))
-        .def("numbers",
-             [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(*self, unit)); },
-             py::arg("unit") = Text())
+        .def(
+            "numbers",
+            [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(*self, unit)); },
+            py::arg("unit") = Text())
         .def("read", &ReadingOf, py::arg("unit") = Text(), py::arg("attribute") = Text("value"))
-        .def("store",
-             [](PyNode& self, const py::object& value, const Text& unit) {
-                 Store(*self, value, unit);
-             },
-             py::arg("value"), py::arg("unit") = Text())
-        .def("show_in",
-             [](PyNode& self, const Text& unit) { return TextOf(self->ShowIn(unit)); },
-             py::arg("unit"))
+        .def(
+            "store",
+            [](PyNode& self, const py::object& value, const Text& unit) {
+                Store(*self, value, unit);
+            },
+            py::arg("value"), py::arg("unit") = Text())
+        .def(
+            "show_in", [](PyNode& self, const Text& unit) { return TextOf(self->ShowIn(unit)); },
+            py::arg("unit"))
         .def_property_readonly("unit", [](PyNode& self) { return TextOf(self->UnitOf("value")); })
         .def_property_readonly(
             "status", [](PyNode& self) { return TextOf(self->Attribute("status").ToText()); })
         .def_property_readonly("is_stale", [](PyNode& self) { return self->IsStale(); })
-        .def("attribute",
-             [](PyNode& self, const Text& name) { return ObjectOf(self->Attribute(name)); },
-             py::arg("name"))
+        .def(
+            "attribute",
+            [](PyNode& self, const Text& name) { return ObjectOf(self->Attribute(name)); },
+            py::arg("name"))
         .def("attributes", &AttributesOf)
-        .def("set_attribute",
-             [](PyNode& self, const Text& name, const py::object& value) {
-                 self->SetAttribute(name, ValueOf(value));
-             },
-             py::arg("name"), py::arg("value"));
+        .def(
+            "set_attribute",
+            [](PyNode& self, const Text& name, const py::object& value) {
+                self->SetAttribute(name, ValueOf(value));
+            },
+            py::arg("name"), py::arg("value"));
 }
 
 }  // namespace
@@ -355,10 +358,12 @@ void BindNode(py::module_& module) {
         .def_property_readonly("is_variable", [](PyNode& self) { return self->IsVariable(); })
         .def_property_readonly("is_array", [](PyNode& self) { return self->IsArray(); })
         .def_property_readonly("is_gone", [](PyNode& self) { return self->IsGone(); })
-        .def("__eq__",
-             [](PyNode& self, PyNode& other) { return *self == *other; }, py::is_operator())
-        .def("__ne__",
-             [](PyNode& self, PyNode& other) { return !(*self == *other); }, py::is_operator());
+        .def(
+            "__eq__", [](PyNode& self, PyNode& other) { return *self == *other; },
+            py::is_operator())
+        .def(
+            "__ne__", [](PyNode& self, PyNode& other) { return !(*self == *other); },
+            py::is_operator());
     node.attr("__hash__") = py::none();
     BindTree(node);
     BindValues(node);

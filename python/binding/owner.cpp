@@ -22,7 +22,8 @@ std::vector<std::shared_ptr<void>>& Left() {
 }  // namespace
 
 WrongThread::WrongThread()
-    : std::runtime_error("the open case belongs to another thread: call from the one that opened it") {}
+    : std::runtime_error(
+          "the open case belongs to another thread: call from the one that opened it") {}
 
 void Owner::Claim() {
     if (held_ == 0) OwnerThread() = std::this_thread::get_id();

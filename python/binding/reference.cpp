@@ -34,21 +34,29 @@ py::list ChangesOf(PyWatch& self) {
 
 void BindReference(py::module_& module) {
     py::class_<PyReference>(module, "Reference")
-        .def(py::init([](PyNode& node) { return PyReference({client::Reference(*node), node->Path()}); }),
+        .def(py::init([](PyNode& node) {
+                 return PyReference({client::Reference(*node), node->Path()});
+             }),
              py::arg("node"))
-        .def_property_readonly("is_live", [](PyReference& self) { return self->reference.IsLive(); })
-        .def_property_readonly("why_gone", [](PyReference& self) { return Text(self->reference.WhyGone()); })
-        .def_property_readonly("path", [](PyReference& self) { return Text(self->reference.Path()); })
-        .def_property_readonly("first_path", [](PyReference& self) { return Text(self->first_path); })
+        .def_property_readonly("is_live",
+                               [](PyReference& self) { return self->reference.IsLive(); })
+        .def_property_readonly("why_gone",
+                               [](PyReference& self) { return Text(self->reference.WhyGone()); })
+        .def_property_readonly("path",
+                               [](PyReference& self) { return Text(self->reference.Path()); })
+        .def_property_readonly("first_path",
+                               [](PyReference& self) { return Text(self->first_path); })
         .def("get", [](PyReference& self) { return PyNode(self->reference.Get()); })
-        .def_property_readonly(
-            "value", [](PyReference& self) { return ObjectOf(self->reference.Attribute("value")); });
+        .def_property_readonly("value", [](PyReference& self) {
+            return ObjectOf(self->reference.Attribute("value"));
+        });
     py::class_<PyWatch>(module, "Watch")
         .def(py::init([] {
             Owner::Claim();
             return PyWatch(client::Watch());
         }))
-        .def("add", [](PyWatch& self, PyNode& node) { self->Add(*node); }, py::arg("node"))
+        .def(
+            "add", [](PyWatch& self, PyNode& node) { self->Add(*node); }, py::arg("node"))
         .def("changes", &ChangesOf);
 }
 

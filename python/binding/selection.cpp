@@ -80,10 +80,9 @@ using PySelection = Owned<ReadSelection>;
 py::list StatesOf(PySelection& self) {
     py::list states;
     for (const client::ItemState& state : self->Items().States()) {
-        states.append(py::make_tuple(TextOf(state.path), static_cast<int>(state.kind),
-                                     std::vector<Text>(state.candidates.begin(),
-                                                       state.candidates.end()),
-                                     state.lacks_unit));
+        states.append(py::make_tuple(
+            TextOf(state.path), static_cast<int>(state.kind),
+            std::vector<Text>(state.candidates.begin(), state.candidates.end()), state.lacks_unit));
     }
     return states;
 }
@@ -96,43 +95,53 @@ std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
 
 void BindSelection(py::module_& module) {
     py::class_<PySelection>(module, "Selection")
-        .def(py::init([](PyNode& root) { return PySelection(ReadSelection(client::Selection(*root))); }),
+        .def(py::init(
+                 [](PyNode& root) { return PySelection(ReadSelection(client::Selection(*root))); }),
              py::arg("root"))
-        .def_static("load",
-                    [](const Text& file, PyCase& on) {
-                        return PySelection(ReadSelection(client::Selection::Load(file, *on)));
-                    },
-                    py::arg("file"), py::arg("case"))
-        .def("save", [](PySelection& self, const Text& file) { self->Items().Save(file); },
-             py::arg("file"))
+        .def_static(
+            "load",
+            [](const Text& file, PyCase& on) {
+                return PySelection(ReadSelection(client::Selection::Load(file, *on)));
+            },
+            py::arg("file"), py::arg("case"))
+        .def(
+            "save", [](PySelection& self, const Text& file) { self->Items().Save(file); },
+            py::arg("file"))
         .def("publish", [](PySelection& self) { return Text(self->Items().Publish()); })
         .def("__len__", [](PySelection& self) { return self->Items().Size(); })
-        .def("add",
-             [](PySelection& self, PyNode& node, const Text& unit) {
-                 return self->Items().Add(*node, unit);
-             },
-             py::arg("node"), py::arg("unit") = Text())
-        .def("remove", [](PySelection& self, const Text& path) { return self->Items().Remove(path); },
-             py::arg("path"))
-        .def("node",
-             [](PySelection& self, std::size_t item) {
-                 if (item >= self->Items().Size()) throw py::index_error("no such item");
-                 return NodeOrNone(self->Items().NodeOf(item));
-             },
-             py::arg("item"))
-        .def_property_readonly("paths", [](PySelection& self) { return TextsOf(self->Items().Paths()); })
-        .def_property_readonly("units", [](PySelection& self) { return TextsOf(self->Items().Units()); })
+        .def(
+            "add",
+            [](PySelection& self, PyNode& node, const Text& unit) {
+                return self->Items().Add(*node, unit);
+            },
+            py::arg("node"), py::arg("unit") = Text())
+        .def(
+            "remove",
+            [](PySelection& self, const Text& path) { return self->Items().Remove(path); },
+            py::arg("path"))
+        .def(
+            "node",
+            [](PySelection& self, std::size_t item) {
+                if (item >= self->Items().Size()) throw py::index_error("no such item");
+                return NodeOrNone(self->Items().NodeOf(item));
+            },
+            py::arg("item"))
+        .def_property_readonly("paths",
+                               [](PySelection& self) { return TextsOf(self->Items().Paths()); })
+        .def_property_readonly("units",
+                               [](PySelection& self) { return TextsOf(self->Items().Units()); })
         .def_property_readonly("remarks",
                                [](PySelection& self) { return TextsOf(self->Items().Remarks()); })
         .def_property_readonly("states", &StatesOf)
         .def("numbers", [](PySelection& self) { return self->Numbers(); })
         .def("values", [](PySelection& self) { return self->Values(); })
         .def("table", [](PySelection& self) { return self->Table(); })
-        .def("store",
-             [](PySelection& self, const py::sequence& values, const Text& unit) {
-                 return self->Store(values, unit);
-             },
-             py::arg("values"), py::arg("unit") = Text());
+        .def(
+            "store",
+            [](PySelection& self, const py::sequence& values, const Text& unit) {
+                return self->Store(values, unit);
+            },
+            py::arg("values"), py::arg("unit") = Text());
 }
 
 }  // namespace fixtop::python

@@ -18,8 +18,8 @@ namespace py = pybind11;
 namespace {
 
 using client::Released;
-using client::SolveResult;
 using client::Solver;
+using client::SolveResult;
 
 // A solve with the interpreter's lock let go, which is taken now and then to look for ^C and to
 // tell the progress. What Python raises meanwhile stops the solve, and is thrown after its end.
@@ -90,9 +90,8 @@ PyHold Hold(PyCase& open_case) {
 
 Released Release(PyHold& self, PyCase& open_case, const py::object& progress) {
     HeldStores& held = **self;
-    return WhileOthersGoOn(open_case->GetSolver(), progress, [&](const Solver::Progress& call) {
-        return held.Release(call);
-    });
+    return WhileOthersGoOn(open_case->GetSolver(), progress,
+                           [&](const Solver::Progress& call) { return held.Release(call); });
 }
 
 std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
@@ -107,7 +106,8 @@ void BindResults(py::module_& module) {
         .def("__bool__", [](const SolveResult& self) { return self.complete; });
     py::class_<Released>(module, "Released")
         .def_readonly("solve", &Released::solve)
-        .def_property_readonly("normalised", [](const Released& it) { return TextsOf(it.normalised); })
+        .def_property_readonly("normalised",
+                               [](const Released& it) { return TextsOf(it.normalised); })
         .def_property_readonly("refused", [](const Released& it) { return TextsOf(it.refused); });
 }
 

@@ -20,8 +20,8 @@ struct Text {
 };
 
 inline pybind11::str TextOf(const std::string& text) {
-    PyObject* made = PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()),
-                                          "surrogateescape");
+    PyObject* made =
+        PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
     if (!made) throw pybind11::error_already_set();
     return pybind11::reinterpret_steal<pybind11::str>(made);
 }

@@ -46,7 +46,7 @@ ROOMS = {
 UMBRELLAS = {"fixtop/client.h": "fixtop/client/client.h"}
 # Where the headers of rooms lie, and the folders that hold sources.
 ROOM_FOLDERS = ["src/", "include/"]
-FOLDERS = ["src", "include", "casehost", "client", "tools", "bench", "examples", "tests/client"]
+FOLDERS = ["src", "include", "casehost", "client", "tools", "python", "bench", "examples", "tests/client"]
 # Sources in one folder, headers apart.
 MOST_SOURCES = 25
 
@@ -232,11 +232,12 @@ def check_client(tree, name):
 
 
 def check_tools(tree, name):
+    folder = name.split("/")[0]
     for number, quoted, _, target in tree.includes(name):
         if target.startswith("casehost/"):
-            yield number, f"tools/ includes {target}: cases are opened by client/"
+            yield number, f"{folder}/ includes {target}: cases are opened by client/"
         elif quoted and room_of(target) not in (None, "fixtop", "fixtop/client"):
-            yield number, f"tools/ includes {target}: only public headers"
+            yield number, f"{folder}/ includes {target}: only public headers"
 
 
 def check_consumer(tree, name):
@@ -250,7 +251,7 @@ def check_consumer(tree, name):
 
 
 CHECKS = {"src": check_source, "include": check_source, "casehost": check_casehost,
-          "client": check_client, "tools": check_tools, "bench": check_consumer,
+          "client": check_client, "tools": check_tools, "python": check_tools, "bench": check_consumer,
           "examples": check_consumer, "tests": check_consumer}
 
 
