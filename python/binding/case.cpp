@@ -3,7 +3,6 @@
 
 #include <pybind11/stl.h>
 
-#include "fixtop/client/class_table.h"
 #include "node.h"
 #include "text.h"
 
@@ -33,32 +32,10 @@ std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
     return {texts.begin(), texts.end()};
 }
 
-py::dict MembersOf(const client::NeutralClass& its) {
-    py::dict members;
-    for (const client::NeutralMember& member : its.AllMembers()) {
-        members[TextOf(member.name)] =
-            py::make_tuple(TextOf(client::TypeText(member)), TextOf(member.quantity),
-                           member.kind == client::NeutralMember::Kind::kArray);
-    }
-    return members;
-}
-
-// Each class with its base and its members: type, quantity, and whether it is a list.
-py::dict ReadClasses() {
-    Owner::Claim();
-    py::dict classes;
-    const auto table = client::ClassTable::Read();
-    for (const client::NeutralClass* each : table->Classes()) {
-        const std::string base = each->base ? each->base->name : "";
-        classes[TextOf(each->name)] = py::make_tuple(TextOf(base), MembersOf(*each));
-    }
-    return classes;
-}
-
 }  // namespace
 
 void BindCase(py::module_& module) {
-    py::class_<PyCase>(module, "Case", py::dynamic_attr())
+    py::class_<PyCase>(module, "Case", py::dynamic_attr(), "An open case.")
         .def(py::init(&Open), py::arg("file"))
         .def_property_readonly("raw", [](PyCase& self) { return PyNode(self->Top()); })
         .def_property_readonly("neutral", [](PyCase& self) { return PyNode(self->Neutral()); })
@@ -71,7 +48,6 @@ void BindCase(py::module_& module) {
                                [](PyCase& self) { return self->HasOldResults(); })
         .def("save", &Save, py::arg("file"))
         .def("close", [](PyCase& self) { self->Close(); });
-    module.def("read_classes", &ReadClasses);
 }
 
 }  // namespace fixtop::python

@@ -207,7 +207,7 @@ py::object SideOf(PyNode& self, bool specified) {
 
 void BindReading(py::module_& module) {
     using client::Reading;
-    py::class_<Reading>(module, "Reading")
+    py::class_<Reading>(module, "Reading", "A value as it is shown.")
         .def_property_readonly("value", [](const Reading& self) { return ObjectOf(self.value); })
         .def_property_readonly("unit", [](const Reading& self) { return TextOf(self.unit); })
         .def_property_readonly("status", [](const Reading& self) { return TextOf(self.status); })
@@ -216,7 +216,9 @@ void BindReading(py::module_& module) {
 
 void BindPattern(py::module_& module) {
     // It stands on no case, and may be kept from case to case.
-    py::class_<client::Pattern>(module, "Pattern")
+    py::class_<client::Pattern>(
+        module, "Pattern",
+        "A path expression that is parsed once and walked many times, on any case.")
         .def(py::init([](const Text& expression) {
                  Owner::Claim();
                  return client::Pattern(expression);
@@ -350,7 +352,9 @@ std::vector<double> NumbersOf(const client::Node& array, const std::string& unit
 void BindNode(py::module_& module) {
     BindReading(module);
     BindPattern(module);
-    py::class_<PyNode> node(module, "Node", py::dynamic_attr());
+    py::class_<PyNode> node(
+        module, "Node", py::dynamic_attr(),
+        "A place in the tree of a case. It raises NodeGone when its object is no longer there.");
     node.def_property_readonly("name", [](PyNode& self) { return TextOf(NameOf(*self)); })
         .def_property_readonly("key", [](PyNode& self) { return TextOf(self->Key()); })
         .def_property_readonly("path", [](PyNode& self) { return TextOf(self->Path()); })

@@ -33,7 +33,9 @@ py::list ChangesOf(PyWatch& self) {
 }  // namespace
 
 void BindReference(py::module_& module) {
-    py::class_<PyReference>(module, "Reference")
+    py::class_<PyReference>(
+        module, "Reference",
+        "A durable handle on a node, which follows its object through changes of the case.")
         .def(py::init([](PyNode& node) {
                  return PyReference({client::Reference(*node), node->Path()});
              }),

@@ -94,7 +94,8 @@ std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
 }  // namespace
 
 void BindSelection(py::module_& module) {
-    py::class_<PySelection>(module, "Selection")
+    py::class_<PySelection>(module, "Selection",
+                            "Chosen nodes in an order, each with the unit in which it is shown.")
         .def(py::init(
                  [](PyNode& root) { return PySelection(ReadSelection(client::Selection(*root))); }),
              py::arg("root"))

@@ -99,7 +99,7 @@ std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
 }
 
 void BindResults(py::module_& module) {
-    py::class_<SolveResult>(module, "SolveResult")
+    py::class_<SolveResult>(module, "SolveResult", "How a solve ended; true when it is complete.")
         .def_readonly("complete", &SolveResult::complete)
         .def_property_readonly("message", [](const SolveResult& it) { return Text(it.message); })
         .def_property_readonly("problem", [](const SolveResult& it) { return Text(it.problem); })
