@@ -31,7 +31,7 @@ FIValue ValueShown(const client::Node& node) {
     return value;
 }
 
-// The node in an object that is one, as the interpreter sees to for attributes of its class.
+// The node in an object of its class, as the interpreter sees to for attributes.
 PyNode& NodeIn(PyObject* self) {
     auto* instance = reinterpret_cast<py::detail::instance*>(self);
     return *static_cast<PyNode*>(instance->get_value_and_holder().value_ptr());
@@ -369,6 +369,10 @@ void BindNode(py::module_& module) {
             "__ne__", [](PyNode& self, PyNode& other) { return !(*self == *other); },
             py::is_operator());
     node.attr("__hash__") = py::none();
+    // One that is made past the library would hold none.
+    node.attr("__new__") = py::staticmethod(py::cpp_function([](const py::args&, const py::kwargs&) {
+        throw py::type_error("nodes come from a case: case.at(path), case.find(pattern)");
+    }));
     BindTree(node);
     BindValues(node);
 }

@@ -8,7 +8,14 @@ from fixtop import _core
 
 STUBS = ast.parse((ROOT / "python" / "fixtop" / "_core.pyi").read_text(encoding="utf-8"))
 # What each class of Python has, or of pybind11.
-COMMON = set(dir(object)) | {"__module__", "__dict__", "_pybind11_conduit_v1_", "__bool__", "__hash__"}
+COMMON = set(dir(object)) | {
+    "__module__",
+    "__dict__",
+    "_pybind11_conduit_v1_",
+    "__bool__",
+    "__hash__",
+    "__slotnames__",
+}
 
 
 def names_in(body):
