@@ -17,9 +17,7 @@ namespace fixtop {
 class HostObjectBase {
  public:
     // The object that was held does not live any more.
-    bool IsGone() const {
-        return !Check();
-    }
+    bool IsGone() const { return !Check(); }
     // The object's own number, or, where the host gives none, its address; 0 for no object. Lasts
     // when the object is gone.
     std::uint64_t Number() const {
@@ -34,6 +32,8 @@ class HostObjectBase {
     // The number tells the object apart from all that ever were.
     bool IsTracked() const { return identity_ != 0; }
     const Ref<CaseLife>& Life() const { return life_; }
+    // Where the object lies or lay.
+    void* Address() const { return address_; }
 
  protected:
     HostObjectBase() = default;
@@ -43,11 +43,8 @@ class HostObjectBase {
     }
 
     // True when the object may be touched.
-    bool Check() const {
-        return !life_ || life_->IsCurrent(revision_) || Look();
-    }
+    bool Check() const { return !life_ || life_->IsCurrent(revision_) || Look(); }
     void Distrust() { revision_ = 0; }
-    void* Address() const { return address_; }
 
  private:
     // In place of a revision: the object is gone. No case is ever at it.

@@ -95,9 +95,9 @@ bool ObjectWalk::IsOnSame(const ObjectWalk& other) const {
 }
 
 int ObjectWalk::Compare(ObjectWalk& other) {
-    const bool same_lists =
-        std::equal(parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
-                   [](const ObjectPlace& one, const ObjectPlace& another) { return one.IsSameList(another); });
+    const bool same_lists = std::equal(
+        parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
+        [](const ObjectPlace& one, const ObjectPlace& another) { return one.IsSameList(another); });
     if (!same_lists) return kNotComparable;
     Start();
     other.Start();

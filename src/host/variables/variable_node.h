@@ -31,6 +31,10 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
     bool StandsWith(const LivingNode& other) const override;
+    void TellReads(ReadAhead& ahead) const override {
+        ahead.family = context_.Get();
+        ahead.object = context_->Owner().Address();
+    }
     host::Viewable* Holder() const override { return HolderAt(Description()); }
 
     bool FollowsAttachments() const { return attachments_; }
