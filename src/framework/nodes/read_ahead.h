@@ -7,6 +7,7 @@
 // be gone by now.
 
 #include <cstddef>
+#include <initializer_list>
 
 #include "platform/prefetch.h"
 
