@@ -145,19 +145,19 @@ void bare_array(State& state) {
 
 void stream_table(State& state) {
     Ref<FIIteratorBase> it = bench::PlantOf(LengthOf(state)).At(kStreams);
-    std::vector<FIValue> columns;
-    for (const char* column : kColumns) columns.emplace_back(column);
-    const FIValue fractions(kFractions);
+    std::vector<bench::PreparedPath> columns;
+    for (const char* column : kColumns) columns.emplace_back('"' + std::string(column) + '"');
+    bench::PreparedPath fractions(std::string("\"") + kFractions + '"');
     int cells = 0;
     for (auto _ : state) {
         cells = 0;
         for (bool row = it->DownFirst(); row; row = it->Next()) {
-            for (const FIValue& column : columns) {
-                cells += it->SeekPath(column);
+            for (bench::PreparedPath& column : columns) {
+                cells += column.Walk(*it);
                 benchmark::DoNotOptimize(RealOf(*it));
                 it->Up();
             }
-            it->SeekPath(fractions);
+            fractions.Walk(*it);
             for (bool on = it->DownFirst(); on; on = it->Next(), ++cells) {
                 benchmark::DoNotOptimize(RealOf(*it));
             }

@@ -20,10 +20,12 @@
 #include <string>
 #include <vector>
 
+#include "bomb.h"
 #include "casehost/case_file.h"
 #include "casehost/case_host.h"
 #include "fixtop/client.h"
 #include "plant.h"
+#include "quiet_watch.h"
 
 extern char** environ;
 
@@ -42,6 +44,7 @@ constexpr const char* kCells[] = {"\"Vapour Fraction\"", "Temperature",   "Press
 struct Run {
     double seconds;
     double peak_bytes;
+    bool succeeded;
 };
 
 double Seconds(const timeval& time) {
@@ -49,13 +52,14 @@ double Seconds(const timeval& time) {
 }
 
 // Another program to its end; what it writes is dropped.
-Run RunOf(std::vector<std::string> line) {
+Run AnyRunOf(std::vector<std::string> line) {
     std::vector<char*> arguments;
     for (std::string& each : line) arguments.push_back(each.data());
     arguments.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     pid_t child = 0;
     const int failed =
         posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
@@ -63,9 +67,16 @@ Run RunOf(std::vector<std::string> line) {
     int status = 0;
     rusage usage{};
     if (failed == 0) wait4(child, &status, 0, &usage);
-    if (failed != 0 || status != 0) throw std::runtime_error("can't run " + line[0]);
+    if (failed != 0 || !WIFEXITED(status)) throw std::runtime_error("can't run " + line[0]);
     return {Seconds(usage.ru_utime) + Seconds(usage.ru_stime),
-            static_cast<double>(usage.ru_maxrss) * 1024};
+            static_cast<double>(usage.ru_maxrss) * 1024, WEXITSTATUS(status) == 0};
+}
+
+// The same of one that has to succeed.
+Run RunOf(const std::vector<std::string>& line) {
+    const Run run = AnyRunOf(line);
+    if (!run.succeeded) throw std::runtime_error(line[0] + " failed");
+    return run;
 }
 
 // The file of a plant, which another process makes: the memory that it takes would else be seen in
@@ -143,6 +154,33 @@ void ComparePeaks() {
     }
 }
 
+// An archive that says what it inflates to is refused by its directory; one that lies is inflated
+// up to the limit.
+void CompareRefusals() {
+    const std::string small = PlantFile(10);
+    const double least = RunOf({FIXTOP_PROGRAM, "ls", small}).peak_bytes;
+    const std::string bomb = bench::MakeBomb();
+    for (const std::string what : {"a bomb", "a bomb that lies"}) {
+        double peak = 0;
+        const auto refuse = [&] {
+            const Run run = AnyRunOf({FIXTOP_PROGRAM, "ls", bomb});
+            if (run.succeeded) throw std::runtime_error(what + " was opened");
+            peak = run.peak_bytes;
+            return run.seconds;
+        };
+        Compare(
+            "refusing " + what + " to opening a small file", refuse,
+            [&] {
+                return RunOf({FIXTOP_PROGRAM, "ls", small}).seconds;
+            },
+            "");
+        std::printf("%-46s %10.4gMB %10.4gMB %8.3g\n", ("its peak memory, " + what).c_str(),
+                    peak / 1e6, least / 1e6, peak / least);
+        bench::MakeBombLie(bomb);
+    }
+    std::filesystem::remove(bomb);
+}
+
 void CompareSaves() {
     constexpr int kFew = 10'000, kMany = 100'000;
     casehost::RegisterCaseFiles();
@@ -212,12 +250,15 @@ using namespace fixtop;
 
 int main() {
     try {
+        const bench::QuietWatch watch;
         std::printf("%-46s %12s %12s %8s  %s\n", "", "us", "base, us", "ratio", "target");
         ComparePeaks();  // before this process takes much itself
+        CompareRefusals();
         CompareStarts();
         CompareLoads();
         CompareSaves();
         CompareTables();
+        watch.Print();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

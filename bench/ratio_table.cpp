@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ratio_table.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+
+#include "quiet_watch.h"
 
 namespace fixtop::bench {
 
@@ -20,13 +24,14 @@ double RowsOf(const benchmark::BenchmarkReporter::Run& run) {
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
+        const std::string name = run.run_name.function_name + "/" + run.run_name.args;
+        if (run.aggregate_name == "cv") spreads_[name] = run.cpu_accumulated_time;
         const bool counts = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median"
                                                               : run.repetitions <= 1;
         if (run.error_occurred || !counts) continue;
         const double seconds =
             run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        nanoseconds_[run.run_name.function_name + "/" + run.run_name.args] =
-            seconds * 1e9 / RowsOf(run);
+        nanoseconds_[name] = seconds * 1e9 / RowsOf(run);
     }
 }
 
@@ -52,13 +57,38 @@ void RatioReporter::PrintTable() const {
         }
         std::printf("  %s\n", row.target);
     }
+    if (!spreads_.empty()) PrintSpread();
+}
+
+void RatioReporter::PrintSpread() const {
+    std::vector<double> spreads;
+    for (const auto& each : spreads_) spreads.push_back(each.second);
+    std::sort(spreads.begin(), spreads.end());
+    const auto widest = std::max_element(
+        spreads_.begin(), spreads_.end(),
+        [](const auto& one, const auto& other) { return one.second < other.second; });
+    std::printf(
+        "\nrepetitions lie %.1f %% apart (standard deviation, middle of all), at most %.1f %%: "
+        "%s\n",
+        100 * spreads[spreads.size() / 2], 100 * widest->second, widest->first.c_str());
 }
 
 int RunBenchmarks(int argc, char** argv, RatioReporter& reporter) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    // What is given behind these stands in their place.
+    std::array<std::string, 4> usual = {"--benchmark_repetitions=5", "--benchmark_min_time=0.1",
+                                        "--benchmark_enable_random_interleaving=true",
+                                        "--benchmark_report_aggregates_only=true"};
+    std::vector<char*> arguments = {argv[0]};
+    for (std::string& each : usual) arguments.push_back(each.data());
+    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+    const QuietWatch watch;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.PrintTable();
+    watch.Print();
     return 0;
 }
 

@@ -26,17 +26,24 @@ class RatioReporter : public benchmark::ConsoleReporter {
     explicit RatioReporter(std::vector<RatioRow> rows) : rows_(std::move(rows)) {}
 
     void ReportRuns(const std::vector<Run>& runs) override;
-    // The table, to be called after the run. A pair that was not measured shows as "-".
+    // The table, to be called after the run, with how far repetitions of one benchmark lay apart. A
+    // pair that was not measured shows as "-".
     void PrintTable() const;
     // Nanoseconds of one benchmark, or of one row of it, 0 when it was not run.
     double Nanoseconds(const std::string& name, int size) const;
 
  private:
+    void PrintSpread() const;
+
     std::vector<RatioRow> rows_;
     std::map<std::string, double> nanoseconds_;
+    // Standard deviations of the repetitions, as parts of their mean.
+    std::map<std::string, double> spreads_;
 };
 
-// Runs the benchmarks that the program's arguments choose and prints the table of their ratios.
+// Runs the benchmarks that the program's arguments choose, five times each in turns where these say
+// nothing else, and prints the table of the ratios of their medians and whether the machine was
+// quiet.
 // Answers what the program ends with; `reporter` then has the figures.
 int RunBenchmarks(int argc, char** argv, RatioReporter& reporter);
 

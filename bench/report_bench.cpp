@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "quiet_watch.h"
+
 extern char** environ;
 
 namespace {
@@ -68,9 +70,11 @@ void Compare(const std::string& file) {
 
 int main() {
     try {
+        const fixtop::bench::QuietWatch watch;
         std::printf("%-34s %8s %8s %8s\n", "case", "report", "tree", "ratio");
         std::printf("%-34s %8s %8s\n", "", "ms", "ms");
         for (const std::string& file : Cases()) Compare(file);
+        watch.Print();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

@@ -24,8 +24,7 @@ const FICollectionElement* OverNext(const FICollectionElement& item) {
 // for every second item on the way here, in which time one comes from afar.
 void PrefetchBehind(const FICollectionElement& item) {
     using Ask = void (FIReference::*)() const;
-    constexpr Ask steps[] = {&FIReference::PrefetchNode, &FIReference::PrefetchPlace,
-                             &FIReference::PrefetchSelf};
+    constexpr Ask steps[] = {&FIReference::PrefetchNode, &FIReference::PrefetchSelf};
     const FICollectionElement* ahead = OverNext(item);
     for (const Ask ask : steps) {
         if (!ahead) return;

@@ -5,10 +5,12 @@
 
 namespace fixtop {
 
-void HostObjectBase::Look() const {
+bool HostObjectBase::Look() const {
+    if (revision_ == kGone) return false;
     const bool is_there = life_->Look() && (identity_ == 0 || IsThere(identity_));
-    revision_ = life_->Revision();
-    is_gone_ = address_ && !is_there;
+    const bool is_gone = address_ && !is_there;
+    revision_ = is_gone ? kGone : life_->Revision();
+    return !is_gone;
 }
 
 bool HostObjectBase::IsThere(std::uint64_t identity) {

@@ -17,10 +17,7 @@ namespace fixtop {
 class HostObjectBase {
  public:
     // The object that was held does not live any more.
-    bool IsGone() const {
-        Check();
-        return is_gone_;
-    }
+    bool IsGone() const { return !Check(); }
     // The object's own number, or, where the host gives none, its address; 0 for no object. Lasts
     // when the object is gone.
     std::uint64_t Number() const {
@@ -35,30 +32,31 @@ class HostObjectBase {
     // The number tells the object apart from all that ever were.
     bool IsTracked() const { return identity_ != 0; }
     const Ref<CaseLife>& Life() const { return life_; }
+    // Where the object lies or lay.
+    void* Address() const { return address_; }
 
  protected:
     HostObjectBase() = default;
-    HostObjectBase(const void* address, std::uint64_t identity, Ref<CaseLife> life)
+    HostObjectBase(void* address, std::uint64_t identity, Ref<CaseLife> life)
         : life_(std::move(life)), address_(address), identity_(identity) {
         if (life_) revision_ = life_->Revision();
     }
 
     // True when the object may be touched.
-    bool Check() const {
-        if (!is_gone_ && life_ && !life_->IsCurrent(revision_)) Look();
-        return !is_gone_;
-    }
+    bool Check() const { return !life_ || life_->IsCurrent(revision_) || Look(); }
     void Distrust() { revision_ = 0; }
 
  private:
-    void Look() const;
+    // In place of a revision: the object is gone. No case is ever at it.
+    static constexpr std::uint64_t kGone = ~std::uint64_t{0} - 1;
+
+    bool Look() const;
     static bool IsThere(std::uint64_t identity);
 
     Ref<CaseLife> life_;
-    const void* address_ = nullptr;
+    void* address_ = nullptr;
     std::uint64_t identity_ = 0;
     mutable std::uint64_t revision_ = 0;
-    mutable bool is_gone_ = false;
 };
 
 template <class T>
@@ -68,19 +66,15 @@ class HostObject : public HostObjectBase {
     HostObject() = default;
     // One that is there now.
     HostObject(T* object, Ref<CaseLife> life)
-        : HostObjectBase(object, object ? IdentityOf(*object) : 0, std::move(life)),
-          object_(object) {}
+        : HostObjectBase(object, object ? IdentityOf(*object) : 0, std::move(life)) {}
     // One that had this number when the host last told; it may be gone by now.
     HostObject(T* object, std::uint64_t identity, Ref<CaseLife> life)
-        : HostObjectBase(object, identity, std::move(life)), object_(object) {
+        : HostObjectBase(object, identity, std::move(life)) {
         Distrust();
     }
 
     // Null for none and when it is gone.
-    T* Get() const { return Check() ? object_ : nullptr; }
-
- private:
-    T* object_ = nullptr;
+    T* Get() const { return Check() ? static_cast<T*>(Address()) : nullptr; }
 };
 
 }  // namespace fixtop

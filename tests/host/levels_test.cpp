@@ -708,6 +708,32 @@ TEST_F(Levels, a_null_case_is_the_active_one) {
     }
 }
 
+TEST_F(Levels, a_list_of_objects_is_shared_while_it_is_held_and_shows_what_a_new_one_would) {
+    auto flowsheet =
+        Ref<HSUandUContext>::Share(new HSUandUContext(nullptr, nullptr, {nullptr, true, nullptr}));
+    auto streams = Ref<FIEntry>::Share(flowsheet->MakeEntry(0));
+    const auto list = [&] { return Ref<FIContext>::Adopt(streams->GetContext()); };
+    const auto follows = [](const Ref<FIContext>& context) {
+        return static_cast<HFSOContext&>(*context).FollowsAttachments();
+    };
+    auto held = list();
+    EXPECT_EQ(held.Get(), list().Get());
+    EXPECT_TRUE(follows(held));
+    // The switch of the node counts from then on; who holds the list keeps his.
+    Write(*streams, "attachments", FIValue::OfInt(0));
+    auto other = list();
+    EXPECT_NE(held.Get(), other.Get());
+    EXPECT_FALSE(follows(other));
+    EXPECT_TRUE(follows(held));
+    // The older one goes and leaves the newer in its place; after both a new one is made.
+    held.Reset();
+    EXPECT_EQ(other.Get(), list().Get());
+    other.Reset();
+    EXPECT_FALSE(follows(list()));
+    Write(*streams, "attachments", FIValue::OfInt(1));
+    EXPECT_TRUE(follows(list()));
+}
+
 TEST_F(Levels, options_at_the_top_know_whether_the_case_is_in_dynamics) {
     for (const bool dynamic : {false, true}) {
         for (const bool case_dynamic : {false, true}) {

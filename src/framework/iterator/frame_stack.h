@@ -59,7 +59,7 @@ class FrameStack {
     }
 
  private:
-    static constexpr int kInline = 6;
+    static constexpr int kInline = 5;
 
     // Few positions are so deep.
     [[gnu::noinline]] void MakeRoomBeyond() {

@@ -43,18 +43,18 @@ FIIterator::FIIterator() : entry_(Ref<FIEntry>::Share(EmptyEntry())), var_set_(*
 
 FIIterator::FIIterator(FIEntry* entry, bool history)
     : entry_(Ref<FIEntry>::Share(entry ? entry : EmptyEntry())),
+      var_set_(*this),
       life_(LifeOf(*entry_)),
-      history_(history),
-      var_set_(*this) {}
+      history_(history) {}
 
 FIIterator::FIIterator(const FIIterator& other)
     : FIIteratorBase(),
       Counted(),
       entry_(other.entry_),
-      frozen_(CloneElements(other.frozen_)),
+      var_set_(*this),
       life_(other.life_),
       history_(other.history_),
-      var_set_(*this) {
+      frozen_(CloneElements(other.frozen_)) {
     other.ShareLevels();
     for (int i = 0; i < other.frames_.Size(); ++i) {
         const IteratorFrame& frame = other.frames_[i];
@@ -271,6 +271,12 @@ LivingNode::Mark FIIterator::MarkOf() const {
         mark.way += '\n';
     }
     return mark;
+}
+
+ReadAhead FIIterator::WhereReadsLook() const {
+    ReadAhead ahead{entry_.Get()};
+    if (const auto* living = LivingOf(*entry_)) living->TellReads(ahead);
+    return ahead;
 }
 
 FIEntry* FIIterator::EntryAt(int level) const {

@@ -18,7 +18,6 @@
 #include "framework/iterator/iterator_var_set.h"
 #include "framework/iterator/saved_step.h"
 #include "framework/nodes/liveness.h"
-#include "platform/prefetch.h"
 
 namespace fixtop {
 
@@ -130,12 +129,8 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // SeekPath with a path that was parsed before; `attribute` is the one in which it ends, or
     // NULL.
     bool SeekPath(const PreparedPath& path, FIValue& attribute);
-    void PrefetchSelf() const {
-        Prefetch(&entry_);
-        Prefetch(&life_);
-        Prefetch(&var_set_, sizeof var_set_);
-    }
-    void PrefetchNode() const { Prefetch(entry_.Get(), kNodeBytes); }
+    // For a read of the present node.
+    ReadAhead WhereReadsLook() const;
     // Several attributes of the present node.
     void GetAttributes(const FIValue* names, int count, FIValue* out);
     // Whether a step of this name means the present node.
@@ -180,8 +175,6 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
 
  private:
     using Elements = std::vector<std::unique_ptr<SavedStep>>;
-    // Of an entry, what most of them need to answer.
-    static constexpr std::size_t kNodeBytes = 256;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 
@@ -213,15 +206,16 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     void ShareLevels() const;
     static Elements CloneElements(const Elements& elements);
 
+    // What a read needs comes first.
     Ref<FIEntry> entry_;
+    IteratorVarSet var_set_;
+    Ref<Liveness> life_;
+    Ref<FrameVars> vars_;
+    int references_ = 1;
+    bool history_ = false;
     mutable FrameStack frames_;
     // Dropped by every move: who moved has a newer position than the saved one.
     Elements frozen_;
-    Ref<Liveness> life_;
-    bool history_ = false;
-    Ref<FrameVars> vars_;
-    int references_ = 1;
-    IteratorVarSet var_set_;
 };
 
 }  // namespace fixtop

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "framework/nodes/liveness.h"
 
+#include <cstdint>
+
 #include "diagnostics/memory_guard.h"
 #include "fixtop/ref.h"
 #include "framework/nodes/change_round.h"
@@ -86,9 +88,10 @@ void Liveness::BeginChange() {
 void Liveness::TellChange() {
     const auto self = Ref<Liveness>::Share(this);
     const ChangeRound present;
-    const std::uint64_t round = round_;
+    const std::uint32_t round = round_;
     ForEachWatcher([round](Watcher& watcher) {
-        if (watcher.heard_ >= round) return;
+        // Of a later one, told meanwhile, too.
+        if (watcher.heard_ - round <= UINT32_MAX / 2) return;
         watcher.heard_ = round;
         watcher.OnChange();
     });

@@ -14,6 +14,8 @@
 #include <cstdint>
 #include <string>
 
+#include "framework/nodes/read_ahead.h"
+
 namespace fixtop {
 
 class Liveness {
@@ -37,10 +39,10 @@ class Liveness {
         friend class Liveness;
         Watcher* previous_ = nullptr;
         Watcher* next_ = nullptr;
+        // The last round in which it was told of a change.
+        std::uint32_t heard_ = 0;
         bool watches_ = false;
         bool is_quiet_ = false;
-        // The last round in which it was told of a change.
-        std::uint64_t heard_ = 0;
     };
 
     Liveness(const Liveness&) = delete;
@@ -125,7 +127,8 @@ class Liveness {
 
     const std::uint64_t* revision_;
     std::uint64_t own_ = 1;
-    std::uint64_t round_ = 0;
+    // All watchers hear of each, so that none is ever half the range behind.
+    std::uint32_t round_ = 0;
     Watcher* first_ = nullptr;
     int listeners_ = 0;
     Round* rounds_ = nullptr;
@@ -152,6 +155,8 @@ class LivingNode {
     virtual std::uint64_t ObjectNumber() const { return 0; }
     // Asks nothing of what it stands on.
     virtual Mark MarkOf() const { return {}; }
+    // Where a read of it looks beyond the node itself.
+    virtual void TellReads(ReadAhead&) const {}
     // No other object ever has the number, so that it alone says whether the object lives.
     virtual bool IsTracked() const { return false; }
     // Whether both stand, or stood, on the same. Asks nothing of what they stand on.

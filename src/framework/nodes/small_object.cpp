@@ -20,8 +20,10 @@ constexpr bool kReuses = true;
 constexpr bool kReuses = true;
 #endif
 
-constexpr std::size_t kStep = 32;
-constexpr std::size_t kClasses = 16;
+constexpr std::size_t kStep = 16;
+constexpr std::size_t kClasses = 32;
+// What the heap keeps beside each block: sizes that leave room for it waste nothing.
+constexpr std::size_t kHeader = 8;
 
 struct FreeBlock {
     FreeBlock* next;
@@ -37,12 +39,12 @@ constinit std::array<FreeList, kClasses> g_lists;
 
 // Null for sizes that are not kept.
 FreeList* ListOf(std::size_t size) {
-    const std::size_t index = (size - 1) / kStep;
+    const std::size_t index = (size + kHeader - 1) / kStep;
     return kReuses && index < kClasses ? &g_lists[index] : nullptr;
 }
 
 std::size_t BlockSize(std::size_t size) {
-    return (size + kStep - 1) / kStep * kStep;
+    return (size + kHeader + kStep - 1) / kStep * kStep - kHeader;
 }
 
 }  // namespace

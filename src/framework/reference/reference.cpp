@@ -3,6 +3,8 @@
 
 #include "framework/reference/reference.h"
 
+#include <algorithm>
+
 #include "framework/iterator/shielded_iterator.h"
 
 namespace fixtop {
@@ -23,6 +25,10 @@ constexpr FICallback kOnStructure = &Notify<&FIReference::OnStructureChanged>;
 // What clients are told: a deletion is told as a change of value.
 constexpr int kTellChange = kValueChanged;
 constexpr int kTellStructure = kStructureChanged;
+
+bool IsKindOfChange(int kind) {
+    return std::ranges::count(ReferenceClients::kKinds, kind) > 0;
+}
 
 }  // namespace
 
@@ -55,10 +61,8 @@ FIReference::~FIReference() {
     if (Life()) Life()->Leave(*this);
     ++rounds_;
     ++stays_;
-    memory::Contain([this] { delete_clients_.Call(kTellChange); });
-    delete_clients_.Clear();
-    value_clients_.Clear();
-    structure_clients_.Clear();
+    memory::Contain([this] { clients_.Call(kNodeDeleted, kTellChange); });
+    clients_.Clear();
     if (state_ != kDeleted) memory::Contain([this] { UnsubscribeAll(); });
 }
 
@@ -121,18 +125,20 @@ void FIReference::Listen(Begin begin) {
 }
 
 void FIReference::SubscribeBasics() {
+    NoteReads();
     on_delete_ = SubscribeEntry(kNodeDeleted, kOnDeleted);
     on_ancestor_ = SubscribeFrames(kValueChanged, kOnAncestor);
 }
 
 // Values and structure only when a client wants them.
 void FIReference::SubscribeAgain() {
+    NoteReads();
     on_delete_ = SubscribeEntry(kNodeDeleted, kOnDeleted);
-    on_value_ = !value_clients_.IsEmpty() && SubscribeEntry(kValueChanged, kOnValue);
+    on_value_ = !clients_.IsEmpty(kValueChanged) && SubscribeEntry(kValueChanged, kOnValue);
     on_ancestor_ = SubscribeFrames(kValueChanged, kOnAncestor);
     on_structure_ =
-        !structure_clients_.IsEmpty() && (SubscribeEntry(kStructureChanged, kOnStructure) ||
-                                          SubscribeFrames(kStructureChanged, kOnStructure));
+        !clients_.IsEmpty(kStructureChanged) && (SubscribeEntry(kStructureChanged, kOnStructure) ||
+                                                 SubscribeFrames(kStructureChanged, kOnStructure));
 }
 
 void FIReference::DropValueSubscriptions() {
@@ -179,23 +185,9 @@ bool FIReference::Rebind() {
     return true;
 }
 
-ReferenceClients* FIReference::ClientsOf(int kind) {
-    switch (kind) {
-        case kNodeDeleted:
-            return &delete_clients_;
-        case kValueChanged:
-            return &value_clients_;
-        case kStructureChanged:
-            return &structure_clients_;
-        default:
-            return nullptr;
-    }
-}
-
 bool FIReference::Subscribe(void* owner, int kind, FICallback callback) {
     const Stay stay(*this);
-    ReferenceClients* clients = ClientsOf(kind);
-    if (!Rebind() || !clients) return false;
+    if (!Rebind() || !IsKindOfChange(kind)) return false;
     if (kind == kValueChanged) {
         if (!on_value_) on_value_ = SubscribeEntry(kValueChanged, kOnValue);
         if (!on_ancestor_ && !on_value_) on_ancestor_ = SubscribeFrames(kValueChanged, kOnAncestor);
@@ -207,14 +199,13 @@ bool FIReference::Subscribe(void* owner, int kind, FICallback callback) {
         }
         if (!on_structure_) return false;
     }
-    clients->Add(owner, callback);
+    clients_.Add(kind, owner, callback);
     return true;
 }
 
 bool FIReference::Unsubscribe(void* owner, int kind) {
     const bool in_round = rounds_ > 0;
-    ReferenceClients* clients = ClientsOf(kind);
-    if (!clients || !clients->Leave(owner, in_round)) return false;
+    if (!IsKindOfChange(kind) || !clients_.Leave(kind, owner, in_round)) return false;
     if (in_round) {
         erase_pending_ = true;
     } else {
@@ -225,7 +216,7 @@ bool FIReference::Unsubscribe(void* owner, int kind) {
 
 // After a client of this kind has left.
 void FIReference::DropUnused(int kind) {
-    if (state_ == kDeleted || !ClientsOf(kind)->IsEmpty()) return;
+    if (state_ == kDeleted || !clients_.IsEmpty(kind)) return;
     if (kind == kValueChanged) DropValueSubscriptions();
     if (kind == kStructureChanged) DropStructureSubscription();
 }
@@ -233,8 +224,8 @@ void FIReference::DropUnused(int kind) {
 void FIReference::EndRound() {
     if (--rounds_ > 0 || !erase_pending_) return;
     erase_pending_ = false;
-    for (int kind : {kNodeDeleted, kValueChanged, kStructureChanged}) {
-        if (ClientsOf(kind)->EraseInactive()) DropUnused(kind);
+    for (int kind : ReferenceClients::kKinds) {
+        if (clients_.EraseInactive(kind)) DropUnused(kind);
     }
 }
 
@@ -248,14 +239,14 @@ void FIReference::OnValueChanged() {
     if (Life()) Life()->Heard(*this);
     const Stay stay(*this);
     ++rounds_;
-    value_clients_.Call(kTellChange);
+    clients_.Call(kValueChanged, kTellChange);
     EndRound();
 }
 
 void FIReference::OnStructureChanged() {
     const Stay stay(*this);
     ++rounds_;
-    structure_clients_.Call(kTellStructure);
+    clients_.Call(kStructureChanged, kTellStructure);
     EndRound();
 }
 
@@ -266,8 +257,8 @@ void FIReference::OnDeleted() {
     if (Life()) Life()->Leave(*this);
     UnsubscribeAll();
     state_ = kDeleted;
-    delete_clients_.Call(kTellChange);
-    value_clients_.Call(kTellChange);
+    clients_.Call(kNodeDeleted, kTellChange);
+    clients_.Call(kValueChanged, kTellChange);
     EndRound();
 }
 

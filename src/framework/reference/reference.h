@@ -22,7 +22,7 @@ class FIReference : public FIReferenceBase,
                     private Liveness::Watcher,
                     private Counted<CountedClass::FIReference> {
  public:
-    enum State { kLive = 0, kStale = 1, kDeleted = 2 };
+    enum State : std::uint8_t { kLive = 0, kStale = 1, kDeleted = 2 };
 
     explicit FIReference(FIIterator& iterator);
     FIReference(const FIReference& other);
@@ -96,14 +96,13 @@ class FIReference : public FIReferenceBase,
     void OnDeleted() override;
 
     State GetState() const { return state_; }
-    // Asks for the memory that a read is going to touch, one level after the other: the first must
-    // have come before the second is asked for.
-    void PrefetchSelf() const {
-        Prefetch(this);
-        Prefetch(&delete_pending_);
+    // Asks for the memory that a read is going to touch: the first must have come before the second
+    // is asked for.
+    void PrefetchSelf() const { Prefetch(this, sizeof *this); }
+    void PrefetchNode() const {
+        Prefetch(iterator_.Get(), ReadAhead::kAsked);
+        ahead_.Ask();
     }
-    void PrefetchPlace() const { iterator_->PrefetchSelf(); }
-    void PrefetchNode() const { iterator_->PrefetchNode(); }
     // Several attributes as one guarded read; what it can't read they all answer.
     void GetAttributes(const FIValue* names, int count, FIValue* out);
     // The node does not live any more, whether that was found out by a use or not.
@@ -177,6 +176,8 @@ class FIReference : public FIReferenceBase,
     // The frames from the present node's parent up; the first that accepts.
     bool SubscribeFrames(int kind, FICallback callback);
     bool UnsubscribeFrames(int kind);
+    // Where reads look from now on.
+    void NoteReads() { ahead_ = iterator_->WhereReadsLook(); }
     void SubscribeBasics();
     void SubscribeAgain();
     // Begins to listen; one that could not listen to all listens to nobody.
@@ -185,27 +186,25 @@ class FIReference : public FIReferenceBase,
     void UnsubscribeAll();
     void DropValueSubscriptions();
     void DropStructureSubscription();
-    ReferenceClients* ClientsOf(int kind);
     void DropUnused(int kind);
     void EndRound();
 
     // What a read needs comes first.
     Ref<FIIterator> iterator_;
     std::uint64_t revision_ = 0;
-    State state_ = kLive;
     // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0.
     int stays_ = 0;
+    State state_ : 8 = kLive;
+    bool delete_pending_ : 1 = false;
+    bool erase_pending_ : 1 = false;
+    bool on_delete_ : 1 = false;
+    bool on_structure_ : 1 = false;
+    bool on_ancestor_ : 1 = false;
+    bool on_value_ : 1 = false;
+    ReadAhead ahead_;
     int rounds_ = 0;
     int references_ = 1;
-    bool delete_pending_ = false;
-    bool erase_pending_ = false;
-    bool on_delete_ = false;
-    bool on_structure_ = false;
-    bool on_ancestor_ = false;
-    bool on_value_ = false;
-    ReferenceClients delete_clients_;
-    ReferenceClients structure_clients_;
-    ReferenceClients value_clients_;
+    ReferenceClients clients_;
 };
 
 }  // namespace fixtop

@@ -8,6 +8,7 @@ namespace fixtop {
 // Where nobody tells of changes, the position can't be trusted after the call.
 template <class Operation>
 const char* FIReference::Guard(Operation operation) {
+    PrefetchNode();
     const Stay stay(*this);
     if (state_ != kLive || IsBehind()) CatchUp();
     if (state_ == kDeleted) return kNodeDeletedText;

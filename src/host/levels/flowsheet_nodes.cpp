@@ -63,9 +63,13 @@ std::span<const AttrRow<HSUandUEntry>> HSUandUEntry::AttributeRows() {
 
 FIContext* HSUandUEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    return HandOut(new Shielded<HFSOContext>(context_->FlowSheet(), context_->Case(),
-                                             kFacts[index_].list,
-                                             NodeAbove(&options_, attachments_, this)));
+    host::FlowSheet* flowsheet = context_->FlowSheet();
+    if (!list_ || !list_->Serves(flowsheet, attachments_)) {
+        auto* list = new Shielded<HFSOContext>(flowsheet, context_->Case(), kFacts[index_].list,
+                                               NodeAbove(&options_, attachments_, this));
+        list->StandAt(list_);
+    }
+    return HandOut(static_cast<FIContext*>(list_));
 }
 
 }  // namespace fixtop

@@ -13,6 +13,7 @@
 
 namespace fixtop {
 
+class HFSOContext;
 class HSUandUCursorBase;
 class HSUandUEntry;
 
@@ -57,6 +58,8 @@ class HSUandUEntry : public FixedEntry<HSUandUEntry, HSUandUCursorBase, HSUandUC
 
  private:
     HovexOptions options_;
+    // The list that somebody holds, which whoever asks next shares; null when nobody does.
+    HFSOContext* list_ = nullptr;
 };
 
 }  // namespace fixtop

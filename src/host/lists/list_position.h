@@ -35,8 +35,8 @@ class ListPosition {
     // Null off the list.
     Element* Current() {
         Start();
-        if (element_ && HasListChanged()) Recall();
-        return element_;
+        if (Known() && HasListChanged()) Recall();
+        return Known();
     }
     // The element on which it stood does not live any more.
     bool HasLost() { return !Current() && is_lost_; }
@@ -50,7 +50,7 @@ class ListPosition {
     // To the first element of this name, or to the next one from here on, the present one included.
     // Off the list when there is none.
     Element* SeekName(const char* name, bool from_here) {
-        if (from_here) return WalkToName(Find() ? element_ : nullptr, name);
+        if (from_here) return WalkToName(Find() ? Known() : nullptr, name);
         ListIndex* index = Index();
         const ListIndex::Answer answer =
             index ? index->Find(ShownNames(), name) : ListIndex::Answer();
@@ -107,11 +107,12 @@ class ListPosition {
     // The same where the list was just seen not to have changed.
     Element* StandOn(void* element) {
         is_lost_ = false;
-        element_ = static_cast<Element*>(element);
         address_ = element;
-        number_ = element_ ? View::Number(*element_) : 0;
-        return element_;
+        number_ = element ? View::Number(*Known()) : 0;
+        return Known();
     }
+    // What it stood on when it last looked; null off the list.
+    Element* Known() const { return is_lost_ ? nullptr : static_cast<Element*>(address_); }
     std::uint64_t ListRevision() const {
         return iterator_.List() ? iterator_.List()->Revision() : 0;
     }
@@ -130,7 +131,6 @@ class ListPosition {
         return services && services->Lives(number);
     }
     bool Lose() {
-        element_ = nullptr;
         is_lost_ = true;
         return false;
     }
@@ -146,7 +146,7 @@ class ListPosition {
     // Makes the host's position that of the present element; false off the list.
     bool Find() {
         Start();
-        if (!element_ || !HasListChanged()) return element_ != nullptr;
+        if (!Known() || !HasListChanged()) return Known() != nullptr;
         const std::uint64_t number = number_;
         if (number != 0 && !Lives(number)) return Lose();
         void* element = iterator_.Reset();
@@ -173,12 +173,11 @@ class ListPosition {
     }
 
     host::LinkedListIterator iterator_;
-    View view_;
-    Element* element_ = nullptr;
-    // What stays known of an element that is lost.
-    const void* address_ = nullptr;
+    // Stay known of an element that is lost.
+    void* address_ = nullptr;
     std::uint64_t number_ = 0;
     std::uint64_t revision_ = 0;
+    [[no_unique_address]] View view_;
     bool started_ = false;
     bool is_lost_ = false;
 };

@@ -18,40 +18,45 @@ HFSOContext::HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simul
       kind_(kind),
       above_(std::move(above)) {}
 
+HFSOContext::~HFSOContext() {
+    if (place_ && *place_ == this) *place_ = nullptr;
+}
+
+void HFSOContext::StandAt(HFSOContext*& place) {
+    place_ = &place;
+    place = this;
+}
+
 FICursorBase* HFSOContext::MakeCursor(int kind) {
     return kind == kKeyCursor || IsGone() ? EmptyCursor() : HandOut(NewCursor());
 }
 
 FICursorBase* HFSOContext::NewCursor() {
     switch (kind_) {
+        case kStreams:
+            return new Shielded<HFSOCursorBase>(this, OfFlowSheet(ObjectFilter::kStreams));
+        case kUnitOps:
+            return new Shielded<HFSOCursorBase>(this, OfFlowSheet(ObjectFilter::kUnitOps));
         case kUtilities:
-            return new Shielded<HUtilCursorBase>(this, MakeWalk());
-        case kDataTables:
-            return new Shielded<HDataTableCursorBase>(this, MakeWalk());
+            return new Shielded<HUtilCursorBase>(
+                this, ObjectWalk(OfFlowSheet(ObjectFilter::kNeither),
+                                 OfCase(&host::SimulationCase::CaseUtilities)));
         case kReactions:
             return new Shielded<HReactionCursorBase>(this);
         default:
-            return new Shielded<HFSOCursorBase>(this, MakeWalk());
+            return new Shielded<HDataTableCursorBase>(
+                this, OfCase(&host::SimulationCase::ProcessDataTables));
     }
 }
 
-ObjectWalk HFSOContext::MakeWalk() const {
-    using Part = ObjectWalk::Part;
-    host::SimulationCase* simulation_case = life_->Case();
+ObjectPlace HFSOContext::OfFlowSheet(ObjectFilter::Shown shown) const {
     host::FlowSheet* flowsheet = flowsheet_.Get();
-    const host::LinkedList* objects = flowsheet ? flowsheet->Objects().List() : nullptr;
-    switch (kind_) {
-        case kStreams:
-            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kStreams)));
-        case kUnitOps:
-            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kUnitOps)));
-        case kUtilities:
-            return ObjectWalk(Part(objects, ObjectFilter(ObjectFilter::kNeither)),
-                              Part(simulation_case ? simulation_case->CaseUtilities() : nullptr));
-        default:
-            return ObjectWalk(
-                Part(simulation_case ? simulation_case->ProcessDataTables() : nullptr));
-    }
+    return ObjectPlace(flowsheet ? flowsheet->Objects().List() : nullptr, shown);
+}
+
+ObjectPlace HFSOContext::OfCase(const host::LinkedList* (host::SimulationCase::*list)()) const {
+    host::SimulationCase* simulation_case = life_->Case();
+    return ObjectPlace(simulation_case ? (simulation_case->*list)() : nullptr, ObjectFilter::kAll);
 }
 
 host::ReactionPackageManager* HFSOContext::Reactions() const {

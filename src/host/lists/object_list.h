@@ -23,10 +23,18 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     // A null flowsheet is the main one of the case.
     HFSOContext(host::FlowSheet* flowsheet, host::SimulationCase* simulation_case, Kind kind,
                 NodeAbove above);
+    ~HFSOContext() override;
 
     FICursorBase* MakeCursor(int kind) override;
     // The name of an object, ended by ":" or "/"; plain, in parentheses, or behind a "(" alone.
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
+
+    // The node above finds it at `place`, which lies within it, until it goes.
+    void StandAt(HFSOContext*& place);
+    // A new one for this flowsheet, not null, would show the same.
+    bool Serves(const host::FlowSheet* flowsheet, bool attachments) const {
+        return flowsheet && flowsheet_.Get() == flowsheet && FollowsAttachments() == attachments;
+    }
 
     FIEntry* MakeEntry(host::Viewable& object);
     // Of a reaction; the shared empty entry when there is none of this number.
@@ -49,15 +57,18 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     // Null when the case has no reactions.
     host::ReactionPackageManager* Reactions() const;
     FICursorBase* NewCursor();
-    ObjectWalk MakeWalk() const;
+    // Those of the flowsheet, and the lists of the case; no place in a list that there is not.
+    ObjectPlace OfFlowSheet(ObjectFilter::Shown shown) const;
+    ObjectPlace OfCase(const host::LinkedList* (host::SimulationCase::*list)()) const;
 
     const Ref<CaseLife> life_;
     HostObject<host::FlowSheet> flowsheet_;
     Kind kind_;
     NodeAbove above_;
+    HFSOContext** place_ = nullptr;
 };
 
-class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectWalk, HFSOContext> {
+class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectPlace, HFSOContext> {
  public:
     using ListCursor::ListCursor;
 };
@@ -67,7 +78,7 @@ class HUtilCursorBase : public ListCursor<HUtilCursorBase, ObjectWalk, HFSOConte
     using ListCursor::ListCursor;
 };
 
-class HDataTableCursorBase : public ListCursor<HDataTableCursorBase, ObjectWalk, HFSOContext> {
+class HDataTableCursorBase : public ListCursor<HDataTableCursorBase, ObjectPlace, HFSOContext> {
  public:
     using ListCursor::ListCursor;
 };

@@ -7,17 +7,15 @@
 
 namespace fixtop {
 
-ObjectFilter::ObjectFilter(Shown shown)
-    : shown_(shown), stream_(StreamType()), unit_op_(UnitOpType()) {}
-
 bool ObjectFilter::Accept(const host::Viewable& object) const {
+    const NamedTypes& types = TheAdapter().Types();
     switch (shown_) {
         case kStreams:
-            return IsA(&object, stream_);
+            return IsA(&object, types.stream);
         case kUnitOps:
-            return IsA(&object, unit_op_);
+            return IsA(&object, types.unit_op);
         case kNeither:
-            return !IsA(&object, stream_) && !IsA(&object, unit_op_);
+            return !IsA(&object, types.stream) && !IsA(&object, types.unit_op);
         default:
             return true;
     }
@@ -39,7 +37,7 @@ bool ObjectWalk::HasLost() {
 
 host::Viewable* ObjectWalk::First() {
     started_ = true;
-    for (at_ = 0; at_ + 1 < count_; ++at_) {
+    for (at_ = 0; at_ + 1 < parts_.size(); ++at_) {
         if (host::Viewable* object = parts_[at_].First()) return object;
     }
     return parts_[at_].First();
@@ -47,7 +45,7 @@ host::Viewable* ObjectWalk::First() {
 
 host::Viewable* ObjectWalk::Last() {
     started_ = true;
-    for (at_ = count_ - 1; at_ > 0; --at_) {
+    for (at_ = parts_.size() - 1; at_ > 0; --at_) {
         if (host::Viewable* object = parts_[at_].Last()) return object;
     }
     return parts_[at_].Last();
@@ -56,7 +54,7 @@ host::Viewable* ObjectWalk::Last() {
 host::Viewable* ObjectWalk::Next() {
     if (!Current()) return nullptr;
     host::Viewable* object = parts_[at_].Next();
-    while (!object && at_ + 1 < count_) object = parts_[++at_].First();
+    while (!object && at_ + 1 < parts_.size()) object = parts_[++at_].First();
     return object;
 }
 
@@ -80,7 +78,7 @@ host::Viewable* ObjectWalk::SeekName(const char* name, bool from_here) {
     }
     started_ = true;
     host::Viewable* object = parts_[at_].SeekName(name, from_here);
-    while (!object && at_ + 1 < count_) object = parts_[++at_].SeekName(name, false);
+    while (!object && at_ + 1 < parts_.size()) object = parts_[++at_].SeekName(name, false);
     return object;
 }
 
@@ -88,7 +86,7 @@ host::Viewable* ObjectWalk::SeekPlace(std::size_t& place) {
     started_ = true;
     at_ = 0;
     host::Viewable* object = parts_[at_].SeekPlace(place);
-    while (!object && at_ + 1 < count_) object = parts_[++at_].SeekPlace(place);
+    while (!object && at_ + 1 < parts_.size()) object = parts_[++at_].SeekPlace(place);
     return object;
 }
 
@@ -97,9 +95,9 @@ bool ObjectWalk::IsOnSame(const ObjectWalk& other) const {
 }
 
 int ObjectWalk::Compare(ObjectWalk& other) {
-    const bool same_lists =
-        std::equal(parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
-                   [](const Part& one, const Part& another) { return one.IsSameList(another); });
+    const bool same_lists = std::equal(
+        parts_.begin(), parts_.end(), other.parts_.begin(), other.parts_.end(),
+        [](const ObjectPlace& one, const ObjectPlace& another) { return one.IsSameList(another); });
     if (!same_lists) return kNotComparable;
     Start();
     other.Start();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// ObjectWalk: a place among host objects: those of a flowsheet that a filter accepts, and, for
-// utilities, those of a second list that follow.
+// ObjectPlace: a place among the host objects of a list that a filter accepts. ObjectWalk: the same
+// where those of a second list follow, as for utilities.
 
 #include <array>
 #include <cstddef>
@@ -20,7 +20,7 @@ class ObjectFilter {
     enum Shown : int { kAll, kStreams, kUnitOps, kNeither };
 
     ObjectFilter() = default;
-    explicit ObjectFilter(Shown shown);
+    explicit ObjectFilter(Shown shown) : shown_(shown) {}
 
     bool Accept(const host::Viewable& object) const;
 
@@ -31,18 +31,22 @@ class ObjectFilter {
 
  private:
     Shown shown_ = kAll;
-    const host::ObjectTypeInfo* stream_ = nullptr;
-    const host::ObjectTypeInfo* unit_op_ = nullptr;
+};
+
+class ObjectPlace : public ListPosition<ObjectFilter> {
+ public:
+    ObjectPlace(const host::LinkedList* list, ObjectFilter::Shown shown)
+        : ListPosition(list, ObjectFilter(shown)) {}
+
+    static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
 };
 
 class ObjectWalk {
  public:
     using Element = host::Viewable;
-    using Part = ListPosition<ObjectFilter>;
 
-    explicit ObjectWalk(const Part& only) : parts_{only, Part(nullptr)}, count_(1) {}
     // One part after the other.
-    ObjectWalk(const Part& first, const Part& second) : parts_{first, second}, count_(2) {}
+    ObjectWalk(const ObjectPlace& first, const ObjectPlace& second) : parts_{first, second} {}
 
     static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
 
@@ -64,8 +68,7 @@ class ObjectWalk {
     // A new walk stands on its first object, which is looked for when it is wanted.
     void Start();
 
-    std::array<Part, 2> parts_;
-    std::size_t count_;
+    std::array<ObjectPlace, 2> parts_;
     std::size_t at_ = 0;
     bool started_ = false;
 };

@@ -62,7 +62,6 @@ std::string EscapedName(const char* name) {
 HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
     : context_(Ref<HVarsContext>::Share(context)),
       row_(row),
-      description_(row->description),
       attachments_(context->FollowsAttachments()),
       custom_block_(IsCustomBlock(*row)) {
     const bool may_lead = row->value_kind == host::kAttachment;
@@ -71,7 +70,7 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     branch_->offsets.assign(row->offset_descriptions,
                             row->offset_descriptions + std::clamp(given, 0, 3));
-    follow_attachment_ = may_lead && Dimensions() == 0 && FollowsAt(description_, attachments_);
+    follow_attachment_ = may_lead && Dimensions() == 0 && FollowsAt(Description(), attachments_);
 }
 
 int HVarsEntry::CountDimensions() const {
@@ -98,7 +97,7 @@ host::Viewable* HVarsEntry::HolderAt(const host::VarDescription& address) const 
 }
 
 bool HVarsEntry::IsCompositionVariable() const {
-    return IsComposition(Owner(), description_);
+    return IsComposition(Owner(), Description());
 }
 
 const host::LinkedList* HVarsEntry::AttachedVariables() {
@@ -133,7 +132,7 @@ void HVarsEntry::GetName(FIValue& out) {
 
 void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
-    if (!custom_block_) ReadValueAt(description_, GetVarSet(), out);
+    if (!custom_block_) ReadValueAt(Description(), GetVarSet(), out);
 }
 
 void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {
@@ -185,7 +184,7 @@ FIContext* HVarsEntry::GetContext() {
     const NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
-        context = new Shielded<HVarDimsContext>(this, 0, description_, self);
+        context = new Shielded<HVarDimsContext>(this, 0, Description(), self);
     } else if (LeadsSomewhere()) {
         context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), self, this);
     } else {

@@ -31,7 +31,11 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
     bool StandsWith(const LivingNode& other) const override;
-    host::Viewable* Holder() const override { return HolderAt(description_); }
+    void TellReads(ReadAhead& ahead) const override {
+        ahead.family = context_.Get();
+        ahead.object = context_->Owner().Address();
+    }
+    host::Viewable* Holder() const override { return HolderAt(Description()); }
 
     bool FollowsAttachments() const { return attachments_; }
     void FollowAttachments(bool follow) { attachments_ = follow; }
@@ -52,14 +56,17 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const {
-        if (!unit_type_) unit_type_ = description_.GetVariablePart()->UnitType();
+        if (!unit_type_) unit_type_ = Description().GetVariablePart()->UnitType();
         const bool varies = *unit_type_ == host::kVariableUnitType;
-        return varies ? EffectiveUnitType(*unit_type_, Owner(), description_) : *unit_type_;
+        return varies ? EffectiveUnitType(*unit_type_, Owner(), Description()) : *unit_type_;
     }
     bool IsCompositionVariable() const;
-    HVariable Variable() const { return At(description_); }
+    HVariable Variable() const { return At(Description()); }
     void ReadValue(FIValue& out);
-    const char* Store(const FIValue& value) { return StoreAt(description_, GetVarSet(), value); }
+    // What a store runs may take the row away, so that its address is copied.
+    const char* Store(const FIValue& value) {
+        return StoreAt(host::VarDescription(Description()), GetVarSet(), value);
+    }
 
     // ---- One scalar of the variable: itself, or the element at an address ----
 
@@ -83,6 +90,7 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
         HAttachedList attached;
     };
 
+    const host::VarDescription& Description() const { return row_->description; }
     int CountDimensions() const;
     // The variables of a correlation describe the object that it is attached to.
     host::Viewable* OwnerThroughCorrelation() const;
@@ -93,11 +101,10 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
-    const host::VarDescription description_;
-    mutable int dimensions_ = -1;
-    mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
     HUnitMemory default_unit_;
     std::unique_ptr<Branch> branch_;
+    mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
+    mutable int dimensions_ = -1;
     bool attachments_;
     bool custom_block_;
     bool follow_attachment_ = false;
