@@ -92,7 +92,8 @@ class Store(ProgramTest):
     def test_refusals(self):
         cases = {
             (FEED_FLOW, "abc"): "not a number: abc",
-            (FEED_FLOW, "12x"): "not a number: 12x",
+            (FEED_FLOW, "1_2"): "not a number: 1_2",
+            (FEED_FLOW, "12x"): "no such unit: x; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
             (FEED_FLOW, "nan"): "not a number: nan",
             (FEED_FLOW, "1", "--unit", "K"):
                 "no such unit: K; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",

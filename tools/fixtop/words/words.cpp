@@ -54,8 +54,9 @@ constexpr WordRow kWords[] = {
      "more values are stored with it, and solved once: fractions of a composition stand as they\n"
      "are given when they sum to 1, or else are normalised, with a message. A composition, as any\n"
      "array, takes the values of all its elements, with commas: 0.8,0.05,0.15. An empty VALUE\n"
-     "takes the value away. VALUE is in the unit behind it, in --unit, or else in the unit that\n"
-     "get shows. Exit status 1 when a store is refused, and nothing is saved; also when the case\n"
+     "takes the value away. VALUE is in the unit behind it (30C), in --unit, or else in the unit\n"
+     "that get shows. Exit status 1 when a store is refused, and nothing is saved; also when the "
+     "case\n"
      "does not solve, as when a value is still missing: standard error then tells why, and in\n"
      "JSON \"complete\" is false. A recorded case keeps its results, marked as stale.",
      View::kEither, Place::kBoth, MakeSet},
