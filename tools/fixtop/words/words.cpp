@@ -94,9 +94,10 @@ constexpr WordRow kWords[] = {
      View::kOfSelection, Place::kBoth, MakeCollectRead},
     {"collect write", "Store values into the nodes of a selection, in their order",
      "As many values as there are nodes; an empty one leaves its node as it is. The value - reads\n"
-     "values from standard input, one a line. They are in --unit, or else in the units of the\n"
-     "selection. The case is solved once, and all values are written as they then stand, as read\n"
-     "does. Exit status 1 when a store is refused; the others stand.",
+     "values from standard input, one a line. They are in the units behind them (30C), in --unit,\n"
+     "or else in the units of the selection. The case is solved once, and all values are written\n"
+     "as they then stand, as read does. Exit status 1 when a store is refused, the others stand;\n"
+     "also when the case does not solve.",
      View::kOfSelection, Place::kBoth, MakeCollectWrite},
     {"collect watch", "Solve the case and write how values of a selection change",
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
@@ -180,8 +181,7 @@ constexpr WordRow kWords[] = {
     {"undo", "Take back what the last line stored",
      "Writes what then stands at its paths, after a solve unless stores are held. Once more it "
      "goes\n"
-     "on to the line before. What was solved without a store, and collect write, can't be taken\n"
-     "back.",
+     "on to the line before. What was solved without a store can't be taken back.",
      View::kRaw, Place::kShell, MakeUndo},
     {"help", "List the words, or explain one", "", View::kRaw, Place::kShell, MakeHelp},
     {"quit", "Leave the shell", "", View::kRaw, Place::kShell, MakeQuit},
