@@ -124,6 +124,14 @@ class Add(CollectTest):
         self.assertIn(GAS + ".Pressure: ", result.err)
         self.check(self.collect("list"), DONE, GAS + ".Temperature\n", "")
 
+    def test_json_has_what_was_added_and_its_unit(self):
+        paths = [GAS + ".Temperature", GAS + ".Pressure"]
+        result = self.check(self.collect("add", "demo", paths[0], "--unit", "degF", "--json"), DONE, err="")
+        self.assertEqual([{"path": paths[0], "uom": "F"}], [json.loads(line) for line in result.lines])
+        result = self.check(self.collect("add", "demo", *paths, "--json"), DONE, err="")
+        self.assertEqual([{"path": paths[1], "uom": None}], [json.loads(line) for line in result.lines])
+        self.check(self.collect("add", "demo", *paths, "--json"), DONE, "", "")
+
     def test_nothing_found_makes_no_file(self):
         self.check(self.collect("add", "demo", "nonsense"), FAILED, "")
         self.assertFalse(self.file_name.exists())
@@ -290,6 +298,14 @@ class WatchAndRemove(CollectTest):
         result = self.collect("watch", "demo", "--set", GAS + ".Temperature", "35")
         self.check(result, DONE, f"{GAS}.Temperature\t303.15\t308.15\tK\n", "Solve is complete\n")
 
+    def test_json_has_what_was_removed(self):
+        self.add("demo", GAS + ".Temperature", GAS + ".Pressure")
+        result = self.check(self.collect("remove", GAS + ".Pressure", "nowhere", "--json"), FAILED)
+        first, last = map(json.loads, result.lines)
+        self.assertEqual({"removed": GAS + ".Pressure"}, first)
+        self.assertEqual({"error": "not in the selection: nowhere", "exit": 1}, last)
+        self.assertEqual([GAS + ".Temperature"], self.collect("list").lines)
+
     def test_removes_what_it_has_and_tells_what_not(self):
         self.add("demo", GAS + ".Temperature", GAS + ".Pressure")
         result = self.collect("remove", "nonsense", GAS + ".Temperature")
@@ -358,6 +374,8 @@ class Publish(CollectTest):
         self.assertEqual(self.text(), case.with_suffix(".atpub").read_bytes())
         shown = self.check(run("tree", case, '"QSI Published Variables"'), DONE, err="").lines
         self.assertEqual([f'  "Top.{FEED}.Temperature" := 298.15 K'], shown[1:])
+        record = json.loads(self.check(run("publish", self.file_name, case, "--json"), DONE, err="").out)
+        self.assertEqual({"file": str(case.with_suffix(".atpub"))}, record)
 
     def test_what_the_case_does_not_have_is_not_published(self):
         case = write_small_case(self.folder)

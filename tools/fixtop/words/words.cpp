@@ -81,7 +81,7 @@ constexpr WordRow kWords[] = {
     {"collect add", "Add nodes to a selection, or begin one",
      "Writes the path of each node that was added. One that is chosen already stays where it is,\n"
      "and takes the --unit. Exit status 1 when a pattern matches nothing, or a node can't be\n"
-     "chosen; the others are added.",
+     "chosen; the others are added. With --json an object a line: path, uom.",
      View::kEither, Place::kBoth, MakeCollectAdd},
     {"collect list", "List the paths of a selection, and the units that were chosen",
      "A line each: path, tab, unit; without a unit nothing follows the path.", View::kNone,
@@ -104,8 +104,9 @@ constexpr WordRow kWords[] = {
      "given with --set are stored first. Ends with the solve.",
      View::kOfSelection, Place::kBoth, MakeCollectWatch},
     {"collect remove", "Take nodes out of a selection",
-     "Exit status 1 when a path is not one of its own; the others are removed.", View::kNone,
-     Place::kBoth, MakeCollectRemove},
+     "Exit status 1 when a path is not one of its own; the others are removed. With --json an\n"
+     "object each: removed.",
+     View::kNone, Place::kBoth, MakeCollectRemove},
     {"collect diff", "Compare the values of a selection in two cases",
      "A line each node that differs by more than the tolerance: path, both values, unit and\n"
      "difference. Exit status 1 when there is one, or a node is missing on a side.",
@@ -114,7 +115,7 @@ constexpr WordRow kWords[] = {
      "Writes the selection beside the case, as its name with .atpub, and then the name of that\n"
      "file. The case shows its nodes below \"QSI Published Variables\" from then on. Exit status "
      "3\n"
-     "when it can't be written, or the case does not have all nodes.",
+     "when it can't be written, or the case does not have all nodes. With --json an object: file.",
      View::kRaw, Place::kBoth, MakePublish},
     {"explain", "Tell where a node of the neutral view comes from",
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
@@ -160,8 +161,9 @@ constexpr WordRow kWords[] = {
      "instances, count, text, example.",
      View::kNone, Place::kProgram, MakeCheckMap},
     {"path", "Show the steps of a path expression",
-     "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
-     MakePath},
+     "Every name stands in quotes. Exit status 1 and the parse error when it does not parse. With\n"
+     "--json an object: path, steps.",
+     View::kNone, Place::kBoth, MakePath},
     {"shell", "Work in a case at a prompt",
      "The words of the program without CASE, and cd, pwd, hold, release, undo, save, help, quit\n"
      "and exit. At a terminal quit asks when something is not saved.\n"
