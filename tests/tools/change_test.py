@@ -361,8 +361,22 @@ class Solve(ProgramTest):
         self.assertEqual(f"{len(told)} objects failed: {len(waiting)} Not Solved, 1 Under-Specified; "
                          "--all names them", count)
         named = run("solve", file, "--all").err.split("\n")[:-1]
-        self.assertEqual([each["path"].split(".", 3)[3] for each in told],
-                         [line.split(":")[0] for line in named[1:]])
+        names = [re.sub(r"\.(Streams|UnitOps)\.", "/", each["path"].split(".", 3)[3]) for each in told]
+        self.assertEqual(names, [line.split(":")[0] for line in named[1:]])
+        self.assertEqual(len(names), len(set(names)), names)
+        self.assertIn("Stabiliser/E-201", names)
+
+    def test_what_fails_in_a_flowsheet_within_is_named(self):
+        heater = "appModel.FlowSheetObjects.UnitOps.Stabiliser.UnitOps.E-201"
+        line = ["solve", "demo", "--set", heater + ".Product Temperature", ""]
+        why = "Stabiliser/E-201: product temperature or duty must be specified\n"
+        result = self.check(run(*line), FAILED)
+        self.assertTrue(result.err.startswith(why + "Stabiliser: Under-Specified\n"
+                                              "Stabiliser/E-201: Under-Specified\n"), result)
+        told = json.loads(run(*line, "--json").lines[0])["failed"]
+        self.assertIn({"path": heater, "status": "Under-Specified"}, told)
+        for each in told:
+            self.check(run("get", "demo", each["path"] + "(type)"), DONE, err="")
 
     def test_what_is_stored_is_saved_and_told_with_the_same_digits(self):
         file = self.folder / "digits.json"

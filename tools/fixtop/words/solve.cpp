@@ -24,23 +24,49 @@ struct Culprit {
 };
 using Culprits = std::vector<Culprit>;
 
-// Those of the main flowsheet.
-Culprits CulpritsOf(CaseSession& session) {
-    Culprits culprits;
-    for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-        const std::string path = std::string("appModel.FlowSheetObjects.") + list;
-        const auto found = session.OpenCase().Top().Find(path);
-        if (!found) continue;
+// Collects the culprits of a flowsheet and of those in it.
+class Blame {
+ public:
+    // Each flowsheet lists the utilities of the whole case.
+    void WalkCase(const Node& main, const std::string& path) {
+        Walk(main, "", path);
+        WalkList(main, "Utilities", "", path);
+    }
+    Culprits Take() { return std::move(culprits_); }
+
+ private:
+    // The node that holds the lists; what its objects' names and paths begin with.
+    void Walk(const Node& flowsheet, const std::string& names, const std::string& path) {
+        WalkList(flowsheet, "Streams", names, path);
+        WalkList(flowsheet, "UnitOps", names, path);
+    }
+    void WalkList(const Node& flowsheet, const char* list, const std::string& names,
+                  const std::string& path) {
+        const auto found = flowsheet.Find(list);
+        if (!found) return;
+        const std::string list_path = client::JoinPath(path, list);
         ForEachChild(found->node, [&](const client::Child& child) {
-            std::string status = TextOf(child.node, "status");
-            if (!status.empty() && status != "OK") {
-                culprits.push_back({OneLine(child.node.Name()),
-                                    OneLine(client::JoinPath(path, child.step)), status});
-            }
+            Judge(child, names, client::JoinPath(list_path, child.step));
             return true;
         });
     }
-    return culprits;
+    void Judge(const client::Child& child, const std::string& names, const std::string& path) {
+        const std::string name = names + OneLine(child.node.Name());
+        std::string status = TextOf(child.node, "status");
+        if (!status.empty() && status != "OK") {
+            culprits_.push_back({name, OneLine(path), std::move(status)});
+        }
+        if (child.node.Find("UnitOps")) Walk(child.node, name + '/', path);
+    }
+
+    Culprits culprits_;
+};
+
+Culprits CulpritsOf(CaseSession& session) {
+    constexpr char kMain[] = "appModel.FlowSheetObjects";
+    Blame blame;
+    if (const auto main = session.OpenCase().Top().Find(kMain)) blame.WalkCase(main->node, kMain);
+    return blame.Take();
 }
 
 class Solve final : public Word {
