@@ -13,7 +13,7 @@ void VisitFlowsheet(const Node& flowsheet, const std::string& prefix, const clie
     const auto called = [&](const Node& node) { return prefix + node.Key(); };
     list.ForEach(flowsheet, [&](const client::Place& place) {
         if (terminal::IsInterrupted()) throw Interrupted();
-        visit({place.node, called(place.node)});
+        visit({place.node, called(place.node), place.path});
         return true;
     });
     kInner.ForEach(flowsheet, [&](const client::Place& place) {

@@ -15,6 +15,7 @@ namespace fixtop {
 struct FlowsheetObject {
     Node node;
     std::string name;  // "Raw Gas", "Stabiliser/Overhead"
+    std::string path;  // from the top
 };
 
 // Visits the objects of a list, such as Stream, of the main flowsheet and then of those below it.

@@ -25,7 +25,7 @@ ReportColumns StreamColumns() {
 ReportRows ObjectRows(const Node& top, const std::string& list) {
     ReportRows rows;
     ForEachObject(top, client::Pattern(list), [&rows](const FlowsheetObject& object) {
-        rows.push_back({object.node, object.node.Path(), object.name});
+        rows.push_back({object.node, object.path, object.name});
     });
     return rows;
 }
@@ -34,7 +34,7 @@ void AddFractions(const ReportRows& rows, const std::string& list, TableMaker& m
     const client::Pattern components(list);
     std::vector<std::string> names;
     for (const ReportRow& row : rows) {
-        components.ForEach(row.node, [&](const client::Place& place) {
+        components.ForEachBelow(row.node, [&](const client::Place& place) {
             const std::string name = place.node.Key();
             if (std::ranges::find(names, name) == names.end()) names.push_back(name);
             return true;

@@ -183,8 +183,7 @@ class Units final : public Word {
                           "Mass balance error",
                           "Energy balance error"};
         ForEachObject(top, client::Pattern("UnitOperation"), [&](const FlowsheetObject& unit) {
-            table.rows.push_back(
-                {unit.name, unit.node.Path(), CellsOf(unit.node, balances_[unit.name])});
+            table.rows.push_back({unit.name, unit.path, CellsOf(unit.node, balances_[unit.name])});
         });
         return table;
     }
