@@ -9,7 +9,7 @@ import subprocess
 import unittest
 
 from captured import captured
-from small_case import STREAMS as SMALL_STREAMS, array, small_case, stream, write_case, write_small_case
+from small_case import STREAMS as SMALL_STREAMS, array, real, small_case, stream, write_case, write_small_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
 STREAMS = "appModel.FlowSheetObjects.Streams"
@@ -97,8 +97,9 @@ class Store(ProgramTest):
             (FEED_FLOW, "nan"): "not a number: nan",
             (FEED_FLOW, "1", "--unit", "K"):
                 "no such unit: K; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
-            (SALES_FLOW, "1"): "Value not stored",
-            (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"): "Value not stored",
+            (SALES_FLOW, "1"): "Value not stored; it is calculated",
+            (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"):
+                "Value not stored; expected Equalize All, Set Outlet to Lowest Inlet",
             (UNITS + ".E-100.Inlet 1", "x"): "Cannot set attachment",
             (UNITS + ".V-100.Advice", "x"): "Cannot set message",
             (STREAMS + ".Raw Gas", "1"): "Not supported",
@@ -109,6 +110,14 @@ class Store(ProgramTest):
         for (path, *rest), message in cases.items():
             with self.subTest(path):
                 self.check(run("set", "demo", path, *rest), FAILED, "", f"{path}: {message}\n")
+
+    def test_limits_are_told_in_the_unit_that_is_shown(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream("Feed", 25, Level=real(50, "Pressure", minimum=0, maximum=200))]
+        file = write_case(self.folder, "limits.json", case)
+        for unit, told in (((), "at least 0 kPa, at most 200 kPa"), (("--unit", "bar"), "at least 0 bar, at most 2 bar")):
+            result = self.check(run("set", file, STREAMS + ".Feed.Level", "-1", *unit), FAILED, "")
+            self.assertTrue(result.err.startswith(f"{STREAMS}.Feed.Level: Value not stored; expected {told}\n"), result)
 
     def test_missing_node(self):
         self.check(run("set", "demo", STREAMS + ".Raw Gass.Temperature", "1"), FAILED, "",
@@ -224,8 +233,9 @@ class Store(ProgramTest):
                  for value in ("-1", "-0.1", "-1e-3")]
         for path, view, value in [*lines, (found, [], "0.5"), (found, [], "0")]:
             with self.subTest(path + value):
+                why = "; it is calculated" if path == found else ""
                 self.check(run("set", "demo", *view, path, value, "--save", file), FAILED, "",
-                           f"{path}: Value not stored\n")
+                           f"{path}: Value not stored{why}\n")
                 self.assertFalse(file.exists())
 
     def test_a_store_changes_what_depends_on_it(self):
