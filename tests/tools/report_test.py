@@ -146,6 +146,39 @@ class Report(ProgramTest):
         self.assertFalse([path for path in folder.iterdir() if path.suffix != ".csv"])
         self.assertFalse((self.folder / "up").exists())
 
+    def test_each_table_has_a_file_of_its_own(self):
+        file = self.folder / "alike.json"
+        self.check(run("solve", "demo", "--save", file))
+        text = file.read_text(encoding="utf-8").replace("CRV-100", "R:1").replace("ERV-100", "r_1")
+        file.write_text(text, encoding="utf-8")
+        folder = self.folder / "alike"
+        written = self.check(run("report", file, "--csv", folder), err="").lines
+        self.assertEqual(13, len(set(written)))
+        self.assertEqual(sorted(str(path) for path in folder.iterdir()), sorted(written))
+        self.assertLessEqual({f"{folder}/extents-R_1.csv", f"{folder}/extents-r_1~2.csv"}, set(written))
+
+    def test_units_that_no_table_has_are_named(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [
+            warm("Feed", 1), warm("Product", 2), exchanger("Heater", "HeaterOpObject", 1),
+            {"name": "Own\nkind", "type": "OwnObject", "status": "ok",
+             "ports": [{"role": "feed", "stream": "Product"}]}]
+        file = write_case(self.folder, "own.json", case)
+        for word in ("report", "units"):
+            result = self.check(run(word, file))
+            self.assertEqual("left out, for the neutral view has no class for them: Own\\nkind\n", result.err)
+            self.assertEqual(result.err, run(word, file, "--json").err)
+            self.check(run(word, "demo"), err="")
+
+    def test_a_case_with_nothing_to_show_says_so(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = []
+        file = write_case(self.folder, "nothing.json", case)
+        for word, told in (("report", "the case has nothing to report"), ("streams", "the case has no material streams"),
+                           ("units", "the case has no unit operations to show")):
+            self.check(run(word, file), DONE, err=told + "\n")
+            self.check(run(word, file, "--json"), DONE, "", told + "\n")
+
     def test_a_folder_that_cant_be_made_is_told(self):
         taken = self.file("taken", "a file")
         result = self.check(run("report", "demo", "--csv", taken / "below"), UNREADABLE, out="")
@@ -227,7 +260,10 @@ class Report(ProgramTest):
         # The files themselves close to 1e-4.
         balanced = 0
         for file in sorted(CASES.glob("*.dwxmz")):
-            for record in records_of(self.check(run("units", file, "--json"), err="")):
+            # A digester, an upgrader and a recycle block, of no class of the library.
+            left_out = {"biogas-to-grid": "AD-1, BU-1", "natural-gas-dew-point-control": "REC-1"}.get(file.stem)
+            told = f"left out, for the neutral view has no class for them: {left_out}\n" if left_out else ""
+            for record in records_of(self.check(run("units", file, "--json"), err=told)):
                 for kind in ("Mass", "Energy"):
                     error = record["cells"][f"{kind} balance error"]["value"]
                     with self.subTest(case=file.stem, unit=record["name"], kind=kind):

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "fixtop/client.h"
 #include "node.h"
@@ -22,6 +23,9 @@ struct FlowsheetObject {
 // Throws Interrupted.
 void ForEachObject(const Node& top, const client::Pattern& list,
                    const std::function<void(const FlowsheetObject& object)>& visit);
+
+// The unit operations at ends of streams that the neutral view has no class for, by their names.
+std::vector<std::string> UnitsWithoutClass(const Node& top);
 
 // The class that a type of the neutral view names: "QSIPump" of "Object(QSIPump)".
 std::string ClassOf(const std::string& type);

@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "flowsheets.h"
+#include "line_text.h"
+#include "output.h"
 
 namespace fixtop {
 
@@ -28,6 +30,14 @@ ReportRows ObjectRows(const Node& top, const std::string& list) {
         rows.push_back({object.node, object.path, object.name});
     });
     return rows;
+}
+
+void TellUnitsWithoutClass(const Node& top, Output& out) {
+    std::string names;
+    for (const std::string& name : UnitsWithoutClass(top)) {
+        names += (names.empty() ? "" : ", ") + OneLine(name);
+    }
+    if (!names.empty()) out.Note("left out, for the neutral view has no class for them: " + names);
 }
 
 void AddFractions(const ReportRows& rows, const std::string& list, TableMaker& maker) {
