@@ -6,6 +6,7 @@ import json
 import os
 import re
 import subprocess
+import sys
 import unittest
 
 from captured import captured
@@ -110,6 +111,28 @@ class Store(ProgramTest):
         for (path, *rest), message in cases.items():
             with self.subTest(path):
                 self.check(run("set", "demo", path, *rest), FAILED, "", f"{path}: {message}\n")
+
+    @unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1, "needs a terminal of this machine")
+    def test_at_a_terminal_a_change_that_is_not_saved_is_told(self):
+        import pty  # pylint: disable=import-outside-toplevel
+
+        def seen(*arguments):
+            ours, theirs = pty.openpty()
+            subprocess.run(PROGRAM + list(map(str, arguments)), stdout=subprocess.DEVNULL, stderr=theirs, check=False)
+            os.write(theirs, b"!")
+            text = b""
+            while not text.endswith(b"!"):
+                text += os.read(ours, 1000)
+            os.close(ours)
+            os.close(theirs)
+            return text.decode()
+
+        told = "not saved; --save FILE keeps the change"
+        self.assertIn(told, seen("set", "demo", FEED_FLOW, "1200"))
+        self.assertNotIn(told, seen("set", "demo", FEED_FLOW, "1200", "--save", self.folder / "kept.json"))
+        self.assertNotIn(told, seen("set", "demo", SALES_FLOW, "1200"))
+        self.assertNotIn(told, seen("solve", "demo"))
+        self.assertIn(told, seen("solve", "demo", "--set", FEED_FLOW, "1200"))
 
     def test_limits_are_told_in_the_unit_that_is_shown(self):
         case = small_case()

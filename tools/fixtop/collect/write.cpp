@@ -42,6 +42,7 @@ class CollectWrite final : public SelectionWord {
         ExitCode code = SaveSolved(session, saved_, around.out);
         const ExitCode missing = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
+        if (session.TheChanges().AreUnsaved()) TellUnsaved(session, saved_, around.out);
         if (!stays_held) TellWhyIncomplete(session, around.out);
         if (code == ExitCode::kOk && !is_done) code = ExitCode::kFailed;
         return code == ExitCode::kOk ? missing : code;

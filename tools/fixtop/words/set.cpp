@@ -39,6 +39,7 @@ class Set final : public Word {
         ExitCode code = all_taken ? ExitCode::kOk : ExitCode::kFailed;
         if (all_taken) code = SaveSolved(*around.session, file_, around.out);
         for (const Stores::Stored& stored : stores_.Taken()) Report(stored, solve, around.out);
+        if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (!solve || solve->complete) return code;
         TellWhyIncomplete(*around.session, around.out);
         return code == ExitCode::kOk ? ExitCode::kFailed : code;

@@ -88,6 +88,7 @@ class Solve final : public Word {
         Report(end, culprits, around.out);
         if (!end.complete) TellWhyIncomplete(*around.session, around.out);
         if (!json_) Name(culprits, around.out);
+        if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (saved != ExitCode::kOk) return saved;
         return end.complete && all_taken ? ExitCode::kOk : ExitCode::kFailed;
     }
