@@ -80,6 +80,14 @@ TEST_F(ClientSolver, hold_leaves_a_composition_without_any_fraction_as_it_was) {
     EXPECT_EQ(1, hold.Release().refused.size());
     EXPECT_EQ(0.75, At("Raw Gas.Comp Mole Frac.Methane").Number());
     EXPECT_THROW(Hold(solver).Store(At("Raw Gas.Comp Mole Frac"), "1,2"), Refused);
+    for (const char* half :
+         {"0.5,0.5,0,0,0,0,0,many", "0.5,0.5,0,0,0,0,0,-1", "0.5,0.5,0,0,0,0,0,1 kg"}) {
+        Hold open(solver);
+        EXPECT_THROW(open.Store(At("Raw Gas.Comp Mole Frac"), half), Refused) << half;
+        EXPECT_TRUE(open.Release().normalised.empty()) << half;
+        EXPECT_EQ(0.75, At("Raw Gas.Comp Mole Frac.Methane").Number()) << half;
+        EXPECT_EQ(0.02, At("Raw Gas.Comp Mole Frac.Nitrogen").Number()) << half;
+    }
     EXPECT_THROW(Hold(solver).Store(At("Sales Gas.Comp Mole Frac.Methane"), "0.5"), Refused);
 }
 

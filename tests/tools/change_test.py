@@ -382,6 +382,12 @@ class Solve(ProgramTest):
         self.assertFalse((self.folder / "folder.json").exists())
         self.assertEqual([], list((self.folder / "folder").iterdir()))
 
+    def test_without_one_of_its_stores_it_is_not_saved(self):
+        file = self.folder / "lacking.json"
+        result = self.check(run("solve", "demo", "--set", FEED_FLOW, "900", "--set", "nowhere", "1", "--save", file), FAILED)
+        self.assertTrue(result.err.endswith(f"{file}: not saved\n"), result)
+        self.assertFalse(file.exists())
+
     def test_what_failed_is_counted(self):
         file = self.folder / "no-temperature.json"
         self.check(run("set", "demo", STREAMS + ".Raw Gas.Temperature", "", "--save", file), FAILED)

@@ -82,7 +82,7 @@ class Solve final : public Word {
         bool all_taken = stores_.StoreAll(around);
         const client::SolveResult end = SolveHeld(around, all_taken);
         // Saved before anything is written: whoever reads may have gone away.
-        const ExitCode saved = SaveSolved(*around.session, file_, around.out);
+        const ExitCode saved = Save(all_taken, around);
         const bool is_whole = end.complete || terminal::IsInterrupted();
         const Culprits culprits = is_whole ? Culprits() : CulpritsOf(*around.session);
         Report(end, culprits, around.out);
@@ -94,6 +94,12 @@ class Solve final : public Word {
     }
 
  private:
+    // A case that lacks a store is another one than was meant.
+    ExitCode Save(bool all_taken, CommandContext& around) const {
+        if (all_taken) return SaveSolved(*around.session, file_, around.out);
+        if (!file_.empty()) around.out.Note(OneLineMessage(file_) + ": not saved");
+        return ExitCode::kOk;
+    }
     // A solve ends a hold.
     static client::SolveResult SolveHeld(CommandContext& around, bool& all_taken) {
         const client::Released released = SolveWithProgress(*around.session);

@@ -62,7 +62,8 @@ constexpr WordRow kWords[] = {
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
-     "stand against it are named on standard error. The values given with --set are stored first.",
+     "stand against it are named on standard error. The values given with --set are stored first;\n"
+     "when one is refused nothing is saved, and the exit status is 1.",
      View::kRaw, Place::kBoth, MakeSolve},
     {"hold", "Keep the solver and the normalising of fractions back until release", "", View::kRaw,
      Place::kShell, MakeHold},
