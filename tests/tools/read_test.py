@@ -42,7 +42,11 @@ class Read(ProgramTest):
         self.check(self.get(FEED, "--attr", "type"), DONE, "MaterialStreamObject\n", "")
         self.check(self.get(f"{FEED}(type)"), DONE, "MaterialStreamObject\n", "")
         self.check(self.get(f"{FEED}.Temperature(uom)", f"{FEED}.(status)"), DONE, "C\nOK\n", "")
-        self.check(self.get(FEED, "--attr", "nonsense"), DONE, "\n", "")
+        # Listed without a value, and not listed at all.
+        self.check(self.get(f"{FEED}.Temperature", "--attr", "upper_limit"), DONE, "\n", "")
+        self.check(self.get(FEED, "--attr", "statsu"), FAILED, "", f"{FEED}: no such attribute: statsu; near: status\n")
+        record = json.loads(self.get(FEED, "--attr", "nonsense", "--json").out)
+        self.assertEqual({"path": FEED, "error": "no such attribute: nonsense"}, record)
 
     def test_units(self):
         self.check(self.get(f"{FEED}.Temperature", "--unit", "K"), DONE, "298.15\n", "")

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "case_session.h"
+#include "fixtop/client/near_names.h"
 #include "input_lines.h"
 #include "words/makers.h"
 
@@ -62,6 +65,10 @@ class Get final : public Word {
                                             : OneLine(refused.Text());
             return Refuse(path, problem, false, out);
         }
+        if (!attribute_.empty() && reading.value.IsNull()) {
+            const std::string unknown = UnknownAttribute(place.node);
+            if (!unknown.empty()) return Refuse(path, unknown, false, out);
+        }
         if (reading.stale) out.Note(path + ": older than a change of the case");
         const std::string problem = OneLine(client::OtherUnit(attribute, reading, unit_));
         const bool is_holder =
@@ -79,6 +86,17 @@ class Get final : public Word {
         }
         if (!problem.empty()) out.Note(path + ": " + problem);
         return problem.empty();
+    }
+    // What is wrong with the one that is asked for; empty when the node lists it.
+    std::string UnknownAttribute(const Node& node) const {
+        std::vector<std::string> names = {"value", "stale"};
+        for (const auto& [name, value] : node.Attributes()) names.push_back(name);
+        if (std::ranges::find(names, attribute_) != names.end()) return "";
+        std::string near;
+        for (const std::string& name : client::NearNames(attribute_, names)) {
+            near += (near.empty() ? "; near: " : ", ") + OneLine(name);
+        }
+        return "no such attribute: " + OneLine(attribute_) + near;
     }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
