@@ -162,17 +162,41 @@ void Hold::Store(const Node& node, const std::string& typed, const std::string& 
                                            std::to_string(elements.size()) + " and not " +
                                            std::to_string(parts.size()));
         }
-        for (std::size_t i = 0; i < parts.size(); ++i) {
-            if (!parts[i].empty()) Store(elements[i], parts[i], unit);
-        }
-        return;
+        return StoreList(elements, parts, unit);
     }
+    Store(node, TypedIn(node, typed, unit));
+}
+
+void Hold::Store(const Node& node, const Typed& typed) {
     const auto fraction = compositions_->Take(node);
-    if (!fraction) return node.Store(typed, unit);
-    const Typed value = TypedIn(node, typed, unit);
-    if (!value.unit.empty()) node.ShowIn(value.unit);
-    Put(*fraction, value.value);
-    if (!Stands(*fraction, value.value)) throw Refused(node.Path(), kNotStored);
+    if (!fraction) return node.Store(typed.value, typed.unit);
+    if (!typed.unit.empty()) node.ShowIn(typed.unit);
+    Put(*fraction, typed.value);
+    if (!Stands(*fraction, typed.value)) throw Refused(node.Path(), kNotStored);
+}
+
+// All or none: half of a list is another composition.
+void Hold::StoreList(const std::vector<Node>& elements, const std::vector<std::string>& parts,
+                     const std::string& unit) {
+    std::vector<std::pair<Node, FIValue>> stores;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (parts[i].empty()) continue;
+        const Typed typed = TypedIn(elements[i], parts[i], unit);
+        if (!typed.unit.empty()) elements[i].ShowIn(typed.unit);
+        stores.emplace_back(elements[i], typed.value);
+    }
+    std::vector<std::pair<Node, FIValue>> formers;
+    try {
+        for (const auto& [element, value] : stores) {
+            formers.emplace_back(element, element.Attribute("value"));
+            Store(element, Typed{value, ""});
+        }
+    } catch (const Refused&) {
+        // The last one did not take its value.
+        if (!formers.empty()) formers.pop_back();
+        for (const auto& [element, former] : formers) Store(element, Typed{former, ""});
+        throw;
+    }
 }
 
 Released Hold::Release(const Solver::Progress& progress) {

@@ -16,6 +16,7 @@ namespace fixtop::client {
 
 namespace {
 
+constexpr char kNoSuchTranslation[] = "no such translation: ";
 // Units are read first, and the log says this last of them when they could not be.
 constexpr char kNoUnits[] = "Failed to initialize units list";
 
@@ -36,10 +37,17 @@ std::string TroubleWithTranslation(const std::vector<std::string>& log) {
     constexpr std::string_view kUnknown = "Unknown translation: ";
     for (const std::string& line : log) {
         const std::size_t at = line.find(kUnknown);
-        if (at != std::string::npos)
-            return "no such translation: " + line.substr(at + kUnknown.size());
+        if (at != std::string::npos) return kNoSuchTranslation + line.substr(at + kUnknown.size());
     }
     return "";
+}
+
+// The one that was asked for; of a map alone it is a finding like others. Throws CaseError.
+void RequireTranslation(const ModelFiles& files, const std::vector<Finding>& findings) {
+    if (files.translate.empty()) return;
+    for (const Finding& each : findings) {
+        if (each.text.starts_with(kNoSuchTranslation)) throw CaseError({each.text});
+    }
 }
 
 // A log that can't be written would be missed too late. Throws CaseError.
@@ -96,6 +104,7 @@ std::vector<Finding> CheckModel(const ModelFiles& files) {
     });
     FixtopCheckModel(&given, visitor.Call(), &visitor);
     visitor.Rethrow();
+    RequireTranslation(files, findings);
     return findings;
 }
 

@@ -49,7 +49,8 @@ std::string PutUnit(FIIteratorBase& node, const std::string& attribute, const st
 }
 
 std::string NoSuchUnit(const std::string& unit, const std::vector<std::string>& units) {
-    std::string text = "no such unit: " + unit + "; expected ";
+    std::string text = "no such unit: " + unit + "; ";
+    text += units.empty() ? "it has none" : "expected ";
     for (const std::string& each : units) text += (&each == units.data() ? "" : ", ") + each;
     return text;
 }
@@ -246,8 +247,8 @@ bool Node::IsStale() const {
 std::string Node::ShowIn(const std::string& unit, const std::string& attribute) const {
     const std::string refused = PutUnit(*place_, attribute, unit);
     if (refused.empty()) return unit;
-    const auto units = UnitsIn(IsGoneText(refused) ? "" : Attribute("uom_options").ToText());
-    if (units.empty()) ThrowIfRefused(*this, refused);
+    if (IsGoneText(refused)) throw Gone(Path(), refused);
+    const auto units = UnitsIn(Attribute("uom_options").ToText());
     std::string meant = UnitMeant(unit, units);
     if (meant.empty()) throw Refused(Path(), NoSuchUnit(unit, units));
     ThrowIfRefused(*this, PutUnit(*place_, attribute, meant));

@@ -66,6 +66,16 @@ std::vector<std::string> NearSteps(const Node& parent, const FixtopPathEnd& end)
     return steps;
 }
 
+void Show(decltype(FixtopMatchPath)& match_path, const FixtopPath& path, const Node& from,
+          const Pattern::PlaceVisitor& visit) {
+    Visitor<FixtopMatch> visitor([&](const FixtopMatch& match) {
+        return visit({Node(from.OpenCase(), CopyOf(*match.node)),
+                      match.attribute ? match.attribute : "", match.path});
+    });
+    match_path(&path, &from.Iterator(), visitor.Call(), &visitor);
+    visitor.Rethrow();
+}
+
 }  // namespace
 
 Pattern::Pattern(std::string expression) : text_(std::move(expression)) {
@@ -88,14 +98,12 @@ std::optional<Place> Pattern::First(const Node& from) const {
     return place;
 }
 
-void Pattern::ForEach(const Node& from,
-                      const std::function<bool(const Place& place)>& visit) const {
-    Visitor<FixtopMatch> visitor([&](const FixtopMatch& match) {
-        return visit({Node(from.OpenCase(), CopyOf(*match.node)),
-                      match.attribute ? match.attribute : "", match.path});
-    });
-    FixtopMatchPath(path_.get(), &from.Iterator(), visitor.Call(), &visitor);
-    visitor.Rethrow();
+void Pattern::ForEach(const Node& from, const PlaceVisitor& visit) const {
+    Show(FixtopMatchPath, *path_, from, visit);
+}
+
+void Pattern::ForEachBelow(const Node& from, const PlaceVisitor& visit) const {
+    Show(FixtopMatchPathBelow, *path_, from, visit);
 }
 
 std::vector<Place> Pattern::All(const Node& from) const {

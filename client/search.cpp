@@ -74,14 +74,17 @@ class Search::Walk {
     bool Go(const Place& at, std::size_t part) const {
         if (part == parts_.size()) return visit_(at);
         const Part& next = parts_[part];
-        if (next.path) return Follow(*next.path, at.node, part);
+        if (next.path) return Follow(*next.path, at, part);
         return next.is_deep ? GoDown(at, part, kMostLevels) : ByName(at, part);
     }
 
  private:
-    bool Follow(const Pattern& path, const Node& from, std::size_t part) const {
+    bool Follow(const Pattern& path, const Place& from, std::size_t part) const {
         bool more = true;
-        path.ForEach(from, [&](const Place& place) { return more = Go(place, part + 1); });
+        path.ForEachBelow(from.node, [&](const Place& place) {
+            return more =
+                       Go({place.node, place.attribute, JoinPath(from.path, place.path)}, part + 1);
+        });
         return more;
     }
     bool ByName(const Place& at, std::size_t part) const {
@@ -90,7 +93,7 @@ class Search::Walk {
         at.node.ForEachChild([&](const Child& child) {
             if (!IsMatch(next.name, child.name)) return true;
             more = next.rest.empty() ? Go(Below(at, child), part + 1)
-                                     : Follow(Pattern(child.step + next.rest), at.node, part);
+                                     : Follow(Pattern(child.step + next.rest), at, part);
             return more;
         });
         return more;

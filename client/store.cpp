@@ -30,11 +30,29 @@ std::optional<double> NumberIn(std::string_view text) {
     return number;
 }
 
-// "30 C" in its number and its unit; the second is empty without a blank between them.
+// What a unit that is typed without a blank may begin with; "1_000" and "1,5" have none.
+bool BeginsUnit(char letter) {
+    const char small = static_cast<char>(letter | 0x20);
+    return (small >= 'a' && small <= 'z') || letter == '%' ||
+           static_cast<unsigned char>(letter) > 0x7F;
+}
+
+// Where the number that begins at `begin` ends: at a blank, or at a unit.
+std::size_t NumberEnd(const std::string& text, std::size_t begin, std::size_t blank) {
+    const std::size_t digits = begin + (text.compare(begin, 1, "+") == 0);
+    const char* const end = text.data() + blank;
+    double ignored = 0;
+    const auto [stop, error] = std::from_chars(text.data() + digits, end, ignored);
+    const bool is_unit = error == std::errc() && stop != end && BeginsUnit(*stop);
+    return is_unit ? static_cast<std::size_t>(stop - text.data()) : blank;
+}
+
+// "30 C" and "30C" in number and unit; the second is empty without one.
 std::pair<std::string, std::string> CutUnit(const std::string& text) {
     constexpr char kBlanks[] = " \t";
     const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
-    const std::size_t end = std::min(text.find_first_of(kBlanks, begin), text.size());
+    const std::size_t blank = std::min(text.find_first_of(kBlanks, begin), text.size());
+    const std::size_t end = NumberEnd(text, begin, blank);
     const std::size_t unit = std::min(text.find_first_not_of(kBlanks, end), text.size());
     return {text.substr(begin, end - begin),
             text.substr(unit, text.find_last_not_of(kBlanks) + 1 - unit)};

@@ -17,7 +17,7 @@ bool IsGoneText(const std::string& text);
 // Throws Gone or Refused, unless the text is empty.
 void ThrowIfRefused(const Node& node, const std::string& text);
 
-// A text as it is typed for a node. A unit may stand behind a number, with a blank: "30 C".
+// A text as it is typed for a node. A unit may stand behind a number: "30 C", "30C".
 struct Typed {
     FIValue value;
     std::string unit;  // empty without one

@@ -172,6 +172,10 @@ using FixtopMatchVisitor = bool (*)(void* owner, const FixtopMatch* match);
 // in an attribute leads to nodes where that is not NULL. Answers how many were visited.
 FIXTOP_EXPORT int FixtopMatchPath(const FixtopPath* path, FIIteratorBase* start,
                                   FixtopMatchVisitor visit, void* owner);
+// The same with the paths from `start`. The way back to the root takes a look at the nodes that
+// stand beside each on it, which adds up where a path is followed from each node of a long list.
+FIXTOP_EXPORT int FixtopMatchPathBelow(const FixtopPath* path, FIIteratorBase* start,
+                                       FixtopMatchVisitor visit, void* owner);
 
 // Where a path ends that leads nowhere.
 struct FixtopPathEnd {

@@ -38,6 +38,19 @@ void SetUnlessEmpty(FIValue& out, const std::string& text) {
     if (!text.empty()) out.SetText(text);
 }
 
+int ShowMatches(decltype(ForEachMatch)& find, const FixtopPath* path, FIIteratorBase* start,
+                FixtopMatchVisitor visit, void* owner) {
+    return memory::Or(0, [=, &find] {
+        FIIterator* it = OwnIterator(start);
+        if (!path || !it || !visit) return 0;
+        return find(*it, path->path, [=](const PathMatch& match) {
+            return Ask(
+                visit, owner,
+                FixtopMatch{Shown(match.node), match.path.c_str(), TextOrNull(match.attribute)});
+        });
+    });
+}
+
 }  // namespace
 
 FixtopPath* FixtopPreparePath(const FIValue& expression, FIValue& error) {
@@ -67,15 +80,12 @@ bool FixtopWalkPath(const FixtopPath* path, FIIteratorBase* node, FIValue& attri
 
 int FixtopMatchPath(const FixtopPath* path, FIIteratorBase* start, FixtopMatchVisitor visit,
                     void* owner) {
-    return memory::Or(0, [=] {
-        FIIterator* it = OwnIterator(start);
-        if (!path || !it || !visit) return 0;
-        return ForEachMatch(*it, path->path, [=](const PathMatch& match) {
-            return Ask(
-                visit, owner,
-                FixtopMatch{Shown(match.node), match.path.c_str(), TextOrNull(match.attribute)});
-        });
-    });
+    return ShowMatches(ForEachMatch, path, start, visit, owner);
+}
+
+int FixtopMatchPathBelow(const FixtopPath* path, FIIteratorBase* start, FixtopMatchVisitor visit,
+                         void* owner) {
+    return ShowMatches(ForEachMatchBelow, path, start, visit, owner);
 }
 
 FIIteratorBase* FixtopEndOfPath(const FixtopPath* path, FIIteratorBase* start, FixtopPathEnd& end) {

@@ -117,6 +117,13 @@ TEST_F(ClientNode, pattern_is_prepared_once_and_walked_often) {
     const std::vector<Place> all = warm.All(Streams());
     ASSERT_FALSE(all.empty());
     EXPECT_EQ(std::string(kStreams) + ".Raw Gas", all.front().path);
+    std::vector<std::string> paths;
+    Pattern("*.Temperature(uom)").ForEachBelow(Streams(), [&](const Place& place) {
+        paths.push_back(place.path + '/' + place.attribute);
+        return paths.size() < 2;
+    });
+    EXPECT_EQ((std::vector<std::string>{"Raw Gas.Temperature/uom", "Tail Gas.Temperature/uom"}),
+              paths);
     EXPECT_TRUE(warm.IsSame(Pattern("*[\"Temperature\"=\"30\"]")));
     EXPECT_FALSE(warm.IsSame(Pattern("*[Temperature=31]")));
 }

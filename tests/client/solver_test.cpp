@@ -80,13 +80,38 @@ TEST_F(ClientSolver, hold_leaves_a_composition_without_any_fraction_as_it_was) {
     EXPECT_EQ(1, hold.Release().refused.size());
     EXPECT_EQ(0.75, At("Raw Gas.Comp Mole Frac.Methane").Number());
     EXPECT_THROW(Hold(solver).Store(At("Raw Gas.Comp Mole Frac"), "1,2"), Refused);
+    for (const char* half :
+         {"0.5,0.5,0,0,0,0,0,many", "0.5,0.5,0,0,0,0,0,-1", "0.5,0.5,0,0,0,0,0,1 kg"}) {
+        Hold open(solver);
+        EXPECT_THROW(open.Store(At("Raw Gas.Comp Mole Frac"), half), Refused) << half;
+        EXPECT_TRUE(open.Release().normalised.empty()) << half;
+        EXPECT_EQ(0.75, At("Raw Gas.Comp Mole Frac.Methane").Number()) << half;
+        EXPECT_EQ(0.02, At("Raw Gas.Comp Mole Frac.Nitrogen").Number()) << half;
+    }
     EXPECT_THROW(Hold(solver).Store(At("Sales Gas.Comp Mole Frac.Methane"), "0.5"), Refused);
 }
 
 TEST_F(ClientSolver, store_takes_a_unit_behind_the_number) {
     At("Raw Gas.Temperature").Store("95 F");
     EXPECT_DOUBLE_EQ(35, At("Raw Gas.Temperature").Number("C"));
+    for (const char* typed : {"95F", " +95F ", "9.5e1degF", "95°F", "95\t°F"}) {
+        At("Raw Gas.Temperature").Store("30C");
+        EXPECT_DOUBLE_EQ(303.15, At("Raw Gas.Temperature").Number("K"));
+        At("Raw Gas.Temperature").Store(typed);
+        EXPECT_DOUBLE_EQ(35, At("Raw Gas.Temperature").Number("C")) << typed;
+    }
+    for (const char* typed :
+         {"1_000", "1,5", "1.2.3", "1e999K", "nanK", "++1K", "C", "F30", "30-C"}) {
+        try {
+            At("Raw Gas.Temperature").Store(typed);
+            ADD_FAILURE() << "taken: " << typed;
+        } catch (const Refused& refused) {
+            EXPECT_EQ(std::string("not a number: ") + typed, refused.Text());
+        }
+    }
+    EXPECT_DOUBLE_EQ(35, At("Raw Gas.Temperature").Number("C"));
     EXPECT_THROW(At("Raw Gas.Temperature").Store("95 F", "C"), Refused);
+    EXPECT_THROW(At("Raw Gas.Temperature").Store("95F", "C"), Refused);
     EXPECT_THROW(At("Raw Gas.Temperature").Store("95 kPa"), Refused);
 }
 

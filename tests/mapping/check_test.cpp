@@ -68,7 +68,7 @@ class CheckModelTest : public testing::Test {
         files.classes = "classes.xml";
         files.map = "map.xml";
         files.units = "units.xml";
-        files.translateName = "T";
+        files.translateName = translation_;
         std::vector<std::string> told;
         for (const Finding& each : CheckModel(files)) {
             if (each.kind != kind) continue;
@@ -86,6 +86,7 @@ class CheckModelTest : public testing::Test {
         return text;
     }
 
+    std::string translation_ = "T";
     TemporaryFolder folder_;
     LogLines log_{folder_};
     OfferedFake units_;
@@ -95,6 +96,12 @@ class CheckModelTest : public testing::Test {
 TEST_F(CheckModelTest, files_without_a_mistake_give_nothing) {
     EXPECT_THAT(Told(), IsEmpty());
     EXPECT_THAT(Told(FindingKind::kUnmapped), IsEmpty());
+}
+
+TEST_F(CheckModelTest, a_translation_that_no_translator_has_is_told_with_those_that_there_are) {
+    translation_ = "Other";
+    EXPECT_THAT(Told(), ElementsAre("map.xml:1: no such translation: Other; expected T"));
+    EXPECT_THAT(Told(FindingKind::kUnmapped), testing::Not(IsEmpty()));
 }
 
 // ---- one mistake each

@@ -112,6 +112,21 @@ TEST_F(PathMatches, come_in_the_order_of_the_tree) {
               Matches("*.Vessel"));
 }
 
+TEST_F(PathMatches, below_a_node_have_paths_from_there) {
+    ASSERT_TRUE(it_->SeekPath(Text("Column")));
+    Paths found;
+    const PreparedPath path(Text("*.Pressure(uom)"));
+    const int count = ForEachMatchBelow(*it_, path, [&](const PathMatch& match) {
+        const Ref<FIIterator> there = Ref<FIIterator>::Adopt(it_->Copy());
+        EXPECT_TRUE(there->SeekPath(Text(match.path))) << match.path;
+        EXPECT_EQ(0, there->Compare(match.node)) << match.path;
+        found.push_back(match.path + "(" + match.attribute.ToText() + ")");
+        return true;
+    });
+    EXPECT_EQ((Paths{"Vessel(Top).Pressure(uom)", "Vessel#2.Pressure(uom)"}), found);
+    EXPECT_EQ(2, count);
+}
+
 TEST_F(PathMatches, of_every_step_are_followed) {
     EXPECT_EQ((Paths{"Flash.Vessel(Top).Pressure", "Flash.Vessel(Feed).Pressure",
                      "Flash.Vessel#2.Pressure"}),

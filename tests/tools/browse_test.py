@@ -158,6 +158,11 @@ class Browse(ProgramTest):
         self.assertEqual((303.15, "K", "Flowsheet.Stream(Raw Gas).Temperature"),
                          tuple(temperature[name] for name in ("value", "uom", "path")))
         self.check(run("tree", self.case, FEED, "--units", "Nonsense"), UNREADABLE, "")
+        plain = run("tree", self.case, FEED, "--unit", "K").out
+        result = self.check(run("tree", self.case, FEED, "--unit", "K", "--unit", "lux", "--unit", "mW"), FAILED, plain)
+        self.assertEqual("no value is shown in: lux, mW\n", result.err)
+        told = run("tree", self.case, FEED, "--unit", "lux", "--json").out
+        self.assertEqual({"error": "no value is shown in: lux", "exit": 1}, json.loads(told.splitlines()[-1]))
 
     def test_attrs(self):
         result = self.check(run("attrs", self.case, FEED + ".Temperature"), DONE, err="")

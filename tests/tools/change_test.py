@@ -6,10 +6,11 @@ import json
 import os
 import re
 import subprocess
+import sys
 import unittest
 
 from captured import captured
-from small_case import STREAMS as SMALL_STREAMS, array, small_case, stream, write_case, write_small_case
+from small_case import STREAMS as SMALL_STREAMS, array, real, small_case, stream, write_case, write_small_case
 from support import DONE, FAILED, PROGRAM, UNREADABLE, ProgramTest, run
 
 STREAMS = "appModel.FlowSheetObjects.Streams"
@@ -92,12 +93,14 @@ class Store(ProgramTest):
     def test_refusals(self):
         cases = {
             (FEED_FLOW, "abc"): "not a number: abc",
-            (FEED_FLOW, "12x"): "not a number: 12x",
+            (FEED_FLOW, "1_2"): "not a number: 1_2",
+            (FEED_FLOW, "12x"): "no such unit: x; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
             (FEED_FLOW, "nan"): "not a number: nan",
             (FEED_FLOW, "1", "--unit", "K"):
                 "no such unit: K; expected kgmole/h, kgmole/s, mol/s, mol/h, lbmole/hr",
-            (SALES_FLOW, "1"): "Value not stored",
-            (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"): "Value not stored",
+            (SALES_FLOW, "1"): "Value not stored; it is calculated",
+            (UNITS + ".MIX-100.Outlet Pressure Assignment", "Nonsense"):
+                "Value not stored; expected Equalize All, Set Outlet to Lowest Inlet",
             (UNITS + ".E-100.Inlet 1", "x"): "Cannot set attachment",
             (UNITS + ".V-100.Advice", "x"): "Cannot set message",
             (STREAMS + ".Raw Gas", "1"): "Not supported",
@@ -108,6 +111,36 @@ class Store(ProgramTest):
         for (path, *rest), message in cases.items():
             with self.subTest(path):
                 self.check(run("set", "demo", path, *rest), FAILED, "", f"{path}: {message}\n")
+
+    @unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1, "needs a terminal of this machine")
+    def test_at_a_terminal_a_change_that_is_not_saved_is_told(self):
+        import pty  # pylint: disable=import-outside-toplevel
+
+        def seen(*arguments):
+            ours, theirs = pty.openpty()
+            subprocess.run(PROGRAM + list(map(str, arguments)), stdout=subprocess.DEVNULL, stderr=theirs, check=False)
+            os.write(theirs, b"!")
+            text = b""
+            while not text.endswith(b"!"):
+                text += os.read(ours, 1000)
+            os.close(ours)
+            os.close(theirs)
+            return text.decode()
+
+        told = "not saved; --save FILE keeps the change"
+        self.assertIn(told, seen("set", "demo", FEED_FLOW, "1200"))
+        self.assertNotIn(told, seen("set", "demo", FEED_FLOW, "1200", "--save", self.folder / "kept.json"))
+        self.assertNotIn(told, seen("set", "demo", SALES_FLOW, "1200"))
+        self.assertNotIn(told, seen("solve", "demo"))
+        self.assertIn(told, seen("solve", "demo", "--set", FEED_FLOW, "1200"))
+
+    def test_limits_are_told_in_the_unit_that_is_shown(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream("Feed", 25, Level=real(50, "Pressure", minimum=0, maximum=200))]
+        file = write_case(self.folder, "limits.json", case)
+        for unit, told in (((), "at least 0 kPa, at most 200 kPa"), (("--unit", "bar"), "at least 0 bar, at most 2 bar")):
+            result = self.check(run("set", file, STREAMS + ".Feed.Level", "-1", *unit), FAILED, "")
+            self.assertTrue(result.err.startswith(f"{STREAMS}.Feed.Level: Value not stored; expected {told}\n"), result)
 
     def test_missing_node(self):
         self.check(run("set", "demo", STREAMS + ".Raw Gass.Temperature", "1"), FAILED, "",
@@ -223,8 +256,9 @@ class Store(ProgramTest):
                  for value in ("-1", "-0.1", "-1e-3")]
         for path, view, value in [*lines, (found, [], "0.5"), (found, [], "0")]:
             with self.subTest(path + value):
+                why = "; it is calculated" if path == found else ""
                 self.check(run("set", "demo", *view, path, value, "--save", file), FAILED, "",
-                           f"{path}: Value not stored\n")
+                           f"{path}: Value not stored{why}\n")
                 self.assertFalse(file.exists())
 
     def test_a_store_changes_what_depends_on_it(self):
@@ -348,6 +382,12 @@ class Solve(ProgramTest):
         self.assertFalse((self.folder / "folder.json").exists())
         self.assertEqual([], list((self.folder / "folder").iterdir()))
 
+    def test_without_one_of_its_stores_it_is_not_saved(self):
+        file = self.folder / "lacking.json"
+        result = self.check(run("solve", "demo", "--set", FEED_FLOW, "900", "--set", "nowhere", "1", "--save", file), FAILED)
+        self.assertTrue(result.err.endswith(f"{file}: not saved\n"), result)
+        self.assertFalse(file.exists())
+
     def test_what_failed_is_counted(self):
         file = self.folder / "no-temperature.json"
         self.check(run("set", "demo", STREAMS + ".Raw Gas.Temperature", "", "--save", file), FAILED)
@@ -360,8 +400,22 @@ class Solve(ProgramTest):
         self.assertEqual(f"{len(told)} objects failed: {len(waiting)} Not Solved, 1 Under-Specified; "
                          "--all names them", count)
         named = run("solve", file, "--all").err.split("\n")[:-1]
-        self.assertEqual([each["path"].split(".", 3)[3] for each in told],
-                         [line.split(":")[0] for line in named[1:]])
+        names = [re.sub(r"\.(Streams|UnitOps)\.", "/", each["path"].split(".", 3)[3]) for each in told]
+        self.assertEqual(names, [line.split(":")[0] for line in named[1:]])
+        self.assertEqual(len(names), len(set(names)), names)
+        self.assertIn("Stabiliser/E-201", names)
+
+    def test_what_fails_in_a_flowsheet_within_is_named(self):
+        heater = "appModel.FlowSheetObjects.UnitOps.Stabiliser.UnitOps.E-201"
+        line = ["solve", "demo", "--set", heater + ".Product Temperature", ""]
+        why = "Stabiliser/E-201: product temperature or duty must be specified\n"
+        result = self.check(run(*line), FAILED)
+        self.assertTrue(result.err.startswith(why + "Stabiliser: Under-Specified\n"
+                                              "Stabiliser/E-201: Under-Specified\n"), result)
+        told = json.loads(run(*line, "--json").lines[0])["failed"]
+        self.assertIn({"path": heater, "status": "Under-Specified"}, told)
+        for each in told:
+            self.check(run("get", "demo", each["path"] + "(type)"), DONE, err="")
 
     def test_what_is_stored_is_saved_and_told_with_the_same_digits(self):
         file = self.folder / "digits.json"

@@ -100,6 +100,14 @@ class CheckMap(ProgramTest):
         record = json.loads(self.check(self.checked("--unmapped", "--json"), DONE, err="").out)
         self.assertEqual({"kind": "unmapped", "file": str(self.library), "line": 17, "text": text}, record)
 
+    def test_a_translation_that_the_map_does_not_have(self):
+        text = "no such translation: Other; expected Hovex"
+        for case in ((), ("--case", "demo")):
+            self.check(run("check-map", "--translate", "Other", *case), UNREADABLE, "", text + "\n")
+        record = json.loads(self.check(run("check-map", "--translate", "Other", "--json"), UNREADABLE).out)
+        self.assertEqual({"error": text, "exit": 3}, record)
+        self.check(run("check-map", "--translate", "Hovex"), DONE, "", "")
+
     def test_files_that_can_not_be_read(self):
         result = run("check-map", "--library", "missing.xml", "--units", "missing_units.xml")
         self.check(result, FAILED, "missing_units.xml: units can't be read; quantities are not looked up\n"

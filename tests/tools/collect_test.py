@@ -15,6 +15,7 @@ from support import CASES, DONE, FAILED, PROGRAM, UNREADABLE, USAGE, ProgramTest
 
 GAS = "appModel.FlowSheetObjects.Streams.Raw Gas"
 FEED = STREAMS + ".Feed 1"
+RECORDING = "the case is a recording and can't be computed again\n"
 BROKEN = "<CollectionBackup><Pathnode id=\"Top\""
 
 
@@ -123,6 +124,14 @@ class Add(CollectTest):
         self.assertIn(GAS + ".Pressure: ", result.err)
         self.check(self.collect("list"), DONE, GAS + ".Temperature\n", "")
 
+    def test_json_has_what_was_added_and_its_unit(self):
+        paths = [GAS + ".Temperature", GAS + ".Pressure"]
+        result = self.check(self.collect("add", "demo", paths[0], "--unit", "degF", "--json"), DONE, err="")
+        self.assertEqual([{"path": paths[0], "uom": "F"}], [json.loads(line) for line in result.lines])
+        result = self.check(self.collect("add", "demo", *paths, "--json"), DONE, err="")
+        self.assertEqual([{"path": paths[1], "uom": None}], [json.loads(line) for line in result.lines])
+        self.check(self.collect("add", "demo", *paths, "--json"), DONE, "", "")
+
     def test_nothing_found_makes_no_file(self):
         self.check(self.collect("add", "demo", "nonsense"), FAILED, "")
         self.assertFalse(self.file_name.exists())
@@ -229,7 +238,8 @@ class Write(CollectTest):
 
     def test_stores_in_order_and_an_empty_value_leaves_a_node(self):
         saved = self.folder / "saved.json"
-        self.check(self.collect("write", self.case, "310", "", "text", "--save", saved), DONE)
+        result = self.check(self.collect("write", self.case, "310", "", "text", "--save", saved), FAILED)
+        self.assertTrue(result.err.endswith(RECORDING), result)
         self.check(run("get", saved, FEED + ".Temperature", "--unit", "K"), DONE, "310\n")
         self.check(run("get", saved, FEED + ".Third"), DONE, "0.333333333333\n")
         self.check(run("get", saved, FEED + ".Notes"), DONE, "text\n")
@@ -237,16 +247,42 @@ class Write(CollectTest):
     def test_values_from_standard_input_in_a_unit(self):
         saved = self.folder / "lines.json"
         self.check(self.collect("write", self.case, "-", "--unit", "C", "--save", saved,
-                                stdin="50\n\n\n"), DONE)
+                                stdin="50\n\n\n"), FAILED)
         self.check(run("get", saved, FEED + ".Temperature", "--unit", "K"), DONE, "323.15\n")
 
     def test_what_is_no_number_is_refused_and_the_rest_stands(self):
         result = self.check(self.collect("write", self.case, "12 apples", "2", "", "--json"), FAILED)
-        self.assertIn(FEED + ".Temperature: not a number: 12 apples\n", result.err)
+        self.assertIn(FEED + ".Temperature: no such unit: apples; expected C, K, F, R\n", result.err)
         values = [json.loads(line)["value"] for line in result.lines[:-1]]
-        self.assertIn("not a number: 12 apples", json.loads(result.lines[-1])["error"])
+        self.assertIn("no such unit: apples", json.loads(result.lines[-1])["error"])
         self.assertAlmostEqual(298.15, values[0])
         self.assertEqual(2, values[1])
+
+    def test_a_value_brings_a_unit_of_its_own(self):
+        saved = self.folder / "units.json"
+        self.collect("write", self.case, "104F", "", "", "--save", saved)
+        self.check(run("get", saved, FEED + ".Temperature", "--unit", "C"), DONE, "40\n")
+        refused = self.check(self.collect("write", self.case, "104F", "", "", "--unit", "K"), FAILED)
+        self.assertIn(FEED + ".Temperature: two units: F and K\n", refused.err)
+
+    def test_the_solve_after_it_decides_the_exit_status(self):
+        streams = "appModel.FlowSheetObjects.Streams.Raw Gas"
+        alone = self.folder / "flow.xml"
+        self.check(run("collect", "add", alone, "demo", streams + ".Molar Flow"), DONE)
+        self.check(run("collect", "write", alone, "demo", "1200", "--csv"), DONE, err="")
+        # Less than nothing can't be solved.
+        result = self.check(run("collect", "write", alone, "demo", "-5", "--csv"), FAILED)
+        self.assertNotEqual("", result.err)
+
+    def test_fractions_that_sum_to_one_stand_as_they_are_given(self):
+        fractions = "appModel.FlowSheetObjects.Streams.Raw Gas.Comp Mole Frac"
+        chosen = self.folder / "fractions.xml"
+        self.check(run("collect", "add", chosen, "demo", fractions + ".Methane", fractions + ".Ethane"), DONE)
+        result = self.check(run("collect", "write", chosen, "demo", "0.8", "0.05", "--json"), DONE, err="")
+        self.assertEqual([0.8, 0.05], [json.loads(line)["value"] for line in result.lines])
+        result = self.check(run("collect", "write", chosen, "demo", "0.8", "0.1", "--json"), DONE)
+        self.assertEqual(f"{fractions}: the fractions sum to 1.05 and are normalised\n", result.err)
+        self.assertAlmostEqual(0.8 / 1.05, json.loads(result.lines[0])["value"], delta=1e-12)
 
     def test_another_number_of_values_is_refused(self):
         before = self.case.read_bytes()
@@ -261,6 +297,14 @@ class WatchAndRemove(CollectTest):
         self.add("demo", GAS + ".Temperature", "--unit", "K")
         result = self.collect("watch", "demo", "--set", GAS + ".Temperature", "35")
         self.check(result, DONE, f"{GAS}.Temperature\t303.15\t308.15\tK\n", "Solve is complete\n")
+
+    def test_json_has_what_was_removed(self):
+        self.add("demo", GAS + ".Temperature", GAS + ".Pressure")
+        result = self.check(self.collect("remove", GAS + ".Pressure", "nowhere", "--json"), FAILED)
+        first, last = map(json.loads, result.lines)
+        self.assertEqual({"removed": GAS + ".Pressure"}, first)
+        self.assertEqual({"error": "not in the selection: nowhere", "exit": 1}, last)
+        self.assertEqual([GAS + ".Temperature"], self.collect("list").lines)
 
     def test_removes_what_it_has_and_tells_what_not(self):
         self.add("demo", GAS + ".Temperature", GAS + ".Pressure")
@@ -330,6 +374,8 @@ class Publish(CollectTest):
         self.assertEqual(self.text(), case.with_suffix(".atpub").read_bytes())
         shown = self.check(run("tree", case, '"QSI Published Variables"'), DONE, err="").lines
         self.assertEqual([f'  "Top.{FEED}.Temperature" := 298.15 K'], shown[1:])
+        record = json.loads(self.check(run("publish", self.file_name, case, "--json"), DONE, err="").out)
+        self.assertEqual({"file": str(case.with_suffix(".atpub"))}, record)
 
     def test_what_the_case_does_not_have_is_not_published(self):
         case = write_small_case(self.folder)

@@ -23,7 +23,7 @@ class Demo(ProgramTest):
 
     def test_it_shows_a_change_a_refusal_and_a_path_error(self):
         shown = run("demo")
-        self.assertIn("Value not stored\n", shown.err)
+        self.assertIn("Value not stored; it is calculated\n", shown.err)
         self.assertIn("no such node: ", shown.err)
         self.assertIn("Parse error, ] expected in: ", shown.err)
         flows = [shown.lines[at + 1] for at, line in enumerate(shown.lines)

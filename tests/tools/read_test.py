@@ -42,7 +42,11 @@ class Read(ProgramTest):
         self.check(self.get(FEED, "--attr", "type"), DONE, "MaterialStreamObject\n", "")
         self.check(self.get(f"{FEED}(type)"), DONE, "MaterialStreamObject\n", "")
         self.check(self.get(f"{FEED}.Temperature(uom)", f"{FEED}.(status)"), DONE, "C\nOK\n", "")
-        self.check(self.get(FEED, "--attr", "nonsense"), DONE, "\n", "")
+        # Listed without a value, and not listed at all.
+        self.check(self.get(f"{FEED}.Temperature", "--attr", "upper_limit"), DONE, "\n", "")
+        self.check(self.get(FEED, "--attr", "statsu"), FAILED, "", f"{FEED}: no such attribute: statsu; near: status\n")
+        record = json.loads(self.get(FEED, "--attr", "nonsense", "--json").out)
+        self.assertEqual({"path": FEED, "error": "no such attribute: nonsense"}, record)
 
     def test_units(self):
         self.check(self.get(f"{FEED}.Temperature", "--unit", "K"), DONE, "298.15\n", "")
@@ -109,7 +113,23 @@ class Read(ProgramTest):
         result = self.get(path, f"{FEED}.Pressure", f"{FEED}.Notes", "--unit", "bar")
         self.check(result, FAILED, "1\n")
         self.assertEqual([f"{FEED}.Temperature: no such unit: bar; expected C, K, F, R",
-                          f"{FEED}.Notes: Invalid unit for variable type"], result.err.split("\n")[:-1])
+                          f"{FEED}.Notes: no such unit: bar; it has none"], result.err.split("\n")[:-1])
+
+    def test_a_unit_for_what_has_no_value_is_answered_with_what_takes_it(self):
+        raw, neutral = "appModel.FlowSheetObjects.Streams.Raw Gas", "Flowsheet.Stream(Raw Gas)"
+        for view, path, unit, rest in (
+                ([], raw, "barg", "Molar Enthalpy and 11 more; in barg can be shown: Pressure"),
+                ([], raw, "lux", "Molar Enthalpy and 11 more; in lux can be shown: nothing"),
+                ([], raw + ".Comp Mole Frac", "K", "n-Butane and 2 more; in K can be shown: nothing"),
+                ([], "", "K", "TopNode with appModel, QSI Published Variables, Published Variables; in K can be shown: nothing"),
+                (["--neutral"], neutral, "kg/h", "; in kg/h can be shown: MassFlow")):
+            with self.subTest(path, unit=unit):
+                result = self.check(run("get", "demo", *view, path, "--unit", unit), FAILED, "")
+                self.assertTrue(result.err.startswith(f"{path or 'the top node'}: no value, but "), result)
+                self.assertTrue(result.err.endswith(rest + "\n"), result)
+                record = json.loads(run("get", "demo", *view, path, "--unit", unit, "--json").out)
+                self.assertEqual(path, record["path"])
+                self.assertTrue(result.err.endswith(f": {record['error']}\n"), result)
 
     def test_units_as_they_are_typed(self):
         raw, neutral = "appModel.FlowSheetObjects.Streams.Raw Gas.", "Flowsheet.Stream(Raw Gas)."

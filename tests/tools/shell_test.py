@@ -158,6 +158,25 @@ class Undo(ProgramTest):
         self.assertEqual([f"{FLOW}\t1000", f"{COMPOSITION}.Methane\t0.75", "0.75", "", "Solve is complete"],
                          result.lines[-5:])
 
+    def test_what_is_stored_through_a_selection(self):
+        chosen = self.folder / "chosen.xml"
+        self.check(run("collect", "add", chosen, "demo", FLOW), DONE)
+        self.check(run("collect", "add", chosen, "demo", TEMPERATURE, "--unit", "K"), DONE)
+        self.check(run("collect", "add", chosen, "demo", COMPOSITION + ".Methane"), DONE)
+        get = f"get '{FLOW}' '{TEMPERATURE}' '{STREAMS}.Sales Gas.Molar Flow'"
+        result = self.check(shell("solve", get, f"collect write {chosen} 1200 310 0.5 --csv", "undo", get, "undo"), FAILED)
+        self.assertEqual(f"{COMPOSITION}: the fractions sum to 0.75 and are normalised\nnothing to undo\n", result.err)
+        undone = [f"{FLOW}\t1000", f"{TEMPERATURE}\t303.15", f"{COMPOSITION}.Methane\t0.75"]
+        self.assertEqual(undone + result.lines[1:4], result.lines[-6:])
+
+    def test_what_is_stored_through_a_selection_in_a_hold(self):
+        chosen = self.folder / "held.xml"
+        self.check(run("collect", "add", chosen, "demo", FLOW), DONE)
+        result = shell("solve", "hold", f"collect write {chosen} 1200 --csv", f"get '{STREAMS}.Sales Gas.Molar Flow'",
+                       "undo", "release")
+        self.check(result, DONE)
+        self.assertEqual(["", f"{FLOW}\t1000", "Solve is complete"], result.lines[-3:])
+
     def test_in_the_neutral_view(self):
         path = "Flowsheet.Stream(Raw Gas).Temperature"
         result = run("shell", "demo", "--neutral", stdin=f"set '{path}' 40\nundo\nget '{path}' --json\n")

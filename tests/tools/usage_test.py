@@ -147,6 +147,7 @@ FAILING = {
     "classes": ["x"], "check-map": ["--case", MISSING], "collect list": [MISSING],
     "collect read": [MISSING, "demo"], "collect write": [MISSING, "demo", "1"],
     "collect watch": [MISSING, "demo"], "collect diff": [MISSING, "demo", "demo"],
+    "collect add": [MISSING, "demo", "x"], "collect remove": [MISSING, "x"], "publish": [MISSING, "demo"], "path": ["a[b"],
 }
 
 
@@ -178,11 +179,15 @@ class JsonErrors(ProgramTest):
 
     def test_wrong_lines(self):
         for line, text in ((["find", "demo"], "PATTERN or --name is required"), (["ls", "demo", "--nonsense"], "--nonsense"),
-                           (["atrs", "demo"], "no such word: atrs; near: attrs"), (["path", "a"], "--json")):
+                           (["atrs", "demo"], "no such word: atrs; near: attrs"), (["shell", "demo"], "--json")):
             record = json.loads(self.check(run(*line, "--json"), USAGE).out)
             self.assertIn(text, record["error"])
             self.assertEqual(["error", "exit"], list(record))
             self.assertNotIn("\n", record["error"])
+
+    def test_a_path_that_does_not_parse(self):
+        result = self.check(run("path", "a[b", "--json"), FAILED)
+        self.assertEqual({"error": "Parse error, ] expected in: a[b", "exit": 1}, json.loads(result.out))
 
     def test_no_error_without_a_failure(self):
         for line in (["ls", "demo"], ["classes"], ["diff", "demo", "demo"]):
@@ -222,6 +227,10 @@ class PathWord(ProgramTest):
 
     def test_empty_expression_parses(self):
         self.check(run("path", ""), DONE, err="")
+
+    def test_json(self):
+        record = json.loads(self.check(run("path", "a.b[c=d]", "--json"), DONE, err="").out)
+        self.assertEqual({"path": "a.b[c=d]", "steps": '"a"."b"&["c"="d"]'}, record)
 
 
 if __name__ == "__main__":

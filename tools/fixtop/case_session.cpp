@@ -166,6 +166,32 @@ std::string ForEachFound(CaseSession& session, const Seeker& seek,
     return matches > 0 ? "" : nothing;
 }
 
+namespace {
+
+// "at least 0 kPa", or nothing.
+std::string LimitOf(const Node& node, const char* attribute, const char* words) {
+    const FIValue limit = node.Attribute(attribute);
+    if (!limit.IsNumber()) return "";
+    const std::string unit = node.UnitOf(attribute);
+    return words + OneLine(limit) + (unit.empty() ? "" : ' ' + OneLine(unit));
+}
+
+// What the node tells of a value that it did not take.
+std::string WhyNotStored(const Node& node) {
+    if (node.Attribute("status").ToText() == "Calculated") return "; it is calculated";
+    std::string expected = TextOf(node, "option_list");
+    for (std::size_t at = 0; (at = expected.find(';', at)) != std::string::npos; at += 2) {
+        expected.replace(at, 1, ", ");
+    }
+    for (const std::string& limit :
+         {LimitOf(node, "lower_limit", "at least "), LimitOf(node, "upper_limit", "at most ")}) {
+        expected += (expected.empty() || limit.empty() ? "" : ", ") + limit;
+    }
+    return expected.empty() ? "" : "; expected " + expected;
+}
+
+}  // namespace
+
 std::string Store(CaseSession& session, const client::Place& place, const std::string& value,
                   const std::string& unit) {
     const bool is_value = place.attribute.empty() || place.attribute == "value";
@@ -181,7 +207,8 @@ std::string Store(CaseSession& session, const client::Place& place, const std::s
             place.node.SetAttribute(place.attribute, FIValue(value.c_str()));
         }
     } catch (const client::Refused& refused) {
-        return OneLine(refused.Text());
+        const bool is_bare = is_value && refused.Text() == "Value not stored";
+        return OneLine(refused.Text()) + (is_bare ? WhyNotStored(place.node) : "");
     }
     return "";
 }

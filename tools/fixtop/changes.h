@@ -37,6 +37,7 @@ class Changes {
 
     // Lines are kept from now on.
     void Keep() { keeps_ = true; }
+    bool AreKept() const { return keeps_; }
     // What is stored from now on is taken back together.
     void BeginLine();
     // To be called before something is stored to a place; what else changes with it is remembered

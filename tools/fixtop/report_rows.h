@@ -13,6 +13,8 @@
 
 namespace fixtop {
 
+class Output;
+
 struct ReportColumn {
     const char* heading;
     const char* path;  // from the node of the row
@@ -30,6 +32,8 @@ using ReportRows = std::vector<ReportRow>;
 ReportColumns StreamColumns();
 // The objects of a list of all flowsheets. Throws Interrupted.
 ReportRows ObjectRows(const Node& top, const std::string& list);
+// Notes the unit operations that no table of the neutral view has.
+void TellUnitsWithoutClass(const Node& top, Output& out);
 // Adds a column for the mole fraction of each component that any of the rows has in a list.
 void AddFractions(const ReportRows& rows, const std::string& list, TableMaker& maker);
 

@@ -31,6 +31,11 @@ ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) 
     return ExitCode::kFailed;
 }
 
+void TellUnsaved(CaseSession& session, const std::string& file, Output& out) {
+    const bool is_lost = file.empty() && !session.TheChanges().AreKept();
+    if (is_lost && terminal::NotesAreSeen()) out.Note("not saved; --save FILE keeps the change");
+}
+
 client::Released SolveWithProgress(CaseSession& session) {
     const Progress progress(session);
     return SolveCase(session);

@@ -23,6 +23,10 @@ void TellWhyIncomplete(CaseSession& session, Output& out);
 // is not saved. Notes why not.
 ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out);
 
+// Notes at a terminal that what a word of the program stored is gone with it, without a file to
+// save to: what is printed may be taken for what the case holds by now. The shell asks at its end.
+void TellUnsaved(CaseSession& session, const std::string& file, Output& out);
+
 // Solves as case_session.h has it, as somebody looks on.
 client::Released SolveWithProgress(CaseSession& session);
 

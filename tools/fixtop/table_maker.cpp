@@ -9,12 +9,10 @@ namespace fixtop {
 
 namespace {
 
-// The path from a row to a match below it.
-std::string PathBelow(const std::string& row, const client::Place& match) {
-    const bool is_below = !row.empty() && match.path.starts_with(row + '.');
-    std::string path = is_below ? match.path.substr(row.size() + 1) : match.path;
-    if (match.attribute.empty()) return path;
-    return path + '(' + client::WrittenName(match.attribute) + ')';
+// The path from a row to a match.
+std::string WithAttribute(const client::Place& match) {
+    if (match.attribute.empty()) return match.path;
+    return match.path + '(' + client::WrittenName(match.attribute) + ')';
 }
 
 }  // namespace
@@ -34,10 +32,9 @@ ColumnGroup::Cells ColumnGroup::Read(const Node& node) {
         return cells;
     }
     int matches = 0;
-    const std::string row = node.Path();
-    path_.ForEach(node, [&](const client::Place& match) {
+    path_.ForEachBelow(node, [&](const client::Place& match) {
         ++matches;
-        Add(match, PathBelow(row, match), "", cells);
+        Add(match, WithAttribute(match), "", cells);
         return true;
     });
     has_several_ |= matches > 1;

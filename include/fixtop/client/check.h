@@ -21,7 +21,8 @@ struct Finding {
     int line = 0;  // 0: about the file as a whole
     std::string text;
 };
-// Of a library and a map, by file and line.
+// Of a library and a map, by file and line. Throws CaseError for a translation that the map does
+// not have, with those that it has.
 std::vector<Finding> CheckModel(const ModelFiles& files);
 
 enum class Absence {

@@ -12,6 +12,8 @@
 
 namespace fixtop::client {
 
+struct Typed;
+
 // What became of the stores of a hold.
 struct Released {
     SolveResult solve;
@@ -33,13 +35,17 @@ class Hold {
 
     // As Node::Store, for a fraction too: it stands as it is until the release. An array, and the
     // composition of the neutral view, takes a list with commas, a value for each element in order;
-    // an empty one leaves its element. Throws Refused.
+    // an empty one leaves its element. Throws Refused; then all elements of a list are as before.
     void Store(const Node& node, const std::string& typed, const std::string& unit = "");
     // Normalises, and solves unless nothing was changed. Afterwards nothing more may be stored.
     Released Release(const Solver::Progress& progress = {});
 
  private:
     class Compositions;
+
+    void Store(const Node& node, const Typed& typed);
+    void StoreList(const std::vector<Node>& elements, const std::vector<std::string>& parts,
+                   const std::string& unit);
 
     std::unique_ptr<Compositions> compositions_;
     Solver solver_;

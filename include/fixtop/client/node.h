@@ -86,8 +86,8 @@ class Node {
     // fraction may stand there as its share of all.
     void Store(const FIValue& value, const std::string& unit = "") const;
     void Store(double number, const std::string& unit = "") const;
-    // As typed: a number in a node of numbers, with or without a unit behind it ("30 C"), and
-    // nothing at all is NULL.
+    // As typed: a number in a node of numbers, with or without a unit behind it ("30 C", "30C"),
+    // and nothing at all is NULL.
     void Store(const std::string& text, const std::string& unit = "") const;
     // The value is older than a change of the case.
     bool IsStale() const;

@@ -99,12 +99,36 @@ void ForEachChild(FIIterator& node, const ChildVisitor& visit) {
     } while (child->Next());
 }
 
+namespace {
+
+// The step as most children have it, without a look at their siblings; empty when it does not lead
+// to the child.
+std::string LikelyStep(FIIterator& parent, FIIterator& child) {
+    const std::string name = NameOf(child);
+    const bool is_plain = !name.empty() && name != kAnyName && name[0] != '#' &&
+                          name.size() <= std::size_t{kComparedNameLength} &&
+                          name.find('&') == std::string::npos;
+    if (!is_plain) return "";
+    const std::string key = KeyOf(child);
+    const std::string step = WrittenName(name) + (key.empty() ? "" : '(' + WrittenKey(key) + ')');
+    const Copied found = CopyOf(parent);
+    const bool leads_there = found->SeekPath(FIValue(step.c_str())) &&
+                             found->Depth() == child.Depth() && found->Equal(child);
+    return leads_there ? step : "";
+}
+
+}  // namespace
+
 std::string PathTo(FIIterator& node) {
     const Copied parent = CopyOf(node);
     std::string path;
     while (parent->Depth() > 0) {
         const Copied child = CopyOf(*parent);
         parent->Up();
+        if (const std::string step = LikelyStep(*parent, *child); !step.empty()) {
+            path = JoinPath(step, path);
+            continue;
+        }
         const std::uint64_t number = child->ObjectNumber();
         ForEachChild(*parent, [&](FIIterator& sibling, const ChildStep& step) {
             // Where objects have numbers these tell at once; a cursor may count its way.

@@ -17,8 +17,9 @@ class Matches {
     Matches(const PreparedPath& path, const MatchVisitor& visit)
         : path_(path), steps_(path.Steps()), visit_(visit) {}
 
-    int From(FIIterator& start) {
-        Follow(start, PathTo(start), 0);
+    // `above` is what the paths of the matches begin with.
+    int From(FIIterator& start, const std::string& above) {
+        Follow(start, above, 0);
         return count_;
     }
 
@@ -100,7 +101,11 @@ bool Enter(const PreparedPath& path, const PathStep& step, bool goes_on, FIItera
 }  // namespace
 
 int ForEachMatch(FIIterator& start, const PreparedPath& path, const MatchVisitor& visit) {
-    return Matches(path, visit).From(start);
+    return Matches(path, visit).From(start, PathTo(start));
+}
+
+int ForEachMatchBelow(FIIterator& start, const PreparedPath& path, const MatchVisitor& visit) {
+    return Matches(path, visit).From(start, "");
 }
 
 PathEnd EndOf(FIIterator& start, const PreparedPath& path) {

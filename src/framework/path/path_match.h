@@ -25,6 +25,8 @@ struct PathMatch {
 // names too. Answers how many were visited. The path has to parse.
 using MatchVisitor = std::function<bool(const PathMatch& match)>;
 int ForEachMatch(FIIterator& start, const PreparedPath& path, const MatchVisitor& visit);
+// The same with paths from `start`, which saves the way back from there to the root.
+int ForEachMatchBelow(FIIterator& start, const PreparedPath& path, const MatchVisitor& visit);
 
 // Where a path ends that leads nowhere.
 struct PathEnd {

@@ -100,7 +100,7 @@ void MapFileCheck::OnTranslateName(const CheckedElement& element) {
 }
 
 void MapFileCheck::OnTranslate(const CheckedElement& element) {
-    translators_.Check(element);
+    if (translators_.Check(element)) translations_.insert(TranslateNameOf(element));
 }
 
 void MapFileCheck::OnInclude(const CheckedElement& element) {
@@ -198,6 +198,7 @@ void MapFileCheck::AddTranslator(const std::string& name, const CheckedElement& 
     if (!translators_.Check(element)) return;
     const bool is_array = element.name == "TranslateArray";
     const std::string translate_name = TranslateNameOf(element);
+    translations_.insert(translate_name);
     if (translate_name == translate_name_) {
         auto& places = is_array ? attribute.array_translators : attribute.plain_translators;
         places.push_back(element.place);
@@ -288,11 +289,22 @@ void MapFileCheck::CheckWhole() {
     if (!has_top_node_ && Start().line > 0) {
         findings_.Mistake(Start(), "no <TopNode> names the function that gives the top of a case");
     }
+    CheckTranslation();
     for (const auto& [class_name, each] : library_.classes) {
         for (const auto& [name, attribute] : each.attributes) {
             CheckMapped(class_name, name, attribute);
         }
     }
+}
+
+// The tree of one that the map does not have is without values. A map that names none is an
+// author's who has not come to that.
+void MapFileCheck::CheckTranslation() {
+    translations_.erase("");
+    if (translations_.empty() || translations_.contains(translate_name_)) return;
+    std::string known;
+    for (const std::string& name : translations_) known += (known.empty() ? "" : ", ") + name;
+    findings_.Mistake(Start(), "no such translation: " + translate_name_ + "; expected " + known);
 }
 
 void MapFileCheck::CheckMapped(const std::string& class_name, const std::string& name,

@@ -3,6 +3,9 @@
 
 // The check of map files against what class files declare.
 
+#include <set>
+#include <string>
+
 #include "mapping/check/checked_library.h"
 #include "mapping/check/file_walk.h"
 #include "mapping/check/findings.h"
@@ -45,6 +48,7 @@ class MapFileCheck final : public FileWalk {
                           CheckedAttribute& attribute);
     void CheckOptions(const CheckedElement& element, const CheckedEnumeration& enumeration);
     void AddOptionTable(const CheckedElement& element, std::map<std::string, FindingPlace>& tables);
+    void CheckTranslation();
     void CheckMapped(const std::string& class_name, const std::string& name,
                      const CheckedAttribute& attribute);
     // Of an element, or else the default one.
@@ -53,6 +57,7 @@ class MapFileCheck final : public FileWalk {
     CheckedLibrary& library_;
     const std::string translate_name_;
     std::string default_name_;
+    std::set<std::string> translations_;  // that have a translator
     std::string default_branch_ = "Both";
     TranslatorCheck translators_;
     bool has_top_node_ = false;

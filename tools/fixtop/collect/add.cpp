@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <functional>
+#include <set>
 
+#include "collect/selected_items.h"
 #include "collect/selection_word.h"
 #include "memory.h"
 #include "words/makers.h"
@@ -14,6 +15,7 @@ class CollectAdd final : public SelectionWord {
     void Declare(CLI::App& app) override {
         AddNames(app, "PATTERN", patterns_, "Nodes: paths, with wildcards and filters")->required();
         AddName(app, "--unit", unit_, "Unit in which they are shown");
+        AddJson(app, json_);
     }
 
  private:
@@ -46,8 +48,20 @@ class CollectAdd final : public SelectionWord {
         if (MemoryFailures() != before) throw std::bad_alloc();
         // Saved before anything is written: whoever reads may have gone away.
         if (selection.Size() > 0) selection.Save(File());
-        for (const std::string& path : added) around.out.Line(OneLine(path));
+        if (!json_) {
+            for (const std::string& path : added) around.out.Line(OneLine(path));
+        } else if (!added.empty()) {
+            WriteRecords(selection, {added.begin(), added.end()}, around.out);
+        }
         return code;
+    }
+    static void WriteRecords(const client::Selection& selection, const std::set<std::string>& added,
+                             Output& out) {
+        const std::vector<std::string> paths = selection.Paths();
+        const std::vector<std::string> units = selection.Units();
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            if (added.contains(paths[i])) out.Line(RecordOfChoice(paths[i], units[i]));
+        }
     }
     client::Selection LoadOrBegin(CommandContext& around) {
         const CaseSession& session = *around.session;
@@ -64,6 +78,7 @@ class CollectAdd final : public SelectionWord {
 
     std::vector<std::string> patterns_;
     std::string unit_;
+    bool json_ = false;
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "collect/selected_items.h"
 #include "collect/selection_word.h"
 #include "words/makers.h"
 
@@ -16,18 +17,12 @@ class CollectList final : public SelectionWord {
         const std::vector<std::string> paths = selection.Paths();
         const std::vector<std::string> units = selection.Units();
         for (std::size_t i = 0; i < paths.size(); ++i) {
-            around.out.Line(json_ ? Record(paths[i], units[i]) : Line(paths[i], units[i]));
+            around.out.Line(json_ ? RecordOfChoice(paths[i], units[i]) : Line(paths[i], units[i]));
         }
         return ExitCode::kOk;
     }
     static std::string Line(const std::string& path, const std::string& unit) {
         return unit.empty() ? OneLine(path) : OneLine(path) + '\t' + OneLine(unit);
-    }
-    static std::string Record(const std::string& path, const std::string& unit) {
-        Json record;
-        record["path"] = OneLine(path);
-        record["uom"] = UnitToJson(unit);
-        return ToLine(record);
     }
 
     bool json_ = false;

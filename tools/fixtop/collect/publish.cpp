@@ -8,16 +8,24 @@ namespace {
 
 class Publish final : public SelectionWord {
  public:
-    void Declare(CLI::App&) override {}
+    void Declare(CLI::App& app) override { AddJson(app, json_); }
 
  private:
     ExitCode Work(CommandContext& around) override {
         const client::Selection selection =
             client::Selection::Load(File(), around.session->OpenCase());
         RequireWhole(selection, File());
-        around.out.Line(OneLine(selection.Publish()));
+        const std::string file = OneLine(selection.Publish());
+        around.out.Line(json_ ? Record(file) : file);
         return ExitCode::kOk;
     }
+    static std::string Record(const std::string& file) {
+        Json record;
+        record["file"] = file;
+        return ToLine(record);
+    }
+
+    bool json_ = false;
 };
 
 }  // namespace

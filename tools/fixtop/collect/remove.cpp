@@ -10,6 +10,7 @@ class CollectRemove final : public SelectionWord {
  public:
     void Declare(CLI::App& app) override {
         AddNames(app, "PATH", paths_, "Nodes, by the paths that list writes")->required();
+        AddJson(app, json_);
     }
 
  private:
@@ -18,15 +19,23 @@ class CollectRemove final : public SelectionWord {
         client::Selection selection = client::Selection::Load(File());
         RequireWhole(selection, File());
         ExitCode code = ExitCode::kOk;
-        bool is_changed = false;
+        std::vector<std::string> removed;
         for (const std::string& path : paths_) {
             const std::string problem = Take(path, selection);
-            is_changed = is_changed || problem.empty();
-            if (problem.empty()) continue;
+            if (problem.empty()) {
+                removed.push_back(path);
+                continue;
+            }
             around.out.Note(problem);
             code = ExitCode::kFailed;
         }
-        if (is_changed) selection.Save(File());
+        if (!removed.empty()) selection.Save(File());
+        if (!json_) return code;
+        for (const std::string& path : removed) {
+            Json record;
+            record["removed"] = OneLine(path);
+            around.out.Line(ToLine(record));
+        }
         return code;
     }
     // Answers what is wrong.
@@ -39,6 +48,7 @@ class CollectRemove final : public SelectionWord {
     }
 
     std::vector<std::string> paths_;
+    bool json_ = false;
 };
 
 }  // namespace

@@ -102,6 +102,13 @@ ExitCode TellMissing(const SelectedItems& items, const std::string& name, Output
     return code;
 }
 
+std::string RecordOfChoice(const std::string& path, const std::string& unit) {
+    Json record;
+    record["path"] = OneLine(path);
+    record["uom"] = UnitToJson(unit);
+    return ToLine(record);
+}
+
 void ItemFormat::Declare(CLI::App& app) {
     AddJson(app, json_);
     app.add_flag("--csv", csv_, "Write comma-separated values")->excludes("--json");

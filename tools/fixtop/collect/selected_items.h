@@ -51,6 +51,9 @@ class ItemFormat {
     bool json_ = false;
 };
 
+// What is known of an item without a case: path, uom; null for the node's own unit.
+std::string RecordOfChoice(const std::string& path, const std::string& unit);
+
 // A line each item.
 void Write(const SelectedItems& items, const ItemFormat& format, Output& out);
 

@@ -3,6 +3,7 @@
 #include "collect/selection_word.h"
 #include "input_lines.h"
 #include "solver_run.h"
+#include "stores.h"
 #include "words/makers.h"
 
 namespace fixtop {
@@ -22,7 +23,7 @@ class CollectWrite final : public SelectionWord {
 
  private:
     ExitCode Work(CommandContext& around) override {
-        client::Selection selection = Load(*around.session, around.out);
+        const client::Selection selection = Load(*around.session, around.out);
         if (!TakeInput(around.out)) return ExitCode::kUnreadable;
         if (values_.size() != selection.Size()) {
             around.out.Note(OneLineMessage(File()) + ": expected a value for each node, " +
@@ -31,15 +32,19 @@ class CollectWrite final : public SelectionWord {
                             "; an empty one leaves its node as it is");
             return ExitCode::kUsage;
         }
-        const bool all_stored = Store(selection, around);
+        CaseSession& session = *around.session;
+        const bool stays_held = session.IsHeld();
+        bool is_done = Store(selection, session, around.out);
+        if (!stays_held && session.IsHeld()) is_done &= Solve(session, around.out);
         // Under another name the case has another list of what it publishes.
         const SelectedItems items(selection);
         // Saved before anything is written: whoever reads may have gone away.
-        ExitCode code = SaveSolved(*around.session, saved_, around.out);
+        ExitCode code = SaveSolved(session, saved_, around.out);
         const ExitCode missing = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
-        TellWhyIncomplete(*around.session, around.out);
-        if (code == ExitCode::kOk && !all_stored) code = ExitCode::kFailed;
+        if (session.TheChanges().AreUnsaved()) TellUnsaved(session, saved_, around.out);
+        if (!stays_held) TellWhyIncomplete(session, around.out);
+        if (code == ExitCode::kOk && !is_done) code = ExitCode::kFailed;
         return code == ExitCode::kOk ? missing : code;
     }
     // Puts the lines of standard input in place of each -.
@@ -56,20 +61,38 @@ class CollectWrite final : public SelectionWord {
         values_ = std::move(values);
         return true;
     }
-    bool Store(client::Selection& selection, CommandContext& around) const {
-        const Progress progress(*around.session);
-        around.session->Solver().SolveOnStore(true);
-        around.session->TheChanges().SetUnsaved(true);
-        const std::vector<std::string> refused =
-            selection.Store(std::span<const std::string>(values_), unit_);
-        const std::vector<std::string> paths = selection.Paths();
+    // As set stores: in the hold of the session, to be taken back by undo.
+    bool Store(const client::Selection& selection, CaseSession& session, Output& out) const {
+        const std::vector<client::ItemState> states = selection.States();
+        const std::vector<std::string> units = selection.Units();
         bool all_stored = true;
-        for (std::size_t i = 0; i < refused.size(); ++i) {
-            if (refused[i].empty()) continue;
-            around.out.Note(OneLine(paths[i]) + ": " + OneLine(refused[i]));
+        std::size_t item = 0;
+        selection.ForEachNode([&](const std::string& path, const std::optional<Node>& node) {
+            const std::size_t at = item++;
+            if (values_[at].empty()) return;
+            const std::string refused = StoreTo(node, states[at], units[at], values_[at], session);
+            if (refused.empty()) return;
+            out.Note(OneLine(path) + ": " + refused);
             all_stored = false;
-        }
+        });
         return all_stored;
+    }
+    // Answers the reason of a refusal.
+    std::string StoreTo(const std::optional<Node>& node, const client::ItemState& state,
+                        const std::string& unit, const std::string& value,
+                        CaseSession& session) const {
+        if (!node) return "No element exists under this node";
+        if (unit_.empty() && state.lacks_unit) {
+            return "the unit that the selection has for it is none of it: " + OneLine(unit);
+        }
+        if (unit_.empty() && !unit.empty()) node->ShowIn(unit);
+        return fixtop::Store(session, {*node, "", ""}, value, unit_);
+    }
+    // Whether all compositions were taken, and the solve completed. In an open hold neither is
+    // known yet.
+    static bool Solve(CaseSession& session, Output& out) {
+        const client::Released released = SolveWithProgress(session);
+        return TellReleased(released, out) && released.solve.complete;
     }
 
     std::vector<std::string> values_;

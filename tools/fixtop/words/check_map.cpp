@@ -23,6 +23,18 @@ class CheckMap final : public Word {
     }
 
     ExitCode Run(CommandContext& around) override {
+        try {
+            return Check(around);
+        } catch (const client::CaseError& error) {
+            around.out.Note(MessageOf(error));
+            return ExitCode::kUnreadable;
+        }
+    }
+
+    bool TellsFailures() const override { return true; }
+
+ private:
+    ExitCode Check(CommandContext& around) const {
         ExitCode code = ExitCode::kOk;
         for (const client::Finding& each : client::CheckModel(view_.files)) {
             if (each.is_mistake) code = ExitCode::kFailed;
@@ -32,9 +44,6 @@ class CheckMap final : public Word {
         return CheckCase(around.out) ? code : ExitCode::kUnreadable;
     }
 
-    bool TellsFailures() const override { return true; }
-
- private:
     void Tell(const client::Finding& finding, Output& out) const {
         if (json_) {
             Json record;

@@ -33,7 +33,7 @@ constexpr Stop kTour[] = {
     {"The solver has nothing left to do:", "solve", "Solve is complete\n"},
     {"And the product has changed:", "get 'Streams.Sales Gas.Molar Flow'", "", ExitCode::kOk, true},
     {"What the solver calculates can't be stored:", "set 'Streams.Sales Gas.Molar Flow' 900",
-     "Value not stored\n", ExitCode::kFailed},
+     "Value not stored; it is calculated\n", ExitCode::kFailed},
     {"A path that leads nowhere says how far it came:", "get 'Streams.Raw Gass.Temperature'",
      "near: Raw Gas", ExitCode::kFailed},
     {"And one that can't be read says why:", "get Streams.*[Temperature",

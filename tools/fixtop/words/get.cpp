@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "case_session.h"
+#include "fixtop/client/near_names.h"
 #include "input_lines.h"
 #include "words/makers.h"
 
@@ -56,7 +59,15 @@ class Get final : public Word {
         try {
             reading = place.node.Read(unit_, attribute);
         } catch (const client::Refused& refused) {
-            return Refuse(path, OneLine(refused.Text()), false, out);
+            const bool lacks_value = attribute == "value" && !place.node.IsVariable();
+            const std::string problem = lacks_value && !place.node.IsGone() && !unit_.empty()
+                                            ? NothingIn(unit_, place.node)
+                                            : OneLine(refused.Text());
+            return Refuse(path, problem, false, out);
+        }
+        if (!attribute_.empty() && reading.value.IsNull()) {
+            const std::string unknown = UnknownAttribute(place.node);
+            if (!unknown.empty()) return Refuse(path, unknown, false, out);
         }
         if (reading.stale) out.Note(path + ": older than a change of the case");
         const std::string problem = OneLine(client::OtherUnit(attribute, reading, unit_));
@@ -69,15 +80,27 @@ class Get final : public Word {
             out.Line(ToLine(record));
         } else {
             out.Line(OneLine(reading.value));
-            const std::string shown = path.empty() ? TextOf(place.node, "name") : path;
-            if (is_holder && tells_held_) out.Note(shown + ": no value, but " + Held(place.node));
+            if (is_holder && tells_held_) {
+                out.Note(Called(path) + ": no value, but " + Held(place.node));
+            }
         }
         if (!problem.empty()) out.Note(path + ": " + problem);
         return problem.empty();
     }
+    // What is wrong with the one that is asked for; empty when the node lists it.
+    std::string UnknownAttribute(const Node& node) const {
+        std::vector<std::string> names = {"value", "stale"};
+        for (const auto& [name, value] : node.Attributes()) names.push_back(name);
+        if (std::ranges::find(names, attribute_) != names.end()) return "";
+        std::string near;
+        for (const std::string& name : client::NearNames(attribute_, names)) {
+            near += (near.empty() ? "; near: " : ", ") + OneLine(name);
+        }
+        return "no such attribute: " + OneLine(attribute_) + near;
+    }
     bool Refuse(const std::string& path, const std::string& problem, bool names_path,
                 Output& out) const {
-        out.Note(names_path ? problem : path + ": " + problem);
+        out.Note(names_path ? problem : Called(path) + ": " + problem);
         if (json_) {
             Json record;
             record["path"] = path;
@@ -85,6 +108,10 @@ class Get final : public Word {
             out.Line(ToLine(record));
         }
         return false;
+    }
+    // The empty path leads to the top.
+    static std::string Called(const std::string& path) {
+        return path.empty() ? "the top node" : path;
     }
     // "MaterialStreamObject with Temperature, Pressure and 3 more"
     static std::string Held(const Node& node) {
@@ -97,6 +124,26 @@ class Get final : public Word {
         });
         if (count > kNamed) names += " and " + std::to_string(count - kNamed) + " more";
         return TextOf(node, "type") + (count == 0 ? " with nothing in it" : names);
+    }
+    // What a node without a value holds, and what of it can be shown in the unit.
+    static std::string NothingIn(const std::string& unit, const Node& node) {
+        std::string names;
+        ForEachChild(node, [&](const client::Child& child) {
+            if (CanBeIn(unit, child.node))
+                names += (names.empty() ? "" : ", ") + OneLine(child.step);
+            return true;
+        });
+        return "no value, but " + Held(node) + "; in " + OneLine(unit) +
+               " can be shown: " + (names.empty() ? "nothing" : names);
+    }
+    static bool CanBeIn(const std::string& unit, const Node& node) {
+        if (!node.IsVariable() || node.Attribute("uom_options").IsNull()) return false;
+        try {
+            Node(node).ShowIn(unit);
+        } catch (const client::Refused&) {
+            return false;
+        }
+        return true;
     }
     static void AddHeld(const Node& node, Json& record) {
         record["type"] = TextOf(node, "type");

@@ -21,7 +21,9 @@ class NodeWord : public Word {
                 return ExitCode::kFailed;
             }
             Show(Shown(session, found->node), around.out);
-            return ExitCode::kOk;
+            problem = Lacking();
+            if (!problem.empty()) around.out.Note(problem);
+            return problem.empty() ? ExitCode::kOk : ExitCode::kFailed;
         } catch (const client::CaseError& error) {
             around.out.Note(MessageOf(error));
             return ExitCode::kUnreadable;
@@ -42,6 +44,8 @@ class NodeWord : public Word {
     // Which node is shown for the one that was found.
     virtual Node Shown(CaseSession&, const Node& found) { return found; }
     virtual void Show(const Node& node, Output& out) = 0;
+    // What could not be shown as it was asked for; empty when all was.
+    virtual std::string Lacking() const { return ""; }
 
     std::string path_;
     bool json_ = false;

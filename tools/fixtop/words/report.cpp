@@ -6,6 +6,7 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <set>
 #include <system_error>
 
 #include "case_session.h"
@@ -162,7 +163,7 @@ class FolderWriter final : public TableWriter {
         if (error) throw client::CaseError({folder_ + " can't be made: " + error.message()});
     }
     void Write(const Table& table, const std::string& name) override {
-        const std::string file = folder_ + '/' + FileName(name);
+        const std::string file = folder_ + '/' + NameAlone(FileName(name));
         TextOutput text(out_);
         WriteCsv(table, text);
         std::ofstream stream(PathOf(file), std::ios::binary);
@@ -176,8 +177,25 @@ class FolderWriter final : public TableWriter {
     }
 
  private:
+    // Names that differ may make one of a file, also where letters of both cases are one.
+    std::string NameAlone(const std::string& name) {
+        const std::string stem = name.substr(0, name.rfind('.'));
+        std::string alone = name;
+        for (int number = 2; !taken_.insert(Small(alone)).second; ++number) {
+            alone = stem + '~' + std::to_string(number) + ".csv";
+        }
+        return alone;
+    }
+    static std::string Small(std::string name) {
+        for (char& c : name) {
+            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        }
+        return name;
+    }
+
     std::string folder_;
     Output& out_;
+    std::set<std::string> taken_;
 };
 
 class Report final : public Word {
@@ -195,6 +213,8 @@ class Report final : public Word {
         try {
             units_.Use(open_case);
             WriteAll(around.session->Top(), *MakeWriter(around.out));
+            if (tables_ == 0) around.out.Note("the case has nothing to report");
+            TellUnitsWithoutClass(around.session->Top(), around.out);
             return ExitCode::kOk;
         } catch (const client::CaseError& error) {
             around.out.Note(MessageOf(error));
@@ -249,7 +269,7 @@ class Report final : public Word {
     }
     // A table without rows or columns is left out.
     void Write(const ReportRows& rows, ReportColumns columns, const char* fractions,
-               const Title& title, TableWriter& writer) const {
+               const Title& title, TableWriter& writer) {
         TableMaker maker;
         for (const ReportColumn& column : columns) {
             maker.AddColumn({column.path, "value", column.heading});
@@ -264,12 +284,14 @@ class Report final : public Word {
         table.title = title.text;
         ShortenClasses(table);
         writer.Write(table, title.name);
+        ++tables_;
     }
 
     std::map<std::string, ReportRows> objects_;
     UnitChoice units_;
     std::string folder_;
     bool json_ = false;
+    int tables_ = 0;  // that were written
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ class Set final : public Word {
         AddName(app, "PATH", first_.path, "Node, or an attribute of it as in Feed(attachments)")
             ->required();
         AddText(app, "VALUE", first_.value,
-                "New value, also with a unit behind it ('30 C'); empty takes the value away")
+                "New value, also with a unit behind it (30C or '30 C'); empty takes the value away")
             ->required();
         AddName(app, "--unit", first_.unit, "Unit of the value");
         AddSeveral(app, first_.first, first_.all);
@@ -39,6 +39,7 @@ class Set final : public Word {
         ExitCode code = all_taken ? ExitCode::kOk : ExitCode::kFailed;
         if (all_taken) code = SaveSolved(*around.session, file_, around.out);
         for (const Stores::Stored& stored : stores_.Taken()) Report(stored, solve, around.out);
+        if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (!solve || solve->complete) return code;
         TellWhyIncomplete(*around.session, around.out);
         return code == ExitCode::kOk ? ExitCode::kFailed : code;

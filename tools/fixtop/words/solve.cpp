@@ -24,23 +24,49 @@ struct Culprit {
 };
 using Culprits = std::vector<Culprit>;
 
-// Those of the main flowsheet.
-Culprits CulpritsOf(CaseSession& session) {
-    Culprits culprits;
-    for (const char* list : {"Streams", "UnitOps", "Utilities"}) {
-        const std::string path = std::string("appModel.FlowSheetObjects.") + list;
-        const auto found = session.OpenCase().Top().Find(path);
-        if (!found) continue;
+// Collects the culprits of a flowsheet and of those in it.
+class Blame {
+ public:
+    // Each flowsheet lists the utilities of the whole case.
+    void WalkCase(const Node& main, const std::string& path) {
+        Walk(main, "", path);
+        WalkList(main, "Utilities", "", path);
+    }
+    Culprits Take() { return std::move(culprits_); }
+
+ private:
+    // The node that holds the lists; what its objects' names and paths begin with.
+    void Walk(const Node& flowsheet, const std::string& names, const std::string& path) {
+        WalkList(flowsheet, "Streams", names, path);
+        WalkList(flowsheet, "UnitOps", names, path);
+    }
+    void WalkList(const Node& flowsheet, const char* list, const std::string& names,
+                  const std::string& path) {
+        const auto found = flowsheet.Find(list);
+        if (!found) return;
+        const std::string list_path = client::JoinPath(path, list);
         ForEachChild(found->node, [&](const client::Child& child) {
-            std::string status = TextOf(child.node, "status");
-            if (!status.empty() && status != "OK") {
-                culprits.push_back({OneLine(child.node.Name()),
-                                    OneLine(client::JoinPath(path, child.step)), status});
-            }
+            Judge(child, names, client::JoinPath(list_path, child.step));
             return true;
         });
     }
-    return culprits;
+    void Judge(const client::Child& child, const std::string& names, const std::string& path) {
+        const std::string name = names + OneLine(child.node.Name());
+        std::string status = TextOf(child.node, "status");
+        if (!status.empty() && status != "OK") {
+            culprits_.push_back({name, OneLine(path), std::move(status)});
+        }
+        if (child.node.Find("UnitOps")) Walk(child.node, name + '/', path);
+    }
+
+    Culprits culprits_;
+};
+
+Culprits CulpritsOf(CaseSession& session) {
+    constexpr char kMain[] = "appModel.FlowSheetObjects";
+    Blame blame;
+    if (const auto main = session.OpenCase().Top().Find(kMain)) blame.WalkCase(main->node, kMain);
+    return blame.Take();
 }
 
 class Solve final : public Word {
@@ -56,17 +82,24 @@ class Solve final : public Word {
         bool all_taken = stores_.StoreAll(around);
         const client::SolveResult end = SolveHeld(around, all_taken);
         // Saved before anything is written: whoever reads may have gone away.
-        const ExitCode saved = SaveSolved(*around.session, file_, around.out);
+        const ExitCode saved = Save(all_taken, around);
         const bool is_whole = end.complete || terminal::IsInterrupted();
         const Culprits culprits = is_whole ? Culprits() : CulpritsOf(*around.session);
         Report(end, culprits, around.out);
         if (!end.complete) TellWhyIncomplete(*around.session, around.out);
         if (!json_) Name(culprits, around.out);
+        if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (saved != ExitCode::kOk) return saved;
         return end.complete && all_taken ? ExitCode::kOk : ExitCode::kFailed;
     }
 
  private:
+    // A case that lacks a store is another one than was meant.
+    ExitCode Save(bool all_taken, CommandContext& around) const {
+        if (all_taken) return SaveSolved(*around.session, file_, around.out);
+        if (!file_.empty()) around.out.Note(OneLineMessage(file_) + ": not saved");
+        return ExitCode::kOk;
+    }
     // A solve ends a hold.
     static client::SolveResult SolveHeld(CommandContext& around, bool& all_taken) {
         const client::Released released = SolveWithProgress(*around.session);

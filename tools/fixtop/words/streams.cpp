@@ -25,9 +25,9 @@ class Streams final : public Word {
             around.out.Note(MessageOf(error));
             return ExitCode::kUnreadable;
         }
-        (json_  ? WriteJson
-         : csv_ ? WriteCsv
-                : WritePlain)(Whole(around.session->Top()), around.out);
+        const Table whole = Whole(around.session->Top());
+        (json_ ? WriteJson : csv_ ? WriteCsv : WritePlain)(whole, around.out);
+        if (whole.rows.empty()) around.out.Note("the case has no material streams");
         return ExitCode::kOk;
     }
 

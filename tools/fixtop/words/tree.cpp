@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <limits>
+#include <set>
 
 #include "unit_choice.h"
 #include "words/makers.h"
@@ -42,12 +43,22 @@ class Tree final : public NodeWord {
             try {
                 client::Reading reading = node.Read(unit);
                 const bool has_unit = !unit.empty() && !reading.unit.empty();
-                if (has_unit && client::OtherUnit("value", reading, unit).empty()) return reading;
+                if (has_unit && client::OtherUnit("value", reading, unit).empty()) {
+                    used_.insert(unit);
+                    return reading;
+                }
             } catch (const client::Refused&) {
                 // One for other quantities.
             }
         }
         return plain;
+    }
+    std::string Lacking() const override {
+        std::string units;
+        for (const std::string& unit : wanted_) {
+            if (!used_.contains(unit)) units += (units.empty() ? "" : ", ") + OneLine(unit);
+        }
+        return units.empty() ? "" : "no value is shown in: " + units;
     }
     static bool IsSpecified(const std::string& status) {
         return status == "Specified" || status == "Default";
@@ -111,6 +122,7 @@ class Tree final : public NodeWord {
     int depth_ = std::numeric_limits<int>::max();
     std::vector<std::string> wanted_;
     UnitChoice units_;
+    mutable std::set<std::string> used_;  // of the units, while the tree is shown
     bool attachments_ = false;
     bool all_ = false;
 };

@@ -6,6 +6,7 @@
 
 #include "case_session.h"
 #include "flowsheets.h"
+#include "report_rows.h"
 #include "table.h"
 #include "unit_choice.h"
 #include "words/makers.h"
@@ -138,7 +139,10 @@ class Units final : public Word {
             return ExitCode::kUnreadable;
         }
         Gather(around.session->Top());
-        (json_ ? WriteJson : WritePlain)(Whole(around.session->Top()), around.out);
+        const Table whole = Whole(around.session->Top());
+        (json_ ? WriteJson : WritePlain)(whole, around.out);
+        if (whole.rows.empty()) around.out.Note("the case has no unit operations to show");
+        TellUnitsWithoutClass(around.session->Top(), around.out);
         return ExitCode::kOk;
     }
 
@@ -183,8 +187,7 @@ class Units final : public Word {
                           "Mass balance error",
                           "Energy balance error"};
         ForEachObject(top, client::Pattern("UnitOperation"), [&](const FlowsheetObject& unit) {
-            table.rows.push_back(
-                {unit.name, unit.node.Path(), CellsOf(unit.node, balances_[unit.name])});
+            table.rows.push_back({unit.name, unit.path, CellsOf(unit.node, balances_[unit.name])});
         });
         return table;
     }

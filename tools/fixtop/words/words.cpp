@@ -54,14 +54,16 @@ constexpr WordRow kWords[] = {
      "more values are stored with it, and solved once: fractions of a composition stand as they\n"
      "are given when they sum to 1, or else are normalised, with a message. A composition, as any\n"
      "array, takes the values of all its elements, with commas: 0.8,0.05,0.15. An empty VALUE\n"
-     "takes the value away. VALUE is in the unit behind it, in --unit, or else in the unit that\n"
-     "get shows. Exit status 1 when a store is refused, and nothing is saved; also when the case\n"
+     "takes the value away. VALUE is in the unit behind it (30C), in --unit, or else in the unit\n"
+     "that get shows. Exit status 1 when a store is refused, and nothing is saved; also when the "
+     "case\n"
      "does not solve, as when a value is still missing: standard error then tells why, and in\n"
      "JSON \"complete\" is false. A recorded case keeps its results, marked as stale.",
      View::kEither, Place::kBoth, MakeSet},
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
-     "stand against it are named on standard error. The values given with --set are stored first.",
+     "stand against it are named on standard error. The values given with --set are stored first;\n"
+     "when one is refused nothing is saved, and the exit status is 1.",
      View::kRaw, Place::kBoth, MakeSolve},
     {"hold", "Keep the solver and the normalising of fractions back until release", "", View::kRaw,
      Place::kShell, MakeHold},
@@ -80,7 +82,7 @@ constexpr WordRow kWords[] = {
     {"collect add", "Add nodes to a selection, or begin one",
      "Writes the path of each node that was added. One that is chosen already stays where it is,\n"
      "and takes the --unit. Exit status 1 when a pattern matches nothing, or a node can't be\n"
-     "chosen; the others are added.",
+     "chosen; the others are added. With --json an object a line: path, uom.",
      View::kEither, Place::kBoth, MakeCollectAdd},
     {"collect list", "List the paths of a selection, and the units that were chosen",
      "A line each: path, tab, unit; without a unit nothing follows the path.", View::kNone,
@@ -93,17 +95,19 @@ constexpr WordRow kWords[] = {
      View::kOfSelection, Place::kBoth, MakeCollectRead},
     {"collect write", "Store values into the nodes of a selection, in their order",
      "As many values as there are nodes; an empty one leaves its node as it is. The value - reads\n"
-     "values from standard input, one a line. They are in --unit, or else in the units of the\n"
-     "selection. The case is solved once, and all values are written as they then stand, as read\n"
-     "does. Exit status 1 when a store is refused; the others stand.",
+     "values from standard input, one a line. They are in the units behind them (30C), in --unit,\n"
+     "or else in the units of the selection. The case is solved once, and all values are written\n"
+     "as they then stand, as read does. Exit status 1 when a store is refused, the others stand;\n"
+     "also when the case does not solve.",
      View::kOfSelection, Place::kBoth, MakeCollectWrite},
     {"collect watch", "Solve the case and write how values of a selection change",
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
      "given with --set are stored first. Ends with the solve.",
      View::kOfSelection, Place::kBoth, MakeCollectWatch},
     {"collect remove", "Take nodes out of a selection",
-     "Exit status 1 when a path is not one of its own; the others are removed.", View::kNone,
-     Place::kBoth, MakeCollectRemove},
+     "Exit status 1 when a path is not one of its own; the others are removed. With --json an\n"
+     "object each: removed.",
+     View::kNone, Place::kBoth, MakeCollectRemove},
     {"collect diff", "Compare the values of a selection in two cases",
      "A line each node that differs by more than the tolerance: path, both values, unit and\n"
      "difference. Exit status 1 when there is one, or a node is missing on a side.",
@@ -112,7 +116,7 @@ constexpr WordRow kWords[] = {
      "Writes the selection beside the case, as its name with .atpub, and then the name of that\n"
      "file. The case shows its nodes below \"QSI Published Variables\" from then on. Exit status "
      "3\n"
-     "when it can't be written, or the case does not have all nodes.",
+     "when it can't be written, or the case does not have all nodes. With --json an object: file.",
      View::kRaw, Place::kBoth, MakePublish},
     {"explain", "Tell where a node of the neutral view comes from",
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
@@ -158,8 +162,9 @@ constexpr WordRow kWords[] = {
      "instances, count, text, example.",
      View::kNone, Place::kProgram, MakeCheckMap},
     {"path", "Show the steps of a path expression",
-     "Exit status 1 and the parse error when it does not parse.", View::kNone, Place::kBoth,
-     MakePath},
+     "Every name stands in quotes. Exit status 1 and the parse error when it does not parse. With\n"
+     "--json an object: path, steps.",
+     View::kNone, Place::kBoth, MakePath},
     {"shell", "Work in a case at a prompt",
      "The words of the program without CASE, and cd, pwd, hold, release, undo, save, help, quit\n"
      "and exit. At a terminal quit asks when something is not saved.\n"
@@ -179,8 +184,7 @@ constexpr WordRow kWords[] = {
     {"undo", "Take back what the last line stored",
      "Writes what then stands at its paths, after a solve unless stores are held. Once more it "
      "goes\n"
-     "on to the line before. What was solved without a store, and collect write, can't be taken\n"
-     "back.",
+     "on to the line before. What was solved without a store can't be taken back.",
      View::kRaw, Place::kShell, MakeUndo},
     {"help", "List the words, or explain one", "", View::kRaw, Place::kShell, MakeHelp},
     {"quit", "Leave the shell", "", View::kRaw, Place::kShell, MakeQuit},
