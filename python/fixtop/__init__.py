@@ -17,10 +17,12 @@ from .case import Case, Normalised, demo, open
 from .errors import (CaseError, Error, NodeGone, NoSuchMember, NoSuchNode, PathError, Refused, SolveFailed,
                      StoreRefused, UnitError, WrongThread)
 from .nodes import NodeList
+from .report import report
 from .watching import Change, Watcher
 
 __all__ = [
     "Case", "CaseError", "Change", "Error", "Node", "NodeGone", "NodeList", "NoSuchMember", "NoSuchNode",
     "Normalised", "PathError", "Pattern", "Reading", "Reference", "Refused", "Selection", "SolveFailed",
     "SolveResult", "StoreRefused", "UnitError", "Watcher", "WrongThread", "demo", "errors", "open",
+    "report",
 ]
