@@ -18,11 +18,12 @@ from .errors import (CaseError, Error, NodeGone, NoSuchMember, NoSuchNode, PathE
                      StoreRefused, UnitError, WrongThread)
 from .nodes import NodeList
 from .report import report
+from .sweep import SweepInterrupted, sweep
 from .watching import Change, Watcher
 
 __all__ = [
     "Case", "CaseError", "Change", "Error", "Node", "NodeGone", "NodeList", "NoSuchMember", "NoSuchNode",
     "Normalised", "PathError", "Pattern", "Reading", "Reference", "Refused", "Selection", "SolveFailed",
     "SolveResult", "StoreRefused", "UnitError", "Watcher", "WrongThread", "demo", "errors", "open",
-    "report",
+    "SweepInterrupted", "report", "sweep",
 ]
