@@ -12,6 +12,7 @@ from __future__ import annotations
 import argparse
 import contextlib
 import dataclasses
+import functools
 import math
 import os
 import pathlib
@@ -133,7 +134,7 @@ class Table:
     id: str
     rows: list[Row]
 
-    @property
+    @functools.cached_property
     def headings(self) -> list[tuple[str, str, bool]]:
         """Those with something in them, each with its unit, and whether all of it is numbers."""
         names = dict.fromkeys(
