@@ -289,14 +289,13 @@ def _page(case: Case) -> str:
         remarks=[svg.clean(each) for each in case.remarks],
         flowsheet=markup(flowsheet.svg()),
         unconnected=[svg.clean("".join(key)) for key in flowsheet.unconnected],
-        tables=[each for each in all_tables if each.rows],
+        tables=[each for each in all_tables if each.headings],
         profiles=[(each, markup(picture)) for each, picture in _profiles(case)],
     )
 
 
 def _states(case: Case, rows: list[Row]) -> list[tuple[bool, str]]:
     """Whether all is well, and what is to be told, for the top of the page."""
-    bad = [row for row in rows if not row.is_ok]
     states = [
         (True, "Solved: nothing has changed since the last solve that was complete.")
         if case.is_complete
@@ -309,7 +308,9 @@ def _states(case: Case, rows: list[Row]) -> list[tuple[bool, str]]:
         states.append((False, "A solve is under way."))
     if case.has_old_results:
         states.append((False, "Some results are stale: older than a change of the case."))
-    states += [(False, f"{row.name}: {row.status}") for row in bad]
+    for status in dict.fromkeys(row.status for row in rows if not row.is_ok):
+        names = ", ".join(row.name for row in rows if row.status == status)
+        states.append((False, f"{svg.clean(status)}: {names}"))
     return states
 
 

@@ -9,6 +9,8 @@ from typing import Callable, Optional
 
 _SVG, _XLINK = "http://www.w3.org/2000/svg", "http://www.w3.org/1999/xlink"
 
+_LEAST_SCALE = 0.7
+
 # What no XML and no page can hold.
 _NO_TEXT = re.compile("[\x00-\x08\x0b\x0c\x0e-\x1f\x7f\ud800-\udfff\ufffe\uffff]")
 
@@ -38,7 +40,15 @@ def inline(picture: str, prefix: str, label: str, retitle: Optional[Callable[[st
     for element in root.iter():
         _rename(element, prefix)
     root.set("xmlns", _SVG)
+    root.set("style", f"min-width: {_least_width(root)}")
     return ElementTree.tostring(root, encoding="unicode")
+
+
+def _least_width(root: ElementTree.Element) -> str:
+    """How narrow a picture may become before its letters are too small."""
+    width = root.get("width", "")
+    number = width.rstrip("ptx")
+    return f"{_LEAST_SCALE * float(number):.0f}{width[len(number):]}"
 
 
 def _retitle(holder: ElementTree.Element, title: ElementTree.Element, text: str) -> None:

@@ -175,6 +175,7 @@ def test_cells_are_marked_by_the_status_of_their_nodes(tmp_path):
 def test_stale_numbers_are_marked_and_the_state_says_so(tmp_path):
     with fixtop.open(str(REAL[0])) as case:
         feed = next(node for _, node in case.objects() if node.temperature.status == "Specified")
+        name_of_feed = feed.key
         with pytest.raises(fixtop.SolveFailed), case.hold():
             feed.temperature.value = feed.temperature.value + 5
         page = page_of(case, tmp_path)
@@ -183,6 +184,8 @@ def test_stale_numbers_are_marked_and_the_state_says_so(tmp_path):
     for name, cell in page.column("streams", "TemperatureC").items():
         assert ("stale" in cell["class"]) == stale[name]
     assert "Not solved:" in page.text and "Some results are stale" in page.text
+    told = re.search("Not Solved: (.*)</li>", page.text)[1].split(", ")
+    assert name_of_feed in told and len(told) > 2
 
 
 def odd_case(folder):
