@@ -193,9 +193,13 @@ def test_interrupt_at_the_terminal_ends_all_processes(tmp_path):
         text=True,
         start_new_session=True,
     )
-    assert running.stdout.readline() == "1\n"
-    os.killpg(running.pid, signal.SIGINT)
-    out, error = running.communicate(timeout=20)
+    try:
+        assert running.stdout.readline() == "1\n"
+        os.killpg(running.pid, signal.SIGINT)
+        out, error = running.communicate(timeout=40)
+    finally:
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(running.pid, signal.SIGKILL)
     words = out.splitlines()[-1].split()
     assert words[0] == "rows" and 1 <= int(words[1]) < 5000 and words[2] == "True"
     assert (running.returncode, error) == (0, "")
@@ -297,6 +301,18 @@ def test_failed_variant_of_a_cluster_is_a_row_with_its_reason(client):
     assert list(table["Complete"]) == [True, False, True] and "outside the range" in table["Failed"][1]
     with pytest.raises(fixtop.NoSuchNode):
         sweep({"nowhere": [1]}, client=client)
+
+
+def test_interrupted_sweep_on_a_cluster_has_the_rows_that_are_done(client):
+    def interrupt(done, total):
+        if done == 3:
+            signal.raise_signal(signal.SIGINT)
+
+    with pytest.raises(fixtop.SweepInterrupted) as raised:
+        sweep({TEMPERATURE: list(range(20, 60))}, client=client, progress=interrupt)
+    table = raised.value.table
+    assert 3 <= len(table) < 40 and [20 + number for number in table.index] == list(table.iloc[:, 0])
+    assert len(sweep({TEMPERATURE: [30, 31]}, client=client)) == 2
 
 
 def test_threads_of_this_process_are_refused_as_workers():
