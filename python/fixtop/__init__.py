@@ -29,8 +29,10 @@ from .errors import (
     UnitError,
     WrongThread,
 )
-from .nodes import NodeList
 from .differences import diff
+from .nodes import NodeList
+from .report import report
+from .sweep import SweepInterrupted, sweep
 from .watching import Change, Watcher
 
 __version__ = version
@@ -56,6 +58,7 @@ __all__ = [
     "SolveFailed",
     "SolveResult",
     "StoreRefused",
+    "SweepInterrupted",
     "UnitError",
     "Watcher",
     "WrongThread",
@@ -63,4 +66,6 @@ __all__ = [
     "diff",
     "errors",
     "open",
+    "report",
+    "sweep",
 ]

@@ -57,7 +57,7 @@ def _attributes(members: tuple[tuple[str, int], ...]) -> dict[str, tuple[str, in
     return table
 
 
-def _getattr(self: _core.Node, name: str) -> Any:
+def member_of(self: _core.Node, name: str) -> Any:
     if name.startswith("_"):
         raise AttributeError(name)
     members = _attributes(tuple(self.members()))
@@ -185,7 +185,7 @@ def _extend(cls: type, **members: Any) -> None:
 
 _extend(
     _core.Node,
-    __getattr__=_getattr,
+    __getattr__=member_of,
     __dir__=_dir,
     __repr__=_repr,
     _repr_html_=_html,

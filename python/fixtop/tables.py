@@ -18,7 +18,7 @@ if TYPE_CHECKING:
 Row = tuple[str, _core.Node]
 
 # Heading and path of each column, from the object of its row.
-_STREAM = (
+STREAM_COLUMNS = (
     ("Vapor fraction", "VaporFraction"),
     ("Temperature", "Temperature"),
     ("Pressure", "Pressure"),
@@ -29,12 +29,12 @@ _STREAM = (
     ("From", "UpstreamUnitOperation"),
     ("To", "DownstreamUnitOperation"),
 )
-_ENERGY_STREAM = (
+ENERGY_STREAM_COLUMNS = (
     ("Heat flow", "HeatFlow"),
     ("From", "UpstreamUnitOperation"),
     ("To", "DownstreamUnitOperation"),
 )
-_UNIT_OPERATION = (
+UNIT_OPERATION_COLUMNS = (
     ("Duty", "Duty[(type)=Real]"),
     ("Condenser duty", "CondenserDuty"),
     ("Reboiler duty", "ReboilerDuty"),
@@ -50,7 +50,7 @@ _UNIT_OPERATION = (
     ("Vessel pressure", "Flash.Pressure"),
     ("Adiabatic efficiency", "AdiabaticEfficiency"),
 )
-_STAGE = (
+STAGE_COLUMNS = (
     ("Temperature", "Temperature"),
     ("Pressure", "Pressure"),
     ("Vapor flow", "VaporMolarFlow"),
@@ -121,18 +121,20 @@ def _frame(
 
 def streams(case: "Case", units: str, quantities: bool) -> "pandas.DataFrame":
     with case.in_units(units):
-        return _frame(list(case.objects("Stream")), _STREAM, quantities)
+        return _frame(list(case.objects("Stream")), STREAM_COLUMNS, quantities)
 
 
 def energy_streams(case: "Case", units: str, quantities: bool) -> "pandas.DataFrame":
     with case.in_units(units):
-        return _frame(list(case.objects("HeatStream")), _ENERGY_STREAM, quantities)
+        return _frame(list(case.objects("HeatStream")), ENERGY_STREAM_COLUMNS, quantities)
 
 
 def unit_operations(case: "Case", units: str, quantities: bool) -> "pandas.DataFrame":
     with case.in_units(units):
         rows = list(case.objects("UnitOperation"))
-        return _frame(rows, _UNIT_OPERATION, quantities, {"Class": [node.class_name for _, node in rows]})
+        return _frame(
+            rows, UNIT_OPERATION_COLUMNS, quantities, {"Class": [node.class_name for _, node in rows]}
+        )
 
 
 def _fractions(rows: Iterable[Row], list_path: str, member: str, index_name: str) -> "pandas.DataFrame":
@@ -179,7 +181,7 @@ class Column:
             stages = self._stages()
             if not stages:
                 raise Refused(self.node.path, "has no stages")
-            return _frame(stages, _STAGE, quantities).rename_axis("Stage")
+            return _frame(stages, STAGE_COLUMNS, quantities).rename_axis("Stage")
 
     def vapor(self) -> "pandas.DataFrame":
         """Mole fractions in the vapor that leaves each stage."""
