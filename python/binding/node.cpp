@@ -370,9 +370,10 @@ void BindNode(py::module_& module) {
             py::is_operator());
     node.attr("__hash__") = py::none();
     // One that is made past the library would hold none.
-    node.attr("__new__") = py::staticmethod(py::cpp_function([](const py::args&, const py::kwargs&) {
-        throw py::type_error("nodes come from a case: case.at(path), case.find(pattern)");
-    }));
+    node.attr("__new__") =
+        py::staticmethod(py::cpp_function([](const py::args&, const py::kwargs&) {
+            throw py::type_error("nodes come from a case: case.at(path), case.find(pattern)");
+        }));
     BindTree(node);
     BindValues(node);
 }
