@@ -115,7 +115,7 @@ py::list FoundBy(PyNode& self, const Text& expression) {
 
 py::list FoundBy(PyNode& self, const client::Pattern& pattern) {
     py::list nodes;
-    pattern.ForEach(*self, [&](const client::Place& place) {
+    pattern.ForEachBelow(*self, [&](const client::Place& place) {
         nodes.append(PyNode(place.node));
         return true;
     });

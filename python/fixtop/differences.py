@@ -3,12 +3,14 @@
 
 from __future__ import annotations
 
-import concurrent.futures
-import multiprocessing
 import os
+import pickle
+import subprocess
+import sys
 from typing import TYPE_CHECKING, Any, NamedTuple, Union
 
 from . import case as cases
+from .errors import Error
 
 if TYPE_CHECKING:
     import pandas
@@ -33,17 +35,33 @@ def _values(case: "cases.Case") -> dict[str, _Shown]:
 
 
 def _values_of_file(file: str) -> dict[str, _Shown]:
-    with cases.open(file) as case:
-        return _values(case)
+    """Read in a process of its own, since one case is open at a time in each. That is no process of
+    multiprocessing, which would run the caller's script once more."""
+    paths = {**os.environ, "PYTHONPATH": os.pathsep.join(path for path in sys.path if path)}
+    work = "import sys; from fixtop.differences import write_values; write_values(sys.argv[1])"
+    command = [sys.executable, "-c", work, file]
+    done = subprocess.run(command, env=paths, stdout=subprocess.PIPE, check=True)
+    values = pickle.loads(done.stdout)  # of our own making
+    if isinstance(values, Exception):
+        raise values
+    return {path: _Shown(*shown) for path, shown in values.items()}
+
+
+def write_values(file: str) -> None:
+    """Writes the values of a file, or the error, for `_values_of_file`."""
+    values: Any
+    try:
+        with cases.open(file) as case:
+            values = {path: tuple(shown) for path, shown in _values(case).items()}
+    except Error as error:
+        values = error
+    sys.stdout.buffer.write(pickle.dumps(values))
 
 
 def _values_of(case_or_file: CaseOrFile) -> dict[str, _Shown]:
-    """Those of a file are read in a process of its own: one case is open at a time in each."""
     if isinstance(case_or_file, cases.Case):
         return _values(case_or_file)
-    spawn = multiprocessing.get_context("spawn")
-    with concurrent.futures.ProcessPoolExecutor(1, mp_context=spawn) as process:
-        return process.submit(_values_of_file, os.fspath(case_or_file)).result()
+    return _values_of_file(os.fspath(case_or_file))
 
 
 def _is_same(one: _Shown, other: _Shown, tolerance: float) -> bool:

@@ -4,6 +4,7 @@
 import collections
 import csv
 import math
+import subprocess
 import sys
 
 import pytest
@@ -101,6 +102,17 @@ def test_what_a_change_makes_different(case, feed, tmp_path):
     assert len(fixtop.diff(file, case, tolerance=0.5)) < len(told)
     with pytest.raises(fixtop.CaseError, match="none.json"):
         fixtop.diff(str(tmp_path / "none.json"), case)
+
+
+def test_two_files_are_compared_from_any_script(write):
+    """Also from one that does its work as it is loaded."""
+    content = small_case()
+    one, two = write(content, "one.json"), write(content, "two.json")
+    text = f"import fixtop; print(len(fixtop.diff({str(one)!r}, {str(two)!r})))"
+    script = one.with_suffix(".py")
+    script.write_text(text, encoding="utf-8")
+    done = subprocess.run([sys.executable, script], capture_output=True, text=True, timeout=120)
+    assert (done.stdout, done.stderr) == ("0\n", "")
 
 
 def test_what_only_one_case_has(write):
