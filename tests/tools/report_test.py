@@ -5,11 +5,10 @@ import csv
 import io
 import json
 import math
-import sys
 import unittest
 
-from small_case import array, real, small_case, stream, write_case
-from support import CASES, DONE, PROGRAM, UNREADABLE, USAGE, ProgramTest, run
+from small_case import real, small_case, stream, write_case
+from support import CASES, DONE, UNREADABLE, USAGE, ProgramTest, run
 
 # What the truth beside a real case calls its quantities, and where a report shows them in SI units.
 STREAM_COLUMNS = {"T": "Temperature", "P": "Pressure", "molar flow": "Molar flow",
@@ -52,29 +51,6 @@ class Report(ProgramTest):
                 self.assertAlmostEqual(1, sum(present), 9, name)
         self.assertIn("MIX-100", self.table(records, "unit-operations"))
         self.assertIn("Chiller Duty", self.table(records, "energy-streams"))
-
-    @unittest.skipIf(sys.platform == "win32" or len(PROGRAM) > 1, "needs the processor times of this machine")
-    def test_the_time_grows_as_the_number_of_streams(self):
-        import resource  # pylint: disable=import-outside-toplevel
-
-        def processor_time(count, *arguments):
-            case = small_case()
-            case["flowsheet"]["objects"] = [
-                stream(f"S {i}", i, **{"Comp Mole Frac": array([("text", ["Methane", "Ethane"])], [0.5, 0.5])})
-                for i in range(count)]
-            file = write_case(self.folder, f"{count}.json", case)
-            before = resource.getrusage(resource.RUSAGE_CHILDREN)
-            for _ in range(2):
-                result = self.check(run(arguments[0], file, *arguments[1:]), DONE)
-                self.assertGreaterEqual(len(result.lines), count)
-            after = resource.getrusage(resource.RUSAGE_CHILDREN)
-            return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
-
-        # Four times, when each stream takes its time; sixteen, when each takes one for all others.
-        for arguments in (["streams", "--composition"], ["find", "**.Temperature"], ["report"],
-                          ["table", "Flowsheet.Stream", "--neutral", "Composition.Component.MoleFraction"]):
-            with self.subTest(arguments):
-                self.assertLess(processor_time(2000, *arguments), 9 * processor_time(500, *arguments))
 
     def test_streams_alone_are_the_table_of_the_report(self):
         whole = records_of(self.check(run("report", "demo", "--json", "--units", "Field"), err=""))
