@@ -324,3 +324,25 @@ def test_command_line_tells_what_is_wrong(tmp_path):
     assert not out.exists()
     helped = run("--help")
     assert (helped.returncode, helped.stderr) == (0, "") and "exit status" in helped.stdout
+
+
+@pytest.mark.skipif("FIXTOP_PROGRAM" not in os.environ, reason="the program is not named")
+def test_the_program_has_the_page_written(tmp_path, monkeypatch):
+    program, page = os.environ["FIXTOP_PROGRAM"], tmp_path / "by program.html"
+
+    def run(*arguments):
+        return subprocess.run([program, "report", *arguments], capture_output=True, text=True, timeout=120)
+
+    monkeypatch.setenv("FIXTOP_PYTHON", sys.executable)
+    done = run("demo", "--html", str(page), "--units", "SI")
+    assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
+    fixtop.report(fixtop.demo(), tmp_path / "by package.html", units="SI")
+    assert page.read_bytes() == (tmp_path / "by package.html").read_bytes()
+    assert run("demo", "--html", str(tmp_path / "none" / "x.html")).returncode == 1
+    assert run("demo", "--html", str(page), "--units", "Imperial").returncode == 3
+    assert run("demo", "--html", str(page), "--csv", str(tmp_path)).returncode == 2
+    for absent in ("/bin/false", str(tmp_path / "none")):
+        monkeypatch.setenv("FIXTOP_PYTHON", absent)
+        done = run("demo", "--html", str(tmp_path / "other.html"))
+        assert done.returncode == 1 and "python3-fixtop" in done.stderr
+    assert not (tmp_path / "other.html").exists()

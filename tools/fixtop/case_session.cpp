@@ -7,8 +7,9 @@
 
 namespace fixtop {
 
-CaseSession::CaseSession(client::Case open_case, bool is_neutral)
+CaseSession::CaseSession(client::Case open_case, std::string name, bool is_neutral)
     : case_(std::move(open_case)),
+      name_(std::move(name)),
       is_neutral_(is_neutral),
       top_(is_neutral ? case_.Neutral() : case_.Top()),
       here_(top_) {}
@@ -19,7 +20,7 @@ Node CaseSession::Listed(const Node& node) const {
 
 std::unique_ptr<CaseSession> CaseSession::InNeutralView() const {
     if (is_neutral_) return nullptr;
-    return std::unique_ptr<CaseSession>(new CaseSession(case_, true));
+    return std::unique_ptr<CaseSession>(new CaseSession(case_, name_, true));
 }
 
 client::Hold& CaseSession::Hold() {
@@ -39,7 +40,7 @@ std::unique_ptr<CaseSession> CaseSession::Open(const std::string& name, const Vi
     try {
         client::Case opened = client::Case::Open(name);
         if (view.neutral || HasFiles(view)) problem = OneLineEach(opened.OpenNeutral(view.files));
-        return std::unique_ptr<CaseSession>(new CaseSession(std::move(opened), view.neutral));
+        return std::unique_ptr<CaseSession>(new CaseSession(std::move(opened), name, view.neutral));
     } catch (const client::CaseError& error) {
         problem = MessageOf(error);
         return nullptr;

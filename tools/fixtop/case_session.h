@@ -30,6 +30,8 @@ class CaseSession {
                                              Output& out);
 
     const client::Case& OpenCase() const { return case_; }
+    // By which it was opened.
+    const std::string& Name() const { return name_; }
     client::Solver Solver() const { return case_.GetSolver(); }
     // The top node of the view.
     const Node& Top() const { return top_; }
@@ -50,9 +52,10 @@ class CaseSession {
     Changes& TheChanges() { return changes_; }
 
  private:
-    CaseSession(client::Case open_case, bool is_neutral);
+    CaseSession(client::Case open_case, std::string name, bool is_neutral);
 
     client::Case case_;
+    std::string name_;
     bool is_neutral_;
     Node top_;
     Node here_;

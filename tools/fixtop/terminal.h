@@ -23,6 +23,11 @@ bool DataIsSeen();
 // Standard error is seen by a person.
 bool NotesAreSeen();
 
+// Runs the Python of the package, with these arguments and this console, and waits for its end.
+// That is /usr/bin/python3, or the program that FIXTOP_PYTHON names. Answers its exit status; -1
+// when it can't be started, or was stopped, or where the platform has no package.
+int RunPython(std::vector<std::string> arguments);
+
 // While one lives, ^C does not end the program: it is remembered for whatever is at work to ask
 // about. One lives at a time.
 class InterruptGuard {

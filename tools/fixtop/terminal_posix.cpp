@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fcntl.h>
 #include <histedit.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -169,6 +172,21 @@ bool DataIsSeen() {
 }
 bool NotesAreSeen() {
     return isatty(STDERR_FILENO) != 0;
+}
+
+int RunPython(std::vector<std::string> arguments) {
+    const char* const chosen = std::getenv("FIXTOP_PYTHON");
+    std::string program = chosen && *chosen ? chosen : "/usr/bin/python3";
+    std::vector<char*> line = {program.data()};
+    for (std::string& each : arguments) line.push_back(each.data());
+    line.push_back(nullptr);
+    pid_t child = 0;
+    if (posix_spawnp(&child, line[0], nullptr, nullptr, line.data(), environ) != 0) return -1;
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) return -1;
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::unique_ptr<LineReader> OpenLineReader(Completer completer) {

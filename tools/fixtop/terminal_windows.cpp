@@ -76,6 +76,10 @@ bool NotesAreSeen() {
     return IsConsole(stderr);
 }
 
+int RunPython(std::vector<std::string>) {
+    return -1;
+}
+
 std::unique_ptr<LineReader> OpenLineReader(Completer) {
     return OpenPlainReader();
 }

@@ -12,6 +12,7 @@
 #include "case_session.h"
 #include "flowsheets.h"
 #include "report_rows.h"
+#include "terminal.h"
 #include "unit_choice.h"
 #include "words/makers.h"
 
@@ -101,6 +102,13 @@ constexpr PartTable kPartTables[] = {
 };
 
 constexpr char kReactions[] = "ReactionPackage.Reaction";
+
+// Ends with 0 when there is a package.
+constexpr char kHasPackage[] =
+    "import importlib.util, sys; sys.exit(importlib.util.find_spec('fixtop') is None)";
+constexpr char kNoPackage[] =
+    "a page of HTML is made by the Python package fixtop (Debian: python3-fixtop), which is not "
+    "there; FIXTOP_PYTHON names a Python that has it";
 
 struct Title {
     std::string text;
@@ -204,13 +212,16 @@ class Report final : public Word {
         units_.Declare(app);
         CLI::Option* csv =
             AddFile(app, "--csv", folder_, "Write a file for each table to this folder");
+        CLI::Option* html = AddFile(app, "--html", page_, "Write a page of HTML to this file");
         AddJson(app, json_);
         csv->excludes("--json")->type_name("FOLDER");
+        html->excludes(csv)->excludes("--json");
     }
 
     ExitCode Run(CommandContext& around) override {
         const client::Case& open_case = around.session->OpenCase();
         try {
+            if (!page_.empty()) return WritePage(around);
             units_.Use(open_case);
             WriteAll(around.session->Top(), *MakeWriter(around.out));
             if (tables_ == 0) around.out.Note("the case has nothing to report");
@@ -227,6 +238,18 @@ class Report final : public Word {
         if (!folder_.empty()) return std::make_unique<FolderWriter>(folder_, out);
         if (json_) return std::make_unique<JsonWriter>(out);
         return std::make_unique<PlainWriter>(out);
+    }
+    // The page is drawn by libraries of Python.
+    ExitCode WritePage(CommandContext& around) const {
+        if (terminal::RunPython({"-c", kHasPackage}) != 0) {
+            around.out.Note(kNoPackage);
+            return ExitCode::kFailed;
+        }
+        const int status = terminal::RunPython(
+            {"-m", "fixtop.report", "--units", units_.Name(), "--", around.session->Name(), page_});
+        if (status == 0) return ExitCode::kOk;
+        return status == static_cast<int>(ExitCode::kUnreadable) ? ExitCode::kUnreadable
+                                                                 : ExitCode::kFailed;
     }
     void WriteAll(const Node& top, TableWriter& writer) {
         for (const FlowsheetTable& each : kFlowsheetTables) {
@@ -290,6 +313,7 @@ class Report final : public Word {
     std::map<std::string, ReportRows> objects_;
     UnitChoice units_;
     std::string folder_;
+    std::string page_;
     bool json_ = false;
     int tables_ = 0;  // that were written
 };

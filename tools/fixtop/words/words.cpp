@@ -130,7 +130,8 @@ constexpr WordRow kWords[] = {
      "stages of each column, reactions; objects of a sub-flowsheet stand behind its name. A "
      "column\n"
      "that no object has is left out, and so is a table without rows. With --csv a file for each\n"
-     "table is written and named; with --json an object a row: table, path, name, cells.",
+     "table is written and named; with --json an object a row: table, path, name, cells. With\n"
+     "--html the Python package writes one page, with the flowsheet as a picture.",
      View::kNeutralTables, Place::kProgram, MakeReport},
     {"streams", "Show the material streams as a table",
      "A row each stream of the neutral view with its state, its flows and the unit operations at\n"
