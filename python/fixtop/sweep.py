@@ -8,18 +8,13 @@ import concurrent.futures
 import contextlib
 import dataclasses
 import itertools
-import multiprocessing
 import os
-import signal
-import threading
 import warnings
-from concurrent.futures.process import BrokenProcessPool
 from typing import TYPE_CHECKING, Any, Callable, Iterable, Iterator, Mapping, Optional, Union
 
-from . import _core
-from .case import Case, open as open_case
-from .errors import Error, Normalised, NoSuchMember, NoSuchNode, Refused
-from .nodes import member_of as _member
+from .errors import Normalised
+from .variants import Job, Row, found, run
+from .workers import Cluster, Processes
 
 if TYPE_CHECKING:
     import pandas
@@ -76,14 +71,14 @@ def sweep(
     chosen = [outputs] if isinstance(outputs, str) else list(outputs)
     variants = _Variants.of(inputs, how)
     variants.check(chosen)
-    job = _Job(_file(case_file), tuple(variants.paths), tuple(chosen))
-    pool: Any = _Cluster(client) if client else _Processes(processes, len(variants.rows))
+    job = Job(_file(case_file), tuple(variants.paths), tuple(chosen))
+    pool: Any = Cluster(client) if client else Processes(processes, len(variants.rows))
     with contextlib.closing(pool):
-        found, units = pool.first(_found, job)
+        places, units = pool.first(found, job)
         table = _Table(variants, job, units)
         with _progress_call(progress, len(variants.rows)) as call:
             try:
-                _Runs(pool, found, variants.rows, table.rows, call).run()
+                _Runs(pool, places, variants.rows, table.rows, call).run()
             except KeyboardInterrupt:
                 raise SweepInterrupted(table.frame()) from None
     table.warn()
@@ -144,271 +139,13 @@ def _file(file: "Union[str, os.PathLike[str]]") -> str:
     return os.path.abspath(name) if os.path.exists(name) else name
 
 
-# ---- What a worker does ----
-
-
-@dataclasses.dataclass(frozen=True)
-class _Job:
-    """Inputs and outputs are paths; of a job that was found, each has "raw." or "neutral." before it."""
-
-    file: str
-    inputs: tuple[str, ...]
-    outputs: tuple[str, ...]
-
-
-@dataclasses.dataclass
-class _Row:
-    """What came of a variant."""
-
-    outputs: tuple[Any, ...] = ()
-    complete: bool = False
-    failed: str = ""
-    remarks: tuple[str, ...] = ()
-
-
-def _node(case: Case, path: str) -> _core.Node:
-    for top in (case.raw, case.neutral):
-        if path in top:
-            return top.at(path)
-    try:
-        return case[path]
-    except NoSuchNode as error:
-        name, dot, member = path.rpartition(".")
-        if not dot:
-            raise
-        try:
-            node = _member(_node(case, name), member)
-        except (NoSuchNode, NoSuchMember):
-            raise error from None
-    if not isinstance(node, _core.Node):
-        raise Refused(path, "is a list of objects")
-    return node
-
-
-def _place(case: Case, path: str, is_output: bool = False) -> tuple[str, str]:
-    """Where a node is to be found at once, in another opening of the case too; and its unit."""
-    node = _node(case, path)
-    if is_output and not node.is_variable:
-        raise Refused(path, "is no single value")
-    for view in ("raw", "neutral"):
-        top = getattr(case, view)
-        if node.path in top and top.at(node.path) == node:
-            return f"{view}.{node.path}", node.unit
-    raise Refused(path, f"its own path {node.path} leads elsewhere")
-
-
-def _found(job: _Job) -> tuple[_Job, list[str]]:
-    """The job with its nodes found, and their units. Raises what is wrong with the file or a path."""
-    with open_case(job.file) as case:
-        inputs = [_place(case, path) for path in job.inputs]
-        outputs = [_place(case, path, is_output=True) for path in job.outputs]
-    places = (tuple(place for place, _ in each) for each in (inputs, outputs))
-    return _Job(job.file, *places), [unit for _, unit in inputs + outputs]
-
-
-def _at(case: Case, place: str) -> _core.Node:
-    view, _, path = place.partition(".")
-    return getattr(case, view).at(path)
-
-
-def _run(job: _Job, values: tuple[Any, ...]) -> _Row:
-    """Solves a variant, of a case that is opened anew: nothing of the one before it is left."""
-    try:
-        with open_case(job.file) as case, warnings.catch_warnings(record=True) as told:
-            warnings.simplefilter("always", Normalised)
-            _solve(case, zip(job.inputs, values))
-            outputs = tuple(_at(case, place).value for place in job.outputs)
-            remarks = tuple(str(each.message) for each in told)
-            return _Row(outputs, case.is_complete, "", remarks)
-    except Error as error:
-        return _Row(failed=str(error))
-    except Exception as error:  # what is wrong with one variant must not end the others
-        return _Row(failed=f"{type(error).__name__}: {error}")
-
-
-def _solve(case: Case, stores: Iterable[tuple[str, Any]]) -> None:
-    with case.hold():
-        for place, value in stores:
-            _at(case, place).value = value
-    if not case.is_complete:
-        case.solve()
-
-
-def _begin() -> None:
-    """^C goes to all processes of a terminal; the one that sweeps ends the others."""
-    signal.signal(signal.SIGINT, signal.SIG_IGN)
-
-
-@contextlib.contextmanager
-def _without_interrupts() -> Iterator[None]:
-    """A process that is started within it is spared ^C from its first moment."""
-    if not hasattr(signal, "pthread_sigmask"):
-        yield
-        return
-    before = signal.pthread_sigmask(signal.SIG_BLOCK, {signal.SIGINT})
-    try:
-        yield
-    finally:
-        signal.pthread_sigmask(signal.SIG_SETMASK, before)
-
-
-_thread: Any = None
-_thread_lock = threading.Lock()
-
-
-def _on_own_thread(function: Callable[..., Any], *arguments: Any) -> Any:
-    """Calls on the one thread of this process to which its cases belong, whoever asks."""
-    global _thread
-    with _thread_lock:
-        if _thread is None:
-            _thread = concurrent.futures.ThreadPoolExecutor(1, "fixtop")
-    return _thread.submit(function, *arguments).result()
-
-
-# ---- Who works ----
-
-
-class _Seat:
-    """A process that does one thing at a time, and is replaced when it has died."""
-
-    def __init__(self) -> None:
-        self._pool: Any = None
-        self._pid: Any = None
-
-    def submit(self, function: Callable[..., Any], *arguments: Any) -> "concurrent.futures.Future[Any]":
-        pool = self._pool or self._started()
-        try:
-            return pool.submit(function, *arguments)
-        except BrokenProcessPool:  # it died while it had nothing to do
-            return self._started().submit(function, *arguments)
-
-    def _started(self) -> Any:
-        self.clear()
-        spawn = multiprocessing.get_context("spawn")
-        self._pool = concurrent.futures.ProcessPoolExecutor(1, mp_context=spawn, initializer=_begin)
-        with _without_interrupts():
-            self._pid = self._pool.submit(os.getpid)
-        return self._pool
-
-    def clear(self) -> None:
-        """Lets the process go; the next thing gets another."""
-        if self._pool is not None:
-            self._pool.shutdown(wait=False)
-            self._pool = None
-
-    def end(self, at_once: bool) -> None:
-        """Ends the process, also in the middle of its work when `at_once`."""
-        if self._pool is None:
-            return
-        if at_once and self._pid.done() and not self._pid.exception():
-            with contextlib.suppress(OSError):
-                os.kill(self._pid.result(), signal.SIGTERM)
-        self._pool.shutdown(wait=not at_once, cancel_futures=True)
-        self._pool = None
-
-
-class _Processes:
-    """Processes of this machine. As each has a pool of its own, it is known at what one has died."""
-
-    lost = BrokenProcessPool
-    tries = 3
-
-    def __init__(self, count: Optional[int], variants: int):
-        if count is not None and count < 1:
-            raise ValueError(f"no number of processes: {count}")
-        count = max(1, min(count or _processors(), variants))
-        self._idle = [_Seat() for _ in range(count)]
-        self._busy: dict[Any, _Seat] = {}
-        self.places = count
-
-    def submit(self, function: Callable[..., Any], *arguments: Any) -> Any:
-        seat = self._idle.pop()
-        future = seat.submit(function, *arguments)
-        self._busy[future] = seat
-        return future
-
-    def done(self, future: Any) -> None:
-        """Its place is free again."""
-        seat = self._busy.pop(future)
-        if isinstance(future.exception(), BrokenProcessPool):
-            seat.clear()
-        self._idle.append(seat)
-
-    def first(self, function: Callable[..., Any], *arguments: Any) -> Any:
-        """Calls in one of the processes, to see that there are any."""
-        future = self.submit(function, *arguments)
-        try:
-            return future.result()
-        except BrokenProcessPool as error:
-            raise Error(
-                "the processes of a sweep end as they start; a script that sweeps is a file, and "
-                'does it below `if __name__ == "__main__":`'
-            ) from error
-        finally:
-            if future.done():
-                self.done(future)
-
-    def close(self) -> None:
-        for seat in self._idle:
-            seat.end(at_once=False)
-        for seat in self._busy.values():
-            seat.end(at_once=True)
-
-
-class _Cluster:
-    """The workers of a client of Dask. It moves tasks between threads, so each worker keeps one for cases."""
-
-    tries = 2  # Dask itself has tried some times before it gives a task up
-
-    def __init__(self, client: Any):
-        from distributed.scheduler import KilledWorker
-
-        self.lost, self._client, self._flying = KilledWorker, client, set[Any]()
-        if any(address.startswith("inproc:") for address in client.scheduler_info()["workers"]):
-            raise Error("the workers of this client are threads of this process; they have to be processes")
-        self._executor = client.get_executor(pure=False)
-
-    @property
-    def places(self) -> int:
-        """Two for each worker, so that none waits for the next."""
-        return 2 * max(1, len(self._client.scheduler_info()["workers"]))
-
-    def submit(self, function: Callable[..., Any], *arguments: Any) -> Any:
-        future = self._executor.submit(_on_own_thread, function, *arguments)
-        self._flying.add(future)
-        return future
-
-    def done(self, future: Any) -> None:
-        self._flying.discard(future)
-
-    def first(self, function: Callable[..., Any], *arguments: Any) -> Any:
-        """Calls on one of the workers, to see that there are any."""
-        future = self.submit(function, *arguments)
-        try:
-            return future.result()
-        except self.lost as error:
-            raise Error(f"no worker of the cluster opens the case: {error}") from error
-        finally:
-            self.done(future)
-
-    def close(self) -> None:
-        for future in self._flying:
-            future.cancel()
-        self._executor.shutdown(wait=False)
-
-
-def _processors() -> int:
-    """Those that this process may use."""
-    return len(os.sched_getaffinity(0)) if hasattr(os, "sched_getaffinity") else os.cpu_count() or 1
-
-
 # ---- The run ----
 
 
 class _Runs:
     """Gives variants to whoever works, and keeps what comes back."""
 
-    def __init__(self, pool: Any, job: _Job, variants: list[Any], rows: dict[int, _Row], call: Any):
+    def __init__(self, pool: Any, job: Job, variants: list[Any], rows: dict[int, Row], call: Any):
         self._pool, self._job, self._variants, self._rows, self._call = pool, job, variants, rows, call
         self._waiting = collections.deque(range(len(variants)))
         self._lost: collections.deque[int] = collections.deque()
@@ -431,7 +168,7 @@ class _Runs:
             self._start(self._lost.popleft())
 
     def _start(self, number: int) -> None:
-        self._flying[self._pool.submit(_run, self._job, self._variants[number])] = number
+        self._flying[self._pool.submit(run, self._job, self._variants[number])] = number
 
     def _take(self, future: Any) -> None:
         number = self._flying.pop(future)
@@ -443,9 +180,9 @@ class _Runs:
             if self._tries[number] < self._pool.tries:
                 self._lost.append(number)
                 return
-            row = _Row(failed=f"the process died, in {self._tries[number]} tries: {error}")
+            row = Row(failed=f"the process died, in {self._tries[number]} tries: {error}")
         except Exception as error:  # such as values that can't be sent to a process
-            row = _Row(failed=f"{type(error).__name__}: {error}")
+            row = Row(failed=f"{type(error).__name__}: {error}")
         self._rows[number] = row
         self._call(len(self._rows), len(self._variants))
 
@@ -468,8 +205,8 @@ def _progress_call(progress: Any, total: int) -> Iterator[Any]:
 class _Table:
     """The rows that are done, by the numbers of their variants."""
 
-    def __init__(self, variants: _Variants, job: _Job, units: list[str]):
-        self.rows: dict[int, _Row] = {}
+    def __init__(self, variants: _Variants, job: Job, units: list[str]):
+        self.rows: dict[int, Row] = {}
         self._variants, self._job, self._units = variants, job, units
 
     def frame(self) -> "pandas.DataFrame":
