@@ -242,6 +242,23 @@ void CompareTables() {
         [&] { return TimeOf([&] { ReadInLibrary(plant, cells); }); }, "2.5", count, count);
 }
 
+// Words that make a table of a whole case, each on long lists beside short ones.
+void CompareGrowth() {
+    constexpr int kFew = 500, kMany = 4000;
+    const std::vector<std::string> lines[] = {
+        {"streams", "--composition"}, {"report"}, {"find", "**.Temperature"}};
+    for (const std::vector<std::string>& words : lines) {
+        const auto run = [&](int objects) {
+            std::vector<std::string> line = {FIXTOP_PROGRAM, words[0], PlantFile(objects)};
+            line.insert(line.end(), words.begin() + 1, words.end());
+            return RunOf(line).seconds;
+        };
+        Compare(
+            words[0] + " of 4,000 to 500, per object", [&] { return run(kMany); },
+            [&] { return run(kFew); }, "1.2", kMany, kFew);
+    }
+}
+
 }  // namespace
 
 }  // namespace fixtop
@@ -258,6 +275,7 @@ int main() {
         CompareLoads();
         CompareSaves();
         CompareTables();
+        CompareGrowth();
         watch.Print();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
