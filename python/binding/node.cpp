@@ -27,7 +27,7 @@ const FIValue kValue("value");
 FIValue ValueShown(const client::Node& node) {
     FIValue value;
     node.Iterator().GetAttribute(kValue, value);
-    if (value.IsText() && node.IsGone()) throw client::Gone(node.Path(), value.ToText());
+    if (value.IsText() && node.IsGone()) throw client::Gone("", value.ToText());
     return value;
 }
 
@@ -50,6 +50,12 @@ PyObject* Guarded(const Work& work) {
         RaiseThrown();
     }
     return nullptr;
+}
+
+// The node; throws Gone when its object is no longer there, whatever is asked of it.
+client::Node& There(PyNode& self) {
+    if (self->IsGone()) throw client::Gone("", self->Attribute("status").ToText());
+    return *self;
 }
 
 // By which its parent finds it: what it says of itself may show characters as entities.
@@ -106,7 +112,7 @@ py::array_t<double> ArrayOf(const std::vector<double>& numbers) {
 
 py::list FoundBy(PyNode& self, const Text& expression) {
     py::list nodes;
-    client::Search(expression).ForEach(*self, [&](const client::Place& place) {
+    client::Search(expression).ForEach(There(self), [&](const client::Place& place) {
         nodes.append(PyNode(place.node));
         return true;
     });
@@ -115,7 +121,7 @@ py::list FoundBy(PyNode& self, const Text& expression) {
 
 py::list FoundBy(PyNode& self, const client::Pattern& pattern) {
     py::list nodes;
-    pattern.ForEachBelow(*self, [&](const client::Place& place) {
+    pattern.ForEachBelow(There(self), [&](const client::Place& place) {
         nodes.append(PyNode(place.node));
         return true;
     });
@@ -123,16 +129,16 @@ py::list FoundBy(PyNode& self, const client::Pattern& pattern) {
 }
 
 py::object FirstOf(PyNode& self, const client::Pattern& pattern) {
-    auto place = pattern.First(*self);
+    auto place = pattern.First(There(self));
     return place ? py::cast(PyNode(std::move(place->node))) : py::none();
 }
 
 bool Leads(PyNode& self, const Text& path) {
-    return self->Find(path).has_value();
+    return There(self).Find(path).has_value();
 }
 
 PyNode ChildAt(PyNode& self, long index) {
-    auto nodes = self->Children();
+    auto nodes = There(self).Children();
     const long count = static_cast<long>(nodes.size());
     const long at = index < 0 ? index + count : index;
     if (at < 0 || at >= count) {
@@ -143,17 +149,17 @@ PyNode ChildAt(PyNode& self, long index) {
 }
 
 py::array_t<double> Slice(PyNode& self, const py::slice& slice) {
-    return ArrayOf(NumbersOf(*self, "")).attr("__getitem__")(slice);
+    return ArrayOf(NumbersOf(There(self), "")).attr("__getitem__")(slice);
 }
 
 py::list ChildrenOf(PyNode& self) {
-    return NodesOf(self->Children());
+    return NodesOf(There(self).Children());
 }
 
 // Each with its name and with the step that leads to it and to no other.
 py::list StepsOf(PyNode& self) {
     py::list steps;
-    self->ForEachChild([&](const client::Child& child) {
+    There(self).ForEachChild([&](const client::Child& child) {
         steps.append(py::make_tuple(TextOf(child.step), PyNode(child.node)));
         return true;
     });
@@ -162,7 +168,8 @@ py::list StepsOf(PyNode& self) {
 
 py::dict AttributesOf(PyNode& self) {
     py::dict attributes;
-    for (const auto& [name, value] : self->Attributes()) attributes[TextOf(name)] = ObjectOf(value);
+    for (const auto& [name, value] : There(self).Attributes())
+        attributes[TextOf(name)] = ObjectOf(value);
     return attributes;
 }
 
@@ -173,9 +180,8 @@ const client::NeutralClass* ClassOf(const client::Node& node) {
 }
 
 py::list MembersOf(PyNode& self) {
-    if (self->IsGone()) throw client::Gone(self->Path(), self->Attribute("status").ToText());
     py::list members;
-    const client::NeutralClass* its = ClassOf(*self);
+    const client::NeutralClass* its = ClassOf(There(self));
     if (!its) return members;
     for (const client::NeutralMember& member : its->AllMembers()) {
         members.append(py::make_tuple(TextOf(member.name), static_cast<int>(member.kind)));
@@ -184,8 +190,7 @@ py::list MembersOf(PyNode& self) {
 }
 
 py::object MemberOf(PyNode& self, const Text& name) {
-    if (self->IsGone()) throw client::Gone(self->Path(), self->Attribute("status").ToText());
-    const client::TypedObject object(*self);
+    const client::TypedObject object(There(self));
     const client::TypedMember member = object.Member(name);
     return std::visit(
         [](const auto& each) -> py::object {
@@ -202,7 +207,7 @@ py::object MemberOf(PyNode& self, const Text& name) {
 
 py::object SideOf(PyNode& self, bool specified) {
     using Side = client::Node::Side;
-    return NodeOrNone(self->Raw(specified ? Side::kSpecified : Side::kCalculated));
+    return NodeOrNone(There(self).Raw(specified ? Side::kSpecified : Side::kCalculated));
 }
 
 void BindReading(py::module_& module) {
@@ -231,12 +236,14 @@ void BindPattern(py::module_& module) {
 }
 
 void BindTree(py::class_<PyNode>& node) {
-    node.def_property_readonly("parent", [](PyNode& self) { return NodeOrNone(self->Parent()); })
+    node.def_property_readonly("parent",
+                               [](PyNode& self) { return NodeOrNone(There(self).Parent()); })
         .def("children", &ChildrenOf)
         .def("steps", &StepsOf)
         .def("__iter__", [](PyNode& self) { return py::iter(ChildrenOf(self)); })
-        .def("at", [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
-        .def("__getitem__", [](PyNode& self, const Text& path) { return PyNode(self->At(path)); })
+        .def("at", [](PyNode& self, const Text& path) { return PyNode(There(self).At(path)); })
+        .def("__getitem__",
+             [](PyNode& self, const Text& path) { return PyNode(There(self).At(path)); })
         .def("__getitem__", &ChildAt)
         .def("__getitem__", &Slice)
         .def("__contains__", &Leads)
@@ -245,15 +252,15 @@ void BindTree(py::class_<PyNode>& node) {
         .def("find", py::overload_cast<PyNode&, const Text&>(&FoundBy), py::arg("pattern"))
         .def("first", &FirstOf, py::arg("pattern"))
         .def("raw", &SideOf, py::arg("specified") = false)
-        .def("neutral", [](PyNode& self) { return NodeOrNone(self->Neutral()); })
+        .def("neutral", [](PyNode& self) { return NodeOrNone(There(self).Neutral()); })
         .def_property_readonly("class_name",
                                [](PyNode& self) {
-                                   const auto* its = ClassOf(*self);
+                                   const auto* its = ClassOf(There(self));
                                    return its ? TextOf(its->name) : py::str("");
                                })
         .def("is_a",
              [](PyNode& self, const Text& name) {
-                 const auto* its = ClassOf(*self);
+                 const auto* its = ClassOf(There(self));
                  return its && its->IsA(name.bytes);
              })
         .def("members", &MembersOf)
@@ -289,7 +296,7 @@ void BindValues(py::class_<PyNode>& node) {
         .def("to", &NumberOf, py::arg("unit"))
         .def(
             "numbers",
-            [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(*self, unit)); },
+            [](PyNode& self, const Text& unit) { return ArrayOf(NumbersOf(There(self), unit)); },
             py::arg("unit") = Text())
         .def("read", &ReadingOf, py::arg("unit") = Text(), py::arg("attribute") = Text("value"))
         .def(
@@ -299,21 +306,23 @@ void BindValues(py::class_<PyNode>& node) {
             },
             py::arg("value"), py::arg("unit") = Text())
         .def(
-            "show_in", [](PyNode& self, const Text& unit) { return TextOf(self->ShowIn(unit)); },
+            "show_in",
+            [](PyNode& self, const Text& unit) { return TextOf(There(self).ShowIn(unit)); },
             py::arg("unit"))
-        .def_property_readonly("unit", [](PyNode& self) { return TextOf(self->UnitOf("value")); })
+        .def_property_readonly("unit",
+                               [](PyNode& self) { return TextOf(There(self).UnitOf("value")); })
         .def_property_readonly(
-            "status", [](PyNode& self) { return TextOf(self->Attribute("status").ToText()); })
-        .def_property_readonly("is_stale", [](PyNode& self) { return self->IsStale(); })
+            "status", [](PyNode& self) { return TextOf(There(self).Attribute("status").ToText()); })
+        .def_property_readonly("is_stale", [](PyNode& self) { return There(self).IsStale(); })
         .def(
             "attribute",
-            [](PyNode& self, const Text& name) { return ObjectOf(self->Attribute(name)); },
+            [](PyNode& self, const Text& name) { return ObjectOf(There(self).Attribute(name)); },
             py::arg("name"))
         .def("attributes", &AttributesOf)
         .def(
             "set_attribute",
             [](PyNode& self, const Text& name, const py::object& value) {
-                self->SetAttribute(name, ValueOf(value));
+                There(self).SetAttribute(name, ValueOf(value));
             },
             py::arg("name"), py::arg("value"));
 }
@@ -355,12 +364,12 @@ void BindNode(py::module_& module) {
     py::class_<PyNode> node(
         module, "Node", py::dynamic_attr(),
         "A place in the tree of a case. It raises NodeGone when its object is no longer there.");
-    node.def_property_readonly("name", [](PyNode& self) { return TextOf(NameOf(*self)); })
-        .def_property_readonly("key", [](PyNode& self) { return TextOf(self->Key()); })
-        .def_property_readonly("path", [](PyNode& self) { return TextOf(self->Path()); })
-        .def_property_readonly("type", [](PyNode& self) { return TextOf(self->Type()); })
-        .def_property_readonly("is_variable", [](PyNode& self) { return self->IsVariable(); })
-        .def_property_readonly("is_array", [](PyNode& self) { return self->IsArray(); })
+    node.def_property_readonly("name", [](PyNode& self) { return TextOf(NameOf(There(self))); })
+        .def_property_readonly("key", [](PyNode& self) { return TextOf(There(self).Key()); })
+        .def_property_readonly("path", [](PyNode& self) { return TextOf(There(self).Path()); })
+        .def_property_readonly("type", [](PyNode& self) { return TextOf(There(self).Type()); })
+        .def_property_readonly("is_variable", [](PyNode& self) { return There(self).IsVariable(); })
+        .def_property_readonly("is_array", [](PyNode& self) { return There(self).IsArray(); })
         .def_property_readonly("is_gone", [](PyNode& self) { return self->IsGone(); })
         .def(
             "__eq__", [](PyNode& self, PyNode& other) { return *self == *other; },

@@ -21,6 +21,11 @@ using PyWatch = Owned<client::Watch>;
 
 namespace {
 
+client::Reference ReferenceTo(const client::Node& node) {
+    if (node.IsGone()) throw client::Gone("", node.Attribute("status").ToText());
+    return client::Reference(node);
+}
+
 py::list ChangesOf(PyWatch& self) {
     py::list changes;
     for (const client::Change& change : self->Changes()) {
@@ -37,7 +42,7 @@ void BindReference(py::module_& module) {
         module, "Reference",
         "A durable handle on a node, which follows its object through changes of the case.")
         .def(py::init([](PyNode& node) {
-                 return PyReference({client::Reference(*node), node->Path()});
+                 return PyReference({ReferenceTo(*node), node->Path()});
              }),
              py::arg("node"))
         .def_property_readonly("is_live",

@@ -4,10 +4,13 @@
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <limits>
+#include <string_view>
 
 #include "case.h"
 #include "node.h"
+#include "storing.h"
 #include "text.h"
 #include "values.h"
 
@@ -32,29 +35,46 @@ class ReadSelection {
         return numbers;
     }
     py::list Values() {
-        Read({Sized(values_), {}, {}, {}});
+        Read({Sized(values_), {}, Sized(statuses_), {}});
+        ClearGone();
         return ListOf(values_);
     }
     // Values, units, statuses, and how old each value is.
     py::tuple Table() {
         freshness_.resize(selection_.Size());
         Read({Sized(values_), Sized(units_), Sized(statuses_), freshness_});
+        ClearGone();
         py::list ages;
         for (const client::Freshness each : freshness_) ages.append(static_cast<int>(each));
         return py::make_tuple(ListOf(values_), ListOf(units_), ListOf(statuses_), ages);
     }
     std::vector<Text> Store(const py::sequence& values, const Text& unit) {
+        if (PyUnicode_Check(values.ptr())) throw py::type_error("a list of values, not one text");
         if (values.size() != selection_.Size()) {
             throw py::value_error(std::to_string(values.size()) + " values for " +
                                   std::to_string(selection_.Size()) + " items");
         }
-        std::vector<FIValue> taken;
-        for (const py::handle each : values) taken.push_back(ValueOf(each));
-        const auto refused = selection_.Store(std::span<const FIValue>(taken), unit);
+        // As they are typed: a text has to be a number where the node is one.
+        std::vector<std::string> typed;
+        for (const py::handle each : values) typed.push_back(TypedOf(each));
+        const auto refused = selection_.Store(std::span<const std::string>(typed), unit);
         return {refused.begin(), refused.end()};
     }
 
  private:
+    // Of an item without its node the status says why; value and unit would say it too.
+    void ClearGone() {
+        for (std::size_t i = 0; i < statuses_.size(); ++i) {
+            if (!IsGone(statuses_[i].ToText())) continue;
+            values_[i].Clear();
+            if (i < units_.size()) units_[i].Clear();
+        }
+    }
+    static bool IsGone(const std::string& status) {
+        static constexpr std::string_view texts[] = {"Node deleted", "Node invalid",
+                                                     "No element under this node"};
+        return std::ranges::find(texts, status) != std::end(texts);
+    }
     // A text stands where there is no number, and nothing where there is no value.
     static double NumberOr(const FIValue& value) {
         return value.IsNumber() ? value.AsDouble() : std::numeric_limits<double>::quiet_NaN();
@@ -113,7 +133,8 @@ void BindSelection(py::module_& module) {
         .def(
             "add",
             [](PySelection& self, PyNode& node, const Text& unit) {
-                return self->Items().Add(*node, unit);
+                // The unit is the item's, not that of the node that was given.
+                return self->Items().Add(client::Node(*node), unit);
             },
             py::arg("node"), py::arg("unit") = Text())
         .def(

@@ -21,23 +21,6 @@ py::object& AfterStore() {
     return *call;
 }
 
-// A hold takes what is typed: all digits of a number, and lists with commas.
-std::string TypedOf(const py::handle& value) {
-    if (value.is_none()) return "";
-    if (PyUnicode_Check(value.ptr())) return TextFrom(value);
-    if (!PySequence_Check(value.ptr())) {
-        return TextFrom(py::repr(py::float_(ValueOf(value).AsDouble())));
-    }
-    std::string list;
-    bool is_first = true;
-    for (const py::handle each : value) {
-        if (!is_first) list += ',';
-        is_first = false;
-        list += TypedOf(each);
-    }
-    return list;
-}
-
 void StoreNow(const client::Node& node, const py::handle& value, const std::string& unit) {
     if (client::Hold* hold = HeldStores::Open()) return hold->Store(node, TypedOf(value), unit);
     if (PyUnicode_Check(value.ptr())) return client::Node(node).Store(TextFrom(value), unit);
@@ -57,7 +40,24 @@ void WarnIfUnsolved(const client::Node& node) {
 
 }  // namespace
 
+std::string TypedOf(const py::handle& value) {
+    if (value.is_none()) return "";
+    if (PyUnicode_Check(value.ptr())) return TextFrom(value);
+    if (!PySequence_Check(value.ptr())) {
+        return TextFrom(py::repr(py::float_(ValueOf(value).AsDouble())));
+    }
+    std::string list;
+    bool is_first = true;
+    for (const py::handle each : value) {
+        if (!is_first) list += ',';
+        is_first = false;
+        list += TypedOf(each);
+    }
+    return list;
+}
+
 void Store(const client::Node& node, const py::handle& value, const std::string& unit) {
+    if (node.IsGone()) throw client::Gone("", node.Attribute("status").ToText());
     try {
         StoreNow(node, value, unit);
     } catch (const client::Gone&) {

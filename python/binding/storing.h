@@ -17,6 +17,9 @@ namespace fixtop::python {
 // there is one, and lets who watches look. Throws RefusedUnit and RefusedStore.
 void Store(const client::Node& node, const pybind11::handle& value, const std::string& unit);
 
+// A value as it is typed: all digits of a number, a list with commas, nothing for none.
+std::string TypedOf(const pybind11::handle& value);
+
 // Called after each store that is not held; null for nobody. What it raises comes out of the store.
 void SetAfterStore(pybind11::object call);
 

@@ -26,12 +26,15 @@ inline pybind11::str TextOf(const std::string& text) {
     return pybind11::reinterpret_steal<pybind11::str>(made);
 }
 
-// Throws UnicodeEncodeError for what is no such text.
+// Throws UnicodeEncodeError for what is no such text, and ValueError for one with a NUL, behind
+// which the library would not look.
 inline std::string TextFrom(const pybind11::handle& text) {
     const auto bytes = pybind11::reinterpret_steal<pybind11::bytes>(
         PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogateescape"));
     if (!bytes) throw pybind11::error_already_set();
-    return bytes;
+    std::string taken = bytes;
+    if (taken.find('\0') != std::string::npos) throw pybind11::value_error("a text holds no NUL");
+    return taken;
 }
 
 }  // namespace fixtop::python

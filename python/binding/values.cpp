@@ -60,6 +60,9 @@ FIValue ValueOf(const py::handle& object) {
         text.SetText(TextFrom(object));
         return text;
     }
+    if (PySequence_Check(object.ptr()) && !PyBytes_Check(object.ptr())) {
+        throw py::type_error("a list of values is stored within `with case.hold():`");
+    }
     if (!IsNumber(object)) {
         throw py::type_error("a value is a number, a text or None, not " +
                              std::string(Py_TYPE(object.ptr())->tp_name));

@@ -17,6 +17,7 @@ from .case import Case, demo, open
 from .errors import (
     CaseError,
     Error,
+    LeftOut,
     NodeGone,
     Normalised,
     NoSuchMember,
@@ -42,6 +43,7 @@ __all__ = [
     "CaseError",
     "Change",
     "Error",
+    "LeftOut",
     "Node",
     "NodeGone",
     "NodeList",

@@ -110,7 +110,8 @@ class Node:
         """Raises UnitError."""
     def store(self, value: Any, unit: str = "") -> None:
         """Stores a number, a text as it is typed ("30 C"), or None for no value, in a unit or in the one
-        that is shown. Within `Case.hold` a composition or an array takes a list.
+        that is shown. Within `Case.hold` a composition takes a list, in which
+        None leaves an element as it is.
 
         Raises StoreRefused and UnitError, and ValueError for NaN and the infinities; warns with
         NotSolved when the solve that it starts is not complete."""
@@ -234,7 +235,8 @@ class Selection:
     def table(self) -> tuple[list[Value], list[Value], list[Value], list[int]]:
         """Values, units, statuses and ages."""
     def store(self, values: Sequence[Any], unit: str = "") -> list[str]:
-        """One for each item, None to leave it; answers why each was refused, "" when it was taken."""
+        """Numbers, in `unit` or in that of the item, or texts; None leaves an item. Answers why each was
+        refused, "" when it was taken."""
     def frame(self) -> pandas.DataFrame: ...
     def _repr_html_(self) -> str: ...
 

@@ -7,10 +7,11 @@ import contextlib
 import functools
 import os
 import warnings
+import weakref
 from typing import Any, Callable, Iterator, Optional
 
 from . import _core, tables, watching
-from .errors import Error, Normalised, NoSuchNode, SolveFailed, StoreRefused
+from .errors import CaseError, Error, Normalised, NoSuchNode, SolveFailed, StoreRefused
 from .nodes import _near
 
 _STREAMS, _UNITS = "Stream", "UnitOperation"
@@ -38,6 +39,8 @@ class Case(_core.Case):
 
     def __init__(self, file: str):
         super().__init__(file)
+        Case._end_of_open()
+        Case._open = weakref.ref(self)
         self.file = file
         self._watchers: list[watching.Watcher] = []
         self._closed = False
@@ -61,11 +64,55 @@ class Case(_core.Case):
 
     def close(self) -> None:
         """Closes the case. What was not saved is lost. A second call does nothing."""
+        if not self._closed:
+            super().close()
+            self._end()
+
+    def _end(self) -> None:
+        self._closed = True
         for watcher in list(self._watchers):
             watcher.stop()
-        if not self._closed:
-            self._closed = True
-            super().close()
+
+    # The case that is open in this process, which another one closes.
+    _open: "Optional[weakref.ref[Case]]" = None
+
+    @staticmethod
+    def _end_of_open() -> None:
+        former = Case._open() if Case._open else None
+        if former is not None:
+            former._end()
+
+    def _opened(self) -> "Case":
+        """This case; raises CaseError when it was closed."""
+        if self._closed:
+            raise CaseError(f"{self.file}: the case is closed")
+        return self
+
+    @property
+    def raw(self) -> _core.Node:
+        """The root of the case's own tree."""
+        return _core.Case.raw.fget(self._opened())  # type: ignore[attr-defined]
+
+    @property
+    def neutral(self) -> _core.Node:
+        """The root of the neutral view. Raises CaseError."""
+        return _core.Case.neutral.fget(self._opened())  # type: ignore[attr-defined]
+
+    @property
+    def unit_set(self) -> str:
+        """The set of units in which numbers are shown. Setting it raises CaseError for an unknown one."""
+        return _core.Case.unit_set.fget(self._opened())  # type: ignore[attr-defined]
+
+    @unit_set.setter
+    def unit_set(self, name: str) -> None:
+        _core.Case.unit_set.fset(self._opened(), name)  # type: ignore[attr-defined]
+
+    def save(self, file: "str | os.PathLike[str]") -> None:
+        """Writes the case, as the ending of the name says (.json). Raises CaseError."""
+        name = os.fspath(file)
+        if not name:
+            raise CaseError("a case is saved to a file, and no name was given")
+        _core.Case.save(self._opened(), name)
 
     # ---- Objects and nodes ----
 
@@ -143,10 +190,12 @@ class Case(_core.Case):
         check: raise SolveFailed when the solve is not complete.
         """
         with _progress_call(progress) as call:
-            result = _core.solve(self, self._telling(call))
+            result = _core.solve(self._opened(), self._telling(call))
         self.tell_changes()
         if check and not result.complete:
             raise _failed(result)
+        if check and not self.is_complete:
+            raise SolveFailed("", "something was changed while the case was solved")
         return result
 
     @contextlib.contextmanager
@@ -156,11 +205,13 @@ class Case(_core.Case):
         Warns with Normalised. Raises StoreRefused, and SolveFailed unless `check` is False; when the
         block raises, what was stored until then stays, and nothing is solved.
         """
-        held = _core.Hold(self)
+        held = _core.Hold(self._opened())
         try:
             yield
         except BaseException:
             held.drop()
+            if not self._closed:
+                self.tell_changes()
             raise
         with _progress_call(progress) as call:
             released = held.release(self, self._telling(call))
@@ -175,21 +226,21 @@ class Case(_core.Case):
     @property
     def is_complete(self) -> bool:
         """Nothing has changed since a solve that was complete."""
-        return _core.is_complete(self)
+        return _core.is_complete(self._opened())
 
     @property
     def is_running(self) -> bool:
         """A solve is under way."""
-        return _core.is_running(self)
+        return _core.is_running(self._opened())
 
     @property
     def solves_on_store(self) -> bool:
         """Whether a store starts the solver."""
-        return _core.solves_on_store(self)
+        return _core.solves_on_store(self._opened())
 
     @solves_on_store.setter
     def solves_on_store(self, on: bool) -> None:
-        _core.solve_on_store(self, on)
+        _core.solve_on_store(self._opened(), on)
 
     def watch(self, callback: Callable[[list["watching.Change"]], Any], *nodes: Any) -> "watching.Watcher":
         """Calls back with a list of changes after stores and solves, and during a solve.
@@ -204,8 +255,7 @@ class Case(_core.Case):
 
     def tell_changes(self) -> None:
         """Has each watcher called back that has something to tell."""
-        for watcher in list(self._watchers):
-            watcher.tell()
+        watching.tell_each(self._watchers)
 
     def _telling(self, call: Any) -> Any:
         if not self._watchers:
@@ -221,8 +271,11 @@ class Case(_core.Case):
         for each in chosen:
             if isinstance(each, _core.Node):
                 yield each
-            else:
-                yield from self.find(each)
+                continue
+            found = self.find(each)
+            if not found:
+                raise NoSuchNode(str(each))
+            yield from found
 
     # ---- Selections ----
 
@@ -242,7 +295,7 @@ class Case(_core.Case):
 
     def load_selection(self, file: "str | os.PathLike[str]") -> _core.Selection:
         """Reads a saved selection and finds its nodes in this case. Raises CaseError."""
-        return _core.Selection.load(os.fspath(file), self)
+        return _core.Selection.load(os.fspath(file), self._opened())
 
     # ---- Tables ----
 
@@ -282,7 +335,7 @@ class Case(_core.Case):
         try:
             yield
         finally:
-            if units:
+            if units and not self._closed:
                 self.unit_set = before
 
 

@@ -65,6 +65,8 @@ def _values_of(case_or_file: CaseOrFile) -> dict[str, _Shown]:
 
 
 def _is_same(one: _Shown, other: _Shown, tolerance: float) -> bool:
+    if one.value is None and other.value is None:
+        return True
     numbers = isinstance(one.value, (int, float)) and isinstance(other.value, (int, float))
     if not numbers or one.unit != other.unit:
         return one == other
@@ -78,11 +80,13 @@ def diff(a: CaseOrFile, b: CaseOrFile, tolerance: float = 0.0) -> "pandas.DataFr
         read in a process of its own.
     tolerance: relative; numbers that are nearer are the same.
 
-    Where a case has no such value the cell is None. Where the units differ both stand in Unit, and there
-    is no change. Raises CaseError.
+    Where a case has no such value the cell is None, or NaN in a column of numbers. Where the units differ
+    both stand in Unit, and there is no change. Raises CaseError.
     """
     import pandas
 
+    if not tolerance >= 0:
+        raise ValueError(f"no such tolerance: {tolerance}; expected 0 or more")
     before, after = _values_of(a), _values_of(b)
     nothing = _Shown(None, "")
     rows = {}

@@ -78,7 +78,7 @@ class Refused(Error):
 
     def __init__(self, path, text):
         self.path, self.text = path, text
-        super().__init__(f"{path}: {text}")
+        super().__init__(f"{path}: {text}" if path else text)
 
     def __reduce__(self):
         return type(self), (self.path, self.text)
@@ -90,6 +90,10 @@ class StoreRefused(Refused):
 
 class NotSolved(UserWarning):
     """A value was stored, and the solve that the store began is not complete."""
+
+
+class LeftOut(UserWarning):
+    """Unit operations that have no class in the neutral view, and so no row in a table."""
 
 
 class Normalised(UserWarning):

@@ -114,7 +114,7 @@ def _shown(value: Any, unit: str) -> str:
 
 def _repr(self: _core.Node) -> str:
     if self.is_gone:
-        return f"<Node {self.attribute('status')}>"
+        return "<Node, gone>"
     path = self.path or "(top)"
     if self.is_variable:
         return f"<Node {path} = {_shown(self.value, self.unit)}>"

@@ -5,10 +5,11 @@ from __future__ import annotations
 
 import dataclasses
 import math
+import warnings
 from typing import TYPE_CHECKING, Any, Iterable, Optional
 
 from . import _core
-from .errors import Refused
+from .errors import LeftOut, Refused
 
 if TYPE_CHECKING:
     import pandas
@@ -132,6 +133,7 @@ def energy_streams(case: "Case", units: str, quantities: bool) -> "pandas.DataFr
 def unit_operations(case: "Case", units: str, quantities: bool) -> "pandas.DataFrame":
     with case.in_units(units):
         rows = list(case.objects("UnitOperation"))
+        _left_out(case, ("Stream", "HeatStream"), (name for name, _ in rows))
         return _frame(
             rows, UNIT_OPERATION_COLUMNS, quantities, {"Class": [node.class_name for _, node in rows]}
         )
@@ -203,6 +205,7 @@ class _Flows:
     mass: float = 0
     heat: float = 0
     energy: float = 0
+    known_energy: float = 0  # of the parts that are known
 
     def add_material(self, name: str, mass: float, heat: float) -> None:
         self.streams.append(name)
@@ -212,6 +215,7 @@ class _Flows:
 
     def add_energy(self, heat: float) -> None:
         self.energy += heat
+        self.known_energy += 0 if math.isnan(heat) else heat
 
 
 def _error(into: float, out: float) -> float:
@@ -289,6 +293,33 @@ class _Balance:
         ] + (errors if has_material else [math.nan, math.nan])
 
 
+def _complete_energy(node: _core.Node, its: _Balance, overall: Optional[_Balance]) -> None:
+    """What no energy stream tells, or one without a value, the unit operation tells itself."""
+    is_known = not math.isnan(its.into.energy + its.out.energy)
+    if its.has_energy_stream and is_known:
+        return
+    told = its.into.known_energy - its.out.known_energy
+    duties = _duties(node)
+    rest = [sum(duties) - told] if duties and not is_known else duties if is_known else [math.nan]
+    for side in (its.into, its.formed_into, its.out, its.formed_out):
+        side.energy = side.known_energy
+    for balance in (its, overall):
+        if balance is not None:
+            balance.add_sums(rest)
+
+
+def _left_out(case: "Case", kinds: tuple[str, ...], names: Iterable[str]) -> None:
+    """Warns of unit operations at the ends of streams that have no class, and so no row."""
+    there = {*names, *(name for name, _ in case.objects("SubFlowsheet"))}
+    ends: dict[str, None] = {}
+    for kind in kinds:
+        for prefix, _, _, *both in _ends(case, kind):
+            ends.update({prefix + end: None for end in both if end and prefix + end not in there})
+    if ends:
+        text = f"not in the neutral view, and left out: {', '.join(ends)}"
+        warnings.warn(text, LeftOut, stacklevel=4)
+
+
 def _duties(node: _core.Node) -> list[float]:
     """What a unit operation adds to its streams; negative for what it takes from them."""
     found = []
@@ -325,7 +356,7 @@ def _balances(case: "Case") -> tuple[dict[str, _Balance], _Balance]:
                     continue
                 if kind == "Stream":
                     balance.add_material(name, node, inward)
-                else:
+                elif balance is not overall or not math.isnan(_number(node, _HEAT)):
                     balance.add_energy(node, inward)
     return of, overall
 
@@ -338,11 +369,9 @@ def balance(case: "Case", units: str) -> "pandas.DataFrame":
         rows, unit_of = {}, _flow_units(case)
         for name, node in case.objects("UnitOperation"):
             its = of.get(name, _Balance())
-            if not its.has_energy_stream:
-                its.add_sums(_duties(node))
-                if "/" not in name:
-                    overall.add_sums(_duties(node))
+            _complete_energy(node, its, None if "/" in name else overall)
             rows[name] = [node.class_name, *its.row(node.class_name)]
+        _left_out(case, ("Stream", "HeatStream"), rows)
         # Where anything reacts, heat of formation counts as a whole.
         reactors = [row[0] for row in rows.values() if row[0] in _REACTORS]
         rows["Overall"] = ["", *overall.row(reactors[0] if reactors else "")]

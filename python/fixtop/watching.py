@@ -3,9 +3,10 @@
 
 from __future__ import annotations
 
-from typing import Any, Callable, NamedTuple
+from typing import Any, Callable, NamedTuple, Optional
 
 from . import _core
+from .errors import Refused
 
 
 class Change(NamedTuple):
@@ -21,13 +22,17 @@ class Watcher:
     """Nodes whose values are compared with what they were when it was last told."""
 
     def __init__(self, told: list["Watcher"], callback: Callable[[list[Change]], Any]):
+        if not callable(callback):
+            raise TypeError("a watcher calls a function with a list of changes")
         self._watch, self._callback, self._told, self._is_telling = _core.Watch(), callback, told, False
         told.append(self)
         _core.on_store(_tell_all)
         _all.append(self)
 
     def add(self, node: _core.Node) -> None:
-        """Watches a node as well."""
+        """Watches a node as well. Raises Refused for one without a value of its own."""
+        if not node.is_variable:
+            raise Refused(node.path, "has no value of its own to be watched")
         self._watch.add(node)
 
     def tell(self) -> None:
@@ -55,5 +60,18 @@ _all: list[Watcher] = []
 
 
 def _tell_all() -> None:
-    for watcher in list(_all):
-        watcher.tell()
+    tell_each(_all)
+
+
+def tell_each(watchers: list[Watcher]) -> None:
+    """Tells all of them; then raises what the first one raised that did."""
+    first: Optional[BaseException] = None
+    for watcher in list(watchers):
+        if watcher not in watchers:
+            continue  # another one has stopped it
+        try:
+            watcher.tell()
+        except BaseException as error:
+            first = first or error
+    if first is not None:
+        raise first

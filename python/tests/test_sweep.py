@@ -273,6 +273,7 @@ def test_what_is_wrong_is_told_before_anything_is_solved(tmp_path):
         (ValueError, {TEMPERATURE: [1], FLOW: [1, 2]}, OUTPUTS, {"how": "zip"}),
         (ValueError, {TEMPERATURE: [1]}, OUTPUTS, {"how": "all"}),
         (ValueError, {TEMPERATURE: [1]}, OUTPUTS, {"processes": 0}),
+        (ValueError, {TEMPERATURE: [1], "Raw Gas.Temperature": [2]}, OUTPUTS, {}),
     ):
         with pytest.raises(error):
             sweep(inputs, outputs, **more)
