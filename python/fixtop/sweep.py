@@ -75,7 +75,6 @@ def sweep(
     pool: Any = Cluster(client) if client else Processes(processes, len(variants.rows))
     with contextlib.closing(pool):
         places, units = pool.first(found, job)
-        variants.check_places(places.inputs)
         table = _Table(variants, job, units)
         with _progress_call(progress, len(variants.rows)) as call:
             try:
@@ -112,14 +111,6 @@ class _Variants:
             counts = ", ".join(f"{path}: {len(each)}" for path, each in zip(paths, values))
             raise ValueError(f"as many values are wanted of each path, there are {counts}")
         return cls(paths, list(zip(*values)))
-
-    def check_places(self, places: Iterable[str]) -> None:
-        """No node is meant by two paths."""
-        first: dict[str, str] = {}
-        for path, place in zip(self.paths, places):
-            if place in first:
-                raise ValueError(f"{first[place]} and {path} are the same node")
-            first[place] = path
 
     def check(self, outputs: list[str]) -> None:
         """Each path is a text and stands once."""

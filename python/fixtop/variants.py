@@ -63,9 +63,21 @@ def _place(case: Case, path: str, is_output: bool = False) -> tuple[str, str]:
     raise Refused(path, f"its own path {node.path} leads elsewhere")
 
 
+def _check_distinct(case: Case, paths: Iterable[str]) -> None:
+    """Raises ValueError for paths that lead to one value of the case, be it in different views."""
+    first: dict[str, str] = {}
+    for path in paths:
+        node = _node(case, path)
+        its = (node.raw(specified=True) or node.raw() or node).path
+        if its in first:
+            raise ValueError(f"{first[its]} and {path} are one value of the case")
+        first[its] = path
+
+
 def found(job: Job) -> tuple[Job, list[str]]:
     """The job with its nodes found, and their units. Raises what is wrong with the file or a path."""
     with open_case(job.file) as case:
+        _check_distinct(case, job.inputs)
         inputs = [_place(case, path) for path in job.inputs]
         outputs = [_place(case, path, is_output=True) for path in job.outputs]
     places = (tuple(place for place, _ in each) for each in (inputs, outputs))
