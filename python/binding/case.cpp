@@ -28,10 +28,6 @@ void Save(PyCase& self, const Text& file) {
     open_case.Save(file);
 }
 
-std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
-    return {texts.begin(), texts.end()};
-}
-
 }  // namespace
 
 void BindCase(py::module_& module) {

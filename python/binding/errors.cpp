@@ -19,12 +19,6 @@ namespace {
 // As the library begins the text of a unit that a node does not take.
 constexpr std::string_view kNoUnit = "no such unit";
 
-py::list TextsOf(const std::vector<std::string>& texts) {
-    py::list list;
-    for (const std::string& text : texts) list.append(TextOf(text));
-    return list;
-}
-
 template <class... Arguments>
 void Raise(const char* name, const Arguments&... arguments) {
     const py::object kind = py::module_::import("fixtop.errors").attr(name);

@@ -107,10 +107,6 @@ py::list StatesOf(PySelection& self) {
     return states;
 }
 
-std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
-    return {texts.begin(), texts.end()};
-}
-
 }  // namespace
 
 void BindSelection(py::module_& module) {

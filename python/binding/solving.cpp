@@ -94,10 +94,6 @@ Released Release(PyHold& self, PyCase& open_case, const py::object& progress) {
                            [&](const Solver::Progress& call) { return held.Release(call); });
 }
 
-std::vector<Text> TextsOf(const std::vector<std::string>& texts) {
-    return {texts.begin(), texts.end()};
-}
-
 void BindResults(py::module_& module) {
     py::class_<SolveResult>(module, "SolveResult", "How a solve ended; true when it is complete.")
         .def_readonly("complete", &SolveResult::complete)

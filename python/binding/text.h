@@ -8,6 +8,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace fixtop::python {
 
@@ -24,6 +25,12 @@ inline pybind11::str TextOf(const std::string& text) {
         PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
     if (!made) throw pybind11::error_already_set();
     return pybind11::reinterpret_steal<pybind11::str>(made);
+}
+
+inline pybind11::list TextsOf(const std::vector<std::string>& texts) {
+    pybind11::list list;
+    for (const std::string& text : texts) list.append(TextOf(text));
+    return list;
 }
 
 // Throws UnicodeEncodeError for what is no such text, and ValueError for one with a NUL, behind

@@ -248,9 +248,14 @@ class Case(_core.Case):
         nodes: nodes, or path expressions in the case's own tree. What the callback raises comes out of
         the store or the solve, after that has ended. `stop()` of what is answered ends it.
         """
+        chosen = list(self._nodes(nodes))
         watcher = watching.Watcher(self._watchers, callback)
-        for node in self._nodes(nodes):
-            watcher.add(node)
+        try:
+            for node in chosen:
+                watcher.add(node)
+        except BaseException:
+            watcher.stop()
+            raise
         return watcher
 
     def tell_changes(self) -> None:

@@ -133,7 +133,7 @@ def energy_streams(case: "Case", units: str, quantities: bool) -> "pandas.DataFr
 def unit_operations(case: "Case", units: str, quantities: bool) -> "pandas.DataFrame":
     with case.in_units(units):
         rows = list(case.objects("UnitOperation"))
-        _left_out(case, ("Stream", "HeatStream"), (name for name, _ in rows))
+        _left_out(case, (name for name, _ in rows))
         return _frame(
             rows, UNIT_OPERATION_COLUMNS, quantities, {"Class": [node.class_name for _, node in rows]}
         )
@@ -308,11 +308,11 @@ def _complete_energy(node: _core.Node, its: _Balance, overall: Optional[_Balance
             balance.add_sums(rest)
 
 
-def _left_out(case: "Case", kinds: tuple[str, ...], names: Iterable[str]) -> None:
+def _left_out(case: "Case", names: Iterable[str]) -> None:
     """Warns of unit operations at the ends of streams that have no class, and so no row."""
     there = {*names, *(name for name, _ in case.objects("SubFlowsheet"))}
     ends: dict[str, None] = {}
-    for kind in kinds:
+    for kind in ("Stream", "HeatStream"):
         for prefix, _, _, *both in _ends(case, kind):
             ends.update({prefix + end: None for end in both if end and prefix + end not in there})
     if ends:
@@ -371,7 +371,7 @@ def balance(case: "Case", units: str) -> "pandas.DataFrame":
             its = of.get(name, _Balance())
             _complete_energy(node, its, None if "/" in name else overall)
             rows[name] = [node.class_name, *its.row(node.class_name)]
-        _left_out(case, ("Stream", "HeatStream"), rows)
+        _left_out(case, rows)
         # Where anything reacts, heat of formation counts as a whole.
         reactors = [row[0] for row in rows.values() if row[0] in _REACTORS]
         rows["Overall"] = ["", *overall.row(reactors[0] if reactors else "")]
