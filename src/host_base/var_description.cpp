@@ -2,6 +2,7 @@
 #include "fixtop/host/var_description.h"
 
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include "fixtop/host/local_services.h"
@@ -40,9 +41,18 @@ void SetLocalServices(HostServices* services) {
 
 struct VarDescription::Body {
     Facts facts;
+    int holders = 0;
     bool from_moniker = false;
     bool described = false;
     VarDescription next;
+
+    Body(const Facts& given, const VarDescription& rest) : facts(given), next(rest) {}
+    // A body of its own, which nobody holds yet.
+    Body(const Body& other)
+        : facts(other.facts),
+          from_moniker(other.from_moniker),
+          described(other.described),
+          next(other.next) {}
 
     // The host's facts for an address known by its text alone, asked once.
     const Facts& Described(const VarDescription& self) {
@@ -59,6 +69,13 @@ struct VarDescription::Body {
         return facts;
     }
 };
+
+VarDescription::BodyRef::BodyRef(Body* body) noexcept : body_(body), holders_(&body->holders) {
+    ++*holders_;
+}
+void VarDescription::BodyRef::Destroy(Body* body) {
+    delete body;
+}
 
 VarDescription::VarDescription(const char* moniker, VarDescType) {
     const std::string text = moniker ? moniker : "";
@@ -78,10 +95,7 @@ VarDescription::VarDescription(const char* moniker, VarDescType) {
 }
 
 VarDescription::VarDescription(const Facts& facts, const VarDescription& next)
-    : body_(std::make_shared<Body>()) {
-    body_->facts = facts;
-    body_->next = next;
-}
+    : body_(new Body(facts, next)) {}
 
 std::int32_t VarDescription::Kind() const {
     return body_ ? body_->facts.kind : kPartNone;
@@ -97,9 +111,6 @@ bool VarDescription::ChainEnds() const {
 }
 std::uintptr_t VarDescription::HostWord() const {
     return body_ ? body_->facts.host_word : 0;
-}
-bool VarDescription::IsEmpty() const {
-    return !body_;
 }
 
 const VarDescription* VarDescription::NextPart() const {
@@ -137,12 +148,15 @@ bool VarDescription::IsEqual(const VarDescription& other, bool ignore_offsets) c
 }
 
 Text VarDescription::GetMoniker() const {
-    std::string text;
-    for (const VarDescription* part = this; part && part->body_; part = part->NextPart()) {
+    if (!body_) return {};
+    const VarDescription* part = NextPart();
+    if (!part) return body_->facts.moniker;
+    std::string text = body_->facts.moniker.Str();
+    for (; part; part = part->NextPart()) {
         if (!text.empty()) text += '/';
         text += part->body_->facts.moniker.Str();
     }
-    return Text(text);
+    return Text(std::move(text));
 }
 
 Text VarDescription::GetFilledMoniker() const {
@@ -164,17 +178,17 @@ Text VarDescription::GetFilledMoniker() const {
         }
         text += own;
     }
-    return Text(text);
+    return Text(std::move(text));
 }
 
 VarDescription::Body& VarDescription::Own() {
-    if (body_.use_count() > 1) body_ = std::make_shared<Body>(*body_);
+    if (body_.IsShared()) body_ = BodyRef(new Body(*body_));
     return *body_;
 }
 
 VarDescription& VarDescription::LastPart() {
     VarDescription* part = this;
-    while (part->body_ && part->body_->next.body_) part = &part->Own().next;
+    while (part->NextPart()) part = &part->Own().next;
     return *part;
 }
 

@@ -2,7 +2,8 @@
 #pragma once
 
 // VarDescription: the address of one variable of one object. A value type, copied freely: copies
-// share one body; the offsets are each one's own.
+// share one body, counted plainly, as all belongs to the thread of the simulation; the offsets are
+// each one's own.
 //
 // Text form (moniker): parts joined by '/', each "Class.number" with further ".index" offsets, a
 // part that names a variable beginning with ':'. "[]" means a dimension still to be filled.
@@ -10,7 +11,7 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
+#include <utility>
 
 #include "fixtop/host/text.h"
 
@@ -79,7 +80,7 @@ class VarDescription {
     VarType UnitType() const;
     double MaxValue() const;
     double MinValue() const;
-    bool IsEmpty() const;
+    bool IsEmpty() const { return !body_; }
     // Same parts and same offsets. With `ignore_offsets` set the offsets do not count.
     bool IsEqual(const VarDescription& other, bool ignore_offsets) const;
 
@@ -103,13 +104,47 @@ class VarDescription {
     void GetPathDimensions(Viewable* object, DimInfo& out, int marker) const;
 
  private:
-    struct Body;
     using Offsets = std::array<int, 3>;
+    struct Body;
+
+    // A counted pointer at a body, or null.
+    class BodyRef {
+     public:
+        BodyRef() noexcept = default;
+        explicit BodyRef(Body* body) noexcept;
+        BodyRef(const BodyRef& other) noexcept : body_(other.body_), holders_(other.holders_) {
+            if (holders_) ++*holders_;
+        }
+        BodyRef(BodyRef&& other) noexcept
+            : body_(std::exchange(other.body_, nullptr)),
+              holders_(std::exchange(other.holders_, nullptr)) {}
+        BodyRef& operator=(BodyRef other) noexcept {
+            std::swap(body_, other.body_);
+            std::swap(holders_, other.holders_);
+            return *this;
+        }
+        ~BodyRef() {
+            if (holders_ && --*holders_ == 0) Destroy(body_);
+        }
+
+        explicit operator bool() const noexcept { return body_ != nullptr; }
+        bool operator==(const BodyRef& other) const noexcept { return body_ == other.body_; }
+        Body* operator->() const noexcept { return body_; }
+        Body& operator*() const noexcept { return *body_; }
+        bool IsShared() const noexcept { return holders_ && *holders_ > 1; }
+
+     private:
+        static void Destroy(Body* body);
+
+        Body* body_ = nullptr;
+        int* holders_ = nullptr;  // a part of the body
+    };
+
     // For a description with a body, which is its own then.
     Body& Own();
     VarDescription& LastPart();
 
-    std::shared_ptr<Body> body_;
+    BodyRef body_;
     // Of this part: the elements of an array share one body.
     Offsets offsets_ = {kNoOffset, kNoOffset, kNoOffset};
     Offsets replaced_ = {kNoOffset, kNoOffset, kNoOffset};
