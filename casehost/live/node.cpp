@@ -313,9 +313,8 @@ bool Node::HasOldResults() const {
 
 // Parts before the one that names a variable are either steps of a moniker path or attachment
 // variables of the object reached so far.
-host::Viewable* Node::ResolveOwner(const host::VarDescription& variable) {
+host::Viewable* Node::ResolveElsewhere(const host::VarDescription& variable) {
     if (variable.IsEmpty()) return nullptr;
-    if (shape_ && shape_->ByWord(variable.HostWord())) return nullptr;
     const host::Text moniker = variable.GetMoniker();
     std::string_view path = moniker.Str();
     if (path.empty() || (path[0] == ':' && !variable.NextPart())) return nullptr;

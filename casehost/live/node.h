@@ -121,7 +121,12 @@ class Node {
     }
     void Dimensions(const host::VarDescription& variable, host::DimInfo& out);
     host::VariableType UnitTypeOf(const host::VarDescription& variable);
-    host::Viewable* ResolveOwner(const host::VarDescription& variable);
+    // Null for a variable of this node's own shape, which no other holds: what most reads ask of.
+    host::Viewable* ResolveOwner(const host::VarDescription& variable) {
+        if (shape_ && shape_->ByWord(variable.HostWord())) return nullptr;
+        return ResolveElsewhere(variable);
+    }
+    host::Viewable* ResolveElsewhere(const host::VarDescription& variable);
     host::Viewable* OwnerOfType(const host::ObjectTypeInfo* type);
     bool LiesIn(host::Viewable* flowsheet);
     virtual host::CSpecSource* SpecSource() { return nullptr; }

@@ -33,9 +33,7 @@ CaseHost::ServicesImpl::ServicesImpl(CaseHost& owner, bool with_window)
 }
 
 const host::UnitRecord* CaseHost::ServicesImpl::def_unit(host::VarType type, unsigned set) {
-    const Quantity* quantity = FindQuantity(type);
-    if (!quantity) return nullptr;
-    return FindUnit(*quantity, quantity->defaults[set < kUnitSets ? set : 0]);
+    return DefaultUnit(type, set);
 }
 
 const host::UnitRecord* CaseHost::ServicesImpl::findunit(const char* name, host::VarType type) {

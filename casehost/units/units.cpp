@@ -34,6 +34,20 @@ const Quantity* FindQuantity(host::VarType type) {
     return &all[type - 1];
 }
 
+const host::UnitRecord* DefaultUnit(host::VarType type, unsigned set) {
+    using OfSets = std::array<const host::UnitRecord*, kUnitSets>;
+    static const std::vector<OfSets> by_type = [] {
+        std::vector<OfSets> table;
+        for (const Quantity& each : Quantities()) {
+            OfSets& units = table.emplace_back();
+            for (unsigned i = 0; i < kUnitSets; ++i) units[i] = FindUnit(each, each.defaults[i]);
+        }
+        return table;
+    }();
+    const auto place = static_cast<std::size_t>(type) - 1;
+    return place < by_type.size() ? by_type[place][set < kUnitSets ? set : 0] : nullptr;
+}
+
 const Quantity* FindQuantityOfUnit(std::string_view unit) {
     for (const Quantity& quantity : Quantities()) {
         if (FindUnit(quantity, unit)) return &quantity;

@@ -29,6 +29,9 @@ const Quantity* FindQuantity(std::string_view name);
 const Quantity* FindQuantity(host::VarType type);
 // The first that has a unit of this name, which is the one that the name alone stands for.
 const Quantity* FindQuantityOfUnit(std::string_view unit);
+// The unit of a quantity in a unit set, the first set for a number that none has; null for an
+// unknown type.
+const host::UnitRecord* DefaultUnit(host::VarType type, unsigned set);
 // Null when the quantity has no such unit.
 const host::UnitRecord* FindUnit(const Quantity& quantity, std::string_view name);
 
