@@ -162,6 +162,7 @@ bool PathStep::ParseClause(unsigned flags, PathTokenizer& tokens, FIValue& error
         token = tokens.Next();
         if (!IsString(token)) return Fail(kStringExpected, tokens, error);
         SetText(clause.value.emplace(), token->text);
+        clause.number.SetReal(clause.value->AsDouble());
         token = tokens.Next();
     }
     return Is(token, ']') || Fail(kCloseExpected, tokens, error);

@@ -35,6 +35,8 @@ using ParsedPath = std::unique_ptr<PathStep, PathStepDestroyer>;
 struct PathClause {
     ParsedPath step;
     std::optional<FIValue> value;
+    // The value as a number, for nodes that have one.
+    FIValue number;
 };
 
 struct PathFilter {

@@ -238,7 +238,10 @@ bool FIIterator::PassesOne(const PathClause& clause) {
     if (!clause.value) return true;
 
     const char* wanted = clause.value->CStr();
-    if (*wanted != kVariableMark) return found.Compare(*clause.value) == 0;
+    if (*wanted != kVariableMark) {
+        const bool is_real = found.Kind() == FIValue::kReal;
+        return found.Compare(is_real ? clause.number : *clause.value) == 0;
+    }
     const FIValue* variable = FindVar(FIValue(wanted + 1));
     return variable && found.Compare(*variable) == 0;
 }
