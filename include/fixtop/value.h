@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -92,6 +93,11 @@ class FIValue {
         if (kind_ == kLongText) return payload_.buffer.bytes;
         return kind_ == kNull ? "" : nullptr;
     }
+    // The first eight bytes of the text as one number, the first byte lowest and zeros behind its
+    // end: equal texts have equal heads. 0 for what is no text.
+    std::uint64_t Head() const noexcept {
+        return IsText() ? CutAtEnd(kind_ == kShortText ? payload_.text : payload_.buffer.bytes) : 0;
+    }
     // Length of the value's text in bytes, numbers as they would be formatted; 0 for NULL.
     int Length() const;
     // Writes at most `size` bytes, the last one always NUL; nothing when size is below 1.
@@ -140,6 +146,14 @@ class FIValue {
         Payload() noexcept : real(0) {}
     };
 
+    // Both forms of a text have room for eight bytes.
+    static std::uint64_t CutAtEnd(const char* bytes) noexcept {
+        constexpr std::uint64_t kLows = 0x0101010101010101U;
+        std::uint64_t head;
+        std::memcpy(&head, bytes, sizeof head);
+        const std::uint64_t ends = (head - kLows) & ~head & (kLows << 7);
+        return ends == 0 ? head : head & (((ends & (~ends + 1)) >> 7) - 1);
+    }
     // A kind without a buffer, and a known one.
     bool IsPlain() const noexcept { return kind_ >= kNull && kind_ < kLongText; }
     void CopyFrom(const FIValue& other) {

@@ -53,6 +53,33 @@ std::int32_t GrownCapacity(std::int32_t capacity, std::size_t size) {
     return static_cast<std::int32_t>(grown);
 }
 
+// The first and the last bytes of a text that has as many as Word, or more; both are read before
+// one is written.
+template <class Word>
+void MoveEnds(char* to, std::string_view text) noexcept {
+    const std::size_t last = text.size() - sizeof(Word);
+    Word words[2];
+    std::memcpy(&words[0], text.data(), sizeof(Word));
+    std::memcpy(&words[1], text.data() + last, sizeof(Word));
+    std::memcpy(to, &words[0], sizeof(Word));
+    std::memcpy(to + last, &words[1], sizeof(Word));
+}
+
+// Moves a text that fits a value without a call: most names and units do. `to` may lie in the text.
+void MoveShort(char* to, std::string_view text) noexcept {
+    if (text.size() > 2 * sizeof(std::uint64_t)) {
+        std::memmove(to, text.data(), text.size());
+    } else if (text.size() >= sizeof(std::uint64_t)) {
+        MoveEnds<std::uint64_t>(to, text);
+    } else if (text.size() >= sizeof(std::uint32_t)) {
+        MoveEnds<std::uint32_t>(to, text);
+    } else if (text.size() >= sizeof(std::uint16_t)) {
+        MoveEnds<std::uint16_t>(to, text);
+    } else if (!text.empty()) {
+        *to = text.front();
+    }
+}
+
 int Sign(double a, double b) noexcept {
     return a < b ? -1 : a > b ? 1 : 0;
 }
@@ -142,7 +169,7 @@ void FIValue::SetInt(std::int32_t number) noexcept {
 }
 
 void FIValue::SetInline(std::string_view text) noexcept {
-    if (!text.empty()) std::memmove(payload_.text, text.data(), text.size());
+    MoveShort(payload_.text, text);
     payload_.text[text.size()] = '\0';
     kind_ = kShortText;
 }
