@@ -50,6 +50,11 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     host::Viewable* EffectiveOwner() const {
         return context_->IsOfCorrelation() ? OwnerThroughCorrelation() : Owner();
     }
+    // The same as a handle.
+    HostObject<host::Viewable> EffectiveObject() const {
+        if (!context_->IsOfCorrelation()) return context_->Owner();
+        return {OwnerThroughCorrelation(), CaseRecord()};
+    }
     // Tells apart the owners, whether they live or not.
     std::uint64_t OwnerNumber() const { return context_->Owner().Number(); }
     const Ref<CaseLife>& CaseRecord() const { return context_->Owner().Life(); }
@@ -101,7 +106,6 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
-    HUnitMemory default_unit_;
     std::unique_ptr<Branch> branch_;
     mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
     mutable int dimensions_ = -1;

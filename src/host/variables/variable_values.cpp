@@ -97,13 +97,21 @@ const char* StoreEnumeration(const HVariable& variable, const HVariablePlace& pl
     return StoreNumber(place, ordinal, life);
 }
 
-const host::UnitRecord* DefaultUnit(host::HostServices& services, host::VarType type,
-                                    HUnitMemory* memory) {
-    const unsigned set = services.DefaultUnits();
-    if (memory && memory->unit && memory->type == type && memory->set == set) return memory->unit;
-    const host::UnitRecord* unit = services.def_unit(type, set);
-    if (memory) *memory = {type, set, unit};
-    return unit;
+// What is no number.
+void ReadOther(const HVariable& variable, const HVariablePlace& place, FIValue& out) {
+    switch (variable.row->value_kind) {
+        case host::kEnumeration:
+            ReadEnumeration(variable, place, out);
+            break;
+        case host::kText:
+            ReadText(place, out);
+            break;
+        case host::kAttachment:
+            ReadAttachment(place, out);
+            break;
+        default:
+            break;
+    }
 }
 
 }  // namespace
@@ -142,21 +150,10 @@ void ReadRaw(const HVariable& variable, FIVarSet* vars, FIValue& out) {
     out.Clear();
     if (!variable.object) return;
     const HVariablePlace place = FindPlace(variable.object, *variable.description);
-    switch (variable.row->value_kind) {
-        case host::kReal:
-            ReadReal(variable, place, vars, out);
-            break;
-        case host::kEnumeration:
-            ReadEnumeration(variable, place, out);
-            break;
-        case host::kText:
-            ReadText(place, out);
-            break;
-        case host::kAttachment:
-            ReadAttachment(place, out);
-            break;
-        default:
-            break;
+    if (variable.row->value_kind == host::kReal) {
+        ReadReal(variable, place, vars, out);
+    } else {
+        ReadOther(variable, place, out);
     }
 }
 
@@ -266,31 +263,33 @@ host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,
     return services->GetUnitConvTypeFromVarType(object->GetVariableUnitType(description));
 }
 
-const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars, HUnitMemory* memory) {
+// The host is asked anew each time: it may show a set by other units at any moment.
+const host::UnitRecord* ShownUnit(host::HostServices& services, host::VarType type,
+                                  FIVarSet* vars) {
     static const FIValue own_quantity;
-    host::HostServices* services = TheAdapter().Services();
-    if (!services) return nullptr;
-    const host::UnitRecord* unit = DefaultUnit(*services, type, memory);
+    const host::UnitRecord* unit = services.def_unit(type, services.DefaultUnits());
     if (!vars) return unit;
     FIValue wanted;
     vars->GetUnit(own_quantity, wanted);
     if (!wanted.IsText()) return unit;
     if (unit && unit->name && std::strcmp(unit->name, wanted.CStr()) == 0) return unit;
-    const host::UnitRecord* other = services->findunit(wanted.CStr(), type);
+    const host::UnitRecord* other = services.findunit(wanted.CStr(), type);
     return other ? other : unit;
 }
 
-void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory) {
-    if (value.Kind() != FIValue::kReal) return;
-    if (const host::UnitRecord* unit = ShownUnit(type, vars, memory)) {
-        value.SetReal(TheAdapter().Services()->calc_ounit(value.AsDouble(), unit));
+void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value) {
+    host::HostServices* services = TheAdapter().Services();
+    if (value.Kind() != FIValue::kReal || !services) return;
+    if (const host::UnitRecord* unit = ShownUnit(*services, type, vars)) {
+        value.SetReal(services->calc_ounit(value.AsDouble(), unit));
     }
 }
 
 void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value) {
-    if (value.IsNull()) return;
-    if (const host::UnitRecord* unit = ShownUnit(type, vars)) {
-        value.SetReal(TheAdapter().Services()->calc_unit(value.AsDouble(), unit));
+    host::HostServices* services = TheAdapter().Services();
+    if (value.IsNull() || !services) return;
+    if (const host::UnitRecord* unit = ShownUnit(*services, type, vars)) {
+        value.SetReal(services->calc_unit(value.AsDouble(), unit));
     }
 }
 
@@ -304,8 +303,9 @@ void ReadUnit(host::VarType type, FIVarSet* vars, FIValue& out) {
     static const FIValue own_quantity;
     out.Clear();
     if (vars) vars->GetUnit(own_quantity, out);
-    if (!out.IsNull()) return;
-    if (const host::UnitRecord* unit = ShownUnit(type, nullptr)) out.SetText(unit->name);
+    host::HostServices* services = TheAdapter().Services();
+    if (!out.IsNull() || !services) return;
+    if (const auto* unit = ShownUnit(*services, type, nullptr)) out.SetText(unit->name);
 }
 
 void ReadUnitOptions(host::VarType type, FIValue& out) {

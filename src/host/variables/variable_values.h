@@ -81,17 +81,10 @@ void StoreComposition(const HVariable& variable, const FIValue& value);
 // The unit type, with a unit type that is not fixed asked of the object.
 host::VarType EffectiveUnitType(host::VarType unit_type, host::Viewable* object,
                                 const host::VarDescription& description);
-// The default unit that a reader of one variable found last; units live as long as the host.
-struct HUnitMemory {
-    host::VarType type = 0;
-    unsigned set = 0;
-    const host::UnitRecord* unit = nullptr;
-};
 // The unit in which the reader sees values of a type; null for a type without units.
-const host::UnitRecord* ShownUnit(host::VarType type, FIVarSet* vars,
-                                  HUnitMemory* memory = nullptr);
+const host::UnitRecord* ShownUnit(host::HostServices& services, host::VarType type, FIVarSet* vars);
 // To the shown unit and back to internal units; other values than numbers are left as they are.
-void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value, HUnitMemory* memory = nullptr);
+void ToShownUnit(host::VarType type, FIVarSet* vars, FIValue& value);
 void ToInternalUnit(host::VarType type, FIVarSet* vars, FIValue& value);
 // Name of a unit type, such as "Temperature"; NULL without a host.
 void ReadUnitType(host::VarType type, FIValue& out);
