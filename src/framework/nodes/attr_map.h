@@ -23,6 +23,28 @@
 
 namespace fixtop {
 
+// A name that is looked for or listed: its text, and the first eight bytes of it as one number,
+// with zeros behind its end, so that most rows are told apart by one comparison.
+struct AttrName {
+    constexpr AttrName(const char* name) : text(name ? name : "") {
+        for (int i = 0; i < kHead && text[i] != '\0'; ++i) {
+            head |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
+        }
+    }
+    constexpr AttrName(const char* name, std::uint64_t name_head) : text(name), head(name_head) {}
+    // What is no text is nobody's name.
+    AttrName(const FIValue& name) : text(name.IsText() ? name.CStr() : ""), head(name.Head()) {}
+    bool operator==(const AttrName& other) const {
+        return head == other.head && (IsWholeInHead() || std::strcmp(text, other.text) == 0);
+    }
+
+    static constexpr int kHead = 8;
+    constexpr bool IsWholeInHead() const { return head >> (8 * (kHead - 1)) == 0; }
+
+    const char* text;
+    std::uint64_t head = 0;
+};
+
 template <class T>
 struct AttrRow {
     using Available = bool (*)(T& owner, std::intptr_t extra);
@@ -46,6 +68,7 @@ struct AttrRow {
     constexpr AttrRow(const char* row_name, Plain handler, Available is_available, Writer writer)
         : name(row_name), kind(1), available(is_available), plain(handler), write(writer) {}
 
+    bool IsNamed(const AttrName& wanted) const { return AttrName(name, head) == wanted; }
     bool IsAvailable(T& owner) const { return !available || available(owner, extra); }
     void Read(T& owner, FIValue& out) const {
         switch (kind) {
@@ -62,6 +85,7 @@ struct AttrRow {
     }
 
     const char* name;
+    std::uint64_t head = AttrName(name).head;
     int kind;
     Available available;
     union {
@@ -81,16 +105,16 @@ bool HasLostItsObject(const T& owner) {
 
 // The row of a name, available or not; null when there is none.
 template <class T>
-const AttrRow<T>* FindAnyAttrRow(const char* name) {
-    if (!name) return nullptr;
-    for (const AttrRow<T>& row : T::AttributeRows()) {
-        if (*row.name == *name && std::strcmp(row.name, name) == 0) return &row;
+inline const AttrRow<T>* FindAnyAttrRow(const AttrName& name) {
+    static const std::span<const AttrRow<T>> rows = T::AttributeRows();
+    for (const AttrRow<T>& row : rows) {
+        if (row.IsNamed(name)) return &row;
     }
     return nullptr;
 }
 
 template <class T>
-const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
+inline const AttrRow<T>* FindAttrRow(T& owner, const AttrName& name) {
     const AttrRow<T>* row = FindAnyAttrRow<T>(name);
     return row && row->IsAvailable(owner) ? row : nullptr;
 }
@@ -100,7 +124,7 @@ const AttrRow<T>* FindAttrRow(T& owner, const char* name) {
 template <class T>
 void ReadAttribute(T& owner, const FIValue& name, FIValue& out) {
     if (HasLostItsObject(owner)) return out.SetText(kNodeDeletedText);
-    if (const AttrRow<T>* row = FindAttrRow(owner, name.CStr())) {
+    if (const AttrRow<T>* row = FindAttrRow(owner, name)) {
         row->Read(owner, out);
     } else {
         out.Clear();
@@ -113,7 +137,7 @@ template <class T>
 void WriteAttribute(T& owner, const FIValue& name, const FIValue& value, int mode,
                     const char* refusal, FIValue& out) {
     if (HasLostItsObject(owner)) return out.SetText(kNodeDeletedText);
-    const AttrRow<T>* row = name.IsText() ? FindAnyAttrRow<T>(name.CStr()) : nullptr;
+    const AttrRow<T>* row = FindAnyAttrRow<T>(name);
     const bool is_taken = row && row->write && row->write(owner, value, mode, out);
     if (!is_taken) out = FIValue(refusal);
 }

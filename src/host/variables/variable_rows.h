@@ -16,7 +16,6 @@
 //     void FollowAttachments(bool follow);
 
 #include <array>
-#include <cstring>
 
 #include "fixtop/ref.h"
 #include "host/host_access.h"
@@ -130,10 +129,10 @@ std::vector<AttrRow<T>> VariableRows(std::initializer_list<AttrRow<T>> given) {
 template <class T>
 void ReadVariableAttribute(T& owner, const FIValue& name, FIValue& out) {
     if (owner.IsGone()) return out.SetText(kNodeDeletedText);
-    const char* text = name.IsText() ? name.CStr() : "";
-    if (const AttrRow<T>* row = FindAttrRow(owner, text)) return row->Read(owner, out);
+    const AttrName wanted(name);
+    if (const AttrRow<T>* row = FindAttrRow(owner, wanted)) return row->Read(owner, out);
     out.Clear();
-    if (std::strcmp(text, kStale) != 0 || !ShowsState(owner)) return;
+    if (!(wanted == AttrName(kStale)) || !ShowsState(owner)) return;
     if (IsOutdated(owner.Variable())) out.SetInt(1);
 }
 

@@ -42,7 +42,7 @@ void CCDMTopEntry::GetName(FIValue& out) {
 
 // What an entry below would ask of its node is told of the node here.
 void CCDMTopEntry::GetAttribute(const FIValue& name, FIValue& out) {
-    if (const AttrRow<CCDMTopEntry>* row = FindAttrRow(*this, name.CStr())) {
+    if (const AttrRow<CCDMTopEntry>* row = FindAttrRow(*this, name)) {
         row->Read(*this, out);
     } else if (IsGone() && !CCDMClassEntry::IsAnsweredByModel(name.CStr())) {
         context_->Place().references.First()->GetAttribute(name, out);
