@@ -80,7 +80,7 @@ HTopEntry::Below HTopEntry::FindBelow() {
 }
 
 FIContext* HTopEntry::GetContext() {
-    const NodeAbove self(&options_, attachments_, this);
+    NodeAbove self(&options_, attachments_, this);
     FIContext* context = nullptr;
     switch (FindBelow()) {
         case Below::kNothing:
@@ -89,10 +89,10 @@ FIContext* HTopEntry::GetContext() {
             return specification_.MakeContext(self);
         case Below::kFlowSheet:
             context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
-                                                   context_->CaseRecord()->Case(), self);
+                                                   context_->CaseRecord()->Case(), std::move(self));
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, Object(), self, nullptr);
+            context = new Shielded<HVarsContext>(variables_, Object(), std::move(self), nullptr);
             break;
     }
     return HandOut(context);

@@ -32,8 +32,7 @@ HVarDimsContext::HVarDimsContext(HVarsEntry* variable, int dimension,
       dimension_(dimension),
       address_(address),
       above_(std::move(above)),
-      names_({variable->EffectiveOwner(), variable->CaseRecord()},
-             variable->OffsetDescription(dimension)) {
+      names_(variable->EffectiveObject(), variable->OffsetDescription(dimension)) {
     host::DimInfo bounds;
     host::Viewable* object = variable->EffectiveOwner();
     if (object) address.GetPathDimensions(object, bounds, host::kEmptyDimensionMarker);

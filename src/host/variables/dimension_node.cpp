@@ -46,13 +46,13 @@ bool HVarDimsEntry::IsContainer() {
 
 FIContext* HVarDimsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    const NodeAbove self(context_->Options(), attachments_, this);
+    NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (!IsScalar(*this)) {
-        context =
-            new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_, self);
+        context = new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_,
+                                                std::move(self));
     } else if (const host::LinkedList* variables = FollowedVariables()) {
-        context = new Shielded<HVarsContext>(variables, Holder(), self, this);
+        context = new Shielded<HVarsContext>(variables, Holder(), std::move(self), this);
     } else {
         return EmptyContext();
     }

@@ -35,9 +35,8 @@ HElementNames::HElementNames(const HostObject<host::Viewable>& object,
                              const host::VarDescription& dimension)
     : object_(object), dimension_(dimension) {
     const host::Text moniker = dimension.GetMoniker();
-    source_ = moniker == ":"                            ? Source::kCount
-              : moniker.Search('[') == moniker.Length() ? Source::kEnumeration
-                                                        : Source::kArray;
+    if (moniker == ":") return;
+    source_ = moniker.Search('[') == moniker.Length() ? Source::kEnumeration : Source::kArray;
     is_enumeration_of_part_ = moniker.Search(':') != moniker.Length();
 }
 

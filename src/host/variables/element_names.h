@@ -35,7 +35,7 @@ class HElementNames {
 
     HostObject<host::Viewable> object_;
     host::VarDescription dimension_;
-    Source source_;
+    Source source_ = Source::kCount;
     bool is_enumeration_of_part_ = false;
 };
 

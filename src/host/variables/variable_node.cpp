@@ -41,6 +41,7 @@ const char* EndOfPlain(const char* name) {
         for (unsigned char c : {'\0', '"', '&', '<', '>'}) stops[c] = true;
         return stops;
     }();
+#pragma GCC unroll 8
     while (!kStops[static_cast<unsigned char>(*name)]) ++name;
     return name;
 }
@@ -137,7 +138,7 @@ void HVarsEntry::ReadValue(FIValue& out) {
 
 void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {
     ReadRaw(At(address), vars, out);
-    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), vars, out, &default_unit_);
+    if (out.Kind() == FIValue::kReal) ToShownUnit(UnitType(), vars, out);
 }
 
 void HVarsEntry::ReadMoniker(FIValue& out) {
@@ -181,12 +182,12 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    const NodeAbove self(context_->Options(), attachments_, this);
+    NodeAbove self(context_->Options(), attachments_, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
-        context = new Shielded<HVarDimsContext>(this, 0, Description(), self);
+        context = new Shielded<HVarDimsContext>(this, 0, Description(), std::move(self));
     } else if (LeadsSomewhere()) {
-        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), self, this);
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), std::move(self), this);
     } else {
         return EmptyContext();
     }
