@@ -97,9 +97,10 @@ class FIEntry {
     virtual void SetDisplayUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
     virtual void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out);
 
-    // The variables and units of whoever is calling; lent for the call, not counted.
-    virtual void SetVarSet(FIVarSet* vars);
-    virtual FIVarSet* GetVarSet();
+    // The variables and units of whoever is calling; lent for the call, not counted. The same for
+    // every entry, so that a read pays for no call.
+    virtual void SetVarSet(FIVarSet* vars) final { var_set_ = vars; }
+    virtual FIVarSet* GetVarSet() final { return var_set_; }
 
     // Lends the service of a kind; false and null when the node has none. No loan has to be ended,
     // so ReleaseService answers false and null.

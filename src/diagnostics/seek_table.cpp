@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "diagnostics/seek_table.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include "platform/debug_output.h"
 
 namespace fixtop {
-
-namespace {
-
-int g_seeks[kSeekRows];
-
-}  // namespace
-
-void RecordSeek(int refcount) noexcept {
-    ++g_seeks[std::clamp(refcount, 0, kSeekRows - 1)];
-}
 
 int SeekCount(int row) noexcept {
     return row >= 0 && row < kSeekRows ? g_seeks[row] : 0;

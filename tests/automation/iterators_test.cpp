@@ -106,17 +106,11 @@ TEST_F(QsiAttributes, walk_never_stands_on_an_attribute_that_is_not_there) {
     EXPECT_EQ(kResultFalse, Next(*it, 2, 1));
 }
 
-// An attribute that is there as its script says; the entry, its attributes and the cursor are one.
-class Willful final : public FIEntry, public FIAttributeSource, public FIAttributeCursorBase {
+// An attribute that is there as its script says.
+class WillfulCursor final : public FIAttributeCursorBase {
  public:
     int AddRef() override { return 1; }
     int Release() override { return 1; }
-    void GetName(FIValue& out) override { out.SetText("Willful"); }
-    void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
-    FIAttributeSource* GetAttributeSource() override { return this; }
-    FIContext* GetContext() override { return EmptyContext(); }
-
-    FIAttributeCursorBase* MakeCursor() override { return this; }
     const void* TypeId() const override { return this; }
     FIAttributeCursorBase* Clone(bool) override { return this; }
     bool Seek(int origin, int delta) override {
@@ -142,16 +136,30 @@ class Willful final : public FIEntry, public FIAttributeSource, public FIAttribu
     bool is_at_end = false;
 };
 
+// The entry that it is of.
+class Willful final : public FIEntry, public FIAttributeSource {
+ public:
+    int AddRef() override { return 1; }
+    int Release() override { return 1; }
+    void GetName(FIValue& out) override { out.SetText("Willful"); }
+    void GetAttribute(const FIValue&, FIValue& out) override { out.Clear(); }
+    FIAttributeSource* GetAttributeSource() override { return this; }
+    FIContext* GetContext() override { return EmptyContext(); }
+    FIAttributeCursorBase* MakeCursor() override { return &row; }
+
+    WillfulCursor row;
+};
+
 TEST_F(QsiAttributes, refused_seeks_are_told) {
     Willful entry;
     const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(entry)));
-    entry.denies_end = true;
+    entry.row.denies_end = true;
     EXPECT_EQ(kResultFail, it->ToEnd());
     EXPECT_EQ("row", Name(*it));
-    entry.denies_end = false;
+    entry.row.denies_end = false;
     EXPECT_EQ(kResultOk, it->ToEnd());
     EXPECT_EQ(kResultOk, it->Reset());
-    entry.has_row = false;
+    entry.row.has_row = false;
     EXPECT_EQ(kResultFail, it->Reset());
     EXPECT_TRUE(AtEnd(*it));
 }
@@ -159,14 +167,14 @@ TEST_F(QsiAttributes, refused_seeks_are_told) {
 TEST_F(QsiAttributes, memory_that_runs_out_is_told) {
     Willful entry;
     const auto it = Ref<IQSIAttributeIterator>::Adopt(new CQSIAttributeIterator(At(entry)));
-    entry.lacks_memory = true;
+    entry.row.lacks_memory = true;
     char buffer[4] = "xxx";
     EXPECT_EQ(kResultOutOfMemory, Refused<char>([&](char** out) { return it->GetName(out); }));
     EXPECT_EQ(kResultOutOfMemory, it->GetNameBuffer(4, buffer));
     EXPECT_STREQ("xxx", buffer);
     EXPECT_EQ(kResultOutOfMemory,
               Refused<IQSIAttribute>([&](IQSIAttribute** out) { return it->GetAttribute(out); }));
-    entry.lacks_memory = false;
+    entry.row.lacks_memory = false;
     EXPECT_EQ("row", Name(*it));
 }
 

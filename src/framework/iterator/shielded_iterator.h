@@ -21,8 +21,7 @@ class ShieldedNode : public T {
     explicit ShieldedNode(const T& other) : T(other) {}
 
     void GetName(FIValue& out) override {
-        if (memory::IsInside()) return T::GetName(out);
-        memory::Call<&T::GetName>::OrTell(out, *this, out);
+        memory::OrTell(out, [&] { T::GetName(out); });
     }
     void NameText(char* buffer, int size) override {
         TextOr(buffer, size, [&] { T::NameText(buffer, size); });
@@ -55,8 +54,7 @@ class ShieldedNode : public T {
     }
 
     void GetAttribute(const FIValue& name, FIValue& out) override {
-        if (memory::IsInside()) return T::GetAttribute(name, out);
-        memory::Call<&T::GetAttribute>::OrTell(out, *this, name, out);
+        memory::OrTell(out, [&] { T::GetAttribute(name, out); });
     }
     void SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) override {
         if (memory::IsInside()) return T::SetAttribute(name, value, mode, out);
@@ -171,8 +169,7 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
         return memory::Call<&FIIteratorBase::CanDescend>::Or(false, *this);
     }
     bool Down(int index) override {
-        if (memory::IsInside()) return FIIterator::Down(index);
-        return memory::Call<&FIIteratorBase::Down>::Or(false, *this, index);
+        return memory::Or(false, [&] { return FIIterator::Down(index); });
     }
     bool SeekPath(const FIValue& path) override {
         if (memory::IsInside()) return FIIterator::SeekPath(path);
@@ -187,12 +184,10 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
         return memory::Call<&FIIteratorBase::WalkFrom>::Or(false, *this, step);
     }
     bool DownFirst() override {
-        if (memory::IsInside()) return FIIterator::DownFirst();
-        return memory::Call<&FIIteratorBase::DownFirst>::Or(false, *this);
+        return memory::Or(false, [&] { return FIIterator::DownFirst(); });
     }
     bool Next() override {
-        if (memory::IsInside()) return FIIterator::Next();
-        return memory::Call<&FIIteratorBase::Next>::Or(false, *this);
+        return memory::Or(false, [&] { return FIIterator::Next(); });
     }
     bool First() override {
         if (memory::IsInside()) return FIIterator::First();
@@ -308,8 +303,7 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
         return memory::Call<&FIIteratorBase::SeekChildFrom>::Or(false, *this, name);
     }
     bool SeekChild(const char* name) override {
-        if (memory::IsInside()) return FIIterator::SeekChild(name);
-        return memory::Call<&FIIteratorBase::SeekChild>::Or(false, *this, name);
+        return memory::Or(false, [&] { return FIIterator::SeekChild(name); });
     }
     bool EvalClause(const PathClause& clause) override {
         if (memory::IsInside()) return FIIterator::EvalClause(clause);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "framework/nodes/cursor.h"
 
-#include "diagnostics/seek_table.h"
 #include "fixtop/entry.h"
 
 namespace fixtop {
@@ -24,30 +23,6 @@ int CompareKeys(FICursorPosition& own, FICursorPosition& other) {
     own.GetKey(own_key);
     other.GetKey(other_key);
     return own_key.Compare(other_key);
-}
-
-namespace {
-
-// The count of a singleton, which nothing raises, is never more than one.
-void PartFrom(int holders, Ref<FICursorBase>& cursor) {
-    if (holders <= 1) return;
-    RecordSeek(holders);
-    if (holders > 2) cursor = Ref<FICursorBase>::Adopt(cursor->Clone(true));
-}
-
-}  // namespace
-
-void Unshare(Ref<FICursorBase>& cursor) {
-    const int holders = cursor->AddRef() - 1;
-    cursor->Release();
-    PartFrom(holders, cursor);
-}
-
-Ref<FICursorBase> ShareToMove(const Ref<FICursorBase>& held) {
-    const int holders = held->AddRef();
-    Ref<FICursorBase> cursor = Ref<FICursorBase>::Adopt(held.Get());
-    PartFrom(holders, cursor);
-    return cursor;
 }
 
 }  // namespace fixtop

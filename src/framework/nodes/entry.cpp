@@ -72,13 +72,6 @@ void FIEntry::SetDisplaySpecUnit(const FIValue&, const FIValue&, FIValue& out) {
     out.SetText(kNotSupported);
 }
 
-void FIEntry::SetVarSet(FIVarSet* vars) {
-    var_set_ = vars;
-}
-FIVarSet* FIEntry::GetVarSet() {
-    return var_set_;
-}
-
 bool FIEntry::QueryService(int, void** out) {
     *out = nullptr;
     return false;
