@@ -231,8 +231,8 @@ const std::vector<bench::RatioRow> kRows = {
     {"neutral_held_read", "raw_held_read", "8"},
     {"neutral_held_read_in_display_unit", "raw_held_read", ""},
     {"neutral_stream_table", "raw_stream_table", ""},
-    {"neutral_stream_table_whole", "raw_stream_table", ""},
-    {"neutral_stages", "raw_stages", ""},
+    {"neutral_stream_table_whole", "raw_stream_table", "10"},
+    {"neutral_stages", "raw_stages", "10"},
 };
 
 }  // namespace
