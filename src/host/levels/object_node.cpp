@@ -92,7 +92,7 @@ FIContext* HTopEntry::GetContext() {
                                                    context_->CaseRecord()->Case(), std::move(self));
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, Object(), std::move(self), nullptr);
+            context = new Shielded<HVarsContext>(variables_, object_, std::move(self), nullptr);
             break;
     }
     return HandOut(context);

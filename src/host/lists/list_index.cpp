@@ -23,9 +23,11 @@ ListIndex* ListIndex::Over(const host::LinkedList& list, int filter, const NameO
     if (revision == 0) return nullptr;
     ListIndexTable& table = TheAdapter().ListIndices();
     auto& kept = table.kept;
-    auto slot = std::find_if(kept.begin(), kept.end(), [&](const ListIndex& index) {
+    const auto serves = [&](const ListIndex& index) {
         return index.Serves(list, filter, revision);
-    });
+    };
+    auto slot = kept.begin() + table.last;
+    if (!serves(*slot)) slot = std::find_if(kept.begin(), kept.end(), serves);
     if (slot == kept.end()) {
         slot = std::min_element(kept.begin(), kept.end(), [](const auto& a, const auto& b) {
             return a.last_use_ < b.last_use_;
@@ -33,6 +35,7 @@ ListIndex* ListIndex::Over(const host::LinkedList& list, int filter, const NameO
         slot->Start(list, filter, revision, ++table.uses);
         return nullptr;
     }
+    table.last = slot - kept.begin();
     slot->last_use_ = ++table.uses;
     if (!slot->built_) slot->NotePlaces(name_of);
     return &*slot;

@@ -11,7 +11,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -25,7 +24,12 @@ class ListIndex {
     static constexpr unsigned kWalkedLength = 8;
 
     // Answers the name of an element, or null when the filter does not show it.
-    using NameOf = std::function<const char*(void* element)>;
+    struct NameOf {
+        const void* view;
+        const char* (*ask)(const void* view, void* element);
+
+        const char* operator()(void* element) const { return ask(view, element); }
+    };
 
     struct Answer {
         // False: the index can't tell, the caller has to walk the list.
@@ -69,6 +73,8 @@ class ListIndex {
 struct ListIndexTable {
     std::array<ListIndex, 16> kept;
     std::uint64_t uses = 0;
+    // The place of the one that was asked last: walks ask one list again and again.
+    std::ptrdiff_t last = 0;
 };
 
 }  // namespace fixtop

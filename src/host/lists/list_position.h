@@ -157,7 +157,10 @@ class ListPosition {
         return view_.Shows(*element) ? View::Name(*element) : nullptr;
     }
     ListIndex::NameOf ShownNames() const {
-        return [this](void* element) { return NameIfShown(static_cast<Element*>(element)); };
+        return {this, [](const void* self, void* element) {
+                    const auto* place = static_cast<const ListPosition*>(self);
+                    return place->NameIfShown(static_cast<Element*>(element));
+                }};
     }
     // Null where the list is to be walked.
     ListIndex* Index() const {

@@ -8,13 +8,17 @@
 
 namespace fixtop {
 
-HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner, NodeAbove above,
-                           const HAttachment* attachment)
+HVarsContext::HVarsContext(const host::LinkedList* list, const HostObject<host::Viewable>& owner,
+                           NodeAbove above, const HAttachment* attachment)
     : list_(list),
-      owner_(owner, LifeFor(nullptr, above.Options())),
+      owner_(owner),
       above_(std::move(above)),
       attachment_(attachment),
-      is_of_correlation_(IsA(owner, CorrelationType())) {}
+      is_of_correlation_(IsA(owner.Get(), CorrelationType())) {}
+
+HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
+                           const NodeAbove& above, const HAttachment* attachment)
+    : HVarsContext(list, {owner, LifeFor(nullptr, above.Options())}, above, attachment) {}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();

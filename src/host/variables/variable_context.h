@@ -32,9 +32,11 @@ class VariableWalk : public ListPosition<VariableView> {
 
 class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
  public:
-    // The variables in `list`, of `owner`. `attachment` is the node above when it is one that
-    // points at `owner`, else null.
-    HVarsContext(const host::LinkedList* list, host::Viewable* owner, NodeAbove above,
+    // The variables in `list`, of `owner`, which is there. `attachment` is the node above when it
+    // is one that points at `owner`, else null.
+    HVarsContext(const host::LinkedList* list, const HostObject<host::Viewable>& owner,
+                 NodeAbove above, const HAttachment* attachment);
+    HVarsContext(const host::LinkedList* list, host::Viewable* owner, const NodeAbove& above,
                  const HAttachment* attachment);
 
     FICursorBase* MakeCursor(int kind) override;
