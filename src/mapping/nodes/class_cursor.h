@@ -27,8 +27,9 @@ class CCDMAttrCol {
 
     CCDMAttrCol(const CCDMClassContext& context, Rows rows) : context_(context), rows_(rows) {}
 
-    // Without application every attribute; else those that some translator serves.
-    bool Accepts(const CCDMAttribute& attribute) const;
+    // Without application every attribute; else those that some translator serves, with the choice
+    // for its entry.
+    bool Accepts(const CCDMAttribute& attribute, FacesChoice& choice) const;
     Rows Listed() const { return rows_; }
 
  private:
@@ -120,6 +121,7 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     const Ref<CCDMClassContext> context_;
     const CCDMAttrCol filter_;
     CCDMAttributeWalker walker_;
+    FacesChoice choice_;  // for the attribute that was entered
     bool stands_ = false;
     bool is_lost_ = false;
     std::unique_ptr<Elements> elements_;  // when the walker stands on an array that was entered
