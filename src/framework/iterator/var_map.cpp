@@ -2,6 +2,7 @@
 #include "framework/iterator/var_map.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace fixtop {
 
@@ -13,6 +14,7 @@ bool Less(const FIValue& a, const FIValue& b) {
 
 // Both directions are asked, since a number and a text are less than each other.
 bool Same(const FIValue& a, const FIValue& b) {
+    if (a.IsText() && b.IsText()) return std::strcmp(a.CStr(), b.CStr()) == 0;
     return !Less(a, b) && !Less(b, a);
 }
 
