@@ -34,8 +34,7 @@ class Levels {
             next.id = level.substr(colon + 1);
             next.parent = levels_.empty() ? nullptr : &levels_.back();
             next.depth = static_cast<int>(levels_.size()) + 1;
-            if (library != nullptr)
-                next.classRecord = library->FindClass(std::string(next.className));
+            if (library != nullptr) next.classRecord = library->FindClass(next.className);
             levels_.push_back(next);
             begin = end + 1;
         }

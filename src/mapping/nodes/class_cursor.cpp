@@ -65,14 +65,19 @@ CCDMClassCursorBase::FaceWalk CCDMClassCursorBase::FaceWalk::Copy() const {
 }
 
 // Later steps of the walk set variables anew, which must not reach the element.
-AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face) const {
+Ref<FIReference> CCDMClassCursorBase::FaceWalk::CopyOfNode() const {
+    Ref<FIReference> copy = reference->UnboundCopy();
+    if (copy) static_cast<FIIterator*>(copy->GetIterator())->OwnVariables(base_depth);
+    return copy;
+}
+
+AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face, Use use) const {
     AppFace at = face;
     if (!walk) return at;
-    at.StandOn(Stands() ? reference->UnboundCopy() : Ref<FIReference>());
+    Ref<FIReference> node;
+    if (Stands()) node = use == Use::kKeep ? CopyOfNode() : reference;
+    at.StandOn(std::move(node));
     at.names_class = face.names_class || walk->NamesClasses();
-    if (FIReference* node = at.Node()) {
-        static_cast<FIIterator*>(node->GetIterator())->OwnVariables(base_depth);
-    }
     return at;
 }
 
@@ -218,18 +223,17 @@ void CCDMClassCursorBase::TellIfCut(const AncestorPath& path, const FaceWalk& wa
 
 // One element with a key is enough to show them all.
 bool CCDMClassCursorBase::HasKeys() const {
-    if (walker_.Current()->keys.empty() || EntryAt(*elements_)->HasKey()) return true;
+    if (walker_.Current()->keys.empty() || EntryAt(*elements_, Use::kLook)->HasKey()) return true;
     Elements others = elements_->Copy();
     while (others.Next()) {
-        if (EntryAt(others)->HasKey()) return true;
+        if (EntryAt(others, Use::kLook)->HasKey()) return true;
     }
     return false;
 }
 
-Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements) const {
-    AppFaces faces = elements.faces;
-    faces.primary = elements.primary.AtElement(elements.faces.primary);
-    faces.secondary = elements.secondary.AtElement(elements.faces.secondary);
+Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements, Use use) const {
+    AppFaces faces = {elements.primary.AtElement(elements.faces.primary, use),
+                      elements.secondary.AtElement(elements.faces.secondary, use)};
     return Ref<CCDMClassEntry>::Share(new Shielded<CCDMClassEntry>(
         *context_, *walker_.Current(), std::move(faces), elements.index));
 }
@@ -357,7 +361,7 @@ void CCDMClassCursorBase::GetKey(FIValue& out) {
 
 FIEntry* CCDMClassCursorBase::GetEntry() {
     if (!Stands()) return nullptr;
-    if (elements_) return EntryAt(*elements_).Detach();
+    if (elements_) return EntryAt(*elements_, Use::kKeep).Detach();
     auto* entry = new Shielded<CCDMClassEntry>(*context_, *walker_.Current(), choice_);
     entry->AddRef();
     return entry;

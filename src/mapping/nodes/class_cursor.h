@@ -61,6 +61,9 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     FIEntry* GetEntry() override;
 
  private:
+    // What an element's entry is for: to be handed out, or to be looked at before the walk goes on,
+    // whose own references it stands on then.
+    enum class Use { kKeep, kLook };
     // The walk over an array's elements on one face.
     struct FaceWalk {
         Ref<FIReference> reference;
@@ -73,7 +76,8 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
         void Next();
         void Prev();
         FaceWalk Copy() const;
-        AppFace AtElement(const AppFace& face) const;
+        AppFace AtElement(const AppFace& face, Use use) const;
+        Ref<FIReference> CopyOfNode() const;
     };
     struct Elements {
         AppFaces faces;
@@ -113,7 +117,7 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     void TellIfCut(const AncestorPath& path, const FaceWalk& walk) const;
     bool HasKeys() const;
     // The element on which `elements`, of the present attribute, stand.
-    Ref<CCDMClassEntry> EntryAt(const Elements& elements) const;
+    Ref<CCDMClassEntry> EntryAt(const Elements& elements, Use use) const;
     bool IsOnSame(const CCDMClassCursorBase& other) const;
     // Both have lost the same element.
     bool HasLostWith(const CCDMClassCursorBase& other) const;

@@ -38,7 +38,7 @@ CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& a
     }
     subclass_.ConvertTo(FIValue::kShortText);
     path_.className = subclass_.CStr();
-    path_.classRecord = Library().FindClass(subclass_.CStr());
+    path_.classRecord = Library().FindClass(path_.className);
 }
 
 int CCDMClassEntry::Release() {

@@ -178,7 +178,6 @@ std::string WhyLeft(const CCDMTranslator& translator, const AncestorPath& path,
 }
 
 void WeighedTranslators::Nearest::Take(const Nearest& other) {
-    if (other.first.translator == nullptr) return;
     if (first.translator == nullptr || other.score < score) {
         *this = other;
     } else if (other.score == score) {
@@ -198,14 +197,29 @@ WeighedTranslators::WeighedTranslators(const std::string& translate_name, const 
         const int score = Weigh(translator, path, reference, Dump(nullptr));
         const Candidate candidate = {&translator, place};
         const auto branch = static_cast<std::size_t>(translator.branch);
-        if (score < kNoMatch) nearest_[branch].Take({score, candidate, candidate});
+        if (score >= kNoMatch) continue;
+        nearest_[branch].Take({score, candidate, candidate});
+        is_empty_ = false;
     }
 }
 
+bool WeighedTranslators::Has(BranchRequest request) const {
+    for (std::size_t branch = 0; branch < kBranches && !is_empty_; ++branch) {
+        if (Serves(branch, request)) return true;
+    }
+    return false;
+}
+
+bool WeighedTranslators::Serves(std::size_t branch, BranchRequest request) const {
+    return nearest_[branch].first.translator != nullptr &&
+           BranchAccepts(static_cast<CCDMBranch>(branch), request);
+}
+
 TranslatorChoice WeighedTranslators::Choose(BranchRequest request) const {
+    if (is_empty_) return {};
     Nearest nearest;
     for (std::size_t branch = 0; branch < kBranches; ++branch) {
-        if (BranchAccepts(static_cast<CCDMBranch>(branch), request)) nearest.Take(nearest_[branch]);
+        if (Serves(branch, request)) nearest.Take(nearest_[branch]);
     }
     const CCDMTranslator* best = nearest.first.translator;
     const CCDMTranslator* second = nearest.last.translator;

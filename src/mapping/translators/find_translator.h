@@ -30,7 +30,7 @@ class WeighedTranslators {
     WeighedTranslators(const std::string& translate_name, const AncestorPath& path,
                        const TranslatorMap& translators, FIReferenceBase* reference);
 
-    bool Has(BranchRequest request) const { return Choose(request).translator != nullptr; }
+    bool Has(BranchRequest request) const;
     // Logs nothing.
     TranslatorChoice Choose(BranchRequest request) const;
 
@@ -49,7 +49,10 @@ class WeighedTranslators {
     };
     static constexpr std::size_t kBranches = 4;
 
+    bool Serves(std::size_t branch, BranchRequest request) const;
+
     std::array<Nearest, kBranches> nearest_;
+    bool is_empty_ = true;
 };
 
 // Two that are equally near are a mistake in the map.
