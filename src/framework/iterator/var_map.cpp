@@ -14,7 +14,9 @@ bool Less(const FIValue& a, const FIValue& b) {
 
 // Both directions are asked, since a number and a text are less than each other.
 bool Same(const FIValue& a, const FIValue& b) {
-    if (a.IsText() && b.IsText()) return std::strcmp(a.CStr(), b.CStr()) == 0;
+    if (a.IsText() && b.IsText()) {
+        return *a.CStr() == *b.CStr() && std::strcmp(a.CStr(), b.CStr()) == 0;
+    }
     return !Less(a, b) && !Less(b, a);
 }
 
