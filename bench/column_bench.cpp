@@ -34,6 +34,7 @@ constexpr const char* kOfProfiles[] = {"Stage Temperature", "Stage Pressure"};
 
 // Temperature and pressure of each stage.
 void neutral_stages(State& state) {
+    bench::DropPlant();
     bench::OpenPlant plant(bench::MakeColumn(static_cast<int>(state.range(0))));
     const FixtopModelFiles files{nullptr, nullptr, nullptr, nullptr, true};
     const auto root = Ref<FIEntry>::Adopt(FixtopOpenModel(plant.Top(), &files));
@@ -60,6 +61,7 @@ void neutral_stages(State& state) {
 }
 
 void raw_stages(State& state) {
+    bench::DropPlant();
     const bench::OpenPlant plant(bench::MakeColumn(static_cast<int>(state.range(0))));
     const auto it = plant.At(std::string("appModel.FlowSheetObjects.UnitOps.") + bench::kProfiles);
     FIValue value;

@@ -227,9 +227,22 @@ OpenBatch::~OpenBatch() {
     stream_->BeginBatch();
 }
 
-OpenPlant& PlantOf(int objects) {
-    // One at a time: a large plant takes much memory, and only one host is installed.
+namespace {
+
+// One at a time: a large plant takes much memory, and only one host is installed.
+std::unique_ptr<OpenPlant>& KeptPlant() {
     static std::unique_ptr<OpenPlant> plant;
+    return plant;
+}
+
+}  // namespace
+
+void DropPlant() {
+    KeptPlant().reset();
+}
+
+OpenPlant& PlantOf(int objects) {
+    std::unique_ptr<OpenPlant>& plant = KeptPlant();
     if (!plant || plant->Objects() != objects) {
         plant.reset();
         plant = std::make_unique<OpenPlant>(objects);

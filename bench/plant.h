@@ -85,6 +85,8 @@ class OpenBatch {
 
 // One plant of each size is kept, so that a run builds it once.
 OpenPlant& PlantOf(int objects);
+// Who opens a plant of his own drops that one before: benchmarks take turns.
+void DropPlant();
 
 // A case file of a plant, written on first use; reading it as a case, and as bare JSON.
 std::string SavedPlant(int objects);

@@ -61,12 +61,13 @@ void Choose(const TranslatorMap& map, const std::string& name, const AncestorPat
             FIReference& reference) {
     for (int request = 0; request <= 7; ++request) {
         std::string dump;
-        CCDMTranslator* chosen =
+        const CCDMTranslator* chosen =
             FindTranslator(name, path, map, &reference, static_cast<BranchRequest>(request), &dump);
         if (chosen == nullptr) continue;
         const Ref<FIReference> copy = Ref<FIReference>::Adopt(new FIReference(reference));
         chosen->Test(*copy);
-        if (auto* array = dynamic_cast<CCDMArrayTranslator*>(chosen)) Walk(*array, *copy);
+        if (const auto* array = dynamic_cast<const CCDMArrayTranslator*>(chosen))
+            Walk(*array, *copy);
         chosen->Apply(*copy);
     }
 }

@@ -22,8 +22,9 @@ Record* GetOrCreate(std::map<std::string, std::unique_ptr<Record>>& records,
 
 }  // namespace
 
-CCDMClass* CCDMClassLibrary::FindClass(const std::string& name) const {
-    return Find(classes, name);
+CCDMClass* CCDMClassLibrary::FindClass(std::string_view name) const {
+    const auto found = class_index_.find(name);
+    return found == class_index_.end() ? nullptr : found->second;
 }
 
 CCDMEnumeration* CCDMClassLibrary::FindEnumeration(const std::string& name) const {
@@ -31,7 +32,9 @@ CCDMEnumeration* CCDMClassLibrary::FindEnumeration(const std::string& name) cons
 }
 
 CCDMClass* CCDMClassLibrary::GetOrCreateClass(const std::string& name) {
-    return GetOrCreate(classes, name, *this);
+    CCDMClass* record = GetOrCreate(classes, name, *this);
+    class_index_.emplace(record->name, record);
+    return record;
 }
 
 CCDMEnumeration* CCDMClassLibrary::GetOrCreateEnumeration(const std::string& name) {

@@ -11,6 +11,8 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "diagnostics/instance_counts.h"
@@ -41,7 +43,7 @@ class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
     CCDMClassLibrary& operator=(const CCDMClassLibrary&) = delete;
 
     // Null when absent. What enriches the model looks up and can't create.
-    CCDMClass* FindClass(const std::string& name) const;
+    CCDMClass* FindClass(std::string_view name) const;
     CCDMEnumeration* FindEnumeration(const std::string& name) const;
     // What defines the model creates a record with its first mention.
     CCDMClass* GetOrCreateClass(const std::string& name);
@@ -67,6 +69,10 @@ class CCDMClassLibrary : private Counted<CountedClass::CCDMClassLibrary> {
     CCDMUnitsList units;
     ModuleHandle unitResourceModule;
     ModuleHandle classResourceModule;
+
+ private:
+    // Of the records in `classes`, by their names: superclasses are found by name on each walk.
+    std::unordered_map<std::string_view, CCDMClass*> class_index_;
 };
 
 }  // namespace fixtop

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/class_record.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -25,13 +26,15 @@ int CCDMClass::DistanceToClass(std::string_view ancestor) const {
     std::array<std::byte, 4096> buffer;
     std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
     Seen seen(&memory);
+    seen.reserve(buffer.size() / sizeof seen.front() / 2);
     return Distance(ancestor, 1, seen);
 }
 
 int CCDMClass::Distance(std::string_view ancestor, int depth, Seen& seen) const {
     // A class that was searched in vain stays without result, however it is reached; this also ends
     // a circle of superclasses.
-    if (!seen.insert(this).second) return 0;
+    if (std::find(seen.begin(), seen.end(), this) != seen.end()) return 0;
+    seen.push_back(this);
     for (const std::string& superclass_name : superclasses) {
         if (superclass_name == ancestor) return depth;
         const CCDMClass* superclass = library->FindClass(superclass_name);

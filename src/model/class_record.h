@@ -40,7 +40,7 @@ class CCDMClass : public CCDMNamedObject, private Counted<CountedClass::CCDMClas
     CCDMClassLibrary* library;
 
  private:
-    using Seen = std::pmr::set<const CCDMClass*>;
+    using Seen = std::pmr::vector<const CCDMClass*>;
 
     int Distance(std::string_view ancestor, int depth, Seen& seen) const;
 };

@@ -15,7 +15,7 @@
 namespace fixtop {
 
 // How many are kept, and how long they may be in bytes.
-inline constexpr std::size_t kRecentPaths = 32;
+inline constexpr std::size_t kRecentPaths = 64;
 inline constexpr std::size_t kRecentPathLength = 256;
 
 // Never null.

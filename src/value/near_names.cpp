@@ -2,6 +2,7 @@
 #include "fixtop/near_names.h"
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <utility>
 
@@ -19,12 +20,26 @@ bool BeginsWith(std::string_view name, std::string_view beginning) {
                       [](char a, char b) { return Folded(a) == Folded(b); });
 }
 
-// The distance, or anything above `limit` when it is above that: names of quite other lengths need
-// not be compared.
-std::size_t DistanceUpTo(std::size_t limit, std::string_view a, std::string_view b) {
-    const std::size_t least = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
-    return least > limit ? least : EditDistance(a, b);
-}
+// The characters of a name, whatever their order: each one that is in another name alone has to be
+// changed at least, which is found out sooner than the distance.
+class Letters {
+ public:
+    explicit Letters(std::string_view name) : size_(name.size()) {
+        for (char c : name) ++CountOf(c);
+    }
+    std::size_t LeastDistance(std::string_view other) {
+        std::size_t shared = 0;
+        for (char c : other) shared += CountOf(c)-- > 0;
+        for (char c : other) ++CountOf(c);
+        return std::max(size_, other.size()) - shared;
+    }
+
+ private:
+    int& CountOf(char c) { return counts_[static_cast<unsigned char>(Folded(c))]; }
+
+    std::size_t size_;
+    std::array<int, 256> counts_ = {};
+};
 
 }  // namespace
 
@@ -46,9 +61,11 @@ std::vector<std::string> NearNames(const std::string& wanted, const std::vector<
                                    std::size_t limit) {
     if (wanted.empty()) return {};
     const std::size_t farthest = std::max<std::size_t>(1, wanted.size() / 3);
+    Letters letters(wanted);
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
-        const std::size_t distance = DistanceUpTo(farthest, wanted, name);
+        const std::size_t least = letters.LeastDistance(name);
+        const std::size_t distance = least > farthest ? least : EditDistance(wanted, name);
         if (distance <= farthest) {
             near.emplace_back(distance, name);
         } else if (wanted.size() >= 2 && BeginsWith(name, wanted)) {

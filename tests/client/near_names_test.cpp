@@ -4,6 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 namespace fixtop::client {
 
 namespace {
@@ -41,6 +45,29 @@ TEST(NearNames, nearest_comes_first) {
 TEST(NearNames, strangers_are_left_out) {
     EXPECT_THAT(NearNames("Pressure", {"Temperature", "Notes"}), IsEmpty());
     EXPECT_THAT(NearNames("", {"a"}), IsEmpty());
+}
+
+// All names of up to four letters of three, "A" and "a" being one of them.
+std::vector<std::string> ShortNames() {
+    std::vector<std::string> names = {""};
+    for (std::size_t i = 0; names[i].size() < 4; ++i) {
+        for (const char letter : {'a', 'A', 'b'}) names.push_back(names[i] + letter);
+    }
+    return names;
+}
+
+TEST(NearNames, are_those_of_a_small_distance_or_that_begin_so) {
+    const std::vector<std::string> names = ShortNames();
+    for (const std::string& wanted : names) {
+        if (wanted.empty()) continue;
+        std::size_t expected = 0;
+        for (const std::string& name : names) {
+            const bool begins = wanted.size() > 1 && name.size() >= wanted.size() &&
+                                EditDistance(name.substr(0, wanted.size()), wanted) == 0;
+            expected += begins || EditDistance(name, wanted) <= 1;
+        }
+        EXPECT_EQ(expected, NearNames(wanted, names, names.size()).size()) << wanted;
+    }
 }
 
 TEST(NearNames, a_beginning_counts_behind_all_others) {

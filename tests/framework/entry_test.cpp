@@ -192,6 +192,21 @@ TEST(VarMap, keeps_the_order_of_names_and_replaces) {
     EXPECT_EQ(2u, map.Variables().size());
 }
 
+TEST(VarMap, copy_and_original_change_alone) {
+    VarMap map;
+    map.Set(Text("a"), FIValue::OfInt(1));
+    VarMap copy = map;
+    const VarMap untouched = map;
+    copy.Set(Text("a"), FIValue::OfInt(2));
+    copy.Set(Text("b"), *map.Find(Text("a")));
+    EXPECT_TRUE(map.Remove(Text("a")));
+    EXPECT_EQ(nullptr, map.Find(Text("a")));
+    EXPECT_EQ(2, copy.Find(Text("a"))->AsInt());
+    EXPECT_EQ(1, copy.Find(Text("b"))->AsInt());
+    ASSERT_EQ(1u, untouched.Variables().size());
+    EXPECT_EQ(1, untouched.Find(Text("a"))->AsInt());
+}
+
 TEST(VarMap, numbers_and_texts_are_different_names) {
     VarMap map;
     map.Set(Text("1"), Text("text"));

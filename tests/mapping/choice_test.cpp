@@ -88,8 +88,8 @@ class Choice : public testing::Test {
             const CCDMTranslator* chosen =
                 FindTranslator("T", levels.Path(), map, reference_.Get(), request);
             EXPECT_EQ(BodyOf(chosen), row.chosen) << "row " << i << ": " << row.levels;
-            const bool has = HasTranslator("T", levels.Path(), map, reference_.Get(), request);
-            EXPECT_EQ(has, chosen != nullptr) << "row " << i << ": " << row.levels;
+            const WeighedTranslators weighed("T", levels.Path(), map, reference_.Get());
+            EXPECT_EQ(weighed.Has(request), chosen != nullptr) << "row " << i << ": " << row.levels;
         }
     }
 
@@ -383,8 +383,8 @@ TEST_F(Choice, is_asked_about_without_being_made) {
         TranslatorMap map;
         for (const Candidate& candidate : row.candidates) Add(map, candidate);
         const Levels levels(row.levels, &library_);
-        const bool has = HasTranslator("T", levels.Path(), map, reference_.Get(),
-                                       static_cast<BranchRequest>(row.request));
+        const WeighedTranslators weighed("T", levels.Path(), map, reference_.Get());
+        const bool has = weighed.Has(static_cast<BranchRequest>(row.request));
         EXPECT_EQ(has, std::string(row.chosen) != "(none)") << row.chosen;
     }
     EXPECT_THAT(log_.Lines(), IsEmpty());

@@ -23,11 +23,11 @@ namespace fixtop {
 // Levels from the top down, written "Class:id/Class:id"; the last one is the attribute's.
 class Levels {
  public:
-    Levels(const std::string& text, const CCDMClassLibrary* library = nullptr) {
+    Levels(const std::string& text, const CCDMClassLibrary* library = nullptr) : text_(text) {
         std::size_t begin = 0;
-        while (begin <= text.size()) {
-            const std::size_t end = std::min(text.find('/', begin), text.size());
-            const std::string level = text.substr(begin, end - begin);
+        while (begin <= text_.size()) {
+            const std::size_t end = std::min(text_.find('/', begin), text_.size());
+            const std::string_view level = std::string_view(text_).substr(begin, end - begin);
             const std::size_t colon = level.find(':');
             AncestorPath next;
             next.className = level.substr(0, colon);
@@ -44,6 +44,7 @@ class Levels {
     const AncestorPath& Path() const { return levels_.back(); }
 
  private:
+    const std::string text_;
     std::deque<AncestorPath> levels_;
 };
 

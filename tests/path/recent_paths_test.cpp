@@ -43,6 +43,14 @@ TEST(RecentPath, of_one_text_is_parsed_once) {
     EXPECT_NE(first, RecentPath(Text("a.b ")));
 }
 
+TEST(RecentPath, texts_that_are_read_in_turns_are_parsed_once) {
+    for (std::size_t i = 0; i < 8 * kRecentPaths; ++i) {
+        const auto first = RecentPath(Text("a.b"));
+        RecentPath(Text("a" + std::to_string(i)));
+        EXPECT_EQ(first, RecentPath(Text("a.b"))) << i;
+    }
+}
+
 TEST(RecentPath, outlives_those_that_take_its_place) {
     const auto held = RecentPath(Text("a.held(b).c"));
     for (std::size_t i = 0; i < 8 * kRecentPaths; ++i) RecentPath(Text("a" + std::to_string(i)));

@@ -2,6 +2,7 @@
 #include "framework/iterator/var_map.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace fixtop {
 
@@ -13,32 +14,46 @@ bool Less(const FIValue& a, const FIValue& b) {
 
 // Both directions are asked, since a number and a text are less than each other.
 bool Same(const FIValue& a, const FIValue& b) {
+    if (a.IsText() && b.IsText()) {
+        return *a.CStr() == *b.CStr() && std::strcmp(a.CStr(), b.CStr()) == 0;
+    }
     return !Less(a, b) && !Less(b, a);
 }
 
 }  // namespace
 
+std::vector<VarMap::Variable>& VarMap::Own() {
+    if (!array_ || array_->IsShared()) {
+        auto own = Ref<Array>::Adopt(new Array);
+        if (array_) own->variables = array_->variables;
+        array_ = std::move(own);
+    }
+    return array_->variables;
+}
+
 void VarMap::Set(const FIValue& name, const FIValue& value) {
-    for (Variable& variable : variables_) {
+    std::vector<Variable>& variables = Own();
+    for (Variable& variable : variables) {
         if (Same(variable.name, name)) {
             variable.value = value;
             return;
         }
     }
-    const auto place = std::find_if(variables_.begin(), variables_.end(),
+    const auto place = std::find_if(variables.begin(), variables.end(),
                                     [&](const Variable& each) { return Less(name, each.name); });
-    variables_.insert(place, Variable{name, value});
+    variables.insert(place, Variable{name, value});
 }
 
 const FIValue* VarMap::Find(const FIValue& name) const {
-    for (const Variable& variable : variables_) {
+    for (const Variable& variable : Variables()) {
         if (Same(variable.name, name)) return &variable.value;
     }
     return nullptr;
 }
 
 bool VarMap::Remove(const FIValue& name) {
-    return std::erase_if(variables_,
+    if (!Find(name)) return false;
+    return std::erase_if(Own(),
                          [&](const Variable& variable) { return Same(variable.name, name); }) > 0;
 }
 

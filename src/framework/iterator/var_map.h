@@ -3,12 +3,37 @@
 
 // VarMap: variables by name, in the order of FIValue::Compare. FrameVars: the counted map of one
 // level of an iterator. A handful of variables is usual, so the map is a sorted array.
+//
+// Iterators are copied more often than variables are set: copies of a map share the array until one
+// of them changes.
 
+#include <span>
 #include <vector>
 
+#include "fixtop/ref.h"
 #include "fixtop/value.h"
+#include "framework/nodes/small_object.h"
 
 namespace fixtop {
+
+// Counts the references to itself, from one on.
+template <class T>
+class CountedFromOne : public SmallObject {
+ public:
+    int AddRef() { return ++references_; }
+    int Release() {
+        const int left = --references_;
+        if (left == 0) delete static_cast<T*>(this);
+        return left;
+    }
+    bool IsShared() const { return references_ > 1; }
+
+ protected:
+    ~CountedFromOne() = default;
+
+ private:
+    int references_ = 1;
+};
 
 class VarMap {
  public:
@@ -23,30 +48,31 @@ class VarMap {
     const FIValue* Find(const FIValue& name) const;
     bool Remove(const FIValue& name);
 
-    const std::vector<Variable>& Variables() const { return variables_; }
+    std::span<const Variable> Variables() const {
+        return array_ ? std::span<const Variable>(array_->variables) : std::span<const Variable>();
+    }
 
  private:
-    std::vector<Variable> variables_;
+    struct Array : CountedFromOne<Array> {
+        std::vector<Variable> variables;
+    };
+
+    // The array of this map alone.
+    std::vector<Variable>& Own();
+
+    Ref<Array> array_;  // null before the first variable
 };
 
-// Starts at one reference.
-class FrameVars {
+class FrameVars : public CountedFromOne<FrameVars> {
  public:
     FrameVars() = default;
     explicit FrameVars(const VarMap& source) : map(source) {}
-    int AddRef() { return ++references_; }
-    int Release() {
-        const int left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
     VarMap map;
 
  private:
+    friend class CountedFromOne<FrameVars>;
     ~FrameVars() = default;
-
-    int references_ = 1;
 };
 
 }  // namespace fixtop

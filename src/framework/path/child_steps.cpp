@@ -35,6 +35,21 @@ std::optional<int> ElementNumber(const std::string& name) {
     return number;
 }
 
+bool HasChild(FIIterator& parent, const std::string& name) {
+    return CopyOf(parent)->SeekChild(name.c_str());
+}
+
+// Turns the name of a child into the one under which it is sought, since names may be shown with
+// entities but are sought as they are listed. False when it is found under neither.
+bool FindSought(FIIterator& parent, FIIterator& child, std::string& name) {
+    if (name.find('&') == std::string::npos || HasChild(parent, name)) return true;
+    FIValue listed;
+    child.GetListedKey(listed);
+    if (!listed.IsText() || !HasChild(parent, listed.CStr())) return false;
+    name = listed.CStr();
+    return true;
+}
+
 // Makes the steps to children that are given one after the other.
 class StepMaker {
  public:
@@ -42,14 +57,7 @@ class StepMaker {
 
     ChildStep Next(FIIterator& child) {
         ChildStep made{NameOf(child), "", index_++};
-        bool is_sought = true;
-        // Names may be shown with entities, but are sought as they are listed.
-        if (made.name.find('&') != std::string::npos && !HasChild(made.name)) {
-            FIValue listed;
-            child.GetListedKey(listed);
-            is_sought = listed.IsText() && HasChild(listed.CStr());
-            if (is_sought) made.name = listed.CStr();
-        }
+        const bool is_sought = FindSought(parent_, child, made.name);
         const int repeat = seen_[made.name]++;
         made.step = is_sought ? Written(made, repeat, KeyOf(child)) : AnyAt(made.index);
         return made;
@@ -58,9 +66,6 @@ class StepMaker {
  private:
     static std::string AnyAt(int index) { return kAnyName + ('#' + std::to_string(index)); }
 
-    bool HasChild(const std::string& name) const {
-        return CopyOf(parent_)->SeekChild(name.c_str());
-    }
     std::string Written(const ChildStep& child, int repeat, const std::string& key) {
         const std::optional<int> number = ElementNumber(child.name);
         const bool leads_elsewhere = child.name.empty() || child.name == kAnyName ||
@@ -97,6 +102,16 @@ void ForEachChild(FIIterator& node, const ChildVisitor& visit) {
     do {
         if (!visit(*child, steps.Next(*child))) return;
     } while (child->Next());
+}
+
+std::vector<std::string> NamesOfChildren(FIIterator& node) {
+    std::vector<std::string> names;
+    const Copied child = CopyOf(node);
+    for (bool on = child->DownFirst(); on; on = child->Next()) {
+        names.push_back(NameOf(*child));
+        FindSought(node, *child, names.back());
+    }
+    return names;
 }
 
 namespace {

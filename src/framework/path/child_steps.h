@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "framework/iterator/iterator.h"
 
@@ -19,6 +20,8 @@ struct ChildStep {
 // Visits the children in order, each on an iterator that is only lent, until `visit` answers false.
 using ChildVisitor = std::function<bool(FIIterator& child, const ChildStep& step)>;
 void ForEachChild(FIIterator& node, const ChildVisitor& visit);
+// Their names alone, as steps have them.
+std::vector<std::string> NamesOfChildren(FIIterator& node);
 
 // The path from the root, in such steps; empty for the root.
 std::string PathTo(FIIterator& node);

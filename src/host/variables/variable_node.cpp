@@ -112,11 +112,11 @@ bool HVarsEntry::LeadsSomewhere() {
 
 bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments) const {
     if (row_->value_kind != host::kAttachment) return false;
+    // An attachment to an inner part of the owner is always followed.
+    if (attachments) return true;
     FIValue value;
     if (!custom_block_) ReadRaw(At(address), nullptr, value);
-    // An attachment to an inner part of the owner is always followed.
-    if (!value.IsNull() && Owner() && LeadsInside(Owner(), HolderAt(address))) return true;
-    return attachments;
+    return !value.IsNull() && Owner() && LeadsInside(Owner(), HolderAt(address));
 }
 
 void HVarsEntry::GetName(FIValue& out) {

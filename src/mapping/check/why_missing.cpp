@@ -60,11 +60,12 @@ Absence WhyMissing(CCDMClassContext& place, const std::string& name, std::string
     const AncestorPath path = place.PathOf(*attribute);
     const FaceQuery query = place.QueryFor(*attribute, path);
     if (!IsMapped(query)) return Absence::kUnmapped;
-    if (!HasFace(query)) {
+    const FacesChoice choice = ChooseTranslators(query);
+    if (!query.parent.IsEmpty() && choice.IsEmpty()) {
         reason = WhyAllLeft(query);
         return Absence::kNoTranslator;
     }
-    if (ChooseFaces(query).IsEmpty()) {
+    if (BindFaces(query, choice).IsEmpty()) {
         reason = WhyNoNode(query);
         return Absence::kNoNode;
     }

@@ -34,7 +34,10 @@ Absence JudgeList(CCDMClassContext& place, const CCDMAttribute& attribute, std::
 }
 
 Absence JudgeValue(CCDMClassContext& place, const CCDMAttribute& attribute, std::string& reason) {
-    const auto entry = Ref<CCDMClassEntry>::Share(new Shielded<CCDMClassEntry>(place, attribute));
+    const FacesChoice choice =
+        ChooseTranslators(place.QueryFor(attribute, place.PathOf(attribute)));
+    const auto entry =
+        Ref<CCDMClassEntry>::Share(new Shielded<CCDMClassEntry>(place, attribute, choice));
     FIValue value;
     entry->GetAttribute(kValue, value);
     if (value.IsNull()) {
@@ -44,7 +47,7 @@ Absence JudgeValue(CCDMClassContext& place, const CCDMAttribute& attribute, std:
         return Absence::kNoValue;
     }
     FIValue unit;
-    if (FIReference* node = entry->Faces().First().reference.Get()) node->GetAttribute(kUom, unit);
+    if (FIReference* node = entry->Faces().First().Node()) node->GetAttribute(kUom, unit);
     UnitAndEnumConverter converter(place.Library(), attribute, nullptr, false);
     reason = converter.WhyRefused(unit, value);
     return reason.empty() ? Absence::kHasValue : Absence::kRefused;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/check/why_path_fails.h"
 
-#include <vector>
-
 #include "fixtop/near_names.h"
 #include "framework/path/child_steps.h"
 #include "framework/path/path_match.h"
@@ -21,12 +19,7 @@ std::string NameOfStep(const PathEnd& end) {
 }
 
 std::string NearChildren(FIIterator& node, const std::string& wanted) {
-    std::vector<std::string> names;
-    ForEachChild(node, [&](FIIterator&, const ChildStep& step) {
-        names.push_back(step.name);
-        return true;
-    });
-    return Listed("; near: ", NearNames(wanted, names));
+    return Listed("; near: ", NearNames(wanted, NamesOfChildren(node)));
 }
 
 }  // namespace

@@ -1,85 +1,111 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapping/nodes/application_faces.h"
 
-#include "mapping/translators/find_translator.h"
+#include <algorithm>
+
 #include "model/class_library.h"
 
 namespace fixtop {
 
 namespace {
 
-const CCDMTranslator* Find(const FaceQuery& query, const TranslatorMap& translators,
-                           BranchRequest request, FIReference* reference) {
-    if (translators.empty()) return nullptr;
-    return FindTranslator(query.library.translateName, query.path, translators, reference, request);
-}
+// Both forms of an attribute's translators, weighed from one node.
+struct Weighed {
+    Weighed(const FaceQuery& query, FIReference* from)
+        : plain(query.library.translateName, query.path, query.attribute.translators, from),
+          array(query.library.translateName, query.path, query.attribute.arrayTranslators, from) {}
 
-bool HasTranslator(const FaceQuery& query, BranchRequest request, FIReference* reference) {
-    const auto has = [&](const TranslatorMap& translators) {
-        return !translators.empty() && HasTranslator(query.library.translateName, query.path,
-                                                     translators, reference, request);
-    };
-    return has(query.attribute.translators) || has(query.attribute.arrayTranslators);
-}
+    bool Has(BranchRequest request) const { return plain.Has(request) || array.Has(request); }
+    FaceChoice For(BranchRequest request) const {
+        return {request, plain.Choose(request), array.Choose(request)};
+    }
 
-struct Requests {
-    BranchRequest primary = BranchRequest::kAny;
-    BranchRequest secondary = BranchRequest::kNone;
-    bool is_split = false;  // the secondary face comes from the primary reference
+    WeighedTranslators plain;
+    WeighedTranslators array;
 };
 
 // One reference serves both faces when the map has a translator for one face alone.
-Requests SplitRequests(const FaceQuery& query) {
-    OwnFaces own;
-    for (const TranslatorMap* each :
-         {&query.attribute.translators, &query.attribute.arrayTranslators}) {
-        if (each->empty()) continue;
-        const OwnFaces found = FindOwnFaces(query.library.translateName, query.path, *each,
-                                            query.parent.primary.Get());
-        own.spec |= found.spec;
-        own.calc |= found.calc;
-    }
-    if (own.spec) return {BranchRequest::kCalc, BranchRequest::kSpec, true};
-    if (own.calc) return {BranchRequest::kSpec, BranchRequest::kCalc, true};
-    return {};
+FacesChoice Split(const Weighed& weighed) {
+    using enum BranchRequest;
+    if (weighed.Has(kSpecOnly)) return {weighed.For(kCalc), weighed.For(kSpec), true};
+    if (weighed.Has(kCalcOnly)) return {weighed.For(kSpec), weighed.For(kCalc), true};
+    return {weighed.For(kAny), {kNone, {}, {}}};
 }
+
+struct Requests {
+    BranchRequest primary;
+    BranchRequest secondary;
+};
 
 Requests RequestsOf(const FaceQuery& query) {
-    if (query.branch == BranchRequest::kCalc || query.branch == BranchRequest::kSpec) {
-        return {query.branch, MirrorRequest(query.branch), false};
+    using enum BranchRequest;
+    if (query.branch == kCalc || query.branch == kSpec) {
+        return {query.branch, MirrorRequest(query.branch)};
     }
-    if (query.branch != BranchRequest::kBoth) return {};
-    if (query.parent.secondary) return {BranchRequest::kCalc, BranchRequest::kSpec, false};
-    return query.parent.primary ? SplitRequests(query) : Requests();
+    const bool has_both = query.branch == kBoth && query.parent.secondary;
+    return has_both ? Requests{kCalc, kSpec} : Requests{kAny, kNone};
 }
 
-void SetVariables(const CCDMTranslator& translator, FIReference& reference, AppFace& face) {
-    if (!translator.setVars) return;
-    for (const auto& [name, value] : translator.setVars->pairs) {
+FaceChoice ChooseFrom(const FaceQuery& query, FIReference* from, BranchRequest request) {
+    if (!from) return {request, {}, {}};
+    return Weighed(query, from).For(request);
+}
+
+void LogTies(const FaceQuery& query, const FaceChoice& choice) {
+    LogTie(choice.plain, query.path);
+    LogTie(choice.array, query.path);
+}
+
+void SetVariables(const CCDMTranslator* translator, FIReference& reference) {
+    if (!translator || !translator->setVars) return;
+    for (const auto& [name, value] : translator->setVars->pairs) {
         reference.GetIterator()->SetVarText(name.c_str(), value);
-        if (name == kSubclassVariable) face.names_class = true;
     }
 }
 
-// Both kinds may apply: the plain translator leads to where the elements are walked from.
-void BindFace(AppFace& face, const FaceQuery& query, FIReference* parent) {
-    const CCDMTranslator* plain = Find(query, query.attribute.translators, face.request, parent);
-    const auto* array = static_cast<const CCDMArrayTranslator*>(
-        Find(query, query.attribute.arrayTranslators, face.request, parent));
-    if (!plain && !array) return;
-    if (query.attribute.isArray) face.array = array;
-    Ref<FIReference> moved = parent->UnboundCopy();
-    if (!moved || (plain && !plain->Apply(*moved))) return;
-    for (const CCDMTranslator* each : {plain, static_cast<const CCDMTranslator*>(array)}) {
-        if (!each) continue;
-        SetVariables(*each, *moved, face);
-        if (!each->nodeAttributes.empty()) face.overrides = &each->nodeAttributes;
-    }
-    if (array && !face.array && !array->Apply(*moved)) return;
-    face.reference = std::move(moved);
+bool NamesClass(const CCDMTranslator& translator) {
+    if (!translator.setVars) return false;
+    const auto& pairs = translator.setVars->pairs;
+    return std::any_of(pairs.begin(), pairs.end(),
+                       [](const auto& pair) { return pair.first == kSubclassVariable; });
 }
 
 }  // namespace
+
+// Both forms may apply: the plain translator leads to where the elements are walked from.
+AppFace::AppFace(const FaceChoice& choice, const CCDMAttribute& attribute, FIReference* parent)
+    : request(choice.request),
+      parent_(choice.IsEmpty() ? nullptr : parent),
+      plain_(choice.plain.translator),
+      array_(static_cast<const CCDMArrayTranslator*>(choice.array.translator)) {
+    if (attribute.isArray) array = array_;
+    for (const CCDMTranslator* each : {plain_, static_cast<const CCDMTranslator*>(array_)}) {
+        if (!each) continue;
+        names_class |= NamesClass(*each);
+        if (!each->nodeAttributes.empty()) overrides = &each->nodeAttributes;
+    }
+}
+
+void AppFace::StandOn(Ref<FIReference> node) {
+    node_ = std::move(node);
+    beside_.Reset();
+    parent_ = nullptr;
+}
+
+void AppFace::Bind() const {
+    node_ = beside_ && beside_->IsGone() ? beside_ : MovedCopy();
+    beside_.Reset();
+    parent_ = nullptr;
+}
+
+Ref<FIReference> AppFace::MovedCopy() const {
+    Ref<FIReference> moved = parent_->UnboundCopy();
+    if (!moved || (plain_ && !plain_->Apply(*moved))) return {};
+    SetVariables(plain_, *moved);
+    SetVariables(array_, *moved);
+    if (array_ && !array && !array_->Apply(*moved)) return {};
+    return moved;
+}
 
 bool AppReferences::AreGone() const {
     if (IsEmpty()) return false;
@@ -104,36 +130,44 @@ BranchRequest MirrorRequest(BranchRequest request) {
 }
 
 AppReferences AppFaces::ByFace() const {
-    if (IsSwapped()) return {secondary.reference, primary.reference};
-    return {primary.reference, secondary.reference};
+    if (IsSwapped()) return {secondary.SharedNode(), primary.SharedNode()};
+    return {primary.SharedNode(), secondary.SharedNode()};
 }
 
-AppFaces ChooseFaces(const FaceQuery& query) {
-    const Requests requests = RequestsOf(query);
-    AppFaces faces;
-    faces.primary.request = requests.primary;
-    faces.secondary.request = requests.secondary;
-    if (FIReference* parent = query.parent.primary.Get()) BindFace(faces.primary, query, parent);
-    FIReference* other =
-        requests.is_split ? query.parent.primary.Get() : query.parent.secondary.Get();
-    if (!other) return faces;
-    BindFace(faces.secondary, query, other);
-    // A second node that was given is kept where the map says nothing about it.
-    const bool is_given = !requests.is_split;
-    if (is_given && !HasTranslator(query, requests.secondary, other)) {
-        faces.secondary.reference = other->UnboundCopy();
+void AppFaces::Bind(bool is_split) {
+    const AppFace& of_value = OfValue();
+    AppFace& other = &of_value == &primary ? secondary : primary;
+    if (of_value.Node() && is_split) {
+        other.BindLate(of_value.SharedNode());
+    } else {
+        other.Node();
     }
-    return faces;
 }
 
-bool HasFace(const FaceQuery& query) {
-    if (query.parent.IsEmpty()) return true;
-    const bool may_split = query.branch == BranchRequest::kBoth && !query.parent.secondary;
-    const Requests requests = may_split ? Requests() : RequestsOf(query);
-    return (query.parent.primary &&
-            HasTranslator(query, requests.primary, query.parent.primary.Get())) ||
-           (query.parent.secondary &&
-            HasTranslator(query, requests.secondary, query.parent.secondary.Get()));
+FacesChoice ChooseTranslators(const FaceQuery& query) {
+    FIReference* primary = query.parent.primary.Get();
+    FIReference* secondary = query.parent.secondary.Get();
+    if (query.branch == BranchRequest::kBoth && primary && !secondary) {
+        return Split(Weighed(query, primary));
+    }
+    const Requests requests = RequestsOf(query);
+    return {ChooseFrom(query, primary, requests.primary),
+            ChooseFrom(query, secondary, requests.secondary)};
+}
+
+AppFaces BindFaces(const FaceQuery& query, const FacesChoice& choice) {
+    LogTies(query, choice.primary);
+    LogTies(query, choice.secondary);
+    FIReference* primary = query.parent.primary.Get();
+    FIReference* secondary = query.parent.secondary.Get();
+    AppFaces faces = {
+        AppFace(choice.primary, query.attribute, primary),
+        AppFace(choice.secondary, query.attribute, choice.is_split ? primary : secondary)};
+    // A second node that was given is kept where the map says nothing about it.
+    const bool keeps_given = secondary && !choice.is_split && choice.secondary.IsEmpty();
+    if (keeps_given) faces.secondary.StandOn(secondary->UnboundCopy());
+    faces.Bind(choice.is_split);
+    return faces;
 }
 
 void DumpChoice(const FaceQuery& query, const AppFace& face, FIReference* parent,

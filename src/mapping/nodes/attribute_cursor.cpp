@@ -43,9 +43,9 @@ bool Has(const Names& names, const std::string& name) {
 
 Names NamesOf(const AppFace& face) {
     Names names;
-    if (!face.reference || !face.reference->Rebind()) return names;
+    if (!face.Node() || !face.Node()->Rebind()) return names;
     const auto source =
-        Ref<FIAttributeSource>::Adopt(face.reference->GetIterator()->GetAttributeSource());
+        Ref<FIAttributeSource>::Adopt(face.Node()->GetIterator()->GetAttributeSource());
     const auto cursor = Ref<FIAttributeCursorBase>::Adopt(source->MakeCursor());
     FIValue name;
     for (bool on = cursor->Seek(kFromFirst, 0); on; on = cursor->Seek(kFromPresent, 1)) {

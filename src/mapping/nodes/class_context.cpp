@@ -62,7 +62,7 @@ AncestorPath CCDMClassContext::PathOf(const CCDMAttribute& attribute) const {
     path.parent = ParentPath();
     path.depth = path.parent == nullptr ? 1 : path.parent->depth + 1;
     if (attribute.type == CCDMAttrType::kObject) {
-        path.classRecord = Library().FindClass(path.className);
+        path.classRecord = Library().FindClass(attribute.typeName);
     }
     return path;
 }

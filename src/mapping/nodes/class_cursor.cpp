@@ -17,21 +17,22 @@ namespace fixtop {
 bool CCDMAttrCol::IsKey(const CCDMAttribute& attribute) const {
     const auto& keys = context_.Place().attribute->keys;
     return std::any_of(keys.begin(), keys.end(), [&](const FIValue& key) {
-        return key.Compare(FIValue(attribute.name.c_str())) == 0;
+        return key.IsText() && attribute.name == key.CStr();
     });
 }
 
-bool CCDMAttrCol::Accepts(const CCDMAttribute& attribute) const {
+bool CCDMAttrCol::Accepts(const CCDMAttribute& attribute, FacesChoice& choice) const {
     if (rows_ == Rows::kKeys && !IsKey(attribute)) return false;
-    if (context_.Place().references.IsEmpty()) return true;
-    return HasFace(context_.QueryFor(attribute, context_.PathOf(attribute)));
+    const AncestorPath path = context_.PathOf(attribute);
+    choice = ChooseTranslators(context_.QueryFor(attribute, path));
+    return !choice.IsEmpty() || context_.Place().references.IsEmpty();
 }
 
 // ---- the elements of an array ----
 
 void CCDMClassCursorBase::FaceWalk::Enter(const AppFace& face) {
-    if (!face.reference || !face.array) return;
-    reference = face.reference;
+    if (!face.Node() || !face.array) return;
+    reference = face.SharedNode();
     base_depth = reference->Depth();
     walk = face.array->MakeIterator(*reference);
 }
@@ -64,14 +65,19 @@ CCDMClassCursorBase::FaceWalk CCDMClassCursorBase::FaceWalk::Copy() const {
 }
 
 // Later steps of the walk set variables anew, which must not reach the element.
-AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face) const {
+Ref<FIReference> CCDMClassCursorBase::FaceWalk::CopyOfNode() const {
+    Ref<FIReference> copy = reference->UnboundCopy();
+    if (copy) static_cast<FIIterator*>(copy->GetIterator())->OwnVariables(base_depth);
+    return copy;
+}
+
+AppFace CCDMClassCursorBase::FaceWalk::AtElement(const AppFace& face, Use use) const {
     AppFace at = face;
     if (!walk) return at;
-    at.reference = Stands() ? reference->UnboundCopy() : Ref<FIReference>();
+    Ref<FIReference> node;
+    if (Stands()) node = use == Use::kKeep ? CopyOfNode() : reference;
+    at.StandOn(std::move(node));
     at.names_class = face.names_class || walk->NamesClasses();
-    if (at.reference) {
-        static_cast<FIIterator*>(at.reference->GetIterator())->OwnVariables(base_depth);
-    }
     return at;
 }
 
@@ -112,7 +118,8 @@ CCDMClassCursorBase::Elements CCDMClassCursorBase::Elements::Copy() const {
 namespace {
 
 std::string NamesFromTop(const AncestorPath& path) {
-    return path.parent ? NamesFromTop(*path.parent) + '.' + path.id : path.id;
+    const std::string id(path.id);
+    return path.parent ? NamesFromTop(*path.parent) + '.' + id : id;
 }
 
 }  // namespace
@@ -127,6 +134,7 @@ CCDMClassCursorBase::CCDMClassCursorBase(const CCDMClassCursorBase& other)
       context_(other.context_),
       filter_(other.filter_),
       walker_(other.walker_),
+      choice_(other.choice_),
       stands_(other.stands_),
       is_lost_(other.is_lost_),
       revision_(other.revision_) {
@@ -152,11 +160,8 @@ FICursorBase* CCDMClassCursorBase::Clone(bool deep) {
 
 bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
     elements_.reset();
-    if (!filter_.Accepts(attribute)) return false;
-    if (!attribute.isArray || attribute.arrayTranslators.empty() ||
-        context_->Place().references.IsEmpty()) {
-        return true;
-    }
+    if (!filter_.Accepts(attribute, choice_)) return false;
+    if (!attribute.isArray || attribute.arrayTranslators.empty() || choice_.IsEmpty()) return true;
     const AncestorPath path = context_->PathOf(attribute);
     elements_ = EnterElements(attribute, path);
     if (!elements_) return true;
@@ -168,7 +173,7 @@ bool CCDMClassCursorBase::Enter(const CCDMAttribute& attribute) {
 std::unique_ptr<CCDMClassCursorBase::Elements> CCDMClassCursorBase::EnterElements(
     const CCDMAttribute& attribute, const AncestorPath& path) const {
     auto elements = std::make_unique<Elements>();
-    elements->faces = ChooseFaces(context_->QueryFor(attribute, path));
+    elements->faces = BindFaces(context_->QueryFor(attribute, path), choice_);
     if (!elements->faces.primary.array && !elements->faces.secondary.array) return nullptr;
     elements->primary.Enter(elements->faces.primary);
     elements->secondary.Enter(elements->faces.secondary);
@@ -218,18 +223,17 @@ void CCDMClassCursorBase::TellIfCut(const AncestorPath& path, const FaceWalk& wa
 
 // One element with a key is enough to show them all.
 bool CCDMClassCursorBase::HasKeys() const {
-    if (walker_.Current()->keys.empty() || EntryAt(*elements_)->HasKey()) return true;
+    if (walker_.Current()->keys.empty() || EntryAt(*elements_, Use::kLook)->HasKey()) return true;
     Elements others = elements_->Copy();
     while (others.Next()) {
-        if (EntryAt(others)->HasKey()) return true;
+        if (EntryAt(others, Use::kLook)->HasKey()) return true;
     }
     return false;
 }
 
-Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements) const {
-    AppFaces faces = elements.faces;
-    faces.primary = elements.primary.AtElement(elements.faces.primary);
-    faces.secondary = elements.secondary.AtElement(elements.faces.secondary);
+Ref<CCDMClassEntry> CCDMClassCursorBase::EntryAt(const Elements& elements, Use use) const {
+    AppFaces faces = {elements.primary.AtElement(elements.faces.primary, use),
+                      elements.secondary.AtElement(elements.faces.secondary, use)};
     return Ref<CCDMClassEntry>::Share(new Shielded<CCDMClassEntry>(
         *context_, *walker_.Current(), std::move(faces), elements.index));
 }
@@ -357,8 +361,8 @@ void CCDMClassCursorBase::GetKey(FIValue& out) {
 
 FIEntry* CCDMClassCursorBase::GetEntry() {
     if (!Stands()) return nullptr;
-    if (elements_) return EntryAt(*elements_).Detach();
-    auto* entry = new Shielded<CCDMClassEntry>(*context_, *walker_.Current());
+    if (elements_) return EntryAt(*elements_, Use::kKeep).Detach();
+    auto* entry = new Shielded<CCDMClassEntry>(*context_, *walker_.Current(), choice_);
     entry->AddRef();
     return entry;
 }

@@ -27,8 +27,9 @@ class CCDMAttrCol {
 
     CCDMAttrCol(const CCDMClassContext& context, Rows rows) : context_(context), rows_(rows) {}
 
-    // Without application every attribute; else those that some translator serves.
-    bool Accepts(const CCDMAttribute& attribute) const;
+    // Without application every attribute; else those that some translator serves, with the choice
+    // for its entry.
+    bool Accepts(const CCDMAttribute& attribute, FacesChoice& choice) const;
     Rows Listed() const { return rows_; }
 
  private:
@@ -60,6 +61,9 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     FIEntry* GetEntry() override;
 
  private:
+    // What an element's entry is for: to be handed out, or to be looked at before the walk goes on,
+    // whose own references it stands on then.
+    enum class Use { kKeep, kLook };
     // The walk over an array's elements on one face.
     struct FaceWalk {
         Ref<FIReference> reference;
@@ -72,7 +76,8 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
         void Next();
         void Prev();
         FaceWalk Copy() const;
-        AppFace AtElement(const AppFace& face) const;
+        AppFace AtElement(const AppFace& face, Use use) const;
+        Ref<FIReference> CopyOfNode() const;
     };
     struct Elements {
         AppFaces faces;
@@ -112,7 +117,7 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     void TellIfCut(const AncestorPath& path, const FaceWalk& walk) const;
     bool HasKeys() const;
     // The element on which `elements`, of the present attribute, stand.
-    Ref<CCDMClassEntry> EntryAt(const Elements& elements) const;
+    Ref<CCDMClassEntry> EntryAt(const Elements& elements, Use use) const;
     bool IsOnSame(const CCDMClassCursorBase& other) const;
     // Both have lost the same element.
     bool HasLostWith(const CCDMClassCursorBase& other) const;
@@ -120,6 +125,7 @@ class CCDMClassCursorBase : public CountedFromZero<FICursorBase> {
     const Ref<CCDMClassContext> context_;
     const CCDMAttrCol filter_;
     CCDMAttributeWalker walker_;
+    FacesChoice choice_;  // for the attribute that was entered
     bool stands_ = false;
     bool is_lost_ = false;
     std::unique_ptr<Elements> elements_;  // when the walker stands on an array that was entered

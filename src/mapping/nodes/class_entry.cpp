@@ -11,14 +11,13 @@
 
 namespace fixtop {
 
-namespace {}  // namespace
-
-CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute)
+CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute,
+                               const FacesChoice& choice)
     : context_(Ref<CCDMClassContext>::Share(&context)),
       attribute_(attribute),
       path_(context.PathOf(attribute)) {
     if (!context.Place().references.IsEmpty()) {
-        faces_ = ChooseFaces(context.QueryFor(attribute, path_));
+        faces_ = BindFaces(context.QueryFor(attribute, path_), choice);
     }
 }
 
@@ -31,13 +30,14 @@ CCDMClassEntry::CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& a
       faces_(std::move(faces)) {
     path_.index = index;
     const AppFace& face = faces_.First();
-    if (!face.reference || !face.names_class) return;
-    if (!face.reference->GetIterator()->GetVarText(kSubclassVariable, subclass_)) return;
+    if (!face.Node() || !face.names_class) return;
+    if (!face.Node()->GetIterator()->GetVarText(kSubclassVariable, subclass_)) return;
     if (subclass_.IsNull() || subclass_.Length() == 0) {
         subclass_.Clear();
         return;
     }
-    path_.className = subclass_.ToText();
+    subclass_.ConvertTo(FIValue::kShortText);
+    path_.className = subclass_.CStr();
     path_.classRecord = Library().FindClass(path_.className);
 }
 
@@ -58,6 +58,20 @@ FIAttributeSource* CCDMClassEntry::GetAttributeSource() {
 
 FIAttributeCursorBase* CCDMClassEntry::MakeCursor() {
     return CCDMAttrCursorBase::Make(*this);
+}
+
+Liveness* CCDMClassEntry::Life() const {
+    const FIReference* node = AnyFace().Node();
+    return node ? node->Life() : nullptr;
+}
+
+// One that is not bound yet would be gone with the other.
+bool CCDMClassEntry::IsGone() const {
+    const FIReference* first = ValueFace().Node();
+    if (first && !first->IsGone()) return false;
+    const AppFace& other = &ValueFace() == &faces_.primary ? faces_.secondary : faces_.primary;
+    const FIReference* second = other.Node();
+    return (first || second) && (!second || second->IsGone());
 }
 
 bool CCDMClassEntry::IsMissing() const {
@@ -86,14 +100,14 @@ FIContext* CCDMClassEntry::GetContext() {
     if (!path_.classRecord) {
         const char* message = subclass_.IsNull() ? "Error, could not find class type %s\n"
                                                  : "Error, could not find subclass type %s\n";
-        LogMessage(MessageText(message, path_.className.c_str()).c_str());
+        LogMessage(MessageText(message, std::string(path_.className).c_str()).c_str());
         return EmptyContext();
     }
     const ClassPlace& here = context_->Place();
     // The face that was asked for stays the first one all the way down.
     const AppReferences references =
         here.branch == BranchRequest::kSpec
-            ? AppReferences{faces_.primary.reference, faces_.secondary.reference}
+            ? AppReferences{faces_.primary.SharedNode(), faces_.secondary.SharedNode()}
             : faces_.ByFace();
     auto below = Ref<CCDMClassContext>::Share(new Shielded<CCDMClassContext>(
         {here.library, path_.classRecord, &attribute_, Ref<CCDMClassEntry>::Share(this),
@@ -103,14 +117,14 @@ FIContext* CCDMClassEntry::GetContext() {
 
 bool CCDMClassEntry::Subscribe(void* owner, int kind, FICallback callback) {
     for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
-        if (face->reference && face->reference->Subscribe(owner, kind, callback)) return true;
+        if (face->Node() && face->Node()->Subscribe(owner, kind, callback)) return true;
     }
     return false;
 }
 
 bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
     for (const AppFace* face : {&faces_.primary, &faces_.secondary}) {
-        if (face->reference && face->reference->Unsubscribe(owner, kind)) return true;
+        if (face->Node() && face->Node()->Unsubscribe(owner, kind)) return true;
     }
     return false;
 }
@@ -120,13 +134,13 @@ bool CCDMClassEntry::Unsubscribe(void* owner, int kind) {
 // apart by their number.
 bool CCDMClassEntry::IsOwnNode() const {
     FIReference* array = context_->Place().references.First();
-    FIReference* own = faces_.First().reference.Get();
+    FIReference* own = faces_.First().Node();
     return own && array && own->Depth() > array->Depth();
 }
 
 bool CCDMClassEntry::IsOnSameNode(const CCDMClassEntry& other) const {
-    FIReference* own = faces_.First().reference.Get();
-    FIReference* others = other.faces_.First().reference.Get();
+    FIReference* own = faces_.First().Node();
+    FIReference* others = other.faces_.First().Node();
     if (!own || !others || !IsOwnNode()) return path_.index == other.path_.index;
     return own->ComparePlaces(*others) == 0;
 }
@@ -145,19 +159,19 @@ bool CCDMClassEntry::IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry
 }
 
 std::uint64_t CCDMClassEntry::ObjectNumber() const {
-    const FIReference* first = faces_.First().reference.Get();
-    const FIReference* second = faces_.secondary.reference.Get();
+    const FIReference* first = faces_.First().Node();
+    const FIReference* second = faces_.secondary.Node();
     const std::uint64_t number = first ? first->Place().ObjectNumber() : 0;
     return !second || second->Place().ObjectNumber() == number ? number : 0;
 }
 
 bool CCDMClassEntry::IsTracked() const {
-    const FIReference* first = faces_.First().reference.Get();
+    const FIReference* first = faces_.First().Node();
     return first && first->Place().IsTracked();
 }
 
 LivingNode::Mark CCDMClassEntry::MarkOf() const {
-    const FIReference* first = faces_.First().reference.Get();
+    const FIReference* first = faces_.First().Node();
     Mark mark = first ? first->Place().MarkOf() : Mark();
     if (!IsOwnNode()) mark.ordinal = path_.index;
     return mark;
@@ -174,7 +188,7 @@ int CCDMClassEntry::Compare(FIEntry& other) {
     if (!that || IsOnSameNode(*that)) return by_name;
     const int by_index = (path_.index > that->path_.index) - (path_.index < that->path_.index);
     if (by_index != 0 || !IsOwnNode()) return by_index;
-    return faces_.First().reference->ComparePlaces(*that->faces_.First().reference);
+    return faces_.First().Node()->ComparePlaces(*that->faces_.First().Node());
 }
 
 }  // namespace fixtop

@@ -28,8 +28,10 @@ class CCDMClassEntry : public FIEntry,
                        public SmallObject,
                        private Counted<CountedClass::AncestorPath> {
  public:
-    // Chooses the faces of a single attribute. Context and attribute may be one of a pure tree.
-    CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute);
+    // A single attribute, by the translators that were chosen for it. Context and attribute may be
+    // one of a pure tree.
+    CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute,
+                   const FacesChoice& choice);
     // An element of an array, with the references on it.
     CCDMClassEntry(CCDMClassContext& context, const CCDMAttribute& attribute, AppFaces faces,
                    int index);
@@ -63,8 +65,8 @@ class CCDMClassEntry : public FIEntry,
     void SetDisplaySpecUnit(const FIValue& unit, const FIValue& quantity, FIValue& out) override;
 
     // The application's nodes do; a pure entry is never gone.
-    Liveness* Life() const final { return faces_.ByFace().Life(); }
-    bool IsGone() const final { return faces_.ByFace().AreGone(); }
+    Liveness* Life() const final;
+    bool IsGone() const final;
 
     // Of the object that the element is, by the application's nodes; 0 for two different ones.
     std::uint64_t ObjectNumber() const override;

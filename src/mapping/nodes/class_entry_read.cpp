@@ -23,15 +23,19 @@ bool StaysOnNode(const PathStep& step) {
            step.Next() == nullptr;
 }
 
+void SetText(std::string_view text, FIValue& out) {
+    out.SetText(text.data(), text.size());
+}
+
 const FIValue& AttributeOf(const FIValue& attribute) {
     return attribute.IsNull() ? kValue : attribute;
 }
 
 // Null when the face has no node, or no override of this name.
 const PathStep* FindOverride(const AppFace& face, const FIValue& name) {
-    if (!face.overrides || !face.reference || !name.CStr()) return nullptr;
+    if (!face.overrides || !name.CStr()) return nullptr;
     const auto found = face.overrides->find(name.CStr());
-    return found == face.overrides->end() ? nullptr : found->second.get();
+    return found == face.overrides->end() || !face.Node() ? nullptr : found->second.get();
 }
 
 void ReadExpression(const PathStep& step, FIReference& node, FIValue& out) {
@@ -96,7 +100,7 @@ bool CCDMClassEntry::IsAnsweredByModel(const char* name) {
 }
 
 const AppFace& CCDMClassEntry::ValueFace() const {
-    return faces_.IsSwapped() && faces_.secondary.reference ? faces_.secondary : faces_.primary;
+    return faces_.OfValue();
 }
 
 // Where one node has both faces, it tells them apart itself.
@@ -105,7 +109,7 @@ const AppFace& CCDMClassEntry::SpecFace() const {
 }
 
 const AppFace& CCDMClassEntry::AnyFace() const {
-    return ValueFace().reference ? ValueFace() : SpecFace();
+    return ValueFace().Node() ? ValueFace() : SpecFace();
 }
 
 CCDMClassEntry::Source CCDMClassEntry::SourceOf(const FIValue& name) const {
@@ -129,7 +133,7 @@ void CCDMClassEntry::GetAttribute(const FIValue& name, FIValue& out) {
     const Source source = SourceOf(name);
     if (has_node && ReadSource(source, out)) return Cross(name, source, crossing, out);
     out.Clear();
-    if (!has_node && crossing == Crossing::kValue && !IsMissing()) out.SetText(path_.className);
+    if (!has_node && crossing == Crossing::kValue && !IsMissing()) SetText(path_.className, out);
 }
 
 // Of either node under the name that was asked for, whatever it is called on its face.
@@ -146,16 +150,17 @@ CCDMClassEntry::Shown CCDMClassEntry::ShownOn(const AppFace& face) const {
 
 void CCDMClassEntry::ReadOverride(const AppFace& face, const FIValue& name, FIValue& out) const {
     const PathStep& step = *FindOverride(face, name);
-    if (!step.IsLiteral()) return ReadExpression(step, *face.reference, out);
-    step.ResolveName(*face.reference->GetIterator(), out);
+    if (!step.IsLiteral()) return ReadExpression(step, *face.Node(), out);
+    step.ResolveName(*face.Node()->GetIterator(), out);
     if (name.Compare(kValue) != 0 || out.IsNull()) return;
     if (attribute_.type == CCDMAttrType::kReal) out.ConvertTo(FIValue::kReal);
     if (attribute_.type == CCDMAttrType::kInteger) out.ConvertTo(FIValue::kInt);
 }
 
 bool CCDMClassEntry::ReadSource(const Source& source, FIValue& out) {
-    if (!source.face->reference) return false;
-    source.face->reference->GetAttribute(source.name, out);
+    FIReference* node = source.face->Node();
+    if (!node) return false;
+    node->GetAttribute(source.name, out);
     return true;
 }
 
@@ -178,7 +183,7 @@ void CCDMClassEntry::Cross(const FIValue& name, const Source& source, Crossing c
                            FIValue& out) {
     if (crossing == Crossing::kNone || (out.IsNull() && crossing != Crossing::kUnit)) return;
     // A node that is gone answers with a text that is no value.
-    if (source.face->reference->GetState() == FIReference::kDeleted) return;
+    if (source.face->Node()->GetState() == FIReference::kDeleted) return;
     const bool is_unit = crossing == Crossing::kUnit;
     const FIValue& value_name = is_unit && name.Compare(kSpecUom) == 0 ? kSpecValue : kValue;
     const Shown shown = is_unit ? ShownAs(value_name) : source.shown;
@@ -212,22 +217,22 @@ void CCDMClassEntry::ReadType(FIValue& out) {
     out.SetText(AttrTypeText(attribute_.type));
     if (attribute_.type != CCDMAttrType::kEnumeration && !IsObject()) return;
     out.AppendText("(");
-    out.AppendText(path_.className.c_str());
+    out.AppendText(std::string(path_.className).c_str());
     out.AppendText(")");
 }
 
 void CCDMClassEntry::ReadContainer(FIValue& out) {
     const AncestorPath* container = IsObject() ? &path_ : path_.parent;
-    out.SetText(container ? container->id : "");
+    SetText(container ? container->id : "", out);
 }
 
 void CCDMClassEntry::ReadContainerType(FIValue& out) {
     const AncestorPath* container = IsObject() ? &path_ : path_.parent;
-    out.SetText(container ? container->className : "");
+    SetText(container ? container->className : "", out);
 }
 
 void CCDMClassEntry::ReadParent(FIValue& out) {
-    out.SetText(path_.parent ? path_.parent->id : "");
+    SetText(path_.parent ? path_.parent->id : "", out);
 }
 
 // An element's keys stand behind the name in such a way that the whole is a step of a path.
@@ -262,8 +267,8 @@ void CCDMClassEntry::ReadHasChildren(FIValue& out) {
 void CCDMClassEntry::ReadPath(FIValue& out) {
     out.Clear();
     const AppFace& face = AnyFace();
-    if (face.reference) {
-        face.reference->GetPath(out);
+    if (FIReference* node = face.Node()) {
+        node->GetPath(out);
     } else if (FIVarSet* vars = GetVarSet()) {
         vars->GetPath(out);
     }
@@ -283,7 +288,7 @@ void CCDMClassEntry::ReadConverters(FIValue& out) {
 void CCDMClassEntry::ReadVariables(FIValue& out) {
     out.Clear();
     const AppFace& face = AnyFace();
-    if (face.reference) face.reference->DumpVars(out);
+    if (FIReference* node = face.Node()) node->DumpVars(out);
 }
 
 }  // namespace fixtop

@@ -35,7 +35,7 @@ bool IsNone(const FIValue& value) {
 // From the unit in which the value is read. What is stored into a node that is gone is refused by
 // it.
 bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out) {
-    FIReference& node = *source.face->reference;
+    FIReference& node = *source.face->Node();
     const bool is_spec = source.shown == Shown::kSpecification;
     const Shown shown = ShownAs(is_spec ? kSpecValue : kValue);
     UnitAndEnumConverter values(Library(), attribute_, GetVarSet(), shown == Shown::kSpecification);
@@ -54,7 +54,7 @@ bool CCDMClassEntry::Reverse(const Source& source, FIValue& value, FIValue& out)
 
 // A face that stands alone is told of its specification by that name.
 CCDMClassEntry::Source CCDMClassEntry::TargetOf(const FIValue& name) const {
-    if (faces_.secondary.reference) return SourceOf(name);
+    if (faces_.secondary.Node()) return SourceOf(name);
     return {&faces_.primary, name, Is(name, "spec_value") ? Shown::kSpecification : Shown::kValue};
 }
 
@@ -64,24 +64,24 @@ void CCDMClassEntry::SetAttribute(const FIValue& name, const FIValue& value, int
     if (row && row->write) return (this->*row->write)(value, out);
     if (faces_.IsEmpty()) return out.SetText(kPure);
     const Source source = TargetOf(name);
-    if (!source.face->reference) return out.SetText(kNoDefaultNode);
+    if (!source.face->Node()) return out.SetText(kNoDefaultNode);
     const bool is_value = row && row->crossing == Crossing::kValue;
     FIValue reversed = value;
     if (is_value && !Reverse(source, reversed, out)) return;
-    source.face->reference->SetAttribute(source.name, reversed, mode, out);
+    source.face->Node()->SetAttribute(source.name, reversed, mode, out);
 }
 
 // ---- units of the application's nodes ----
 
 void CCDMClassEntry::WriteUnit(const AppFace& face, const FIValue& unit, FIValue& out) {
-    if (!face.reference) return out.SetText(kNoNode);
+    if (!face.Node()) return out.SetText(kNoNode);
     FIValue application_unit;
     UnitAndEnumConverter values(Library(), attribute_, GetVarSet(), false);
     if (!values.ToApplicationUnit(unit, application_unit)) {
         out = application_unit;
         return;
     }
-    face.reference->SetAttribute(kUom, application_unit, 0, out);
+    face.Node()->SetAttribute(kUom, application_unit, 0, out);
 }
 
 void CCDMClassEntry::SetUnit(const FIValue& unit, FIValue& out) {
@@ -96,21 +96,21 @@ void CCDMClassEntry::SetSpecUnit(const FIValue& unit, FIValue& out) {
 
 void CCDMClassEntry::SetValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kValue);
-    if (!source.face->reference) return out.SetText(kNoNode);
+    if (!source.face->Node()) return out.SetText(kNoNode);
     FIValue reversed = value;
-    if (Reverse(source, reversed, out)) source.face->reference->SetValue(reversed, mode, out);
+    if (Reverse(source, reversed, out)) source.face->Node()->SetValue(reversed, mode, out);
 }
 
 // The face of the specification is the value of a node of its own, or else a part of the one node.
 void CCDMClassEntry::SetSpecValue(const FIValue& value, int mode, FIValue& out) {
     const Source source = SourceOf(kSpecValue);
-    if (!source.face->reference) return out.SetText(kNoNode);
+    if (!source.face->Node()) return out.SetText(kNoNode);
     FIValue reversed = value;
     if (!Reverse(source, reversed, out)) return;
     if (faces_.IsSplit()) {
-        source.face->reference->SetValue(reversed, mode, out);
+        source.face->Node()->SetValue(reversed, mode, out);
     } else {
-        source.face->reference->SetSpecValue(reversed, mode, out);
+        source.face->Node()->SetSpecValue(reversed, mode, out);
     }
 }
 
@@ -127,7 +127,7 @@ void CCDMClassEntry::SetSpecValueInUnit(const FIValue& value, const FIValue& uni
 // Only names are translated: the number is in the unit given, whatever is displayed.
 void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue& value,
                                  const FIValue& unit, int mode, FIValue& out) {
-    if (!face.reference) return out.SetText(kNoNode);
+    if (!face.Node()) return out.SetText(kNoNode);
     const bool is_specification = shown == Shown::kSpecification;
     FIValue application_unit;
     UnitAndEnumConverter values(Library(), attribute_, nullptr, is_specification);
@@ -138,9 +138,9 @@ void CCDMClassEntry::WriteInUnit(const AppFace& face, Shown shown, const FIValue
     FIValue reversed = value;
     values.ToApplication(application_unit, reversed, out);
     if (is_specification && !faces_.IsSplit()) {
-        face.reference->SetSpecValueInUnit(reversed, application_unit, mode, out);
+        face.Node()->SetSpecValueInUnit(reversed, application_unit, mode, out);
     } else {
-        face.reference->SetValueInUnit(reversed, application_unit, mode, out);
+        face.Node()->SetValueInUnit(reversed, application_unit, mode, out);
     }
 }
 

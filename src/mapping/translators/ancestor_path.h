@@ -4,17 +4,18 @@
 // Where an entry of the neutral tree stands: its class and its attribute, and those of the entries
 // above it. Translators are chosen by it.
 //
-// A level is embedded in its entry and points upward to the parent's, which must outlive it.
+// A level is embedded in its entry and points upward to the parent's, which must outlive it, as the
+// names do: they are of the attribute's record or of the entry.
 
-#include <string>
+#include <string_view>
 
 namespace fixtop {
 
 class CCDMClass;
 
 struct AncestorPath {
-    std::string className;  // the attribute's class, or the subclass of this very element
-    std::string id;         // the attribute's name
+    std::string_view className;  // the attribute's class, or the subclass of this very element
+    std::string_view id;         // the attribute's name
     const AncestorPath* parent = nullptr;
     // The record of className; null when the library has no such class.
     const CCDMClass* classRecord = nullptr;

@@ -17,7 +17,6 @@ namespace {
 constexpr int kNoMatch = 10000;
 constexpr int kAnywhere = 100;
 constexpr int kLevel = 10;
-constexpr int kNoSecond = 50000;
 
 constexpr std::string_view kFailedConditional = "<!--   Failed Conditional   -->\n";
 constexpr std::string_view kNotBest = "<!--   Not best Container/Id-->\n";
@@ -29,7 +28,7 @@ static_assert(kCommentLead + kUsed.size() + std::string_view("-->\n").size() == 
 // What is compared in one pass over the levels.
 struct Pass {
     std::string CCDMTranslator::*wanted;
-    std::string AncestorPath::*present;
+    std::string_view AncestorPath::*present;
     bool by_inheritance;
     std::string_view no_match;
 };
@@ -125,25 +124,6 @@ class Dump {
     std::string* text_;
 };
 
-struct Choice {
-    CCDMTranslator* best = nullptr;
-    int best_score = kNoMatch;
-    std::size_t best_comment = 0;
-    CCDMTranslator* second = nullptr;
-    int second_score = kNoSecond;
-
-    void Take(CCDMTranslator& translator, int score, std::size_t comment) {
-        if (score < best_score) {
-            best = &translator;
-            best_score = score;
-            best_comment = comment;
-        } else if (score == best_score) {
-            second = &translator;
-            second_score = score;
-        }
-    }
-};
-
 // At least kNoMatch for one that can't be chosen.
 int Weigh(const CCDMTranslator& translator, const AncestorPath& path, FIReferenceBase* reference,
           const Dump& dump) {
@@ -164,12 +144,22 @@ const char* ShownText(const std::string& text) {
     return text.empty() ? "<blank>" : text.c_str();
 }
 
-void LogDuplicate(const AncestorPath& path, const CCDMTranslator& translator) {
-    LogMessage(
-        MessageText("Duplicate translators: Class %s, Attribute %s, Container %s, ContainerID %s",
-                    path.className.c_str(), path.id.c_str(), ShownText(translator.container),
-                    ShownText(translator.containerId))
-            .c_str());
+// Writes how each one was judged for the request.
+void DumpAll(const std::string& translate_name, const AncestorPath& path,
+             const TranslatorMap& translators, FIReferenceBase* reference, BranchRequest request,
+             const TranslatorChoice& choice, const Dump& dump) {
+    std::size_t comment = 0;
+    const auto [first, last] = translators.equal_range(translate_name);
+    for (auto row = first; row != last; ++row) {
+        const auto& translator = static_cast<const CCDMTranslator&>(*row->second);
+        if (BranchAccepts(translator.branch, request) &&
+            Weigh(translator, path, reference, dump) < kNoMatch) {
+            const std::size_t here = dump.Comment(kNotBest);
+            if (&translator == choice.translator) comment = here;
+        }
+        dump.Element(translator);
+    }
+    if (choice.translator != nullptr && !choice.is_by_branch) dump.MarkUsed(comment);
 }
 
 }  // namespace
@@ -187,56 +177,78 @@ std::string WhyLeft(const CCDMTranslator& translator, const AncestorPath& path,
     return "";
 }
 
-bool HasTranslator(const std::string& translate_name, const AncestorPath& path,
-                   const TranslatorMap& translators, FIReferenceBase* reference,
-                   BranchRequest request) {
-    const auto [first, last] = translators.equal_range(translate_name);
-    return std::any_of(first, last, [&](const auto& row) {
-        const auto& translator = static_cast<const CCDMTranslator&>(*row.second);
-        return BranchAccepts(translator.branch, request) &&
-               Weigh(translator, path, reference, Dump(nullptr)) < kNoMatch;
-    });
+void WeighedTranslators::Nearest::Take(const Nearest& other) {
+    if (first.translator == nullptr || other.score < score) {
+        *this = other;
+    } else if (other.score == score) {
+        if (other.first.place < first.place) first = other.first;
+        if (other.last.place > last.place) last = other.last;
+    }
 }
 
-OwnFaces FindOwnFaces(const std::string& translate_name, const AncestorPath& path,
-                      const TranslatorMap& translators, FIReferenceBase* reference) {
-    OwnFaces faces;
+WeighedTranslators::WeighedTranslators(const std::string& translate_name, const AncestorPath& path,
+                                       const TranslatorMap& translators,
+                                       FIReferenceBase* reference) {
+    if (translators.empty()) return;
     const auto [first, last] = translators.equal_range(translate_name);
-    for (auto row = first; row != last; ++row) {
+    int place = 0;
+    for (auto row = first; row != last; ++row, ++place) {
         const auto& translator = static_cast<const CCDMTranslator&>(*row->second);
-        const bool is_spec = BranchAccepts(translator.branch, BranchRequest::kSpecOnly);
-        const bool is_calc = BranchAccepts(translator.branch, BranchRequest::kCalcOnly);
-        if ((!is_spec || faces.spec) && (!is_calc || faces.calc)) continue;
-        if (Weigh(translator, path, reference, Dump(nullptr)) >= kNoMatch) continue;
-        faces.spec |= is_spec;
-        faces.calc |= is_calc;
+        const int score = Weigh(translator, path, reference, Dump(nullptr));
+        const Candidate candidate = {&translator, place};
+        const auto branch = static_cast<std::size_t>(translator.branch);
+        if (score >= kNoMatch) continue;
+        nearest_[branch].Take({score, candidate, candidate});
+        is_empty_ = false;
     }
-    return faces;
 }
 
-CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
-                               const TranslatorMap& translators, FIReferenceBase* reference,
-                               BranchRequest request, std::string* dump_text) {
-    const Dump dump(dump_text);
-    Choice choice;
-    const auto [first, last] = translators.equal_range(translate_name);
-    for (auto row = first; row != last; ++row) {
-        auto& translator = static_cast<CCDMTranslator&>(*row->second);
-        if (BranchAccepts(translator.branch, request)) {
-            const int score = Weigh(translator, path, reference, dump);
-            if (score < kNoMatch) choice.Take(translator, score, dump.Comment(kNotBest));
-        }
-        dump.Element(translator);
+bool WeighedTranslators::Has(BranchRequest request) const {
+    for (std::size_t branch = 0; branch < kBranches && !is_empty_; ++branch) {
+        if (Serves(branch, request)) return true;
     }
-    if (choice.best == nullptr) return nullptr;
-    if (choice.second_score == choice.best_score) {
-        const bool best_fits = IsOfBranch(*choice.best, request);
-        const bool second_fits = IsOfBranch(*choice.second, request);
-        if (best_fits != second_fits) return best_fits ? choice.best : choice.second;
-        LogDuplicate(path, *choice.best);
+    return false;
+}
+
+bool WeighedTranslators::Serves(std::size_t branch, BranchRequest request) const {
+    return nearest_[branch].first.translator != nullptr &&
+           BranchAccepts(static_cast<CCDMBranch>(branch), request);
+}
+
+TranslatorChoice WeighedTranslators::Choose(BranchRequest request) const {
+    if (is_empty_) return {};
+    Nearest nearest;
+    for (std::size_t branch = 0; branch < kBranches; ++branch) {
+        if (Serves(branch, request)) nearest.Take(nearest_[branch]);
     }
-    dump.MarkUsed(choice.best_comment);
-    return choice.best;
+    const CCDMTranslator* best = nearest.first.translator;
+    const CCDMTranslator* second = nearest.last.translator;
+    if (best == second) return {best};
+    const bool best_fits = IsOfBranch(*best, request);
+    if (best_fits == IsOfBranch(*second, request)) return {best, true};
+    return {best_fits ? best : second, false, true};
+}
+
+void LogTie(const TranslatorChoice& choice, const AncestorPath& path) {
+    if (!choice.is_tied) return;
+    LogMessage(
+        MessageText("Duplicate translators: Class %s, Attribute %s, Container %s, ContainerID %s",
+                    std::string(path.className).c_str(), std::string(path.id).c_str(),
+                    ShownText(choice.translator->container),
+                    ShownText(choice.translator->containerId))
+            .c_str());
+}
+
+const CCDMTranslator* FindTranslator(const std::string& translate_name, const AncestorPath& path,
+                                     const TranslatorMap& translators, FIReferenceBase* reference,
+                                     BranchRequest request, std::string* dump_text) {
+    const TranslatorChoice choice =
+        WeighedTranslators(translate_name, path, translators, reference).Choose(request);
+    LogTie(choice, path);
+    if (dump_text != nullptr) {
+        DumpAll(translate_name, path, translators, reference, request, choice, Dump(dump_text));
+    }
+    return choice.translator;
 }
 
 }  // namespace fixtop

@@ -460,6 +460,22 @@ TEST_F(Model, faces_are_read_where_they_are) {
     EXPECT_NEAR(4.0, Number(*split, "spec_value"), 1e-12);
 }
 
+TEST_F(Model, face_that_nobody_asked_for_goes_with_the_other) {
+    for (const char* path : {"Flowsheet.Faces.Split", "Flowsheet.Faces.Turned"}) {
+        const auto unasked = At(path);
+        const auto asked = At(path);
+        EXPECT_EQ("REAL 400", Read(*asked, "spec_value")) << path;
+        for (const auto& it : {unasked, asked}) {
+            const auto entry = EntryAt(*it);
+            static_cast<CCDMClassEntry&>(*entry).Faces().OfValue().Node()->OnDeleted();
+        }
+        EXPECT_EQ("Node deleted", Read(*unasked, "spec_value")) << path;
+        EXPECT_TRUE(unasked->IsGone()) << path;
+        EXPECT_EQ("REAL 400", Read(*asked, "spec_value")) << path;
+        EXPECT_FALSE(asked->IsGone()) << path;
+    }
+}
+
 TEST_F(Model, faces_are_written_where_they_are) {
     ScriptNode& both = *faces.children[0];
     ScriptNode& calculated = *faces.children[1];

@@ -276,8 +276,8 @@ TEST_F(Model, attribute_of_one_face_has_one_reference) {
         const AppFaces& faces_at = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
         EXPECT_EQ(each.primary, faces_at.primary.request) << each.path;
         EXPECT_EQ(each.secondary, faces_at.secondary.request) << each.path;
-        EXPECT_EQ(each.has_primary, static_cast<bool>(faces_at.primary.reference)) << each.path;
-        EXPECT_EQ(each.has_secondary, static_cast<bool>(faces_at.secondary.reference)) << each.path;
+        EXPECT_EQ(each.has_primary, faces_at.primary.Node() != nullptr) << each.path;
+        EXPECT_EQ(each.has_secondary, faces_at.secondary.Node() != nullptr) << each.path;
     }
 }
 
@@ -315,9 +315,9 @@ TEST_F(Model, second_node_is_kept_where_the_map_says_nothing_of_it) {
     const auto it = At("Flowsheet.Faces.Below.CalcAmount");
     const AppFaces& faces_at = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
     FIValue path;
-    faces_at.secondary.reference->GetPath(path);
+    faces_at.secondary.Node()->GetPath(path);
     EXPECT_EQ("Top.appModel.Sheet.Faces.SpecSide", path.ToText());
-    faces_at.primary.reference->GetPath(path);
+    faces_at.primary.Node()->GetPath(path);
     EXPECT_EQ("Top.appModel.Sheet.Faces.CalcSide.Amount", path.ToText());
 }
 
@@ -353,8 +353,8 @@ TEST_F(Model, asked_face_stays_the_first_on_every_level) {
                                  "Flowsheet.Faces.Both"}) {
             const auto it = At(path);
             const AppFaces& at = static_cast<CCDMClassEntry&>(*it->EntryAt(it->Depth())).Faces();
-            EXPECT_TRUE(at.primary.reference) << branch << " " << path;
-            EXPECT_FALSE(at.secondary.reference) << branch << " " << path;
+            EXPECT_TRUE(at.primary.Node()) << branch << " " << path;
+            EXPECT_FALSE(at.secondary.Node()) << branch << " " << path;
         }
     }
 }
