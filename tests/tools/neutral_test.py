@@ -283,6 +283,23 @@ class Explain(ProgramTest):
         self.assertIn("no such node: Flowsheet.Nothing",
                       self.check(run("explain", "demo", "Flowsheet.Nothing"), FAILED, "").err)
 
+    def test_a_node_of_the_other_view(self):
+        path = "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow"
+        told = (f"no such node: {path}\n  nothing of it was found\n  it is a node of the case's own tree; "
+                "expected one of the neutral view, which find --neutral lists\n")
+        self.check(run("explain", "demo", path), FAILED, "", told)
+        self.check(run("explain", "demo", "a[b"), FAILED, "", "Parse error, ] expected in: a[b\n")
+
+    def test_objects_have_no_values(self):
+        lines = self.check(run("explain", "demo", RAW_GAS), DONE, err="").lines
+        self.assertEqual(["calculated\tappModel.FlowSheetObjects.Streams.Raw Gas", "translators"], lines[2:4])
+
+    def test_a_value_that_is_missing(self):
+        file = self.folder / "lacking.json"
+        run("set", "demo", "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow", "", "--save", file)
+        out = self.check(run("explain", file, RAW_GAS + ".MolarFlow"), DONE).out
+        self.assertIn("  neutral\t(none)\n  raw\t(none)\n", out)
+
 
 class Classes(ProgramTest):
     def test_names(self):
