@@ -159,6 +159,13 @@ class Read(ProgramTest):
         self.check(self.get(FEED + ".Temperature[(status)=Specified]"), DONE, "25\n", "")
         self.check(self.get(FEED + ".*[(status)=Calculated]"), DONE, "100\n", "")
 
+    def test_a_file_that_is_not_there(self):
+        self.check(run("get", "nofile", "appModel"), UNREADABLE, "",
+                   "nofile: there is no such file; expected .dwxmz or .json\n")
+        text = self.file("notes.txt", "notes")
+        self.check(run("get", text, "appModel"), UNREADABLE, "",
+                   f"{text}: no reader for this kind of file; expected .dwxmz or .json\n")
+
     def test_missing_nodes(self):
         self.check(self.get(f"{STREAMS}.Fed 1.Temperature"), FAILED, "",
                    f"no such node: {STREAMS}.Fed 1.Temperature\n  found: {STREAMS}\n"
