@@ -156,6 +156,10 @@ class Store(ProgramTest):
         self.check(run("collect", "write", chosen, file, "warm", "--csv"), FAILED, err=refused)
         self.check(run("collect", "write", chosen, file, "30", "--csv"), FAILED, err="the case has no compounds\n")
 
+    def test_a_long_text_is_not_repeated(self):
+        self.check(run("set", "demo", FEED_FLOW, "many " * 1000), FAILED, "",
+                   f"{FEED_FLOW}: not a number: {'many ' * 12}... (5000 bytes)\n")
+
     def test_missing_node(self):
         self.check(run("set", "demo", STREAMS + ".Raw Gass.Temperature", "1"), FAILED, "",
                    f"no such node: {STREAMS}.Raw Gass.Temperature\n  found: {STREAMS}\n"
