@@ -291,8 +291,24 @@ class Explain(ProgramTest):
         self.check(run("explain", "demo", "a[b"), FAILED, "", "Parse error, ] expected in: a[b\n")
 
     def test_objects_have_no_values(self):
+        told = "calculated\tappModel.FlowSheetObjects.Streams.Raw Gas"
         lines = self.check(run("explain", "demo", RAW_GAS), DONE, err="").lines
-        self.assertEqual(["calculated\tappModel.FlowSheetObjects.Streams.Raw Gas", "translators"], lines[2:4])
+        self.assertEqual([told, "translators"], lines[2:4])
+        lines = self.check(run("explain", "demo", RAW_GAS + ".Name"), DONE, err="").lines
+        self.assertEqual([told, "  neutral\tRaw Gas", "translators"], lines[2:5])
+
+    def test_what_is_specified_is_the_variable_that_is_calculated(self):
+        count = 0
+        for case in ["demo", *CASES.glob("*.dwxmz")]:
+            members = [path for kind in ("Stream", "HeatStream", "UnitOperation")
+                       for path in run("find", case, "--neutral", f"Flowsheet.{kind}.*").lines]
+            lines = "".join(f"explain '{path}' --json\n" for path in members)
+            for record in map(json.loads, run("shell", case, "--neutral", stdin=lines).lines):
+                if not {"calculated", "specified"} <= set(record):
+                    continue
+                count += 1
+                self.assertEqual(record["calculated"]["path"], record["specified"]["path"], (case, record["path"]))
+        self.assertGreater(count, 20)
 
     def test_a_value_that_is_missing(self):
         file = self.folder / "lacking.json"

@@ -57,9 +57,10 @@ class Explain final : public NodeWord {
             if (!raw) continue;
             bound = true;
             out.Line(std::string(side.words) + "\t" + ShownPath(*raw));
-            if (!raw->IsVariable()) continue;
-            out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
-            out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
+            if (node.IsVariable()) {
+                out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
+            }
+            if (raw->IsVariable()) out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
         }
         if (!bound) out.Line("calculated\t(nothing in the case)");
         out.Line("translators");
