@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 # Debian packages: who needs it, and its names. A command takes the rows that it asks for.
 PACKAGES="
 build     g++ cmake ninja-build ccache pkg-config python3
-build     libexpat1-dev libzip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
+build     libexpat1-dev libminizip-dev zlib1g-dev libpugixml-dev libcli11-dev nlohmann-json3-dev
 build     libedit-dev pybind11-dev python3-dev
 test      libgtest-dev libgmock-dev libudunits2-dev
 python    python3-numpy python3-pandas python3-pint python3-tqdm python3-venv python3-pip python3-setuptools

@@ -9,7 +9,7 @@ namespace fixtop::bench {
 
 // Answers the file, which the caller removes. Its directory tells the size.
 std::string MakeBomb();
-// From now on the directory of the bomb tells of a small document.
+// From now on the headers of the bomb tell of a small document.
 void MakeBombLie(const std::string& file);
 
 }  // namespace fixtop::bench

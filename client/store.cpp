@@ -97,6 +97,16 @@ class Element {
     double others_ = 0;  // what the other elements are together
 };
 
+// The beginning of a text that is too long to be read in a message.
+std::string Shortened(const std::string& text) {
+    constexpr std::size_t kMost = 60;
+    std::size_t end = kMost;
+    if (text.size() <= kMost) return text;
+    // Whole characters.
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    return text.substr(0, end) + "... (" + std::to_string(text.size()) + " bytes)";
+}
+
 }  // namespace
 
 Typed TypedIn(const Node& node, const std::string& text, const std::string& unit) {
@@ -106,7 +116,7 @@ Typed TypedIn(const Node& node, const std::string& text, const std::string& unit
     auto value = TypedValue(type, number);
     if (!value || behind.empty()) throw Refused(node.Path(), NoNumber(text));
     if (!unit.empty() && unit != behind) {
-        throw Refused(node.Path(), "two units: " + behind + " and " + unit);
+        throw Refused(node.Path(), "two units: " + Shortened(behind) + " and " + Shortened(unit));
     }
     return {std::move(*value), behind};
 }
@@ -119,7 +129,7 @@ std::optional<FIValue> TypedValue(const std::string& type, const std::string& te
 }
 
 std::string NoNumber(const std::string& text) {
-    return "not a number: " + text;
+    return "not a number: " + Shortened(text);
 }
 
 void Node::Store(const FIValue& value, const std::string& unit) const {

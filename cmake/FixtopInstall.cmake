@@ -32,23 +32,21 @@ endif()
 get_target_property(outside fixtop_casehost FIXTOP_OUTSIDE)
 set(outside_packages)
 foreach(name IN LISTS outside)
-  if(WIN32)
+  if(WIN32 AND name STREQUAL "zlib")
+    install(FILES ${FIXTOP_WINDOWS_ZLIB} DESTINATION ${CMAKE_INSTALL_LIBDIR}/fixtop)
+    target_link_libraries(fixtop_casehost
+      INTERFACE "$<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${CMAKE_INSTALL_LIBDIR}/fixtop/libz.a>")
+  elseif(WIN32)
     install(FILES ${FIXTOP_WINDOWS_DEPS}/lib/lib${name}.a
       DESTINATION ${CMAKE_INSTALL_LIBDIR}/fixtop)
     target_link_libraries(fixtop_casehost
       INTERFACE "$<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${CMAKE_INSTALL_LIBDIR}/fixtop/lib${name}.a>")
   else()
-    string(REGEX REPLACE "^zip$" "libzip" package ${name})
-    list(APPEND outside_packages ${package})
+    list(APPEND outside_packages ${name})
     target_link_libraries(fixtop_casehost
-      INTERFACE $<INSTALL_INTERFACE:PkgConfig::Fixtop_${package}>)
+      INTERFACE $<INSTALL_INTERFACE:PkgConfig::Fixtop_${name}>)
   endif()
 endforeach()
-if(WIN32)
-  install(FILES ${FIXTOP_WINDOWS_ZLIB} DESTINATION ${CMAKE_INSTALL_LIBDIR}/fixtop)
-  target_link_libraries(fixtop_casehost
-    INTERFACE "$<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${CMAKE_INSTALL_LIBDIR}/fixtop/libz.a>")
-endif()
 
 install(EXPORT FixtopTargets NAMESPACE Fixtop:: DESTINATION ${config_folder})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/install/FixtopConfig.cmake.in
@@ -127,7 +125,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What a program that links the static libraries needs of them.
 set(debian_expat libexpat1-dev)
-set(debian_libzip libzip-dev)
+set(debian_minizip libminizip-dev)
+set(debian_zlib zlib1g-dev)
 set(debian_pugixml libpugixml-dev)
 set(development pkg-config)
 foreach(package IN LISTS outside_packages)

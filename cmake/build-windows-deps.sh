@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Cross-builds expat, libzip and pugixml as static Windows libraries from the pristine sources of
+# Cross-builds expat, minizip and pugixml as static Windows libraries from the pristine sources of
 # Debian's source packages, with zlib from libz-mingw-w64-dev. The case host reads zip and XML with
 # one code on both platforms, so both get the same libraries. The result is kept; a second run does
 # nothing.
@@ -84,7 +84,7 @@ fetch_sources() {
     )
     quietly apt-update apt-get "${options[@]}" update
     cd "$out/download"
-    quietly apt-source apt-get "${options[@]}" source --download-only --tar-only expat libzip pugixml
+    quietly apt-source apt-get "${options[@]}" source --download-only --tar-only expat minizip pugixml
     cd "$root"
 }
 
@@ -112,20 +112,24 @@ build() {
 }
 
 rm -f "$out/stamp"
-echo "windows-deps: fetching the sources of expat, libzip and pugixml"
+echo "windows-deps: fetching the sources of expat, minizip and pugixml"
 fetch_sources
 unpack expat
-unpack libzip
+unpack minizip
 unpack pugixml
 echo "windows-deps: building expat"
 build expat expat/expat -DEXPAT_BUILD_TOOLS=OFF -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF \
     -DEXPAT_BUILD_DOCS=OFF -DEXPAT_BUILD_PKGCONFIG=OFF -DEXPAT_SHARED_LIBS=OFF
-echo "windows-deps: building libzip"
-build libzip libzip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF \
-    -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF \
-    -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF \
-    -DZLIB_LIBRARY="/usr/x86_64-w64-mingw32/lib/libz.a" \
-    -DZLIB_INCLUDE_DIR="/usr/x86_64-w64-mingw32/include"
+echo "windows-deps: building minizip"
+# Its sources have no build for Windows. zlib's headers stand beside the toolchain's own.
+cat >"$out/src/minizip/CMakeLists.txt" <<'TEXT'
+cmake_minimum_required(VERSION 3.25)
+project(minizip LANGUAGES C)
+add_library(minizip STATIC ioapi.c unzip.c zip.c)
+install(TARGETS minizip)
+install(FILES ioapi.h unzip.h zip.h DESTINATION include/minizip)
+TEXT
+build minizip minizip
 echo "windows-deps: building pugixml"
 build pugixml pugixml
 rm -rf "$out/apt" "$out/obj"

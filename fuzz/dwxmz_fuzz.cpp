@@ -2,13 +2,13 @@
 // Reads the bytes twice: as an archive, and as the document in a well-formed archive. Whatever they
 // are, there is either a case whose arrays fill their dimensions, or a problem.
 
-#include <zip.h>
-
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "casehost/importer.h"
 #include "check.h"
+#include "support/zip_writer.h"
 
 namespace fixtop {
 
@@ -40,27 +40,18 @@ void Read(std::string_view bytes) {
 }
 
 // An archive with the bytes as its one entry, not compressed.
-std::string Archive(const std::uint8_t* data, std::size_t size) {
-    zip_source_t* target = zip_source_buffer_create(nullptr, 0, 0, nullptr);
-    zip_source_keep(target);
-    zip_t* zip = zip_open_from_source(target, ZIP_TRUNCATE, nullptr);
-    zip_source_t* entry = zip_source_buffer(zip, data, size, 0);
-    zip_set_file_compression(zip, zip_file_add(zip, "case.xml", entry, 0), ZIP_CM_STORE, 0);
-    Check(zip_close(zip) == 0 && zip_source_open(target) == 0, "the archive can't be made");
-    zip_source_seek(target, 0, SEEK_END);
-    std::string bytes(static_cast<std::size_t>(zip_source_tell(target)), '\0');
-    zip_source_seek(target, 0, SEEK_SET);
-    zip_source_read(target, bytes.data(), bytes.size());
-    zip_source_close(target);
-    zip_source_free(target);
-    return bytes;
+std::string Archive(std::string_view bytes) {
+    ZipWriter zip;
+    Check(zip.Add("case.xml", bytes, false), "the archive can't be made");
+    return zip.Close();
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Read({reinterpret_cast<const char*>(data), size});
-    Read(Archive(data, size));
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    Read(bytes);
+    Read(Archive(bytes));
     return 0;
 }
 

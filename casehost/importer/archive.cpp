@@ -1,21 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <zip.h>
-
-#include <array>
-#include <memory>
-
 #include "readers.h"
+#include "zip_archive.h"
 
 namespace fixtop::casehost::importer {
 
 namespace {
-
-struct CloseZip {
-    void operator()(zip_t* zip) const { zip_discard(zip); }
-    void operator()(zip_file_t* file) const { zip_fclose(file); }
-};
-using ZipHandle = std::unique_ptr<zip_t, CloseZip>;
-using ZipFileHandle = std::unique_ptr<zip_file_t, CloseZip>;
 
 constexpr std::string_view kLocalHeader = "PK\x03\x04";
 constexpr std::string_view kEmptyArchive = "PK\x05\x06";
@@ -26,66 +15,48 @@ bool EndsWithXml(std::string_view name) {
            EqualIgnoringCase(name.substr(name.size() - kSuffix.size()), kSuffix);
 }
 
-ZipHandle OpenArchive(std::string_view archive, Problems& problems) {
+std::nullopt_t TellDamaged(const std::string& fault, Problems& problems) {
+    problems.Error("the zip archive is truncated or damaged (" + fault +
+                   "); expected a complete archive with its directory at the end");
+    return std::nullopt;
+}
+
+std::nullopt_t TellDamagedEntry(const std::string& fault, Problems& problems) {
+    problems.Error("the entry is damaged (" + fault + "); expected the bytes that were packed");
+    return std::nullopt;
+}
+
+bool IsArchive(std::string_view archive, Problems& problems) {
     if (archive.empty()) {
         problems.Error("the file is empty; expected a zip archive");
-        return nullptr;
+        return false;
     }
     if (!archive.starts_with(kLocalHeader) && !archive.starts_with(kEmptyArchive)) {
         problems.Error("not a zip archive; expected a file that begins with a zip entry");
-        return nullptr;
+        return false;
     }
-    zip_error_t error;
-    zip_error_init(&error);
-    zip_source_t* source = zip_source_buffer_create(archive.data(), archive.size(), 0, &error);
-    ZipHandle zip(source ? zip_open_from_source(source, ZIP_RDONLY, &error) : nullptr);
-    if (!zip) {
-        if (source) zip_source_free(source);
-        problems.Error(std::string("the zip archive is truncated or damaged (") +
-                       zip_error_strerror(&error) +
-                       "); expected a complete archive with its directory at the end");
-    }
-    zip_error_fini(&error);
-    return zip;
+    return true;
 }
 
-std::string EntryName(zip_t* zip, zip_uint64_t index) {
-    const char* name = zip_get_name(zip, index, ZIP_FL_ENC_GUESS);
-    return name ? name : "";
-}
-
-// The name of the one entry, empty when the archive holds anything else.
-std::string FindDocument(zip_t* zip, Problems& problems) {
-    const zip_int64_t count = zip_get_num_entries(zip, 0);
-    std::string first = count > 0 ? EntryName(zip, 0) : std::string();
+// The one entry.
+std::optional<ZipEntry> FindDocument(const ZipArchive& zip, Problems& problems) {
+    const std::size_t count = zip.Count();
+    std::optional<ZipEntry> first = count > 0 ? zip.First() : std::nullopt;
+    if (count > 0 && !first) return TellDamaged(zip_fault::kNoArchive, problems);
     if (count > 1) {
-        problems.Error("the archive holds " + std::to_string(count) + " entries, '" + first +
-                       "' and '" + EntryName(zip, 1) +
-                       "' among them; expected one .xml entry only");
-        return {};
+        const std::optional<ZipEntry> second = zip.Next();
+        if (!second) return TellDamaged(zip_fault::kInconsistent, problems);
+        problems.Error("the archive holds " + std::to_string(count) + " entries, '" + first->name +
+                       "' and '" + second->name + "' among them; expected one .xml entry only");
+        return std::nullopt;
     }
-    if (!EndsWithXml(first)) {
+    if (count == 0 || !EndsWithXml(first->name)) {
         problems.Error("the archive holds no .xml entry" +
-                       (count > 0 ? ", only '" + first + "'" : std::string()) +
+                       (count > 0 ? ", only '" + first->name + "'" : std::string()) +
                        "; expected one .xml entry");
-        return {};
+        return std::nullopt;
     }
     return first;
-}
-
-// As the directory tells it; 0 when it does not.
-std::size_t ToldSize(zip_t* zip) {
-    zip_stat_t stat;
-    zip_stat_init(&stat);
-    const bool told = zip_stat_index(zip, 0, 0, &stat) == 0 && (stat.valid & ZIP_STAT_SIZE) != 0;
-    return told ? static_cast<std::size_t>(stat.size) : 0;
-}
-
-bool IsEncrypted(zip_t* zip) {
-    zip_stat_t stat;
-    zip_stat_init(&stat);
-    return zip_stat_index(zip, 0, 0, &stat) == 0 && (stat.valid & ZIP_STAT_ENCRYPTION_METHOD) &&
-           stat.encryption_method != ZIP_EM_NONE;
 }
 
 bool WithinLimits(std::size_t total, std::size_t archive_size, Problems& problems) {
@@ -102,42 +73,67 @@ bool WithinLimits(std::size_t total, std::size_t archive_size, Problems& problem
     return true;
 }
 
-}  // namespace
-
-std::optional<std::string> InflateDocument(std::string_view archive, Problems& problems) {
-    const ZipHandle zip = OpenArchive(archive, problems);
-    if (!zip) return std::nullopt;
-    const std::string name = FindDocument(zip.get(), problems);
-    if (name.empty()) return std::nullopt;
-    problems.EnterDocument(name);
-    if (IsEncrypted(zip.get())) {
+std::optional<std::string_view> PackedDocument(const ZipArchive& zip, const ZipEntry& entry,
+                                               Problems& problems) {
+    if (entry.is_encrypted) {
         problems.Error("the entry is encrypted; expected an archive without a password");
         return std::nullopt;
     }
-    const ZipFileHandle file(zip_fopen_index(zip.get(), 0, 0));
-    if (!file) {
-        problems.Error(std::string("the entry can't be opened (") + zip_strerror(zip.get()) +
-                       "); expected a stored or deflated entry");
-        return std::nullopt;
-    }
-    // Before anything is inflated; a directory may lie, so what is inflated is counted as well.
-    const std::size_t told = ToldSize(zip.get());
-    if (!WithinLimits(told, archive.size(), problems)) return std::nullopt;
-    std::array<char, 65536> piece;
+    const bool is_known = entry.is_deflated || entry.is_stored;
+    const auto packed = is_known ? zip.Packed(entry) : std::nullopt;
+    if (packed) return packed;
+    problems.Error(std::string("the entry can't be opened (") +
+                   (is_known ? zip_fault::kInconsistent : zip_fault::kUnknownMethod) +
+                   "); expected a stored or deflated entry");
+    return std::nullopt;
+}
+
+// What was stored is there as a whole, and as large as the directory tells.
+std::optional<std::string> Copied(std::string_view stored, const ZipEntry& entry,
+                                  Problems& problems) {
+    if (stored.size() < entry.packed_size) return TellDamagedEntry(zip_fault::kCut, problems);
+    if (stored.size() != entry.size) return TellDamagedEntry(zip_fault::kInconsistent, problems);
+    return std::string(stored);
+}
+
+std::optional<std::string> Inflated(std::string_view packed, std::size_t told,
+                                    std::size_t archive_size, Problems& problems) {
     std::string document;
     document.reserve(told);
+    Inflater inflater(packed);
     while (true) {
-        const zip_int64_t count = zip_fread(file.get(), piece.data(), piece.size());
-        if (count < 0) {
-            problems.Error(std::string("the entry is damaged (") + zip_file_strerror(file.get()) +
-                           "); expected the bytes that were packed");
+        const auto next = inflater.Next();
+        if (const auto* fault = std::get_if<std::string>(&next)) {
+            return TellDamagedEntry(*fault, problems);
+        }
+        const auto piece = std::get<std::string_view>(next);
+        if (piece.empty()) return document;
+        if (!WithinLimits(document.size() + piece.size(), archive_size, problems)) {
             return std::nullopt;
         }
-        if (count == 0) return document;
-        const auto added = static_cast<std::size_t>(count);
-        if (!WithinLimits(document.size() + added, archive.size(), problems)) return std::nullopt;
-        document.append(piece.data(), added);
+        document.append(piece);
     }
+}
+
+}  // namespace
+
+std::optional<std::string> InflateDocument(std::string_view archive, Problems& problems) {
+    if (!IsArchive(archive, problems)) return std::nullopt;
+    const ZipArchive zip(archive);
+    if (!zip.IsOpen()) return TellDamaged(zip_fault::kNoArchive, problems);
+    const std::optional<ZipEntry> entry = FindDocument(zip, problems);
+    if (!entry) return std::nullopt;
+    problems.EnterDocument(entry->name);
+    const std::optional<std::string_view> packed = PackedDocument(zip, *entry, problems);
+    // Before anything is inflated; a directory may lie, so what is inflated is counted as well.
+    if (!packed || !WithinLimits(entry->size, archive.size(), problems)) return std::nullopt;
+    std::optional<std::string> document =
+        entry->is_stored ? Copied(*packed, *entry, problems)
+                         : Inflated(*packed, entry->size, archive.size(), problems);
+    if (document && SumOf(*document) != entry->sum) {
+        return TellDamagedEntry(zip_fault::kOtherSum, problems);
+    }
+    return document;
 }
 
 }  // namespace fixtop::casehost::importer

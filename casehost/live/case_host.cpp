@@ -84,6 +84,10 @@ OpenResult CaseHost::Open(const std::string& path) {
     const auto reader = Known<CaseReader>().find(LowerExtension(path));
     if (reader == Known<CaseReader>().end()) {
         const std::string expected = Extensions<CaseReader>();
+        std::error_code ignored;
+        if (!std::filesystem::exists(FilePath(path), ignored)) {
+            return {nullptr, {{path, "there is no such file; expected " + expected}}};
+        }
         return {nullptr, {{path, "no reader for this kind of file; expected " + expected}}};
     }
     ReadResult read = reader->second(path);

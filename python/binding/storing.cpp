@@ -2,6 +2,7 @@
 #include "storing.h"
 
 #include <stdexcept>
+#include <string_view>
 
 #include "node.h"
 #include "text.h"
@@ -21,9 +22,21 @@ py::object& AfterStore() {
     return *call;
 }
 
+// Of Python and of numpy: it would be stored as 1 or 0.
+bool IsBool(const py::handle& value) {
+    const std::string_view type = Py_TYPE(value.ptr())->tp_name;
+    return PyBool_Check(value.ptr()) || type == "numpy.bool_" || type == "numpy.bool";
+}
+
+void RefuseBool(const py::handle& value) {
+    if (IsBool(value))
+        throw py::type_error("a bool is no value of a node; give a number or a text");
+}
+
 void StoreNow(const client::Node& node, const py::handle& value, const std::string& unit) {
     if (client::Hold* hold = HeldStores::Open()) return hold->Store(node, TypedOf(value), unit);
     if (PyUnicode_Check(value.ptr())) return client::Node(node).Store(TextFrom(value), unit);
+    RefuseBool(value);
     ShownIn(node, unit).Store(ValueOf(value));
 }
 
@@ -43,6 +56,7 @@ void WarnIfUnsolved(const client::Node& node) {
 std::string TypedOf(const py::handle& value) {
     if (value.is_none()) return "";
     if (PyUnicode_Check(value.ptr())) return TextFrom(value);
+    RefuseBool(value);
     if (!PySequence_Check(value.ptr())) {
         return TextFrom(py::repr(py::float_(ValueOf(value).AsDouble())));
     }

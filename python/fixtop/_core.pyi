@@ -113,8 +113,8 @@ class Node:
         that is shown. Within `Case.hold` a composition takes a list, in which
         None leaves an element as it is.
 
-        Raises StoreRefused and UnitError, and ValueError for NaN and the infinities; warns with
-        NotSolved when the solve that it starts is not complete."""
+        Raises StoreRefused and UnitError, ValueError for NaN and the infinities, and TypeError for a
+        bool; warns with NotSolved when the solve that it starts is not complete."""
     def show_in(self, unit: str) -> str:
         """Has values told in a unit from now on; answers what the node calls it. Raises UnitError."""
     @property

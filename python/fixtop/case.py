@@ -132,7 +132,33 @@ class Case(_core.Case):
         if "Flowsheet" in self.neutral:
             yield from below(self.neutral["Flowsheet"], "")
 
+    def _named(self, name: str, *kinds: str) -> Optional[_core.Node]:
+        """The object that `objects` has under this name, sought by its key."""
+
+        def keyed(flowsheet: _core.Node, kind: str, key: str) -> Optional[_core.Node]:
+            written = key.replace('"', '""')
+            node = flowsheet.first(_core.Pattern(f'{kind}("{written}")'))
+            return node if node is not None and node.key == key else None
+
+        def below(flowsheet: _core.Node, kind: str, rest: str) -> Optional[_core.Node]:
+            found = keyed(flowsheet, kind, rest)
+            slash = rest.find("/")
+            while found is None and slash >= 0:
+                sub = keyed(flowsheet, "SubFlowsheet", rest[:slash])
+                if sub is not None:
+                    found = below(sub, kind, rest[slash + 1 :])
+                slash = rest.find("/", slash + 1)
+            return found
+
+        if "Flowsheet" not in self.neutral:
+            return None
+        found = (below(self.neutral["Flowsheet"], kind, name) for kind in kinds)
+        return next((each for each in found if each is not None), None)
+
     def _object(self, name: str, *kinds: str) -> _core.Node:
+        named = self._named(name, *kinds)
+        if named is not None:
+            return named
         names = []
         for kind in kinds:
             for each, node in self.objects(kind):
@@ -154,8 +180,9 @@ class Case(_core.Case):
         return tables.Column(self, name, self.unit_operation(name))
 
     def __getitem__(self, name: str) -> _core.Node:
-        with contextlib.suppress(NoSuchNode):
-            return self._object(name, _STREAMS, _UNITS, "HeatStream")
+        named = self._named(name, _STREAMS, _UNITS, "HeatStream")
+        if named is not None:
+            return named
         for top in (self.raw, self.neutral):
             if name in top:
                 return top.at(name)

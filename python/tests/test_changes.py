@@ -38,6 +38,21 @@ def test_what_is_no_value_is_refused(feed, value):
     assert feed.temperature.value == 30
 
 
+@pytest.mark.parametrize("value", [True, False, numpy.True_, [True, 1]])
+def test_a_bool_is_no_number(case, feed, value):
+    with pytest.raises(TypeError, match="give a number" if not isinstance(value, list) else None):
+        feed.temperature.store(value)
+    with pytest.raises(TypeError), case.hold():
+        feed.temperature.store(value)
+    assert feed.temperature.value == 30
+
+
+def test_a_long_text_is_not_repeated(feed):
+    with pytest.raises(fixtop.StoreRefused) as refused:
+        feed.temperature.store("\u00e4" * 5_000_000)
+    assert refused.value.text == "not a number: " + "\u00e4" * 30 + "... (10000000 bytes)"
+
+
 def test_refused_stores_name_node_and_reason(case, feed):
     for node, value in ((case["Mixed Gas"].temperature, 300), (feed.temperature, "warm")):
         with pytest.raises(fixtop.StoreRefused) as refused:

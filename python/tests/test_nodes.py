@@ -22,6 +22,25 @@ def test_a_stream_is_found_by_name_and_by_path(case):
     assert by_name.is_a("QSIMaterialStream") and not by_name.is_a("QSIColumn")
 
 
+def test_names_are_looked_up_without_a_walk(write, monkeypatch):
+    def walk(self, kind="Stream"):
+        raise AssertionError("all objects are walked")
+
+    content = small_case()
+    names = ('q"q', "a/b", "a.b", "(x)", "*", "Feed 1")
+    content["flowsheet"]["objects"] = [stream(name, 1) for name in names]
+    for file in ("demo", write(content)):
+        with fixtop.open(file) as opened:
+            walked = {}
+            for kind in ("Stream", "UnitOperation"):
+                for name, node in opened.objects(kind):
+                    walked.setdefault(name, node.path)
+            with monkeypatch.context() as patch:
+                patch.setattr(fixtop.Case, "objects", walk)
+                assert {name: opened[name].path for name in walked} == walked
+                assert opened["appModel"].path == "appModel"
+
+
 def test_objects_of_inner_flowsheets_stand_behind_their_name(case):
     assert case["Stabiliser/Inlet"].key == "Inlet"
     assert case.unit_operation("Stabiliser/V-201").class_name == "QSISeparator"

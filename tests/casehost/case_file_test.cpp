@@ -270,6 +270,9 @@ TEST_F(CaseFileOnDisk, BasisOfTheFormatPageIsRead) {
 TEST_F(CaseFileOnDisk, UnknownKindsOfFileAreTold) {
     CaseHost host;
     EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message,
+              "there is no such file; expected .json");
+    std::ofstream(Path("plant.xyz")) << "plant";
+    EXPECT_EQ(host.Open(Path("plant.xyz")).problems.at(0).message,
               "no reader for this kind of file; expected .json");
     EXPECT_NE(host.Open(Path("missing.json")).problems.at(0).message.find("can't be read"),
               std::string::npos);

@@ -2,37 +2,17 @@
 #include "case_reading.h"
 
 #include <gtest/gtest.h>
-#include <zip.h>
+
+#include "support/zip_writer.h"
 
 namespace fixtop::casehost::test {
 
 std::string ZipOf(const std::vector<Entry>& entries) {
-    zip_error_t error;
-    zip_error_init(&error);
-    zip_source_t* target = zip_source_buffer_create(nullptr, 0, 0, &error);
-    zip_source_keep(target);
-    zip_t* zip = zip_open_from_source(target, ZIP_TRUNCATE, &error);
+    ZipWriter zip;
     for (const Entry& entry : entries) {
-        zip_source_t* text = zip_source_buffer(zip, entry.text.data(), entry.text.size(), 0);
-        const zip_int64_t index = zip_file_add(zip, entry.name.c_str(), text, ZIP_FL_ENC_UTF_8);
-        zip_set_file_compression(zip, index, entry.deflated ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0);
-        if (!entry.password.empty()) {
-            // The one cipher that every build of the library has.
-            EXPECT_EQ(
-                zip_file_set_encryption(zip, index, ZIP_EM_TRAD_PKWARE, entry.password.c_str()), 0);
-        }
+        EXPECT_TRUE(zip.Add(entry.name, entry.text, entry.deflated, entry.password)) << entry.name;
     }
-    EXPECT_EQ(zip_close(zip), 0);
-    EXPECT_EQ(zip_source_open(target), 0);
-    zip_source_seek(target, 0, SEEK_END);
-    std::string bytes(static_cast<std::size_t>(zip_source_tell(target)), '\0');
-    zip_source_seek(target, 0, SEEK_SET);
-    EXPECT_EQ(zip_source_read(target, bytes.data(), bytes.size()),
-              static_cast<zip_int64_t>(bytes.size()));
-    zip_source_close(target);
-    zip_source_free(target);
-    zip_error_fini(&error);
-    return bytes;
+    return zip.Close();
 }
 
 std::string ZipOf(const std::string& xml) {

@@ -27,26 +27,53 @@ void PrintTo(const Fault& fault, std::ostream* out) {
     *out << fault.name;
 }
 
+std::string Stored() {
+    return ZipOf({{"case.xml", SmallFlowsheet(), false}});
+}
+
 std::string Damaged() {
-    std::string bytes = ZipOf({{"case.xml", SmallFlowsheet(), false}});
+    std::string bytes = Stored();
     bytes[200] ^= 1;  // inside the stored text
     return bytes;
 }
 
-// An archive whose headers tell another size of the document.
-std::string TellingSize(std::string bytes, std::uint32_t size) {
-    const struct {
-        const char* header;
-        std::size_t offset;  // of the size
-    } places[] = {{"PK\x03\x04", 22}, {"PK\x01\x02", 24}};
-    for (const auto& place : places) {
-        const std::size_t at = bytes.find(place.header) + place.offset;
-        for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(size >> (8 * i));
+// An archive of one entry with other bytes in both of its headers.
+std::string WithHeaders(std::string bytes, std::size_t local_offset, std::size_t directory_offset,
+                        std::string_view written) {
+    const std::pair<const char*, std::size_t> places[] = {{"PK\x03\x04", local_offset},
+                                                          {"PK\x01\x02", directory_offset}};
+    for (const auto& [header, offset] : places) {
+        bytes.replace(bytes.find(header) + offset, written.size(), written);
     }
     return bytes;
 }
 
-// Made by libzip: "<a/>" stored as case.xml under AES-256. The bytes are given, since a library
+std::string LittleEndian(std::uint32_t number, int count) {
+    std::string bytes;
+    for (int i = 0; i < count; ++i) bytes += static_cast<char>(number >> (8 * i));
+    return bytes;
+}
+
+// Whose headers tell another size of the document.
+std::string TellingSize(std::string bytes, std::uint32_t size) {
+    return WithHeaders(std::move(bytes), 22, 24, LittleEndian(size, 4));
+}
+
+std::string TellingPackedSize(std::string bytes, std::uint32_t size) {
+    return WithHeaders(std::move(bytes), 18, 20, LittleEndian(size, 4));
+}
+
+std::string TellingMethod(std::string bytes, std::uint32_t method) {
+    return WithHeaders(std::move(bytes), 8, 10, LittleEndian(method, 2));
+}
+
+// Named so by a program that does not know UTF-8.
+std::string Named(std::string_view name) {
+    std::string bytes = ZipOf({{std::string(name.size(), 'x'), SmallFlowsheet()}});
+    return WithHeaders(WithHeaders(std::move(bytes), 6, 8, LittleEndian(0, 2)), 30, 46, name);
+}
+
+// "<a/>" stored as case.xml under AES-256. The bytes are given, since a library
 // that is built without ciphers still has to recognize such an archive.
 std::string EncryptedByAes() {
     constexpr char kBytes[] =
@@ -98,7 +125,49 @@ std::vector<Fault> Faults() {
         {"not a zip", "<DWSIM_Simulation_Data/>", {"bad.dwxmz: not a zip archive", "expected"}},
         {"truncated zip",
          good.substr(0, good.size() / 2),
-         {"bad.dwxmz: the zip archive is truncated or damaged", "expected a complete archive"}},
+         {"bad.dwxmz: the zip archive is truncated or damaged (Not a zip archive); expected a "
+          "complete "
+          "archive with its directory at the end"}},
+        {"zip without its last byte",
+         good.substr(0, good.size() - 1),
+         {"bad.dwxmz: the zip archive is truncated or damaged (Not a zip archive)"}},
+        {"nothing but the beginning of a zip",
+         good.substr(0, 4),
+         {"bad.dwxmz: the zip archive is truncated or damaged (Not a zip archive)"}},
+        {"another header than in the directory",
+         std::string(good).replace(14, 4, "crc?"),
+         {"bad.dwxmz (case.xml): the entry can't be opened (Zip archive inconsistent); expected a "
+          "stored or deflated entry"}},
+        {"unknown compression",
+         TellingMethod(good, 14),
+         {"bad.dwxmz (case.xml): the entry can't be opened (Compression method not supported); "
+          "expected a stored or deflated entry"}},
+        {"deflated entry that is no such thing",
+         TellingMethod(Stored(), 8),
+         {"bad.dwxmz (case.xml): the entry is damaged (Zlib error: data error); expected the bytes "
+          "that were packed"}},
+        {"deflated entry that ends too soon",
+         TellingPackedSize(good, 50),
+         {"bad.dwxmz (case.xml): the entry is damaged (Premature end of file)"}},
+        {"stored entry that ends too soon",
+         TellingPackedSize(TellingSize(Stored(), 100'000), 100'000),
+         {"bad.dwxmz (case.xml): the entry is damaged (Premature end of file)"}},
+        {"stored entry of another size",
+         TellingSize(Stored(), 100),
+         {"bad.dwxmz (case.xml): the entry is damaged (Zip archive inconsistent)"}},
+        {"name of an old program",
+         Named("\x81"
+               "bung.txt"),
+         {"the archive holds no .xml entry, only '\xc3\xbc"
+          "bung.txt'"}},
+        {"name that does not say that it is Unicode",
+         Named("\xc3\xbc"
+               "bung.txt"),
+         {"the archive holds no .xml entry, only '\xc3\xbc"
+          "bung.txt'"}},
+        {"name that breaks off within a character",
+         Named("txt\xe2\x82"),
+         {"the archive holds no .xml entry, only 'txt\xce\x93\xc3\xa9'"}},
         {"no entry",
          "PK\x05\x06" + std::string(18, '\0'),
          {"bad.dwxmz: the archive holds no .xml entry; expected one"}},
@@ -114,7 +183,10 @@ std::vector<Fault> Faults() {
         {"encrypted by AES",
          EncryptedByAes(),
          {"bad.dwxmz (case.xml): the entry is encrypted", "without a password"}},
-        {"damaged entry", Damaged(), {"bad.dwxmz (case.xml)"}},
+        {"damaged entry",
+         Damaged(),
+         {"bad.dwxmz (case.xml): the entry is damaged (CRC error); expected the bytes that were "
+          "packed"}},
         {"empty document", ZipOf(""), {"bad.dwxmz (case.xml) line 1", "malformed XML"}},
         {"malformed XML",
          ZipOf("<DWSIM_Simulation_Data>\n<a>\n</b>\n</DWSIM_Simulation_Data>"),

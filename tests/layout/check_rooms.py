@@ -63,7 +63,7 @@ CASEHOST_ROOMS = {
     "importer": ["include", "naming"],
     "standard": ["include", "json", "live", "process", "importer"],
 }
-CASEHOST_LIBRARIES = {"zip.h": "importer", "expat.h": "importer", "pugixml.hpp": "importer",
+CASEHOST_LIBRARIES = {"unzip.h": "importer", "zlib.h": "importer", "expat.h": "importer", "pugixml.hpp": "importer",
                       "nlohmann/*": "json"}
 # What of client/ reads and writes files.
 FILE_SOURCES = ["client/built_in_host.cpp", "client/saved_text.cpp"]

@@ -142,6 +142,24 @@ class Store(ProgramTest):
             result = self.check(run("set", file, STREAMS + ".Feed.Level", "-1", *unit), FAILED, "")
             self.assertTrue(result.err.startswith(f"{STREAMS}.Feed.Level: Value not stored; expected {told}\n"), result)
 
+    def test_nothing_is_solved_when_nothing_was_stored(self):
+        case = small_case()
+        del case["recorded"]
+        case["flowsheet"]["objects"] = [{**stream("Feed", 25), "status": "notSolved"}]
+        file = write_case(self.folder, "unsolved.json", case)
+        path = SMALL_STREAMS + ".Feed.Temperature"
+        refused = f"{path}: not a number: warm\n"
+        self.check(run("set", file, path, "warm"), FAILED, "", refused)
+        self.check(run("set", file, path, "30"), FAILED, "30\n", "the case has no compounds\n")
+        chosen = self.folder / "unsolved.xml"
+        self.check(run("collect", "add", chosen, file, path), DONE)
+        self.check(run("collect", "write", chosen, file, "warm", "--csv"), FAILED, err=refused)
+        self.check(run("collect", "write", chosen, file, "30", "--csv"), FAILED, err="the case has no compounds\n")
+
+    def test_a_long_text_is_not_repeated(self):
+        self.check(run("set", "demo", FEED_FLOW, "many " * 1000), FAILED, "",
+                   f"{FEED_FLOW}: not a number: {'many ' * 12}... (5000 bytes)\n")
+
     def test_missing_node(self):
         self.check(run("set", "demo", STREAMS + ".Raw Gass.Temperature", "1"), FAILED, "",
                    f"no such node: {STREAMS}.Raw Gass.Temperature\n  found: {STREAMS}\n"
@@ -358,10 +376,10 @@ class Solve(ProgramTest):
         self.assertIn("Raw Gas: Under-Specified\n", result.err)
         self.assertTrue(result.err.startswith("stream Raw Gas: flow is not specified\n"), result)
         result = self.check(run("solve", file, "--json"), FAILED)
-        told, error = (json.loads(line) for line in result.lines)
-        self.assertEqual({"error": "stream Raw Gas: flow is not specified", "exit": 1}, error)
-        self.assertEqual((False, "Solve did not complete", "stream Raw Gas: flow is not specified"),
-                         (told["complete"], told["message"], told["problem"]))
+        told = json.loads(result.out)
+        problem = "stream Raw Gas: flow is not specified"
+        self.assertEqual((False, "Solve did not complete", problem, problem, 1),
+                         tuple(told[name] for name in ("complete", "message", "problem", "error", "exit")))
         self.assertIn({"path": STREAMS + ".Raw Gas", "status": "Under-Specified"}, told["failed"])
         self.assertEqual("stream Raw Gas: flow is not specified\n", result.err)
 
@@ -387,6 +405,17 @@ class Solve(ProgramTest):
         result = self.check(run("solve", "demo", "--set", FEED_FLOW, "900", "--set", "nowhere", "1", "--save", file), FAILED)
         self.assertTrue(result.err.endswith(f"{file}: not saved\n"), result)
         self.assertFalse(file.exists())
+
+    def test_json_is_one_record_whatever_fails(self):
+        lines = {("--set", "nowhere", "1"): (True, "no such node: nowhere\n  nothing of it was found"),
+                 ("--set", FEED_FLOW, ""): (False, "stream Raw Gas: flow is not specified"),
+                 ("--set", FEED_FLOW, "", "--set", SALES_FLOW, "1"):
+                     (False, f"{SALES_FLOW}: Value not stored\n"
+                             "stream Raw Gas: flow is not specified")}
+        for line, (complete, error) in lines.items():
+            with self.subTest(line):
+                record = json.loads(self.check(run("solve", "demo", *line, "--json"), FAILED).out)
+                self.assertEqual((complete, error, 1), tuple(record[name] for name in ("complete", "error", "exit")))
 
     def test_what_failed_is_counted(self):
         file = self.folder / "no-temperature.json"
@@ -475,12 +504,19 @@ class Watch(ProgramTest):
     def test_nothing_to_do(self):
         self.check(run("watch", "demo", SALES_FLOW), DONE, "", "Solve is complete\n")
 
-    def test_mistakes_do_not_stop_it(self):
-        result = run("watch", "demo", "zzz", FEED_FLOW, "--set", SALES_FLOW, "1",
+    def test_refused_stores_do_not_stop_it(self):
+        result = run("watch", "demo", FEED_FLOW, "--set", SALES_FLOW, "1",
                      "--set", FEED_FLOW, "1100", "--set", "yyy", "1")
         self.check(result, FAILED, f"{FEED_FLOW}\t1000\t1100\tkgmole/h\n")
-        for text in ("no such node: zzz", f"{SALES_FLOW}: Value not stored", "no such node: yyy"):
+        for text in (f"{SALES_FLOW}: Value not stored", "no such node: yyy", "Solve is complete"):
             self.assertIn(text, result.err)
+
+    def test_without_one_of_its_nodes_nothing_is_stored_or_solved(self):
+        line = ["zzz", FEED_FLOW, "yyy", "--set", FEED_FLOW, "1100"]
+        missing = "".join(f"no such node: {name}\n  nothing of it was found\n" for name in ("zzz", "yyy"))
+        self.check(run("watch", "demo", *line), FAILED, "", missing)
+        told = run("shell", "demo", stdin=f"watch zzz '{FEED_FLOW}' --set '{FEED_FLOW}' 1100\nget '{FEED_FLOW}'\n")
+        self.check(told, DONE, "1000\n", "no such node: zzz\n  nothing of it was found\n")
 
 
 class Recorded(ProgramTest):

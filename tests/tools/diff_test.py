@@ -59,6 +59,14 @@ class Diff(ProgramTest):
         self.assertEqual([TEMPERATURE, ONLY], paths("--tolerance", "C=1.4", "--tolerance", "2"))
         self.check(self.diff("--tolerance", "x"), USAGE, "")
 
+    def test_a_tolerance_in_a_unit_that_nothing_has_is_told(self):
+        note = "--tolerance: no value is compared in bar; units: "
+        told = [line for line in self.diff("--tolerance", "bar=3", "--tolerance", "C=1").err.split("\n")
+                if line.startswith("--tolerance")]
+        self.assertEqual(1, len(told), told)
+        self.assertTrue(told[0].startswith(note), told)
+        self.assertIn("C", told[0][len(note):].split(", "))
+
     def test_units_of_a_set(self):
         first = self.records("--units", "Field")[0]
         # Fahrenheit from Celsius: times 1.8, plus 32.

@@ -4,7 +4,7 @@
 import json
 import unittest
 
-from small_case import STREAMS, UNITS, write_small_case
+from small_case import STREAMS, UNITS, small_case, stream, write_case, write_small_case
 from support import DONE, FAILED, ProgramTest, run
 
 FEED = STREAMS + ".Feed 1"
@@ -15,6 +15,14 @@ class Find(ProgramTest):
     def setUpClass(cls):
         super().setUpClass()
         cls.case = write_small_case(cls.folder)
+
+    def test_a_star_in_a_name_stands_in_quotes(self):
+        case = small_case()
+        case["flowsheet"]["objects"] = [stream(name, 1) for name in ("a*b", "a1b")]
+        file = write_case(self.folder, "star.json", case)
+        two = f"{STREAMS}.a*b\n{STREAMS}.a1b\n"
+        self.check(run("find", file, STREAMS + ".a*b"), DONE, two, "")
+        self.check(run("find", file, STREAMS + '."a*b"'), DONE, two.split("\n", maxsplit=1)[0] + "\n", "")
 
     def test_matches(self):
         two = STREAMS + '."Feed.2"'

@@ -283,6 +283,39 @@ class Explain(ProgramTest):
         self.assertIn("no such node: Flowsheet.Nothing",
                       self.check(run("explain", "demo", "Flowsheet.Nothing"), FAILED, "").err)
 
+    def test_a_node_of_the_other_view(self):
+        path = "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow"
+        told = (f"no such node: {path}\n  nothing of it was found\n  it is a node of the case's own tree; "
+                "expected one of the neutral view, which find --neutral lists\n")
+        self.check(run("explain", "demo", path), FAILED, "", told)
+        self.check(run("explain", "demo", "a[b"), FAILED, "", "Parse error, ] expected in: a[b\n")
+
+    def test_objects_have_no_values(self):
+        told = "calculated\tappModel.FlowSheetObjects.Streams.Raw Gas"
+        lines = self.check(run("explain", "demo", RAW_GAS), DONE, err="").lines
+        self.assertEqual([told, "translators"], lines[2:4])
+        lines = self.check(run("explain", "demo", RAW_GAS + ".Name"), DONE, err="").lines
+        self.assertEqual([told, "  neutral\tRaw Gas", "translators"], lines[2:5])
+
+    def test_what_is_specified_is_the_variable_that_is_calculated(self):
+        count = 0
+        for case in ["demo", *CASES.glob("*.dwxmz")]:
+            members = [path for kind in ("Stream", "HeatStream", "UnitOperation")
+                       for path in run("find", case, "--neutral", f"Flowsheet.{kind}.*").lines]
+            lines = "".join(f"explain '{path}' --json\n" for path in members)
+            for record in map(json.loads, run("shell", case, "--neutral", stdin=lines).lines):
+                if not {"calculated", "specified"} <= set(record):
+                    continue
+                count += 1
+                self.assertEqual(record["calculated"]["path"], record["specified"]["path"], (case, record["path"]))
+        self.assertGreater(count, 20)
+
+    def test_a_value_that_is_missing(self):
+        file = self.folder / "lacking.json"
+        run("set", "demo", "appModel.FlowSheetObjects.Streams.Raw Gas.Molar Flow", "", "--save", file)
+        out = self.check(run("explain", file, RAW_GAS + ".MolarFlow"), DONE).out
+        self.assertIn("  neutral\t(none)\n  raw\t(none)\n", out)
+
 
 class Classes(ProgramTest):
     def test_names(self):

@@ -150,6 +150,22 @@ class Read(ProgramTest):
         self.check(self.get(STREAMS + '.*[Temperature="-40"](id)'), DONE, "Feed.2\n", "")
         self.check(self.get(STREAMS + ".#2(id)"), DONE, "Größe\n", "")
 
+    def test_another_node_that_passes_a_filter_is_not_meant(self):
+        # The pressure is calculated; what is specified beside it is of other names.
+        path = FEED + ".Pressure[(status)=Specified]"
+        for several in ([], ["--first"], ["--all"]):
+            self.check(self.get(path, *several), FAILED, "", f"nothing matches: {path}\n")
+        self.check(run("set", self.case, path, "7"), FAILED, "", f"nothing matches: {path}\n")
+        self.check(self.get(FEED + ".Temperature[(status)=Specified]"), DONE, "25\n", "")
+        self.check(self.get(FEED + ".*[(status)=Calculated]"), DONE, "100\n", "")
+
+    def test_a_file_that_is_not_there(self):
+        self.check(run("get", "nofile", "appModel"), UNREADABLE, "",
+                   "nofile: there is no such file; expected .dwxmz or .json\n")
+        text = self.file("notes.txt", "notes")
+        self.check(run("get", text, "appModel"), UNREADABLE, "",
+                   f"{text}: no reader for this kind of file; expected .dwxmz or .json\n")
+
     def test_missing_nodes(self):
         self.check(self.get(f"{STREAMS}.Fed 1.Temperature"), FAILED, "",
                    f"no such node: {STREAMS}.Fed 1.Temperature\n  found: {STREAMS}\n"

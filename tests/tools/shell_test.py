@@ -203,6 +203,18 @@ class Completion(ProgramTest):
         self.check(self.complete("get appModel(ty"), DONE, "appModel(type)\n", "")
         self.check(self.complete("get appModel --attr ty"), DONE, "type\n", "")
 
+    def test_what_is_no_path(self):
+        self.check(self.complete("help wa"), DONE, "watch\n", "")
+        self.check(self.complete("set appModel --set appM"), DONE, "appModel\n", "")
+        self.check(self.complete("collect add chosen.xml appM"), DONE, "appModel\n", "")
+        for line in ("undo ", "hold ", "nonsense app", "collect add ", "collect read chosen.xml ", "publish ",
+                     "set appModel app", "ls appModel app"):
+            self.check(self.complete(line), FAILED, "", "")
+
+    def test_explain_is_of_the_neutral_view(self):
+        self.check(self.complete("explain Flowsheet.Stream(Raw"), DONE, 'Flowsheet.Stream("Raw Gas")\n', "")
+        self.check(self.complete("explain app"), FAILED, "", "")
+
     def test_nothing_fits(self):
         self.check(self.complete("ls nonsense.x"), FAILED, "", "")
 
@@ -363,6 +375,13 @@ class Leaving(OnTerminal):
     def test_nobody_is_asked_without_changes(self):
         self.type(f"get '{FLOW}'\n")
         self.until("\r\n1000\r\n")
+        self.type("quit\n")
+        self.ends()
+        self.assertNotIn(self.QUESTION, self.seen)
+
+    def test_nobody_is_asked_about_what_was_refused(self):
+        self.type(f"set '{FLOW}' many\n")
+        self.until("not a number: many\r\n")
         self.type("quit\n")
         self.ends()
         self.assertNotIn(self.QUESTION, self.seen)

@@ -49,7 +49,7 @@ _fixtop() {
             fi
         elif [[ -z $case && $text == @(demo|*.json|*.dwxmz) ]]; then
             case=$text
-        elif [[ -n $case ]]; then
+        else
             line+=" $(_fixtop_held "$text")"
         fi
     done

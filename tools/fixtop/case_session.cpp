@@ -28,6 +28,10 @@ client::Hold& CaseSession::Hold() {
     return *hold_;
 }
 
+void CaseSession::DropHold() {
+    hold_.reset();
+}
+
 client::Released CaseSession::Release(const client::Solver::Progress& progress) {
     client::Released released = Hold().Release(progress);
     hold_.reset();
@@ -84,22 +88,29 @@ ExitCode SaveTo(CaseSession& session, const std::string& file, Output& out) {
 
 namespace {
 
-// Names the nodes that a path leads to when they are several; empty when there is one.
-std::string TellSeveral(const Node& start, const Node& first, const std::string& path) {
+// The node that is meant by a path whose walk found one. Null when it leads to several of which
+// none is told, which the problem then names, or to none: a walk goes on to the next sibling, of
+// whatever name, when the named one does not pass a filter.
+std::optional<client::Place> Meant(const Node& start, client::Place found, const std::string& path,
+                                   Several several, std::string& problem) {
     constexpr int kNamed = 5;
+    // A path in the host's notation leads to one.
+    if (path.starts_with('/')) return found;
+    const client::Pattern pattern(path);
+    if (!pattern.MayMeanMore(start, found.node)) return found;
     std::string names;
     int count = 0;
-    // A path in the host's notation leads to one.
-    if (path.starts_with('/')) return "";
-    const client::Pattern pattern(path);
-    if (!pattern.MayMeanMore(start, first)) return "";
+    const int most = several == Several::kFirst ? 1 : kNamed + 1;
     pattern.ForEach(start, [&](const client::Place& match) {
+        if (count == 0) found = match;
         if (++count <= kNamed) names += "\n  " + PathOf(match);
-        return count <= kNamed;
+        return count < most;
     });
-    if (count < 2) return "";
-    return "leads to several nodes: " + OneLine(path) + names +
-           (count > kNamed ? "\n  and more" : "");
+    if (count == 1) return found;
+    problem = count == 0 ? "nothing matches: " + OneLine(path)
+                         : "leads to several nodes: " + OneLine(path) + names +
+                               (count > kNamed ? "\n  and more" : "");
+    return std::nullopt;
 }
 
 }  // namespace
@@ -109,9 +120,7 @@ std::optional<client::Place> Locate(CaseSession& session, const std::string& pat
     try {
         for (const Node* start : std::array{&session.Here(), &session.Top()}) {
             auto found = start->Find(path);
-            if (!found) continue;
-            if (several == Several::kRefuse) problem = TellSeveral(*start, found->node, path);
-            return problem.empty() ? std::move(found) : std::nullopt;
+            if (found) return Meant(*start, std::move(*found), path, several, problem);
         }
         problem = MessageOf(client::Pattern(path).WhyMissing(session.Here()));
     } catch (const client::PathError& error) {
@@ -199,7 +208,6 @@ std::string Store(CaseSession& session, const client::Place& place, const std::s
     client::Hold& hold = session.Hold();
     Changes& changes = session.TheChanges();
     changes.Remember(place);
-    changes.SetUnsaved(true);
     try {
         if (is_value) {
             hold.Store(place.node, value, unit);
@@ -211,6 +219,7 @@ std::string Store(CaseSession& session, const client::Place& place, const std::s
         const bool is_bare = is_value && refused.Text() == "Value not stored";
         return OneLine(refused.Text()) + (is_bare ? WhyNotStored(place.node) : "");
     }
+    changes.SetUnsaved(true);
     return "";
 }
 

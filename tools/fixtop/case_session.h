@@ -48,6 +48,8 @@ class CaseSession {
     client::Hold& Hold();
     bool IsHeld() const { return hold_ != nullptr; }
     client::Released Release(const client::Solver::Progress& progress = {});
+    // Ends a hold in which nothing was stored.
+    void DropHold();
 
     Changes& TheChanges() { return changes_; }
 

@@ -2,6 +2,7 @@
 #include "comparison.h"
 
 #include <algorithm>
+#include <set>
 
 #include "word.h"
 
@@ -58,6 +59,16 @@ void TellStale(const std::vector<ComparedItem>& items, std::size_t side, const s
              ": values that are older than a change of the case: " + std::to_string(stale));
 }
 
+std::set<std::string> UnitsOf(const std::vector<ComparedItem>& items) {
+    std::set<std::string> units;
+    for (const ComparedItem& item : items) {
+        for (const auto& side : item.sides) {
+            if (side && !side->unit.empty()) units.insert(side->unit);
+        }
+    }
+    return units;
+}
+
 }  // namespace
 
 void Comparison::Declare(CLI::App& app) {
@@ -82,11 +93,22 @@ bool Comparison::IsSame(const ComparedItem& item) const {
     return a->unit == b->unit && tolerances_.AreSame(a->value, b->value, a->unit);
 }
 
+void Comparison::TellUnused(const std::vector<ComparedItem>& items, Output& out) const {
+    const std::set<std::string> units = UnitsOf(items);
+    std::string names;
+    for (const std::string& unit : units) names += (names.empty() ? "" : ", ") + OneLine(unit);
+    for (const std::string& unit : tolerances_.UnitsBeside(units)) {
+        out.Note("--tolerance: no value is compared in " + OneLine(unit) +
+                 (names.empty() ? "" : "; units: " + names));
+    }
+}
+
 bool Comparison::Write(const std::vector<ComparedItem>& items,
                        const std::array<std::string, 2>& names, Output& out) const {
     for (std::size_t side = 0; side < names.size(); ++side) {
         TellStale(items, side, names[side], out);
     }
+    TellUnused(items, out);
     Table table;
     table.names = "Path";
     table.headings = {names[0], names[1], "Unit", "Difference"};

@@ -33,6 +33,8 @@ class Comparison {
 
  private:
     void TakeTolerances(const std::vector<std::string>& texts);
+    // Notes the tolerances of units that no value has: they were meant for some.
+    void TellUnused(const std::vector<ComparedItem>& items, Output& out) const;
     bool IsSame(const ComparedItem& item) const;
 
     Tolerances tolerances_;

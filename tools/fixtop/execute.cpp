@@ -93,20 +93,24 @@ class CommandLine {
         return code;
     }
 
-    std::vector<OptionShape> OptionsOf(const std::string& word) {
+    WordShape ShapeOf(const std::string& word) {
         const auto at = RowOf(word);
         if (at == rows_.end() || !(*at)->make) return {};
         const std::size_t blank = word.find(' ');
         CLI::App* sub = app_.get_subcommand(word.substr(0, blank));
         if (blank != std::string::npos) sub = sub->get_subcommand(word.substr(blank + 1));
-        std::vector<OptionShape> shapes;
+        WordShape shape;
         for (const CLI::Option* option : sub->get_options()) {
+            const int most = option->get_expected_max();
+            if (option->get_positional()) {
+                shape.arguments.push_back(option->get_name(true));
+                shape.repeats = most > 1;
+            }
             for (const std::string& name : option->get_lnames()) {
-                const bool is_flag = option->get_expected_max() == 0;
-                shapes.push_back({"--" + name, is_flag ? 0 : option->get_type_size_max()});
+                shape.options.push_back({"--" + name, most == 0 ? 0 : option->get_type_size_max()});
             }
         }
-        return shapes;
+        return shape;
     }
 
  private:
@@ -284,8 +288,8 @@ ExitCode Execute(std::vector<std::string> arguments, Place place, CommandContext
     return ExitCode::kUnreadable;
 }
 
-std::vector<OptionShape> OptionsOf(const std::string& word, Place place) {
-    return CommandLine(place).OptionsOf(word);
+WordShape ShapeOf(const std::string& word, Place place) {
+    return CommandLine(place).ShapeOf(word);
 }
 
 CLI::Option* AddText(CLI::App& app, const char* name, std::string& text, const char* help) {

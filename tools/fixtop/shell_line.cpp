@@ -221,26 +221,55 @@ std::vector<std::string> AttributesOf(CaseSession& session, const std::vector<st
     return AttributeNames(session.Here(), beginning);
 }
 
+// Null for none.
+const WordRow* RowOf(const std::string& word) {
+    const auto row = std::ranges::find(Words(), word, &WordRow::name);
+    return row == Words().end() ? nullptr : &*row;
+}
+
+// What the help calls the argument that comes behind so many others; empty when there is none. The
+// arguments of a word that is not of the shell are not told apart.
+std::string ArgumentAt(const std::string& word, const WordShape& shape, std::size_t place) {
+    const WordRow* row = RowOf(word);
+    if (row && !IsKnown(row->place, Place::kShell)) return "PATH";
+    if (place < shape.arguments.size()) return shape.arguments[place];
+    return shape.repeats ? shape.arguments.back() : "";
+}
+
+// The session in which the paths of a word are looked up when it is not the one at work.
+std::unique_ptr<CaseSession> OtherSession(const CaseSession& session, const std::string& word) try {
+    const WordRow* row = RowOf(word);
+    return row && row->view == View::kNeutral ? session.InNeutralView() : nullptr;
+} catch (const client::CaseError&) {
+    return nullptr;
+}
+
 std::vector<std::string> ArgumentCompletions(CaseSession& session,
                                              const std::vector<ShellWord>& words,
                                              const std::string& typed) {
     std::string word = words[0].text;
-    std::vector<OptionShape> options = OptionsOf(word, Place::kShell);
-    const bool is_group = words.size() > 1 && options.empty();
+    WordShape shape = ShapeOf(word, Place::kShell);
+    const bool is_group = words.size() > 1 && shape.options.empty();
     if (is_group) {
         word += ' ' + words[1].text;
-        options = OptionsOf(word, Place::kShell);
+        shape = ShapeOf(word, Place::kShell);
     }
-    const Arguments before = Sort(words, is_group ? 2 : 1, options);
+    const Arguments before = Sort(words, is_group ? 2 : 1, shape.options);
     if (before.option == "--attr") return AttributesOf(session, before.positionals, typed);
     // Of the other options the one that stores has a path.
     if (!before.option.empty() && (before.option != "--set" || before.value > 0)) return {};
-    if (typed.starts_with('-')) return OptionNames(options, typed);
+    if (typed.starts_with('-')) return OptionNames(shape.options, typed);
+    const std::string argument =
+        before.option.empty() ? ArgumentAt(word, shape, before.positionals.size()) : "PATH";
+    if (argument == "WORD") return WordNames({}, typed);
+    if (argument != "PATH" && argument != "PATTERN" && argument != "EXPR") return {};
+    const auto other = OtherSession(session, word);
+    CaseSession& asked = other ? *other : session;
     const bool is_column = word == "table" && !before.positionals.empty() && before.option.empty();
     return PathCompletions(
         [&](const std::string& path) {
-            return is_column ? FindBelowRow(session, before.positionals.front(), path)
-                             : Find(session, path);
+            return is_column ? FindBelowRow(asked, before.positionals.front(), path)
+                             : Find(asked, path);
         },
         typed);
 }

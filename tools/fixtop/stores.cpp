@@ -29,16 +29,21 @@ bool Stores::Store(CommandContext& around, const Given& given) {
                      [&](const client::Place& place, const std::string& path) {
                          meant.push_back({path, place});
                      });
-    if (!problem.empty()) around.out.Note(problem);
+    if (!problem.empty()) Refuse(problem, around.out);
     bool all_taken = problem.empty();
     for (Stored& each : meant) {
         const std::string refused =
             fixtop::Store(*around.session, each.place, given.value, given.unit);
         all_taken &= refused.empty();
-        if (!refused.empty()) around.out.Note(each.path + ": " + refused);
+        if (!refused.empty()) Refuse(each.path + ": " + refused, around.out);
         if (refused.empty()) taken_.push_back(std::move(each));
     }
     return all_taken;
+}
+
+void Stores::Refuse(std::string text, Output& out) {
+    out.Note(text);
+    refused_.push_back(std::move(text));
 }
 
 std::string ValuesOf(const Node& node, const std::string& attribute,

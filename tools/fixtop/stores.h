@@ -35,12 +35,16 @@ class Stores {
     bool StoreAll(CommandContext& around, const std::vector<Given>& first = {});
     // In the order of the stores, without those that were refused.
     const std::vector<Stored>& Taken() const { return taken_; }
+    // What was noted of the others, a text each.
+    const std::vector<std::string>& Refused() const { return refused_; }
 
  private:
     bool Store(CommandContext& around, const Given& given);
+    void Refuse(std::string text, Output& out);
 
     std::vector<std::pair<std::string, std::string>> options_;
     std::vector<Stored> taken_;
+    std::vector<std::string> refused_;
 };
 
 // The attribute of a node, or of its elements with commas between them, on one line.

@@ -70,8 +70,14 @@ struct OptionShape {
     std::string name;
     int values = 0;
 };
-// None for a group, and for a word that is not known there.
-std::vector<OptionShape> OptionsOf(const std::string& word, Place place);
+// What may stand behind a word.
+struct WordShape {
+    std::vector<OptionShape> options;
+    std::vector<std::string> arguments;  // by position, as the help calls them
+    bool repeats = false;                // the last of them may stand several times
+};
+// Without anything for a group, and for a word that is not known there.
+WordShape ShapeOf(const std::string& word, Place place);
 
 // Options; `name` without dashes is an argument by its position. What is said by a path or a name
 // is read as output writes it on one line, a text as it stands.

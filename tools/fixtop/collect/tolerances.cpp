@@ -25,4 +25,12 @@ bool Tolerances::AreSame(const FIValue& a, const FIValue& b, const std::string& 
     return a.AsDouble() == b.AsDouble() || std::abs(a.AsDouble() - b.AsDouble()) <= tolerance;
 }
 
+std::vector<std::string> Tolerances::UnitsBeside(const std::set<std::string>& units) const {
+    std::vector<std::string> others;
+    for (const auto& [unit, tolerance] : of_unit_) {
+        if (!units.contains(unit)) others.push_back(unit);
+    }
+    return others;
+}
+
 }  // namespace fixtop

@@ -4,6 +4,7 @@
 // How far values may be apart: by the unit in which they are shown, or for all others.
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ class Tolerances {
     std::string Take(const std::string& text);
     // Numbers are near each other, anything else is alike. In this unit; empty without one.
     bool AreSame(const FIValue& a, const FIValue& b, const std::string& unit) const;
+
+    // The units that were told, without those of the list.
+    std::vector<std::string> UnitsBeside(const std::set<std::string>& units) const;
 
  private:
     std::map<std::string, double> of_unit_;

@@ -34,8 +34,14 @@ class CollectWrite final : public SelectionWord {
         }
         CaseSession& session = *around.session;
         const bool stays_held = session.IsHeld();
-        bool is_done = Store(selection, session, around.out);
-        if (!stays_held && session.IsHeld()) is_done &= Solve(session, around.out);
+        const Stored stored = Store(selection, session, around.out);
+        bool is_done = stored.all;
+        const bool is_solved = !stays_held && stored.any;
+        if (is_solved) {
+            is_done &= Solve(session, around.out);
+        } else if (!stays_held) {
+            session.DropHold();
+        }
         // Under another name the case has another list of what it publishes.
         const SelectedItems items(selection);
         // Saved before anything is written: whoever reads may have gone away.
@@ -43,7 +49,7 @@ class CollectWrite final : public SelectionWord {
         const ExitCode missing = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
         if (session.TheChanges().AreUnsaved()) TellUnsaved(session, saved_, around.out);
-        if (!stays_held) TellWhyIncomplete(session, around.out);
+        if (is_solved) TellWhyIncomplete(session, around.out);
         if (code == ExitCode::kOk && !is_done) code = ExitCode::kFailed;
         return code == ExitCode::kOk ? missing : code;
     }
@@ -61,21 +67,25 @@ class CollectWrite final : public SelectionWord {
         values_ = std::move(values);
         return true;
     }
+    struct Stored {
+        bool all = true;
+        bool any = false;
+    };
     // As set stores: in the hold of the session, to be taken back by undo.
-    bool Store(const client::Selection& selection, CaseSession& session, Output& out) const {
+    Stored Store(const client::Selection& selection, CaseSession& session, Output& out) const {
         const std::vector<client::ItemState> states = selection.States();
         const std::vector<std::string> units = selection.Units();
-        bool all_stored = true;
+        Stored stored;
         std::size_t item = 0;
         selection.ForEachNode([&](const std::string& path, const std::optional<Node>& node) {
             const std::size_t at = item++;
             if (values_[at].empty()) return;
             const std::string refused = StoreTo(node, states[at], units[at], values_[at], session);
-            if (refused.empty()) return;
-            out.Note(OneLine(path) + ": " + refused);
-            all_stored = false;
+            stored.any |= refused.empty();
+            stored.all &= refused.empty();
+            if (!refused.empty()) out.Note(OneLine(path) + ": " + refused);
         });
-        return all_stored;
+        return stored;
     }
     // Answers the reason of a refusal.
     std::string StoreTo(const std::optional<Node>& node, const client::ItemState& state,

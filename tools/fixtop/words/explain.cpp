@@ -28,6 +28,14 @@ class Explain final : public NodeWord {
     std::unique_ptr<CaseSession> Other(const CaseSession& session) override {
         return session.InNeutralView();
     }
+    // The path may be one of the case's own tree, as most other words write them.
+    std::string Beside(const CaseSession& session) const override try {
+        if (!session.OpenCase().Top().Find(Path())) return "";
+        return "\n  it is a node of the case's own tree; expected one of the neutral view, which "
+               "find --neutral lists";
+    } catch (const client::PathError&) {
+        return "";
+    }
     void Show(const Node& node, Output& out) override {
         if (AsJson()) return out.Line(ToLine(Record(node)));
         Tell(node, out);
@@ -36,7 +44,8 @@ class Explain final : public NodeWord {
     static std::string Quantity(const Node& node, const char* value, const char* uom) {
         const std::string unit = TextOf(node, uom);
         const std::string text = TextOf(node, value);
-        return unit.empty() || text.empty() ? text : text + ' ' + unit;
+        if (text.empty()) return "(none)";
+        return unit.empty() ? text : text + ' ' + unit;
     }
 
     static void Tell(const Node& node, Output& out) {
@@ -48,8 +57,10 @@ class Explain final : public NodeWord {
             if (!raw) continue;
             bound = true;
             out.Line(std::string(side.words) + "\t" + ShownPath(*raw));
-            out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
-            out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
+            if (node.IsVariable()) {
+                out.Line("  neutral\t" + Quantity(node, side.value, side.uom));
+            }
+            if (raw->IsVariable()) out.Line("  raw\t" + Quantity(*raw, "value", "uom"));
         }
         if (!bound) out.Line("calculated\t(nothing in the case)");
         out.Line("translators");

@@ -17,7 +17,7 @@ class NodeWord : public Word {
             CaseSession& session = other ? *other : *around.session;
             const auto found = Locate(session, path_, problem);
             if (!found) {
-                around.out.Note(problem);
+                around.out.Note(problem + Beside(session));
                 return ExitCode::kFailed;
             }
             Show(Shown(session, found->node), around.out);
@@ -37,10 +37,13 @@ class NodeWord : public Word {
         return AddName(app, "PATH", path_, help);
     }
     bool AsJson() const { return json_; }
+    const std::string& Path() const { return path_; }
 
  private:
     // The session in which the path is looked up; null for the one at work.
     virtual std::unique_ptr<CaseSession> Other(const CaseSession&) { return nullptr; }
+    // What is told behind the reason why nothing was found.
+    virtual std::string Beside(const CaseSession&) const { return ""; }
     // Which node is shown for the one that was found.
     virtual Node Shown(CaseSession&, const Node& found) { return found; }
     virtual void Show(const Node& node, Output& out) = 0;

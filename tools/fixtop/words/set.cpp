@@ -27,7 +27,10 @@ class Set final : public Word {
         const bool stays_held = around.session->IsHeld();
         bool all_taken = stores_.StoreAll(around, {first_});
         if (stays_held) return End(around, all_taken, nullptr);
-        if (!around.session->IsHeld()) return ExitCode::kFailed;
+        if (stores_.Taken().empty()) {
+            around.session->DropHold();
+            return ExitCode::kFailed;
+        }
         const client::Released released = SolveWithProgress(*around.session);
         all_taken &= TellReleased(released, around.out);
         return End(around, all_taken, &released.solve);

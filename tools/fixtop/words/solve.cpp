@@ -79,19 +79,23 @@ class Solve final : public Word {
     }
 
     ExitCode Run(CommandContext& around) override {
-        bool all_taken = stores_.StoreAll(around);
-        const client::SolveResult end = SolveHeld(around, all_taken);
+        stores_.StoreAll(around);
+        std::vector<std::string> refused = stores_.Refused();
+        const client::SolveResult end = SolveHeld(around, refused);
+        const bool all_taken = refused.empty();
         // Saved before anything is written: whoever reads may have gone away.
         const ExitCode saved = Save(all_taken, around);
         const bool is_whole = end.complete || terminal::IsInterrupted();
         const Culprits culprits = is_whole ? Culprits() : CulpritsOf(*around.session);
-        Report(end, culprits, around.out);
+        Report(end, culprits, refused, around.out);
         if (!end.complete) TellWhyIncomplete(*around.session, around.out);
         if (!json_) Name(culprits, around.out);
         if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (saved != ExitCode::kOk) return saved;
         return end.complete && all_taken ? ExitCode::kOk : ExitCode::kFailed;
     }
+
+    bool TellsFailures() const override { return json_; }
 
  private:
     // A case that lacks a store is another one than was meant.
@@ -101,12 +105,15 @@ class Solve final : public Word {
         return ExitCode::kOk;
     }
     // A solve ends a hold.
-    static client::SolveResult SolveHeld(CommandContext& around, bool& all_taken) {
+    static client::SolveResult SolveHeld(CommandContext& around,
+                                         std::vector<std::string>& refused) {
         const client::Released released = SolveWithProgress(*around.session);
-        all_taken &= TellReleased(released, around.out);
+        TellReleased(released, around.out);
+        refused.insert(refused.end(), released.refused.begin(), released.refused.end());
         return released.solve;
     }
-    void Report(const client::SolveResult& end, const Culprits& culprits, Output& out) const {
+    void Report(const client::SolveResult& end, const Culprits& culprits,
+                const std::vector<std::string>& refused, Output& out) const {
         if (!json_) return out.Line(OneLineMessage(end.message));
         Json record;
         record["complete"] = end.complete;
@@ -119,7 +126,18 @@ class Solve final : public Word {
             failed["status"] = each.status;
             record["failed"].push_back(std::move(failed));
         }
+        if (!end.complete || !refused.empty()) AddError(end, refused, record);
         out.Line(ToLine(record));
+    }
+    // As the record of a failure that no other one tells.
+    static void AddError(const client::SolveResult& end, const std::vector<std::string>& refused,
+                         Json& record) {
+        std::string error;
+        for (const std::string& each : refused) error += each + '\n';
+        if (!end.complete) error += end.problem.empty() ? end.message : end.problem;
+        if (error.ends_with('\n')) error.pop_back();
+        record["error"] = error;
+        record["exit"] = static_cast<int>(ExitCode::kFailed);
     }
     // What waits for another object says nothing of the cause, and one mistake makes many wait.
     void Name(const Culprits& culprits, Output& out) const {

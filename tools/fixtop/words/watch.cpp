@@ -15,12 +15,11 @@ class Watch final : public Word {
     }
 
     ExitCode Run(CommandContext& around) override {
-        const bool all_found = Open(around);
-        const ExitCode code = solve_.Run(around);
-        return all_found ? code : ExitCode::kFailed;
+        return Open(around) ? solve_.Run(around) : ExitCode::kFailed;
     }
 
  private:
+    // Nothing is solved, or stored, unless all are there: what is not watched would be missed.
     bool Open(CommandContext& around) {
         bool all_found = true;
         for (const std::string& path : paths_) {

@@ -37,7 +37,9 @@ constexpr WordRow kWords[] = {
      "  appModel.FlowSheetObjects.Streams.*[(type)=MaterialStreamObject].Temperature\n"
      "Beside the language of paths * stands for any text within a name, and ** for any levels:\n"
      "  'appModel.**.*Temp*'\n"
-     "What it writes can be given to get. Exit status 1 when nothing matches.",
+     "What it writes can be given to get. A name that has a * stands in quotes to be no pattern:\n"
+     "  'appModel.FlowSheetObjects.Streams.\"a*b\"'\n"
+     "Exit status 1 when nothing matches.",
      View::kEither, Place::kBoth, MakeFind},
     {"table", "Show values of many nodes as a table",
      "A row for each node that PATTERN matches, a column for each PATH from there:\n"
@@ -63,7 +65,8 @@ constexpr WordRow kWords[] = {
     {"solve", "Solve the case",
      "Says whether the solve is complete; exit status 1 when it is not, and then the objects that\n"
      "stand against it are named on standard error. The values given with --set are stored first;\n"
-     "when one is refused nothing is saved, and the exit status is 1.",
+     "when one is refused nothing is saved, and the exit status is 1. With --json an object:\n"
+     "complete, message; when it fails also problem, failed, error and exit.",
      View::kRaw, Place::kBoth, MakeSolve},
     {"hold", "Keep the solver and the normalising of fractions back until release", "", View::kRaw,
      Place::kShell, MakeHold},
@@ -71,7 +74,8 @@ constexpr WordRow kWords[] = {
      Place::kShell, MakeSolve},
     {"watch", "Solve the case and write how values change",
      "A line each change: path, old value, new value, unit, with tabs between them. The values\n"
-     "given with --set are stored first. Ends with the solve.",
+     "given with --set are stored first. Ends with the solve. When one of the paths leads nowhere\n"
+     "nothing is stored or solved.",
      View::kEither, Place::kBoth, MakeWatch},
     {"collect", "Choose nodes, keep them in a file, and read or store all of them at once",
      "FILE keeps the chosen nodes, in their order, each with the unit in which it is shown. It "
@@ -114,9 +118,9 @@ constexpr WordRow kWords[] = {
      View::kNone, Place::kProgram, MakeCollectDiff},
     {"publish", "List the nodes of a selection in its case as published variables",
      "Writes the selection beside the case, as its name with .atpub, and then the name of that\n"
-     "file. The case shows its nodes below \"QSI Published Variables\" from then on. Exit status "
-     "3\n"
-     "when it can't be written, or the case does not have all nodes. With --json an object: file.",
+     "file. From then on the case shows its nodes below \"QSI Published Variables\", beside\n"
+     "appModel. Exit status 3 when it can't be written, or the case does not have all nodes. With\n"
+     "--json an object: file.",
      View::kRaw, Place::kBoth, MakePublish},
     {"explain", "Tell where a node of the neutral view comes from",
      "Shows the nodes of the case on which it stands, the values on both sides, and the\n"
