@@ -111,7 +111,8 @@ build() {
     quietly "$name-build" cmake --build "$out/obj/$name" -j 2 --target install
 }
 
-rm -f "$out/stamp"
+# What an earlier set of libraries left would be found in place of these.
+rm -rf "$out/stamp" "$out/include" "$out/lib"
 echo "windows-deps: fetching the sources of expat, minizip and pugixml"
 fetch_sources
 unpack expat
