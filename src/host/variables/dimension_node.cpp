@@ -52,7 +52,7 @@ FIContext* HVarDimsEntry::GetContext() {
         context = new Shielded<HVarDimsContext>(&Array(), context_->Dimension() + 1, address_,
                                                 std::move(self));
     } else if (const host::LinkedList* variables = FollowedVariables()) {
-        context = new Shielded<HVarsContext>(variables, Holder(), std::move(self), this);
+        context = new Shielded<HVarsContext>(variables, Holder(), self, this);
     } else {
         return EmptyContext();
     }

@@ -187,7 +187,7 @@ FIContext* HVarsEntry::GetContext() {
     if (Dimensions() > 0) {
         context = new Shielded<HVarDimsContext>(this, 0, Description(), std::move(self));
     } else if (LeadsSomewhere()) {
-        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), std::move(self), this);
+        context = new Shielded<HVarsContext>(AttachedVariables(), Holder(), self, this);
     } else {
         return EmptyContext();
     }
