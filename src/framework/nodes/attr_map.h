@@ -10,11 +10,10 @@
 // SetVarSet. A lookup takes the first row of a name; for readers a row that is not available is as
 // if it did not exist.
 
-#include <cstdint>
-#include <cstring>
 #include <span>
 
 #include "fixtop/entry.h"
+#include "framework/nodes/attr_row.h"
 #include "framework/nodes/cursor.h"
 #include "framework/nodes/liveness.h"
 #include "framework/nodes/shield.h"
@@ -23,94 +22,11 @@
 
 namespace fixtop {
 
-// A name that is looked for or listed: its text, and the first eight bytes of it as one number,
-// with zeros behind its end, so that most rows are told apart by one comparison.
-struct AttrName {
-    constexpr AttrName(const char* name) : text(name ? name : "") {
-        for (int i = 0; i < kHead && text[i] != '\0'; ++i) {
-            head |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
-        }
-    }
-    constexpr AttrName(const char* name, std::uint64_t name_head) : text(name), head(name_head) {}
-    // What is no text is nobody's name.
-    AttrName(const FIValue& name) : text(name.IsText() ? name.CStr() : ""), head(name.Head()) {}
-    bool operator==(const AttrName& other) const {
-        return head == other.head && (IsWholeInHead() || std::strcmp(text, other.text) == 0);
-    }
-
-    static constexpr int kHead = 8;
-    constexpr bool IsWholeInHead() const { return head >> (8 * (kHead - 1)) == 0; }
-
-    const char* text;
-    std::uint64_t head = 0;
-};
-
-template <class T>
-struct AttrRow {
-    using Available = bool (*)(T& owner, std::intptr_t extra);
-    using Plain = void (*)(T& owner, FIValue& out);
-    using WithExtra = void (*)(T& owner, FIValue& out, std::intptr_t extra);
-    // Takes a write, `out` being NULL or the message then. False: it is refused as any other name.
-    using Writer = bool (*)(T& owner, const FIValue& value, int mode, FIValue& out);
-
-    // Kind 0: no handler, reads give NULL. Kind 1: handler(owner, out). Kind 2: with `extra`.
-    constexpr AttrRow(const char* row_name, Available is_available = nullptr)
-        : name(row_name), kind(0), available(is_available), plain(nullptr) {}
-    constexpr AttrRow(const char* row_name, Plain handler, Available is_available = nullptr,
-                      std::intptr_t row_extra = 0)
-        : name(row_name), kind(1), available(is_available), plain(handler), extra(row_extra) {}
-    constexpr AttrRow(const char* row_name, WithExtra handler, std::intptr_t row_extra,
-                      Available is_available = nullptr)
-        : name(row_name), kind(2), available(is_available), with_extra(handler), extra(row_extra) {}
-    // Kind 1 that can be written, whether it is available or not.
-    constexpr AttrRow(const char* row_name, Plain handler, Writer writer)
-        : name(row_name), kind(1), available(nullptr), plain(handler), write(writer) {}
-    constexpr AttrRow(const char* row_name, Plain handler, Available is_available, Writer writer)
-        : name(row_name), kind(1), available(is_available), plain(handler), write(writer) {}
-
-    bool IsNamed(const AttrName& wanted) const { return AttrName(name, head) == wanted; }
-    bool IsAvailable(T& owner) const { return !available || available(owner, extra); }
-    void Read(T& owner, FIValue& out) const {
-        switch (kind) {
-            case 1:
-                plain(owner, out);
-                break;
-            case 2:
-                with_extra(owner, out, extra);
-                break;
-            default:
-                out.Clear();
-                break;
-        }
-    }
-
-    const char* name;
-    std::uint64_t head = AttrName(name).head;
-    int kind;
-    Available available;
-    union {
-        Plain plain;
-        WithExtra with_extra;
-    };
-    std::intptr_t extra = 0;
-    Writer write = nullptr;
-};
-
 // Whether the owner has lost what it stood on. Never for one that stands on nothing.
 template <class T>
 bool HasLostItsObject(const T& owner) {
     if constexpr (requires { owner.IsGone(); }) return owner.IsGone();
     return false;
-}
-
-// The row of a name, available or not; null when there is none.
-template <class T>
-inline const AttrRow<T>* FindAnyAttrRow(const AttrName& name) {
-    static const std::span<const AttrRow<T>> rows = T::AttributeRows();
-    for (const AttrRow<T>& row : rows) {
-        if (row.IsNamed(name)) return &row;
-    }
-    return nullptr;
 }
 
 template <class T>

@@ -76,7 +76,11 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
 
 int HVarsEntry::CountDimensions() const {
     const host::Text text = row_->TextDescription();
-    dimensions_ = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
+    const std::string& places = text.Str();
+    dimensions_ = 0;
+    for (auto at = places.find('['); at != std::string::npos; at = places.find('[', at + 1)) {
+        ++dimensions_;
+    }
     return dimensions_;
 }
 
