@@ -174,6 +174,27 @@ TEST(TwinRows, the_first_of_a_name_is_the_one_looked_up) {
     EXPECT_EQ(2, value.AsInt());
 }
 
+// More rows than the index tells apart, some of one beginning.
+TEST(RowIndex, finds_each_row_of_a_long_table_and_no_other_name) {
+    constexpr int kRows = 500;
+    std::vector<std::string> names;
+    for (int i = 0; i < kRows; ++i) names.push_back("attribute" + std::to_string(i));
+    std::vector<AttrRow<TableEntry>> rows;
+    for (const std::string& name : names) rows.emplace_back(name.c_str());
+    rows.emplace_back("");
+    const AttrRowIndex<TableEntry> index(rows);
+
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(index.Find(names[i].c_str()), &rows[i]) << names[i];
+    }
+    EXPECT_EQ(index.Find(""), &rows[kRows]);
+    EXPECT_EQ(index.Find(FIValue()), &rows[kRows]);
+    for (const char* stranger : {"attribut", "attribute", "attribute500", "Attribute1"}) {
+        EXPECT_EQ(index.Find(stranger), nullptr) << stranger;
+    }
+    EXPECT_EQ(AttrRowIndex<TableEntry>({}).Find("one"), nullptr);
+}
+
 // Keeps what is written to it, and takes even numbers alone.
 class WrittenEntry final : public AttrMapEntry<WrittenEntry> {
  public:

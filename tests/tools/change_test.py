@@ -227,7 +227,7 @@ class Store(ProgramTest):
     def test_nothing_is_saved_when_one_of_several_is_refused(self):
         file = self.folder / "half.json"
         self.check(run("set", "demo", FEED_FLOW, "1200", "--set", SALES_FLOW, "1", "--save", file), FAILED,
-                   "1200\n", f"{SALES_FLOW}: Value not stored\n")
+                   "1200\n", f"{SALES_FLOW}: Value not stored\n{file}: not saved\n")
         self.assertFalse(file.exists())
 
     def test_compositions_of_two_streams_in_the_shell(self):

@@ -55,7 +55,8 @@ class Units(CollectTest):
         result = self.collect("write", "demo", "86", "--save", case)
         self.check(result, FAILED)
         self.assertIn("degF", result.err)
-        self.check(run("get", case, GAS + ".Temperature"), DONE, "30\n", "")
+        self.assertIn(30, [json.loads(line).get("value") for line in self.collect("write", "demo", "86", "--json").lines])
+        self.assertFalse(case.exists())
 
     def test_is_not_published(self):
         case = write_small_case(self.folder)
@@ -249,6 +250,12 @@ class Write(CollectTest):
         self.check(self.collect("write", self.case, "-", "--unit", "C", "--save", saved,
                                 stdin="50\n\n\n"), FAILED)
         self.check(run("get", saved, FEED + ".Temperature", "--unit", "K"), DONE, "323.15\n")
+
+    def test_without_one_of_its_stores_the_case_is_not_saved(self):
+        saved = self.folder / "lacking.json"
+        result = self.check(self.collect("write", self.case, "many", "2", "", "--save", saved), FAILED)
+        self.assertIn(f"{FEED}.Temperature: not a number: many\n{saved}: not saved\n", result.err)
+        self.assertFalse(saved.exists())
 
     def test_what_is_no_number_is_refused_and_the_rest_stands(self):
         result = self.check(self.collect("write", self.case, "12 apples", "2", "", "--json"), FAILED)

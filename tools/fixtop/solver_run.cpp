@@ -25,8 +25,9 @@ void TellWhyIncomplete(CaseSession& session, Output& out) {
     if (!problem.empty()) out.Note(OneLineMessage(problem));
 }
 
-ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out) {
-    if (!terminal::IsInterrupted()) return SaveTo(session, file, out);
+// A case that lacks a store is another one than was meant.
+ExitCode SaveSolved(CaseSession& session, bool all_taken, const std::string& file, Output& out) {
+    if (all_taken && !terminal::IsInterrupted()) return SaveTo(session, file, out);
     if (!file.empty()) out.Note(OneLineMessage(file) + ": not saved");
     return ExitCode::kFailed;
 }

@@ -19,9 +19,9 @@ class Output;
 // Notes why the last solve did not complete, where the host knows it.
 void TellWhyIncomplete(CaseSession& session, Output& out);
 
-// Saves the case as a solve has left it, unless the file's name is empty; one that was interrupted
-// is not saved. Notes why not.
-ExitCode SaveSolved(CaseSession& session, const std::string& file, Output& out);
+// Saves the case as a solve has left it, unless the file's name is empty; one of which not all
+// stores were taken, or that was interrupted, is not saved, which is noted.
+ExitCode SaveSolved(CaseSession& session, bool all_taken, const std::string& file, Output& out);
 
 // Notes at a terminal that what a word of the program stored is gone with it, without a file to
 // save to: what is printed may be taken for what the case holds by now. The shell asks at its end.

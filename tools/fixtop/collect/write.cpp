@@ -45,7 +45,7 @@ class CollectWrite final : public SelectionWord {
         // Under another name the case has another list of what it publishes.
         const SelectedItems items(selection);
         // Saved before anything is written: whoever reads may have gone away.
-        ExitCode code = SaveSolved(session, saved_, around.out);
+        ExitCode code = SaveSolved(session, stored.all, saved_, around.out);
         const ExitCode missing = TellMissing(items, "the case", around.out);
         Write(items, format_, around.out);
         if (session.TheChanges().AreUnsaved()) TellUnsaved(session, saved_, around.out);

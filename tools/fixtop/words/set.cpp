@@ -39,8 +39,7 @@ class Set final : public Word {
  private:
     // Saved before anything is written: whoever reads may have gone away.
     ExitCode End(CommandContext& around, bool all_taken, const client::SolveResult* solve) const {
-        ExitCode code = all_taken ? ExitCode::kOk : ExitCode::kFailed;
-        if (all_taken) code = SaveSolved(*around.session, file_, around.out);
+        const ExitCode code = SaveSolved(*around.session, all_taken, file_, around.out);
         for (const Stores::Stored& stored : stores_.Taken()) Report(stored, solve, around.out);
         if (!stores_.Taken().empty()) TellUnsaved(*around.session, file_, around.out);
         if (!solve || solve->complete) return code;

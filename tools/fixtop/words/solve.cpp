@@ -84,7 +84,7 @@ class Solve final : public Word {
         const client::SolveResult end = SolveHeld(around, refused);
         const bool all_taken = refused.empty();
         // Saved before anything is written: whoever reads may have gone away.
-        const ExitCode saved = Save(all_taken, around);
+        const ExitCode saved = SaveSolved(*around.session, all_taken, file_, around.out);
         const bool is_whole = end.complete || terminal::IsInterrupted();
         const Culprits culprits = is_whole ? Culprits() : CulpritsOf(*around.session);
         Report(end, culprits, refused, around.out);
@@ -98,12 +98,6 @@ class Solve final : public Word {
     bool TellsFailures() const override { return json_; }
 
  private:
-    // A case that lacks a store is another one than was meant.
-    ExitCode Save(bool all_taken, CommandContext& around) const {
-        if (all_taken) return SaveSolved(*around.session, file_, around.out);
-        if (!file_.empty()) around.out.Note(OneLineMessage(file_) + ": not saved");
-        return ExitCode::kOk;
-    }
     // A solve ends a hold.
     static client::SolveResult SolveHeld(CommandContext& around,
                                          std::vector<std::string>& refused) {
