@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
 #include <stdexcept>
@@ -36,6 +37,7 @@ namespace {
 constexpr int kRounds = 7;
 constexpr int kStarts = 40;
 constexpr int kStreams = 10'000;
+constexpr const char* kAllStreams = "appModel.FlowSheetObjects.Streams";
 constexpr const char* kStreamPaths = "appModel.FlowSheetObjects.Streams.*";
 constexpr const char* kCells[] = {"\"Vapour Fraction\"", "Temperature",   "Pressure",
                                   "\"Molar Flow\"",      "\"Mass Flow\"", "\"Molar Enthalpy\"",
@@ -44,8 +46,19 @@ constexpr const char* kCells[] = {"\"Vapour Fraction\"", "Temperature",   "Press
 struct Run {
     double seconds;
     double peak_bytes;
+    double writes;
     bool succeeded;
 };
+
+// The write calls of a process that has ended and is not waited for yet.
+double WritesOf(pid_t ended) {
+    std::ifstream counts("/proc/" + std::to_string(ended) + "/io");
+    double calls = 0;
+    for (std::string name; counts >> name >> calls;) {
+        if (name == "syscw:") return calls;
+    }
+    throw std::runtime_error("the system does not count write calls");
+}
 
 double Seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
@@ -64,12 +77,16 @@ Run AnyRunOf(std::vector<std::string> line) {
     const int failed =
         posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    if (failed != 0) throw std::runtime_error("can't run " + line[0]);
+    siginfo_t ended;
+    waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT);
+    const double writes = WritesOf(child);
     int status = 0;
     rusage usage{};
-    if (failed == 0) wait4(child, &status, 0, &usage);
-    if (failed != 0 || !WIFEXITED(status)) throw std::runtime_error("can't run " + line[0]);
+    wait4(child, &status, 0, &usage);
+    if (!WIFEXITED(status)) throw std::runtime_error(line[0] + " was ended");
     return {Seconds(usage.ru_utime) + Seconds(usage.ru_stime),
-            static_cast<double>(usage.ru_maxrss) * 1024, WEXITSTATUS(status) == 0};
+            static_cast<double>(usage.ru_maxrss) * 1024, writes, WEXITSTATUS(status) == 0};
 }
 
 // The same of one that has to succeed.
@@ -259,6 +276,25 @@ void CompareGrowth() {
     }
 }
 
+// What each further line costs in write calls, in words that write a line an object.
+void CountWrites() {
+    constexpr int kFew = 500, kMany = 4000;
+    constexpr double kThousands = (kMany - kFew) / 1000.0;
+    const std::vector<std::string> lines[] = {
+        {"find", "**.Temperature"}, {"ls", kAllStreams}, {"table", kStreamPaths, "Temperature"}};
+    for (const std::vector<std::string>& words : lines) {
+        const auto writes = [&](int objects) {
+            std::vector<std::string> line = {FIXTOP_PROGRAM, words[0], PlantFile(objects)};
+            line.insert(line.end(), words.begin() + 1, words.end());
+            return RunOf(line).writes;
+        };
+        const double more = writes(kMany) - writes(kFew);
+        std::printf("%-46s %12.4g %12.4g %8.3g  10\n",
+                    ("write calls of " + words[0] + " to 1,000 lines").c_str(), more, kThousands,
+                    more / kThousands);
+    }
+}
+
 }  // namespace
 
 }  // namespace fixtop
@@ -276,6 +312,7 @@ int main() {
         CompareSaves();
         CompareTables();
         CompareGrowth();
+        CountWrites();
         watch.Print();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -25,30 +25,48 @@ void Output::Line(std::string_view text) {
 
 FileOutput::FileOutput(std::FILE* data, std::FILE* notes, bool at_once)
     : data_(data), notes_(notes), at_once_(at_once) {
-    if (!at_once) std::setvbuf(data, nullptr, _IOFBF, kHeldBytes);
+    held_.reserve(kHeldBytes);
 }
 
-void FileOutput::Fail(int error) {
+void FileOutput::TellLost() {
+    const int error = std::exchange(lost_, 0);
+    if (error == 0) return;
     if (ReaderIsGone(error)) throw ClosedPipe();
     throw std::system_error(error, std::generic_category(), "the output can't be written");
 }
 
+void FileOutput::Write(std::string_view text) {
+    const bool is_out =
+        std::fwrite(text.data(), 1, text.size(), data_) == text.size() && std::fflush(data_) == 0;
+    if (!is_out && lost_ == 0) lost_ = errno;
+}
+
+void FileOutput::WriteHeld() {
+    if (!held_.empty()) Write(held_);
+    held_.clear();
+}
+
 void FileOutput::Data(std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), data_) != text.size()) Fail(errno);
-    if (at_once_) Flush();
+    if (held_.size() + text.size() > kHeldBytes) WriteHeld();
+    if (text.size() > kHeldBytes) {
+        Write(text);
+    } else {
+        held_ += text;
+    }
+    if (at_once_) WriteHeld();
+    TellLost();
 }
 
 void FileOutput::Note(std::string_view text) {
-    if (std::fflush(data_) != 0) lost_ = errno;
+    WriteHeld();
     const std::string line = std::string(text) + '\n';
     std::fwrite(line.data(), 1, line.size(), notes_);
     std::fflush(notes_);
 }
 
 void FileOutput::Flush() {
-    const int lost = std::exchange(lost_, 0);
-    if (std::fflush(data_) != 0) Fail(errno);
-    if (lost != 0) Fail(lost);
+    WriteHeld();
+    TellLost();
 }
 
 void RecordingOutput::Data(std::string_view text) {

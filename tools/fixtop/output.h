@@ -30,20 +30,28 @@ class Output {
 
 class FileOutput final : public Output {
  public:
-    // `at_once`: somebody looks at the data as they come. Nothing was written to `data` before.
+    // `at_once`: somebody looks at the data as they come.
     FileOutput(std::FILE* data, std::FILE* notes, bool at_once);
+    FileOutput(const FileOutput&) = delete;
+    FileOutput& operator=(const FileOutput&) = delete;
+    // Data that can't go out any more are lost untold.
+    ~FileOutput() override { WriteHeld(); }
     void Data(std::string_view text) override;
     void Note(std::string_view text) override;
     void Flush() override;
 
  private:
-    // Throws what `error` stands for.
-    [[noreturn]] static void Fail(int error);
+    // Throws what the error stands for that has kept data from going out, if there was one.
+    void TellLost();
+    void Write(std::string_view text);
+    void WriteHeld();
 
     std::FILE* data_;
     std::FILE* notes_;
     bool at_once_;
-    int lost_ = 0;  // the error that kept data from going out before a note; 0 without one
+    // Not the file's own buffer: a C library may take another size than it is given.
+    std::string held_;
+    int lost_ = 0;  // the first error that kept data from going out; 0 without one
 };
 
 // Keeps the data; notes are passed on.
