@@ -155,6 +155,17 @@ FacesChoice ChooseTranslators(const FaceQuery& query) {
             ChooseFrom(query, secondary, requests.secondary)};
 }
 
+bool DependsOnVariables(const FaceQuery& query) {
+    const auto has_condition = [&](const TranslatorMap& translators) {
+        const auto [first, last] = translators.equal_range(query.library.translateName);
+        return std::any_of(first, last, [](const auto& row) {
+            return static_cast<const CCDMTranslator&>(*row.second).conditions != nullptr;
+        });
+    };
+    return has_condition(query.attribute.translators) ||
+           has_condition(query.attribute.arrayTranslators);
+}
+
 AppFaces BindFaces(const FaceQuery& query, const FacesChoice& choice) {
     LogTies(query, choice.primary);
     LogTies(query, choice.secondary);

@@ -124,6 +124,9 @@ BranchRequest MirrorRequest(BranchRequest request);
 // Empty when no translator serves the attribute, or there is no application.
 FacesChoice ChooseTranslators(const FaceQuery& query);
 
+// Whether the choice asks for the nodes' variables too: the same query may find another one then.
+bool DependsOnVariables(const FaceQuery& query);
+
 // Moves copies of the parent's references by the translators. An array's elements are not entered
 // yet: each face has the translator that walks them. Logs ties.
 AppFaces BindFaces(const FaceQuery& query, const FacesChoice& choice);

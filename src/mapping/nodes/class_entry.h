@@ -77,6 +77,10 @@ class CCDMClassEntry : public FIEntry,
     static bool IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry* other);
 
     const AncestorPath& Path() const { return path_; }
+    // Of what is below it; null where none is remembered.
+    ClassWay* WayBelow() const {
+        return path_.classRecord ? context_->WayBelow(attribute_, *path_.classRecord) : nullptr;
+    }
     const AppFaces& Faces() const { return faces_; }
     const CCDMAttribute& Attribute() const { return attribute_; }
     bool IsMissing() const;
