@@ -144,6 +144,8 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
     bool IsFrozen() const { return !frozen_.empty(); }
+    // It shows entries units or variables of its own, beside those of its levels.
+    bool ShowsOwn() const { return var_set_.HasOwn(); }
     // The units that it shows to entries.
     bool HasUnits() const { return var_set_.HasUnits(); }
     bool HasUnitsOf(const FIIterator& other) const { return var_set_.HasUnitsOf(other.var_set_); }

@@ -39,6 +39,11 @@ class FIReference : public FIReferenceBase,
     // The same on a copy of this one's place, null when the node is gone. One that is not bound
     // itself is copied as it stands.
     Ref<FIReference> UnboundCopy();
+    // One holder alone has it, and since it was made as an unbound copy it was led elsewhere and
+    // read at most: it may be led on where another copy would be made.
+    bool MayBeLedOn() const {
+        return references_ == 1 && stays_ == 0 && MayReadUnbound() && !iterator_->ShowsOwn();
+    }
     FIReference& operator=(const FIReference&) = delete;
 
     int AddRef() override { return ++references_; }

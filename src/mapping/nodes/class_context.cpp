@@ -80,7 +80,8 @@ AncestorPath CCDMClassContext::PathOf(const CCDMAttribute& attribute) const {
 
 FaceQuery CCDMClassContext::QueryFor(const CCDMAttribute& attribute,
                                      const AncestorPath& path) const {
-    return {Library(), attribute, path, place_.references, place_.branch};
+    LastPlace* last = place_.parent ? &place_.parent->Last() : nullptr;
+    return {Library(), attribute, path, place_.references, place_.branch, last};
 }
 
 FacesChoice CCDMClassContext::ChoiceFor(const CCDMAttribute& attribute) const {

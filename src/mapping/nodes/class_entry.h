@@ -82,6 +82,8 @@ class CCDMClassEntry : public FIEntry,
         return path_.classRecord ? context_->WayBelow(attribute_, *path_.classRecord) : nullptr;
     }
     const AppFaces& Faces() const { return faces_; }
+    // Where its attributes were read last.
+    LastPlace& Last() { return last_; }
     const CCDMAttribute& Attribute() const { return attribute_; }
     bool IsMissing() const;
     // Rows that are not asked of the application.
@@ -173,6 +175,7 @@ class CCDMClassEntry : public FIEntry,
     AncestorPath path_;
     AppFaces faces_;
     FIValue subclass_;
+    LastPlace last_;
 };
 
 }  // namespace fixtop
