@@ -3,8 +3,8 @@
 // FIXTOP_ASKED_STEP of one that moves only after it was asked, FIXTOP_LIST of a list,
 // FIXTOP_CHILD_LIST of one that takes kNextIndex, FIXTOP_LATE_LIST of one that has late variables,
 // which stand behind its name. Whoever includes this file says first what a line shall mean. The
-// declarations, the table for maps and the exports of the module come from here, so a function is added by its line and its body; which variables and nodes
-// it uses is written beside it.
+// declarations, the table for maps and the exports of the module come from here, so a function is
+// added by its line and its body; which variables and nodes it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)
