@@ -3,9 +3,9 @@
 # the module definition file (Windows), so that both files export the same names.
 
 # fixtop_exports(target lists...): a text has one name a line, `#` begins a comment; of a header the
-# names are those of its lines FIXTOP_STEP(name), FIXTOP_ASKED_STEP(name), FIXTOP_LIST(name) and
-# FIXTOP_CHILD_LIST(name). All names together are written to the file that the target's property
-# FIXTOP_EXPORTS names, for whoever checks them.
+# names are those of its lines FIXTOP_STEP(name), FIXTOP_ASKED_STEP(name), FIXTOP_LIST(name),
+# FIXTOP_CHILD_LIST(name) and FIXTOP_LATE_LIST(name, ...). All names together are written to the file
+# that the target's property FIXTOP_EXPORTS names, for whoever checks them.
 function(fixtop_exports target)
   set(names)
   foreach(list IN LISTS ARGN)
@@ -13,7 +13,7 @@ function(fixtop_exports target)
     file(STRINGS ${list} lines)
     foreach(line IN LISTS lines)
       if(list MATCHES "\\.h$")
-        string(REGEX MATCH "^FIXTOP_(STEP|ASKED_STEP|LIST|CHILD_LIST)\\(([A-Za-z0-9_]+)\\)" name "${line}")
+        string(REGEX MATCH "^FIXTOP_(STEP|ASKED_STEP|LIST|CHILD_LIST|LATE_LIST)\\(([A-Za-z0-9_]+)[,)]" name "${line}")
         set(name "${CMAKE_MATCH_2}")
       else()
         string(REGEX REPLACE "#.*" "" name "${line}")

@@ -9,6 +9,7 @@
 // Nothing is thrown and nothing reported: a missing child is a count of 0, a false, or a variable
 // that stays unset. NULL reads as the number 0. No state is kept between calls.
 
+#include <span>
 #include <string_view>
 #include <variant>
 
@@ -34,6 +35,16 @@ inline constexpr int kCountIndex = -1;
 // again, and -1 where there is none; `it` is behind the last child then.
 inline constexpr int kNextIndex = -2;
 
+// Variables of an element that cost more to find out than all the rest and that few readers ask
+// for. Who walks the list may call `select` for an element in place of the list's own function,
+// which sets the other variables alone, and `set` when one of these is first asked for: on an
+// iterator that stands where the list was called. Who calls the list's function has them all.
+struct LateVariables {
+    std::span<const char* const> names;
+    ArrayFunction select;
+    void (*set)(FIIteratorBase* it, int index);
+};
+
 // Makes the top of the application's tree, counted for the caller; null when there is none.
 using TopNodeFunction = FIEntry* (*)();
 
@@ -46,6 +57,8 @@ struct NamedFunction {
     bool steps_on = false;
     // A step that moves only after it was asked in the same place.
     bool asked_first = false;
+    // Of a list that has such; null for none.
+    const LateVariables* late = nullptr;
 };
 
 }  // namespace fixtop

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The functions that a map file may name, one a line: FIXTOP_STEP of a step to one node,
 // FIXTOP_ASKED_STEP of one that moves only after it was asked, FIXTOP_LIST of a list,
-// FIXTOP_CHILD_LIST of one that takes kNextIndex. Whoever includes this file says first what a line
-// shall mean. The declarations, the table for maps and the exports of the
-// module come from here, so a function is added by its line and its body; which variables and nodes
-// it uses is written beside it.
+// FIXTOP_CHILD_LIST of one that takes kNextIndex, FIXTOP_LATE_LIST of one that has late variables,
+// which stand behind its name. Whoever includes this file says first what a line shall mean. The
+// declarations, the table for maps and the exports of the module come from here, so a function is
+// added by its line and its body; which variables and nodes it uses is written beside it.
 
 #ifndef FIXTOP_STEP
 #define FIXTOP_STEP(name)
@@ -17,6 +17,10 @@
 #endif
 #ifndef FIXTOP_CHILD_LIST
 #define FIXTOP_CHILD_LIST(name) FIXTOP_LIST(name)
+#endif
+
+#ifndef FIXTOP_LATE_LIST
+#define FIXTOP_LATE_LIST(name, late) FIXTOP_LIST(name)
 #endif
 
 // clang-format off
@@ -139,8 +143,8 @@ FIXTOP_LIST(CTGibbsFlowSpec)            // GibbsFlowSpecElemNum, GibbsFlowSpecCo
 // ---- Columns. What is not known of an element leaves its variable as it was
 
 // Condenser, trays and reboiler: StageElemNo, and IsCondenser, IsReboiler, IsFeed,
-// IsDraw, IsReturn, each 0 or 1.
-FIXTOP_LIST(CTColumnStages)
+// IsDraw, IsReturn, each 0 or 1; the five are late.
+FIXTOP_LATE_LIST(CTColumnStages, kStageKinds)
 // All inlets but the last: FeedElemNum, FeedName, FeedStage.
 FIXTOP_LIST(CTColumnFeeds)
 // The stages of a section: Element and Elemno.
@@ -197,3 +201,4 @@ FIXTOP_STEP(CTPumparoundReturn)
 #undef FIXTOP_ASKED_STEP
 #undef FIXTOP_LIST
 #undef FIXTOP_CHILD_LIST
+#undef FIXTOP_LATE_LIST

@@ -27,7 +27,7 @@ int CountStages(FIIteratorBase& it) {
 int CTColumnStages(FIIteratorBase* it, FIValue*, int index) {
     return Exported([=] {
         if (index == kCountIndex) return CountStages(*it);
-        semantic::SetElementIndex(*it, "StageElemNo", index);
+        semantic::SetStageNumber(*it, index);
         semantic::SetStageKind(*it, index);
         return index;
     });

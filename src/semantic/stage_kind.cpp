@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "semantic/stage_kind.h"
 
+#include <iterator>
 #include <string>
-#include <utility>
 
 #include "semantic/column_inlets.h"
 #include "semantic/idioms.h"
@@ -10,6 +10,8 @@
 namespace fixtop::semantic {
 
 namespace {
+
+constexpr const char* kFlags[] = {"IsCondenser", "IsReboiler", "IsFeed", "IsDraw", "IsReturn"};
 
 // Of a stage's name, with the NUL.
 constexpr int kNameSize = 256;
@@ -40,16 +42,27 @@ StageKind ReadStageKind(FIIteratorBase& column, int stage) {
     return kind;
 }
 
+int SelectStage(FIIteratorBase* it, FIValue*, int stage) {
+    return Exported([=] { return SetStageNumber(*it, stage); });
+}
+
 }  // namespace
+
+int SetStageNumber(FIIteratorBase& it, int stage) {
+    return SetElementIndex(it, "StageElemNo", stage);
+}
 
 void SetStageKind(FIIteratorBase& it, int stage) {
     const StageKind kind = ReadStageKind(it, stage);
-    const std::pair<const char*, bool> flags[] = {{"IsCondenser", kind.is_condenser},
-                                                  {"IsReboiler", kind.is_reboiler},
-                                                  {"IsFeed", kind.is_feed},
-                                                  {"IsDraw", kind.is_draw},
-                                                  {"IsReturn", kind.is_return}};
-    for (const auto& [variable, flag] : flags) it.SetVarText(variable, FIValue::OfInt(flag));
+    const bool flags[] = {kind.is_condenser, kind.is_reboiler, kind.is_feed, kind.is_draw,
+                          kind.is_return};
+    static_assert(std::size(flags) == std::size(kFlags));
+    for (std::size_t i = 0; i < std::size(flags); ++i) {
+        it.SetVarText(kFlags[i], FIValue::OfInt(flags[i]));
+    }
 }
+
+const LateVariables kStageKinds = {kFlags, SelectStage,
+                                   [](FIIteratorBase* it, int stage) { SetStageKind(*it, stage); }};
 
 }  // namespace fixtop::semantic

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -117,6 +118,81 @@ TEST_F(NeutralCase, components_of_an_absent_phase_are_counted_but_not_shown) {
     EXPECT_EQ(8, components("Overall.Vapor"));
     EXPECT_EQ(0, components("Solid"));
     EXPECT_EQ("(NULL)", Read(*At("Flowsheet.Stream(Raw Gas).Solid.MolarFlow"), "value"));
+}
+
+// What is told of an attribute by an iterator of its own.
+class AttributesOfNodes : public NeutralCase {
+ protected:
+    static std::string Told(FIIteratorBase& it) {
+        return Read(it, "value") + ' ' + Read(it, "uom") + ' ' + Read(it, "path");
+    }
+    // Of the children of each object of the flowsheet, each under its first node of that name.
+    void ForEachNode(const std::function<void(FIIteratorBase& node, const Names& names,
+                                              const Names& told)>& compare) {
+        int compared = 0;
+        const Iterator it = At("Flowsheet");
+        for (bool on = it->DownFirst(); on; on = it->Next()) {
+            Names names;
+            Names told;
+            const Iterator walk = Iterator::Adopt(it->Copy());
+            for (bool below = walk->DownFirst(); below; below = walk->Next()) {
+                char name[100];
+                walk->NameText(name, sizeof name);
+                if (names.empty() || names.back() != name) names.push_back(name);
+            }
+            const std::string path = PathOf(*it).substr(std::string("QSISimulation.").size());
+            for (const std::string& name : names) {
+                const Iterator fresh = At(path);
+                EXPECT_TRUE(fresh->SeekChild(name.c_str())) << path << ' ' << name;
+                told.push_back(Told(*fresh));
+            }
+            compare(*it, names, told);
+            compared += static_cast<int>(names.size());
+        }
+        EXPECT_GE(compared, 100);
+    }
+};
+
+TEST_F(AttributesOfNodes, are_the_same_in_any_order) {
+    ForEachNode([](FIIteratorBase& node, const Names& names, const Names& told) {
+        for (const std::size_t step : {1, 2, 3, 5, 7}) {
+            for (std::size_t i = 0, at = 0; i < names.size(); ++i, at += step) {
+                at %= names.size();
+                ASSERT_TRUE(node.SeekChild(names[at].c_str()));
+                EXPECT_EQ(Told(node), told[at]) << PathOf(node) << ", each " << step;
+                node.Up();
+            }
+        }
+    });
+}
+
+TEST_F(AttributesOfNodes, stay_where_they_are_when_others_are_read) {
+    ForEachNode([](FIIteratorBase& node, const Names& names, const Names& told) {
+        std::vector<Iterator> kept;
+        for (const std::string& name : names) {
+            ASSERT_TRUE(node.SeekChild(name.c_str()));
+            kept.push_back(Iterator::Adopt(node.Copy()));
+            node.Up();
+        }
+        for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(Told(*kept[i]), told[i]);
+    });
+}
+
+TEST_F(AttributesOfNodes, keep_their_units_to_themselves) {
+    int stored = 0;
+    ForEachNode([&](FIIteratorBase& node, const Names& names, const Names& told) {
+        for (std::size_t i = 0; i + 1 < names.size(); ++i) {
+            FIValue out;
+            ASSERT_TRUE(node.SeekChild(names[i].c_str()));
+            node.SetUnit(FIValue("F"), out);
+            stored += out.IsNull();
+            node.Up();
+            ASSERT_TRUE(node.SeekChild(names[i + 1].c_str()));
+            EXPECT_EQ(Told(node), told[i + 1]) << PathOf(node) << " behind " << names[i];
+            node.Up();
+        }
+    });
+    EXPECT_GT(stored, 0);
 }
 
 TEST_F(NeutralCase, display_unit_converts_the_value) {

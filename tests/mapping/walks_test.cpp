@@ -124,6 +124,96 @@ TEST_F(Walks, subclass_of_a_former_element_does_not_stay) {
     EXPECT_EQ(VariableOf(*reference_, "Subclass"), "(NULL)");
 }
 
+// A list of three whose elements have an early variable and two late ones.
+constexpr const char* kLateNames[] = {"Kind", "Colour"};
+
+int SelectEarly(FIIteratorBase* it, FIValue*, int index) {
+    Recorded::Now().calls.push_back("select " + std::to_string(index));
+    it->SetVarText("Early", FIValue::OfInt(index));
+    return index;
+}
+
+void SetLate(FIIteratorBase* it, int index) {
+    Recorded& now = Recorded::Now();
+    now.calls.push_back("set " + std::to_string(index) + "@" + std::to_string(it->Depth()));
+    if (now.scalar) now.scalar(it, index);
+    it->SetVarText("Kind", FIValue::OfInt(index + 10));
+    it->SetVarText("Colour", FIValue::OfInt(index + 20));
+}
+
+constexpr LateVariables kLate = {kLateNames, SelectEarly, SetLate};
+
+class LateVariablesOfWalks : public Walks {
+ protected:
+    LateVariablesOfWalks() {
+        Recorded::Now().array = [](FIIteratorBase*, FIValue*, int) { return 3; };
+        walk_ = std::make_unique<CDTVariableIterator>(RecordingArray, *reference_,
+                                                      ListLength::kByte, false, &kLate);
+        Calls().clear();
+    }
+    ~LateVariablesOfWalks() override { walk_.reset(); }
+
+    std::unique_ptr<CDTVariableIterator> walk_;
+};
+
+TEST_F(LateVariablesOfWalks, are_set_when_one_is_asked_for) {
+    EXPECT_EQ(VariableOf(*reference_, "Early"), "0");
+    EXPECT_EQ(VariableOf(*reference_, "Subclass"), "(NULL)");
+    EXPECT_EQ(VariableOf(*reference_, "Kin"), "(unset)");
+    EXPECT_THAT(Calls(), IsEmpty());
+    EXPECT_EQ(VariableOf(*reference_, "Colour"), "20");
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "10");
+    EXPECT_THAT(Calls(), ElementsAre("set 0@1"));
+    EXPECT_EQ(Now(), "unit@1");
+}
+
+TEST_F(LateVariablesOfWalks, are_those_of_the_present_element) {
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "10");
+    EXPECT_TRUE(walk_->Next());
+    EXPECT_TRUE(walk_->Next());
+    EXPECT_EQ(VariableOf(*reference_, "Early"), "2");
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "12");
+    EXPECT_THAT(Calls(), ElementsAre("set 0@1", "select 1", "select 2", "set 2@1"));
+}
+
+TEST_F(LateVariablesOfWalks, are_seen_from_below_and_by_copies) {
+    const Ref<FIReference> copy = reference_->UnboundCopy();
+    EXPECT_TRUE(copy->GetIterator()->SeekChild("a"));
+    EXPECT_TRUE(walk_->Next());
+    EXPECT_EQ(VariableOf(*copy, "Kind"), "10") << "the copy is of the first element";
+    EXPECT_EQ(NameOf(*copy), "a");
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "11");
+    EXPECT_THAT(Calls(), ElementsAre("select 1", "set 0@1", "set 1@1"));
+}
+
+TEST_F(LateVariablesOfWalks, that_are_stored_or_removed_stay_so) {
+    reference_->SetVar(Text("Kind"), Text("own"));
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "own");
+    EXPECT_EQ(VariableOf(*reference_, "Colour"), "20");
+    EXPECT_TRUE(walk_->Next());
+    EXPECT_TRUE(reference_->RemoveVarText("Colour"));
+    EXPECT_EQ(VariableOf(*reference_, "Colour"), "(unset)");
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "11");
+}
+
+TEST_F(LateVariablesOfWalks, are_in_the_table_of_variables) {
+    FIValue table;
+    reference_->DumpVars(table);
+    EXPECT_THAT(table.ToText(), testing::HasSubstr("1\tKind\t\tINT\t\"10\""));
+    EXPECT_THAT(table.ToText(), testing::HasSubstr("1\tColour\t\tINT\t\"20\""));
+}
+
+TEST_F(LateVariablesOfWalks, are_asked_for_again_when_they_could_not_be_found_out) {
+    Recorded::Now().scalar = [](FIIteratorBase* it, int) -> bool {
+        it->SetVarText("Kind", "half");
+        throw std::bad_alloc();
+    };
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "(unset)");
+    Recorded::Now().scalar = nullptr;
+    EXPECT_EQ(VariableOf(*reference_, "Kind"), "10");
+    EXPECT_EQ(VariableOf(*reference_, "Colour"), "20");
+}
+
 TEST_F(Walks, count_keeps_its_low_byte) {
     const std::pair<int, int> rows[] = {{0, 0},    {1, 1},     {255, 255},       {256, 0},
                                         {300, 44}, {512, 0},   {513, 1},         {-1, 255},

@@ -8,11 +8,13 @@
 #include "framework/reference/reference.h"
 #include "mapping/walks/function_walk.h"
 #include "semantic/column_tree.h"
+#include "semantic/stage_kind.h"
 
 namespace fixtop {
 
 namespace {
 
+using semantic::kStageKinds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -400,6 +402,18 @@ class ColumnStageKinds : public testing::Test {
         EXPECT_EQ(stage, Call(CTColumnStages, it.Get(), nullptr, stage));
         EXPECT_EQ("Case.Main.T-100", Place(*it));
         EXPECT_EQ("INT " + std::to_string(stage), Variable(*it, "StageElemNo"));
+        EXPECT_EQ(KindOf(*it), LateKind(stage));
+        return KindOf(*it);
+    }
+
+    // As a walk asks for it that keeps the flags for later.
+    std::string LateKind(int stage) {
+        Ref<FIIterator> it = column_.Iterate();
+        EXPECT_EQ(stage, kStageKinds.select(it.Get(), nullptr, stage));
+        EXPECT_EQ("INT " + std::to_string(stage), Variable(*it, "StageElemNo"));
+        for (const char* flag : kStageKinds.names) EXPECT_EQ("(unset)", Variable(*it, flag));
+        kStageKinds.set(it.Get(), stage);
+        EXPECT_EQ("Case.Main.T-100", Place(*it));
         return KindOf(*it);
     }
 

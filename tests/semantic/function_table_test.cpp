@@ -72,6 +72,13 @@ TEST(FunctionTable, says_which_steps_are_asked_first) {
     EXPECT_THAT(asked, UnorderedElementsAreArray({"CTSideColumnDraw", "CTSideColumnReturn"}));
 }
 
+TEST(FunctionTable, says_which_lists_have_late_variables) {
+    for (const NamedFunction& row : SemanticFunctionTable()) {
+        EXPECT_EQ(row.late != nullptr, row.name == "CTColumnStages") << row.name;
+        EXPECT_FALSE(row.late && row.steps_on) << row.name;
+    }
+}
+
 TEST(FunctionTable, has_the_functions_of_columns) {
     const char* const lists[] = {"CTColumnStages",
                                  "CTColumnFeeds",

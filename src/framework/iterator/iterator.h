@@ -144,6 +144,8 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
     bool IsFrozen() const { return !frozen_.empty(); }
+    // It shows entries units or variables of its own, beside those of its levels.
+    bool ShowsOwn() const { return var_set_.HasOwn(); }
     // The units that it shows to entries.
     bool HasUnits() const { return var_set_.HasUnits(); }
     bool HasUnitsOf(const FIIterator& other) const { return var_set_.HasUnitsOf(other.var_set_); }
@@ -165,6 +167,9 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     bool IsTracked() const;
     // The node of a level, the present one for the depth; lent.
     FIEntry* EntryAt(int level) const;
+    // Variables of the present node that are set when one of them is first asked for, for the
+    // element of a list.
+    void SetLateVars(const LateVariables& variables, int index);
     // From this level on the variables are copies of its own: what others set there later, on the
     // iterator that it was copied from, is no longer seen.
     void OwnVariables(int level);
@@ -203,6 +208,13 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     Ref<FIEntry> FindHolder();
     const FIValue* FindVar(const FIValue& name) const;
     FrameVars& PresentVars();
+    // Null while the level has none.
+    FrameVars* VarsAt(int level) const {
+        return level < frames_.Size() ? frames_[level].vars.Get() : vars_.Get();
+    }
+    // Sets the late variables of a level, if `name` is among them.
+    void SettleLate(int level, const FIValue& name) const;
+    void SettleAllLate(int level) const;
     void ShareLevels() const;
     static Elements CloneElements(const Elements& elements);
 

@@ -6,6 +6,7 @@
 
 #include "diagnostics/memory_guard.h"
 #include "framework/iterator/iterator.h"
+#include "framework/iterator/shielded_iterator.h"
 #include "framework/iterator/shown_scope.h"
 
 namespace fixtop {
@@ -114,7 +115,37 @@ FrameVars& FIIterator::PresentVars() {
     return *vars_;
 }
 
+// They are found out on a copy that stands at the level: nothing that the iterator is about to do
+// sees a step of it.
+void FIIterator::SettleAllLate(int level) const {
+    FrameVars* vars = VarsAt(level);
+    const VarMap::Late late = vars ? vars->map.GetLate() : VarMap::Late();
+    if (!late.variables) return;
+    vars->map.SetLate({});
+    try {
+        const auto there = Ref<FIIterator>::Adopt(new Shielded<FIIterator>(*this));
+        there->ReturnTo(level);
+        late.variables->set(there.Get(), late.index);
+        vars->map = there->PresentVars().map;
+    } catch (...) {
+        vars->map.SetLate(late);
+        throw;
+    }
+}
+
+void FIIterator::SettleLate(int level, const FIValue& name) const {
+    const FrameVars* vars = VarsAt(level);
+    if (vars && vars->map.IsLate(name)) SettleAllLate(level);
+}
+
+void FIIterator::SetLateVars(const LateVariables& variables, int index) {
+    const LateVariables* before = PresentVars().map.GetLate().variables;
+    if (before && before != &variables) SettleAllLate(Depth());
+    vars_->map.SetLate({&variables, index});
+}
+
 void FIIterator::SetVar(const FIValue& name, const FIValue& value) {
+    SettleLate(Depth(), name);
     PresentVars().map.Set(name, value);
 }
 void FIIterator::SetVarText(const char* name, const char* value) {
@@ -125,9 +156,12 @@ void FIIterator::SetVarText(const char* name, const FIValue& value) {
 }
 
 const FIValue* FIIterator::FindVar(const FIValue& name) const {
-    const FIValue* found = vars_ ? vars_->map.Find(name) : nullptr;
-    for (int i = frames_.Size() - 1; i >= 0 && !found; --i) {
-        if (frames_[i].vars) found = frames_[i].vars->map.Find(name);
+    const FIValue* found = nullptr;
+    for (int level = frames_.Size(); level >= 0 && !found; --level) {
+        const FrameVars* vars = VarsAt(level);
+        if (!vars) continue;
+        if (vars->map.IsLate(name)) SettleAllLate(level);
+        found = vars->map.Find(name);
     }
     return found;
 }
@@ -147,9 +181,10 @@ bool FIIterator::GetVarText(const char* name, FIValue& out) {
 }
 
 bool FIIterator::RemoveVar(const FIValue& name) {
-    if (vars_ && vars_->map.Remove(name)) return true;
-    for (int i = frames_.Size() - 1; i >= 0; --i) {
-        if (frames_[i].vars && frames_[i].vars->map.Remove(name)) return true;
+    for (int level = frames_.Size(); level >= 0; --level) {
+        SettleLate(level, name);
+        FrameVars* vars = VarsAt(level);
+        if (vars && vars->map.Remove(name)) return true;
     }
     return false;
 }

@@ -33,6 +33,8 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
 
     // Units and variables of another set.
     void CopyFrom(const IteratorVarSet& other);
+    // Whether anything was ever set.
+    bool HasOwn() const { return kept_ != nullptr; }
     // Whether a unit was ever set; from ForgetUnits on none is.
     bool HasUnits() const {
         return kept_ && (!kept_->units.IsEmpty() || !kept_->spec_units.IsEmpty());

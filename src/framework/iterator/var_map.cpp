@@ -22,17 +22,27 @@ bool Same(const FIValue& a, const FIValue& b) {
 
 }  // namespace
 
-std::vector<VarMap::Variable>& VarMap::Own() {
+bool VarMap::Late::IsAmong(const FIValue& name) const {
+    if (!name.IsText()) return false;
+    return std::ranges::any_of(variables->names, [text = name.CStr()](const char* each) {
+        return *each == *text && std::strcmp(each, text) == 0;
+    });
+}
+
+VarMap::Array& VarMap::Own() {
     if (!array_ || array_->IsShared()) {
         auto own = Ref<Array>::Adopt(new Array);
-        if (array_) own->variables = array_->variables;
+        if (array_) {
+            own->variables = array_->variables;
+            own->late = array_->late;
+        }
         array_ = std::move(own);
     }
-    return array_->variables;
+    return *array_;
 }
 
 void VarMap::Set(const FIValue& name, const FIValue& value) {
-    std::vector<Variable>& variables = Own();
+    std::vector<Variable>& variables = Own().variables;
     for (Variable& variable : variables) {
         if (Same(variable.name, name)) {
             variable.value = value;
@@ -53,8 +63,15 @@ const FIValue* VarMap::Find(const FIValue& name) const {
 
 bool VarMap::Remove(const FIValue& name) {
     if (!Find(name)) return false;
-    return std::erase_if(Own(),
+    return std::erase_if(Own().variables,
                          [&](const Variable& variable) { return Same(variable.name, name); }) > 0;
+}
+
+void VarMap::SetLate(const Late& late) {
+    Array& own = Own();
+    const bool may_be_set = late.variables && own.late.variables != late.variables;
+    if (may_be_set) std::erase_if(own.variables, [&](auto& each) { return late.Has(each.name); });
+    own.late = late;
 }
 
 }  // namespace fixtop

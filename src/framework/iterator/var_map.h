@@ -6,11 +6,15 @@
 //
 // Iterators are copied more often than variables are set: copies of a map share the array until one
 // of them changes.
+//
+// Some variables may be late: they are set when one of them is first asked for, by who owns the
+// map.
 
 #include <span>
 #include <vector>
 
 #include "fixtop/ref.h"
+#include "fixtop/semantic_function.h"
 #include "fixtop/value.h"
 #include "framework/nodes/small_object.h"
 
@@ -48,6 +52,21 @@ class VarMap {
     const FIValue* Find(const FIValue& name) const;
     bool Remove(const FIValue& name);
 
+    // Late variables of the element of a list; none without variables.
+    struct Late {
+        const LateVariables* variables = nullptr;
+        int index = 0;
+
+        bool Has(const FIValue& name) const { return variables && IsAmong(name); }
+
+     private:
+        bool IsAmong(const FIValue& name) const;
+    };
+    Late GetLate() const { return array_ ? array_->late : Late(); }
+    bool IsLate(const FIValue& name) const { return array_ && array_->late.Has(name); }
+    // In place of those of before; what has one of their names goes.
+    void SetLate(const Late& late);
+
     std::span<const Variable> Variables() const {
         return array_ ? std::span<const Variable>(array_->variables) : std::span<const Variable>();
     }
@@ -55,10 +74,11 @@ class VarMap {
  private:
     struct Array : CountedFromOne<Array> {
         std::vector<Variable> variables;
+        Late late;
     };
 
     // The array of this map alone.
-    std::vector<Variable>& Own();
+    Array& Own();
 
     Ref<Array> array_;  // null before the first variable
 };

@@ -7,9 +7,8 @@
 
 namespace fixtop {
 
-bool IsAnyName(const FIValue& name) {
-    const char* text = name.CStr();
-    return *text == '\0' || std::strcmp(text, kAnyName) == 0;
+bool IsAnyName(const char* name) {
+    return *name == '\0' || std::strcmp(name, kAnyName) == 0;
 }
 
 std::string WrittenName(const std::string& name) {

@@ -14,7 +14,10 @@ inline constexpr int kComparedNameLength = 199;
 
 // The name that any child has; an empty one is as good.
 inline constexpr char kAnyName[] = "*";
-bool IsAnyName(const FIValue& name);
+bool IsAnyName(const char* name);
+inline bool IsAnyName(const FIValue& name) {
+    return IsAnyName(name.CStr());
+}
 
 // A text as it is written in a path, in quotes where it needs them: as a name, and in parentheses.
 std::string WrittenName(const std::string& name);

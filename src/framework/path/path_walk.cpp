@@ -159,21 +159,26 @@ bool FIIterator::WalkBy(const PathStep& step, Matcher matches, FIIterator& varia
 }
 
 // Until a child has passed, names are not compared: a seek by key may land on a node whose
-// displayed name is another.
+// displayed name is another. Most steps end there, and their name is not made a value.
 bool FIIterator::StepBy(const PathStep& step, Matcher matches, FIIterator& variables) {
     FIValue name;
-    step.ResolveName(variables, name);
-    const int count = step.ResolveCount(variables);
-    if (step.StaysInPlace(name, count)) return Filter(step);
+    const bool is_plain = !step.isVariable && !step.name.empty();
+    if (!is_plain) step.ResolveName(variables, name);
+    const int count = step.count.IsNull() ? -1 : step.ResolveCount(variables);
+    const auto passes = [&] { return step.filters.empty() || Filter(step); };
+    if (!is_plain && step.StaysInPlace(name, count)) return passes();
 
-    const bool any = IsAnyName(name);
+    const char* text = is_plain ? step.name.c_str() : name.CStr();
+    const bool any = IsAnyName(text);
     // Where every child passes, the place among them is the count.
     if (any && count > 0 && step.filters.empty()) return Down(count);
-    if (!(any ? DownFirst() : SeekChild(name.CStr()))) return false;
+    if (!(any ? DownFirst() : SeekChild(text))) return false;
     int left = count;
     do {
-        const bool candidate = any || left == count || (this->*matches)(name);
-        if (candidate && Filter(step)) {
+        const bool is_first = left == count;
+        if (!any && !is_first && name.IsNull()) name.SetText(text);
+        const bool candidate = any || is_first || (this->*matches)(name);
+        if (candidate && passes()) {
             if (left <= 0) return true;
             --left;
         }

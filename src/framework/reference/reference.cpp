@@ -47,6 +47,7 @@ FIReference::FIReference(const FIReference& other)
       iterator_(Ref<FIIterator>::Adopt(other.iterator_->Copy())),
       state_(other.state_) {
     revision_ = other.revision_;
+    was_read_ = other.was_read_;
     Listen([this] {
         if (state_ == kLive) SubscribeBasics();
         if (state_ != kDeleted && !IsUnbound()) Watch();
@@ -102,14 +103,11 @@ void FIReference::Watch() {
     if (Life()) Life()->Watch(*this);
 }
 
-void FIReference::NoteRevision() {
-    if (Life()) revision_ = Life()->Revision();
-}
-
 void FIReference::CatchUp() {
     if (state_ == kDeleted || !IsBehind()) return;
     if (!Life()->Look()) return OnDeleted();
-    // A place that nobody has bound yet is where its iterator stands.
+    // A place that nobody has bound or read yet is where its iterator stands.
+    if (IsUnbound() && was_read_) state_ = kLive;
     if (!IsUnbound()) MarkStale();
 }
 

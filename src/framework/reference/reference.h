@@ -28,13 +28,22 @@ class FIReference : public FIReferenceBase,
     FIReference(const FIReference& other);
     struct NotYetBound {};
     FIReference(Ref<FIIterator> iterator, NotYetBound)
-        : iterator_(std::move(iterator)), state_(kStale) {}
+        : iterator_(std::move(iterator)), state_(kStale) {
+        NoteRevision();
+    }
     // One that listens to nobody yet. Whoever asked for it may move it through GetIterator; its
-    // first guarded use binds it to where it stands then. Shares no position with anybody.
+    // first guarded use binds it to where it stands then, but for reads while the host's number
+    // says that no structure has changed: nobody need tell of that. Shares no position with
+    // anybody.
     static Ref<FIReference> Unbound(Ref<FIIterator> iterator);
     // The same on a copy of this one's place, null when the node is gone. One that is not bound
     // itself is copied as it stands.
     Ref<FIReference> UnboundCopy();
+    // One holder alone has it, and since it was made as an unbound copy it was led elsewhere and
+    // read at most: it may be led on where another copy would be made.
+    bool MayBeLedOn() const {
+        return references_ == 1 && stays_ == 0 && MayReadUnbound() && !iterator_->ShowsOwn();
+    }
     FIReference& operator=(const FIReference&) = delete;
 
     int AddRef() override { return ++references_; }
@@ -121,7 +130,7 @@ class FIReference : public FIReferenceBase,
     template <class Mover>
     bool Move(Mover move) {
         const Stay stay(*this);
-        if (IsUnbound()) return move(static_cast<FIIteratorBase&>(*iterator_));
+        if (MayMoveUnbound()) return move(static_cast<FIIteratorBase&>(*iterator_));
         if (!Rebind()) return false;
         UnsubscribeAll();
         const bool moved = move(static_cast<FIIteratorBase&>(*iterator_));
@@ -153,16 +162,25 @@ class FIReference : public FIReferenceBase,
     void OnForgotten() override { MarkStale(); }
 
     bool IsUnbound() const { return state_ == kStale && !iterator_->IsFrozen(); }
+    // What was read before it was bound has to be found again like any other when it is behind.
+    bool MayMoveUnbound() const { return IsUnbound() && !(was_read_ && IsBehind()); }
     // The case changed since the reference was last sure of its place.
     bool IsBehind() const { return Life() && !Life()->IsCurrent(revision_); }
     // Makes a reference that is behind stale, or, when the case is gone, deleted.
     void CatchUp();
     void Watch();
     // The place is where it should be at the present revision.
-    void NoteRevision();
+    void NoteRevision() {
+        if (Life()) revision_ = Life()->Revision();
+    }
+    // Not bound, and no structure has changed since it was made.
+    bool MayReadUnbound() const { return IsUnbound() && Life() && !Life()->MayHaveLost(revision_); }
     // Runs a guarded operation on the iterator; the text of the failure, or null.
     template <class Operation>
     const char* Guard(Operation operation);
+    // The same for a read, which may come before the reference is bound.
+    template <class Operation>
+    const char* GuardRead(Operation operation);
     // The same with the failure in `out`, or with NULL there.
     template <class Operation>
     void GuardText(FIValue& out, Operation operation);
@@ -195,6 +213,7 @@ class FIReference : public FIReferenceBase,
     // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0.
     int stays_ = 0;
     State state_ : 8 = kLive;
+    bool was_read_ : 1 = false;  // before it was bound
     bool delete_pending_ : 1 = false;
     bool erase_pending_ : 1 = false;
     bool on_delete_ : 1 = false;

@@ -19,6 +19,15 @@ const char* FIReference::Guard(Operation operation) {
 }
 
 template <class Operation>
+const char* FIReference::GuardRead(Operation operation) {
+    if (!MayReadUnbound()) return Guard(operation);
+    const Stay stay(*this);
+    was_read_ = true;
+    operation(*iterator_);
+    return nullptr;
+}
+
+template <class Operation>
 void FIReference::GuardText(FIValue& out, Operation operation) {
     if (const char* failure = Guard(operation)) out.SetText(failure);
 }
@@ -38,7 +47,7 @@ bool FIReference::GuardBool(Operation operation) {
 Ref<FIReference> FIReference::UnboundCopy() {
     Ref<FIIterator> copy;
     const auto make_copy = [&](FIIterator& it) { copy = Ref<FIIterator>::Adopt(it.Copy()); };
-    if (IsUnbound()) {
+    if (MayMoveUnbound()) {
         make_copy(*iterator_);
     } else {
         Guard(make_copy);
@@ -84,10 +93,11 @@ FIVarSet* FIReference::GetVarSet() {
 }
 
 void FIReference::GetAttribute(const FIValue& name, FIValue& out) {
-    GuardText(out, [&](FIIterator& it) { it.GetAttribute(name, out); });
+    const char* failure = GuardRead([&](FIIterator& it) { it.GetAttribute(name, out); });
+    if (failure) out.SetText(failure);
 }
 void FIReference::GetAttributes(const FIValue* names, int count, FIValue* out) {
-    const char* failure = Guard([&](FIIterator& it) { it.GetAttributes(names, count, out); });
+    const char* failure = GuardRead([&](FIIterator& it) { it.GetAttributes(names, count, out); });
     for (int i = 0; failure && i < count; ++i) out[i].SetText(failure);
 }
 void FIReference::SetAttribute(const FIValue& name, const FIValue& value, int mode, FIValue& out) {

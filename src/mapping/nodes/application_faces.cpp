@@ -73,12 +73,13 @@ bool NamesClass(const CCDMTranslator& translator) {
 }  // namespace
 
 // Both forms may apply: the plain translator leads to where the elements are walked from.
-AppFace::AppFace(const FaceChoice& choice, const CCDMAttribute& attribute, FIReference* parent)
+AppFace::AppFace(const FaceChoice& choice, const FaceQuery& query, FIReference* parent)
     : request(choice.request),
       parent_(choice.IsEmpty() ? nullptr : parent),
       plain_(choice.plain.translator),
-      array_(static_cast<const CCDMArrayTranslator*>(choice.array.translator)) {
-    if (attribute.isArray) array = array_;
+      array_(static_cast<const CCDMArrayTranslator*>(choice.array.translator)),
+      last_(query.last) {
+    if (query.attribute.isArray) array = array_;
     for (const CCDMTranslator* each : {plain_, static_cast<const CCDMTranslator*>(array_)}) {
         if (!each) continue;
         names_class |= NamesClass(*each);
@@ -98,7 +99,14 @@ void AppFace::Bind() const {
     parent_ = nullptr;
 }
 
+const CCDMMapTranslator* AppFace::PathAlone() const {
+    const bool is_alone = plain_ && plain_->followsPath && !plain_->setVars && !array_;
+    return is_alone ? static_cast<const CCDMMapTranslator*>(plain_) : nullptr;
+}
+
 Ref<FIReference> AppFace::MovedCopy() const {
+    const CCDMMapTranslator* path = last_ ? PathAlone() : nullptr;
+    if (path) return last_->Lead(*parent_, *path);
     Ref<FIReference> moved = parent_->UnboundCopy();
     if (!moved || (plain_ && !plain_->Apply(*moved))) return {};
     SetVariables(plain_, *moved);
@@ -155,14 +163,24 @@ FacesChoice ChooseTranslators(const FaceQuery& query) {
             ChooseFrom(query, secondary, requests.secondary)};
 }
 
+bool DependsOnVariables(const FaceQuery& query) {
+    const auto has_condition = [&](const TranslatorMap& translators) {
+        const auto [first, last] = translators.equal_range(query.library.translateName);
+        return std::any_of(first, last, [](const auto& row) {
+            return static_cast<const CCDMTranslator&>(*row.second).conditions != nullptr;
+        });
+    };
+    return has_condition(query.attribute.translators) ||
+           has_condition(query.attribute.arrayTranslators);
+}
+
 AppFaces BindFaces(const FaceQuery& query, const FacesChoice& choice) {
     LogTies(query, choice.primary);
     LogTies(query, choice.secondary);
     FIReference* primary = query.parent.primary.Get();
     FIReference* secondary = query.parent.secondary.Get();
-    AppFaces faces = {
-        AppFace(choice.primary, query.attribute, primary),
-        AppFace(choice.secondary, query.attribute, choice.is_split ? primary : secondary)};
+    AppFaces faces = {AppFace(choice.primary, query, primary),
+                      AppFace(choice.secondary, query, choice.is_split ? primary : secondary)};
     // A second node that was given is kept where the map says nothing about it.
     const bool keeps_given = secondary && !choice.is_split && choice.secondary.IsEmpty();
     if (keeps_given) faces.secondary.StandOn(secondary->UnboundCopy());

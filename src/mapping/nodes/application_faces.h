@@ -9,6 +9,7 @@
 
 #include "fixtop/ref.h"
 #include "framework/reference/reference.h"
+#include "mapping/nodes/last_place.h"
 #include "mapping/translators/ancestor_path.h"
 #include "mapping/translators/array_translator.h"
 #include "mapping/translators/branch_request.h"
@@ -42,6 +43,7 @@ struct FaceQuery {
     const AncestorPath& path;
     const AppReferences& parent;
     BranchRequest branch;
+    LastPlace* last = nullptr;  // of the entry above; null at the top
 };
 
 // The translators of one face.
@@ -65,8 +67,9 @@ struct FacesChoice {
 class AppFace {
  public:
     AppFace() = default;
-    // Not bound yet; `parent` is lent and outlives the face. Null: there is no node.
-    AppFace(const FaceChoice& choice, const CCDMAttribute& attribute, FIReference* parent);
+    // Not bound yet; `parent` is lent and outlives the face, as what `query` lends does. Null:
+    // there is no node.
+    AppFace(const FaceChoice& choice, const FaceQuery& query, FIReference* parent);
 
     // Lent; null when the application has no such node.
     FIReference* Node() const {
@@ -91,12 +94,15 @@ class AppFace {
  private:
     void Bind() const;
     Ref<FIReference> MovedCopy() const;
+    // Null where the translators do more than follow a path.
+    const CCDMMapTranslator* PathAlone() const;
 
     mutable Ref<FIReference> node_;
     mutable Ref<FIReference> beside_;
     mutable FIReference* parent_ = nullptr;  // null when it is bound
     const CCDMTranslator* plain_ = nullptr;
     const CCDMArrayTranslator* array_ = nullptr;
+    LastPlace* last_ = nullptr;
 };
 
 struct AppFaces {
@@ -123,6 +129,9 @@ BranchRequest MirrorRequest(BranchRequest request);
 
 // Empty when no translator serves the attribute, or there is no application.
 FacesChoice ChooseTranslators(const FaceQuery& query);
+
+// Whether the choice asks for the nodes' variables too: the same query may find another one then.
+bool DependsOnVariables(const FaceQuery& query);
 
 // Moves copies of the parent's references by the translators. An array's elements are not entered
 // yet: each face has the translator that walks them. Logs ties.

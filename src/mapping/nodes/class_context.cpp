@@ -32,7 +32,18 @@ bool SplitKey(FIReference& node, const char* path, FIValue& key, const char** re
 
 }  // namespace
 
-CCDMClassContext::CCDMClassContext(ClassPlace place) : place_(std::move(place)) {}
+namespace {
+
+// What is on no node of the application asks for no translators.
+ClassWay* WayTo(const ClassPlace& place) {
+    if (place.references.IsEmpty()) return nullptr;
+    return place.parent ? place.parent->WayBelow() : &place.library->way;
+}
+
+}  // namespace
+
+CCDMClassContext::CCDMClassContext(ClassPlace place)
+    : place_(std::move(place)), way_(WayTo(place_)) {}
 
 CCDMClassContext::~CCDMClassContext() = default;
 
@@ -69,7 +80,20 @@ AncestorPath CCDMClassContext::PathOf(const CCDMAttribute& attribute) const {
 
 FaceQuery CCDMClassContext::QueryFor(const CCDMAttribute& attribute,
                                      const AncestorPath& path) const {
-    return {Library(), attribute, path, place_.references, place_.branch};
+    LastPlace* last = place_.parent ? &place_.parent->Last() : nullptr;
+    return {Library(), attribute, path, place_.references, place_.branch, last};
+}
+
+FacesChoice CCDMClassContext::ChoiceFor(const CCDMAttribute& attribute) const {
+    const ClassWay::Request request = {&attribute, place_.branch, bool{place_.references.primary},
+                                       bool{place_.references.secondary}};
+    const FacesChoice* known = way_ ? way_->Find(request) : nullptr;
+    if (known) return *known;
+    const AncestorPath path = PathOf(attribute);
+    const FaceQuery query = QueryFor(attribute, path);
+    const FacesChoice choice = ChooseTranslators(query);
+    if (way_ && !DependsOnVariables(query)) way_->Keep(request, choice);
+    return choice;
 }
 
 // In a pure tree the class alone says what is below, however deep it stands.

@@ -44,11 +44,18 @@ class CCDMClassContext : public CountedFromZero<FIContext> {
     // The level of an attribute's entry, as far as it is known before the entry is made.
     AncestorPath PathOf(const CCDMAttribute& attribute) const;
     FaceQuery QueryFor(const CCDMAttribute& attribute, const AncestorPath& path) const;
+    // The translators of an attribute here.
+    FacesChoice ChoiceFor(const CCDMAttribute& attribute) const;
+    // Of the level below an attribute whose element is of this class. Lent; null for none.
+    ClassWay* WayBelow(const CCDMAttribute& attribute, const CCDMClass& shown) const {
+        return way_ ? way_->Below(attribute, shown) : nullptr;
+    }
     // Whether both list the attributes of one place of one tree.
     bool IsSameList(const CCDMClassContext& other) const;
 
  private:
     const ClassPlace place_;
+    ClassWay* const way_;  // null where none is remembered
 };
 
 }  // namespace fixtop

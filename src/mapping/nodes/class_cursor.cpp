@@ -2,6 +2,7 @@
 #include "mapping/nodes/class_cursor.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "diagnostics/module_log.h"
 #include "framework/nodes/counted.h"
@@ -23,8 +24,7 @@ bool CCDMAttrCol::IsKey(const CCDMAttribute& attribute) const {
 
 bool CCDMAttrCol::Accepts(const CCDMAttribute& attribute, FacesChoice& choice) const {
     if (rows_ == Rows::kKeys && !IsKey(attribute)) return false;
-    const AncestorPath path = context_.PathOf(attribute);
-    choice = ChooseTranslators(context_.QueryFor(attribute, path));
+    choice = context_.ChoiceFor(attribute);
     return !choice.IsEmpty() || context_.Place().references.IsEmpty();
 }
 
@@ -301,8 +301,10 @@ bool CCDMClassCursorBase::SeekName(int origin, const char* name) {
     const bool is_here =
         origin == kFromPresent && on_attribute && name && walker_.Current()->name == name;
     if (is_here) return true;
+    const std::string_view wanted = name ? name : "";
     for (; on_attribute && name; on_attribute = walker_.Next()) {
-        if (walker_.Current()->name == name && Enter(*walker_.Current())) return Stand(true);
+        const CCDMAttribute& attribute = *walker_.Current();
+        if (attribute.name == wanted && Enter(attribute)) return Stand(true);
     }
     elements_.reset();
     return stands_ = false;

@@ -77,7 +77,13 @@ class CCDMClassEntry : public FIEntry,
     static bool IsSamePlace(const CCDMClassEntry* one, const CCDMClassEntry* other);
 
     const AncestorPath& Path() const { return path_; }
+    // Of what is below it; null where none is remembered.
+    ClassWay* WayBelow() const {
+        return path_.classRecord ? context_->WayBelow(attribute_, *path_.classRecord) : nullptr;
+    }
     const AppFaces& Faces() const { return faces_; }
+    // Where its attributes were read last.
+    LastPlace& Last() { return last_; }
     const CCDMAttribute& Attribute() const { return attribute_; }
     bool IsMissing() const;
     // Rows that are not asked of the application.
@@ -169,6 +175,7 @@ class CCDMClassEntry : public FIEntry,
     AncestorPath path_;
     AppFaces faces_;
     FIValue subclass_;
+    LastPlace last_;
 };
 
 }  // namespace fixtop

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "fixtop/ref.h"
+#include "mapping/nodes/class_way.h"
 #include "model/class_library.h"
 
 namespace fixtop {
@@ -31,6 +32,7 @@ class OpenLibrary {
     bool IsNew(const std::string& text) { return told_.insert(text).second; }
 
     CCDMClassLibrary library;
+    ClassWay way;  // of the tree's top
 
  private:
     ~OpenLibrary() = default;

@@ -17,10 +17,11 @@ void CCDMArrayFuncTranslator::SetBody(const std::string& text) {
     function_ = FindFilter<ArrayFunction>(module_, function_name_);
     const NamedFunction* row = FindFunctionRow<ArrayFunction>(module_, function_name_);
     steps_on_ = row && row->steps_on;
+    late_ = row ? row->late : nullptr;
 }
 
 std::unique_ptr<CDTBase> CCDMArrayFuncTranslator::MakeIterator(FIReferenceBase& reference) const {
-    return std::make_unique<CDTVariableIterator>(function_, reference, length_, steps_on_);
+    return std::make_unique<CDTVariableIterator>(function_, reference, length_, steps_on_, late_);
 }
 
 }  // namespace fixtop

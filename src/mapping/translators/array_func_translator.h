@@ -27,6 +27,7 @@ class CCDMArrayFuncTranslator final : public CCDMArrayTranslator {
     std::string function_name_;
     ArrayFunction function_ = nullptr;
     bool steps_on_ = false;
+    const LateVariables* late_ = nullptr;
 };
 
 }  // namespace fixtop

@@ -12,11 +12,15 @@ namespace fixtop {
 // Goes along a path.
 class CCDMMapTranslator final : public CCDMTranslator {
  public:
+    CCDMMapTranslator() { followsPath = true; }
+
     const char* DumpBody(std::string& out) const override;
     void SetBody(const std::string& text) override;
     bool Test(FIReferenceBase& reference) const override;
     bool Apply(FIReferenceBase& reference) const override;
     const std::string& Text() const { return text_; }
+    // Null for one that fails.
+    const PathStep* Path() const { return path_.get(); }
 
  private:
     std::string text_;

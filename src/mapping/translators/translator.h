@@ -42,6 +42,7 @@ class CCDMTranslator : public CCDMTranslatorRecord {
     std::shared_ptr<CCDMSetVarList> setVars;        // null when there are none
     NodeAttributes nodeAttributes;
     CCDMBranch branch = CCDMBranch::kBoth;
+    bool followsPath = false;  // it is a CCDMMapTranslator
 };
 
 }  // namespace fixtop

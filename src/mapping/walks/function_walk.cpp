@@ -19,8 +19,9 @@ const FIValue& SubclassName() {
 }  // namespace
 
 CDTVariableIterator::CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
-                                         ListLength length, bool steps_on)
-    : function_(function), reference_(reference), steps_on_(steps_on) {
+                                         ListLength length, bool steps_on,
+                                         const LateVariables* late)
+    : function_(function), reference_(reference), steps_on_(steps_on), late_(late) {
     if (function_ != nullptr) {
         MoveReference(reference_, [&](FIIteratorBase& it) {
             FIValue unused;
@@ -43,6 +44,7 @@ CDTVariableIterator::CDTVariableIterator(const CDTVariableIterator& other,
       position_(other.position_),
       base_depth_(other.base_depth_),
       steps_on_(other.steps_on_),
+      late_(other.late_),
       element_depth_(other.element_depth_) {}
 
 CDTVariableIterator::~CDTVariableIterator() {
@@ -58,7 +60,8 @@ bool CDTVariableIterator::Enter(int position) {
     const bool entered = MoveReference(reference_, [&](FIIteratorBase& it) {
         PopTo(it, base_depth_);
         FIValue subclass;
-        function_(&it, &subclass, position);
+        if (late_) static_cast<FIIterator&>(it).SetLateVars(*late_, position);
+        (late_ ? late_->select : function_)(&it, &subclass, position);
         it.SetVar(SubclassName(), subclass);
         element_depth_ = it.Depth();
         return true;

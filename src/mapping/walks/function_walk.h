@@ -7,7 +7,8 @@
 // Each element is reached anew from the depth at which the walk began; the function may leave the
 // reference deeper. A function that takes kNextIndex goes on from the element before instead, or a
 // list would be walked from its start for each. The class that it names for an element is the
-// variable "Subclass" there, NULL when it names none, and behind the last element.
+// variable "Subclass" there, NULL when it names none, and behind the last element. Late variables
+// of an element are found out when one of them is asked for there.
 
 #include "diagnostics/instance_counts.h"
 #include "fixtop/semantic_function.h"
@@ -20,9 +21,10 @@ class CDTVariableIterator final : public CDTBase,
                                   private Counted<CountedClass::CDTVariableIterator> {
  public:
     // Asks for the count and goes to the first element. Without a function there are none.
-    // `steps_on`: the function takes kNextIndex.
+    // `steps_on`: the function takes kNextIndex. `late`: of its variables, null for none.
     CDTVariableIterator(ArrayFunction function, FIReferenceBase& reference,
-                        ListLength length = ListLength::kByte, bool steps_on = false);
+                        ListLength length = ListLength::kByte, bool steps_on = false,
+                        const LateVariables* late = nullptr);
     ~CDTVariableIterator() override;
 
     std::unique_ptr<CDTBase> Clone(FIReferenceBase& reference) const override;
@@ -49,6 +51,7 @@ class CDTVariableIterator final : public CDTBase,
     int position_ = 0;
     int base_depth_ = 0;
     bool steps_on_ = false;
+    const LateVariables* late_ = nullptr;
     int element_depth_ = 0;
 };
 
