@@ -5,6 +5,9 @@
 // table or a reaction. Below it lie the inner flowsheet of a template operation, or else the
 // object's variables, or, when the options say so, its specification elements.
 //
+// It has no options of its own: what shows below it shows as above it. Many are held, so what it
+// has in common with its siblings stays in their context.
+//
 // A stream can be held: while it is, stores to its composition neither normalise nor start the
 // solver; giving the hold back does both once.
 
@@ -18,7 +21,7 @@ namespace fixtop {
 
 class HFSOContext;
 
-class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
+class HTopEntry : public LivingNode, public AttrMapEntry<HTopEntry> {
  public:
     HTopEntry(HFSOContext* context, host::Viewable* object);
 
@@ -32,9 +35,11 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
     void BeginBatch() override;
 
     // Null when it is gone.
-    host::Viewable* Object() const { return object_.Get(); }
-    Liveness* Life() const final { return object_.Life().Get(); }
-    bool IsGone() const final { return object_.IsGone(); }
+    host::Viewable* Object() const {
+        return IsGone() ? nullptr : static_cast<host::Viewable*>(object_.Address());
+    }
+    Liveness* Life() const final { return CaseRecord().Get(); }
+    bool IsGone() const final { return !object_.Check(*CaseRecord()); }
     std::uint64_t ObjectNumber() const final { return object_.Number(); }
     bool IsTracked() const final { return object_.IsTracked(); }
     bool FollowsAttachments() const { return attachments_; }
@@ -45,12 +50,16 @@ class HTopEntry : public AttrMapEntry<HTopEntry>, public LivingNode {
     enum class Below { kNothing, kFlowSheet, kSpecification, kVariables };
     Below FindBelow();
 
+    const Ref<CaseLife>& CaseRecord() const;
+    HostObject<host::Viewable> Handle() const { return {object_, CaseRecord()}; }
+    const HovexOptions& Options() const;
+
+    // In the room that the bases leave.
+    bool attachments_;
     Ref<HFSOContext> context_;
-    HostObject<host::Viewable> object_;
-    HovexOptions options_;
+    HostPlace object_;
     HSpecView specification_;
     const host::LinkedList* variables_ = nullptr;
-    bool attachments_;
 };
 
 }  // namespace fixtop

@@ -10,15 +10,19 @@ namespace fixtop {
 
 HVarsContext::HVarsContext(const host::LinkedList* list, const HostObject<host::Viewable>& owner,
                            NodeAbove above, const HAttachment* attachment)
-    : list_(list),
+    : is_attached_(attachment != nullptr),
+      is_of_correlation_(IsA(owner.Get(), CorrelationType())),
+      list_(list),
       owner_(owner),
-      above_(std::move(above)),
-      attachment_(attachment),
-      is_of_correlation_(IsA(owner.Get(), CorrelationType())) {}
+      above_(std::move(above)) {}
 
 HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
                            const NodeAbove& above, const HAttachment* attachment)
     : HVarsContext(list, {owner, LifeFor(nullptr, above.Options())}, above, attachment) {}
+
+const HAttachment* HVarsContext::Attachment() const {
+    return is_attached_ ? dynamic_cast<const HAttachment*>(above_.Entry()) : nullptr;
+}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();

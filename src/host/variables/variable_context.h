@@ -30,7 +30,7 @@ class VariableWalk : public ListPosition<VariableView> {
     static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
 };
 
-class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
+class HVarsContext : public LivingNode, public CountedFromZero<FIContext> {
  public:
     // The variables in `list`, of `owner`, which is there. `attachment` is the node above when it
     // is one that points at `owner`, else null.
@@ -54,16 +54,17 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     const HostObject<host::Viewable>& Owner() const { return owner_; }
     const HovexOptions* Options() const { return above_.Options(); }
     bool FollowsAttachments() const { return above_.FollowsAttachments(); }
-    const HAttachment* Attachment() const { return attachment_; }
+    const HAttachment* Attachment() const;
     // The owner is a correlation, whose variables describe the object that it is attached to.
     bool IsOfCorrelation() const { return is_of_correlation_; }
 
  private:
+    // In the room that the bases leave.
+    bool is_attached_;
+    bool is_of_correlation_;
     const host::LinkedList* list_;
     HostObject<host::Viewable> owner_;
     NodeAbove above_;
-    const HAttachment* attachment_;
-    bool is_of_correlation_;
 };
 
 class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {

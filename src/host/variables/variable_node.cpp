@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "framework/nodes/shield.h"
 #include "host/adapter.h"
@@ -61,10 +62,10 @@ std::string EscapedName(const char* name) {
 }  // namespace
 
 HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
-    : context_(Ref<HVarsContext>::Share(context)),
-      row_(row),
-      attachments_(context->FollowsAttachments()),
-      custom_block_(IsCustomBlock(*row)) {
+    : attachments_(context->FollowsAttachments()),
+      custom_block_(IsCustomBlock(*row)),
+      context_(Ref<HVarsContext>::Share(context)),
+      row_(row) {
     const bool may_lead = row->value_kind == host::kAttachment;
     if (!may_lead && !row->offset_descriptions) return;
     branch_ = std::make_unique<Branch>();
@@ -76,8 +77,15 @@ HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
 
 int HVarsEntry::CountDimensions() const {
     const host::Text text = row_->TextDescription();
-    dimensions_ = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
-    return dimensions_;
+    const auto count = static_cast<int>(std::count(text.Str().begin(), text.Str().end(), '['));
+    if (std::in_range<std::int8_t>(count)) dimensions_ = static_cast<std::int8_t>(count);
+    return count;
+}
+
+host::VarType HVarsEntry::AskUnitType() const {
+    const host::VarType type = Description().GetVariablePart()->UnitType();
+    if (std::in_range<std::int16_t>(type)) unit_type_ = static_cast<std::int16_t>(type);
+    return type;
 }
 
 host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {

@@ -4,8 +4,8 @@
 // HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and
 // followed attachments have children.
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "fixtop/ref.h"
@@ -15,7 +15,7 @@
 
 namespace fixtop {
 
-class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
+class HVarsEntry : public LivingNode, public HAttachment, public AttrMapEntry<HVarsEntry> {
  public:
     HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
 
@@ -61,9 +61,9 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const {
-        if (!unit_type_) unit_type_ = Description().GetVariablePart()->UnitType();
-        const bool varies = *unit_type_ == host::kVariableUnitType;
-        return varies ? EffectiveUnitType(*unit_type_, Owner(), Description()) : *unit_type_;
+        const host::VarType type = unit_type_ >= 0 ? host::VarType{unit_type_} : AskUnitType();
+        const bool varies = type == host::kVariableUnitType;
+        return varies ? EffectiveUnitType(type, Owner(), Description()) : type;
     }
     bool IsCompositionVariable() const;
     HVariable Variable() const { return At(Description()); }
@@ -96,7 +96,9 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     };
 
     const host::VarDescription& Description() const { return row_->description; }
+    // What does not fit where it is kept is asked for each time.
     int CountDimensions() const;
+    host::VarType AskUnitType() const;
     // The variables of a correlation describe the object that it is attached to.
     host::Viewable* OwnerThroughCorrelation() const;
     // Null when nothing is attached or it has no variables. Kept while no structure has changed.
@@ -104,14 +106,15 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     bool LeadsSomewhere();
     void ReadMoniker(FIValue& out);
 
+    // In the room that the bases leave. Below 0: not known yet.
+    mutable std::int16_t unit_type_ = -1;
+    mutable std::int8_t dimensions_ = -1;
+    bool attachments_ : 1;
+    bool custom_block_ : 1;
+    bool follow_attachment_ : 1 = false;
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
     std::unique_ptr<Branch> branch_;
-    mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
-    mutable int dimensions_ = -1;
-    bool attachments_;
-    bool custom_block_;
-    bool follow_attachment_ = false;
 };
 
 }  // namespace fixtop
