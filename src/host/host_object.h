@@ -35,6 +35,8 @@ class HostPlace {
     }
     // The number tells the object apart from all that ever were.
     bool IsTracked() const { return identity_ != 0; }
+    // 0 where the host gives none.
+    std::uint64_t Identity() const { return identity_; }
     // Where the object lies or lay.
     void* Address() const { return address_; }
 

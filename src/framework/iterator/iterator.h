@@ -7,7 +7,9 @@
 // latest when the iterator is copied, because copies share the levels above the present node.
 // Clauses of a path are walked on the iterator itself and walked back: nothing below the present
 // node is shared, so its position and cursors are as before.
-// Limits: an iterator does not go deeper than kDepthLimit frames.
+// Folding. An iterator that is held folds its frames into what other iterators have of them too,
+// and cursors that its nodes can make again; they are laid out when a move or a comparison wants
+// them. Limits: an iterator does not go deeper than kDepthLimit frames.
 
 #include <memory>
 #include <vector>
@@ -23,15 +25,20 @@ namespace fixtop {
 
 class PreparedPath;
 
-class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
+class FIIterator : public FIIteratorBase,
+                   private HasVarSet,
+                   private Counted<CountedClass::FIIterator> {
+    friend IteratorVarSet;
+
  public:
     static constexpr int kDepthLimit = 10000;
 
-    // On the shared empty entry.
-    FIIterator();
+    // On the shared empty entry. The room for frames, here and below, is lent; null is none.
+    explicit FIIterator(FrameRoom* room = nullptr);
     // At a root. With `history` the iterator also enters nodes that repeat an ancestor.
-    FIIterator(FIEntry* entry, bool history);
-    FIIterator(const FIIterator& other);
+    FIIterator(FIEntry* entry, bool history, FrameRoom* room = nullptr);
+    // Without a room it folds its frames as far as that can go.
+    FIIterator(const FIIterator& other, FrameRoom* room = nullptr);
     FIIterator& operator=(const FIIterator&) = delete;
 
     FIIterator* Copy() override;
@@ -143,7 +150,11 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     void GetPathFrom(int level, FIValue& out);
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
-    bool IsFrozen() const { return !frozen_.empty(); }
+    bool IsFrozen() const { return frozen_ != nullptr; }
+    // A copy that is to be held, without room for frames.
+    FIIterator* CopyToHold();
+    // Folds the frames that a move has had laid out; nothing in one that has room for them.
+    void Fold();
     // The units that it shows to entries.
     bool HasUnits() const { return var_set_.HasUnits(); }
     bool HasUnitsOf(const FIIterator& other) const { return var_set_.HasUnitsOf(other.var_set_); }
@@ -175,6 +186,7 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
 
  private:
     using Elements = std::vector<std::unique_ptr<SavedStep>>;
+    using FrozenElements = std::unique_ptr<Elements>;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 
@@ -204,18 +216,34 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     const FIValue* FindVar(const FIValue& name) const;
     FrameVars& PresentVars();
     void ShareLevels() const;
-    static Elements CloneElements(const Elements& elements);
+    static FrozenElements CloneElements(const FrozenElements& elements);
+    FrameStack& Frames() const {
+        if (frames_.IsFolded()) Unfold();
+        return frames_;
+    }
+    void Unfold() const;
+    // As other frames of the same levels, into a stack that is empty.
+    void LayFrames(FrameStack& frames) const;
+    // The lowest level, when all can be found from it; else null.
+    FrameVars* FindChain() const;
+    FrameVars& FoldedLevel(int level) const;
+    // Of a level above the present node; null when it has none.
+    FrameVars* VarsAt(int level) const {
+        return frames_.IsFolded() ? &FoldedLevel(level) : frames_[level].vars.Get();
+    }
+    // Hands the variables of each level to `use`, from the present node up, until it answers true.
+    template <class Use>
+    bool AnyVars(Use use) const;
 
     // What a read needs comes first.
     Ref<FIEntry> entry_;
-    IteratorVarSet var_set_;
     Ref<Liveness> life_;
     Ref<FrameVars> vars_;
     int references_ = 1;
     bool history_ = false;
     mutable FrameStack frames_;
     // Dropped by every move: who moved has a newer position than the saved one.
-    Elements frozen_;
+    FrozenElements frozen_;
 };
 
 }  // namespace fixtop

@@ -124,11 +124,23 @@ void FIIterator::SetVarText(const char* name, const FIValue& value) {
     SetVar(FIValue(name), value);
 }
 
-const FIValue* FIIterator::FindVar(const FIValue& name) const {
-    const FIValue* found = vars_ ? vars_->map.Find(name) : nullptr;
-    for (int i = frames_.Size() - 1; i >= 0 && !found; --i) {
-        if (frames_[i].vars) found = frames_[i].vars->map.Find(name);
+template <class Use>
+bool FIIterator::AnyVars(Use use) const {
+    if (vars_ && use(*vars_)) return true;
+    if (frames_.IsFolded()) {
+        FrameVars* vars = frames_.Chain();
+        while (vars && !use(*vars)) vars = vars->level.above.Get();
+        return vars != nullptr;
     }
+    for (int i = frames_.Size() - 1; i >= 0; --i) {
+        if (frames_[i].vars && use(*frames_[i].vars)) return true;
+    }
+    return false;
+}
+
+const FIValue* FIIterator::FindVar(const FIValue& name) const {
+    const FIValue* found = nullptr;
+    AnyVars([&](const FrameVars& vars) { return (found = vars.map.Find(name)) != nullptr; });
     return found;
 }
 
@@ -147,11 +159,7 @@ bool FIIterator::GetVarText(const char* name, FIValue& out) {
 }
 
 bool FIIterator::RemoveVar(const FIValue& name) {
-    if (vars_ && vars_->map.Remove(name)) return true;
-    for (int i = frames_.Size() - 1; i >= 0; --i) {
-        if (frames_[i].vars && frames_[i].vars->map.Remove(name)) return true;
-    }
-    return false;
+    return AnyVars([&](FrameVars& vars) { return vars.map.Remove(name); });
 }
 
 bool FIIterator::RemoveVarText(const char* name) {

@@ -114,7 +114,7 @@ void FIIterator::GetPathFrom(int level, FIValue& out) {
 void FIIterator::DumpVars(FIValue& out) {
     out.SetText("Frame\tVariable\t\tType\tValue\n");
     for (int level = 0; level <= Depth(); ++level) {
-        const Ref<FrameVars>& vars = level < Depth() ? frames_[level].vars : vars_;
+        const FrameVars* vars = level < Depth() ? VarsAt(level) : vars_.Get();
         if (!vars) continue;
         for (const VarMap::Variable& variable : vars->map.Variables()) {
             const bool shadowed = FindVar(variable.name) != &variable.value;

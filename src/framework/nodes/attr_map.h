@@ -15,6 +15,7 @@
 #include <span>
 
 #include "fixtop/entry.h"
+#include "framework/nodes/counted.h"
 #include "framework/nodes/cursor.h"
 #include "framework/nodes/liveness.h"
 #include "framework/nodes/shield.h"
@@ -254,7 +255,8 @@ class AttrMapBase : public FIAttributeSource {
 
 // An entry whose attributes come from T's table: one count for both interfaces. T derives from it,
 // gives AttributeRows, GetName and GetContext, and overrides what differs from the base entry.
-template <class T>
+// Beside is as that of CountedFromZero.
+template <class T, class Beside = NothingBeside>
 class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
  public:
     int AddRef() final { return ++references_; }
@@ -273,6 +275,9 @@ class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
 
  private:
     int references_ = 0;
+
+ protected:
+    [[no_unique_address]] Beside beside_;
 };
 
 }  // namespace fixtop

@@ -13,18 +13,29 @@
 
 namespace fixtop {
 
-HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object)
-    : attachments_(context->FollowsAttachments()),
-      context_(Ref<HFSOContext>::Share(context)),
-      object_(object, object ? IdentityOf(*object) : 0, *context->CaseRecord()) {}
+HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object, ListSpot spot)
+    : context_(Ref<HFSOContext>::Share(context)),
+      object_(object, object ? IdentityOf(*object) : 0, *context->CaseRecord()),
+      spot_(spot) {
+    FollowAttachments(context->FollowsAttachments());
+}
+
+bool HTopEntry::Remakes(FICursorBase& cursor) const {
+    return context_->Remakes(cursor, object_, spot_);
+}
+
+Ref<FICursorBase> HTopEntry::RemakeCursor() const {
+    return context_->RemakeCursor(object_, spot_);
+}
 
 const Ref<CaseLife>& HTopEntry::CaseRecord() const {
     return context_->CaseRecord();
 }
 
 const HovexOptions& HTopEntry::Options() const {
+    if (const HovexOptions* options = context_->Options()) return *options;
     static const HovexOptions defaults(static_cast<const HovexOptions*>(nullptr));
-    return context_->Options() ? *context_->Options() : defaults;
+    return defaults;
 }
 
 std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
@@ -88,7 +99,7 @@ HTopEntry::Below HTopEntry::FindBelow() {
 }
 
 FIContext* HTopEntry::GetContext() {
-    NodeAbove self(&Options(), attachments_, this);
+    NodeAbove self(&Options(), FollowsAttachments(), this);
     FIContext* context = nullptr;
     switch (FindBelow()) {
         case Below::kNothing:
@@ -100,7 +111,8 @@ FIContext* HTopEntry::GetContext() {
                                                    std::move(self));
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, Handle(), std::move(self), nullptr);
+            context =
+                new Shielded<HVarsContext>(variables_, object_, CaseRecord(), std::move(self));
             break;
     }
     return HandOut(context);

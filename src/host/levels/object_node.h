@@ -15,15 +15,21 @@
 #include "framework/nodes/attr_map.h"
 #include "host/host_object.h"
 #include "host/hovex_options.h"
+#include "host/lists/list_position.h"
 #include "host/specifications/spec_view.h"
 
 namespace fixtop {
 
 class HFSOContext;
 
-class HTopEntry : public LivingNode, public AttrMapEntry<HTopEntry> {
+struct ObjectSwitches {
+    bool attachments = false;
+};
+
+class HTopEntry : public AttrMapEntry<HTopEntry, ObjectSwitches>, public LivingNode {
  public:
-    HTopEntry(HFSOContext* context, host::Viewable* object);
+    // The spot is where it stood when the cursor on it made the node.
+    HTopEntry(HFSOContext* context, host::Viewable* object, ListSpot spot = {});
 
     static std::span<const AttrRow<HTopEntry>> AttributeRows();
 
@@ -42,8 +48,10 @@ class HTopEntry : public LivingNode, public AttrMapEntry<HTopEntry> {
     bool IsGone() const final { return !object_.Check(*CaseRecord()); }
     std::uint64_t ObjectNumber() const final { return object_.Number(); }
     bool IsTracked() const final { return object_.IsTracked(); }
-    bool FollowsAttachments() const { return attachments_; }
-    void FollowAttachments(bool follow) { attachments_ = follow; }
+    bool Remakes(FICursorBase& cursor) const override;
+    Ref<FICursorBase> RemakeCursor() const override;
+    bool FollowsAttachments() const { return beside_.attachments; }
+    void FollowAttachments(bool follow) { beside_.attachments = follow; }
 
  private:
     // What lies below: decided anew at each question, as the host may have changed.
@@ -54,10 +62,9 @@ class HTopEntry : public LivingNode, public AttrMapEntry<HTopEntry> {
     HostObject<host::Viewable> Handle() const { return {object_, CaseRecord()}; }
     const HovexOptions& Options() const;
 
-    // In the room that the bases leave.
-    bool attachments_;
     Ref<HFSOContext> context_;
     HostPlace object_;
+    const ListSpot spot_;
     HSpecView specification_;
     const host::LinkedList* variables_ = nullptr;
 };

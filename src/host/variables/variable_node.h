@@ -15,9 +15,21 @@
 
 namespace fixtop {
 
-class HVarsEntry : public LivingNode, public HAttachment, public AttrMapEntry<HVarsEntry> {
+// What an HVarsEntry keeps of its row. Below 0: not known yet.
+struct VariableFacts {
+    mutable std::int16_t unit_type = -1;
+    mutable std::int8_t dimensions = -1;
+    bool attachments : 1 = false;
+    bool custom_block : 1 = false;
+    bool follow_attachment : 1 = false;
+};
+
+class HVarsEntry : public AttrMapEntry<HVarsEntry, VariableFacts>,
+                   public HAttachment,
+                   public LivingNode {
  public:
-    HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
+    // The spot is where the row stood when the cursor on it made the node.
+    HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row, ListSpot spot = {});
 
     static std::span<const AttrRow<HVarsEntry>> AttributeRows();
 
@@ -31,19 +43,25 @@ class HVarsEntry : public LivingNode, public HAttachment, public AttrMapEntry<HV
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
     bool StandsWith(const LivingNode& other) const override;
+    bool Remakes(FICursorBase& cursor) const override {
+        return context_->Remakes(cursor, *row_, spot_);
+    }
+    Ref<FICursorBase> RemakeCursor() const override { return context_->RemakeCursor(*row_, spot_); }
     void TellReads(ReadAhead& ahead) const override {
         ahead.family = context_.Get();
         ahead.object = context_->Owner().Address();
     }
     host::Viewable* Holder() const override { return HolderAt(Description()); }
 
-    bool FollowsAttachments() const { return attachments_; }
-    void FollowAttachments(bool follow) { attachments_ = follow; }
+    bool FollowsAttachments() const { return beside_.attachments; }
+    void FollowAttachments(bool follow) { beside_.attachments = follow; }
     // Count of dimensions; 0 is a scalar. Counted when it is first wanted.
-    int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
+    int Dimensions() const {
+        return beside_.dimensions >= 0 ? beside_.dimensions : CountDimensions();
+    }
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
-    bool IsCustom() const { return custom_block_; }
+    bool IsCustom() const { return beside_.custom_block; }
     // The object that lists the variable, and the one on which every read and store is done.
     // Null when they are gone.
     host::Viewable* Owner() const { return context_->Owner().Get(); }
@@ -61,7 +79,8 @@ class HVarsEntry : public LivingNode, public HAttachment, public AttrMapEntry<HV
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const {
-        const host::VarType type = unit_type_ >= 0 ? host::VarType{unit_type_} : AskUnitType();
+        const host::VarType type =
+            beside_.unit_type >= 0 ? host::VarType{beside_.unit_type} : AskUnitType();
         const bool varies = type == host::kVariableUnitType;
         return varies ? EffectiveUnitType(type, Owner(), Description()) : type;
     }
@@ -106,14 +125,9 @@ class HVarsEntry : public LivingNode, public HAttachment, public AttrMapEntry<HV
     bool LeadsSomewhere();
     void ReadMoniker(FIValue& out);
 
-    // In the room that the bases leave. Below 0: not known yet.
-    mutable std::int16_t unit_type_ = -1;
-    mutable std::int8_t dimensions_ = -1;
-    bool attachments_ : 1;
-    bool custom_block_ : 1;
-    bool follow_attachment_ : 1 = false;
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
+    const ListSpot spot_;
     std::unique_ptr<Branch> branch_;
 };
 
