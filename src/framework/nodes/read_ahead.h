@@ -40,7 +40,7 @@ class NearReads {
     void Ask(const void* owner) const {
         for (const std::int32_t steps : steps_) {
             const auto way = static_cast<std::intptr_t>(steps) * kStep;
-            Prefetch(reinterpret_cast<const void*>(Number(owner) + way), ReadAhead::kAsked);
+            Prefetch(static_cast<const char*>(owner) + way, ReadAhead::kAsked);
         }
     }
 
