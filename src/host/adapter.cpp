@@ -59,8 +59,13 @@ const host::ObjectTypeRecords& HostAdapter::TypeRecords() const {
     return services_ ? services_->ObjectTypes() : none;
 }
 
+// Apart from where they are asked for again and again.
+[[gnu::noinline]] void HostAdapter::MakeLists() {
+    lists_ = new Lists;
+}
+
 HostAdapter::Lists& HostAdapter::TheLists() {
-    if (!lists_) lists_ = new Lists;
+    if (!lists_) MakeLists();
     return *lists_;
 }
 

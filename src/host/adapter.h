@@ -81,6 +81,7 @@ class HostAdapter {
  private:
     struct Lists;
     // Made when first wanted.
+    void MakeLists();
     Lists& TheLists();
     void LookTypesUp();
 

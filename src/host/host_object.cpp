@@ -5,15 +5,15 @@
 
 namespace fixtop {
 
-bool HostObjectBase::Look() const {
+bool HostPlace::Look(CaseLife& life) const {
     if (revision_ == kGone) return false;
-    const bool is_there = life_->Look() && (identity_ == 0 || IsThere(identity_));
+    const bool is_there = life.Look() && (identity_ == 0 || IsThere(identity_));
     const bool is_gone = address_ && !is_there;
-    revision_ = is_gone ? kGone : life_->Revision();
+    revision_ = is_gone ? kGone : life.Revision();
     return !is_gone;
 }
 
-bool HostObjectBase::IsThere(std::uint64_t identity) {
+bool HostPlace::IsThere(std::uint64_t identity) {
     host::HostServices* services = TheAdapter().Services();
     return services && services->Lives(identity);
 }

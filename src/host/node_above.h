@@ -14,7 +14,7 @@ class NodeAbove {
     // The options are a part of `entry`, which is kept alive for them; without an entry they
     // outlive the list. Both may be null. `attachments`: they are followed.
     NodeAbove(const HovexOptions* options, bool attachments, FIEntry* entry)
-        : options_(options), attachments_(attachments), entry_(Ref<FIEntry>::Share(entry)) {}
+        : options_(options), entry_(Ref<FIEntry>::Share(entry)), attachments_(attachments) {}
 
     const HovexOptions* Options() const { return options_; }
     void SetOptions(const HovexOptions* options) { options_ = options; }
@@ -24,8 +24,8 @@ class NodeAbove {
 
  private:
     const HovexOptions* options_;
-    bool attachments_;
     Ref<FIEntry> entry_;
+    bool attachments_;
 };
 
 }  // namespace fixtop

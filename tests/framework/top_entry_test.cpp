@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -223,6 +225,39 @@ TEST(SubscriberList, who_joins_inside_a_round_waits_for_the_next) {
     EXPECT_EQ(1, calls);
     own.Dispatch(0);
     EXPECT_EQ(2, calls);
+}
+
+// Beside a plain list of who is there.
+TEST(SubscriberList, tells_whoever_is_there_in_the_order_of_coming) {
+    struct Known {
+        void* owner;
+        int kind;
+        bool operator==(const Known&) const = default;
+    };
+    static std::vector<Known> told;
+    const auto note = [](void* owner, int kind) { told.push_back({owner, kind}); };
+    std::vector<int> owners(60);
+    std::vector<Known> there;
+    SubscriberList list;
+    std::minstd_rand random(7);
+    for (int step = 0; step < 20000; ++step) {
+        // In turns mostly coming, mostly leaving.
+        const bool comes = random() % 8 < (step / 500 % 2 ? 2u : 6u);
+        const Known who{&owners[random() % owners.size()], static_cast<int>(1 + random() % 2)};
+        const auto first = std::ranges::find(there, who);
+        if (comes) {
+            list.Add(who.owner, who.kind, note);
+            there.push_back(who);
+        } else {
+            ASSERT_EQ(first != there.end(), list.Remove(who.owner, who.kind)) << step;
+            if (first != there.end()) there.erase(first);
+        }
+        ASSERT_EQ(there.empty(), list.IsEmpty()) << step;
+        if (step % 97 != 0) continue;
+        told.clear();
+        list.Dispatch(0);
+        ASSERT_EQ(there, told) << step;
+    }
 }
 
 }  // namespace

@@ -39,6 +39,9 @@ class LinkedListIterator {
  public:
     LinkedListIterator() = default;
     explicit LinkedListIterator(const LinkedList* list) : list_(list) {}
+    // Where another one stood, by what its Cursor answered; asks nothing of it.
+    LinkedListIterator(const LinkedList* list, const ListHolder* holder)
+        : list_(list), holder_(holder) {}
 
     // Each moves and answers the element stood on, or null off the list.
     void* Reset() { return Stand(list_ ? list_->FirstHolder() : nullptr); }

@@ -39,27 +39,29 @@ bool SeekLast(FICursorBase& cursor) {
 
 }  // namespace
 
-FIIterator::FIIterator() : entry_(Ref<FIEntry>::Share(EmptyEntry())), var_set_(*this) {}
+FIIterator::FIIterator(FrameRoom* room)
+    : entry_(Ref<FIEntry>::Share(EmptyEntry())), frames_(room) {}
 
-FIIterator::FIIterator(FIEntry* entry, bool history)
+FIIterator::FIIterator(FIEntry* entry, bool history, FrameRoom* room)
     : entry_(Ref<FIEntry>::Share(entry ? entry : EmptyEntry())),
-      var_set_(*this),
       life_(LifeOf(*entry_)),
-      history_(history) {}
+      history_(history),
+      frames_(room) {}
 
-FIIterator::FIIterator(const FIIterator& other)
+FIIterator::FIIterator(const FIIterator& other, FrameRoom* room)
     : FIIteratorBase(),
+      HasVarSet(),
       Counted(),
       entry_(other.entry_),
-      var_set_(*this),
       life_(other.life_),
       history_(other.history_),
+      frames_(room),
       frozen_(CloneElements(other.frozen_)) {
     other.ShareLevels();
-    for (int i = 0; i < other.frames_.Size(); ++i) {
-        const IteratorFrame& frame = other.frames_[i];
-        frames_.Push(
-            {frame.entry, Ref<FICursorBase>::Adopt(frame.cursor->Clone(false)), frame.vars});
+    if (FrameVars* chain = room ? nullptr : other.FindChain()) {
+        frames_.Fold(*chain, other.frames_.Size());
+    } else {
+        other.LayFrames(frames_);
     }
     if (other.vars_) vars_ = Ref<FrameVars>::Adopt(new FrameVars(other.vars_->map));
     var_set_.CopyFrom(other.var_set_);
@@ -87,6 +89,7 @@ const void* FIIterator::TypeId() const {
 // A copy sees variables that are set later at the levels above it, so these levels need a map that
 // both can hold.
 void FIIterator::ShareLevels() const {
+    if (frames_.IsFolded()) return;
     for (int i = 0; i < frames_.Size(); ++i) {
         Ref<FrameVars>& vars = frames_[i].vars;
         if (!vars) vars = Ref<FrameVars>::Adopt(new FrameVars);
@@ -94,8 +97,9 @@ void FIIterator::ShareLevels() const {
 }
 
 void FIIterator::OwnVariables(int level) {
-    for (int i = level; i < frames_.Size(); ++i) {
-        Ref<FrameVars>& vars = frames_[i].vars;
+    FrameStack& frames = Frames();
+    for (int i = level; i < frames.Size(); ++i) {
+        Ref<FrameVars>& vars = frames[i].vars;
         if (vars) vars = Ref<FrameVars>::Adopt(new FrameVars(vars->map));
     }
 }
@@ -104,10 +108,11 @@ void FIIterator::OwnVariables(int level) {
 // compared when they were entered.
 bool FIIterator::IsCycle() const {
     if (history_ || frames_.Size() < 2) return false;
-    FICursorBase& last = *frames_.Last().cursor;
+    FrameStack& frames = Frames();
+    FICursorBase& last = *frames.Last().cursor;
     const void* const type = last.TypeId();
-    for (int i = 0; i < frames_.Size() - 1; ++i) {
-        FICursorBase& earlier = *frames_[i].cursor;
+    for (int i = 0; i < frames.Size() - 1; ++i) {
+        FICursorBase& earlier = *frames[i].cursor;
         if (earlier.TypeId() == type && earlier.Compare(last) == 0) return true;
     }
     return false;
@@ -127,9 +132,10 @@ bool FIIterator::Descend(Seek seek) {
     if (!seek(*cursor)) return false;
     Ref<FIEntry> child = Ref<FIEntry>::Adopt(cursor->GetEntry());
     if (!child) return false;
-    frames_.MakeRoom();
-    frozen_.clear();
-    frames_.Push({std::move(entry_), std::move(cursor), std::move(vars_)});
+    FrameStack& frames = Frames();
+    frames.MakeRoom();
+    frozen_.reset();
+    frames.Push({std::move(entry_), std::move(cursor), std::move(vars_)});
     entry_ = std::move(child);
     vars_.Reset();
     return true;
@@ -138,11 +144,11 @@ bool FIIterator::Descend(Seek seek) {
 template <class Seek>
 bool FIIterator::MoveAside(Seek seek) {
     if (frames_.IsEmpty()) return false;
-    Ref<FICursorBase> cursor = ShareToMove(frames_.Last().cursor);
+    Ref<FICursorBase> cursor = ShareToMove(Frames().Last().cursor);
     const bool stands = seek(*cursor);
     Ref<FIEntry> sibling = Ref<FIEntry>::Adopt(cursor->GetEntry());
-    frozen_.clear();
-    frames_.Last().cursor = std::move(cursor);
+    frozen_.reset();
+    Frames().Last().cursor = std::move(cursor);
     entry_ = sibling ? std::move(sibling) : Ref<FIEntry>::Share(EmptyEntry());
     vars_.Reset();
     return stands;
@@ -187,8 +193,8 @@ bool FIIterator::Last() {
 
 bool FIIterator::Up() {
     if (frames_.IsEmpty()) return false;
-    frozen_.clear();
-    IteratorFrame frame = frames_.Pop();
+    IteratorFrame frame = Frames().Pop();
+    frozen_.reset();
     entry_ = std::move(frame.entry);
     vars_ = std::move(frame.vars);
     return true;
@@ -199,11 +205,11 @@ void FIIterator::ReturnTo(int depth) {
 }
 
 bool FIIterator::AtFirst() {
-    return frames_.IsEmpty() || frames_.Last().cursor->AtBegin();
+    return frames_.IsEmpty() || Frames().Last().cursor->AtBegin();
 }
 
 bool FIIterator::AtLast() {
-    return frames_.IsEmpty() || frames_.Last().cursor->AtEnd();
+    return frames_.IsEmpty() || Frames().Last().cursor->AtEnd();
 }
 
 int FIIterator::Compare(FIIteratorBase& other) {
@@ -211,7 +217,7 @@ int FIIterator::Compare(FIIteratorBase& other) {
     FIIterator& that = static_cast<FIIterator&>(other);
     const int shared = std::min(Depth(), that.Depth());
     for (int i = 0; i < shared; ++i) {
-        const int result = frames_[i].cursor->Compare(*that.frames_[i].cursor);
+        const int result = Frames()[i].cursor->Compare(*that.Frames()[i].cursor);
         if (result != 0) return result;
     }
     if (Depth() != that.Depth()) return Depth() < that.Depth() ? -1 : 1;
@@ -280,7 +286,8 @@ ReadAhead FIIterator::WhereReadsLook() const {
 }
 
 FIEntry* FIIterator::EntryAt(int level) const {
-    return level < frames_.Size() ? frames_[level].entry.Get() : entry_.Get();
+    if (level >= frames_.Size()) return entry_.Get();
+    return frames_.IsFolded() ? FoldedLevel(level).level.entry.Get() : frames_[level].entry.Get();
 }
 
 bool FIIterator::IsKeyName(const char* name) {

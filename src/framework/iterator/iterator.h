@@ -7,7 +7,9 @@
 // latest when the iterator is copied, because copies share the levels above the present node.
 // Clauses of a path are walked on the iterator itself and walked back: nothing below the present
 // node is shared, so its position and cursors are as before.
-// Limits: an iterator does not go deeper than kDepthLimit frames.
+// Folding. An iterator that is held folds its frames into what other iterators have of them too,
+// and cursors that its nodes can make again; they are laid out when a move or a comparison wants
+// them. Limits: an iterator does not go deeper than kDepthLimit frames.
 
 #include <memory>
 #include <vector>
@@ -23,15 +25,20 @@ namespace fixtop {
 
 class PreparedPath;
 
-class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterator> {
+class FIIterator : public FIIteratorBase,
+                   private HasVarSet,
+                   private Counted<CountedClass::FIIterator> {
+    friend IteratorVarSet;
+
  public:
     static constexpr int kDepthLimit = 10000;
 
-    // On the shared empty entry.
-    FIIterator();
+    // On the shared empty entry. The room for frames, here and below, is lent; null is none.
+    explicit FIIterator(FrameRoom* room = nullptr);
     // At a root. With `history` the iterator also enters nodes that repeat an ancestor.
-    FIIterator(FIEntry* entry, bool history);
-    FIIterator(const FIIterator& other);
+    FIIterator(FIEntry* entry, bool history, FrameRoom* room = nullptr);
+    // Without a room it folds its frames as far as that can go.
+    FIIterator(const FIIterator& other, FrameRoom* room = nullptr);
     FIIterator& operator=(const FIIterator&) = delete;
 
     FIIterator* Copy() override;
@@ -143,7 +150,11 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     void GetPathFrom(int level, FIValue& out);
     // Key text of the node of a level, 0 the root; NULL when it has no key.
     void GetKeyText(int level, FIValue& out);
-    bool IsFrozen() const { return !frozen_.empty(); }
+    bool IsFrozen() const { return frozen_ != nullptr; }
+    // A copy that is to be held, without room for frames.
+    FIIterator* CopyToHold();
+    // Folds the frames that a move has had laid out; nothing in one that has room for them.
+    void Fold();
     // It shows entries units or variables of its own, beside those of its levels.
     bool ShowsOwn() const { return var_set_.HasOwn(); }
     // The units that it shows to entries.
@@ -180,6 +191,7 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
 
  private:
     using Elements = std::vector<std::unique_ptr<SavedStep>>;
+    using FrozenElements = std::unique_ptr<Elements>;
     // How a step compares a child with its name.
     using Matcher = bool (FIIterator::*)(const FIValue& name) const;
 
@@ -210,24 +222,37 @@ class FIIterator : public FIIteratorBase, private Counted<CountedClass::FIIterat
     FrameVars& PresentVars();
     // Null while the level has none.
     FrameVars* VarsAt(int level) const {
-        return level < frames_.Size() ? frames_[level].vars.Get() : vars_.Get();
+        if (level >= frames_.Size()) return vars_.Get();
+        return frames_.IsFolded() ? &FoldedLevel(level) : frames_[level].vars.Get();
     }
-    // Sets the late variables of a level, if `name` is among them.
-    void SettleLate(int level, const FIValue& name) const;
-    void SettleAllLate(int level) const;
+    // Sets the late variables of a level.
+    void SettleLate(int level) const;
     void ShareLevels() const;
-    static Elements CloneElements(const Elements& elements);
+    static FrozenElements CloneElements(const FrozenElements& elements);
+    FrameStack& Frames() const {
+        if (frames_.IsFolded()) Unfold();
+        return frames_;
+    }
+    void Unfold() const;
+    // As other frames of the same levels, into a stack that is empty.
+    void LayFrames(FrameStack& frames) const;
+    // The lowest level, when all can be found from it; else null.
+    FrameVars* FindChain() const;
+    FrameVars& FoldedLevel(int level) const;
+    // Hands the variables of each level to `use`, and its number, from the present node up, until
+    // it answers true.
+    template <class Use>
+    bool AnyVars(Use use) const;
 
     // What a read needs comes first.
     Ref<FIEntry> entry_;
-    IteratorVarSet var_set_;
     Ref<Liveness> life_;
     Ref<FrameVars> vars_;
     int references_ = 1;
     bool history_ = false;
     mutable FrameStack frames_;
     // Dropped by every move: who moved has a newer position than the saved one.
-    Elements frozen_;
+    FrozenElements frozen_;
 };
 
 }  // namespace fixtop

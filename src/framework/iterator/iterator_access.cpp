@@ -117,7 +117,7 @@ FrameVars& FIIterator::PresentVars() {
 
 // They are found out on a copy that stands at the level: nothing that the iterator is about to do
 // sees a step of it.
-void FIIterator::SettleAllLate(int level) const {
+void FIIterator::SettleLate(int level) const {
     FrameVars* vars = VarsAt(level);
     const VarMap::Late late = vars ? vars->map.GetLate() : VarMap::Late();
     if (!late.variables) return;
@@ -133,19 +133,14 @@ void FIIterator::SettleAllLate(int level) const {
     }
 }
 
-void FIIterator::SettleLate(int level, const FIValue& name) const {
-    const FrameVars* vars = VarsAt(level);
-    if (vars && vars->map.IsLate(name)) SettleAllLate(level);
-}
-
 void FIIterator::SetLateVars(const LateVariables& variables, int index) {
     const LateVariables* before = PresentVars().map.GetLate().variables;
-    if (before && before != &variables) SettleAllLate(Depth());
+    if (before && before != &variables) SettleLate(Depth());
     vars_->map.SetLate({&variables, index});
 }
 
 void FIIterator::SetVar(const FIValue& name, const FIValue& value) {
-    SettleLate(Depth(), name);
+    if (vars_ && vars_->map.IsLate(name)) SettleLate(Depth());
     PresentVars().map.Set(name, value);
 }
 void FIIterator::SetVarText(const char* name, const char* value) {
@@ -155,14 +150,27 @@ void FIIterator::SetVarText(const char* name, const FIValue& value) {
     SetVar(FIValue(name), value);
 }
 
+template <class Use>
+bool FIIterator::AnyVars(Use use) const {
+    int level = frames_.Size();
+    if (vars_ && use(*vars_, level)) return true;
+    if (frames_.IsFolded()) {
+        FrameVars* vars = frames_.Chain();
+        while (vars && !use(*vars, --level)) vars = vars->level.above.Get();
+        return vars != nullptr;
+    }
+    for (int i = frames_.Size() - 1; i >= 0; --i) {
+        if (frames_[i].vars && use(*frames_[i].vars, i)) return true;
+    }
+    return false;
+}
+
 const FIValue* FIIterator::FindVar(const FIValue& name) const {
     const FIValue* found = nullptr;
-    for (int level = frames_.Size(); level >= 0 && !found; --level) {
-        const FrameVars* vars = VarsAt(level);
-        if (!vars) continue;
-        if (vars->map.IsLate(name)) SettleAllLate(level);
-        found = vars->map.Find(name);
-    }
+    AnyVars([&](const FrameVars& vars, int level) {
+        if (vars.map.IsLate(name)) SettleLate(level);
+        return (found = vars.map.Find(name)) != nullptr;
+    });
     return found;
 }
 
@@ -181,12 +189,10 @@ bool FIIterator::GetVarText(const char* name, FIValue& out) {
 }
 
 bool FIIterator::RemoveVar(const FIValue& name) {
-    for (int level = frames_.Size(); level >= 0; --level) {
-        SettleLate(level, name);
-        FrameVars* vars = VarsAt(level);
-        if (vars && vars->map.Remove(name)) return true;
-    }
-    return false;
+    return AnyVars([&](FrameVars& vars, int level) {
+        if (vars.map.IsLate(name)) SettleLate(level);
+        return vars.map.Remove(name);
+    });
 }
 
 bool FIIterator::RemoveVarText(const char* name) {

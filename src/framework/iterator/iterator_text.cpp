@@ -113,7 +113,7 @@ void FIIterator::GetPathFrom(int level, FIValue& out) {
 
 void FIIterator::DumpVars(FIValue& out) {
     out.SetText("Frame\tVariable\t\tType\tValue\n");
-    for (int level = 0; level <= Depth(); ++level) SettleAllLate(level);
+    for (int level = 0; level <= Depth(); ++level) SettleLate(level);
     for (int level = 0; level <= Depth(); ++level) {
         const FrameVars* vars = VarsAt(level);
         if (!vars) continue;

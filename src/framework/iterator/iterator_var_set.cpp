@@ -16,6 +16,10 @@ bool IsOwn(const FIValue& quantity) {
 
 }  // namespace
 
+FIIterator& IteratorVarSet::Iterator() {
+    return static_cast<FIIterator&>(*reinterpret_cast<HasVarSet*>(this));
+}
+
 void IteratorVarSet::Units::Set(const FIValue& quantity, const FIValue& unit, FIValue& old) {
     FIValue before;
     Get(quantity, before);
@@ -74,7 +78,7 @@ void IteratorVarSet::GetSpecUnit(const FIValue& quantity, FIValue& out) {
 }
 
 void IteratorVarSet::GetPath(FIValue& out) {
-    iterator_.GetPath(out);
+    Iterator().GetPath(out);
 }
 
 void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
@@ -84,7 +88,7 @@ void IteratorVarSet::SetVar(const FIValue& name, const FIValue& value) {
 bool IteratorVarSet::GetVar(const FIValue& name, FIValue& out) {
     if (!memory::IsInside()) return memory::Call<&FIVarSet::GetVar>::OrTell(out, *this, name, out);
     const FIValue* value = kept_ ? kept_->variables.Find(name) : nullptr;
-    if (!value) return iterator_.GetVar(name, out);
+    if (!value) return Iterator().GetVar(name, out);
     out = *value;
     return true;
 }

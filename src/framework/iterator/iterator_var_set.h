@@ -17,7 +17,7 @@ class FIIterator;
 
 class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVarSet> {
  public:
-    explicit IteratorVarSet(FIIterator& iterator) : iterator_(iterator) {}
+    IteratorVarSet() = default;
     IteratorVarSet(const IteratorVarSet&) = delete;
     IteratorVarSet& operator=(const IteratorVarSet&) = delete;
 
@@ -68,8 +68,14 @@ class IteratorVarSet final : public FIVarSet, private Counted<CountedClass::FIVa
     void KeepUnit(Units Kept::*units, const FIValue& quantity, const FIValue& unit, FIValue& old);
     void ReadUnit(Units Kept::*units, const FIValue& quantity, FIValue& out) const;
 
-    FIIterator& iterator_;
+    FIIterator& Iterator();
+
     std::unique_ptr<Kept> kept_;
+};
+
+// The base of an iterator that has its set, which finds the iterator by that.
+struct HasVarSet {
+    IteratorVarSet var_set_;
 };
 
 }  // namespace fixtop

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "framework/iterator/iterator.h"
 #include "framework/nodes/shield.h"
@@ -18,7 +19,8 @@ template <class T>
 class ShieldedNode : public T {
  public:
     using T::T;
-    explicit ShieldedNode(const T& other) : T(other) {}
+    template <class... More>
+    explicit ShieldedNode(const T& other, More... more) : T(other, more...) {}
 
     void GetName(FIValue& out) override {
         memory::OrTell(out, [&] { T::GetName(out); });
@@ -151,8 +153,8 @@ class ShieldedNode : public T {
     }
 };
 
-template <>
-class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
+// An iterator of either of the kinds below.
+class ShieldedWalk : public ShieldedNode<FIIterator> {
  public:
     using ShieldedNode::ShieldedNode;
 
@@ -325,6 +327,22 @@ class Shielded<FIIterator> final : public ShieldedNode<FIIterator> {
         if (memory::IsInside()) return FIIterator::Thaw();
         return memory::Call<&FIIteratorBase::Thaw>::Or(false, *this);
     }
+};
+
+// One that walks, with room for its frames.
+template <>
+class Shielded<FIIterator> final : private FrameRoom, public ShieldedWalk {
+ public:
+    template <class... Arguments>
+    explicit Shielded(Arguments&&... arguments)
+        : ShieldedWalk(std::forward<Arguments>(arguments)..., static_cast<FrameRoom*>(this)) {}
+};
+
+// One that is held: it is small, and folds its frames.
+class HeldIterator final : public ShieldedWalk {
+ public:
+    using ShieldedWalk::ShieldedWalk;
+    explicit HeldIterator(const FIIterator& other) : ShieldedWalk(other) {}
 };
 
 template <>

@@ -2,7 +2,8 @@
 #pragma once
 
 // VarMap: variables by name, in the order of FIValue::Compare. FrameVars: the counted map of one
-// level of an iterator. A handful of variables is usual, so the map is a sorted array.
+// level of an iterator, which copies of the iterator share. A handful of variables is usual, so the
+// map is a sorted array.
 //
 // Iterators are copied more often than variables are set: copies of a map share the array until one
 // of them changes.
@@ -13,6 +14,8 @@
 #include <span>
 #include <vector>
 
+#include "fixtop/cursor.h"
+#include "fixtop/entry.h"
 #include "fixtop/ref.h"
 #include "fixtop/semantic_function.h"
 #include "fixtop/value.h"
@@ -89,6 +92,25 @@ class FrameVars : public CountedFromOne<FrameVars> {
     explicit FrameVars(const VarMap& source) : map(source) {}
 
     VarMap map;
+
+    // The level itself, for iterators that do not keep their frames (see FrameStack): its node, its
+    // cursor where that can't be made again, and the level above. The first of them enters it.
+    struct Level {
+        Ref<FIEntry> entry;
+        Ref<FICursorBase> cursor;
+        Ref<FrameVars> above;
+    };
+    Level level;
+
+    // False when another level was entered before.
+    bool Enter(FIEntry* entry, FICursorBase* cursor, FrameVars* above) {
+        if (!level.entry) {
+            level = {Ref<FIEntry>::Share(entry), Ref<FICursorBase>::Share(cursor),
+                     Ref<FrameVars>::Share(above)};
+        }
+        return level.entry.Get() == entry && level.cursor.Get() == cursor &&
+               level.above.Get() == above;
+    }
 
  private:
     friend class CountedFromOne<FrameVars>;

@@ -14,6 +14,7 @@
 
 #include "fixtop/entry.h"
 #include "framework/nodes/attr_row.h"
+#include "framework/nodes/counted.h"
 #include "framework/nodes/cursor.h"
 #include "framework/nodes/liveness.h"
 #include "framework/nodes/shield.h"
@@ -170,7 +171,8 @@ class AttrMapBase : public FIAttributeSource {
 
 // An entry whose attributes come from T's table: one count for both interfaces. T derives from it,
 // gives AttributeRows, GetName and GetContext, and overrides what differs from the base entry.
-template <class T>
+// Beside is as that of CountedFromZero.
+template <class T, class Beside = NothingBeside>
 class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
  public:
     int AddRef() final { return ++references_; }
@@ -189,6 +191,9 @@ class AttrMapEntry : public FIEntry, public AttrMapBase<T>, public SmallObject {
 
  private:
     int references_ = 0;
+
+ protected:
+    [[no_unique_address]] Beside beside_;
 };
 
 }  // namespace fixtop

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// CountedFromZero<Base>: the reference count of a class that starts at 0 and is deleted at 0.
+// CountedFromZero<Base>: the reference count of a class that starts at 0 and is deleted at 0. Four
+// bytes of room are left behind the count: a class may keep its Beside there.
 
 #include "framework/nodes/small_object.h"
 
 namespace fixtop {
 
-template <class Base>
+struct NothingBeside {};
+
+template <class Base, class Beside = NothingBeside>
 class CountedFromZero : public Base, public SmallObject {
  public:
     using Base::Base;
@@ -20,6 +23,7 @@ class CountedFromZero : public Base, public SmallObject {
 
  protected:
     int references_ = 0;
+    [[no_unique_address]] Beside beside_;
 };
 
 }  // namespace fixtop

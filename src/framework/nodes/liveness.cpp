@@ -4,12 +4,18 @@
 #include <cstdint>
 
 #include "diagnostics/memory_guard.h"
+#include "fixtop/cursor.h"
 #include "fixtop/ref.h"
 #include "framework/nodes/change_round.h"
+#include "framework/nodes/empties.h"
 
 namespace fixtop {
 
 Liveness::~Liveness() = default;
+
+Ref<FICursorBase> LivingNode::RemakeCursor() const {
+    return Ref<FICursorBase>::Adopt(EmptyCursor());
+}
 
 template <class Tell>
 void Liveness::ForEachWatcher(Tell tell) {

@@ -14,7 +14,12 @@
 #include <cstdint>
 #include <string>
 
+#include "fixtop/ref.h"
 #include "framework/nodes/read_ahead.h"
+
+namespace fixtop::inline FI {
+class FICursorBase;
+}
 
 namespace fixtop {
 
@@ -157,6 +162,10 @@ class LivingNode {
     virtual Mark MarkOf() const { return {}; }
     // Where a read of it looks beyond the node itself.
     virtual void TellReads(ReadAhead&) const {}
+    // RemakeCursor makes one that can't be told from this one, which stands on the node: it need
+    // not be kept then.
+    virtual bool Remakes(FICursorBase&) const { return false; }
+    virtual Ref<FICursorBase> RemakeCursor() const;
     // No other object ever has the number, so that it alone says whether the object lives.
     virtual bool IsTracked() const { return false; }
     // Whether both stand, or stood, on the same. Asks nothing of what they stand on.

@@ -18,11 +18,11 @@ struct KnownClass {
     std::optional<std::ptrdiff_t> offset;
 };
 
-constinit std::array<KnownClass, 16> g_known;
+constinit std::array<KnownClass, 64> g_known;
 
 KnownClass& PlaceOf(const std::type_info& type) {
     const auto address = reinterpret_cast<std::uintptr_t>(&type);
-    return g_known[(address >> 4 ^ address >> 8) % g_known.size()];
+    return g_known[(address >> 4 ^ address >> 10) % g_known.size()];
 }
 
 const std::byte* BytesOf(const void* object) {

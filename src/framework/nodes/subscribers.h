@@ -3,12 +3,13 @@
 
 // SubscriberList: who wants to be told of changes. Records may leave in the middle of a round: they
 // are skipped for its rest and erased after it. Coming and leaving cost the same however many there
-// are: each reference that a client holds comes and leaves with every change of structure.
+// are: each reference that a client holds comes and leaves with every change of structure. For the
+// same reason a record is small: what many have in common is kept once.
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <list>
-#include <unordered_set>
+#include <deque>
+#include <vector>
 
 #include "fixtop/entry.h"
 
@@ -33,56 +34,55 @@ class SubscriberList {
     bool IsEmpty() const { return records_.empty(); }
 
  private:
-    struct Record {
-        void* owner;
+    // What a record wants to hear, and how.
+    struct Wish {
         FICallback callback;
         const Liveness* scope;
-        std::uint32_t number;  // the higher, the later it came
         int kind;
-        bool active = true;
-        bool told = false;  // of a deletion
+        std::uint32_t records = 0;  // with this wish; without any its place is free
 
-        bool Wants(bool deletion, const Liveness* of) const {
+        bool IsFor(bool deletion, const Liveness* of) const {
             if ((kind == kNodeDeleted) != deletion) return false;
             return !deletion || !scope || !of || scope == of;
         }
-    };
-    using Records = std::list<Record>;
-    using Place = Records::iterator;
-    // Records are known by their owner and kind, which several may share.
-    struct Key {
-        const void* owner;
-        int kind;
-        bool operator==(const Key&) const = default;
-    };
-    static Key KeyOf(const Key& key) { return key; }
-    static Key KeyOf(const Place& place) { return {place->owner, place->kind}; }
-    struct Hash {
-        using is_transparent = void;
-        template <class Known>
-        std::size_t operator()(const Known& known) const {
-            const Key key = KeyOf(known);
-            return std::hash<const void*>()(key.owner) * 3 + static_cast<std::size_t>(key.kind);
+        bool IsSame(const Wish& other) const {
+            return callback == other.callback && scope == other.scope && kind == other.kind;
         }
     };
-    struct Same {
-        using is_transparent = void;
-        template <class A, class B>
-        bool operator()(const A& a, const B& b) const {
-            return KeyOf(a) == KeyOf(b);
-        }
+    struct Record {
+        void* owner;
+        std::uint32_t wish;
+        bool active = true;
+        bool told = false;  // of a deletion
     };
+    // Counted on from record to record.
+    using Number = std::uint32_t;
 
+    std::uint32_t PlaceOf(const Wish& wanted);
+    const Record& At(Number number) const { return records_[number - first_]; }
+    int KindOf(const Record& record) const { return wishes_[record.wish].kind; }
+    std::size_t HomeOf(const void* owner, int kind) const;
+    std::size_t HomeOf(Number number) const { return HomeOf(At(number).owner, KindOf(At(number))); }
+    std::size_t After(std::size_t slot) const { return (slot + 1) & (index_.size() - 1); }
+    void MakeRoomInIndex();
+    void Enter(Number number);
+    void Reindex();
+    void Vacate(std::size_t slot);
     template <class Wanted>
     void Tell(bool deletion, Wanted wanted);
+    // Outside of rounds: frees the inactive records at both ends, or all when they are the most.
+    void Tidy();
     void EraseInactive();
 
-    Records records_;
-    // The active ones.
-    std::unordered_multiset<Place, Hash, Same> index_;
-    std::uint32_t added_ = 0;
+    // In the order in which they came.
+    std::deque<Record> records_;
+    Number first_ = 0;
+    std::vector<Wish> wishes_;
+    // The numbers of the active ones, plus one, each in the slot that its owner and kind give or in
+    // the next free one; 0 is free. Its size is a power of two, or 0.
+    std::vector<Number> index_;
+    std::size_t active_ = 0;
     int rounds_ = 0;
-    bool erase_pending_ = false;
 };
 
 }  // namespace fixtop

@@ -33,14 +33,14 @@ bool FIIterator::HasKey(const FIValue& name) const {
 
 void FIIterator::GetListedKey(FIValue& out) const {
     out.Clear();
-    if (frames_.Size() > 0) frames_[frames_.Size() - 1].cursor->GetKey(out);
+    if (!frames_.IsEmpty()) Frames().Last().cursor->GetKey(out);
 }
 
 void FIIterator::TakePosition(FIIterator& other) {
+    Frames().Exchange(other.Frames());
     std::swap(entry_, other.entry_);
-    std::swap(frames_, other.frames_);
     std::swap(vars_, other.vars_);
-    frozen_.clear();
+    frozen_.reset();
 }
 
 }  // namespace fixtop

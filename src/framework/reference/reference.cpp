@@ -33,7 +33,7 @@ bool IsKindOfChange(int kind) {
 }  // namespace
 
 FIReference::FIReference(FIIterator& iterator)
-    : iterator_(Ref<FIIterator>::Adopt(iterator.Copy())) {
+    : iterator_(Ref<FIIterator>::Adopt(iterator.CopyToHold())) {
     Listen([this] {
         SubscribeBasics();
         NoteRevision();
@@ -44,9 +44,9 @@ FIReference::FIReference(FIIterator& iterator)
 FIReference::FIReference(const FIReference& other)
     : FIReferenceBase(),
       Counted(),
-      iterator_(Ref<FIIterator>::Adopt(other.iterator_->Copy())),
-      state_(other.state_) {
-    revision_ = other.revision_;
+      state_(other.state_),
+      iterator_(Ref<FIIterator>::Adopt(other.iterator_->CopyToHold())),
+      revision_(other.revision_) {
     was_read_ = other.was_read_;
     Listen([this] {
         if (state_ == kLive) SubscribeBasics();
@@ -175,6 +175,7 @@ bool FIReference::Rebind() {
         return false;
     }
     state_ = kLive;
+    iterator_->Fold();
     NoteRevision();
     Listen([this] {
         SubscribeAgain();

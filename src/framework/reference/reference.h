@@ -28,7 +28,7 @@ class FIReference : public FIReferenceBase,
     FIReference(const FIReference& other);
     struct NotYetBound {};
     FIReference(Ref<FIIterator> iterator, NotYetBound)
-        : iterator_(std::move(iterator)), state_(kStale) {
+        : state_(kStale), iterator_(std::move(iterator)) {
         NoteRevision();
     }
     // One that listens to nobody yet. Whoever asked for it may move it through GetIterator; its
@@ -110,7 +110,7 @@ class FIReference : public FIReferenceBase,
     void PrefetchSelf() const { Prefetch(this, sizeof *this); }
     void PrefetchNode() const {
         Prefetch(iterator_.Get(), ReadAhead::kAsked);
-        ahead_.Ask();
+        ahead_.Ask(this);
     }
     // Several attributes as one guarded read; what it can't read they all answer.
     void GetAttributes(const FIValue* names, int count, FIValue* out);
@@ -195,7 +195,7 @@ class FIReference : public FIReferenceBase,
     bool SubscribeFrames(int kind, FICallback callback);
     bool UnsubscribeFrames(int kind);
     // Where reads look from now on.
-    void NoteReads() { ahead_ = iterator_->WhereReadsLook(); }
+    void NoteReads() { ahead_.Note(this, iterator_->WhereReadsLook()); }
     void SubscribeBasics();
     void SubscribeAgain();
     // Begins to listen; one that could not listen to all listens to nobody.
@@ -207,11 +207,7 @@ class FIReference : public FIReferenceBase,
     void DropUnused(int kind);
     void EndRound();
 
-    // What a read needs comes first.
-    Ref<FIIterator> iterator_;
-    std::uint64_t revision_ = 0;
-    // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0.
-    int stays_ = 0;
+    // In the room that the base leaves.
     State state_ : 8 = kLive;
     bool was_read_ : 1 = false;  // before it was bound
     bool delete_pending_ : 1 = false;
@@ -220,9 +216,14 @@ class FIReference : public FIReferenceBase,
     bool on_structure_ : 1 = false;
     bool on_ancestor_ : 1 = false;
     bool on_value_ : 1 = false;
-    ReadAhead ahead_;
-    int rounds_ = 0;
+    Ref<FIIterator> iterator_;
+    std::uint64_t revision_ = 0;
+    NearReads ahead_;
     int references_ = 1;
+    // Rounds of callbacks that are running, and stays of any kind; the reference is idle at 0. Each
+    // has a call on the stack, which has no room for as many as would not fit.
+    std::uint16_t stays_ = 0;
+    std::uint16_t rounds_ = 0;
     ReferenceClients clients_;
 };
 

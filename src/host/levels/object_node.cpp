@@ -13,11 +13,30 @@
 
 namespace fixtop {
 
-HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object)
+HTopEntry::HTopEntry(HFSOContext* context, host::Viewable* object, ListSpot spot)
     : context_(Ref<HFSOContext>::Share(context)),
-      object_(object, context->CaseRecord()),
-      options_(context->Options()),
-      attachments_(context->FollowsAttachments()) {}
+      object_(object, object ? IdentityOf(*object) : 0, *context->CaseRecord()),
+      spot_(spot) {
+    FollowAttachments(context->FollowsAttachments());
+}
+
+bool HTopEntry::Remakes(FICursorBase& cursor) const {
+    return context_->Remakes(cursor, object_, spot_);
+}
+
+Ref<FICursorBase> HTopEntry::RemakeCursor() const {
+    return context_->RemakeCursor(object_, spot_);
+}
+
+const Ref<CaseLife>& HTopEntry::CaseRecord() const {
+    return context_->CaseRecord();
+}
+
+const HovexOptions& HTopEntry::Options() const {
+    if (const HovexOptions* options = context_->Options()) return *options;
+    static const HovexOptions defaults(static_cast<const HovexOptions*>(nullptr));
+    return defaults;
+}
 
 std::span<const AttrRow<HTopEntry>> HTopEntry::AttributeRows() {
     using Self = HTopEntry;
@@ -72,15 +91,15 @@ HTopEntry::Below HTopEntry::FindBelow() {
     if (IsTemplateOp(object)) {
         return object->SubFlowSheet() ? Below::kFlowSheet : Below::kNothing;
     }
-    if (!options_.VariableView()) {
-        return specification_.Fill(object_, options_) ? Below::kSpecification : Below::kNothing;
+    if (!Options().VariableView()) {
+        return specification_.Fill(Handle(), Options()) ? Below::kSpecification : Below::kNothing;
     }
     if (!variables_) variables_ = object->VariableNames();
     return variables_ ? Below::kVariables : Below::kNothing;
 }
 
 FIContext* HTopEntry::GetContext() {
-    NodeAbove self(&options_, attachments_, this);
+    NodeAbove self(&Options(), FollowsAttachments(), this);
     FIContext* context = nullptr;
     switch (FindBelow()) {
         case Below::kNothing:
@@ -88,11 +107,12 @@ FIContext* HTopEntry::GetContext() {
         case Below::kSpecification:
             return specification_.MakeContext(self);
         case Below::kFlowSheet:
-            context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(),
-                                                   context_->CaseRecord()->Case(), std::move(self));
+            context = new Shielded<HSUandUContext>(Object()->SubFlowSheet(), CaseRecord()->Case(),
+                                                   std::move(self));
             break;
         case Below::kVariables:
-            context = new Shielded<HVarsContext>(variables_, object_, std::move(self), nullptr);
+            context =
+                new Shielded<HVarsContext>(variables_, object_, CaseRecord(), std::move(self));
             break;
     }
     return HandOut(context);
@@ -101,7 +121,7 @@ FIContext* HTopEntry::GetContext() {
 bool HTopEntry::CanHold() {
     host::Viewable* object = Object();
     if (!IsStream(object)) return false;
-    if (TheAdapter().EditBatch().Add(object_)) {
+    if (TheAdapter().EditBatch().Add(Handle())) {
         if (host::ProcessStream* stream = object->AsProcessStream()) {
             stream->BeginDeferCompNormalize();
             stream->StartCompositionEditSession();
@@ -112,13 +132,13 @@ bool HTopEntry::CanHold() {
 
 void HTopEntry::BeginBatch() {
     auto self = Ref<HTopEntry>::Share(this);
-    TheAdapter().EditBatch().Remove(object_);
+    TheAdapter().EditBatch().Remove(Handle());
     host::Viewable* object = Object();
     if (TheAdapter().EditBatch().IsOpen() || !IsStream(object)) return;
     if (host::ProcessStream* stream = object->AsProcessStream()) {
         memory::Outside([&] { stream->EndDeferCompNormalize(); });
     }
-    SolveAndWait(*context_->CaseRecord());
+    SolveAndWait(*CaseRecord());
 }
 
 }  // namespace fixtop

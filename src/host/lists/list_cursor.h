@@ -5,9 +5,9 @@
 // lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName,
 // SeekPlace, Compare and IsOnSame; Context makes the entries:
 //
-//     FIEntry* MakeEntry(Element& element);    // not counted
-//     bool IsSameList(const Context& other);
-//     bool IsGone();                           // what has the list does not live any more
+//     FIEntry* MakeEntry(Element& element, const Walk& walk);    // not counted; the walk stands on
+//     it bool IsSameList(const Context& other); bool IsGone();                           // what
+//     has the list does not live any more
 //
 // Two objects may have one list of the host, so that the lists are not what tells them apart.
 // A seek that runs off the list goes back to the first element and answers false; a search by name
@@ -27,6 +27,13 @@ class ListCursor : public CountedFromZero<FICursorBase> {
  public:
     ListCursor(Context* context, const Walk& walk)
         : context_(Ref<Context>::Share(context)), walk_(walk) {}
+
+    // Whether the cursor is one of this family, in the list of the context and like the walk.
+    static bool IsLike(const FICursorBase& cursor, const Context& context, const Walk& walk) {
+        if (cursor.TypeId() != &kTypeId) return false;
+        const auto& same = static_cast<const ListCursor&>(cursor);
+        return same.context_.Get() == &context && same.walk_.IsLike(walk);
+    }
 
     const void* TypeId() const override { return &kTypeId; }
     FICursorBase* Clone(bool deep) override {
@@ -68,7 +75,7 @@ class ListCursor : public CountedFromZero<FICursorBase> {
     }
     FIEntry* GetEntry() override {
         auto* element = Present();
-        FIEntry* entry = element ? context_->MakeEntry(*element) : EmptyEntry();
+        FIEntry* entry = element ? context_->MakeEntry(*element, walk_) : EmptyEntry();
         return HandOut(entry);
     }
 

@@ -24,6 +24,12 @@
 
 namespace fixtop {
 
+// Where in its list an element stood that a position stands on, beside what it is itself.
+struct ListSpot {
+    const host::ListHolder* holder = nullptr;
+    std::uint64_t revision = 0;
+};
+
 template <class View>
 class ListPosition {
  public:
@@ -31,6 +37,23 @@ class ListPosition {
 
     explicit ListPosition(const host::LinkedList* list, View view = View())
         : iterator_(list), view_(view) {}
+    // As one that stands, or stood, on the element with this number at the spot.
+    ListPosition(const host::LinkedList* list, View view, ListSpot spot, void* element,
+                 std::uint64_t number)
+        : iterator_(list, spot.holder),
+          address_(element),
+          number_(number),
+          revision_(spot.revision),
+          view_(view),
+          started_(true) {}
+
+    ListSpot Spot() const { return {iterator_.Cursor(), revision_}; }
+    // Nothing tells one from the other.
+    bool IsLike(const ListPosition& other) const {
+        return IsOnSame(other) && view_.Id() == other.view_.Id() &&
+               iterator_.Cursor() == other.iterator_.Cursor() && revision_ == other.revision_ &&
+               started_ == other.started_ && is_lost_ == other.is_lost_;
+    }
 
     // Null off the list.
     Element* Current() {

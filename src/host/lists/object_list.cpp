@@ -49,9 +49,25 @@ FICursorBase* HFSOContext::NewCursor() {
     }
 }
 
-ObjectPlace HFSOContext::OfFlowSheet(ObjectFilter::Shown shown) const {
+ObjectPlace HFSOContext::OfFlowSheet(ObjectFilter::Shown shown) {
     host::FlowSheet* flowsheet = flowsheet_.Get();
-    return ObjectPlace(flowsheet ? flowsheet->Objects().List() : nullptr, shown);
+    const host::LinkedList* list = flowsheet ? flowsheet->Objects().List() : nullptr;
+    if (!list_) list_ = list;
+    return ObjectPlace(list, shown);
+}
+
+ObjectPlace HFSOContext::PlaceOf(const HostPlace& object, ListSpot spot) const {
+    const auto shown = kind_ == kStreams ? ObjectFilter::kStreams : ObjectFilter::kUnitOps;
+    return {list_, ObjectFilter(shown), spot, object.Address(), object.Identity()};
+}
+
+bool HFSOContext::Remakes(const FICursorBase& cursor, const HostPlace& object,
+                          ListSpot spot) const {
+    return HFSOCursorBase::IsLike(cursor, *this, PlaceOf(object, spot));
+}
+
+Ref<FICursorBase> HFSOContext::RemakeCursor(const HostPlace& object, ListSpot spot) {
+    return Ref<FICursorBase>::Share(new Shielded<HFSOCursorBase>(this, PlaceOf(object, spot)));
 }
 
 ObjectPlace HFSOContext::OfCase(const host::LinkedList* (host::SimulationCase::*list)()) const {
@@ -77,6 +93,10 @@ host::Reaction* HFSOContext::Reaction(int number) const {
 
 FIEntry* HFSOContext::MakeEntry(host::Viewable& object) {
     return new Shielded<HTopEntry>(this, &object);
+}
+
+FIEntry* HFSOContext::MakeEntry(host::Viewable& object, const ObjectPlace& place) {
+    return new Shielded<HTopEntry>(this, &object, place.Spot());
 }
 
 FIEntry* HFSOContext::MakeEntry(int number) {

@@ -37,6 +37,8 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     }
 
     FIEntry* MakeEntry(host::Viewable& object);
+    FIEntry* MakeEntry(host::Viewable& object, const ObjectPlace& place);
+    FIEntry* MakeEntry(host::Viewable& object, const ObjectWalk&) { return MakeEntry(object); }
     // Of a reaction; the shared empty entry when there is none of this number.
     FIEntry* MakeEntry(int number);
     // The walks tell the lists of one case apart.
@@ -52,13 +54,18 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     int ReactionCount() const;
     // Null when there is none of this number.
     host::Reaction* Reaction(int number) const;
+    // Of a stream or unit operation that stood at the spot: whether its cursor can be made again,
+    // and such a cursor.
+    bool Remakes(const FICursorBase& cursor, const HostPlace& object, ListSpot spot) const;
+    Ref<FICursorBase> RemakeCursor(const HostPlace& object, ListSpot spot);
 
  private:
     // Null when the case has no reactions.
     host::ReactionPackageManager* Reactions() const;
     FICursorBase* NewCursor();
     // Those of the flowsheet, and the lists of the case; no place in a list that there is not.
-    ObjectPlace OfFlowSheet(ObjectFilter::Shown shown) const;
+    ObjectPlace OfFlowSheet(ObjectFilter::Shown shown);
+    ObjectPlace PlaceOf(const HostPlace& object, ListSpot spot) const;
     ObjectPlace OfCase(const host::LinkedList* (host::SimulationCase::*list)()) const;
 
     const Ref<CaseLife> life_;
@@ -66,6 +73,8 @@ class HFSOContext : public CountedFromZero<FIContext>, public LivingNode {
     Kind kind_;
     NodeAbove above_;
     HFSOContext** place_ = nullptr;
+    // Of the flowsheet, as the first cursor had it.
+    const host::LinkedList* list_ = nullptr;
 };
 
 class HFSOCursorBase : public ListCursor<HFSOCursorBase, ObjectPlace, HFSOContext> {

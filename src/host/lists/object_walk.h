@@ -37,6 +37,7 @@ class ObjectPlace : public ListPosition<ObjectFilter> {
  public:
     ObjectPlace(const host::LinkedList* list, ObjectFilter::Shown shown)
         : ListPosition(list, ObjectFilter(shown)) {}
+    using ListPosition::ListPosition;
 
     static const char* Name(host::Viewable& object) { return ObjectFilter::Name(object); }
 };

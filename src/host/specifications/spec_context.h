@@ -88,6 +88,7 @@ class HSpecContext : public CountedFromZero<FIContext>, public LivingNode {
 
     FICursorBase* MakeCursor(int kind) override;
     FIEntry* MakeEntry(host::CSpecElement& element);
+    FIEntry* MakeEntry(host::CSpecElement& element, const SpecWalk&) { return MakeEntry(element); }
 
     // A walk of its own over the elements.
     SpecWalk Elements() const { return SpecWalk(info_->Elements()); }

@@ -8,17 +8,25 @@
 
 namespace fixtop {
 
-HVarsContext::HVarsContext(const host::LinkedList* list, const HostObject<host::Viewable>& owner,
+HVarsContext::HVarsContext(const host::LinkedList* list, HostObject<host::Viewable> owner,
                            NodeAbove above, const HAttachment* attachment)
-    : list_(list),
-      owner_(owner),
-      above_(std::move(above)),
-      attachment_(attachment),
-      is_of_correlation_(IsA(owner.Get(), CorrelationType())) {}
+    : list_(list), owner_(std::move(owner)), above_(std::move(above)) {
+    beside_ = {attachment != nullptr, IsA(owner_.Get(), CorrelationType())};
+}
 
 HVarsContext::HVarsContext(const host::LinkedList* list, host::Viewable* owner,
                            const NodeAbove& above, const HAttachment* attachment)
     : HVarsContext(list, {owner, LifeFor(nullptr, above.Options())}, above, attachment) {}
+
+HVarsContext::HVarsContext(const host::LinkedList* list, const HostPlace& owner,
+                           const Ref<CaseLife>& life, NodeAbove above)
+    : list_(list), owner_(owner, life), above_(std::move(above)) {
+    beside_.correlation = IsA(owner_.Get(), CorrelationType());
+}
+
+const HAttachment* HVarsContext::Attachment() const {
+    return beside_.attached ? dynamic_cast<const HAttachment*>(above_.Entry()) : nullptr;
+}
 
 FICursorBase* HVarsContext::MakeCursor(int kind) {
     if (kind == kKeyCursor || IsGone()) return EmptyCursor();
@@ -27,6 +35,24 @@ FICursorBase* HVarsContext::MakeCursor(int kind) {
 
 FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row) {
     return new Shielded<HVarsEntry>(this, &row);
+}
+
+FIEntry* HVarsContext::MakeEntry(host::VariableNameInfo& row, const VariableWalk& walk) {
+    return new Shielded<HVarsEntry>(this, &row, walk.Spot());
+}
+
+VariableWalk HVarsContext::WalkAt(const host::VariableNameInfo& row, ListSpot spot) const {
+    auto* element = const_cast<host::VariableNameInfo*>(&row);
+    return {list_, VariableView(), spot, element, VariableView::Number(row)};
+}
+
+bool HVarsContext::Remakes(const FICursorBase& cursor, const host::VariableNameInfo& row,
+                           ListSpot spot) const {
+    return HVarsCursorBase::IsLike(cursor, *this, WalkAt(row, spot));
+}
+
+Ref<FICursorBase> HVarsContext::RemakeCursor(const host::VariableNameInfo& row, ListSpot spot) {
+    return Ref<FICursorBase>::Share(new Shielded<HVarsCursorBase>(this, WalkAt(row, spot)));
 }
 
 void HVarsContext::GetKeyValue(const char* path, FIValue& out, const char** rest) {

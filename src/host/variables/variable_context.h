@@ -30,14 +30,24 @@ class VariableWalk : public ListPosition<VariableView> {
     static const char* Name(host::VariableNameInfo& row) { return VariableView::Name(row); }
 };
 
-class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
+// What an HVarsContext keeps of its owner and the node above.
+struct VariablesOf {
+    // The node above points at the owner.
+    bool attached = false;
+    bool correlation = false;
+};
+
+class HVarsContext : public CountedFromZero<FIContext, VariablesOf>, public LivingNode {
  public:
     // The variables in `list`, of `owner`, which is there. `attachment` is the node above when it
     // is one that points at `owner`, else null.
-    HVarsContext(const host::LinkedList* list, const HostObject<host::Viewable>& owner,
-                 NodeAbove above, const HAttachment* attachment);
+    HVarsContext(const host::LinkedList* list, HostObject<host::Viewable> owner, NodeAbove above,
+                 const HAttachment* attachment);
     HVarsContext(const host::LinkedList* list, host::Viewable* owner, const NodeAbove& above,
                  const HAttachment* attachment);
+    // Of an object whose own node is the one above.
+    HVarsContext(const host::LinkedList* list, const HostPlace& owner, const Ref<CaseLife>& life,
+                 NodeAbove above);
 
     FICursorBase* MakeCursor(int kind) override;
     // Matches the beginning of a path with the monikers of the rows; the key is the name of the row
@@ -45,6 +55,11 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     void GetKeyValue(const char* path, FIValue& out, const char** rest) override;
 
     FIEntry* MakeEntry(host::VariableNameInfo& row);
+    FIEntry* MakeEntry(host::VariableNameInfo& row, const VariableWalk& walk);
+    // As those of HFSOContext, of a row.
+    bool Remakes(const FICursorBase& cursor, const host::VariableNameInfo& row,
+                 ListSpot spot) const;
+    Ref<FICursorBase> RemakeCursor(const host::VariableNameInfo& row, ListSpot spot);
     bool IsSameList(const HVarsContext& other) const {
         return owner_.Number() == other.owner_.Number();
     }
@@ -54,16 +69,16 @@ class HVarsContext : public CountedFromZero<FIContext>, public LivingNode {
     const HostObject<host::Viewable>& Owner() const { return owner_; }
     const HovexOptions* Options() const { return above_.Options(); }
     bool FollowsAttachments() const { return above_.FollowsAttachments(); }
-    const HAttachment* Attachment() const { return attachment_; }
+    const HAttachment* Attachment() const;
     // The owner is a correlation, whose variables describe the object that it is attached to.
-    bool IsOfCorrelation() const { return is_of_correlation_; }
+    bool IsOfCorrelation() const { return beside_.correlation; }
 
  private:
+    VariableWalk WalkAt(const host::VariableNameInfo& row, ListSpot spot) const;
+
     const host::LinkedList* list_;
     HostObject<host::Viewable> owner_;
     NodeAbove above_;
-    const HAttachment* attachment_;
-    bool is_of_correlation_;
 };
 
 class HVarsCursorBase : public ListCursor<HVarsCursorBase, VariableWalk, HVarsContext> {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "framework/nodes/shield.h"
 #include "host/adapter.h"
@@ -60,28 +61,34 @@ std::string EscapedName(const char* name) {
 
 }  // namespace
 
-HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row)
-    : context_(Ref<HVarsContext>::Share(context)),
-      row_(row),
-      attachments_(context->FollowsAttachments()),
-      custom_block_(IsCustomBlock(*row)) {
+HVarsEntry::HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row, ListSpot spot)
+    : context_(Ref<HVarsContext>::Share(context)), row_(row), spot_(spot) {
+    beside_ = {-1, -1, context->FollowsAttachments(), IsCustomBlock(*row), false};
     const bool may_lead = row->value_kind == host::kAttachment;
     if (!may_lead && !row->offset_descriptions) return;
     branch_ = std::make_unique<Branch>();
     const int given = row->offset_descriptions ? row->offset_description_count : 0;
     branch_->offsets.assign(row->offset_descriptions,
                             row->offset_descriptions + std::clamp(given, 0, 3));
-    follow_attachment_ = may_lead && Dimensions() == 0 && FollowsAt(Description(), attachments_);
+    beside_.follow_attachment =
+        may_lead && Dimensions() == 0 && FollowsAt(Description(), beside_.attachments);
 }
 
 int HVarsEntry::CountDimensions() const {
     const host::Text text = row_->TextDescription();
     const std::string& places = text.Str();
-    dimensions_ = 0;
+    int count = 0;
     for (auto at = places.find('['); at != std::string::npos; at = places.find('[', at + 1)) {
-        ++dimensions_;
+        ++count;
     }
-    return dimensions_;
+    if (std::in_range<std::int8_t>(count)) beside_.dimensions = static_cast<std::int8_t>(count);
+    return count;
+}
+
+host::VarType HVarsEntry::AskUnitType() const {
+    const host::VarType type = Description().GetVariablePart()->UnitType();
+    if (std::in_range<std::int16_t>(type)) beside_.unit_type = static_cast<std::int16_t>(type);
+    return type;
 }
 
 host::Viewable* HVarsEntry::OwnerThroughCorrelation() const {
@@ -110,7 +117,7 @@ const host::LinkedList* HVarsEntry::AttachedVariables() {
 }
 
 bool HVarsEntry::LeadsSomewhere() {
-    return Dimensions() == 0 && follow_attachment_ && !IsSkippingAttachments(GetVarSet()) &&
+    return Dimensions() == 0 && beside_.follow_attachment && !IsSkippingAttachments(GetVarSet()) &&
            AttachedVariables();
 }
 
@@ -119,7 +126,7 @@ bool HVarsEntry::FollowsAt(const host::VarDescription& address, bool attachments
     // An attachment to an inner part of the owner is always followed.
     if (attachments) return true;
     FIValue value;
-    if (!custom_block_) ReadRaw(At(address), nullptr, value);
+    if (!beside_.custom_block) ReadRaw(At(address), nullptr, value);
     return !value.IsNull() && Owner() && LeadsInside(Owner(), HolderAt(address));
 }
 
@@ -137,7 +144,7 @@ void HVarsEntry::GetName(FIValue& out) {
 
 void HVarsEntry::ReadValue(FIValue& out) {
     out.Clear();
-    if (!custom_block_) ReadValueAt(Description(), GetVarSet(), out);
+    if (!beside_.custom_block) ReadValueAt(Description(), GetVarSet(), out);
 }
 
 void HVarsEntry::ReadValueAt(const host::VarDescription& address, FIVarSet* vars, FIValue& out) {
@@ -186,7 +193,7 @@ bool HVarsEntry::IsContainer() {
 
 FIContext* HVarsEntry::GetContext() {
     if (IsGone()) return EmptyContext();
-    NodeAbove self(context_->Options(), attachments_, this);
+    NodeAbove self(context_->Options(), beside_.attachments, this);
     FIContext* context = nullptr;
     if (Dimensions() > 0) {
         context = new Shielded<HVarDimsContext>(this, 0, Description(), std::move(self));
@@ -216,7 +223,7 @@ std::span<const AttrRow<HVarsEntry>> HVarsEntry::AttributeRows() {
         {"isleaf",
          [](Self& self, FIValue& out) {
              const bool followed =
-                 self.follow_attachment_ && !IsSkippingAttachments(self.GetVarSet());
+                 self.beside_.follow_attachment && !IsSkippingAttachments(self.GetVarSet());
              out.SetInt(self.Dimensions() == 0 && !followed ? 1 : 0);
          }},
         {"path", ReadPathRow<Self>,

@@ -4,8 +4,8 @@
 // HVarsEntry: the node of one variable of a host object. Scalars read and store values; arrays and
 // followed attachments have children.
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "fixtop/ref.h"
@@ -15,9 +15,21 @@
 
 namespace fixtop {
 
-class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public LivingNode {
+// What an HVarsEntry keeps of its row. Below 0: not known yet.
+struct VariableFacts {
+    mutable std::int16_t unit_type = -1;
+    mutable std::int8_t dimensions = -1;
+    bool attachments : 1 = false;
+    bool custom_block : 1 = false;
+    bool follow_attachment : 1 = false;
+};
+
+class HVarsEntry : public AttrMapEntry<HVarsEntry, VariableFacts>,
+                   public HAttachment,
+                   public LivingNode {
  public:
-    HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row);
+    // The spot is where the row stood when the cursor on it made the node.
+    HVarsEntry(HVarsContext* context, const host::VariableNameInfo* row, ListSpot spot = {});
 
     static std::span<const AttrRow<HVarsEntry>> AttributeRows();
 
@@ -31,19 +43,25 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     Liveness* Life() const final { return context_->Life(); }
     bool IsGone() const final { return context_->IsGone(); }
     bool StandsWith(const LivingNode& other) const override;
+    bool Remakes(FICursorBase& cursor) const override {
+        return context_->Remakes(cursor, *row_, spot_);
+    }
+    Ref<FICursorBase> RemakeCursor() const override { return context_->RemakeCursor(*row_, spot_); }
     void TellReads(ReadAhead& ahead) const override {
         ahead.family = context_.Get();
         ahead.object = context_->Owner().Address();
     }
     host::Viewable* Holder() const override { return HolderAt(Description()); }
 
-    bool FollowsAttachments() const { return attachments_; }
-    void FollowAttachments(bool follow) { attachments_ = follow; }
+    bool FollowsAttachments() const { return beside_.attachments; }
+    void FollowAttachments(bool follow) { beside_.attachments = follow; }
     // Count of dimensions; 0 is a scalar. Counted when it is first wanted.
-    int Dimensions() const { return dimensions_ >= 0 ? dimensions_ : CountDimensions(); }
+    int Dimensions() const {
+        return beside_.dimensions >= 0 ? beside_.dimensions : CountDimensions();
+    }
     int DimensionsBelow() const { return Dimensions(); }
     const host::VariableNameInfo& Row() const { return *row_; }
-    bool IsCustom() const { return custom_block_; }
+    bool IsCustom() const { return beside_.custom_block; }
     // The object that lists the variable, and the one on which every read and store is done.
     // Null when they are gone.
     host::Viewable* Owner() const { return context_->Owner().Get(); }
@@ -61,9 +79,10 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     // What names the elements of a dimension; empty where the row has nothing for it.
     const host::VarDescription& OffsetDescription(int dimension) const;
     host::VarType UnitType() const {
-        if (!unit_type_) unit_type_ = Description().GetVariablePart()->UnitType();
-        const bool varies = *unit_type_ == host::kVariableUnitType;
-        return varies ? EffectiveUnitType(*unit_type_, Owner(), Description()) : *unit_type_;
+        const host::VarType type =
+            beside_.unit_type >= 0 ? host::VarType{beside_.unit_type} : AskUnitType();
+        const bool varies = type == host::kVariableUnitType;
+        return varies ? EffectiveUnitType(type, Owner(), Description()) : type;
     }
     bool IsCompositionVariable() const;
     HVariable Variable() const { return At(Description()); }
@@ -96,7 +115,9 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
     };
 
     const host::VarDescription& Description() const { return row_->description; }
+    // What does not fit where it is kept is asked for each time.
     int CountDimensions() const;
+    host::VarType AskUnitType() const;
     // The variables of a correlation describe the object that it is attached to.
     host::Viewable* OwnerThroughCorrelation() const;
     // Null when nothing is attached or it has no variables. Kept while no structure has changed.
@@ -106,12 +127,8 @@ class HVarsEntry : public AttrMapEntry<HVarsEntry>, public HAttachment, public L
 
     Ref<HVarsContext> context_;
     const host::VariableNameInfo* row_;
+    const ListSpot spot_;
     std::unique_ptr<Branch> branch_;
-    mutable std::optional<host::VarType> unit_type_;  // unknown until it is wanted
-    mutable int dimensions_ = -1;
-    bool attachments_;
-    bool custom_block_;
-    bool follow_attachment_ = false;
 };
 
 }  // namespace fixtop
