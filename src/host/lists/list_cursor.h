@@ -5,9 +5,9 @@
 // lists. Walk is a copyable position with First, Last, Next, Prev, Current, AtBegin, SeekName,
 // SeekPlace, Compare and IsOnSame; Context makes the entries:
 //
-//     FIEntry* MakeEntry(Element& element, const Walk& walk);    // not counted; the walk stands on
-//     it bool IsSameList(const Context& other); bool IsGone();                           // what
-//     has the list does not live any more
+//     FIEntry* MakeEntry(Element& element, const Walk& walk);  // the walk is on it; not counted
+//     bool IsSameList(const Context& other);
+//     bool IsGone();  // what has the list does not live any more
 //
 // Two objects may have one list of the host, so that the lists are not what tells them apart.
 // A seek that runs off the list goes back to the first element and answers false; a search by name
