@@ -58,7 +58,7 @@ TEST_F(Ways, keep_a_choice_for_its_request_alone) {
 TEST_F(Ways, of_a_tree_without_end_are_remembered_up_to_a_limit) {
     ClassWay top;
     ClassWay* way = &top;
-    int known = 0;
+    std::size_t known = 0;
     for (; way; ++known) way = way->Below(attribute_, class_);
     EXPECT_EQ(known, ClassWay::kMost);
     EXPECT_EQ(top.Below(attribute_, other_), nullptr) << "one limit for the whole tree";

@@ -4,13 +4,14 @@
 namespace fixtop {
 
 ClassWay* ClassWay::Below(const CCDMAttribute& attribute, const CCDMClass& shown) {
-    const auto found = below_.find({&attribute, &shown});
-    if (found != below_.end()) return found->second.get();
-    if (*known_ >= kMost) return nullptr;
-    std::unique_ptr<ClassWay> way(new ClassWay(known_));
-    ClassWay* lent = way.get();
-    below_.emplace(std::pair(&attribute, &shown), std::move(way));
-    ++*known_;
+    const std::pair step(&attribute, &shown);
+    const auto found = below_.find(step);
+    if (found != below_.end()) return found->second;
+    if (all_.size() + 1 >= kMost) return nullptr;
+    std::unique_ptr<ClassWay> way(new ClassWay(all_));
+    all_.push_back(std::move(way));
+    ClassWay* lent = all_.back().get();
+    below_.emplace(step, lent);
     return lent;
 }
 

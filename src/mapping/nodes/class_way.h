@@ -6,12 +6,14 @@
 // way alone, unless one of them has a condition; classes and maps do not change once they are read,
 // so it is found out once.
 //
-// The library owns the first way, each way those below it. Of a tree that goes on and on only the
-// first kMost ways are remembered.
+// The library owns the first way, which owns all that lead on from it, side by side: a tree may go
+// on and on. Of such a one only the first kMost ways are remembered.
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "mapping/nodes/application_faces.h"
 
@@ -22,10 +24,10 @@ class CCDMClass;
 
 class ClassWay {
  public:
-    static constexpr int kMost = 4096;
+    static constexpr std::size_t kMost = 4096;
 
     // To the top.
-    ClassWay() : ClassWay(std::make_shared<int>(1)) {}
+    ClassWay() : all_(own_) {}
     ClassWay(const ClassWay&) = delete;
     ClassWay& operator=(const ClassWay&) = delete;
 
@@ -46,10 +48,13 @@ class ClassWay {
     void Keep(const Request& request, const FacesChoice& choice);
 
  private:
-    explicit ClassWay(std::shared_ptr<int> known) : known_(std::move(known)) {}
+    using Ways = std::vector<std::unique_ptr<ClassWay>>;
 
-    std::shared_ptr<int> known_;  // ways of the tree
-    std::map<std::pair<const CCDMAttribute*, const CCDMClass*>, std::unique_ptr<ClassWay>> below_;
+    explicit ClassWay(Ways& all) : all_(all) {}
+
+    Ways own_;   // of the first way: all but itself
+    Ways& all_;  // those of the first way
+    std::map<std::pair<const CCDMAttribute*, const CCDMClass*>, ClassWay*> below_;
     std::map<Request, FacesChoice> choices_;
 };
 
